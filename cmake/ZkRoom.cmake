@@ -1,0 +1,51 @@
+# The shapes that every folder is built from.
+include_guard(GLOBAL)
+
+# What every target of this project is compiled with.
+function(zk_common target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON
+    VERIFY_INTERFACE_HEADER_SETS ${ZKMOCAP_VERIFY_HEADERS})
+  target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:zk_warnings>)
+endfunction()
+
+# zk_room(NAME [SHARED name] HEADERS ... SOURCES ... LINKS ...): a room as a static library that links
+# only what it may know. Its headers compile each alone.
+function(zk_room name)
+  cmake_parse_arguments(ROOM "" "" "HEADERS;SOURCES;LINKS" ${ARGN})
+  add_library(zk_${name} STATIC)
+  add_library(zkmocap::${name} ALIAS zk_${name})
+  target_sources(zk_${name}
+    PRIVATE ${ROOM_SOURCES}
+    PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ROOM_HEADERS})
+  target_link_libraries(zk_${name} PUBLIC ${ROOM_LINKS})
+  zk_common(zk_${name})
+endfunction()
+
+# zk_test(NAME SOURCES ... LINKS ...): a GoogleTest program, each of its cases a CTest of its own.
+function(zk_test name)
+  cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;LINKS;DEFINITIONS" ${ARGN})
+  if(NOT TEST_TIMEOUT)
+    set(TEST_TIMEOUT 300)
+  endif()
+  add_executable(${name} ${TEST_SOURCES})
+  target_link_libraries(${name} PRIVATE ${TEST_LINKS} GTest::gmock GTest::gtest_main)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_compile_definitions(${name} PRIVATE ${TEST_DEFINITIONS})
+  zk_common(${name})
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120
+    PROPERTIES TIMEOUT ${TEST_TIMEOUT} ENVIRONMENT "${ZKMOCAP_TEST_ENVIRONMENT}")
+endfunction()
+
+# zk_bench(NAME SOURCES ... LINKS ...): a Google Benchmark program.
+function(zk_bench name)
+  cmake_parse_arguments(BENCH "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${BENCH_SOURCES})
+  target_link_libraries(${name} PRIVATE ${BENCH_LINKS} benchmark::benchmark_main)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  zk_common(${name})
+endfunction()

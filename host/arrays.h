@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "host/export.h"
+#include "host/ref.h"
+#include "host/string.h"
+#include "host/value.h"
+
+namespace Zelk {
+
+// Times of keys, in the unit that the host keeps times in: frames.
+class CTimeArray {
+  public:
+    explicit CTimeArray(std::uint32_t count = 0) : times_(count) {}
+    std::uint32_t GetCount() const { return static_cast<std::uint32_t>(times_.size()); }
+    double& operator[](std::uint32_t index) { return times_[index]; }
+    const double& operator[](std::uint32_t index) const { return times_[index]; }
+
+  private:
+    std::vector<double> times_;
+};
+
+class CValueArray {
+  public:
+    explicit CValueArray(std::uint32_t count = 0) : values_(count) {}
+    std::uint32_t GetCount() const { return static_cast<std::uint32_t>(values_.size()); }
+    // Keeps the first `count` values; new ones are empty.
+    void Resize(std::uint32_t count) { values_.resize(count); }
+    CValue& operator[](std::uint32_t index) { return values_[index]; }
+    const CValue& operator[](std::uint32_t index) const { return values_[index]; }
+
+  private:
+    std::vector<CValue> values_;
+};
+
+class CRefArray {
+  public:
+    std::uint32_t GetCount() const { return static_cast<std::uint32_t>(refs_.size()); }
+    void Add(const CRef& ref) { refs_.push_back(ref); }
+    const CRef& operator[](std::uint32_t index) const { return refs_[index]; }
+    // The first element whose object or parameter has that name; the empty reference without one.
+    ZELK_API CRef GetItem(const CString& name) const;
+
+  private:
+    std::vector<CRef> refs_;
+};
+
+}  // namespace Zelk

@@ -1,0 +1,22 @@
+#pragma once
+
+namespace Zelk::MATH {
+
+struct CVector3 {
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+};
+
+// A placement without rotation or scaling: those stay at identity for everything the plug-in
+// places.
+class CTransformation {
+  public:
+    void SetTranslationFromValues(double x, double y, double z) { translation_ = {x, y, z}; }
+    const CVector3& GetTranslation() const { return translation_; }
+
+  private:
+    CVector3 translation_;
+};
+
+}  // namespace Zelk::MATH

@@ -1,0 +1,89 @@
+// The objects a scene is made of. Positions given to Add2DChain and AddBone are in scene space,
+// everything else is seen from the parent.
+#pragma once
+
+#include "host/action.h"
+#include "host/arrays.h"
+#include "host/constants.h"
+#include "host/export.h"
+#include "host/math.h"
+#include "host/object.h"
+#include "host/parameter.h"
+
+namespace Zelk {
+class Null;
+class ChainRoot;
+class ChainBone;
+class ChainEffector;
+
+class ZELK_API SceneItem : public ProjectItem {
+  public:
+    using ProjectItem::ProjectItem;
+
+    CStatus AddCustomProperty(const CString& name, bool branch, CustomProperty& property);
+};
+
+}  // namespace Zelk
+
+class ZELK_API Zelk3DObject : public Zelk::SceneItem {
+  public:
+    using Zelk::SceneItem::SceneItem;
+
+    Zelk::Kinematics GetKinematics() const;
+    Zelk::CStatus AddNull(const Zelk::CString& name, Zelk::Null& null);
+    // `objects` become children of the new model.
+    Zelk::CStatus AddModel(const Zelk::CRefArray& objects, const Zelk::CString& name,
+                           Zelk::Model& model);
+    // A chain root at `root` with one bone that reaches `effector`, and an effector there. The
+    // bone's Z axis is `normal` made perpendicular to it.
+    Zelk::CStatus Add2DChain(const Zelk::MATH::CVector3& root, const Zelk::MATH::CVector3& effector,
+                             const Zelk::MATH::CVector3& normal, Zelk::zk2DChainAlignType alignment,
+                             const Zelk::CString& name, Zelk::ChainRoot& chain);
+    Zelk::CStatus AddChild(const Zelk::CRefArray& objects);
+};
+
+namespace Zelk {
+
+class ZELK_API Null : public Zelk3DObject {
+  public:
+    using Zelk3DObject::Zelk3DObject;
+};
+
+class ZELK_API ChainElement : public Zelk3DObject {
+  public:
+    using Zelk3DObject::Zelk3DObject;
+
+    ChainEffector GetEffector() const;
+};
+
+class ZELK_API ChainRoot : public ChainElement {
+  public:
+    using ChainElement::ChainElement;
+
+    // In order from the root to the last.
+    CRefArray GetBones() const;
+    // Appends a bone from the chain's end to `end` and moves the effector there.
+    CStatus AddBone(const MATH::CVector3& end, zkChainBoneType type, const CString& name,
+                    ChainBone& bone);
+};
+
+class ZELK_API ChainBone : public ChainElement {
+  public:
+    using ChainElement::ChainElement;
+};
+
+class ZELK_API ChainEffector : public ChainElement {
+  public:
+    using ChainElement::ChainElement;
+};
+
+class ZELK_API Model : public Zelk3DObject {
+  public:
+    using Zelk3DObject::Zelk3DObject;
+
+    // Empty where the host did not make it.
+    ActionSource AddActionSource(const CString& name);
+    CStatus AddGroup(const CRefArray& members, const CString& name, bool branch, Group& group);
+};
+
+}  // namespace Zelk

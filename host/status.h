@@ -1,0 +1,48 @@
+// The host's 32-bit status codes: negative is failure, 0 success. Every code that the plug-in or
+// the host returns has its name here and nowhere else.
+#pragma once
+
+#include <cstdint>
+
+namespace Zelk {
+
+namespace status {
+
+// A code written as the unsigned number that people look up.
+constexpr std::int32_t FromUnsigned(std::uint32_t code) {
+    return static_cast<std::int32_t>(code);
+}
+
+inline constexpr std::int32_t kOk = 0;
+// Parsers only: success, and the end of the file was reached.
+inline constexpr std::int32_t kEndOfFile = 1;
+// Nothing to do: a node without any rotation channel.
+inline constexpr std::int32_t kNoRotation = 1;
+
+inline constexpr std::int32_t kNoFileName = -1;
+inline constexpr std::int32_t kFail = FromUnsigned(0x80004005);
+inline constexpr std::int32_t kUnexpected = FromUnsigned(0x8000FFFF);
+inline constexpr std::int32_t kUnknownName = FromUnsigned(0x80020003);
+inline constexpr std::int32_t kFileNotFound = FromUnsigned(0x80070002);
+inline constexpr std::int32_t kInvalidData = FromUnsigned(0x8007000D);
+inline constexpr std::int32_t kOutOfMemory = FromUnsigned(0x8007000E);
+inline constexpr std::int32_t kInvalidArgument = FromUnsigned(0x80070057);
+inline constexpr std::int32_t kNoData = FromUnsigned(0x800700E8);
+inline constexpr std::int32_t kUnexpectedEnd = FromUnsigned(0x80070570);
+inline constexpr std::int32_t kIncompatibleFile = FromUnsigned(0x800703EE);
+inline constexpr std::int32_t kCancelled = FromUnsigned(0x800704C7);
+
+}  // namespace status
+
+// A status code as the host's operations return it.
+class CStatus {
+  public:
+    constexpr CStatus(std::int32_t code = status::kOk) : code_(code) {}
+    constexpr std::int32_t GetCode() const { return code_; }
+    constexpr bool Succeeded() const { return code_ >= 0; }
+
+  private:
+    std::int32_t code_;
+};
+
+}  // namespace Zelk
