@@ -1,0 +1,40 @@
+#include "textio/large_memory.h"
+
+#include <cstdint>
+#include <new>
+
+#if defined(__linux__)
+#include <sys/mman.h>
+#endif
+
+namespace textio {
+namespace {
+
+constexpr std::align_val_t kAlignment{64};
+
+// A refusal costs nothing but time.
+void AskForLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) {
+#if defined(__linux__)
+    constexpr std::uintptr_t kPage = 4096;
+    constexpr std::size_t kLargePage = std::size_t{2} << 20;
+    if (bytes < kLargePage) return;
+    const auto first = reinterpret_cast<std::uintptr_t>(memory);
+    const std::uintptr_t start = (first + kPage - 1) / kPage * kPage;
+    const std::uintptr_t end = (first + bytes) / kPage * kPage;
+    madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
+#endif
+}
+
+}  // namespace
+
+void LargeMemoryRelease::operator()(void* memory) const {
+    ::operator delete(memory, kAlignment);
+}
+
+LargeMemory AllocateLargeMemory(std::size_t bytes) {
+    LargeMemory memory(::operator new(bytes, kAlignment, std::nothrow));
+    if (memory) AskForLargePages(memory.get(), bytes);
+    return memory;
+}
+
+}  // namespace textio

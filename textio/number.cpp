@@ -1,0 +1,73 @@
+#include "textio/number.h"
+
+#include <charconv>
+#include <clocale>
+#include <cstdint>
+#include <cstdlib>
+#include <system_error>
+
+namespace textio {
+namespace {
+
+// Powers of ten that a double holds exactly.
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << 53;
+constexpr std::ptrdiff_t kSafeDigits = 19;  // never overflow 64 bits
+
+bool IsDigit(char c) {
+    return static_cast<unsigned char>(c - '0') < 10;
+}
+
+const char* TakeDigits(const char* at, std::uint64_t& digits) {
+    for (; IsDigit(*at); ++at)
+        digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+    return at;
+}
+
+const char* ReadAnyDecimal(const char* first, const char* last, double& value) {
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(first, last, number);
+    // Zero has rules of its own, and out of range is what the C library makes of it.
+    if (error != std::errc() || number == 0.0) return nullptr;
+    value = number;
+    return end;
+}
+
+}  // namespace
+
+double ToDouble(const char* text) {
+    // The C library's own "C" locale: it needs no memory and is never released.
+    static const locale_t plainLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+    return strtod_l(text, nullptr, plainLocale);
+}
+
+int ToInt(const char* text) {
+    return static_cast<int>(std::strtol(text, nullptr, 10));
+}
+
+// All digits as one integer, divided once: both are exact where they are small enough, so the
+// quotient is the nearest double, as strtod's is.
+const char* ReadPlainDecimal(const char* first, const char* last, double& value) {
+    const bool negative = *first == '-';
+    const char* const start = first + (negative ? 1 : 0);
+    std::uint64_t digits = 0;
+    const char* const point = TakeDigits(start, digits);
+    const char* end = point;
+    std::ptrdiff_t decimals = 0;
+    if (*point == '.') {
+        end = TakeDigits(point + 1, digits);
+        decimals = end - point - 1;
+    }
+    const std::ptrdiff_t count = (point - start) + decimals;
+    if (count == 0) return nullptr;
+    if (count > kSafeDigits || digits >= kExactIntegers || *end == 'e' || *end == 'E')
+        return ReadAnyDecimal(first, last, value);
+    if (digits == 0) return nullptr;
+    const double number = static_cast<double>(digits) / kPowersOfTen[decimals];
+    value = negative ? -number : number;
+    return end;
+}
+
+}  // namespace textio
