@@ -287,8 +287,6 @@ TEST(PlainDecimal, EndsWhereTheNumberEnds) {
     EXPECT_EQ(textio::ReadPlainDecimal(text.data(), text.data() + text.size(), value),
               text.data() + 7);
     EXPECT_EQ(value, -125.0);
-    EXPECT_EQ(textio::ReadPlainDecimal(text.data(), text.data() + 3, value), text.data() + 3);
-    EXPECT_EQ(value, -12.0);
 }
 
 }  // namespace

@@ -1,0 +1,129 @@
+// Keys, clips, and what applying an action does.
+#include <cstddef>
+#include <cstring>
+#include <iterator>
+#include <utility>
+
+#include "headless/driven.h"
+#include "headless/scene_editor.h"
+#include "headless/target.h"
+
+namespace headless {
+
+namespace {
+
+using Values = std::vector<double>;
+
+// The numbers of values, to be read once in a row. A category of its own lets std::vector take them
+// all without filling itself with zeros before.
+class Numbers {
+  public:
+    using iterator_category = std::random_access_iterator_tag;
+    using value_type = double;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const double*;
+    using reference = double;
+
+    explicit Numbers(const Zelk::CValue* value) : value_(value) {}
+    double operator*() const { return value_->AsDouble(); }
+    Numbers& operator++() {
+        ++value_;
+        return *this;
+    }
+    difference_type operator-(const Numbers& other) const { return value_ - other.value_; }
+    bool operator==(const Numbers&) const = default;
+
+  private:
+    const Zelk::CValue* value_;
+};
+
+// The kept keys first, then the new ones; sized once, since motions are long.
+template <class Iterator>
+std::shared_ptr<const Values> Joined(const Values* kept, Iterator begin, Iterator end) {
+    if (kept == nullptr || kept->empty()) return std::make_shared<const Values>(begin, end);
+    Values joined;
+    joined.reserve(kept->size() + static_cast<std::size_t>(end - begin));
+    joined.insert(joined.end(), kept->begin(), kept->end());
+    for (; !(begin == end); ++begin)
+        joined.push_back(*begin);
+    return std::make_shared<const Values>(std::move(joined));
+}
+
+// Bit by bit: a time that is no number equals itself here.
+bool SameTimes(const Values& stored, const Zelk::CTimeArray& times) {
+    const std::uint32_t count = times.GetCount();
+    return stored.size() == count &&
+           (count == 0 || std::memcmp(stored.data(), &times[0], count * sizeof(double)) == 0);
+}
+
+}  // namespace
+
+Zelk::CStatus SceneEditor::SetKeys(Curve& curve, const Zelk::CTimeArray& times,
+                                   const Zelk::CValueArray& values, bool keepExisting) {
+    const std::uint32_t count = times.GetCount();
+    if (values.GetCount() != count) return Zelk::status::kInvalidArgument;
+    const Keys kept = keepExisting ? curve.keys : Keys();
+    const double* const firstTime = count == 0 ? nullptr : &times[0];
+    const Zelk::CValue* const firstValue = count == 0 ? nullptr : &values[0];
+
+    Keys keys;
+    keys.times = records_.lastTimes.lock();
+    if (kept.Count() != 0 || !keys.times || !SameTimes(*keys.times, times))
+        keys.times = Joined(kept.times.get(), firstTime, firstTime + count);
+    keys.values = Joined(kept.values.get(), Numbers(firstValue), Numbers(firstValue + count));
+
+    records_.lastTimes = keys.times;
+    curve.keys = std::move(keys);
+    return Zelk::status::kOk;
+}
+
+// The text of the object's name is taken from the object, or from the item before, where it is the
+// same there: a target stays what it was when objects get other names.
+std::uint32_t SceneEditor::AddItem(ActionSource& action, const Zelk::CString& target,
+                                   ActionItem item) {
+    const SplitTarget split = Split(View(target));
+    item.channel = split.channel;
+    if (!split.channel) {
+        item.object = target;
+    } else if (!action.items.empty() && View(action.items.back().object) == split.object) {
+        item.object = action.items.back().object;
+    } else {
+        const Object* const found =
+            scene_.Resolve(*action.owner, split.object, Channel::PosX).object;
+        item.object = found != nullptr && View(found->name) == split.object
+                          ? found->name
+                          : Text(std::wstring(split.object));
+    }
+    action.items.push_back(std::move(item));
+    return static_cast<std::uint32_t>(action.items.size() - 1);
+}
+
+void SceneEditor::MakeClip(Node& model, const ActionSource& motion) {
+    MakeRoom(model.modelData->clips);
+    const Zelk::CString name =
+        TakeName(model.modelData->clipNames, motion.name + L"_Clip", kActionName, motion.id);
+    model.modelData->clips.push_back({name, motion.id});
+}
+
+void SceneEditor::Apply(ActionSource& action, Node& owner, Node& model) {
+    bool hasCurves = false;
+    for (const ActionItem& item : action.items) {
+        if (!item.active) continue;
+        if (item.IsCurve()) {
+            hasCurves = true;
+            continue;
+        }
+        const Scene::Target target = scene_.ResolveTarget(model, item);
+        if (target.object == nullptr) continue;
+        const Object* const driven = DrivenBy(*target.object, target.channel);
+        if (driven != nullptr)
+            ChangeChannel(*records_.FindNode(driven->id), target.channel, item.value);
+    }
+    RefreshEffectors();
+    if (!hasCurves) return;
+    ForgetAttached(model);
+    if (&owner != &model) records_.attachedElsewhere[&action].push_back(&model);
+    model.modelData->attached = &action;
+}
+
+}  // namespace headless

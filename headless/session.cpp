@@ -1,0 +1,102 @@
+#include "headless/session.h"
+
+#include <utility>
+
+#include "headless/operations.h"
+#include "headless/session_state.h"
+
+namespace headless {
+
+void Session::Impl::AddLog(LogLine line) {
+    log.push_back(std::move(line));
+    // A copy: the listener may make the session add more.
+    if (onLog) onLog(LogLine(log.back()));
+}
+
+void Session::Impl::AddBar(BarEvent event) {
+    bar.push_back(std::move(event));
+    if (onBar) onBar(BarEvent(bar.back()));
+}
+
+std::int16_t Session::Impl::ReadCancelFlag() {
+    ++polls;
+    const bool isPressed =
+        pressed.load(std::memory_order_relaxed) || (pressAtPoll != 0 && polls >= pressAtPoll);
+    return isPressed ? pressedValue : std::int16_t{0};
+}
+
+Session::Impl& SessionAccess::Current() {
+    return *Session::Current().impl_;
+}
+
+Session::Session() : impl_(std::make_unique<Impl>()) {}
+
+Session::~Session() = default;
+
+Session& Session::Current() {
+    // Never destroyed: a signal may still press its button while the process ends.
+    static Session* const session = new Session;
+    return *session;
+}
+
+// In place, since a signal handler may hold on to the button and callers to the scene.
+void Session::Reset() {
+    SceneEditor::Clear(impl_->scene);
+    impl_->log.clear();
+    impl_->bar.clear();
+    impl_->commands.clear();
+    impl_->onLog = nullptr;
+    impl_->onBar = nullptr;
+    impl_->interactive = false;
+    impl_->pressed.store(false, std::memory_order_relaxed);
+    impl_->pressAtPoll = 0;
+    impl_->polls = 0;
+    impl_->pressedValue = -1;
+    ResetOperations();
+}
+
+void Session::SetInteractive(bool interactive) {
+    impl_->interactive = interactive;
+}
+
+void Session::PressCancel() noexcept {
+    impl_->pressed.store(true, std::memory_order_relaxed);
+}
+
+void Session::PressCancelAtPoll(std::uint64_t poll) {
+    impl_->pressAtPoll = poll;
+}
+
+void Session::SetPressedValue(std::int16_t value) {
+    impl_->pressedValue = value;
+}
+
+std::uint64_t Session::CancelPolls() const {
+    return impl_->polls;
+}
+
+void Session::OnLog(std::function<void(const LogLine&)> listener) {
+    impl_->onLog = std::move(listener);
+}
+
+void Session::OnBar(std::function<void(const BarEvent&)> listener) {
+    impl_->onBar = std::move(listener);
+}
+
+const Scene& Session::GetScene() const {
+    return impl_->scene;
+}
+
+const std::vector<LogLine>& Session::Log() const {
+    return impl_->log;
+}
+
+const std::vector<BarEvent>& Session::Bar() const {
+    return impl_->bar;
+}
+
+const std::vector<CommandRecord>& Session::Commands() const {
+    return impl_->commands;
+}
+
+}  // namespace headless

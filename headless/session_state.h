@@ -1,0 +1,43 @@
+// What the session keeps, for the host's own files.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "headless/scene_editor.h"
+#include "headless/session.h"
+
+namespace headless {
+
+struct HEADLESS_HIDDEN Session::Impl {
+    Scene scene;
+    std::vector<LogLine> log;
+    std::vector<BarEvent> bar;
+    std::vector<CommandRecord> commands;
+    std::function<void(const LogLine&)> onLog;
+    std::function<void(const BarEvent&)> onBar;
+    bool interactive = false;
+    std::atomic<bool> pressed = false;
+    std::uint64_t pressAtPoll = 0;
+    std::uint64_t polls = 0;
+    std::int16_t pressedValue = -1;
+
+    void AddLog(LogLine line);
+    void AddBar(BarEvent event);
+    // Counts as a poll.
+    std::int16_t ReadCancelFlag();
+};
+
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler presses the button");
+
+struct SessionAccess {
+    static Session::Impl& Current();
+};
+
+inline SceneEditor Editor() {
+    return SceneEditor(SessionAccess::Current().scene);
+}
+
+}  // namespace headless

@@ -1,0 +1,32 @@
+// The targets of action items: "LeftArm.kine.local.rotx", or "kine.local.rotx" of the model itself.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "headless/parts.h"
+#include "headless/scene.h"
+#include "headless/text.h"
+
+namespace headless {
+
+struct SplitTarget {
+    std::wstring_view object;  // empty: the model itself
+    std::optional<Channel> channel;
+};
+
+// Without a channel where `target` names none; it then has no object either.
+inline SplitTarget Split(std::wstring_view target) {
+    for (std::size_t index = 0; index < kChannelCount; ++index) {
+        if (!target.ends_with(kChannelPaths[index])) continue;
+        const auto channel = static_cast<Channel>(index);
+        std::wstring_view object = target.substr(0, target.size() - kChannelPaths[index].size());
+        if (object.empty()) return {object, channel};
+        if (object.size() < 2 || object.back() != L'.') return {};
+        object.remove_suffix(1);
+        return {object, channel};
+    }
+    return {};
+}
+
+}  // namespace headless

@@ -1,0 +1,21 @@
+// Host texts as views, and back.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "host/string.h"
+
+namespace headless {
+
+// Valid as long as `text` is neither changed nor destroyed.
+inline std::wstring_view View(const Zelk::CString& text) {
+    return {text.GetWideString(), text.Length()};
+}
+
+// A NUL character ends the text.
+inline Zelk::CString Text(const std::wstring& text) {
+    return Zelk::CString(text.c_str());
+}
+
+}  // namespace headless

@@ -1,0 +1,153 @@
+// Angles and matrices.
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+#include "headless/transform.h"
+#include "tests/headless/matrix_walk.h"
+
+using headless::AnglesOf;
+using headless::FromLocal;
+using headless::Inverse;
+using headless::Transform;
+using host_test::Distance;
+using host_test::OfLocal;
+using host_test::OfTransform;
+using testing::ElementsAre;
+
+namespace {
+
+double Difference(const double a[3][3], const double b[3][3]) {
+    double largest = 0.0;
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column)
+            largest = std::max(largest, std::fabs(a[row][column] - b[row][column]));
+    return largest;
+}
+
+// What the angles of a matrix give is that matrix.
+double Error(const Transform& transform) {
+    const auto [x, y, z] = AnglesOf(transform.axes);
+    return Difference(FromLocal({0, 0, 0, x, y, z}).axes, transform.axes);
+}
+
+TEST(Angles, ReproduceAnyMatrix) {
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> angle(-360, 360);
+    double largest = 0.0;
+    for (int count = 0; count < 200'000; ++count)
+        largest = std::max(
+            largest, Error(FromLocal({0, 0, 0, angle(random), angle(random), angle(random)})));
+    EXPECT_LE(largest, 1e-15);
+}
+
+TEST(Angles, ReproduceTheLockAndAllAroundIt) {
+    std::mt19937 random(2);
+    std::uniform_real_distribution<double> angle(-360, 360);
+    double largest = 0.0;
+    for (const double lock : {90.0, -90.0, 270.0})
+        for (const double away : {0.0, 1e-15, 1e-13, 1e-11, 1e-9, 1e-8, 1e-7, 1e-6, 1e-5, 1e-3})
+            for (const double sign : {1.0, -1.0})
+                for (int count = 0; count < 1000; ++count)
+                    largest =
+                        std::max(largest, Error(FromLocal({0, 0, 0, angle(random),
+                                                           lock + sign * away, angle(random)})));
+    EXPECT_LE(largest, 1e-15);
+}
+
+TEST(Angles, ReproduceEveryQuarterTurn) {
+    for (int x = -4; x <= 4; ++x)
+        for (int y = -4; y <= 4; ++y)
+            for (int z = -4; z <= 4; ++z) {
+                const Transform turned = FromLocal({0, 0, 0, 90.0 * x, 90.0 * y, 90.0 * z});
+                EXPECT_EQ(Error(turned), 0.0) << x << ' ' << y << ' ' << z;
+            }
+}
+
+TEST(Angles, ArePlainWhereTheMatrixIs) {
+    const double plain[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+    for (const double angle : AnglesOf(plain)) {
+        EXPECT_EQ(angle, 0.0);
+        EXPECT_FALSE(std::signbit(angle));
+    }
+    EXPECT_THAT(AnglesOf(FromLocal({0, 0, 0, 90, 0, 0}).axes), ElementsAre(90, 0, 0));
+    EXPECT_THAT(AnglesOf(FromLocal({0, 0, 0, 0, 90, 0}).axes), ElementsAre(0, 90, 0));
+    EXPECT_THAT(AnglesOf(FromLocal({0, 0, 0, 0, 0, -90}).axes), ElementsAre(0, 0, -90));
+    EXPECT_THAT(AnglesOf(FromLocal({0, 0, 0, 20, 90, 0}).axes)[1], 90.0);
+}
+
+TEST(Angles, ReproduceMatricesThatRoundingHasTouched) {
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> angle(-180, 180);
+    std::uniform_int_distribution<int> step(-2, 2);
+    double largest = 0.0;
+    for (int count = 0; count < 100'000; ++count) {
+        const double middle = count % 2 == 0 ? 90.0 : angle(random);
+        Transform transform = FromLocal({0, 0, 0, angle(random), middle, angle(random)});
+        double touched = 0.0;
+        for (auto& row : transform.axes)
+            for (double& entry : row) {
+                const double change = step(random) * 1.1e-16;
+                entry += change;
+                touched = std::max(touched, std::fabs(change));
+            }
+        // No angles can give more than the matrix has of a rotation.
+        largest = std::max(largest, Error(transform) - 4 * touched);
+    }
+    EXPECT_LE(largest, 1e-15);
+}
+
+TEST(Angles, ThatAreNoNumbersGiveNone) {
+    const double kNan = std::numeric_limits<double>::quiet_NaN();
+    for (const double bad : {kNan, std::numeric_limits<double>::infinity()})
+        EXPECT_TRUE(std::isnan(FromLocal({0, 0, 0, bad, 0, 0}).axes[1][1]));
+}
+
+TEST(Transforms, AreTheProductOfThreeTurns) {
+    std::mt19937 random(4);
+    std::uniform_real_distribution<double> number(-400, 400);
+    for (int count = 0; count < 1000; ++count) {
+        const std::array<double, 6> local = {number(random), number(random), number(random),
+                                             number(random), number(random), number(random)};
+        EXPECT_LT(Distance(OfTransform(FromLocal(local)), OfLocal(local)), 5e-15);
+    }
+}
+
+TEST(Transforms, TurnXFirst) {
+    // y goes to z by x, and stays there when x has turned it off z's axis of rotation.
+    const Transform turned = FromLocal({1, 2, 3, 90, 0, 90});
+    EXPECT_THAT(turned.axes[1], ElementsAre(0, 0, 1));
+    EXPECT_THAT(turned.axes[0], ElementsAre(0, 1, 0));
+    EXPECT_THAT(turned.origin, ElementsAre(1, 2, 3)) << "the translation comes last";
+}
+
+TEST(Transforms, OfHugeAnglesAreThoseOfTheirRemainder) {
+    for (const double turns : {1.0, -1.0, 1e3, 1e6, 1e12})
+        EXPECT_LT(Difference(FromLocal({0, 0, 0, 30 + 360 * turns, 0, 0}).axes,
+                             FromLocal({0, 0, 0, 30, 0, 0}).axes),
+                  1e-15)
+            << turns;
+    EXPECT_TRUE(std::isfinite(FromLocal({0, 0, 0, 1e300, 1e300, 1e300}).axes[0][0]));
+}
+
+TEST(Transforms, ActFirstWhereTheyStandFirst) {
+    const Transform moved = FromLocal({1, 0, 0, 0, 0, 0});
+    const Transform turned = FromLocal({0, 0, 0, 0, 0, 90});
+    EXPECT_THAT((moved * turned).origin, ElementsAre(0, 1, 0));
+    EXPECT_THAT((turned * moved).origin, ElementsAre(1, 0, 0));
+}
+
+TEST(Transforms, AreUndoneByTheirInverse) {
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> number(-100, 100);
+    for (int count = 0; count < 1000; ++count) {
+        const Transform transform = FromLocal({number(random), number(random), number(random),
+                                               number(random), number(random), number(random)});
+        EXPECT_LT(Distance(OfTransform(transform * Inverse(transform)), OfLocal({})), 1e-13);
+        EXPECT_LT(Distance(OfTransform(Inverse(transform) * transform), OfLocal({})), 1e-13);
+    }
+}
+
+}  // namespace

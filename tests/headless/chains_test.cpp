@@ -1,0 +1,235 @@
+// Chains as they are made.
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <limits>
+
+#include "headless/evaluation.h"
+#include "tests/headless/host_scene.h"
+#include "tests/headless/matrix_walk.h"
+
+using namespace host_test;
+using testing::DoubleNear;
+using testing::ElementsAre;
+using Zelk::MATH::CVector3;
+
+namespace {
+
+// Rounding of a few products of numbers up to 10.
+constexpr double kExact = 2e-14;
+
+class Chains : public HostScene {
+  protected:
+    void SetUp() override {
+        HostScene::SetUp();
+        model = AddModel(L"Skel");
+    }
+
+    // Somewhere in the scene, turned in all directions.
+    Zelk::Null TurnedNull() {
+        const Zelk::Null null = AddNull(model, L"Hips");
+        Place(null, 3, -2, 5);
+        Put(null, L"rotx", 30);
+        Put(null, L"roty", -50);
+        Put(null, L"rotz", 110);
+        return null;
+    }
+    static CVector3 Axis(const Zelk::CBase& object, std::size_t row) {
+        const Matrix matrix = Standing(RecordOf(object));
+        return {matrix[row][0], matrix[row][1], matrix[row][2]};
+    }
+    static CVector3 Origin(const Zelk::CBase& object) { return Axis(object, 3); }
+
+    static void ExpectNear(const CVector3& a, const CVector3& b, double bound = kExact) {
+        EXPECT_NEAR(a.x, b.x, bound);
+        EXPECT_NEAR(a.y, b.y, bound);
+        EXPECT_NEAR(a.z, b.z, bound);
+    }
+
+    Zelk::Model model;
+};
+
+double Dot(const CVector3& a, const CVector3& b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+CVector3 Cross(const CVector3& a, const CVector3& b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+TEST_F(Chains, HaveARootABoneAndAnEffectorInThatOrder) {
+    const Zelk::ChainRoot chain = AddChain(model, {1, 2, 3}, {1, 2, 8});
+    const Zelk::ChainBone bone = BoneOf(chain, 0);
+    const Zelk::ChainEffector effector = chain.GetEffector();
+    EXPECT_EQ(RecordOf(chain).type, headless::ObjectType::ChainRoot);
+    EXPECT_EQ(RecordOf(bone).type, headless::ObjectType::ChainBone);
+    EXPECT_EQ(RecordOf(effector).type, headless::ObjectType::ChainEffector);
+    EXPECT_EQ(chain.GetBones().GetCount(), 1u);
+    EXPECT_LT(RecordOf(chain).id, RecordOf(bone).id);
+    EXPECT_LT(RecordOf(bone).id, RecordOf(effector).id);
+    EXPECT_EQ(RecordOf(chain).parent, &RecordOf(model));
+    EXPECT_EQ(RecordOf(bone).parent, &RecordOf(chain));
+    EXPECT_EQ(RecordOf(effector).parent, &RecordOf(chain));
+}
+
+TEST_F(Chains, GrowAtTheirEnd) {
+    const Zelk::ChainRoot chain = AddChain(model, {}, {1, 0, 0});
+    const Zelk::ChainBone second = AddBone(chain, {1, 1, 0});
+    const Zelk::ChainBone third = AddBone(chain, {1, 1, 1});
+    const Zelk::CRefArray bones = chain.GetBones();
+    ASSERT_EQ(bones.GetCount(), 3u);
+    EXPECT_EQ(bones[1], second.GetRef());
+    EXPECT_EQ(bones[2], third.GetRef());
+    EXPECT_EQ(RecordOf(second).parent->id, bones[0].Object());
+    EXPECT_EQ(RecordOf(third).parent, &RecordOf(second));
+    for (const Zelk::ChainElement& element :
+         {Zelk::ChainElement(chain.GetRef()), Zelk::ChainElement(third.GetRef()),
+          Zelk::ChainElement(chain.GetEffector().GetRef())})
+        EXPECT_EQ(element.GetEffector().GetRef(), chain.GetEffector().GetRef());
+    EXPECT_FALSE(Zelk::ChainElement(model.GetRef()).GetEffector().IsValid());
+}
+
+TEST_F(Chains, StandWhereTheSceneHasTheirPositions) {
+    const Zelk::Null hips = TurnedNull();
+    const Zelk::ChainRoot chain = AddChain(hips, {1, 2, 3}, {4, 2, 7}, L"Root", {0, 1, 0});
+    const Zelk::ChainBone second = AddBone(chain, {4, 5, 7});
+    ExpectNear(Origin(chain), {1, 2, 3});
+    ExpectNear(Origin(BoneOf(chain, 0)), {1, 2, 3});
+    ExpectNear(Origin(second), {4, 2, 7});
+    ExpectNear(Origin(chain.GetEffector()), {4, 5, 7});
+}
+
+TEST_F(Chains, HaveARootWithoutARotationOfItsOwn) {
+    const Zelk::Null hips = TurnedNull();
+    const Zelk::ChainRoot chain = AddChain(hips, {1, 2, 3}, {4, 2, 7});
+    for (const wchar_t* name : {L"rotx", L"roty", L"rotz"})
+        EXPECT_EQ(Get(chain, name), 0.0);
+    for (std::size_t row = 0; row < 3; ++row)
+        ExpectNear(Axis(chain, row), Axis(hips, row));
+}
+
+TEST_F(Chains, HaveBonesAsLongAsTheirWay) {
+    const Zelk::ChainRoot chain = AddChain(TurnedNull(), {1, 2, 3}, {4, 2, 7});
+    const Zelk::ChainBone second = AddBone(chain, {4, 14, 12});
+    EXPECT_DOUBLE_EQ(Get(BoneOf(chain, 0), L"length"), 5.0);
+    EXPECT_DOUBLE_EQ(Get(second, L"length"), 13.0);
+}
+
+TEST_F(Chains, HaveBonesAtTheEndOfTheBoneBefore) {
+    const Zelk::ChainRoot chain = AddChain(model, {1, 2, 3}, {4, 2, 7});
+    const Zelk::ChainBone second = AddBone(chain, {4, 14, 12});
+    const Zelk::ChainBone third = AddBone(chain, {0, 0, 0});
+    const auto position = [](const Zelk::CBase& bone) {
+        const auto& local = RecordOf(bone).local;
+        return std::vector<double>(local.begin(), local.begin() + 3);
+    };
+    EXPECT_THAT(position(BoneOf(chain, 0)), ElementsAre(0, 0, 0));
+    EXPECT_THAT(position(second), ElementsAre(Get(BoneOf(chain, 0), L"length"), 0, 0));
+    EXPECT_THAT(position(third), ElementsAre(Get(second, L"length"), 0, 0));
+}
+
+TEST_F(Chains, HaveBonesThatPointAlongXWithTheNormalAsZ) {
+    const Zelk::Null hips = TurnedNull();
+    const CVector3 kWays[] = {{1, 0, 0},           {0, 1, 0},        {0, 0, 1},    {-1, 0, 0},
+                              {0, -1, 0},          {0, 0, -1},       {1, 2, 3},    {-3, 0.5, 1},
+                              {1, 1e-4, 0},        {1e-5, 0, 1},     {0, 1, 1e-6}, {5e3, 1, 0},
+                              {1e-150, 2e-150, 0}, {0, 1e150, 1e150}};
+    const CVector3 kNormals[] = {{0, 0, 1},  {0, 1, 0},           {1, 0, 0},         {1, 1, 1},
+                                 {0, 0, -7}, {1e-200, 0, 1e-200}, {1e200, -1e200, 0}};
+    for (const CVector3& way : kWays)
+        for (const CVector3& normal : kNormals) {
+            const Zelk::ChainRoot chain = AddChain(hips, {}, way, L"Root", normal);
+            const Zelk::ChainBone bone = BoneOf(chain, 0);
+            const CVector3 x = Axis(bone, 0);
+            const CVector3 z = Axis(bone, 2);
+            ExpectNear(Axis(bone, 1), Cross(z, x));
+            EXPECT_NEAR(Dot(x, x), 1.0, kExact);
+            EXPECT_NEAR(Dot(z, z), 1.0, kExact);
+            EXPECT_NEAR(Dot(x, z), 0.0, kExact);
+            const double length = std::hypot(way.x, way.y, way.z);
+            ExpectNear(x, {way.x / length, way.y / length, way.z / length});
+            const double size = std::hypot(normal.x, normal.y, normal.z);
+            const CVector3 unit = {normal.x / size, normal.y / size, normal.z / size};
+            const double share = Dot(unit, x);
+            if (std::fabs(share) > 1.0 - 1e-14) continue;  // parallel
+            // What is left of the normal without its share along the bone; short where they are
+            // nearly parallel, with its rounding error against it.
+            const CVector3 rest = {unit.x - share * x.x, unit.y - share * x.y,
+                                   unit.z - share * x.z};
+            const double left = std::hypot(rest.x, rest.y, rest.z);
+            ExpectNear(z, {rest.x / left, rest.y / left, rest.z / left}, 1e-15 / left + kExact);
+        }
+}
+
+TEST_F(Chains, TakeAnotherAxisForAParallelNormal) {
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const CVector3 kNormals[] = {{0, 0, 1}, {0, 0, -3}, {0, 0, 0}, {0, kNan, 0}, {kInfinity, 0, 0}};
+    for (const CVector3& normal : kNormals)
+        for (const double sign : {1.0, -1.0}) {
+            const Zelk::ChainBone bone =
+                BoneOf(AddChain(model, {}, {0, 0, 2 * sign}, L"Root", normal), 0);
+            ExpectNear(Axis(bone, 0), {0, 0, sign});
+            EXPECT_NEAR(Dot(Axis(bone, 2), Axis(bone, 0)), 0.0, kExact);
+            EXPECT_NEAR(Dot(Axis(bone, 2), Axis(bone, 2)), 1.0, kExact);
+            ExpectNear(Axis(bone, 1), Cross(Axis(bone, 2), Axis(bone, 0)));
+        }
+}
+
+TEST_F(Chains, GiveTheFirstBoneTheRootsOrientationWhereItHasNoLength) {
+    const Zelk::Null hips = TurnedNull();
+    const Zelk::ChainRoot chain = AddChain(hips, {1, 2, 3}, {1, 2, 3});
+    EXPECT_THAT(RecordOf(BoneOf(chain, 0)).local, ElementsAre(0, 0, 0, 0, 0, 0));
+    EXPECT_EQ(Get(BoneOf(chain, 0), L"length"), 0.0);
+    const Zelk::ChainBone second = AddBone(chain, {1, 5, 3});
+    ExpectNear(Axis(second, 0), {0, 1, 0});
+    ExpectNear(Origin(second), {1, 2, 3});
+    ExpectNear(Origin(chain.GetEffector()), {1, 5, 3});
+}
+
+TEST_F(Chains, GiveABoneWithoutLengthTheOrientationBefore) {
+    const Zelk::ChainRoot chain = AddChain(TurnedNull(), {1, 2, 3}, {4, 2, 7});
+    const Zelk::ChainBone second = AddBone(chain, {4, 2, 7});
+    const Zelk::ChainBone third = AddBone(chain, {4, 2, 7});
+    EXPECT_THAT(RecordOf(second).local, ElementsAre(5, 0, 0, 0, 0, 0));
+    EXPECT_THAT(RecordOf(third).local, ElementsAre(0, 0, 0, 0, 0, 0));
+    const Zelk::ChainBone last = AddBone(chain, {4, 2, 6});
+    ExpectNear(Axis(last, 0), {0, 0, -1});
+    ExpectNear(Origin(last), {4, 2, 7});
+}
+
+TEST_F(Chains, ContinueStraightWithoutARotation) {
+    const Zelk::ChainRoot chain = AddChain(model, {0, 0, 0}, {0, 2, 0});
+    const Zelk::ChainBone second = AddBone(chain, {0, 5, 0});
+    EXPECT_THAT(RecordOf(BoneOf(chain, 0)).local, ElementsAre(0, 0, 0, 0, 0, 90));
+    EXPECT_THAT(RecordOf(second).local, ElementsAre(2, 0, 0, 0, 0, 0));
+}
+
+TEST_F(Chains, SurvivePositionsThatAreNoPlaces) {
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    for (const double bad : {kNan, kInfinity, -kInfinity, 1.7e308, 5e-324})
+        for (int axis = 0; axis < 3; ++axis) {
+            CVector3 place = {1, 2, 3};
+            (axis == 0 ? place.x : axis == 1 ? place.y : place.z) = bad;
+            const Zelk::ChainRoot chain = AddChain(model, place, {1, 2, 3});
+            ASSERT_TRUE(chain.IsValid());
+            EXPECT_TRUE(AddBone(chain, place).IsValid());
+            EXPECT_TRUE(AddBone(chain, {0, 0, 0}).IsValid());
+            EXPECT_EQ(chain.GetBones().GetCount(), 3u);
+        }
+}
+
+TEST_F(Chains, EvaluateWithoutAMotionToWhereTheyStand) {
+    const Zelk::ChainRoot chain = AddChain(TurnedNull(), {1, 2, 3}, {4, 2, 7});
+    AddBone(chain, {4, 14, 12});
+    AddNull(chain.GetEffector(), L"Tip");
+    const headless::MotionEvaluator evaluator(Scene(), RecordOf(model), nullptr);
+    std::vector<headless::Transform> globals(evaluator.Objects().size());
+    evaluator.Evaluate(1.0, globals);
+    ASSERT_EQ(globals.size(), 7u);
+    for (std::size_t place = 0; place < globals.size(); ++place)
+        EXPECT_THAT(Distance(OfTransform(globals[place]), Standing(*evaluator.Objects()[place])),
+                    DoubleNear(0.0, kExact));
+}
+
+}  // namespace
