@@ -1,0 +1,87 @@
+#include "util/bone_matrices.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "headless/faults.h"
+#include "tests/support/core/session_text.h"
+#include "tests/util/matrix_text.h"
+#include "tests/util/scene.h"
+#include "util/scene_helpers.h"
+
+namespace {
+
+using util_test::Distance;
+using util_test::MakeModel;
+using util_test::MakeNull;
+using util_test::Matrix;
+using util_test::Turn;
+
+class BoneMatricesTest : public testing::Test {
+  protected:
+    void SetUp() override { support::StartSession(false); }
+
+    // A tree under a model: each null hangs under the one at half its number.
+    static std::vector<Zelk3DObject> MakeTree(int count) {
+        std::vector<Zelk3DObject> objects = {MakeModel(L"Skel")};
+        for (int i = 1; i < count; ++i) {
+            const auto parent = static_cast<std::size_t>(i) / 2;
+            objects.push_back(MakeNull(objects[parent], std::to_wstring(i).c_str()));
+            Turn(objects.back(), 7.0 * i, -3.0 * i, 11.0 * i);
+        }
+        return objects;
+    }
+};
+
+void ExpectAlike(BoneMatrixCache& cache, Zelk3DObject object, const Zelk::CString& stop) {
+    Matrix global, inverse;
+    GetBoneGlobalMatrix(object, stop, global.m, inverse.m);
+    const BoneMatrices& cached = cache.Get(object);
+    Matrix cachedGlobal, cachedInverse;
+    std::copy_n(&cached.global[0][0], 16, &cachedGlobal.m[0][0]);
+    std::copy_n(&cached.inverse[0][0], 16, &cachedInverse.m[0][0]);
+    // The products are formed from the other end, which moves the last digit or two.
+    EXPECT_LE(Distance(cachedGlobal, global), 4e-15);
+    EXPECT_LE(Distance(cachedInverse, inverse), 4e-15);
+}
+
+TEST_F(BoneMatricesTest, AreThoseOfEachObjectInAnyOrder) {
+    std::vector<Zelk3DObject> objects = MakeTree(40);
+    for (const wchar_t* stop : {L"Skel", L"3", L"nobody", L""}) {
+        BoneMatrixCache forwards(stop), backwards(stop);
+        for (const Zelk3DObject& object : objects)
+            ExpectAlike(forwards, object, stop);
+        for (auto object = objects.rbegin(); object != objects.rend(); ++object)
+            ExpectAlike(backwards, *object, stop);
+    }
+}
+
+TEST_F(BoneMatricesTest, OfNothingAreTheIdentity) {
+    BoneMatrixCache cache(L"Skel");
+    ExpectAlike(cache, Zelk3DObject(), L"Skel");
+}
+
+// The object that stops the others is turned like any other when it is asked for itself.
+TEST_F(BoneMatricesTest, OfTheStopItselfDoNotLeakIntoItsChildren) {
+    std::vector<Zelk3DObject> objects = MakeTree(8);
+    BoneMatrixCache cache(L"1");
+    ExpectAlike(cache, objects[1], L"1");
+    ExpectAlike(cache, objects[2], L"1");
+    ExpectAlike(cache, objects[5], L"1");
+}
+
+TEST_F(BoneMatricesTest, ReadEveryAncestorOnce) {
+    constexpr int kDepth = 3000;
+    std::vector<Zelk3DObject> objects = {MakeModel(L"Skel")};
+    for (int i = 0; i < kDepth; ++i)
+        objects.push_back(MakeNull(objects.back(), L"n"));
+    BoneMatrixCache cache(L"Skel");
+    const auto before = headless::OperationCalls("GetLocal");
+    for (std::size_t i = 1; i < objects.size(); ++i)
+        cache.Get(objects[i]);
+    EXPECT_EQ(headless::OperationCalls("GetLocal") - before, static_cast<unsigned>(kDepth));
+}
+
+}  // namespace

@@ -1,0 +1,182 @@
+// Many rotations at a time against the steps one by one.
+#include "util/rotation_batch.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "tests/util/matrix_text.h"
+#include "util/rotation_kernel.h"
+#include "util/rotation_math.h"
+
+namespace {
+
+using util_test::Distance;
+using util_test::Matrix;
+
+constexpr int kOrders[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}};
+
+Matrix Rotation(double x, double y, double z) {
+    Matrix matrix;
+    MatrixRotationXYZ(matrix.m, x * kDegreesToRadians, y * kDegreesToRadians,
+                      z * kDegreesToRadians);
+    return matrix;
+}
+
+// The last of a few matrices is none.
+struct Surroundings {
+    Matrix before = Rotation(17, -33, 71);
+    Matrix behind = Rotation(-140, 25, 9);
+
+    template <class Use>
+    void ForEach(Use use) const {
+        for (const auto& order : kOrders)
+            for (int which = 0; which < 4; ++which) {
+                RotationProduct product;
+                std::copy_n(order, 3, product.axis);
+                if (which & 1) product.before = before.m;
+                if (which & 2) product.behind = behind.m;
+                use(product);
+            }
+    }
+};
+
+RotationBlock RandomBlock(std::uint64_t seed, double range) {
+    std::mt19937_64 random(seed);
+    RotationBlock block;
+    for (auto& angles : block.angle)
+        for (double& angle : angles)
+            angle = (static_cast<double>(random() % 2'000'001) / 1e6 - 1.0) * range;
+    return block;
+}
+
+// The same turn, told apart from the same angles: near half a turn the two signs are neighbours.
+double DistanceOfTurns(const RotationBlock& block, std::size_t lane, const double angles[3]) {
+    return Distance(Rotation(block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]),
+                    Rotation(angles[0], angles[1], angles[2]));
+}
+
+void ExpectAlike(const RotationBlock& given, const RotationProduct& product) {
+    RotationBlock block = given;
+    ConvertRotations(block, product);
+    for (std::size_t lane = 0; lane < kRotationBlock; ++lane) {
+        double angles[3] = {given.angle[0][lane], given.angle[1][lane], given.angle[2][lane]};
+        ConvertRotation(angles, product);
+        ASSERT_LE(DistanceOfTurns(block, lane, angles), 2e-11) << lane;
+        for (int i = 0; i < 3; ++i) {
+            const double off = std::remainder(block.angle[i][lane] - angles[i], 360.0);
+            ASSERT_LE(std::fabs(off), 1e-9) << lane << " angle " << i;
+        }
+    }
+}
+
+TEST(RotationBatch, GivesTheAnglesOfTheSteps) {
+    for (const double range : {180.0, 10.0, 1e-3, 1e5})
+        Surroundings().ForEach([range](const RotationProduct& product) {
+            ExpectAlike(RandomBlock(static_cast<std::uint64_t>(range), range), product);
+        });
+}
+
+// Every eighth of a turn, where sines and cosines vanish and pitches lock.
+TEST(RotationBatch, GivesTheAnglesOfTheStepsOnAGrid) {
+    std::vector<double> all;
+    for (int i = 0; i < 8 * 8 * 8; ++i)
+        for (const int digit : {i % 8, i / 8 % 8, i / 64})
+            all.push_back(45.0 * (digit - 3));
+    Surroundings().ForEach([&all](const RotationProduct& product) {
+        for (std::size_t first = 0; first < 512; first += kRotationBlock) {
+            RotationBlock block;
+            for (std::size_t lane = 0; lane < kRotationBlock; ++lane)
+                for (std::size_t i = 0; i < 3; ++i)
+                    block.angle[i][lane] = all[(first + lane) * 3 + i];
+            const RotationBlock given = block;
+            ConvertRotations(block, product);
+            for (std::size_t lane = 0; lane < kRotationBlock; ++lane) {
+                double angles[3] = {given.angle[0][lane], given.angle[1][lane],
+                                    given.angle[2][lane]};
+                ConvertRotation(angles, product);
+                ASSERT_LE(DistanceOfTurns(block, lane, angles), 2e-11);
+            }
+        }
+    });
+}
+
+// What does not turn comes out as the same angles to the last bit, whichever way it goes.
+TEST(RotationBatch, GivesHalfTurnsTheirSign) {
+    for (const auto& order : kOrders) {
+        RotationProduct product;
+        std::copy_n(order, 3, product.axis);
+        RotationBlock block = {};
+        ConvertRotations(block, product);
+        double angles[3] = {};
+        ConvertRotation(angles, product);
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(angles[i], -180.0);
+            EXPECT_EQ(block.angle[i][0], -180.0);
+            EXPECT_EQ(block.angle[i][kRotationBlock - 1], -180.0);
+        }
+    }
+}
+
+TEST(RotationBatch, StepsWhereAPitchIsLocked) {
+    for (const double pitch : {90.0, -90.0, 89.9999, 90.5, -89.5, 270.0}) {
+        RotationBlock block = RandomBlock(7, 180.0);
+        std::fill_n(block.angle[1], kRotationBlock, pitch);
+        const RotationBlock given = block;
+        ConvertRotations(block, RotationProduct());
+        for (std::size_t lane = 0; lane < kRotationBlock; ++lane) {
+            double angles[3] = {given.angle[0][lane], given.angle[1][lane], given.angle[2][lane]};
+            ConvertRotation(angles, RotationProduct());
+            for (int i = 0; i < 3; ++i)
+                ASSERT_EQ(block.angle[i][lane], angles[i]) << pitch;
+        }
+    }
+}
+
+TEST(RotationBatch, StepsWhereAnAngleIsNoNumber) {
+    const double strange[] = {std::numeric_limits<double>::quiet_NaN(), HUGE_VAL, -HUGE_VAL};
+    Surroundings().ForEach([&](const RotationProduct& product) {
+        RotationBlock block = RandomBlock(8, 180.0);
+        for (std::size_t lane = 0; lane < kRotationBlock; lane += 2)
+            block.angle[lane / 2 % 3][lane] = strange[lane / 6 % 3];
+        const RotationBlock given = block;
+        ConvertRotations(block, product);
+        for (std::size_t lane = 0; lane < kRotationBlock; ++lane) {
+            double angles[3] = {given.angle[0][lane], given.angle[1][lane], given.angle[2][lane]};
+            ConvertRotation(angles, product);
+            for (int i = 0; i < 3; ++i)
+                ASSERT_EQ(std::isnan(block.angle[i][lane]), std::isnan(angles[i]))
+                    << lane << " angle " << i;
+        }
+    });
+}
+
+// Whichever this machine would choose, both sets of loops agree.
+TEST(RotationBatch, HasTheSameLoopsForEveryProcessor) {
+#ifdef ZKMOCAP_HAVE_AVX2_KERNEL
+    if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma"))
+        GTEST_SKIP() << "this processor has one kind of loop alone";
+    Surroundings().ForEach([](const RotationProduct& product) {
+        const RotationBlock block = RandomBlock(9, 180.0);
+        RotationKernelResult plain, vector;
+        RotationKernelPlain(block, product, plain);
+        RotationKernelAvx2(block, product, vector);
+        for (std::size_t lane = 0; lane < kRotationBlock; ++lane) {
+            ASSERT_NEAR(plain.cosine[lane], vector.cosine[lane], 1e-14);
+            if (plain.cosine[lane] < 1e-2) continue;
+            for (int i = 0; i < 3; ++i)
+                ASSERT_LE(
+                    std::fabs(std::remainder(plain.angle[i][lane] - vector.angle[i][lane], 360.0)),
+                    1e-9);
+        }
+    });
+#else
+    GTEST_SKIP() << "this build has one kind of loop alone";
+#endif
+}
+
+}  // namespace

@@ -1,0 +1,131 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <limits>
+#include <ostream>
+#include <random>
+
+#include "tests/util/matrix_text.h"
+#include "util/rotation_math.h"
+
+namespace {
+
+using util_test::Distance;
+using util_test::Matrix;
+using util_test::Of;
+using util_test::Same;
+using util_test::Transposed;
+
+const Matrix kIdentity = Of({{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}});
+
+// Every entry is written: nothing of what stood there before may show.
+Matrix Dirty() {
+    Matrix matrix;
+    std::fill_n(&matrix.m[0][0], 16, std::numeric_limits<double>::quiet_NaN());
+    return matrix;
+}
+
+template <class Function, class... Angles>
+Matrix Made(Function function, Angles... angles) {
+    Matrix matrix = Dirty();
+    function(matrix.m, angles...);
+    return matrix;
+}
+
+Matrix Product(const Matrix& a, const Matrix& b) {
+    Matrix out = Dirty();
+    MatrixMult(a.m, b.m, out.m);
+    return out;
+}
+
+TEST(RotationConstants, AreTheStatedDoubles) {
+    EXPECT_EQ(kPi, 3.141592653589793);
+    EXPECT_EQ(kDegreesToRadians, 0.017453292519943295);
+    EXPECT_EQ(kRadiansToDegrees, 57.29577951308232);
+}
+
+TEST(Identity, HasOnesOnItsDiagonalAlone) {
+    EXPECT_TRUE(Same(Made(MatrixIdentity), kIdentity));
+}
+
+TEST(AxisRotation, HoldsTheAnglesCosineAndSine) {
+    for (const double angle : {0.0, 0.3, -1.2, kPi / 2, kPi, -kPi, 4.0, 100.0}) {
+        const double c = std::cos(angle);
+        const double s = std::sin(angle);
+        EXPECT_TRUE(Same(Made(MatrixRotationX, angle),
+                         Of({{{1, 0, 0, 0}, {0, c, s, 0}, {0, -s, c, 0}, {0, 0, 0, 1}}})));
+        EXPECT_TRUE(Same(Made(MatrixRotationY, angle),
+                         Of({{{c, 0, -s, 0}, {0, 1, 0, 0}, {s, 0, c, 0}, {0, 0, 0, 1}}})));
+        EXPECT_TRUE(Same(Made(MatrixRotationZ, angle),
+                         Of({{{c, s, 0, 0}, {-s, c, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}})));
+    }
+}
+
+// Row vectors: row i is where axis i goes.
+TEST(AxisRotation, TurnsTheNextAxisTowardsTheOneAfter) {
+    EXPECT_NEAR(Made(MatrixRotationX, kPi / 2).m[1][2], 1.0, 1e-15);
+    EXPECT_NEAR(Made(MatrixRotationY, kPi / 2).m[2][0], 1.0, 1e-15);
+    EXPECT_NEAR(Made(MatrixRotationZ, kPi / 2).m[0][1], 1.0, 1e-15);
+}
+
+TEST(Product, IsThatOfFullMatrices) {
+    const Matrix a = Of({{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 10, 11, 12}, {13, 14, 15, 16}}});
+    const Matrix b = Of({{{2, 0, 1, 0}, {0, 3, 0, 1}, {1, 0, 0, 2}, {0, 1, 4, 0}}});
+    EXPECT_TRUE(Same(Product(a, b),
+                     Of({{{5, 10, 17, 8}, {17, 26, 37, 20}, {29, 42, 57, 32}, {41, 58, 77, 44}}})));
+    EXPECT_TRUE(Same(Product(a, kIdentity), a));
+    EXPECT_TRUE(Same(Product(kIdentity, a), a));
+}
+
+// Summed from zero in rising order, one term after the other.
+TEST(Product, AddsItsTermsInOrder) {
+    const Matrix a = Of({{{1e16, 1, -1e16, 1}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}}});
+    const Matrix ones = Of({{{1, 1, 1, 1}, {1, 1, 1, 1}, {1, 1, 1, 1}, {1, 1, 1, 1}}});
+    EXPECT_EQ(Product(a, ones).m[0][0], ((0.0 + 1e16 + 1.0) - 1e16) + 1.0);
+}
+
+TEST(Product, ClearsItsResultBeforeItReads) {
+    Matrix a = Of({{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 1, 2, 3}, {4, 5, 6, 7}}});
+    MatrixMult(a.m, kIdentity.m, a.m);
+    EXPECT_TRUE(Same(a, Of({{{0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}}})));
+}
+
+struct Angles {
+    double x, y, z;
+};
+
+const Angles kAngles[] = {{0, 0, 0},   {0.1, 0.2, 0.3},   {-1.0, 2.0, -3.0},
+                          {kPi, 0, 0}, {0, kPi / 2, 0},   {1, -kPi / 2, 0.5},
+                          {7, 8, 9},   {-0.0, -0.0, -0.0}};
+
+TEST(Composite, TurnsInTheOrderOfItsName) {
+    for (const auto& [x, y, z] : kAngles) {
+        const Matrix rx = Made(MatrixRotationX, x);
+        const Matrix ry = Made(MatrixRotationY, y);
+        const Matrix rz = Made(MatrixRotationZ, z);
+        EXPECT_TRUE(Same(Made(MatrixRotationXYZ, x, y, z), Product(Product(rx, ry), rz)));
+        EXPECT_TRUE(Same(Made(MatrixRotationZYX, x, y, z), Product(Product(rz, ry), rx)));
+    }
+}
+
+TEST(Composite, OfNegatedAnglesBackwardsIsTheInverse) {
+    for (const auto& [x, y, z] : kAngles) {
+        const Matrix there = Made(MatrixRotationXYZ, x, y, z);
+        const Matrix back = Made(MatrixRotationZYX, -x, -y, -z);
+        // The same products, term for term, so the very same numbers up to the order of sums.
+        EXPECT_LE(Distance(back, Transposed(there)), 1e-15);
+        EXPECT_LE(Distance(Product(there, back), kIdentity), 1e-15);
+    }
+}
+
+TEST(Composite, MovesNothing) {
+    const Matrix m = Made(MatrixRotationXYZ, 0.4, -0.7, 2.2);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(m.m[3][i], 0.0);
+        EXPECT_EQ(m.m[i][3], 0.0);
+    }
+    EXPECT_EQ(m.m[3][3], 1.0);
+}
+
+}  // namespace

@@ -1,0 +1,79 @@
+#include "util/progress_bar.h"
+
+#include <limits>
+
+namespace {
+
+constexpr std::int32_t kHostMinimum = 0;
+constexpr std::int32_t kHostMaximum = 32000;
+constexpr std::int32_t kHostStep = 1;
+
+// Truncated to 32 bits the way the processor does it: what does not fit, and what is no number, is
+// the smallest integer.
+std::int32_t Truncate(double value) {
+    constexpr auto kSmallest = std::numeric_limits<std::int32_t>::min();
+    const bool fits = value > -2147483649.0 && value < 2147483648.0;
+    return fits ? static_cast<std::int32_t>(value) : kSmallest;
+}
+
+bool IsInteractive() {
+    // A host that does not answer counts as interactive.
+    std::int16_t interactive = Zelk::kAutomationTrue;
+    Zelk::AutomationApplication().GetInteractive(interactive);
+    return interactive == Zelk::kAutomationTrue;
+}
+
+Zelk::ProgressBar HostBar() {
+    Zelk::UIToolkit toolkit;
+    if (!IsInteractive() || !Zelk::UIToolkit::Create(toolkit).Succeeded()) return {};
+    return toolkit.GetProgressBar();
+}
+
+}  // namespace
+
+CIFPlugProgressBar::CIFPlugProgressBar() : bar(HostBar()) {
+    if (!bar.IsValid()) return;
+    bar.PutMinimum(kHostMinimum);
+    bar.PutMaximum(kHostMaximum);
+    bar.PutStep(kHostStep);
+}
+
+CIFPlugProgressBar::~CIFPlugProgressBar() {
+    Hide();
+}
+
+void CIFPlugProgressBar::Show() {
+    if (bar.IsValid()) bar.PutVisible(Zelk::kAutomationTrue);
+}
+
+void CIFPlugProgressBar::Hide() {
+    if (bar.IsValid()) bar.PutVisible(Zelk::kAutomationFalse);
+}
+
+void CIFPlugProgressBar::SetRange(unsigned int newRange) {
+    range = newRange;
+}
+
+void CIFPlugProgressBar::Advance(unsigned int step) {
+    if (!bar.IsValid()) return;
+    position += step;
+    const double share = static_cast<double>(position) / static_cast<double>(range);
+    bar.PutValue(Truncate(share * kHostMaximum + 0.5));
+}
+
+void CIFPlugProgressBar::Reset() {
+    if (!bar.IsValid()) return;
+    position = 0;
+    bar.PutValue(0);
+}
+
+void CIFPlugProgressBar::SetText(const Zelk::CString& text) {
+    if (bar.IsValid()) bar.PutCaption(text);
+}
+
+bool CIFPlugProgressBar::IsCancelled() {
+    if (!bar.IsValid()) return false;
+    std::int16_t pressed = 0;
+    bar.GetCancelPressed(pressed);
+    return pressed == Zelk::kAutomationTrue;
+}

@@ -1,0 +1,69 @@
+#include "util/rotation_batch.h"
+
+#include <cmath>
+#include <cstring>
+
+#include "util/rotation_kernel.h"
+#include "util/rotation_math.h"
+
+namespace {
+
+// Below this cosine the steps' own arc sine loses digits, which then are theirs to lose; it lies
+// well above the one at which they see gimbal lock.
+constexpr double kNearGimbalLock = 1e-2;
+
+RotationKernel ChooseKernel() {
+#ifdef ZKMOCAP_HAVE_AVX2_KERNEL
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) return RotationKernelAvx2;
+#endif
+    return RotationKernelPlain;
+}
+
+void AxisRotation(double m[4][4], int axis, double angle) {
+    if (axis == 0) return MatrixRotationX(m, angle);
+    if (axis == 1) return MatrixRotationY(m, angle);
+    MatrixRotationZ(m, angle);
+}
+
+void MultiplyInto(double all[4][4], const double factor[4][4]) {
+    double product[4][4];
+    MatrixMult(all, factor, product);
+    std::memcpy(all, product, sizeof(product));
+}
+
+}  // namespace
+
+void ConvertRotation(double angles[3], const RotationProduct& product) {
+    double all[4][4];
+    MatrixIdentity(all);
+    if (product.before != nullptr) MultiplyInto(all, product.before);
+    for (int i = 0; i < 3; ++i) {
+        double turn[4][4];
+        AxisRotation(turn, product.axis[i], angles[i] * kDegreesToRadians);
+        MultiplyInto(all, turn);
+    }
+    if (product.behind != nullptr) MultiplyInto(all, product.behind);
+    MatrixGetEulerAngles(all, angles[0], angles[1], angles[2]);
+    for (int i = 0; i < 3; ++i)
+        angles[i] *= kRadiansToDegrees;
+}
+
+void ConvertRotations(RotationBlock& block, const RotationProduct& product) {
+    static const RotationKernel kernel = ChooseKernel();
+    RotationKernelResult result;
+    kernel(block, product, result);
+    for (std::size_t lane = 0; lane < kRotationBlock; ++lane) {
+        double angles[3] = {block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]};
+        // What is no number spreads further in the steps, so it goes that way too: each of the
+        // three given angles shows in one of the results.
+        const double sum = result.angle[0][lane] + result.angle[1][lane] + result.angle[2][lane];
+        if (!(result.cosine[lane] > kNearGimbalLock) || std::isnan(sum)) {
+            ConvertRotation(angles, product);
+        } else {
+            for (int i = 0; i < 3; ++i)
+                angles[i] = result.angle[i][lane];
+        }
+        for (int i = 0; i < 3; ++i)
+            block.angle[i][lane] = angles[i];
+    }
+}

@@ -1,0 +1,20 @@
+// The vector loops behind rotation_batch.h. Each instruction set has its own copy of them.
+#pragma once
+
+#include "util/rotation_batch.h"
+
+struct RotationKernelResult {
+    alignas(64) double angle[3][kRotationBlock];  // X-Y-Z, degrees
+    // Of the pitch angle, as its magnitude: small means close to gimbal lock.
+    alignas(64) double cosine[kRotationBlock];
+};
+
+using RotationKernel = void (*)(const RotationBlock&, const RotationProduct&,
+                                RotationKernelResult&);
+
+void RotationKernelPlain(const RotationBlock& block, const RotationProduct& product,
+                         RotationKernelResult& result);
+#ifdef ZKMOCAP_HAVE_AVX2_KERNEL
+void RotationKernelAvx2(const RotationBlock& block, const RotationProduct& product,
+                        RotationKernelResult& result);
+#endif
