@@ -1,0 +1,47 @@
+// Re-expresses the rotations of a file in the frame of each bone or null, whose rest orientation is
+// the scene's and not the file's.
+#include "mocap/mocap_import_base.h"
+#include "mocap/rotation_keys.h"
+#include "util/bone_matrices.h"
+#include "util/rotation_math.h"
+
+namespace {
+
+// global * Rx * Ry * Rz * inverse * pose, frame by frame
+void MapRotations(MOCAPMODEL::CHANNELS* const* list, std::uint32_t frameCount,
+                  const BoneMatrices& bone, const double pose[4][4]) {
+    double behind[4][4];
+    MatrixMult(bone.inverse, pose, behind);
+    RotationProduct product;
+    product.before = bone.global;
+    product.behind = behind;
+    RotationKeys::ByType(list).Convert(frameCount, product);
+}
+
+}  // namespace
+
+std::int32_t CMocapImportBase::FixBonesRotations() {
+    progressBar->SetText(L"Mapping rotations to bones...");
+    BoneMatrixCache matrices(modelName);
+    for (const auto& node : models) {
+        if (CheckCancelled()) return Zelk::status::kCancelled;
+        if (format == MOCAP_FORMAT_BIOVISION) progressBar->Advance(10);
+
+        CHANNELS* list[3] = {};
+        GetAllRotationChannels(node.get(), list);
+        if (list[0] != nullptr && LacksKeys(*list[0])) continue;
+        const std::int32_t status = AllocateAllRotationChannels(node.get(), list);
+        if (status < 0) return status;
+        if (status == Zelk::status::kNoRotation) continue;
+
+        const Zelk3DObject target =
+            node->bone.IsValid() ? Zelk3DObject(node->bone) : Zelk3DObject(node->nullObject);
+        if (!target.IsValid()) continue;
+        double pose[4][4];
+        MatrixRotationXYZ(pose, node->basePose[3] * kDegreesToRadians,
+                          node->basePose[4] * kDegreesToRadians,
+                          node->basePose[5] * kDegreesToRadians);
+        MapRotations(list, frameCount, matrices.Get(target), pose);
+    }
+    return Zelk::status::kOk;
+}

@@ -1,0 +1,187 @@
+// The skeleton as chains of bones. The tree is cut where joints branch or come loose; what cannot
+// be a bone becomes a null, above all the joints at which chains end and others begin.
+#include "mocap/bones_skeleton.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+
+#include "host/constants.h"
+#include "host/math.h"
+#include "mocap/mocap_import_base.h"
+#include "util/bone_matrices.h"
+#include "util/scene_helpers.h"
+
+namespace {
+
+constexpr Zelk::MATH::CVector3 kChainNormal{0.0, 0.0, 1.0};
+constexpr const wchar_t* kRotationNames[] = {L"rotx", L"roty", L"rotz"};
+
+bool LiesInsideChain(const MOCAPMODEL& node) {
+    return node.childCount == 1 && node.boneChildCount != 0;
+}
+
+Zelk::MATH::CVector3 PositionOf(const MOCAPMODEL& node) {
+    return {node.globalPosition[0], node.globalPosition[1], node.globalPosition[2]};
+}
+
+bool HasZeroOffset(const MOCAPMODEL& node) {
+    return node.offset[0] == 0.0 && node.offset[1] == 0.0 && node.offset[2] == 0.0;
+}
+
+// The host's name as 8-bit text by the process's character locale, up to the first character that
+// has none there; null without memory.
+std::unique_ptr<char[]> NarrowName(const Zelk::CString& name) {
+    const std::size_t capacity = std::size_t{name.Length()} * MB_CUR_MAX + 1;
+    std::unique_ptr<char[]> text(new (std::nothrow) char[capacity]());
+    if (text) std::wcstombs(text.get(), name.GetWideString(), capacity - 1);
+    return text;
+}
+
+}  // namespace
+
+BoneChain GatherChain(MOCAPMODEL* last) {
+    BoneChain chain{last};
+    for (MOCAPMODEL* node = last->parent; node != nullptr && node->childCount <= 1;
+         node = node->parent) {
+        if (node->boneChildCount == 0) break;
+        chain.push_back(node);
+        if (node->isDetached) break;
+    }
+    std::reverse(chain.begin(), chain.end());
+    return chain;
+}
+
+int ChainsCompare(const void* a, const void* b) {
+    const BoneChain& left = **static_cast<const BoneChain* const*>(a);
+    const BoneChain& right = **static_cast<const BoneChain* const*>(b);
+    if (left.front()->depth != right.front()->depth)
+        return left.front()->depth > right.front()->depth ? 1 : -1;
+    if (left.size() != right.size()) return left.size() > right.size() ? 1 : -1;
+    return 0;
+}
+
+Zelk::CStatus CMocapImportBase::CreateBonesSkeleton() {
+    std::vector<BoneChain> chains;
+    std::vector<const BoneChain*> sorted;
+    try {
+        for (const auto& node : models)
+            if (!LiesInsideChain(*node)) chains.push_back(GatherChain(node.get()));
+        for (const BoneChain& chain : chains)
+            sorted.push_back(&chain);
+        // Parents before children, short before long, otherwise in list order.
+        std::stable_sort(sorted.begin(), sorted.end(),
+                         [](const auto& a, const auto& b) { return ChainsCompare(&a, &b) < 0; });
+    } catch (const std::bad_alloc&) {
+        return Zelk::status::kOutOfMemory;
+    }
+    for (const BoneChain* chain : sorted) {
+        const Zelk::CStatus status = CreateChainObjects(*chain);
+        if (!status.Succeeded()) return status;
+    }
+    return Zelk::status::kOk;
+}
+
+Zelk::CStatus CMocapImportBase::CreateChainObjects(const BoneChain& chain) {
+    MOCAPMODEL* const first = chain.front();
+    MOCAPMODEL* const last = chain.back();
+    Zelk3DObject parent = ParentObject(first);
+    const bool hasBone = !first->isDetached && chainFromParentJoint && first->parent != nullptr;
+    if (chain.size() == 1 && !hasBone) return CreateNull(first, parent);
+
+    Zelk::ChainRoot root;
+    Zelk::ChainEffector effector;
+    Zelk::CStatus status = CreateChainBones(chain, parent, root, effector);
+    if (!status.Succeeded()) return status;
+
+    if (effectorToLastBone) {
+        const Zelk::CRefArray bones = root.GetBones();
+        if (bones.GetCount() == 0) return Zelk::status::kOk;
+        Zelk::CRefArray moved;
+        moved.Add(effector.GetRef());
+        status = Zelk3DObject(bones[bones.GetCount() - 1]).AddChild(moved);
+        if (!status.Succeeded()) return status;
+    }
+    if (last->childCount == 0 && !last->isDetached) return Zelk::status::kOk;
+    // At the effector exactly; the chains below find their parent here.
+    std::fill(last->offset, last->offset + 3, 0.0);
+    return CreateNull(last, effector);
+}
+
+Zelk::CStatus CMocapImportBase::CreateChainBones(const BoneChain& chain, Zelk3DObject& parent,
+                                                 Zelk::ChainRoot& root,
+                                                 Zelk::ChainEffector& effector) {
+    MOCAPMODEL* const first = chain.front();
+    const bool startsAtItself = first->isDetached && first->boneChildCount > 0;
+    std::size_t next = 0;
+    Zelk::CStatus status;
+    if (chainFromParentJoint && !startsAtItself) {
+        MOCAPMODEL start;
+        // The bone, the chain's root and its effector get the name, as often as the parent begins a
+        // chain.
+        const Zelk::CString parentName = parent.GetName();
+        if (!derivedNames.Take(std::size_t{3} * parentName.Length()))
+            return Fail(Zelk::status::kOutOfMemory, L"Out of memory");
+        start.name = NarrowName(parentName);
+        if (!start.name) return Zelk::status::kOutOfMemory;
+        if (first->parent != nullptr)
+            std::copy_n(first->parent->globalPosition, 3, start.globalPosition);
+        status = CreateBoneChain(&start, first, parent, root, effector);
+    } else {
+        status = CreateBoneChain(first, chain[1], parent, root, effector);
+        next = 1;
+    }
+    for (; status.Succeeded() && next + 1 < chain.size(); ++next) {
+        MOCAPMODEL* const end = chain[next + 1];
+        if (format == MOCAP_FORMAT_BIOVISION && end->isEndSite && HasZeroOffset(*end)) break;
+        status = CreateBone(chain[next], end, root);
+    }
+    return status;
+}
+
+Zelk::CStatus CMocapImportBase::CreateBoneChain(MOCAPMODEL* start, MOCAPMODEL* end,
+                                                Zelk3DObject& parent, Zelk::ChainRoot& root,
+                                                Zelk::ChainEffector& effector) {
+    const Zelk::CString name = ZelkStringFromANSI(start->name.get());
+    const Zelk::CStatus status =
+        parent.Add2DChain(PositionOf(*start), PositionOf(*end), kChainNormal,
+                          Zelk::zk2DChainNormalAlign, name + L"Root", root);
+    if (!status.Succeeded()) {
+        RecordError(L"Failed to create 2D chain");
+        return status;
+    }
+    for (const wchar_t* parameter : {L"posx", L"posy", L"posz", L"rotx", L"roty", L"rotz"})
+        AddBasePose(root, parameter, nullptr);
+
+    const Zelk::CRefArray bones = root.GetBones();
+    Zelk::ChainBone bone;
+    if (bones.GetCount() > 0) bone = Zelk::ChainBone(bones[0]);
+    if (!bone.IsValid()) return Zelk::status::kFail;
+    bone.PutName(name);
+    start->bone = bone;
+    AddBoneBasePose(*start);
+
+    effector = root.GetEffector();
+    effector.PutName(name + L"Eff");
+    return Zelk::status::kOk;
+}
+
+Zelk::CStatus CMocapImportBase::CreateBone(MOCAPMODEL* start, MOCAPMODEL* end,
+                                           Zelk::ChainRoot& root) {
+    const Zelk::CStatus status = root.AddBone(PositionOf(*end), Zelk::zkChainBonePin,
+                                              ZelkStringFromANSI(start->name.get()), start->bone);
+    if (!status.Succeeded()) {
+        RecordError(L"Failed to add bone to chain");
+        return status;
+    }
+    AddBoneBasePose(*start);
+    return Zelk::status::kOk;
+}
+
+void CMocapImportBase::AddBoneBasePose(MOCAPMODEL& node) {
+    double* value = node.basePose + kRotationX - 1;
+    for (const wchar_t* parameter : kRotationNames)
+        AddBasePose(node.bone, parameter, value++);
+    if (format == MOCAP_FORMAT_ACCLAIM && FindChannel(node, kBoneLength) != nullptr)
+        AddBasePose(node.bone, L"bone.length", value);
+}

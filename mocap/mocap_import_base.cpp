@@ -1,0 +1,65 @@
+#include "mocap/mocap_import_base.h"
+
+#include <new>
+
+CMocapImportBase::CMocapImportBase(MOCAP_FORMAT sourceFormat) : format(sourceFormat) {}
+
+CMocapImportBase::~CMocapImportBase() = default;
+
+void CMocapImportBase::SetOptions(bool nulls, bool fromParentJoint, bool effectorUnderBone,
+                                  bool group) {
+    useNulls = nulls;
+    chainFromParentJoint = fromParentJoint;
+    effectorToLastBone = effectorUnderBone;
+    createGroup = group;
+}
+
+const Zelk::CString& CMocapImportBase::GetLastError(std::uint32_t* line,
+                                                    std::uint32_t* column) const {
+    if (line != nullptr) *line = errorLine;
+    if (column != nullptr) *column = errorColumn;
+    return errorMessage;
+}
+
+void CMocapImportBase::RecordError(const Zelk::CString& message) {
+    errorMessage = message;
+    const bool isError = !message.IsEmpty();
+    errorLine = isError ? stringFile.GetCurrentLine() : 0;
+    errorColumn = isError ? stringFile.GetCurrentColumn() : 0;
+}
+
+std::int32_t CMocapImportBase::Fail(std::int32_t status, const Zelk::CString& message) {
+    RecordError(message);
+    return status;
+}
+
+bool CMocapImportBase::CheckCancelled() {
+    if (!progressBar->IsCancelled()) return false;
+    RecordError(L"User cancelled command");
+    return true;
+}
+
+Zelk3DObject CMocapImportBase::GetModelParent(const MOCAPMODEL* node) const {
+    return node->parent != nullptr ? Zelk3DObject(node->parent->nullObject) : Zelk3DObject();
+}
+
+Zelk3DObject CMocapImportBase::ParentObject(const MOCAPMODEL* node) const {
+    const Zelk3DObject parent = GetModelParent(node);
+    return parent.IsValid() ? parent : lastModel;
+}
+
+Zelk3DObject CMocapImportBase::AnimatedObject(const MOCAPMODEL& node) {
+    return node.nullObject.IsValid() ? Zelk3DObject(node.nullObject) : Zelk3DObject(node.bone);
+}
+
+MOCAPMODEL* CMocapImportBase::AppendNode() {
+    // A section without content can ask for a node with six bytes, which is worth hundreds in the
+    // scene. Nodes that say anything about themselves take more of a file than this.
+    constexpr std::size_t kAlways = 1024;
+    constexpr std::size_t kBytesForANode = 20;
+    if (models.size() >= kAlways + stringFile.GetSize() / kBytesForANode) return nullptr;
+    std::unique_ptr<MOCAPMODEL> node(new (std::nothrow) MOCAPMODEL);
+    if (!node) return nullptr;
+    models.push_back(std::move(node));
+    return models.back().get();
+}

@@ -1,0 +1,144 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "host/action.h"
+#include "host/parameter.h"
+#include "host/scene_objects.h"
+#include "host/status.h"
+#include "host/string.h"
+#include "mocap/bones_skeleton.h"
+#include "mocap/mocap_model.h"
+#include "mocap/text_allowance.h"
+#include "textio/string_file.h"
+#include "util/progress_bar.h"
+
+// What both importers share: options, the error record, the parsed skeleton, and the building of
+// scene objects from it. Operations return host status codes, negative on failure; a failing
+// operation records at most one message.
+class CMocapImportBase {
+  public:
+    enum MOCAP_FORMAT { MOCAP_FORMAT_BIOVISION = 0, MOCAP_FORMAT_ACCLAIM = 1 };
+
+    explicit CMocapImportBase(MOCAP_FORMAT sourceFormat);
+    virtual ~CMocapImportBase();
+    CMocapImportBase(const CMocapImportBase&) = delete;
+    CMocapImportBase& operator=(const CMocapImportBase&) = delete;
+
+    // Nulls or bone chains; a chain starts at the parent's joint; each chain's effector becomes a
+    // child of its last bone; the animated objects are gathered in a group.
+    void SetOptions(bool nulls, bool fromParentJoint, bool effectorUnderBone, bool group);
+
+    // The last recorded message, empty without an error, and the reader's position at that moment,
+    // counted from 0. Either pointer may be null.
+    const Zelk::CString& GetLastError(std::uint32_t* line, std::uint32_t* column) const;
+    // Whether that was while a file was parsed, so that the line means something.
+    bool WasParsing() const { return parsing; }
+
+    // What the last import made; empty handles where it did not get that far.
+    Zelk::Model GetLastModel() const { return lastModel; }
+    Zelk::ActionSource GetLastBasePose() const { return lastBasePose; }
+    Zelk::ActionSource GetLastMotion() const { return lastMotion; }
+
+  protected:
+    using CHANNELS = MOCAPMODEL::CHANNELS;
+
+    // Replaces the recorded error; an empty message clears it.
+    void RecordError(const Zelk::CString& message);
+    // The same, returning `status`.
+    std::int32_t Fail(std::int32_t status, const Zelk::CString& message);
+    // Whether the user pressed cancel; then "User cancelled command" is recorded.
+    bool CheckCancelled();
+
+    // The parent's null; empty for a root and where the parent was not made as a null.
+    Zelk3DObject GetModelParent(const MOCAPMODEL* node) const;
+    // The same, or the model where that is empty.
+    Zelk3DObject ParentObject(const MOCAPMODEL* node) const;
+    // The node's null or, without one, its bone; empty where it has neither.
+    static Zelk3DObject AnimatedObject(const MOCAPMODEL& node);
+
+    // Appends a new node to the list; null without memory, and where there are more nodes than a
+    // file of this size can mean.
+    MOCAPMODEL* AppendNode();
+
+    // --- rotation_order.cpp ---
+    // Appends the node's rotation slots, at most three, in slot order. `list` is not cleared.
+    static void GetAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
+    // Completes the node's rotation channels with zero-valued ones. The list holds its own in slot
+    // order, then the new. kNoRotation, with an empty list, where the node has none.
+    std::int32_t AllocateAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
+    // Rewrites the keys of every node whose rotations are not listed x before y before z.
+    std::int32_t FixRotationsOrder();
+
+    // --- nulls_skeleton.cpp ---
+    Zelk::CStatus CreateNull(MOCAPMODEL* node, Zelk3DObject& parent);
+    Zelk::CStatus CreateNullsSkeleton();
+    Zelk::CStatus CreateGroup();
+
+    // --- bones_skeleton.cpp ---
+    // The whole skeleton as chains, and nulls where there can be no bone.
+    Zelk::CStatus CreateBonesSkeleton();
+    // One chain, or the null that a single node becomes.
+    Zelk::CStatus CreateChainObjects(const BoneChain& chain);
+    Zelk::CStatus CreateChainBones(const BoneChain& chain, Zelk3DObject& parent,
+                                   Zelk::ChainRoot& root, Zelk::ChainEffector& effector);
+    // A chain whose first bone reaches from `start` to `end` and belongs to `start`.
+    Zelk::CStatus CreateBoneChain(MOCAPMODEL* start, MOCAPMODEL* end, Zelk3DObject& parent,
+                                  Zelk::ChainRoot& root, Zelk::ChainEffector& effector);
+    // The next bone of the chain, from its end to `end`; it belongs to `start`.
+    Zelk::CStatus CreateBone(MOCAPMODEL* start, MOCAPMODEL* end, Zelk::ChainRoot& root);
+    void AddBoneBasePose(MOCAPMODEL& node);
+
+    // --- bone_rotations.cpp ---
+    // After the skeleton stands and before its curves are made. kCancelled when the user did.
+    std::int32_t FixBonesRotations();
+
+    // --- action_curves.cpp ---
+    // Hands `frameCount` keys to the curve and adds the curve to the motion for that parameter.
+    Zelk::CStatus AddFCurve(Zelk3DObject object, std::uint8_t channelType, const MOCAP_RAWKEY* keys,
+                            Zelk::FCurve& fcurve);
+    // Adds a parameter's present value to the base pose; `value`, unless null, receives it too.
+    Zelk::CStatus AddBasePose(Zelk3DObject object, const Zelk::CString& parameterName,
+                              double* value);
+    // The property whose curve carries every channel's keys to the motion, on the first node's
+    // object or on the model. Its curve is empty where the host did not make it.
+    struct ScratchCurve {
+        Zelk::CustomProperty property;
+        Zelk::FCurve fcurve;
+    };
+    ScratchCurve CreateScratchCurve();
+    // One curve for each imported channel of the node that has keys, which are given up.
+    Zelk::CStatus AttachCurves(MOCAPMODEL& node, Zelk::FCurve& fcurve);
+    // Whether frames exist but the channel never got a key: its object then keeps the base pose.
+    bool LacksKeys(const CHANNELS& channel) const { return frameCount > 0 && !channel.keys; }
+    // Deletes the scratch property and puts the model into its base pose: the status of the latter.
+    Zelk::CStatus FinishMotion(const ScratchCurve& scratch);
+
+    CStringFile stringFile;
+    // For names that are made of others; to be reset with each file.
+    TextAllowance derivedNames{std::size_t{64} << 10};
+    MOCAP_FORMAT format;
+    std::uint32_t errorLine = 0;
+    std::uint32_t errorColumn = 0;
+    Zelk::CString errorMessage;
+    std::vector<std::unique_ptr<MOCAPMODEL>> models;  // in the order they were made
+    bool parsing = false;
+    std::uint32_t frameCount = 0;  // keys in every channel
+    std::uint32_t channelCount = 0;
+    Zelk::CString modelName;  // as the host gave it
+    bool useNulls = false;
+    bool chainFromParentJoint = true;
+    bool effectorToLastBone = false;
+    bool createGroup = true;
+    Zelk::Model lastModel;
+    Zelk::ActionSource lastBasePose;
+    Zelk::ActionSource lastMotion;
+    CIFPlugProgressBar* progressBar = nullptr;  // of the running import, the import operation's
+
+  private:
+    // What AddFCurve hands to the host, kept from channel to channel.
+    Zelk::CTimeArray keyTimes;
+    Zelk::CValueArray keyValues;
+};

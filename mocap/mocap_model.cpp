@@ -1,0 +1,71 @@
+#include "mocap/mocap_model.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+#include "textio/large_memory.h"
+
+namespace {
+
+// New memory is cheap in large pieces; smaller ones go back sooner as channels are done with.
+constexpr std::size_t kPieceBytes = std::size_t{8} << 20;
+
+// `arrays` times `count` keys in one piece; null without memory.
+std::shared_ptr<void> AllocatePiece(std::size_t arrays, std::uint32_t count) {
+    return textio::AllocateLargeMemory(arrays * count * sizeof(MOCAP_RAWKEY));
+}
+
+KeyArray PartOf(const std::shared_ptr<void>& piece, std::size_t firstKey) {
+    return KeyArray(piece, static_cast<MOCAP_RAWKEY*>(piece.get()) + firstKey);
+}
+
+}  // namespace
+
+KeyArray AllocateKeys(std::uint32_t count) {
+    const std::shared_ptr<void> piece = AllocatePiece(1, count);
+    return piece ? PartOf(piece, 0) : KeyArray();
+}
+
+std::vector<KeyArray> AllocateKeyArrays(std::uint32_t arrays, std::uint32_t count) {
+    const std::size_t bytes = std::max<std::size_t>(count, 1) * sizeof(MOCAP_RAWKEY);
+    const std::size_t perPiece = std::max<std::size_t>(kPieceBytes / bytes, 1);
+    std::vector<KeyArray> keys;
+    keys.reserve(arrays);
+    while (keys.size() < arrays) {
+        const std::size_t here = std::min(perPiece, arrays - keys.size());
+        const std::shared_ptr<void> piece = AllocatePiece(here, count);
+        if (!piece) return {};
+        for (std::size_t i = 0; i < here; ++i)
+            keys.push_back(PartOf(piece, i * count));
+    }
+    return keys;
+}
+
+std::unique_ptr<char[]> CopyText(const char* text, const char* tail) {
+    const std::size_t length = std::strlen(text);
+    const std::size_t tailLength = std::strlen(tail);
+    std::unique_ptr<char[]> copy(new (std::nothrow) char[length + tailLength + 1]);
+    if (copy) {
+        std::memcpy(copy.get(), text, length);
+        std::memcpy(copy.get() + length, tail, tailLength + 1);
+    }
+    return copy;
+}
+
+const MOCAPMODEL::CHANNELS& MOCAPMODEL::ChannelSlots::operator[](std::size_t slot) const {
+    static const CHANNELS empty;
+    return slots_ ? slots_[slot] : empty;
+}
+
+MOCAPMODEL::CHANNELS* FindChannel(MOCAPMODEL& node, std::uint8_t type) {
+    if (type == kEmptySlot && node.channels.begin() == nullptr) return &node.channels[0];
+    const auto found = std::find_if(std::begin(node.channels), std::end(node.channels),
+                                    [type](const auto& slot) { return slot.type == type; });
+    return found == std::end(node.channels) ? nullptr : found;
+}
+
+bool IsAnimated(const MOCAPMODEL& node) {
+    return std::any_of(std::begin(node.channels), std::end(node.channels),
+                       [](const auto& slot) { return IsAnimated(slot.type); });
+}

@@ -1,0 +1,108 @@
+// A parsed skeleton: nodes with channels, and a key for each channel and frame.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "host/scene_objects.h"
+
+struct MOCAP_RAWKEY {
+    double time;   // frames, counted from 1
+    double value;  // degrees for rotations, file units for positions and lengths
+};
+
+// A channel's keys, one a frame, or null while there is no motion. Shared, since several channels
+// may lie in one piece of memory, which goes with the last of them.
+using KeyArray = std::shared_ptr<MOCAP_RAWKEY[]>;
+
+// Uninitialised keys; null without memory.
+KeyArray AllocateKeys(std::uint32_t count);
+// Several such arrays; empty without memory for all of them.
+std::vector<KeyArray> AllocateKeyArrays(std::uint32_t arrays, std::uint32_t count);
+
+// The kinds of channels, which are also the selectors of the host's parameters.
+enum ChannelType : std::uint8_t {
+    kEmptySlot = 0,
+    kPositionX = 1,
+    kPositionY = 2,
+    kPositionZ = 3,
+    kRotationX = 4,
+    kRotationY = 5,
+    kRotationZ = 6,
+    kBoneLength = 7,
+    kIgnoredChannel = 255,  // present in the file, not imported
+};
+
+constexpr bool IsPosition(std::uint8_t type) {
+    return type >= kPositionX && type <= kPositionZ;
+}
+constexpr bool IsRotation(std::uint8_t type) {
+    return type >= kRotationX && type <= kRotationZ;
+}
+constexpr bool IsAnimated(std::uint8_t type) {
+    return type != kEmptySlot && type != kIgnoredChannel;
+}
+
+// One node of a skeleton: a root, joint, bone or end site. Everything starts as zero, false or
+// empty.
+struct MOCAPMODEL {
+    static constexpr int kSlotCount = 7;
+
+    struct CHANNELS {
+        std::uint8_t type = kEmptySlot;
+        KeyArray keys;
+        bool hasMinLimit = false;
+        bool hasMaxLimit = false;
+        double minLimit = 0.0;  // degrees for rotations
+        double maxLimit = 0.0;
+    };
+
+    // Seven slots, or none yet: most nodes of a large file have no channel, and then take no memory
+    // for any. Going over them meets all seven or nothing; asking for one by number makes them.
+    class ChannelSlots {
+      public:
+        CHANNELS* begin() { return slots_.get(); }
+        CHANNELS* end() { return slots_ ? slots_.get() + kSlotCount : nullptr; }
+        const CHANNELS* begin() const { return slots_.get(); }
+        const CHANNELS* end() const { return slots_ ? slots_.get() + kSlotCount : nullptr; }
+        // Throws std::bad_alloc.
+        CHANNELS& operator[](std::size_t slot) {
+            if (!slots_) slots_ = std::make_unique<CHANNELS[]>(kSlotCount);
+            return slots_[slot];
+        }
+        const CHANNELS& operator[](std::size_t slot) const;
+
+      private:
+        std::unique_ptr<CHANNELS[]> slots_;
+    };
+
+    std::unique_ptr<char[]> name;  // as read from the file
+    MOCAPMODEL* parent = nullptr;  // null for a root
+    std::uint32_t childCount = 0;
+    std::uint32_t boneChildCount = 0;  // children that were not detached when they were attached
+    std::uint32_t depth = 0;           // 0 for a root
+    bool isDetached = false;           // not joined to its parent by a rigid bone
+    double offset[3] = {};             // from the parent, file units
+    double globalPosition[3] = {};     // in skeleton space
+    ChannelSlots channels;             // filled from the first, in the file's order
+    bool isEndSite = false;
+    std::uint32_t boneId = 0;    // Acclaim
+    double orientation[3] = {};  // Acclaim bone axis, degrees, X-Y-Z order
+    double direction[3] = {};    // Acclaim, from the bone's start to its end
+    double length = 0.0;         // Acclaim, with the length multiplier
+    Zelk::ChainBone bone;        // what was made for this node in the scene
+    Zelk::Null nullObject;
+    double basePose[7] = {};  // as the host reports it, by channel type - 1
+};
+
+// A copy that belongs to the caller; null without memory.
+std::unique_ptr<char[]> CopyText(const char* text, const char* tail = "");
+
+// The first slot of that type; null without one. Throws std::bad_alloc where it is the first of all
+// that is asked for.
+MOCAPMODEL::CHANNELS* FindChannel(MOCAPMODEL& node, std::uint8_t type);
+
+// Whether any slot holds a channel that is imported.
+bool IsAnimated(const MOCAPMODEL& node);

@@ -1,0 +1,119 @@
+// Brings every node's rotations into the order that the host applies: x, then y, then z.
+#include <algorithm>
+
+#include "mocap/mocap_import_base.h"
+#include "mocap/rotation_keys.h"
+
+namespace {
+
+using CHANNELS = MOCAPMODEL::CHANNELS;
+
+// Strictly rising, so that a gap (x, then z) is in order too. Over all slots, however many
+// rotations there are: what comes behind the third is never in order.
+bool IsInOrder(const MOCAPMODEL& node) {
+    std::uint8_t previous = kEmptySlot;
+    for (const CHANNELS& slot : node.channels) {
+        if (!IsRotation(slot.type)) continue;
+        if (slot.type <= previous) return false;
+        previous = slot.type;
+    }
+    return true;
+}
+
+// The formats read a channel list differently: in a BVH file the first rotation is the outermost,
+// in an Acclaim file the last. Whatever the slots held, x, y and z come to stand in them in this
+// order.
+void ConvertKeys(CHANNELS* const* list, std::uint32_t frameCount, bool firstIsOutermost) {
+    RotationKeys keys;
+    RotationProduct product;
+    for (int i = 0; i < 3; ++i) {
+        const CHANNELS& acting = *list[firstIsOutermost ? 2 - i : i];
+        keys.factor[i] = acting.keys.get();
+        product.axis[i] = acting.type - kRotationX;
+        keys.axis[i] = list[i]->keys.get();
+    }
+    keys.Convert(frameCount, product);
+}
+
+// A channel of `frameCount` zeros at the key times of `like`.
+bool AddZeroChannel(CHANNELS& slot, std::uint8_t type, const CHANNELS& like,
+                    std::uint32_t frameCount) {
+    slot.keys = AllocateKeys(frameCount);
+    if (!slot.keys) return false;
+    for (std::uint32_t frame = 0; frame < frameCount; ++frame)
+        slot.keys[frame] = {like.keys[frame].time, 0.0};
+    slot.type = type;
+    return true;
+}
+
+// What AllocateAllRotationChannels finds in the slots of a node.
+struct RotationSlots {
+    int rotations = 0;        // all of them, however many fit the list
+    bool repeated = false;    // the same axis twice
+    bool present[3] = {};     // x, y, z
+    CHANNELS* spare[2] = {};  // the first two empty slots
+};
+
+RotationSlots SurveySlots(MOCAPMODEL& node, CHANNELS** list) {
+    RotationSlots found;
+    int spares = 0;
+    for (CHANNELS& slot : node.channels) {
+        if (slot.type == kEmptySlot && spares < 2) found.spare[spares++] = &slot;
+        if (!IsRotation(slot.type)) continue;
+        if (found.rotations < 3) list[found.rotations] = &slot;
+        ++found.rotations;
+        bool& present = found.present[slot.type - kRotationX];
+        found.repeated |= present;
+        present = true;
+    }
+    return found;
+}
+
+}  // namespace
+
+void CMocapImportBase::GetAllRotationChannels(MOCAPMODEL* node, CHANNELS** list) {
+    int listed = 0;
+    for (CHANNELS& slot : node->channels)
+        if (IsRotation(slot.type) && listed < 3) list[listed++] = &slot;
+}
+
+std::int32_t CMocapImportBase::AllocateAllRotationChannels(MOCAPMODEL* node, CHANNELS** list) {
+    std::fill(list, list + 3, nullptr);
+    const RotationSlots found = SurveySlots(*node, list);
+    if (found.rotations == 0) return Zelk::status::kNoRotation;
+    if (found.repeated)
+        return Fail(Zelk::status::kInvalidData, L"Rotation channel found more than once on a node");
+
+    int listed = found.rotations;
+    int spares = 0;
+    for (std::uint8_t axis = 0; axis < 3; ++axis) {
+        if (found.present[axis]) continue;
+        CHANNELS* const slot = found.spare[spares++];
+        if (slot == nullptr)
+            return Fail(Zelk::status::kInvalidData, L"No channel left for a missing rotation");
+        const auto type = static_cast<std::uint8_t>(kRotationX + axis);
+        if (!AddZeroChannel(*slot, type, *list[0], frameCount)) return Zelk::status::kOutOfMemory;
+        list[listed++] = slot;
+    }
+    return Zelk::status::kOk;
+}
+
+std::int32_t CMocapImportBase::FixRotationsOrder() {
+    progressBar->SetText(L"Converting rotations order...");
+    const bool isBiovision = format == MOCAP_FORMAT_BIOVISION;
+    for (const auto& node : models) {
+        if (CheckCancelled()) return Zelk::status::kCancelled;
+        if (isBiovision) progressBar->Advance(10);
+
+        CHANNELS* list[3] = {};
+        GetAllRotationChannels(node.get(), list);
+        if (list[0] == nullptr || LacksKeys(*list[0]) || IsInOrder(*node)) continue;
+        const std::int32_t status = AllocateAllRotationChannels(node.get(), list);
+        if (status < 0) return status;
+
+        ConvertKeys(list, frameCount, isBiovision);
+        for (int i = 0; i < 3; ++i)
+            list[i]->type = static_cast<std::uint8_t>(kRotationX + i);
+    }
+    return Zelk::status::kOk;
+}

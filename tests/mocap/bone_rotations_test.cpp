@@ -1,0 +1,223 @@
+// The file's rotations in the frames of bones and nulls.
+#include <algorithm>
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "headless/faults.h"
+#include "tests/mocap/importer.h"
+#include "tests/mocap/step_messages.h"
+#include "util/rotation_math.h"
+
+namespace {
+
+using mocap_test::Importer;
+using mocap_test::Keys;
+using support::StatusText;
+using testing::ElementsAre;
+using testing::Pointwise;
+
+constexpr auto kBiovision = CMocapImportBase::MOCAP_FORMAT_BIOVISION;
+constexpr auto kAcclaim = CMocapImportBase::MOCAP_FORMAT_ACCLAIM;
+
+struct Matrix {
+    double m[4][4];
+};
+
+Matrix Rotation(double x, double y, double z) {
+    Matrix out;
+    MatrixRotationXYZ(out.m, x * kDegreesToRadians, y * kDegreesToRadians, z * kDegreesToRadians);
+    return out;
+}
+
+Matrix operator*(const Matrix& a, const Matrix& b) {
+    Matrix out;
+    MatrixMult(a.m, b.m, out.m);
+    return out;
+}
+
+double Distance(const Matrix& a, const Matrix& b) {
+    double largest = 0.0;
+    for (int row = 0; row < 4; ++row)
+        for (int column = 0; column < 4; ++column)
+            largest = std::max(largest, std::fabs(a.m[row][column] - b.m[row][column]));
+    return largest;
+}
+
+class BoneRotations : public testing::Test {
+  protected:
+    void SetUp() override { support::StartSession(false); }
+
+    // A loose root, a bone that leans, another behind it, and an end.
+    static void Build(Importer& importer) {
+        importer.frameCount = 2;
+        MOCAPMODEL& hips =
+            importer.AddNode("Hips", nullptr, {0, 0, 0},
+                             {{kRotationX, {10, 1}}, {kRotationY, {20, 2}}, {kRotationZ, {30, 3}}});
+        MOCAPMODEL& leg = importer.AddNode(
+            "Leg", &hips, {1, -2, 0.5},
+            {{kRotationX, {40, 4}}, {kRotationY, {-50, 5}}, {kRotationZ, {60, 6}}});
+        MOCAPMODEL& foot = importer.AddNode("Foot", &leg, {3, 1, -1},
+                                            {{kPositionX, {7, 8}}, {kRotationY, {25, -35}}});
+        importer.AddNode("Foot_End", &foot, {0, 0, 2});
+        importer.MakeModel();
+        ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded()) << importer.Message();
+    }
+
+    // The rotation that the slots of a node hold in a frame.
+    static Matrix Held(MOCAPMODEL& node, std::uint32_t frame) {
+        const auto angle = [&](std::uint8_t type) {
+            return FindChannel(node, type)->keys[frame].value;
+        };
+        return Rotation(angle(kRotationX), angle(kRotationY), angle(kRotationZ));
+    }
+};
+
+TEST_F(BoneRotations, AreTurnedIntoTheBonesFrame) {
+    for (const auto format : {kBiovision, kAcclaim}) {
+        support::StartSession(false);
+        Importer importer(format);
+        Build(importer);
+        const Matrix file[3][2] = {{Rotation(10, 20, 30), Rotation(1, 2, 3)},
+                                   {Rotation(40, -50, 60), Rotation(4, 5, 6)},
+                                   {Rotation(0, 25, 0), Rotation(0, -35, 0)}};
+        ASSERT_EQ(importer.FixBonesRotations(), 0);
+        for (std::size_t i = 0; i < 3; ++i) {
+            MOCAPMODEL& node = *importer.models[i];
+            Matrix global, inverse;
+            Zelk3DObject bone = node.bone;
+            ASSERT_TRUE(bone.IsValid());
+            GetBoneGlobalMatrix(bone, L"Skel", global.m, inverse.m);
+            const Matrix pose = Rotation(node.basePose[3], node.basePose[4], node.basePose[5]);
+            for (std::uint32_t frame = 0; frame < 2; ++frame)
+                // A handful of products and a decomposition away from right angles.
+                EXPECT_LE(Distance(Held(node, frame), global * file[i][frame] * inverse * pose),
+                          1e-13);
+        }
+    }
+}
+
+// What stands at rest stays at rest: no rotation in the file is the base pose in the scene.
+TEST_F(BoneRotations, OfNothingAreTheBasePose) {
+    Importer importer;
+    Build(importer);
+    for (const auto& node : importer.models)
+        for (auto& slot : node->channels)
+            if (IsRotation(slot.type))
+                for (std::uint32_t frame = 0; frame < 2; ++frame)
+                    slot.keys[frame].value = 0.0;
+    ASSERT_EQ(importer.FixBonesRotations(), 0);
+    for (std::size_t i = 0; i < 3; ++i) {
+        MOCAPMODEL& node = *importer.models[i];
+        EXPECT_LE(
+            Distance(Held(node, 0), Rotation(node.basePose[3], node.basePose[4], node.basePose[5])),
+            1e-13);
+    }
+}
+
+TEST_F(BoneRotations, OfANullAtRestKeepTheirTurn) {
+    Importer importer;
+    importer.frameCount = 1;
+    importer.AddNode("Prop", nullptr, {0, 0, 0}, {{kRotationX, {15}}, {kRotationZ, {40}}});
+    importer.MakeModel();
+    ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded());
+    ASSERT_EQ(importer.FixBonesRotations(), 0);
+    EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(4, 6, 5, 0, 0, 0, 0));
+    EXPECT_LE(Distance(Held(*importer.models[0], 0), Rotation(15, 0, 40)), 1e-14);
+}
+
+TEST_F(BoneRotations, AreWrittenByTypeAndNotByPlace) {
+    Importer importer;
+    importer.frameCount = 1;
+    importer.AddNode("Prop", nullptr, {0, 0, 0},
+                     {{kRotationZ, {40}}, {kPositionY, {5}}, {kRotationX, {15}}});
+    importer.MakeModel();
+    ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded());
+    ASSERT_EQ(importer.FixBonesRotations(), 0);
+    EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(6, 2, 4, 5, 0, 0, 0));
+    EXPECT_LE(Distance(Held(*importer.models[0], 0), Rotation(15, 0, 40)), 1e-14);
+    EXPECT_THAT(importer.Values(importer.models[0]->channels[1]), ElementsAre(5));
+}
+
+TEST_F(BoneRotations, LeaveOtherChannelsAlone) {
+    Importer importer;
+    importer.frameCount = 2;
+    MOCAPMODEL& root =
+        importer.AddNode("root", nullptr, {0, 0, 0}, {{kPositionX, {1, 2}}, {kBoneLength, {3, 4}}});
+    importer.AddNode("end", &root, {0, 1, 0});
+    importer.MakeModel();
+    ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded());
+    ASSERT_EQ(importer.FixBonesRotations(), 0);
+    EXPECT_THAT(Importer::Types(root), ElementsAre(1, 7, 0, 0, 0, 0, 0));
+    EXPECT_THAT(importer.Values(root.channels[0]), ElementsAre(1, 2));
+    EXPECT_THAT(importer.Values(root.channels[1]), ElementsAre(3, 4));
+}
+
+// Its channels are completed before it turns out that nothing stands for it.
+TEST_F(BoneRotations, OfANodeWithoutAnObjectStayAsTheyAre) {
+    Importer importer;
+    importer.frameCount = 1;
+    importer.AddNode("nowhere", nullptr, {0, 0, 0}, {{kRotationY, {25}}});
+    EXPECT_EQ(importer.FixBonesRotations(), 0);
+    EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(5, 4, 6, 0, 0, 0, 0));
+    EXPECT_THAT(importer.Values(importer.models[0]->channels[0]), ElementsAre(25));
+}
+
+TEST_F(BoneRotations, OfANodeWithoutKeysStayAway) {
+    Importer importer(kAcclaim);
+    importer.frameCount = 2;
+    importer.AddNode("silent", nullptr, {0, 0, 0}, {{kRotationX, {}}});
+    importer.MakeModel();
+    ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded());
+    EXPECT_EQ(importer.FixBonesRotations(), 0);
+    EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(4, 0, 0, 0, 0, 0, 0));
+}
+
+TEST_F(BoneRotations, OfANodeWithARepeatedAxisFail) {
+    Importer importer;
+    importer.AddNode("twice", nullptr, {0, 0, 0}, {{kRotationX, {}}, {kRotationX, {}}});
+    EXPECT_EQ(StatusText(importer.FixBonesRotations()), "0x8007000D");
+    EXPECT_EQ(importer.Message(), mocap_test::kRepeatedRotation);
+}
+
+TEST_F(BoneRotations, OfNoFramesOnlyGetTheirChannels) {
+    Importer importer;
+    importer.AddNode("Prop", nullptr, {0, 0, 0}, {{kRotationZ, {}}});
+    importer.MakeModel();
+    ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded());
+    EXPECT_EQ(importer.FixBonesRotations(), 0);
+    EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(6, 4, 5, 0, 0, 0, 0));
+}
+
+TEST_F(BoneRotations, StepTheBarForBvhNodesAlone) {
+    for (const auto format : {kBiovision, kAcclaim}) {
+        support::StartSession(true);
+        Importer importer(format);
+        importer.progressBar->SetRange(40);
+        importer.AddNode("a", nullptr, {});
+        importer.AddNode("b", nullptr, {});
+        EXPECT_EQ(importer.FixBonesRotations(), 0);
+        support::Lines lines = support::BarLines();
+        lines.erase(lines.begin(), lines.begin() + 3);
+        if (format == kBiovision)
+            EXPECT_THAT(lines, ElementsAre("caption Mapping rotations to bones...", "value 8000",
+                                           "value 16000"));
+        else
+            EXPECT_THAT(lines, ElementsAre("caption Mapping rotations to bones..."));
+    }
+}
+
+TEST_F(BoneRotations, StopWhenTheUserCancels) {
+    support::StartSession(true);
+    Importer importer;
+    importer.AddNode("a", nullptr, {}, {{kRotationX, {}}});
+    importer.AddNode("b", nullptr, {}, {{kRotationX, {}}});
+    headless::Session::Current().PressCancelAtPoll(2);
+    EXPECT_EQ(StatusText(importer.FixBonesRotations()), "0x800704C7");
+    EXPECT_EQ(importer.Message(), mocap_test::kCancelledMessage);
+    EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(4, 5, 6, 0, 0, 0, 0));
+    EXPECT_THAT(Importer::Types(*importer.models[1]), ElementsAre(4, 0, 0, 0, 0, 0, 0));
+}
+
+}  // namespace
