@@ -1,0 +1,140 @@
+// From the file to the scene: one model for each section.
+#include <new>
+
+#include "bvh/biovision_import.h"
+#include "host/application.h"
+#include "mocap/bar_in_use.h"
+#include "textio/ascii.h"
+#include "util/scene_helpers.h"
+
+using namespace Zelk::status;
+
+namespace {
+
+// Frames that the base pose lasts.
+constexpr double kBasePoseFrames = 5.0;
+
+}  // namespace
+
+Zelk::CStatus CBiovisionImport::ImportBVH(const Zelk::CString& fileName,
+                                          const Zelk::CString& name) {
+    RecordError(Zelk::CString());
+    Clear(true);
+    importedModels = 0;
+    parsing = false;
+    if (fileName.IsEmpty())
+        return Fail(kInvalidArgument, L"BVH file not specified. Specify a valid file name");
+    if (name.IsEmpty())
+        return Fail(kInvalidArgument,
+                    L"Container model name not specified. Specify a valid model name");
+    if (!stringFile.ReadFile(fileName.GetWideString())) {
+        Clear(true);
+        return Fail(kFileNotFound, L"Failed to read BVH file. Specify a valid file name");
+    }
+    derivedNames.Reset(stringFile.GetSize());
+    CIFPlugProgressBar bar;
+    const BarInUse barInUse(progressBar, bar);
+    const Zelk::CStatus status = ImportSections(name);
+    Clear(true);
+    return status;
+}
+
+Zelk::CStatus CBiovisionImport::ImportSections(const Zelk::CString& name) {
+    Zelk::CStatus status;
+    std::int32_t parsed = kOk;
+    while (status.Succeeded() && parsed != kEndOfFile) {
+        const char* const token = stringFile.GetNextString();
+        if (token == nullptr || !textio::EqualsIgnoringCase(token, "HIERARCHY")) break;
+        status = ImportSection(name, parsed);
+    }
+    if (status.Succeeded() && importedModels == 0) {
+        Clear(true);
+        return Fail(kIncompatibleFile, L"BVH file is invalid. Specify a valid BVH file");
+    }
+    return status;
+}
+
+Zelk::CStatus CBiovisionImport::ImportSection(const Zelk::CString& name, std::int32_t& parsed) {
+    const auto basePose = lastBasePose;
+    const auto motion = lastMotion;
+    const auto model = lastModel;
+    lastBasePose.ResetObject();
+    lastMotion.ResetObject();
+    lastModel.ResetObject();
+
+    Zelk::CStatus status;
+    try {
+        status = BuildSection(name, parsed);
+    } catch (const std::bad_alloc&) {
+        // Of a parser's failure the message alone tells what it was.
+        status = Fail(parsing ? kFail : kOutOfMemory, L"Out of memory");
+    }
+    if (status.Succeeded()) {
+        ++importedModels;
+        Clear(false);
+    } else if (importedModels > 0) {
+        // What is handed out is the last section that was completed.
+        lastBasePose = basePose;
+        lastMotion = motion;
+        lastModel = model;
+    }
+    return status;
+}
+
+Zelk::CStatus CBiovisionImport::BuildSection(const Zelk::CString& name, std::int32_t& parsed) {
+    parsing = true;
+    parsed = ParseBVH(nullptr);
+    if (parsed < 0) return kFail;
+    parsing = false;
+    const std::int32_t status = FixRotationsOrder();
+    return status < 0 ? Zelk::CStatus(status) : CreateZelkEntities(name);
+}
+
+Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
+    progressBar->SetText(L"Creating Zelk model...");
+    // The model, two actions and a group are called after it, in each of the file's sections, and
+    // the session remembers the commands that name them.
+    if (!derivedNames.Take(std::size_t{12} * name.Length()))
+        return Fail(kOutOfMemory, L"Out of memory");
+    Zelk::Model root = Zelk::Application().GetActiveSceneRoot();
+    if (!root.AddModel(Zelk::CRefArray(), name, lastModel).Succeeded())
+        return Fail(kFail, L"Failed to create main model");
+    modelName = lastModel.GetName();
+
+    Zelk::CStatus status = CreateActions();
+    if (status.Succeeded()) status = CreateSkeleton();
+    if (status.Succeeded()) status = CreateMotion();
+    return status;
+}
+
+// The ends are in seconds although keys are timed in frame numbers: hosts read both together.
+Zelk::CStatus CBiovisionImport::CreateActions() {
+    const Zelk::CStatus status = AddActionSource(lastModel, modelName + L"_BasePose", lastBasePose,
+                                                 kBasePoseFrames * frameTime);
+    if (!status.Succeeded()) return status;
+    return AddActionSource(lastModel, modelName + L"_Motion", lastMotion, frameCount * frameTime);
+}
+
+Zelk::CStatus CBiovisionImport::CreateSkeleton() {
+    Zelk::CStatus status = useNulls ? CreateNullsSkeleton() : CreateBonesSkeleton();
+    if (!status.Succeeded()) return status;
+    if (CheckCancelled()) return kCancelled;
+    progressBar->Advance(50);
+    if (!useNulls) {
+        status = FixBonesRotations();
+        if (!status.Succeeded()) return status;
+    }
+    return createGroup ? CreateGroup() : Zelk::CStatus(kOk);
+}
+
+Zelk::CStatus CBiovisionImport::CreateMotion() {
+    progressBar->SetText(L"Attaching FCurves...");
+    ScratchCurve scratch = CreateScratchCurve();
+    for (const auto& node : models) {
+        const Zelk::CStatus status = AttachCurves(*node, scratch.fcurve);
+        if (!status.Succeeded()) return status;
+        progressBar->Advance(10);
+    }
+    progressBar->SetText(L"Almost done...");
+    return FinishMotion(scratch);
+}

@@ -1,0 +1,159 @@
+// The BVH grammar, one function a production. Keywords stand alone between white space, in any
+// letter case; a loop follows the braces, since the file decides how deep they go.
+#include <cstring>
+#include <new>
+#include <vector>
+
+#include "bvh/biovision_import.h"
+#include "textio/ascii.h"
+
+using textio::EqualsIgnoringCase;
+using namespace Zelk::status;
+
+namespace {
+
+constexpr int kMaxChannels = 6;
+
+struct ChannelName {
+    const char* name;
+    std::uint8_t type;
+};
+constexpr ChannelName kChannelNames[] = {
+    {"Xposition", kPositionX}, {"Yposition", kPositionY}, {"Zposition", kPositionZ},
+    {"Xrotation", kRotationX}, {"Yrotation", kRotationY}, {"Zrotation", kRotationZ},
+};
+
+std::uint8_t ChannelTypeOf(const char* token) {
+    if (token == nullptr) return kEmptySlot;
+    for (const ChannelName& channel : kChannelNames)
+        if (EqualsIgnoringCase(token, channel.name)) return channel.type;
+    return kEmptySlot;
+}
+
+}  // namespace
+
+bool CBiovisionImport::TakeKeyword(const char* keyword) {
+    const char* const token = stringFile.GetNextString();
+    return token != nullptr && EqualsIgnoringCase(token, keyword);
+}
+
+// hierarchy = { node | "}" } ( "MOTION" motion | end of file )
+// node      = ( "ROOT" | "JOINT" ) name body | "End" "Site" body
+std::int32_t CBiovisionImport::ParseBVH(MOCAPMODEL* current) {
+    for (;;) {
+        const char* const token = stringFile.GetNextString();
+        std::int32_t status = kOk;
+        if (token == nullptr) {
+            if (bracketDepth == 0) return kEndOfFile;
+            return Fail(kUnexpectedEnd, L"Unexpected end of file");
+        }
+        if (std::strcmp(token, "}") == 0) {
+            if (current == nullptr || bracketDepth == 0)
+                return Fail(kInvalidData, L"Too many closing brackets '}'");
+            current = current->parent;
+            --bracketDepth;
+        } else if (EqualsIgnoringCase(token, "MOTION")) {
+            return ParseMotion();
+        } else if (EqualsIgnoringCase(token, "ROOT") || EqualsIgnoringCase(token, "JOINT")) {
+            status = ParseNode(NodeKind::Joint, current);
+        } else if (EqualsIgnoringCase(token, "End") && TakeKeyword("Site")) {
+            status = ParseNode(NodeKind::EndSite, current);
+        } else {
+            return Fail(kInvalidData, L"Invalid BVH token found");
+        }
+        if (status < 0) return status;
+    }
+}
+
+// body = "{" "OFFSET" x y z [ "CHANNELS" count { channel } ]; what follows belongs to the new node.
+std::int32_t CBiovisionImport::ParseNode(NodeKind kind, MOCAPMODEL*& current) {
+    MOCAPMODEL* const node = AppendNode();
+    if (node == nullptr) return Fail(kOutOfMemory, L"Out of memory");
+    node->parent = current;
+    std::int32_t status = ParseName(kind, *node);
+    if (status < 0) return status;
+    if (!TakeKeyword("{")) return Fail(kInvalidData, L"Expected '{' token");
+    ++bracketDepth;
+    status = ParseOffset(*node);
+    if (status < 0) return status;
+    AttachToParent(*node);
+    current = node;
+
+    const char* const next = stringFile.PeekNextString();
+    if (next == nullptr || !EqualsIgnoringCase(next, "CHANNELS")) return kOk;
+    return ParseChannels(*node);
+}
+
+// name = token; an end site is named after its parent
+std::int32_t CBiovisionImport::ParseName(NodeKind kind, MOCAPMODEL& node) {
+    if (kind == NodeKind::EndSite) {
+        node.isEndSite = true;
+        node.name = EndSiteName(node.parent);
+    } else {
+        const char* const token = stringFile.GetNextString();
+        if (token == nullptr) return Fail(kUnexpectedEnd, L"Unexpected end of file");
+        node.name = CopyText(token);
+    }
+    if (!node.name) return Fail(kOutOfMemory, L"Out of memory");
+    return kOk;
+}
+
+// Null without memory, and where end sites below end sites or below one long name ask for more than
+// a file of this size can mean.
+std::unique_ptr<char[]> CBiovisionImport::EndSiteName(const MOCAPMODEL* parent) {
+    if (parent == nullptr) return CopyText("End_Site");
+    if (!derivedNames.Take(std::strlen(parent->name.get()))) return nullptr;
+    return CopyText(parent->name.get(), "_End");
+}
+
+// "OFFSET" x y z
+std::int32_t CBiovisionImport::ParseOffset(MOCAPMODEL& node) {
+    static constexpr const wchar_t* kExpected[] = {L"Expected a float value for OFFSET x",
+                                                   L"Expected a float value for OFFSET y",
+                                                   L"Expected a float value for OFFSET z"};
+    if (!TakeKeyword("OFFSET")) return Fail(kInvalidData, L"Expected 'OFFSET' token");
+    for (int axis = 0; axis < 3; ++axis)
+        if (!stringFile.GetNextFloat(node.offset[axis])) return Fail(kInvalidData, kExpected[axis]);
+    node.isDetached = node.offset[0] == 0.0 && node.offset[1] == 0.0 && node.offset[2] == 0.0;
+    return kOk;
+}
+
+void CBiovisionImport::AttachToParent(MOCAPMODEL& node) {
+    for (int axis = 0; axis < 3; ++axis)
+        node.globalPosition[axis] = node.offset[axis];
+    if (node.parent == nullptr) return;
+    ++node.parent->childCount;
+    // Position channels detach a node too, but they are read later and do not change this count.
+    if (!node.isDetached) ++node.parent->boneChildCount;
+    node.depth = node.parent->depth + 1;
+    for (int axis = 0; axis < 3; ++axis)
+        node.globalPosition[axis] = node.parent->globalPosition[axis] + node.offset[axis];
+}
+
+// "CHANNELS" count { channel }
+std::int32_t CBiovisionImport::ParseChannels(MOCAPMODEL& node) {
+    stringFile.GetNextString();
+    int count = 0;
+    if (!stringFile.GetNextInt(count))
+        return Fail(kInvalidData, L"Expected an integer value for CHANNELS count");
+    if (count > kMaxChannels)
+        return Fail(kInvalidData, L"CHANNELS count exceeds maximum supported set (6)");
+    for (; count > 0; --count) {
+        const std::int32_t status = ParseChannel(node);
+        if (status < 0) return status;
+    }
+    return kOk;
+}
+
+std::int32_t CBiovisionImport::ParseChannel(MOCAPMODEL& node) {
+    const std::uint8_t type = ChannelTypeOf(stringFile.GetNextString());
+    if (type == kEmptySlot) return Fail(kInvalidData, L"Unsupported animation CHANNEL");
+    if (FindChannel(node, type) != nullptr)
+        return Fail(kInvalidData, L"Animation CHANNEL defined more than once for the same model");
+    CHANNELS& slot = *FindChannel(node, kEmptySlot);
+    slot.type = type;
+    if (IsPosition(type)) node.isDetached = true;
+    keySlots.push_back(&slot.keys);
+    ++channelCount;
+    return kOk;
+}

@@ -1,0 +1,185 @@
+// Files that the parser refuses: what it says, with which code, and where its reader then stands.
+#pragma once
+
+#include <cstdint>
+#include <ostream>
+#include <string>
+
+namespace bvh_test {
+
+struct BadFile {
+    const char* name;
+    std::string text;
+    const char* message;
+    std::uint32_t status;  // of the parser
+    std::uint32_t line;    // from 0
+};
+inline std::ostream& operator<<(std::ostream& out, const BadFile& row) {
+    return out << row.name;
+}
+
+inline constexpr std::uint32_t kInvalid = 0x8007000D;
+inline constexpr std::uint32_t kEnd = 0x80070570;
+inline constexpr std::uint32_t kNoCurves = 0x800700E8;
+
+// A root that is open behind its offset, on line 3.
+inline const std::string kOpen = "HIERARCHY\nROOT H\n{\nOFFSET 0 1 0\n";
+// A root with one channel, then the keyword on line 6.
+inline const std::string kMotion = kOpen + "CHANNELS 1 Xrotation\n}\nMOTION\n";
+// A root without a channel, then the keyword on line 5.
+inline const std::string kMotionOfNothing = kOpen + "}\nMOTION\n";
+
+inline const BadFile kBadFiles[] = {
+    // --- braces and the end of the file ---
+    {"OpenBrace", kOpen, "Unexpected end of file", kEnd, 4},
+    {"OpenBraceOfTwo", kOpen + "JOINT J { OFFSET 0 0 0 }", "Unexpected end of file", kEnd, 4},
+    {"OpenBraceBehindChannels", kOpen + "CHANNELS 0", "Unexpected end of file", kEnd, 4},
+    {"RootWithoutName", "HIERARCHY\nROOT", "Unexpected end of file", kEnd, 1},
+    {"RootWithoutNameButSpace", "HIERARCHY\nROOT \n\n", "Unexpected end of file", kEnd, 3},
+    {"JointWithoutName", kOpen + "JOINT", "Unexpected end of file", kEnd, 4},
+    {"NulInTheHierarchy", kOpen + std::string("\0}\n", 3), "Unexpected end of file", kEnd, 5},
+    {"BraceBeforeAnyNode", "HIERARCHY\n\n}", "Too many closing brackets '}'", kInvalid, 2},
+    {"BraceTooMany", kOpen + "}\n}\n", "Too many closing brackets '}'", kInvalid, 5},
+
+    // --- tokens that begin nothing ---
+    {"UnknownKeyword", "HIERARCHY\nFOO", "Invalid BVH token found", kInvalid, 1},
+    {"EndWithoutSite", kOpen + "End Side", "Invalid BVH token found", kInvalid, 4},
+    {"EndWithBrace", kOpen + "End\n{", "Invalid BVH token found", kInvalid, 5},
+    {"EndAsTheLastToken", kOpen + "End", "Invalid BVH token found", kInvalid, 4},
+    {"EndSiteAsOneToken", kOpen + "EndSite", "Invalid BVH token found", kInvalid, 4},
+    {"BraceThatOpensNothing", kOpen + "{", "Invalid BVH token found", kInvalid, 4},
+    {"BracesTogether", kOpen + "}}", "Invalid BVH token found", kInvalid, 4},
+    {"SecondOffset", kOpen + "OFFSET 0 0 0", "Invalid BVH token found", kInvalid, 4},
+    {"FourthNumber", "HIERARCHY\nROOT H { OFFSET 0 1 0 5", "Invalid BVH token found", kInvalid, 1},
+    {"ChannelsTwice", kOpen + "CHANNELS 0 CHANNELS 0", "Invalid BVH token found", kInvalid, 4},
+    {"MoreChannelsThanCounted", kOpen + "CHANNELS 1 Xrotation\nYrotation",
+     "Invalid BVH token found", kInvalid, 5},
+    {"NegativeCountThenNames", kOpen + "CHANNELS -1 Xrotation", "Invalid BVH token found", kInvalid,
+     4},
+    {"HierarchyAgain", kOpen + "HIERARCHY", "Invalid BVH token found", kInvalid, 4},
+    {"FramesWithoutMotion", kOpen + "}\nFrames: 1", "Invalid BVH token found", kInvalid, 5},
+    {"NameOfTwoWords", "HIERARCHY\nROOT Left Hip {", "Expected '{' token", kInvalid, 1},
+
+    // --- the head of a node ---
+    {"NoBrace", "HIERARCHY\nROOT H\nOFFSET 0 0 0", "Expected '{' token", kInvalid, 2},
+    {"NoBraceAtTheEnd", "HIERARCHY\nROOT H\n", "Expected '{' token", kInvalid, 2},
+    {"BraceInTheName", "HIERARCHY\nROOT H{\nOFFSET 0 0 0", "Expected '{' token", kInvalid, 2},
+    {"NoBraceBehindSite", kOpen + "End Site\nOFFSET", "Expected '{' token", kInvalid, 5},
+    {"NoOffset", "HIERARCHY\nROOT H\n{\nCHANNELS 0", "Expected 'OFFSET' token", kInvalid, 3},
+    {"NoOffsetAtTheEnd", "HIERARCHY\nROOT H\n{", "Expected 'OFFSET' token", kInvalid, 2},
+    {"NoOffsetButBrace", "HIERARCHY\nROOT H\n{ }", "Expected 'OFFSET' token", kInvalid, 2},
+    {"OffsetWordX", "HIERARCHY\nROOT H {\nOFFSET up 0 0", "Expected a float value for OFFSET x",
+     kInvalid, 2},
+    {"OffsetWordY", "HIERARCHY\nROOT H {\nOFFSET 0 up 0", "Expected a float value for OFFSET y",
+     kInvalid, 2},
+    {"OffsetWordZ", "HIERARCHY\nROOT H {\nOFFSET 0 0 up", "Expected a float value for OFFSET z",
+     kInvalid, 2},
+    {"OffsetWithoutX", "HIERARCHY\nROOT H {\nOFFSET\n", "Expected a float value for OFFSET x",
+     kInvalid, 3},
+    {"OffsetWithoutY", "HIERARCHY\nROOT H {\nOFFSET 0", "Expected a float value for OFFSET y",
+     kInvalid, 2},
+    {"OffsetWithoutZ", "HIERARCHY\nROOT H {\nOFFSET 0 0\n}", "Expected a float value for OFFSET z",
+     kInvalid, 2},
+    {"OffsetPointZero", "HIERARCHY\nROOT H {\nOFFSET .0 0 0", "Expected a float value for OFFSET x",
+     kInvalid, 2},
+    {"OffsetPlusZero", "HIERARCHY\nROOT H {\nOFFSET 0 +0 0", "Expected a float value for OFFSET y",
+     kInvalid, 2},
+    {"OffsetUnderflow", "HIERARCHY\nROOT H {\nOFFSET 0 0 1e-400",
+     "Expected a float value for OFFSET z", kInvalid, 2},
+    // The reader went back to before the number, which is on an earlier line than the word.
+    {"OffsetWordLinesBelow", "HIERARCHY\nROOT H {\nOFFSET\n\n\nup",
+     "Expected a float value for OFFSET x", kInvalid, 2},
+
+    // --- channels ---
+    {"CountWord", kOpen + "CHANNELS three", "Expected an integer value for CHANNELS count",
+     kInvalid, 4},
+    {"CountMissing", kOpen + "CHANNELS", "Expected an integer value for CHANNELS count", kInvalid,
+     4},
+    {"CountPlusZero", kOpen + "CHANNELS +0", "Expected an integer value for CHANNELS count",
+     kInvalid, 4},
+    {"CountNan", kOpen + "CHANNELS nan", "Expected an integer value for CHANNELS count", kInvalid,
+     4},
+    {"CountSeven", kOpen + "CHANNELS 7", "CHANNELS count exceeds maximum supported set (6)",
+     kInvalid, 4},
+    {"CountAbsurd", kOpen + "CHANNELS 2147483647",
+     "CHANNELS count exceeds maximum supported set (6)", kInvalid, 4},
+    {"CountNegativeThroughOverflow", kOpen + "CHANNELS 99999999999999999999 Xrotation",
+     "Invalid BVH token found", kInvalid, 4},
+    {"ChannelUnknown", kOpen + "CHANNELS 1 Wrotation", "Unsupported animation CHANNEL", kInvalid,
+     4},
+    {"ChannelMissing", kOpen + "CHANNELS 1", "Unsupported animation CHANNEL", kInvalid, 4},
+    {"ChannelBrace", kOpen + "CHANNELS 2 Xrotation\n}", "Unsupported animation CHANNEL", kInvalid,
+     5},
+    {"ChannelScale", kOpen + "CHANNELS 3 Xrotation Yrotation\nXscale",
+     "Unsupported animation CHANNEL", kInvalid, 5},
+    {"ChannelWithTail", kOpen + "CHANNELS 1 Xrotations", "Unsupported animation CHANNEL", kInvalid,
+     4},
+    {"ChannelTwice", kOpen + "CHANNELS 3 Xrotation Yrotation Xrotation",
+     "Animation CHANNEL defined more than once for the same model", kInvalid, 4},
+    {"ChannelTwiceInOtherCase", kOpen + "CHANNELS 2 Zposition\nZPOSITION",
+     "Animation CHANNEL defined more than once for the same model", kInvalid, 5},
+    {"ChannelTwiceOfSix",
+     kOpen + "CHANNELS 6 Xposition Yposition Zposition Xrotation Yrotation Yposition",
+     "Animation CHANNEL defined more than once for the same model", kInvalid, 4},
+
+    // --- the head of the motion ---
+    {"MotionAlone", kMotion, "Expected a 'Frames:' token", kInvalid, 7},
+    {"FramesWithoutColon", kMotion + "Frames 2", "Expected a 'Frames:' token", kInvalid, 7},
+    {"FramesColonApart", kMotion + "Frames : 2", "Expected a 'Frames:' token", kInvalid, 7},
+    {"FramesStuckToItsCount", kMotion + "Frames:2", "Expected a 'Frames:' token", kInvalid, 7},
+    {"FramesWord", kMotion + "Frames: two", "Expected an integer value for Frames count", kInvalid,
+     7},
+    {"FramesMissing", kMotion + "Frames:", "Expected an integer value for Frames count", kInvalid,
+     7},
+    {"FramesFraction", kMotion + "Frames: .5", "Expected an integer value for Frames count",
+     kInvalid, 7},
+    {"FramesNan", kMotion + "Frames: nan", "Expected an integer value for Frames count", kInvalid,
+     7},
+    {"FramesThirtyTwoBitsOfNothing", kMotion + "Frames: 4294967296",
+     "Expected an integer value for Frames count", kInvalid, 7},
+    {"TimeAsOneToken", kMotion + "Frames: 1\nFrameTime: 0.1\n5", "Expected a 'Frame Time:' token",
+     kInvalid, 8},
+    {"TimeWithoutColon", kMotion + "Frames: 1\nFrame Time 0.1\n5", "Expected a 'Frame Time:' token",
+     kInvalid, 8},
+    {"TimeMissing", kMotion + "Frames: 1\n", "Expected a 'Frame Time:' token", kInvalid, 8},
+    {"TimeHalfMissing", kMotion + "Frames: 1\nFrame", "Expected a 'Frame Time:' token", kInvalid,
+     8},
+    {"TimeWord", kMotion + "Frames: 1\nFrame Time: fast", "Expected a float value for Frame Time",
+     kInvalid, 8},
+    {"TimeNumberMissing",
+     kMotion + "Frames: 1\nFrame Time:", "Expected a float value for Frame Time", kInvalid, 8},
+    {"TimePointZero", kMotion + "Frames: 1\nFrame Time: .0",
+     "Expected a float value for Frame Time", kInvalid, 8},
+
+    // --- keys ---
+    {"CurvesMissing", kMotionOfNothing + "Frames: 10\nFrame Time: 0.1\n",
+     "Missing FCurves for animation CHANNELS", kNoCurves, 7},
+    {"CurvesMissingForNegativeFrames", kMotionOfNothing + "Frames: -1\nFrame Time: 0.1\n",
+     "Missing FCurves for animation CHANNELS", kNoCurves, 7},
+    {"KeysMissing", kMotion + "Frames: 2\nFrame Time: 0.1\n1\n",
+     "Expected a float value in key frame data", kInvalid, 10},
+    {"KeysMissingAtAll", kMotion + "Frames: 1\nFrame Time: 0.1",
+     "Expected a float value in key frame data", kInvalid, 8},
+    {"KeyWord", kMotion + "Frames: 2\nFrame Time: 0.1\n1 x",
+     "Expected a float value in key frame data", kInvalid, 9},
+    {"KeyPointZero", kMotion + "Frames: 1\nFrame Time: 0.1\n.0",
+     "Expected a float value in key frame data", kInvalid, 8},
+    {"KeyUnderflow", kMotion + "Frames: 1\nFrame Time: 0.1\n1e-400",
+     "Expected a float value in key frame data", kInvalid, 8},
+    {"KeyBehindANul", kMotion + "Frames: 2\nFrame Time: 0.1\n1" + std::string("\0 2", 3),
+     "Expected a float value in key frame data", kInvalid, 9},
+    {"NegativeFrames", kMotion + "Frames: -5\nFrame Time: 0.1\n1 2 3\n",
+     "Expected a float value in key frame data", kInvalid, 10},
+    {"AbsurdFrames", kMotion + "Frames: 2147483647\nFrame Time: 0.1\n1 2 3\n",
+     "Expected a float value in key frame data", kInvalid, 10},
+    {"FramesBeyondSixtyFourBits",
+     kMotion + "Frames: 99999999999999999999\nFrame Time: 0.1\n1 2 3\n",
+     "Expected a float value in key frame data", kInvalid, 10},
+    // The product of channels and frames is 2 in 32 bits.
+    {"ProductThatWraps",
+     kOpen +
+         "CHANNELS 2 Xrotation Yrotation\n}\nMOTION\nFrames: -2147483647\nFrame Time: 0.1\n1 2 3\n",
+     "Expected a float value in key frame data", kInvalid, 10},
+};
+
+}  // namespace bvh_test

@@ -1,0 +1,92 @@
+// The messages in the sources against those that the tests' rows reach: a new message needs a row.
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <set>
+#include <string>
+
+#include "tests/bvh/bad_files.h"
+#include "tests/bvh/host_failures.h"
+#include "tests/bvh/import_failures.h"
+#include "tests/mocap/step_messages.h"
+
+namespace {
+
+// What only a lack of memory brings about, which no file and no refusal of the host can.
+constexpr const char* kOutOfMemory = "Out of memory";
+
+using Messages = std::set<std::string>;
+
+std::string ReadAll(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// The first wide text at or behind `from`, with what is written in several pieces joined; `from`
+// moves behind it. Empty where there is none left.
+std::string NextWideText(const std::string& source, std::size_t& from) {
+    std::string text;
+    std::size_t open = source.find("L\"", from);
+    while (open != std::string::npos) {
+        const std::size_t close = source.find('"', open + 2);
+        text += source.substr(open + 2, close - open - 2);
+        from = close + 1;
+        const std::size_t next = source.find_first_not_of(" \n", from);
+        open = next != std::string::npos && source.compare(next, 2, "L\"") == 0 ? next
+                                                                                : std::string::npos;
+    }
+    return text;
+}
+
+// Texts of several words. Captions end in dots.
+Messages MessagesOf(const std::string& source) {
+    Messages messages;
+    std::size_t from = 0;
+    while (source.find("L\"", from) != std::string::npos) {
+        const std::string text = NextWideText(source, from);
+        if (text.find(' ') != std::string::npos && !text.ends_with("...")) messages.insert(text);
+    }
+    return messages;
+}
+
+Messages MessagesOfRooms() {
+    Messages all;
+    for (const char* room : {"bvh", "mocap"}) {
+        const auto folder = std::filesystem::path(ZKMOCAP_SOURCE_DIR) / room;
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            if (entry.path().extension() == ".cpp") all.merge(MessagesOf(ReadAll(entry.path())));
+    }
+    return all;
+}
+
+Messages ReachedMessages() {
+    Messages reached = {bvh_test::kNoFileMessage, bvh_test::kNoNameMessage, kOutOfMemory};
+    for (const auto& row : bvh_test::kBadFiles)
+        reached.insert(row.message);
+    for (const auto& row : bvh_test::kFailedImports)
+        reached.insert(row.message);
+    for (const auto& row : bvh_test::kHostFailures)
+        reached.insert(row.message);
+    for (const char* message : mocap_test::kStepMessages)
+        reached.insert(message);
+    reached.erase("");
+    return reached;
+}
+
+TEST(BvhMessages, AreAllReachedByARow) {
+    const Messages reached = ReachedMessages();
+    const Messages messages = MessagesOfRooms();
+    EXPECT_GT(messages.size(), 30u) << "the sources were not found";
+    for (const std::string& message : messages)
+        EXPECT_EQ(reached.count(message), 1u) << "no row reaches '" << message << "'";
+}
+
+TEST(BvhMessages, OfTheRowsStandInTheSources) {
+    const Messages messages = MessagesOfRooms();
+    for (const std::string& message : ReachedMessages())
+        EXPECT_EQ(messages.count(message), 1u) << "no source says '" << message << "'";
+}
+
+}  // namespace
