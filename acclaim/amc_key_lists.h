@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "mocap/mocap_model.h"
+
+// The values of a motion while nobody knows yet how many frames there are: a row a frame, in the
+// order of the file, in blocks that never move. Channels may join in a later frame; from then on
+// each row holds a value for every channel.
+class AmcKeyLists {
+  public:
+    // The next row, timed with `number`.
+    void BeginFrame(int number) { numbers_.Append(number); }
+    // Behind the channels so far. To be called before the row's value for it.
+    void AddChannels(std::uint32_t count);
+    // The row's next value.
+    void Append(double value) { values_.Append(value); }
+
+    // An array for each channel with a key for each row; the rows before a channel joined hold its
+    // first value. The rows are given up on the way. Empty without memory.
+    std::vector<KeyArray> TakeKeys();
+
+  private:
+    template <class Item>
+    class Blocks {
+      public:
+        void Append(Item item) {
+            if (used_ == kBlockItems) AddBlock();
+            blocks_.back()[used_++] = item;
+        }
+        std::size_t Count() const {
+            return blocks_.empty() ? 0 : (blocks_.size() - 1) * kBlockItems + used_;
+        }
+        const Item& operator[](std::size_t index) const {
+            return blocks_[index / kBlockItems][index % kBlockItems];
+        }
+        // Frees every block that ends before `index`.
+        void FreeBefore(std::size_t index) {
+            for (; freed_ < index / kBlockItems; ++freed_)
+                blocks_[freed_].reset();
+        }
+
+      private:
+        static constexpr std::size_t kBlockItems = 4096;
+        void AddBlock() {
+            blocks_.push_back(std::make_unique_for_overwrite<Item[]>(kBlockItems));
+            used_ = 0;
+        }
+
+        std::vector<std::unique_ptr<Item[]>> blocks_;
+        std::size_t used_ = kBlockItems;  // in the last block
+        std::size_t freed_ = 0;
+    };
+
+    Blocks<int> numbers_;
+    Blocks<double> values_;
+    std::vector<std::size_t> firstRows_;  // of each channel, rising
+};

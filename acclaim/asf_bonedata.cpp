@@ -1,0 +1,116 @@
+// The bones of an ASF file.
+#include <algorithm>
+
+#include "acclaim/acclaim_import.h"
+#include "textio/ascii.h"
+#include "util/rotation_math.h"
+
+using textio::EqualsIgnoringCase;
+using namespace Zelk::status;
+
+// bones = { "begin" bone }
+std::int32_t CAcclaimImport::HandleBoneData() {
+    for (;;) {
+        const std::uint32_t position = stringFile.GetPosition();
+        const char* const token = GetNextAccString();
+        if (token == nullptr) return kEndOfFile;
+        if (token[0] == ':') {
+            stringFile.SetPosition(position);
+            return kOk;
+        }
+        if (!EqualsIgnoringCase(token, "begin"))
+            return Fail(kInvalidData, L"Invalid parameter in :bonedata");
+        const std::int32_t status = HandleBoneBegin();
+        if (status < 0) return status;
+    }
+}
+
+// bone = { "id" n | "name" name | "direction" x y z | "length" number | "axis" x y z axes
+//        | "dof" channels | "limits" limits | unknown to the end of its line } "end"
+std::int32_t CAcclaimImport::HandleBoneBegin() {
+    MOCAPMODEL* const bone = AppendNode();
+    if (bone == nullptr) return Fail(kOutOfMemory, L"Out of memory");
+    for (;;) {
+        const char* const token = GetNextAccString();
+        if (token == nullptr) return Fail(kUnexpectedEnd, L"Expected bonedata parameters");
+        if (EqualsIgnoringCase(token, "end")) break;
+        const std::int32_t status = ParseBoneParameter(*bone, token);
+        if (status < 0) return status;
+    }
+    if (!bone->name) return Fail(kInvalidData, L"Missing name for :bonedata");
+    bone->length *= lengthMultiplier;
+    ConvertToDegrees(bone->orientation);
+    return kOk;
+}
+
+std::int32_t CAcclaimImport::ParseBoneParameter(MOCAPMODEL& bone, const char* token) {
+    static constexpr const wchar_t* kExpected[] = {L"Expected direction x value",
+                                                   L"Expected direction y value",
+                                                   L"Expected direction z value"};
+    if (EqualsIgnoringCase(token, "id")) {
+        int id = 0;
+        if (!stringFile.GetNextInt(id))
+            return Fail(kInvalidData, L"Expected an integer for :bonedata.id");
+        bone.boneId = static_cast<std::uint32_t>(id);
+    } else if (EqualsIgnoringCase(token, "name")) {
+        return ParseBoneName(bone);
+    } else if (EqualsIgnoringCase(token, "direction")) {
+        return ParseVector(bone.direction, kExpected);
+    } else if (EqualsIgnoringCase(token, "length")) {
+        if (!stringFile.GetNextFloat(bone.length))
+            return Fail(kInvalidData, L"Expected length float value");
+    } else if (EqualsIgnoringCase(token, "axis")) {
+        return ParseBoneAxis(bone);
+    } else if (EqualsIgnoringCase(token, "dof")) {
+        return ParseDof(bone);
+    } else if (EqualsIgnoringCase(token, "limits")) {
+        return ParseLimits(bone);
+    } else {
+        SkipLine();
+    }
+    return kOk;
+}
+
+std::int32_t CAcclaimImport::ParseBoneName(MOCAPMODEL& bone) {
+    const char* const token = GetNextAccString();
+    if (token == nullptr) return Fail(kInvalidData, L"Expected a string for :bonedata.name");
+    bone.name = CopyText(token);
+    return bone.name ? kOk : Fail(kOutOfMemory, L"Out of memory");
+}
+
+std::int32_t CAcclaimImport::ParseBoneAxis(MOCAPMODEL& bone) {
+    static constexpr const wchar_t* kExpected[] = {
+        L"Expected axis float value", L"Expected axis float value", L"Expected axis float value"};
+    std::int32_t status = ParseVector(bone.orientation, kExpected);
+    if (status < 0) return status;
+    const char* order = nullptr;
+    status = ParseAxisOrder(order, L"Unknown :bonedata.axis order");
+    if (status < 0) return status;
+    ConvertToXYZ(bone.orientation, order);
+    return kOk;
+}
+
+// limits = { lower upper }, a pair for each channel that the bone has by now
+std::int32_t CAcclaimImport::ParseLimits(MOCAPMODEL& bone) {
+    for (CHANNELS& channel : bone.channels) {
+        if (channel.type == kEmptySlot) break;
+        std::int32_t status = ParseLimit(channel.minLimit, channel.hasMinLimit);
+        if (status >= 0) status = ParseLimit(channel.maxLimit, channel.hasMaxLimit);
+        if (status < 0) return status;
+        if (degrees || !IsRotation(channel.type)) continue;
+        channel.minLimit *= kRadiansToDegrees;
+        channel.maxLimit *= kRadiansToDegrees;
+    }
+    return kOk;
+}
+
+// limit = number | "inf" | "-inf". The number reader takes the infinite ones itself, as bounds that
+// no value reaches.
+std::int32_t CAcclaimImport::ParseLimit(double& limit, bool& hasLimit) {
+    hasLimit = stringFile.GetNextFloat(limit);
+    if (hasLimit) return kOk;
+    const char* const token = stringFile.GetNextString();
+    const bool isInfinite =
+        token != nullptr && (EqualsIgnoringCase(token, "inf") || EqualsIgnoringCase(token, "-inf"));
+    return isInfinite ? kOk : Fail(kInvalidData, L"Expected limits float value");
+}

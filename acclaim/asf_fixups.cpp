@@ -1,0 +1,153 @@
+// From what Acclaim files say to what the scene's objects take: rotations as the parent sees them,
+// and places instead of lengths.
+#include <algorithm>
+#include <unordered_map>
+#include <vector>
+
+#include "acclaim/acclaim_import.h"
+#include "mocap/rotation_keys.h"
+#include "util/rotation_math.h"
+
+using namespace Zelk::status;
+
+namespace {
+
+using CHANNELS = MOCAPMODEL::CHANNELS;
+using ChildLists = std::unordered_map<const MOCAPMODEL*, std::vector<MOCAPMODEL*>>;
+
+struct AxisFrame {
+    double matrix[4][4];
+    double inverse[4][4];
+
+    explicit AxisFrame(const double* degrees) {
+        const double x = degrees[0] * kDegreesToRadians;
+        const double y = degrees[1] * kDegreesToRadians;
+        const double z = degrees[2] * kDegreesToRadians;
+        MatrixRotationXYZ(matrix, x, y, z);
+        MatrixRotationZYX(inverse, -x, -y, -z);
+    }
+};
+
+// inverse * Rx * Ry * Rz * matrix, frame by frame
+void GlobalizeKeys(CHANNELS* const* list, std::uint32_t frameCount, const AxisFrame& axes) {
+    const RotationKeys keys = RotationKeys::ByType(list);
+    RotationProduct product;
+    product.before = axes.inverse;
+    product.behind = axes.matrix;
+    keys.Convert(frameCount, product);
+}
+
+// The children, in list order, of every node that animates its length.
+ChildLists GatherChildren(const std::vector<std::unique_ptr<MOCAPMODEL>>& models) {
+    ChildLists children;
+    for (const auto& node : models)
+        if (node->parent != nullptr && FindChannel(*node->parent, kBoneLength) != nullptr)
+            children[node->parent].push_back(node.get());
+    return children;
+}
+
+// The position channels that take the offset of a child, by axis.
+struct Targets {
+    CHANNELS* axis[3] = {};
+    bool operator==(const Targets&) const = default;
+};
+
+// Gives the slot keys of zeros, unless it has keys. False without memory.
+bool EnsureKeys(CHANNELS& slot, std::uint32_t count) {
+    if (slot.keys) return true;
+    slot.keys = AllocateKeys(count);
+    if (!slot.keys) return false;
+    std::fill_n(slot.keys.get(), count, MOCAP_RAWKEY{0.0, 0.0});
+    return true;
+}
+
+enum class Found { All, NoSlot, NoMemory };
+
+// The child's own position channels, those of the child before it for what it lacks, and new ones
+// for what is missing then. That a child without any shares those of another is intended.
+Found FindTargets(MOCAPMODEL& child, std::uint32_t frameCount, Targets& targets) {
+    for (CHANNELS& slot : child.channels)
+        if (IsPosition(slot.type)) targets.axis[slot.type - kPositionX] = &slot;
+    for (std::uint8_t axis = 0; axis < 3; ++axis) {
+        CHANNELS*& target = targets.axis[axis];
+        if (target == nullptr) {
+            target = FindChannel(child, kEmptySlot);
+            if (target == nullptr) return Found::NoSlot;
+            target->type = static_cast<std::uint8_t>(kPositionX + axis);
+        }
+        if (!EnsureKeys(*target, frameCount)) return Found::NoMemory;
+    }
+    return Found::All;
+}
+
+// Adds the bone's vector to the targets, for so many children at once.
+void AddOffsets(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
+                const Targets& targets, std::size_t children) {
+    const auto times = static_cast<double>(children);
+    for (std::uint32_t frame = 0; children > 0 && frame < frameCount; ++frame) {
+        const MOCAP_RAWKEY& key = length.keys[frame];
+        for (int axis = 0; axis < 3; ++axis) {
+            MOCAP_RAWKEY& target = targets.axis[axis]->keys[frame];
+            target.time = key.time;
+            target.value += times * (bone.direction[axis] * key.value);
+        }
+    }
+}
+
+// Children that follow each other with the same targets are added together: a file may hang any
+// number of them on one bone.
+Found MoveChildren(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
+                   const std::vector<MOCAPMODEL*>& children) {
+    Targets targets;
+    std::size_t sharing = 0;
+    for (MOCAPMODEL* child : children) {
+        Targets own = targets;
+        const Found found = FindTargets(*child, frameCount, own);
+        if (found != Found::All) return found;
+        if (!(own == targets)) {
+            AddOffsets(bone, length, frameCount, targets, sharing);
+            targets = own;
+            sharing = 0;
+        }
+        ++sharing;
+    }
+    AddOffsets(bone, length, frameCount, targets, sharing);
+    return Found::All;
+}
+
+}  // namespace
+
+std::int32_t CAcclaimImport::GlobalizeRotations() {
+    progressBar->SetText(L"Converting rotations...");
+    for (const auto& node : models) {
+        if (CheckCancelled()) return kCancelled;
+        CHANNELS* list[3] = {};
+        GetAllRotationChannels(node.get(), list);
+        if (list[0] != nullptr && LacksKeys(*list[0])) continue;
+        const std::int32_t status = AllocateAllRotationChannels(node.get(), list);
+        if (status < 0) return status;
+        if (status == kNoRotation) continue;
+
+        GlobalizeKeys(list, frameCount, AxisFrame(node->orientation));
+    }
+    return kOk;
+}
+
+std::int32_t CAcclaimImport::FixLength() {
+    progressBar->SetText(L"Converting length animation...");
+    const ChildLists children = GatherChildren(models);
+    for (const auto& node : models) {
+        if (CheckCancelled()) return kCancelled;
+        CHANNELS* const length = FindChannel(*node, kBoneLength);
+        if (length == nullptr || LacksKeys(*length)) continue;
+        const auto found = children.find(node.get());
+        if (node->childCount != 0 && found != children.end()) {
+            const Found targets = MoveChildren(*node, *length, frameCount, found->second);
+            if (targets == Found::NoSlot) return Fail(kFail, L"Failed to convert length animation");
+            if (targets == Found::NoMemory) return Fail(kOutOfMemory, L"Out of memory");
+        }
+        length->type = kEmptySlot;
+        length->keys.reset();
+    }
+    return kOk;
+}

@@ -1,0 +1,13 @@
+#include "acclaim/wide_text.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <cwchar>
+
+std::wstring WideText(const char* text) {
+    // Zeros, so that a text that does not convert ends where the conversion stopped.
+    std::wstring wide(std::strlen(text) + 1, L'\0');
+    std::mbstowcs(wide.data(), text, wide.size());
+    wide.resize(std::wcslen(wide.c_str()));
+    return wide;
+}

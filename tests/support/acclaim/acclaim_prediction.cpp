@@ -1,0 +1,102 @@
+#include "tests/support/acclaim/acclaim_prediction.h"
+
+#include <cmath>
+
+namespace support {
+namespace {
+
+constexpr double kShortest = 0.01;
+
+bool HasUnitDirection(const AcclaimBone& bone) {
+    return std::fabs(std::hypot(bone.direction[0], bone.direction[1], bone.direction[2]) - 1.0) <
+           1e-9;
+}
+
+// Of the bone's own doing: what it says holds from its children on, or from itself on.
+struct Reason {
+    std::string text;
+    bool ofChildren = false;
+};
+
+Reason ReasonOf(const AcclaimPair& pair, std::size_t index, bool nulls) {
+    const AcclaimBone& bone = pair.bones[index];
+    if (nulls && bone.parent > static_cast<int>(index))
+        return {"the file lists the child before its parent", false};
+    if (!nulls && bone.attachedAs >= 0 && bone.firstChildAt >= 0 &&
+        bone.firstChildAt < bone.attachedAs)
+        return {"the hierarchy lists the bone's children before the bone", false};
+    if (bone.axisOrder != "xyz" && bone.HasRotation() && bone.axis != Vec3{})
+        return {"the axis order is not xyz", true};
+    if (bone.AnimatesLength() && bone.children > 1)
+        return {"an animated length on a bone with several children", true};
+    if (!nulls && bone.AnimatesLength() && !HasUnitDirection(bone))
+        return {"an animated length with a direction that is not of unit length", true};
+    return {};
+}
+
+struct Node {
+    std::size_t rigidChildren = 0;
+    bool isLoose = false;
+};
+
+std::vector<Node> Survey(const std::vector<AcclaimBone>& bones) {
+    std::vector<Node> nodes(bones.size());
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        nodes[i].isLoose = bones[i].isRoot;
+        if (bones[i].parent < 0) continue;
+        const auto parent = static_cast<std::size_t>(bones[i].parent);
+        if (bones[parent].length < kShortest)
+            nodes[i].isLoose = true;
+        else
+            ++nodes[parent].rigidChildren;
+    }
+    return nodes;
+}
+
+// A bone carries its joint's length only where it reaches to the one child that there is.
+bool ReachesItsChild(const AcclaimPair& pair, const std::vector<Node>& nodes, std::size_t bone) {
+    return pair.bones[bone].children == 1 && nodes[bone].rigidChildren == 1;
+}
+
+// A null's first child takes the length as a position: three of its seven channels, of which a
+// child behind its parent in the file still has its own length.
+bool HasRoomForPosition(const std::vector<AcclaimBone>& bones, std::size_t bone) {
+    for (std::size_t i = 0; i < bones.size(); ++i) {
+        if (bones[i].parent != static_cast<int>(bone)) continue;
+        std::size_t used = bones[i].HasRotation() ? 3 : 0;
+        for (const std::string& token : bones[i].dof)
+            if (token[0] == 't' || (token[0] == '|' && i > bone)) ++used;
+        return used + 3 <= 7;
+    }
+    return true;
+}
+
+}  // namespace
+
+std::vector<std::string> PredictSetApart(const AcclaimPair& pair, const AcclaimOptions& options) {
+    std::vector<Reason> own;
+    for (std::size_t i = 0; i < pair.bones.size(); ++i)
+        own.push_back(ReasonOf(pair, i, options.nulls));
+    std::vector<std::string> reasons;
+    for (std::size_t i = 0; i < pair.bones.size(); ++i) {
+        std::string reason = own[i].ofChildren ? "" : own[i].text;
+        for (int p = pair.bones[i].parent; p >= 0 && reason.empty();
+             p = pair.bones[static_cast<std::size_t>(p)].parent)
+            reason = own[static_cast<std::size_t>(p)].text;
+        reasons.push_back(reason);
+    }
+    return reasons;
+}
+
+std::string PredictFailure(const AcclaimPair& pair, const AcclaimOptions& options) {
+    const std::vector<Node> nodes = Survey(pair.bones);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        if (!pair.bones[i].AnimatesLength()) continue;
+        if (options.nulls ? !HasRoomForPosition(pair.bones, i) : !ReachesItsChild(pair, nodes, i))
+            return options.nulls ? "Failed to convert length animation"
+                                 : "Failed to add channel FCurve";
+    }
+    return {};
+}
+
+}  // namespace support

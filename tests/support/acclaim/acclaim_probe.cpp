@@ -1,0 +1,62 @@
+#include "tests/support/acclaim/acclaim_probe.h"
+
+#include "acclaim/acclaim_import.h"
+#include "headless/session.h"
+#include "tests/support/core/session_text.h"
+#include "tests/support/temp_dir.h"
+
+namespace support {
+namespace {
+
+std::wstring Wide(const std::string& ascii) {
+    return {ascii.begin(), ascii.end()};
+}
+
+// The importer with its nodes in the open.
+class Importer : public CAcclaimImport {
+  public:
+    ProbedSection Section() {
+        ProbedSection section;
+        section.model = lastModel.GetRef().Object();
+        for (const auto& node : models)
+            section.joints.push_back(ObjectOf(*node));
+        return section;
+    }
+
+  private:
+    // A node without an object is the end of a leaf, where the leaf's chain ends too.
+    static std::uint32_t ObjectOf(const MOCAPMODEL& node) {
+        if (node.nullObject.IsValid()) return node.nullObject.GetRef().Object();
+        if (node.bone.IsValid()) return node.bone.GetRef().Object();
+        if (node.parent == nullptr || !node.parent->bone.IsValid()) return 0;
+        return node.parent->bone.GetEffector().GetRef().Object();
+    }
+};
+
+}  // namespace
+
+ProbedPair ImportAcclaimText(const std::string& asf, const std::optional<std::string>& amc,
+                             const AcclaimOptions& options) {
+    headless::Session::Current().Reset();
+    const TempDir dir;
+    Importer importer;
+    importer.SetOptions(options.nulls, options.chainFromParent, options.effectorToLastBone,
+                        options.group);
+    importer.ApplyLimits(options.limits);
+    if (options.length) importer.OverrideLengthMultiplier(true, *options.length);
+
+    ProbedPair result;
+    result.skeletonStatus =
+        importer.ImportSkeleton(Wide(dir.Write("probe.asf", asf)).c_str(), L"probe").GetCode();
+    if (result.skeletonStatus == 0) {
+        if (amc)
+            result.motionStatus =
+                importer.ImportMotion(Wide(dir.Write("probe.amc", *amc)).c_str(), L"motion")
+                    .GetCode();
+        result.section = importer.Section();
+    }
+    result.error = Utf8(importer.GetLastError(nullptr, nullptr));
+    return result;
+}
+
+}  // namespace support

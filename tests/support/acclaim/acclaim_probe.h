@@ -1,0 +1,33 @@
+// Imports an Acclaim pair with the real importer and remembers which scene object stands for each
+// node.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "tests/support/bvh_probe.h"
+
+namespace support {
+
+struct AcclaimOptions {
+    bool nulls = true;
+    bool chainFromParent = true;
+    bool effectorToLastBone = false;
+    bool group = true;
+    bool limits = false;
+    std::optional<double> length = std::nullopt;
+};
+
+struct ProbedPair {
+    std::int32_t skeletonStatus = 0;
+    std::int32_t motionStatus = 0;  // 0 where no motion was asked for
+    std::string error;              // the recorded message
+    ProbedSection section;          // of a skeleton that was made: its nodes in the file's order
+};
+
+// Resets the session first. Without a motion the skeleton alone.
+ProbedPair ImportAcclaimText(const std::string& asf, const std::optional<std::string>& amc,
+                             const AcclaimOptions& options);
+
+}  // namespace support

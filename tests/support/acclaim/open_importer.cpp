@@ -1,0 +1,196 @@
+#include "tests/support/acclaim/open_importer.h"
+
+#include <stdexcept>
+
+#include "headless/session.h"
+#include "tests/support/core/session_text.h"
+
+namespace support {
+namespace {
+
+Zelk::CString HostText(const std::string& ascii) {
+    return std::wstring(ascii.begin(), ascii.end()).c_str();
+}
+
+const headless::Scene& CurrentScene() {
+    return headless::Session::Current().GetScene();
+}
+
+}  // namespace
+
+void PrintTo(const Outcome& outcome, std::ostream* out) {
+    *out << StatusText(outcome.status) << " \"" << outcome.message << "\" line " << outcome.line;
+}
+
+std::string OpenImporter::File(const std::string& name, const std::string& text) const {
+    return dir_.Write(name, text);
+}
+
+Outcome OpenImporter::Report(std::int32_t status) const {
+    std::uint32_t line = 0;
+    Outcome outcome{status, Utf8(GetLastError(&line, nullptr)), 0};
+    if (!outcome.message.empty() && WasParsing()) outcome.line = line + 1;
+    return outcome;
+}
+
+Outcome OpenImporter::Skeleton(const std::string& asf) {
+    return Report(ImportSkeleton(HostText(File("test.asf", asf)), L"skel").GetCode());
+}
+
+Outcome OpenImporter::Motion(const std::string& amc) {
+    return Report(ImportMotion(HostText(File("test.amc", amc)), L"motion").GetCode());
+}
+
+Outcome OpenImporter::Parse(const std::string& asf) {
+    CIFPlugProgressBar bar;
+    progressBar = &bar;
+    Clear(true);
+    if (!stringFile.ReadFile(HostText(File("test.asf", asf)).GetWideString()))
+        throw std::runtime_error("the file cannot be read");
+    stringFile.GetNextString();
+    stringFile.GetNextString();
+    RecordError(Zelk::CString());
+    parsing = true;
+    const Outcome outcome = Report(ParseASF());
+    progressBar = nullptr;
+    return outcome;
+}
+
+Outcome OpenImporter::ParseMotion(const std::string& amc) {
+    CIFPlugProgressBar bar;
+    progressBar = &bar;
+    Clear(false);
+    RecordError(Zelk::CString());
+    if (!stringFile.ReadFile(HostText(File("test.amc", amc)).GetWideString()))
+        throw std::runtime_error("the file cannot be read");
+    parsing = true;
+    const Outcome outcome = Report(ParseAMC());
+    progressBar = nullptr;
+    return outcome;
+}
+
+TestCurve OpenImporter::Keys(const std::string& node, int slot) {
+    const auto& channel = Node(node).channels[slot];
+    TestCurve curve;
+    for (std::uint32_t i = 0; channel.keys && i < frameCount; ++i) {
+        curve.times.push_back(channel.keys[i].time);
+        curve.values.push_back(channel.keys[i].value);
+    }
+    return curve;
+}
+
+const MOCAPMODEL& OpenImporter::Node(const std::string& name) {
+    const MOCAPMODEL* const node = FindModelByName(name.c_str());
+    if (node == nullptr) throw std::runtime_error("no node is called " + name);
+    return *node;
+}
+
+const headless::Object& ObjectNamed(const std::string& name) {
+    for (const headless::Object* object : CurrentScene().Objects())
+        if (Utf8(object->name) == name) return *object;
+    throw std::runtime_error("no object is called " + name);
+}
+
+const headless::Object& ModelNamed(const std::string& name) {
+    const headless::Object& model = ObjectNamed(name);
+    if (model.type != headless::ObjectType::Model) throw std::runtime_error(name + " is no model");
+    return model;
+}
+
+const headless::ActionSource& ActionNamed(const std::string& name) {
+    for (const auto& action : ModelNamed("skel").modelData->actions)
+        if (Utf8(action->name) == name) return *action;
+    throw std::runtime_error("no action is called " + name);
+}
+
+std::map<std::string, TestCurve> MotionCurves(const std::string& motion) {
+    std::map<std::string, TestCurve> curves;
+    for (const headless::ActionItem& item : ActionNamed(motion).items) {
+        const headless::Keys& keys = item.curve->keys;
+        TestCurve& curve = curves[Utf8(item.Target())];
+        if (keys.times) curve.times = *keys.times;
+        if (keys.values) curve.values = *keys.values;
+    }
+    return curves;
+}
+
+const char kSampleAsf[] = R"(# a sample
+:version 1.10
+:name sample
+:units
+  mass 1.0
+  length 0.5
+  angle deg
+:documentation
+  About
+  the sample
+:root
+  order TX TY TZ RX RY RZ
+  axis XYZ
+  position 1 2 3
+  orientation 0 0 10
+:bonedata
+  begin
+    id 1
+    name back
+    direction 0 1 0
+    length 4
+    axis 0 0 20 XYZ
+    dof rx ry rz
+    limits (-30 30)
+           (-inf inf)
+           (0 90)
+  end
+  begin
+    id 2
+    name joint
+    direction 1 0 0
+    length 0.001
+    axis 0 0 0 XYZ
+    dof rz ry
+  end
+  begin
+    id 3
+    name arm
+    direction 1 0 0
+    length 2
+    axis 10 20 30 XYZ
+    dof rz rx |
+  end
+  begin
+    id 4
+    name hand
+    direction 0 0 1
+    length 1
+    axis 0 0 0 XYZ
+  end
+:hierarchy
+  begin
+    root back
+    back joint
+    joint arm
+    arm hand
+  end
+)";
+
+const char kSampleAmc[] = R"(#!OML:ASF
+:FULLY-SPECIFIED
+:DEGREES
+1
+root 1 2 3 10 20 30
+back 5 10 15
+joint 20 30
+arm 10 20 2
+2
+root 1.5 2 3 11 21 31
+back 6 11 16
+joint 21 31
+arm 11 21 2.5
+3
+root 2 2 3 12 22 32
+back 7 12 17
+joint 22 32
+arm 12 22 3
+)";
+
+}  // namespace support
