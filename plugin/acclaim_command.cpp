@@ -1,0 +1,40 @@
+#include "acclaim/acclaim_import.h"
+#include "plugin/import_commands.h"
+#include "plugin/outcome.h"
+#include "plugin/user_input.h"
+#include "util/scene_helpers.h"
+
+Zelk::CStatus ImportAcclaim(Zelk::CRef& model, Zelk::CRef& basePose, Zelk::CRef& motion) {
+    if (g_UserInput.strASFFile.IsEmpty()) {
+        LogMissingFileName();
+        return Zelk::status::kNoFileName;
+    }
+    LogStatus(L"Importing Acclaim Files...");
+
+    CAcclaimImport importer;
+    importer.SetOptions(g_UserInput.bUseNulls, g_UserInput.bChainFromParentJoint,
+                        g_UserInput.bEffectorToLastBone, g_UserInput.bCreateGroup);
+    importer.ApplyLimits(g_UserInput.bApplyLimits);
+    if (g_UserInput.bOverrideLength)
+        importer.OverrideLengthMultiplier(true, g_UserInput.dLengthMultiplier);
+
+    Zelk::CStatus status =
+        importer.ImportSkeleton(g_UserInput.strASFFile, BaseName(g_UserInput.strASFFile));
+    if (!status.Succeeded()) {
+        LogFailure(importer);
+        return status;
+    }
+    // All that a success says.
+    LogResult(importer.GetDocumentation());
+    if (!g_UserInput.strAMCFile.IsEmpty()) {
+        status = importer.ImportMotion(g_UserInput.strAMCFile, BaseName(g_UserInput.strAMCFile));
+        if (!status.Succeeded()) {
+            LogFailure(importer);
+            return status;
+        }
+        basePose = importer.GetLastBasePose().GetRef();
+        motion = importer.GetLastMotion().GetRef();
+    }
+    model = importer.GetLastModel().GetRef();
+    return Zelk::status::kOk;
+}

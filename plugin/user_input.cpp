@@ -1,0 +1,3 @@
+#include "plugin/user_input.h"
+
+USERINPUT g_UserInput;

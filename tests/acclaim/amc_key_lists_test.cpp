@@ -1,0 +1,133 @@
+#include "acclaim/amc_key_lists.h"
+
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <new>
+
+namespace {
+
+std::size_t inUse = 0;
+std::size_t highest = 0;
+std::size_t allocations = 0;
+
+void* Counted(std::size_t size) {
+    void* const memory = std::malloc(size);
+    if (memory == nullptr) throw std::bad_alloc();
+    inUse += malloc_usable_size(memory);
+    highest = std::max(highest, inUse);
+    ++allocations;
+    return memory;
+}
+
+void Release(void* memory) {
+    if (memory != nullptr) inUse -= malloc_usable_size(memory);
+    std::free(memory);
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    return Counted(size);
+}
+void* operator new[](std::size_t size) {
+    return Counted(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return Counted(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return Counted(size);
+}
+void operator delete(void* memory) noexcept {
+    Release(memory);
+}
+void operator delete[](void* memory) noexcept {
+    Release(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    Release(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+    Release(memory);
+}
+
+namespace {
+
+using testing::ElementsAre;
+
+std::vector<double> Values(const KeyArray& keys, std::size_t count) {
+    std::vector<double> values;
+    for (std::size_t i = 0; i < count; ++i)
+        values.push_back(keys[i].value);
+    return values;
+}
+
+TEST(AmcKeyLists, GiveEachChannelItsColumn) {
+    AmcKeyLists lists;
+    lists.BeginFrame(5);
+    lists.AddChannels(2);
+    lists.Append(1);
+    lists.Append(2);
+    lists.BeginFrame(9);
+    lists.Append(3);
+    lists.Append(4);
+    const auto keys = lists.TakeKeys();
+    ASSERT_EQ(keys.size(), 2u);
+    EXPECT_THAT(Values(keys[0], 2), ElementsAre(1, 3));
+    EXPECT_THAT(Values(keys[1], 2), ElementsAre(2, 4));
+    EXPECT_EQ(keys[0][0].time, 5.0);
+    EXPECT_EQ(keys[1][1].time, 9.0);
+}
+
+TEST(AmcKeyLists, FillTheFramesBeforeAChannelJoined) {
+    AmcKeyLists lists;
+    lists.BeginFrame(-1);
+    lists.BeginFrame(1);
+    lists.AddChannels(1);
+    lists.Append(7);
+    lists.BeginFrame(2);
+    lists.Append(8);
+    lists.AddChannels(2);
+    lists.Append(10);
+    lists.Append(20);
+    const auto keys = lists.TakeKeys();
+    ASSERT_EQ(keys.size(), 3u);
+    EXPECT_THAT(Values(keys[0], 3), ElementsAre(7, 7, 8));
+    EXPECT_THAT(Values(keys[1], 3), ElementsAre(10, 10, 10));
+    EXPECT_THAT(Values(keys[2], 3), ElementsAre(20, 20, 20));
+    EXPECT_EQ(keys[2][0].time, -1.0);
+    EXPECT_EQ(keys[2][2].time, 2.0);
+}
+
+TEST(AmcKeyLists, GiveNothingForNothing) {
+    AmcKeyLists lists;
+    EXPECT_TRUE(lists.TakeKeys().empty());
+}
+
+// A long motion takes no allocation a value, and at most two and a half times what its keys take.
+TEST(AmcKeyLists, TakeLittleMoreThanTheKeys) {
+    constexpr int kFrames = 50000;
+    constexpr std::uint32_t kChannels = 62;
+    constexpr std::size_t kKeys = kFrames * kChannels;
+    const std::size_t before = inUse;
+    highest = inUse;
+    allocations = 0;
+    {
+        AmcKeyLists lists;
+        for (int frame = 1; frame <= kFrames; ++frame) {
+            lists.BeginFrame(frame);
+            if (frame == 1) lists.AddChannels(kChannels);
+            for (std::uint32_t channel = 0; channel < kChannels; ++channel)
+                lists.Append(channel);
+        }
+        const auto keys = lists.TakeKeys();
+        EXPECT_EQ(keys[61][kFrames - 1].value, 61.0);
+    }
+    EXPECT_LE(highest - before, kKeys * sizeof(MOCAP_RAWKEY) * 5 / 2);
+    EXPECT_LT(allocations, kKeys / 1000);
+    EXPECT_EQ(inUse, before);
+}
+
+}  // namespace

@@ -1,0 +1,270 @@
+// What the frames of an AMC file make of the channels' keys, and the warnings about the rest.
+#include <clocale>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/status.h"
+#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/core/session_text.h"
+
+namespace {
+
+using namespace support;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr double kDegrees = 57.29577951308232;  // in a radian
+
+class AmcKeys : public testing::Test {
+  protected:
+    void SetUp() override {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+        StartSession(true);
+    }
+
+    // Bones a, b, c, … with these degrees of freedom, below a root with these channels.
+    void Skeleton(const std::string& order, const std::vector<std::string>& dofs,
+                  const std::string& units = "") {
+        std::string text =
+            ":version 1\n:units " + units + "\n:root order " + order + "\n:bonedata\n";
+        char name = 'a';
+        for (const std::string& dof : dofs)
+            text += std::string("begin name ") + name++ + "\n length 1 direction 1 0 0\n dof " +
+                    dof + "\n end\n";
+        importer.SetOptions(true, true, false, true);
+        ASSERT_EQ(importer.Skeleton(text), Outcome());
+    }
+    void Parse(const std::string& frames) { ASSERT_EQ(importer.ParseMotion(frames), Outcome()); }
+    std::vector<double> Values(const std::string& node, int slot) {
+        return importer.Keys(node, slot).values;
+    }
+
+    OpenImporter importer;
+};
+
+TEST_F(AmcKeys, AreTimedWithTheFramesOwnNumbers) {
+    Skeleton("tx ry", {"rz |"});
+    Parse("7\nroot 1 2\na 3 4\n9\nroot 5 6\na 7 8\n");
+    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{7, 9}, {1, 5}}));
+    EXPECT_EQ(importer.Keys("root", 1), (TestCurve{{7, 9}, {2, 6}}));
+    EXPECT_EQ(importer.Keys("a", 0), (TestCurve{{7, 9}, {3, 7}}));
+    EXPECT_EQ(importer.Keys("a", 1), (TestCurve{{7, 9}, {4, 8}}));
+    EXPECT_EQ(importer.FrameCount(), 2u);
+    EXPECT_THAT(LogLines(), IsEmpty());
+}
+
+TEST_F(AmcKeys, KeepAnyNumbersOfFrames) {
+    Skeleton("tx", {});
+    Parse("3\nroot 1\n3\nroot 2\n-2\nroot 3\n0\nroot 4\n12abc\nroot 5");
+    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{3, 3, -2, 0, 12}, {1, 2, 3, 4, 5}}));
+}
+
+TEST_F(AmcKeys, AreReadWithoutLines) {
+    Skeleton("tx ty", {"rx"});
+    Parse("1 root (1, 2) a 3 2 root 4 5 # a comment\n a 6");
+    EXPECT_THAT(Values("root", 1), ElementsAre(2, 5));
+    EXPECT_THAT(Values("a", 0), ElementsAre(3, 6));
+}
+
+TEST_F(AmcKeys, GoByNameInTheFirstFrameAndByPositionThen) {
+    Skeleton("tx", {"rx", "ry"});
+    Parse("1\nB 1\nRoot 2\na 3\n2\nroot 4\na 5\nb 6\n3\nx 7\ny 8\nz 9\n");
+    EXPECT_THAT(Values("b", 0), ElementsAre(1, 4, 7));
+    EXPECT_THAT(Values("root", 0), ElementsAre(2, 5, 8));
+    EXPECT_THAT(Values("a", 0), ElementsAre(3, 6, 9));
+}
+
+TEST_F(AmcKeys, HoldDegreesForRadians) {
+    Skeleton("tx rx", {"rz |"}, "angle rad length 2");
+    Parse("1\nroot 1 1\na 1 1");
+    EXPECT_THAT(Values("root", 0), ElementsAre(1.0));
+    EXPECT_THAT(Values("root", 1), ElementsAre(kDegrees));
+    EXPECT_THAT(Values("a", 0), ElementsAre(kDegrees));
+    EXPECT_THAT(Values("a", 1), ElementsAre(2.0));
+}
+
+TEST_F(AmcKeys, ScalePlacesOnlyByAGivenFactor) {
+    importer.OverrideLengthMultiplier(true, 10.0);
+    Skeleton("tx rx", {"|"}, "length 2");
+    Parse("1\nroot 1 1\na 1");
+    EXPECT_THAT(Values("root", 0), ElementsAre(10.0));
+    EXPECT_THAT(Values("root", 1), ElementsAre(1.0));
+    EXPECT_THAT(Values("a", 0), ElementsAre(10.0));
+}
+
+struct LimitRow {
+    const char* name;
+    const char* limits;
+    double low;   // what -45 becomes
+    double high;  // what 50 becomes
+};
+const LimitRow kLimits[] = {
+    {"Both", "(-30 30)", -30, 30},        {"Wide", "(-60 60)", -45, 50},
+    {"Infinite", "(-inf inf)", -45, 50},  {"BelowOnly", "(-30 inf)", -30, 50},
+    {"AboveOnly", "(-inf 30)", -45, 30},  {"Crossed", "(60 -60)", -60, -60},
+    {"NotNumbers", "(nan nan)", -45, 50},
+};
+
+class Limits : public AmcKeys, public testing::WithParamInterface<LimitRow> {};
+
+TEST_P(Limits, HoldValuesWhenAsked) {
+    for (const bool apply : {false, true}) {
+        StartSession(true);
+        importer.ApplyLimits(apply);
+        Skeleton("tx", {std::string("rx\n limits ") + GetParam().limits});
+        Parse("1\nroot 0\na -45\n2\nroot 0\na 50");
+        if (apply)
+            EXPECT_THAT(Values("a", 0), ElementsAre(GetParam().low, GetParam().high));
+        else
+            EXPECT_THAT(Values("a", 0), ElementsAre(-45, 50));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, Limits, testing::ValuesIn(kLimits),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+// Degrees against degrees, file units against file units.
+TEST_F(AmcKeys, AreLimitedBeforeTheyAreScaled) {
+    importer.ApplyLimits(true);
+    Skeleton("tx", {"| rx\n limits (1 5) (-1 1)"}, "length 2 angle rad");
+    Parse("1\nroot 0\na 9 2");
+    EXPECT_THAT(Values("a", 0), ElementsAre(10.0));
+    EXPECT_THAT(Values("a", 1), ElementsAre(kDegrees));
+}
+
+TEST_F(AmcKeys, LeaveOutIgnoredChannels) {
+    Skeleton("tx", {"tx rx ty", "tz"});
+    // The bone with nothing but an ignored channel is not waited for.
+    Parse("1\nroot 1\na 2 3 4\n2\nroot 5\na 6 7 8\n");
+    EXPECT_THAT(Values("a", 0), IsEmpty());
+    EXPECT_THAT(Values("a", 1), ElementsAre(3, 7));
+    EXPECT_THAT(Values("a", 2), IsEmpty());
+    EXPECT_THAT(LogLines(), IsEmpty());
+}
+
+TEST_F(AmcKeys, LeaveARecordThatIsNotWaitedForToTheNextFrame) {
+    Skeleton("tx", {"rx", "tz"});
+    Parse("1\nroot 1\na 2\nb 3\n2\nroot 5\na 6\nb 7\n");
+    EXPECT_THAT(Values("a", 0), ElementsAre(2, 6));
+    EXPECT_THAT(LogLines(), ElementsAre("4: Invalid keyword found (b) at line 4, ignoring...",
+                                        "4: Invalid keyword found (b) at line 8, ignoring..."));
+}
+
+TEST_F(AmcKeys, TakeTheValuesOfABoneThatIsNotAnimated) {
+    Skeleton("tx", {"rx", "tz"});
+    Parse("1\nroot 1\nb 3\n2\nroot 5\nb 7");
+    EXPECT_THAT(Values("root", 0), ElementsAre(1, 5));
+    EXPECT_THAT(Values("a", 0), IsEmpty());
+}
+
+// --- What is passed over ---
+
+TEST_F(AmcKeys, PassOverLinesBetweenFrames) {
+    Skeleton("tx", {});
+    Parse("word 1 2 3\n1\nroot 1\n:fully-specified 2\n\n  lost words\n2\nroot 2\n");
+    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{1, 2}, {1, 2}}));
+    EXPECT_THAT(LogLines(),
+                ElementsAre("4: Invalid keyword found (word) at line 1, ignoring...",
+                            "4: Invalid keyword found (:fully-specified) at line 4, ignoring...",
+                            "4: Invalid keyword found (lost) at line 6, ignoring..."));
+}
+
+// The token behind a comment is met as one that is no number.
+TEST_F(AmcKeys, LoseTheFrameBehindAComment) {
+    Skeleton("tx", {});
+    Parse("1\nroot 1\n# note\n2\nroot 2\n3\nroot 3\n# end");
+    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{1, 3}, {1, 3}}));
+    EXPECT_THAT(LogLines(), ElementsAre("4: Invalid keyword found (2) at line 4, ignoring...",
+                                        "4: Invalid keyword found (root) at line 5, ignoring..."));
+}
+
+TEST_F(AmcKeys, EndWithALastLineThatIsPassedOver) {
+    Skeleton("tx", {});
+    Parse("1\nroot 1\nend of 2 frames");
+    EXPECT_EQ(importer.FrameCount(), 1u);
+    EXPECT_THAT(LogLines(), ElementsAre("4: Invalid keyword found (end) at line 3, ignoring..."));
+}
+
+TEST_F(AmcKeys, WarnOfAnyBytes) {
+    Skeleton("tx", {});
+    const std::string word(10000, 'w');
+    Parse(
+        "1\nroot 1\nBr\xC3\xBC"
+        "cke\nBr\xFC"
+        "cke\n\xFF\n%s%n\n" +
+        word + "\n");
+    EXPECT_THAT(LogLines(),
+                ElementsAre("4: Invalid keyword found (Br\xC3\xBC"
+                            "cke) at line 3, ignoring...",
+                            "4: Invalid keyword found (Br) at line 4, ignoring...",
+                            "4: Invalid keyword found () at line 5, ignoring...",
+                            "4: Invalid keyword found (%s%n) at line 6, ignoring...",
+                            "4: Invalid keyword found (" + word + ") at line 7, ignoring..."));
+}
+
+// --- Unknown bones ---
+
+TEST_F(AmcKeys, OfAnUnknownBoneCostTwoRecordsOfTheFrame) {
+    Skeleton("tx", {"rx", "ry", "rz"});
+    Parse("1\nroot 1\nnobody\na 2\n2\nroot 3\na 4\nb 5\n3\nroot 6\na 7\nb 8\n");
+    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{1, 2, 3}, {1, 3, 6}}));
+    EXPECT_EQ(importer.Keys("a", 0), (TestCurve{{1, 2, 3}, {2, 4, 7}}));
+    EXPECT_THAT(LogLines(),
+                ElementsAre("4: Unknown bone (nobody) referenced in AMC file at line 3, "
+                            "ignoring..."));
+}
+
+// Its first value stands for the frames before, and a bone that is never reached has no keys.
+TEST_F(AmcKeys, OfABoneThatAppearsLateBeginWithTheFirst) {
+    Skeleton("tx", {"rx", "ry", "rz"});
+    Parse("1\nroot 1\nnobody\na 2\n2\nroot 3\na 4\nb 5\n3\nroot 6\na 7\nb 8\n");
+    EXPECT_EQ(importer.Keys("b", 0), (TestCurve{{1, 2, 3}, {5, 5, 8}}));
+    EXPECT_EQ(importer.Keys("c", 0), TestCurve());
+}
+
+TEST_F(AmcKeys, OfAnUnknownBonesValuesCostMore) {
+    Skeleton("tx", {"rx", "ry", "rz", "rx", "ry"});
+    Parse("1\nnobody 5 6\nroot 1\n2\nroot 2\na 3\nb 4\n");
+    EXPECT_THAT(
+        LogLines(),
+        ElementsAre("4: Unknown bone (nobody) referenced in AMC file at line 2, ignoring...",
+                    "4: Unknown bone (5) referenced in AMC file at line 2, ignoring...",
+                    "4: Unknown bone (6) referenced in AMC file at line 2, ignoring...",
+                    "4: Invalid keyword found (root) at line 3, ignoring..."));
+    // Three of six are left, and two frames were begun.
+    EXPECT_EQ(importer.Keys("b", 0), (TestCurve{{1, 2}, {4, 4}}));
+    EXPECT_EQ(importer.Keys("c", 0), TestCurve());
+}
+
+TEST_F(AmcKeys, ArePlacedByThePositionThatIsStillFree) {
+    Skeleton("tx", {"rx", "ry"});
+    Parse("1\nnobody\nb 1\n2\nx 2\nroot 3\n");
+    EXPECT_EQ(importer.Keys("b", 0), (TestCurve{{1, 2}, {1, 2}}));
+    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{1, 2}, {3, 3}}));
+    EXPECT_EQ(importer.Keys("a", 0), TestCurve());
+}
+
+TEST_F(AmcKeys, AreNoneWhereNoBoneIsKnown) {
+    Skeleton("tx", {"rx"});
+    Parse("1\nx\n2\ny\n3\n4\n5\n");
+    EXPECT_EQ(importer.FrameCount(), 5u);
+    EXPECT_EQ(importer.Keys("root", 0), TestCurve());
+    EXPECT_EQ(importer.Keys("a", 0), TestCurve());
+}
+
+// --- Nothing to read ---
+
+TEST_F(AmcKeys, AreNotLookedForWithoutAnimatedBones) {
+    Skeleton("", {"tx", ""});
+    Parse("not a motion\n");
+    EXPECT_EQ(importer.FrameCount(), 0u);
+    EXPECT_THAT(LogLines(), IsEmpty());
+}
+
+TEST_F(AmcKeys, AreNotLookedForWithoutASkeleton) {
+    ASSERT_EQ(importer.Skeleton(":version 1"), Outcome());
+    Parse("not a motion\n");
+    EXPECT_THAT(LogLines(), IsEmpty());
+}
+
+}  // namespace

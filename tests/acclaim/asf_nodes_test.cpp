@@ -1,0 +1,361 @@
+// What the sections of an ASF file make of the nodes.
+#include <clocale>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <limits>
+
+#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/core/session_text.h"
+#include "util/rotation_math.h"
+
+namespace {
+
+using namespace support;
+using testing::ElementsAre;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+class AsfNodes : public testing::Test {
+  protected:
+    void SetUp() override {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+        StartSession(true);
+    }
+
+    // The text from behind the version line; it must be good.
+    void Parse(const std::string& text) {
+        ASSERT_EQ(importer.Parse(":version 1.10\n" + text), (Outcome{1, "", 0}));
+    }
+    static std::vector<int> Types(const MOCAPMODEL& node) {
+        std::vector<int> types;
+        for (const auto& channel : node.channels)
+            types.push_back(channel.type);
+        return types;
+    }
+    static std::vector<double> Vector(const double* v) { return {v[0], v[1], v[2]}; }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const auto& node : importer.Nodes())
+            names.emplace_back(node->name.get());
+        return names;
+    }
+
+    OpenImporter importer;
+};
+
+TEST_F(AsfNodes, TakeTheRootAsItStands) {
+    Parse(":units length 0.5\n:root order tx TZ ry\n position 1 2 3 orientation 4 5 6 axis xyz");
+    const MOCAPMODEL& root = importer.Node("ROOT");
+    EXPECT_THAT(Types(root), ElementsAre(1, 3, 5, 0, 0, 0, 0));
+    EXPECT_EQ(importer.ChannelCount(), 3u);
+    EXPECT_THAT(Vector(root.offset), ElementsAre(1, 2, 3));
+    EXPECT_THAT(Vector(root.globalPosition), ElementsAre(1, 2, 3));
+    EXPECT_THAT(Vector(root.orientation), ElementsAre(4, 5, 6));
+    EXPECT_TRUE(root.isDetached);
+    EXPECT_EQ(root.parent, nullptr);
+}
+
+TEST_F(AsfNodes, TakeABoneAsItStands) {
+    Parse(
+        ":units length 0.45 mass 1\n"
+        ":bonedata begin\n id -7\n NAME Hip\n direction 1 -2 .5\n length 10\n"
+        " axis 1 2 3 XYZ\n dof rxes TY |bar rz\n bodymass 5 5 5\n end");
+    const MOCAPMODEL& bone = importer.Node("hip");
+    EXPECT_EQ(bone.boneId, static_cast<std::uint32_t>(-7));
+    EXPECT_THAT(Vector(bone.direction), ElementsAre(1, -2, 0.5));
+    EXPECT_EQ(bone.length, 4.5);
+    EXPECT_THAT(Vector(bone.orientation), ElementsAre(1, 2, 3));
+    EXPECT_THAT(Types(bone), ElementsAre(4, 255, 7, 6, 0, 0, 0));
+    EXPECT_EQ(importer.ChannelCount(), 3u);
+}
+
+TEST_F(AsfNodes, HoldRadiansAsDegrees) {
+    Parse(
+        ":units angle rad\n"
+        ":root orientation 0 0 1\n"
+        ":bonedata begin name a axis 0 1 0 xyz\n dof rx tx |\n limits (-1 1) (-1 1) (-1 1)\n end");
+    EXPECT_EQ(importer.Node("root").orientation[2], kRadiansToDegrees);
+    const MOCAPMODEL& bone = importer.Node("a");
+    EXPECT_EQ(bone.orientation[1], kRadiansToDegrees);
+    EXPECT_EQ(bone.channels[0].minLimit, -kRadiansToDegrees);
+    EXPECT_EQ(bone.channels[0].maxLimit, kRadiansToDegrees);
+    EXPECT_EQ(bone.channels[1].maxLimit, 1.0);
+    EXPECT_EQ(bone.channels[2].maxLimit, 1.0);
+}
+
+TEST_F(AsfNodes, TakeTheLengthFactorInForceWhereTheBoneEnds) {
+    Parse(
+        ":bonedata begin name a length 2\n end\n:units length 3\n"
+        ":bonedata begin name b length 2\n end");
+    EXPECT_EQ(importer.Node("a").length, 2.0);
+    EXPECT_EQ(importer.Node("b").length, 6.0);
+}
+
+TEST_F(AsfNodes, TakeTheGivenLengthFactorBeforeTheFiles) {
+    importer.OverrideLengthMultiplier(true, 10.0);
+    Parse(":units length 3\n:root position 1 1 1\n:bonedata begin name a length 2\n end");
+    EXPECT_EQ(importer.Node("a").length, 20.0);
+    EXPECT_EQ(importer.Node("root").offset[0], 1.0);
+}
+
+TEST_F(AsfNodes, KeepTheGivenLengthFactorUntilAFileNamesOne) {
+    importer.OverrideLengthMultiplier(true, 10.0);
+    importer.OverrideLengthMultiplier(false, 99.0);
+    Parse(
+        ":bonedata begin name a length 2\n end\n:units length 3\n"
+        ":bonedata begin name b length 2\n end");
+    EXPECT_EQ(importer.Node("a").length, 20.0);
+    EXPECT_EQ(importer.Node("b").length, 6.0);
+}
+
+TEST_F(AsfNodes, AcceptAChannelNamedTwiceInALine) {
+    Parse(":root order tx tx\n:bonedata begin name a\n dof rx rx\n end");
+    EXPECT_THAT(Types(importer.Node("root")), ElementsAre(1, 1, 0, 0, 0, 0, 0));
+    EXPECT_THAT(Types(importer.Node("a")), ElementsAre(4, 4, 0, 0, 0, 0, 0));
+    EXPECT_EQ(importer.ChannelCount(), 4u);
+}
+
+TEST_F(AsfNodes, StartASecondLineOfChannelsAtTheFirstSlot) {
+    Parse(
+        ":root\n order tx ty tz rx\n order ry rz\n"
+        ":bonedata begin name a\n dof rx ry rz | tx ty tz\n dof rz\n end");
+    EXPECT_THAT(Types(importer.Node("root")), ElementsAre(5, 6, 3, 4, 0, 0, 0));
+    EXPECT_THAT(Types(importer.Node("a")), ElementsAre(6, 5, 6, 7, 255, 255, 255));
+    EXPECT_EQ(importer.ChannelCount(), 11u);
+}
+
+TEST_F(AsfNodes, FillAllSevenSlots) {
+    Parse(
+        ":root order tx ty tz rx ry rz rz\n:bonedata begin name a\n dof tx ty tz rx ry rz |\n end");
+    EXPECT_THAT(Types(importer.Node("root")), ElementsAre(1, 2, 3, 4, 5, 6, 6));
+    EXPECT_THAT(Types(importer.Node("a")), ElementsAre(255, 255, 255, 4, 5, 6, 7));
+}
+
+TEST_F(AsfNodes, ReadALimitForEachSlot) {
+    Parse(":bonedata begin name a\n dof rx ty rz\n limits (-10 20)\n (-inf, inf) (0.0 -0)\n end");
+    const auto& channels = importer.Node("a").channels;
+    EXPECT_TRUE(channels[0].hasMinLimit && channels[0].hasMaxLimit);
+    EXPECT_EQ(channels[0].minLimit, -10.0);
+    EXPECT_EQ(channels[0].maxLimit, 20.0);
+    EXPECT_TRUE(channels[1].hasMinLimit && channels[1].hasMaxLimit);
+    EXPECT_EQ(channels[1].minLimit, -kInfinity);
+    EXPECT_EQ(channels[1].maxLimit, kInfinity);
+    EXPECT_TRUE(channels[2].hasMinLimit && channels[2].hasMaxLimit);
+    EXPECT_FALSE(channels[3].hasMinLimit || channels[3].hasMaxLimit);
+}
+
+TEST_F(AsfNodes, PassOverLimitsBeforeTheirChannels) {
+    Parse(":bonedata begin name a\n limits (-10 20)\n (-1 1)\n dof rx\n end");
+    EXPECT_FALSE(importer.Node("a").channels[0].hasMinLimit);
+}
+
+TEST_F(AsfNodes, TakeAnglesInOtherOrdersOfAxes) {
+    for (const char* order : {"xzy", "YXZ", "yzx", "ZXY", "zyx"}) {
+        const double degrees[3] = {10, 20, 30};
+        double radians[3], expected[3];
+        for (int i = 0; i < 3; ++i)
+            radians[i] = degrees[i] * kDegreesToRadians;
+        RotationToXYZ(radians, order, expected[0], expected[1], expected[2]);
+        const std::string axes(order);
+        Parse(":root axis " + axes +
+              "\n orientation 10 20 30\n:bonedata begin name a\n axis 10 20 30 " + axes + "\n end");
+        for (int i = 0; i < 3; ++i) {
+            const double angle = expected[i] * kRadiansToDegrees;
+            EXPECT_EQ(importer.Node("root").orientation[i], angle) << order;
+            EXPECT_EQ(importer.Node("a").orientation[i], angle) << order;
+        }
+    }
+}
+
+TEST_F(AsfNodes, TakeRadiansInOtherOrdersOfAxes) {
+    const double radians[3] = {0.1, 0.2, 0.3};
+    double expected[3];
+    RotationToXYZ(radians, "zyx", expected[0], expected[1], expected[2]);
+    Parse(
+        ":units angle rad\n:root axis zyx orientation .1 .2 .3\n"
+        ":bonedata begin name a\n axis .1 .2 .3 zyx\n end");
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(importer.Node("root").orientation[i], expected[i] * kRadiansToDegrees);
+        EXPECT_EQ(importer.Node("a").orientation[i], expected[i] * kRadiansToDegrees);
+    }
+}
+
+TEST_F(AsfNodes, TakeTheAxisOrderNamedBeforeTheOrientation) {
+    Parse(":root orientation 10 20 30\n axis zyx");
+    EXPECT_THAT(Vector(importer.Node("root").orientation), ElementsAre(10, 20, 30));
+}
+
+TEST_F(AsfNodes, PassOverAnUnknownSectionBeforeAnother) {
+    Parse(":skin\n# of no use\n:units length 2\n:bonedata begin name a length 2\n end\n:muscle");
+    EXPECT_EQ(importer.Node("a").length, 4.0);
+}
+
+TEST_F(AsfNodes, PassOverComments) {
+    Parse("#c\n:root #c\n order tx #ty\n#position 4 5 6\n position 1 2 3#c\n");
+    EXPECT_THAT(Types(importer.Node("root")), ElementsAre(1, 0, 0, 0, 0, 0, 0));
+}
+
+TEST_F(AsfNodes, EndWithACommentInTheLastLine) {
+    Parse(":units # length 2\n:bonedata begin name a length 2\n end # length 5 :root");
+    EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+TEST_F(AsfNodes, ReadTheWordsBehindAnUnknownOneInTheLastLine) {
+    Parse(":bonedata begin name a bodymass 3 end");
+    EXPECT_THAT(Names(), ElementsAre("a"));
+}
+
+TEST_F(AsfNodes, EndWhereTheFileEnds) {
+    Parse(":units mass 1\n:root order tx\n:bonedata");
+    EXPECT_TRUE(importer.Node("root").isDetached);
+    Parse(":root position 1 2 3\n order tx");
+    EXPECT_THAT(Vector(importer.Node("root").globalPosition), ElementsAre(1, 2, 3));
+}
+
+TEST_F(AsfNodes, EndAtANulByte) {
+    Parse(std::string(":root order tx \0 ty\n:bonedata begin", 34));
+    EXPECT_THAT(Types(importer.Node("root")), ElementsAre(1, 0, 0, 0, 0, 0, 0));
+    EXPECT_THAT(Names(), ElementsAre("root"));
+}
+
+// --- Hierarchy ---
+
+const std::string kBones =
+    ":root order tx\n position 1 0 0\n:bonedata\n"
+    "begin name a direction 0 1 0 length 2\n end\n"
+    "begin name b direction 1 0 0 length 3\n end\n"
+    "begin name short direction 1 0 0 length 0.009\n end\n"
+    "begin name none\n end\n"
+    "begin name c direction 0 0 1 length 0.01\n end\n:hierarchy begin\n";
+
+TEST_F(AsfNodes, HangAtTheEndsOfTheirParents) {
+    Parse(kBones + "root a\na b c\nend");
+    const MOCAPMODEL& root = importer.Node("root");
+    const MOCAPMODEL& a = importer.Node("a");
+    const MOCAPMODEL& b = importer.Node("B");
+    EXPECT_EQ(a.parent, &root);
+    EXPECT_EQ(b.parent, &a);
+    EXPECT_EQ(b.depth, 2u);
+    EXPECT_THAT(Vector(a.offset), ElementsAre(0, 0, 0));
+    EXPECT_THAT(Vector(b.offset), ElementsAre(0, 2, 0));
+    EXPECT_THAT(Vector(b.globalPosition), ElementsAre(1, 2, 0));
+    EXPECT_TRUE(a.isDetached);
+    EXPECT_FALSE(b.isDetached);
+    EXPECT_EQ(root.childCount, 1u);
+    EXPECT_EQ(root.boneChildCount, 0u);
+    EXPECT_EQ(a.childCount, 2u);
+    EXPECT_EQ(a.boneChildCount, 2u);
+}
+
+TEST_F(AsfNodes, EndInANodeWhereTheyAreLongEnough) {
+    Parse(kBones + "root a\na b short none c\nend");
+    EXPECT_THAT(Names(), ElementsAre("root", "a", "b", "short", "none", "c", "b_End", "c_End"));
+    const MOCAPMODEL& end = importer.Node("b_end");
+    EXPECT_EQ(end.parent, &importer.Node("b"));
+    EXPECT_EQ(end.depth, 3u);
+    EXPECT_THAT(Vector(end.offset), ElementsAre(3, 0, 0));
+    EXPECT_THAT(Vector(end.globalPosition), ElementsAre(4, 2, 0));
+    EXPECT_FALSE(end.isDetached);
+    EXPECT_THAT(Types(end), ElementsAre(0, 0, 0, 0, 0, 0, 0));
+    EXPECT_EQ(end.parent->childCount, 1u);
+    EXPECT_EQ(end.parent->boneChildCount, 1u);
+    EXPECT_TRUE(importer.Node("short").isDetached);
+    EXPECT_TRUE(importer.Node("none").isDetached);
+    EXPECT_EQ(importer.Node("none").childCount, 0u);
+}
+
+TEST_F(AsfNodes, AreLooseBelowAShortBone) {
+    Parse(kBones + "root short\nshort a\nend");
+    EXPECT_TRUE(importer.Node("a").isDetached);
+    EXPECT_EQ(importer.Node("short").boneChildCount, 0u);
+}
+
+TEST_F(AsfNodes, NameTheRootAfterTheFirstLine) {
+    Parse(kBones + "Hips a\nhips b\nend");
+    EXPECT_THAT(Names(),
+                ElementsAre("Hips", "a", "b", "short", "none", "c", "a_End", "b_End", "c_End"));
+    EXPECT_EQ(importer.Node("a").parent, importer.Nodes().front().get());
+}
+
+TEST_F(AsfNodes, LeaveARootThatIsCalledRootInOtherLetters) {
+    Parse(kBones + "ROOT a\nend");
+    EXPECT_STREQ(importer.Nodes().front()->name.get(), "root");
+}
+
+// The first node of a name is the one that is meant, and names change.
+TEST_F(AsfNodes, FindTheFirstOfEqualNames) {
+    Parse(":bonedata begin name A\n id 1 end begin name a\n id 2 end\n");
+    EXPECT_EQ(importer.Node("a").boneId, 1u);
+}
+
+TEST_F(AsfNodes, FindRootsOneAfterTheOther) {
+    Parse(
+        ":bonedata begin name hips\n id 5 end begin name x\n end\n"
+        ":root position 1 1 1\n:root position 2 2 2\n"
+        ":hierarchy begin\nhips x\nend\n:hierarchy begin\nhead x\nend");
+    EXPECT_THAT(Names(), ElementsAre("hips", "x", "hips", "head"));
+    EXPECT_EQ(importer.Node("hips").boneId, 5u);
+    EXPECT_EQ(importer.Node("hips").childCount, 1u);
+    EXPECT_EQ(importer.Node("x").parent, &importer.Node("head"));
+    EXPECT_EQ(importer.FindModelByName("root"), nullptr);
+}
+
+TEST_F(AsfNodes, CountAChildAsOftenAsItIsNamed) {
+    Parse(kBones + "root a a\na a\nend");
+    EXPECT_EQ(importer.Node("root").childCount, 2u);
+    EXPECT_EQ(importer.Node("a").parent, &importer.Node("a"));
+    EXPECT_EQ(importer.Node("a").childCount, 1u);
+}
+
+TEST_F(AsfNodes, EndOnceInSeveralHierarchies) {
+    Parse(kBones + "root a\nend\n:hierarchy begin\nroot b\nend\n:hierarchy begin\nend");
+    EXPECT_THAT(Names(),
+                ElementsAre("root", "a", "b", "short", "none", "c", "a_End", "b_End", "c_End"));
+    // The nodes at the ends are leaves to the sections that follow, and too short to end in one.
+    EXPECT_TRUE(importer.Node("a_End").isDetached);
+}
+
+TEST_F(AsfNodes, NeedNoMoreThanBeginAndEnd) {
+    Parse(":hierarchy begin end");
+    EXPECT_THAT(Names(), ElementsAre());
+}
+
+// --- Documentation ---
+
+struct DocumentationRow {
+    const char* name;
+    std::string text;
+    const wchar_t* documentation;
+};
+const DocumentationRow kDocumentations[] = {
+    {"UpToTheNextSection", ":documentation one\n  two\n:root", L" one\n  two\n"},
+    {"UpToTheFirstColon", ":documentation see:units\n", L" see"},
+    {"ToTheEndOfTheFile", ":documentation one\n", L" one\n"},
+    {"ToTheLastByte", ":documentation one", L" one"},
+    {"NoneAtTheEnd", ":documentation \n", L""},
+    {"Empty", ":documentation\n:root", L"\n"},
+    {"KeepsComments", ":documentation # one\n:root", L" # one\n"},
+    {"TheLastOne", ":documentation one\n:documentation two\n:root", L" two\n"},
+    {"ToANulByte", std::string(":documentation one\0two:root", 27), L" one"},
+    {"Wide",
+     ":documentation Gr\xC3\xB6\xC3\x9F"
+     "e \xE6\xAD\xA9\n:root",
+     L" Gr\u00F6\u00DFe \u6B69\n"},
+    {"UpToAByteThatIsNoCharacter", ":documentation one \xE9\xE9 two\n:root", L" one "},
+};
+
+void PrintTo(const DocumentationRow& row, std::ostream* out) {
+    *out << row.text;
+}
+
+class Documentation : public AsfNodes, public testing::WithParamInterface<DocumentationRow> {};
+
+TEST_P(Documentation, IsTheTextBehindTheKeyword) {
+    Parse(GetParam().text);
+    EXPECT_EQ(Utf8(importer.GetDocumentation()), Utf8(GetParam().documentation));
+}
+
+INSTANTIATE_TEST_SUITE_P(, Documentation, testing::ValuesIn(kDocumentations),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace

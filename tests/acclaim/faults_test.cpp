@@ -1,0 +1,142 @@
+// A host that fails, a file that stops: whatever comes of it is reported and leaves a sound scene.
+#include "headless/faults.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "headless/session.h"
+#include "host/status.h"
+#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/core/scene_check.h"
+#include "tests/support/core/session_text.h"
+
+namespace {
+
+using namespace support;
+using namespace Zelk::status;
+using testing::IsEmpty;
+
+enum class Kind { Nulls, Bones, Effectors };
+
+void SetKind(OpenImporter& importer, Kind kind) {
+    importer.SetOptions(kind == Kind::Nulls, true, kind == Kind::Effectors, true);
+}
+
+// Of the skeleton or, where that succeeded, of the motion.
+Outcome ImportBoth(OpenImporter& importer) {
+    const Outcome skeleton = importer.Skeleton(kSampleAsf);
+    return skeleton.status < 0 ? skeleton : importer.Motion(kSampleAmc);
+}
+
+struct FaultRow {
+    const char* name;
+    const char* operation;
+    std::uint64_t call;
+    Kind kind;
+    const char* message;
+    std::int32_t status;  // 1: whatever the host gave
+};
+constexpr std::int32_t kHostStatus = 1;
+
+const FaultRow kFaults[] = {
+    {"Model", "AddModel", 1, Kind::Nulls, "Failed to create main model", kFail},
+    {"SceneRoot", "GetActiveSceneRoot", 1, Kind::Nulls, "Failed to create main model", kFail},
+    {"BasePose", "AddActionSource", 1, Kind::Nulls, "", kUnexpected},
+    {"Null", "AddNull", 3, Kind::Nulls, "Failed to create Null object", kHostStatus},
+    {"NullBetweenBones", "AddNull", 2, Kind::Bones, "Failed to create Null object", kHostStatus},
+    {"Chain", "Add2DChain", 1, Kind::Bones, "Failed to create 2D chain", kHostStatus},
+    {"Bones", "GetBones", 1, Kind::Bones, "", kFail},
+    {"Bone", "AddBone", 1, Kind::Bones, "Failed to add bone to chain", kHostStatus},
+    {"Effector", "AddChild", 1, Kind::Effectors, "", kHostStatus},
+    {"Group", "AddGroup", 1, Kind::Nulls, "Failed to create animated objects group", kHostStatus},
+    {"Motion", "AddActionSource", 2, Kind::Nulls, "", kUnexpected},
+    {"ScratchProperty", "AddCustomProperty", 1, Kind::Nulls, "Failed to add channel FCurve",
+     kHostStatus},
+    {"ScratchCurve", "AddFCurveParameter", 1, Kind::Nulls, "Failed to add channel FCurve",
+     kHostStatus},
+    {"Keys", "SetKeys", 5, Kind::Nulls, "Failed to add channel FCurve", kHostStatus},
+    {"BasePoseItem", "AddSourceItem", 2, Kind::Nulls, "", kOk},
+    {"MotionItem", "AddSourceItem", 6 * 6 + 1, Kind::Nulls, "Failed to add channel FCurve", kFail},
+    {"BasePoseApplied", "ApplyAction", 1, Kind::Nulls, "", kHostStatus},
+    {"ScratchDeleted", "DeleteObj", 1, Kind::Nulls, "", kOk},
+    {"Bar", "GetProgressBar", 1, Kind::Nulls, "", kOk},
+    {"Toolkit", "Create", 1, Kind::Nulls, "", kOk},
+};
+
+void PrintTo(const FaultRow& row, std::ostream* out) {
+    *out << row.operation << " " << row.call;
+}
+
+class HostFaults : public testing::TestWithParam<FaultRow> {};
+
+TEST_P(HostFaults, AreReported) {
+    StartSession(true);
+    headless::FailOperation(GetParam().operation, GetParam().call);
+    OpenImporter importer;
+    SetKind(importer, GetParam().kind);
+    const Outcome outcome = ImportBoth(importer);
+    EXPECT_EQ(outcome.message, GetParam().message);
+    if (GetParam().status == kHostStatus)
+        EXPECT_LT(outcome.status, 0);
+    else
+        EXPECT_EQ(outcome.status, GetParam().status);
+    EXPECT_EQ(outcome.line, 0u);
+    EXPECT_THAT(SceneProblems(false), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, HostFaults, testing::ValuesIn(kFaults),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+class EveryFault : public testing::TestWithParam<Kind> {};
+
+// Each operation failing at each of its calls. Another import then works as if nothing had been.
+TEST_P(EveryFault, LeavesASoundScene) {
+    for (const std::string_view operation : headless::FaultyOperations()) {
+        for (std::uint64_t call = 1;; ++call) {
+            StartSession(true);
+            headless::FailOperation(operation, call);
+            OpenImporter importer;
+            SetKind(importer, GetParam());
+            ImportBoth(importer);
+            if (headless::OperationCalls(operation) < call) break;
+            EXPECT_TRUE(operation == "PutVisible" || BarIsHidden()) << operation << " " << call;
+            headless::ClearFaults();
+            EXPECT_EQ(ImportBoth(importer), Outcome()) << operation << " " << call;
+            if (HasFailure()) return;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, EveryFault, testing::Values(Kind::Nulls, Kind::Effectors));
+
+class CutFiles : public testing::TestWithParam<bool> {};
+
+TEST_P(CutFiles, LeaveASoundSceneAtEachByte) {
+    const std::string asf(kSampleAsf);
+    const std::string amc(kSampleAmc);
+    for (std::size_t size = 0; size <= asf.size(); ++size) {
+        StartSession(true);
+        OpenImporter importer;
+        importer.SetOptions(GetParam(), true, false, true);
+        const Outcome skeleton = importer.Skeleton(asf.substr(0, size));
+        if (skeleton.status == 0) importer.Motion(amc);
+        EXPECT_NE(skeleton.status < 0, skeleton.message.empty()) << size;
+        // With fewer channels than the motion has, some of its values are met as frame numbers.
+        EXPECT_THAT(SceneProblems(false), testing::Each(testing::EndsWith(" do not rise"))) << size;
+    }
+    StartSession(true);
+    OpenImporter importer;
+    importer.SetOptions(GetParam(), true, false, true);
+    ASSERT_EQ(importer.Skeleton(asf), Outcome());
+    for (std::size_t size = 0; size <= amc.size(); ++size) {
+        const Outcome motion = importer.Motion(amc.substr(0, size));
+        EXPECT_NE(motion.status < 0, motion.message.empty()) << size;
+        EXPECT_EQ(importer.FrameCount(), 0u);
+    }
+    EXPECT_THAT(SceneProblems(true), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, CutFiles, testing::Bool(),
+                         [](const auto& row) { return row.param ? "Nulls" : "Bones"; });
+
+}  // namespace

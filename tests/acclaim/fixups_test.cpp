@@ -1,0 +1,202 @@
+// Axis frames folded into rotations, and animated lengths turned into translations.
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/status.h"
+#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/core/session_text.h"
+#include "util/rotation_math.h"
+
+namespace {
+
+using namespace support;
+using testing::Each;
+using testing::ElementsAre;
+
+class Fixups : public testing::Test {
+  protected:
+    void SetUp() override { StartSession(true); }
+
+    Outcome Import(const std::string& asf, const std::string& frames) {
+        importer.SetOptions(true, true, false, true);
+        EXPECT_EQ(importer.Skeleton(":version 1\n" + asf), Outcome());
+        return importer.Motion(":fully-specified\n" + frames);
+    }
+    // The values of posx, posy, posz or of rotx, roty, rotz.
+    static std::vector<std::vector<double>> Values(const std::string& object,
+                                                   const std::string& kind) {
+        const auto curves = MotionCurves();
+        std::vector<std::vector<double>> values;
+        for (const char* axis : {"x", "y", "z"}) {
+            const auto found = curves.find(object + ".kine.local." + kind + axis);
+            values.push_back(found == curves.end() ? std::vector<double>() : found->second.values);
+        }
+        return values;
+    }
+    static void ExpectTurn(const std::string& object, const double expected[4][4]) {
+        const auto angles = Values(object, "rot");
+        double turn[4][4];
+        MatrixRotationXYZ(turn, angles[0].at(0) * kDegreesToRadians,
+                          angles[1].at(0) * kDegreesToRadians, angles[2].at(0) * kDegreesToRadians);
+        for (int row = 0; row < 3; ++row)
+            for (int column = 0; column < 3; ++column)
+                EXPECT_NEAR(turn[row][column], expected[row][column], 1e-12);
+    }
+
+    OpenImporter importer;
+};
+
+TEST_F(Fixups, TurnABoneInItsAxisFrame) {
+    ASSERT_EQ(Import(":root order tx\n:bonedata begin name a axis 10 20 30 xyz\n dof rx\n end",
+                     "1\nroot 0\na 40"),
+              Outcome());
+    double axes[4][4], inverse[4][4], turn[4][4], half[4][4], expected[4][4];
+    const double d = kDegreesToRadians;
+    MatrixRotationXYZ(axes, 10 * d, 20 * d, 30 * d);
+    MatrixRotationZYX(inverse, -10 * d, -20 * d, -30 * d);
+    MatrixRotationX(turn, 40 * d);
+    MatrixMult(inverse, turn, half);
+    MatrixMult(half, axes, expected);
+    ExpectTurn("a", expected);
+}
+
+// The first-listed rotation acts first, whatever its axis.
+TEST_F(Fixups, ComposeRotationsInTheirOrder) {
+    ASSERT_EQ(Import(":root order rz ry rx", "1\nroot 30 20 10"), Outcome());
+    double expected[4][4];
+    const double d = kDegreesToRadians;
+    MatrixRotationZYX(expected, 10 * d, 20 * d, 30 * d);
+    ExpectTurn("root", expected);
+}
+
+// Even without a frame to turn in, the angles are the decomposition's.
+TEST_F(Fixups, TakeAnglesThroughTheDecomposition) {
+    ASSERT_EQ(Import(":root order rx ry rz", "1\nroot 0 0 0"), Outcome());
+    EXPECT_THAT(Values("root", "rot"), Each(ElementsAre(-180.0)));
+}
+
+TEST_F(Fixups, LeaveNodesWithoutRotations) {
+    ASSERT_EQ(Import(":root order tx\n orientation 10 20 30", "1\nroot 5"), Outcome());
+    EXPECT_EQ(MotionCurves().size(), 1u);
+}
+
+TEST_F(Fixups, RefuseARotationNamedTwice) {
+    EXPECT_EQ(Import(":root order rx rx", "1\nroot 1 2"),
+              (Outcome{Zelk::status::kInvalidData,
+                       "Rotation channel found more than once on a node", 0}));
+}
+
+TEST_F(Fixups, RefuseRotationsWithoutRoomForTheMissing) {
+    EXPECT_EQ(Import(":bonedata begin name a dof rx tx ty tz | | |\n end", "1\na 1 2 3 4 5 6 7"),
+              (Outcome{Zelk::status::kInvalidData, "No channel left for a missing rotation", 0}));
+}
+
+// --- Animated lengths ---
+
+const std::string kLength =
+    ":bonedata begin name a direction 0 2 -1 length 1\n dof |\n end begin name b length 1\n dof "
+    "rz\n "
+    "end begin name c length 1\n dof rz\n end\n";
+const std::string kRoot = ":root order tx\n";
+
+TEST_F(Fixups, MoveTheChildByTheLength) {
+    ASSERT_EQ(Import(kRoot + kLength + ":hierarchy begin\nroot a c\na b\nend",
+                     "1\nroot 0\na 3\nb 0\nc 0\n2\nroot 0\na 4\nb 0\nc 0\n"),
+              Outcome());
+    EXPECT_THAT(Values("b", "pos"),
+                ElementsAre(ElementsAre(0, 0), ElementsAre(6, 8), ElementsAre(-3, -4)));
+    EXPECT_EQ(MotionCurves().count("a.bone.length"), 0u);
+    EXPECT_THAT(Values("c", "pos"), Each(testing::IsEmpty()));
+}
+
+// Nobody moves where nobody hangs; a long leaf has the node at its end.
+TEST_F(Fixups, DropTheLengthOfALeaf) {
+    ASSERT_EQ(Import(kRoot + ":bonedata begin name a dof |\n end\n:hierarchy begin\nroot a\nend",
+                     "1\nroot 0\na 3"),
+              Outcome());
+    EXPECT_EQ(MotionCurves().size(), 1u);
+}
+
+TEST_F(Fixups, MoveTheEndOfALongLeaf) {
+    ASSERT_EQ(
+        Import(kRoot + kLength + ":hierarchy begin\nroot a b c\nend", "1\nroot 0\na 3\nb 0\nc 0"),
+        Outcome());
+    EXPECT_THAT(Values("a_End", "pos"),
+                ElementsAre(ElementsAre(0), ElementsAre(6), ElementsAre(-3)));
+}
+
+// The first child has the others' translations too.
+TEST_F(Fixups, MoveTheFirstOfSeveralChildrenForAll) {
+    ASSERT_EQ(Import(kRoot + kLength + ":hierarchy begin\nroot a\na b c\nend",
+                     "1\nroot 0\na 3\nb 0\nc 0"),
+              Outcome());
+    EXPECT_THAT(Values("b", "pos"), ElementsAre(ElementsAre(0), ElementsAre(12), ElementsAre(-6)));
+    EXPECT_THAT(Values("c", "pos"), Each(testing::IsEmpty()));
+}
+
+TEST_F(Fixups, AddToTheChildsOwnTranslation) {
+    ASSERT_EQ(Import(":root order ty\n position 9 9 9\n" + kLength +
+                         ":hierarchy begin\nroot\na root\nend",
+                     "1\nroot 1\na 3\nb 0\nc 0"),
+              Outcome());
+    EXPECT_THAT(Values("root", "pos"),
+                ElementsAre(ElementsAre(0), ElementsAre(7), ElementsAre(-3)));
+}
+
+// The root takes y from itself and the rest from the child before it.
+TEST_F(Fixups, SplitAChildsTranslationBetweenChildren) {
+    ASSERT_EQ(Import(kLength + ":root order ty\n:hierarchy begin\nroot\na b root\nend",
+                     "1\nroot 1\na 3\nb 0\nc 0"),
+              Outcome());
+    EXPECT_THAT(Values("b", "pos"), ElementsAre(ElementsAre(0), ElementsAre(6), ElementsAre(-6)));
+    EXPECT_EQ(Values("root", "pos")[1], std::vector<double>{7});
+}
+
+TEST_F(Fixups, MoveAChildWhoseOwnTranslationHasNoKeys) {
+    ASSERT_EQ(
+        Import(":root order tx ty tz rx ry rz\n" + kLength + ":hierarchy begin\nroot\na root\nend",
+               "1\na 3\nb 0\nnobody\n"),
+        Outcome());
+    EXPECT_THAT(Values("root", "pos"),
+                ElementsAre(ElementsAre(0), ElementsAre(6), ElementsAre(-3)));
+    EXPECT_THAT(Values("root", "rot"), Each(testing::IsEmpty()));
+}
+
+TEST_F(Fixups, LeaveALengthWithoutKeys) {
+    ASSERT_EQ(Import(kRoot + kLength + ":hierarchy begin\nroot a\na b c\nend",
+                     "1\nroot 0\nb 0\nnobody\n"),
+              Outcome());
+    EXPECT_THAT(Values("b", "pos"), Each(testing::IsEmpty()));
+}
+
+TEST_F(Fixups, FailWithoutRoomForTheTranslation) {
+    const std::string full =
+        ":bonedata begin name a direction 0 2 -1 length 1\n dof |\n end "
+        "begin name b length 1\n dof rz ry rx tx ty\n end\n:hierarchy begin\nroot a\na b\nend";
+    EXPECT_EQ(Import(kRoot + full, "1\nroot 0\na 3\nb 0 0 0 0 0\n"),
+              (Outcome{Zelk::status::kFail, "Failed to convert length animation", 0}));
+}
+
+TEST_F(Fixups, CountForNothingWithoutFrames) {
+    ASSERT_EQ(Import(kRoot + kLength + ":hierarchy begin\nroot a c\na b\nend", "\n:degrees"),
+              Outcome());
+    EXPECT_EQ(MotionCurves().count("b.kine.local.posx"), 1u);
+    EXPECT_EQ(MotionCurves().count("a.bone.length"), 0u);
+}
+
+TEST_F(Fixups, AddAnyNumberOfChildrenAtOnce) {
+    std::string bones = kRoot + ":bonedata begin name a direction 0 2 -1 length 1\n dof |\n end\n";
+    std::string children;
+    for (int i = 0; i < 1000; ++i) {
+        const std::string name = "n" + std::to_string(i);
+        bones += "begin name " + name + "\n end\n";
+        children += " " + name;
+    }
+    ASSERT_EQ(Import(bones + ":hierarchy begin\nroot a\na" + children + "\nend", "1\nroot 0\na 3"),
+              Outcome());
+    EXPECT_THAT(Values("n0", "pos"),
+                ElementsAre(ElementsAre(0), ElementsAre(6000), ElementsAre(-3000)));
+}
+
+}  // namespace

@@ -1,0 +1,267 @@
+// What an AMC file makes in the scene, and what the host sees of the import.
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "headless/session.h"
+#include "host/status.h"
+#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/core/scene_check.h"
+#include "tests/support/core/session_text.h"
+
+namespace {
+
+using namespace support;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Key;
+using testing::UnorderedElementsAre;
+
+constexpr double kThirtieth = 0.03333333333333333;
+
+class MotionScene : public testing::Test {
+  protected:
+    void SetUp() override { StartSession(true); }
+
+    void Skeleton(const std::string& asf, bool nulls = true) {
+        importer.SetOptions(nulls, true, false, true);
+        ASSERT_EQ(importer.Skeleton(asf), Outcome());
+    }
+    void Import(const std::string& amc) {
+        ASSERT_EQ(importer.Motion(amc), Outcome());
+        EXPECT_FALSE(importer.WasParsing());
+        EXPECT_THAT(SceneProblems(true), IsEmpty());
+    }
+    static TestCurve Curve(const std::string& target) {
+        const auto curves = MotionCurves();
+        return curves.count(target) > 0 ? curves.at(target) : TestCurve();
+    }
+
+    OpenImporter importer;
+};
+
+TEST_F(MotionScene, HasACurveForEachChannel) {
+    Skeleton(kSampleAsf);
+    Import(kSampleAmc);
+    EXPECT_THAT(MotionCurves(),
+                UnorderedElementsAre(Key("root.kine.local.posx"), Key("root.kine.local.posy"),
+                                     Key("root.kine.local.posz"), Key("root.kine.local.rotx"),
+                                     Key("root.kine.local.roty"), Key("root.kine.local.rotz"),
+                                     Key("back.kine.local.rotx"), Key("back.kine.local.roty"),
+                                     Key("back.kine.local.rotz"), Key("joint.kine.local.rotx"),
+                                     Key("joint.kine.local.roty"), Key("joint.kine.local.rotz"),
+                                     Key("arm.kine.local.rotx"), Key("arm.kine.local.roty"),
+                                     Key("arm.kine.local.rotz"), Key("hand.kine.local.posx"),
+                                     Key("hand.kine.local.posy"), Key("hand.kine.local.posz")));
+    EXPECT_EQ(Curve("root.kine.local.posx"), (TestCurve{{1, 2, 3}, {1, 1.5, 2}}));
+    EXPECT_EQ(Curve("hand.kine.local.posx"), (TestCurve{{1, 2, 3}, {1, 1.25, 1.5}}));
+    EXPECT_EQ(Curve("hand.kine.local.posy"), (TestCurve{{1, 2, 3}, {0, 0, 0}}));
+}
+
+TEST_F(MotionScene, DrivesLengthsOfBones) {
+    Skeleton(kSampleAsf, false);
+    Import(kSampleAmc);
+    EXPECT_EQ(MotionCurves().size(), 16u);
+    EXPECT_EQ(Curve("arm.bone.length"), (TestCurve{{1, 2, 3}, {1, 1.25, 1.5}}));
+}
+
+TEST_F(MotionScene, LeavesTheModelInItsBasePose) {
+    Skeleton(kSampleAsf);
+    Import(kSampleAmc);
+    EXPECT_THAT(ObjectNamed("root").local, ElementsAre(1, 2, 3, 0, 0, 0));
+    EXPECT_THAT(CommandLines(), ElementsAre("DeleteObj(skel.root.FcurvePset) 0",
+                                            "ApplyAction(skel.skel_BasePose, skel) 0"));
+    EXPECT_EQ(importer.GetLastMotion().GetName(), Zelk::CString(L"motion"));
+}
+
+TEST_F(MotionScene, MovesTheBarThroughItsSteps) {
+    for (const bool nulls : {true, false}) {
+        StartSession(true);
+        Skeleton(kSampleAsf, nulls);
+        const std::size_t before = BarLines().size();
+        Import(kSampleAmc);
+        Lines lines = BarLines();
+        lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(before));
+        EXPECT_THAT(lines, ElementsAre("minimum 0", "maximum 32000", "step 1", "value 0",
+                                       "caption Importing Acclaim Motion...", "visible 1",
+                                       "value 3556",   // nodes counted
+                                       "value 7111",   // frames read
+                                       "value 10667",  // keys attached
+                                       "caption Converting rotations order...", "value 14222",
+                                       "caption Converting rotations...", "value 17778",
+                                       nulls ? "caption Converting length animation..."
+                                             : "caption Mapping rotations to bones...",
+                                       "value 21333", "caption Creating model motion action...",
+                                       "value 24889", "caption Almost done...", "value 28444",
+                                       "value 32000", "visible 0"));
+    }
+}
+
+TEST_F(MotionScene, PollsForEachNodeAndValue) {
+    constexpr std::uint64_t kSkeletonPolls = 7;
+    constexpr std::uint64_t kNodes = 6;
+    constexpr std::uint64_t kChannels = 14;
+    constexpr std::uint64_t kFrames = 3;
+    Skeleton(kSampleAsf);
+    Import(kSampleAmc);
+    EXPECT_EQ(headless::Session::Current().CancelPolls(), kSkeletonPolls + kNodes +
+                                                              kFrames * kChannels + 1 + kChannels +
+                                                              1 + 3 * kNodes + 2 + kNodes + 1);
+}
+
+TEST_F(MotionScene, StopsAtEachPoll) {
+    for (const bool nulls : {true, false}) {
+        Skeleton(kSampleAsf, nulls);
+        const std::uint64_t before = headless::Session::Current().CancelPolls();
+        Import(kSampleAmc);
+        const std::uint64_t after = headless::Session::Current().CancelPolls();
+        for (std::uint64_t poll = before + 1; poll <= after; ++poll) {
+            StartSession(true);
+            headless::Session::Current().PressCancelAtPoll(poll);
+            OpenImporter cancelled;
+            cancelled.SetOptions(nulls, true, false, true);
+            ASSERT_EQ(cancelled.Skeleton(kSampleAsf), Outcome());
+            const Outcome outcome = cancelled.Motion(kSampleAmc);
+            EXPECT_EQ(outcome.status, Zelk::status::kCancelled) << poll;
+            EXPECT_EQ(outcome.message, "User cancelled command") << poll;
+            EXPECT_THAT(SceneProblems(false), IsEmpty());
+            EXPECT_EQ(cancelled.FrameCount(), 0u);
+        }
+        StartSession(true);
+    }
+}
+
+// --- Length in seconds ---
+
+struct RateRow {
+    const char* name;
+    const char* head;
+    double end;
+};
+const RateRow kRates[] = {
+    {"None", "", 120 * kThirtieth},
+    {"Hundredtwenty", ":SAMPLES-PER-SECOND 120\n", 120 * (1.0 / 120)},
+    {"OtherLetters", "# a\n:samples-per-second\n\n 60\n", 120 * (1.0 / 60)},
+    {"One", ":SAMPLES-PER-SECOND 1\n", 120 * kThirtieth},
+    {"Zero", ":SAMPLES-PER-SECOND 0\n", 120 * kThirtieth},
+    {"Negative", ":SAMPLES-PER-SECOND -120\n", 120 * kThirtieth},
+    {"Fraction", ":SAMPLES-PER-SECOND 29.97\n", 120 * (1.0 / 29)},
+};
+
+class MotionRate : public MotionScene, public testing::WithParamInterface<RateRow> {};
+
+TEST_P(MotionRate, GivesTheEndOfTheMotion) {
+    Skeleton(":version 1\n:root order tx");
+    std::string frames;
+    for (int frame = 1; frame <= 120; ++frame)
+        frames += std::to_string(frame) + "\nroot 0\n";
+    Import(GetParam().head + std::string(":Fully-Specified\n") + frames);
+    EXPECT_EQ(ActionNamed("motion").animEnd, GetParam().end);
+}
+
+INSTANTIATE_TEST_SUITE_P(, MotionRate, testing::ValuesIn(kRates),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(MotionScene, EndsAtTheHighestNumberWithoutSign) {
+    Skeleton(":version 1\n:root order tx");
+    ASSERT_EQ(importer.Motion(":fully-specified\n9\nroot 1\n-1\nroot 2\n3\nroot 3"), Outcome());
+    EXPECT_EQ(ActionNamed("motion").animEnd, 4294967295.0 * kThirtieth);
+}
+
+TEST_F(MotionScene, KeepsTheRateForWhatFollows) {
+    Skeleton(":version 1\n:root order tx");
+    Import(":SAMPLES-PER-SECOND 50\n:fully-specified\n1\nroot 1");
+    Import(":fully-specified\n10\nroot 1");
+    EXPECT_EQ(ActionNamed("motion1").animEnd, 10 * (1.0 / 50));
+    StartSession(true);
+    Skeleton(":version 1\n:root order tx");
+    EXPECT_EQ(ActionNamed("skel_BasePose").animEnd, 5 * (1.0 / 50));
+}
+
+// --- Angle units ---
+
+TEST_F(MotionScene, MayBeInRadiansWhereTheSkeletonIs) {
+    Skeleton(":version 1\n:units angle rad\n:root order rx");
+    Import(":FULLY-SPECIFIED\n:Radians\n1\nroot 0");
+    EXPECT_EQ(importer.Motion(":fully-specified\n:DEGREES\n1\nroot 0").message,
+              "Incompatible AMC file. File must use same angle units as the ASF file");
+}
+
+TEST_F(MotionScene, MayLeaveItsUnitToTheSkeleton) {
+    Skeleton(":version 1\n:units angle rad\n:root order tx");
+    Import(":fully-specified\n1\nroot 7");
+    EXPECT_EQ(Curve("root.kine.local.posx"), (TestCurve{{1}, {7}}));
+    EXPECT_THAT(LogLines(), IsEmpty());
+}
+
+// A comment before the first frame costs that frame, as it does between frames.
+TEST_F(MotionScene, LosesTheFrameBehindAComment) {
+    Skeleton(":version 1\n:root order tx");
+    Import(":fully-specified # :radians\n1\nroot 7\n2\nroot 8");
+    EXPECT_EQ(Curve("root.kine.local.posx"), (TestCurve{{2}, {8}}));
+    EXPECT_THAT(LogLines(), ElementsAre("4: Invalid keyword found (1) at line 2, ignoring...",
+                                        "4: Invalid keyword found (root) at line 3, ignoring..."));
+}
+
+// --- Little or nothing to import ---
+
+TEST_F(MotionScene, WithoutFramesHasCurvesWithoutKeys) {
+    for (const bool nulls : {true, false}) {
+        StartSession(true);
+        Skeleton(kSampleAsf, nulls);
+        Import(":fully-specified\n:degrees\n");
+        EXPECT_EQ(MotionCurves().size(), nulls ? 18u : 16u);
+        EXPECT_EQ(Curve("back.kine.local.rotx"), TestCurve());
+        EXPECT_EQ(ActionNamed("motion").animEnd, 0.0);
+    }
+}
+
+TEST_F(MotionScene, WithoutANodeIsEmpty) {
+    Skeleton(":version 1");
+    Import(":fully-specified\n1\nroot 1");
+    EXPECT_THAT(MotionCurves(), IsEmpty());
+    EXPECT_THAT(CommandLines(), ElementsAre("DeleteObj(skel.FcurvePset) 0",
+                                            "ApplyAction(skel.skel_BasePose, skel) 0"));
+}
+
+// A bone that no frame names keeps its base pose, whatever the passes do to the others.
+TEST_F(MotionScene, HasNoCurveForABoneThatNeverAppears) {
+    for (const bool nulls : {true, false}) {
+        StartSession(true);
+        Skeleton(kSampleAsf, nulls);
+        Import(":fully-specified\n1\nroot 1 2 3 4 5 6\nback 1 2 3\nnobody\n");
+        EXPECT_THAT(MotionCurves(),
+                    UnorderedElementsAre(Key("root.kine.local.posx"), Key("root.kine.local.posy"),
+                                         Key("root.kine.local.posz"), Key("root.kine.local.rotx"),
+                                         Key("root.kine.local.roty"), Key("root.kine.local.rotz"),
+                                         Key("back.kine.local.rotx"), Key("back.kine.local.roty"),
+                                         Key("back.kine.local.rotz")));
+    }
+}
+
+// --- One motion after another ---
+
+class SecondMotion : public testing::TestWithParam<bool> {};
+
+TEST_P(SecondMotion, IsReadLikeTheFirst) {
+    StartSession(true);
+    OpenImporter importer;
+    importer.SetOptions(GetParam(), true, false, true);
+    ASSERT_EQ(importer.Skeleton(kSampleAsf), Outcome());
+    ASSERT_EQ(importer.Motion(kSampleAmc), Outcome());
+    const auto first = MotionCurves();
+    ASSERT_EQ(importer.Motion(kSampleAmc), Outcome());
+    EXPECT_EQ(MotionCurves("motion1"), first);
+    EXPECT_EQ(importer.GetLastMotion().GetName(), Zelk::CString(L"motion1"));
+    ASSERT_EQ(importer.Motion(":fully-specified\n5\nback 1 2 3\nroot 1 2 3 4 5 6\njoint 7 8\n"
+                              "arm 1 2 3\n"),
+              Outcome());
+    EXPECT_EQ(MotionCurves("motion2").size(), first.size());
+    EXPECT_EQ(MotionCurves("motion2").at("root.kine.local.posz"), (TestCurve{{5}, {3}}));
+    EXPECT_THAT(SceneProblems(true), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, SecondMotion, testing::Bool(),
+                         [](const auto& row) { return row.param ? "Nulls" : "Bones"; });
+
+}  // namespace

@@ -1,0 +1,265 @@
+// What an ASF file makes in the scene, and what the host sees of the import.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "headless/session.h"
+#include "host/status.h"
+#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/core/scene_check.h"
+#include "tests/support/core/session_text.h"
+
+namespace {
+
+using namespace support;
+using headless::ObjectType;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::string ParentName(const std::string& object) {
+    return Utf8(ObjectNamed(object).parent->name);
+}
+
+std::vector<std::string> GroupMembers() {
+    std::vector<std::string> members;
+    for (const std::uint32_t id : ModelNamed("skel").modelData->groups.at(0)->members)
+        members.push_back(Utf8(headless::Session::Current().GetScene().FindObject(id)->name));
+    return members;
+}
+
+class SkeletonScene : public testing::Test {
+  protected:
+    void SetUp() override { StartSession(true); }
+    void Import(bool nulls, bool group = true) {
+        importer.SetOptions(nulls, true, false, group);
+        ASSERT_EQ(importer.Skeleton(kSampleAsf), Outcome());
+        EXPECT_FALSE(importer.WasParsing());
+        EXPECT_THAT(SceneProblems(true), IsEmpty());
+    }
+
+    OpenImporter importer;
+};
+
+TEST_F(SkeletonScene, HoldsANullForEachNode) {
+    Import(true);
+    EXPECT_EQ(ParentName("root"), "skel");
+    EXPECT_EQ(ParentName("back"), "root");
+    EXPECT_EQ(ParentName("arm"), "joint");
+    EXPECT_EQ(ParentName("hand_End"), "hand");
+    EXPECT_THAT(ObjectNamed("root").local, ElementsAre(1, 2, 3, 0, 0, 0));
+    EXPECT_THAT(ObjectNamed("joint").local, ElementsAre(0, 2, 0, 0, 0, 0));
+    EXPECT_THAT(ObjectNamed("hand_End").local, ElementsAre(0, 0, 0.5, 0, 0, 0));
+}
+
+TEST_F(SkeletonScene, HoldsBonesBetweenWhatIsLoose) {
+    Import(false);
+    EXPECT_EQ(ObjectNamed("root").type, ObjectType::Null);
+    EXPECT_EQ(ObjectNamed("back").type, ObjectType::ChainBone);
+    EXPECT_EQ(ObjectNamed("back").length, 2.0);
+    EXPECT_EQ(ObjectNamed("joint").type, ObjectType::Null);
+    EXPECT_EQ(ObjectNamed("arm").type, ObjectType::ChainBone);
+    EXPECT_EQ(ObjectNamed("hand").length, 0.5);
+}
+
+TEST_F(SkeletonScene, GroupsWhatIsAnimated) {
+    Import(true);
+    EXPECT_EQ(Utf8(ModelNamed("skel").modelData->groups.at(0)->name), "skel_Animated_Objects");
+    EXPECT_THAT(GroupMembers(), ElementsAre("root", "back", "joint", "arm"));
+}
+
+TEST_F(SkeletonScene, GroupsBonesLikeNulls) {
+    Import(false);
+    EXPECT_THAT(GroupMembers(), ElementsAre("root", "back", "joint", "arm"));
+}
+
+TEST_F(SkeletonScene, HasNoGroupUnlessAsked) {
+    Import(true, false);
+    EXPECT_THAT(ModelNamed("skel").modelData->groups, IsEmpty());
+    EXPECT_EQ(BarLines()[BarLines().size() - 2], "value 32000");
+}
+
+TEST_F(SkeletonScene, HasABasePoseOfFiveFrames) {
+    Import(true);
+    EXPECT_EQ(ModelNamed("skel").modelData->actions.size(), 1u);
+    EXPECT_EQ(ActionNamed("skel_BasePose").animEnd, 5.0 * 0.03333333333333333);
+    EXPECT_EQ(ActionNamed("skel_BasePose").items.size(), 6u * 6u);
+}
+
+TEST_F(SkeletonScene, HasBasePosesOfAnimatedLengths) {
+    Import(false);
+    std::vector<std::string> targets;
+    for (const auto& item : ActionNamed("skel_BasePose").items)
+        targets.push_back(Utf8(item.Target()));
+    EXPECT_THAT(targets, testing::Contains("arm.bone.length"));
+    EXPECT_THAT(targets, testing::Not(testing::Contains("back.bone.length")));
+}
+
+TEST_F(SkeletonScene, IsNamedAsTheHostCanNameIt) {
+    Import(true);
+    OpenImporter other;
+    other.SetOptions(true, true, false, true);
+    ASSERT_EQ(other.Skeleton(kSampleAsf), Outcome());
+    const headless::Object& second = ModelNamed("skel1");
+    EXPECT_EQ(Utf8(second.modelData->actions.at(0)->name), "skel1_BasePose");
+    EXPECT_EQ(Utf8(second.modelData->groups.at(0)->name), "skel1_Animated_Objects");
+}
+
+TEST_F(SkeletonScene, ReplacesTheSkeletonThatTheImporterHeld) {
+    Import(true);
+    ASSERT_EQ(importer.Skeleton(":version 1\n:root order tx"), Outcome());
+    EXPECT_EQ(importer.Nodes().size(), 1u);
+    EXPECT_TRUE(importer.GetDocumentation().IsEmpty());
+    EXPECT_EQ(importer.ChannelCount(), 1u);
+    EXPECT_EQ(Utf8(importer.GetLastModel().GetName()), "skel1");
+}
+
+TEST_F(SkeletonScene, MayBeEmpty) {
+    ASSERT_EQ(importer.Skeleton(":version 1"), Outcome());
+    EXPECT_EQ(ModelNamed("skel").firstChild, nullptr);
+    EXPECT_THAT(GroupMembers(), IsEmpty());
+}
+
+TEST_F(SkeletonScene, MovesTheBarThroughItsSteps) {
+    Import(true);
+    EXPECT_THAT(BarLines(), ElementsAre("minimum 0", "maximum 32000", "step 1", "value 0",
+                                        "caption Importing Acclaim Skeleton...", "visible 1",
+                                        "value 1829",   // name: 2 of 35
+                                        "value 4571",   // root: 3
+                                        "value 10057",  // bones: 6
+                                        "value 13714",  // hierarchy: 4
+                                        "caption Creating Zelk model...",
+                                        "value 18286",  // base pose: 5
+                                        "value 32000",  // skeleton and group: 15
+                                        "visible 0"));
+}
+
+TEST_F(SkeletonScene, MovesTheBarOnlyForSectionsThatAreThere) {
+    ASSERT_EQ(importer.Skeleton(":version 1\n:bonedata"), Outcome());
+    EXPECT_EQ(BarLines()[6], "value 5486");
+    EXPECT_EQ(BarLines()[7], "caption Creating Zelk model...");
+}
+
+// One poll a section, one before the scene is touched.
+TEST_F(SkeletonScene, StopsAtEachPoll) {
+    for (std::uint64_t poll = 1; poll <= 7; ++poll) {
+        StartSession(true);
+        headless::Session::Current().PressCancelAtPoll(poll);
+        OpenImporter cancelled;
+        const Outcome outcome = cancelled.Skeleton(kSampleAsf);
+        EXPECT_EQ(outcome.message, "User cancelled command");
+        // The parser's own statuses are not passed on.
+        EXPECT_EQ(outcome.status, poll < 7 ? Zelk::status::kFail : Zelk::status::kCancelled);
+        EXPECT_TRUE(cancelled.Nodes().empty());
+        EXPECT_THAT(headless::Session::Current().GetScene().Models(), IsEmpty());
+        EXPECT_TRUE(BarIsHidden());
+    }
+    StartSession(true);
+    headless::Session::Current().PressCancelAtPoll(8);
+    EXPECT_EQ(importer.Skeleton(kSampleAsf), Outcome());
+}
+
+TEST_F(SkeletonScene, CancelsOnlyWhereTheFlagIsAllBits) {
+    headless::Session::Current().SetPressedValue(1);
+    headless::Session::Current().PressCancel();
+    EXPECT_EQ(importer.Skeleton(kSampleAsf), Outcome());
+}
+
+TEST_F(SkeletonScene, NeedsNoBar) {
+    StartSession(false);
+    Import(true);
+    EXPECT_THAT(BarLines(), IsEmpty());
+}
+
+// --- Trees that no file should hold ---
+
+struct OddTree {
+    const char* name;
+    std::string hierarchy;
+};
+const OddTree kOddTrees[] = {
+    {"Circle", "root a\na b\nb c\nc a\n"},
+    {"CircleApart", "root d\na b\nb a\n"},
+    {"OwnChild", "root a\na a\n"},
+    {"RootBelowABone", "root a\na root\n"},
+    {"ChildTwice", "root a\na b b\na b\n"},
+    {"ChildOfTwo", "root a b\na c\nb c\n"},
+    {"ChildrenFirst", "root d\nc d\nb c\na b\n"},
+    {"NothingAttached", ""},
+};
+
+class OddTrees : public testing::TestWithParam<std::tuple<OddTree, bool, bool>> {};
+
+TEST_P(OddTrees, AreSurvived) {
+    const auto& [tree, nulls, fromParent] = GetParam();
+    std::string text = ":version 1\n:root order tx ty tz rx ry rz\n:bonedata\n";
+    for (const char* name : {"a", "b", "c", "d"})
+        text +=
+            std::string("begin name ") + name + "\n direction 1 0 0 length 2\n dof rz rx\n end\n";
+    text += ":hierarchy begin\n" + tree.hierarchy + "end\n";
+    const std::string motion =
+        ":fully-specified\n1\nroot 0 0 0 10 20 30\na 1 2\nb 3 4\nc 5 6\nd 7 8\n";
+    StartSession(true);
+    OpenImporter importer;
+    importer.SetOptions(nulls, fromParent, false, true);
+    EXPECT_EQ(importer.Skeleton(text), Outcome());
+    const Outcome outcome = importer.Motion(motion);
+    // In bones, a joint that no chain reaches has nothing that could be driven.
+    if (outcome.status != 0) {
+        EXPECT_FALSE(nulls);
+        EXPECT_EQ(outcome.message, "Failed to add channel FCurve");
+    }
+    EXPECT_THAT(SceneProblems(outcome.status == 0), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, OddTrees,
+                         testing::Combine(testing::ValuesIn(kOddTrees), testing::Bool(),
+                                          testing::Bool()),
+                         [](const auto& row) {
+                             return std::string(std::get<0>(row.param).name) +
+                                    (std::get<1>(row.param)   ? "Nulls"
+                                     : std::get<2>(row.param) ? "BonesFromParent"
+                                                              : "Bones") +
+                                    (std::get<1>(row.param) && std::get<2>(row.param) ? "2" : "");
+                         });
+
+struct OddName {
+    const char* name;
+    std::string text;
+};
+const OddName kOddNames[] = {
+    {"Long", std::string(10000, 'n')},
+    {"Latin1",
+     "Br\xFC"
+     "cke"},
+    {"Utf8",
+     "Br\xC3\xBC"
+     "cke"},
+    {"InvalidUtf8", "\xFF\xFE\xC3"},
+    {"LikeTheModel", "skel"},
+    {"LikeAKeyword", "begin"},
+    {"Dotted", "arm.L:2"},
+};
+
+class OddNames : public testing::TestWithParam<OddName> {};
+
+TEST_P(OddNames, AreImported) {
+    for (const bool nulls : {true, false}) {
+        StartSession(true);
+        OpenImporter importer;
+        importer.SetOptions(nulls, true, false, true);
+        const std::string& name = GetParam().text;
+        EXPECT_EQ(importer.Skeleton(":version 1\n:name " + name +
+                                    "\n:root order tx\n:bonedata begin name " + name +
+                                    "\n direction 1 0 0 length 2\n dof rx\n end\n"
+                                    ":hierarchy begin\n root " +
+                                    name + "\n end"),
+                  Outcome());
+        EXPECT_EQ(importer.Motion(":fully-specified\n1\nroot 1\n" + name + " 5\n"), Outcome());
+        EXPECT_EQ(MotionCurves().size(), 4u);
+        EXPECT_THAT(SceneProblems(true), IsEmpty());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, OddNames, testing::ValuesIn(kOddNames),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace

@@ -1,0 +1,103 @@
+// What the library shows to the world and what it needs of it, by the tools that look into
+// libraries.
+#include <array>
+#include <cstdio>
+#include <dlfcn.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include "host/variant.h"
+#include "plugin/user_input.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+struct PipeCloser {
+    void operator()(std::FILE* pipe) const { EXPECT_EQ(pclose(pipe), 0); }
+};
+
+std::string OutputOf(const std::string& command) {
+    const std::unique_ptr<std::FILE, PipeCloser> pipe(popen(command.c_str(), "r"));
+    if (!pipe) return {};
+    std::string output;
+    std::array<char, 4096> piece;
+    for (std::size_t count = 0;
+         (count = std::fread(piece.data(), 1, piece.size(), pipe.get())) > 0;)
+        output.append(piece.data(), count);
+    return output;
+}
+
+// The last word of each line.
+std::set<std::string> LastWords(const std::string& text) {
+    std::set<std::string> words;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        if (!line.empty()) words.insert(line.substr(line.rfind(' ') + 1));
+    return words;
+}
+
+TEST(PluginLibrary, ExportsTwoNames) {
+    const std::string defined = OutputOf("nm -D --defined-only '" ZKMOCAP_PLUGIN "'");
+    EXPECT_THAT(LastWords(defined), ElementsAre("ZelkOnCommand", "g_UserInput"));
+    EXPECT_THAT(defined, HasSubstr(" T ZelkOnCommand"));
+    EXPECT_THAT(defined, HasSubstr(" B g_UserInput"));
+}
+
+TEST(PluginLibrary, NeedsTheHostAndTheStandardLibraryAlone) {
+    // The C library's math is two libraries: the second holds its vector functions.
+    const std::set<std::string> allowed = {"[libzelkhost.so]", "[libstdc++.so.6]", "[libm.so.6]",
+                                           "[libmvec.so.1]",   "[libgcc_s.so.1]",  "[libc.so.6]"};
+    // What a sanitized build adds, which nobody installs.
+    const auto isSanitizer = [](const std::string& name) {
+        return name.starts_with("[libasan") || name.starts_with("[libubsan");
+    };
+    std::istringstream lines(OutputOf("readelf -d '" ZKMOCAP_PLUGIN "'"));
+    std::set<std::string> needed;
+    for (std::string line; std::getline(lines, line);)
+        if (line.find("(NEEDED)") != std::string::npos) needed.insert(line.substr(line.rfind('[')));
+    EXPECT_EQ(needed.count("[libzelkhost.so]"), 1u);
+    for (const std::string& library : needed)
+        EXPECT_TRUE(allowed.count(library) == 1 || isSanitizer(library)) << library;
+}
+
+// Another host provides what host/ declares, and no more than that.
+TEST(PluginLibrary, KnowsTheHostThroughItsSurfaceAlone) {
+    const std::string undefined = OutputOf("nm -D -C --undefined-only '" ZKMOCAP_PLUGIN "'");
+    EXPECT_THAT(undefined, HasSubstr("Zelk::Application::ExecuteCommand"));
+    EXPECT_THAT(undefined, testing::Not(HasSubstr("headless")));
+}
+
+TEST(PluginLibrary, LoadsAndUnloadsAgainAndAgain) {
+    for (int round = 0; round < 3; ++round) {
+        void* const library = dlopen(ZKMOCAP_PLUGIN, RTLD_NOW | RTLD_LOCAL);
+        ASSERT_NE(library, nullptr) << dlerror();
+        const auto* const input = static_cast<const USERINPUT*>(dlsym(library, "g_UserInput"));
+        const auto callback = reinterpret_cast<std::int32_t (*)(const wchar_t*, const VARIANT*)>(
+            dlsym(library, "ZelkOnCommand"));
+        ASSERT_NE(input, nullptr);
+        ASSERT_NE(callback, nullptr);
+        // Constructed anew: nothing of the round before.
+        EXPECT_TRUE(input->strBVHFile.IsEmpty());
+        EXPECT_TRUE(input->strASFFile.IsEmpty());
+        EXPECT_TRUE(input->strAMCFile.IsEmpty());
+        EXPECT_FALSE(input->bAddClip || input->bUseNulls || input->bChainFromParentJoint ||
+                     input->bEffectorToLastBone || input->bCreateGroup || input->bApplyLimits ||
+                     input->bOverrideLength);
+        EXPECT_EQ(input->dLengthMultiplier, 0.0);
+
+        VARIANT arguments[6] = {};
+        arguments[0].bstrVal = L"/nonexistent/walk.bvh";
+        EXPECT_EQ(callback(L"Biovision Import function", arguments), 0);
+        EXPECT_FALSE(input->strBVHFile.IsEmpty());
+        EXPECT_EQ(dlclose(library), 0);
+        EXPECT_EQ(dlopen(ZKMOCAP_PLUGIN, RTLD_NOW | RTLD_NOLOAD), nullptr);
+    }
+}
+
+}  // namespace
