@@ -1,0 +1,57 @@
+// The capture files behind the paths of a command line, folders walked.
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <utility>
+#include <vector>
+
+namespace app {
+
+enum class CaptureKind : std::uint8_t { Biovision, Skeleton, Motion };
+
+struct CaptureFile {
+    std::string path;   // the path that was named, then what lies below it
+    std::string place;  // in the tree that is kept: below the folder that was named
+    CaptureKind kind = CaptureKind::Biovision;
+};
+
+// What was found but cannot be taken.
+struct CaptureProblem {
+    std::string path;
+    std::string error;
+};
+
+// A file or folder, by whatever name: device and number.
+using FileId = std::pair<dev_t, ino_t>;
+
+struct CaptureTree {
+    std::vector<CaptureFile> files;        // sorted by path
+    std::vector<CaptureProblem> problems;  // sorted by path
+    std::set<FileId> folders;              // those that were walked
+};
+
+// Folders are walked once each, by whatever way they are reached, those behind symbolic links last:
+// no loop of links keeps it busy. Names that begin with a dot are passed over, and so is `outDir`,
+// unless it is named itself. A file that is reached twice counts once, at its first place. Throws
+// UsageError for a path that names no folder and no capture file.
+CaptureTree FindCaptures(const std::vector<std::string>& paths, const std::string& outDir);
+
+// The names of the skeletons in a folder, sorted; none where it cannot be read. An empty folder is
+// the current one.
+std::vector<std::string> SkeletonsIn(const std::string& folder);
+
+// Whether the capture file is a skeleton or a motion for one, by its name.
+bool IsAcclaim(std::string_view path);
+
+// Up to the last slash, that included; empty without one.
+std::string_view FolderPart(std::string_view path);
+// After the last slash.
+std::string_view NamePart(std::string_view path);
+// The path without its extension, the dot included; a name that begins with its only dot is whole.
+std::string_view WithoutExtension(std::string_view path);
+
+}  // namespace app

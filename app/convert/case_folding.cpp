@@ -1,0 +1,31 @@
+#include "app/convert/case_folding.h"
+
+#include <clocale>
+#include <cwctype>
+#include <locale.h>
+
+#include "app/text.h"
+
+namespace app {
+namespace {
+
+locale_t FoldingLocale() {
+    // Where a system lacks it, letters beyond ASCII stay as they are.
+    static const locale_t folding = [] {
+        const locale_t found = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+        return found ? found : newlocale(LC_CTYPE_MASK, "C", nullptr);
+    }();
+    return folding;
+}
+
+}  // namespace
+
+std::wstring FoldCase(std::string_view name) {
+    std::wstring folded = DecodeUtf8(name);
+    for (wchar_t& character : folded)
+        character = static_cast<wchar_t>(towlower_l(
+            towupper_l(static_cast<std::wint_t>(character), FoldingLocale()), FoldingLocale()));
+    return folded;
+}
+
+}  // namespace app

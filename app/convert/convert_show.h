@@ -1,0 +1,40 @@
+// A conversion as the person before the terminal sees it.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "app/convert/index_file.h"
+#include "app/progress_line.h"
+
+namespace app {
+
+// A line on stderr for each failure, as it happens; on a terminal, how far things are below them.
+class ConvertShow {
+  public:
+    // `total`: jobs on the whole; 0: nothing is run.
+    explicit ConvertShow(std::size_t total);
+
+    void Take(const IndexRow& row);
+    // What did not have to be converted.
+    void TakeKnown(const IndexRow& row);
+
+    // Jobs that did not go well altogether.
+    std::size_t Failures() const { return failed_ + partial_; }
+    // "12 converted, 3 up to date, 1 failed: out/index.csv"
+    std::string ClosingLine(const std::string& index);
+
+  private:
+    void Count(const IndexRow& row, std::size_t& whenOk);
+    void Draw();
+
+    std::size_t total_;
+    std::size_t converted_ = 0;
+    std::size_t known_ = 0;
+    std::size_t partial_ = 0;
+    std::size_t failed_ = 0;
+    std::optional<ProgressLine> bar_;
+};
+
+}  // namespace app

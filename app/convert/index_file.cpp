@@ -1,0 +1,59 @@
+#include "app/convert/index_file.h"
+
+#include <fmt/format.h>
+
+#include "app/convert/csv_record.h"
+#include "app/export/number_text.h"
+#include "app/output_file.h"
+#include "app/text.h"
+
+namespace app {
+namespace {
+
+// Enough for any rate, too few to show how a rate of 1 / 0.0083333 was come by.
+constexpr int kDecimals = 6;
+
+std::string NumberOrNothing(const std::optional<double>& number) {
+    if (!number) return {};
+    char text[kLongestNumber];
+    return {text, WriteNumber(text, *number, kDecimals)};
+}
+
+std::string Valid(const std::string& text) {
+    return EncodeUtf8(DecodeUtf8(text));
+}
+
+}  // namespace
+
+void TakeFacts(const ImportReport& report, IndexRow& row) {
+    row.joints = std::to_string(report.joints);
+    row.frames = std::to_string(report.frames);
+    row.framesPerSecond = NumberOrNothing(report.framesPerSecond);
+    row.seconds = NumberOrNothing(report.seconds);
+}
+
+std::string_view NameOf(JobStatus status) {
+    switch (status) {
+        case JobStatus::Ok:
+            return "ok";
+        case JobStatus::Partial:
+            return "partial";
+        case JobStatus::Failed:
+            return "failed";
+        case JobStatus::Cancelled:
+            break;
+    }
+    return "cancelled";
+}
+
+void WriteIndex(const std::string& path, const std::vector<IndexRow>& rows) {
+    OutputFile file(path);
+    file.Write("source,output,status,joints,frames,fps,seconds,first error\n");
+    for (const IndexRow& row : rows)
+        file.Write(CsvRecord({Valid(row.source), Valid(row.output), std::string(NameOf(row.status)),
+                              row.joints, row.frames, row.framesPerSecond, row.seconds,
+                              Valid(row.error)}));
+    file.Commit();
+}
+
+}  // namespace app

@@ -1,0 +1,36 @@
+// What became of each file of a data set.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/import_report.h"
+
+namespace app {
+
+enum class JobStatus : std::uint8_t { Ok, Partial, Failed, Cancelled };
+
+struct IndexRow {
+    std::string source;
+    std::string output;  // empty: none was written
+    JobStatus status = JobStatus::Cancelled;
+    // Of what was imported; empty where it is not known.
+    std::string joints;
+    std::string frames;
+    std::string framesPerSecond;
+    std::string seconds;
+    std::string error;  // the first
+};
+
+// Fills in what the import brought.
+void TakeFacts(const ImportReport& report, IndexRow& row);
+
+std::string_view NameOf(JobStatus status);
+
+// Writes the rows as they are, under a header; always valid UTF-8. Throws OutputError.
+void WriteIndex(const std::string& path, const std::vector<IndexRow>& rows);
+
+}  // namespace app

@@ -1,0 +1,24 @@
+// A data set as a list of imports.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/convert/capture_files.h"
+#include "app/convert/convert_request.h"
+
+namespace app {
+
+struct Job {
+    std::string source;    // the .bvh, the .amc, or an .asf that no .amc is paired with
+    std::string skeleton;  // of an .amc; empty otherwise
+    std::string place;     // of the source in the tree that is kept
+    std::string output;    // below the output folder; empty where nothing can be made
+    std::string refusal;   // why it is not run; empty: it is
+};
+
+// Sorted by source: every capture file, and what could not be taken as one, refused. The same for
+// the same files and request. Throws UsageError where there is nothing at all.
+std::vector<Job> ListJobs(const ConvertRequest& request);
+
+}  // namespace app

@@ -1,0 +1,74 @@
+#include "app/convert/ledger.h"
+
+#include <fcntl.h>
+#include <fstream>
+#include <sstream>
+#include <unistd.h>
+#include <utility>
+
+#include "app/convert/csv_record.h"
+#include "app/output_file.h"
+
+namespace app {
+namespace {
+
+std::string RecordOf(const Job& job, const IndexRow& row) {
+    return CsvRecord({job.source, job.skeleton, row.output, row.joints, row.frames,
+                      row.framesPerSecond, row.seconds});
+}
+
+}  // namespace
+
+Ledger::Ledger(std::string path, std::string options)
+    : path_(std::move(path)), options_(std::move(options)) {}
+
+Ledger::~Ledger() {
+    if (file_ >= 0) close(file_);
+}
+
+Ledger::Found Ledger::Read() {
+    std::ifstream file(path_, std::ios::binary);
+    if (!file) return Found::Nothing;
+    std::ostringstream content;
+    content << file.rdbuf();
+    const std::string text = std::move(content).str();
+    std::string_view rest = text;
+    if (TakeCsvRecord(rest) != std::vector<std::string>{options_}) return Found::OtherOptions;
+    while (!rest.empty()) {
+        std::vector<std::string> fields = TakeCsvRecord(rest);
+        if (fields.size() != 7) continue;
+        IndexRow row{fields[0], fields[2], JobStatus::Ok, fields[3],
+                     fields[4], fields[5], fields[6],     ""};
+        entries_[fields[0]] = {std::move(fields[1]), std::move(row)};
+    }
+    return Found::Usable;
+}
+
+const IndexRow* Ledger::Find(const Job& job) const {
+    const auto entry = entries_.find(job.source);
+    const bool isSame = entry != entries_.end() && entry->second.skeleton == job.skeleton &&
+                        entry->second.row.output == job.output;
+    return isSame ? &entry->second.row : nullptr;
+}
+
+void Ledger::Start(const std::vector<Job>& jobs, const std::vector<IndexRow>& rows) {
+    OutputFile file(path_);
+    file.Write(CsvRecord({options_}));
+    for (std::size_t index = 0; index < jobs.size(); ++index)
+        if (rows[index].status == JobStatus::Ok) file.Write(RecordOf(jobs[index], rows[index]));
+    file.Commit();
+    if (file_ >= 0) close(file_);
+    file_ = open(path_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+}
+
+void Ledger::Note(const Job& job, const IndexRow& row) {
+    if (file_ < 0) return;
+    const std::string record = RecordOf(job, row);
+    const ssize_t written = write(file_, record.data(), record.size());
+    if (written == static_cast<ssize_t>(record.size())) return;
+    // What follows half a record could not be told from it.
+    close(file_);
+    file_ = -1;
+}
+
+}  // namespace app

@@ -1,0 +1,51 @@
+#include "app/convert/leftovers.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <string_view>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+#include "app/output_file.h"
+
+namespace app {
+namespace {
+
+std::vector<std::string> TemporariesIn(const std::string& folder) {
+    std::vector<std::string> found;
+    DIR* listing = opendir(folder.c_str());
+    if (!listing) return found;
+    while (const dirent* entry = readdir(listing))
+        if (IsTemporaryName(entry->d_name)) found.push_back(folder + '/' + entry->d_name);
+    closedir(listing);
+    return found;
+}
+
+// Whether the path still leads to the file that is open: it may have got its final name, and the
+// path another writer, before its lock was taken.
+bool IsStill(const std::string& path, int file) {
+    struct stat named {};
+    struct stat opened {};
+    return lstat(path.c_str(), &named) == 0 && fstat(file, &opened) == 0 &&
+           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+}
+
+// The writer holds a lock for as long as it lives.
+void RemoveIfAbandoned(const std::string& path) {
+    const int file = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0) return;
+    if (flock(file, LOCK_EX | LOCK_NB) == 0 && IsStill(path, file)) unlink(path.c_str());
+    close(file);
+}
+
+}  // namespace
+
+void RemoveLeftovers(const std::set<std::string>& folders) {
+    for (const std::string& folder : folders)
+        for (const std::string& path : TemporariesIn(folder))
+            RemoveIfAbandoned(path);
+}
+
+}  // namespace app

@@ -1,0 +1,79 @@
+#include "app/convert/output_names.h"
+
+#include <fmt/format.h>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "app/convert/case_folding.h"
+
+namespace app {
+namespace {
+
+using Takers = std::unordered_map<std::wstring, std::vector<Job*>>;
+
+Takers TakersOf(std::vector<Job>& jobs) {
+    Takers takers;
+    for (Job& job : jobs)
+        if (job.refusal.empty()) takers[FoldCase(job.output)].push_back(&job);
+    return takers;
+}
+
+void KeepSourceExtensions(std::vector<Job>& jobs, std::string_view extension) {
+    for (const auto& [output, takers] : TakersOf(jobs)) {
+        if (takers.size() < 2 && output != FoldCase(kIndexName)) continue;
+        for (Job* job : takers)
+            job->output = fmt::format("{}{}", job->place, extension);
+    }
+}
+
+void RefuseSharedNames(std::vector<Job>& jobs) {
+    for (const auto& [output, takers] : TakersOf(jobs)) {
+        if (takers.size() < 2) continue;
+        for (Job* job : takers) {
+            const Job* other = job == takers[0] ? takers[1] : takers[0];
+            job->refusal = fmt::format("its output {} would collide with that of {}", job->output,
+                                       other->source);
+        }
+    }
+}
+
+// The folders that outputs stand in, each folded, without a slash at the end.
+std::unordered_set<std::wstring> FoldersOf(const std::vector<Job>& jobs) {
+    std::unordered_set<std::wstring> folders;
+    for (const Job& job : jobs) {
+        std::string_view folder = FolderPart(job.output);
+        while (!folder.empty() &&
+               folders.insert(FoldCase(folder.substr(0, folder.size() - 1))).second)
+            folder = FolderPart(folder.substr(0, folder.size() - 1));
+    }
+    return folders;
+}
+
+void RefuseNamesOfFolders(std::vector<Job>& jobs) {
+    const std::unordered_set<std::wstring> folders = FoldersOf(jobs);
+    for (Job& job : jobs) {
+        if (!job.refusal.empty()) continue;
+        for (const std::string& file : FilesOf(job.output))
+            if (folders.contains(FoldCase(file)))
+                job.refusal = fmt::format("its output {} is a folder of other outputs", file);
+    }
+}
+
+}  // namespace
+
+void NameOutputs(std::vector<Job>& jobs, std::string_view extension) {
+    for (Job& job : jobs)
+        if (job.refusal.empty())
+            job.output = fmt::format("{}{}", WithoutExtension(job.place), extension);
+    KeepSourceExtensions(jobs, extension);
+    RefuseSharedNames(jobs);
+    RefuseNamesOfFolders(jobs);
+}
+
+std::vector<std::string> FilesOf(const std::string& output) {
+    std::vector<std::string> files = {output};
+    if (output.ends_with(".gltf")) files.push_back(fmt::format("{}.bin", WithoutExtension(output)));
+    return files;
+}
+
+}  // namespace app

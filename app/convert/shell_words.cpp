@@ -1,0 +1,54 @@
+#include "app/convert/shell_words.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace app {
+namespace {
+
+constexpr std::string_view kPlain =
+    "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./,:=@%+";
+
+bool IsControl(char character) {
+    return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
+}
+
+std::string Quoted(std::string_view word) {
+    std::string quoted = "'";
+    for (const char character : word) {
+        if (character == '\'')
+            quoted += "'\\''";
+        else
+            quoted += character;
+    }
+    return quoted + '\'';
+}
+
+// Quotes alone would let a line feed break the line in two.
+std::string Printed(std::string_view word) {
+    std::string printed = "\"$(printf %b '";
+    for (const char character : word) {
+        if (IsControl(character) || character == '\'' || character == '\\')
+            printed += fmt::format("\\0{:03o}", static_cast<unsigned char>(character));
+        else
+            printed += character;
+    }
+    return printed + "')\"";
+}
+
+}  // namespace
+
+std::string ShellWord(std::string_view word) {
+    if (std::any_of(word.begin(), word.end(), IsControl)) return Printed(word);
+    const bool isPlain = !word.empty() && word.find_first_not_of(kPlain) == std::string_view::npos;
+    return isPlain ? std::string(word) : Quoted(word);
+}
+
+std::string ShellLine(const std::vector<std::string>& words) {
+    std::string line;
+    for (const std::string& word : words)
+        line += (line.empty() ? "" : " ") + ShellWord(word);
+    return line;
+}
+
+}  // namespace app

@@ -1,0 +1,60 @@
+#include "app/convert/skeleton_pairing.h"
+
+#include <compare>
+#include <cwctype>
+#include <fmt/format.h>
+
+#include "app/convert/capture_files.h"
+#include "app/convert/case_folding.h"
+
+namespace app {
+namespace {
+
+bool IsLetterOrDigit(wchar_t character) {
+    const bool ascii = (character >= L'0' && character <= L'9') ||
+                       (character >= L'a' && character <= L'z') ||
+                       (character >= L'A' && character <= L'Z');
+    return ascii || character >= 0x80;
+}
+
+struct Fit {
+    std::size_t length = 0;  // 0: does not fit
+    bool sameCase = false;
+    auto operator<=>(const Fit&) const = default;
+};
+
+Fit FitOf(std::string_view motion, std::string_view skeleton) {
+    const std::wstring longer = FoldCase(motion);
+    const std::wstring begin = FoldCase(skeleton);
+    if (!longer.starts_with(begin)) return {};
+    const bool isWhole = longer.size() == begin.size();
+    if (!isWhole && IsLetterOrDigit(longer[begin.size()]) && IsLetterOrDigit(begin.back()))
+        return {};
+    return {begin.size(), motion.starts_with(skeleton)};
+}
+
+}  // namespace
+
+Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& skeletons) {
+    Fit best;
+    const std::string* found = nullptr;
+    const std::string* alike = nullptr;
+    for (const std::string& skeleton : skeletons) {
+        const Fit fit = FitOf(WithoutExtension(motion), WithoutExtension(skeleton));
+        if (fit.length == 0 || fit < best) continue;
+        alike = fit == best ? found : nullptr;
+        best = fit;
+        found = &skeleton;
+    }
+    if (alike)
+        return {"", fmt::format("{} and {} both fit; --asf FILE says which", *alike, *found)};
+    if (found) return {*found, ""};
+    if (skeletons.size() == 1) return {skeletons.front(), ""};
+    if (skeletons.empty())
+        return {"", "no skeleton: its folder has no .asf file; --asf FILE names one"};
+    return {"", fmt::format("no skeleton: none of the {} .asf files in its folder begins its name;"
+                            " --asf FILE says which",
+                            skeletons.size())};
+}
+
+}  // namespace app

@@ -1,0 +1,68 @@
+#include "app/export/csv.h"
+
+#include <string>
+#include <vector>
+
+#include "app/export/number_text.h"
+#include "app/export/tables.h"
+#include "app/text.h"
+
+namespace app {
+namespace {
+
+using headless::Transform;
+
+constexpr int kSecondsDecimals = 9;
+
+std::string Quoted(const std::string& field) {
+    if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
+    std::string quoted = "\"";
+    for (const char character : field) {
+        if (character == '"') quoted += '"';
+        quoted += character;
+    }
+    return quoted + '"';
+}
+
+void WriteHeader(OutputFile& out, const Table& table) {
+    out.Write("frame,seconds");
+    for (const Table::Column& column : table.Columns()) {
+        const std::string name = EncodeUtf8(column.name);
+        for (const char* part : {".px", ".py", ".pz", ".rx", ".ry", ".rz"})
+            out.Write(',' + Quoted(name + part));
+    }
+    out.Write("\n");
+}
+
+char* WriteCell(char* end, double number, int decimals) {
+    *end++ = ',';
+    return WriteNumber(end, number, decimals);
+}
+
+}  // namespace
+
+ExportNotes WriteCsv(OutputFile& out, const headless::Scene& scene, const ExportOptions& options) {
+    Table table(scene, options, false);
+    const int decimals = DecimalsFor(table.Size());
+    const Timeline& times = table.Times();
+    WriteHeader(out, table);
+    std::vector<Transform> globals(table.Columns().size());
+    std::vector<char> text((2 + 6 * globals.size()) * (kLongestNumber + 1) + 1);
+    for (std::size_t row = 0; row < table.Rows(); ++row) {
+        table.Row(row, globals);
+        const double frame = times.IsPose() ? 0.0 : times.frames[row];
+        char* end = WriteNumber(text.data(), frame, kSecondsDecimals);
+        end = WriteCell(end, times.IsPose() ? 0.0 : times.Seconds(row), kSecondsDecimals);
+        for (const Transform& global : globals) {
+            for (const double coordinate : global.origin)
+                end = WriteCell(end, coordinate, decimals);
+            for (const double angle : headless::AnglesOf(global.axes))
+                end = WriteCell(end, angle, kAngleDecimals);
+        }
+        *end++ = '\n';
+        out.Write({text.data(), static_cast<std::size_t>(end - text.data())});
+    }
+    return table.Notes();
+}
+
+}  // namespace app

@@ -1,0 +1,133 @@
+#include "app/json_record.h"
+
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "app/json_scene.h"
+#include "app/json_text.h"
+#include "app/text.h"
+
+namespace app {
+namespace {
+
+// The elements of an array, one a line.
+template <class Range, class AppendElement>
+void WriteLines(OutputFile& out, std::string_view key, const Range& range, AppendElement append) {
+    std::string line = "\"" + std::string(key) + "\": [";
+    bool first = true;
+    for (const auto& element : range) {
+        line += first ? "\n  " : ",\n  ";
+        first = false;
+        append(line, element);
+        out.Write(line);
+        line.clear();
+    }
+    line += first ? "],\n" : "\n],\n";
+    out.Write(line);
+}
+
+void AppendLogLine(std::string& text, const headless::LogLine& line) {
+    text += "{\"severity\": ";
+    text += line.severity ? std::to_string(*line.severity) : "null";
+    text += ", \"text\": ";
+    AppendJsonString(text, View(line.text));
+    text += '}';
+}
+
+std::string_view NameOf(headless::BarEvent::Kind kind) {
+    using Kind = headless::BarEvent::Kind;
+    switch (kind) {
+        case Kind::Minimum:
+            return "minimum";
+        case Kind::Maximum:
+            return "maximum";
+        case Kind::Step:
+            return "step";
+        case Kind::Value:
+            return "value";
+        case Kind::Caption:
+            return "caption";
+        case Kind::Visible:
+            return "visible";
+    }
+    return {};
+}
+
+void AppendBarEvent(std::string& text, const headless::BarEvent& event) {
+    using Kind = headless::BarEvent::Kind;
+    text += "[\"";
+    text += NameOf(event.kind);
+    text += "\", ";
+    if (event.kind == Kind::Caption)
+        AppendJsonString(text, View(event.caption));
+    else if (event.kind == Kind::Visible)
+        text += event.number != 0 ? "true" : "false";
+    else
+        text += std::to_string(event.number);
+    text += ']';
+}
+
+void AppendArgument(std::string& text, const headless::CommandRecord::Argument& argument) {
+    if (const auto* integer = std::get_if<std::int32_t>(&argument))
+        text += std::to_string(*integer);
+    else if (const auto* number = std::get_if<double>(&argument))
+        AppendJsonNumber(text, *number);
+    else if (const auto* name = std::get_if<Zelk::CString>(&argument))
+        AppendJsonString(text, View(*name));
+    else
+        text += "null";
+}
+
+void AppendCommand(std::string& text, const headless::CommandRecord& command) {
+    text += "{\"name\": ";
+    AppendJsonString(text, View(command.name));
+    text += ", \"args\": [";
+    for (std::size_t index = 0; index < command.arguments.size(); ++index) {
+        if (index > 0) text += ", ";
+        AppendArgument(text, command.arguments[index]);
+    }
+    text += "], \"status\": " + std::to_string(static_cast<std::uint32_t>(command.status)) + '}';
+}
+
+void AppendUserInput(std::string& text, const USERINPUT& input) {
+    const auto string = [&](const char* name, const Zelk::CString& value) {
+        text += std::string("\"") + name + "\": ";
+        AppendJsonString(text, View(value));
+        text += ", ";
+    };
+    const auto flag = [&](const char* name, bool value) {
+        text += std::string("\"") + name + "\": " + (value ? "true" : "false") + ", ";
+    };
+    text += '{';
+    string("strASFFile", input.strASFFile);
+    string("strAMCFile", input.strAMCFile);
+    string("strBVHFile", input.strBVHFile);
+    flag("bAddClip", input.bAddClip);
+    flag("bUseNulls", input.bUseNulls);
+    flag("bChainFromParentJoint", input.bChainFromParentJoint);
+    flag("bEffectorToLastBone", input.bEffectorToLastBone);
+    flag("bCreateGroup", input.bCreateGroup);
+    flag("bApplyLimits", input.bApplyLimits);
+    flag("bOverrideLength", input.bOverrideLength);
+    text += "\"dLengthMultiplier\": ";
+    AppendJsonNumber(text, input.dLengthMultiplier);
+    text += '}';
+}
+
+}  // namespace
+
+void WriteJsonRecord(OutputFile& out, const RunRecord& record) {
+    const auto result = static_cast<std::uint32_t>(record.result);
+    out.Write("{\n\"result\": " + std::to_string(result) + ",\n");
+    WriteLines(out, "log", record.session.Log(), AppendLogLine);
+    WriteLines(out, "bar", record.session.Bar(), AppendBarEvent);
+    WriteLines(out, "commands", record.session.Commands(), AppendCommand);
+    std::string userInput = "\"userInput\": ";
+    AppendUserInput(userInput, record.userInput);
+    out.Write(userInput + ",\n");
+    WriteJsonScene(out, record.session.GetScene());
+    out.Write("}\n");
+}
+
+}  // namespace app

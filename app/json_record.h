@@ -1,0 +1,22 @@
+// The record of a run: what the callback returned, what happened, and what stands in the scene.
+#pragma once
+
+#include <cstdint>
+
+#include "app/output_file.h"
+#include "headless/session.h"
+#include "plugin/user_input.h"
+
+namespace app {
+
+struct RunRecord {
+    std::int32_t result;  // the callback's
+    const headless::Session& session;
+    const USERINPUT& userInput;
+};
+
+// Streams the record, an object of the scene or an item of an action a line; needs memory for one
+// line only, however long the motion.
+void WriteJsonRecord(OutputFile& out, const RunRecord& record);
+
+}  // namespace app

@@ -1,0 +1,135 @@
+#include "app/output_file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "app/interrupt.h"
+
+namespace app {
+namespace {
+
+constexpr mode_t kAllPermissions = 07777;
+constexpr std::string_view kTemporaryStart = ".zkhost-";
+constexpr std::string_view kTemporaryEnd = ".tmp";
+// There are file systems that count no links.
+constexpr unsigned kHoldAttempts = 16;
+
+std::string FolderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
+}
+
+// What a chain of symbolic links ends at, the file itself existing or not.
+std::string FollowLinks(std::string path) {
+    // As many as the system itself would follow.
+    for (int links = 0; links < 40; ++links) {
+        char target[4096];
+        const ssize_t length = readlink(path.c_str(), target, sizeof(target));
+        if (length <= 0 || length == static_cast<ssize_t>(sizeof(target))) break;
+        const std::string next(target, static_cast<std::size_t>(length));
+        path = next.front() == '/' ? next : FolderOf(path) + next;
+    }
+    return path;
+}
+
+// Shows that the file is not abandoned. False where it was taken for that before, and removed.
+// (Where files cannot be locked, none is taken for abandoned.)
+bool HoldTemporary(int file) {
+    flock(file, LOCK_EX);
+    struct stat status {};
+    return fstat(file, &status) != 0 || status.st_nlink > 0;
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const std::string& path)
+    : path_(path), target_(FollowLinks(path)), buffer_(kBufferSize) {
+    struct stat existing {};
+    const bool exists = stat(target_.c_str(), &existing) == 0;
+    if (exists && !S_ISREG(existing.st_mode))
+        throw OutputError(fmt::format("cannot write {}: not a regular file", path_));
+    // Renaming would replace a write-protected file without asking.
+    if (exists && access(target_.c_str(), W_OK) != 0) Fail(errno);
+    OpenTemporary();
+    if (exists) fchmod(file_, existing.st_mode & kAllPermissions);
+}
+
+OutputFile::~OutputFile() {
+    if (file_ >= 0) close(file_);
+    if (!temporary_.empty()) unlink(temporary_.c_str());
+}
+
+void OutputFile::OpenTemporary() {
+    const std::string stem = fmt::format("{}{}{}-", FolderOf(target_), kTemporaryStart, getpid());
+    for (unsigned number = 0; file_ < 0; ++number) {
+        const std::string name = fmt::format("{}{}{}", stem, number, kTemporaryEnd);
+        file_ = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (file_ < 0 && errno != EEXIST) Fail(errno);
+        if (file_ >= 0 && !HoldTemporary(file_) && number < kHoldAttempts) {
+            close(file_);
+            file_ = -1;
+        }
+        if (file_ >= 0) temporary_ = name;
+    }
+}
+
+void OutputFile::WriteAcross(std::string_view bytes) {
+    Flush();
+    if (bytes.size() >= kBufferSize) {
+        WriteThrough(bytes);
+        return;
+    }
+    bytes.copy(buffer_.data(), bytes.size());
+    used_ = bytes.size();
+}
+
+void OutputFile::Flush() {
+    const std::size_t size = used_;
+    used_ = 0;
+    WriteThrough({buffer_.data(), size});
+}
+
+void OutputFile::WriteThrough(std::string_view bytes) {
+    while (!bytes.empty()) {
+        if (Interrupted()) throw OutputInterrupted();
+        const ssize_t written = write(file_, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) Fail(errno);
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+void OutputFile::Commit() {
+    Flush();
+    if (fsync(file_) != 0) Fail(errno);
+    if (Interrupted()) throw OutputInterrupted();
+    // Still open, and so still held. All that closing could report, fsync has.
+    if (std::rename(temporary_.c_str(), target_.c_str()) != 0) Fail(errno);
+    temporary_.clear();
+    close(file_);
+    file_ = -1;
+}
+
+void OutputFile::Fail(int error) const {
+    throw OutputError(fmt::format("cannot write {}: {}", path_, std::strerror(error)));
+}
+
+bool IsTemporaryName(std::string_view name) {
+    return name.starts_with(kTemporaryStart) && name.ends_with(kTemporaryEnd);
+}
+
+bool IsSameFile(const std::string& a, const std::string& b) {
+    struct stat first {};
+    struct stat second {};
+    return stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+}  // namespace app

@@ -1,0 +1,69 @@
+// A file that appears under its name when it is whole, or not at all.
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace app {
+
+// The output could not be written; says which and why.
+class OutputError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// The user asked to stop while an output was being written.
+class OutputInterrupted : public std::exception {
+  public:
+    const char* what() const noexcept override { return "interrupted"; }
+};
+
+// Writes to a temporary file in the folder of `path`, through a buffer; Commit flushes it to the
+// disk and gives it its name. Without Commit, or after any failure, the temporary file is removed
+// and what stood under the name stays. A symbolic link is followed; anything that is not a regular
+// file is refused. Failures are OutputError or OutputInterrupted.
+class OutputFile {
+  public:
+    explicit OutputFile(const std::string& path);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    void Write(std::string_view bytes) {
+        if (bytes.size() > kBufferSize - used_) {
+            WriteAcross(bytes);
+            return;
+        }
+        bytes.copy(buffer_.data() + used_, bytes.size());
+        used_ += bytes.size();
+    }
+    void Commit();
+
+    static constexpr std::size_t kBufferSize = std::size_t{1} << 20;
+
+  private:
+    void OpenTemporary();
+    void WriteAcross(std::string_view bytes);
+    void Flush();
+    void WriteThrough(std::string_view bytes);
+    [[noreturn]] void Fail(int error) const;
+
+    std::string path_;       // as the user gave it, for messages
+    std::string target_;     // what is replaced: behind symbolic links
+    std::string temporary_;  // empty once renamed
+    int file_ = -1;
+    std::vector<char> buffer_;
+    std::size_t used_ = 0;
+};
+
+// Whether a file of that name is an output that is being written, or was when its writer was
+// killed. Writers hold a lock on it (flock).
+bool IsTemporaryName(std::string_view name);
+
+// Whether the two paths lead to the same existing file, by whatever names.
+bool IsSameFile(const std::string& a, const std::string& b);
+
+}  // namespace app

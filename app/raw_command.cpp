@@ -1,0 +1,65 @@
+#include "app/raw_command.h"
+
+#include <fmt/format.h>
+
+#include "app/callback_run.h"
+#include "app/interrupt.h"
+#include "app/outcome.h"
+#include "app/outputs.h"
+#include "app/plugin_library.h"
+#include "app/print.h"
+#include "app/text.h"
+#include "app/variant_list.h"
+#include "headless/session.h"
+
+namespace app {
+namespace {
+
+VariantList Variants(const std::vector<RawArgument>& arguments) {
+    VariantList variants;
+    for (const RawArgument& argument : arguments) {
+        switch (argument.kind) {
+            case RawArgument::Kind::Text:
+                variants.AddText(DecodeUtf8(argument.text));
+                break;
+            case RawArgument::Kind::Boolean:
+                variants.AddBoolean(argument.boolean);
+                break;
+            case RawArgument::Kind::Word:
+                variants.AddWord(argument.word);
+                break;
+            case RawArgument::Kind::Real:
+                variants.AddReal(argument.real);
+                break;
+        }
+    }
+    return variants;
+}
+
+}  // namespace
+
+int RunCommand(const CommandRequest& request) {
+    const PluginLibrary plugin(request.plugin);
+    const VariantList arguments = Variants(request.arguments);
+    CallbackShow show;
+    show.progress = request.progress;
+    const CallbackResult result = RunCallback(plugin, DecodeUtf8(request.name), arguments, show);
+
+    const headless::Session& session = headless::Session::Current();
+    const Outcome outcome = JudgeImport(result.code, session.Log(), Interrupted());
+    OutputsResult written;
+    if (outcome.status != kCancelled && !request.jsonFile.empty())
+        WriteOutput(
+            request.jsonFile,
+            [&](OutputFile& file) {
+                WriteJsonRecord(file, {result.code, session, plugin.UserInput()});
+            },
+            written);
+    ReleaseInterrupts();
+    ToStdout()(fmt::format("0x{:08X}\n", static_cast<std::uint32_t>(result.code)));
+    if (outcome.status == kCancelled || written.interrupted) return kCancelled;
+    if (written.failed) return kOutputFailed;
+    return result.code == 0 ? 0 : 1;
+}
+
+}  // namespace app

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/arguments.h"
+
+namespace app {
+
+// Calls the plug-in's callback and prints what it returned. Returns the exit status; throws
+// PluginError where there is no plug-in to call.
+int RunCommand(const CommandRequest& request);
+
+}  // namespace app

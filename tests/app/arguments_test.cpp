@@ -1,0 +1,240 @@
+#include "app/arguments.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+
+#include "temporary_folder.h"
+
+namespace {
+
+using app::ImportRequest;
+using app::RawArgument;
+using testing::HasSubstr;
+
+app::Request Parse(const std::vector<std::string>& words) {
+    std::vector<const char*> arguments;
+    for (const std::string& word : words)
+        arguments.push_back(word.c_str());
+    return app::ParseArguments(arguments);
+}
+
+ImportRequest ParseImport(std::vector<std::string> words) {
+    words.insert(words.begin(), "import");
+    return std::get<ImportRequest>(Parse(words));
+}
+
+TEST(ImportArguments, HaveTheirDefaults) {
+    const ImportRequest request = ParseImport({"walk.bvh"});
+    EXPECT_EQ(request.format, app::SourceFormat::Biovision);
+    EXPECT_EQ(request.file, "walk.bvh");
+    EXPECT_TRUE(request.useNulls);
+    EXPECT_TRUE(request.chainFromParentJoint);
+    EXPECT_FALSE(request.effectorToLastBone);
+    EXPECT_TRUE(request.createGroup);
+    EXPECT_FALSE(request.addClip);
+    EXPECT_FALSE(request.applyLimits);
+    EXPECT_EQ(request.lengthMultiplier, std::nullopt);
+    EXPECT_EQ(request.scale, 1.0);
+    EXPECT_EQ(request.up, app::UpAxis::Y);
+    EXPECT_EQ(request.framesPerSecond, std::nullopt);
+    EXPECT_FALSE(request.tree || request.quiet || request.timing);
+    EXPECT_EQ(request.progress, app::Progress::Auto);
+    EXPECT_TRUE(request.outputs.empty() && request.plugin.empty());
+}
+
+TEST(ImportArguments, AreAllTaken) {
+    const ImportRequest request = ParseImport({"--bones",
+                                               "--no-chain-from-parent",
+                                               "--effector-to-last-bone",
+                                               "--no-group",
+                                               "--clip",
+                                               "--limits",
+                                               "--length",
+                                               "-2.5",
+                                               "-o",
+                                               "a.json",
+                                               "S.ASF",
+                                               "--output",
+                                               "b.JSON",
+                                               "m.Amc",
+                                               "--scale",
+                                               "0.01",
+                                               "--up",
+                                               "z",
+                                               "--fps",
+                                               "59.94",
+                                               "--tree",
+                                               "--quiet",
+                                               "--timing",
+                                               "--progress",
+                                               "off",
+                                               "--plugin",
+                                               "p.so"});
+    EXPECT_EQ(request.format, app::SourceFormat::Acclaim);
+    EXPECT_EQ(request.file, "S.ASF");
+    EXPECT_EQ(request.motionFile, "m.Amc");
+    EXPECT_FALSE(request.useNulls);
+    EXPECT_FALSE(request.chainFromParentJoint);
+    EXPECT_TRUE(request.effectorToLastBone);
+    EXPECT_FALSE(request.createGroup);
+    EXPECT_TRUE(request.addClip && request.applyLimits);
+    EXPECT_EQ(request.lengthMultiplier, -2.5);
+    ASSERT_EQ(request.outputs.size(), 2u);
+    EXPECT_EQ(request.outputs[0].path, "a.json");
+    EXPECT_EQ(request.outputs[1].path, "b.JSON");
+    EXPECT_EQ(request.scale, 0.01);
+    EXPECT_EQ(request.up, app::UpAxis::Z);
+    EXPECT_EQ(request.framesPerSecond, 59.94);
+    EXPECT_TRUE(request.tree && request.quiet && request.timing);
+    EXPECT_EQ(request.progress, app::Progress::Off);
+    EXPECT_EQ(request.plugin, "p.so");
+}
+
+TEST(ImportArguments, TheCmuPresetIsALengthAndARate) {
+    const ImportRequest request = ParseImport({"07.asf", "07_01.amc", "--preset", "cmu"});
+    EXPECT_EQ(request.lengthMultiplier, 0.056444);
+    EXPECT_EQ(request.framesPerSecond, 120.0);
+}
+
+TEST(ImportArguments, WhatIsSaidOverridesThePreset) {
+    const ImportRequest request =
+        ParseImport({"07.asf", "--length", "1", "--fps", "60", "--preset", "cmu"});
+    EXPECT_EQ(request.lengthMultiplier, 1.0);
+    EXPECT_EQ(request.framesPerSecond, 60.0);
+}
+
+TEST(ImportArguments, AFileMayBeginWithADash) {
+    EXPECT_EQ(ParseImport({"--", "-walk.bvh"}).file, "-walk.bvh");
+}
+
+struct WrongUsage {
+    const char* name;
+    std::vector<std::string> words;
+    const char* message;
+};
+
+std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {
+    return out << row.name;
+}
+
+class WrongArguments : public testing::TestWithParam<WrongUsage> {};
+
+TEST_P(WrongArguments, AreRefused) {
+    try {
+        Parse(GetParam().words);
+        FAIL() << "was accepted";
+    } catch (const app::UsageError& error) {
+        EXPECT_THAT(error.what(), HasSubstr(GetParam().message));
+    }
+}
+
+const WrongUsage kWrongUsages[] = {
+    {"Nothing", {}, "nothing to do"},
+    {"UnknownCommand", {"export", "walk.bvh"}, ""},
+    {"NoFile", {"import"}, "file is required"},
+    {"EmptyFile", {"import", ""}, "neither a .bvh nor an .asf file"},
+    {"OtherExtension", {"import", "walk.fbx"}, "walk.fbx: neither a .bvh nor an .asf file"},
+    {"ExtensionOfAFolder", {"import", "a.bvh/walk"}, "neither a .bvh nor an .asf file"},
+    {"MotionAlone", {"import", "07_01.amc"}, "needs its skeleton"},
+    {"MotionAfterBvh", {"import", "walk.bvh", "07_01.amc"}, "imported alone"},
+    {"MotionOfAnotherKind", {"import", "07.asf", "07_01.txt"}, "not an .amc file"},
+    {"ThirdFile", {"import", "07.asf", "07_01.amc", "07_02.amc"}, "07_02.amc"},
+    {"UnknownOption", {"import", "walk.bvh", "--fast"}, "--fast"},
+    {"NullsAndBones", {"import", "walk.bvh", "--nulls", "--bones"}, "excludes"},
+    {"LimitsOfBvh", {"import", "walk.bvh", "--limits"}, "are for Acclaim files"},
+    {"LengthOfBvh", {"import", "walk.bvh", "--length", "2"}, "are for Acclaim files"},
+    {"PresetOfBvh", {"import", "walk.bvh", "--preset", "cmu"}, "are for Acclaim files"},
+    {"LengthWord", {"import", "07.asf", "--length", "2m"}, "--length 2m: not a number"},
+    {"LengthEmpty", {"import", "07.asf", "--length", ""}, "not a number"},
+    {"LengthNan", {"import", "07.asf", "--length", "nan"}, "not a number"},
+    {"UnknownPreset", {"import", "07.asf", "--preset", "sfu"}, "--preset sfu: expected cmu"},
+    {"ScaleZero", {"import", "walk.bvh", "--scale", "0"}, "not above zero"},
+    {"FpsNegative", {"import", "walk.bvh", "--fps", "-30"}, "not above zero"},
+    {"UpAxis", {"import", "walk.bvh", "--up", "x"}, "--up x: expected y or z"},
+    {"Progress", {"import", "walk.bvh", "--progress", "yes"}, "expected auto or on or off"},
+    {"OutputWithoutExtension", {"import", "walk.bvh", "-o", "walk"}, "walk: no such output"},
+    {"OutputExtension", {"import", "walk.bvh", "-o", "walk.xyz"}, "no such output"},
+    {"OutputMissing", {"import", "walk.bvh", "-o"}, "-o"},
+    {"OutputTwice", {"import", "walk.bvh", "-o", "a.json", "-o", "./a.json"}, "output twice"},
+    {"NoName", {"command"}, "name is required"},
+    {"ArgumentWithoutKind", {"command", "X", "walk.bvh"}, "begins with str:"},
+    {"ArgumentOfAnotherKind", {"command", "X", "int:1"}, "begins with str:"},
+    {"CommandProgress", {"command", "X", "--progress", "maybe"}, "expected auto or on or off"},
+};
+INSTANTIATE_TEST_SUITE_P(, WrongArguments, testing::ValuesIn(kWrongUsages),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(ImportArguments, AnInputIsNotOverwritten) {
+    const TemporaryFolder folder;
+    folder.Put("walk.bvh", "text");
+    std::filesystem::create_hard_link(folder.Path("walk.bvh"), folder.Path("linked.json"));
+    std::filesystem::create_symlink("walk.bvh", folder.Path("symbolic.json"));
+    for (const char* output : {"linked.json", "symbolic.json"})
+        EXPECT_THROW(ParseImport({folder.Path("walk.bvh"), "-o", folder.Path(output)}),
+                     app::UsageError)
+            << output;
+    EXPECT_THROW(Parse({"command", "X", "str:" + folder.Path("walk.bvh"), "--json",
+                        folder.Path("walk.bvh")}),
+                 app::UsageError);
+}
+
+TEST(CommandArguments, AreTakenInOrder) {
+    const auto request =
+        std::get<app::CommandRequest>(Parse({"command", "import", "str:-o", "--json", "r.json",
+                                             "bool:true", "word:1", "real:2", "--progress", "on"}));
+    EXPECT_EQ(request.name, "import");
+    ASSERT_EQ(request.arguments.size(), 4u);
+    EXPECT_EQ(request.arguments[0].text, "-o");
+    EXPECT_TRUE(request.arguments[1].boolean);
+    EXPECT_EQ(request.arguments[2].word, 1);
+    EXPECT_EQ(request.arguments[3].real, 2.0);
+    EXPECT_EQ(request.jsonFile, "r.json");
+    EXPECT_EQ(request.progress, app::Progress::On);
+}
+
+TEST(RawArguments, HoldTexts) {
+    for (const std::string text : {"", "walk.bvh", "a:b", "str:", " "}) {
+        const RawArgument argument = app::ParseRawArgument("str:" + text);
+        EXPECT_EQ(argument.kind, RawArgument::Kind::Text);
+        EXPECT_EQ(argument.text, text);
+    }
+}
+
+TEST(RawArguments, HoldBooleans) {
+    EXPECT_TRUE(app::ParseRawArgument("bool:true").boolean);
+    EXPECT_FALSE(app::ParseRawArgument("bool:false").boolean);
+    EXPECT_EQ(app::ParseRawArgument("bool:false").kind, RawArgument::Kind::Boolean);
+}
+
+TEST(RawArguments, HoldWords) {
+    const std::pair<const char*, int> rows[] = {
+        {"0", 0}, {"1", 1}, {"65535", 65535}, {"0xFFFF", 65535}, {"0X1f", 31}};
+    for (const auto& [text, word] : rows) {
+        const RawArgument argument = app::ParseRawArgument(std::string("word:") + text);
+        EXPECT_EQ(argument.kind, RawArgument::Kind::Word);
+        EXPECT_EQ(argument.word, word) << text;
+    }
+}
+
+TEST(RawArguments, HoldNumbers) {
+    const std::pair<const char*, double> rows[] = {
+        {"1", 1.0}, {"+1.5", 1.5}, {"-0", -0.0}, {"1e-3", 1e-3}, {"-inf", -HUGE_VAL}};
+    for (const auto& [text, number] : rows) {
+        const RawArgument argument = app::ParseRawArgument(std::string("real:") + text);
+        EXPECT_EQ(argument.kind, RawArgument::Kind::Real);
+        EXPECT_EQ(argument.real, number) << text;
+        EXPECT_EQ(std::signbit(argument.real), std::signbit(number)) << text;
+    }
+    EXPECT_TRUE(std::isnan(app::ParseRawArgument("real:nan").real));
+}
+
+TEST(RawArguments, AreRefusedWhole) {
+    for (const char* text :
+         {"",         "str",          "walk.bvh",   ":",        "text:a",  "STR:a",
+          "bool:",    "bool:1",       "bool:TRUE",  "word:",    "word:-1", "word:65536",
+          "word:0x",  "word:0x10000", "word:1 ",    "word:1.0", "real:",   "real:a",
+          "real:1,5", "real:1 ",      "real:1e999", "real:+-1"})
+        EXPECT_THROW(app::ParseRawArgument(text), app::UsageError) << text;
+}
+
+}  // namespace

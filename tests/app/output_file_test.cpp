@@ -1,0 +1,123 @@
+#include "app/output_file.h"
+
+#include <csignal>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include "temporary_folder.h"
+
+namespace {
+
+using app::OutputFile;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+std::string MessageOf(const std::string& path) {
+    try {
+        OutputFile file(path);
+        file.Commit();
+    } catch (const app::OutputError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST(OutputFile, AppearsWhenItIsWhole) {
+    const TemporaryFolder folder;
+    OutputFile file(folder.Path("a.json"));
+    file.Write("one ");
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("a.json")));
+    file.Write("two");
+    file.Commit();
+    EXPECT_EQ(folder.Get("a.json"), "one two");
+    EXPECT_THAT(folder.Names(), ElementsAre("a.json"));
+}
+
+TEST(OutputFile, LeavesNothingWithoutCommit) {
+    const TemporaryFolder folder;
+    { OutputFile(folder.Path("a.json")).Write("text"); }
+    EXPECT_THAT(folder.Names(), IsEmpty());
+}
+
+TEST(OutputFile, LeavesTheOldFileWithoutCommit) {
+    const TemporaryFolder folder;
+    folder.Put("a.json", "old");
+    { OutputFile(folder.Path("a.json")).Write("new"); }
+    EXPECT_EQ(folder.Get("a.json"), "old");
+    EXPECT_THAT(folder.Names(), ElementsAre("a.json"));
+}
+
+TEST(OutputFile, KeepsItsBytesAcrossTheBuffer) {
+    const TemporaryFolder folder;
+    std::string expected;
+    OutputFile file(folder.Path("a.json"));
+    for (const std::size_t size :
+         {std::size_t{1}, OutputFile::kBufferSize - 1, std::size_t{1}, OutputFile::kBufferSize,
+          3 * OutputFile::kBufferSize + 7, std::size_t{0}, std::size_t{5}}) {
+        std::string piece(size, ' ');
+        for (std::size_t index = 0; index < size; ++index)
+            piece[index] = static_cast<char>((expected.size() + index) * 31 % 251);
+        file.Write(piece);
+        expected += piece;
+    }
+    file.Commit();
+    EXPECT_TRUE(folder.Get("a.json") == expected);
+}
+
+TEST(OutputFile, KeepsThePermissionsOfWhatItReplaces) {
+    const TemporaryFolder folder;
+    folder.Put("a.json", "old");
+    std::filesystem::permissions(folder.Path("a.json"), std::filesystem::perms(0640));
+    OutputFile file(folder.Path("a.json"));
+    file.Commit();
+    EXPECT_EQ(std::filesystem::status(folder.Path("a.json")).permissions(),
+              std::filesystem::perms(0640));
+}
+
+TEST(OutputFile, FollowsASymbolicLink) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.Path("real"));
+    std::filesystem::create_symlink("real/b.json", folder.Path("a.json"));
+    OutputFile file(folder.Path("a.json"));
+    file.Write("text");
+    file.Commit();
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("a.json")));
+    EXPECT_EQ(folder.Get("real/b.json"), "text");
+}
+
+TEST(OutputFile, SaysWhyItCannotBeWritten) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.Path("folder.json"));
+    std::filesystem::create_symlink("/dev/full", folder.Path("full.json"));
+    folder.Put("file", "");
+    EXPECT_THAT(MessageOf(folder.Path("none/a.json")), HasSubstr("No such file or directory"));
+    EXPECT_THAT(MessageOf(folder.Path("file/a.json")), HasSubstr("Not a directory"));
+    EXPECT_THAT(MessageOf(folder.Path("folder.json")), HasSubstr("not a regular file"));
+    EXPECT_THAT(MessageOf(folder.Path("full.json")), HasSubstr("not a regular file"));
+    EXPECT_THAT(folder.Names(), ElementsAre("file", "folder.json", "full.json"));
+}
+
+TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull) {
+    const TemporaryFolder folder;
+    folder.Put("a.json", "old");
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    rlimit small = limit;
+    small.rlim_cur = 4096;
+    setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_THROW(
+        {
+            OutputFile file(folder.Path("a.json"));
+            file.Write(std::string(8192, 'x'));
+            file.Commit();
+        },
+        app::OutputError);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_EQ(folder.Get("a.json"), "old");
+    EXPECT_THAT(folder.Names(), ElementsAre("a.json"));
+}
+
+}  // namespace

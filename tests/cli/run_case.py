@@ -1,0 +1,206 @@
+#!/usr/bin/env python3
+"""Runs one case of the command line in a folder of its own.
+
+A case is a text file of lines "KEY: VALUE"; "#" begins a comment line.
+
+  copy: NAME [AS]     puts a file of data/ into the folder
+  shell: COMMAND      prepares the folder
+  run: ARGUMENTS      runs zkhost; what follows is about this run, until the next one
+                      (${PLUGIN} is the plug-in, ${BYTE:E9} a byte)
+  env: NAME=VALUE     for the run (NAME= alone takes the variable away)
+  terminal: COLUMNS   stdout and stderr are a terminal of that width ("tty" below)
+  interrupt: REGEX    presses Ctrl-C once the terminal shows this
+  signal: REGEX       sends SIGINT once stderr shows this
+  stdout: PATH        stdout goes there; "closed": it is no open file
+  exit: STATUS        the exit status; 0 unless said
+  out: REGEX          a line of stdout matches (also err:, tty:); "out!:" none does
+  out=: TEXT          stdout is this (\\n and \\t understood; also err=:)
+  json: FILE EXPR     an expression over r, the record in FILE, is true
+  files: NAMES        what the folder holds then, all of it
+"""
+
+import argparse
+import fcntl
+import json
+import os
+import pathlib
+import pty
+import re
+import shlex
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import termios
+
+HERE = pathlib.Path(__file__).resolve().parent
+RUN_KEYS = {"env", "terminal", "interrupt", "signal", "stdout", "exit", "out", "out!", "out=", "err", "err!",
+            "err=", "tty", "tty!", "json", "files"}
+LIMIT = 120
+
+
+class Failure(Exception):
+    pass
+
+
+def parse(path):
+    """Steps in order: (key, value), a run as ("run", arguments, [(key, value)])."""
+    steps = []
+    for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        if not line.strip() or line.startswith("#"):
+            continue
+        key, colon, value = line.partition(":")
+        value = value.strip()
+        if key in ("copy", "shell"):
+            steps.append((key, value))
+        elif key == "run":
+            steps.append((key, value, []))
+        elif key in RUN_KEYS and steps and steps[-1][0] == "run":
+            steps[-1][2].append((key, value))
+        else:
+            raise Failure(f"{path}:{number}: cannot read {line!r}")
+        if not colon:
+            raise Failure(f"{path}:{number}: no colon in {line!r}")
+    return steps
+
+
+def environment(details):
+    variables = dict(os.environ, LC_ALL="", LANG="", TERM="xterm")
+    for key, value in details:
+        if key == "env":
+            name, _, text = value.partition("=")
+            if text:
+                variables[name] = text
+            else:
+                variables.pop(name, None)
+    return variables
+
+
+def run_plain(command, folder, variables, interrupt, stdout):
+    to_file = stdout and stdout != "closed"
+    target = open(stdout, "wb") if to_file else subprocess.PIPE
+    close = (lambda: os.close(1)) if stdout == "closed" else None
+    process = subprocess.Popen(command, cwd=folder, env=variables, stdin=subprocess.DEVNULL,
+                               stdout=target, stderr=subprocess.PIPE, preexec_fn=close, bufsize=0)
+    shown = b""
+    while interrupt:
+        piece = process.stderr.read(65536)
+        shown += piece
+        if re.search(interrupt.encode(), shown):
+            process.send_signal(signal.SIGINT)
+            interrupt = None
+        elif not piece:
+            break
+    out, err = process.communicate(timeout=LIMIT)
+    if to_file:
+        target.close()
+    return process.returncode, {"out": out or b"", "err": shown + err}
+
+
+def run_terminal(command, folder, variables, columns, interrupt):
+    control, terminal = pty.openpty()
+    fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 40, columns, 0, 0))
+
+    def take_terminal():
+        os.setsid()
+        fcntl.ioctl(0, termios.TIOCSCTTY, 0)
+
+    process = subprocess.Popen(command, cwd=folder, env=variables, stdin=terminal, stdout=terminal,
+                               stderr=terminal, preexec_fn=take_terminal)
+    os.close(terminal)
+    shown = b""
+    while True:
+        try:
+            piece = os.read(control, 65536)
+        except OSError:
+            piece = b""
+        if not piece:
+            break
+        shown += piece
+        if interrupt and re.search(interrupt.encode(), shown):
+            os.write(control, b"\x03")
+            interrupt = None
+    status = process.wait(timeout=LIMIT)
+    os.close(control)
+    return status, {"tty": shown.replace(b"\r\n", b"\n")}
+
+
+def check(details, status, streams, folder):
+    problems = []
+    expected = [int(value) for key, value in details if key == "exit"] or [0]
+    if status != expected[0]:
+        problems.append(f"exit status {status}, expected {expected[0]}")
+    for key, value in details:
+        stream, mark = key.rstrip("!="), key[-1]
+        if stream in ("out", "err", "tty"):
+            if stream not in streams:
+                raise Failure(f"{key}: the run has no such stream")
+            text = streams[stream].decode("utf-8", "backslashreplace")
+            if mark == "=":
+                wanted = value.replace("\\n", "\n").replace("\\t", "\t")
+                if text != wanted:
+                    problems.append(f"{stream} is not {wanted!r}")
+            elif bool(re.search(value, text, re.MULTILINE)) == (mark == "!"):
+                problems.append(f"{stream} {'matches' if mark == '!' else 'lacks'} {value!r}")
+        elif key == "json":
+            name, _, expression = value.partition(" ")
+            record = json.loads((folder / name).read_text(encoding="utf-8"))
+            if not eval(expression, {"r": record}):
+                problems.append(f"{name}: not true: {expression}")
+        elif key == "files":
+            names = sorted(path.name for path in folder.iterdir())
+            if names != sorted(value.split()):
+                problems.append(f"the folder holds {names}")
+    return problems
+
+
+def run_step(step, folder, options):
+    details = step[2]
+    values = dict(details)
+    line = step[1].replace("${PLUGIN}", options.plugin)
+    line = re.sub(r"\$\{BYTE:(..)\}", lambda byte: os.fsdecode(bytes.fromhex(byte[1])), line)
+    command = [options.zkhost, *shlex.split(line)]
+    variables = environment(details)
+    if "terminal" in values:
+        status, streams = run_terminal(command, folder, variables, int(values["terminal"]),
+                                       values.get("interrupt"))
+    else:
+        status, streams = run_plain(command, folder, variables, values.get("signal"),
+                                    values.get("stdout"))
+    problems = check(details, status, streams, folder)
+    if problems:
+        for name, text in streams.items():
+            problems.append(f"--- {name}\n{text[-4000:].decode('utf-8', 'backslashreplace')}")
+        raise Failure(f"zkhost {line}\n" + "\n".join(problems))
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("case", type=pathlib.Path)
+    parser.add_argument("--zkhost", required=True)
+    parser.add_argument("--plugin", required=True)
+    options = parser.parse_args()
+    try:
+        steps = parse(options.case)
+        if not any(step[0] == "run" for step in steps):
+            raise Failure(f"{options.case}: runs nothing")
+        with tempfile.TemporaryDirectory() as name:
+            folder = pathlib.Path(name)
+            for step in steps:
+                if step[0] == "copy":
+                    names = step[1].split()
+                    (folder / names[-1]).write_bytes((HERE / "data" / names[0]).read_bytes())
+                elif step[0] == "shell":
+                    subprocess.run(step[1], shell=True, cwd=folder, check=True,
+                                   env=dict(os.environ, DATA=str(HERE / "data")))
+                else:
+                    run_step(step, folder, options)
+    except Failure as failure:
+        print(failure)
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
