@@ -1,0 +1,89 @@
+"""check_tables.py FOLDER: numpy and the csv module read every table, and find every joint where the
+host puts it."""
+
+import csv
+import glob
+import json
+import sys
+
+import numpy
+
+BOUND = 1e-6  # of the skeleton's height; tables hold more digits than glTF
+
+
+def expected_rows(models):
+    """Row number -> positions of all models, of those rows that every model tells of."""
+    tables = [{moment["row"]: moment["positions"] for moment in model["moments"]} for model in models]
+    longest = max(model["frames"] for model in models)
+    for table, model in zip(tables, models):
+        for row in range(model["frames"], longest):  # a shorter motion stays where it ended
+            table[row] = table[model["frames"] - 1]
+    shared = set.intersection(*(set(table) for table in tables))
+    return {row: numpy.array(sum((table[row] for table in tables), [])) for row in shared}, longest
+
+
+def rotated(quaternions, vectors):
+    """The vectors turned by unit quaternions with w last."""
+    axis, w = quaternions[..., :3], quaternions[..., 3:]
+    twice = 2.0 * numpy.cross(axis, vectors)
+    return vectors + w * twice + numpy.cross(axis, twice)
+
+
+def check_npz(path, models, height):
+    with numpy.load(path) as data:
+        positions, quaternions = data["positions"], data["quaternions"]
+        offsets, parents, names, fps = data["offsets"], data["parents"], data["names"], data["fps"]
+    rows, longest = expected_rows(models)
+    joints = [name for model in models for name in model["joints"]]
+    frames = longest if models[0]["secondsPerFrame"] > 0 else 1
+    assert positions.dtype == quaternions.dtype == offsets.dtype == fps.dtype == numpy.float64
+    assert positions.shape == (frames, len(joints), 3)
+    assert quaternions.shape == (frames, len(joints), 4)
+    assert offsets.shape == (len(joints), 3) and parents.shape == (len(joints),)
+    assert [str(name).split(".", 1)[-1] if len(models) > 1 else str(name) for name in names] == joints
+    seconds = models[0]["secondsPerFrame"]
+    assert abs(fps * seconds - 1.0) < 1e-9 if seconds > 0 else fps == 0
+    worst = max(numpy.abs(positions[row] - places).max() for row, places in rows.items())
+    # Parents come first, and where no joint moves in its parent the offset leads from one to the other.
+    assert all(-1 <= parent < joint for joint, parent in enumerate(parents))
+    assert numpy.allclose(numpy.linalg.norm(quaternions, axis=2), 1.0, atol=1e-12)
+    assert ((quaternions[1:] * quaternions[:-1]).sum(axis=2) >= 0).all()
+    if "walk" in path:
+        children = numpy.flatnonzero(parents >= 0)
+        above = parents[children]
+        predicted = positions[:, above] + rotated(quaternions[:, above], offsets[children])
+        worst = max(worst, numpy.abs(positions[:, children] - predicted).max())
+    return worst / height
+
+
+def check_csv(path, models, height):
+    with open(path, newline="", encoding="utf-8") as file:
+        header, *lines = list(csv.reader(file))
+    rows, longest = expected_rows(models)
+    joints = [name for model in models for name in model["joints"]]
+    assert header[:2] == ["frame", "seconds"] and len(header) == 2 + 6 * len(joints)
+    assert all(header[2 + 6 * joint].endswith(name + ".px") for joint, name in enumerate(joints))
+    table = numpy.array(lines, dtype=float)
+    assert len(table) == (longest if models[0]["secondsPerFrame"] > 0 else 1)
+    times = {moment["row"]: moment["time"] for moment in models[0]["moments"]}
+    assert all(abs(table[row, 1] - time) < 1e-8 for row, time in times.items())
+    positions = table[:, 2:].reshape(len(table), len(joints), 6)[:, :, :3]
+    return max(numpy.abs(positions[row] - places).max() for row, places in rows.items()) / height
+
+
+def main():
+    failed = False
+    samples = sorted(glob.glob(sys.argv[1] + "/*.json"))
+    for sample in samples:
+        with open(sample, encoding="utf-8") as file:
+            models = json.load(file)
+        height = min(model["height"] for model in models)
+        for extension, check in ((".npz", check_npz), (".csv", check_csv)):
+            path = sample[: -len(".json")] + extension
+            worst = check(path, models, height)
+            print(f"{path.rsplit('/', 1)[-1]}: {worst:.2e} of the height")
+            failed |= not worst <= BOUND
+    return 1 if failed or not samples else 0
+
+
+sys.exit(main())

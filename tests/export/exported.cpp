@@ -1,0 +1,187 @@
+#include "tests/export/exported.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <unordered_map>
+
+#include "acclaim/acclaim_import.h"
+#include "app/export/bvh.h"
+#include "app/export/csv.h"
+#include "app/export/gltf.h"
+#include "app/export/npz.h"
+#include "app/export/skeleton_poses.h"
+#include "app/text.h"
+#include "bvh/biovision_import.h"
+#include "headless/evaluation.h"
+#include "headless/session.h"
+#include "tests/support/bvh_walk.h"
+#include "tests/support/temp_dir.h"
+
+namespace exported {
+namespace {
+
+using headless::Object;
+using headless::Transform;
+
+Zelk::CString HostText(const std::string& text) {
+    return Zelk::CString(app::DecodeUtf8(text).c_str());
+}
+
+double BoxSize(const std::vector<Vec3>& places) {
+    Vec3 least{INFINITY, INFINITY, INFINITY};
+    Vec3 most{-INFINITY, -INFINITY, -INFINITY};
+    for (const Vec3& place : places) {
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            least[axis] = std::min(least[axis], place[axis]);
+            most[axis] = std::max(most[axis], place[axis]);
+        }
+    }
+    return places.empty() ? 0.0
+                          : std::hypot(most[0] - least[0], most[1] - least[1], most[2] - least[2]);
+}
+
+std::vector<double> FramesOf(const headless::ActionSource& motion) {
+    for (const headless::ActionItem& item : motion.items)
+        if (item.IsCurve() && item.curve->keys.Count() > 0) return *item.curve->keys.times;
+    return {};
+}
+
+}  // namespace
+
+bool Import(const std::vector<std::string>& files, const Road& road) {
+    headless::Session::Current().Reset();
+    const std::string name = std::filesystem::path(files.front()).stem().string();
+    if (files.front().ends_with(".bvh")) {
+        CBiovisionImport importer;
+        importer.SetOptions(road.nulls, true, road.effectorToLastBone, true);
+        return importer.ImportBVH(HostText(files.front()), HostText(name)).Succeeded();
+    }
+    CAcclaimImport importer;
+    importer.SetOptions(road.nulls, true, road.effectorToLastBone, true);
+    if (road.lengthMultiplier != 0.0)
+        importer.OverrideLengthMultiplier(true, road.lengthMultiplier);
+    return importer.ImportSkeleton(HostText(files.front()), HostText(name)).Succeeded() &&
+           (files.size() == 1 ||
+            importer.ImportMotion(HostText(files[1]), HostText(name + "_Motion")).Succeeded());
+}
+
+bool ImportText(const std::string& bvh, const Road& road) {
+    const support::TempDir folder;
+    return Import({folder.Write("take.bvh", bvh)}, road);
+}
+
+const headless::Scene& CurrentScene() {
+    return headless::Session::Current().GetScene();
+}
+
+const headless::ActionSource* MotionOf(const Object& model) {
+    const auto& actions = model.modelData->actions;
+    return actions.size() > 1 ? actions.back().get() : nullptr;
+}
+
+double Take::Distance(const Take& other, std::size_t frame, std::size_t skipped) const {
+    double most = 0.0;
+    for (std::size_t joint = 0; joint < names.size(); ++joint) {
+        const Vec3& here = positions[frame][joint];
+        const Vec3& there = other.positions[frame][joint + skipped];
+        const double distance =
+            std::hypot(here[0] - there[0], here[1] - there[1], here[2] - there[2]);
+        if (!(distance <= most)) most = distance;
+    }
+    return most;
+}
+
+Take Record(const Object& model) {
+    const headless::ActionSource* motion = MotionOf(model);
+    const headless::MotionEvaluator evaluator(CurrentScene(), model, motion);
+    std::unordered_map<const Object*, std::size_t> places;
+    for (std::size_t place = 0; place < evaluator.Objects().size(); ++place)
+        places[evaluator.Objects()[place]] = place;
+
+    const app::SkeletonPoses order(CurrentScene(), model, nullptr, 1.0);
+    Take take;
+    std::vector<std::size_t> kept;
+    for (const app::Joint& joint : order.Joints()) {
+        take.names.push_back(app::EncodeUtf8(joint.object->name));
+        kept.push_back(places.at(joint.object));
+    }
+    if (motion) {
+        take.frames = FramesOf(*motion);
+        take.secondsPerFrame = headless::SecondsPerFrame(*motion);
+    }
+    std::vector<Transform> globals(evaluator.Objects().size());
+    const std::vector<double> frames = take.frames.empty() ? std::vector<double>{1.0} : take.frames;
+    for (const double frame : frames) {
+        evaluator.Evaluate(frame, globals);
+        auto& row = take.positions.emplace_back();
+        for (const std::size_t place : kept) {
+            const double* origin = globals[place].origin;
+            row.push_back({origin[0], origin[1], origin[2]});
+        }
+    }
+    take.size = BoxSize(take.positions.front());
+    return take;
+}
+
+std::vector<Take> RecordAll() {
+    std::vector<Take> takes;
+    for (const Object* model : CurrentScene().Models())
+        takes.push_back(Record(*model));
+    return takes;
+}
+
+app::ExportNotes ExportTo(const std::string& path, const app::ExportOptions& options) {
+    const std::filesystem::path parts = path;
+    const std::string extension = parts.extension().string();
+    app::OutputFile file(path);
+    app::ExportNotes notes;
+    if (extension == ".glb") notes = app::WriteGlb(file, CurrentScene(), options);
+    if (extension == ".bvh") notes = app::WriteBvh(file, CurrentScene(), options);
+    if (extension == ".csv") notes = app::WriteCsv(file, CurrentScene(), options);
+    if (extension == ".npz") notes = app::WriteNpz(file, CurrentScene(), options);
+    if (extension == ".gltf") {
+        const std::string binaryName = parts.stem().string() + ".bin";
+        app::OutputFile binary((parts.parent_path() / binaryName).string());
+        notes = app::WriteGltf(file, binary, binaryName, CurrentScene(), options);
+        binary.Commit();
+    }
+    file.Commit();
+    return notes;
+}
+
+std::string Export(const std::string& extension, const app::ExportOptions& options,
+                   app::ExportNotes* notes) {
+    const support::TempDir folder;
+    const std::string path = (folder.Path() / ("export" + extension)).string();
+    const app::ExportNotes said = ExportTo(path, options);
+    if (notes) *notes = said;
+    return support::ReadText(path);
+}
+
+std::vector<std::vector<std::string>> RealCaptures() {
+    std::vector<std::vector<std::string>> captures;
+    const std::filesystem::path folder = ZKMOCAP_DATA_DIR;
+    const auto acclaim = [&](const char* skeleton, const char* motion) {
+        captures.push_back(
+            {(folder / "acclaim" / skeleton).string(), (folder / "acclaim" / motion).string()});
+    };
+    if (!std::filesystem::exists(folder / "bvh")) return captures;
+    for (const auto& entry : std::filesystem::directory_iterator(folder / "bvh"))
+        captures.push_back({entry.path().string()});
+    std::sort(captures.begin(), captures.end());
+    acclaim("08.asf", "08_04.amc");
+    acclaim("11.asf", "11_01.amc");
+    acclaim("14.asf", "14.amc");
+    acclaim("135-martialArts.asf", "135_06-martialArts.amc");
+    acclaim("08.asf", "zeros.amc");
+    return captures;
+}
+
+std::vector<std::vector<std::string>> Samples() {
+    const std::filesystem::path folder = ZKMOCAP_EXAMPLES_DIR;
+    return {{(folder / "walk.bvh").string()},
+            {(folder / "walk.asf").string(), (folder / "walk.amc").string()}};
+}
+
+}  // namespace exported

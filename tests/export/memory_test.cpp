@@ -1,0 +1,113 @@
+// Exporting takes no more memory than three times the motion's own keys, those included.
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <new>
+#include <unordered_set>
+
+#include "app/output_file.h"
+#include "tests/export/exported.h"
+#include "tests/support/temp_dir.h"
+
+namespace {
+
+std::atomic<std::size_t> live = 0;
+std::atomic<std::size_t> peak = 0;
+
+void* Take(std::size_t size) {
+    void* memory = std::malloc(size);
+    if (!memory) throw std::bad_alloc();
+    live += malloc_usable_size(memory);
+    std::size_t most = peak;
+    while (most < live && !peak.compare_exchange_weak(most, live)) {
+    }
+    return memory;
+}
+
+void GiveBack(void* memory) noexcept {
+    if (!memory) return;
+    live -= malloc_usable_size(memory);
+    std::free(memory);
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    return Take(size);
+}
+void* operator new[](std::size_t size) {
+    return Take(size);
+}
+void operator delete(void* memory) noexcept {
+    GiveBack(memory);
+}
+void operator delete[](void* memory) noexcept {
+    GiveBack(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    GiveBack(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+    GiveBack(memory);
+}
+
+namespace {
+
+constexpr int kFrames = 20'000;
+constexpr int kJoints = 24;
+// The buffers of the outputs, of which a .gltf has two, and what does not grow with the motion.
+constexpr std::size_t kFixed = 4 * app::OutputFile::kBufferSize;
+
+// A chain whose joints turn about one axis each: the fewest keys for the most to write.
+std::string Hinges(const char* channels) {
+    std::string text = "HIERARCHY\nROOT J0\n{\nOFFSET 0 0 0\nCHANNELS " + std::string(channels);
+    for (int joint = 1; joint < kJoints; ++joint)
+        text += "\nJOINT J" + std::to_string(joint) + "\n{\nOFFSET 0 1 0\nCHANNELS " + channels;
+    text += "\nEnd Site\n{\nOFFSET 0 1 0\n}";
+    for (int joint = 0; joint < kJoints; ++joint)
+        text += "\n}";
+    text += "\nMOTION\nFrames: " + std::to_string(kFrames) + "\nFrame Time: 0.01\n";
+    for (int frame = 0; frame < kFrames; ++frame) {
+        for (int value = 0; value < kJoints * (channels[0] - '0'); ++value)
+            text += std::to_string((frame + 7 * value) % 90) + ' ';
+        text.back() = '\n';
+    }
+    return text;
+}
+
+std::size_t KeyBytes() {
+    std::unordered_set<const std::vector<double>*> seen;
+    std::size_t bytes = 0;
+    const auto add = [&](const std::vector<double>* keys) {
+        if (seen.insert(keys).second) bytes += keys->size() * sizeof(double);
+    };
+    for (const headless::Object* model : exported::CurrentScene().Models()) {
+        for (const headless::ActionItem& item : exported::MotionOf(*model)->items) {
+            if (!item.IsCurve()) continue;
+            add(item.curve->keys.times.get());
+            add(item.curve->keys.values.get());
+        }
+    }
+    return bytes;
+}
+
+TEST(ExportMemory, StaysWithinThreeTimesTheKeys) {
+    for (const char* channels : {"1 Xrotation", "3 Zrotation Xrotation Yrotation"}) {
+        for (const bool nulls : {true, false}) {
+            ASSERT_TRUE(exported::ImportText(Hinges(channels), {.nulls = nulls}));
+            const std::size_t keys = KeyBytes();
+            for (const char* path : {".glb", ".gltf", ".bvh", ".csv", ".npz"}) {
+                const support::TempDir folder;
+                const std::string file = (folder.Path() / ("out" + std::string(path))).string();
+                const std::size_t before = live;
+                peak = before;
+                exported::ExportTo(file);
+                EXPECT_LE(keys + (peak - before), 3 * keys + kFixed) << path << ' ' << channels;
+            }
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,84 @@
+// What no file can hold is refused in one line, and nothing is written.
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "headless/session.h"
+#include "tests/export/exported.h"
+#include "tests/support/temp_dir.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* kExtensions[] = {".glb", ".gltf", ".bvh", ".csv", ".npz"};
+
+std::string Take(const char* offset, const char* frameTime, const char* value) {
+    return std::string("HIERARCHY\nROOT Hips\n{\nOFFSET ") + offset +
+           " 2 3\nCHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n"
+           "End Site\n{\nOFFSET 0 1 0\n}\n}\nMOTION\nFrames: 2\nFrame Time: " +
+           frameTime + "\n0 0 0 0 0 0\n" + value + " 0 0 0 0 0\n";
+}
+
+struct Row {
+    const char* name;
+    std::string bvh;
+    app::ExportOptions options;
+    const char* message;
+    std::vector<std::string> extensions = {std::begin(kExtensions), std::end(kExtensions)};
+};
+
+// Keeps the row's bytes out of the test's name.
+std::ostream& operator<<(std::ostream& out, const Row& row) {
+    return out << row.name;
+}
+
+const Row kRows[] = {
+    {"NanKey",
+     Take("1", "0.1", "nan"),
+     {},
+     "take.Hips.kine.local.posx is not a finite number in frame 2"},
+    {"InfiniteKey", Take("1", "0.1", "-inf"), {}, "not a finite number in frame 2"},
+    {"NanKeyOfAPose", Take("1", "0", "nan"), {}, "not a finite number in frame 2"},
+    {"InfiniteOffset", Take("inf", "0.1", "1"), {}, "take.Hips does not stand in a finite place"},
+    {"NanFrameTime",
+     Take("1", "nan", "1"),
+     {},
+     "take: the length of the motion is not a finite time"},
+    {"TooLargeForGltf", Take("1", "0.1", "1e39"), {}, "too large for glTF", {".glb", ".gltf"}},
+    {"TooLargeOnceScaled", Take("1", "0.1", "1e300"), {.scale = 1e300}, "a number"},
+    {"TooSlow", Take("1", "0.1", "1"), {.framesPerSecond = 1e-310}, "too few"},
+    {"TooManyFrames", Take("1", "0.1", "1"), {.resampleTo = 1e12}, "more than 10000000 frames"},
+    {"NoModelAtAll", Take("1", "0.1", "1"), {.models = 0}, "there is no model to write"},
+};
+
+class Refusal : public testing::TestWithParam<Row> {};
+
+TEST_P(Refusal, LeavesNoFileBehind) {
+    ASSERT_TRUE(exported::ImportText(GetParam().bvh));
+    for (const std::string& extension : GetParam().extensions) {
+        const support::TempDir folder;
+        try {
+            exported::ExportTo((folder.Path() / ("out" + extension)).string(), GetParam().options);
+            ADD_FAILURE() << extension << " was written";
+        } catch (const app::ExportError& error) {
+            EXPECT_THAT(error.what(), HasSubstr(GetParam().message)) << extension;
+            EXPECT_THAT(error.what(), testing::Not(HasSubstr("\n")));
+        }
+        EXPECT_TRUE(std::filesystem::is_empty(folder.Path())) << extension;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, Refusal, testing::ValuesIn(kRows),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(Tables, RefuseModelsOfDifferentRates) {
+    ASSERT_TRUE(exported::ImportText(Take("1", "0.1", "1") + Take("1", "0.2", "1")));
+    for (const char* extension : {".csv", ".npz"}) {
+        EXPECT_THROW(exported::Export(extension), app::ExportError);
+        EXPECT_NO_THROW(exported::Export(extension, {.framesPerSecond = 30.0}));
+        EXPECT_NO_THROW(exported::Export(extension, {.models = 1}));
+    }
+}
+
+}  // namespace

@@ -1,0 +1,91 @@
+// Rotations in the forms that files hold.
+#include <cmath>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <random>
+
+#include "app/export/bvh_angles.h"
+#include "app/export/quaternion.h"
+#include "headless/transform.h"
+
+namespace {
+
+using app::BvhAngles;
+using headless::FromLocal;
+using headless::Transform;
+
+// y turns first, then x, then z.
+Transform FromAngles(const BvhAngles& angles) {
+    return FromLocal({0, 0, 0, 0, angles.y, 0}) * FromLocal({0, 0, 0, angles.x, 0, 0}) *
+           FromLocal({0, 0, 0, 0, 0, angles.z});
+}
+
+double Difference(const Transform& a, const Transform& b) {
+    double most = 0.0;
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column)
+            most = std::max(most, std::abs(a.axes[row][column] - b.axes[row][column]));
+    return most;
+}
+
+std::array<double, 6> RandomLocal(std::mt19937_64& random) {
+    // Not rarely a multiple of a right angle, or hardly beside one.
+    std::array<double, 6> local{};
+    for (std::size_t channel = 3; channel < 6; ++channel) {
+        const double any = std::uniform_real_distribution<double>(-400.0, 400.0)(random);
+        const double right = 90.0 * std::round(any / 90.0);
+        const double beside = std::pow(10.0, -static_cast<double>(random() % 16));
+        local[channel] = random() % 3 == 0 ? any : random() % 2 == 0 ? right : right + beside;
+    }
+    return local;
+}
+
+TEST(BvhAngles, TurnBackIntoTheSameAxes) {
+    std::mt19937_64 random(7);
+    for (int count = 0; count < 100'000; ++count) {
+        const Transform turned = FromLocal(RandomLocal(random));
+        const BvhAngles before{std::uniform_real_distribution<double>(-700.0, 700.0)(random), 0, 0};
+        // Angles of several turns lose some digits in degrees.
+        ASSERT_LE(Difference(FromAngles(app::AnglesNear(turned.axes, before)), turned), 1e-14);
+    }
+}
+
+TEST(BvhAngles, RunOnWithoutAJump) {
+    BvhAngles angles;
+    for (int frame = 0; frame <= 1000; ++frame) {
+        const double turn = 1.25 * frame;
+        const BvhAngles next = app::AnglesNear(FromAngles({turn, 20.0, -turn}).axes, angles);
+        EXPECT_NEAR(next.z, turn, 1e-9);
+        EXPECT_NEAR(next.x, 20.0, 1e-9);
+        EXPECT_NEAR(next.y, -turn, 1e-9);
+        angles = next;
+    }
+}
+
+TEST(BvhAngles, GoThroughTheRightAngleOfTheMiddleAxis) {
+    BvhAngles angles;
+    for (int frame = 0; frame <= 360; ++frame) {
+        angles = app::AnglesNear(FromAngles({10.0, 1.0 * frame, 30.0}).axes,
+                                 frame == 0 ? BvhAngles{10.0, 0.0, 30.0} : angles);
+        EXPECT_NEAR(angles.x, 1.0 * frame, 1e-6);
+    }
+}
+
+TEST(Quaternion, TurnsTheAxesIntoTheRows) {
+    std::mt19937_64 random(8);
+    for (int count = 0; count < 100'000; ++count) {
+        const Transform turned = FromLocal(RandomLocal(random));
+        const app::Quaternion q = app::QuaternionOf(turned.axes);
+        ASSERT_GE(q.w, 0.0);
+        const Transform back{{{1 - 2 * (q.y * q.y + q.z * q.z), 2 * (q.x * q.y + q.z * q.w),
+                               2 * (q.x * q.z - q.y * q.w)},
+                              {2 * (q.x * q.y - q.z * q.w), 1 - 2 * (q.x * q.x + q.z * q.z),
+                               2 * (q.y * q.z + q.x * q.w)},
+                              {2 * (q.x * q.z + q.y * q.w), 2 * (q.y * q.z - q.x * q.w),
+                               1 - 2 * (q.x * q.x + q.y * q.y)}},
+                             {0, 0, 0}};
+        ASSERT_LE(Difference(back, turned), 2e-15);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,69 @@
+#include "app/export/timeline.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace {
+
+using testing::ElementsAre;
+
+headless::ActionItem CurveAt(std::vector<double> times) {
+    auto curve = std::make_unique<headless::Curve>();
+    curve->keys.values = std::make_shared<std::vector<double>>(times.size(), 0.0);
+    curve->keys.times = std::make_shared<std::vector<double>>(std::move(times));
+    headless::ActionItem item;
+    item.curve = std::move(curve);
+    return item;
+}
+
+app::Timeline TimelineOf(std::vector<std::vector<double>> curves, double animEnd,
+                         const app::ExportOptions& options = {}) {
+    headless::ActionSource motion;
+    motion.animEnd = animEnd;
+    for (auto& times : curves)
+        motion.items.push_back(CurveAt(std::move(times)));
+    app::ExportNotes notes;
+    return app::MakeTimeline(headless::Object(), &motion, options, notes);
+}
+
+TEST(Timeline, HoldsEveryKeyTimeOnceInOrder) {
+    const app::Timeline timeline = TimelineOf({{3, 1, 2}, {2, 5}}, 5.0);
+    EXPECT_THAT(timeline.frames, ElementsAre(1, 2, 3, 5));
+    EXPECT_DOUBLE_EQ(timeline.secondsPerFrame, 1.0);
+    EXPECT_DOUBLE_EQ(timeline.Seconds(3), 4.0);
+}
+
+TEST(Timeline, StartsAtItsFirstFrame) {
+    const app::Timeline timeline = TimelineOf({{99, 100, 101}}, 101.0 / 30.0);
+    EXPECT_DOUBLE_EQ(timeline.Seconds(0), 0.0);
+    EXPECT_DOUBLE_EQ(timeline.Seconds(2), 2.0 / 30.0);
+}
+
+TEST(Timeline, FillsGapsWhereOnlyARateIsKnown) {
+    EXPECT_THAT(app::EvenTimeline(TimelineOf({{1, 2, 5}}, 5.0)).frames, ElementsAre(1, 2, 3, 4, 5));
+    const app::Timeline coarse = app::EvenTimeline(TimelineOf({{1, 3, 5}}, 5.0));
+    EXPECT_THAT(coarse.frames, ElementsAre(1, 3, 5));
+    EXPECT_DOUBLE_EQ(app::SecondsPerStep(coarse), 2.0);
+}
+
+TEST(Timeline, RefusesToFillAnAbsurdGap) {
+    EXPECT_THROW(app::EvenTimeline(TimelineOf({{1, 2, 2e9}}, 2e9)), app::ExportError);
+}
+
+TEST(Timeline, SamplesUpToTheLastMomentThatExists) {
+    app::ExportOptions options;
+    options.resampleTo = 20.0;
+    EXPECT_EQ(TimelineOf({{1, 2, 3, 4}}, 0.4, options).frames.size(), 7u);
+    options.resampleTo = 3.0;
+    EXPECT_EQ(TimelineOf({{1, 11}}, 1.1, options).frames.size(), 4u);
+}
+
+TEST(Timeline, IsAPoseWithoutKeysOrRate) {
+    EXPECT_TRUE(TimelineOf({}, 1.0).IsPose());
+    EXPECT_TRUE(TimelineOf({{}}, 1.0).IsPose());
+    EXPECT_TRUE(TimelineOf({{1, 2}}, 0.0).IsPose());
+    EXPECT_TRUE(TimelineOf({{1, 2}}, -1.0).IsPose());
+}
+
+}  // namespace

@@ -1,0 +1,185 @@
+// write_samples OUT_DIR [captures]: exports of every kind for readers that are no part of this
+// project, and beside each what the host says about it: NAME.glb and NAME.json, which holds where
+// every joint stands at twenty moments. With "captures", the real ones in place of the samples, and
+// only as .glb.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "tests/export/exported.h"
+#include "tests/support/temp_dir.h"
+
+namespace {
+
+using nlohmann::json;
+
+constexpr std::size_t kMoments = 20;
+
+struct Sample {
+    std::string name;
+    std::vector<std::string> files;
+    exported::Road road;
+    app::ExportOptions options;
+};
+
+// Two models, one of them with two objects directly below it, joints that move, names that readers
+// trip over, an end site without length.
+constexpr const char* kOddBvh =
+    "HIERARCHY\n"
+    "ROOT a:Hips\n{\nOFFSET 1 2 3\n"
+    "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n"
+    "JOINT leg.L\n{\nOFFSET 0.5 -1 0\nCHANNELS 3 Yrotation Xrotation Zrotation\n"
+    "End Site\n{\nOFFSET 0 -1 0\n}\n}\n"
+    "JOINT legL\n{\nOFFSET -0.5 -1 0\n"
+    "CHANNELS 6 Xposition Yposition Zposition Xrotation Zrotation Yrotation\n"
+    "End Site\n{\nOFFSET 0 0 0\n}\n}\n"
+    "JOINT \xE8\x85\xB0\n{\nOFFSET 0 1 0\nCHANNELS 0\n}\n}\n"
+    "ROOT }\n{\nOFFSET 4 0 0\nCHANNELS 3 Zrotation Xrotation Yrotation\n"
+    "JOINT MOTION\n{\nOFFSET 0 1 0\nCHANNELS 1 Xrotation\n}\n}\n"
+    "MOTION\nFrames: 3\nFrame Time: 0.1\n"
+    "0 0 0 0 0 0  0 0 0  -0.5 -1 0 0 0 0  0 0 0  0\n"
+    "1 2 3 90 80 70  170 10 20  -0.6 -1.5 0.25 10 20 30  0 90 0  90\n"
+    "2 3 4 180 89.9999 -70  -170 10 20  -0.7 -1 0 190 20 30  0 90 90  180\n"
+    "HIERARCHY\n"
+    "ROOT Hips\n{\nOFFSET 0 0 0\n"
+    "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n"
+    "JOINT leg.L\n{\nOFFSET 0 -1 0\nCHANNELS 3 Zrotation Xrotation Yrotation\n"
+    "End Site\n{\nOFFSET 0 -1 0\n}\n}\n}\n"
+    "MOTION\nFrames: 2\nFrame Time: 0.1\n"
+    "0 0 0 0 0 0 0 0 0\n"
+    "1 1 1 10 20 30 40 50 60\n";
+
+// A single frame without a rate: nothing but a pose.
+constexpr const char* kPoseBvh =
+    "HIERARCHY\nROOT Hips\n{\nOFFSET 0 1 0\n"
+    "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n"
+    "End Site\n{\nOFFSET 0 1 0\n}\n}\nMOTION\nFrames: 1\nFrame Time: 0\n0 1 0 0 0 0\n";
+
+exported::Vec3 Placed(const exported::Vec3& place, const app::ExportOptions& options) {
+    exported::Vec3 out = place;
+    if (options.zUp) out = {place[0], place[2], -place[1]};
+    for (double& coordinate : out)
+        coordinate *= options.scale;
+    return out;
+}
+
+double HeightOf(const std::vector<exported::Vec3>& places) {
+    const auto [least, most] = std::minmax_element(
+        places.begin(), places.end(), [](const auto& a, const auto& b) { return a[1] < b[1]; });
+    return places.empty() ? 0.0 : (*most)[1] - (*least)[1];
+}
+
+json Expected(const exported::Take& take, const app::ExportOptions& options) {
+    json model = {{"joints", take.names}, {"frames", take.positions.size()}};
+    model["secondsPerFrame"] =
+        options.framesPerSecond ? 1.0 / *options.framesPerSecond : take.secondsPerFrame;
+    json moments = json::array();
+    const std::size_t last = take.positions.size() - 1;
+    const std::size_t count = std::min(kMoments, last + 1);
+    double height = 0.0;
+    for (std::size_t moment = 0; moment < count; ++moment) {
+        const std::size_t frame = count == 1 ? 0 : moment * last / (count - 1);
+        const double first = take.frames.empty() ? 0.0 : take.frames.front();
+        const double number = take.frames.empty() ? 0.0 : take.frames[frame];
+        std::vector<exported::Vec3> places;
+        for (const exported::Vec3& place : take.positions[frame])
+            places.push_back(Placed(place, options));
+        height = std::max(height, HeightOf(places));
+        moments.push_back({{"row", frame},
+                           {"time", (number - first) * model["secondsPerFrame"].get<double>()},
+                           {"positions", places}});
+    }
+    model["moments"] = moments;
+    model["height"] = height > 0.0 ? height : take.size * options.scale;
+    return model;
+}
+
+std::vector<Sample> AllSamples(const std::filesystem::path& folder) {
+    const auto file = [&](const char* name, const char* text) {
+        const std::string path = (folder / name).string();
+        std::ofstream(path, std::ios::binary) << text;
+        return path;
+    };
+    const auto samples = exported::Samples();
+    const std::string odd = file("odd-source.bvh", kOddBvh);
+    const std::string pose = file("pose-source.bvh", kPoseBvh);
+    const exported::Road nulls;
+    const exported::Road bones{.nulls = false};
+    app::ExportOptions plain;
+    app::ExportOptions noMesh;
+    noMesh.mesh = false;
+    app::ExportOptions metres;
+    metres.scale = 0.01;
+    app::ExportOptions turned;
+    turned.zUp = true;
+    turned.scale = 0.01;
+    turned.framesPerSecond = 50.0;
+    return {
+        {"walk-bvh-nulls", samples[0], nulls, plain},
+        {"walk-bvh-nulls-no-mesh", samples[0], nulls, noMesh},
+        {"walk-bvh-bones", samples[0], bones, plain},
+        {"walk-bvh-bones-no-mesh", samples[0], bones, noMesh},
+        {"walk-acclaim-nulls", samples[1], nulls, plain},
+        {"walk-acclaim-nulls-no-mesh", samples[1], nulls, noMesh},
+        {"walk-acclaim-bones", samples[1], bones, plain},
+        {"walk-acclaim-bones-no-mesh", samples[1], bones, noMesh},
+        {"walk-turned", samples[0], nulls, turned},
+        {"walk-metres", samples[0], nulls, metres},
+        {"odd-nulls", {odd}, nulls, plain},
+        {"odd-nulls-turned", {odd}, nulls, turned},
+        {"pose", {pose}, nulls, plain},
+        {"skeleton-alone", {samples[1][0]}, bones, plain},
+    };
+}
+
+std::vector<Sample> AllCaptures() {
+    std::vector<Sample> samples;
+    for (const auto& files : exported::RealCaptures()) {
+        const std::string name = std::filesystem::path(files.back()).stem().string();
+        samples.push_back({name + "-nulls", files, {.nulls = true}, {}});
+        samples.push_back({name + "-bones", files, {.nulls = false}, {}});
+    }
+    return samples;
+}
+
+// False where the importer refuses the file.
+bool WriteSample(const std::filesystem::path& folder, Sample sample,
+                 const std::vector<const char*>& extensions) {
+    if (!exported::Import(sample.files, sample.road)) return false;
+    sample.options.source = {sample.files, "test", {{"nulls", "true"}}, "write_samples"};
+    for (const char* extension : extensions)
+        exported::ExportTo((folder / (sample.name + extension)).string(), sample.options);
+    json expected = json::array();
+    for (exported::Take& take : exported::RecordAll()) {
+        const bool hasRate = sample.options.framesPerSecond || take.secondsPerFrame > 0.0;
+        if (!hasRate) take.frames.clear();
+        if (!hasRate) take.positions.resize(1);
+        expected.push_back(Expected(take, sample.options));
+    }
+    std::ofstream(folder / (sample.name + ".json")) << expected;
+    return true;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (count < 2) return 2;
+    const bool captures = count > 2;
+    const std::filesystem::path folder = arguments[1];
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    if (captures) {
+        for (const Sample& sample : AllCaptures())
+            WriteSample(folder, sample, {".glb"});
+        return 0;
+    }
+    for (const Sample& sample : AllSamples(folder)) {
+        if (WriteSample(folder, sample, {".glb", ".gltf", ".bvh", ".csv", ".npz"})) continue;
+        std::fprintf(stderr, "%s: cannot be imported\n", sample.name.c_str());
+        return 1;
+    }
+    return 0;
+}

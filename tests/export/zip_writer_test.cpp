@@ -1,0 +1,86 @@
+#include "app/export/zip_writer.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Keeps the records and passes over the contents, which may be of any length.
+class Archive {
+  public:
+    app::ZipWriter Writer() {
+        return app::ZipWriter([this](std::string_view bytes) {
+            if (!isInContents) records += bytes;
+        });
+    }
+    template <class Number>
+    Number At(std::size_t position) const {
+        Number number{};
+        std::memcpy(&number, records.data() + position, sizeof(number));
+        return number;
+    }
+    std::size_t Find(std::string_view signature) const { return records.find(signature); }
+
+    std::string records;
+    bool isInContents = false;
+};
+
+constexpr std::string_view kDirectory = "PK\x01\x02";
+constexpr std::string_view kEnd = "PK\x05\x06";
+constexpr std::string_view kZip64End = "PK\x06\x06";
+
+TEST(ZipWriter, SumsAsTheStandardSays) {
+    EXPECT_EQ(app::Crc32(0, "123456789"), 0xCBF43926U);
+    EXPECT_EQ(app::Crc32(app::Crc32(0, "12345"), "6789"), 0xCBF43926U);
+}
+
+TEST(ZipWriter, WritesSmallArchivesWithoutLargeRecords) {
+    Archive archive;
+    auto writer = archive.Writer();
+    writer.BeginMember("a", 3, 7);
+    writer.Write("abc");
+    writer.Finish();
+    const std::size_t entry = archive.Find(kDirectory);
+    EXPECT_EQ(archive.At<std::uint32_t>(14), 7U);     // the sum, before the contents
+    EXPECT_EQ(archive.At<std::uint32_t>(18), 3U);     // the size
+    EXPECT_EQ(archive.records.substr(31, 3), "abc");  // behind the name
+    EXPECT_EQ(entry, 34U);
+    EXPECT_EQ(archive.At<std::uint32_t>(entry + 42), 0U);  // where the member is
+    EXPECT_EQ(archive.Find(kZip64End), std::string::npos);
+    const std::size_t end = archive.Find(kEnd);
+    EXPECT_EQ(archive.At<std::uint16_t>(end + 10), 1U);     // members
+    EXPECT_EQ(archive.At<std::uint32_t>(end + 16), entry);  // where the directory is
+}
+
+TEST(ZipWriter, PutsLargeSizesAndOffsetsIntoRecordsOf64Bits) {
+    constexpr std::uint64_t kSize = std::uint64_t{5} << 30;
+    Archive archive;
+    auto writer = archive.Writer();
+    writer.BeginMember("large", kSize, 1);
+    archive.isInContents = true;
+    const std::string block(std::size_t{1} << 20, 'x');
+    for (std::uint64_t written = 0; written < kSize; written += block.size())
+        writer.Write(block);
+    archive.isInContents = false;
+    writer.BeginMember("far", 0, 2);
+    writer.Finish();
+
+    EXPECT_EQ(archive.At<std::uint32_t>(18), 0xFFFFFFFFU);
+    EXPECT_EQ(archive.At<std::uint64_t>(30 + 5 + 4), kSize);  // behind name and extra's head
+    const std::size_t large = archive.Find(kDirectory);
+    EXPECT_EQ(archive.At<std::uint32_t>(large + 24), 0xFFFFFFFFU);
+    EXPECT_EQ(archive.At<std::uint64_t>(large + 46 + 5 + 4), kSize);
+    const std::size_t far = archive.records.find(kDirectory, large + 4);
+    EXPECT_EQ(archive.At<std::uint32_t>(far + 24), 0U);
+    EXPECT_EQ(archive.At<std::uint32_t>(far + 42), 0xFFFFFFFFU);
+    const std::uint64_t place = archive.At<std::uint64_t>(far + 46 + 3 + 4);
+    EXPECT_EQ(place, kSize + 30 + 5 + 20);
+
+    const std::size_t end64 = archive.Find(kZip64End);
+    EXPECT_EQ(archive.At<std::uint64_t>(end64 + 32), 2U);
+    EXPECT_EQ(archive.At<std::uint64_t>(end64 + 48), kSize + large);
+    EXPECT_EQ(archive.At<std::uint64_t>(end64 + 56 + 8), kSize + end64);  // the way to it
+    EXPECT_EQ(archive.At<std::uint32_t>(archive.Find(kEnd) + 16), 0xFFFFFFFFU);
+}
+
+}  // namespace
