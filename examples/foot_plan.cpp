@@ -1,0 +1,117 @@
+#include "examples/foot_plan.h"
+
+#include <cmath>
+#include <vector>
+
+#include "examples/trunk.h"
+
+namespace examples {
+namespace {
+
+constexpr double kToeOut = 7.0;         // degrees, after Murray et al. (1964)
+constexpr double kHeelHalfWidth = 4.0;  // cm, half the stride width, after the same
+constexpr double kHeelLead = 26.0;      // cm the heel lands ahead of the pelvis' even path
+// cm a cycle: the heel meets the floor with some of its speed left, after Winter (1992).
+constexpr double kLandingSpeed = 70.0;
+
+// The curves are by the percent of the foot's own cycle, the feet's and knees' after Winter (1991)
+// and Perry and Burnfield (2010), rounded, and shaped between their landmarks.
+
+// The sole against the floor, degrees, toes up. Flat from foot flat until the heel rises.
+const std::vector<Curve::Knot> kPitch = {{0, 20},    {3, 13},   {8, 0},    {28, 0},   {34, -2},
+                                         {40, -6.5}, {46, -14}, {52, -28}, {56, -44}, {60, -61},
+                                         {64, -66},  {69, -57}, {75, -39}, {80, -21}, {85, -4},
+                                         {90, 9},    {95, 17},  {98, 20},  {100, 20}};
+// The toe against the floor while the foot leaves over its tip, degrees, toes up.
+const std::vector<Curve::Knot> kToePitch = {{50, 0}, {53, -3}, {56.5, -12}, {60, -26}};
+// The toe against the sole when the foot does not stand on it, degrees, toes up.
+const std::vector<Curve::Knot> kToeBend = {{0, 10},  {3, 8},   {8, 0},  {60, 35},
+                                           {65, 25}, {70, 12}, {80, 5}, {100, 10}};
+// The leg in the air, degrees: the thigh against the plumb line, forward positive, and the knee's
+// bend.
+const std::vector<Curve::Knot> kThigh = {{55, -13},  {60, -7}, {65, 4},  {70, 14}, {75, 22},
+                                         {80, 26.5}, {85, 28}, {90, 27}, {95, 24}, {100, 22}};
+const std::vector<Curve::Knot> kKnee = {{55, 25},   {60, 39}, {65, 54}, {70, 62.5},
+                                        {72, 63.5}, {75, 62}, {80, 52}, {85, 36},
+                                        {90, 18},   {95, 6},  {100, 4}};
+
+}  // namespace
+
+double Sign(Side side) {
+    return side == Side::kLeft ? 1 : -1;
+}
+
+Vec3 HipAt(Side side, double cycles, const Vec3& hipOffset) {
+    const Placement pelvis = PelvisAt(cycles);
+    return pelvis.origin +
+           pelvis.rotation * Vec3{Sign(side) * hipOffset.x, hipOffset.y, hipOffset.z};
+}
+
+FootPlan::FootPlan(const Skeleton& skeleton)
+    : hipOffset_(skeleton[kLeftUpLeg].offset),
+      thigh_(Length(skeleton[kLeftLeg].offset)),
+      shank_(Length(skeleton[kLeftFoot].offset)),
+      contacts_(MakeFootContacts()),
+      pitch_(kPitch),
+      toePitch_(kToePitch),
+      toeBend_(kToeBend),
+      thighAngle_(kThigh),
+      kneeAngle_(kKnee) {}
+
+FootPlacement FootPlan::At(Side side, double cycles) const {
+    const double delay = side == Side::kLeft ? 0.0 : 0.5;
+    const double step = std::floor(cycles - delay) + delay;
+    const double phase = cycles - step;
+    return phase < kToeOff ? Stance(side, step, phase) : Swing(side, step, phase);
+}
+
+FootPlacement FootPlan::Stance(Side side, double step, double phase) const {
+    const Rotation heading = TurnY(Sign(side) * kToeOut);
+    const double pitch = pitch_.At(phase);
+    const Rotation rotation = heading * TurnX(-pitch);
+    const Vec3 heel{Sign(side) * kHeelHalfWidth, 0, kStride * step + kHeelLead};
+    if (phase < kFootFlat) return {heel - rotation * contacts_.heel, rotation, toeBend_.At(phase)};
+    const double toePitch = toePitch_.At(phase);
+    const Vec3 tip = heel + heading * (contacts_.tip - contacts_.heel);
+    const Vec3 ball = tip + heading * (TurnX(-toePitch) * (contacts_.ball - contacts_.tip));
+    return {ball - rotation * contacts_.ball, rotation, toePitch - pitch};
+}
+
+// The path that the published angles give, bent so that it leaves one footprint and reaches the
+// next with the place and the speed that the foot has there.
+FootPlacement FootPlan::Swing(Side side, double step, double phase) const {
+    constexpr double kSpan = 1 - kToeOff;
+    constexpr double kMoment = 1e-4;  // of a cycle, over which the speeds are taken
+    const auto standing = [&](double from, double at) { return Stance(side, from, at).ankle; };
+    const auto published = [&](double at) { return AnkleByAngles(side, step, at); };
+    const auto speed = [](const Vec3& before, const Vec3& after) {
+        return (kSpan / kMoment) * (after - before);
+    };
+    const Vec3 left = standing(step, kToeOff);
+    const Vec3 leave = left - published(kToeOff);
+    const Vec3 leaveSpeed = speed(standing(step, kToeOff - kMoment), left) -
+                            speed(published(kToeOff), published(kToeOff + kMoment));
+    const Vec3 landed = standing(step + 1, 0);
+    const Vec3 reach = landed - published(1);
+    const Vec3 reachSpeed = kSpan * Vec3{0, 0, kLandingSpeed} +
+                            speed(landed, standing(step + 1, kMoment)) -
+                            speed(published(1 - kMoment), published(1));
+    const double t = (phase - kToeOff) / kSpan;
+    const double u = 1 - t;
+    const Vec3 bend = (u * u * (1 + 2 * t)) * leave + (u * u * t) * leaveSpeed +
+                      (t * t * (1 + 2 * u)) * reach - (t * t * u) * reachSpeed;
+    const Rotation rotation = TurnY(Sign(side) * kToeOut) * TurnX(-pitch_.At(phase));
+    return {AnkleByAngles(side, step, phase) + bend, rotation, toeBend_.At(phase)};
+}
+
+Vec3 FootPlan::AnkleByAngles(Side side, double step, double phase) const {
+    const double thigh = thighAngle_.At(phase);
+    const Rotation thighTurn = TurnX(-thigh);
+    const Rotation shankTurn = TurnX(kneeAngle_.At(phase) - thigh);
+    Vec3 ankle = HipAt(side, step + phase, hipOffset_) + thighTurn * Vec3{0, -thigh_, 0} +
+                 shankTurn * Vec3{0, -shank_, 0};
+    ankle.x = Sign(side) * kHeelHalfWidth;
+    return ankle;
+}
+
+}  // namespace examples

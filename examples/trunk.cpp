@@ -1,0 +1,61 @@
+#include "examples/trunk.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace examples {
+namespace {
+
+// As OncePerCycle, but once a step.
+double OncePerStep(double cycles, double peak) {
+    return OncePerCycle(2 * cycles, 2 * peak);
+}
+
+}  // namespace
+
+double OncePerCycle(double cycles, double peak) {
+    return std::cos(2 * std::numbers::pi * (cycles - peak));
+}
+
+// Excursions after Murray et al. (1964), Perry and Burnfield (2010): the pelvis rises and falls by
+// 3 cm, sways by 4 cm, turns 5 degrees forward with the leg that lands and drops 4 degrees over the
+// leg that swings.
+Placement PelvisAt(double cycles) {
+    constexpr double kHeight = 95.1;  // cm: the mean, some 3 below standing
+    Placement pelvis;
+    pelvis.origin.x = 2.0 * OncePerCycle(cycles, 0.30);
+    pelvis.origin.y = kHeight - 1.6 * OncePerStep(cycles, 0.035);
+    // Fastest while both feet stand, slowest over the single foot.
+    pelvis.origin.z = kStride * cycles + 0.7 * OncePerStep(cycles, 0.17);
+    const double turn = -5.0 * OncePerCycle(cycles, 0.0);  // the left side backward
+    const double lift = 4.0 * OncePerCycle(cycles, 0.17);  // the left side upward
+    const double tilt = 2.0 + 1.0 * OncePerStep(cycles, 0.10);
+    pelvis.rotation = TurnY(turn) * TurnZ(lift) * TurnX(tilt);
+    return pelvis;
+}
+
+// Against the pelvis, after Murray et al. (1964); leaning a little ahead and over the foot that
+// stands.
+Rotation ThoraxAt(double cycles) {
+    const double turn = 4.0 * OncePerCycle(cycles, 0.02);
+    const double lean = -1.3 * OncePerCycle(cycles, 0.28);
+    const double bow = 2.5 + 0.8 * OncePerStep(cycles, 0.10);
+    return TurnY(turn) * TurnZ(lean) * TurnX(bow);
+}
+
+// Nearly still: it nods against the rise and fall, so that the gaze stays on one point ahead.
+Rotation HeadAt(double cycles) {
+    return TurnY(0.6 * OncePerCycle(cycles, 0.02)) * TurnX(1.0 - 1.2 * OncePerStep(cycles, 0.05));
+}
+
+Rotation Between(const Rotation& from, const Rotation& to, double part) {
+    const Rotation turn = to * Inverse(from);
+    const Vec3 twiceSine{turn.y.z - turn.z.y, turn.z.x - turn.x.z, turn.x.y - turn.y.x};
+    const double sine = Length(twiceSine) / 2;
+    if (sine < 1e-12) return part < 0.5 ? from : to;
+    const double cosine = (turn.x.x + turn.y.y + turn.z.z - 1) / 2;
+    const double degrees = std::atan2(sine, cosine) * 180 / std::numbers::pi;
+    return TurnAbout((0.5 / sine) * twiceSine, part * degrees) * from;
+}
+
+}  // namespace examples

@@ -1,0 +1,22 @@
+// The walk as an Acclaim pair: lengths in inches, which the skeleton's length factor makes
+// centimetres of, places of the root in centimetres, degrees.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "examples/gait_model.h"
+#include "examples/skeleton.h"
+
+namespace examples {
+
+// An Acclaim bone is the segment from its joint to the next, so each joint becomes the bone that
+// starts there, the hips become the root, and bones without freedom lead from the root to the
+// joints around it.
+std::string WriteAsf(const Skeleton& skeleton);
+
+// The motion for that skeleton. Fails with std::logic_error where a joint turns about an axis that
+// its bone is not free to turn about.
+std::string WriteAmc(const Skeleton& skeleton, const std::vector<Pose>& poses);
+
+}  // namespace examples
