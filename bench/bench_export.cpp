@@ -1,0 +1,55 @@
+// Each exporter on an imported motion. Items are joints times frames.
+#include <benchmark/benchmark.h>
+#include <filesystem>
+#include <string>
+#include <unistd.h>
+
+#include "app/export/bvh.h"
+#include "app/export/csv.h"
+#include "app/export/gltf.h"
+#include "app/export/npz.h"
+#include "bench/synthetic_bvh.h"
+#include "bvh/biovision_import.h"
+#include "headless/session.h"
+
+namespace {
+
+using Writer = app::ExportNotes (*)(app::OutputFile&, const headless::Scene&,
+                                    const app::ExportOptions&);
+
+void Import(const bench::BvhShape& shape, bool nulls) {
+    headless::Session::Current().Reset();
+    const std::string path = bench::SyntheticBvhFile(shape);
+    CBiovisionImport importer;
+    importer.SetOptions(nulls, true, false, true);
+    importer.ImportBVH(std::wstring(path.begin(), path.end()).c_str(), L"bench");
+}
+
+// Without the disk's part: what was written is thrown away before it is given its name.
+void BM_Export(benchmark::State& state, Writer write, bool nulls) {
+    const bench::BvhShape shape{.joints = state.range(0), .frames = state.range(1)};
+    Import(shape, nulls);
+    const std::string path = (std::filesystem::temp_directory_path() /
+                              ("zkmocap-bench-" + std::to_string(getpid()) + ".out"))
+                                 .string();
+    for (auto _ : state) {
+        app::OutputFile out(path);
+        benchmark::DoNotOptimize(write(out, headless::Session::Current().GetScene(), {}));
+    }
+    state.SetItemsProcessed(state.iterations() * shape.joints * shape.frames);
+}
+
+void Shapes(benchmark::internal::Benchmark* benchmark) {
+    for (const std::int64_t frames : {1'000, 10'000, 100'000})
+        benchmark->Args({24, frames});
+    benchmark->Args({500, 1'000})->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
+BENCHMARK_CAPTURE(BM_Export, GlbOfNulls, app::WriteGlb, true)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, GlbOfBones, app::WriteGlb, false)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, BvhOfNulls, app::WriteBvh, true)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, BvhOfBones, app::WriteBvh, false)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, CsvOfNulls, app::WriteCsv, true)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, NpzOfNulls, app::WriteNpz, true)->Apply(Shapes);
+
+}  // namespace

@@ -1,0 +1,66 @@
+// Turning three rotations into X-Y-Z angles: step by step, and in blocks.
+#include <benchmark/benchmark.h>
+
+#include "util/rotation_batch.h"
+#include "util/rotation_math.h"
+
+namespace {
+
+RotationBlock SomeAngles() {
+    RotationBlock block;
+    for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t lane = 0; lane < kRotationBlock; ++lane)
+            block.angle[i][lane] = 17.3 * static_cast<double>(lane + 5 * i) - 700.0;
+    return block;
+}
+
+struct Product {
+    double before[4][4];
+    double behind[4][4];
+    RotationProduct product;
+
+    explicit Product(bool framed) {
+        MatrixRotationXYZ(before, 0.3, 0.5, -2.0);
+        MatrixRotationZYX(behind, -0.3, -0.5, 2.0);
+        product.axis[0] = 1;
+        product.axis[1] = 0;
+        product.axis[2] = 2;
+        if (!framed) return;
+        product.before = before;
+        product.behind = behind;
+    }
+};
+
+void CountRotations(benchmark::State& state) {
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kRotationBlock));
+}
+
+void BM_StepByStep(benchmark::State& state) {
+    const RotationBlock block = SomeAngles();
+    const Product product(state.range(0) != 0);
+    for (auto _ : state) {
+        for (std::size_t lane = 0; lane < kRotationBlock; ++lane) {
+            double angles[3] = {block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]};
+            ConvertRotation(angles, product.product);
+            benchmark::DoNotOptimize(angles);
+        }
+    }
+    CountRotations(state);
+}
+
+void BM_Blocks(benchmark::State& state) {
+    const RotationBlock given = SomeAngles();
+    const Product product(state.range(0) != 0);
+    for (auto _ : state) {
+        RotationBlock block = given;
+        ConvertRotations(block, product.product);
+        benchmark::DoNotOptimize(block);
+    }
+    CountRotations(state);
+}
+
+// 1: between two further rotations, as Acclaim's axes and bones' rest poses are.
+BENCHMARK(BM_StepByStep)->ArgName("framed")->Arg(0)->Arg(1);
+BENCHMARK(BM_Blocks)->ArgName("framed")->Arg(0)->Arg(1);
+
+}  // namespace
