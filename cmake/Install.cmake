@@ -1,0 +1,30 @@
+# The installed tree works from any folder: programs find their libraries relative to themselves.
+include(CMakePackageConfigHelpers)
+
+set(ZKMOCAP_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/zkmocaputils)
+set(ZKMOCAP_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/zkmocaputils)
+set(ZKMOCAP_DATADIR ${CMAKE_INSTALL_DATADIR}/zkmocaputils)
+
+install(TARGETS zelkhost zk_host
+  EXPORT zkmocaputilsTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  FILE_SET HEADERS DESTINATION ${ZKMOCAP_INCLUDEDIR})
+install(TARGETS zkmocaputils LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(FILES plugin/user_input.h DESTINATION ${ZKMOCAP_INCLUDEDIR}/plugin)
+if(ZKMOCAP_BUILD_APP)
+  install(TARGETS zkhost RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+install(FILES README.md LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES examples/walk.bvh examples/walk.asf examples/walk.amc
+  DESTINATION ${ZKMOCAP_DATADIR}/examples)
+
+install(EXPORT zkmocaputilsTargets NAMESPACE zkmocap:: DESTINATION ${ZKMOCAP_CMAKEDIR})
+configure_package_config_file(cmake/zkmocaputilsConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/zkmocaputilsConfig.cmake
+  INSTALL_DESTINATION ${ZKMOCAP_CMAKEDIR}
+  PATH_VARS CMAKE_INSTALL_LIBDIR)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/zkmocaputilsConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/zkmocaputilsConfig.cmake
+  ${PROJECT_BINARY_DIR}/zkmocaputilsConfigVersion.cmake
+  DESTINATION ${ZKMOCAP_CMAKEDIR})

@@ -1,0 +1,95 @@
+#include "app/convert/job_outcome.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using app::ImportReport;
+using app::IndexRow;
+using app::JobStatus;
+using app::ProcessEnd;
+
+const app::Job kJob{"t/walk.bvh", "", "walk.bvh", "walk.glb", ""};
+
+// A process that ended by itself.
+ProcessEnd Ended(int exitStatus, const std::string& output = "", const std::string& errors = "") {
+    ProcessEnd end;
+    end.exitStatus = exitStatus;
+    end.output = output;
+    end.errors = errors;
+    return end;
+}
+
+std::string LineOf(const std::string& error, bool written) {
+    return app::ReportLine({3, 4, 30.000300003, 0.5, written, error});
+}
+
+struct Row {
+    const char* name;
+    ProcessEnd end;
+    JobStatus status;
+    const char* output;
+    const char* facts;
+    const char* error;
+};
+
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.name;
+}
+
+ProcessEnd Crashed() {
+    ProcessEnd end;
+    end.trouble = "killed by SIGSEGV (Segmentation fault)";
+    end.output = LineOf("ERROR: no", true);
+    return end;
+}
+
+ProcessEnd Cancelled() {
+    ProcessEnd end = Ended(130);
+    end.cancelled = true;
+    return end;
+}
+
+const Row kRows[] = {
+    {"Imported", Ended(0, LineOf("", true)), JobStatus::Ok, "walk.glb", "3 4 30.0003 0.5", ""},
+    {"ImportedByATalkativePlugin", Ended(0, "hello\n" + LineOf("", true)), JobStatus::Ok,
+     "walk.glb", "3 4 30.0003 0.5", ""},
+    {"InPart", Ended(5, LineOf("ERROR (LINE 3): x", true)), JobStatus::Partial, "walk.glb",
+     "3 4 30.0003 0.5", "ERROR (LINE 3): x"},
+    {"Failed", Ended(1, LineOf("ERROR: x", false), "walk.bvh: ERROR: x\n"), JobStatus::Failed, "",
+     "   ", "ERROR: x"},
+    {"FailedWithARecord", Ended(1, LineOf("ERROR: x", true)), JobStatus::Failed, "walk.glb", "   ",
+     "ERROR: x"},
+    {"NotWritten", Ended(3, LineOf("", false), "a\nzkhost: cannot write w\nzkhost: b\n"),
+     JobStatus::Failed, "", "3 4 30.0003 0.5", "cannot write w"},
+    {"WithoutMemory", Ended(1, "", "zkhost: out of memory\n"), JobStatus::Failed, "", "   ",
+     "out of memory"},
+    {"Silent", Ended(77), JobStatus::Failed, "", "   ", "ended with exit status 77"},
+    {"Crashed", Crashed(), JobStatus::Failed, "walk.glb", "   ",
+     "killed by SIGSEGV (Segmentation fault)"},
+    {"Cancelled", Cancelled(), JobStatus::Cancelled, "", "   ", ""},
+};
+
+class JobOutcome : public testing::TestWithParam<Row> {};
+
+TEST_P(JobOutcome, IsAsExpected) {
+    const Row& expected = GetParam();
+    const IndexRow row = app::JudgeJob(kJob, expected.end);
+    EXPECT_EQ(row.source, kJob.source);
+    EXPECT_EQ(row.status, expected.status);
+    EXPECT_EQ(row.output, expected.output);
+    EXPECT_EQ(row.joints + ' ' + row.frames + ' ' + row.framesPerSecond + ' ' + row.seconds,
+              expected.facts);
+    EXPECT_EQ(row.error, expected.error);
+}
+
+INSTANTIATE_TEST_SUITE_P(, JobOutcome, testing::ValuesIn(kRows),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(RefusedJob, IsAFailure) {
+    const IndexRow row = app::RefusedRow({"t/a.amc", "", "a.amc", "", "no skeleton"});
+    EXPECT_EQ(row.status, JobStatus::Failed);
+    EXPECT_EQ(row.error, "no skeleton");
+}
+
+}  // namespace

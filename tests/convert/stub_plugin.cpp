@@ -1,0 +1,39 @@
+// A plug-in that does what the name of the imported file says, for tests of those who start it:
+// "abort" and "segv" end the process, "hang" never comes back, "slow" takes a while; anything else
+// is an import that brings nothing.
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <ctime>
+#include <cwchar>
+#include <unistd.h>
+
+#include "host/variant.h"
+#include "plugin/user_input.h"
+
+namespace {
+
+constexpr timespec kSlow{0, 100'000'000};
+
+bool Says(const wchar_t* path, const wchar_t* word) {
+    const wchar_t* name = std::wcsrchr(path, L'/');
+    return std::wcsstr(name ? name : path, word) != nullptr;
+}
+
+}  // namespace
+
+USERINPUT g_UserInput;
+
+extern "C" __attribute__((visibility("default"))) std::int32_t ZelkOnCommand(
+    const wchar_t*, const VARIANT* arguments) {
+    const wchar_t* path = arguments[0].bstrVal;
+    if (Says(path, L"abort")) std::abort();
+    if (Says(path, L"segv")) {
+        std::signal(SIGSEGV, SIG_DFL);
+        raise(SIGSEGV);
+    }
+    while (Says(path, L"hang"))
+        pause();
+    if (Says(path, L"slow")) nanosleep(&kSlow, nullptr);
+    return 0;
+}

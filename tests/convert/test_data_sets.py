@@ -1,0 +1,197 @@
+"""What comes out of a data set."""
+
+import os
+import pty
+import shlex
+import subprocess
+
+from data_set import ASF, SAMPLES, DataSet, amc, bvh, main
+
+
+class Outputs(DataSet):
+    def test_the_tree_is_kept(self):
+        self.put("takes/07/07.asf", ASF)
+        self.put("takes/07/07_01.amc", amc())
+        self.put("takes/walk.BVH", bvh())
+        self.put("takes/notes.txt", "nothing")
+        out, err = self.convert("takes")
+        self.assertEqual(set(self.tree()), {"07/07_01.json", "walk.json", "index.csv", ".zkhost-convert"})
+        self.assertEqual(out, "2 converted\nout/index.csv\n")
+        self.assertEqual(err, "")
+
+    def test_each_is_what_import_makes(self):
+        for name in ("walk.asf", "walk.amc", "walk.bvh"):
+            self.put(f"takes/{name}", (SAMPLES / name).read_bytes())
+        self.convert("takes --bones --no-group")
+        for files, output in (("takes/walk.bvh", "walk.bvh.json"),
+                              ("takes/walk.asf takes/walk.amc", "walk.amc.json")):
+            subprocess.run([self.zkhost, "import", *files.split(), "--bones", "--no-group",
+                            "--plugin", self.plugin, "--progress", "off", "-o", "alone.json"],
+                           cwd=self.folder, check=True, capture_output=True)
+            self.assertEqual((self.folder / "alone.json").read_bytes(), self.tree()[output])
+
+    def test_bytes_do_not_depend_on_the_number_of_processes(self):
+        self.put_samples(20)
+        self.put_broken("takes/1/broken.bvh")
+        self.convert("takes -j1", status=4, out="one")
+        self.convert("takes -j7", status=4, out="seven")
+        self.convert("takes", status=4, out="as_many_as_cores")
+        self.assertEqual(self.tree("one"), self.tree("seven"))
+        self.assertEqual(self.tree("one"), self.tree("as_many_as_cores"))
+
+    def test_bytes_do_not_depend_on_the_order_of_paths(self):
+        self.put_samples(6)
+        self.convert("takes/0 takes/1 takes/2", out="one")
+        self.convert("takes/2 takes/0 takes/1", out="other")
+        self.assertEqual(self.tree("one"), self.tree("other"))
+
+    def test_nothing_is_written_outside_the_folder(self):
+        self.put("takes/x.bvh", bvh().replace("J1", "../../../J1").replace("J2", "/etc/J2"))
+        self.convert("takes")
+        self.assertEqual({path.name for path in self.folder.iterdir()}, {"takes", "out"})
+
+    def test_names_may_be_anything(self):
+        names = ["two words.bvh", "it's.bvh", "-dash.bvh", "a\nb.bvh", "quote\"comma,.bvh",
+                 "\u6b69\u304f.bvh", "$HOME `ls`.bvh", "{}.bvh", "\x1b[31mred.bvh"]
+        for name in names:
+            self.put(f"takes/{name}", bvh())
+        self.convert("takes")
+        self.assertEqual(self.statuses(), {f"takes/{name}": "ok" for name in names})
+        for name in names:
+            self.assertTrue((self.folder / "out" / name.replace(".bvh", ".json")).exists(), name)
+
+    def test_a_name_that_is_no_text_leaves_the_index_readable(self):
+        path = os.fsencode(self.folder / "takes") + b"/\xe9.bvh"
+        self.put("takes/a.bvh", bvh())
+        with open(path, "w", encoding="ascii") as file:
+            file.write(bvh())
+        self.convert("takes")
+        self.assertEqual(self.statuses(), {"takes/a.bvh": "ok", "takes/\ufffd.bvh": "ok"})
+        self.assertTrue(os.path.exists(os.fsencode(self.folder / "out") + b"/\xe9.json"))
+
+    def test_a_path_that_begins_with_a_dash_is_a_file(self):
+        self.put("-x.bvh", bvh())
+        subprocess.run([self.zkhost, "convert", "--to", "json", "--out-dir", "out", "--plugin",
+                        self.plugin, "--", "-x.bvh"], cwd=self.folder, check=True, capture_output=True)
+        self.assertEqual(self.statuses(), {"-x.bvh": "ok"})
+
+
+class Index(DataSet):
+    def test_it_tells_what_became_of_each(self):
+        self.put("takes/07.asf", ASF)
+        self.put("takes/07_01.amc", amc(5))
+        self.put("takes/bad.amc", amc().replace("upper", "lower 1"))
+        self.put("takes/walk.bvh", bvh(frames=11, joints=4))
+        self.put("takes/two.bvh", bvh(3) + bvh(7))
+        self.put("takes/part.bvh", bvh(3) + bvh(7).replace("OFFSET 0 1 0", "OFFSET 0 up 0"))
+        self.put_broken("takes/broken.bvh")
+        self.put("takes/alone/s.asf", ASF)
+        self.put("takes/none/x.amc", amc())
+        out, err = self.convert("takes", status=4)
+        rows = {row["source"]: list(row.values())[1:] for row in self.index()}
+        self.assertEqual(rows["takes/07_01.amc"], ["07_01.json", "ok", "3", "5", "30", "0.166667", ""])
+        self.assertEqual(rows["takes/walk.bvh"], ["walk.json", "ok", "5", "11", "20", "0.55", ""])
+        self.assertEqual(rows["takes/two.bvh"], ["two.json", "ok", "8", "7", "20", "0.35", ""])
+        self.assertEqual(rows["takes/alone/s.asf"], ["alone/s.json", "ok", "3", "0", "", "", ""])
+        self.assertEqual(rows["takes/part.bvh"][:6], ["part.json", "partial", "4", "3", "20", "0.15"])
+        self.assertRegex(rows["takes/part.bvh"][6], r"^ERROR \(LINE \d+\): Expected a float value for OFFSET y$")
+        # The record of what went wrong is an output too.
+        self.assertEqual(rows["takes/broken.bvh"], ["broken.json", "failed", "", "", "", "",
+                                                    "ERROR (LINE 4): Expected a float value for OFFSET y"])
+        self.assertEqual(rows["takes/none/x.amc"][:6], ["", "failed", "", "", "", ""])
+        self.assertIn("no skeleton", rows["takes/none/x.amc"][6])
+        self.assertEqual(list(rows), sorted(rows))
+        self.assertIn("takes/broken.bvh: ERROR (LINE 4): Expected a float value for OFFSET y\n", err)
+        failures = [row for row in self.index() if row["status"] != "ok"]
+        self.assertEqual(err.count("\n"), len(failures))
+        self.assertRegex(out, r"^\d converted, 1 in part, \d failed\nout/index.csv\n$")
+
+    def test_an_error_in_the_skeleton_names_it(self):
+        self.put("takes/07.asf", "no skeleton")
+        self.put("takes/07_01.amc", amc())
+        self.convert("takes", status=4)
+        self.assertRegex(self.errors()["takes/07_01.amc"], r"^takes/07\.asf: ERROR")
+
+    def test_the_rate_that_is_asked_for_is_in_it(self):
+        self.put("walk.bvh", bvh(10))
+        self.convert("walk.bvh --fps 50")
+        self.assertEqual([self.index()[0][key] for key in ("frames", "fps", "seconds")], ["10", "50", "0.2"])
+
+    def test_options_for_acclaim_are_for_acclaim_alone(self):
+        self.put("takes/walk.bvh", bvh())
+        self.put("takes/a.asf", ASF)
+        self.put("takes/a.amc", amc())
+        self.convert("takes --preset cmu --limits")
+        rates = {row["source"]: row["fps"] for row in self.index()}
+        self.assertEqual(rates, {"takes/a.amc": "120", "takes/walk.bvh": "20"})
+
+
+class Collisions(DataSet):
+    def test_two_formats_of_one_name_keep_their_extensions(self):
+        for name, content in (("w.bvh", bvh()), ("w.asf", ASF), ("w.amc", amc())):
+            self.put(f"takes/{name}", content)
+        self.convert("takes")
+        self.assertEqual({row["source"]: row["output"] for row in self.index()},
+                         {"takes/w.amc": "w.amc.json", "takes/w.bvh": "w.bvh.json"})
+
+    def test_names_that_differ_by_case_alone_are_refused(self):
+        self.put("takes/Walk.bvh", bvh())
+        self.put("takes/walk.BVH", bvh())
+        self.put("takes/run.bvh", bvh())
+        _, err = self.convert("takes", status=4)
+        self.assertEqual(self.statuses(), {"takes/Walk.bvh": "failed", "takes/walk.BVH": "failed",
+                                           "takes/run.bvh": "ok"})
+        self.assertEqual(self.outputs(), 1)
+        self.assertIn("would collide with that of takes/walk.BVH", err)
+
+    def test_one_place_from_two_paths_is_refused(self):
+        self.put("a/w.bvh", bvh())
+        self.put("b/w.bvh", bvh())
+        self.convert("a b", status=4)
+        self.assertEqual(self.statuses(), {"a/w.bvh": "failed", "b/w.bvh": "failed"})
+        self.assertEqual(self.outputs(), 0)
+
+    def test_the_index_is_no_output(self):
+        self.put("takes/index.bvh", bvh())
+        self.convert("takes --plan")
+        self.assertIn("out/index.json", self.convert("takes --plan")[0])
+
+
+class Usage(DataSet):
+    def test_wrong_usage_runs_nothing(self):
+        self.put("walk.bvh", bvh())
+        self.put("empty/notes.txt", "")
+        for line in ("none.bvh", "none", "empty", "empty/notes.txt", "walk.bvh --asf none.asf",
+                     "walk.bvh --jobs 0", "walk.bvh --scale no", "walk.bvh --tree"):
+            self.convert(line, status=2)
+        self.convert("walk.bvh", status=2, to="fbx")
+        self.convert("walk.bvh", status=2, plugin="none.so")
+        self.assertFalse((self.folder / "out").exists())
+
+    def test_help_fits_a_screen(self):
+        out, _ = self.convert("--help")
+        self.assertIn("Usage: zkhost convert", out)
+        self.assertLessEqual(out.count("\n"), 40)
+
+    def test_a_terminal_shows_how_far_it_is(self):
+        self.put_samples(3)
+        self.put_broken("takes/bro\x1bken.bvh")
+        control, terminal = pty.openpty()
+        run = subprocess.Popen(self.words(shlex.quote("takes")), cwd=self.folder, stdin=terminal,
+                               stdout=terminal, stderr=terminal, env=dict(os.environ, TERM="xterm"))
+        os.close(terminal)
+        shown = b""
+        try:
+            while piece := os.read(control, 65536):
+                shown += piece
+        except OSError:
+            pass
+        self.assertEqual(run.wait(), 4)
+        text = shown.decode()
+        self.assertRegex(text, r"\d of 4 done, 1 failed  \[#+ *\] +\d+%")
+        self.assertIn("takes/bro\\x1bken.bvh: ERROR (LINE 4)", text)
+        self.assertTrue(text.replace("\r\n", "\n").endswith("\r\x1b[K3 converted, 1 failed\nout/index.csv\n"), text)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,108 @@
+"""A plan, run by something else, makes what convert makes."""
+
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+
+from data_set import ASF, DataSet, amc, bvh, main
+
+MANUAL = pathlib.Path(__file__).resolve().parents[2] / "docs" / "clusters.md"
+
+
+class Plan(DataSet):
+    def put_data_set(self):
+        self.put("takes/07/07.asf", ASF)
+        self.put("takes/07/07_01.amc", amc(4))
+        self.put("takes/07/07_02.amc", amc(5))
+        for name in ("walk", "two words", "it's {} $HOME", "a\nb", "-dash", "\u6b69\u304f"):
+            self.put(f"takes/{name}.bvh", bvh(seed=len(name)))
+
+    def plan(self, line="takes", status=0, **how):
+        text, err = self.convert(f"{line} --plan", status=status, **how)
+        (self.folder / "plan.sh").write_text(text, encoding="utf-8")
+        return text, err
+
+    def outputs_of(self, name):
+        return {path: content for path, content in self.tree(name).items()
+                if path not in ("index.csv", ".zkhost-convert")}
+
+    def check_outputs(self):
+        """What the plan made in out/ is what convert makes elsewhere."""
+        made = self.outputs_of("out")
+        os.rename(self.folder / "out", self.folder / "by_plan")
+        self.convert("takes --bones")
+        self.assertEqual(self.outputs_of("out"), made)
+        self.assertEqual(len(made), 8)
+
+    def test_it_creates_nothing(self):
+        self.put_data_set()
+        self.plan()
+        self.assertEqual({path.name for path in self.folder.iterdir()}, {"takes", "plan.sh"})
+
+    def test_it_is_one_line_an_import(self):
+        self.put_data_set()
+        text, _ = self.plan()
+        self.assertEqual(text.count("\n"), 8)
+        self.assertTrue(all(line.startswith(f"{self.zkhost} import ") for line in text.splitlines()))
+        self.assertIn(" import takes/07/07.asf takes/07/07_01.amc ", text)
+
+    def test_a_shell_runs_it(self):
+        self.put_data_set()
+        self.plan("takes --bones")
+        for shell in ("sh", "bash"):
+            subprocess.run([shell, "plan.sh"], cwd=self.folder, check=True, capture_output=True)
+        self.check_outputs()
+
+    def test_gnu_parallel_runs_it(self):
+        self.assertIsNotNone(shutil.which("parallel"), "GNU parallel is missing (Debian package parallel)")
+        self.put_data_set()
+        self.plan("takes --bones")
+        with open(self.folder / "plan.sh", encoding="utf-8") as plan:
+            subprocess.run(["parallel", "--will-cite"], stdin=plan, cwd=self.folder, check=True,
+                           capture_output=True, env=dict(os.environ, HOME=str(self.folder)))
+        self.check_outputs()
+
+    def test_a_slurm_array_runs_it(self):
+        self.put_data_set()
+        text, _ = self.plan("takes --bones")
+        script = re.search(r"```bash\n(#!/bin/bash\n#SBATCH.*?)```", MANUAL.read_text(encoding="utf-8"), re.S)
+        (self.folder / "job.sh").write_text(script[1], encoding="utf-8")
+        lines, tasks = text.count("\n"), 3
+        for task in range(1, tasks + 1):
+            subprocess.run(["bash", "job.sh"], cwd=self.folder, check=True, capture_output=True,
+                           env=dict(os.environ, SLURM_ARRAY_TASK_ID=str(task), SLURM_ARRAY_TASK_COUNT=str(tasks),
+                                    SLURM_SUBMIT_DIR=str(self.folder)))
+        self.assertGreater(lines, tasks)
+        self.check_outputs()
+
+    def test_convert_makes_the_index_of_what_it_made(self):
+        self.put_data_set()
+        self.put_broken("takes/broken.bvh")
+        self.plan("takes --bones")
+        subprocess.run(["sh", "plan.sh"], cwd=self.folder, check=False, capture_output=True)
+        out, _ = self.convert("takes --bones --resume", status=4)
+        self.assertEqual(out, "0 converted, 8 up to date, 1 failed\nout/index.csv\n")
+        os.rename(self.folder / "out", self.folder / "by_plan")
+        self.convert("takes --bones", status=4)
+        self.assertEqual(self.tree("by_plan"), self.tree("out"))
+
+    def test_it_leaves_out_what_is_done(self):
+        self.put_data_set()
+        self.convert("takes")
+        self.assertEqual(self.plan("takes --resume")[0], "")
+        (self.folder / "out/walk.json").unlink()
+        self.assertRegex(self.plan("takes --resume")[0], r"^\S+ import takes/walk\.bvh .* -o out/walk\.json\n$")
+        self.assertEqual(self.plan("takes --resume --bones")[0].count("\n"), 8)
+
+    def test_what_cannot_be_run_is_a_failure(self):
+        self.put("takes/x.amc", amc())
+        self.put("takes/walk.bvh", bvh())
+        text, err = self.plan(status=4)
+        self.assertEqual(text.count("\n"), 1)
+        self.assertRegex(err, r"^takes/x\.amc: no skeleton")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,229 @@
+"""Whatever ends a run, a later one goes on with it."""
+
+import os
+import random
+import signal
+import time
+
+from data_set import DataSet, bvh, main
+
+
+class Resume(DataSet):
+    def times(self):
+        return {path: path.stat().st_mtime_ns for path in (self.folder / "out").rglob("*.json")}
+
+    def test_what_is_whole_and_newer_is_left_alone(self):
+        self.put_samples(5)
+        self.put_broken("takes/broken.bvh")
+        self.convert("takes", status=4)
+        first, times = self.tree(), self.times()
+        out, err = self.convert("takes --resume", status=4)
+        self.assertEqual(out, "0 converted, 5 up to date, 1 failed\nout/index.csv\n")
+        self.assertIn("takes/broken.bvh: ERROR", err)
+        self.assertEqual(self.tree(), first)
+        again = self.times()
+        broken = self.folder / "out/broken.json"
+        self.assertGreater(again.pop(broken), times.pop(broken))
+        self.assertEqual(again, times)
+
+    def test_without_it_everything_is_made_again(self):
+        self.put_samples(3)
+        self.convert("takes")
+        first, times = self.tree(), self.times()
+        self.convert("takes")
+        self.assertEqual(self.tree(), first)
+        self.assertTrue(all(after > times[path] for path, after in self.times().items()))
+
+    def check_one_is_made(self, count=3, **how):
+        self.assertEqual(self.convert("takes --resume", **how)[0],
+                         f"1 converted, {count - 1} up to date\nout/index.csv\n")
+
+    def test_what_is_missing_is_made(self):
+        self.put_samples(3)
+        self.convert("takes")
+        first = self.tree()
+        (self.folder / "out/1/take001.json").unlink()
+        self.check_one_is_made()
+        self.assertEqual(self.tree(), first)
+
+    def test_what_is_older_than_its_input_is_made(self):
+        self.put_samples(3)
+        self.convert("takes")
+        path = self.put("takes/0/take000.bvh", bvh(frames=9))
+        later = time.time() + 100
+        os.utime(path, (later, later))
+        self.check_one_is_made()
+        self.assertEqual(self.index()[0]["frames"], "9")
+
+    def test_what_is_older_than_its_skeleton_is_made(self):
+        from data_set import ASF, amc
+        skeleton = self.put("takes/07.asf", ASF)
+        self.put("takes/07_01.amc", amc())
+        self.put("takes/walk.bvh", bvh())
+        self.convert("takes")
+        later = time.time() + 100
+        os.utime(skeleton, (later, later))
+        self.check_one_is_made(2)
+
+    def test_what_is_new_is_made(self):
+        self.put_samples(2)
+        self.convert("takes")
+        self.put("takes/2/new.bvh", bvh())
+        self.check_one_is_made()
+
+    def test_other_options_make_everything_again(self):
+        self.put_samples(3)
+        self.convert("takes --bones", out="fresh")
+        self.convert("takes")
+        out, err = self.convert("takes --resume --bones")
+        self.assertEqual(out, "3 converted\nout/index.csv\n")
+        self.assertIn("other options than before", err)
+        self.assertEqual(self.tree(), self.tree("fresh"))
+
+    def test_outputs_without_a_ledger_are_looked_at_again_only(self):
+        self.put_samples(4)
+        self.convert("takes")
+        first, times = self.tree(), self.times()
+        (self.folder / "out/.zkhost-convert").unlink()
+        (self.folder / "out/index.csv").unlink()
+        (self.folder / "out/0/take000.json").unlink()
+        times.pop(self.folder / "out/0/take000.json")
+        self.check_one_is_made(4)
+        self.assertEqual(self.tree(), first)
+        self.assertEqual({path: self.times()[path] for path in times}, times)
+
+    def test_leftovers_of_the_dead_are_removed(self):
+        self.put_samples(3)
+        self.put("out/1/.zkhost-1-0.tmp", "half")
+        self.convert("takes --resume")
+        self.assert_no_leftovers()
+
+
+class CtrlC(DataSet):
+    def put_slow(self, count=20):
+        for number in range(count):
+            self.put(f"takes/slow{number:02}.bvh", bvh())
+
+    def check_cancelled(self, run, killed=0):
+        """`killed`: so many may have written their output, and had no time left to say so."""
+        out, err = run.communicate(timeout=60)
+        self.assertEqual(run.returncode, 130, err)
+        self.assertIn(b"cancelled: --resume goes on", out)
+        statuses = self.statuses()
+        self.assertEqual(set(statuses.values()), {"ok", "cancelled"})
+        unheard = self.outputs() - list(statuses.values()).count("ok")
+        self.assertIn(unheard, range(killed + 1))
+        self.assert_no_leftovers()
+
+    def test_it_ends_cleanly_and_can_be_resumed(self):
+        self.put_slow()
+        self.convert("takes", out="whole", plugin=self.stub)
+        for stop in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+            run = self.start("takes -j2", out="out", plugin=self.stub)
+            self.wait_for(lambda: self.outputs() >= 3)
+            run.send_signal(stop)
+            self.check_cancelled(run)
+            self.convert("takes -j3 --resume", plugin=self.stub)
+            self.assertEqual(self.tree(), self.tree("whole"))
+            for path in (self.folder / "out").rglob("*.json"):
+                path.unlink()
+
+    def test_the_terminal_may_send_it_to_all_of_them(self):
+        self.put_slow()
+        run = self.start("takes -j2", plugin=self.stub)
+        self.wait_for(lambda: self.outputs() >= 3)
+        os.killpg(run.pid, signal.SIGINT)
+        self.check_cancelled(run)
+
+    def test_it_ends_what_hangs(self):
+        self.put("takes/a.bvh", bvh())
+        self.put("takes/hang.bvh", bvh())
+        run = self.start("takes -j1", plugin=self.stub)
+        self.wait_for(lambda: self.outputs() >= 1)
+        time.sleep(0.2)
+        run.send_signal(signal.SIGINT)
+        self.check_cancelled(run)
+        self.assertEqual(self.statuses(), {"takes/a.bvh": "ok", "takes/hang.bvh": "cancelled"})
+
+    def test_twice_is_not_worse(self):
+        self.put_slow()
+        run = self.start("takes -j2", plugin=self.stub)
+        self.wait_for(lambda: self.outputs() >= 3)
+        run.send_signal(signal.SIGINT)
+        run.send_signal(signal.SIGTERM)
+        self.check_cancelled(run, killed=2)
+
+    def test_with_real_outputs(self):
+        self.put_samples(12, frames=400, joints=20)
+        self.convert("takes", out="whole")
+        run = self.start("takes -j2")
+        self.wait_for(lambda: self.outputs() >= 2)
+        run.send_signal(signal.SIGINT)
+        run.communicate(timeout=60)
+        self.assertIn(run.returncode, (0, 130))
+        self.assert_no_leftovers()
+        self.convert("takes --resume")
+        self.assertEqual(self.tree(), self.tree("whole"))
+
+
+class Kill(DataSet):
+    def test_at_random_moments(self):
+        self.put_samples(16, frames=300, joints=20)
+        start = time.monotonic()
+        self.convert("takes -j2", out="whole")
+        seconds = time.monotonic() - start
+        whole = self.tree("whole")
+        moments = random.Random(20)
+        for _ in range(12):
+            run = self.start("takes -j2 --resume")
+            time.sleep(moments.uniform(0, seconds / 2))
+            run.send_signal(signal.SIGKILL)
+            run.communicate()
+            self.check_nothing_is_partial(whole)
+        self.convert("takes -j2 --resume")
+        self.assertEqual(self.tree(), whole)
+        self.assert_no_leftovers()
+
+    def check_nothing_is_partial(self, whole):
+        if not (self.folder / "out").exists():
+            return
+        for path in (self.folder / "out").rglob("*"):
+            name = str(path.relative_to(self.folder / "out"))
+            if path.is_file() and not path.name.startswith(".zkhost-"):
+                self.assertEqual(path.read_bytes(), whole[name], name)
+
+    def test_of_an_import_costs_that_one(self):
+        self.put_samples(6)
+        self.put("takes/hang.bvh", bvh())
+        run = self.start("takes -j1", plugin=self.stub)
+        self.wait_for(lambda: self.outputs() >= 4)
+        children = lambda: (self.folder.parent / f"/proc/{run.pid}/task/{run.pid}/children").read_text().split()
+        time.sleep(0.3)
+        for child in children():
+            os.kill(int(child), signal.SIGKILL)
+        out, err = run.communicate(timeout=60)
+        self.assertEqual(run.returncode, 4, (out, err))
+        self.assertEqual(self.errors(), {"takes/hang.bvh": "killed by SIGKILL (Killed)"})
+
+    def test_leaves_no_import_behind(self):
+        self.put("takes/hang.bvh", bvh())
+        run = self.start("takes", plugin=self.stub)
+        children = f"/proc/{run.pid}/task/{run.pid}/children"
+        self.wait_for(lambda: open(children, encoding="ascii").read().strip())
+        child = open(children, encoding="ascii").read().split()[0]
+        # Until it has become the import, and hangs.
+        self.wait_for(lambda: "import" in open(f"/proc/{child}/cmdline", encoding="utf-8").read())
+        time.sleep(0.3)
+        run.send_signal(signal.SIGKILL)
+        run.communicate()
+
+        def is_gone():
+            try:
+                return open(f"/proc/{child}/stat", encoding="utf-8").read().rpartition(")")[2].split()[0] == "Z"
+            except OSError:
+                return True
+        self.wait_for(is_gone)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,171 @@
+"""What goes wrong costs the one file that it goes wrong with."""
+
+import os
+import pathlib
+import resource
+import stat
+import unittest
+
+from data_set import ASF, DataSet, amc, bvh, main
+
+
+def file_size_limit(size):
+    return lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+
+
+class Imports(DataSet):
+    def put_named(self, *names):
+        for name in names:
+            self.put(f"takes/{name}.bvh", bvh())
+
+    def test_a_crash_is_named(self):
+        self.put_named("a", "abort", "segv", "z")
+        _, err = self.convert("takes -j2", status=4, plugin=self.stub)
+        self.assertEqual(self.statuses(), {"takes/a.bvh": "ok", "takes/abort.bvh": "failed",
+                                           "takes/segv.bvh": "failed", "takes/z.bvh": "ok"})
+        self.assertEqual(self.errors()["takes/abort.bvh"], "killed by SIGABRT (Aborted)")
+        self.assertEqual(self.errors()["takes/segv.bvh"], "killed by SIGSEGV (Segmentation fault)")
+        self.assertIn("takes/abort.bvh: killed by SIGABRT (Aborted)\n", err)
+        self.assertEqual(self.outputs(), 2)
+
+    def test_a_hang_is_ended(self):
+        self.put_named("a", "hang", "z")
+        self.convert("takes -j1 --time-limit 0.5", status=4, plugin=self.stub)
+        self.assertEqual(self.errors(), {"takes/hang.bvh": "stopped: not done after 0.5 seconds"})
+        self.assertEqual(self.outputs(), 2)
+
+    def test_a_time_limit_leaves_others_alone(self):
+        self.put_named("slow1", "slow2", "slow3")
+        self.convert("takes -j1 --time-limit 30", plugin=self.stub)
+        self.convert("takes -j3 --time-limit 0", plugin=self.stub)
+
+    def test_broken_files_cost_themselves_alone(self):
+        self.put("takes/good.bvh", bvh())
+        self.put("takes/empty.bvh", "")
+        self.put("takes/binary.bvh", bytes(range(256)) * 40)
+        self.put("takes/cut.bvh", bvh(50)[:-200])
+        self.put("takes/s/s.asf", ASF)
+        self.put("takes/s/good.amc", amc())
+        self.put("takes/s/empty.amc", "")
+        self.convert("takes", status=4)
+        self.assertEqual({source for source, status in self.statuses().items() if status == "ok"},
+                         {"takes/good.bvh", "takes/s/good.amc"})
+        self.assertEqual(len(self.errors()), 4)
+
+    def test_what_cannot_be_opened_is_a_failure(self):
+        self.put("takes/a.bvh", bvh())
+        (self.folder / "takes/gone.bvh").symlink_to("nowhere.bvh")
+        os.mkfifo(self.folder / "takes/pipe.bvh")
+        (self.folder / "takes/folder.bvh").mkdir()
+        self.convert("takes", status=4)
+        self.assertEqual(self.errors(), {"takes/gone.bvh": "No such file or directory",
+                                         "takes/pipe.bvh": "not a regular file"})
+
+    def test_loops_of_links_end(self):
+        self.put("takes/a/a.bvh", bvh())
+        (self.folder / "takes/a/up").symlink_to("..")
+        (self.folder / "takes/a/self").symlink_to(".")
+        (self.folder / "takes/b").symlink_to("a")
+        self.convert("takes")
+        self.assertEqual(self.statuses(), {"takes/a/a.bvh": "ok"})
+
+    def test_a_signal_that_was_ignored_stays_ignored(self):
+        import signal
+        self.put_samples(2)
+        self.convert("takes", prepare=lambda: signal.signal(signal.SIGCHLD, signal.SIG_IGN))
+
+
+class Folders(DataSet):
+    def test_a_file_where_a_folder_is_needed(self):
+        self.put("takes/07/a.bvh", bvh())
+        self.put("takes/b.bvh", bvh())
+        self.put("out/07", "a file")
+        self.convert("takes", status=4)
+        self.assertEqual(self.statuses(), {"takes/07/a.bvh": "failed", "takes/b.bvh": "ok"})
+        self.assertIn("cannot write out/07/a.json", self.errors()["takes/07/a.bvh"])
+        self.assertEqual((self.folder / "out/07").read_text(), "a file")
+
+    def test_a_file_where_the_output_folder_is_needed(self):
+        self.put("takes/a.bvh", bvh())
+        self.put("out", "a file")
+        _, err = self.convert("takes", status=3)
+        self.assertIn("out", err)
+        self.assertEqual((self.folder / "out").read_text(), "a file")
+
+    def test_a_folder_where_an_output_is_needed(self):
+        self.put("takes/a.bvh", bvh())
+        (self.folder / "out/a.json").mkdir(parents=True)
+        self.convert("takes", status=4)
+        self.assertEqual(self.errors(), {"takes/a.bvh": "cannot write out/a.json: not a regular file"})
+
+    @unittest.skipIf(os.geteuid() == 0, "may write everywhere")
+    def test_a_folder_that_cannot_be_written(self):
+        self.put("takes/07/a.bvh", bvh())
+        self.put("takes/b.bvh", bvh())
+        locked = self.folder / "out/07"
+        locked.mkdir(parents=True)
+        locked.chmod(stat.S_IRUSR | stat.S_IXUSR)
+        self.addCleanup(locked.chmod, stat.S_IRWXU)
+        self.convert("takes", status=4)
+        self.assertEqual(self.errors(),
+                         {"takes/07/a.bvh": "cannot write out/07/a.json: Permission denied"})
+        (self.folder / "out").chmod(stat.S_IRUSR | stat.S_IXUSR)
+        self.addCleanup((self.folder / "out").chmod, stat.S_IRWXU)
+        self.convert("takes", status=3)
+
+    @unittest.skipIf(os.geteuid() == 0, "may read everything")
+    def test_a_folder_that_cannot_be_read(self):
+        self.put("takes/07/a.bvh", bvh())
+        self.put("takes/b.bvh", bvh())
+        locked = self.folder / "takes/07"
+        locked.chmod(0)
+        self.addCleanup(locked.chmod, stat.S_IRWXU)
+        self.convert("takes", status=4)
+        self.assertEqual(self.errors(), {"takes/07/": "Permission denied"})
+
+    def test_inputs_are_never_overwritten(self):
+        self.put("takes/walk.json", "mine")
+        walk = self.put("takes/walk.bvh", bvh())
+        before = walk.read_bytes()
+        os.link(walk, self.folder / "takes/other.txt")
+        (self.folder / "out").mkdir()
+        (self.folder / "out/walk.json").symlink_to("../takes/walk.bvh")
+        self.convert("takes", status=4)
+        self.assertEqual(walk.read_bytes(), before)
+        self.assertEqual(self.errors(), {"takes/walk.bvh": "its output would overwrite takes/walk.bvh"})
+
+
+class FullDisk(DataSet):
+    def test_large_outputs_fail_alone_and_old_ones_stay(self):
+        self.put("takes/large.bvh", bvh(frames=3000))
+        self.put("takes/small.bvh", bvh())
+        self.put("out/large.json", "old")
+        self.convert("takes", status=4, prepare=file_size_limit(100_000))
+        self.assertEqual(self.statuses(), {"takes/large.bvh": "failed", "takes/small.bvh": "ok"})
+        self.assertIn("cannot write out/large.json: File too large", self.errors()["takes/large.bvh"])
+        self.assertEqual((self.folder / "out/large.json").read_text(), "old")
+        self.assert_no_leftovers()
+        self.convert("takes --resume")
+        self.assertEqual(set(self.statuses().values()), {"ok"})
+
+    def test_an_index_that_cannot_be_written_is_said(self):
+        self.put_samples(40)
+        self.put("out/index.csv", "old")
+        _, err = self.convert("takes", status=3, prepare=file_size_limit(1000), plugin=self.stub)
+        self.assertIn("cannot write out/", err)
+        self.assertEqual((self.folder / "out/index.csv").read_text(), "old")
+        self.assert_no_leftovers()
+
+    @unittest.skipUnless(pathlib.Path("/dev/full").exists(), "no full device")
+    def test_a_full_stdout_is_an_error(self):
+        import subprocess
+        self.put("walk.bvh", bvh())
+        with open("/dev/full", "w", encoding="ascii") as full:
+            run = subprocess.run(self.words("walk.bvh"), cwd=self.folder, stdout=full,
+                                 stderr=subprocess.PIPE, check=False)
+        self.assertEqual(run.returncode, 3)
+        self.assertEqual(self.statuses(), {"walk.bvh": "ok"})
+
+
+if __name__ == "__main__":
+    main()
