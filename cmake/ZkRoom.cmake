@@ -38,7 +38,9 @@ function(zk_test name)
   target_compile_definitions(${name} PRIVATE ${TEST_DEFINITIONS})
   zk_common(${name})
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120
-    PROPERTIES TIMEOUT ${TEST_TIMEOUT} ENVIRONMENT "${ZKMOCAP_TEST_ENVIRONMENT}")
+    # One value each: a list would be taken for further properties.
+    PROPERTIES TIMEOUT ${TEST_TIMEOUT} ENVIRONMENT LC_ALL=C.UTF-8
+      ENVIRONMENT_MODIFICATION "LSAN_OPTIONS=set:${ZKMOCAP_TEST_LEAKS}")
 endfunction()
 
 # zk_bench(NAME SOURCES ... LINKS ...): a Google Benchmark program.
