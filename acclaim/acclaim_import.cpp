@@ -10,7 +10,7 @@ constexpr std::uint32_t kUnknown = std::numeric_limits<std::uint32_t>::max();
 }  // namespace
 
 CAcclaimImport::CAcclaimImport() : CMocapImportBase(MOCAP_FORMAT_ACCLAIM), lastLine(kUnknown) {
-    stringFile.RegisterWhiteSpaces("\t\r\n (),");
+    hasSeparators = stringFile.RegisterWhiteSpaces("\t\r\n (),");
 }
 
 CAcclaimImport::~CAcclaimImport() {

@@ -135,6 +135,7 @@ class CAcclaimImport : public CMocapImportBase {
     std::uint32_t lastFrame = 0;             // the highest number of a frame
     bool degrees = true;                     // the unit of the skeleton file's angles
     bool applyLimits = false;
+    bool hasSeparators = false;  // false where there was no memory for them
     bool overrideLengthMultiplier = false;
 
     NodeNames names;

@@ -39,6 +39,7 @@ Zelk::CStatus CAcclaimImport::ImportSkeleton(const Zelk::CString& asfFile,
 }
 
 std::int32_t CAcclaimImport::ReadSkeleton(const Zelk::CString& asfFile) {
+    if (!hasSeparators) return Fail(kOutOfMemory, L"Out of memory");
     if (!stringFile.ReadFile(asfFile.GetWideString()))
         return RefuseFile(true, kFileNotFound,
                           L"Failed to read ASF file. Specify a valid file name");

@@ -35,7 +35,7 @@ class AmcKeys : public testing::Test {
         ASSERT_EQ(importer.Skeleton(text), Outcome());
     }
     void Parse(const std::string& frames) { ASSERT_EQ(importer.ParseMotion(frames), Outcome()); }
-    std::vector<double> Values(const std::string& node, int slot) {
+    std::vector<double> Values(const std::string& node, std::size_t slot) {
         return importer.Keys(node, slot).values;
     }
 

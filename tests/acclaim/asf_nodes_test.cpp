@@ -28,8 +28,8 @@ class AsfNodes : public testing::Test {
     }
     static std::vector<int> Types(const MOCAPMODEL& node) {
         std::vector<int> types;
-        for (const auto& channel : node.channels)
-            types.push_back(channel.type);
+        for (std::size_t slot = 0; slot < MOCAPMODEL::kSlotCount; ++slot)
+            types.push_back(node.channels[slot].type);
         return types;
     }
     static std::vector<double> Vector(const double* v) { return {v[0], v[1], v[2]}; }

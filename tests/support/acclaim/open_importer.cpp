@@ -69,7 +69,7 @@ Outcome OpenImporter::ParseMotion(const std::string& amc) {
     return outcome;
 }
 
-TestCurve OpenImporter::Keys(const std::string& node, int slot) {
+TestCurve OpenImporter::Keys(const std::string& node, std::size_t slot) {
     const auto& channel = Node(node).channels[slot];
     TestCurve curve;
     for (std::uint32_t i = 0; channel.keys && i < frameCount; ++i) {

@@ -39,7 +39,7 @@ class OpenImporter : public CAcclaimImport {
     // The parser alone, from behind the header, for the skeleton that is there; then the keys that
     // a node's slot got, none without a motion.
     Outcome ParseMotion(const std::string& amc);
-    TestCurve Keys(const std::string& node, int slot);
+    TestCurve Keys(const std::string& node, std::size_t slot);
     std::uint32_t FrameCount() const { return frameCount; }
 
     Outcome Report(std::int32_t status) const;
