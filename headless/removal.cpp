@@ -55,7 +55,10 @@ Property* SceneEditor::FindProperty(std::wstring_view name) const {
     }
     for (std::size_t index = records_.properties.size(); foundId == 0 && index-- > 0;) {
         const std::uint32_t id = records_.properties[index];
-        if (View(RecordIn<Property>(records_.Find(id))->name) == name) foundId = id;
+        // By its own name, or by a full name in which its owner has none.
+        const Zelk::CString fullName = scene_.FullName(id);
+        if (View(RecordIn<Property>(records_.Find(id))->name) == name || View(fullName) == name)
+            foundId = id;
     }
     return RecordIn<Property>(records_.Find(foundId));
 }
