@@ -161,7 +161,8 @@ TEST(MocapModel, StartsAsNothing) {
     // Slots are made when the first of them is asked for.
     EXPECT_EQ(node.channels.begin(), node.channels.end());
     EXPECT_EQ(FindChannel(node, kPositionX), nullptr);
-    EXPECT_EQ(FindChannel(node, kEmptySlot), node.channels.begin());
+    const auto* const first = FindChannel(node, kEmptySlot);
+    EXPECT_EQ(first, node.channels.begin());
     EXPECT_EQ(std::size_t(node.channels.end() - node.channels.begin()), 7u);
     for (const auto& slot : node.channels) {
         EXPECT_EQ(slot.type, 0);
