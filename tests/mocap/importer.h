@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -76,7 +77,9 @@ class Importer : public CMocapImportBase {
     // Counted and placed as the parsers do; detached where the offset is zero.
     MOCAPMODEL& AddNode(const char* name, MOCAPMODEL* parent, std::array<double, 3> offset,
                         std::initializer_list<Slot> slots = {}) {
-        MOCAPMODEL& node = *AppendNode();
+        // Not through the importer's own way to append, which asks how many a file can speak of.
+        models.push_back(std::make_unique<MOCAPMODEL>());
+        MOCAPMODEL& node = *models.back();
         node.name = CopyText(name);
         node.parent = parent;
         node.isDetached = offset == std::array<double, 3>{};
