@@ -1,60 +1,13 @@
 #include "acclaim/amc_key_lists.h"
 
-#include <cstdlib>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <malloc.h>
-#include <new>
+
+#include "tests/support/memory/new_operators.h"
 
 namespace {
 
-std::size_t inUse = 0;
-std::size_t highest = 0;
-std::size_t allocations = 0;
-
-void* Counted(std::size_t size) {
-    void* const memory = std::malloc(size);
-    if (memory == nullptr) throw std::bad_alloc();
-    inUse += malloc_usable_size(memory);
-    highest = std::max(highest, inUse);
-    ++allocations;
-    return memory;
-}
-
-void Release(void* memory) {
-    if (memory != nullptr) inUse -= malloc_usable_size(memory);
-    std::free(memory);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    return Counted(size);
-}
-void* operator new[](std::size_t size) {
-    return Counted(size);
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return Counted(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return Counted(size);
-}
-void operator delete(void* memory) noexcept {
-    Release(memory);
-}
-void operator delete[](void* memory) noexcept {
-    Release(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    Release(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
-    Release(memory);
-}
-
-namespace {
-
+using support::memoryUse;
 using testing::ElementsAre;
 
 std::vector<double> Values(const KeyArray& keys, std::size_t count) {
@@ -111,9 +64,9 @@ TEST(AmcKeyLists, TakeLittleMoreThanTheKeys) {
     constexpr int kFrames = 50000;
     constexpr std::uint32_t kChannels = 62;
     constexpr std::size_t kKeys = kFrames * kChannels;
-    const std::size_t before = inUse;
-    highest = inUse;
-    allocations = 0;
+    const std::size_t before = memoryUse.live;
+    memoryUse.peak = before;
+    memoryUse.allocations = 0;
     {
         AmcKeyLists lists;
         for (int frame = 1; frame <= kFrames; ++frame) {
@@ -125,9 +78,9 @@ TEST(AmcKeyLists, TakeLittleMoreThanTheKeys) {
         const auto keys = lists.TakeKeys();
         EXPECT_EQ(keys[61][kFrames - 1].value, 61.0);
     }
-    EXPECT_LE(highest - before, kKeys * sizeof(MOCAP_RAWKEY) * 5 / 2);
-    EXPECT_LT(allocations, kKeys / 1000);
-    EXPECT_EQ(inUse, before);
+    EXPECT_LE(memoryUse.peak - before, kKeys * sizeof(MOCAP_RAWKEY) * 5 / 2);
+    EXPECT_LT(memoryUse.allocations, kKeys / 1000);
+    EXPECT_EQ(memoryUse.live, before);
 }
 
 }  // namespace

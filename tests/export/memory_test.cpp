@@ -1,57 +1,12 @@
 // Exporting takes no more memory than three times the motion's own keys, those included.
-#include <algorithm>
-#include <atomic>
 #include <cstdlib>
 #include <gtest/gtest.h>
-#include <malloc.h>
-#include <new>
 #include <unordered_set>
 
 #include "app/output_file.h"
 #include "tests/export/exported.h"
+#include "tests/support/memory/new_operators.h"
 #include "tests/support/temp_dir.h"
-
-namespace {
-
-std::atomic<std::size_t> live = 0;
-std::atomic<std::size_t> peak = 0;
-
-void* Take(std::size_t size) {
-    void* memory = std::malloc(size);
-    if (!memory) throw std::bad_alloc();
-    live += malloc_usable_size(memory);
-    std::size_t most = peak;
-    while (most < live && !peak.compare_exchange_weak(most, live)) {
-    }
-    return memory;
-}
-
-void GiveBack(void* memory) noexcept {
-    if (!memory) return;
-    live -= malloc_usable_size(memory);
-    std::free(memory);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    return Take(size);
-}
-void* operator new[](std::size_t size) {
-    return Take(size);
-}
-void operator delete(void* memory) noexcept {
-    GiveBack(memory);
-}
-void operator delete[](void* memory) noexcept {
-    GiveBack(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    GiveBack(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
-    GiveBack(memory);
-}
 
 namespace {
 
@@ -101,10 +56,11 @@ TEST(ExportMemory, StaysWithinThreeTimesTheKeys) {
             for (const char* path : {".glb", ".gltf", ".bvh", ".csv", ".npz"}) {
                 const support::TempDir folder;
                 const std::string file = (folder.Path() / ("out" + std::string(path))).string();
-                const std::size_t before = live;
-                peak = before;
+                const std::size_t before = support::memoryUse.live;
+                support::memoryUse.peak = before;
                 exported::ExportTo(file);
-                EXPECT_LE(keys + (peak - before), 3 * keys + kFixed) << path << ' ' << channels;
+                EXPECT_LE(keys + (support::memoryUse.peak - before), 3 * keys + kFixed)
+                    << path << ' ' << channels;
             }
         }
     }
