@@ -1,4 +1,5 @@
 // Which bone hangs on which. The file may name them in any order, repeatedly and in circles.
+#include <new>
 
 #include "acclaim/acclaim_import.h"
 #include "textio/ascii.h"
@@ -90,7 +91,8 @@ std::int32_t CAcclaimImport::EndLeaves() {
             leaf.isDetached = true;
             continue;
         }
-        auto end = std::make_unique<MOCAPMODEL>();
+        std::unique_ptr<MOCAPMODEL> end(new (std::nothrow) MOCAPMODEL);
+        if (!end) return kOutOfMemory;
         end->name = CopyText(leaf.name.get(), "_End");
         if (!end->name) return kOutOfMemory;
         end->parent = &leaf;

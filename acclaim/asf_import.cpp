@@ -32,7 +32,8 @@ Zelk::CStatus CAcclaimImport::ImportSkeleton(const Zelk::CString& asfFile,
         status = ReadSkeleton(asfFile);
         if (status.Succeeded()) status = BuildSkeleton(name);
     } catch (const std::bad_alloc&) {
-        status = Fail(kOutOfMemory, L"Out of memory");
+        // Of a parser's failure the message alone tells what it was.
+        status = Fail(parsing ? kFail : kOutOfMemory, L"Out of memory");
     }
     Clear(!status.Succeeded());
     return status;

@@ -36,11 +36,11 @@ std::uint8_t ChannelTypeOf(std::span<const ChannelToken> known, const char* toke
 
 // Looks at the slot behind the one just filled, which holds something only where a line before this
 // one put it there. A channel named twice in one line therefore passes.
-bool RepeatsChannel(const MOCAPMODEL& node, int slot) {
+bool RepeatsChannel(const MOCAPMODEL& node, std::size_t slot) {
     if (slot + 1 == MOCAPMODEL::kSlotCount) return false;
-    const std::uint8_t type = node.channels[slot + 1].type;
-    for (int i = 0; i <= slot; ++i)
-        if (node.channels[i].type == type) return true;
+    const std::uint8_t type = node.channels.TypeAt(slot + 1);
+    for (std::size_t i = 0; i <= slot; ++i)
+        if (node.channels.TypeAt(i) == type) return true;
     return false;
 }
 
@@ -81,7 +81,7 @@ std::int32_t CAcclaimImport::ParseDof(MOCAPMODEL& bone) {
 
 std::int32_t CAcclaimImport::ParseChannels(MOCAPMODEL& node, const ChannelTokens& tokens) {
     const std::uint32_t line = stringFile.GetCurrentLine();
-    for (int slot = 0;; ++slot) {
+    for (std::size_t slot = 0;; ++slot) {
         const std::uint32_t position = stringFile.GetPosition();
         const char* const token = GetNextAccString();
         if (token == nullptr) return kOk;

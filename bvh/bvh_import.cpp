@@ -11,6 +11,8 @@ using namespace Zelk::status;
 
 namespace {
 
+// What a section counts for besides its names, in characters of derived names.
+constexpr std::size_t kSectionAllowance = 128;
 // Frames that the base pose lasts.
 constexpr double kBasePoseFrames = 5.0;
 
@@ -94,7 +96,7 @@ Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
     progressBar->SetText(L"Creating Zelk model...");
     // The model, two actions and a group are called after it, in each of the file's sections, and
     // the session remembers the commands that name them.
-    if (!derivedNames.Take(std::size_t{12} * name.Length()))
+    if (!derivedNames.Take(std::size_t{12} * name.Length() + kSectionAllowance))
         return Fail(kOutOfMemory, L"Out of memory");
     Zelk::Model root = Zelk::Application().GetActiveSceneRoot();
     if (!root.AddModel(Zelk::CRefArray(), name, lastModel).Succeeded())

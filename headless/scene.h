@@ -26,8 +26,8 @@ enum class Channel : std::uint8_t { PosX, PosY, PosZ, RotX, RotY, RotZ, BoneLeng
 
 struct Object;
 
-// Keys of a curve. Times and values are of one length and immutable once set, so that a curve, the
-// items made of it and the clips made of those share them; curves with equal times share the times.
+// Keys of a curve. Times and values are of one length and immutable once set, so that a curve and
+// the items made of it share them; a curve whose times equal those set just before shares these.
 struct Keys {
     std::shared_ptr<const std::vector<double>> times;
     std::shared_ptr<const std::vector<double>> values;
@@ -69,8 +69,7 @@ struct Group {
     Object* owner = nullptr;             // the model, or the scene root
 };
 
-// The motion of an action in the model's mixer. `source` is the action's id; the items are those
-// that it had when the clip was made.
+// The motion of an action in the model's mixer. `source` is the action's id.
 struct Clip {
     Zelk::CString name;
     std::uint32_t source = 0;

@@ -15,6 +15,8 @@
 namespace {
 
 constexpr Zelk::MATH::CVector3 kChainNormal{0.0, 0.0, 1.0};
+// What a chain of its own counts for besides its names, in characters of derived names.
+constexpr std::size_t kChainAllowance = 77;
 constexpr const wchar_t* kRotationNames[] = {L"rotx", L"roty", L"rotz"};
 
 bool LiesInsideChain(const MOCAPMODEL& node) {
@@ -118,9 +120,9 @@ Zelk::CStatus CMocapImportBase::CreateChainBones(const BoneChain& chain, Zelk3DO
     if (chainFromParentJoint && !startsAtItself) {
         MOCAPMODEL start;
         // The bone, the chain's root and its effector get the name, as often as the parent begins a
-        // chain.
+        // chain; and three objects for a joint are much to ask for with a few bytes.
         const Zelk::CString parentName = parent.GetName();
-        if (!derivedNames.Take(std::size_t{3} * parentName.Length()))
+        if (!derivedNames.Take(std::size_t{3} * parentName.Length() + kChainAllowance))
             return Fail(Zelk::status::kOutOfMemory, L"Out of memory");
         start.name = NarrowName(parentName);
         if (!start.name) return Zelk::status::kOutOfMemory;

@@ -56,10 +56,14 @@ MOCAPMODEL* CMocapImportBase::AppendNode() {
     // A section without content can ask for a node with six bytes, which is worth hundreds in the
     // scene. Nodes that say anything about themselves take more of a file than this.
     constexpr std::size_t kAlways = 1024;
-    constexpr std::size_t kBytesForANode = 20;
+    constexpr std::size_t kBytesForANode = 16;
     if (models.size() >= kAlways + stringFile.GetSize() / kBytesForANode) return nullptr;
     std::unique_ptr<MOCAPMODEL> node(new (std::nothrow) MOCAPMODEL);
     if (!node) return nullptr;
-    models.push_back(std::move(node));
+    try {
+        models.push_back(std::move(node));
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
     return models.back().get();
 }

@@ -16,8 +16,8 @@
 #include "util/progress_bar.h"
 
 // What both importers share: options, the error record, the parsed skeleton, and the building of
-// scene objects from it. Operations return host status codes, negative on failure; a failing
-// operation records at most one message.
+// scene objects from it. Operations return host status codes, negative on failure; of the
+// messages that a failing operation records, the last one counts.
 class CMocapImportBase {
   public:
     enum MOCAP_FORMAT { MOCAP_FORMAT_BIOVISION = 0, MOCAP_FORMAT_ACCLAIM = 1 };
@@ -118,7 +118,7 @@ class CMocapImportBase {
 
     CStringFile stringFile;
     // For names that are made of others; to be reset with each file.
-    TextAllowance derivedNames{std::size_t{64} << 10};
+    TextAllowance derivedNames{std::size_t{4} << 20};
     MOCAP_FORMAT format;
     std::uint32_t errorLine = 0;
     std::uint32_t errorColumn = 0;

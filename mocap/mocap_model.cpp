@@ -13,7 +13,11 @@ constexpr std::size_t kPieceBytes = std::size_t{8} << 20;
 
 // `arrays` times `count` keys in one piece; null without memory.
 std::shared_ptr<void> AllocatePiece(std::size_t arrays, std::uint32_t count) {
-    return textio::AllocateLargeMemory(arrays * count * sizeof(MOCAP_RAWKEY));
+    try {
+        return textio::AllocateLargeMemory(arrays * count * sizeof(MOCAP_RAWKEY));
+    } catch (const std::bad_alloc&) {
+        return nullptr;  // no room to count its owners
+    }
 }
 
 KeyArray PartOf(const std::shared_ptr<void>& piece, std::size_t firstKey) {
@@ -51,11 +55,6 @@ std::unique_ptr<char[]> CopyText(const char* text, const char* tail) {
         std::memcpy(copy.get() + length, tail, tailLength + 1);
     }
     return copy;
-}
-
-const MOCAPMODEL::CHANNELS& MOCAPMODEL::ChannelSlots::operator[](std::size_t slot) const {
-    static const CHANNELS empty;
-    return slots_ ? slots_[slot] : empty;
 }
 
 MOCAPMODEL::CHANNELS* FindChannel(MOCAPMODEL& node, std::uint8_t type) {

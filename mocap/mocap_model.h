@@ -1,6 +1,7 @@
 // A parsed skeleton: nodes with channels, and a key for each channel and frame.
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -19,7 +20,8 @@ using KeyArray = std::shared_ptr<MOCAP_RAWKEY[]>;
 
 // Uninitialised keys; null without memory.
 KeyArray AllocateKeys(std::uint32_t count);
-// Several such arrays; empty without memory for all of them.
+// Several such arrays; empty without memory for all of them. Throws std::bad_alloc where there is
+// none for their list.
 std::vector<KeyArray> AllocateKeyArrays(std::uint32_t arrays, std::uint32_t count);
 
 // The kinds of channels, which are also the selectors of the host's parameters.
@@ -68,11 +70,14 @@ struct MOCAPMODEL {
         const CHANNELS* begin() const { return slots_.get(); }
         const CHANNELS* end() const { return slots_ ? slots_.get() + kSlotCount : nullptr; }
         // Throws std::bad_alloc.
-        CHANNELS& operator[](std::size_t slot) {
+        template <std::integral Slot>
+        CHANNELS& operator[](Slot slot) {
             if (!slots_) slots_ = std::make_unique<CHANNELS[]>(kSlotCount);
-            return slots_[slot];
+            return slots_[static_cast<std::size_t>(slot)];
         }
-        const CHANNELS& operator[](std::size_t slot) const;
+        std::uint8_t TypeAt(std::size_t slot) const {
+            return slots_ ? slots_[slot].type : std::uint8_t{kEmptySlot};
+        }
 
       private:
         std::unique_ptr<CHANNELS[]> slots_;

@@ -62,11 +62,21 @@ constexpr Command kCommands[] = {
     {kAcclaimCommand, TakeAcclaimArguments, ImportAcclaim},
 };
 
+// `does`, or the log's word for a lack of memory that nobody below has told of.
+template <class Action>
+void OrOutOfMemory(Action does) {
+    try {
+        does();
+    } catch (const std::bad_alloc&) {
+        Zelk::Application().LogMessage(L"ERROR: Out of memory", Zelk::zkInfoSeverity);
+    }
+}
+
 // Whatever the outcome: the log tells it.
 void Run(const Command& command, const VARIANT* arguments) {
     command.takeArguments(arguments);
     Zelk::CRef model, basePose, motion;
-    command.import(model, basePose, motion);
+    OrOutOfMemory([&] { command.import(model, basePose, motion); });
     if (g_UserInput.bAddClip) AddClip(model, motion);
 }
 
@@ -78,10 +88,6 @@ extern "C" __attribute__((visibility("default"))) std::int32_t ZelkOnCommand(
         std::find_if(std::begin(kCommands), std::end(kCommands),
                      [name](const Command& known) { return std::wcscmp(name, known.name) == 0; });
     if (command == std::end(kCommands)) return Zelk::status::kFail;
-    try {
-        Run(*command, arguments);
-    } catch (const std::bad_alloc&) {
-        Zelk::Application().LogMessage(L"ERROR: Out of memory", Zelk::zkInfoSeverity);
-    }
+    OrOutOfMemory([&] { Run(*command, arguments); });
     return Zelk::status::kOk;
 }

@@ -32,7 +32,8 @@ class CStringFile {
     const char* PeekNextString();
 
     // The next token as a number, read as atoi and atof do. False, with `value` untouched and the
-    // position where it was, unless the result is not zero or the token begins with "0" or "-0".
+    // position where it was (except past separators at the end of the file), unless the result is
+    // not zero or the token begins with "0" or "-0".
     bool GetNextInt(int& value);
     bool GetNextFloat(double& value);
 

@@ -10,6 +10,7 @@
 #include "tests/support/acclaim/acclaim_probe.h"
 #include "tests/support/acclaim/acclaim_random.h"
 #include "tests/support/acclaim/acclaim_walk.h"
+#include "tests/support/effort.h"
 
 namespace {
 
@@ -109,7 +110,7 @@ std::string NameOf(const AcclaimOptions& options) {
 
 TEST(AcclaimTruth, RandomPairsAgreeInEverySkeleton) {
     Compared all;
-    for (std::uint64_t seed = 0; seed < 3000; ++seed) {
+    for (std::uint64_t seed = 0; seed < 3000 / support::kShorter; ++seed) {
         const AcclaimTexts texts = RandomAcclaim(seed);
         for (AcclaimOptions options : AllOptions()) {
             SCOPED_TRACE("seed " + std::to_string(seed) + " as " + NameOf(options));
@@ -120,7 +121,7 @@ TEST(AcclaimTruth, RandomPairsAgreeInEverySkeleton) {
         }
     }
     // Most of what is tried must be compared, or the test proves nothing.
-    EXPECT_GT(all.joints, 200000u);
+    EXPECT_GT(all.joints, 200000u / support::kShorter);
     EXPECT_LT(all.SetApart(), all.joints / 3);
     std::printf("    %zu joints in frames, worst %.1e of the size; set apart:\n", all.joints,
                 all.worst);

@@ -29,7 +29,7 @@ class AsfNodes : public testing::Test {
     static std::vector<int> Types(const MOCAPMODEL& node) {
         std::vector<int> types;
         for (std::size_t slot = 0; slot < MOCAPMODEL::kSlotCount; ++slot)
-            types.push_back(node.channels[slot].type);
+            types.push_back(node.channels.TypeAt(slot));
         return types;
     }
     static std::vector<double> Vector(const double* v) { return {v[0], v[1], v[2]}; }
@@ -77,10 +77,10 @@ TEST_F(AsfNodes, HoldRadiansAsDegrees) {
     EXPECT_EQ(importer.Node("root").orientation[2], kRadiansToDegrees);
     const MOCAPMODEL& bone = importer.Node("a");
     EXPECT_EQ(bone.orientation[1], kRadiansToDegrees);
-    EXPECT_EQ(bone.channels[0].minLimit, -kRadiansToDegrees);
-    EXPECT_EQ(bone.channels[0].maxLimit, kRadiansToDegrees);
-    EXPECT_EQ(bone.channels[1].maxLimit, 1.0);
-    EXPECT_EQ(bone.channels[2].maxLimit, 1.0);
+    EXPECT_EQ(bone.channels.begin()[0].minLimit, -kRadiansToDegrees);
+    EXPECT_EQ(bone.channels.begin()[0].maxLimit, kRadiansToDegrees);
+    EXPECT_EQ(bone.channels.begin()[1].maxLimit, 1.0);
+    EXPECT_EQ(bone.channels.begin()[2].maxLimit, 1.0);
 }
 
 TEST_F(AsfNodes, TakeTheLengthFactorInForceWhereTheBoneEnds) {
@@ -133,7 +133,7 @@ TEST_F(AsfNodes, FillAllSevenSlots) {
 
 TEST_F(AsfNodes, ReadALimitForEachSlot) {
     Parse(":bonedata begin name a\n dof rx ty rz\n limits (-10 20)\n (-inf, inf) (0.0 -0)\n end");
-    const auto& channels = importer.Node("a").channels;
+    const auto* const channels = importer.Node("a").channels.begin();
     EXPECT_TRUE(channels[0].hasMinLimit && channels[0].hasMaxLimit);
     EXPECT_EQ(channels[0].minLimit, -10.0);
     EXPECT_EQ(channels[0].maxLimit, 20.0);
@@ -146,7 +146,7 @@ TEST_F(AsfNodes, ReadALimitForEachSlot) {
 
 TEST_F(AsfNodes, PassOverLimitsBeforeTheirChannels) {
     Parse(":bonedata begin name a\n limits (-10 20)\n (-1 1)\n dof rx\n end");
-    EXPECT_FALSE(importer.Node("a").channels[0].hasMinLimit);
+    EXPECT_FALSE(importer.Node("a").channels.begin()[0].hasMinLimit);
 }
 
 TEST_F(AsfNodes, TakeAnglesInOtherOrdersOfAxes) {
@@ -193,6 +193,15 @@ TEST_F(AsfNodes, PassOverAnUnknownSectionBeforeAnother) {
 TEST_F(AsfNodes, PassOverComments) {
     Parse("#c\n:root #c\n order tx #ty\n#position 4 5 6\n position 1 2 3#c\n");
     EXPECT_THAT(Types(importer.Node("root")), ElementsAre(1, 0, 0, 0, 0, 0, 0));
+}
+
+TEST_F(AsfNodes, PassOverCommentsBehindChannelsAndChildren) {
+    Parse(
+        ":root order tx\n:bonedata begin name a length 1\n dof rx #ry\n end begin name b\n end\n"
+        ":hierarchy begin\nroot a #b\nend");
+    EXPECT_THAT(Types(importer.Node("a")), ElementsAre(4, 0, 0, 0, 0, 0, 0));
+    EXPECT_EQ(importer.Node("root").childCount, 1u);
+    EXPECT_EQ(importer.Node("b").parent, nullptr);
 }
 
 TEST_F(AsfNodes, EndWithACommentInTheLastLine) {
@@ -265,9 +274,11 @@ TEST_F(AsfNodes, EndInANodeWhereTheyAreLongEnough) {
 }
 
 TEST_F(AsfNodes, AreLooseBelowAShortBone) {
-    Parse(kBones + "root short\nshort a\nend");
-    EXPECT_TRUE(importer.Node("a").isDetached);
-    EXPECT_EQ(importer.Node("short").boneChildCount, 0u);
+    for (const std::string bone : {"short", "none"}) {
+        Parse(kBones + "root " + bone + "\n" + bone + " a\nend");
+        EXPECT_TRUE(importer.Node("a").isDetached) << bone;
+        EXPECT_EQ(importer.Node(bone.c_str()).boneChildCount, 0u) << bone;
+    }
 }
 
 TEST_F(AsfNodes, NameTheRootAfterTheFirstLine) {

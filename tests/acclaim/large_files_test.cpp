@@ -7,6 +7,7 @@
 #include "host/status.h"
 #include "tests/support/acclaim/open_importer.h"
 #include "tests/support/core/session_text.h"
+#include "tests/support/effort.h"
 
 namespace {
 
@@ -38,45 +39,56 @@ std::string Frame(std::size_t bones, const std::string& values) {
     return text;
 }
 
-class LargeSkeletons : public testing::TestWithParam<bool> {
-  protected:
-    void Import(const std::string& asf, const std::string& amc, std::size_t curves) {
-        StartSession(true);
-        OpenImporter importer;
-        importer.SetOptions(GetParam(), true, false, true);
-        ASSERT_EQ(importer.Skeleton(":version 1\n:root order tx\n" + asf), Outcome());
-        ASSERT_EQ(importer.Motion(":fully-specified\n" + amc), Outcome());
-        EXPECT_EQ(ActionNamed("motion").items.size(), curves);
-    }
-};
+void Import(bool nulls, const std::string& asf, const std::string& amc, std::size_t curves) {
+    StartSession(true);
+    OpenImporter importer;
+    importer.SetOptions(nulls, true, false, true);
+    ASSERT_EQ(importer.Skeleton(":version 1\n:root order tx\n" + asf), Outcome());
+    ASSERT_EQ(importer.Motion(":fully-specified\n" + amc), Outcome());
+    EXPECT_EQ(ActionNamed("motion").items.size(), curves);
+}
 
-constexpr std::size_t kBones = 100'000;
+class LargeSkeletons : public testing::TestWithParam<bool> {};
+
+constexpr std::size_t kBones = 100'000 / support::kShorter;
 
 TEST_P(LargeSkeletons, MayBeDeep) {
     std::string hierarchy = ":hierarchy begin\nroot n0\n";
     for (std::size_t i = 1; i < kBones; ++i)
         hierarchy += Name(i - 1) + " " + Name(i) + "\n";
-    Import(Bones(kBones, "rz") + hierarchy + "end", Frame(kBones, " 1"), 1 + 3 * kBones);
+    Import(GetParam(), Bones(kBones, "rz") + hierarchy + "end", Frame(kBones, " 1"),
+           1 + 3 * kBones);
 }
 
 TEST_P(LargeSkeletons, MayBeWide) {
     std::string hierarchy = ":hierarchy begin\nroot n0\nn0";
     for (std::size_t i = 1; i < kBones; ++i)
         hierarchy += " " + Name(i);
-    Import(Bones(kBones, "rz") + hierarchy + "\nend", Frame(kBones, " 1"), 1 + 3 * kBones);
-}
-
-TEST_P(LargeSkeletons, MayAnimateEveryLength) {
-    if (!GetParam()) GTEST_SKIP() << "lengths of bones need no pass";
-    constexpr std::size_t kFew = 30'000;
-    std::string hierarchy = ":hierarchy begin\nroot n0\n";
-    for (std::size_t i = 1; i < kFew; ++i)
-        hierarchy += Name(i - 1) + " " + Name(i) + "\n";
-    Import(Bones(kFew, "|") + hierarchy + "end", Frame(kFew, " 1"), 1 + 3 * kFew);
+    Import(GetParam(), Bones(kBones, "rz") + hierarchy + "\nend", Frame(kBones, " 1"),
+           1 + 3 * kBones);
 }
 
 INSTANTIATE_TEST_SUITE_P(, LargeSkeletons, testing::Bool(),
                          [](const auto& row) { return row.param ? "Nulls" : "Bones"; });
+
+// As bones, lengths need no pass of their own.
+TEST(LargeNulls, MayAnimateEveryLength) {
+    constexpr std::size_t kFew = 30'000 / support::kShorter;
+    std::string hierarchy = ":hierarchy begin\nroot n0\n";
+    for (std::size_t i = 1; i < kFew; ++i)
+        hierarchy += Name(i - 1) + " " + Name(i) + "\n";
+    Import(true, Bones(kFew, "|") + hierarchy + "end", Frame(kFew, " 1"), 1 + 3 * kFew);
+}
+
+// As short as a bone can be written, and more than any hierarchy names.
+TEST(LargeSkeletonFiles, MayHoldBareBonesAlone) {
+    StartSession(false);
+    std::string text = ":version 1\n:root order tx\n:bonedata\n";
+    for (int i = 0; i < 40'000; ++i)
+        text += "begin name a end\n";
+    OpenImporter importer;
+    EXPECT_EQ(importer.Skeleton(text + ":hierarchy begin\nroot a\nend"), Outcome());
+}
 
 struct LargeFile {
     const char* name;

@@ -45,6 +45,10 @@ TEST_F(Curves, AddToWhatTheyHoldOnRequest) {
     EXPECT_TRUE(SetKeys(scratch.curve, {0, 3}, {0, 30}, true).Succeeded());
     EXPECT_THAT(*Record().keys.times, ElementsAre(1, 2, 0, 3));
     EXPECT_THAT(*Record().keys.values, ElementsAre(10, 20, 0, 30));
+    SetKeys(scratch.curve, {4}, {40});
+    EXPECT_TRUE(SetKeys(scratch.curve, {4}, {41}, true).Succeeded());
+    EXPECT_THAT(*Record().keys.times, ElementsAre(4, 4)) << "equal to the times it holds";
+    EXPECT_THAT(*Record().keys.values, ElementsAre(40, 41));
 }
 
 TEST_F(Curves, RefuseTimesAndValuesOfUnequalLengths) {

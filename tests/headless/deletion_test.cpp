@@ -95,6 +95,18 @@ TEST_F(Deletion, LooksAmongPropertiesOfThatBareNameToo) {
     EXPECT_FALSE(null.IsValid());
 }
 
+TEST_F(Deletion, FindsPropertiesOfWhatHasNoName) {
+    const Zelk::Model model = AddModel(L"Skel");
+    const Zelk::ChainBone bone = BoneOf(AddChain(model, {}, {1, 0, 0}), 0);
+    const Scratch scratch = AddScratch(bone);
+    const Zelk::CustomProperty later = AddProperty(AddNull(model, L"Hips"), L"Scratch");
+    EXPECT_EQ(FullNameOf(scratch.property), L"Skel..Scratch");
+    EXPECT_EQ(Delete(L"Skel..Scratch"), kOk);
+    EXPECT_FALSE(scratch.property.IsValid());
+    EXPECT_TRUE(later.IsValid());
+    EXPECT_TRUE(bone.IsValid());
+}
+
 TEST_F(Deletion, OfAPropertyLeavesItsOwner) {
     const Zelk::Null hips = AddNull(AddModel(L"Skel"), L"Hips");
     const Scratch scratch = AddScratch(hips);

@@ -64,6 +64,8 @@ const Story kStories[] = {
      {{L"a", L"a"}, {L"a", L"a1"}, {L"a", L"a2"}, {L"a1"}, {L"a1", L"a1"}, {L"a", L"a3"}}},
     {"FreesANameThatWasTakenByItsFullName",
      {{L"a", L"a"}, {L"a1", L"a1"}, {L"a", L"a2"}, {L"a1"}, {L"a", L"a1"}}},
+    {"GivesNoFreedNumberBeforeASmallerOne",
+     {{L"a", L"a"}, {L"a", L"a1"}, {L"a5", L"a5"}, {L"a5"}, {L"a", L"a2"}, {L"a", L"a3"}}},
     {"FreesANameForEveryReadingOfItsNumber",
      {{L"a", L"a"}, {L"a1", L"a1"}, {L"a1", L"a11"}, {L"a11"}, {L"a1", L"a11"}}},
     {"FreesAllDigitsForTheShorterName",

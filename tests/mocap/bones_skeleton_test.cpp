@@ -91,6 +91,19 @@ TEST_F(BonesSkeleton, StartsItsChainsAtTheParentsJoint) {
     EXPECT_EQ(Named("Foot").length, 2.0);
 }
 
+TEST_F(BonesSkeleton, StartsThreeChainsAtALooseRoot) {
+    Importer importer;
+    AddFigure(importer);
+    importer.AddNode("Tail", importer.models[0].get(), {0, 0, -2});
+    EXPECT_THAT(
+        Build(importer),
+        ElementsAre("null Hips < Skel", "root HipsRoot < Hips", "bone Hips1 < HipsRoot",
+                    "effector HipsEff < HipsRoot", "root HipsRoot1 < Hips",
+                    "bone Hips2 < HipsRoot1", "effector HipsEff1 < HipsRoot1", "bone Arm < Hips2",
+                    "root HipsRoot2 < Hips", "bone Hips3 < HipsRoot2",
+                    "effector HipsEff2 < HipsRoot2", "bone Leg < Hips3", "bone Foot < Leg"));
+}
+
 TEST_F(BonesSkeleton, StartsItsChainsAtTheirOwnJoint) {
     Importer importer;
     importer.chainFromParentJoint = false;

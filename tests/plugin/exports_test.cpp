@@ -49,6 +49,14 @@ TEST(PluginLibrary, ExportsTwoNames) {
     EXPECT_THAT(defined, HasSubstr(" B g_UserInput"));
 }
 
+// The arguments live across calls, and nothing else does.
+TEST(PluginLibrary, MakesTheArgumentsAloneWhenLoaded) {
+    std::set<std::string> initialisers;
+    for (const std::string& name : LastWords(OutputOf("nm '" ZKMOCAP_PLUGIN "'")))
+        if (name.starts_with("_GLOBAL__sub_I_")) initialisers.insert(name);
+    EXPECT_THAT(initialisers, ElementsAre("_GLOBAL__sub_I_user_input.cpp"));
+}
+
 TEST(PluginLibrary, NeedsTheHostAndTheStandardLibraryAlone) {
     // The C library's math is two libraries: the second holds its vector functions.
     const std::set<std::string> allowed = {"[libzelkhost.so]", "[libstdc++.so.6]", "[libm.so.6]",

@@ -70,8 +70,10 @@ Outcome OpenImporter::ParseMotion(const std::string& amc) {
 }
 
 TestCurve OpenImporter::Keys(const std::string& node, std::size_t slot) {
-    const auto& channel = Node(node).channels[slot];
     TestCurve curve;
+    const auto* const channels = Node(node).channels.begin();
+    if (channels == nullptr) return curve;
+    const auto& channel = channels[slot];
     for (std::uint32_t i = 0; channel.keys && i < frameCount; ++i) {
         curve.times.push_back(channel.keys[i].time);
         curve.values.push_back(channel.keys[i].value);
