@@ -1,5 +1,6 @@
 #include "util/rotation_batch.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -11,6 +12,8 @@ namespace {
 // Below this cosine the steps' own arc sine loses digits, which then are theirs to lose; it lies
 // well above the one at which they see gimbal lock.
 constexpr double kNearGimbalLock = 1e-2;
+// Degrees from half a turn, of which rounding decides whether it is a positive or a negative one.
+constexpr double kNearHalfTurn = 1e-9;
 
 RotationKernel ChooseKernel() {
 #ifdef ZKMOCAP_HAVE_AVX2_KERNEL
@@ -29,6 +32,26 @@ void MultiplyInto(double all[4][4], const double factor[4][4]) {
     double product[4][4];
     MatrixMult(all, factor, product);
     std::memcpy(all, product, sizeof(product));
+}
+
+bool IsHalfTurn(double degrees) {
+    return std::fabs(std::fabs(degrees) - 180.0) < kNearHalfTurn;
+}
+
+// A turn about one axis alone has zeros in its matrix, and no rounding there.
+bool IsExact(const double angles[3], const RotationProduct& product) {
+    if (product.before != nullptr || product.behind != nullptr) return false;
+    return (angles[0] == 0.0) + (angles[1] == 0.0) + (angles[2] == 0.0) >= 2;
+}
+
+// Whether the steps are to decide: what they give may be a whole turn from what a block gives.
+bool NeedsSteps(const double angles[3], const double turned[3], double cosine,
+                const RotationProduct& product) {
+    if (!(cosine > kNearGimbalLock)) return true;
+    // What is no number spreads further in the steps, so it goes that way too: each of the three
+    // given angles shows in one of the results.
+    if (std::isnan(turned[0] + turned[1] + turned[2])) return true;
+    return std::any_of(turned, turned + 3, IsHalfTurn) && !IsExact(angles, product);
 }
 
 }  // namespace
@@ -54,15 +77,12 @@ void ConvertRotations(RotationBlock& block, const RotationProduct& product) {
     kernel(block, product, result);
     for (std::size_t lane = 0; lane < kRotationBlock; ++lane) {
         double angles[3] = {block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]};
-        // What is no number spreads further in the steps, so it goes that way too: each of the
-        // three given angles shows in one of the results.
-        const double sum = result.angle[0][lane] + result.angle[1][lane] + result.angle[2][lane];
-        if (!(result.cosine[lane] > kNearGimbalLock) || std::isnan(sum)) {
+        const double turned[3] = {result.angle[0][lane], result.angle[1][lane],
+                                  result.angle[2][lane]};
+        if (NeedsSteps(angles, turned, result.cosine[lane], product))
             ConvertRotation(angles, product);
-        } else {
-            for (int i = 0; i < 3; ++i)
-                angles[i] = result.angle[i][lane];
-        }
+        else
+            std::copy_n(turned, 3, angles);
         for (int i = 0; i < 3; ++i)
             block.angle[i][lane] = angles[i];
     }

@@ -1,6 +1,7 @@
 // Many rotations at a time: what MatrixRotationX, Y and Z, MatrixMult and MatrixGetEulerAngles give
 // step by step, through vector sines and arc tangents. The angles are within 1e-9 degrees of
-// theirs; close to gimbal lock every lane goes through the steps themselves.
+// theirs; close to gimbal lock, and where a half turn may be a positive or a negative
+// one, a lane goes through the steps themselves.
 #pragma once
 
 #include <cstddef>
