@@ -221,6 +221,12 @@ void DescribeImport(CLI::App& import, Words& words) {
     import.add_flag("--report", request.report);
 }
 
+// "--bones=1" and the like are wrong usage.
+void RefuseValuesOfFlags(CLI::App& command) {
+    for (CLI::Option* option : command.get_options())
+        if (option->get_expected_max() == 0) option->disable_flag_override();
+}
+
 void DescribeConvert(CLI::App& convert, Words& words) {
     DescribeImportOptions(convert, words);
     const std::vector<const CLI::Option*>& acclaim = words.passedOnToAcclaim;
@@ -300,6 +306,22 @@ ConvertRequest UnderstandConvert(Words& words) {
     return request;
 }
 
+// The callback reads a text at each of these places: what is neither one nor zero leads it nowhere.
+void RefuseNumbersForTexts(const CommandRequest& request) {
+    static const std::map<std::string, std::size_t, std::less<>> kTexts = {
+        {"Biovision Import function", 1}, {"Acclaim Import function", 2}};
+    const auto texts = kTexts.find(request.name);
+    if (texts == kTexts.end()) return;
+    for (std::size_t place = 0; place < request.arguments.size(); ++place) {
+        const RawArgument& argument = request.arguments[place];
+        const bool isZero = !argument.boolean && argument.word == 0 && argument.real == 0.0 &&
+                            !std::signbit(argument.real);
+        if (place < texts->second && argument.kind != RawArgument::Kind::Text && !isZero)
+            throw UsageError(
+                fmt::format("argument {} of {} is a text, str:...", place + 1, request.name));
+    }
+}
+
 CommandRequest UnderstandCommand(Words& words) {
     words.command.progress = ProgressChoice(words.commandProgress);
     for (const std::string& argument : words.commandArguments) {
@@ -307,13 +329,30 @@ CommandRequest UnderstandCommand(Words& words) {
         if (!words.command.jsonFile.empty())
             RefuseToOverwrite(words.command.jsonFile, words.command.arguments.back().text);
     }
+    RefuseNumbersForTexts(words.command);
     return words.command;
+}
+
+// As CLI11 takes them. A folder named like "[a,b]" must not look like the lists that it splits.
+std::vector<std::string> LastFirst(std::span<const char* const> arguments) {
+    std::vector<std::string> words(arguments.rbegin(), arguments.rend());
+    if (words.back() != "convert") return words;
+    for (std::string& word : words)
+        if (word.starts_with('[') && word.ends_with(']')) word.insert(0, "./");
+    return words;
 }
 
 }  // namespace
 
+bool IsCommand(std::string_view word) {
+    return word == "import" || word == "convert" || word == "command";
+}
+
 Request ParseArguments(std::span<const char* const> arguments) {
-    if (arguments.empty()) throw UsageError("nothing to do: neither import, convert nor command");
+    constexpr std::string_view kNeither = "neither import, convert nor command";
+    if (arguments.empty()) throw UsageError(fmt::format("nothing to do: {}", kNeither));
+    if (!IsCommand(arguments[0]) && arguments[0][0] != '-')
+        throw UsageError(fmt::format("{}: {}", arguments[0], kNeither));
     Words words;
     CLI::App program;
     program.set_help_flag("-h,--help");
@@ -325,10 +364,11 @@ Request ParseArguments(std::span<const char* const> arguments) {
     DescribeImport(*import, words);
     DescribeConvert(*convert, words);
     DescribeCommand(*command, words);
+    for (CLI::App* each : {import, convert, command})
+        RefuseValuesOfFlags(*each);
 
     try {
-        // CLI11 takes them last first.
-        program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        program.parse(LastFirst(arguments));
     } catch (const CLI::CallForHelp&) {
         return Answer{std::string(import->parsed()    ? kImportHelp
                                   : convert->parsed() ? kConvertHelp

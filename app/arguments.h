@@ -88,6 +88,9 @@ struct Answer {
 
 using Request = std::variant<Answer, ImportRequest, ConvertRequest, CommandRequest>;
 
+// "import", "convert", "command".
+bool IsCommand(std::string_view word);
+
 // `arguments` without the program's name. Throws UsageError.
 Request ParseArguments(std::span<const char* const> arguments);
 

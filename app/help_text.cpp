@@ -3,13 +3,13 @@
 namespace app {
 
 const std::string_view kMainHelp =
-    R"(zkhost - imports motion capture files through the plug-in, without a 3D application
+    R"(zkhost - imports motion capture files through the plug-in, without a window
 
 Usage:
-  zkhost import FILE.bvh [OPTIONS]               a skeleton and its motion in one file
+  zkhost import FILE.bvh [OPTIONS]               a skeleton and its motion
   zkhost import SKEL.asf [MOTION.amc] [OPTIONS]  a skeleton, with a motion
-  zkhost convert PATHS --to FORMAT --out-dir DIR  a whole data set
-  zkhost command NAME [ARGUMENTS]                the plug-in's callback, as it is
+  zkhost convert PATH... --to FORMAT --out-dir DIR  a whole data set
+  zkhost command NAME [ARGUMENTS]                the plug-in's callback as it is
 
 Example:
   zkhost import walk.bvh --tree -o walk.json
@@ -29,86 +29,70 @@ const std::string_view kImportHelp =
     R"(Usage: zkhost import FILE.bvh | SKEL.asf [MOTION.amc]  [OPTIONS]
 Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
 
-Skeleton:
-  --nulls, --bones               nulls (default) or chains of bones
-  --[no-]chain-from-parent       chains start at the parent's joint (on)
-  --effector-to-last-bone        hang a chain's effector under its last bone
-  --[no-]group                   gather the animated objects in a group (on)
-  --clip                         add the motion to the mixer as a clip
-Acclaim:
-  --limits                       hold the values within the skeleton's limits
-  --length X                     multiply lengths by X instead of the file's own
-  --preset cmu                   --length 0.056444 --fps 120
-Outputs:
-  -o, --output FILE              write FILE, by extension: .glb .gltf .bvh .csv .npz
-                                 .json; may repeat
-  --make-folders                 make the folders that the outputs go to
-  --scale X                      multiply all lengths of exports by X
-  --up y|z                       the axis that points up in the file (y)
-  --fps N                        frames per second of exports and the summary
-  --resample                     keep the rate, and sample the motion --fps times a second
-  --[no-]mesh                    glTF: a body of bone shapes on the skeleton (on)
-  --digits N                     BVH: places after the decimal point
-Display:
-  --tree                         list the scene: names, types, places at rest
-  --quiet                        no summary; of the log errors and warnings only
-  --timing                       load_ms=..., and write_ms=... for each output
-  --progress auto|on|off         a progress bar to show and cancel by; auto: where
-                                 stderr is a terminal, which alone gets it drawn
-  --plugin PATH                  the plug-in to load
-  -h, --help                     this text
+  --nulls, --bones          nulls (default) or chains of bones
+  --[no-]chain-from-parent  chains start at the parent's joint (on)
+  --effector-to-last-bone   hang a chain's effector under its last bone
+  --[no-]group, --clip      gather what moves in a group (on); add a clip
+  --limits                  Acclaim: hold the values within the limits
+  --length X                Acclaim: multiply lengths by X, not the file's own
+  --preset cmu              Acclaim: --length 0.056444 --fps 120
+  -o, --output FILE         .glb .gltf .bvh .csv .npz .json; may repeat
+  --make-folders            make the folders that the outputs go to
+  --scale X, --up y|z       exports: factor on lengths; the file's up axis (y)
+  --fps N, --resample       exports: frames per second; sample at that rate
+  --[no-]mesh, --digits N   glTF: a body of bones (on); BVH: decimal places
+  --tree                    list the scene: names, types, places at rest
+  --quiet                   no summary; of the log errors and warnings only
+  --timing                  load_ms=..., and write_ms=... for each output
+  --progress auto|on|off    a bar to cancel by (auto: on a terminal)
+  --plugin PATH             the plug-in to load
+  -h, --help                this text
 )";
 
 const std::string_view kConvertHelp =
     R"(Usage: zkhost convert PATH... --to FORMAT --out-dir DIR  [OPTIONS]
 Example: zkhost convert takes/ --to glb --out-dir out
 
-Imports every .bvh, .asf and .amc file there is, each in a process of its own, and writes
-DIR/index.csv. Folders are walked; their tree is kept. An .amc goes with the .asf of its
-folder whose name begins its own (07.asf, 07_01.amc), or with the only one.
-
+Imports every .bvh, .asf and .amc file, each in a process of its own, and writes
+DIR/index.csv. Folders are walked; their tree is kept. An .amc goes with the
+.asf of its folder whose name begins its (07.asf, 07_01.amc), or the only one.
   --to FORMAT        glb, gltf, bvh, csv, npz or json
   --out-dir DIR      where the outputs go, by the names of the sources
   --asf FILE         the skeleton of every .amc
   -j, --jobs N       imports at a time (as many as there are processors)
   --time-limit X     stop an import after X seconds (600; 0: never)
   --resume           leave out what was converted and is newer than its source
-  --plan             print the command lines, one for each import; run nothing
+  --plan             print a command line for each import; run nothing
   --plugin PATH      the plug-in to load
-  -h, --help         this text
 For each import, as 'zkhost import --help' says:
-  --nulls --bones --[no-]chain-from-parent --effector-to-last-bone --[no-]group --clip
-  --scale X --up y|z --fps N --resample --[no-]mesh --digits N;
+  --nulls --bones --[no-]chain-from-parent --effector-to-last-bone --[no-]group
+  --clip --scale X --up y|z --fps N --resample --[no-]mesh --digits N;
   of Acclaim files: --limits --length X --preset cmu
-
 Exit status: 0 all converted, 4 some failed, 130 cancelled (and can be resumed),
-2 wrong usage, 3 the index could not be written.
+  2 wrong usage, 3 the index could not be written
 )";
 
 const std::string_view kCommandHelp =
     R"(Usage: zkhost command NAME [ARGUMENTS] [OPTIONS]
 
-Calls the plug-in's callback with the command NAME and prints what it returns. Arguments
-that are left out are zero.
+Calls the plug-in's callback with the command NAME and prints what it returns.
+Arguments that are left out are zero.
 
 Example:
-  zkhost command "Biovision Import function" str:walk.bvh bool:false bool:true bool:true \
-      bool:false bool:true --json walk.json
+  zkhost command "Biovision Import function" str:walk.bvh bool:false bool:true
 
 Arguments:
   str:TEXT                a text
   bool:true, bool:false   a boolean, 0xFFFF or 0
   word:N                  a 16-bit word as it is, decimal or 0x...
   real:X                  a number
-
 Options:
   --json FILE             write the record of the run
-  --progress auto|on|off  a progress bar to show and cancel by; auto: where stderr is a
-                          terminal
+  --progress auto|on|off  a bar to cancel by (auto: on a terminal)
   --plugin PATH           the plug-in to load
   -h, --help              this text
-
-Exit status: 0 when the callback returned 0, 1 otherwise.
+Exit status: 0 the callback returned 0, 1 it returned anything else,
+  2 wrong usage, 3 the record could not be written, 130 cancelled
 )";
 
 }  // namespace app

@@ -10,6 +10,8 @@
 namespace app {
 namespace {
 
+constexpr int kStopSignals[] = {SIGINT, SIGTERM};
+
 std::atomic<headless::Session*> cancelTarget = nullptr;
 std::atomic<bool> interrupted = false;
 std::atomic<bool> uncancellable = false;
@@ -30,11 +32,13 @@ void CatchInterrupts(headless::Session& session) {
     action.sa_handler = OnInterrupt;
     // The second one finds the system's own handling again.
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
-    sigaction(SIGINT, &action, nullptr);
+    for (const int signal : kStopSignals)
+        sigaction(signal, &action, nullptr);
 }
 
 void ReleaseInterrupts() {
-    std::signal(SIGINT, SIG_DFL);
+    for (const int signal : kStopSignals)
+        std::signal(signal, SIG_DFL);
 }
 
 void BeginUncancellable() noexcept {

@@ -44,7 +44,7 @@ int RunArguments(const std::string& program, std::span<const char* const> argume
     try {
         return Run(app::ParseArguments(arguments), program);
     } catch (const app::UsageError& error) {
-        const bool named = !arguments.empty() && arguments[0][0] != '-';
+        const bool named = !arguments.empty() && app::IsCommand(arguments[0]);
         const std::string command = named ? fmt::format(" {}", arguments[0]) : std::string();
         app::PrintError(error.what());
         app::PrintError(fmt::format("'zkhost{} --help' says more", command));

@@ -106,10 +106,15 @@ void OutputFile::WriteThrough(std::string_view bytes) {
     }
 }
 
-void OutputFile::Commit() {
+void OutputFile::Settle() {
     Flush();
     if (fsync(file_) != 0) Fail(errno);
     if (Interrupted()) throw OutputInterrupted();
+    settled_ = true;
+}
+
+void OutputFile::Commit() {
+    if (!settled_) Settle();
     // Still open, and so still held. All that closing could report, fsync has.
     if (std::rename(temporary_.c_str(), target_.c_str()) != 0) Fail(errno);
     temporary_.clear();

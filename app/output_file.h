@@ -40,6 +40,8 @@ class OutputFile {
         bytes.copy(buffer_.data() + used_, bytes.size());
         used_ += bytes.size();
     }
+    // Brings what was written to the disk, so that all that can still fail is the new name.
+    void Settle();
     void Commit();
 
     static constexpr std::size_t kBufferSize = std::size_t{1} << 20;
@@ -57,6 +59,7 @@ class OutputFile {
     int file_ = -1;
     std::vector<char> buffer_;
     std::size_t used_ = 0;
+    bool settled_ = false;
 };
 
 // Whether a file of that name is an output that is being written, or was when its writer was

@@ -48,13 +48,15 @@ ExportOptions OptionsOf(const ImportRequest& request, const Outcome& outcome) {
     return options;
 }
 
-// The numbers lie beside the JSON, under its name, and are whole before it is.
+// The numbers lie beside the JSON, under its name. Both are whole before either gets its name, the
+// numbers first.
 ExportNotes WriteGltfPair(const std::string& path, OutputFile& file, const headless::Scene& scene,
                           const ExportOptions& options) {
     const std::string binaryPath = path.substr(0, path.rfind('.')) + ".bin";
     OutputFile binary(binaryPath);
     const std::string binaryName = binaryPath.substr(binaryPath.rfind('/') + 1);
     ExportNotes notes = WriteGltf(file, binary, binaryName, scene, options);
+    file.Settle();
     binary.Commit();
     return notes;
 }

@@ -2,6 +2,9 @@
 
 #include <cstdio>
 #include <string>
+#include <unistd.h>
+
+#include "app/text.h"
 
 namespace app {
 
@@ -14,7 +17,11 @@ Print ToStderr() {
 }
 
 void PrintError(std::string_view message) {
-    ToStderr()("zkhost: " + std::string(message) + "\n");
+    // Names of files are part of it.
+    const std::string shown = isatty(STDERR_FILENO) != 0
+                                  ? EncodeUtf8(EscapeControls(DecodeUtf8(message), true))
+                                  : std::string(message);
+    ToStderr()("zkhost: " + shown + "\n");
 }
 
 bool FlushStdout() {

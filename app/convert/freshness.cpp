@@ -11,16 +11,23 @@
 namespace app {
 namespace {
 
+using Status = struct stat;
+
+// None: no regular file.
+std::optional<Status> StatusOf(const std::string& path) {
+    Status status{};
+    if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    return status;
+}
+
 struct FileTime {
     time_t seconds = 0;
     long nanoseconds = 0;
     auto operator<=>(const FileTime&) const = default;
 };
 
-std::optional<FileTime> TimeOf(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-    return FileTime{status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+FileTime TimeOf(const Status& status) {
+    return {status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
 }  // namespace
@@ -30,15 +37,25 @@ bool IsUpToDate(const Job& job, const std::string& outDir) {
     if (!job.skeleton.empty()) inputs.push_back(job.skeleton);
     FileTime newest;
     for (const std::string& input : inputs) {
-        const auto time = TimeOf(input);
-        if (!time) return false;
-        newest = std::max(newest, *time);
+        const auto status = StatusOf(input);
+        if (!status) return false;
+        newest = std::max(newest, TimeOf(*status));
     }
     const std::vector<std::string> outputs = FilesOf(job.output);
     return std::all_of(outputs.begin(), outputs.end(), [&](const std::string& output) {
-        const auto time = TimeOf(outDir + '/' + output);
-        return time && *time > newest;
+        const auto status = StatusOf(outDir + '/' + output);
+        return status && status->st_size > 0 && TimeOf(*status) > newest;
     });
+}
+
+std::string SizesOf(const Job& job, const std::string& outDir) {
+    std::string sizes;
+    for (const std::string& output : FilesOf(job.output)) {
+        const auto status = StatusOf(outDir + '/' + output);
+        if (!status) return {};
+        sizes += (sizes.empty() ? "" : " ") + std::to_string(status->st_size);
+    }
+    return sizes;
 }
 
 }  // namespace app

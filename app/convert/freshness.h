@@ -6,8 +6,10 @@
 
 namespace app {
 
-// Whether all files of the job's output are there and newer than all of its inputs. (A file that is
-// there is whole: outputs get their names last.)
+// Whether all files of the job's output are there, not empty, and newer than all of its inputs.
 bool IsUpToDate(const Job& job, const std::string& outDir);
+
+// How large the files of the job's output are, in one line; empty where one is missing.
+std::string SizesOf(const Job& job, const std::string& outDir);
 
 }  // namespace app

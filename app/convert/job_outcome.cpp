@@ -53,6 +53,8 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
     if (row.status == JobStatus::Cancelled) return row;
     const std::optional<ImportReport> report = ReportIn(end.output);
     if (report && report->written) row.output = job.output;
+    // A plug-in may end the process, as if all were well.
+    if (!report && row.status != JobStatus::Failed) row.status = JobStatus::Failed;
     const bool imported = row.status != JobStatus::Failed || end.exitStatus == kOutputFailed;
     if (report && imported) TakeFacts(*report, row);
     if (row.status != JobStatus::Ok) row.error = ErrorOf(end, report);

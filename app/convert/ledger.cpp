@@ -7,20 +7,15 @@
 #include <utility>
 
 #include "app/convert/csv_record.h"
+#include "app/convert/freshness.h"
 #include "app/output_file.h"
 
 namespace app {
-namespace {
-
-std::string RecordOf(const Job& job, const IndexRow& row) {
-    return CsvRecord({job.source, job.skeleton, row.output, row.joints, row.frames,
-                      row.framesPerSecond, row.seconds});
-}
-
-}  // namespace
 
 Ledger::Ledger(std::string path, std::string options)
-    : path_(std::move(path)), options_(std::move(options)) {}
+    : path_(std::move(path)),
+      folder_(path_.substr(0, path_.rfind('/'))),
+      options_(std::move(options)) {}
 
 Ledger::~Ledger() {
     if (file_ >= 0) close(file_);
@@ -36,10 +31,10 @@ Ledger::Found Ledger::Read() {
     if (TakeCsvRecord(rest) != std::vector<std::string>{options_}) return Found::OtherOptions;
     while (!rest.empty()) {
         std::vector<std::string> fields = TakeCsvRecord(rest);
-        if (fields.size() != 7) continue;
+        if (fields.size() != 8) continue;
         IndexRow row{fields[0], fields[2], JobStatus::Ok, fields[3],
                      fields[4], fields[5], fields[6],     ""};
-        entries_[fields[0]] = {std::move(fields[1]), std::move(row)};
+        entries_[fields[0]] = {std::move(fields[1]), std::move(fields[7]), std::move(row)};
     }
     return Found::Usable;
 }
@@ -47,8 +42,14 @@ Ledger::Found Ledger::Read() {
 const IndexRow* Ledger::Find(const Job& job) const {
     const auto entry = entries_.find(job.source);
     const bool isSame = entry != entries_.end() && entry->second.skeleton == job.skeleton &&
-                        entry->second.row.output == job.output;
+                        entry->second.row.output == job.output &&
+                        entry->second.sizes == SizesOf(job, folder_);
     return isSame ? &entry->second.row : nullptr;
+}
+
+std::string Ledger::RecordOf(const Job& job, const IndexRow& row) const {
+    return CsvRecord({job.source, job.skeleton, row.output, row.joints, row.frames,
+                      row.framesPerSecond, row.seconds, SizesOf(job, folder_)});
 }
 
 void Ledger::Start(const std::vector<Job>& jobs, const std::vector<IndexRow>& rows) {

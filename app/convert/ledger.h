@@ -16,7 +16,8 @@ inline constexpr char kLedgerName[] = ".zkhost-convert";
 // One line of options, then one record for each job that went well, as it was done.
 class Ledger {
   public:
-    // `options`: what outputs depend on besides their inputs. Reads nothing, writes nothing.
+    // `path`: beside the outputs. `options`: what outputs depend on besides their inputs. Reads
+    // nothing, writes nothing.
     Ledger(std::string path, std::string options);
     ~Ledger();
     Ledger(const Ledger&) = delete;
@@ -26,7 +27,7 @@ class Ledger {
     // Takes over what an earlier run with the same options noted.
     Found Read();
 
-    // What was noted of this very job, with this output; null: nothing.
+    // What was noted of this very job, with this output, which is as long as it was; null: nothing.
     const IndexRow* Find(const Job& job) const;
 
     // Writes the ledger anew, holding `rows` of `jobs` (side by side) that went well, and keeps it
@@ -38,10 +39,14 @@ class Ledger {
   private:
     struct Entry {
         std::string skeleton;
+        std::string sizes;  // of the outputs, when they were made
         IndexRow row;
     };
 
+    std::string RecordOf(const Job& job, const IndexRow& row) const;
+
     std::string path_;
+    std::string folder_;
     std::string options_;
     std::unordered_map<std::string, Entry> entries_;  // by source
     int file_ = -1;

@@ -257,8 +257,10 @@ void GltfDocument::AddAnimation(const GltfMotion& motion, std::size_t holder) {
         add(node, "rotation", "VEC4", motion.rotations[joint].Values());
         add(node, "translation", "VEC3", motion.translations[joint].Values());
     }
-    const json extras = {{"firstFrame", motion.firstFrame},
-                         {"framesPerSecond", 1.0 / motion.secondsPerFrame}};
+    json extras = {{"firstFrame", motion.firstFrame},
+                   {"framesPerSecond", 1.0 / motion.secondsPerFrame}};
+    if (motion.sourceSecondsPerFrame > 0.0)
+        extras["sourceFramesPerSecond"] = 1.0 / motion.sourceSecondsPerFrame;
     animations_.AddText("{\"name\":" + json(motion.name).dump() +
                         ",\"samplers\":" + samplers.Text() + ",\"channels\":" + channels.Text() +
                         ",\"extras\":" + extras.dump() + "}");

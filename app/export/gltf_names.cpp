@@ -36,7 +36,7 @@ bool GltfNames::IsChanged(std::string_view name) const {
     return found != counts_.end() && found->second > 1;
 }
 
-std::string GltfNames::Free(std::string name) const {
+std::string GltfNames::Free(const std::string& name) const {
     std::string free = name;
     for (int number = 1; counts_.contains(AsViewersHaveIt(free)); ++number)
         free = name + std::to_string(number);

@@ -15,7 +15,7 @@ class GltfNames {
     // Whether the name, one of those added, can come out otherwise than it went in.
     bool IsChanged(std::string_view name) const;
     // The name or, where a node has it already, the name with a number.
-    std::string Free(std::string name) const;
+    std::string Free(const std::string& name) const;
 
   private:
     std::unordered_map<std::string, int> counts_;  // of names as viewers make them

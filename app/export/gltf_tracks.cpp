@@ -75,6 +75,8 @@ GltfMotion GatherMotion(const headless::Scene& scene, const Object& model,
     out.name = EncodeUtf8(motion.name);
     out.firstFrame = timeline.frames.front();
     out.secondsPerFrame = timeline.secondsPerFrame;
+    const double source = headless::SecondsPerFrame(motion);
+    if (source > 0.0 && std::isfinite(1.0 / source)) out.sourceSecondsPerFrame = source;
     out.times = TimesOf(timeline);
     out.rotations.resize(count);
     out.translations.resize(count);

@@ -51,6 +51,7 @@ struct GltfMotion {
     std::string name;
     double firstFrame = 0.0;
     double secondsPerFrame = 0.0;            // of the motion, also where it was resampled
+    double sourceSecondsPerFrame = 0.0;      // as the file has it; 0: it does not say
     std::vector<float> times;                // seconds, strictly rising from 0
     std::vector<GltfTrack<4>> rotations;     // x y z w; one for each joint
     std::vector<GltfTrack<3>> translations;  // one for each joint

@@ -130,7 +130,11 @@ TEST_P(WrongArguments, AreRefused) {
 
 const WrongUsage kWrongUsages[] = {
     {"Nothing", {}, "nothing to do"},
-    {"UnknownCommand", {"export", "walk.bvh"}, ""},
+    {"UnknownCommand", {"export", "walk.bvh"}, "export: neither import, convert nor command"},
+    {"FlagWithAValue", {"import", "walk.bvh", "--bones=1"}, "bones was given"},
+    {"FlagDenied", {"import", "walk.bvh", "--nulls=false"}, "nulls was given"},
+    {"NegativeFlagWithAValue", {"import", "walk.bvh", "--no-group=3"}, "no-group was given"},
+    {"FlagOfConvert", {"convert", "a", "--to", "glb", "--out-dir", "o", "--clip=false"}, "clip was given"},
     {"NoFile", {"import"}, "file is required"},
     {"EmptyFile", {"import", ""}, "neither a .bvh nor an .asf file"},
     {"OtherExtension", {"import", "walk.fbx"}, "walk.fbx: neither a .bvh nor an .asf file"},
@@ -159,10 +163,21 @@ const WrongUsage kWrongUsages[] = {
     {"NoName", {"command"}, "name is required"},
     {"ArgumentWithoutKind", {"command", "X", "walk.bvh"}, "begins with str:"},
     {"ArgumentOfAnotherKind", {"command", "X", "int:1"}, "begins with str:"},
+    {"NumberForAPath", {"command", "Biovision Import function", "word:1"}, "argument 1 of Bio"},
+    {"RealForAPath", {"command", "Biovision Import function", "real:1e-9"}, "is a text"},
+    {"BooleanForAPath",
+     {"command", "Acclaim Import function", "str:a.asf", "bool:true"},
+     "argument 2 of"},
     {"CommandProgress", {"command", "X", "--progress", "maybe"}, "expected auto or on or off"},
 };
 INSTANTIATE_TEST_SUITE_P(, WrongArguments, testing::ValuesIn(kWrongUsages),
                          [](const auto& row) { return row.param.name; });
+
+TEST(CommandArguments, MayBeZeroWhereATextIsRead) {
+    for (const char* zero : {"word:0", "bool:false", "real:0", "str:"})
+        EXPECT_NO_THROW(Parse({"command", "Biovision Import function", zero, "bool:true"})) << zero;
+    EXPECT_NO_THROW(Parse({"command", "Another function", "word:1"}));
+}
 
 TEST(ImportArguments, AnInputIsNotOverwritten) {
     const TemporaryFolder folder;

@@ -20,8 +20,9 @@ TEST_P(Help, FitsAScreen) {
     std::istringstream lines(Text());
     int count = 0;
     for (std::string line; std::getline(lines, line); ++count)
-        EXPECT_LE(line.size(), 90u) << line;
-    EXPECT_LE(count, 40);
+        EXPECT_LE(line.size(), 80u) << line;
+    // With the line of the next prompt.
+    EXPECT_LE(count, 23);
 }
 
 TEST_P(Help, ShowsAnExample) {

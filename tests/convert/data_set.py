@@ -6,9 +6,7 @@ usage of each test: test_THEME.py ZKHOST PLUGIN STUB_PLUGIN [UNITTEST ARGUMENTS]
 import csv
 import os
 import pathlib
-import re
 import shlex
-import signal
 import subprocess
 import sys
 import tempfile

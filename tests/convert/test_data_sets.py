@@ -22,20 +22,25 @@ class Outputs(DataSet):
     def test_each_is_what_import_makes(self):
         for name in ("walk.asf", "walk.amc", "walk.bvh"):
             self.put(f"takes/{name}", (SAMPLES / name).read_bytes())
-        self.convert("takes --bones --no-group")
-        for files, output in (("takes/walk.bvh", "walk.bvh.json"),
-                              ("takes/walk.asf takes/walk.amc", "walk.amc.json")):
-            subprocess.run([self.zkhost, "import", *files.split(), "--bones", "--no-group",
-                            "--plugin", self.plugin, "--progress", "off", "-o", "alone.json"],
-                           cwd=self.folder, check=True, capture_output=True)
-            self.assertEqual((self.folder / "alone.json").read_bytes(), self.tree()[output])
+        options = "--bones --no-group --scale 0.5 --no-mesh --up z"
+        for to in ("glb", "gltf", "bvh", "csv", "npz", "json"):
+            self.convert(f"takes {options}", to=to, out=to)
+            made = self.tree(to)
+            for files, name in (("takes/walk.bvh", "walk.bvh"), ("takes/walk.asf takes/walk.amc", "walk.amc")):
+                subprocess.run([self.zkhost, "import", *files.split(), *options.split(), "--plugin", self.plugin,
+                                "--progress", "off", "--make-folders", "-o", f"alone/{to}/{name}.{to}"],
+                               cwd=self.folder, check=True, capture_output=True)
+            alone = self.tree(f"alone/{to}")
+            self.assertEqual(set(made) - set(alone), {"index.csv", ".zkhost-convert"})
+            self.assertEqual({name: made[name] for name in alone}, alone)
+            self.assertEqual(len(alone), 4 if to == "gltf" else 2)
 
     def test_bytes_do_not_depend_on_the_number_of_processes(self):
         self.put_samples(20)
         self.put_broken("takes/1/broken.bvh")
-        self.convert("takes -j1", status=4, out="one")
-        self.convert("takes -j7", status=4, out="seven")
-        self.convert("takes", status=4, out="as_many_as_cores")
+        self.convert("takes -j1", status=4, out="one", to="glb")
+        self.convert("takes -j7", status=4, out="seven", to="glb")
+        self.convert("takes", status=4, out="as_many_as_cores", to="glb")
         self.assertEqual(self.tree("one"), self.tree("seven"))
         self.assertEqual(self.tree("one"), self.tree("as_many_as_cores"))
 
@@ -151,10 +156,31 @@ class Collisions(DataSet):
         self.assertEqual(self.statuses(), {"a/w.bvh": "failed", "b/w.bvh": "failed"})
         self.assertEqual(self.outputs(), 0)
 
+    def test_a_folder_may_be_called_anything(self):
+        for number, folder in enumerate(("[a,b]", "[]", "-j")):
+            self.put(f"{folder}/{number}.bvh", bvh())
+        self.convert("[a,b] [] ./-j")
+        self.assertEqual(set(self.statuses()), {"./[a,b]/0.bvh", "./[]/1.bvh", "./-j/2.bvh"})
+
     def test_the_index_is_no_output(self):
         self.put("takes/index.bvh", bvh())
-        self.convert("takes --plan")
-        self.assertIn("out/index.json", self.convert("takes --plan")[0])
+        self.convert("takes", to="csv")
+        self.assertEqual([row["output"] for row in self.index()], ["index.bvh.csv"])
+
+    def test_outputs_are_no_inputs(self):
+        for name, content in (("w.bvh", bvh()), ("07.asf", ASF), ("07_1.amc", amc())):
+            self.put(f"takes/{name}", content)
+        before = self.tree("takes")
+        _, err = self.convert("takes", status=4, to="bvh", out="takes")
+        self.assertIn("takes/w.bvh: its output would overwrite takes/w.bvh\n", err)
+        self.assertIn("takes/07_1.amc: its output would stand among the inputs", err)
+        after = self.tree("takes")
+        self.assertEqual({name: after[name] for name in before}, before)
+        self.assertEqual(set(after) - set(before), {"index.csv", ".zkhost-convert"})
+        # Inside, they are told apart.
+        for _ in range(2):
+            self.convert("takes", to="bvh", out="takes/out")
+            self.assertEqual(len(self.index("takes/out")), 2)
 
 
 class Usage(DataSet):

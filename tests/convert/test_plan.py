@@ -28,11 +28,11 @@ class Plan(DataSet):
         return {path: content for path, content in self.tree(name).items()
                 if path not in ("index.csv", ".zkhost-convert")}
 
-    def check_outputs(self):
+    def check_outputs(self, to):
         """What the plan made in out/ is what convert makes elsewhere."""
         made = self.outputs_of("out")
         os.rename(self.folder / "out", self.folder / "by_plan")
-        self.convert("takes --bones")
+        self.convert("takes --bones", to=to)
         self.assertEqual(self.outputs_of("out"), made)
         self.assertEqual(len(made), 8)
 
@@ -50,23 +50,23 @@ class Plan(DataSet):
 
     def test_a_shell_runs_it(self):
         self.put_data_set()
-        self.plan("takes --bones")
+        self.plan("takes --bones", to="bvh")
         for shell in ("sh", "bash"):
             subprocess.run([shell, "plan.sh"], cwd=self.folder, check=True, capture_output=True)
-        self.check_outputs()
+        self.check_outputs("bvh")
 
     def test_gnu_parallel_runs_it(self):
         self.assertIsNotNone(shutil.which("parallel"), "GNU parallel is missing (Debian package parallel)")
         self.put_data_set()
-        self.plan("takes --bones")
+        self.plan("takes --bones", to="glb")
         with open(self.folder / "plan.sh", encoding="utf-8") as plan:
             subprocess.run(["parallel", "--will-cite"], stdin=plan, cwd=self.folder, check=True,
                            capture_output=True, env=dict(os.environ, HOME=str(self.folder)))
-        self.check_outputs()
+        self.check_outputs("glb")
 
     def test_a_slurm_array_runs_it(self):
         self.put_data_set()
-        text, _ = self.plan("takes --bones")
+        text, _ = self.plan("takes --bones", to="npz")
         script = re.search(r"```bash\n(#!/bin/bash\n#SBATCH.*?)```", MANUAL.read_text(encoding="utf-8"), re.S)
         (self.folder / "job.sh").write_text(script[1], encoding="utf-8")
         lines, tasks = text.count("\n"), 3
@@ -75,7 +75,7 @@ class Plan(DataSet):
                            env=dict(os.environ, SLURM_ARRAY_TASK_ID=str(task), SLURM_ARRAY_TASK_COUNT=str(tasks),
                                     SLURM_SUBMIT_DIR=str(self.folder)))
         self.assertGreater(lines, tasks)
-        self.check_outputs()
+        self.check_outputs("npz")
 
     def test_convert_makes_the_index_of_what_it_made(self):
         self.put_data_set()

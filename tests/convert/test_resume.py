@@ -1,11 +1,24 @@
 """Whatever ends a run, a later one goes on with it."""
 
 import os
+import pathlib
 import random
 import signal
 import time
 
-from data_set import DataSet, bvh, main
+from data_set import ASF, DataSet, amc, bvh, main
+
+
+def read(path):
+    try:
+        return pathlib.Path(path).read_text(encoding="utf-8", errors="replace")
+    except OSError:
+        return ""
+
+
+def state(process):
+    """As /proc tells it; empty where there is no such process."""
+    return read(f"/proc/{process}/stat").rpartition(") ")[2][:1]
 
 
 class Resume(DataSet):
@@ -46,6 +59,16 @@ class Resume(DataSet):
         self.check_one_is_made()
         self.assertEqual(self.tree(), first)
 
+    def test_what_is_no_longer_whole_is_made(self):
+        self.put_samples(3)
+        self.convert("takes", to="gltf")
+        first = self.tree()
+        for name in ("take001.gltf", "take001.bin"):
+            for size in (0, len(first[f"1/{name}"]) - 1):
+                os.truncate(self.folder / "out/1" / name, size)
+                self.check_one_is_made(to="gltf")
+                self.assertEqual(self.tree(), first)
+
     def test_what_is_older_than_its_input_is_made(self):
         self.put_samples(3)
         self.convert("takes")
@@ -56,7 +79,6 @@ class Resume(DataSet):
         self.assertEqual(self.index()[0]["frames"], "9")
 
     def test_what_is_older_than_its_skeleton_is_made(self):
-        from data_set import ASF, amc
         skeleton = self.put("takes/07.asf", ASF)
         self.put("takes/07_01.amc", amc())
         self.put("takes/walk.bvh", bvh())
@@ -170,19 +192,26 @@ class Kill(DataSet):
     def test_at_random_moments(self):
         self.put_samples(16, frames=300, joints=20)
         start = time.monotonic()
-        self.convert("takes -j2", out="whole")
+        # In two files each, so that there is more to fall apart.
+        self.convert("takes -j2", out="whole", to="gltf")
         seconds = time.monotonic() - start
         whole = self.tree("whole")
         moments = random.Random(20)
         for _ in range(12):
-            run = self.start("takes -j2 --resume")
+            run = self.start("takes -j2 --resume", to="gltf")
             time.sleep(moments.uniform(0, seconds / 2))
             run.send_signal(signal.SIGKILL)
             run.communicate()
             self.check_nothing_is_partial(whole)
-        self.convert("takes -j2 --resume")
+        self.convert("takes -j2 --resume", to="gltf")
         self.assertEqual(self.tree(), whole)
         self.assert_no_leftovers()
+
+    def hanging_imports(self, run):
+        """Children that have loaded the plug-in and sleep: in it, nothing else waits."""
+        return [int(child) for child in read(f"/proc/{run.pid}/task/{run.pid}/children").split()
+                if "stub_plugin" in read(f"/proc/{child}/maps") and "hang" in read(f"/proc/{child}/cmdline")
+                and state(child) == "S"]
 
     def check_nothing_is_partial(self, whole):
         if not (self.folder / "out").exists():
@@ -197,10 +226,9 @@ class Kill(DataSet):
         self.put("takes/hang.bvh", bvh())
         run = self.start("takes -j1", plugin=self.stub)
         self.wait_for(lambda: self.outputs() >= 4)
-        children = lambda: (self.folder.parent / f"/proc/{run.pid}/task/{run.pid}/children").read_text().split()
-        time.sleep(0.3)
-        for child in children():
-            os.kill(int(child), signal.SIGKILL)
+        self.wait_for(lambda: self.hanging_imports(run))
+        for child in self.hanging_imports(run):
+            os.kill(child, signal.SIGKILL)
         out, err = run.communicate(timeout=60)
         self.assertEqual(run.returncode, 4, (out, err))
         self.assertEqual(self.errors(), {"takes/hang.bvh": "killed by SIGKILL (Killed)"})
@@ -208,21 +236,12 @@ class Kill(DataSet):
     def test_leaves_no_import_behind(self):
         self.put("takes/hang.bvh", bvh())
         run = self.start("takes", plugin=self.stub)
-        children = f"/proc/{run.pid}/task/{run.pid}/children"
-        self.wait_for(lambda: open(children, encoding="ascii").read().strip())
-        child = open(children, encoding="ascii").read().split()[0]
-        # Until it has become the import, and hangs.
-        self.wait_for(lambda: "import" in open(f"/proc/{child}/cmdline", encoding="utf-8").read())
-        time.sleep(0.3)
+        self.wait_for(lambda: self.hanging_imports(run))
+        child = self.hanging_imports(run)[0]
         run.send_signal(signal.SIGKILL)
         run.communicate()
 
-        def is_gone():
-            try:
-                return open(f"/proc/{child}/stat", encoding="utf-8").read().rpartition(")")[2].split()[0] == "Z"
-            except OSError:
-                return True
-        self.wait_for(is_gone)
+        self.wait_for(lambda: state(child) in ("Z", ""))
 
 
 if __name__ == "__main__":

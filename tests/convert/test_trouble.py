@@ -3,7 +3,9 @@
 import os
 import pathlib
 import resource
+import signal
 import stat
+import subprocess
 import unittest
 
 from data_set import ASF, DataSet, amc, bvh, main
@@ -52,6 +54,15 @@ class Imports(DataSet):
                          {"takes/good.bvh", "takes/s/good.amc"})
         self.assertEqual(len(self.errors()), 4)
 
+    def test_what_an_export_refuses_is_a_failure(self):
+        self.put("takes/good.bvh", bvh())
+        self.put("takes/nan.bvh", bvh(3).rpartition(" ")[0] + " nan\n")
+        self.convert("takes", status=4, to="glb")
+        row = self.index()[1]
+        self.assertEqual((row["output"], row["status"], row["joints"]), ("", "failed", "4"))
+        self.assertIn("cannot write out/nan.glb: ", row["first error"])
+        self.assertEqual(set(self.tree()), {"good.glb", "index.csv", ".zkhost-convert"})
+
     def test_what_cannot_be_opened_is_a_failure(self):
         self.put("takes/a.bvh", bvh())
         (self.folder / "takes/gone.bvh").symlink_to("nowhere.bvh")
@@ -70,7 +81,6 @@ class Imports(DataSet):
         self.assertEqual(self.statuses(), {"takes/a/a.bvh": "ok"})
 
     def test_a_signal_that_was_ignored_stays_ignored(self):
-        import signal
         self.put_samples(2)
         self.convert("takes", prepare=lambda: signal.signal(signal.SIGCHLD, signal.SIG_IGN))
 
@@ -158,7 +168,6 @@ class FullDisk(DataSet):
 
     @unittest.skipUnless(pathlib.Path("/dev/full").exists(), "no full device")
     def test_a_full_stdout_is_an_error(self):
-        import subprocess
         self.put("walk.bvh", bvh())
         with open("/dev/full", "w", encoding="ascii") as full:
             run = subprocess.run(self.words("walk.bvh"), cwd=self.folder, stdout=full,

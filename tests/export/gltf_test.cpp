@@ -170,6 +170,7 @@ TEST(Gltf, SaysWhereItComesFrom) {
     EXPECT_EQ(extras["options"]["scale"], 0.5);
     EXPECT_EQ(extras["options"]["nulls"], true);
     EXPECT_EQ(glb.json["animations"][0]["extras"]["framesPerSecond"], 2.0);
+    EXPECT_EQ(glb.json["animations"][0]["extras"]["sourceFramesPerSecond"], 2.0);
 }
 
 TEST(Gltf, LeavesTheSkinAloneWithoutAMesh) {
@@ -184,6 +185,9 @@ TEST(Gltf, TakesAnotherRateAndResamples) {
     ASSERT_TRUE(exported::ImportText(kLimb));
     const Glb faster(exported::Export(".glb", {.framesPerSecond = 10.0}));
     EXPECT_THAT(faster.Times(), testing::ElementsAre(0.0F, 0.1F, 0.2F, 0.3F));
+    const json& extras = faster.json["animations"][0]["extras"];
+    EXPECT_EQ(extras["framesPerSecond"], 10.0);
+    EXPECT_EQ(extras["sourceFramesPerSecond"], 2.0);
     const Glb denser(exported::Export(".glb", {.resampleTo = 4.0}));
     EXPECT_THAT(denser.Times(), testing::ElementsAre(0.0F, 0.25F, 0.5F, 0.75F, 1.0F, 1.25F, 1.5F));
     const Glb both(exported::Export(".glb", {.framesPerSecond = 10.0, .resampleTo = 20.0}));
