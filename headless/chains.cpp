@@ -190,8 +190,6 @@ Node* SceneEditor::MakeBone(Node& chainRoot, const Zelk::MATH::CVector3& end,
 
     Node& bone = Install(source, std::move(newBone));
     PlaceBone(bone, source, start.origin, end);
-    // The effector leaves the old last bone before there is a new one.
-    if (chain.effector != nullptr) Invalidate(AsNode(*chain.effector));
     chain.bones.push_back(&bone);
     const double tip[3] = {end.x, end.y, end.z};
     PlaceEffector(chainRoot, tip);
