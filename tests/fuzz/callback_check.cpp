@@ -1,0 +1,143 @@
+#include "tests/fuzz/callback_check.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "headless/session.h"
+#include "host/status.h"
+#include "tests/fuzz/memory_file.h"
+#include "tests/fuzz/require.h"
+#include "tests/fuzz/scene_requirements.h"
+#include "tests/support/core/session_text.h"
+
+namespace fuzz {
+namespace {
+
+constexpr std::size_t kHead = 24;
+constexpr std::size_t kLongestInput = 6000;
+constexpr std::size_t kArguments = 10;
+constexpr const wchar_t* kCommands[] = {L"Biovision Import function", L"Acclaim Import function",
+                                        L"", L"Biovision import function",
+                                        L"Acclaim Import function "};
+
+// Bytes as they come; zeros behind the last.
+class Bytes {
+  public:
+    explicit Bytes(std::string_view bytes) : bytes_(bytes) {}
+
+    template <class Value>
+    Value Take() {
+        std::array<char, sizeof(Value)> taken{};
+        const std::size_t count = std::min(taken.size(), bytes_.size());
+        std::copy_n(bytes_.begin(), count, taken.begin());
+        bytes_.remove_prefix(count);
+        Value value;
+        std::memcpy(&value, taken.data(), sizeof(value));
+        return value;
+    }
+
+  private:
+    std::string_view bytes_;
+};
+
+// What a host may put in the place of a file's name.
+std::wstring PathFor(std::uint8_t choice, const MemoryFile& file, std::string_view text) {
+    switch (choice % 8) {
+        case 0:
+            return {};
+        case 1:
+            return L"/";
+        case 2:
+            return L"/nowhere/at.all";
+        case 3:  // as wide as the text: characters that are none, and half of a pair
+            return std::wstring(text.begin(), text.end()) + L"\xD800\xDC80\x7FFFFFFF/.";
+        case 4:
+            return std::wstring(5000, L'x') + L'/';
+        default:
+            return file.Path();
+    }
+}
+
+class Arguments {
+  public:
+    Arguments(Bytes& bytes, bool acclaim, const MemoryFile& first, const MemoryFile& second,
+              std::string_view text) {
+        // The type words, and what lies beside a flag, are anybody's.
+        for (VARIANT& record : records_) {
+            std::memset(static_cast<void*>(&record), bytes.Take<std::uint8_t>(), sizeof(record));
+        }
+        std::size_t place = 0;
+        PutText(place++, bytes, first, text);
+        if (acclaim) {
+            PutText(place++, bytes, second, text);
+            PutWord(place++, bytes);
+            PutWord(place++, bytes);
+            records_[place++].dblVal = bytes.Take<double>();
+        }
+        for (int flag = 0; flag < 5; ++flag)
+            PutWord(place++, bytes);
+    }
+    const VARIANT* Data() const { return records_.data(); }
+
+  private:
+    void PutText(std::size_t place, Bytes& bytes, const MemoryFile& file, std::string_view text) {
+        const auto choice = bytes.Take<std::uint8_t>();
+        texts_[place] = PathFor(choice, file, text.substr(0, 40));
+        records_[place].bstrVal = choice == 8 ? nullptr : texts_[place].c_str();
+    }
+    // True more often than one word in 65536 would be.
+    void PutWord(std::size_t place, Bytes& bytes) {
+        const auto byte = bytes.Take<std::uint8_t>();
+        const std::uint16_t word =
+            byte % 2 == 0 ? std::uint16_t{0xFFFF} : static_cast<std::uint16_t>(byte * 257 / 2);
+        std::memcpy(&records_[place].boolVal, &word, sizeof(word));
+    }
+
+    std::array<VARIANT, kArguments> records_;
+    std::array<std::wstring, kArguments> texts_;
+};
+
+void RequireOutcome(std::int32_t result, bool isImport) {
+    const std::vector<std::string> lines = support::LogLines();
+    if (!isImport) {
+        Require(result == Zelk::status::kFail, "an unknown command was known");
+        Require(lines.empty() && support::CommandLines().empty(),
+                "an unknown command did something");
+        return;
+    }
+    Require(result == 0, "the callback returned " + support::StatusText(result));
+    Require(!lines.empty(), "nothing was logged");
+    if (lines.front() == "2: File name not specified") return;
+    Require(lines.front().starts_with("-: Importing "), "the import was not announced");
+    Require(lines.back().starts_with("8: "), "no outcome was logged");
+    const bool failed = std::any_of(lines.begin(), lines.end(), [](const std::string& line) {
+        return line.starts_with("8: ERROR");
+    });
+    RequireSoundScene(!failed, true);
+}
+
+}  // namespace
+
+void CheckCallback(Callback callback, std::string_view input) {
+    if (input.size() < kHead || input.size() > kLongestInput) return;
+    Bytes bytes(input.substr(0, kHead));
+    const auto choice = bytes.Take<std::uint8_t>();
+    const wchar_t* const command = kCommands[choice % std::size(kCommands)];
+    const bool isImport = choice % std::size(kCommands) < 2;
+    const std::string_view texts = input.substr(kHead);
+    const std::size_t separator = texts.find('~');
+    const MemoryFile first(texts.substr(0, separator));
+    const MemoryFile second(separator == std::string_view::npos ? "" : texts.substr(separator + 1));
+
+    support::StartSession((choice & 0x80) != 0);
+    const Arguments arguments(bytes, choice % std::size(kCommands) == 1, first, second, texts);
+    const std::int32_t result = callback(command, arguments.Data());
+    RequireOutcome(result, isImport);
+    RequireSoundScene(false, true);
+    headless::Session::Current().Reset();
+}
+
+}  // namespace fuzz

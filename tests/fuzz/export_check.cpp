@@ -1,0 +1,196 @@
+#include "tests/fuzz/export_check.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "acclaim/acclaim_import.h"
+#include "app/export/bvh.h"
+#include "app/export/csv.h"
+#include "app/export/gltf.h"
+#include "app/export/npz.h"
+#include "app/export/options.h"
+#include "bvh/biovision_import.h"
+#include "headless/session.h"
+#include "tests/fuzz/memory_file.h"
+#include "tests/fuzz/require.h"
+#include "tests/support/core/session_text.h"
+#include "tests/support/temp_dir.h"
+
+namespace fuzz {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kHead = 2;
+constexpr std::size_t kLongestInput = 3000;
+// Frame numbers farther apart than this cost time and show nothing new.
+constexpr double kLongestMotion = 2000.0;
+
+struct Choices {
+    bool nulls, chainFromParent, effectorToLastBone;
+    app::ExportOptions options;
+
+    Choices(char first, char second)
+        : nulls((first & 1) != 0),
+          chainFromParent((first & 2) != 0),
+          effectorToLastBone((first & 4) != 0) {
+        static constexpr double kScales[] = {1.0, 0.01, 1e-300, 1e300};
+        options.scale = kScales[second & 3];
+        options.zUp = (first & 8) != 0;
+        options.mesh = (first & 16) != 0;
+        if ((second & 4) != 0) options.framesPerSecond = 30.0;
+        if ((second & 8) != 0) options.resampleTo = 24.0;
+        if ((second & 16) != 0) options.digits = 3;
+    }
+};
+
+// What a failed import leaves in the scene is as good a scene as any.
+void ImportBvh(std::string_view text, const Choices& choices) {
+    const MemoryFile file(text);
+    CBiovisionImport importer;
+    importer.SetOptions(choices.nulls, choices.chainFromParent, choices.effectorToLastBone, true);
+    importer.ImportBVH(file.Path().c_str(), L"probe");
+}
+
+void ImportPair(std::string_view texts, const Choices& choices) {
+    const std::size_t separator = texts.find('~');
+    const MemoryFile asf(texts.substr(0, separator));
+    CAcclaimImport importer;
+    importer.SetOptions(choices.nulls, choices.chainFromParent, choices.effectorToLastBone, true);
+    if (!importer.ImportSkeleton(asf.Path().c_str(), L"probe").Succeeded()) return;
+    if (separator == std::string_view::npos) return;
+    const MemoryFile amc(texts.substr(separator + 1));
+    importer.ImportMotion(amc.Path().c_str(), L"motion");
+}
+
+const headless::Scene& CurrentScene() {
+    return headless::Session::Current().GetScene();
+}
+
+bool IsLong() {
+    for (const headless::Object* model : CurrentScene().Models())
+        for (const auto& action : model->modelData->actions) {
+            if (action->animEnd > kLongestMotion) return true;
+            for (const auto& item : action->items)
+                if (item.IsCurve() && item.curve->keys.Count() > 0) {
+                    const auto [least, most] = std::minmax_element(item.curve->keys.times->begin(),
+                                                                   item.curve->keys.times->end());
+                    if (!(*most - *least <= kLongestMotion)) return true;
+                }
+        }
+    return false;
+}
+
+// A folder in memory where there is one.
+const support::TempDir& Folder() {
+    static const support::TempDir folder = [] {
+        if (fs::is_directory("/dev/shm")) setenv("TMPDIR", "/dev/shm", 1);
+        return support::TempDir();
+    }();
+    return folder;
+}
+
+std::size_t FilesLeft() {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(Folder().Path()), fs::directory_iterator()));
+}
+
+class Exports {
+  public:
+    explicit Exports(const app::ExportOptions& options) : options_(options) {}
+
+    void Run() {
+        Write({"a.bvh"},
+              [&](app::OutputFile& out) { app::WriteBvh(out, CurrentScene(), options_); });
+        Write({"a.csv"},
+              [&](app::OutputFile& out) { app::WriteCsv(out, CurrentScene(), options_); });
+        Write({"a.npz"},
+              [&](app::OutputFile& out) { app::WriteNpz(out, CurrentScene(), options_); });
+        Write({"a.glb"},
+              [&](app::OutputFile& out) { app::WriteGlb(out, CurrentScene(), options_); });
+        Write({"a.gltf", "a.bin"}, [&](app::OutputFile& out) {
+            app::OutputFile binary((Folder().Path() / "a.bin").string());
+            app::WriteGltf(out, binary, "a.bin", CurrentScene(), options_);
+            binary.Commit();
+        });
+        RequireFormats();
+    }
+
+    std::optional<std::string> Bytes(const std::string& name) const {
+        const auto found = written_.find(name);
+        return found == written_.end() ? std::nullopt : std::optional(found->second);
+    }
+
+  private:
+    template <class Writer>
+    void Write(std::initializer_list<const char*> names, const Writer& write) {
+        bool refused = false;
+        try {
+            app::OutputFile file((Folder().Path() / *names.begin()).string());
+            write(file);
+            file.Commit();
+        } catch (const app::ExportError& error) {
+            Require(*error.what() != '\0', "a refusal without a reason");
+            refused = true;
+        }
+        Require(FilesLeft() == (refused ? 0 : names.size()), "files are left behind or missing");
+        for (const char* name : names) {
+            const fs::path path = Folder().Path() / name;
+            if (refused) continue;
+            std::ifstream stream(path, std::ios::binary);
+            written_[name] = {std::istreambuf_iterator<char>(stream), {}};
+            fs::remove(path);
+        }
+    }
+
+    void RequireFormats() const {
+        const auto glb = Bytes("a.glb");
+        Require(!glb || (glb->starts_with("glTF") && glb->size() % 4 == 0), "no glTF file");
+        const auto npz = Bytes("a.npz");
+        Require(!npz || npz->starts_with("PK"), "no archive");
+        const auto bvh = Bytes("a.bvh");
+        Require(!bvh || bvh->empty() || bvh->starts_with("HIERARCHY"), "no BVH file");
+        Require(glb.has_value() == Bytes("a.gltf").has_value(), "one glTF, but not the other");
+    }
+
+    const app::ExportOptions& options_;
+    std::map<std::string, std::string> written_;
+};
+
+void RequireImportableBvh(const std::string& bytes, std::size_t models) {
+    support::StartSession(false);
+    const MemoryFile file(bytes);
+    CBiovisionImport importer;
+    importer.SetOptions(true, true, false, true);
+    const bool succeeded = importer.ImportBVH(file.Path().c_str(), L"again").Succeeded();
+    const std::string message = support::Utf8(importer.GetLastError(nullptr, nullptr));
+    Require(succeeded, "an exported BVH is refused: " + message);
+    Require(importer.GetModelsCount() == models, "an exported BVH has lost a model");
+}
+
+}  // namespace
+
+void CheckExports(std::string_view input) {
+    if (input.size() <= kHead || input.size() > kLongestInput) return;
+    const Choices choices(input[0], input[1]);
+    const std::string_view texts = input.substr(kHead);
+    support::StartSession(false);
+    if (texts[0] == ':')
+        ImportPair(texts, choices);
+    else
+        ImportBvh(texts, choices);
+    const std::size_t models = CurrentScene().Models().size();
+    if (models == 0 || IsLong()) return;
+    Exports exports(choices.options);
+    exports.Run();
+    const std::optional<std::string> bvh = exports.Bytes("a.bvh");
+    if (bvh) RequireImportableBvh(*bvh, models);
+    headless::Session::Current().Reset();
+}
+
+}  // namespace fuzz

@@ -1,0 +1,31 @@
+#include <dlfcn.h>
+#include <stdexcept>
+
+#include "tests/fuzz/callback_check.h"
+#include "tests/fuzz/target.h"
+
+namespace {
+
+// The plug-in as a host loads it.
+fuzz::Callback LoadCallback() {
+    void* const library = dlopen(ZKMOCAP_PLUGIN, RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr) throw std::runtime_error(dlerror());
+    void* const symbol = dlsym(library, "ZelkOnCommand");
+    if (symbol == nullptr) throw std::runtime_error(dlerror());
+    return reinterpret_cast<fuzz::Callback>(symbol);
+}
+
+void Check(std::string_view input) {
+    static const fuzz::Callback callback = LoadCallback();
+    fuzz::CheckCallback(callback, input);
+}
+
+fuzz::Grammar GrammarOf(std::string_view input) {
+    const bool isBvh = !input.empty() && static_cast<unsigned char>(input[0]) % 5 == 0;
+    return isBvh ? fuzz::Grammar::Bvh : fuzz::Grammar::Acclaim;
+}
+
+}  // namespace
+
+// 24 bytes: the arguments.
+const fuzz::Target fuzz::kTarget = {Check, 24, GrammarOf};

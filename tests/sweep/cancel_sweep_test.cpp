@@ -1,0 +1,34 @@
+// The cancel button pressed at each poll.
+#include "headless/session.h"
+#include "tests/sweep/sweep.h"
+
+namespace sweep {
+namespace {
+
+using CancelSweep = Sweep;
+
+TEST_P(CancelSweep, EndsTheImportAtEachPoll) {
+    for (std::uint64_t n = 1;; ++n) {
+        SCOPED_TRACE("poll " + std::to_string(n));
+        run_.Start();
+        headless::Session::Current().PressCancelAtPoll(n);
+        run_.Call();
+        if (headless::Session::Current().CancelPolls() < n) {
+            EXPECT_EQ(SampleRun::Record(), undisturbed_);
+            EXPECT_GT(n, 1u) << "nobody looked at the button";
+            break;
+        }
+        EXPECT_EQ(LogProblem(GetParam(), false), "");
+        EXPECT_THAT(LoggedErrors(), testing::ElementsAre("User cancelled command"));
+        EXPECT_THAT(Problems(false), testing::IsEmpty());
+        // Nobody asks a second time.
+        EXPECT_EQ(headless::Session::Current().CancelPolls(), n);
+        ExpectNextImportUnharmed();
+        if (HasFailure()) return;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, CancelSweep, testing::ValuesIn(Samples()), SampleName);
+
+}  // namespace
+}  // namespace sweep

@@ -1,0 +1,38 @@
+#include "tests/sweep/known_messages.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace sweep {
+namespace {
+
+void AddTexts(const std::filesystem::path& source, std::set<std::string>& messages) {
+    std::ifstream stream(source);
+    const std::string code{std::istreambuf_iterator<char>(stream), {}};
+    for (std::size_t at = code.find("L\""); at != std::string::npos; at = code.find("L\"", at)) {
+        const std::size_t end = code.find('"', at + 2);
+        if (end == std::string::npos) return;
+        messages.insert(code.substr(at + 2, end - at - 2));
+        at = end + 1;
+    }
+}
+
+std::set<std::string> ReadMessages() {
+    std::set<std::string> messages;
+    for (const char* room : {"acclaim", "bvh", "mocap", "plugin", "util"})
+        for (const auto& file :
+             std::filesystem::directory_iterator(std::filesystem::path(ZKMOCAP_SOURCE_DIR) / room))
+            if (file.path().extension() == ".cpp") AddTexts(file.path(), messages);
+    messages.erase("");
+    return messages;
+}
+
+}  // namespace
+
+const std::set<std::string>& KnownMessages() {
+    static const std::set<std::string> messages = ReadMessages();
+    return messages;
+}
+
+}  // namespace sweep
