@@ -37,6 +37,7 @@ function(zk_test name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_compile_definitions(${name} PRIVATE ${TEST_DEFINITIONS})
   zk_common(${name})
+  target_compile_options(${name} PRIVATE ${ZKMOCAP_TEST_OPTIONS})
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120
     # One value each: a list would be taken for further properties.
     PROPERTIES TIMEOUT ${TEST_TIMEOUT} ENVIRONMENT LC_ALL=C.UTF-8

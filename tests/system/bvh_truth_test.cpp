@@ -7,6 +7,7 @@
 #include "tests/support/bvh_random.h"
 #include "tests/support/bvh_walk.h"
 #include "tests/support/chain_prediction.h"
+#include "tests/support/effort.h"
 
 namespace {
 
@@ -100,7 +101,7 @@ std::string NameOf(const ImportOptions& options) {
 TEST(BvhTruth, RandomTreesAgreeInEverySkeleton) {
     std::size_t compared = 0;
     std::size_t setApart = 0;
-    for (std::uint64_t seed = 0; seed < 2000; ++seed) {
+    for (std::uint64_t seed = 0; seed < 2000 / support::kShorter; ++seed) {
         const std::string text = RandomBvh(seed);
         for (const ImportOptions& options : AllOptions()) {
             SCOPED_TRACE("seed " + std::to_string(seed) + " as " + NameOf(options));
@@ -111,7 +112,7 @@ TEST(BvhTruth, RandomTreesAgreeInEverySkeleton) {
         }
     }
     // Most of what is tried must be compared, or the test proves nothing.
-    EXPECT_GT(compared, 100000u);
+    EXPECT_GT(compared, 100000u / support::kShorter);
     EXPECT_LT(setApart, compared / 5);
     RecordProperty("joints", std::to_string(compared));
     RecordProperty("setApart", std::to_string(setApart));
