@@ -61,7 +61,8 @@ std::int32_t CAcclaimImport::HandleUnits() {
         if (token[0] == ':') {
             stringFile.SetPosition(position);
             return kOk;
-        } else if (EqualsIgnoringCase(token, "mass")) {
+        }
+        if (EqualsIgnoringCase(token, "mass")) {
             if (!stringFile.GetNextFloat(value))
                 return Fail(kInvalidData, L"Failed to get :units.mass");
         } else if (EqualsIgnoringCase(token, "length")) {

@@ -53,13 +53,13 @@ class SceneWriter {
     }
 
     void WriteObject(const Object& object) {
-        line_ += "{\"name\": ";
+        line_ += R"({"name": )";
         AppendString(object.name);
-        line_ += ", \"fullName\": ";
+        line_ += R"(, "fullName": )";
         AppendString(scene_.FullName(object.id));
-        line_ += ", \"type\": \"";
+        line_ += R"(, "type": ")";
         line_ += TypeName(object.type);
-        line_ += "\", \"parent\": ";
+        line_ += R"(", "parent": )";
         if (object.parent)
             AppendString(scene_.FullName(object.parent->id));
         else
@@ -102,7 +102,7 @@ class SceneWriter {
         AppendList(model.groups, [&](const auto& group) { AppendGroup(*group); });
         line_ += ",\n   \"clips\": ";
         AppendList(model.clips, [&](const headless::Clip& clip) {
-            line_ += "{\"name\": ";
+            line_ += R"({"name": )";
             AppendString(clip.name);
             line_ += ", \"source\": ";
             AppendString(scene_.FullName(clip.source));
@@ -111,7 +111,7 @@ class SceneWriter {
     }
 
     void AppendGroup(const headless::Group& group) {
-        line_ += "{\"name\": ";
+        line_ += R"({"name": )";
         AppendString(group.name);
         line_ += ", \"members\": ";
         AppendList(group.members, [&](std::uint32_t id) { AppendString(scene_.FullName(id)); });
@@ -119,7 +119,7 @@ class SceneWriter {
     }
 
     void WriteAction(const headless::ActionSource& action) {
-        line_ += "{\"name\": ";
+        line_ += R"({"name": )";
         AppendString(action.name);
         line_ += ", \"animEnd\": ";
         AppendJsonNumber(line_, action.animEnd);

@@ -34,7 +34,8 @@ std::string FollowLinks(std::string path) {
         const ssize_t length = readlink(path.c_str(), target, sizeof(target));
         if (length <= 0 || length == static_cast<ssize_t>(sizeof(target))) break;
         const std::string next(target, static_cast<std::size_t>(length));
-        path = next.front() == '/' ? next : FolderOf(path) + next;
+        path = next.front() == '/' ? std::string() : FolderOf(path);
+        path += next;
     }
     return path;
 }

@@ -41,8 +41,7 @@ std::string JoinedFiles(const std::vector<std::string>& files) {
 std::string MotionText(const ModelFacts& facts, const SummaryRequest& request) {
     const double secondsPerFrame =
         request.framesPerSecond ? 1.0 / *request.framesPerSecond : facts.secondsPerFrame;
-    const std::string counts =
-        Counted(facts.curves, "curve") + ", " + Counted(facts.frames, "frame");
+    std::string counts = Counted(facts.curves, "curve") + ", " + Counted(facts.frames, "frame");
     if (facts.frames == 0) return counts;
     if (secondsPerFrame == 0.0) return counts + ", frame rate unknown";
     // A frame lasts until the next one, the last frame too.

@@ -3,10 +3,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <fmt/format.h>
-#include <wchar.h>
+#include <wchar.h>  // NOLINT(modernize-deprecated-headers): wcwidth is POSIX
 
 namespace app {
 namespace {
+
+std::uint32_t CodeOf(wchar_t character) {
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c): no char, and never negative here.
+    return static_cast<std::uint32_t>(character);
+}
 
 constexpr wchar_t kEllipsis = L'\x2026';
 
@@ -51,7 +56,7 @@ void AppendUtf8(std::string& out, std::uint32_t code) {
 }
 
 bool IsControl(wchar_t character) {
-    const auto code = static_cast<std::uint32_t>(character);
+    const auto code = CodeOf(character);
     return code < 0x20 || (code >= 0x7F && code <= 0x9F) || code == 0x2028 || code == 0x2029;
 }
 
@@ -66,7 +71,7 @@ std::wstring Escaped(wchar_t character) {
         default:
             break;
     }
-    const auto code = static_cast<std::uint32_t>(character);
+    const auto code = CodeOf(character);
     const std::string digits =
         code > 0xFF ? fmt::format("\\u{:04x}", code) : fmt::format("\\x{:02x}", code);
     return {digits.begin(), digits.end()};
@@ -95,13 +100,16 @@ std::wstring DecodeUtf8(std::string_view bytes) {
     return text;
 }
 
+bool IsCharacter(wchar_t character) {
+    const std::uint32_t code = CodeOf(character);
+    return code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
+}
+
 std::string EncodeUtf8(std::wstring_view text) {
     std::string bytes;
     bytes.reserve(text.size());
     for (const wchar_t character : text) {
-        const auto code = static_cast<std::uint32_t>(character);
-        const bool valid = code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
-        AppendUtf8(bytes, valid ? code : 0xFFFD);
+        AppendUtf8(bytes, IsCharacter(character) ? CodeOf(character) : 0xFFFD);
     }
     return bytes;
 }

@@ -12,6 +12,9 @@ namespace app {
 // so that every file name survives: the reader of the file turns it back into that byte.
 std::wstring DecodeUtf8(std::string_view bytes);
 
+// Whether it is one of Unicode's: no surrogate, and nothing beyond the last.
+bool IsCharacter(wchar_t character);
+
 // Wide to UTF-8, always valid: surrogates and what lies beyond Unicode become U+FFFD.
 std::string EncodeUtf8(std::wstring_view text);
 std::string EncodeUtf8(const Zelk::CString& text);

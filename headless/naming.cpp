@@ -73,7 +73,7 @@ Zelk::CString TakeInAll(std::span<NameTable* const> tables, const Zelk::CString&
     Reservation refused;
     for (;;) {
         refused.Take(*tables.front(), wish, id);
-        const Zelk::CString name = refused.Last();
+        Zelk::CString name = refused.Last();
         const auto holds = [&](const NameTable* table) { return table->Find(View(name)) != 0; };
         if (std::any_of(tables.begin() + 1, tables.end(), holds)) continue;
 

@@ -78,11 +78,9 @@ Referent SceneEditor::Resolve(const Zelk::CRef& ref) const {
     if (slot == nullptr) return {};
     if (const auto* const node = std::get_if<std::unique_ptr<Node>>(slot))
         return OfObject(**node, ref.Part());
-    if (ActionSource* const action = RecordIn<ActionSource>(slot))
-        return OfAction(*action, ref.Part());
-    if (Group* const group = RecordIn<Group>(slot)) return OfGroup(*group, ref.Part());
-    if (Property* const property = RecordIn<Property>(slot))
-        return OfProperty(*property, ref.Part());
+    if (auto* const action = RecordIn<ActionSource>(slot)) return OfAction(*action, ref.Part());
+    if (auto* const group = RecordIn<Group>(slot)) return OfGroup(*group, ref.Part());
+    if (auto* const property = RecordIn<Property>(slot)) return OfProperty(*property, ref.Part());
     return {};
 }
 
@@ -130,13 +128,13 @@ bool SceneEditor::IsCalled(const Referent& referent, std::wstring_view name) con
 }
 
 std::wstring SceneEditor::ObjectFullName(const Node& object) const {
-    const std::wstring name(View(object.name));
+    std::wstring name(View(object.name));
     if (object.type == ObjectType::Model || object.model == nullptr) return name;
     return std::wstring(View(object.model->name)) + L'.' + name;
 }
 
 Zelk::CString SceneEditor::FullNameOf(const Referent& referent) const {
-    if (referent.kind == Kind::None || referent.kind == Kind::Kinematics ||
+    if (referent.object == nullptr || referent.kind == Kind::Kinematics ||
         referent.kind == Kind::ActionItem || referent.kind == Kind::Curve)
         return {};
     std::wstring name = ObjectFullName(*referent.object);
@@ -147,9 +145,11 @@ Zelk::CString SceneEditor::FullNameOf(const Referent& referent) const {
     if (referent.action != nullptr) append(View(referent.action->name));
     if (referent.kind == Kind::AnimEnd) append(kAnimEndName);
     if (referent.group != nullptr) append(View(referent.group->name));
-    if (referent.property != nullptr) append(View(referent.property->name));
-    if (referent.kind == Kind::CurveParameter)
-        append(View(referent.property->curves[referent.index].name));
+    if (referent.property != nullptr) {
+        append(View(referent.property->name));
+        if (referent.kind == Kind::CurveParameter)
+            append(View(referent.property->curves[referent.index].name));
+    }
     return Text(name);
 }
 

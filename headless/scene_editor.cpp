@@ -65,10 +65,11 @@ std::unique_ptr<Node> SceneEditor::NewNode(ObjectType type, Node& parent) {
     return node;
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): moving a pointer throws nothing.
 Node& SceneEditor::Install(Node& parent, std::unique_ptr<Node> node) noexcept {
     Node& object = *node;
     Link(parent, object);
-    records_.slots[object.id - records_.firstId] = std::move(node);
+    records_.slots[object.id - records_.firstId].emplace<std::unique_ptr<Node>>(std::move(node));
     return object;
 }
 

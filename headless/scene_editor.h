@@ -131,6 +131,7 @@ class SceneEditor {
     bool HasRoomFor(std::uint32_t count) const;
     // With an id, but without name and place.
     std::unique_ptr<Node> NewNode(ObjectType type, Node& parent);
+    // NOLINTNEXTLINE(bugprone-exception-escape): moving a pointer throws nothing.
     Node& Install(Node& parent, std::unique_ptr<Node> node) noexcept;
     // Everything below `object`, itself first, parents before children.
     std::vector<Node*> Subtree(Node& object) const;

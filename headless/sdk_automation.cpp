@@ -41,6 +41,8 @@ ProgressBar UIToolkit::GetProgressBar() const {
     return ProgressBar(CRef(headless::kInterfaceId, headless::part::kProgressBar));
 }
 
+// They change what the bar shows, not the handle.
+// NOLINTBEGIN(readability-make-member-function-const)
 void ProgressBar::PutMinimum(std::int32_t value) {
     Show(*this, Operation::PutMinimum, {BarEvent::Kind::Minimum, value, {}});
 }
@@ -64,6 +66,7 @@ void ProgressBar::PutCaption(const CString& text) {
 void ProgressBar::PutVisible(std::int16_t visible) {
     Show(*this, Operation::PutVisible, {BarEvent::Kind::Visible, visible != 0 ? 1 : 0, {}});
 }
+// NOLINTEND(readability-make-member-function-const)
 
 void ProgressBar::GetCancelPressed(std::int16_t& pressed) const {
     if (Fails(Operation::GetCancelPressed) || !IsValid()) return;

@@ -35,7 +35,7 @@ Session::~Session() = default;
 
 Session& Session::Current() {
     // Never destroyed: a signal may still press its button while the process ends.
-    static Session* const session = new Session;
+    static auto* const session = new Session;
     return *session;
 }
 

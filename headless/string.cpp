@@ -57,6 +57,7 @@ CString::~CString() {
     Release(rep_);
 }
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp): it is handled.
 CString& CString::operator=(const CString& other) noexcept {
     // Taken before the old text is let go, so that assigning to itself is harmless.
     Rep* const taken = other.rep_;

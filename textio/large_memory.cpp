@@ -18,10 +18,9 @@ void AskForLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_
     constexpr std::uintptr_t kPage = 4096;
     constexpr std::size_t kLargePage = std::size_t{2} << 20;
     if (bytes < kLargePage) return;
-    const auto first = reinterpret_cast<std::uintptr_t>(memory);
-    const std::uintptr_t start = (first + kPage - 1) / kPage * kPage;
-    const std::uintptr_t end = (first + bytes) / kPage * kPage;
-    madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
+    const std::uintptr_t unaligned = reinterpret_cast<std::uintptr_t>(memory) % kPage;
+    const std::size_t skipped = unaligned == 0 ? 0 : kPage - unaligned;
+    madvise(static_cast<char*>(memory) + skipped, (bytes - skipped) / kPage * kPage, MADV_HUGEPAGE);
 #endif
 }
 

@@ -2,7 +2,7 @@
 
 #include <clocale>
 #include <cwctype>
-#include <locale.h>
+#include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale is POSIX
 
 #include "app/text.h"
 

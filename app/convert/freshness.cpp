@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <compare>
+#include <fmt/format.h>
 #include <optional>
 #include <sys/stat.h>
 #include <vector>
@@ -23,6 +24,7 @@ std::optional<Status> StatusOf(const std::string& path) {
 struct FileTime {
     time_t seconds = 0;
     long nanoseconds = 0;
+    // NOLINTNEXTLINE(modernize-use-nullptr): meant is the zero that the compiler puts there.
     auto operator<=>(const FileTime&) const = default;
 };
 
@@ -43,7 +45,7 @@ bool IsUpToDate(const Job& job, const std::string& outDir) {
     }
     const std::vector<std::string> outputs = FilesOf(job.output);
     return std::all_of(outputs.begin(), outputs.end(), [&](const std::string& output) {
-        const auto status = StatusOf(outDir + '/' + output);
+        const auto status = StatusOf(fmt::format("{}/{}", outDir, output));
         return status && status->st_size > 0 && TimeOf(*status) > newest;
     });
 }
@@ -51,9 +53,10 @@ bool IsUpToDate(const Job& job, const std::string& outDir) {
 std::string SizesOf(const Job& job, const std::string& outDir) {
     std::string sizes;
     for (const std::string& output : FilesOf(job.output)) {
-        const auto status = StatusOf(outDir + '/' + output);
+        const auto status = StatusOf(fmt::format("{}/{}", outDir, output));
         if (!status) return {};
-        sizes += (sizes.empty() ? "" : " ") + std::to_string(status->st_size);
+        if (!sizes.empty()) sizes += ' ';
+        sizes += std::to_string(status->st_size);
     }
     return sizes;
 }

@@ -62,6 +62,7 @@ ImportProcess::ImportProcess(const std::vector<std::string>& arguments) {
     std::vector<std::string> words = {"zkhost"};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
@@ -101,11 +102,11 @@ bool ImportProcess::Reap() {
     return true;
 }
 
-void ImportProcess::Interrupt() {
+void ImportProcess::Interrupt() const {
     if (!ended_) kill(id_, SIGINT);
 }
 
-void ImportProcess::Kill() {
+void ImportProcess::Kill() const {
     if (!ended_) kill(id_, SIGKILL);
 }
 

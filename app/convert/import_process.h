@@ -28,8 +28,8 @@ class ImportProcess {
     // As waitpid says; valid once it has ended.
     int WaitStatus() const { return waitStatus_; }
 
-    void Interrupt();
-    void Kill();
+    void Interrupt() const;
+    void Kill() const;
 
     pid_t Id() const { return id_; }
     const std::string& Output() const { return output_.text; }

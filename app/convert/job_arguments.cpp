@@ -26,7 +26,7 @@ std::vector<std::string> ImportArguments(const Job& job, const ConvertRequest& r
     if (IsAcclaim(job.source)) Append(words, request.acclaimOptions);
     if (!request.plugin.empty()) words.push_back("--plugin=" + request.plugin);
     // The record of a run tells what the bar showed, which is not to depend on the terminal.
-    words.push_back("--progress=off");
+    words.emplace_back("--progress=off");
     if (withOutput)
         Append(words, {"--make-folders", "-o", AsFile(request.outDir + '/' + job.output)});
     return words;
@@ -36,7 +36,7 @@ std::string OptionsLine(const ConvertRequest& request) {
     std::vector<std::string> words = {"zkhost", ZKHOST_VERSION, request.extension, request.skeleton,
                                       request.plugin};
     Append(words, request.importOptions);
-    words.push_back("--");
+    words.emplace_back("--");
     Append(words, request.acclaimOptions);
     return ShellLine(words);
 }

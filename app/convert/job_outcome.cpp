@@ -39,7 +39,7 @@ JobStatus StatusOf(const ProcessEnd& end) {
 std::string ErrorOf(const ProcessEnd& end, const std::optional<ImportReport>& report) {
     if (!end.trouble.empty()) return end.trouble;
     if (report && !report->error.empty()) return report->error;
-    const std::string error = FirstOwnError(end.errors);
+    std::string error = FirstOwnError(end.errors);
     if (!error.empty()) return error;
     return fmt::format("ended with exit status {}", end.exitStatus.value_or(-1));
 }

@@ -34,7 +34,7 @@ SignalWatch::~SignalWatch() {
     sigprocmask(SIG_SETMASK, &before_, nullptr);
 }
 
-int SignalWatch::TakeStops() {
+int SignalWatch::TakeStops() const {
     int stops = 0;
     signalfd_siginfo signal{};
     while (read(file_, &signal, sizeof(signal)) == static_cast<ssize_t>(sizeof(signal)))

@@ -17,7 +17,7 @@ class SignalWatch {
     // Readable when something waits.
     int File() const { return file_; }
     // Takes what waits; returns how many requests to stop were among it.
-    int TakeStops();
+    int TakeStops() const;
 
   private:
     int file_ = -1;

@@ -20,6 +20,7 @@ bool IsLetterOrDigit(wchar_t character) {
 struct Fit {
     std::size_t length = 0;  // 0: does not fit
     bool sameCase = false;
+    // NOLINTNEXTLINE(modernize-use-nullptr): meant is the zero that the compiler puts there.
     auto operator<=>(const Fit&) const = default;
 };
 

@@ -263,12 +263,12 @@ void GltfDocument::AddAnimation(const GltfMotion& motion, std::size_t holder) {
         extras["sourceFramesPerSecond"] = 1.0 / motion.sourceSecondsPerFrame;
     animations_.AddText("{\"name\":" + json(motion.name).dump() +
                         ",\"samplers\":" + samplers.Text() + ",\"channels\":" + channels.Text() +
-                        ",\"extras\":" + extras.dump() + "}");
+                        R"(,"extras":)" + extras.dump() + "}");
 }
 
 std::string GltfDocument::Json(std::string_view uri) const {
-    std::string text = "{\"asset\":" + AssetJson(options_).dump() + ",\"scene\":0,\"scenes\":[{" +
-                       "\"nodes\":" + roots_.Text() + "}]";
+    std::string text = "{\"asset\":" + AssetJson(options_).dump() +
+                       R"(,"scene":0,"scenes":[{"nodes":)" + roots_.Text() + "}]";
     const auto put = [&](const char* name, const JsonList& list) {
         if (!list.IsEmpty()) text += ",\"" + std::string(name) + "\":" + list.Text();
     };

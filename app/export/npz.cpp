@@ -11,6 +11,7 @@
 #include "app/export/quaternion.h"
 #include "app/export/tables.h"
 #include "app/export/zip_writer.h"
+#include "app/text.h"
 
 namespace app {
 namespace {
@@ -113,9 +114,7 @@ void AddParents(ZipWriter& zip, const Table& table) {
 
 // What is no character becomes U+FFFD, or the array could not be read.
 wchar_t Character(wchar_t character) {
-    const auto code = static_cast<std::uint32_t>(character);
-    const bool isValid = code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
-    return isValid ? character : L'\xFFFD';
+    return IsCharacter(character) ? character : L'\xFFFD';
 }
 
 // As wide as the longest, the others filled up with zeros.

@@ -29,6 +29,7 @@ char* WriteNumber(char* out, double number, int decimals) {
     const double scaled = std::abs(number) * power;
     if (!(scaled < kExact)) return std::to_chars(out, out + kLongestNumber, number).ptr;
 
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): exact below kExact, and fast.
     auto digits = static_cast<std::uint64_t>(scaled + 0.5);
     if (digits == 0) {
         *out = '0';

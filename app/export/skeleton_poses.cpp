@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -58,8 +59,9 @@ std::unordered_set<const Object*> DrivenLengths(const headless::Scene& scene, co
 }
 
 struct Box {
-    double least[3] = {INFINITY, INFINITY, INFINITY};
-    double most[3] = {-INFINITY, -INFINITY, -INFINITY};
+    static constexpr double kFar = std::numeric_limits<double>::infinity();
+    double least[3] = {kFar, kFar, kFar};
+    double most[3] = {-kFar, -kFar, -kFar};
 
     void Add(const Transform& transform) {
         for (int axis = 0; axis < 3; ++axis) {

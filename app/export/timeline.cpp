@@ -62,7 +62,7 @@ Timeline MakeTimeline(const headless::Object& model, const headless::ActionSourc
     const std::string name = EncodeUtf8(EscapeControls(View(model.name)));
     Timeline timeline;
     if (motion) timeline.frames = KeyTimes(*motion);
-    if (timeline.frames.empty()) {
+    if (motion == nullptr || timeline.frames.empty()) {
         notes.push_back(name + ": no motion, only the base pose is written");
         return timeline;
     }
