@@ -18,8 +18,10 @@ using ChildLists = std::unordered_map<const MOCAPMODEL*, std::vector<MOCAPMODEL*
 struct AxisFrame {
     double matrix[4][4];
     double inverse[4][4];
+    bool isTurned;  // false: both are the identity
 
-    explicit AxisFrame(const double* degrees) {
+    explicit AxisFrame(const double* degrees)
+        : isTurned(degrees[0] != 0.0 || degrees[1] != 0.0 || degrees[2] != 0.0) {
         const double x = degrees[0] * kDegreesToRadians;
         const double y = degrees[1] * kDegreesToRadians;
         const double z = degrees[2] * kDegreesToRadians;
@@ -32,8 +34,10 @@ struct AxisFrame {
 void GlobalizeKeys(CHANNELS* const* list, std::uint32_t frameCount, const AxisFrame& axes) {
     const RotationKeys keys = RotationKeys::ByType(list);
     RotationProduct product;
-    product.before = axes.inverse;
-    product.behind = axes.matrix;
+    if (axes.isTurned) {
+        product.before = axes.inverse;
+        product.behind = axes.matrix;
+    }
     keys.Convert(frameCount, product);
 }
 

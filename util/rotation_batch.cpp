@@ -38,10 +38,10 @@ bool IsHalfTurn(double degrees) {
     return std::fabs(std::fabs(degrees) - 180.0) < kNearHalfTurn;
 }
 
-// A turn about one axis alone has zeros in its matrix, and no rounding there.
+// With one angle of zero no element of the matrix is a sum, so that none has a sign by rounding.
 bool IsExact(const double angles[3], const RotationProduct& product) {
     if (product.before != nullptr || product.behind != nullptr) return false;
-    return (angles[0] == 0.0) + (angles[1] == 0.0) + (angles[2] == 0.0) >= 2;
+    return angles[0] == 0.0 || angles[1] == 0.0 || angles[2] == 0.0;
 }
 
 // Whether the steps are to decide: what they give may be a whole turn from what a block gives.
