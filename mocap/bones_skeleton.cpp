@@ -16,7 +16,7 @@ namespace {
 
 constexpr Zelk::MATH::CVector3 kChainNormal{0.0, 0.0, 1.0};
 // What a chain of its own counts for besides its names, in characters of derived names.
-constexpr std::size_t kChainAllowance = 77;
+constexpr std::size_t kChainAllowance = 84;
 constexpr const wchar_t* kRotationNames[] = {L"rotx", L"roty", L"rotz"};
 
 bool LiesInsideChain(const MOCAPMODEL& node) {
