@@ -18,15 +18,32 @@ struct SineCosine {
     double cosine;
 };
 
+// The whole number nearest to `number`, which is below 2^51, without a call of the library.
+double Nearest(double number) {
+    constexpr double kUnitsOnly = 0x1.8p52;
+    return (number + kUnitsOnly) - kUnitsOnly;
+}
+
+// What rounding took from a * b = `product`, to the last bit: both factors in halves, whose
+// products are exact (T. J. Dekker, 1971).
+double RoundedOff(double a, double b, double product) {
+    constexpr double kSplit = 0x1p27 + 1.0;
+    const double aHigh = kSplit * a - (kSplit * a - a);
+    const double bHigh = kSplit * b - (kSplit * b - b);
+    const double aLow = a - aHigh;
+    const double bLow = b - bHigh;
+    return ((aHigh * bHigh - product) + aHigh * bLow + aLow * bHigh) + aLow * bLow;
+}
+
 // Exact at multiples of 90 degrees, within rounding of the result elsewhere.
 SineCosine OfDegrees(double degrees) {
     constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
     if (!std::isfinite(degrees)) return {kNan, kNan};
     const double turned = std::fabs(degrees) < 1e9 ? degrees : std::fmod(degrees, 360.0);
-    const double quarters = std::nearbyint(turned / 90.0);
-    const double rest = std::fma(-90.0, quarters, turned);  // exact, at most 45 or so
+    const double quarters = Nearest(turned / 90.0);
+    const double rest = turned - 90.0 * quarters;  // exact, at most 45 or so
     const double high = rest * kRadiansHigh;
-    const double low = std::fma(rest, kRadiansHigh, -high) + rest * kRadiansLow;
+    const double low = RoundedOff(rest, kRadiansHigh, high) + rest * kRadiansLow;
     double sine = std::sin(high);
     double cosine = std::cos(high);
     const double correction = low * sine;
