@@ -109,14 +109,16 @@ void OutputFile::WriteThrough(std::string_view bytes) {
 
 void OutputFile::Settle() {
     Flush();
-    if (fsync(file_) != 0) Fail(errno);
+    // What a file system puts off until a file is closed fails now; its lock stays.
+    const int copy = dup(file_);
+    if (copy < 0 || close(copy) != 0) Fail(errno);
     if (Interrupted()) throw OutputInterrupted();
     settled_ = true;
 }
 
 void OutputFile::Commit() {
     if (!settled_) Settle();
-    // Still open, and so still held. All that closing could report, fsync has.
+    // Still open, and so still held.
     if (std::rename(temporary_.c_str(), target_.c_str()) != 0) Fail(errno);
     temporary_.clear();
     close(file_);

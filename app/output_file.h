@@ -21,8 +21,8 @@ class OutputInterrupted : public std::exception {
     const char* what() const noexcept override { return "interrupted"; }
 };
 
-// Writes to a temporary file in the folder of `path`, through a buffer; Commit flushes it to the
-// disk and gives it its name. Without Commit, or after any failure, the temporary file is removed
+// Writes to a temporary file in the folder of `path`, through a buffer; Commit writes what is
+// left and gives it its name. Without Commit, or after any failure, the temporary file is removed
 // and what stood under the name stays. A symbolic link is followed; anything that is not a regular
 // file is refused. Failures are OutputError or OutputInterrupted.
 class OutputFile {
@@ -40,7 +40,7 @@ class OutputFile {
         bytes.copy(buffer_.data() + used_, bytes.size());
         used_ += bytes.size();
     }
-    // Brings what was written to the disk, so that all that can still fail is the new name.
+    // Hands everything to the system, so that all that can still fail is the new name.
     void Settle();
     void Commit();
 
