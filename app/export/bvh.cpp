@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "app/export/bvh_angles.h"
+#include "app/export/bvh_frames.h"
 #include "app/export/finite_check.h"
 #include "app/export/number_text.h"
 #include "app/export/skeleton_poses.h"
@@ -214,31 +215,40 @@ class Section {
 
         std::vector<BvhAngles> angles(locals_.size());
         std::vector<char> row((locals_.size() + 1) * 6 * (kLongestNumber + 1) + 1);
-        for (std::size_t frame = 0; frame < frames; ++frame) {
-            if (timeline_.IsPose())
-                locals_ = base_;
-            else
-                poses_.Locals(timeline_.frames[frame], locals_);
-            char* const end = WriteRow(row.data(), angles);
+        const auto write = [&](const BvhFrames::Frame& frame) {
+            char* const end = WriteRow(row.data(), frame, angles);
             // Without the blank before the first number.
             out_.Write({row.data() + 1, static_cast<std::size_t>(end - row.data() - 1)});
-        }
+        };
+        const Transform rootTurn = addsRoot_ ? Transform() : up_;
+        if (timeline_.IsPose()) return write(BaseFrame(rootTurn));
+        BvhFrames rows(poses_, timeline_.frames, rootTurn);
+        for (std::size_t frame = 0; frame < frames; ++frame)
+            write(rows.Next());
     }
 
-    char* WriteRow(char* row, std::vector<BvhAngles>& angles) {
+    BvhFrames::Frame BaseFrame(const Transform& rootTurn) {
+        locals_ = base_;
+        if (!locals_.empty()) locals_[0] = locals_[0] * rootTurn;
+        baseAngles_.clear();
+        for (const Transform& local : locals_)
+            baseAngles_.push_back(AnglesOf(local.axes));
+        return {locals_, baseAngles_};
+    }
+
+    char* WriteRow(char* row, const BvhFrames::Frame& frame, std::vector<BvhAngles>& angles) {
         char* end = row;
-        if (addsRoot_)
-            end = WriteJoint(end, up_, Kind::Moving, rootAngles_);
-        else
-            locals_[0] = locals_[0] * up_;
-        for (std::size_t joint = 0; joint < locals_.size(); ++joint)
-            end = WriteJoint(end, locals_[joint], kinds_[joint], angles[joint]);
+        if (addsRoot_) end = WriteJoint(end, up_, AnglesOf(up_.axes), Kind::Moving, rootAngles_);
+        for (std::size_t joint = 0; joint < frame.locals.size(); ++joint)
+            end = WriteJoint(end, frame.locals[joint], frame.angles[joint], kinds_[joint],
+                             angles[joint]);
         *end++ = '\n';
         return end;
     }
 
     // Each number with a blank before it.
-    char* WriteJoint(char* end, const Transform& local, Kind kind, BvhAngles& angles) const {
+    char* WriteJoint(char* end, const Transform& local, const PlainAngles& plain, Kind kind,
+                     BvhAngles& angles) const {
         if (kind == Kind::EndSite) return end;
         const auto put = [&](double number, int decimals) {
             *end++ = ' ';
@@ -247,7 +257,7 @@ class Section {
         if (kind == Kind::Moving)
             for (const double coordinate : local.origin)
                 put(coordinate, lengthDecimals_);
-        angles = AnglesNear(local.axes, angles);
+        angles = AnglesNear(plain, local.axes, angles);
         put(angles.z, angleDecimals_);
         put(angles.x, angleDecimals_);
         put(angles.y, angleDecimals_);
@@ -266,6 +276,7 @@ class Section {
     SkeletonPoses poses_;
     std::vector<Transform> locals_;
     std::vector<Transform> base_;
+    std::vector<PlainAngles> baseAngles_;
     std::vector<Kind> kinds_;
     bool addsRoot_ = false;
     Transform up_;

@@ -1,9 +1,11 @@
 #include "app/export/number_text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 namespace app {
 namespace {
@@ -13,12 +15,31 @@ constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
 // Below this a double counts whole numbers without gaps, and halves of them too.
 constexpr double kExact = 4e15;
 
+// "00" to "99".
+constexpr std::array<char, 200> kPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}();
+
 // `count` digits of `number`, with zeros in front.
 void WriteDigits(char* out, std::uint64_t number, int count) {
-    while (count > 0) {
-        out[--count] = static_cast<char>('0' + number % 10);
-        number /= 10;
+    for (; count >= 2; number /= 100) {
+        count -= 2;
+        std::memcpy(out + count, &kPairs[2 * (number % 100)], 2);
     }
+    if (count == 1) *out = static_cast<char>('0' + number);
+}
+
+// Angles and most lengths have at most three digits before the point.
+char* WriteWhole(char* out, std::uint64_t number) {
+    if (number >= 1000) return std::to_chars(out, out + kLongestNumber, number).ptr;
+    const int count = number >= 100 ? 3 : number >= 10 ? 2 : 1;
+    WriteDigits(out, number, count);
+    return out + count;
 }
 
 }  // namespace
@@ -37,15 +58,15 @@ char* WriteNumber(char* out, double number, int decimals) {
     }
     if (number < 0) *out++ = '-';
     const auto unit = static_cast<std::uint64_t>(power);
-    out = std::to_chars(out, out + kLongestNumber, digits / unit).ptr;
-    std::uint64_t fraction = digits % unit;
+    out = WriteWhole(out, digits / unit);
+    const std::uint64_t fraction = digits % unit;
     if (fraction == 0) return out;
-    int places = decimals;
-    for (; fraction % 10 == 0; fraction /= 10)
-        --places;
     *out++ = '.';
-    WriteDigits(out, fraction, places);
-    return out + places;
+    WriteDigits(out, fraction, decimals);
+    out += decimals;
+    while (out[-1] == '0')
+        --out;
+    return out;
 }
 
 std::string NumberText(double number) {

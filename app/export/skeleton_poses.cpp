@@ -91,8 +91,6 @@ SkeletonPoses::SkeletonPoses(const headless::Scene& scene, const Object& model,
     // An effector with its own chain below it cannot hang under that chain's end.
     if (joints_.size() + 1 != base_.Objects().size()) GatherJoints(false);
     FindEffectors(scene, model, motion);
-    objects_.resize(base_.Objects().size());
-    globals_.resize(base_.Objects().size());
 }
 
 void SkeletonPoses::GatherJoints(bool moveEffectors) {
@@ -149,23 +147,28 @@ void SkeletonPoses::FindEffectors(const headless::Scene& scene, const Object& mo
 }
 
 void SkeletonPoses::LocalsOf(const headless::MotionEvaluator& evaluator, double frame, bool moves,
-                             std::span<Transform> locals) {
-    evaluator.EvaluateLocal(frame, objects_);
-    const bool modelStands = IsIdentity(objects_[0]);
+                             std::span<Transform> locals, Scratch& scratch) const {
+    std::vector<Transform>& objects = scratch.objects;
+    objects.resize(base_.Objects().size());
+    evaluator.EvaluateLocal(frame, objects);
+    const bool modelStands = IsIdentity(objects[0]);
     for (std::size_t joint = 0; joint < joints_.size(); ++joint) {
-        locals[joint] = objects_[places_[joint]];
+        locals[joint] = objects[places_[joint]];
         if (joints_[joint].parent == Joint::kNoParent && !modelStands)
-            locals[joint] = locals[joint] * objects_[0];
+            locals[joint] = locals[joint] * objects[0];
     }
-    if (moves && needsGlobals_) evaluator.Evaluate(frame, globals_);
+    std::vector<Transform>& globals = scratch.globals;
+    if (moves && needsGlobals_) {
+        globals.resize(objects.size());
+        evaluator.Evaluate(frame, globals);
+    }
     for (const Effector& effector : effectors_) {
         const Object& object = *joints_[effector.joint].object;
         Transform& local = locals[effector.joint];
         std::memcpy(local.axes, object.effectorData->angleToBone.data(), sizeof(local.axes));
-        local.origin[0] =
-            moves && effector.lengthIsDriven
-                ? DistanceAlong(globals_[effector.bonePlace], globals_[effector.place])
-                : LastBoneOf(object)->length;
+        local.origin[0] = moves && effector.lengthIsDriven
+                              ? DistanceAlong(globals[effector.bonePlace], globals[effector.place])
+                              : LastBoneOf(object)->length;
         local.origin[1] = local.origin[2] = 0.0;
     }
     if (scale_ == 1.0) return;
@@ -175,18 +178,23 @@ void SkeletonPoses::LocalsOf(const headless::MotionEvaluator& evaluator, double 
 
 void SkeletonPoses::GlobalsOf(const headless::MotionEvaluator& evaluator, double frame,
                               std::span<Transform> globals) {
-    evaluator.Evaluate(frame, objects_);
+    std::vector<Transform>& objects = scratch_.objects;
+    objects.resize(base_.Objects().size());
+    evaluator.Evaluate(frame, objects);
     for (std::size_t joint = 0; joint < joints_.size(); ++joint) {
-        globals[joint] = objects_[places_[joint]];
+        globals[joint] = objects[places_[joint]];
         if (scale_ != 1.0) Scale(globals[joint], scale_);
     }
 }
 
 void SkeletonPoses::Locals(double frame, std::span<Transform> locals) {
-    LocalsOf(motion_, frame, true, locals);
+    LocalsOf(motion_, frame, true, locals, scratch_);
+}
+void SkeletonPoses::Locals(double frame, std::span<Transform> locals, Scratch& scratch) const {
+    LocalsOf(motion_, frame, true, locals, scratch);
 }
 void SkeletonPoses::BaseLocals(std::span<Transform> locals) {
-    LocalsOf(base_, 0.0, false, locals);
+    LocalsOf(base_, 0.0, false, locals, scratch_);
 }
 void SkeletonPoses::Globals(double frame, std::span<Transform> globals) {
     GlobalsOf(motion_, frame, globals);

@@ -34,6 +34,12 @@ class SkeletonPoses {
 
     // Seen from the parent joint, from the scene where there is none. One for each joint.
     void Locals(double frame, std::span<headless::Transform> locals);
+    // The same for several threads at once, each with a scratch of its own.
+    struct Scratch {
+        std::vector<headless::Transform> objects;
+        std::vector<headless::Transform> globals;
+    };
+    void Locals(double frame, std::span<headless::Transform> locals, Scratch& scratch) const;
     void BaseLocals(std::span<headless::Transform> locals);
     // Seen from the scene.
     void Globals(double frame, std::span<headless::Transform> globals);
@@ -53,7 +59,7 @@ class SkeletonPoses {
     void FindEffectors(const headless::Scene& scene, const headless::Object& model,
                        const headless::ActionSource* motion);
     void LocalsOf(const headless::MotionEvaluator& evaluator, double frame, bool moves,
-                  std::span<headless::Transform> locals);
+                  std::span<headless::Transform> locals, Scratch& scratch) const;
     void GlobalsOf(const headless::MotionEvaluator& evaluator, double frame,
                    std::span<headless::Transform> globals);
 
@@ -64,8 +70,7 @@ class SkeletonPoses {
     std::vector<std::size_t> places_;  // of each joint among the evaluator's objects
     std::vector<Effector> effectors_;
     bool needsGlobals_ = false;  // some effector's place follows from global ones
-    std::vector<headless::Transform> objects_;
-    std::vector<headless::Transform> globals_;
+    Scratch scratch_;
 };
 
 // The corner-to-corner size of the box around all joints, in the base pose and in the first frame
