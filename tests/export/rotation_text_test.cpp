@@ -3,6 +3,7 @@
 #include <cstring>
 #include <gtest/gtest.h>
 #include <random>
+#include <vector>
 
 #include "app/export/bvh_angles.h"
 #include "app/export/quaternion.h"
@@ -47,6 +48,24 @@ TEST(BvhAngles, TurnBackIntoTheSameAxes) {
         const BvhAngles before{std::uniform_real_distribution<double>(-700.0, 700.0)(random), 0, 0};
         // Angles of several turns lose some digits in degrees.
         ASSERT_LE(Difference(FromAngles(app::AnglesNear(turned.axes, before)), turned), 1e-14);
+    }
+}
+
+TEST(BvhAngles, AreTheSameForManyAtATime) {
+    std::mt19937_64 random(9);
+    for (const std::size_t count : {0, 1, 31, 32, 33, 1000}) {
+        std::vector<Transform> turned;
+        for (std::size_t i = 0; i < count; ++i)
+            turned.push_back(FromLocal(RandomLocal(random)));
+        std::vector<app::PlainAngles> many(count);
+        app::AnglesOf(turned, many);
+        for (std::size_t i = 0; i < count; ++i) {
+            const app::PlainAngles one = app::AnglesOf(turned[i].axes);
+            ASSERT_EQ(many[i].locked, one.locked) << i;
+            ASSERT_NEAR(many[i].angles.z, one.angles.z, 1e-12) << i;
+            ASSERT_NEAR(many[i].angles.x, one.angles.x, 1e-12) << i;
+            ASSERT_NEAR(many[i].angles.y, one.angles.y, 1e-12) << i;
+        }
     }
 }
 
