@@ -106,11 +106,13 @@ void FindFormat(ImportRequest& request) {
         throw UsageError(fmt::format("{}: not an .amc file", request.motionFile));
 }
 
-// With --resample the rate is that of the samples, and the motion's own is what it was.
+// With --resample the rate is that of the samples, and the motion's own is what it was or what the
+// preset says.
 void TakeRate(const ImportWords& words, ImportRequest& request) {
-    if (words.resample && !words.fps) throw UsageError("--resample needs a rate: --fps N");
-    if (!words.fps) return;
-    const double rate = PositiveNumber("--fps", *words.fps);
+    if (words.preset) request.framesPerSecond = kCmuFramesPerSecond;
+    std::optional<double> rate = request.framesPerSecond;
+    if (words.fps) rate = PositiveNumber("--fps", *words.fps);
+    if (words.resample && !rate) throw UsageError("--resample needs a rate: --fps N");
     (words.resample ? request.resampleTo : request.framesPerSecond) = rate;
 }
 
@@ -126,7 +128,6 @@ void TakeNumbers(const ImportWords& words, ImportRequest& request) {
         if (*words.preset != "cmu")
             throw UsageError(fmt::format("--preset {}: expected cmu", *words.preset));
         request.lengthMultiplier = kCmuLengthMultiplier;
-        request.framesPerSecond = kCmuFramesPerSecond;
     }
     if (words.length) request.lengthMultiplier = FiniteNumber("--length", *words.length);
     TakeRate(words, request);
@@ -182,6 +183,7 @@ struct Words {
     // Of convert: those that each import gets.
     std::vector<const CLI::Option*> passedOn;
     std::vector<const CLI::Option*> passedOnToAcclaim;
+    const CLI::Option* resample = nullptr;
 };
 
 // What convert takes as well and hands to each of its imports.
@@ -201,7 +203,7 @@ void DescribeImportOptions(CLI::App& import, Words& words) {
     import.add_option("--scale", words.importWords.scale);
     import.add_option("--up", words.importWords.up);
     import.add_option("--fps", words.importWords.fps);
-    import.add_flag("--resample", words.importWords.resample);
+    words.resample = import.add_flag("--resample", words.importWords.resample);
     import.add_flag("--mesh,!--no-mesh", request.mesh);
     import.add_option("--digits", words.importWords.digits);
 }
@@ -291,6 +293,11 @@ ConvertRequest UnderstandConvert(Words& words) {
     // Wrong values are better said once than by every import.
     words.import.format = SourceFormat::Acclaim;
     TakeNumbers(words.importWords, words.import);
+    // At the preset's rate, which others do not have.
+    if (!words.importWords.fps && words.importWords.resample) {
+        std::erase(words.passedOn, words.resample);
+        words.passedOnToAcclaim.push_back(words.resample);
+    }
     request.importOptions = AsGiven(words.passedOn);
     request.acclaimOptions = AsGiven(words.passedOnToAcclaim);
     if (words.convertWords.parallel) {

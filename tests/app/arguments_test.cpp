@@ -90,6 +90,20 @@ TEST(ImportArguments, AreAllTaken) {
     EXPECT_EQ(request.plugin, "p.so");
 }
 
+TEST(ImportArguments, ResamplesAtTheRateGivenOrAtThePresets) {
+    const auto rates = [](std::vector<std::string> words) {
+        words.insert(words.begin(), "07.asf");
+        const ImportRequest request = ParseImport(words);
+        return std::pair(request.framesPerSecond, request.resampleTo);
+    };
+    using Rates = std::pair<std::optional<double>, std::optional<double>>;
+    EXPECT_EQ(rates({"--fps", "60", "--resample"}), Rates(std::nullopt, 60.0));
+    EXPECT_EQ(rates({"--preset", "cmu", "--resample"}), Rates(120.0, 120.0));
+    EXPECT_EQ(rates({"--preset", "cmu", "--fps", "60", "--resample"}), Rates(120.0, 60.0));
+    EXPECT_EQ(rates({"--preset", "cmu", "--fps", "60"}), Rates(60.0, std::nullopt));
+    EXPECT_THROW(rates({"--resample"}), app::UsageError);
+}
+
 TEST(ImportArguments, TheCmuPresetIsALengthAndARate) {
     const ImportRequest request = ParseImport({"07.asf", "07_01.amc", "--preset", "cmu"});
     EXPECT_EQ(request.lengthMultiplier, 0.056444);

@@ -54,6 +54,15 @@ TEST(ImportArguments, HoldWhatIsForAcclaimForAcclaimAlone) {
     EXPECT_THAT(LineOf(kSkeleton, options), HasSubstr("--limits"));
 }
 
+TEST(ImportArguments, ResampleAtThePresetsRateWhatThePresetIsFor) {
+    const std::vector<const char*> options = {"--preset", "cmu", "--resample"};
+    EXPECT_EQ(LineOf(kBiovision, options),
+              "import t/walk.bvh --progress=off --make-folders -o out/walk.json");
+    EXPECT_THAT(LineOf(kAcclaim, options), HasSubstr("--preset=cmu --resample"));
+    EXPECT_THAT(LineOf(kBiovision, {"--preset", "cmu", "--resample", "--fps", "60"}),
+                HasSubstr("--fps=60 --resample"));
+}
+
 TEST(ImportArguments, KeepFilesApartFromOptions) {
     ConvertRequest request = RequestOf({});
     request.outDir = "-out";

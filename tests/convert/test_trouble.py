@@ -158,6 +158,20 @@ class FullDisk(DataSet):
         self.convert("takes --resume")
         self.assertEqual(set(self.statuses().values()), {"ok"})
 
+    def test_a_file_with_numbers_beside_it_is_replaced_whole(self):
+        self.put("takes/w.bvh", bvh())
+        self.convert("takes --no-mesh", to="gltf")
+        pair = {name: content for name, content in self.tree().items() if name.startswith("w.")}
+        # Its numbers are few, and what describes them is long.
+        self.put("takes/w.bvh", bvh(frames=3, joints=60))
+        self.convert("takes --no-mesh", to="gltf", status=4, prepare=file_size_limit(12_000))
+        self.assertIn("cannot write out/w.gltf: File too large", self.errors()["takes/w.bvh"])
+        after = self.tree()
+        self.assertEqual({name: after[name] for name in pair}, pair)
+        self.convert("takes --no-mesh", to="gltf")
+        self.assertLess(len(self.tree()["w.bin"]), 12_000)
+        self.assertGreater(len(self.tree()["w.gltf"]), 12_000)
+
     def test_an_index_that_cannot_be_written_is_said(self):
         self.put_samples(40)
         self.put("out/index.csv", "old")
