@@ -107,6 +107,8 @@ BvhAngles AnglesNear(const PlainAngles& plain, const double axes[3][3], const Bv
         angles = AnglesFrom(PartsAround(axes, std::sin(before.z / kDegreesPerRadian),
                                         std::cos(before.z / kDegreesPerRadian)));
     const BvhAngles first = Unrolled(angles, before);
+    // The others are half a turn away from these in two angles, so no nearer.
+    if (Distance(first, before) <= 180.0) return first;
     const BvhAngles flipped{angles.z + 180.0, 180.0 - angles.x, angles.y + 180.0};
     const BvhAngles second = Unrolled(flipped, before);
     return Distance(second, before) < Distance(first, before) ? second : first;
