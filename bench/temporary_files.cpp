@@ -24,9 +24,9 @@ struct Files {
 
 std::string KeepTemporaryFile(const std::string& name, const std::string& bytes) {
     static Files files;
-    const std::string path = (std::filesystem::temp_directory_path() /
-                              ("zkmocap-bench-" + std::to_string(getpid()) + "-" + name))
-                                 .string();
+    std::string path = (std::filesystem::temp_directory_path() /
+                        ("zkmocap-bench-" + std::to_string(getpid()) + "-" + name))
+                           .string();
     std::ofstream(path, std::ios::binary) << bytes;
     files.paths.push_back(path);
     return path;

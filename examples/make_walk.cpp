@@ -28,6 +28,7 @@ int MakeWalk(const std::filesystem::path& folder) {
     const examples::Skeleton skeleton = examples::MakeSkeleton();
     const examples::GaitModel model(skeleton);
     std::vector<examples::Pose> poses;
+    poses.reserve(examples::kFrameCount);
     for (int frame = 0; frame < examples::kFrameCount; ++frame)
         poses.push_back(model.At(static_cast<double>(frame) / examples::kFramesPerCycle));
     const bool written = WriteFile(folder / "walk.bvh", examples::WriteBvh(skeleton, poses)) &&

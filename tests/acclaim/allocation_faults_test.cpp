@@ -11,6 +11,7 @@
 
 // The first and last address of this program, by the linker. What the program links statically is
 // the importer; the host is a library, whose allocations are its own.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the linker names it.
 extern "C" char __executable_start;
 extern "C" char etext;
 

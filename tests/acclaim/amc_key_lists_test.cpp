@@ -10,9 +10,9 @@ namespace {
 using support::memoryUse;
 using testing::ElementsAre;
 
-std::vector<double> Values(const KeyArray& keys, std::size_t count) {
+std::vector<double> Values(const KeyArray& keys, int count) {
     std::vector<double> values;
-    for (std::size_t i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i)
         values.push_back(keys[i].value);
     return values;
 }
@@ -63,7 +63,7 @@ TEST(AmcKeyLists, GiveNothingForNothing) {
 TEST(AmcKeyLists, TakeLittleMoreThanTheKeys) {
     constexpr int kFrames = 50000;
     constexpr std::uint32_t kChannels = 62;
-    constexpr std::size_t kKeys = kFrames * kChannels;
+    constexpr std::size_t kKeys = std::size_t{kFrames} * kChannels;
     const std::size_t before = memoryUse.live;
     memoryUse.peak = before;
     memoryUse.allocations = 0;

@@ -277,7 +277,7 @@ TEST_F(AsfNodes, AreLooseBelowAShortBone) {
     for (const std::string bone : {"short", "none"}) {
         Parse(kBones + "root " + bone + "\n" + bone + " a\nend");
         EXPECT_TRUE(importer.Node("a").isDetached) << bone;
-        EXPECT_EQ(importer.Node(bone.c_str()).boneChildCount, 0u) << bone;
+        EXPECT_EQ(importer.Node(bone).boneChildCount, 0u) << bone;
     }
 }
 

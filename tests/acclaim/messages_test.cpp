@@ -154,7 +154,7 @@ const std::set<std::string> kOtherTexts = {
     "_BasePose",
     "Creating model motion action...",
     "Almost done...",
-    "\\t\\r\\n (),",
+    R"(\t\r\n (),)",
     "Invalid keyword found (",
     "Unknown bone (",
     ") at line ",

@@ -41,7 +41,7 @@ TEST(JsonNumber, ReadsBackToTheSameBits) {
     std::vector<double> numbers = {-0.0, 5e-324, 1.7976931348623157e308, 1.0 / 3.0,
                                    9007199254740993.0};
     while (numbers.size() < 20000) {
-        const double number = std::bit_cast<double>(random());
+        const auto number = std::bit_cast<double>(random());
         if (std::isfinite(number)) numbers.push_back(number);
     }
     for (const double number : numbers) {

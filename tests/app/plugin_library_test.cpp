@@ -6,7 +6,6 @@
 
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 std::string MessageOf(const std::string& path) {

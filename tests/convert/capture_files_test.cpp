@@ -11,7 +11,6 @@ namespace {
 using app::CaptureTree;
 using app::FindCaptures;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 class CaptureFiles : public testing::Test {

@@ -6,7 +6,6 @@ namespace {
 
 using app::CsvRecord;
 using app::TakeCsvRecord;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 TEST(CsvRecord, QuotesWhatMustBe) {

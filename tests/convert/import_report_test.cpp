@@ -30,9 +30,9 @@ TEST(ImportReport, IsReadBack) {
 }
 
 TEST(ImportReport, IsNothingElse) {
-    for (const char* text : {"", "{}", "walk.bvh: 1 model imported", "[1, 2]", "{\"joints\": -",
-                             "{\"joints\":\"a\",\"frames\":1,\"fps\":null,\"seconds\":null,"
-                             "\"written\":true,\"error\":\"\"}"})
+    for (const char* text :
+         {"", "{}", "walk.bvh: 1 model imported", "[1, 2]", R"({"joints": -)",
+          R"({"joints":"a","frames":1,"fps":null,"seconds":null,"written":true,"error":""})"})
         EXPECT_EQ(ReadReport(text), std::nullopt) << text;
 }
 

@@ -4,7 +4,6 @@
 
 namespace {
 
-using app::ImportReport;
 using app::IndexRow;
 using app::JobStatus;
 using app::ProcessEnd;

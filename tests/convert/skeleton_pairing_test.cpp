@@ -6,7 +6,6 @@ namespace {
 
 using app::FindSkeleton;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 struct Pair {
     const char* name;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <limits>
 #include <unordered_map>
 
 #include "acclaim/acclaim_import.h"
@@ -29,8 +30,9 @@ Zelk::CString HostText(const std::string& text) {
 }
 
 double BoxSize(const std::vector<Vec3>& places) {
-    Vec3 least{INFINITY, INFINITY, INFINITY};
-    Vec3 most{-INFINITY, -INFINITY, -INFINITY};
+    constexpr double kFar = std::numeric_limits<double>::infinity();
+    Vec3 least{kFar, kFar, kFar};
+    Vec3 most{-kFar, -kFar, -kFar};
     for (const Vec3& place : places) {
         for (std::size_t axis = 0; axis < 3; ++axis) {
             least[axis] = std::min(least[axis], place[axis]);

@@ -53,7 +53,7 @@ TEST(BvhAngles, TurnBackIntoTheSameAxes) {
 
 TEST(BvhAngles, AreTheSameForManyAtATime) {
     std::mt19937_64 random(9);
-    for (const std::size_t count : {0, 1, 31, 32, 33, 1000}) {
+    for (const std::size_t count : {0U, 1U, 31U, 32U, 33U, 1000U}) {
         std::vector<Transform> turned;
         for (std::size_t i = 0; i < count; ++i)
             turned.push_back(FromLocal(RandomLocal(random)));

@@ -165,6 +165,7 @@ bool WriteSample(const std::filesystem::path& folder, Sample sample,
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): what throws ends it, as it should.
 int main(int count, char** arguments) {
     if (count < 2) return 2;
     const bool captures = count > 2;

@@ -73,7 +73,7 @@ TEST(ZipWriter, PutsLargeSizesAndOffsetsIntoRecordsOf64Bits) {
     const std::size_t far = archive.records.find(kDirectory, large + 4);
     EXPECT_EQ(archive.At<std::uint32_t>(far + 24), 0U);
     EXPECT_EQ(archive.At<std::uint32_t>(far + 42), 0xFFFFFFFFU);
-    const std::uint64_t place = archive.At<std::uint64_t>(far + 46 + 3 + 4);
+    const auto place = archive.At<std::uint64_t>(far + 46 + 3 + 4);
     EXPECT_EQ(place, kSize + 30 + 5 + 20);
 
     const std::size_t end64 = archive.Find(kZip64End);

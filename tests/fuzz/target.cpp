@@ -1,5 +1,6 @@
 #include "tests/fuzz/target.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstdint>
 #include <cstring>
@@ -28,7 +29,7 @@ std::size_t Mutated(std::uint8_t* data, std::size_t size, std::size_t capacity, 
     const std::string_view text = input.substr(head);
     const std::string mutated = fuzz::Mutate(text, donor.empty() ? text : donor,
                                              kTarget.grammar(input), seed / 2, capacity - head);
-    std::memcpy(data + head, mutated.data(), mutated.size());
+    std::copy(mutated.begin(), mutated.end(), data + head);
     return head + mutated.size();
 }
 

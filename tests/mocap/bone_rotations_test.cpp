@@ -16,7 +16,6 @@ using mocap_test::Importer;
 using mocap_test::Keys;
 using support::StatusText;
 using testing::ElementsAre;
-using testing::Pointwise;
 
 constexpr auto kBiovision = CMocapImportBase::MOCAP_FORMAT_BIOVISION;
 constexpr auto kAcclaim = CMocapImportBase::MOCAP_FORMAT_ACCLAIM;

@@ -17,7 +17,6 @@ using mocap_test::Keys;
 using support::StatusText;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
-using testing::IsEmpty;
 using CHANNELS = MOCAPMODEL::CHANNELS;
 
 constexpr auto kBiovision = CMocapImportBase::MOCAP_FORMAT_BIOVISION;

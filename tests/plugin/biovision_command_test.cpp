@@ -16,7 +16,6 @@ namespace {
 using bvh_test::kChain;
 using bvh_test::kStill;
 using bvh_test::kTree;
-using plugin_test::Arguments;
 using plugin_test::Biovision;
 using plugin_test::Call;
 using plugin_test::kBiovision;

@@ -19,7 +19,6 @@ using plugin_test::Call;
 using plugin_test::kBiovision;
 using plugin_test::kTrue;
 using support::Lines;
-using testing::IsEmpty;
 
 // One call of the log at most was lost.
 void CheckLog(std::string_view operation) {

@@ -9,8 +9,8 @@ namespace sweep {
 
 struct Sample {
     const char* name;
-    std::string first = "";   // a BVH or an ASF file
-    std::string second = "";  // an AMC file; empty for a BVH file and for a skeleton alone
+    std::string first{};   // a BVH or an ASF file
+    std::string second{};  // an AMC file; empty for a BVH file and for a skeleton alone
     bool isAcclaim = false;
     bool clip = true;
     bool nulls = true;
