@@ -138,17 +138,17 @@ class SceneWriter {
         AppendString(item.Target());
         line_ += item.active ? ", \"active\": true" : ", \"active\": false";
         if (item.IsCurve()) {
-            line_ += ", \"interpolation\": " + std::to_string(item.curve->interpolation);
+            line_ += ", \"interpolation\": " + std::to_string(item.GetCurve().interpolation);
             line_ += ", \"times\": ";
-            WriteTimes(item.curve->keys.times);
+            WriteTimes(item.GetCurve().keys.times);
             line_ += ", \"values\": ";
-            if (item.curve->keys.values)
-                WriteNumbers(*item.curve->keys.values);
+            if (item.GetCurve().keys.values)
+                WriteNumbers(*item.GetCurve().keys.values);
             else
                 line_ += "[]";
         } else {
             line_ += ", \"value\": ";
-            AppendJsonNumber(line_, item.value);
+            AppendJsonNumber(line_, item.Value());
         }
         line_ += '}';
         EndLine();

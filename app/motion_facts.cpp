@@ -39,7 +39,7 @@ std::size_t CountNotFinite(const std::vector<double>& values) {
 std::size_t CountBadRestValues(const ActionSource& pose) {
     return static_cast<std::size_t>(
         std::count_if(pose.items.begin(), pose.items.end(), [](const headless::ActionItem& item) {
-            return !item.IsCurve() && !std::isfinite(item.value);
+            return !item.IsCurve() && !std::isfinite(item.Value());
         }));
 }
 
@@ -49,7 +49,8 @@ std::vector<double> FramesOf(const ActionSource& motion) {
     std::unordered_set<const std::vector<double>*> seen;
     std::vector<double> frames;
     for (const headless::ActionItem& item : motion.items) {
-        const std::vector<double>* times = item.IsCurve() ? item.curve->keys.times.get() : nullptr;
+        const std::vector<double>* times =
+            item.IsCurve() ? item.GetCurve().keys.times.get() : nullptr;
         if (!times || !seen.insert(times).second) continue;
         std::copy_if(times->begin(), times->end(), std::back_inserter(frames),
                      [](double time) { return std::isfinite(time); });
@@ -63,7 +64,8 @@ void MeasureMotion(const ActionSource& motion, ModelFacts& facts) {
     for (const headless::ActionItem& item : motion.items) {
         if (!item.IsCurve()) continue;
         ++facts.curves;
-        if (item.curve->keys.values) facts.badKeys += CountNotFinite(*item.curve->keys.values);
+        if (item.GetCurve().keys.values)
+            facts.badKeys += CountNotFinite(*item.GetCurve().keys.values);
     }
     const std::vector<double> frames = FramesOf(motion);
     facts.frames = frames.size();

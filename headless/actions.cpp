@@ -117,7 +117,7 @@ void SceneEditor::Apply(ActionSource& action, Node& owner, Node& model) {
         if (target.object == nullptr) continue;
         const Object* const driven = DrivenBy(*target.object, target.channel);
         if (driven != nullptr)
-            ChangeChannel(*records_.FindNode(driven->id), target.channel, item.value);
+            ChangeChannel(*records_.FindNode(driven->id), target.channel, item.Value());
     }
     RefreshEffectors();
     if (!hasCurves) return;

@@ -126,7 +126,7 @@ void SceneEditor::PlaceEffector(Node& chainRoot, const double end[3]) {
     Transform& global = effector.MakeGlobal();
     global = root;
     const Transform angle = SeenFrom(global, source);
-    std::memcpy(effector.effectorData->angleToBone.data(), angle.axes, sizeof angle.axes);
+    std::memcpy(chain.effectorAngle.data(), angle.axes, sizeof angle.axes);
     std::copy_n(end, 3, global.origin);
     effector.globalValid = true;
 
@@ -146,7 +146,7 @@ Node* SceneEditor::MakeChain(Node& parent, const Zelk::MATH::CVector3& root,
     std::unique_ptr<Node> newEffector = NewNode(ObjectType::ChainEffector, parent);
     newRoot->chainData = std::make_unique<ChainData>();
     newRoot->chainData->bones.reserve(1);
-    newEffector->effectorData = std::make_unique<EffectorData>();
+    newBone->boneIndex = 0;
     for (Node* const node : {newRoot.get(), newBone.get(), newEffector.get()})
         node->MakeGlobal();
     GiveName(*newRoot, parent, name);
@@ -170,6 +170,7 @@ Node* SceneEditor::MakeChain(Node& parent, const Zelk::MATH::CVector3& root,
     const double tip[3] = {end.x, end.y, end.z};
     PlaceEffector(chainRoot, tip);
     RefreshEffectors();
+    KeepTransformsOf(chainRoot);
     return &chainRoot;
 }
 

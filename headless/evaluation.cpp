@@ -161,15 +161,15 @@ void MotionEvaluator::Impl::Attach(std::size_t place, std::size_t channel, const
     Part& part = parts[place];
     Driver driver;
     if (item.IsCurve()) {
-        const Keys& keys = item.curve->keys;
+        const Keys& keys = item.GetCurve().keys;
         if (keys.Count() == 0) return;
         driver.axis = AxisOf(*keys.times);
         driver.values = keys.values.get();
         if (axes[driver.axis].IsEmpty()) return;
     } else if (channel == kLength) {
-        part.length = item.value;
+        part.length = item.Value();
     } else {
-        part.local[channel] = item.value;
+        part.local[channel] = item.Value();
     }
     if (part.drivers == kNowhere) {
         if (driver.values == nullptr) return;
@@ -225,7 +225,8 @@ Transform MotionEvaluator::Impl::LocalAt(const Part& part, const Places& at) con
 Transform MotionEvaluator::Impl::EndAt(std::size_t place, const Places& at) const {
     const std::size_t end = parts[place].endOfChain;
     Transform seen;
-    std::memcpy(seen.axes, objects[place]->effectorData->angleToBone.data(), sizeof seen.axes);
+    const ChainData& chain = *objects[place]->chainRoot->chainData;
+    std::memcpy(seen.axes, chain.effectorAngle.data(), sizeof seen.axes);
     if (objects[end]->type == ObjectType::ChainBone) seen.origin[0] = LengthAt(parts[end], at);
     return seen;
 }
@@ -298,7 +299,7 @@ double SecondsPerFrame(const ActionSource& motion) {
     const std::vector<double>* seen = nullptr;
     for (const ActionItem& item : motion.items) {
         const std::vector<double>* const times =
-            item.IsCurve() ? item.curve->keys.times.get() : nullptr;
+            item.IsCurve() ? item.GetCurve().keys.times.get() : nullptr;
         if (times == nullptr || times == seen) continue;
         seen = times;  // curves with the same times mostly follow each other
         for (const double time : *times)

@@ -1,5 +1,6 @@
 // Where objects stand. Scene transforms are worked out when somebody asks and kept until something
 // they depend on changes; the local states of effectors follow at the end of the operation.
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -38,6 +39,13 @@ Object* EffectorAtEndOf(const Object& object) {
     return last == &object ? chain.effector : nullptr;
 }
 
+// Whether anything but the next of its own chain hangs under an element of a chain.
+bool CarriesOthers(const Object& element) {
+    for (const Object* child = element.firstChild; child != nullptr; child = child->nextSibling)
+        if (child->chainRoot != element.chainRoot) return true;
+    return false;
+}
+
 }  // namespace
 
 // The object that another one's scene transform is worked out from: its parent, but of an effector
@@ -51,7 +59,7 @@ Node& SceneEditor::PoseSource(const Node& object) const {
 Transform SceneEditor::SeenFromPoseSource(const Node& object) const {
     if (!IsChainEffector(object)) return FromLocal(object.local);
     Transform seen;
-    std::memcpy(seen.axes, object.effectorData->angleToBone.data(), sizeof seen.axes);
+    std::memcpy(seen.axes, object.chainRoot->chainData->effectorAngle.data(), sizeof seen.axes);
     const ChainData& chain = *object.chainRoot->chainData;
     seen.origin[0] = chain.bones.empty() ? 0.0 : chain.bones.back()->length;
     return seen;
@@ -96,6 +104,37 @@ void SceneEditor::Invalidate(Node& object) noexcept {
             if (HangsOutside(*effector)) MarkEffector(effector);
         }
     }
+}
+
+// A large scene has mostly chains that nothing hangs under, whose scene transforms nobody asks for
+// again once they are built: those of the latest are kept. To others a bone can be added still,
+// from where their effectors are by the states, which is where they were put within rounding.
+void SceneEditor::KeepTransformsOf(const Node& chainRoot) noexcept {
+    std::uint32_t& place = records_.latestChains[records_.nextLatestChain];
+    Node* const oldest = records_.FindNode(place);
+    if (oldest != nullptr) DropTransforms(*oldest);
+    place = chainRoot.id;
+    records_.nextLatestChain = (records_.nextLatestChain + 1) % records_.latestChains.size();
+}
+
+// Unless something else may have been worked out from them: what hangs under an element of the
+// chain, or its effector elsewhere.
+void SceneEditor::DropTransforms(Node& chainRoot) noexcept {
+    const ChainData& chain = *chainRoot.chainData;
+    Object* const effector = chain.effector;
+    if (CarriesOthers(chainRoot)) return;
+    if (effector != nullptr && (HangsOutside(*effector) || CarriesOthers(*effector))) return;
+    if (std::any_of(chain.bones.begin(), chain.bones.end(),
+                    [](const Object* bone) { return CarriesOthers(*bone); }))
+        return;
+    const auto drop = [](Object& element) {
+        AsNode(element).globalValid = false;
+        AsNode(element).global.reset();
+    };
+    drop(chainRoot);
+    for (Object* const bone : chain.bones)
+        drop(*bone);
+    if (effector != nullptr) drop(*effector);
 }
 
 void SceneEditor::MarkEffector(Object* effector) noexcept {

@@ -1,6 +1,7 @@
 #include "headless/scene.h"
 
 #include <string>
+#include <utility>
 
 #include "headless/scene_editor.h"
 #include "headless/scene_records.h"
@@ -82,6 +83,20 @@ Scene::Target Scene::ResolveTarget(const Object& model, const ActionItem& item) 
 const std::vector<std::unique_ptr<Property>>& Object::Properties() const {
     static const std::vector<std::unique_ptr<Property>> none;
     return propertyData ? propertyData->properties : none;
+}
+
+ActionItem::ActionItem(ActionItem&& other) noexcept
+    : object(std::move(other.object)),
+      channel(other.channel),
+      active(other.active),
+      isCurve_(other.isCurve_) {
+    if (!isCurve_) {
+        value_ = other.value_;
+        return;
+    }
+    curve_ = other.curve_;
+    other.isCurve_ = false;
+    other.value_ = 0.0;
 }
 
 Zelk::CString ActionItem::Target() const {

@@ -46,12 +46,30 @@ struct ZELK_API ActionItem {
     Zelk::CString object;            // empty: the model's own channel
     std::optional<Channel> channel;  // none: `object` is the target as it was given, whole
     bool active = true;
-    double value = 0.0;                  // of a static item
-    std::unique_ptr<const Curve> curve;  // of a curve item, else null
 
-    bool IsCurve() const { return curve != nullptr; }
+    explicit ActionItem(double value) : value_(value) {}
+    explicit ActionItem(std::unique_ptr<const Curve> curve)
+        : isCurve_(true), curve_(curve.release()) {}
+    ActionItem(ActionItem&& other) noexcept;
+    ActionItem& operator=(ActionItem&&) = delete;
+    ~ActionItem() {
+        if (isCurve_) delete curve_;
+    }
+
+    bool IsCurve() const { return isCurve_; }
+    // Of a static item; 0 of a curve item.
+    double Value() const { return isCurve_ ? 0.0 : value_; }
+    // Of a curve item.
+    const Curve& GetCurve() const { return *curve_; }
     // The name as it was given.
     Zelk::CString Target() const;
+
+  private:
+    bool isCurve_ = false;
+    union {
+        double value_;
+        const Curve* curve_;
+    };
 };
 
 struct ActionSource {
@@ -105,12 +123,8 @@ struct ChainData {
     std::vector<Object*> bones;  // from the root to the last
     Object* effector = nullptr;
     std::array<double, 3> normal{0.0, 0.0, 1.0};
-};
-
-// What only a chain's effector has.
-struct EffectorData {
-    // Its angle to the last bone: row vectors, effector axes seen from the bone.
-    std::array<double, 9> angleToBone{1, 0, 0, 0, 1, 0, 0, 0, 1};
+    // The effector's angle to the last bone: row vectors, effector axes seen from the bone.
+    std::array<double, 9> effectorAngle{1, 0, 0, 0, 1, 0, 0, 0, 1};
 };
 
 // What few objects have: properties, in the order they were made.
@@ -121,10 +135,6 @@ struct PropertyData {
 
 // Most objects of a large scene are alike and plain: what only some have stands apart.
 struct ZELK_API Object {
-    // In the order the objects were made, from 1 in a new process. Actions, groups and properties
-    // take theirs from the same count; none is ever given out twice, a session's Reset included.
-    std::uint32_t id = 0;
-    ObjectType type = ObjectType::Null;
     Zelk::CString name;
     Object* parent = nullptr;  // null under the scene root
     Object* firstChild = nullptr;
@@ -140,9 +150,12 @@ struct ZELK_API Object {
     Object* chainRoot = nullptr;  // of a bone, an effector and the root itself
     std::unique_ptr<ModelData> modelData;
     std::unique_ptr<ChainData> chainData;
-    std::unique_ptr<EffectorData> effectorData;
     std::unique_ptr<PropertyData> propertyData;          // null without a property
     std::unique_ptr<std::vector<std::uint32_t>> groups;  // ids of its groups; null without any
+    // In the order the objects were made, from 1 in a new process. Actions, groups and properties
+    // take theirs from the same count; none is ever given out twice, a session's Reset included.
+    std::uint32_t id = 0;
+    ObjectType type = ObjectType::Null;
 
     const std::vector<std::unique_ptr<Property>>& Properties() const;
 };

@@ -162,6 +162,9 @@ class SceneEditor {
     Node& PoseSource(const Node& object) const;
     Transform SeenFromPoseSource(const Node& object) const;
     void Invalidate(Node& object) noexcept;
+    // After a chain was made.
+    void KeepTransformsOf(const Node& chainRoot) noexcept;
+    void DropTransforms(Node& chainRoot) noexcept;
     // Marks an effector whose local state has to be worked out again; null is fine.
     void MarkEffector(Object* effector) noexcept;
     void RefreshEffectors();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -25,13 +26,15 @@ namespace headless {
 // it, which nobody does for most. The two links let walks over any number of objects do without
 // memory, so that none can stop half way.
 struct Node : Object {
-    std::unique_ptr<Transform> global;
-    Node* walkNext = nullptr;     // in the walk that is under way
-    Node* dirtyNext = nullptr;    // in Scene::Impl::dirtyEffectors
-    std::uint32_t boneIndex = 0;  // of a bone, its place in the chain
     bool globalValid = false;
     bool effectorDirty = false;  // an effector whose local state waits to be worked out
     bool dying = false;          // about to be deleted
+    std::unique_ptr<Transform> global;
+    Node* walkNext = nullptr;  // in the walk that is under way
+    union {
+        Node* dirtyNext = nullptr;  // of an effector, in Scene::Impl::dirtyEffectors
+        std::uint32_t boneIndex;    // of a bone, its place in the chain
+    };
 
     Transform& MakeGlobal() {
         if (!global) global = std::make_unique<Transform>();
@@ -80,6 +83,9 @@ struct HEADLESS_HIDDEN Scene::Impl {
     std::size_t longestPropertyName = 0;    // ever
     // Who attached an action that is not its own.
     std::unordered_map<const ActionSource*, std::vector<Node*>> attachedElsewhere;
+    // Ids of chain roots, a ring: these chains' scene transforms are kept.
+    std::array<std::uint32_t, 1024> latestChains{};
+    std::size_t nextLatestChain = 0;
     Node* dirtyEffectors = nullptr;                      // a list; empty between operations
     std::weak_ptr<const std::vector<double>> lastTimes;  // of the last keys that were set
 };

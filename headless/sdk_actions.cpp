@@ -29,18 +29,17 @@ AnimationSourceItem ActionSource::AddSourceItem(const CString& target, const CRe
     if (Fails(Operation::AddSourceItem)) return AnimationSourceItem();
     const Referent curve = Editor().Resolve(fcurve);
     if (curve.kind != Referent::Kind::Curve) return AnimationSourceItem();
-    ActionItem item;
-    item.active = active;
     // Keys never change once they are set, so sharing them is as good as a copy.
-    item.curve = std::make_unique<const headless::Curve>(curve.property->curves[curve.index].curve);
+    ActionItem item(
+        std::make_unique<const headless::Curve>(curve.property->curves[curve.index].curve));
+    item.active = active;
     return Append(ref_, target, std::move(item));
 }
 
 AnimationSourceItem ActionSource::AddSourceItem(const CString& target, double value, bool active) {
     if (Fails(Operation::AddSourceItem)) return AnimationSourceItem();
-    ActionItem item;
+    ActionItem item(value);
     item.active = active;
-    item.value = value;
     return Append(ref_, target, std::move(item));
 }
 

@@ -22,7 +22,7 @@ bool IsFinite(double value) {
 }
 
 void RequireFiniteKeys(const Object& model, const headless::ActionItem& item) {
-    const headless::Keys& keys = item.curve->keys;
+    const headless::Keys& keys = item.GetCurve().keys;
     if (!keys.times || !keys.values) return;
     const auto time = std::find_if_not(keys.times->begin(), keys.times->end(), IsFinite);
     if (time != keys.times->end())
@@ -49,7 +49,7 @@ void RequireFinite(const Object& model, const headless::ActionSource* motion) {
     for (const headless::ActionItem& item : motion->items) {
         if (item.IsCurve())
             RequireFiniteKeys(model, item);
-        else if (!std::isfinite(item.value))
+        else if (!std::isfinite(item.Value()))
             throw ExportError(fmt::format("{}.{} is not a finite number", Readable(model.name),
                                           Readable(item.Target())));
     }

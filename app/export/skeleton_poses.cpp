@@ -165,7 +165,8 @@ void SkeletonPoses::LocalsOf(const headless::MotionEvaluator& evaluator, double 
     for (const Effector& effector : effectors_) {
         const Object& object = *joints_[effector.joint].object;
         Transform& local = locals[effector.joint];
-        std::memcpy(local.axes, object.effectorData->angleToBone.data(), sizeof(local.axes));
+        std::memcpy(local.axes, object.chainRoot->chainData->effectorAngle.data(),
+                    sizeof(local.axes));
         local.origin[0] = moves && effector.lengthIsDriven
                               ? DistanceAlong(globals[effector.bonePlace], globals[effector.place])
                               : LastBoneOf(object)->length;

@@ -21,7 +21,7 @@ std::vector<double> KeyTimes(const headless::ActionSource& motion) {
     std::vector<double> frames;
     for (const headless::ActionItem& item : motion.items) {
         const std::vector<double>* times =
-            item.IsCurve() && item.active ? item.curve->keys.times.get() : nullptr;
+            item.IsCurve() && item.active ? item.GetCurve().keys.times.get() : nullptr;
         if (times && seen.insert(times).second)
             frames.insert(frames.end(), times->begin(), times->end());
     }

@@ -96,7 +96,8 @@ TEST_P(BvhExtremes, AMillionValuesOnOneLine) {
     for (int i = 0; i < 1'000'000; ++i)
         text += "1.5 ";
     ExpectImported(text);
-    EXPECT_EQ(Scene().Models()[0]->modelData->actions[1]->items[0].curve->keys.Count(), 200'000u);
+    EXPECT_EQ(Scene().Models()[0]->modelData->actions[1]->items[0].GetCurve().keys.Count(),
+              200'000u);
 }
 
 TEST_P(BvhExtremes, AMillionLineFeedsBetweenTwoTokens) {

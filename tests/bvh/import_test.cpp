@@ -93,7 +93,7 @@ TEST_F(BvhImport, PutsEveryValueOfTheBasePoseInOrder) {
     std::vector<double> values;
     for (const auto& item : BasePose(model).items) {
         EXPECT_TRUE(item.active);
-        values.push_back(item.value);
+        values.push_back(item.Value());
     }
     EXPECT_THAT(values, ElementsAre(1, 2, 3, 0, 0, 0, 4, 5, 6, 0, 0, 0));
 }
@@ -107,10 +107,10 @@ TEST_F(BvhImport, MakesACurveForEachSlotInItsOrder) {
                     "Leg.kine.local.rotx~", "Leg.kine.local.roty~", "Leg.kine.local.rotz~"));
     for (const auto& item : Motion(model).items) {
         EXPECT_TRUE(item.active);
-        EXPECT_EQ(item.curve->interpolation, 1);
-        EXPECT_THAT(*item.curve->keys.times, ElementsAre(1, 2));
+        EXPECT_EQ(item.GetCurve().interpolation, 1);
+        EXPECT_THAT(*item.GetCurve().keys.times, ElementsAre(1, 2));
     }
-    EXPECT_THAT(*Motion(model).items[1].curve->keys.values, ElementsAre(20, 21));
+    EXPECT_THAT(*Motion(model).items[1].GetCurve().keys.values, ElementsAre(20, 21));
 }
 
 TEST_F(BvhImport, LeavesAJointWithRisingRotationsAsItIs) {
@@ -119,8 +119,8 @@ TEST_F(BvhImport, LeavesAJointWithRisingRotationsAsItIs) {
         "Time: 1 "
         "20 30");
     EXPECT_THAT(Targets(Motion(model)), ElementsAre("A.kine.local.rotx~", "A.kine.local.rotz~"));
-    EXPECT_THAT(*Motion(model).items[0].curve->keys.values, ElementsAre(20));
-    EXPECT_THAT(*Motion(model).items[1].curve->keys.values, ElementsAre(30));
+    EXPECT_THAT(*Motion(model).items[0].GetCurve().keys.values, ElementsAre(20));
+    EXPECT_THAT(*Motion(model).items[1].GetCurve().keys.values, ElementsAre(30));
 }
 
 TEST_F(BvhImport, GroupsWhatIsAnimated) {
@@ -192,7 +192,7 @@ TEST_F(BvhImport, OfAHierarchyAloneHasCurvesWithoutKeys) {
         EXPECT_EQ(Motion(model).animEnd, 0.0);
         ASSERT_THAT(Motion(model).items, SizeIs(3));
         for (const auto& item : Motion(model).items)
-            EXPECT_EQ(item.curve->keys.Count(), 0u);
+            EXPECT_EQ(item.GetCurve().keys.Count(), 0u);
     }
 }
 
@@ -200,7 +200,7 @@ TEST_F(BvhImport, OfNoFramesHasCurvesWithoutKeys) {
     const Object& model = Import(
         "HIERARCHY ROOT A { OFFSET 0 1 0 CHANNELS 1 Yrotation } MOTION Frames: 0 Frame Time: 0.5");
     ASSERT_THAT(Motion(model).items, SizeIs(1));
-    EXPECT_EQ(Motion(model).items[0].curve->keys.Count(), 0u);
+    EXPECT_EQ(Motion(model).items[0].GetCurve().keys.Count(), 0u);
     EXPECT_EQ(Motion(model).animEnd, 0.0);
     EXPECT_EQ(BasePose(model).animEnd, 2.5);
 }
@@ -250,8 +250,8 @@ TEST_F(BvhImport, MakesAModelOfEachSection) {
 TEST_F(BvhImport, TakesEachSectionsOwnFrames) {
     Importer importer;
     ASSERT_EQ(importer.Import(bvh_test::kChain + bvh_test::kTree), 0);
-    EXPECT_EQ(Motion(*Scene().Models()[0]).items[0].curve->keys.Count(), 2u);
-    EXPECT_EQ(Motion(*Scene().Models()[1]).items[0].curve->keys.Count(), 1u);
+    EXPECT_EQ(Motion(*Scene().Models()[0]).items[0].GetCurve().keys.Count(), 2u);
+    EXPECT_EQ(Motion(*Scene().Models()[1]).items[0].GetCurve().keys.Count(), 1u);
     EXPECT_EQ(Motion(*Scene().Models()[1]).animEnd, 0.05);
 }
 

@@ -150,8 +150,8 @@ TEST_F(BvhOptions, NumbersAreTheSameUnderAComma) {
         for (const auto& action : Scene().Models()[0]->modelData->actions) {
             values.back().push_back(action->animEnd);
             for (const auto& item : action->items) {
-                values.back().push_back(item.value);
-                if (item.IsCurve()) values.back().push_back(item.curve->keys.values->front());
+                values.back().push_back(item.Value());
+                if (item.IsCurve()) values.back().push_back(item.GetCurve().keys.values->front());
             }
         }
     };

@@ -45,7 +45,7 @@ double BoxSize(const std::vector<Vec3>& places) {
 
 std::vector<double> FramesOf(const headless::ActionSource& motion) {
     for (const headless::ActionItem& item : motion.items)
-        if (item.IsCurve() && item.curve->keys.Count() > 0) return *item.curve->keys.times;
+        if (item.IsCurve() && item.GetCurve().keys.Count() > 0) return *item.GetCurve().keys.times;
     return {};
 }
 

@@ -41,8 +41,8 @@ std::size_t KeyBytes() {
     for (const headless::Object* model : exported::CurrentScene().Models()) {
         for (const headless::ActionItem& item : exported::MotionOf(*model)->items) {
             if (!item.IsCurve()) continue;
-            add(item.curve->keys.times.get());
-            add(item.curve->keys.values.get());
+            add(item.GetCurve().keys.times.get());
+            add(item.GetCurve().keys.values.get());
         }
     }
     return bytes;

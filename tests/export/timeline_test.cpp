@@ -12,9 +12,7 @@ headless::ActionItem CurveAt(std::vector<double> times) {
     auto curve = std::make_unique<headless::Curve>();
     curve->keys.values = std::make_shared<std::vector<double>>(times.size(), 0.0);
     curve->keys.times = std::make_shared<std::vector<double>>(std::move(times));
-    headless::ActionItem item;
-    item.curve = std::move(curve);
-    return item;
+    return headless::ActionItem(std::move(curve));
 }
 
 app::Timeline TimelineOf(std::vector<std::vector<double>> curves, double animEnd,

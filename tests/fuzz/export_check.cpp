@@ -77,9 +77,9 @@ bool IsLong() {
         for (const auto& action : model->modelData->actions) {
             if (action->animEnd > kLongestMotion) return true;
             for (const auto& item : action->items)
-                if (item.IsCurve() && item.curve->keys.Count() > 0) {
-                    const auto [least, most] = std::minmax_element(item.curve->keys.times->begin(),
-                                                                   item.curve->keys.times->end());
+                if (item.IsCurve() && item.GetCurve().keys.Count() > 0) {
+                    const auto [least, most] = std::minmax_element(
+                        item.GetCurve().keys.times->begin(), item.GetCurve().keys.times->end());
                     if (!(*most - *least <= kLongestMotion)) return true;
                 }
         }

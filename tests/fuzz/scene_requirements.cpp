@@ -38,7 +38,7 @@ const headless::ActionSource* MotionOf(const headless::Object& model) {
 
 std::vector<double> FramesOf(const headless::ActionSource& motion) {
     for (const auto& item : motion.items)
-        if (item.IsCurve() && item.curve->keys.Count() > 0) return *item.curve->keys.times;
+        if (item.IsCurve() && item.GetCurve().keys.Count() > 0) return *item.GetCurve().keys.times;
     return {};
 }
 
@@ -49,7 +49,7 @@ bool ConcernsPosition(const headless::ActionItem& item) {
 void MeasureCurves(const headless::ActionSource& motion, Places& places) {
     for (const auto& item : motion.items) {
         if (!item.IsCurve()) continue;
-        for (const double value : *item.curve->keys.values)
+        for (const double value : *item.GetCurve().keys.values)
             if (ConcernsPosition(item))
                 Measure(value, places);
             else if (!(std::fabs(value) <= kLargest))

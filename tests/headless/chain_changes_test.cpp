@@ -100,7 +100,7 @@ void ExpectTrue(const Object& object) {
     const Object& end = bones.empty() ? *object.chainRoot : *bones.back();
     Matrix seen = OfLocal({bones.empty() ? 0.0 : end.length, 0, 0, 0, 0, 0});
     for (std::size_t entry = 0; entry < 9; ++entry)
-        seen[entry / 3][entry % 3] = object.effectorData->angleToBone[entry];
+        seen[entry / 3][entry % 3] = object.chainRoot->chainData->effectorAngle[entry];
     // Deep scenes of some tens of units.
     EXPECT_LT(Distance(Standing(object), Multiply(seen, Standing(end))), 1e-11);
 }

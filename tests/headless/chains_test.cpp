@@ -219,6 +219,33 @@ TEST_F(Chains, SurvivePositionsThatAreNoPlaces) {
         }
 }
 
+// However many chains were made since, and whatever hangs under a chain or from it.
+TEST_F(Chains, GrowAndMoveLongAfterTheyWereMade) {
+    Zelk::Null hips = TurnedNull();
+    const auto addChain = [&] { return AddChain(hips, {1, 2, 3}, {4, 2, 7}); };
+    const Zelk::ChainRoot plain = addChain(), carrying = addChain(), leading = addChain();
+    const Zelk::Null carried = AddNull(carrying.GetEffector(), L"Hand");
+    const Zelk::ChainEffector led = leading.GetEffector();
+    ASSERT_TRUE(Zelk::Model(model).AddChild(Refs({led})).Succeeded());
+    for (int number = 0; number < 3000; ++number)
+        ASSERT_TRUE(AddChain(model, {0, 1, 0}, {0, 2, 0}).IsValid());
+
+    const auto expectAt = [&](const CVector3& end) {
+        for (const Zelk::CBase& object :
+             {Zelk::CBase(plain.GetEffector()), Zelk::CBase(carried), Zelk::CBase(led)})
+            ExpectNear(Origin(object), end, 2 * kExact);
+    };
+    ASSERT_TRUE(Put(hips, L"posy", 40).Succeeded());
+    expectAt({4, 44, 7});
+    for (const Zelk::ChainRoot& chain : {plain, carrying, leading})
+        ASSERT_TRUE(AddBone(chain, {4, 47, 9}).IsValid());
+    expectAt({4, 47, 9});
+    ASSERT_TRUE(Put(hips, L"posy", 0).Succeeded());
+    expectAt({4, 7, 9});
+    const Zelk::ChainRoot under = AddChain(plain.GetEffector(), {4, 7, 9}, {5, 7, 9});
+    ExpectNear(Origin(under), {4, 7, 9}, 2 * kExact);
+}
+
 TEST_F(Chains, EvaluateWithoutAMotionToWhereTheyStand) {
     const Zelk::ChainRoot chain = AddChain(TurnedNull(), {1, 2, 3}, {4, 2, 7});
     AddBone(chain, {4, 14, 12});

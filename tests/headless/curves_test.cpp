@@ -112,11 +112,12 @@ TEST_F(Curves, LeaveItemsAsTheyWereWhenTheyChange) {
 
     const auto& items = RecordOf(motion).items;
     ASSERT_EQ(items.size(), 2u);
-    EXPECT_THAT(*items[0].curve->keys.values, ElementsAre(10, 20));
-    EXPECT_THAT(*items[1].curve->keys.values, ElementsAre(11, 21));
-    EXPECT_EQ(items[0].curve->keys.times, items[1].curve->keys.times) << "one array for both";
-    EXPECT_THAT(*items[0].curve->keys.times, ElementsAre(1, 2));
-    EXPECT_EQ(items[0].curve->interpolation, 1);
+    EXPECT_THAT(*items[0].GetCurve().keys.values, ElementsAre(10, 20));
+    EXPECT_THAT(*items[1].GetCurve().keys.values, ElementsAre(11, 21));
+    EXPECT_EQ(items[0].GetCurve().keys.times, items[1].GetCurve().keys.times)
+        << "one array for both";
+    EXPECT_THAT(*items[0].GetCurve().keys.times, ElementsAre(1, 2));
+    EXPECT_EQ(items[0].GetCurve().interpolation, 1);
 }
 
 }  // namespace

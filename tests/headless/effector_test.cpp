@@ -34,7 +34,7 @@ class Effectors : public HostScene {
     Matrix ByTheBone() const {
         const headless::Object& last = *RecordOf(chain).chainData->bones.back();
         Matrix seen = OfLocal({last.length, 0, 0, 0, 0, 0});
-        const auto& angle = RecordOf(effector).effectorData->angleToBone;
+        const auto& angle = RecordOf(effector).chainRoot->chainData->effectorAngle;
         for (std::size_t entry = 0; entry < 9; ++entry)
             seen[entry / 3][entry % 3] = angle[entry];
         return Multiply(seen, Standing(last));
@@ -84,9 +84,9 @@ TEST_F(Effectors, LeaveWhatHangsUnderThemUnturned) {
 
 TEST_F(Effectors, TurnWithTheLastBone) {
     for (const wchar_t* name : {L"rotx", L"roty", L"rotz"}) {
-        const auto angle = RecordOf(effector).effectorData->angleToBone;
+        const auto angle = RecordOf(effector).chainRoot->chainData->effectorAngle;
         ASSERT_TRUE(Put(second, name, 77).Succeeded());
-        EXPECT_EQ(RecordOf(effector).effectorData->angleToBone, angle);
+        EXPECT_EQ(RecordOf(effector).chainRoot->chainData->effectorAngle, angle);
         ExpectAtTheEnd();
         ASSERT_TRUE(Put(BoneOf(chain, 0), name, -33).Succeeded());
         ExpectAtTheEnd();

@@ -23,7 +23,7 @@ class Items : public HostScene {
     Zelk::ActionSource action;
 };
 
-static_assert(sizeof(headless::ActionItem) <= 32, "large skeletons have millions of them");
+static_assert(sizeof(headless::ActionItem) <= 24, "large skeletons have millions of them");
 
 TEST_F(Items, StandInTheOrderTheyWereAdded) {
     const Scratch scratch = AddScratch(hips);
@@ -32,13 +32,13 @@ TEST_F(Items, StandInTheOrderTheyWereAdded) {
     action.AddSourceItem(L"anything", -2.0, false);
     const auto& items = RecordOf(action).items;
     ASSERT_EQ(items.size(), 3u);
-    EXPECT_EQ(items[0].value, 1.5);
+    EXPECT_EQ(items[0].Value(), 1.5);
     EXPECT_TRUE(items[0].active);
     EXPECT_FALSE(items[0].IsCurve());
     EXPECT_TRUE(items[1].IsCurve());
     EXPECT_FALSE(items[1].active);
-    EXPECT_EQ(items[1].curve->keys.Count(), 0u);
-    EXPECT_EQ(items[2].value, -2.0);
+    EXPECT_EQ(items[1].GetCurve().keys.Count(), 0u);
+    EXPECT_EQ(items[2].Value(), -2.0);
 }
 
 TEST_F(Items, GiveTheirTargetsAsTheyWereGiven) {

@@ -109,7 +109,7 @@ double MatrixWalk::Value(const Object& object, Channel channel, double frame) co
     if (found == items_.end() || !found->second->active)
         return channel == Channel::BoneLength ? object.length : object.local[index];
     const headless::ActionItem& item = *found->second;
-    return item.IsCurve() ? ValueOf(item.curve->keys, frame) : item.value;
+    return item.IsCurve() ? ValueOf(item.GetCurve().keys, frame) : item.Value();
 }
 
 Matrix MatrixWalk::Around(const Object& object, double frame) const {
@@ -122,7 +122,7 @@ Matrix MatrixWalk::Global(const Object& object, double frame) const {
         const Object& last = *object.chainRoot->chainData->bones.back();
         Matrix seen = Identity();
         for (std::size_t entry = 0; entry < 9; ++entry)
-            seen[entry / 3][entry % 3] = object.effectorData->angleToBone[entry];
+            seen[entry / 3][entry % 3] = object.chainRoot->chainData->effectorAngle[entry];
         seen[3][0] = Value(last, Channel::BoneLength, frame);
         return Multiply(seen, Global(last, frame));
     }

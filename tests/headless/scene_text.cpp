@@ -23,8 +23,8 @@ class Writer {
              << (object.model == nullptr ? 0 : object.model->id) << L" length " << object.length;
         for (const double value : object.local)
             out_ << L' ' << value;
-        if (object.effectorData)
-            for (const double value : object.effectorData->angleToBone)
+        if (object.chainData)
+            for (const double value : object.chainData->effectorAngle)
                 out_ << L' ' << value;
         if (object.groups)
             for (const std::uint32_t group : *object.groups)
@@ -56,9 +56,10 @@ class Writer {
             out_ << L"  action " << action->id << L' ' << Wide(action->name) << L" end "
                  << action->animEnd << (action.get() == model.attached ? L" attached\n" : L"\n");
             for (const headless::ActionItem& item : action->items) {
-                out_ << L"    " << Wide(item.Target()) << L' ' << item.active << L' ' << item.value;
+                out_ << L"    " << Wide(item.Target()) << L' ' << item.active << L' '
+                     << item.Value();
                 if (item.IsCurve())
-                    Write(*item.curve);
+                    Write(item.GetCurve());
                 else
                     out_ << L'\n';
             }

@@ -54,9 +54,9 @@ TEST_F(ActionCurves, DriveTheParameterOfTheirChannel) {
         EXPECT_EQ(Utf8(item.Target()), std::string("Hips.kine.local.") + targets[type - 1]);
         EXPECT_TRUE(item.IsCurve());
         EXPECT_TRUE(item.active);
-        EXPECT_EQ(item.curve->interpolation, 1);
-        EXPECT_THAT(*item.curve->keys.times, ElementsAre(1, 2));
-        EXPECT_THAT(*item.curve->keys.values, ElementsAre(10, 20));
+        EXPECT_EQ(item.GetCurve().interpolation, 1);
+        EXPECT_THAT(*item.GetCurve().keys.times, ElementsAre(1, 2));
+        EXPECT_THAT(*item.GetCurve().keys.values, ElementsAre(10, 20));
     }
     EXPECT_EQ(importer_.Message(), "");
 }
@@ -107,15 +107,15 @@ TEST_F(ActionCurves, OfNoFramesHaveNoKeys) {
     importer_.frameCount = 0;
     EXPECT_EQ(
         importer_.AddFCurve(node_->nullObject, kRotationX, nullptr, scratch_.fcurve).GetCode(), 0);
-    EXPECT_EQ(Items().back().curve->keys.Count(), 0u);
+    EXPECT_EQ(Items().back().GetCurve().keys.Count(), 0u);
 }
 
 TEST_F(ActionCurves, KeepTheirOwnKeysWhenTheScratchCurveIsUsedAgain) {
     ASSERT_EQ(AddCurve(node_->nullObject, kRotationX), 0);
     node_->channels[0].keys[1].value = 99;
     ASSERT_EQ(AddCurve(node_->nullObject, kRotationY), 0);
-    EXPECT_THAT(*Items()[0].curve->keys.values, ElementsAre(10, 20));
-    EXPECT_THAT(*Items()[1].curve->keys.values, ElementsAre(10, 99));
+    EXPECT_THAT(*Items()[0].GetCurve().keys.values, ElementsAre(10, 20));
+    EXPECT_THAT(*Items()[1].GetCurve().keys.values, ElementsAre(10, 99));
 }
 
 // --- a whole node ---
@@ -154,10 +154,10 @@ TEST_F(ActionCurves, BasePoseHoldsThePresentValue) {
     const auto& items = ActionOf(importer_.lastBasePose).items;
     ASSERT_EQ(items.size(), before + 2);
     EXPECT_EQ(Utf8(items[before].Target()), "Hips.kine.local.posy");
-    EXPECT_EQ(items[before].value, 2.0);
+    EXPECT_EQ(items[before].Value(), 2.0);
     EXPECT_FALSE(items[before].IsCurve());
     EXPECT_TRUE(items[before].active);
-    EXPECT_EQ(items[before + 1].value, 3.0);
+    EXPECT_EQ(items[before + 1].Value(), 3.0);
 }
 
 TEST_F(ActionCurves, BasePoseOfWhatAnObjectLacksIsUnexpected) {

@@ -84,10 +84,11 @@ class RecordText {
 
     void AddItem(const headless::ActionItem& item) {
         std::string line = "  " + support::Utf8(item.Target()) + (item.active ? "" : " off");
-        if (!item.IsCurve()) return Add(line + Number(item.value));
-        line += " curve " + std::to_string(item.curve->interpolation);
-        for (std::size_t i = 0; i < item.curve->keys.Count(); ++i)
-            line += Number((*item.curve->keys.times)[i]) + Number((*item.curve->keys.values)[i]);
+        if (!item.IsCurve()) return Add(line + Number(item.Value()));
+        line += " curve " + std::to_string(item.GetCurve().interpolation);
+        for (std::size_t i = 0; i < item.GetCurve().keys.Count(); ++i)
+            line += Number((*item.GetCurve().keys.times)[i]) +
+                    Number((*item.GetCurve().keys.values)[i]);
         Add(line);
     }
 

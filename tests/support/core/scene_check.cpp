@@ -75,7 +75,7 @@ class SceneCheck {
         std::optional<std::size_t> length;
         for (const headless::ActionItem& item : action.items) {
             if (!item.IsCurve()) continue;
-            const headless::Keys& keys = item.curve->keys;
+            const headless::Keys& keys = item.GetCurve().keys;
             if (length.value_or(keys.Count()) != keys.Count())
                 Report(Utf8(action.name) + " holds curves of different lengths");
             length = keys.Count();
