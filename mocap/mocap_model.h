@@ -54,9 +54,9 @@ struct MOCAPMODEL {
 
     struct CHANNELS {
         std::uint8_t type = kEmptySlot;
-        KeyArray keys;
         bool hasMinLimit = false;
         bool hasMaxLimit = false;
+        KeyArray keys;
         double minLimit = 0.0;  // degrees for rotations
         double maxLimit = 0.0;
     };

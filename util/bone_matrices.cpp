@@ -1,31 +1,41 @@
 #include "util/bone_matrices.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "util/rotation_math.h"
 #include "util/scene_helpers.h"
 
-namespace {
-
-const BoneMatrices& Identity() {
-    static const BoneMatrices identity = [] {
-        BoneMatrices both;
-        MatrixIdentity(both.global);
-        MatrixIdentity(both.inverse);
-        return both;
-    }();
-    return identity;
+BoneMatrixCache::Rotations BoneMatrixCache::Packed(const BoneMatrices& matrices) {
+    Rotations rotations;
+    for (std::size_t row = 0; row < 3; ++row) {
+        std::copy_n(matrices.global[row], 3, rotations.global[row]);
+        std::copy_n(matrices.inverse[row], 3, rotations.inverse[row]);
+    }
+    return rotations;
 }
 
-}  // namespace
+BoneMatrices BoneMatrixCache::Unpacked(const Rotations& rotations) {
+    BoneMatrices matrices;
+    MatrixIdentity(matrices.global);
+    MatrixIdentity(matrices.inverse);
+    for (std::size_t row = 0; row < 3; ++row) {
+        std::copy_n(rotations.global[row], 3, matrices.global[row]);
+        std::copy_n(rotations.inverse[row], 3, matrices.inverse[row]);
+    }
+    return matrices;
+}
 
-const BoneMatrices& BoneMatrixCache::Get(const Zelk3DObject& object) {
-    const BoneMatrices* above = &Identity();
+BoneMatrices BoneMatrixCache::Get(const Zelk3DObject& object) {
+    BoneMatrices above;
+    MatrixIdentity(above.global);
+    MatrixIdentity(above.inverse);
     std::vector<Zelk3DObject> unread;
     for (Zelk3DObject current = object; current.IsValid();) {
         const auto found = known_.find(current.GetRef().Object());
         if (found != known_.end()) {
-            above = &found->second;
+            above = Unpacked(found->second);
             break;
         }
         unread.push_back(current);
@@ -33,13 +43,14 @@ const BoneMatrices& BoneMatrixCache::Get(const Zelk3DObject& object) {
         if (parent.GetName() == stopName_) break;
         current = Zelk3DObject(parent.GetRef());
     }
-    for (auto current = unread.rbegin(); current != unread.rend(); ++current) {
-        BoneMatrices& both = known_[current->GetRef().Object()];
+    for (; !unread.empty(); unread.pop_back()) {
         double rotation[4][4], inverse[4][4];
-        GetLocalRotation(*current, rotation, inverse);
-        MatrixMult(rotation, above->global, both.global);
-        MatrixMult(above->inverse, inverse, both.inverse);
-        above = &both;
+        GetLocalRotation(unread.back(), rotation, inverse);
+        BoneMatrices both;
+        MatrixMult(rotation, above.global, both.global);
+        MatrixMult(above.inverse, inverse, both.inverse);
+        above = both;
+        if (unread.size() > 1) known_.emplace(unread.back().GetRef().Object(), Packed(above));
     }
-    return *above;
+    return above;
 }

@@ -13,16 +13,26 @@ struct BoneMatrices {
     double inverse[4][4];
 };
 
-// GetBoneGlobalMatrix for many objects of one scene that does not change meanwhile: every ancestor
-// is read once, so that deep skeletons cost no more than their objects.
+// GetBoneGlobalMatrix for many objects of one scene that does not change meanwhile: no ancestor is
+// read more than twice, so that deep skeletons cost no more than their objects.
 class BoneMatrixCache {
   public:
     explicit BoneMatrixCache(Zelk::CString stopName) : stopName_(std::move(stopName)) {}
 
-    // Valid until the cache is destroyed.
-    const BoneMatrices& Get(const Zelk3DObject& object);
+    // Throws std::bad_alloc.
+    BoneMatrices Get(const Zelk3DObject& object);
 
   private:
+    // The rotations alone: what else is in a BoneMatrices is that of the identity.
+    struct Rotations {
+        double global[3][3];
+        double inverse[3][3];
+    };
+    static Rotations Packed(const BoneMatrices& matrices);
+    static BoneMatrices Unpacked(const Rotations& rotations);
+
     Zelk::CString stopName_;
-    std::unordered_map<std::uint32_t, BoneMatrices> known_;
+    // Of what stood above something that was asked for. Most of a large skeleton stands above
+    // nothing.
+    std::unordered_map<std::uint32_t, Rotations> known_;
 };
