@@ -8,6 +8,7 @@
 #include "acclaim/node_names.h"
 #include "host/status.h"
 #include "host/string.h"
+#include "mocap/file_allowance.h"
 #include "mocap/mocap_import_base.h"
 
 // Imports the Acclaim pair: an ASF file becomes a model with a skeleton, an AMC file a motion of
@@ -128,7 +129,7 @@ class CAcclaimImport : public CMocapImportBase {
     void LogWarning(const std::wstring& message);
 
     // A line of a byte or two can ask for a warning of sixty.
-    TextAllowance warnings{std::size_t{4} << 20};
+    FileAllowance warnings = TextAllowance();
     Zelk::CString documentation;
     double lengthMultiplier = 1.0;
     double frameTime = 0.03333333333333333;  // seconds

@@ -44,7 +44,7 @@ std::int32_t CAcclaimImport::ReadSkeleton(const Zelk::CString& asfFile) {
     if (!stringFile.ReadFile(asfFile.GetWideString()))
         return RefuseFile(true, kFileNotFound,
                           L"Failed to read ASF file. Specify a valid file name");
-    derivedNames.Reset(stringFile.GetSize());
+    ResetAllowances();
     parsing = true;
     return CheckVersion();
 }

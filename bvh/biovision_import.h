@@ -6,6 +6,7 @@
 
 #include "host/status.h"
 #include "host/string.h"
+#include "mocap/file_allowance.h"
 #include "mocap/mocap_import_base.h"
 
 // Imports Biovision BVH files: each HIERARCHY section of a file, with the MOTION that follows it,
@@ -59,6 +60,8 @@ class CBiovisionImport : public CMocapImportBase {
     Zelk::CStatus CreateSkeleton();
     Zelk::CStatus CreateMotion();
 
+    // Each makes a model, two actions and a group.
+    FileAllowance sectionsLeft{256, 1, 96};
     std::uint32_t importedModels = 0;
     std::uint32_t bracketDepth = 0;  // "{" opened and not yet closed
     std::list<KeyArray*> keySlots;   // of each channel, in the file's order; the nodes'

@@ -11,8 +11,6 @@ using namespace Zelk::status;
 
 namespace {
 
-// What a section counts for besides its names, in characters of derived names.
-constexpr std::size_t kSectionAllowance = 128;
 // Frames that the base pose lasts.
 constexpr double kBasePoseFrames = 5.0;
 
@@ -33,7 +31,8 @@ Zelk::CStatus CBiovisionImport::ImportBVH(const Zelk::CString& fileName,
         Clear(true);
         return Fail(kFileNotFound, L"Failed to read BVH file. Specify a valid file name");
     }
-    derivedNames.Reset(stringFile.GetSize());
+    ResetAllowances();
+    sectionsLeft.Reset(stringFile.GetSize());
     CIFPlugProgressBar bar;
     const BarInUse barInUse(progressBar, bar);
     const Zelk::CStatus status = ImportSections(name);
@@ -96,7 +95,7 @@ Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
     progressBar->SetText(L"Creating Zelk model...");
     // The model, two actions and a group are called after it, in each of the file's sections, and
     // the session remembers the commands that name them.
-    if (!derivedNames.Take(std::size_t{12} * name.Length() + kSectionAllowance))
+    if (!sectionsLeft.Take() || !derivedNames.Take(std::size_t{12} * name.Length()))
         return Fail(kOutOfMemory, L"Out of memory");
     Zelk::Model root = Zelk::Application().GetActiveSceneRoot();
     if (!root.AddModel(Zelk::CRefArray(), name, lastModel).Succeeded())

@@ -15,8 +15,6 @@
 namespace {
 
 constexpr Zelk::MATH::CVector3 kChainNormal{0.0, 0.0, 1.0};
-// What a chain of its own counts for besides its names, in characters of derived names.
-constexpr std::size_t kChainAllowance = 84;
 constexpr const wchar_t* kRotationNames[] = {L"rotx", L"roty", L"rotz"};
 
 bool LiesInsideChain(const MOCAPMODEL& node) {
@@ -38,6 +36,30 @@ std::unique_ptr<char[]> NarrowName(const Zelk::CString& name) {
     std::unique_ptr<char[]> text(new (std::nothrow) char[capacity]());
     if (text) std::wcstombs(text.get(), name.GetWideString(), capacity - 1);
     return text;
+}
+
+bool EndsInNull(const MOCAPMODEL& last) {
+    return last.childCount != 0 || last.isDetached;
+}
+
+std::vector<BoneChain> GatherChains(const std::vector<std::unique_ptr<MOCAPMODEL>>& nodes) {
+    const auto endsChain = [](const auto& node) { return !LiesInsideChain(*node); };
+    std::vector<BoneChain> chains;
+    chains.reserve(static_cast<std::size_t>(std::count_if(nodes.begin(), nodes.end(), endsChain)));
+    for (const auto& node : nodes)
+        if (endsChain(node)) chains.push_back(GatherChain(node.get()));
+    return chains;
+}
+
+// Parents before children, short before long, otherwise in list order.
+std::vector<BoneChain*> Sorted(std::vector<BoneChain>& chains) {
+    std::vector<BoneChain*> sorted;
+    sorted.reserve(chains.size());
+    for (BoneChain& chain : chains)
+        sorted.push_back(&chain);
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const auto& a, const auto& b) { return ChainsCompare(&a, &b) < 0; });
+    return sorted;
 }
 
 }  // namespace
@@ -65,31 +87,48 @@ int ChainsCompare(const void* a, const void* b) {
 
 Zelk::CStatus CMocapImportBase::CreateBonesSkeleton() {
     std::vector<BoneChain> chains;
-    std::vector<const BoneChain*> sorted;
+    std::vector<BoneChain*> sorted;
     try {
-        for (const auto& node : models)
-            if (!LiesInsideChain(*node)) chains.push_back(GatherChain(node.get()));
-        for (const BoneChain& chain : chains)
-            sorted.push_back(&chain);
-        // Parents before children, short before long, otherwise in list order.
-        std::stable_sort(sorted.begin(), sorted.end(),
-                         [](const auto& a, const auto& b) { return ChainsCompare(&a, &b) < 0; });
+        chains = GatherChains(models);
+        sorted = Sorted(chains);
     } catch (const std::bad_alloc&) {
         return Zelk::status::kOutOfMemory;
     }
-    for (const BoneChain* chain : sorted) {
+    // Before the first is made.
+    if (!chainBytes.Take(BytesFor(chains)))
+        return Fail(Zelk::status::kOutOfMemory, L"Out of memory");
+    for (BoneChain* const chain : sorted) {
         const Zelk::CStatus status = CreateChainObjects(*chain);
         if (!status.Succeeded()) return status;
+        BoneChain().swap(*chain);
     }
     return Zelk::status::kOk;
+}
+
+// A few bytes ask for the three objects of a chain, and for a null at its end. A joint with a
+// channel is longer than what its chain takes.
+std::size_t CMocapImportBase::BytesFor(const std::vector<BoneChain>& chains) const {
+    constexpr std::size_t kBytesForAChain = 40;
+    constexpr std::size_t kBytesForItsNull = 60;
+    std::size_t bytes = 0;
+    for (const BoneChain& chain : chains)
+        if (!BecomesNull(chain))
+            bytes += kBytesForAChain + (EndsInNull(*chain.back()) ? kBytesForItsNull : 0);
+    return bytes;
+}
+
+// A node by itself needs a joint above it that a bone can start from.
+bool CMocapImportBase::BecomesNull(const BoneChain& chain) const {
+    const MOCAPMODEL& first = *chain.front();
+    return chain.size() == 1 &&
+           (first.isDetached || !chainFromParentJoint || first.parent == nullptr);
 }
 
 Zelk::CStatus CMocapImportBase::CreateChainObjects(const BoneChain& chain) {
     MOCAPMODEL* const first = chain.front();
     MOCAPMODEL* const last = chain.back();
     Zelk3DObject parent = ParentObject(first);
-    const bool hasBone = !first->isDetached && chainFromParentJoint && first->parent != nullptr;
-    if (chain.size() == 1 && !hasBone) return CreateNull(first, parent);
+    if (BecomesNull(chain)) return CreateNull(first, parent);
 
     Zelk::ChainRoot root;
     Zelk::ChainEffector effector;
@@ -104,7 +143,7 @@ Zelk::CStatus CMocapImportBase::CreateChainObjects(const BoneChain& chain) {
         status = Zelk3DObject(bones[bones.GetCount() - 1]).AddChild(moved);
         if (!status.Succeeded()) return status;
     }
-    if (last->childCount == 0 && !last->isDetached) return Zelk::status::kOk;
+    if (!EndsInNull(*last)) return Zelk::status::kOk;
     // At the effector exactly; the chains below find their parent here.
     std::fill(last->offset, last->offset + 3, 0.0);
     return CreateNull(last, effector);
@@ -120,9 +159,9 @@ Zelk::CStatus CMocapImportBase::CreateChainBones(const BoneChain& chain, Zelk3DO
     if (chainFromParentJoint && !startsAtItself) {
         MOCAPMODEL start;
         // The bone, the chain's root and its effector get the name, as often as the parent begins a
-        // chain; and three objects for a joint are much to ask for with a few bytes.
+        // chain.
         const Zelk::CString parentName = parent.GetName();
-        if (!derivedNames.Take(std::size_t{3} * parentName.Length() + kChainAllowance))
+        if (!derivedNames.Take(std::size_t{3} * parentName.Length()))
             return Fail(Zelk::status::kOutOfMemory, L"Out of memory");
         start.name = NarrowName(parentName);
         if (!start.name) return Zelk::status::kOutOfMemory;

@@ -52,12 +52,13 @@ Zelk3DObject CMocapImportBase::AnimatedObject(const MOCAPMODEL& node) {
     return node.nullObject.IsValid() ? Zelk3DObject(node.nullObject) : Zelk3DObject(node.bone);
 }
 
+void CMocapImportBase::ResetAllowances() {
+    for (FileAllowance* const allowance : {&derivedNames, &nodesLeft, &chainBytes})
+        allowance->Reset(stringFile.GetSize());
+}
+
 MOCAPMODEL* CMocapImportBase::AppendNode() {
-    // A section without content can ask for a node with six bytes, which is worth hundreds in the
-    // scene. Nodes that say anything about themselves take more of a file than this.
-    constexpr std::size_t kAlways = 1024;
-    constexpr std::size_t kBytesForANode = 16;
-    if (models.size() >= kAlways + stringFile.GetSize() / kBytesForANode) return nullptr;
+    if (!nodesLeft.Take()) return nullptr;
     std::unique_ptr<MOCAPMODEL> node(new (std::nothrow) MOCAPMODEL);
     if (!node) return nullptr;
     try {

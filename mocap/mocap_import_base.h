@@ -10,8 +10,8 @@
 #include "host/status.h"
 #include "host/string.h"
 #include "mocap/bones_skeleton.h"
+#include "mocap/file_allowance.h"
 #include "mocap/mocap_model.h"
-#include "mocap/text_allowance.h"
 #include "textio/string_file.h"
 #include "util/progress_bar.h"
 
@@ -59,6 +59,8 @@ class CMocapImportBase {
     // The node's null or, without one, its bone; empty where it has neither.
     static Zelk3DObject AnimatedObject(const MOCAPMODEL& node);
 
+    // With each file that is read for a skeleton.
+    void ResetAllowances();
     // Appends a new node to the list; null without memory, and where there are more nodes than a
     // file of this size can mean.
     MOCAPMODEL* AppendNode();
@@ -80,7 +82,11 @@ class CMocapImportBase {
     // --- bones_skeleton.cpp ---
     // The whole skeleton as chains, and nulls where there can be no bone.
     Zelk::CStatus CreateBonesSkeleton();
-    // One chain, or the null that a single node becomes.
+    // What chains take of `chainBytes`.
+    std::size_t BytesFor(const std::vector<BoneChain>& chains) const;
+    // Whether a chain is a single node that can be no bone.
+    bool BecomesNull(const BoneChain& chain) const;
+    // One chain, or that null.
     Zelk::CStatus CreateChainObjects(const BoneChain& chain);
     Zelk::CStatus CreateChainBones(const BoneChain& chain, Zelk3DObject& parent,
                                    Zelk::ChainRoot& root, Zelk::ChainEffector& effector);
@@ -117,8 +123,10 @@ class CMocapImportBase {
     Zelk::CStatus FinishMotion(const ScratchCurve& scratch);
 
     CStringFile stringFile;
-    // For names that are made of others; to be reset with each file.
-    TextAllowance derivedNames{std::size_t{4} << 20};
+    // What the file may ask for.
+    FileAllowance derivedNames = TextAllowance();
+    FileAllowance nodesLeft{1024, 1, 16};
+    FileAllowance chainBytes{std::size_t{3} << 19, 1, 1};  // that pay for chains
     MOCAP_FORMAT format;
     std::uint32_t errorLine = 0;
     std::uint32_t errorColumn = 0;

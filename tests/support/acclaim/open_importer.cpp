@@ -47,6 +47,7 @@ Outcome OpenImporter::Parse(const std::string& asf) {
     Clear(true);
     if (!stringFile.ReadFile(HostText(File("test.asf", asf)).GetWideString()))
         throw std::runtime_error("the file cannot be read");
+    ResetAllowances();
     stringFile.GetNextString();
     stringFile.GetNextString();
     RecordError(Zelk::CString());
@@ -108,7 +109,7 @@ const headless::ActionSource& ActionNamed(const std::string& name) {
 std::map<std::string, TestCurve> MotionCurves(const std::string& motion) {
     std::map<std::string, TestCurve> curves;
     for (const headless::ActionItem& item : ActionNamed(motion).items) {
-        const headless::Keys& keys = item.curve->keys;
+        const headless::Keys& keys = item.GetCurve().keys;
         TestCurve& curve = curves[Utf8(item.Target())];
         if (keys.times) curve.times = *keys.times;
         if (keys.values) curve.values = *keys.values;
