@@ -33,6 +33,7 @@ class Sweep : public testing::TestWithParam<Sample> {
 
     // After each disturbance: `run_` is as it was, and imports as it did.
     void ExpectNextImportUnharmed() {
+        ++disturbances_;
         run_.Start();
         run_.Call();
         // Not compared by the framework, which would print both for every step.
@@ -40,8 +41,13 @@ class Sweep : public testing::TestWithParam<Sample> {
                                                          << SampleRun::Record();
     }
 
+    void TearDown() override { RecordProperty("disturbances", disturbances_); }
+
     SampleRun run_;
     std::string undisturbed_;
+
+  private:
+    int disturbances_ = 0;
 };
 
 inline std::string SampleName(const testing::TestParamInfo<Sample>& row) {
