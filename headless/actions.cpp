@@ -88,8 +88,7 @@ std::uint32_t SceneEditor::AddItem(ActionSource& action, const Zelk::CString& ta
     } else if (!action.items.empty() && View(action.items.back().object) == split.object) {
         item.object = action.items.back().object;
     } else {
-        const Object* const found =
-            scene_.Resolve(*action.owner, split.object, Channel::PosX).object;
+        const Object* const found = scene_.FindIn(*action.owner, split.object);
         item.object = found != nullptr && View(found->name) == split.object
                           ? found->name
                           : Text(std::wstring(split.object));
@@ -107,13 +106,21 @@ void SceneEditor::MakeClip(Node& model, const ActionSource& motion) {
 
 void SceneEditor::Apply(ActionSource& action, Node& owner, Node& model) {
     bool hasCurves = false;
+    // Items of one object mostly follow each other, and share its name.
+    const wchar_t* name = nullptr;
+    const Object* object = nullptr;
     for (const ActionItem& item : action.items) {
         if (!item.active) continue;
         if (item.IsCurve()) {
             hasCurves = true;
             continue;
         }
-        const Scene::Target target = scene_.ResolveTarget(model, item);
+        if (!item.channel) continue;
+        if (name == nullptr || item.object.GetWideString() != name) {
+            name = item.object.GetWideString();
+            object = scene_.FindIn(model, View(item.object));
+        }
+        const Scene::Target target = Scene::TargetOn(object, *item.channel);
         if (target.object == nullptr) continue;
         const Object* const driven = DrivenBy(*target.object, target.channel);
         if (driven != nullptr)

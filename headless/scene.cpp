@@ -62,10 +62,12 @@ Zelk::CString Scene::FullName(std::uint32_t id) const {
     return editor.FullNameOf(editor.Resolve(Zelk::CRef(id, part::kSelf)));
 }
 
-Scene::Target Scene::Resolve(const Object& model, std::wstring_view name, Channel channel) const {
-    if (!model.modelData) return {};
-    const Object* const object =
-        name.empty() ? &model : FindObject(model.modelData->objectNames.Find(name));
+const Object* Scene::FindIn(const Object& model, std::wstring_view name) const {
+    if (!model.modelData) return nullptr;
+    return name.empty() ? &model : FindObject(model.modelData->objectNames.Find(name));
+}
+
+Scene::Target Scene::TargetOn(const Object* object, Channel channel) {
     if (object == nullptr) return {};
     if (channel == Channel::BoneLength && object->type != ObjectType::ChainBone) return {};
     return {object, channel};
@@ -73,11 +75,11 @@ Scene::Target Scene::Resolve(const Object& model, std::wstring_view name, Channe
 
 Scene::Target Scene::ResolveTarget(const Object& model, const Zelk::CString& target) const {
     const SplitTarget split = Split(View(target));
-    return split.channel ? Resolve(model, split.object, *split.channel) : Target();
+    return split.channel ? TargetOn(FindIn(model, split.object), *split.channel) : Target();
 }
 
 Scene::Target Scene::ResolveTarget(const Object& model, const ActionItem& item) const {
-    return item.channel ? Resolve(model, View(item.object), *item.channel) : Target();
+    return item.channel ? TargetOn(FindIn(model, View(item.object)), *item.channel) : Target();
 }
 
 const std::vector<std::unique_ptr<Property>>& Object::Properties() const {

@@ -189,7 +189,10 @@ class ZELK_API Scene {
 
   private:
     friend class SceneEditor;
-    Target Resolve(const Object& model, std::wstring_view name, Channel channel) const;
+    // The object of that name in the model, by an empty name the model itself; null without one.
+    const Object* FindIn(const Object& model, std::wstring_view name) const;
+    // Empty where the object, which may be null, has no such channel.
+    static Target TargetOn(const Object* object, Channel channel);
 
     struct Impl;
     std::unique_ptr<Impl> impl_;
