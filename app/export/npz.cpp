@@ -117,11 +117,21 @@ wchar_t Character(wchar_t character) {
     return IsCharacter(character) ? character : L'\xFFFD';
 }
 
-// As wide as the longest, the others filled up with zeros.
-void AddNames(ZipWriter& zip, const Table& table) {
+// That of the longest name. One that is long makes all of them long, so there is a bound.
+std::size_t NameWidth(const Table& table) {
+    constexpr std::size_t kMostCharacters = std::size_t{16} << 20;
     std::size_t width = 1;
     for (const Table::Column& column : table.Columns())
         width = std::max(width, column.name.size());
+    if (width * table.Columns().size() > kMostCharacters)
+        throw ExportError(
+            fmt::format("the names of {} joints would take {} characters each, as the longest does",
+                        table.Columns().size(), width));
+    return width;
+}
+
+// All as wide as the longest, filled up with zeros.
+void AddNames(ZipWriter& zip, const Table& table, std::size_t width) {
     std::vector<wchar_t> text(width * table.Columns().size(), L'\0');
     auto place = text.begin();
     for (const Table::Column& column : table.Columns()) {
@@ -136,12 +146,13 @@ void AddNames(ZipWriter& zip, const Table& table) {
 
 ExportNotes WriteNpz(OutputFile& out, const headless::Scene& scene, const ExportOptions& options) {
     Table table(scene, options, true);
+    const std::size_t nameWidth = NameWidth(table);
     ZipWriter zip([&](std::string_view bytes) { out.Write(bytes); });
     AddRows(zip, "positions", table, PositionRow());
     AddRows(zip, "quaternions", table, QuaternionRow());
     AddOffsets(zip, table);
     AddParents(zip, table);
-    AddNames(zip, table);
+    AddNames(zip, table, nameWidth);
     const bool isPose = table.Times().IsPose();
     const std::vector<double> rate = {isPose ? 0.0 : 1.0 / SecondsPerStep(table.Times())};
     AddArray(zip, "fps", NpyHeader("<f8", "()"), BytesOf(rate));

@@ -41,13 +41,17 @@ std::vector<double> Steps(double first, double step, double count) {
     return frames;
 }
 
+// Refuses a rate whose frames would last for ever.
+void RequireRate(double framesPerSecond, double framesApart) {
+    if (!std::isfinite(framesApart))
+        throw ExportError(fmt::format("{} frames per second are too few", framesPerSecond));
+}
+
 double RateOf(const std::string& name, const headless::ActionSource& motion,
               const ExportOptions& options) {
     if (options.framesPerSecond) {
         const double seconds = 1.0 / *options.framesPerSecond;
-        if (!std::isfinite(seconds))
-            throw ExportError(
-                fmt::format("{} frames per second are too few", *options.framesPerSecond));
+        RequireRate(*options.framesPerSecond, seconds);
         return seconds;
     }
     if (!std::isfinite(motion.animEnd))
@@ -77,6 +81,7 @@ Timeline MakeTimeline(const headless::Object& model, const headless::ActionSourc
         const double first = timeline.frames.front();
         const double length = timeline.frames.back() - first;
         const double step = 1.0 / (*options.resampleTo * timeline.secondsPerFrame);
+        RequireRate(*options.resampleTo, step);
         // A last sample that rounding alone puts behind the end belongs to it.
         const double count = std::floor(length / step * (1.0 + 1e-12) + 1e-9) + 1.0;
         timeline.frames = Steps(first, step, count);

@@ -20,6 +20,14 @@ std::string Take(const char* offset, const char* frameTime, const char* value) {
            frameTime + "\n0 0 0 0 0 0\n" + value + " 0 0 0 0 0\n";
 }
 
+// One long name above many short ones.
+std::string ManyJoints(int count, const std::string& name) {
+    std::string text = "HIERARCHY ROOT " + name + " { OFFSET 0 0 0\n";
+    for (; count > 0; --count)
+        text += "JOINT a { OFFSET 0 1 0 }\n";
+    return text + "}\nMOTION\nFrames: 0\nFrame Time: 1\n";
+}
+
 struct Row {
     const char* name;
     std::string bvh;
@@ -48,6 +56,12 @@ const Row kRows[] = {
     {"TooLargeForGltf", Take("1", "0.1", "1e39"), {}, "too large for glTF", {".glb", ".gltf"}},
     {"TooLargeOnceScaled", Take("1", "0.1", "1e300"), {.scale = 1e300}, "a number"},
     {"TooSlow", Take("1", "0.1", "1"), {.framesPerSecond = 1e-310}, "too few"},
+    {"TooSlowSamples", Take("1", "0.1", "1"), {.resampleTo = 1e-310}, "too few"},
+    {"OneNameThatMakesAllLong",
+     ManyJoints(5000, std::string(5000, 'n')),
+     {},
+     "names of 5001 joints",
+     {".npz"}},
     {"TooManyFrames", Take("1", "0.1", "1"), {.resampleTo = 1e12}, "more than 10000000 frames"},
     {"NoModelAtAll", Take("1", "0.1", "1"), {.models = 0}, "there is no model to write"},
 };
