@@ -19,7 +19,7 @@ Print ToStderr() {
 void PrintError(std::string_view message) {
     // Names of files are part of it.
     const std::string shown = isatty(STDERR_FILENO) != 0
-                                  ? EncodeUtf8(EscapeControls(DecodeUtf8(message), true))
+                                  ? EncodeUtf8(EscapeControls(DecodeUtf8(message)))
                                   : std::string(message);
     ToStderr()("zkhost: " + shown + "\n");
 }

@@ -55,11 +55,6 @@ void AppendUtf8(std::string& out, std::uint32_t code) {
     }
 }
 
-bool IsControl(wchar_t character) {
-    const auto code = CodeOf(character);
-    return code < 0x20 || (code >= 0x7F && code <= 0x9F) || code == 0x2028 || code == 0x2029;
-}
-
 std::wstring Escaped(wchar_t character) {
     switch (character) {
         case L'\n':
@@ -98,6 +93,16 @@ std::wstring DecodeUtf8(std::string_view bytes) {
         bytes.remove_prefix(length);
     }
     return text;
+}
+
+bool IsControl(wchar_t character) {
+    const auto code = CodeOf(character);
+    const auto isIn = [code](std::uint32_t first, std::uint32_t last) {
+        return code >= first && code <= last;
+    };
+    // The latter change the direction that what follows is read in.
+    return code < 0x20 || isIn(0x7F, 0x9F) || isIn(0x2028, 0x2029) || code == 0x061C ||
+           isIn(0x200E, 0x200F) || isIn(0x202A, 0x202E) || isIn(0x2066, 0x2069);
 }
 
 bool IsCharacter(wchar_t character) {

@@ -22,6 +22,9 @@ std::string EncodeUtf8(const Zelk::CString& text);
 // The wide text behind a host string; valid as long as that string is.
 std::wstring_view View(const Zelk::CString& text);
 
+// Whether a terminal would do something else than show it.
+bool IsControl(wchar_t character);
+
 // Control characters as a person can read them ("\n", "\x1b", "\u2028"), so that no text from a
 // file steers a terminal. With `keepLineBreaks`, line feeds stay.
 std::wstring EscapeControls(std::wstring_view text, bool keepLineBreaks = false);

@@ -3,15 +3,13 @@
 #include <algorithm>
 #include <fmt/format.h>
 
+#include "app/text.h"
+
 namespace app {
 namespace {
 
 constexpr std::string_view kPlain =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./,:=@%+";
-
-bool IsControl(char character) {
-    return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
-}
 
 std::string Quoted(std::string_view word) {
     std::string quoted = "'";
@@ -28,8 +26,9 @@ std::string Quoted(std::string_view word) {
 std::string Printed(std::string_view word) {
     std::string printed = "\"$(printf %b '";
     for (const char character : word) {
-        if (IsControl(character) || character == '\'' || character == '\\')
-            printed += fmt::format("\\0{:03o}", static_cast<unsigned char>(character));
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte < 0x20 || byte > 0x7E || character == '\'' || character == '\\')
+            printed += fmt::format("\\0{:03o}", byte);
         else
             printed += character;
     }
@@ -39,7 +38,8 @@ std::string Printed(std::string_view word) {
 }  // namespace
 
 std::string ShellWord(std::string_view word) {
-    if (std::any_of(word.begin(), word.end(), IsControl)) return Printed(word);
+    const std::wstring text = DecodeUtf8(word);
+    if (std::any_of(text.begin(), text.end(), IsControl)) return Printed(word);
     const bool isPlain = !word.empty() && word.find_first_not_of(kPlain) == std::string_view::npos;
     return isPlain ? std::string(word) : Quoted(word);
 }

@@ -60,6 +60,11 @@ TEST(EscapedControls, AreReadable) {
               L"a\\x1b[2Jb\\r\\n\\t\\x7f\\x9b\\u2028z");
 }
 
+// What follows would be read the other way round.
+TEST(EscapedControls, TakeInWhatTurnsTextAround) {
+    EXPECT_EQ(app::EscapeControls(L"a\x202Ez\x2066\x200F\x61C"), L"a\\u202ez\\u2066\\u200f\\u061c");
+}
+
 TEST(EscapedControls, KeepLineBreaksWhereAsked) {
     EXPECT_EQ(app::EscapeControls(L"a\nb\r", true), L"a\nb\\r");
 }

@@ -35,6 +35,10 @@ const std::string kWords[] = {
     "it's",
     "\"",
     "$HOME `ls` $(ls) *",
+    "\xC2\x9B"
+    "31m",
+    "\xE2\x80\xAEz",
+    "\xC3\xA9\n",
     "a\\b",
     "-n",
     "~",
