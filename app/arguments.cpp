@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fmt/format.h>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "app/help_text.h"
@@ -142,7 +143,7 @@ void TakeNumbers(const ImportWords& words, ImportRequest& request) {
 
 std::string Resolved(const std::string& path) {
     std::error_code unreadable;
-    const auto absolute = std::filesystem::absolute(path, unreadable);
+    const auto absolute = std::filesystem::absolute(FollowLinks(path), unreadable);
     const auto resolved = std::filesystem::weakly_canonical(absolute, unreadable);
     return unreadable ? path : resolved.string();
 }
@@ -153,6 +154,7 @@ void RefuseToOverwrite(const std::string& output, const std::string& input) {
 }
 
 void TakeOutputs(const ImportWords& words, ImportRequest& request) {
+    std::set<std::string> taken;
     for (const std::string& path : words.outputs) {
         const std::string extension = LowerCaseExtension(path);
         const auto format = kOutputFormats.find(extension);
@@ -162,12 +164,14 @@ void TakeOutputs(const ImportWords& words, ImportRequest& request) {
                 known += ' ' + name;
             throw UsageError(fmt::format("{}: no such output; known are{}", path, known));
         }
-        RefuseToOverwrite(path, request.file);
-        RefuseToOverwrite(path, request.motionFile);
-        for (const OutputRequest& other : request.outputs)
-            if (Resolved(other.path) == Resolved(path))
-                throw UsageError(fmt::format("{}: named as an output twice", path));
-        request.outputs.push_back({path, format->second});
+        const OutputRequest output = {path, format->second};
+        for (const std::string& file : FilesOf(output)) {
+            RefuseToOverwrite(file, request.file);
+            RefuseToOverwrite(file, request.motionFile);
+            if (!taken.insert(Resolved(file)).second)
+                throw UsageError(fmt::format("{}: named as an output twice", file));
+        }
+        request.outputs.push_back(output);
     }
 }
 
@@ -308,8 +312,12 @@ ConvertRequest UnderstandConvert(Words& words) {
                             *words.convertWords.parallel));
         request.parallel = static_cast<std::size_t>(count);
     }
-    if (words.convertWords.timeLimit)
+    if (words.convertWords.timeLimit) {
         request.timeLimitSeconds = FiniteNumber("--time-limit", *words.convertWords.timeLimit);
+        if (request.timeLimitSeconds < 0.0)
+            throw UsageError(fmt::format("--time-limit {}: expected seconds, or 0 for none",
+                                         *words.convertWords.timeLimit));
+    }
     return request;
 }
 
@@ -340,16 +348,24 @@ CommandRequest UnderstandCommand(Words& words) {
     return words.command;
 }
 
-// As CLI11 takes them. A folder named like "[a,b]" must not look like the lists that it splits.
+// As CLI11 takes them. What looks like "[a,b]", a folder's name maybe, must not be taken for one of
+// the lists that it splits.
 std::vector<std::string> LastFirst(std::span<const char* const> arguments) {
     std::vector<std::string> words(arguments.rbegin(), arguments.rend());
-    if (words.back() != "convert") return words;
+    if (words.back() == "import") return words;
     for (std::string& word : words)
         if (word.starts_with('[') && word.ends_with(']')) word.insert(0, "./");
     return words;
 }
 
 }  // namespace
+
+std::vector<std::string> FilesOf(const OutputRequest& output) {
+    std::vector<std::string> files = {output.path};
+    if (output.format == OutputFormat::Gltf)
+        files.push_back(output.path.substr(0, output.path.rfind('.')) + ".bin");
+    return files;
+}
 
 bool IsCommand(std::string_view word) {
     return word == "import" || word == "convert" || word == "command";

@@ -29,6 +29,8 @@ struct OutputRequest {
     std::string path;
     OutputFormat format = OutputFormat::Json;
 };
+// What is written for it: the file itself, and the numbers beside a .gltf.
+std::vector<std::string> FilesOf(const OutputRequest& output);
 
 struct ImportRequest {
     SourceFormat format = SourceFormat::Biovision;

@@ -26,20 +26,6 @@ std::string FolderOf(const std::string& path) {
     return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
 }
 
-// What a chain of symbolic links ends at, the file itself existing or not.
-std::string FollowLinks(std::string path) {
-    // As many as the system itself would follow.
-    for (int links = 0; links < 40; ++links) {
-        char target[4096];
-        const ssize_t length = readlink(path.c_str(), target, sizeof(target));
-        if (length <= 0 || length == static_cast<ssize_t>(sizeof(target))) break;
-        const std::string next(target, static_cast<std::size_t>(length));
-        path = next.front() == '/' ? std::string() : FolderOf(path);
-        path += next;
-    }
-    return path;
-}
-
 // Shows that the file is not abandoned. False where it was taken for that before, and removed.
 // (Where files cannot be locked, none is taken for abandoned.)
 bool HoldTemporary(int file) {
@@ -117,6 +103,7 @@ void OutputFile::Settle() {
 }
 
 void OutputFile::Commit() {
+    if (temporary_.empty()) return;
     if (!settled_) Settle();
     // Still open, and so still held.
     if (std::rename(temporary_.c_str(), target_.c_str()) != 0) Fail(errno);
@@ -125,12 +112,69 @@ void OutputFile::Commit() {
     file_ = -1;
 }
 
+OutputFile::Kept OutputFile::KeepOld() const {
+    struct stat existing {};
+    Kept kept;
+    kept.exists = stat(target_.c_str(), &existing) == 0;
+    const std::string stem =
+        temporary_.substr(0, temporary_.size() - kTemporaryEnd.size()) + "-old";
+    for (unsigned number = 0; kept.exists && number < kHoldAttempts; ++number) {
+        const std::string name = fmt::format("{}{}{}", stem, number, kTemporaryEnd);
+        if (link(target_.c_str(), name.c_str()) == 0) {
+            kept.name = name;
+            break;
+        }
+        if (errno != EEXIST) break;  // a file system without links
+    }
+    return kept;
+}
+
+void OutputFile::PutBack(const Kept& kept) const {
+    if (!kept.name.empty())
+        std::rename(kept.name.c_str(), target_.c_str());
+    else if (!kept.exists)
+        unlink(target_.c_str());
+}
+
+void OutputFile::CommitBoth(OutputFile& first, OutputFile& second) {
+    first.Settle();
+    second.Settle();
+    const Kept kept = first.KeepOld();
+    try {
+        first.Commit();
+        second.Commit();
+    } catch (const OutputError&) {
+        first.PutBack(kept);
+        throw;
+    }
+    if (!kept.name.empty()) unlink(kept.name.c_str());
+}
+
 void OutputFile::Fail(int error) const {
     throw OutputError(fmt::format("cannot write {}: {}", path_, std::strerror(error)));
 }
 
 bool IsTemporaryName(std::string_view name) {
     return name.starts_with(kTemporaryStart) && name.ends_with(kTemporaryEnd);
+}
+
+std::string FollowLinks(std::string path) {
+    // As many as the system itself would follow.
+    for (int links = 0; links < 40; ++links) {
+        char target[4096];
+        const ssize_t length = readlink(path.c_str(), target, sizeof(target));
+        if (length <= 0 || length == static_cast<ssize_t>(sizeof(target))) break;
+        const std::string next(target, static_cast<std::size_t>(length));
+        path = next.front() == '/' ? std::string() : FolderOf(path);
+        path += next;
+    }
+    return path;
+}
+
+void RefuseLink(const std::string& path) {
+    struct stat status {};
+    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode))
+        throw OutputError(fmt::format("cannot write {}: a symbolic link", path));
 }
 
 bool IsSameFile(const std::string& a, const std::string& b) {

@@ -43,11 +43,21 @@ class OutputFile {
     // Hands everything to the system, so that all that can still fail is the new name.
     void Settle();
     void Commit();
+    // Both, or neither: where the second cannot have its name, what stood under the first's is put
+    // back.
+    static void CommitBoth(OutputFile& first, OutputFile& second);
 
     static constexpr std::size_t kBufferSize = std::size_t{1} << 20;
 
   private:
     void OpenTemporary();
+    // Another name for what stands under the output's, and whether something does.
+    struct Kept {
+        std::string name;  // empty without one
+        bool exists = false;
+    };
+    Kept KeepOld() const;
+    void PutBack(const Kept& kept) const;
     void WriteAcross(std::string_view bytes);
     void Flush();
     void WriteThrough(std::string_view bytes);
@@ -65,6 +75,12 @@ class OutputFile {
 // Whether a file of that name is an output that is being written, or was when its writer was
 // killed. Writers hold a lock on it (flock).
 bool IsTemporaryName(std::string_view name);
+
+// What a chain of symbolic links ends at, the file itself existing or not.
+std::string FollowLinks(std::string path);
+// Refuses a symbolic link, with an OutputError: programs that choose their outputs' names do not
+// let a link lead them elsewhere.
+void RefuseLink(const std::string& path);
 
 // Whether the two paths lead to the same existing file, by whatever names.
 bool IsSameFile(const std::string& a, const std::string& b);

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fmt/format.h>
+#include <new>
 #include <system_error>
 
 #include "app/export/bvh.h"
@@ -48,16 +49,14 @@ ExportOptions OptionsOf(const ImportRequest& request, const Outcome& outcome) {
     return options;
 }
 
-// The numbers lie beside the JSON, under its name. Both are whole before either gets its name, the
-// numbers first.
+// The numbers lie beside the JSON, under its name.
 ExportNotes WriteGltfPair(const std::string& path, OutputFile& file, const headless::Scene& scene,
                           const ExportOptions& options) {
-    const std::string binaryPath = path.substr(0, path.rfind('.')) + ".bin";
+    const std::string binaryPath = FilesOf({path, OutputFormat::Gltf}).back();
     OutputFile binary(binaryPath);
     const std::string binaryName = binaryPath.substr(binaryPath.rfind('/') + 1);
     ExportNotes notes = WriteGltf(file, binary, binaryName, scene, options);
-    file.Settle();
-    binary.Commit();
+    OutputFile::CommitBoth(binary, file);
     return notes;
 }
 
@@ -105,6 +104,10 @@ void WriteOutput(const std::string& path, const std::function<void(OutputFile&)>
         return;
     } catch (const ExportError& error) {
         PrintError(fmt::format("cannot write {}: {}", path, error.what()));
+        result.failed = true;
+        return;
+    } catch (const std::bad_alloc&) {
+        PrintError(fmt::format("cannot write {}: out of memory", path));
         result.failed = true;
         return;
     } catch (const OutputInterrupted&) {

@@ -1,10 +1,12 @@
 #include "app/convert/convert_command.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fmt/format.h>
 #include <optional>
 #include <set>
+#include <string_view>
 
 #include "app/convert/convert_show.h"
 #include "app/convert/freshness.h"
@@ -28,7 +30,9 @@ enum class Task : std::uint8_t { Convert, LookAgain, Nothing };
 
 std::optional<std::chrono::duration<double>> TimeLimit(const ConvertRequest& request) {
     if (request.timeLimitSeconds <= 0) return std::nullopt;
-    return std::chrono::duration<double>(request.timeLimitSeconds);
+    // Some centuries, which clocks can hold.
+    constexpr double kLongest = 1e9;
+    return std::chrono::duration<double>(std::min(request.timeLimitSeconds, kLongest));
 }
 
 // One run over a data set.
@@ -110,6 +114,8 @@ int Conversion::Run() {
     JobRunner runner(parallel, TimeLimit(request_));
     try {
         std::filesystem::create_directories(request_.outDir);
+        for (const std::string_view name : {kIndexName, std::string_view(kLedgerName)})
+            RefuseLink(fmt::format("{}/{}", request_.outDir, name));
         ledger_.Start(jobs_, rows_);
     } catch (const std::filesystem::filesystem_error& error) {
         throw OutputError(

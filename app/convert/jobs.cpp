@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fmt/format.h>
 #include <map>
 #include <optional>
@@ -81,6 +82,9 @@ void RefuseToOverwriteInputs(std::vector<Job>& jobs, const std::string& outDir) 
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
         for (const std::string& file : FilesOf(job.output)) {
+            std::error_code unreadable;
+            if (std::filesystem::is_symlink(outDir + file, unreadable))
+                job.refusal = fmt::format("its output {} is a symbolic link", file);
             const auto id = IdOf(outDir + file);
             const auto input = id ? inputs.find(*id) : inputs.end();
             if (input != inputs.end())

@@ -1,6 +1,7 @@
 #include "app/convert/ledger.h"
 
 #include <fcntl.h>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <unistd.h>
@@ -22,6 +23,9 @@ Ledger::~Ledger() {
 }
 
 Ledger::Found Ledger::Read() {
+    // What is no file might never end.
+    std::error_code unreadable;
+    if (!std::filesystem::is_regular_file(path_, unreadable)) return Found::Nothing;
     std::ifstream file(path_, std::ios::binary);
     if (!file) return Found::Nothing;
     std::ostringstream content;

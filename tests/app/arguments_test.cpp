@@ -184,6 +184,7 @@ const WrongUsage kWrongUsages[] = {
     {"BooleanForAPath",
      {"command", "Acclaim Import function", "str:a.asf", "bool:true"},
      "argument 2 of"},
+    {"ArgumentLikeAList", {"command", "X", "[str:a]"}, "begins with str:"},
     {"CommandProgress", {"command", "X", "--progress", "maybe"}, "expected auto or on or off"},
 };
 INSTANTIATE_TEST_SUITE_P(, WrongArguments, testing::ValuesIn(kWrongUsages),

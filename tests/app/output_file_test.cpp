@@ -49,6 +49,39 @@ TEST(OutputFile, LeavesTheOldFileWithoutCommit) {
     EXPECT_THAT(folder.Names(), ElementsAre("a.json"));
 }
 
+TEST(TwoOutputFiles, AppearTogether) {
+    const TemporaryFolder folder;
+    folder.Put("a.bin", "old numbers");
+    OutputFile first(folder.Path("a.bin"));
+    OutputFile second(folder.Path("a.gltf"));
+    first.Write("new numbers");
+    second.Write("new text");
+    OutputFile::CommitBoth(first, second);
+    EXPECT_EQ(folder.Get("a.bin"), "new numbers");
+    EXPECT_EQ(folder.Get("a.gltf"), "new text");
+    EXPECT_EQ(folder.Names().size(), 2U);
+}
+
+// A folder takes the second name at the last moment.
+TEST(TwoOutputFiles, LeaveWhatStoodThereTogether) {
+    for (const bool hadNumbers : {true, false}) {
+        const TemporaryFolder folder;
+        if (hadNumbers) folder.Put("a.bin", "old numbers");
+        {
+            OutputFile first(folder.Path("a.bin"));
+            OutputFile second(folder.Path("a.gltf"));
+            first.Write("new numbers");
+            std::filesystem::create_directory(folder.Path("a.gltf"));
+            EXPECT_THROW(OutputFile::CommitBoth(first, second), app::OutputError);
+        }
+        EXPECT_EQ(std::filesystem::exists(folder.Path("a.bin")), hadNumbers);
+        if (hadNumbers) {
+            EXPECT_EQ(folder.Get("a.bin"), "old numbers");
+        }
+        EXPECT_EQ(folder.Names().size(), hadNumbers ? 2U : 1U);
+    }
+}
+
 TEST(OutputFile, KeepsItsBytesAcrossTheBuffer) {
     const TemporaryFolder folder;
     std::string expected;

@@ -40,6 +40,8 @@ class Imports(DataSet):
         self.put_named("slow1", "slow2", "slow3")
         self.convert("takes -j1 --time-limit 30", plugin=self.stub)
         self.convert("takes -j3 --time-limit 0", plugin=self.stub)
+        self.convert("takes -j3 --time-limit 1e300", plugin=self.stub)
+        self.convert("takes --time-limit -1", status=2)
 
     def test_broken_files_cost_themselves_alone(self):
         self.put("takes/good.bvh", bvh())
@@ -71,6 +73,33 @@ class Imports(DataSet):
         self.convert("takes", status=4)
         self.assertEqual(self.errors(), {"takes/gone.bvh": "No such file or directory",
                                          "takes/pipe.bvh": "not a regular file"})
+
+    def test_links_lead_no_output_elsewhere(self):
+        self.put("takes/a.bvh", bvh())
+        self.put("takes/b.bvh", bvh())
+        before = (self.folder / "takes/a.bvh").read_text()
+        (self.folder / "out").mkdir()
+        (self.folder / "out/a.gltf").symlink_to("b.gltf")
+        (self.folder / "out/b.bin").symlink_to("../elsewhere.bin")
+        self.convert("takes", status=4, to="gltf")
+        self.assertEqual(self.errors(), {"takes/a.bvh": "its output a.gltf is a symbolic link",
+                                         "takes/b.bvh": "its output b.bin is a symbolic link"})
+        for name in ("index.csv", ".zkhost-convert"):
+            link = self.folder / "out" / name
+            link.unlink(missing_ok=True)
+            link.symlink_to("../takes/a.bvh")
+            _, err = self.convert("takes", status=3)
+            self.assertIn(f"cannot write out/{name}: a symbolic link", err)
+            link.unlink()
+        self.assertEqual((self.folder / "takes/a.bvh").read_text(), before)
+        self.assertFalse((self.folder / "elsewhere.bin").exists())
+
+    def test_a_ledger_that_never_ends_is_not_read(self):
+        self.put("takes/a.bvh", bvh())
+        (self.folder / "out").mkdir()
+        os.mkfifo(self.folder / "out/.zkhost-convert")
+        _, err = self.convert("takes --resume", status=3)
+        self.assertIn("not a regular file", err)
 
     def test_loops_of_links_end(self):
         self.put("takes/a/a.bvh", bvh())
