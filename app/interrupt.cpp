@@ -10,7 +10,7 @@
 namespace app {
 namespace {
 
-constexpr int kStopSignals[] = {SIGINT, SIGTERM};
+constexpr int kStopSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 std::atomic<headless::Session*> cancelTarget = nullptr;
 std::atomic<bool> interrupted = false;
@@ -24,6 +24,13 @@ extern "C" void OnInterrupt(int) {
     if (headless::Session* session = cancelTarget) session->PressCancel();
 }
 
+// Whether whoever started this program chose that it goes on when the terminal is closed.
+bool OutlivesTerminal(int signal) {
+    struct sigaction action {};
+    return signal == SIGHUP && sigaction(signal, nullptr, &action) == 0 &&
+           action.sa_handler == SIG_IGN;
+}
+
 }  // namespace
 
 void CatchInterrupts(headless::Session& session) {
@@ -33,12 +40,12 @@ void CatchInterrupts(headless::Session& session) {
     // The second one finds the system's own handling again.
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
     for (const int signal : kStopSignals)
-        sigaction(signal, &action, nullptr);
+        if (!OutlivesTerminal(signal)) sigaction(signal, &action, nullptr);
 }
 
 void ReleaseInterrupts() {
     for (const int signal : kStopSignals)
-        std::signal(signal, SIG_DFL);
+        if (!OutlivesTerminal(signal)) std::signal(signal, SIG_DFL);
 }
 
 void BeginUncancellable() noexcept {

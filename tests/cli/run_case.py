@@ -10,7 +10,7 @@ A case is a text file of lines "KEY: VALUE"; "#" begins a comment line.
   env: NAME=VALUE     for the run (NAME= alone takes the variable away)
   terminal: COLUMNS   stdout and stderr are a terminal of that width ("tty" below)
   interrupt: REGEX    presses Ctrl-C once the terminal shows this
-  signal: REGEX       sends SIGINT once stderr shows this
+  signal: REGEX       sends SIGINT once stderr shows this (hangup: SIGHUP)
   stdout: PATH        stdout goes there; "closed": it is no open file
   exit: STATUS        the exit status; 0 unless said
   out: REGEX          a line of stdout matches (also err:, tty:); "out!:" none does
@@ -35,7 +35,7 @@ import tempfile
 import termios
 
 HERE = pathlib.Path(__file__).resolve().parent
-RUN_KEYS = {"env", "terminal", "interrupt", "signal", "stdout", "exit", "out", "out!", "out=", "err", "err!",
+RUN_KEYS = {"env", "terminal", "interrupt", "signal", "hangup", "stdout", "exit", "out", "out!", "out=", "err", "err!",
             "err=", "tty", "tty!", "json", "files"}
 LIMIT = 120
 
@@ -77,7 +77,7 @@ def environment(details):
     return variables
 
 
-def run_plain(command, folder, variables, interrupt, stdout):
+def run_plain(command, folder, variables, interrupt, stdout, sent=signal.SIGINT):
     to_file = stdout and stdout != "closed"
     target = open(stdout, "wb") if to_file else subprocess.PIPE
     close = (lambda: os.close(1)) if stdout == "closed" else None
@@ -88,7 +88,7 @@ def run_plain(command, folder, variables, interrupt, stdout):
         piece = process.stderr.read(65536)
         shown += piece
         if re.search(interrupt.encode(), shown):
-            process.send_signal(signal.SIGINT)
+            process.send_signal(sent)
             interrupt = None
         elif not piece:
             break
@@ -166,8 +166,9 @@ def run_step(step, folder, options):
         status, streams = run_terminal(command, folder, variables, int(values["terminal"]),
                                        values.get("interrupt"))
     else:
-        status, streams = run_plain(command, folder, variables, values.get("signal"),
-                                    values.get("stdout"))
+        sent = signal.SIGHUP if "hangup" in values else signal.SIGINT
+        status, streams = run_plain(command, folder, variables,
+                                    values.get("signal") or values.get("hangup"), values.get("stdout"), sent)
     problems = check(details, status, streams, folder)
     if problems:
         for name, text in streams.items():
