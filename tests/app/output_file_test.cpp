@@ -5,6 +5,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#include "app/outputs.h"
 #include "temporary_folder.h"
 
 namespace {
@@ -60,6 +61,19 @@ TEST(TwoOutputFiles, AppearTogether) {
     EXPECT_EQ(folder.Get("a.bin"), "new numbers");
     EXPECT_EQ(folder.Get("a.gltf"), "new text");
     EXPECT_EQ(folder.Names().size(), 2U);
+}
+
+TEST(WrittenOutput, CostsItselfAloneWithoutMemory) {
+    const TemporaryFolder folder;
+    app::OutputsResult result;
+    testing::internal::CaptureStderr();
+    app::WriteOutput(
+        folder.Path("a.npz"), [](OutputFile&) { throw std::bad_alloc(); }, result);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "zkhost: cannot write " + folder.Path("a.npz") + ": out of memory\n");
+    EXPECT_TRUE(result.failed);
+    EXPECT_FALSE(result.interrupted);
+    EXPECT_THAT(folder.Names(), IsEmpty());
 }
 
 // A folder takes the second name at the last moment.
