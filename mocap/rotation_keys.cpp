@@ -17,7 +17,7 @@ void RotationKeys::Convert(std::uint32_t frameCount, const RotationProduct& prod
         for (int i = 0; i < 3; ++i)
             for (std::size_t lane = 0; lane < count; ++lane)
                 block.angle[i][lane] = factor[i][first + lane].value;
-        ConvertRotations(block, product);
+        ConvertRotations(block, product, count);
         for (int i = 0; i < 3; ++i)
             for (std::size_t lane = 0; lane < count; ++lane)
                 axis[i][first + lane].value = block.angle[i][lane];

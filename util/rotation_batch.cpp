@@ -71,11 +71,11 @@ void ConvertRotation(double angles[3], const RotationProduct& product) {
         angles[i] *= kRadiansToDegrees;
 }
 
-void ConvertRotations(RotationBlock& block, const RotationProduct& product) {
+void ConvertRotations(RotationBlock& block, const RotationProduct& product, std::size_t lanes) {
     static const RotationKernel kernel = ChooseKernel();
     RotationKernelResult result;
     kernel(block, product, result);
-    for (std::size_t lane = 0; lane < kRotationBlock; ++lane) {
+    for (std::size_t lane = 0; lane < lanes; ++lane) {
         double angles[3] = {block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]};
         const double turned[3] = {result.angle[0][lane], result.angle[1][lane],
                                   result.angle[2][lane]};

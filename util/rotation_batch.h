@@ -8,7 +8,8 @@
 
 inline constexpr std::size_t kRotationBlock = 128;
 
-// Three angles of each lane in degrees, one array an angle. All lanes are to be set.
+// Three angles of each lane in degrees, one array an angle. All lanes are to be set, to anything
+// where they are not used.
 struct RotationBlock {
     alignas(64) double angle[3][kRotationBlock];
 };
@@ -21,8 +22,9 @@ struct RotationProduct {
     const double (*behind)[4] = nullptr;
 };
 
-// Replaces each lane's angles by the X-Y-Z angles of its matrix, in degrees.
-void ConvertRotations(RotationBlock& block, const RotationProduct& product);
+// Replaces the angles of the first `lanes` lanes by the X-Y-Z angles of their matrices, in degrees.
+void ConvertRotations(RotationBlock& block, const RotationProduct& product,
+                      std::size_t lanes = kRotationBlock);
 
 // The same for one lane, step by step.
 void ConvertRotation(double angles[3], const RotationProduct& product);

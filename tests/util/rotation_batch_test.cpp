@@ -119,6 +119,18 @@ TEST(RotationBatch, GivesHalfTurnsTheirSign) {
     }
 }
 
+TEST(RotationBatch, LeavesLanesThatAreNotUsed) {
+    const RotationBlock given = RandomBlock(11, 180.0);
+    RotationBlock all = given;
+    RotationBlock some = given;
+    constexpr std::size_t kUsed = 5;
+    ConvertRotations(all, RotationProduct());
+    ConvertRotations(some, RotationProduct(), kUsed);
+    for (int i = 0; i < 3; ++i)
+        for (std::size_t lane = 0; lane < kRotationBlock; ++lane)
+            ASSERT_EQ(some.angle[i][lane], (lane < kUsed ? all : given).angle[i][lane]) << lane;
+}
+
 TEST(RotationBatch, StepsWhereAPitchIsLocked) {
     for (const double pitch : {90.0, -90.0, 89.9999, 90.5, -89.5, 270.0}) {
         RotationBlock block = RandomBlock(7, 180.0);
