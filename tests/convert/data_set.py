@@ -1,6 +1,6 @@
 """A data set to convert, in a folder of its own, and zkhost to do it with.
 
-usage of each test: test_THEME.py ZKHOST PLUGIN STUB_PLUGIN [UNITTEST ARGUMENTS]
+usage of each test: test_THEME.py ZKHOST PLUGIN STAND_IN [UNITTEST ARGUMENTS]
 """
 
 import csv
@@ -67,7 +67,7 @@ def amc(frames=2):
 
 
 class DataSet(unittest.TestCase):
-    zkhost = plugin = stub = ""
+    zkhost = plugin = stand_in = ""
     maxDiff = None
 
     def setUp(self):
@@ -144,6 +144,6 @@ class DataSet(unittest.TestCase):
 
 
 def main():
-    DataSet.zkhost, DataSet.plugin, DataSet.stub = sys.argv[1:4]
+    DataSet.zkhost, DataSet.plugin, DataSet.stand_in = sys.argv[1:4]
     del sys.argv[1:4]
     unittest.main(verbosity=2)

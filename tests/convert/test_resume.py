@@ -139,20 +139,20 @@ class CtrlC(DataSet):
 
     def test_it_ends_cleanly_and_can_be_resumed(self):
         self.put_slow()
-        self.convert("takes", out="whole", plugin=self.stub)
+        self.convert("takes", out="whole", plugin=self.stand_in)
         for stop in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
-            run = self.start("takes -j2", out="out", plugin=self.stub)
+            run = self.start("takes -j2", out="out", plugin=self.stand_in)
             self.wait_for(lambda: self.outputs() >= 3)
             run.send_signal(stop)
             self.check_cancelled(run)
-            self.convert("takes -j3 --resume", plugin=self.stub)
+            self.convert("takes -j3 --resume", plugin=self.stand_in)
             self.assertEqual(self.tree(), self.tree("whole"))
             for path in (self.folder / "out").rglob("*.json"):
                 path.unlink()
 
     def test_the_terminal_may_send_it_to_all_of_them(self):
         self.put_slow()
-        run = self.start("takes -j2", plugin=self.stub)
+        run = self.start("takes -j2", plugin=self.stand_in)
         self.wait_for(lambda: self.outputs() >= 3)
         os.killpg(run.pid, signal.SIGINT)
         self.check_cancelled(run)
@@ -160,7 +160,7 @@ class CtrlC(DataSet):
     def test_it_ends_what_hangs(self):
         self.put("takes/a.bvh", bvh())
         self.put("takes/hang.bvh", bvh())
-        run = self.start("takes -j1", plugin=self.stub)
+        run = self.start("takes -j1", plugin=self.stand_in)
         self.wait_for(lambda: self.outputs() >= 1)
         time.sleep(0.2)
         run.send_signal(signal.SIGINT)
@@ -169,7 +169,7 @@ class CtrlC(DataSet):
 
     def test_twice_is_not_worse(self):
         self.put_slow()
-        run = self.start("takes -j2", plugin=self.stub)
+        run = self.start("takes -j2", plugin=self.stand_in)
         self.wait_for(lambda: self.outputs() >= 3)
         run.send_signal(signal.SIGINT)
         run.send_signal(signal.SIGTERM)
@@ -210,7 +210,7 @@ class Kill(DataSet):
     def hanging_imports(self, run):
         """Children that have loaded the plug-in and sleep: in it, nothing else waits."""
         return [int(child) for child in read(f"/proc/{run.pid}/task/{run.pid}/children").split()
-                if "stub_plugin" in read(f"/proc/{child}/maps") and "hang" in read(f"/proc/{child}/cmdline")
+                if "stand_in_plugin" in read(f"/proc/{child}/maps") and "hang" in read(f"/proc/{child}/cmdline")
                 and state(child) == "S"]
 
     def check_nothing_is_partial(self, whole):
@@ -224,7 +224,7 @@ class Kill(DataSet):
     def test_of_an_import_costs_that_one(self):
         self.put_samples(6)
         self.put("takes/hang.bvh", bvh())
-        run = self.start("takes -j1", plugin=self.stub)
+        run = self.start("takes -j1", plugin=self.stand_in)
         self.wait_for(lambda: self.outputs() >= 4)
         self.wait_for(lambda: self.hanging_imports(run))
         for child in self.hanging_imports(run):
@@ -235,7 +235,7 @@ class Kill(DataSet):
 
     def test_leaves_no_import_behind(self):
         self.put("takes/hang.bvh", bvh())
-        run = self.start("takes", plugin=self.stub)
+        run = self.start("takes", plugin=self.stand_in)
         self.wait_for(lambda: self.hanging_imports(run))
         child = self.hanging_imports(run)[0]
         run.send_signal(signal.SIGKILL)

@@ -22,7 +22,7 @@ class Imports(DataSet):
 
     def test_a_crash_is_named(self):
         self.put_named("a", "abort", "segv", "z")
-        _, err = self.convert("takes -j2", status=4, plugin=self.stub)
+        _, err = self.convert("takes -j2", status=4, plugin=self.stand_in)
         self.assertEqual(self.statuses(), {"takes/a.bvh": "ok", "takes/abort.bvh": "failed",
                                            "takes/segv.bvh": "failed", "takes/z.bvh": "ok"})
         self.assertEqual(self.errors()["takes/abort.bvh"], "killed by SIGABRT (Aborted)")
@@ -32,15 +32,15 @@ class Imports(DataSet):
 
     def test_a_hang_is_ended(self):
         self.put_named("a", "hang", "z")
-        self.convert("takes -j1 --time-limit 0.5", status=4, plugin=self.stub)
+        self.convert("takes -j1 --time-limit 0.5", status=4, plugin=self.stand_in)
         self.assertEqual(self.errors(), {"takes/hang.bvh": "stopped: not done after 0.5 seconds"})
         self.assertEqual(self.outputs(), 2)
 
     def test_a_time_limit_leaves_others_alone(self):
         self.put_named("slow1", "slow2", "slow3")
-        self.convert("takes -j1 --time-limit 30", plugin=self.stub)
-        self.convert("takes -j3 --time-limit 0", plugin=self.stub)
-        self.convert("takes -j3 --time-limit 1e300", plugin=self.stub)
+        self.convert("takes -j1 --time-limit 30", plugin=self.stand_in)
+        self.convert("takes -j3 --time-limit 0", plugin=self.stand_in)
+        self.convert("takes -j3 --time-limit 1e300", plugin=self.stand_in)
         self.convert("takes --time-limit -1", status=2)
 
     def test_broken_files_cost_themselves_alone(self):
@@ -204,7 +204,7 @@ class FullDisk(DataSet):
     def test_an_index_that_cannot_be_written_is_said(self):
         self.put_samples(40)
         self.put("out/index.csv", "old")
-        _, err = self.convert("takes", status=3, prepare=file_size_limit(1000), plugin=self.stub)
+        _, err = self.convert("takes", status=3, prepare=file_size_limit(1000), plugin=self.stand_in)
         self.assertIn("cannot write out/", err)
         self.assertEqual((self.folder / "out/index.csv").read_text(), "old")
         self.assert_no_leftovers()
