@@ -58,9 +58,9 @@ Node& SceneEditor::PoseSource(const Node& object) const {
 
 Transform SceneEditor::SeenFromPoseSource(const Node& object) const {
     if (!IsChainEffector(object)) return FromLocal(object.local);
-    Transform seen;
-    std::memcpy(seen.axes, object.chainRoot->chainData->effectorAngle.data(), sizeof seen.axes);
     const ChainData& chain = *object.chainRoot->chainData;
+    Transform seen;
+    std::memcpy(seen.axes, chain.effectorAngle.data(), sizeof seen.axes);
     seen.origin[0] = chain.bones.empty() ? 0.0 : chain.bones.back()->length;
     return seen;
 }

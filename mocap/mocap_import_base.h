@@ -125,6 +125,7 @@ class CMocapImportBase {
     CStringFile stringFile;
     // What the file may ask for.
     FileAllowance derivedNames = TextAllowance();
+    // A section without content asks for a node with six bytes; nodes that say anything take more.
     FileAllowance nodesLeft{1024, 1, 16};
     FileAllowance chainBytes{std::size_t{3} << 19, 1, 1};  // that pay for chains
     MOCAP_FORMAT format;

@@ -7,12 +7,21 @@
 #include "util/rotation_math.h"
 #include "util/scene_helpers.h"
 
+namespace {
+
+// The three rows and columns that a rotation has.
+template <std::size_t From, std::size_t To>
+void CopyRotation(const double (&from)[From][From], double (&to)[To][To]) {
+    for (std::size_t row = 0; row < 3; ++row)
+        std::copy_n(from[row], 3, to[row]);
+}
+
+}  // namespace
+
 BoneMatrixCache::Rotations BoneMatrixCache::Packed(const BoneMatrices& matrices) {
     Rotations rotations;
-    for (std::size_t row = 0; row < 3; ++row) {
-        std::copy_n(matrices.global[row], 3, rotations.global[row]);
-        std::copy_n(matrices.inverse[row], 3, rotations.inverse[row]);
-    }
+    CopyRotation(matrices.global, rotations.global);
+    CopyRotation(matrices.inverse, rotations.inverse);
     return rotations;
 }
 
@@ -20,10 +29,8 @@ BoneMatrices BoneMatrixCache::Unpacked(const Rotations& rotations) {
     BoneMatrices matrices;
     MatrixIdentity(matrices.global);
     MatrixIdentity(matrices.inverse);
-    for (std::size_t row = 0; row < 3; ++row) {
-        std::copy_n(rotations.global[row], 3, matrices.global[row]);
-        std::copy_n(rotations.inverse[row], 3, matrices.inverse[row]);
-    }
+    CopyRotation(rotations.global, matrices.global);
+    CopyRotation(rotations.inverse, matrices.inverse);
     return matrices;
 }
 

@@ -30,7 +30,7 @@ enum class Task : std::uint8_t { Convert, LookAgain, Nothing };
 
 std::optional<std::chrono::duration<double>> TimeLimit(const ConvertRequest& request) {
     if (request.timeLimitSeconds <= 0) return std::nullopt;
-    // Some centuries, which clocks can hold.
+    // Thirty years, which clocks can hold.
     constexpr double kLongest = 1e9;
     return std::chrono::duration<double>(std::min(request.timeLimitSeconds, kLongest));
 }

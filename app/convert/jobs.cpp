@@ -82,13 +82,22 @@ void RefuseToOverwriteInputs(std::vector<Job>& jobs, const std::string& outDir) 
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
         for (const std::string& file : FilesOf(job.output)) {
-            std::error_code unreadable;
-            if (std::filesystem::is_symlink(outDir + file, unreadable))
-                job.refusal = fmt::format("its output {} is a symbolic link", file);
             const auto id = IdOf(outDir + file);
             const auto input = id ? inputs.find(*id) : inputs.end();
             if (input != inputs.end())
                 job.refusal = fmt::format("its output would overwrite {}", *input->second);
+        }
+    }
+}
+
+// The names are this program's choice, and where they lead must be too.
+void RefuseLinks(std::vector<Job>& jobs, const std::string& outDir) {
+    for (Job& job : jobs) {
+        if (!job.refusal.empty()) continue;
+        for (const std::string& file : FilesOf(job.output)) {
+            std::error_code unreadable;
+            if (std::filesystem::is_symlink(outDir + file, unreadable))
+                job.refusal = fmt::format("its output {} is a symbolic link", file);
         }
     }
 }
@@ -129,6 +138,7 @@ std::vector<Job> ListJobs(const ConvertRequest& request) {
     NameOutputs(jobs, request.extension);
     const std::string outDir = request.outDir + '/';
     RefuseToOverwriteInputs(jobs, outDir);
+    RefuseLinks(jobs, outDir);
     if (request.extension == ".bvh") RefuseToAddInputs(jobs, outDir, tree.folders);
     return jobs;
 }
