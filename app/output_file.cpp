@@ -130,10 +130,13 @@ OutputFile::Kept OutputFile::KeepOld() const {
 }
 
 void OutputFile::PutBack(const Kept& kept) const {
-    if (!kept.name.empty())
-        std::rename(kept.name.c_str(), target_.c_str());
-    else if (!kept.exists)
-        unlink(target_.c_str());
+    if (kept.name.empty()) {
+        if (!kept.exists) unlink(target_.c_str());
+        return;
+    }
+    std::rename(kept.name.c_str(), target_.c_str());
+    // Two names of one file stay two when one is renamed to the other.
+    unlink(kept.name.c_str());
 }
 
 void OutputFile::CommitBoth(OutputFile& first, OutputFile& second) {
@@ -143,7 +146,7 @@ void OutputFile::CommitBoth(OutputFile& first, OutputFile& second) {
     try {
         first.Commit();
         second.Commit();
-    } catch (const OutputError&) {
+    } catch (...) {
         first.PutBack(kept);
         throw;
     }

@@ -96,6 +96,21 @@ TEST(TwoOutputFiles, LeaveWhatStoodThereTogether) {
     }
 }
 
+TEST(TwoOutputFiles, LeaveTheOldOneWhereTheFirstHasNoName) {
+    const TemporaryFolder folder;
+    folder.Put("a.bin", "old numbers");
+    {
+        OutputFile first(folder.Path("a.bin"));
+        const auto names = folder.Names();
+        OutputFile second(folder.Path("a.gltf"));
+        for (const std::string& name : names)
+            if (app::IsTemporaryName(name)) std::filesystem::remove(folder.Path(name));
+        EXPECT_THROW(OutputFile::CommitBoth(first, second), app::OutputError);
+    }
+    EXPECT_EQ(folder.Get("a.bin"), "old numbers");
+    EXPECT_THAT(folder.Names(), ElementsAre("a.bin"));
+}
+
 TEST(OutputFile, KeepsItsBytesAcrossTheBuffer) {
     const TemporaryFolder folder;
     std::string expected;
