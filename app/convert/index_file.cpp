@@ -3,9 +3,9 @@
 #include <fmt/format.h>
 
 #include "app/convert/csv_record.h"
-#include "app/export/number_text.h"
 #include "app/output_file.h"
 #include "app/text.h"
+#include "text/number_text.h"
 
 namespace app {
 namespace {
@@ -15,8 +15,8 @@ constexpr int kDecimals = 6;
 
 std::string NumberOrNothing(const std::optional<double>& number) {
     if (!number) return {};
-    char text[kLongestNumber];
-    return {text, WriteNumber(text, *number, kDecimals)};
+    char text[text::kLongestNumber];
+    return {text, text::WriteNumber(text, *number, kDecimals)};
 }
 
 std::string Valid(const std::string& text) {

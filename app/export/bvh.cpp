@@ -6,11 +6,11 @@
 #include "app/export/bvh_angles.h"
 #include "app/export/bvh_frames.h"
 #include "app/export/finite_check.h"
-#include "app/export/number_text.h"
 #include "app/export/skeleton_poses.h"
 #include "app/export/timeline.h"
 #include "app/motion_facts.h"
 #include "app/text.h"
+#include "text/number_text.h"
 
 namespace app {
 namespace {
@@ -79,8 +79,8 @@ class Section {
         addsRoot_ = roots != 1;
         if (options.zUp) up_ = ZUpToYUp();
         lengthDecimals_ =
-            options.digits.value_or(DecimalsFor(SkeletonSize(poses_, timeline_.frames)));
-        angleDecimals_ = options.digits.value_or(kAngleDecimals);
+            options.digits.value_or(text::DecimalsFor(SkeletonSize(poses_, timeline_.frames)));
+        angleDecimals_ = options.digits.value_or(text::kAngleDecimals);
         FindMovingJoints(scene, motion);
     }
 
@@ -191,8 +191,8 @@ class Section {
         Indent();
         out_.Write("OFFSET");
         for (const double coordinate : place.origin) {
-            char text[kLongestNumber + 1] = {' '};
-            const char* end = WriteNumber(text + 1, Finite(coordinate), lengthDecimals_);
+            char text[text::kLongestNumber + 1] = {' '};
+            const char* end = text::WriteNumber(text + 1, Finite(coordinate), lengthDecimals_);
             out_.Write({text, static_cast<std::size_t>(end - text)});
         }
         out_.Write("\n");
@@ -211,10 +211,10 @@ class Section {
         const std::size_t frames = std::max<std::size_t>(timeline_.frames.size(), 1);
         const double seconds = timeline_.IsPose() ? kPoseFrameTime : SecondsPerStep(timeline_);
         out_.Write("MOTION\nFrames: " + std::to_string(frames) + "\nFrame Time: ");
-        out_.Write(NumberText(Finite(seconds)) + "\n");
+        out_.Write(text::NumberText(Finite(seconds)) + "\n");
 
         std::vector<BvhAngles> angles(locals_.size());
-        std::vector<char> row((locals_.size() + 1) * 6 * (kLongestNumber + 1) + 1);
+        std::vector<char> row((locals_.size() + 1) * 6 * (text::kLongestNumber + 1) + 1);
         const auto write = [&](const BvhFrames::Frame& frame) {
             char* const end = WriteRow(row.data(), frame, angles);
             // Without the blank before the first number.
@@ -252,7 +252,7 @@ class Section {
         if (kind == Kind::EndSite) return end;
         const auto put = [&](double number, int decimals) {
             *end++ = ' ';
-            end = WriteNumber(end, Finite(number), decimals);
+            end = text::WriteNumber(end, Finite(number), decimals);
         };
         if (kind == Kind::Moving)
             for (const double coordinate : local.origin)

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "app/export/number_text.h"
 #include "app/export/tables.h"
 #include "app/text.h"
+#include "text/number_text.h"
 
 namespace app {
 namespace {
@@ -36,28 +36,28 @@ void WriteHeader(OutputFile& out, const Table& table) {
 
 char* WriteCell(char* end, double number, int decimals) {
     *end++ = ',';
-    return WriteNumber(end, number, decimals);
+    return text::WriteNumber(end, number, decimals);
 }
 
 }  // namespace
 
 ExportNotes WriteCsv(OutputFile& out, const headless::Scene& scene, const ExportOptions& options) {
     Table table(scene, options, false);
-    const int decimals = DecimalsFor(table.Size());
+    const int decimals = text::DecimalsFor(table.Size());
     const Timeline& times = table.Times();
     WriteHeader(out, table);
     std::vector<Transform> globals(table.Columns().size());
-    std::vector<char> text((2 + 6 * globals.size()) * (kLongestNumber + 1) + 1);
+    std::vector<char> text((2 + 6 * globals.size()) * (text::kLongestNumber + 1) + 1);
     for (std::size_t row = 0; row < table.Rows(); ++row) {
         table.Row(row, globals);
         const double frame = times.IsPose() ? 0.0 : times.frames[row];
-        char* end = WriteNumber(text.data(), frame, kSecondsDecimals);
+        char* end = text::WriteNumber(text.data(), frame, kSecondsDecimals);
         end = WriteCell(end, times.IsPose() ? 0.0 : times.Seconds(row), kSecondsDecimals);
         for (const Transform& global : globals) {
             for (const double coordinate : global.origin)
                 end = WriteCell(end, coordinate, decimals);
             for (const double angle : headless::AnglesOf(global.axes))
-                end = WriteCell(end, angle, kAngleDecimals);
+                end = WriteCell(end, angle, text::kAngleDecimals);
         }
         *end++ = '\n';
         out.Write({text.data(), static_cast<std::size_t>(end - text.data())});

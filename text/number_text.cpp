@@ -1,4 +1,4 @@
-#include "app/export/number_text.h"
+#include "text/number_text.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace app {
+namespace text {
 namespace {
 
 constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
@@ -80,4 +80,4 @@ int DecimalsFor(double size) {
     return std::max(8 - static_cast<int>(std::floor(std::log10(size))), 4);
 }
 
-}  // namespace app
+}  // namespace text

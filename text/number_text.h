@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace app {
+namespace text {
 
 // The most characters that AppendNumber writes.
 inline constexpr int kLongestNumber = 32;
@@ -25,4 +25,4 @@ int DecimalsFor(double size);
 // Of angles in degrees: a skeleton's length away the error stays below a hundred-millionth of it.
 inline constexpr int kAngleDecimals = 6;
 
-}  // namespace app
+}  // namespace text

@@ -1,4 +1,4 @@
-#include "app/export/number_text.h"
+#include "text/number_text.h"
 
 #include <charconv>
 #include <cmath>
@@ -35,8 +35,8 @@ const Row kRows[] = {
 };
 
 std::string Written(double number, int decimals) {
-    char text[app::kLongestNumber];
-    const char* end = app::WriteNumber(text, number, decimals);
+    char text[text::kLongestNumber];
+    const char* end = text::WriteNumber(text, number, decimals);
     return std::string(text, static_cast<std::size_t>(end - text));
 }
 
@@ -53,7 +53,7 @@ TEST(NumberText, ReadsBackWithinHalfOfTheLastPlace) {
         const double number = sign * std::pow(10.0, exponent(random));
         const int decimals = static_cast<int>(random() % 10);
         const std::string text = Written(number, decimals);
-        ASSERT_LE(text.size(), std::size_t{app::kLongestNumber});
+        ASSERT_LE(text.size(), std::size_t{text::kLongestNumber});
         double read = 0.0;
         std::from_chars(text.data(), text.data() + text.size(), read);
         const double ulp = std::abs(number) * std::numeric_limits<double>::epsilon();
@@ -66,15 +66,15 @@ TEST(NumberText, NeverTakesMoreThanItsRoom) {
          {std::numeric_limits<double>::denorm_min(), -std::numeric_limits<double>::denorm_min(),
           -std::numeric_limits<double>::max(), -3.999999999999999e15, -2.2250738585072014e-308})
         for (int decimals = 0; decimals < 20; ++decimals)
-            EXPECT_LE(Written(number, decimals).size(), std::size_t{app::kLongestNumber});
+            EXPECT_LE(Written(number, decimals).size(), std::size_t{text::kLongestNumber});
 }
 
 TEST(NumberText, KeepsMoreDecimalsForSmallerSkeletons) {
-    EXPECT_EQ(app::DecimalsFor(170.0), 6);
-    EXPECT_EQ(app::DecimalsFor(1.7), 8);
-    EXPECT_EQ(app::DecimalsFor(0.017), 10);
-    EXPECT_EQ(app::DecimalsFor(1e12), 4);
-    EXPECT_GT(app::DecimalsFor(0.0), app::kMostDecimals);
+    EXPECT_EQ(text::DecimalsFor(170.0), 6);
+    EXPECT_EQ(text::DecimalsFor(1.7), 8);
+    EXPECT_EQ(text::DecimalsFor(0.017), 10);
+    EXPECT_EQ(text::DecimalsFor(1e12), 4);
+    EXPECT_GT(text::DecimalsFor(0.0), text::kMostDecimals);
 }
 
 }  // namespace

@@ -1,0 +1,94 @@
+#include "text/utf8.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace text {
+namespace {
+
+constexpr char32_t kLastCharacter = 0x10FFFF;
+
+bool IsSurrogate(char32_t character) {
+    return character >= 0xD800 && character <= 0xDFFF;
+}
+
+char Byte(char32_t bits) {
+    return static_cast<char>(static_cast<unsigned char>(bits));
+}
+
+// Of a character's first byte: how many bytes it has, and the smallest character that needs so
+// many.
+struct Form {
+    std::size_t length;
+    char32_t smallest;
+    char32_t firstBits;
+};
+
+Form FormOf(unsigned char first) {
+    if (first < 0x80) return {1, 0, first};
+    if ((first & 0xE0U) == 0xC0) return {2, 0x80, first & 0x1FU};
+    if ((first & 0xF0U) == 0xE0) return {3, 0x800, first & 0x0FU};
+    if ((first & 0xF8U) == 0xF0) return {4, 0x10000, first & 0x07U};
+    return {0, 0, 0};
+}
+
+// Skips ASCII eight bytes at a time.
+std::size_t SkipAscii(std::string_view bytes, std::size_t at) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    for (; at + 8 <= bytes.size(); at += 8) {
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, bytes.data() + at, 8);
+        if ((eight & kHighBits) != 0) break;
+    }
+    while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80)
+        ++at;
+    return at;
+}
+
+}  // namespace
+
+void AppendUtf8(std::string& out, char32_t character) {
+    if (IsSurrogate(character) || character > kLastCharacter) character = kReplacement;
+    if (character < 0x80) {
+        out += Byte(character);
+    } else if (character < 0x800) {
+        out += Byte(0xC0U | character >> 6U);
+        out += Byte(0x80U | (character & 0x3FU));
+    } else if (character < 0x10000) {
+        out += Byte(0xE0U | character >> 12U);
+        out += Byte(0x80U | (character >> 6U & 0x3FU));
+        out += Byte(0x80U | (character & 0x3FU));
+    } else {
+        out += Byte(0xF0U | character >> 18U);
+        out += Byte(0x80U | (character >> 12U & 0x3FU));
+        out += Byte(0x80U | (character >> 6U & 0x3FU));
+        out += Byte(0x80U | (character & 0x3FU));
+    }
+}
+
+std::size_t Utf8Length(std::string_view bytes) {
+    if (bytes.empty()) return 0;
+    const Form form = FormOf(static_cast<unsigned char>(bytes[0]));
+    if (form.length == 0 || form.length > bytes.size()) return 0;
+    char32_t character = form.firstBits;
+    for (std::size_t index = 1; index < form.length; ++index) {
+        const auto byte = static_cast<unsigned char>(bytes[index]);
+        if ((byte & 0xC0U) != 0x80) return 0;
+        character = character << 6U | (byte & 0x3FU);
+    }
+    const bool valid =
+        character >= form.smallest && character <= kLastCharacter && !IsSurrogate(character);
+    return valid ? form.length : 0;
+}
+
+std::size_t FindInvalidUtf8(std::string_view bytes) {
+    std::size_t at = 0;
+    while ((at = SkipAscii(bytes, at)) < bytes.size()) {
+        const std::size_t length = Utf8Length(bytes.substr(at));
+        if (length == 0) return at;
+        at += length;
+    }
+    return std::string_view::npos;
+}
+
+}  // namespace text

@@ -1,0 +1,27 @@
+// UTF-8 as bytes: whether a text is valid, and how characters are written and read.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace text {
+
+// What stands in for a character that cannot be read.
+inline constexpr char32_t kReplacement = 0xFFFD;
+
+// Appends the character's bytes. What is no character of Unicode's (a surrogate, or beyond
+// U+10FFFF) is written as U+FFFD.
+void AppendUtf8(std::string& out, char32_t character);
+
+// The number of bytes (1 to 4) of the valid character that `bytes` begins with; 0 where it begins
+// with none, or is empty. Overlong forms, surrogates and what lies beyond U+10FFFF are not valid.
+std::size_t Utf8Length(std::string_view bytes);
+
+// The index of the first byte that is no part of a valid character; npos where all are.
+std::size_t FindInvalidUtf8(std::string_view bytes);
+inline bool IsValidUtf8(std::string_view bytes) {
+    return FindInvalidUtf8(bytes) == std::string_view::npos;
+}
+
+}  // namespace text
