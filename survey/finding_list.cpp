@@ -1,0 +1,62 @@
+#include "survey/finding_list.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace survey {
+
+void FindingList::Add(Case added) {
+    Finding* known = Find(added.code);
+    if (known && known->severity >= added.severity) {
+        ++known->count;
+        known->mended |= added.mended;
+        return;
+    }
+    Finding finding;
+    finding.code = added.code;
+    finding.severity = added.severity;
+    if (added.at) {
+        const Position position = source_.PositionOf(added.at);
+        finding.line = position.line;
+        finding.column = position.column;
+    }
+    finding.message = std::move(added.message);
+    finding.joint = std::move(added.joint);
+    finding.mended = added.mended;
+    if (!known) {
+        findings_.push_back(std::move(finding));
+        return;
+    }
+    finding.count = known->count + 1;
+    finding.mended |= known->mended;
+    *known = std::move(finding);
+}
+
+bool FindingList::AddAgain(std::string_view code, Severity severity, std::size_t cases) {
+    Finding* known = Find(code);
+    if (!known || known->severity < severity) return false;
+    known->count += cases;
+    return true;
+}
+
+Finding* FindingList::Find(std::string_view code) {
+    const auto found = std::find_if(findings_.begin(), findings_.end(),
+                                    [&](const Finding& finding) { return finding.code == code; });
+    return found == findings_.end() ? nullptr : &*found;
+}
+
+bool FindingList::HasErrors() const {
+    return std::any_of(findings_.begin(), findings_.end(),
+                       [](const Finding& finding) { return finding.severity == Severity::Error; });
+}
+
+std::vector<Finding> FindingList::Sorted() const {
+    std::vector<Finding> sorted = findings_;
+    std::stable_sort(sorted.begin(), sorted.end(), [](const Finding& a, const Finding& b) {
+        return std::tie(a.line, a.column) < std::tie(b.line, b.column);
+    });
+    return sorted;
+}
+
+}  // namespace survey
