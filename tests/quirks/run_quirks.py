@@ -1,0 +1,209 @@
+#!/usr/bin/env python3
+"""Holds zkhost to table.json: what `check` tells of each file, and the motion that `import` gives.
+
+usage: run_quirks.py --zkhost PATH [--folder bvh|acclaim] [--case NAME]
+
+A row of the table:
+  files     seen from this folder; an .asf with its .amc
+  outcome   right (handed on as it is), mended, right|mended (either), or refused
+  findings  all that `check` must tell, and nothing else: code, severity, line (a number, some that will
+            do, or null), and perhaps joint, count, file (an extension), words of the message;
+            "optional": may be missing
+  motion    walk (of the file itself), walk:relative (positions are added to offsets), as:NAME (of another
+            case's files) or none
+  frames    the frames of that motion that the import must show, from 1
+  names     new names of joints (several that will do; null: its place alone counts)
+  options   of import; `check` is left out then
+  walk      the arguments of the walk
+  fps       the rate of the import
+  tolerance of nulls and bones, where they are not 1e-9 and 1e-6 of the figure's size
+  smooth    joints whose angles must not jump
+  bones_end end sites that bones get, by joint
+"""
+
+import argparse
+import filecmp
+import json
+import pathlib
+import re
+import sys
+import tempfile
+
+import format_walk
+from compare_places import compare, compare_end, jumps
+from program_runs import Failure, Program, compare_findings, lines_that_do, same_findings, told
+
+HERE = pathlib.Path(__file__).resolve().parent
+BOUNDS = {"nulls": 1e-9, "bones": 1e-6}
+
+
+class Case:
+    def __init__(self, row, table, program, folder):
+        self.row = row
+        self.table = table
+        self.program = program
+        self.folder = pathlib.Path(folder)
+        self.options = row.get("options", [])
+
+    def walks(self):
+        kind, _, name = self.row["motion"].partition(":")
+        files = self.table[name]["files"] if kind == "as" else self.row["files"]
+        return format_walk.walk_files([HERE / file for file in files], relative=name == "relative",
+                                      **self.row.get("walk", {}))
+
+    def run(self):
+        """Yields each difference."""
+        checked = None
+        if not self.options:
+            checked = yield from self.check()
+        if self.row["outcome"] == "refused":
+            yield from self.refusal()
+            return
+        yield from self.motions(checked)
+        if self.row["outcome"] == "right" and not self.options and self.left_alone(checked):
+            yield from self.as_is()
+        if not self.options:
+            yield from self.fixed(checked)
+
+    def check(self):
+        status, objects = self.program.check(self.row["files"])
+        findings = told(objects)
+        yield from compare_findings(self.row["findings"], findings)
+        refused = any(finding["severity"] == "error" for finding in findings)
+        if status != (1 if refused else 0):
+            yield f"check: exit status {status}"
+        mended = [finding["code"] for finding in findings if finding["mended"]]
+        outcome = self.row["outcome"]
+        if outcome == "right" and mended and not self.settings():
+            yield f"nothing is to be mended, and yet {mended} say so"
+        if outcome == "mended" and not mended and not self.settings():
+            yield "no finding says that something was mended"
+        return findings
+
+    def settings(self):
+        """Units and rates may be mended by an option of the import instead of another text."""
+        return any(finding["code"] in ("preset-cmu", "length-unit", "rate-text") for finding in self.row["findings"])
+
+    @staticmethod
+    def left_alone(checked):
+        return not any(finding["mended"] for finding in checked)
+
+    def refusal(self):
+        err = self.program.refused(self.row["files"], self.options, self.folder / "out")
+        for expected in self.row["findings"]:
+            if expected["severity"] != "error" or expected.get("optional"):
+                continue
+            lines = [line for line in err.splitlines() if f"[{expected['code']}]" in line]
+            wanted = lines_that_do(expected)
+            if not lines:
+                yield f"import does not tell [{expected['code']}]: {err[-300:]!r}"
+            elif wanted and not any(re.search(rf":{number}:\d+: error: ", lines[0]) for number in wanted):
+                yield f"import tells another line than {wanted}: {lines[0]}"
+
+    def motions(self, checked):
+        walks = self.walks()
+        for skeleton in ("nulls", "bones"):
+            try:
+                arrays, record = self.program.imported(self.row["files"], [f"--{skeleton}", *self.options],
+                                                       self.folder / skeleton)
+                for problem in self.places(arrays, walks, skeleton):
+                    yield f"{skeleton}: {problem}"
+            except Failure as failure:
+                yield f"{skeleton}: {failure}"
+                continue
+            if skeleton == "nulls":
+                yield from jumps(record, self.row.get("smooth", []))
+                yield from self.recorded(record, checked)
+            elif "bones_end" in self.row:
+                for joint, offset in self.row["bones_end"].items():
+                    yield from compare_end(arrays, joint, offset, walks[0].size())
+
+    def recorded(self, record, checked):
+        """The findings of the import's record."""
+        if checked is not None:
+            yield from same_findings(checked, record["findings"])
+        elif self.row["findings"]:
+            yield from compare_findings(self.row["findings"], record["findings"])
+
+    def places(self, arrays, walks, skeleton):
+        bound = self.row.get("tolerance", {}).get(skeleton, BOUNDS[skeleton])
+        yield from compare(arrays, walks, bound, self.row.get("names"), self.row.get("frames"), skeleton == "bones",
+                           self.row["motion"].startswith("walk"))
+        fps = self.row.get("fps")
+        if fps and abs(float(arrays["fps"]) / fps - 1.0) > 2e-5:
+            yield f"{float(arrays['fps'])} frames per second, not {fps}"
+
+    def as_is(self):
+        """What is handed on as it is gives what the plug-in gives by itself, bit for bit."""
+        for skeleton in ("nulls", "bones"):
+            plain, alone = self.folder / skeleton, self.folder / f"{skeleton}-as-is"
+            _, record = self.program.imported(self.row["files"], [f"--{skeleton}"], plain)
+            _, own = self.program.imported(self.row["files"], [f"--{skeleton}", "--as-is"], alone)
+            if record.pop("findings", None) is None or "findings" in own:
+                yield "findings belong into the record, and with --as-is they do not"
+            if record != own or not filecmp.cmp(f"{plain}.npz", f"{alone}.npz", shallow=False):
+                yield f"{skeleton}: the result is not that of --as-is"
+
+    def fixed(self, checked):
+        """The canonical text has nothing to mend, and the same motion. Without anything to mend it is a copy."""
+        out = self.folder / "fixed"
+        out.mkdir()
+        status, _, err = self.program.run("check", *self.row["files"], "--fix", "--out-dir", out)
+        fixed = [out / pathlib.Path(file).name for file in self.row["files"]]
+        if status != 0 or not all(path.is_file() for path in fixed):
+            yield f"check --fix: exit status {status}: {err[-300:]}"
+            return
+        if self.left_alone(checked) and not all(filecmp.cmp(HERE / file, path, shallow=False)
+                                                for file, path in zip(self.row["files"], fixed)):
+            yield "check --fix changes a file with nothing to mend"
+        again = told(self.program.check(fixed)[1])
+        mended = [finding["code"] for finding in again if finding["mended"]]
+        if mended and not self.settings():
+            yield f"check --fix leaves {mended} to mend"
+        twice = self.folder / "twice"
+        twice.mkdir()
+        self.program.run("check", *fixed, "--fix", "--out-dir", twice)
+        if not all(filecmp.cmp(path, twice / path.name, shallow=False) for path in fixed if (twice / path.name).is_file()):
+            yield "check --fix changes its own text"
+        try:
+            arrays, _ = self.program.imported(fixed, [], self.folder / "fixed-import")
+            for problem in self.places(arrays, self.walks(), "nulls"):
+                yield f"check --fix: {problem}"
+        except Failure as failure:
+            yield f"check --fix: {failure}"
+
+
+def differences(row, table, program):
+    with tempfile.TemporaryDirectory() as folder:
+        try:
+            yield from Case(row, table, program, folder).run()
+        except Failure as failure:
+            yield str(failure)
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--zkhost", required=True, type=pathlib.Path)
+    parser.add_argument("--folder", choices=["bvh", "acclaim"])
+    parser.add_argument("--case")
+    options = parser.parse_args()
+    program = Program(options.zkhost.resolve(), HERE)
+    rows = json.loads((HERE / "table.json").read_text(encoding="utf-8"))
+    tables = {folder: {row["name"]: row for row in rows if row["files"][0].startswith(folder + "/")}
+              for folder in ("bvh", "acclaim")}
+    ran = failed = 0
+    for folder, table in tables.items():
+        for name, row in table.items():
+            if options.folder not in (None, folder) or options.case not in (None, name, f"{folder}/{name}"):
+                continue
+            found = list(differences(row, table, program))
+            ran += 1
+            failed += bool(found)
+            for problem in found:
+                print(f"{folder}/{name}: {problem}")
+    print(f"{ran - failed} of {ran} cases are as the table says")
+    return 1 if failed or not ran else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
