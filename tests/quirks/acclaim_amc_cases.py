@@ -146,6 +146,8 @@ def add_texts(corpus):
         bad = rewritten([5], "hand", lambda line, text=text: f"hand {text}")
         one(f"number-not-finite-{name}", bad, [warning("number-not-finite", start(5) + 5, joint="hand", count=1)],
             motion="as:held-hand")
+    many = {name: lambda frame, name=name: ["nan"] * len(values(name, frame)) for name in ("spine", "arm")}
+    one("number-not-finite-many", frames(rows=many), [error("number-not-finite", start(1) + 2)], "refused")
     one("held-hand", frames(rows={"hand": lambda frame: values("hand", 3 if frame == 4 else frame)}), [], "right", "walk")
     glued = rewritten([4], "leg", lambda line: "leg 0.5-7.5")
     one("number-glued", glued, [warning("number-glued", start(4) + 6)], motion="as:glued-apart")

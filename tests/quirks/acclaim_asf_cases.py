@@ -46,6 +46,7 @@ def add_plain(corpus):
     one("plain-radians", radians(asf(angle="rad")), outcome="right",
         motion_text=amc(radian_frames(), ":SAMPLES-PER-SECOND 60\n:FULLY-SPECIFIED\n:RADIANS\n"))
     one("plain-crlf", asf().replace("\n", "\r\n"), outcome="right", motion_text=amc().replace("\n", "\r\n"))
+    one("plain-cr", asf().replace("\n", "\r"), outcome="right|mended", motion_text=amc().replace("\n", "\r"))
     one("plain-end", asf() + "\x1a\0\0", outcome="right|mended", motion_text=amc() + "\n\x1a\0")
     one("plain-comments", edit(asf(), (":bonedata\n", "# bones\n:bonedata # here\n")), outcome="right",
         motion_text=edit(amc(), (":FULLY", "# by hand\n:FULLY")))

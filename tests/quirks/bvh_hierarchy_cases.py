@@ -53,7 +53,7 @@ def add_rotations(corpus):
     every = {"Hips": XYZ_ROOT, "Spine": XYZ, "Head": XYZ, "LeftArm": XYZ, "LeftLeg": XYZ}
     risen("rotation-order-all", every, joints=5)
     risen("rotation-order-root", {"Hips": XYZ_ROOT})
-    risen("rotation-order-joint", {"LeftArm": XYZ})
+    risen("rotation-order-joint", {"Spine": XYZ})
     two = rows_for(COLUMNS - 1)
     risen("rotation-order-xy", {"Spine": "Xrotation Yrotation"}, two)
     risen("rotation-order-xz", {"Spine": "Xrotation Zrotation"}, two)
@@ -64,6 +64,10 @@ def add_rotations(corpus):
     risen("rotation-order-gimbal", {"Spine": XYZ}, [[round(number, 5) for number in row] for row in near])
     corpus.cases[-1].details.pop("smooth")  # x and z turn over where the middle angle passes a right angle
     corpus.cases[-1].details["tolerance"] = {"bones": 3e-5}
+    second = plain() + plain(channels={"Spine": XYZ})
+    corpus.file("rotation-order-section.bvh", second)
+    corpus.case("rotation-order-section", ["rotation-order-section.bvh"], "mended", [
+        note("rotation-order", [line_of(second, XYZ), line_of(second, "JOINT Spine", 2)], count=1, joint="Spine")])
     far = [row[:6] + [row[6] + 160.0 * frame, row[7], row[8] - 170.0 * frame] + row[9:]
            for frame, row in enumerate(plain_rows())]
     risen("rotation-order-turns", {"Spine": XYZ}, far)

@@ -40,6 +40,9 @@ def add_header(corpus):
     one("frames-fewer", edit(TEXT, ("Frames: 10", "Frames: 25")), [warning("frames-fewer", None)])
     one("frames-fewer-absurd", edit(TEXT, ("Frames: 10", "Frames: 4000000000")), [warning("frames-fewer", None)])
     one("frames-fewer-negative", edit(TEXT, ("Frames: 10", "Frames: -10")), [warning("frames-fewer", None)])
+    one("frames-fewer-section", edit(TEXT, ("Frames: 10", "Frames: 25")) + TEXT, [warning("frames-fewer", None)],
+        motion_of="as:two-sections-alike")
+    one("two-sections-alike", TEXT + TEXT, [], "right", "walk")
     one("frames-more", edit(TEXT, ("Frames: 10", "Frames: 6")), [warning("frames-more", None)])
     one("frames-more-none", edit(TEXT, ("Frames: 10", "Frames: 0")), [warning("frames-more", None)])
 
@@ -73,6 +76,8 @@ def add_lengths(corpus):
     one("row-length-long", with_rows(changed(ROWS, 4, ROWS[4] + " 7.5")), [warning("row-length", FIRST + 4, count=1)],
         frames=held)
     one("row-length-first", with_rows(changed(ROWS, 0, short)), [warning("row-length", FIRST)], frames=[2] + keep[1:])
+    one("row-length-last", with_rows(changed(ROWS, 9, ROWS[9] + " 7.5")), [warning("row-length", FIRST + 9)],
+        frames=keep[:9] + [9])
     two = changed(changed(ROWS, 4, short), 7, ROWS[7] + " 1")
     one("row-length-two-of-ten", with_rows(two), [error("row-length", FIRST + 4)], "refused")
     one("row-length-one-of-nine", with_rows(changed(ROWS, 4, short)[:9]), [error("row-length", FIRST + 4)], "refused")
@@ -103,7 +108,7 @@ def add_lengths(corpus):
 
 def add_values(corpus):
     one = adder(corpus)
-    joint_column = 12  # the first rotation of the left arm
+    joint_column = 6  # the first rotation of the spine
 
     def put(cells, base=None):
         rows = [row.split() for row in (base or ROWS)]
@@ -122,6 +127,8 @@ def add_values(corpus):
     commas = [row.replace(".", ",") for row in ROWS]
     one("number-comma", hierarchy() + motion(commas), [warning("number-comma", FIRST)])
     one("number-comma-all", TEXT.replace(".", ","), [warning("number-comma", [line_of(TEXT, "OFFSET 0 0.3"), FIRST])], fps=30)
+    points = hierarchy().replace(".", ",") + motion(ROWS)
+    one("number-comma-offsets", points, [warning("number-comma", line_of(TEXT, "OFFSET 0 0.3"))])
     mixed = changed(commas, 6, ROWS[6].replace(".", ",", 5))
     one("number-comma-mixed", hierarchy() + motion(mixed), [error("number-comma", FIRST + 6)], "refused")
     one("number-comma-between", hierarchy() + motion([row.replace(" ", ", ") for row in ROWS]),
@@ -131,16 +138,16 @@ def add_values(corpus):
     forms = ["nan", "-1.#IND", "inf", "1e999", "none"]
     for name, text in zip(("nan", "ind", "inf", "overflow", "word"), forms):
         one(f"number-not-finite-{name}", with_rows(put({(4, joint_column): text})),
-            [warning("number-not-finite", FIRST + 4, count=1, joint="LeftArm")], motion_of="as:held-value")
+            [warning("number-not-finite", FIRST + 4, count=1, joint="Spine")], motion_of="as:held-value")
     one("held-value", with_rows(put({(4, joint_column): held[3]})), [], "right", "walk")
     one("number-not-finite-first", with_rows(put({(0, joint_column): "nan", (1, joint_column): "NaN"})),
-        [warning("number-not-finite", FIRST, count=2, joint="LeftArm")], motion_of="as:held-first")
+        [warning("number-not-finite", FIRST, count=2, joint="Spine")], motion_of="as:held-first")
     one("held-first", with_rows(put({(0, joint_column): held[2], (1, joint_column): held[2]})), [], "right", "walk")
     whole = {(row, joint_column): "nan" for row in range(FRAMES)}
     one("number-not-finite-channel", with_rows(put(whole)),
-        [warning("number-not-finite", FIRST, count=10, joint="LeftArm")], motion_of="as:held-zero")
+        [warning("number-not-finite", FIRST, count=10, joint="Spine")], motion_of="as:held-zero")
     one("held-zero", with_rows(put({key: "0" for key in whole})), [], "right", "walk")
-    many = {(row, column): "nan" for row in range(FRAMES) for column in range(13, 18)}
+    many = {(row, column): "nan" for row in range(FRAMES) for column in range(6, 11)}
     one("number-not-finite-many", with_rows(put(many)), [error("number-not-finite", FIRST)], "refused")
 
 

@@ -100,7 +100,8 @@ def add_not_bvh(corpus):
     refused("not-bvh-no-keyword", edit(text, ("HIERARCHY\n", "")), error("not-bvh"))
     refused("empty", b"", error("empty"))
     refused("unreadable-missing", None, error("unreadable"), "no-such-file.bvh")
-    refused("unreadable-folder", None, error("unreadable"), ".")
+    corpus.file("folder.bvh/README", "This folder has the name of a capture.\n")
+    refused("unreadable-folder", None, error("unreadable"), "folder.bvh")
 
 
 def add(corpus):

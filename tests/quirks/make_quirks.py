@@ -34,7 +34,8 @@ def gather():
 
 def main():
     files = gather()
-    present = {str(path.relative_to(HERE)) for folder in ("bvh", "acclaim") for path in (HERE / folder).iterdir()}
+    present = {str(path.relative_to(HERE)) for folder in ("bvh", "acclaim")
+               for path in (HERE / folder).rglob("*") if path.is_file()}
     surplus = sorted(present - set(files))
     if sys.argv[1:] == ["--check"]:
         stale = [name for name, data in files.items()
@@ -43,7 +44,7 @@ def main():
             print(f"{name}: not as make_quirks.py writes it")
         return 1 if stale or surplus else 0
     for name, data in files.items():
-        (HERE / name).parent.mkdir(exist_ok=True)
+        (HERE / name).parent.mkdir(parents=True, exist_ok=True)
         (HERE / name).write_bytes(data)
     for name in surplus:
         (HERE / name).unlink()
