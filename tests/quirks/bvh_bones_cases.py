@@ -1,6 +1,6 @@
 """Quirks that matter to bone chains, and the figure's size."""
 
-from bvh_base import FIGURE, JOINT, ROOT, plain, plain_rows
+from bvh_base import FIGURE, JOINT, ROOT, motion, plain, plain_rows
 from corpus import edit, line_of, note, wave, warning
 
 OFFSETS = {name: [float(word) for word in offset.split()] for name, _, offset, _ in FIGURE}
@@ -41,11 +41,11 @@ def add_ends(corpus):
 
 
 def add_positions(corpus):
-    def one(name, rows, channels, findings, outcome="right|mended", folded=False, motion="walk"):
+    def one(name, rows, channels, findings, outcome="right|mended", folded=False, meant="walk"):
         text = plain(rows, channels=channels)
         corpus.file(f"{name}.bvh", text)
         bound = {"tolerance": {"bones": 1e-5}} if folded else {}
-        corpus.case(name, [f"{name}.bvh"], outcome, findings, motion, **bound)
+        corpus.case(name, [f"{name}.bvh"], outcome, findings, meant, **bound)
 
     arm = {"LeftArm": ROOT}
     text = plain(channels=arm)
@@ -55,7 +55,7 @@ def add_positions(corpus):
     one("position-constant", with_positions("LeftArm", lambda frame: OFFSETS["LeftArm"]), arm, [constant], folded=True)
     one("position-constant-other", with_positions("LeftArm", lambda frame: [0.3, 0.1, 0.05]), arm, [constant], folded=True)
     one("position-relative-one", with_positions("LeftArm", lambda frame: [0, 0, 0]), arm,
-        [warning("position-relative", None)], "mended", motion="walk:relative")
+        [warning("position-relative", None)], "mended", meant="walk:relative")
     one("position-constant-one", [row[:12] + [0.2] + row[12:] for row in plain_rows()],
         {"LeftArm": "Yposition " + JOINT}, [constant], folded=True)
     drift = with_positions("LeftArm", lambda frame: [f"{0.3 + 1e-7 * frame:.7f}", "0.1", "0.05"])
@@ -78,11 +78,62 @@ def add_positions(corpus):
     one("position-both", moved, every, [note("position-constant", None, count=3),
                                         note("position-moving", None, joint="Head")], folded=True)
     one("position-relative", all_positions(lambda frame, joint: [0, 0, 0]), every,
-        [warning("position-relative", None)], "mended", motion="walk:relative")
+        [warning("position-relative", None)], "mended", meant="walk:relative")
     small = all_positions(lambda frame, joint: [0.0001 * (frame % 2), 0, 0])
-    one("position-relative-nearly", small, every, [warning("position-relative", None)], "mended", motion="walk:relative")
+    one("position-relative-nearly", small, every, [warning("position-relative", None)], "mended", meant="walk:relative")
     nearly = all_positions(lambda frame, joint: [0.05, 0, 0] if joint == "Head" else [0, 0, 0])
     one("position-relative-not", nearly, every, [note("position-constant", None, count=4)], folded=True)
+
+
+CHAIN = """HIERARCHY
+ROOT Base
+{
+\tOFFSET 0 0 0
+\tCHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation
+\tJOINT Middle
+\t{
+\t\tOFFSET 0.02 0.5 0
+\t\tCHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation
+\t\tJOINT Upper
+\t\t{
+\t\t\tOFFSET 0 0.6 0.05
+\t\t\tCHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation
+END\t\t}
+\t}
+}
+"""
+CHAIN_OFFSETS = [[0.02, 0.5, 0.0], [0.0, 0.6, 0.05]]
+CHAIN_END = "\t\t\tEnd Site\n\t\t\t{\n\t\t\t\tOFFSET 0.1 0.3 0\n\t\t\t}\n"
+
+
+def add_chains(corpus):
+    """Joints whose only child lists positions, of which a run of bones cannot be made as they are."""
+    def one(name, middle, upper, findings, end=CHAIN_END, folded=True):
+        rows = []
+        for frame, row in enumerate(plain_rows()):
+            places = [place(frame) for place in (middle, upper)]
+            rows.append(row[:6] + places[0] + row[6:9] + places[1] + row[9:12])
+        corpus.file(f"{name}.bvh", CHAIN.replace("END", end) + motion(rows))
+        bound = {"tolerance": {"bones": 1e-5}} if folded else {}
+        corpus.case(name, [f"{name}.bvh"], "right|mended", findings, **bound)
+
+    def still(index):
+        return lambda frame: CHAIN_OFFSETS[index]
+
+    def moving(index):
+        return lambda frame: [value + wave(frame, 7 * index + axis, 0.05)
+                              for axis, value in enumerate(CHAIN_OFFSETS[index])]
+
+    constant, moves, missing = "position-constant", "position-moving", "end-site-missing"
+    one("position-chain-constant", still(0), still(1), [note(constant, None, count=2)])
+    one("position-chain-moving", moving(0), moving(1), [note(moves, None, count=2)], folded=False)
+    one("position-chain-first", moving(0), still(1), [note(moves, None, joint="Middle"), note(constant, None, joint="Upper")])
+    one("position-chain-last", still(0), moving(1), [note(constant, None, joint="Middle"), note(moves, None, joint="Upper")])
+    one("position-chain-constant-open", still(0), still(1), [note(constant, None, count=2), note(missing, None, joint="Upper")],
+        end="")
+    one("position-chain-moving-open", moving(0), moving(1), [note(moves, None, count=2), note(missing, None, joint="Upper")],
+        end="", folded=False)
+    one("position-chain-at-parent", lambda frame: [0.0, 0.0, 0.0], still(1), [note(constant, None, count=2)])
 
 
 def scaled(text, factor):
@@ -110,4 +161,5 @@ def add_sizes(corpus):
 def add(corpus):
     add_ends(corpus)
     add_positions(corpus)
+    add_chains(corpus)
     add_sizes(corpus)
