@@ -200,7 +200,7 @@ def main():
             ran += 1
             failed += bool(found)
             for problem in found:
-                print(f"{folder}/{name}: {problem}")
+                print(f"{folder}/{name}: {' | '.join(problem.splitlines())}")
     print(f"{ran - failed} of {ran} cases are as the table says")
     return 1 if failed or not ran else 0
 

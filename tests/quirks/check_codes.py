@@ -1,0 +1,29 @@
+#!/usr/bin/env python3
+"""Every code that docs/findings.md explains has a case in the corpus, and every case's codes are explained.
+
+usage: check_codes.py PAGE
+"""
+
+import collections
+import json
+import pathlib
+import re
+import sys
+
+HERE = pathlib.Path(__file__).resolve().parent
+
+
+def main():
+    page = pathlib.Path(sys.argv[1]).read_text(encoding="utf-8")
+    headings = re.findall(r"^### `([a-z0-9-]+)`$", page, re.MULTILINE)
+    rows = json.loads((HERE / "table.json").read_text(encoding="utf-8"))
+    cases = {finding["code"] for row in rows for finding in row["findings"] if not finding.get("optional")}
+    problems = [f"{code} is explained {count} times" for code, count in collections.Counter(headings).items() if count > 1]
+    problems += [f"{code} has no case in the corpus" for code in headings if code not in cases]
+    problems += [f"{code} is not explained" for code in sorted(cases) if code not in headings]
+    print("\n".join(problems) or f"{len(headings)} codes, each with an explanation and a case")
+    return 1 if problems or not headings else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
