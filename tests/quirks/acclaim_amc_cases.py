@@ -97,6 +97,25 @@ def add_rows(corpus):
         one(f"{code}-one-of-nine", make([5])[:9], [error(code, within(5))], "refused")
     arm = {"arm": lambda frame: values("arm", 3 if frame == 4 else frame)}
     one("held-arm", frames(rows=arm), [], "right", "walk")
+    one("bone-missing-same-frame", [[line for line in lines if number != 4 or line.split()[0] not in ("arm", "leg")]
+                                    for number, lines in enumerate(frames())],
+        [warning("bone-missing", within(5), count=1)], motion="as:held-arm-leg")
+    both = {name: lambda frame, name=name: values(name, 3 if frame == 4 else frame) for name in ("arm", "leg")}
+    one("held-arm-leg", frames(rows=both), [], "right", "walk")
+    spread = [[line for line in lines if (number, line.split()[0]) not in ((4, "arm"), (7, "leg"))]
+              for number, lines in enumerate(frames())]
+    one("bone-missing-spread", spread, [error("bone-missing", within(5))], "refused")
+    codes = [[fewer(line) if (number, line.split()[0]) == (7, "leg") else line for line in lines]
+             for number, lines in enumerate(dropped([5], "arm"))]
+    one("bone-missing-values-fewer", codes, [warning("bone-missing", within(5), joint="arm"),
+                                             warning("values-fewer", list(range(start(8) - 1, start(9))), joint="leg")],
+        motion="as:held-arm-then-leg")
+    later = {"arm": lambda frame: values("arm", 3 if frame == 4 else frame),
+             "leg": lambda frame: values("leg", 6 if frame == 7 else frame)}
+    one("held-arm-then-leg", frames(rows=later), [], "right", "walk")
+    one("bone-missing-first", dropped([1], "hand"), [warning("bone-missing", [*range(start(1), start(2) + 1)], joint="hand")],
+        motion="as:held-hand-first")
+    one("held-hand-first", frames(rows={"hand": lambda frame: values("hand", max(frame, 1))}), [], "right", "walk")
     one("bone-missing-always", dropped(KEEP, "hand"), [warning("bone-missing", None, joint="hand")], "right|mended",
         "as:still-hand")
     one("still-hand", frames(rows={"hand": lambda frame: ["0"]}), [], "right", "walk")

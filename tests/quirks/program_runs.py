@@ -2,12 +2,17 @@
 
 import json
 import os
+import re
 import subprocess
 
 import numpy
 
 LIMIT = 300
 CHECK_ONLY = {"figure-size", "limits-exceeded"}  # they need every pose, which an import does not work out
+
+
+# file:line:column: severity: words [code]; a file that cannot be read has no lines.
+FINDING = re.compile(r".+?:(?:(?P<line>\d+):\d+:)? (?P<severity>error|warning|note): .+ \[(?P<code>[a-z0-9-]+)\]$")
 
 
 class Failure(Exception):
@@ -37,6 +42,12 @@ class Program:
             raise Failure(f"check --json: exit status {status}, {len(objects)} objects; stderr: {err[:300]!r}")
         return status, objects
 
+    def strict_lines(self, files):
+        """The exit status of check --strict, and (line, severity, code) of each finding it prints."""
+        status, out, _ = self.run("check", "--strict", *files)
+        found = [FINDING.match(line) for line in out.splitlines()]
+        return status, sorted((int(match["line"] or 0), match["severity"], match["code"]) for match in found if match)
+
     def imported(self, files, options, out):
         """Imports to out.npz and out.json: (arrays, record). Raises where that fails."""
         status, _, err = self.run("import", *files, *options, "-o", f"{out}.npz", "-o", f"{out}.json")
@@ -48,7 +59,7 @@ class Program:
             return arrays, json.load(file)
 
     def refused(self, files, options, out):
-        """Stderr of an import that must be refused, with nothing written."""
+        """Stderr of an import that must be refused, with nothing written. `out`: a name that is new."""
         status, _, err = self.run("import", *files, *options, "-o", f"{out}.npz", "-o", f"{out}.glb")
         if status != 1:
             raise Failure(f"import: exit status {status} where 1 was expected: {err[-600:]}")

@@ -60,6 +60,8 @@ class Case:
             yield from self.refusal()
             return
         yield from self.motions(checked)
+        if checked and any(finding["severity"] == "warning" for finding in checked):
+            self.program.refused(self.row["files"], ["--strict"], self.folder / "strict")
         if self.row["outcome"] == "right" and not self.options and self.left_alone(checked):
             yield from self.as_is()
         if not self.options:
@@ -69,9 +71,15 @@ class Case:
         status, objects = self.program.check(self.row["files"])
         findings = told(objects)
         yield from compare_findings(self.row["findings"], findings)
-        refused = any(finding["severity"] == "error" for finding in findings)
-        if status != (1 if refused else 0):
+        severities = {finding["severity"] for finding in findings}
+        if status != (1 if "error" in severities else 0):
             yield f"check: exit status {status}"
+        status, lines = self.program.strict_lines(self.row["files"])
+        if status != (1 if severities & {"error", "warning"} else 0):
+            yield f"check --strict: exit status {status}"
+        if [line[1:] for line in lines] != [line[1:] for line in self.lines_of(findings)] or not (
+                {line for line in lines if line[0]} <= set(self.lines_of(findings))):
+            yield f"check prints {lines}, and with --json {self.lines_of(findings)}"
         mended = [finding["code"] for finding in findings if finding["mended"]]
         outcome = self.row["outcome"]
         if outcome == "right" and mended and not self.settings():
@@ -79,6 +87,10 @@ class Case:
         if outcome == "mended" and not mended and not self.settings():
             yield "no finding says that something was mended"
         return findings
+
+    @staticmethod
+    def lines_of(findings):
+        return sorted((finding["line"], finding["severity"], finding["code"]) for finding in findings)
 
     def settings(self):
         """Units and rates may be mended by an option of the import instead of another text."""
