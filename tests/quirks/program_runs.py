@@ -62,7 +62,7 @@ class Program:
         """Stderr of an import that must be refused, with nothing written. `out`: a name that is new."""
         status, _, err = self.run("import", *files, *options, "-o", f"{out}.npz", "-o", f"{out}.glb")
         if status != 1:
-            raise Failure(f"import: exit status {status} where 1 was expected: {err[-600:]}")
+            raise Failure(f"import {' '.join(options)}: exit status {status} where 1 was expected: {err[-600:]}")
         left = [name for name in (f"{out}.npz", f"{out}.glb") if os.path.exists(name)]
         if left:
             raise Failure(f"import: refused, and yet it wrote {left}")
