@@ -20,7 +20,7 @@ def within(frame):
 
 
 def adder(corpus):
-    add = pair_adder(corpus)
+    add = pair_adder(corpus, "amc")
 
     def one(name, moments, findings, outcome="mended", motion="as:plain", skeleton=None, **more):
         text = moments if isinstance(moments, (str, bytes)) else amc(moments)

@@ -6,12 +6,15 @@ from acclaim_base import BONES, amc, asf, frames, values
 from corpus import edit, error, line_of, maybe, note, warning
 
 
-def adder(corpus):
+def adder(corpus, about="asf"):
+    """Adds a pair and its case. A finding with a line is about the file that `about` names, unless it says otherwise."""
     def one(name, skeleton, findings=(), outcome="mended", motion="as:plain", motion_text=None, **more):
         skeleton_file, motion_file = f"{name}.asf", f"{name}.amc"
         corpus.file(skeleton_file, skeleton)
         corpus.file(motion_file, amc() if motion_text is None else motion_text)
-        corpus.case(name, [skeleton_file, motion_file], outcome, findings,
+        placed = [entry if entry["line"] is None or entry["code"] == "angle-units" else {"file": about, **entry}
+                  for entry in findings]
+        corpus.case(name, [skeleton_file, motion_file], outcome, placed,
                     "none" if outcome == "refused" else motion, **more)
     return one
 
