@@ -1,11 +1,9 @@
 """Quirks of a pair of Acclaim files, the archive's units, and files that are none."""
 
-import gzip
-
 from acclaim_asf_cases import adder
 from acclaim_base import amc, asf, frames, values
 from bvh_base import plain as plain_bvh
-from corpus import edit, error, line_of, maybe, note, warning
+from corpus import edit, error, gzip_data, line_of, maybe, note, warning
 
 BARE = ":FULLY-SPECIFIED\n:DEGREES\n"
 UNITS = 17.7165  # lengths of the archive in a metre
@@ -90,7 +88,7 @@ def add_refused(corpus):
     text = asf()
     refused("not-asf-bvh", plain_bvh(), amc(), error("not-asf", words=["BVH"]))
     refused("not-asf-html", page, None, error("not-asf", words=["HTML"]))
-    refused("not-asf-gzip", gzip.compress(text.encode(), mtime=0), None, error("not-asf", words=["gzip"]))
+    refused("not-asf-gzip", gzip_data(text), None, error("not-asf", words=["gzip"]))
     refused("not-asf-no-bones", text[:text.index(":bonedata")], amc(), error("not-asf"))
     refused("not-asf-no-hierarchy", text[:text.index(":hierarchy")], amc(), error("not-asf"))
     refused("not-amc-html", text, page, error("not-amc", words=["HTML"]))

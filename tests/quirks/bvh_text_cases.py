@@ -1,9 +1,7 @@
 """Quirks of a BVH file's bytes: line ends, marks, encodings, and files that are none."""
 
-import gzip
-
 from bvh_base import hierarchy, motion, plain, plain_rows
-from corpus import edit, error, line_of, maybe, note, warning
+from corpus import edit, error, gzip_data, line_of, maybe, note, warning
 
 
 def add_bytes(corpus):
@@ -91,7 +89,7 @@ def add_not_bvh(corpus):
         corpus.case(name, [file], "refused", [expected])
 
     text = plain()
-    refused("not-bvh-gzip", gzip.compress(text.encode(), mtime=0), error("not-bvh", words=["gzip"]))
+    refused("not-bvh-gzip", gzip_data(text), error("not-bvh", words=["gzip"]))
     refused("not-bvh-html", "<!DOCTYPE html>\n<html><head><title>404</title></head>\n<body>Not found</body></html>\n",
             error("not-bvh", words=["HTML"]))
     refused("not-bvh-asf", ":version 1.10\n:name figure\n:units\n  mass 1\n  length 1\n  angle deg\n",

@@ -2,6 +2,8 @@
 
 import dataclasses
 import math
+import struct
+import zlib
 
 
 @dataclasses.dataclass
@@ -78,6 +80,14 @@ def line_of(text, mark, nth=1):
     for _ in range(nth):
         at = text.index(mark, at + 1)
     return text.count("\n", 0, at) + 1
+
+
+def gzip_data(text):
+    """The text as gzip data, stored in one block, so that every version of zlib gives the same bytes."""
+    data = text.encode("utf-8")
+    head = b"\x1f\x8b\x08" + b"\0" * 6 + b"\xff"
+    block = b"\x01" + struct.pack("<HH", len(data), len(data) ^ 0xFFFF) + data
+    return head + block + struct.pack("<II", zlib.crc32(data), len(data))
 
 
 def wave(frame, column, size):
