@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Every code that docs/findings.md explains has a case in the corpus, and every case's codes are explained.
+"""Every code that docs/findings.md explains has a case in the corpus, every case's codes are explained,
+and the page's table of other readers has a row for every BVH file with a finding.
 
 usage: check_codes.py PAGE
 """
@@ -21,6 +22,11 @@ def main():
     problems = [f"{code} is explained {count} times" for code, count in collections.Counter(headings).items() if count > 1]
     problems += [f"{code} has no case in the corpus" for code in headings if code not in cases]
     problems += [f"{code} is not explained" for code in sorted(cases) if code not in headings]
+    compared = set(re.findall(r"^\| `([^`]+)` \|", page, re.MULTILINE))
+    told = {pathlib.Path(row["files"][0]).name for row in rows if row["files"][0].startswith("bvh/")
+            and row["findings"] and "options" not in row and (HERE / row["files"][0]).is_file()}
+    problems += [f"{name}: the table of other readers is old; run scripts/compare-readers"
+                 for name in sorted(compared ^ told)]
     print("\n".join(problems) or f"{len(headings)} codes, each with an explanation and a case")
     return 1 if problems or not headings else 0
 
