@@ -51,6 +51,11 @@ bool FindingList::HasErrors() const {
                        [](const Finding& finding) { return finding.severity == Severity::Error; });
 }
 
+bool FindingList::HasMended() const {
+    return std::any_of(findings_.begin(), findings_.end(),
+                       [](const Finding& finding) { return finding.mended; });
+}
+
 std::vector<Finding> FindingList::Sorted() const {
     std::vector<Finding> sorted = findings_;
     std::stable_sort(sorted.begin(), sorted.end(), [](const Finding& a, const Finding& b) {

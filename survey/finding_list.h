@@ -36,6 +36,7 @@ class FindingList {
     // Null where there is none. Valid until the next Add.
     Finding* Find(std::string_view code);
     bool HasErrors() const;
+    bool HasMended() const;
 
     // All, by line and column.
     std::vector<Finding> Sorted() const;

@@ -1,6 +1,7 @@
 #include "survey/source_text.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 #include "survey/encoding.h"
@@ -19,6 +20,23 @@ bool IsContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
 }
 
+// Eight bytes at a time: most texts have none, and are looked at as a whole.
+bool HasHighByte(std::string_view text) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    constexpr std::size_t kAtOnce = 64;
+    std::size_t at = 0;
+    for (; at + kAtOnce <= text.size(); at += kAtOnce) {
+        std::uint64_t words[kAtOnce / sizeof(std::uint64_t)];
+        std::memcpy(words, text.data() + at, kAtOnce);
+        std::uint64_t all = 0;
+        for (const std::uint64_t word : words)
+            all |= word;
+        if ((all & kHighBits) != 0) return true;
+    }
+    return std::any_of(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+
 }  // namespace
 
 SourceText::SourceText(std::string_view bytes, const std::string& encoding) : text_(bytes) {
@@ -30,15 +48,14 @@ SourceText::SourceText(std::string_view bytes, const std::string& encoding) : te
         hadMark_ = true;
         text_.remove_prefix(kUtf8Mark.size());
     }
-    const std::size_t invalid = text::FindInvalidUtf8(text_);
-    if (invalid != std::string_view::npos && !encoding.empty()) {
+    hasHighBytes_ = HasHighByte(text_);
+    if (hasHighBytes_ && !encoding.empty() && !text::IsValidUtf8(text_)) {
         wasEncoded_ = true;
         converted_ = ConvertEncoding(text_, encoding);
         text_ = converted_;
+        hasHighBytes_ = HasHighByte(text_);
     }
     TrimEnd();
-    hasHighBytes_ = std::any_of(text_.begin(), text_.end(),
-                                [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
 
 void SourceText::TrimEnd() {
