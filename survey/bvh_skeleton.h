@@ -42,6 +42,7 @@ struct BvhJoint {
     std::string name;  // UTF-8, without blanks; empty for end sites
     std::uint32_t parent = kNoParent;
     bool isEndSite = false;
+    bool isRoot = false;  // its keyword is ROOT
     bool hasOffset = false;
     bool hasChannels = false;  // a CHANNELS, be it of none
     bool hasJoints = false;    // joints or end sites below it

@@ -95,6 +95,7 @@ std::string_view BvhWords::RestOfLine() {
     const char* const first = next_.text.data();
     const char* last = NameEnd(first);
     at_ = last;
+    afterWord_ = last > first && !IsSeparator(last[-1]);
     Advance();
     while (last > first && IsSeparator(last[-1]))
         --last;

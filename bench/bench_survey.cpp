@@ -1,0 +1,83 @@
+// What a look at a BVH file costs before it is imported. Bytes are those of its text.
+#include <benchmark/benchmark.h>
+#include <string>
+#include <string_view>
+
+#include "bench/synthetic_bvh.h"
+#include "survey/byte_masks.h"
+#include "survey/row_scan.h"
+#include "survey/survey.h"
+
+namespace {
+
+std::string Text(const benchmark::State& state) {
+    return bench::SyntheticBvh({.joints = state.range(0), .frames = state.range(1)});
+}
+
+// The same motion, listed in rising order.
+std::string RisingText(const benchmark::State& state) {
+    std::string text = Text(state);
+    constexpr std::string_view kListed = "Zrotation Xrotation Yrotation";
+    constexpr std::string_view kRising = "Xrotation Yrotation Zrotation";
+    for (std::size_t at = 0; (at = text.find(kListed, at)) != std::string::npos;)
+        text.replace(at, kListed.size(), kRising);
+    return text;
+}
+
+void Count(benchmark::State& state, const std::string& text) {
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+
+void BM_Scan(benchmark::State& state, survey::ByteMasksKernel kernel) {
+    const std::string text = Text(state);
+    const std::string_view rows =
+        std::string_view(text).substr(text.find("0.008333") + std::string_view("0.008333").size());
+    const auto channels =
+        static_cast<std::size_t>(bench::Channels({state.range(0), state.range(1)}));
+    for (auto _ : state) {
+        const survey::RowScan scan = survey::ScanRows(rows, channels, kernel);
+        if (!scan.plain) state.SkipWithError("the rows are plain");
+    }
+    Count(state, text);
+}
+
+void BM_ScanRows(benchmark::State& state) {
+    BM_Scan(state, survey::ChooseByteMasks());
+}
+void BM_ScanRowsPlain(benchmark::State& state) {
+    BM_Scan(state, survey::ByteMasksPlain);
+}
+
+void BM_Survey(benchmark::State& state, const std::string& text, survey::Purpose purpose,
+               bool mends) {
+    survey::Options options;
+    options.purpose = purpose;
+    for (auto _ : state) {
+        const survey::BvhSurvey found = survey::SurveyBvh(text, options);
+        if (found.mended.has_value() != mends) state.SkipWithError("mended or not");
+    }
+    Count(state, text);
+}
+
+void BM_SurveyClean(benchmark::State& state) {
+    BM_Survey(state, Text(state), survey::Purpose::Import, false);
+}
+void BM_SurveyRising(benchmark::State& state) {
+    BM_Survey(state, RisingText(state), survey::Purpose::Import, true);
+}
+void BM_Check(benchmark::State& state) {
+    BM_Survey(state, Text(state), survey::Purpose::Check, false);
+}
+
+void Shapes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Args({24, 10'000})->Args({24, 100'000})->Args({500, 1'000});
+    benchmark->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
+BENCHMARK(BM_ScanRows)->Apply(Shapes);
+BENCHMARK(BM_ScanRowsPlain)->Apply(Shapes);
+BENCHMARK(BM_SurveyClean)->Apply(Shapes);
+BENCHMARK(BM_SurveyRising)->Apply(Shapes);
+BENCHMARK(BM_Check)->Apply(Shapes);
+
+}  // namespace

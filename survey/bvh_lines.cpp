@@ -1,0 +1,283 @@
+#include "survey/bvh_lines.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "survey/bvh_words.h"
+#include "survey/source_text.h"
+#include "textio/number.h"
+
+namespace survey {
+namespace {
+
+constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+constexpr std::uint32_t kMostValues = (1U << 29U) - 1;
+
+// What parts words, by byte.
+constexpr std::array<bool, 256> kSeparators = [] {
+    std::array<bool, 256> separators{};
+    for (const char c : {' ', '\t', '\v', '\f', '\n', '\r', '\0'})
+        separators[static_cast<unsigned char>(c)] = true;
+    return separators;
+}();
+
+bool IsSeparator(char c) {
+    return kSeparators[static_cast<unsigned char>(c)];
+}
+
+// Of what parts words, what does not part them for the plug-in.
+bool IsOddWhite(char c) {
+    return c == '\v' || c == '\f' || c == '\0';
+}
+
+// "0", "-0.000": of the plain decimals the one that has rules of its own.
+bool IsPlainZero(std::string_view word) {
+    if (word.starts_with('-')) word.remove_prefix(1);
+    return word.starts_with('0') && word.find_first_not_of("0.") == std::string_view::npos &&
+           std::count(word.begin(), word.end(), '.') <= 1;
+}
+
+class LinesReader {
+  public:
+    LinesReader(BvhSpot from, const char* textEnd, std::size_t channels)
+        : at_(from.at), end_(textEnd), line_(from.line), channels_(channels) {
+        row_.reserve(std::min(channels, static_cast<std::size_t>(textEnd - from.at)));
+    }
+
+    BvhLines Read() {
+        while (SkipToWord()) {
+            lineStart_ = at_;
+            if (BeginsSection()) break;
+            ReadLine();
+        }
+        read_.end = {at_, line_};
+        read_.hasCounter = counted_ > 2 && counterRises_;
+        return std::move(read_);
+    }
+
+  private:
+    bool SkipToWord() {
+        for (; at_ < end_ && IsSeparator(*at_); ++at_) {
+            read_.hasOddWhite |= IsOddWhite(*at_);
+            if (!IsLineEnd(*at_)) continue;
+            if (*at_ == '\r' && at_ + 1 < end_ && at_[1] == '\n') ++at_;
+            ++line_;
+        }
+        return at_ < end_;
+    }
+
+    bool BeginsSection() const {
+        const char* last = at_;
+        while (last < end_ && !IsSeparator(*last))
+            ++last;
+        return EqualsWord({at_, static_cast<std::size_t>(last - at_)}, "HIERARCHY");
+    }
+
+    bool NextWord(std::string_view& word) {
+        for (; at_ < end_ && IsSeparator(*at_) && !IsLineEnd(*at_); ++at_)
+            read_.hasOddWhite |= IsOddWhite(*at_);
+        if (at_ == end_ || IsLineEnd(*at_)) return false;
+        const char* const first = at_;
+        while (at_ < end_ && !IsSeparator(*at_))
+            ++at_;
+        word = {first, static_cast<std::size_t>(at_ - first)};
+        return true;
+    }
+
+    void ReadLine() {
+        row_.clear();
+        words_ = values_ = 0;
+        isPlain_ = true;
+        notFinite_ = glued_ = commas_ = rivals_ = {};
+        bool isText = false;
+        std::string_view word;
+        while (NextWord(word)) {
+            const WordKind kind = AddWord(word);
+            if (words_ == 1) isText = kind == WordKind::Other && rivals_.count == 0;
+        }
+        // Words that touch each other are parted only where the row then has its count.
+        const bool isSplit = values_ != words_ && values_ == channels_;
+        if (values_ != words_ && words_ == channels_) Unsplit();
+        Finish(isText, isSplit);
+    }
+
+    WordKind AddWord(std::string_view word) {
+        double value = kNoNumber;
+        const char* const end = word.data() + word.size();
+        ++words_;
+        if (textio::ReadPlainDecimal(word.data(), end, value) == end || IsPlainZero(word)) {
+            AddValue(IsPlainZero(word) ? (word[0] == '-' ? -0.0 : 0.0) : value);
+            return WordKind::Number;
+        }
+        const WordKind kind = ReadRowWord(word, value);
+        isPlain_ &= kind == WordKind::Number && IsPlainWord(word, value);
+        if (kind == WordKind::Glued) {
+            Count(glued_, word);
+            AddParts(word);
+            return kind;
+        }
+        if (kind == WordKind::Comma) Count(commas_, word);
+        if (kind == WordKind::Other && word.find(',') != std::string_view::npos)
+            Count(rivals_, word);
+        if (kind == WordKind::Other || kind == WordKind::NotFinite) Count(notFinite_, word);
+        AddValue(value);
+        return kind;
+    }
+
+    void AddParts(std::string_view word) {
+        for (const std::string_view part : SplitGlued(word)) {
+            double value = kNoNumber;
+            if (ReadRowWord(part, value) != WordKind::Number) Count(notFinite_, part);
+            AddValue(value);
+        }
+    }
+
+    void AddValue(double value) {
+        if (row_.size() < channels_) row_.push_back(value);
+        ++values_;
+    }
+
+    void Count(OddValue& odd, std::string_view word) const {
+        if (odd.count++ > 0) return;
+        odd.at = word.data();
+        odd.word = word;
+        odd.index = values_;
+    }
+
+    // Reads the line again, and words that touch each other as no numbers.
+    void Unsplit() {
+        row_.clear();
+        values_ = 0;
+        notFinite_ = {};
+        RowWords words(lineStart_, at_);
+        for (std::string_view word = words.Next(); !word.empty(); word = words.Next()) {
+            double value = kNoNumber;
+            const WordKind kind = ReadRowWord(word, value);
+            if (kind != WordKind::Number && kind != WordKind::Comma) Count(notFinite_, word);
+            AddValue(value);
+        }
+        glued_ = {};
+    }
+
+    void Finish(bool isText, bool isSplit) {
+        BvhLine line{};
+        line.at = lineStart_;
+        line.line = line_;
+        line.values =
+            static_cast<std::uint32_t>(std::min<std::size_t>(values_, kMostValues)) & kMostValues;
+        line.isPlain = isPlain_;
+        line.isSplit = isSplit;
+        line.isText = isText;
+        read_.lines.push_back(line);
+        if (isText) {
+            KeepForLater();
+            return;
+        }
+        AddKept();
+        Add(read_.commas, commas_);
+        CompareCommas();
+        if (values_ != channels_) {
+            CompareCounter();
+            return;
+        }
+        Add(read_.notFinite, notFinite_);
+        if (isSplit) Add(read_.glued, glued_);
+        read_.values.insert(read_.values.end(), row_.begin(), row_.end());
+    }
+
+    // A line that begins with text is a row only where it has a row's values and rows follow.
+    void KeepForLater() {
+        if (values_ != channels_ || 2 * notFinite_.count > values_) return;
+        kept_.push_back(read_.lines.size() - 1);
+        keptValues_.insert(keptValues_.end(), row_.begin(), row_.end());
+        Add(keptNotFinite_, notFinite_);
+    }
+
+    void AddKept() {
+        if (kept_.empty()) return;
+        for (const std::size_t line : kept_)
+            read_.lines[line].isText = 0;
+        read_.values.insert(read_.values.end(), keptValues_.begin(), keptValues_.end());
+        Add(read_.notFinite, keptNotFinite_);
+        kept_.clear();
+        keptValues_.clear();
+        keptNotFinite_ = {};
+    }
+
+    static void Add(OddValue& sum, const OddValue& more) {
+        const std::size_t count = sum.count + more.count;
+        if (sum.count == 0) sum = more;
+        sum.count = count;
+    }
+
+    void CompareCommas() {
+        const auto length = static_cast<std::size_t>(at_ - lineStart_);
+        const bool mixes = commas_.count > 0 && std::memchr(lineStart_, '.', length) != nullptr;
+        if (mixes) Add(read_.mixed, commas_);
+        if (rivals_.count > 0) Add(read_.mixed, rivals_);
+    }
+
+    void CompareCounter() {
+        const double value = row_.empty() ? kNoNumber : row_[0];
+        const double step = value - lastCounter_;
+        if (counted_ == 1) counterStep_ = step;
+        const bool rises =
+            values_ == channels_ + 1 &&
+            (counted_ == 0 || (step > 0.0 && std::abs(step - counterStep_) <= 1e-6 * counterStep_));
+        counterRises_ &= rises;
+        lastCounter_ = value;
+        ++counted_;
+    }
+
+    const char* at_;
+    const char* end_;
+    std::uint32_t line_;
+    std::size_t channels_;
+    BvhLines read_;
+
+    // Of the line that is being read.
+    const char* lineStart_ = nullptr;
+    std::vector<double> row_;  // at most `channels_`
+    std::size_t words_ = 0;
+    std::size_t values_ = 0;
+    bool isPlain_ = true;
+    OddValue notFinite_;
+    OddValue glued_;
+    OddValue commas_;
+    OddValue rivals_;
+
+    // Lines that begin with text, until it is known whether rows follow.
+    std::vector<std::size_t> kept_;
+    std::vector<double> keptValues_;
+    OddValue keptNotFinite_;
+
+    std::size_t counted_ = 0;
+    double lastCounter_ = 0.0;
+    double counterStep_ = 0.0;
+    bool counterRises_ = true;
+};
+
+}  // namespace
+
+std::string_view RowWords::Next() {
+    while (at_ < end_ && IsSeparator(*at_))
+        ++at_;
+    const char* const first = at_;
+    while (at_ < end_ && !IsSeparator(*at_))
+        ++at_;
+    return {first, static_cast<std::size_t>(at_ - first)};
+}
+
+WordKind ReadRowWord(std::string_view word, double& value) {
+    value = kNoNumber;
+    return ClassifyWord(word, value);
+}
+
+BvhLines ReadLines(BvhSpot from, const char* textEnd, std::size_t channels) {
+    return LinesReader(from, textEnd, channels).Read();
+}
+
+}  // namespace survey

@@ -1,0 +1,39 @@
+// What of a section is handed on otherwise than it is written.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "survey/bvh_rows.h"
+#include "survey/bvh_skeleton.h"
+#include "survey/finding_list.h"
+
+namespace survey {
+
+struct BvhJointPlan {
+    bool turns = false;                 // its rotations are listed z y x
+    bool folds = false;                 // its positions are its OFFSET
+    bool detaches = false;              // its OFFSET is 0 0 0, its positions are all listed
+    bool addsEnd = false;               // it is given an end site
+    std::array<double, 3> offset{};     // where it folds
+    std::array<double, 3> endOffset{};  // where it is given an end site
+};
+
+struct BvhPlan {
+    std::vector<BvhJointPlan> joints;
+    bool addsOffsets = false;  // positions are added to OFFSETs
+};
+
+// Joints whose rotations are listed in rising order; reads no rows.
+void PlanRotations(const BvhSection& section, BvhPlan& plan, FindingList& findings);
+
+// Joints below the root that list positions. With `bones` they are made what bones can be built
+// from; otherwise only told of.
+void PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
+                   FindingList& findings);
+
+// Joints without children and end site. After the positions.
+void PlanEnds(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
+              FindingList& findings);
+
+}  // namespace survey

@@ -1,0 +1,95 @@
+#include "survey/bvh_rotations.h"
+
+#include <cmath>
+
+#include "util/rotation_math.h"
+
+namespace survey {
+namespace {
+
+// The cosine of the middle angle below which the outer two turn about one axis.
+constexpr double kLock = 1e-12;
+
+using Angles = std::array<double, 3>;  // about x, y and z, degrees
+
+// The same angle by whole turns, nearest to another.
+double Nearest(double angle, double to) {
+    const double turns = std::nearbyint((to - angle) * (1.0 / 360.0));
+    return angle + 360.0 * turns;
+}
+
+double Follow(Angles& angles, const Angles& before) {
+    double distance = 0.0;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        angles[axis] = Nearest(angles[axis], before[axis]);
+        const double step = angles[axis] - before[axis];
+        distance += step * step;
+    }
+    return distance;
+}
+
+}  // namespace
+
+TurnedAngles::TurnedAngles(const BvhJoint& joint) {
+    for (std::size_t i = 0; i < joint.channelCount; ++i) {
+        if (!IsRotation(joint.channels[i])) continue;
+        axes_[count_] = AxisOf(joint.channels[i]);
+        columns_[count_++] = joint.firstValue + i;
+    }
+}
+
+TurnedAngles::Matrix TurnedAngles::Product(const double* row) const {
+    Matrix m = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    for (std::size_t i = 0; i < count_; ++i) {
+        const double angle = row[columns_[i]] * kDegreesToRadians;
+        const double sine = std::sin(angle);
+        const double cosine = std::cos(angle);
+        const std::size_t from = (axes_[i] + 1) % 3;
+        const std::size_t to = (axes_[i] + 2) % 3;
+        for (std::size_t line = 0; line < 9; line += 3) {
+            const double a = m[line + from];
+            const double b = m[line + to];
+            m[line + from] = a * cosine + b * sine;
+            m[line + to] = b * cosine - a * sine;
+        }
+    }
+    return m;
+}
+
+// The outer angle z is read from the first column, the middle one from its last row, and x from
+// what is left once z is turned back: what z lacks near gimbal lock, x then has.
+void TurnedAngles::Next(const double* row, double angles[3]) {
+    if (isFirst_)
+        for (std::size_t i = 0; i < count_; ++i)
+            before_[axes_[i]] = row[columns_[i]];
+    isFirst_ = false;
+    const Matrix m = Product(row);
+    const double cosine = std::sqrt(m[0] * m[0] + m[3] * m[3]);
+    const bool isLocked = cosine < kLock;
+    double sinZ = 0.0;
+    double cosZ = 1.0;
+    double z = before_[2] * kDegreesToRadians;
+    if (isLocked) {
+        sinZ = std::sin(z);
+        cosZ = std::cos(z);
+    } else {
+        sinZ = m[3] / cosine;
+        cosZ = m[0] / cosine;
+        z = std::atan2(m[3], m[0]);
+    }
+    const double y = std::atan2(-m[6], cosine);
+    const double x = std::atan2(sinZ * m[2] - cosZ * m[5], cosZ * m[4] - sinZ * m[1]);
+
+    Angles near = {x * kRadiansToDegrees, y * kRadiansToDegrees, z * kRadiansToDegrees};
+    Angles far = {near[0] + 180.0, 180.0 - near[1], near[2] + 180.0};
+    // At gimbal lock both are one but for turns of z.
+    if (Follow(near, before_) <= Follow(far, before_) || isLocked)
+        before_ = near;
+    else
+        before_ = far;
+    angles[0] = before_[2];
+    angles[1] = before_[1];
+    angles[2] = before_[0];
+}
+
+}  // namespace survey

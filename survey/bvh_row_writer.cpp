@@ -1,0 +1,132 @@
+#include "survey/bvh_row_writer.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "survey/bvh_lines.h"
+#include "survey/number_word.h"
+#include "text/number_text.h"
+
+namespace survey {
+namespace {
+
+constexpr int kAngleDecimals = 12;
+
+BvhColumn Turned(std::size_t index) {
+    constexpr BvhChannel kOrder[] = {BvhChannel::RotationZ, BvhChannel::RotationY,
+                                     BvhChannel::RotationX};
+    return {BvhColumn::Kind::Turned, kOrder[index], index, 0.0};
+}
+
+// The component of a position that the joint does not list.
+void AddMissingPositions(const BvhJoint& joint, std::vector<BvhColumn>& columns) {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const auto channel = static_cast<BvhChannel>(axis);
+        const bool isListed = std::any_of(columns.begin(), columns.end(), [&](const auto& column) {
+            return column.channel == channel;
+        });
+        if (!isListed && joint.offset[axis] != 0.0)
+            columns.push_back({BvhColumn::Kind::Constant, channel, 0, joint.offset[axis]});
+    }
+}
+
+}  // namespace
+
+std::vector<BvhColumn> PlannedColumns(const BvhJoint& joint, const BvhJointPlan& plan,
+                                      bool addsOffsets) {
+    std::vector<BvhColumn> columns;
+    std::size_t turned = 0;
+    for (std::size_t i = 0; i < joint.channelCount; ++i) {
+        const BvhChannel channel = joint.channels[i];
+        const std::size_t value = joint.firstValue + i;
+        if (IsRotation(channel)) {
+            columns.push_back(plan.turns
+                                  ? Turned(turned++)
+                                  : BvhColumn{BvhColumn::Kind::AsWritten, channel, value, 0});
+        } else if (!plan.folds) {
+            const double offset = addsOffsets ? joint.offset[AxisOf(channel)] : 0.0;
+            const auto kind = offset != 0.0 ? BvhColumn::Kind::Added : BvhColumn::Kind::AsWritten;
+            columns.push_back({kind, channel, value, offset});
+        }
+    }
+    // A third angle follows the two that were listed.
+    if (turned == 2) {
+        const auto last = std::find_if(columns.rbegin(), columns.rend(), [](const auto& column) {
+            return column.kind == BvhColumn::Kind::Turned;
+        });
+        columns.insert(last.base(), Turned(2));
+    }
+    if (plan.detaches) AddMissingPositions(joint, columns);
+    return columns;
+}
+
+BvhRowWriter::BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
+                           std::string_view text)
+    : section_(section), frames_(frames), textEnd_(text.data() + text.size()) {
+    for (std::size_t i = 0; i < section.joints.size(); ++i) {
+        const auto own = PlannedColumns(section.joints[i], plan.joints[i], plan.addsOffsets);
+        columns_.insert(columns_.end(), own.begin(), own.end());
+        if (plan.joints[i].turns) turned_.emplace_back(section.joints[i]);
+    }
+}
+
+// Numbers as they were written: a word a value.
+void BvhRowWriter::ReadWords(const BvhRow& row) {
+    words_.clear();
+    RowWords words(row.at, textEnd_);
+    while (words_.size() < section_.channels) {
+        const std::string_view word = words.Next();
+        double value = 0.0;
+        if (!row.isSplit || ReadRowWord(word, value) != WordKind::Glued) {
+            words_.push_back(word);
+            continue;
+        }
+        for (const std::string_view part : SplitGlued(word))
+            words_.push_back(part);
+    }
+}
+
+void BvhRowWriter::Write(std::size_t frame, std::string& out) {
+    const BvhRow& row = frames_.rows[frame];
+    const double* values = frames_.Frame(frame);
+    ReadWords(row);
+    std::size_t room = 0;
+    for (const std::string_view word : words_)
+        room += word.size();
+    const std::size_t before = out.size();
+    out.resize(before + room + columns_.size() * (text::kLongestNumber + 1));
+    char* const first = out.data() + before;
+    char* last = first;
+    turn_ = 0;
+    for (const BvhColumn& column : columns_) {
+        last = WriteColumn(column, row, values, last);
+        *last++ = ' ';
+    }
+    if (last > first) --last;
+    out.resize(before + static_cast<std::size_t>(last - first));
+}
+
+char* BvhRowWriter::WriteColumn(const BvhColumn& column, const BvhRow& row, const double* values,
+                                char* out) {
+    switch (column.kind) {
+        case BvhColumn::Kind::Turned:
+            if (column.value == 0) turned_[turn_++].Next(values, angles_);
+            return text::WriteNumber(out, angles_[column.value], kAngleDecimals);
+        case BvhColumn::Kind::Constant:
+            return text::WriteNumber(out, column.number, text::kMostDecimals + 1);
+        case BvhColumn::Kind::Added:
+            return text::WriteNumber(out, values[column.value] + column.number,
+                                     text::kMostDecimals + 1);
+        case BvhColumn::Kind::AsWritten:
+            break;
+    }
+    const std::string_view word = words_[column.value];
+    double value = 0.0;
+    const bool isAsWritten =
+        row.isPlain || (ReadRowWord(word, value) == WordKind::Number && IsPlainWord(word, value));
+    if (!isAsWritten) return text::WriteNumber(out, values[column.value], text::kMostDecimals + 1);
+    std::memcpy(out, word.data(), word.size());
+    return out + word.size();
+}
+
+}  // namespace survey

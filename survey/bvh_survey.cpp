@@ -1,0 +1,274 @@
+// The survey of a BVH file from end to end.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "survey/bvh_header_reader.h"
+#include "survey/bvh_hierarchy_reader.h"
+#include "survey/bvh_indentation.h"
+#include "survey/bvh_plain_reading.h"
+#include "survey/bvh_plan.h"
+#include "survey/bvh_rows.h"
+#include "survey/bvh_walk.h"
+#include "survey/bvh_words.h"
+#include "survey/bvh_writer.h"
+#include "survey/codes.h"
+#include "survey/row_scan.h"
+#include "survey/source_findings.h"
+#include "survey/survey.h"
+#include "survey/text_kind.h"
+
+namespace survey {
+namespace {
+
+constexpr double kUsualRate = 30.0;
+// Frames whose poses are looked at for the figure's shape.
+constexpr std::size_t kMostPoses = 500;
+
+class BvhSurveyor {
+  public:
+    BvhSurveyor(std::string_view bvh, const Options& options)
+        : options_(options), source_(bvh, options.encoding), findings_(source_) {
+        bones_ = options.bones && options.purpose == Purpose::Import;
+    }
+
+    BvhSurvey Survey() {
+        if (ReportSource(findings_) && ReadSections()) {
+            TellFacts();
+            if (options_.purpose == Purpose::Check) TellShape();
+            if (options_.purpose != Purpose::Check && IsAltered()) Write();
+        }
+        if (options_.purpose == Purpose::Import) result_.framesPerSecond = options_.framesPerSecond;
+        Finish();
+        return std::move(result_);
+    }
+
+  private:
+    std::string_view Text() const { return source_.Text(); }
+
+    bool ReadSections() {
+        if (!HasHierarchy()) {
+            findings_.Add({codes::kNotBvh, Severity::Error, Text().data(),
+                           "this is no BVH file, which begins with HIERARCHY; it looks like " +
+                               std::string(DescribeText(Text())) + "; name another file"});
+            return false;
+        }
+        BvhWords words(Text(), findings_);
+        const BvhWord& first = words.Peek();
+        if (!EqualsWord(first.text, "HIERARCHY")) {
+            findings_.Add({codes::kHierarchyWord, Severity::Error, first.text.data(),
+                           "\"" + std::string(first.text.substr(0, 40)) +
+                               "\" is no word of a BVH; HIERARCHY was expected; remove what is "
+                               "before it"});
+            return false;
+        }
+        while (EqualsWord(words.Peek().text, "HIERARCHY"))
+            if (!ReadSection(words)) return false;
+        return true;
+    }
+
+    // Whether a line begins with HIERARCHY.
+    bool HasHierarchy() const {
+        const std::string_view text = Text();
+        for (std::size_t line = 0; line < text.size();) {
+            const std::size_t first =
+                text.find_first_not_of(std::string_view(" \t\r\n\v\f\0", 7), line);
+            if (first == std::string_view::npos) return false;
+            if (BeginsWithWord(text.substr(first), "HIERARCHY")) return true;
+            line = text.find_first_of("\r\n", first);
+        }
+        return false;
+    }
+
+    bool ReadSection(BvhWords& words) {
+        parts_.emplace_back();
+        BvhPart& part = parts_.back();
+        BvhSection& section = part.section;
+        section.at = words.Next().Spot();
+        if (!BvhHierarchyReader(words, findings_).Read(section)) return false;
+        CloseOpenBraces(section, findings_);
+        TellDuplicates(section);
+        const bool hasMotion = section.motion.present;
+        if (hasMotion)
+            ReadMotionHeader(words, section, options_.framesPerSecond.has_value(), findings_);
+        else if (!findings_.AddAgain(codes::kMotionMissing, Severity::Note))
+            findings_.Add({codes::kMotionMissing, Severity::Note, section.at.at,
+                           "the hierarchy has no motion; the skeleton is imported"});
+        const bool isPlain = IsReadPlainly(section, Text());
+        isAltered_ |= !isPlain || source_.HadTrailingControls();
+        if (!isPlain) TellBracesAfterNumbers(section);
+        part.plan.joints.resize(section.joints.size());
+        PlanRotations(section, part.plan, findings_);
+        return ReadMotion(part, words);
+    }
+
+    void TellBracesAfterNumbers(const BvhSection& section) {
+        if (section.bracesAfterNumbers == 0) return;
+        if (!findings_.AddAgain(codes::kBraceGlued, Severity::Note, section.bracesAfterNumbers)) {
+            findings_.Add({codes::kBraceGlued, Severity::Note, section.firstBraceAfterNumber.at,
+                           "a brace touches another word or brace; they are parted", "", true});
+            findings_.AddAgain(codes::kBraceGlued, Severity::Note, section.bracesAfterNumbers - 1);
+        }
+    }
+
+    void TellDuplicates(const BvhSection& section) {
+        std::unordered_map<std::string_view, std::uint32_t> lines;
+        for (const BvhJoint& joint : section.joints) {
+            if (joint.isEndSite) continue;
+            const auto [known, isNew] = lines.emplace(joint.name, joint.keyword.line);
+            if (isNew || findings_.AddAgain(codes::kNameDuplicate, Severity::Note)) continue;
+            findings_.Add({codes::kNameDuplicate, Severity::Note, joint.keyword.at,
+                           "the name " + joint.name + " is given twice, in lines " +
+                               std::to_string(known->second) + " and " +
+                               std::to_string(joint.keyword.line) +
+                               "; the scene gives the later joint another one",
+                           joint.name});
+        }
+    }
+
+    // The rows are looked at and, only where their values are needed, read.
+    bool ReadMotion(BvhPart& part, BvhWords& words) {
+        BvhSection& section = part.section;
+        BvhSpot end{words.End(), 0};
+        bool isRead = true;
+        if (section.motion.present) {
+            const char* const rows = section.motion.rows.at;
+            const RowScan scan =
+                ScanRows({rows, static_cast<std::size_t>(words.End() - rows)}, section.channels);
+            const bool isLast = scan.end == words.End();
+            if (scan.plain && isLast && !NeedsValues(part, scan.rows)) {
+                CompareFrameCount(section, scan.rows, findings_);
+                part.rowCount = scan.rows;
+            } else {
+                isRead = ReadPartRows(part);
+                end = part.frames.end;
+            }
+            words.Continue(end);
+        }
+        if (!isRead) return false;
+        PlanPositions(section, part.frames, bones_, part.plan, findings_);
+        PlanEnds(section, part.frames, bones_, part.plan, findings_);
+        return true;
+    }
+
+    bool NeedsValues(const BvhPart& part, std::size_t rows) const {
+        if (options_.purpose == Purpose::Check || IsAltered()) return true;
+        const BvhSection& section = part.section;
+        if (!section.motion.frames || *section.motion.frames != static_cast<std::int64_t>(rows))
+            return true;
+        return std::any_of(section.joints.begin(), section.joints.end(),
+                           [&](const BvhJoint& joint) {
+                               return (joint.parent != kNoParent && joint.HasPositions()) ||
+                                      (bones_ && !joint.isEndSite && !joint.hasJoints);
+                           });
+    }
+
+    bool ReadPartRows(BvhPart& part) {
+        const bool isRead = ReadRows(part.section, Text(), findings_, part.frames);
+        part.hasFrames = true;
+        part.rowCount = part.frames.Count();
+        if (!isRead) return false;
+        CompareFrameCount(part.section, part.rowCount, findings_);
+        if (part.frames.isStream && options_.purpose == Purpose::Fix) {
+            isAltered_ = true;
+            findings_.Find(codes::kRowLength)->mended = true;
+        }
+        const auto& rows = part.frames.rows;
+        isAltered_ |=
+            part.frames.hasOddWhite ||
+            std::any_of(rows.begin(), rows.end(), [](const BvhRow& row) { return !row.isPlain; });
+        return true;
+    }
+
+    bool IsAltered() const { return isAltered_ || findings_.HasMended(); }
+
+    // Seconds a frame.
+    double FrameTime(const BvhSection& section) const {
+        if (options_.framesPerSecond && options_.purpose != Purpose::Fix)
+            return 1.0 / *options_.framesPerSecond;
+        const auto& stated = section.motion.frameTime;
+        return stated && *stated > 0.0 ? *stated : 1.0 / kUsualRate;
+    }
+
+    void Write() {
+        LineWriter writer(Text().size() + Text().size() / 2);
+        for (std::size_t i = 0; i < parts_.size(); ++i) {
+            BvhPart& part = parts_[i];
+            if (!part.hasFrames && part.section.motion.present) {
+                FindingList ignored(source_);  // nothing is odd about these rows
+                ReadRows(part.section, Text(), ignored, part.frames);
+            }
+            const bool isLast = i + 1 == parts_.size();
+            WriteSection(part, Text(), FrameTime(part.section), !isLast, writer);
+        }
+        result_.mended = writer.Finish();
+    }
+
+    void TellFacts() {
+        Facts& facts = result_.facts;
+        for (const BvhPart& part : parts_)
+            for (const BvhJoint& joint : part.section.joints) {
+                ++(joint.isEndSite ? facts.endSites : facts.joints);
+                facts.channels += joint.channelCount;
+                AddOrder(joint);
+            }
+        const BvhPart& first = parts_.front();
+        if (!first.section.motion.present) return;
+        facts.frames = first.rowCount;
+        const double frameTime =
+            options_.framesPerSecond ? 1.0 / *options_.framesPerSecond : FrameTime(first.section);
+        facts.framesPerSecond =
+            options_.framesPerSecond ? *options_.framesPerSecond : 1.0 / frameTime;
+        facts.seconds = static_cast<double>(first.rowCount) * frameTime;
+    }
+
+    void AddOrder(const BvhJoint& joint) {
+        std::string order;
+        for (std::size_t i = 0; i < joint.channelCount; ++i)
+            if (IsRotation(joint.channels[i])) order += "XYZ"[AxisOf(joint.channels[i])];
+        auto& orders = result_.facts.orders;
+        if (!order.empty() && std::find(orders.begin(), orders.end(), order) == orders.end())
+            orders.push_back(order);
+    }
+
+    // Of the first section, in poses spread over the take.
+    void TellShape() {
+        const BvhPart& part = parts_.front();
+        FigureShape shape;
+        BvhWalk walk(part.section, part.plan.addsOffsets);
+        shape.SetRest(walk.Rest());
+        const std::size_t count = part.frames.Count();
+        const std::size_t poses = std::min(count, kMostPoses);
+        for (std::size_t i = 0; i < poses; ++i)
+            shape.AddFrame(walk.Frame(part.frames.Frame(i * count / poses)));
+        ReportShape(shape, result_.facts, findings_);
+    }
+
+    void Finish() {
+        result_.findings = findings_.Sorted();
+        if (!findings_.HasErrors()) return;
+        // Nothing is handed on.
+        for (Finding& finding : result_.findings)
+            finding.mended = false;
+    }
+
+    const Options& options_;
+    SourceText source_;
+    FindingList findings_;
+    bool bones_ = false;
+    bool isAltered_ = false;  // without a finding
+    std::vector<BvhPart> parts_;
+    BvhSurvey result_;
+};
+
+}  // namespace
+
+BvhSurvey SurveyBvh(std::string_view bvh, const Options& options) {
+    return BvhSurveyor(bvh, options).Survey();
+}
+
+}  // namespace survey

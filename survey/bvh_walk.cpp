@@ -1,0 +1,76 @@
+#include "survey/bvh_walk.h"
+
+#include <cmath>
+
+#include "util/rotation_math.h"
+
+namespace survey {
+namespace {
+
+constexpr std::array<double, 9> kNoTurn = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+
+// turn = turn * R, with R about that axis.
+void TurnAbout(std::array<double, 9>& turn, std::size_t axis, double degrees) {
+    const double angle = degrees * kDegreesToRadians;
+    const double sine = std::sin(angle);
+    const double cosine = std::cos(angle);
+    const std::size_t from = (axis + 1) % 3;
+    const std::size_t to = (axis + 2) % 3;
+    for (std::size_t row = 0; row < 9; row += 3) {
+        const double a = turn[row + from];
+        const double b = turn[row + to];
+        turn[row + from] = a * cosine + b * sine;
+        turn[row + to] = b * cosine - a * sine;
+    }
+}
+
+}  // namespace
+
+BvhWalk::BvhWalk(const BvhSection& section, bool addsOffsets)
+    : section_(section),
+      addsOffsets_(addsOffsets),
+      turns_(section.joints.size()),
+      positions_(section.joints.size()) {}
+
+void BvhWalk::Stand(std::size_t index, const double* row) {
+    const BvhJoint& joint = section_.joints[index];
+    std::array<double, 3> local = joint.offset;
+    const bool isRoot = joint.parent == kNoParent;
+    Turn& turn = turns_[index];
+    turn = isRoot ? kNoTurn : turns_[joint.parent];
+    const Turn& above = isRoot ? kNoTurn : turns_[joint.parent];
+    for (std::size_t i = 0; row != nullptr && i < joint.channelCount; ++i) {
+        const std::size_t axis = AxisOf(joint.channels[i]);
+        const double value = row[joint.firstValue + i];
+        if (IsRotation(joint.channels[i]))
+            TurnAbout(turn, axis, value);
+        else
+            local[axis] = addsOffsets_ ? joint.offset[axis] + value : value;
+    }
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const double* m = above.data() + 3 * axis;
+        const double moved = m[0] * local[0] + m[1] * local[1] + m[2] * local[2];
+        positions_[index][axis] = moved + (isRoot ? 0.0 : positions_[joint.parent][axis]);
+    }
+}
+
+Extent BvhWalk::Rest() {
+    return Frame(nullptr);
+}
+
+Extent BvhWalk::Frame(const double* row) {
+    Extent extent;
+    for (std::size_t joint = 0; joint < section_.joints.size(); ++joint) {
+        Stand(joint, row);
+        extent.Include(positions_[joint].data());
+    }
+    return extent;
+}
+
+double FigureSize(const BvhSection& section, const BvhFrames& frames) {
+    BvhWalk walk(section, false);
+    const double size = walk.Rest().Diagonal();
+    return size > 0.0 || frames.Count() == 0 ? size : walk.Frame(frames.Frame(0)).Diagonal();
+}
+
+}  // namespace survey

@@ -1,0 +1,20 @@
+#include "survey/line_marks.h"
+
+namespace survey {
+
+void LineWriter::From(std::size_t original) {
+    if (original == 0 || original == original_) return;
+    original_ = original;
+    if (!mended_.lines.empty() && mended_.lines.back().mended == line_)
+        mended_.lines.back().original = original;
+    else
+        mended_.lines.push_back({line_, original});
+}
+
+void LineWriter::EndLine() {
+    mended_.text += '\n';
+    ++line_;
+    ++original_;
+}
+
+}  // namespace survey

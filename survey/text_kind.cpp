@@ -1,0 +1,96 @@
+#include "survey/text_kind.h"
+
+#include <algorithm>
+#include <string>
+
+#include "survey/number_word.h"
+#include "survey/source_text.h"
+#include "textio/ascii.h"
+
+namespace survey {
+namespace {
+
+// As much as is looked at.
+constexpr std::size_t kLookedAt = 4096;
+
+struct Magic {
+    std::string_view bytes;
+    std::string_view kind;
+};
+using namespace std::string_view_literals;
+constexpr Magic kMagics[] = {
+    {"\x1F\x8B"sv, "gzip data"},
+    {"PK\x03\x04"sv, "a zip archive"},
+    {"BZh"sv, "bzip2 data"},
+    {"\xFD\x37zXZ"sv, "xz data"},
+    {"\x28\xB5\x2F\xFD"sv, "zstd data"},
+    {"7z\xBC\xAF"sv, "a 7z archive"},
+    {"Rar!"sv, "a RAR archive"},
+    {"\x7F\x45LF"sv, "a program"},
+    {"%PDF"sv, "a PDF document"},
+    {"Kaydara FBX"sv, "an FBX file"},
+    {"glTF"sv, "a glTF file"},
+    {"{\\rtf"sv, "an RTF document"},
+};
+
+// ASF and AMC in lower case; each word begins a line.
+constexpr Magic kLineWords[] = {
+    {":version", "an Acclaim skeleton (ASF)"},        {":bonedata", "an Acclaim skeleton (ASF)"},
+    {":hierarchy", "an Acclaim skeleton (ASF)"},      {":units", "an Acclaim skeleton (ASF)"},
+    {":fully-specified", "an Acclaim motion (AMC)"},  {":degrees", "an Acclaim motion (AMC)"},
+    {":radians", "an Acclaim motion (AMC)"},          {"hierarchy", "a BVH file"},
+    {"version https://git-lfs", "a git LFS pointer"},
+};
+
+bool IsBinary(std::string_view text) {
+    return std::any_of(text.begin(), text.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 && !IsWhite(c) && c != '\x1A';
+    });
+}
+
+bool AreNumbers(std::string_view text) {
+    const char* const separators = " \t\r\n\v\f,;";
+    std::size_t at = text.find_first_not_of(separators);
+    while (at != std::string_view::npos) {
+        const std::size_t end = text.find_first_of(separators, at);
+        if (end == std::string_view::npos) return true;  // likely cut
+        double value = 0.0;
+        const std::string word(text.substr(at, end - at));
+        if (ClassifyWord(word, value) != WordKind::Number) return false;
+        at = text.find_first_not_of(separators, end);
+    }
+    return true;
+}
+
+std::string_view LineKind(std::string_view lower) {
+    for (std::size_t line = 0; line != std::string_view::npos;) {
+        const std::size_t first = lower.find_first_not_of(" \t\r\n", line);
+        if (first == std::string_view::npos) break;
+        for (const Magic& word : kLineWords)
+            if (lower.substr(first).starts_with(word.bytes)) return word.kind;
+        line = lower.find_first_of("\r\n", first);
+    }
+    return {};
+}
+
+}  // namespace
+
+std::string_view DescribeText(std::string_view text) {
+    for (const Magic& magic : kMagics)
+        if (text.starts_with(magic.bytes)) return magic.kind;
+    const std::string_view start = text.substr(0, kLookedAt);
+    if (IsBinary(start)) return "binary data";
+    std::string lower(start);
+    std::transform(lower.begin(), lower.end(), lower.begin(), textio::ToLower);
+    const std::size_t first = lower.find_first_not_of(" \t\r\n");
+    const std::string_view trimmed =
+        std::string_view(lower).substr(first == std::string::npos ? 0 : first);
+    if (trimmed.starts_with("<!doctype html") || trimmed.starts_with("<html")) return "a web page";
+    if (trimmed.starts_with("<")) return "XML or HTML";
+    if (trimmed.starts_with("{") || trimmed.starts_with("[")) return "JSON";
+    if (const std::string_view kind = LineKind(lower); !kind.empty()) return kind;
+    if (AreNumbers(start)) return "numbers alone";
+    return "text of another kind";
+}
+
+}  // namespace survey
