@@ -1,0 +1,22 @@
+// Degrees of freedom that only the format has, or that the plug-in cannot build.
+#pragma once
+
+#include <span>
+
+#include "survey/acclaim_skeleton.h"
+#include "survey/amc_reader.h"
+#include "survey/finding_list.h"
+
+namespace survey {
+
+// Leaves bones' translations out of canonical texts where the plug-in would not read the rest.
+void PlanTranslations(AsfSkeleton& skeleton);
+
+// Once the motions are read: tells of translations where no motion did (`told`).
+void TellTranslations(const AsfSkeleton& skeleton, bool told, FindingList& findings);
+
+// A length that keeps one value in all motions becomes the bone's. One that moves several children
+// is an error.
+void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions, FindingList& findings);
+
+}  // namespace survey

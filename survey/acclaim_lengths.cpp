@@ -1,0 +1,135 @@
+#include "survey/acclaim_lengths.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "survey/codes.h"
+#include "text/number_text.h"
+
+namespace survey {
+namespace {
+
+// What the archive's files state, and what its lengths times that come to in metres.
+constexpr double kArchiveLength = 0.45;
+constexpr double kArchiveMultiplier = 0.056444;
+// The plug-in gives a shorter bone no length.
+constexpr double kShortestBone = 0.01;
+// A bone that is a smaller part of the longest one has no length worth a word.
+constexpr double kNoLength = 1e-9;
+// Powers of ten up to this one are exact.
+constexpr int kLargestPower = 22;
+constexpr double kDirectionTolerance = 0.02;
+
+void TellPreset(const AsfSkeleton& skeleton, const Options& options, FindingList& findings) {
+    const std::string length =
+        options.lengthMultiplier
+            ? "lengths are multiplied by " + text::NumberText(*options.lengthMultiplier) +
+                  " as it was asked for"
+            : std::string("its lengths are read as multiplied by 0.056444, which makes metres");
+    findings.Add({codes::kPresetCmu, Severity::Note, skeleton.lengthAt,
+                  "a length of 0.45 is that of the archive's files: " + length +
+                      ", and a motion without a rate has 120 frames a second; --preset none reads "
+                      "the file as it is"});
+}
+
+// The factor in force; tells where it comes from the file.
+double SettleFactor(const AsfSkeleton& skeleton, const Options& options, LengthSettings& settings,
+                    FindingList& findings) {
+    const double stated = skeleton.length.value;
+    const bool looksLikeArchive = stated == kArchiveLength;
+    settings.isArchive =
+        options.preset == Preset::Cmu || (options.preset == Preset::Auto && looksLikeArchive);
+    if (settings.isArchive && looksLikeArchive) TellPreset(skeleton, options, findings);
+    if (options.lengthMultiplier) return *options.lengthMultiplier;
+    if (settings.isArchive) return kArchiveMultiplier;
+    if (stated != 1.0)
+        findings.Add({codes::kLengthUnit, Severity::Note, skeleton.lengthAt,
+                      "the unit of length is " + text::NumberText(stated) +
+                          "; bones and the root's path are both multiplied by it"});
+    return stated;
+}
+
+// The smallest power of ten that gives every bone a length; 1 where none needs it. `shortest` is
+// such a bone.
+double PowerFor(const AsfSkeleton& skeleton, double factor, const AsfBone*& shortest) {
+    double longest = 0.0;
+    for (const AsfBone& bone : skeleton.bones)
+        longest = std::max(longest, bone.length.value);
+    for (const AsfBone& bone : skeleton.bones)
+        if (bone.length.value > kNoLength * longest && bone.length.value * factor < kShortestBone &&
+            (!shortest || bone.length.value < shortest->length.value))
+            shortest = &bone;
+    if (!shortest || factor <= 0.0) return 1.0;
+    double power = 1.0;
+    for (int i = 0; i < kLargestPower; ++i, power *= 10.0)
+        if (shortest->length.value * (factor * power) >= kShortestBone) return power;
+    return 1.0;
+}
+
+bool HasPosition(const AsfSkeleton& skeleton) {
+    return std::any_of(skeleton.position.begin(), skeleton.position.end(),
+                       [](const AsfNumber& number) { return number.value != 0.0; });
+}
+
+// The plug-in multiplies bones and the root's path, and not where the root is at rest.
+void MultiplyPosition(AsfSkeleton& skeleton, const LengthSettings& settings,
+                      FindingList& findings) {
+    if (!settings.multiplier || *settings.multiplier == 1.0 || !HasPosition(skeleton)) return;
+    std::array<double, 3>& written = skeleton.writtenPosition.emplace();
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        written[axis] = skeleton.position[axis].value * *settings.multiplier;
+    skeleton.changed = true;
+    for (const std::string_view code : {codes::kPresetCmu, codes::kLengthUnit, codes::kBoneShort})
+        if (Finding* finding = findings.Find(code)) finding->mended = true;
+}
+
+}  // namespace
+
+LengthSettings SettleLengths(AsfSkeleton& skeleton, const Options& options, FindingList& findings) {
+    LengthSettings settings;
+    settings.factor = SettleFactor(skeleton, options, settings, findings);
+    if (settings.factor != 1.0 || options.lengthMultiplier) settings.multiplier = settings.factor;
+    const AsfBone* shortest = nullptr;
+    const double power = PowerFor(skeleton, settings.factor, shortest);
+    if (power != 1.0) {
+        settings.multiplied = power;
+        settings.multiplier = settings.factor * power;
+        findings.Add(
+            {codes::kBoneShort, Severity::Note, shortest->at,
+             "the bone \"" + shortest->name + "\" is " +
+                 text::NumberText(shortest->length.value * settings.factor) +
+                 " long, shorter than the plug-in can build; everything is multiplied by " +
+                 text::NumberText(power) + " for it, which is undone in what is written",
+             shortest->name});
+    }
+    if (options.purpose == Purpose::Import) MultiplyPosition(skeleton, settings, findings);
+    return settings;
+}
+
+void MendDirections(AsfSkeleton& skeleton, FindingList& findings) {
+    for (std::size_t index = 1; index < skeleton.bones.size(); ++index) {
+        AsfBone& bone = skeleton.bones[index];
+        const double size =
+            std::hypot(bone.direction[0].value, bone.direction[1].value, bone.direction[2].value);
+        if (bone.length.value == 0.0 || std::fabs(size - 1.0) <= kDirectionTolerance) continue;
+        const bool isNone = size == 0.0 || !std::isfinite(size);
+        if (!isNone) {
+            for (AsfNumber& number : bone.direction)
+                number = {number.value / size, {}};
+            skeleton.changed = true;
+        }
+        if (findings.AddAgain(codes::kDirectionLength, Severity::Warning)) {
+            findings.Find(codes::kDirectionLength)->mended |= !isNone;
+            continue;
+        }
+        findings.Add({codes::kDirectionLength, Severity::Warning, bone.at,
+                      isNone
+                          ? "the bone \"" + bone.name +
+                                "\" has a length and no direction; its end is where it begins"
+                          : "the direction of \"" + bone.name + "\" is " + text::NumberText(size) +
+                                " long; it is made 1, since the length says how long the bone is",
+                      bone.name, !isNone});
+    }
+}
+
+}  // namespace survey

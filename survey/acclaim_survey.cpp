@@ -1,0 +1,265 @@
+#include <algorithm>
+#include <memory>
+
+#include "survey/acclaim_dofs.h"
+#include "survey/acclaim_figure.h"
+#include "survey/acclaim_lengths.h"
+#include "survey/acclaim_rotations.h"
+#include "survey/acclaim_words.h"
+#include "survey/amc_reader.h"
+#include "survey/amc_writer.h"
+#include "survey/asf_plain.h"
+#include "survey/asf_reader.h"
+#include "survey/asf_writer.h"
+#include "survey/codes.h"
+#include "survey/source_findings.h"
+#include "survey/survey.h"
+#include "text/utf8.h"
+
+namespace survey {
+namespace {
+
+// A name without its extension.
+std::string StemOf(const std::string& name) {
+    return name.substr(0, std::min(name.rfind('.'), name.size()));
+}
+
+// The number that a name begins with, as the archive's do: "11" of "11_01.amc".
+std::string SubjectOf(const std::string& name) {
+    const auto isNoDigit = [](char c) { return c < '0' || c > '9'; };
+    return {name.begin(), std::find_if(name.begin(), name.end(), isNoDigit)};
+}
+
+// Bytes that no reader asks for may be of any encoding; that is worth a note.
+void TellOtherBytes(FindingList& findings) {
+    const std::string_view text = findings.Source().Text();
+    if (!findings.Source().HasHighBytes() || findings.Find(codes::kTextEncoding)) return;
+    const std::size_t invalid = text::FindInvalidUtf8(text);
+    if (invalid != std::string_view::npos)
+        findings.Add({codes::kTextEncoding, Severity::Note, text.data() + invalid,
+                      "the text is not UTF-8 here; no name is meant, so nothing is lost"});
+}
+
+bool IsMended(const FindingList& findings) {
+    const std::vector<Finding> all = findings.Sorted();
+    return std::any_of(all.begin(), all.end(),
+                       [](const Finding& finding) { return finding.mended; });
+}
+
+// The survey of one motion, first to last.
+class MotionSurvey {
+  public:
+    MotionSurvey(const AcclaimFile& file, const Options& options)
+        : file_(file), options_(options), source_(file.text, options.encoding), findings_(source_) {
+        if (ReportSource(findings_)) header_ = ReadAmcHeader(findings_);
+    }
+
+    FindingList& Findings() { return findings_; }
+    AmcMotion* Motion() { return motion_ ? &*motion_ : nullptr; }
+
+    void Read(const AsfSkeleton& skeleton, const LengthSettings& lengths) {
+        if (findings_.HasErrors()) return;
+        AcclaimFigure figure(skeleton, lengths.factor);
+        LimitWatch limits(skeleton);
+        const bool degrees = header_.degrees.value_or(skeleton.degrees);
+        AmcSetting setting{skeleton, options_, lengths.isArchive, false, {}};
+        if (options_.purpose == Purpose::Check)
+            setting.onFrame = [&](const AmcValues& values) {
+                limits.Add(values, degrees);
+                if (poses_.Wants()) poses_.Add(figure.At(values, degrees));
+            };
+        motion_.emplace(ReadAmc(header_, setting, findings_));
+        if (options_.purpose == Purpose::Check) limits.Report(findings_);
+    }
+
+    void ReadAlone() {
+        if (findings_.HasErrors()) return;
+        made_ = SkeletonOfMotion(source_.Text(), header_);
+        motion_.emplace(ReadAmc(
+            header_, {made_, options_, options_.preset == Preset::Cmu, true, {}}, findings_));
+    }
+
+    const PoseSample& Poses() const { return poses_; }
+
+    AmcSurvey Finish(const AsfSkeleton* skeleton, bool isRefused) {
+        TellOtherBytes(findings_);
+        AmcSurvey survey;
+        if (motion_) {
+            FillFacts(skeleton ? *skeleton : made_, survey.facts);
+            Write(skeleton ? *skeleton : made_, isRefused, survey);
+        }
+        survey.findings = findings_.Sorted();
+        return survey;
+    }
+
+  private:
+    void FillFacts(const AsfSkeleton& skeleton, Facts& facts) const {
+        for (const AsfBone& bone : skeleton.bones)
+            facts.joints += bone.dof.empty() ? 0 : 1;
+        facts.channels = motion_->values.Channels();
+        facts.frames = motion_->frames;
+        facts.framesPerSecond = motion_->framesPerSecond;
+        facts.seconds = static_cast<double>(motion_->numbers.Span()) / motion_->framesPerSecond;
+    }
+
+    void Write(const AsfSkeleton& skeleton, bool isRefused, AmcSurvey& survey) {
+        const bool isTouched = std::any_of(skeleton.bones.begin(), skeleton.bones.end(),
+                                           [](const AsfBone& bone) { return bone.leftOut != 0; });
+        const bool needsText = motion_->changed || isTouched || IsMended(findings_);
+        if (options_.purpose != Purpose::Check && needsText && !isRefused &&
+            !findings_.HasErrors()) {
+            survey.mended = WriteAmc(skeleton, options_.purpose, source_, *motion_);
+            if (options_.purpose == Purpose::Import) motion_->plugInRate = WrittenPlugInRate();
+        }
+        const double read = motion_->plugInRate > 1 ? motion_->plugInRate : kPlugInRate;
+        if (motion_->framesPerSecond != read) survey.framesPerSecond = motion_->framesPerSecond;
+    }
+
+    int WrittenPlugInRate() const {
+        return motion_->header.rateText.empty() ? 0 : static_cast<int>(motion_->header.rate + 0.5);
+    }
+
+    // Without a stated one.
+    static constexpr double kPlugInRate = 30.0;
+
+    const AcclaimFile& file_;
+    const Options& options_;
+    SourceText source_;
+    FindingList findings_;
+    AmcHeader header_;
+    AsfSkeleton made_;  // of a motion alone
+    std::optional<AmcMotion> motion_;
+    PoseSample poses_;
+};
+
+class PairSurvey {
+  public:
+    PairSurvey(const AcclaimFile& asf, std::span<const AcclaimFile> amcs, const Options& options)
+        : asf_(asf), options_(options), source_(asf.text, options.encoding), findings_(source_) {
+        for (const AcclaimFile& amc : amcs)
+            motions_.push_back(std::make_unique<MotionSurvey>(amc, options));
+        TellNames(amcs);
+    }
+
+    AcclaimSurvey Run() {
+        if (ReportSource(findings_)) ReadSkeleton();
+        ReadMotions();
+        AcclaimSurvey survey;
+        survey.lengthMultiplier = lengths_.multiplier;
+        survey.multiplied = lengths_.multiplied;
+        FillFacts(survey.skeleton.facts);
+        const bool isRefused = findings_.HasErrors();
+        for (const auto& motion : motions_) {
+            survey.motions.push_back(motion->Finish(IsUsable() ? &skeleton_ : nullptr, isRefused));
+            CopyShape(survey.skeleton.facts, survey.motions.back().facts);
+        }
+        TellOtherBytes(findings_);
+        const bool needsText =
+            skeleton_.changed || source_.HadTrailingControls() || IsMended(findings_);
+        if (options_.purpose != Purpose::Check && needsText && !isRefused)
+            survey.skeleton.mended = WriteAsf(skeleton_, source_);
+        survey.skeleton.findings = findings_.Sorted();
+        return survey;
+    }
+
+  private:
+    bool IsUsable() const { return isRead_; }
+
+    void ReadSkeleton() {
+        skeleton_ = ReadAsf(findings_, StemOf(asf_.name));
+        if (findings_.HasErrors()) return;
+        isRead_ = true;
+        skeleton_.changed = skeleton_.changed || !PlugInReads(source_.Text(), skeleton_);
+        ListOrders();
+        ReexpressAxes(skeleton_, findings_);
+        MendDirections(skeleton_, findings_);
+        PlanTranslations(skeleton_);
+        lengths_ = SettleLengths(skeleton_, options_, findings_);
+    }
+
+    void ReadMotions() {
+        std::vector<AmcMotion*> read;
+        bool toldTranslations = false;
+        for (const auto& motion : motions_) {
+            if (!IsUsable()) {
+                motion->ReadAlone();
+                continue;
+            }
+            motion->Read(skeleton_, lengths_);
+            if (motion->Motion() && motion->Motion()->frames > 0) read.push_back(motion->Motion());
+            toldTranslations |= motion->Findings().Find(codes::kDofTranslation) != nullptr;
+        }
+        if (!IsUsable()) return;
+        TellTranslations(skeleton_, toldTranslations, findings_);
+        FoldLengths(skeleton_, read, findings_);
+    }
+
+    void TellNames(std::span<const AcclaimFile> amcs) {
+        const std::string subject = SubjectOf(asf_.name);
+        for (std::size_t i = 0; i < amcs.size(); ++i) {
+            const std::string other = SubjectOf(amcs[i].name);
+            if (subject.empty() || other.empty() || subject == other) continue;
+            motions_[i]->Findings().Add({codes::kPairMismatch, Severity::Note, nullptr,
+                                         "the name \"" + amcs[i].name +
+                                             "\" does not fit the skeleton's, \"" + asf_.name +
+                                             "\""});
+        }
+    }
+
+    // The orders of rotations as the bones list them.
+    void ListOrders() {
+        for (const AsfBone& bone : skeleton_.bones) {
+            std::string order;
+            for (const Dof dof : bone.dof)
+                if (IsRotation(dof)) order += "XYZ"[AxisOf(dof)];
+            if (!order.empty() && std::find(orders_.begin(), orders_.end(), order) == orders_.end())
+                orders_.push_back(order);
+        }
+    }
+
+    void FillFacts(Facts& facts) {
+        if (!IsUsable()) return;
+        facts.joints = skeleton_.bones.size();
+        for (const AsfBone& bone : skeleton_.bones)
+            facts.channels += bone.dof.size();
+        facts.orders = orders_;
+        if (options_.purpose != Purpose::Check) return;
+        FigureShape shape;
+        shape.SetRest(AcclaimFigure(skeleton_, lengths_.factor).AtRest());
+        for (const auto& motion : motions_)
+            motion->Poses().GiveTo(shape);
+        ReportShape(shape, facts, findings_);
+    }
+
+    static void CopyShape(const Facts& from, Facts& to) {
+        to.height = from.height;
+        to.unit = from.unit;
+        to.up = from.up;
+        to.orders = from.orders;
+    }
+
+    const AcclaimFile& asf_;
+    const Options& options_;
+    SourceText source_;
+    FindingList findings_;
+    AsfSkeleton skeleton_;
+    std::vector<std::string> orders_;
+    LengthSettings lengths_;
+    std::vector<std::unique_ptr<MotionSurvey>> motions_;
+    bool isRead_ = false;
+};
+
+}  // namespace
+
+AcclaimSurvey SurveyAcclaim(const AcclaimFile& asf, std::span<const AcclaimFile> amcs,
+                            const Options& options) {
+    return PairSurvey(asf, amcs, options).Run();
+}
+
+AmcSurvey SurveyAmcAlone(const AcclaimFile& amc, const Options& options) {
+    MotionSurvey survey(amc, options);
+    survey.ReadAlone();
+    return survey.Finish(nullptr, false);
+}
+
+}  // namespace survey

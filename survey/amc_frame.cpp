@@ -1,0 +1,135 @@
+#include "survey/amc_frame.h"
+
+#include <algorithm>
+
+#include "survey/acclaim_words.h"
+#include "survey/amc_header.h"
+#include "survey/encoding.h"
+#include "survey/number_word.h"
+#include "text/utf8.h"
+
+namespace survey {
+namespace {
+
+// Commas may part decimals, so they do not part words.
+bool IsBreak(char c) {
+    return IsWhite(c) || c == '(' || c == ')';
+}
+
+bool BeginsNumber(std::string_view word) {
+    const char c = word[0];
+    return (c >= '0' && c <= '9') || c == '-' || c == '+' || c == '.';
+}
+
+}  // namespace
+
+std::uint32_t AmcBones::Find(std::string_view name) const {
+    const std::uint32_t bone = text::IsValidUtf8(name)
+                                   ? skeleton_.names.Find(name)
+                                   : skeleton_.names.Find(Windows1252ToUtf8(name));
+    return bone == kNoBone && EqualsLower(name, "root") && !skeleton_.Root().name.empty() ? 0
+                                                                                          : bone;
+}
+
+void AmcFrameReader::Read(const char* at, AmcFrame& frame) {
+    frame.at = at;
+    frame.hasNumber = false;
+    frame.isOdd = false;
+    frame.words.clear();
+    frame.rows.clear();
+    frame.keywords.clear();
+    at_ = at;
+    const std::string_view word = NextWord(frame);
+    frame.hasNumber = IsFrameNumber(word, frame.number);
+    if (!frame.hasNumber) at_ = at;
+    atLineStart_ = !frame.hasNumber;
+    frame.end = nullptr;
+    while (!frame.end)
+        ReadLine(frame);
+    lastRows_.clear();
+    for (const AmcRow& row : frame.rows)
+        lastRows_.push_back({row.name, row.bone});
+}
+
+// The next word, without commas around it; empty at the end of the text. `atLineStart_` says
+// whether it is the first of its line.
+std::string_view AmcFrameReader::NextWord(AmcFrame& frame) {
+    for (;;) {
+        for (; at_ < end_ && (IsBreak(*at_) || *at_ == ','); ++at_) {
+            atLineStart_ |= IsLineEnd(*at_);
+            frame.isOdd |= *at_ == '\v' || *at_ == '\f';
+        }
+        if (at_ == end_ || *at_ != '#') break;
+        at_ = std::find_if(at_, end_, IsLineEnd);
+        frame.isOdd = true;
+    }
+    const char* const first = at_;
+    at_ = std::find_if(at_, end_, IsBreak);
+    std::string_view word(first, static_cast<std::size_t>(at_ - first));
+    while (!word.empty() && word.back() == ',')
+        word.remove_suffix(1);
+    return word;
+}
+
+// One word of the frame, or its end.
+void AmcFrameReader::ReadLine(AmcFrame& frame) {
+    const std::string_view word = NextWord(frame);
+    const bool startsLine = atLineStart_;
+    atLineStart_ = false;
+    if (word.empty()) {
+        frame.end = end_;
+    } else if (word[0] == ':') {
+        frame.keywords.push_back(word);
+        frame.isOdd = true;
+        at_ = std::find_if(at_, end_, IsLineEnd);
+    } else if (startsLine && BeginsNumber(word)) {
+        if (BeginsFrame(word, frame))
+            frame.end = word.data();
+        else if (bones_.Find(word) != kNoBone || frame.rows.empty())
+            frame.end = AddRow(word, frame) ? nullptr : word.data();
+        else
+            AddWord(word, frame);
+    } else if (startsLine ||
+               (!BeginsNumber(word) && FindBone(word, frame.rows.size()) != kNoBone)) {
+        frame.end = AddRow(word, frame) ? nullptr : word.data();
+    } else {
+        AddWord(word, frame);
+    }
+}
+
+// A whole number alone in its line, or with a name after it. Other numbers go on with the row of
+// the line before.
+bool AmcFrameReader::BeginsFrame(std::string_view word, const AmcFrame& frame) {
+    double number = 0.0;
+    if (!IsFrameNumber(word, number)) return false;
+    const char* next = at_;
+    while (next < end_ && (IsBreak(*next) || *next == ',') && !IsLineEnd(*next))
+        ++next;
+    if (next == end_ || IsLineEnd(*next) || *next == '#') return true;
+    return frame.rows.empty() || !BeginsNumber({next, 1});
+}
+
+// False where the row is that of the next frame, whose number is missing: it names the bone that
+// this one began with.
+bool AmcFrameReader::AddRow(std::string_view name, AmcFrame& frame) {
+    const std::uint32_t bone = FindBone(name, frame.rows.size());
+    if (bone != kNoBone && frame.rows.size() > 1 && frame.rows[0].bone == bone) return false;
+    frame.rows.push_back({name, bone, frame.words.size(), 0});
+    return true;
+}
+
+void AmcFrameReader::AddWord(std::string_view word, AmcFrame& frame) {
+    if (frame.rows.empty()) {
+        frame.isOdd = true;
+        return;
+    }
+    frame.words.push_back(word);
+    ++frame.rows.back().count;
+}
+
+std::uint32_t AmcFrameReader::FindBone(std::string_view name, std::size_t row) {
+    if (row < lastRows_.size() && lastRows_[row].name == name) return lastRows_[row].bone;
+    return bones_.Find(name);
+}
+
+}  // namespace survey

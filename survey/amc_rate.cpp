@@ -1,0 +1,63 @@
+#include "survey/amc_rate.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "survey/codes.h"
+#include "text/number_text.h"
+
+namespace survey {
+namespace {
+
+constexpr double kUsualRate = 30.0;
+// A lower one is none to the plug-in.
+constexpr int kLowestRate = 2;
+constexpr double kHighestRate = 1e9;
+
+int NearestRate(double rate) {
+    return static_cast<int>(std::lround(std::min(rate, kHighestRate)));
+}
+
+void TellRateText(const AmcHeader& header, bool mended, FindingList& findings) {
+    const std::string rate = text::NumberText(header.rate);
+    findings.Add({codes::kRateText, Severity::Note, header.rateAt,
+                  header.isRateLate
+                      ? "the rate of " + rate + " is stated after :FULLY-SPECIFIED; it is read"
+                      : "the rate of " + rate + " is no whole number; exports use it as stated",
+                  "", mended});
+}
+
+}  // namespace
+
+std::string WrittenRate(const AmcHeader& header, Purpose purpose) {
+    if (header.rateText.empty()) return {};
+    if (purpose == Purpose::Fix) return std::string(header.rateText);
+    return std::to_string(NearestRate(header.rate));
+}
+
+void SettleRate(const Options& options, bool isArchive, bool degrees, FindingList& findings,
+                AmcMotion& motion) {
+    const AmcHeader& header = motion.header;
+    const bool isStated = !header.rateText.empty();
+    const bool isPlain =
+        PlugInReadsHeader(findings.Source().Text(), header, degrees, motion.plugInRate);
+    if (!isPlain) motion.changed = true;
+    const int nearest = isStated ? NearestRate(header.rate) : 0;
+    // A rate that only lacks its fraction stays in the file that is fixed.
+    const bool isRead = !isStated || nearest < kLowestRate || motion.plugInRate == nearest;
+    const bool isWritten = !isRead && options.purpose == Purpose::Import;
+    if (isWritten || (isStated && header.isRateLate)) motion.changed = true;
+    if (options.framesPerSecond) {
+        motion.framesPerSecond = *options.framesPerSecond;
+        return;
+    }
+    motion.framesPerSecond = isStated ? header.rate : isArchive ? kArchiveRate : kUsualRate;
+    if (isStated && (header.isRateLate || header.rate != std::floor(header.rate)))
+        TellRateText(header, header.isRateLate || isWritten, findings);
+    if (!isStated && !isArchive)
+        findings.Add({codes::kRateMissing, Severity::Warning, nullptr,
+                      "the motion does not state how many frames a second has; it is read as 30, "
+                      "and --fps states another"});
+}
+
+}  // namespace survey

@@ -1,0 +1,214 @@
+#include "survey/amc_reader.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "survey/amc_rate.h"
+#include "survey/amc_scan.h"
+#include "survey/amc_tally.h"
+#include "survey/codes.h"
+#include "survey/encoding.h"
+#include "survey/source_findings.h"
+#include "text/utf8.h"
+
+namespace survey {
+namespace {
+
+// More of the skeleton's bones than one in so many must not be missing.
+constexpr std::size_t kMissingShare = 5;
+
+bool IsPlainNumber(const AmcFrame& frame) {
+    const char* const last =
+        std::find_if(frame.at, frame.end, [](char c) { return c < '0' || c > '9'; });
+    return frame.hasNumber && last > frame.at && (last == frame.end || IsWhite(*last));
+}
+
+class Reader {
+  public:
+    Reader(const AmcHeader& header, const AmcSetting& setting, FindingList& findings)
+        : text_(findings.Source().Text()),
+          setting_(setting),
+          findings_(findings),
+          motion_(setting.skeleton, header.has3Dof),
+          bones_(setting.skeleton),
+          frameReader_(text_, bones_),
+          scan_(text_),
+          tally_(setting.skeleton, findings),
+          looksOnly_(!setting.onFrame) {
+        motion_.header = header;
+        for (std::uint32_t bone = 0; bone < setting.skeleton.bones.size(); ++bone) {
+            const AsfBone& listed = setting.skeleton.bones[bone];
+            if (listed.Has(Dof::Length) && !setting.isAlone)
+                motion_.lengths.push_back({bone, {}, false, false});
+            for (const Dof dof : listed.dof)
+                if (bone != 0 && !IsRotation(dof)) looksOnly_ = false;
+        }
+    }
+
+    AmcMotion Read() {
+        motion_.end = text_.data() + text_.size();
+        motion_.changed = findings_.Source().HadTrailingControls();
+        const char* at = motion_.header.frames;
+        while (at < text_.data() + text_.size() && !isRefused_)
+            at = ReadOne(at);
+        motion_.frames = motion_.numbers.Count();
+        if (!isRefused_) tally_.Report(motion_.values, motion_.frames);
+        if (motion_.frames == 0)
+            findings_.Add({codes::kMotionEmpty, Severity::Note, nullptr,
+                           "there are no frames; the skeleton is imported alone"});
+        SettleRate(setting_.options, setting_.isArchive, setting_.skeleton.degrees, findings_,
+                   motion_);
+        motion_.numbers.Report(motion_.framesPerSecond, findings_);
+        TellUnit();
+        motion_.values.Rewind();
+        return std::move(motion_);
+    }
+
+  private:
+    const char* ReadOne(const char* at) {
+        std::uint32_t number = 0;
+        if (looksOnly_ && scan_.HasLearned() && motion_.values.IsComplete()) {
+            if (const char* const end = scan_.Look(at, number)) {
+                motion_.numbers.Add(number, at);
+                tally_.AddLikeFirst();
+                return end;
+            }
+        }
+        frameReader_.Read(at, frame_);
+        const bool isFirst = motion_.numbers.Count() == 0;
+        motion_.numbers.Add(frame_.hasNumber ? std::optional(frame_.number) : std::nullopt, at);
+        const bool isLast = frame_.end == text_.data() + text_.size();
+        if (!isFirst && isLast && IsCut()) return frame_.end;
+        motion_.values.Apply(frame_, events_);
+        if (isFirst && TellMismatch()) return frame_.end;
+        Note();
+        if (isFirst && IsClean()) scan_.Learn(frame_);
+        if (!IsClean()) motion_.changed = true;
+        return frame_.end;
+    }
+
+    bool IsClean() const { return events_.empty() && !frame_.isOdd && IsPlainNumber(frame_); }
+
+    void Note() {
+        tally_.Add(events_);
+        for (const std::string_view word : frame_.keywords)
+            if (!findings_.AddAgain(codes::kKeywordUnknown, Severity::Note))
+                findings_.Add({codes::kKeywordUnknown, Severity::Note, word.data(),
+                               "\"" + std::string(word) + "\" is passed over", "", true});
+        for (const AmcRow& row : frame_.rows) {
+            if (!findings_.Source().HasHighBytes() || text::IsValidUtf8(row.name)) continue;
+            NameAsUtf8(row.name, findings_);
+            motion_.changed = true;
+        }
+        for (AmcLength& length : motion_.lengths)
+            WatchLength(length);
+        if (setting_.onFrame) setting_.onFrame(motion_.values);
+    }
+
+    void WatchLength(AmcLength& length) {
+        if (!motion_.values.WasSeen(length.bone)) return;
+        const std::vector<Dof>& dofs = setting_.skeleton.bones[length.bone].dof;
+        const auto dof = std::find(dofs.begin(), dofs.end(), Dof::Length) - dofs.begin();
+        const AsfNumber& value = motion_.values.Of(length.bone)[static_cast<std::size_t>(dof)];
+        if (!length.isKnown) length.first = value;
+        length.isKnown = true;
+        if (value.value != length.first.value) length.moves = true;
+    }
+
+    // A last frame that lacks what an earlier one has is not the frame that it was to be.
+    bool IsCut() {
+        std::vector<std::uint8_t> isWhole(setting_.skeleton.bones.size());
+        for (const AmcRow& row : frame_.rows)
+            if (row.bone != kNoBone && !LacksValues(row)) isWhole[row.bone] = 1;
+        for (const std::uint32_t bone : motion_.values.Order()) {
+            if (isWhole[bone] != 0 || !motion_.values.WasSeen(bone)) continue;
+            findings_.Add({codes::kFrameCut, Severity::Warning, frame_.at,
+                           "the last frame lacks values of \"" +
+                               setting_.skeleton.bones[bone].name + "\"; it is left out",
+                           setting_.skeleton.bones[bone].name, true});
+            motion_.numbers.Forget();
+            motion_.end = frame_.at;
+            motion_.changed = true;
+            return true;
+        }
+        return false;
+    }
+
+    // Numbers that are written together may make up for words.
+    bool LacksValues(const AmcRow& row) const {
+        std::size_t signs = 0;
+        for (std::size_t word = row.first; word < row.first + row.count; ++word)
+            signs += static_cast<std::size_t>(
+                std::count_if(frame_.words[word].begin(), frame_.words[word].end(),
+                              [](char c) { return c == '-' || c == '+' || c == ','; }));
+        const std::size_t expected = setting_.skeleton.bones[row.bone].dof.size();
+        return row.count < expected && row.count + signs < expected;
+    }
+
+    bool TellMismatch() {
+        const std::size_t bones = motion_.values.Order().size();
+        const auto missing = static_cast<std::size_t>(
+            std::count_if(events_.begin(), events_.end(),
+                          [](const AmcEvent& event) { return event.kind == AmcEvent::Missing; }));
+        if (missing * kMissingShare <= bones) return false;
+        findings_.Add({codes::kPairMismatch, Severity::Error, frame_.at,
+                       std::to_string(missing) + " of the skeleton's " + std::to_string(bones) +
+                           " moving bones have no row in the first frame; the motion is likely of "
+                           "another skeleton"});
+        isRefused_ = true;
+        return true;
+    }
+
+    void TellUnit() {
+        const AmcHeader& header = motion_.header;
+        if (!header.degrees || *header.degrees == setting_.skeleton.degrees) return;
+        findings_.Add({codes::kAngleUnits, Severity::Note, header.unitAt,
+                       std::string("the motion's angles are ") +
+                           (*header.degrees ? "degrees and the skeleton's radians"
+                                            : "radians and the skeleton's degrees") +
+                           "; each is read in its own unit",
+                       "", true});
+    }
+
+    std::string_view text_;
+    const AmcSetting& setting_;
+    FindingList& findings_;
+    AmcMotion motion_;
+    AmcBones bones_;
+    AmcFrameReader frameReader_;
+    AmcFrame frame_;
+    std::vector<AmcEvent> events_;
+    AmcScan scan_;
+    AmcTally tally_;
+    bool looksOnly_;  // values need not be known
+    bool isRefused_ = false;
+};
+
+}  // namespace
+
+AmcMotion ReadAmc(const AmcHeader& header, const AmcSetting& setting, FindingList& findings) {
+    return Reader(header, setting, findings).Read();
+}
+
+AsfSkeleton SkeletonOfMotion(std::string_view text, const AmcHeader& header) {
+    AsfSkeleton skeleton;
+    skeleton.degrees = header.degrees.value_or(true);
+    skeleton.order.push_back(0);
+    if (header.frames == text.data() + text.size()) return skeleton;
+    AmcFrame frame;
+    const AmcBones none(skeleton);
+    AmcFrameReader(text, none).Read(header.frames, frame);
+    for (const AmcRow& row : frame.rows) {
+        const std::string name =
+            text::IsValidUtf8(row.name) ? std::string(row.name) : Windows1252ToUtf8(row.name);
+        const auto index = static_cast<std::uint32_t>(skeleton.bones.size());
+        if (row.count == 0 || !skeleton.names.Add(name, index)) continue;
+        AsfBone& bone = skeleton.bones.emplace_back();
+        bone.name = name;
+        bone.dof.assign(row.count, Dof::RotX);
+        skeleton.order.push_back(index);
+    }
+    return skeleton;
+}
+
+}  // namespace survey

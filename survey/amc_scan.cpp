@@ -1,0 +1,187 @@
+#include "survey/amc_scan.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+#include "survey/number_word.h"
+#include "survey/source_text.h"
+#include "textio/number.h"
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+namespace survey {
+namespace {
+
+constexpr std::size_t kLookahead = 64;
+// Longer numbers are read with care.
+constexpr int kLongestFrameNumber = 9;
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool IsGap(char c) {
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+// What the bytes from somewhere on are, a bit each.
+struct Kinds {
+    std::uint64_t digits = 0;
+    std::uint64_t points = 0;
+    std::uint64_t minuses = 0;
+    std::uint64_t gaps = 0;  // blanks and carriage returns
+    std::uint64_t feeds = 0;
+
+    void Append(const Kinds& more, unsigned shift) {
+        digits |= more.digits << shift;
+        points |= more.points << shift;
+        minuses |= more.minuses << shift;
+        gaps |= more.gaps << shift;
+        feeds |= more.feeds << shift;
+    }
+};
+
+constexpr unsigned kStep = 16;
+
+#ifdef __SSE2__
+std::uint64_t Bits(__m128i bytes) {
+    return static_cast<std::uint64_t>(_mm_movemask_epi8(bytes));
+}
+
+Kinds KindsAt(const char* at) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    const auto is = [&](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+    // Moved so that the digits are the ten lowest signed bytes.
+    const __m128i moved = _mm_sub_epi8(bytes, _mm_set1_epi8(static_cast<char>('0' - 128)));
+    Kinds kinds;
+    kinds.digits = Bits(_mm_cmplt_epi8(moved, _mm_set1_epi8(-118)));
+    kinds.points = Bits(is('.'));
+    kinds.minuses = Bits(is('-'));
+    kinds.gaps = Bits(_mm_or_si128(is(' '), _mm_or_si128(is('\t'), is('\r'))));
+    kinds.feeds = Bits(is('\n'));
+    return kinds;
+}
+#else
+Kinds KindsAt(const char* at) {
+    Kinds kinds;
+    for (unsigned i = 0; i < kStep; ++i) {
+        const std::uint64_t bit = std::uint64_t{1} << i;
+        if (IsDigit(at[i])) kinds.digits |= bit;
+        if (at[i] == '.') kinds.points |= bit;
+        if (at[i] == '-') kinds.minuses |= bit;
+        if (IsGap(at[i])) kinds.gaps |= bit;
+        if (at[i] == '\n') kinds.feeds |= bit;
+    }
+    return kinds;
+}
+#endif
+
+// Whether the bytes before the line feed at bit `length`, of which the first is a gap, are so many
+// decimals without sign or with "-", without exponent, each with a digit before its point.
+bool AreDecimals(const Kinds& kinds, unsigned length, unsigned values) {
+    const std::uint64_t line = (std::uint64_t{1} << length) - 1;
+    const std::uint64_t digits = kinds.digits & line;
+    const std::uint64_t points = kinds.points & line;
+    const std::uint64_t minuses = kinds.minuses & line;
+    const std::uint64_t words = digits | points | minuses;
+    if ((words | (kinds.gaps & line)) != line || (words & 1U) != 0) return false;
+    const std::uint64_t starts = words & ~(words << 1U);
+    const std::uint64_t afterMinus = minuses << 1U;
+    const std::uint64_t afterPoint = points << 1U;
+    // Carries run through the digits after each point and stop behind them.
+    const std::uint64_t runs = afterPoint & digits;
+    const std::uint64_t ends = ((digits + runs) & ~digits) | (afterPoint & ~digits);
+    return (minuses & ~starts) == 0 && (afterMinus & ~digits) == 0 && (starts & points) == 0 &&
+           (ends & words) == 0 && std::popcount(starts) == static_cast<int>(values);
+}
+
+}  // namespace
+
+void AmcScan::Learn(const AmcFrame& first) {
+    rows_.clear();
+    for (const AmcRow& row : first.rows) {
+        Row& known = rows_.emplace_back();
+        known.name = row.name;
+        known.values = static_cast<unsigned>(row.count);
+        char bytes[16] = {};
+        char mask[16] = {};
+        const std::size_t length = std::min(known.name.size(), sizeof(bytes));
+        std::memcpy(bytes, known.name.data(), length);
+        std::memset(mask, 0xFF, length);
+        std::memcpy(known.word, bytes, sizeof(bytes));
+        std::memcpy(known.mask, mask, sizeof(mask));
+    }
+}
+
+const char* AmcScan::Look(const char* at, std::uint32_t& number) const {
+    at = LookAtNumber(at, number);
+    for (auto row = rows_.begin(); at && row != rows_.end(); ++row) {
+        while (at < end_ && IsGap(*at))
+            ++at;
+        if (!BeginsWith(*row, at)) return nullptr;
+        at = LookAtValues(at + row->name.size(), row->values);
+    }
+    if (!at) return nullptr;
+    while (at < end_ && (IsGap(*at) || *at == '\n'))
+        ++at;
+    return at == end_ || IsDigit(*at) ? at : nullptr;
+}
+
+bool AmcScan::BeginsWith(const Row& row, const char* at) const {
+    const std::size_t length = row.name.size();
+    if (static_cast<std::size_t>(end_ - at) < std::max(length + 1, sizeof(row.word)))
+        return static_cast<std::size_t>(end_ - at) > length &&
+               std::memcmp(at, row.name.data(), length) == 0;
+    std::uint64_t word[2];
+    std::memcpy(word, at, sizeof(word));
+    if ((((word[0] & row.mask[0]) ^ row.word[0]) | ((word[1] & row.mask[1]) ^ row.word[1])) != 0)
+        return false;
+    return length <= sizeof(word) || std::memcmp(at, row.name.data(), length) == 0;
+}
+
+const char* AmcScan::LookAtNumber(const char* at, std::uint32_t& number) const {
+    number = 0;
+    int digits = 0;
+    for (; at < end_ && IsDigit(*at) && digits < kLongestFrameNumber; ++at, ++digits)
+        number = 10 * number + static_cast<std::uint32_t>(*at - '0');
+    while (at < end_ && IsGap(*at))
+        ++at;
+    return digits > 0 && at < end_ && *at == '\n' ? at + 1 : nullptr;
+}
+
+// From after a row's name to after its line feed.
+const char* AmcScan::LookAtValues(const char* at, unsigned values) const {
+    if (static_cast<std::size_t>(end_ - at) < kLookahead) return ReadValues(at, values);
+    Kinds kinds = KindsAt(at);
+    for (unsigned step = kStep; kinds.feeds == 0; step += kStep) {
+        if (step == kLookahead) return ReadValues(at, values);
+        kinds.Append(KindsAt(at + step), step);
+    }
+    const auto length = static_cast<unsigned>(std::countr_zero(kinds.feeds));
+    if (AreDecimals(kinds, length, values)) return at + length + 1;
+    return ReadValues(at, values);
+}
+
+// The same for longer lines, the text's end and numbers of other forms.
+const char* AmcScan::ReadValues(const char* at, unsigned values) const {
+    for (unsigned read = 0;; ++read) {
+        const char* const gap = at;
+        while (at < end_ && IsGap(*at))
+            ++at;
+        if (at == end_ || *at == '\n') return read == values ? std::min(at + 1, end_) : nullptr;
+        if (at == gap || read == values) return nullptr;
+        const char* const last = std::find_if(at, end_, IsWhite);
+        double value = 0.0;
+        if (textio::ReadPlainDecimal(at, end_, value) != last) {
+            const std::string_view word(at, static_cast<std::size_t>(last - at));
+            if (ClassifyWord(word, value) != WordKind::Number || !IsPlainWord(word, value))
+                return nullptr;
+        }
+        at = last;
+    }
+}
+
+}  // namespace survey

@@ -1,0 +1,70 @@
+// Counts what a motion's frames lack, and tells of it once all are read.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "survey/amc_values.h"
+#include "survey/finding_list.h"
+
+namespace survey {
+
+class AmcTally {
+  public:
+    AmcTally(const AsfSkeleton& skeleton, FindingList& findings)
+        : skeleton_(skeleton), findings_(findings) {}
+
+    // Of each frame, in file order.
+    void Add(const std::vector<AmcEvent>& events);
+    // Frames that lack nothing but the bones that the first one lacks.
+    void AddLikeFirst();
+
+    // After the last frame.
+    void Report(const AmcValues& values, std::size_t frames);
+
+    bool LacksNumbers() const { return notFinite_ > 0; }
+
+  private:
+    struct Lack {
+        std::size_t frames = 0;
+        std::vector<AmcEvent> first;
+    };
+    // Of a code that is counted by frames.
+    struct Tally {
+        std::size_t frames = 0;
+        AmcEvent first{};
+    };
+
+    void AddEvent(const AmcEvent& event);
+    void Tell(std::string_view code, Severity severity, const AmcEvent& event,
+              const std::string& message, bool mended = true);
+    void ReportTally(std::string_view code, const Tally& tally, std::size_t frames,
+                     const std::string& what);
+    void ReportMissing(const AmcValues& values, std::size_t frames);
+    void ReportUnknown();
+    void ReportNotFinite(std::size_t all);
+    std::string NameOf(const AmcEvent& event) const;
+
+    const AsfSkeleton& skeleton_;
+    FindingList& findings_;
+    Tally fewer_;
+    Tally more_;
+    std::map<std::size_t, Lack> missing_;  // by how many bones a frame lacks
+    std::size_t missingInFirst_ = 0;
+    bool isFirst_ = true;
+    struct Unknown {
+        std::string name;
+        std::size_t rows = 0;
+    };
+    std::vector<Unknown> unknown_;
+    std::unordered_map<std::string, std::size_t> unknownIndex_;
+    std::size_t unknownRows_ = 0;
+    AmcEvent firstUnknown_{};
+    std::size_t notFinite_ = 0;
+    AmcEvent firstNotFinite_{};
+};
+
+}  // namespace survey

@@ -1,0 +1,94 @@
+#include "survey/amc_writer.h"
+
+#include <algorithm>
+
+#include "survey/acclaim_rotations.h"
+#include "survey/amc_rate.h"
+#include "survey/amc_scan.h"
+#include "survey/asf_writer.h"
+#include "survey/marked_text.h"
+
+namespace survey {
+namespace {
+
+class Writer {
+  public:
+    Writer(const AsfSkeleton& skeleton, const SourceText& source, AmcMotion& motion)
+        : skeleton_(skeleton),
+          motion_(motion),
+          source_(source),
+          out_(source),
+          text_(out_.text),
+          bones_(skeleton),
+          reader_(source.Text(), bones_),
+          scale_(RadiansPerUnit(motion.header.degrees.value_or(skeleton.degrees)) /
+                 RadiansPerUnit(skeleton.degrees)) {}
+
+    MendedText Write(Purpose purpose) {
+        out_.Mark(source_.Text().data());
+        const std::string rate = WrittenRate(motion_.header, purpose);
+        if (!rate.empty()) text_ += ":SAMPLES-PER-SECOND " + rate + '\n';
+        text_ += ":FULLY-SPECIFIED\n";
+        text_ += skeleton_.degrees ? ":DEGREES\n" : ":RADIANS\n";
+        text_.reserve(source_.Text().size() + source_.Text().size() / 8);
+        FrameNumbers::Rewriter numbers(motion_.numbers);
+        std::vector<AmcEvent> events;
+        AmcFrame frame;
+        for (const char* at = motion_.header.frames; at < motion_.end; at = frame.end) {
+            reader_.Read(at, frame);
+            motion_.values.Apply(frame, events);
+            out_.Mark(at);
+            text_ += std::to_string(
+                numbers.Next(frame.hasNumber ? std::optional(frame.number) : std::nullopt));
+            text_ += '\n';
+            for (const std::uint32_t bone : motion_.values.Order())
+                WriteRow(bone);
+        }
+        return out_.Finish();
+    }
+
+  private:
+    void WriteRow(std::uint32_t index) {
+        const AsfBone& bone = skeleton_.bones[index];
+        const std::size_t before = text_.size();
+        text_ += bone.name;
+        const std::size_t named = text_.size();
+        const auto values = motion_.values.Of(index);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            if (bone.IsLeftOut(bone.dof[i])) continue;
+            text_ += ' ';
+            if (scale_ != 1.0 && IsRotation(bone.dof[i]))
+                AppendNumber(text_, {values[i].value * scale_, {}});
+            else
+                AppendWord(values[i]);
+        }
+        if (text_.size() == named)
+            text_.resize(before);
+        else
+            text_ += '\n';
+    }
+
+    void AppendWord(const AsfNumber& number) {
+        const std::size_t first = text_.size();
+        AppendNumber(text_, number);
+        std::replace(text_.begin() + static_cast<std::ptrdiff_t>(first), text_.end(), ',', '.');
+    }
+
+    const AsfSkeleton& skeleton_;
+    AmcMotion& motion_;
+    const SourceText& source_;
+    MarkedText out_;
+    std::string& text_;
+    AmcBones bones_;
+    AmcFrameReader reader_;
+    double scale_;
+};
+
+}  // namespace
+
+MendedText WriteAmc(const AsfSkeleton& skeleton, Purpose purpose, const SourceText& source,
+                    AmcMotion& motion) {
+    return Writer(skeleton, source, motion).Write(purpose);
+}
+
+}  // namespace survey

@@ -1,0 +1,187 @@
+#include "survey/asf_reader.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "survey/acclaim_words.h"
+#include "survey/asf_sections.h"
+#include "survey/codes.h"
+#include "survey/encoding.h"
+#include "survey/number_word.h"
+#include "survey/text_kind.h"
+#include "text/utf8.h"
+
+namespace survey {
+namespace {
+
+// Where the file has no usable version.
+constexpr double kLowestVersion = 1.0;
+
+// As a name that every reader takes for one word.
+std::string OneWord(std::string name) {
+    for (char& c : name)
+        if (IsAsfSeparator(c) || c == ':' || c == '#' || c == '\0') c = '_';
+    return name.empty() ? "skeleton" : name;
+}
+
+// From `at` on, the first word at the start of a line that begins with a colon; the text's end
+// where there is none.
+const char* FindSection(const char* at, const char* end) {
+    while (at < end) {
+        at = std::find_if(at, end, IsLineEnd);
+        at = std::find_if_not(at, end, IsWhite);
+        if (at < end && *at == ':') break;
+    }
+    return at;
+}
+
+// Line feeds, no white space at the end, UTF-8.
+std::string CleanText(std::string_view text) {
+    while (!text.empty() && IsWhite(text.back()))
+        text.remove_suffix(1);
+    std::string clean;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '\r' && at + 1 < text.size() && text[at + 1] == '\n') continue;
+        clean += text[at] == '\r' ? '\n' : text[at] == '\0' ? ' ' : text[at];
+    }
+    return text::IsValidUtf8(clean) ? clean : Windows1252ToUtf8(clean);
+}
+
+class Reader {
+  public:
+    Reader(FindingList& findings, const std::string& fileName)
+        : text_(findings.Source().Text()),
+          findings_(findings),
+          fileName_(fileName),
+          words_(text_),
+          context_{words_, findings, skeleton_} {}
+
+    AsfSkeleton Read() {
+        skeleton_.bones[0].name = "root";
+        while (!words_.Peek().IsEnd())
+            ReadSection(words_.Next());
+        if (!hasBones_ || hierarchies_.empty()) {
+            Refuse();
+            return std::move(skeleton_);
+        }
+        ReadAsfHierarchy(findings_, hierarchies_, hasRoot_, skeleton_);
+        return std::move(skeleton_);
+    }
+
+  private:
+    void ReadSection(const AsfWord& word) {
+        if (word.Is(":version")) {
+            ReadVersion();
+        } else if (word.Is(":name")) {
+            ReadName(word);
+        } else if (word.Is(":units")) {
+            ReadAsfUnits(context_);
+        } else if (word.Is(":documentation")) {
+            ReadDocumentation(word);
+        } else if (word.Is(":root")) {
+            hasRoot_ = true;
+            skeleton_.bones[0].at = word.text.data();
+            ReadAsfRoot(context_);
+        } else if (word.Is(":bonedata")) {
+            hasBones_ = true;
+            ReadAsfBones(context_);
+        } else if (word.Is(":hierarchy")) {
+            hierarchies_.push_back(word.text.data() + word.text.size());
+            words_.MoveTo(FindSection(word.text.data(), text_.data() + text_.size()), true);
+        } else {
+            PassSection(word);
+        }
+    }
+
+    void ReadVersion() {
+        double value = 0.0;
+        const AsfWord word = words_.Peek();
+        if (word.IsKeyword() || word.IsEnd()) return;
+        words_.Next();
+        if (ClassifyWord(word.text, value) == WordKind::Number && value >= kLowestVersion)
+            skeleton_.version = {value, word.text};
+        else
+            skeleton_.changed = true;
+    }
+
+    // The rest of the line, in one word.
+    void ReadName(const AsfWord& keyword) {
+        const AsfWord& next = words_.Peek();
+        if (next.IsEnd() || next.startsLine || next.IsKeyword()) {
+            skeleton_.name = OneWord(fileName_);
+            findings_.Add({codes::kNameEmpty, Severity::Note, keyword.text.data(),
+                           "no name is given; the file's is used", "", true});
+            return;
+        }
+        AsfValues values(words_, findings_);
+        skeleton_.name = OneWord(values.ReadName());
+        bool hasBlank = false;
+        for (; !next.IsEnd() && !next.startsLine && !next.IsKeyword(); hasBlank = true)
+            skeleton_.name += "_" + OneWord(values.ReadName());
+        if (hasBlank)
+            findings_.Add({codes::kNameBlank, Severity::Note, keyword.text.data(),
+                           "the name has blanks, which become \"_\"", "", true});
+    }
+
+    void ReadDocumentation(const AsfWord& keyword) {
+        const char* const start = keyword.text.data() + keyword.text.size();
+        const char* const end = FindSection(start, text_.data() + text_.size());
+        const std::string_view raw(start, static_cast<std::size_t>(end - start));
+        skeleton_.hasDocumentation = true;
+        skeleton_.documentationAt = keyword.text.data();
+        skeleton_.documentation = CleanText(raw);
+        if (!text::IsValidUtf8(raw) && !findings_.Find(codes::kTextEncoding))
+            findings_.Add({codes::kTextEncoding, Severity::Note, start + text::FindInvalidUtf8(raw),
+                           "the documentation is not UTF-8 and was read as Windows-1252; "
+                           "--encoding names another",
+                           "", true});
+        const std::size_t colon = raw.find(':');
+        if (colon != std::string_view::npos) {
+            findings_.Add({codes::kDocumentationColon, Severity::Note, start + colon,
+                           "a colon is part of the documentation, which the plug-in would end "
+                           "here; it is left out",
+                           "", true});
+            std::replace(skeleton_.documentation.begin(), skeleton_.documentation.end(), ':', ' ');
+        }
+        words_.MoveTo(end, true);
+    }
+
+    // A section of another name, or words outside any. The plug-in passes over the name alone.
+    void PassSection(const AsfWord& word) {
+        const bool isBare = word.IsKeyword() && words_.Peek().IsKeyword();
+        if (isBare) {
+            PassUnknown(context_, word, false);
+            return;
+        }
+        PassUnknown(context_, word, true);
+        while (!words_.Peek().IsEnd() && !words_.Peek().IsKeyword())
+            words_.Next();
+    }
+
+    void Refuse() {
+        const std::string missing = hasBones_ ? ":hierarchy" : ":bonedata";
+        const bool isCut = hasBones_ || hasRoot_;
+        const std::string look = isCut ? "the file may be cut off"
+                                       : "the file looks like " + std::string(DescribeText(text_));
+        findings_.Add({codes::kNotAsf, Severity::Error, nullptr,
+                       "this is no ASF skeleton: it has no " + missing + " section; " + look});
+    }
+
+    std::string_view text_;
+    FindingList& findings_;
+    std::string fileName_;
+    AsfSkeleton skeleton_;
+    AsfWords words_;
+    AsfContext context_;
+    std::vector<const char*> hierarchies_;
+    bool hasRoot_ = false;
+    bool hasBones_ = false;
+};
+
+}  // namespace
+
+AsfSkeleton ReadAsf(FindingList& findings, const std::string& fileName) {
+    return Reader(findings, fileName).Read();
+}
+
+}  // namespace survey
