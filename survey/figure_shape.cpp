@@ -108,10 +108,11 @@ void ReportShape(const FigureShape& shape, Facts& facts, FindingList& findings) 
     if (*facts.height >= kSmallest && *facts.height <= kTallest) return;
     const Unit* unit = FindUnit(*facts.height);
     const double scale = unit ? unit->metres : kUsualHeight / *facts.height;
+    const std::string scaleText = unit ? text::NumberText(scale) : Rounded(scale);
     const std::string likely = unit ? ", likely of " + std::string(unit->name) : std::string();
     findings.Add({codes::kFigureSize, Severity::Note, nullptr,
                   "the figure is " + Rounded(*facts.height) + " tall" + likely +
-                      "; exports count metres: --scale " + Rounded(scale) + " makes it " +
+                      "; exports count metres: --scale " + scaleText + " makes it " +
                       Rounded(*facts.height * scale) + " metres tall"});
 }
 
