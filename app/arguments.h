@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "app/check_request.h"
 #include "app/convert/convert_request.h"
 
 namespace app {
@@ -23,6 +24,7 @@ class UsageError : public std::runtime_error {
 enum class Progress : std::uint8_t { Auto, On, Off };  // Auto: where stderr is a terminal
 enum class SourceFormat : std::uint8_t { Biovision, Acclaim };
 enum class OutputFormat : std::uint8_t { Json, Glb, Gltf, Bvh, Csv, Npz };
+enum class Preset : std::uint8_t { Auto, Cmu, None };  // Auto: where the file looks like one
 enum class UpAxis : std::uint8_t { Y, Z };
 
 struct OutputRequest {
@@ -44,10 +46,15 @@ struct ImportRequest {
     bool addClip = false;
     bool applyLimits = false;
     std::optional<double> lengthMultiplier;
+    Preset preset = Preset::Auto;
+
+    bool asIs = false;     // without a survey: the plug-in's own reading
+    bool strict = false;   // a warning of the survey refuses the import too
+    std::string encoding;  // of names that are no UTF-8, as iconv names it; empty: none named
 
     std::vector<OutputRequest> outputs;
-    // For exports: the factor on all lengths, the axis that points up in the file, and the frame
-    // rate where it is not to be the motion's own.
+    // For exports: the factor on all lengths, the axis that points up in the file, and the take's
+    // rate where it is not what the file says.
     double scale = 1.0;
     UpAxis up = UpAxis::Y;
     std::optional<double> framesPerSecond;
@@ -88,9 +95,9 @@ struct Answer {
     std::string text;
 };
 
-using Request = std::variant<Answer, ImportRequest, ConvertRequest, CommandRequest>;
+using Request = std::variant<Answer, ImportRequest, CheckRequest, ConvertRequest, CommandRequest>;
 
-// "import", "convert", "command".
+// "import", "check", "convert", "command".
 bool IsCommand(std::string_view word);
 
 // `arguments` without the program's name. Throws UsageError.

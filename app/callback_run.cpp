@@ -21,17 +21,6 @@ bool CanRedrawLines() {
     return !terminal || std::string_view(terminal) != "dumb";
 }
 
-// Without a bar there is no button to press.
-class InterruptWindow {
-  public:
-    explicit InterruptWindow(bool interactive) {
-        if (!interactive) BeginUncancellable();
-    }
-    ~InterruptWindow() { EndUncancellable(); }
-    InterruptWindow(const InterruptWindow&) = delete;
-    InterruptWindow& operator=(const InterruptWindow&) = delete;
-};
-
 }  // namespace
 
 CallbackResult RunCallback(const PluginLibrary& plugin, const std::wstring& name,
@@ -50,14 +39,16 @@ CallbackResult RunCallback(const PluginLibrary& plugin, const std::wstring& name
         session.OnBar([&](const headless::BarEvent& event) { bar->Take(event); });
     }
     LogPrinter log(show.file, show.motionFile, {terminal, show.errorsOnly}, ToStderr());
+    CallbackResult result;
     session.OnLog([&](const headless::LogLine& line) {
         if (bar) bar->Erase();
-        log.Print(line);
+        result.log.push_back(show.filter ? show.filter(line) : line);
+        log.Print(result.log.back());
     });
 
-    CallbackResult result;
     {
-        const InterruptWindow window(interactive);
+        // Without a bar there is no button to press.
+        const UncancellableStretch stretch(!interactive);
         const auto start = std::chrono::steady_clock::now();
         result.code = plugin.OnCommand(name.c_str(), arguments.Data());
         const std::chrono::duration<double, std::milli> took =

@@ -2,14 +2,20 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "app/arguments.h"
 #include "app/log_printer.h"
 #include "app/plugin_library.h"
 #include "app/variant_list.h"
+#include "headless/session.h"
 
 namespace app {
+
+// How a log line is shown and kept.
+using LogFilter = std::function<headless::LogLine(const headless::LogLine&)>;
 
 struct CallbackShow {
     Progress progress = Progress::Auto;
@@ -18,11 +24,13 @@ struct CallbackShow {
     // Before each log line; both empty: nothing.
     std::string file;
     std::string motionFile;
+    LogFilter filter;  // none: as the plug-in wrote it
 };
 
 struct CallbackResult {
     std::int32_t code = 0;
     double milliseconds = 0.0;  // inside the callback
+    std::vector<headless::LogLine> log;
 };
 
 // Makes the session new and calls the plug-in; the log goes to stderr as it is written, the bar is

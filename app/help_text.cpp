@@ -8,6 +8,7 @@ const std::string_view kMainHelp =
 Usage:
   zkhost import FILE.bvh [OPTIONS]               a skeleton and its motion
   zkhost import SKEL.asf [MOTION.amc] [OPTIONS]  a skeleton, with a motion
+  zkhost check FILE... [OPTIONS]                 what is wrong with files
   zkhost convert PATH... --to FORMAT --out-dir DIR  a whole data set
   zkhost command NAME [ARGUMENTS]                the plug-in's callback as it is
 
@@ -20,7 +21,7 @@ Options:
 
 Exit status:
   0    imported                        4    convert finished with failures
-  1    the import failed               5    imported in part, after an error
+  1    failed or refused               5    imported in part, after an error
   2    wrong usage, or no plug-in      130  cancelled
   3    an output could not be written
 )";
@@ -35,11 +36,13 @@ Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
   --[no-]group, --clip      gather what moves in a group (on); add a clip
   --limits                  Acclaim: hold the values within the limits
   --length X                Acclaim: multiply lengths by X, not the file's own
-  --preset cmu              Acclaim: --length 0.056444 --fps 120
+  --preset auto|cmu|none    metres and 120 a second (auto: where length is 0.45)
+  --as-is, --strict         no survey, the file to the letter; refuse warnings
+  --encoding NAME           of names that are no UTF-8 (Windows-1252)
   -o, --output FILE         .glb .gltf .bvh .csv .npz .json; may repeat
   --make-folders            make the folders that the outputs go to
   --scale X, --up y|z       exports: factor on lengths; the file's up axis (y)
-  --fps N, --resample       exports: frames per second; sample at that rate
+  --fps N, --resample [N]   the take's rate; exports: sample at N, or at --fps
   --[no-]mesh, --digits N   glTF: a body of bones (on); BVH: decimal places
   --tree                    list the scene: names, types, places at rest
   --quiet                   no summary; of the log errors and warnings only
@@ -47,6 +50,29 @@ Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
   --progress auto|on|off    a bar to cancel by (auto: on a terminal)
   --plugin PATH             the plug-in to load
   -h, --help                this text
+)";
+
+const std::string_view kCheckHelp =
+    R"(Usage: zkhost check FILE...  [OPTIONS]
+Example: zkhost check takes/*.bvh
+
+Says what is odd about .bvh, .asf and .amc files, without importing them, and
+what they hold: joints, frames, rate, height, likely unit and up axis. An .asf
+and the .amc files after it are looked at together. A finding is a line
+  FILE:LINE:COLUMN: SEVERITY: WORDS [CODE]
+  error    refused by 'zkhost import'
+  warning  mended or kept, but something was lost or is likely not meant
+  note     worth knowing; nothing is lost
+  --json             one JSON object a file and line
+  --fix              write each file in a form that every reader takes;
+                     a file with an error is not written
+    -o, --output OUT    where to, of one file
+    --out-dir DIR       where to, under the files' own names
+  --strict           a warning fails too
+  --encoding NAME    of names that are no UTF-8 (Windows-1252)
+  -h, --help         this text
+Exit status: 0, or 1 with an error in a file, 2 wrong usage,
+  3 a fixed file could not be written
 )";
 
 const std::string_view kConvertHelp =
@@ -66,8 +92,9 @@ DIR/index.csv. Folders are walked; their tree is kept. An .amc goes with the
   --plugin PATH      the plug-in to load
 For each import, as 'zkhost import --help' says:
   --nulls --bones --[no-]chain-from-parent --effector-to-last-bone --[no-]group
-  --clip --scale X --up y|z --fps N --resample --[no-]mesh --digits N;
-  of Acclaim files: --limits --length X --preset cmu
+  --clip --as-is --strict --encoding NAME --scale X --up y|z --fps N
+  --resample [N] --[no-]mesh --digits N;
+  of Acclaim files: --limits --length X --preset auto|cmu|none
 Exit status: 0 all converted, 4 some failed, 130 cancelled (and can be resumed),
   2 wrong usage, 3 the index could not be written
 )";

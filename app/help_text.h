@@ -7,6 +7,7 @@ namespace app {
 
 extern const std::string_view kMainHelp;
 extern const std::string_view kImportHelp;
+extern const std::string_view kCheckHelp;
 extern const std::string_view kConvertHelp;
 extern const std::string_view kCommandHelp;
 

@@ -1,15 +1,20 @@
 #include "app/import_command.h"
 
+#include <chrono>
 #include <filesystem>
 #include <fmt/format.h>
 #include <fstream>
 #include <string>
+#include <unistd.h>
 
 #include "app/amc_rate.h"
 #include "app/callback_run.h"
 #include "app/import_report.h"
+#include "app/import_survey.h"
 #include "app/interrupt.h"
 #include "app/json_record.h"
+#include "app/locale_setup.h"
+#include "app/original_lines.h"
 #include "app/outcome.h"
 #include "app/outputs.h"
 #include "app/plugin_library.h"
@@ -39,25 +44,46 @@ void AddSkeletonOptions(const ImportRequest& request, VariantList& arguments) {
     arguments.AddBoolean(request.createGroup);
 }
 
-CallbackResult Import(const PluginLibrary& plugin, const ImportRequest& request) {
+VariantList ArgumentsOf(const ImportSurvey& survey) {
+    const ImportRequest& request = survey.request;
     VariantList arguments;
-    arguments.AddText(PluginPath(request.file));
+    arguments.AddText(PluginPath(survey.file.path));
     if (request.format == SourceFormat::Acclaim) {
-        arguments.AddText(PluginPath(request.motionFile));
+        arguments.AddText(PluginPath(survey.motion.path));
         arguments.AddBoolean(request.applyLimits);
         arguments.AddBoolean(request.lengthMultiplier.has_value());
         arguments.AddReal(request.lengthMultiplier.value_or(1.0));
     }
     AddSkeletonOptions(request, arguments);
+    return arguments;
+}
 
+CallbackResult Import(const PluginLibrary& plugin, const ImportSurvey& survey) {
+    const ImportRequest& request = survey.request;
     CallbackShow show;
     show.progress = request.progress;
     show.drawBar = !request.quiet || request.progress == Progress::On;
     show.errorsOnly = request.quiet;
     show.file = request.file;
     show.motionFile = request.motionFile;
+    OriginalLines lines(survey);
+    show.filter = [&](const headless::LogLine& line) { return lines.Restore(line); };
+    // A text in a file's stead is UTF-8 wherever the user is.
+    const bool isMended = survey.file.IsMended() || survey.motion.IsMended();
+    const Utf8Characters characters(isMended);
     const bool acclaim = request.format == SourceFormat::Acclaim;
-    return RunCallback(plugin, acclaim ? kAcclaimCommand : kBiovisionCommand, arguments, show);
+    return RunCallback(plugin, acclaim ? kAcclaimCommand : kBiovisionCommand, ArgumentsOf(survey),
+                       show);
+}
+
+void PrintFindings(const ImportSurvey& survey) {
+    const ImportRequest& request = survey.request;
+    if (request.report) return;
+    const bool terminal = isatty(STDERR_FILENO) != 0;
+    for (const FileFindings& file : survey.findings)
+        for (const survey::Finding& finding : file.findings)
+            if (!request.quiet || finding.severity != survey::Severity::Note)
+                ToStderr()(FindingLine(file.file, finding, terminal));
 }
 
 SummaryRequest SummaryOf(const ImportRequest& request, const Outcome& outcome) {
@@ -65,8 +91,9 @@ SummaryRequest SummaryOf(const ImportRequest& request, const Outcome& outcome) {
     summary.files.push_back(request.file);
     if (!request.motionFile.empty()) {
         summary.files.push_back(request.motionFile);
+        // The survey tells of it otherwise.
         std::ifstream motion(request.motionFile, std::ios::binary);
-        if (!StatesRate(motion)) summary.fileWithoutRate = request.motionFile;
+        if (request.asIs && !StatesRate(motion)) summary.fileWithoutRate = request.motionFile;
     }
     summary.inPart = outcome.status == kImportedInPart;
     summary.models = outcome.models;
@@ -80,34 +107,99 @@ void PrintScene(const ImportRequest& request, const Outcome& outcome) {
     if (request.tree) PrintTree(scene, ToStdout());
 }
 
-}  // namespace
+// The arguments as the user gave them, whatever the plug-in was handed.
+USERINPUT UserInputOf(const USERINPUT& input, const ImportRequest& request) {
+    USERINPUT shown = input;
+    const std::wstring file = PluginPath(request.file);
+    if (request.format == SourceFormat::Biovision) {
+        shown.strBVHFile = file.c_str();
+        return shown;
+    }
+    shown.strASFFile = file.c_str();
+    shown.strAMCFile = PluginPath(request.motionFile).c_str();
+    return shown;
+}
 
-int RunImport(const ImportRequest& request) {
-    const PluginLibrary plugin(request.plugin);
-    const CallbackResult result = Import(plugin, request);
-    const headless::Session& session = headless::Session::Current();
-    const Outcome outcome = JudgeImport(result.code, session.Log(), Interrupted());
+// One import from the survey to the last output.
+class ImportRun {
+  public:
+    explicit ImportRun(const ImportRequest& request) : plugin_(request.plugin) {
+        headless::Session& session = headless::Session::Current();
+        session.Reset();
+        CatchInterrupts(session);
+        const auto start = std::chrono::steady_clock::now();
+        {
+            const UncancellableStretch survey;
+            survey_ = SurveyImport(request);
+        }
+        PrintFindings(survey_);
+        if (survey_.refused)
+            outcome_.status = kImportFailed;
+        else
+            CallPlugin();
+        const std::chrono::duration<double, std::milli> took =
+            std::chrono::steady_clock::now() - start;
+        loadMilliseconds_ = took.count();
+    }
 
-    OutputsResult written;
-    if (outcome.status != kCancelled)
-        written = WriteOutputs(request, {result.code, session, plugin.UserInput()}, outcome);
-    // Whoever reads the report asks to stop only once, and is to hear of an output that was
-    // written.
-    if (!request.report) ReleaseInterrupts();
-    if (outcome.status == kCancelled || written.interrupted) return kCancelled;
+    int Finish() {
+        const ImportRequest& request = survey_.request;
+        OutputsResult written;
+        if (outcome_.status != kCancelled) written = WriteOutputs(request, Record(), outcome_);
+        // Whoever reads the report asks to stop only once, and is to hear of an output that was
+        // written.
+        if (!request.report) ReleaseInterrupts();
+        if (outcome_.status == kCancelled || written.interrupted) return kCancelled;
+        if (request.report) PrintReport(!written.milliseconds.empty());
+        if (outcome_.status != kImportFailed) PrintScene(request, outcome_);
+        if (request.timing) PrintTiming(written);
+        return outcome_.status != kImportFailed && written.failed ? kOutputFailed : outcome_.status;
+    }
 
-    if (request.report) {
-        ImportReport report = ReportOf(request, outcome, session);
-        report.written = !written.milliseconds.empty();
+  private:
+    void CallPlugin() {
+        result_ = Import(plugin_, survey_);
+        survey_.folder.reset();
+        outcome_ = JudgeImport(result_.code, result_.log, Interrupted());
+    }
+
+    RunRecord Record() const {
+        const USERINPUT& input = plugin_.UserInput();
+        RunRecord record{result_.code, headless::Session::Current(), result_.log,
+                         survey_.refused ? input : UserInputOf(input, survey_.request)};
+        if (!survey_.request.asIs) record.findings = &survey_.findings;
+        record.multiplied = survey_.multiplied;
+        return record;
+    }
+
+    void PrintReport(bool wasWritten) const {
+        ImportReport report = ReportOf(survey_, outcome_, result_.log);
+        report.written = wasWritten;
         ToStdout()(ReportLine(report));
     }
-    if (outcome.status != kImportFailed) PrintScene(request, outcome);
-    if (request.timing) {
-        ToStdout()(fmt::format("load_ms={:.3f}\n", result.milliseconds));
+
+    void PrintTiming(const OutputsResult& written) const {
+        ToStdout()(fmt::format("load_ms={:.3f}\n", loadMilliseconds_));
         for (const double milliseconds : written.milliseconds)
             ToStdout()(fmt::format("write_ms={:.3f}\n", milliseconds));
     }
-    return outcome.status != kImportFailed && written.failed ? kOutputFailed : outcome.status;
+
+    const PluginLibrary plugin_;
+    ImportSurvey survey_;
+    CallbackResult result_;
+    Outcome outcome_;
+    double loadMilliseconds_ = 0.0;
+};
+
+}  // namespace
+
+int RunImport(const ImportRequest& request) {
+    try {
+        return ImportRun(request).Finish();
+    } catch (const OutputError& error) {
+        PrintError(error.what());
+        return kOutputFailed;
+    }
 }
 
 }  // namespace app

@@ -6,6 +6,7 @@
 
 #include "app/motion_facts.h"
 #include "app/text.h"
+#include "headless/session.h"
 #include "host/constants.h"
 
 namespace app {
@@ -25,9 +26,10 @@ void TakeMotion(const ModelFacts& facts, const ImportRequest& request, ImportRep
 
 // A skeleton that was imported is followed by its documentation, an information; all that comes
 // after it is about the motion.
-std::string FirstError(const ImportRequest& request, const headless::Session& session) {
+std::string FirstLoggedError(const ImportRequest& request,
+                             const std::vector<headless::LogLine>& log) {
     bool skeletonDone = false;
-    for (const headless::LogLine& line : session.Log()) {
+    for (const headless::LogLine& line : log) {
         if (IsError(line)) {
             const bool isMotion = request.motionFile.empty() || skeletonDone;
             const std::string file = isMotion ? "" : EncodeUtf8(DecodeUtf8(request.file)) + ": ";
@@ -36,6 +38,48 @@ std::string FirstError(const ImportRequest& request, const headless::Session& se
         if (line.severity == Zelk::zkInfoSeverity) skeletonDone = true;
     }
     return {};
+}
+
+// The finding that the import was refused for: the first error or, with a strict import, the first
+// warning.
+std::string Refusal(const ImportSurvey& survey) {
+    for (const survey::Severity severity : {survey::Severity::Error, survey::Severity::Warning})
+        for (const FileFindings& file : survey.findings)
+            for (const survey::Finding& finding : file.findings)
+                if (finding.severity == severity) {
+                    const bool isMotion = &file == &survey.findings.back();
+                    const std::string name =
+                        isMotion ? "" : EncodeUtf8(DecodeUtf8(file.file)) + ": ";
+                    return name + FindingText(finding);
+                }
+    return {};
+}
+
+// Whoever reads the report keeps so much of a line, however long the names in it.
+std::string Shortened(std::string line) {
+    constexpr std::size_t kLongest = 600;
+    if (line.size() > kLongest) line = line.substr(0, kLongest) + "...\n";
+    return EncodeUtf8(DecodeUtf8(line));
+}
+
+void RecordFindings(const ImportSurvey& survey, ImportReport& report) {
+    for (const FileFindings& file : survey.findings)
+        for (const survey::Finding& finding : file.findings)
+            report.findings.push_back({std::string(finding.code), finding.severity,
+                                       Shortened(FindingLine(file.file, finding, false))});
+}
+
+Json FindingsJson(const ImportReport& report) {
+    Json findings = Json::array();
+    for (const ImportReport::FoundCode& found : report.findings)
+        findings.push_back({found.code, NameOf(found.severity), found.line});
+    return findings;
+}
+
+survey::Severity SeverityNamed(const std::string& name) {
+    for (const survey::Severity severity : {survey::Severity::Note, survey::Severity::Warning})
+        if (name == NameOf(severity)) return severity;
+    return survey::Severity::Error;
 }
 
 Json NumberOrNull(const std::optional<double>& number) {
@@ -48,12 +92,15 @@ std::optional<double> OptionalNumber(const Json& value) {
 
 }  // namespace
 
-ImportReport ReportOf(const ImportRequest& request, const Outcome& outcome,
-                      const headless::Session& session) {
+ImportReport ReportOf(const ImportSurvey& survey, const Outcome& outcome,
+                      const std::vector<headless::LogLine>& log) {
+    const ImportRequest& request = survey.request;
     ImportReport report;
-    report.error = FirstError(request, session);
+    RecordFindings(survey, report);
+    report.refused = survey.refused;
+    report.error = survey.refused ? Refusal(survey) : FirstLoggedError(request, log);
     if (outcome.status == kImportFailed) return report;
-    std::vector<const headless::Object*> models = session.GetScene().Models();
+    std::vector<const headless::Object*> models = headless::Session::Current().GetScene().Models();
     if (outcome.models) models.resize(std::min(models.size(), *outcome.models));
     for (const headless::Object* model : models) {
         const ModelFacts facts = MeasureModel(*model);
@@ -69,7 +116,9 @@ std::string ReportLine(const ImportReport& report) {
                        {"fps", NumberOrNull(report.framesPerSecond)},
                        {"seconds", NumberOrNull(report.seconds)},
                        {"written", report.written},
-                       {"error", report.error}};
+                       {"error", report.error},
+                       {"refused", report.refused},
+                       {"findings", FindingsJson(report)}};
     return line.dump() + '\n';
 }
 
@@ -83,6 +132,11 @@ std::optional<ImportReport> ReadReport(std::string_view line) {
         report.seconds = OptionalNumber(read.at("seconds"));
         report.written = read.at("written").get<bool>();
         report.error = read.at("error").get<std::string>();
+        report.refused = read.at("refused").get<bool>();
+        for (const Json& found : read.at("findings"))
+            report.findings.push_back({found.at(0).get<std::string>(),
+                                       SeverityNamed(found.at(1).get<std::string>()),
+                                       found.at(2).get<std::string>()});
         return report;
     } catch (const Json::exception&) {
         return std::nullopt;

@@ -6,8 +6,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "app/arguments.h"
+#include "app/import_survey.h"
 #include "app/outcome.h"
 #include "headless/session.h"
 
@@ -20,13 +21,21 @@ struct ImportReport {
     std::optional<double> framesPerSecond;  // none: the motion does not tell, or there is none
     std::optional<double> seconds;          // likewise; a frame lasts until the next one
     bool written = false;                   // an output was
-    // The first error in the log, with the file before it where that is not the motion; empty:
-    // none.
+    // The first error of the survey or in the log, with the file before it where that is not the
+    // motion; empty: none.
     std::string error;
+    bool refused = false;  // for what the survey found
+    // What the survey found, in order.
+    struct FoundCode {
+        std::string code;
+        survey::Severity severity = survey::Severity::Note;
+        std::string line;  // as it is printed, with its line feed
+    };
+    std::vector<FoundCode> findings;
 };
 
-ImportReport ReportOf(const ImportRequest& request, const Outcome& outcome,
-                      const headless::Session& session);
+ImportReport ReportOf(const ImportSurvey& survey, const Outcome& outcome,
+                      const std::vector<headless::LogLine>& log);
 
 // With its line feed.
 std::string ReportLine(const ImportReport& report);

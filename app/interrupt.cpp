@@ -4,6 +4,7 @@
 #include <csignal>
 #include <unistd.h>
 
+#include "app/mended_folder.h"
 #include "app/outcome.h"
 #include "headless/session.h"
 
@@ -18,8 +19,18 @@ std::atomic<bool> uncancellable = false;
 static_assert(std::atomic<headless::Session*>::is_always_lock_free &&
               std::atomic<bool>::is_always_lock_free);
 
-extern "C" void OnInterrupt(int) {
-    if (uncancellable) _exit(kCancelled);
+// The second one ends the process by the system's own handling.
+extern "C" void OnInterrupt(int signal) {
+    if (uncancellable) {
+        RemoveMendedFolder();
+        _exit(kCancelled);
+    }
+    if (interrupted) {
+        RemoveMendedFolder();
+        std::signal(signal, SIG_DFL);
+        raise(signal);
+        return;
+    }
     interrupted = true;
     if (headless::Session* session = cancelTarget) session->PressCancel();
 }
@@ -37,8 +48,7 @@ void CatchInterrupts(headless::Session& session) {
     cancelTarget = &session;
     struct sigaction action {};
     action.sa_handler = OnInterrupt;
-    // The second one finds the system's own handling again.
-    action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+    action.sa_flags = SA_RESTART;
     for (const int signal : kStopSignals)
         if (!OutlivesTerminal(signal)) sigaction(signal, &action, nullptr);
 }
@@ -48,10 +58,10 @@ void ReleaseInterrupts() {
         if (!OutlivesTerminal(signal)) std::signal(signal, SIG_DFL);
 }
 
-void BeginUncancellable() noexcept {
-    uncancellable = true;
+UncancellableStretch::UncancellableStretch(bool applies) noexcept {
+    uncancellable = applies;
 }
-void EndUncancellable() noexcept {
+UncancellableStretch::~UncancellableStretch() {
     uncancellable = false;
 }
 

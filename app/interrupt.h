@@ -8,15 +8,22 @@ class Session;
 namespace app {
 
 // From now on the first of them is a request to stop: it presses the session's cancel button, and
-// Interrupted() tells. A second one ends the process at once. Call it once, while nothing runs.
+// Interrupted() tells. A second one ends the process at once. To be called while nothing runs.
 void CatchInterrupts(headless::Session& session);
 // From now on they do what the system does of itself.
 void ReleaseInterrupts();
 
-// Between these two, one of them ends the process with the status of a cancelled run: for a stretch
-// that nothing else can stop and that has nothing to clean up.
-void BeginUncancellable() noexcept;
-void EndUncancellable() noexcept;
+// For as long as one of these lives, a request ends the process with the status of a cancelled run:
+// for a stretch that nothing else can stop and that has nothing to clean up but mended texts, which
+// are removed.
+class UncancellableStretch {
+  public:
+    // Where `applies` is false, nothing changes.
+    explicit UncancellableStretch(bool applies = true) noexcept;
+    ~UncancellableStretch();
+    UncancellableStretch(const UncancellableStretch&) = delete;
+    UncancellableStretch& operator=(const UncancellableStretch&) = delete;
+};
 
 bool Interrupted() noexcept;
 

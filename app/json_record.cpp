@@ -115,17 +115,34 @@ void AppendUserInput(std::string& text, const USERINPUT& input) {
     text += '}';
 }
 
+// Where a skeleton and a motion were looked at, each finding says which file it is about.
+void WriteFindings(OutputFile& out, const std::vector<FileFindings>& files) {
+    std::vector<std::pair<const survey::Finding*, const std::string*>> all;
+    for (const FileFindings& file : files)
+        for (const survey::Finding& finding : file.findings)
+            all.emplace_back(&finding, files.size() > 1 ? &file.file : nullptr);
+    WriteLines(out, "findings", all, [](std::string& text, const auto& each) {
+        AppendFindingJson(text, *each.first, each.second);
+    });
+}
+
 }  // namespace
 
 void WriteJsonRecord(OutputFile& out, const RunRecord& record) {
     const auto result = static_cast<std::uint32_t>(record.result);
     out.Write("{\n\"result\": " + std::to_string(result) + ",\n");
-    WriteLines(out, "log", record.session.Log(), AppendLogLine);
+    WriteLines(out, "log", record.log, AppendLogLine);
     WriteLines(out, "bar", record.session.Bar(), AppendBarEvent);
     WriteLines(out, "commands", record.session.Commands(), AppendCommand);
     std::string userInput = "\"userInput\": ";
     AppendUserInput(userInput, record.userInput);
     out.Write(userInput + ",\n");
+    if (record.findings) WriteFindings(out, *record.findings);
+    if (record.multiplied != 1.0) {
+        std::string multiplied = "\"multiplied\": ";
+        AppendJsonNumber(multiplied, record.multiplied);
+        out.Write(multiplied + ",\n");
+    }
     WriteJsonScene(out, record.session.GetScene());
     out.Write("}\n");
 }

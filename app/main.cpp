@@ -8,6 +8,7 @@
 #include <string>
 
 #include "app/arguments.h"
+#include "app/check_command.h"
 #include "app/convert/convert_command.h"
 #include "app/import_command.h"
 #include "app/locale_setup.h"
@@ -35,6 +36,7 @@ int Run(const app::Request& request, const std::string& program) {
     }
     if (const auto* import = std::get_if<app::ImportRequest>(&request))
         return app::RunImport(*import);
+    if (const auto* check = std::get_if<app::CheckRequest>(&request)) return app::RunCheck(*check);
     if (const auto* convert = std::get_if<app::ConvertRequest>(&request))
         return app::RunConvert(*convert, program);
     return app::RunCommand(std::get<app::CommandRequest>(request));

@@ -36,9 +36,10 @@ ExportSource SourceOf(const ImportRequest& request) {
     return source;
 }
 
-ExportOptions OptionsOf(const ImportRequest& request, const Outcome& outcome) {
+ExportOptions OptionsOf(const ImportRequest& request, const RunRecord& record,
+                        const Outcome& outcome) {
     ExportOptions options;
-    options.scale = request.scale;
+    options.scale = request.scale / record.multiplied;
     options.zUp = request.up == UpAxis::Z;
     options.framesPerSecond = request.framesPerSecond;
     options.resampleTo = request.resampleTo;
@@ -120,7 +121,7 @@ void WriteOutput(const std::string& path, const std::function<void(OutputFile&)>
 
 OutputsResult WriteOutputs(const ImportRequest& request, const RunRecord& record,
                            const Outcome& outcome) {
-    const ExportOptions options = OptionsOf(request, outcome);
+    const ExportOptions options = OptionsOf(request, record, outcome);
     OutputsResult result;
     for (const OutputRequest& output : request.outputs) {
         if (result.interrupted) break;

@@ -46,13 +46,13 @@ int RunCommand(const CommandRequest& request) {
     const CallbackResult result = RunCallback(plugin, DecodeUtf8(request.name), arguments, show);
 
     const headless::Session& session = headless::Session::Current();
-    const Outcome outcome = JudgeImport(result.code, session.Log(), Interrupted());
+    const Outcome outcome = JudgeImport(result.code, result.log, Interrupted());
     OutputsResult written;
     if (outcome.status != kCancelled && !request.jsonFile.empty())
         WriteOutput(
             request.jsonFile,
             [&](OutputFile& file) {
-                WriteJsonRecord(file, {result.code, session, plugin.UserInput()});
+                WriteJsonRecord(file, {result.code, session, result.log, plugin.UserInput()});
             },
             written);
     ReleaseInterrupts();

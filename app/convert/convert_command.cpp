@@ -17,6 +17,7 @@
 #include "app/convert/leftovers.h"
 #include "app/convert/output_names.h"
 #include "app/convert/shell_words.h"
+#include "app/mended_folder.h"
 #include "app/outcome.h"
 #include "app/output_file.h"
 #include "app/plugin_library.h"
@@ -154,9 +155,12 @@ void Conversion::TakeEnd(std::size_t index, const ProcessEnd& end, ConvertShow& 
     if (lookedAgain && row.status != JobStatus::Cancelled) row.output = job.output;
     if (row.status == JobStatus::Ok) ledger_.Note(job, row);
     // One that was killed could not clean up.
-    if (!end.exitStatus)
+    if (!end.exitStatus) {
         RemoveLeftovers({fmt::format("{}/{}", request_.outDir, FolderPart(job.output))});
-    lookedAgain ? show.TakeKnown(row) : show.Take(row);
+        RemoveMendedFolders(end.id);
+    }
+    const ToldFindings told = FindingsOf(end);
+    lookedAgain ? show.TakeKnown(row, told) : show.Take(row, told);
 }
 
 int Conversion::Finish(ConvertShow& show) {

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <fmt/format.h>
+#include <sstream>
 #include <string_view>
 #include <unistd.h>
 
@@ -17,6 +18,11 @@ constexpr std::chrono::milliseconds kInterval{0};
 
 std::string Readable(const std::string& text) {
     return EncodeUtf8(EscapeControls(DecodeUtf8(text)));
+}
+
+// Each line's end stays.
+std::string ReadableLines(const std::string& text) {
+    return EncodeUtf8(EscapeControls(DecodeUtf8(text), true));
 }
 
 bool CanRedrawLines() {
@@ -37,15 +43,15 @@ ConvertShow::ConvertShow(std::size_t total) : total_(total) {
     bar_->Take(Event(headless::BarEvent::Kind::Visible, 1));
 }
 
-void ConvertShow::Take(const IndexRow& row) {
-    Count(row, converted_);
+void ConvertShow::Take(const IndexRow& row, const ToldFindings& told) {
+    Count(row, told, converted_);
 }
 
-void ConvertShow::TakeKnown(const IndexRow& row) {
-    Count(row, known_);
+void ConvertShow::TakeKnown(const IndexRow& row, const ToldFindings& told) {
+    Count(row, told, known_);
 }
 
-void ConvertShow::Count(const IndexRow& row, std::size_t& whenOk) {
+void ConvertShow::Count(const IndexRow& row, const ToldFindings& told, std::size_t& whenOk) {
     switch (row.status) {
         case JobStatus::Ok:
             ++whenOk;
@@ -59,10 +65,14 @@ void ConvertShow::Count(const IndexRow& row, std::size_t& whenOk) {
         case JobStatus::Cancelled:
             return;
     }
-    if (row.status != JobStatus::Ok) {
-        if (bar_) bar_->Erase();
-        ToStderr()(fmt::format("{}: {}\n", Readable(row.source), Readable(row.error)));
-    }
+    std::istringstream codes(row.findings);
+    for (std::string code; codes >> code;)
+        ++filesByCode_[code];
+    std::string lines = ReadableLines(told.lines);
+    if (row.status != JobStatus::Ok && !told.refused)
+        lines += fmt::format("{}: {}\n", Readable(row.source), Readable(row.error));
+    if (bar_ && !lines.empty()) bar_->Erase();
+    ToStderr()(lines);
     Draw();
 }
 
@@ -87,6 +97,8 @@ std::string ConvertShow::ClosingLine(const std::string& index) {
     add(partial_, "in part");
     add(failed_, "failed");
     add(total_ - converted_ - known_ - Failures(), "cancelled: --resume goes on");
+    for (const auto& [code, files] : filesByCode_)
+        line += fmt::format("\n  {}: {} file{}", code, files, files == 1 ? "" : "s");
     return fmt::format("{}\n{}\n", line, Readable(index));
 }
 

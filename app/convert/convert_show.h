@@ -2,10 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 
-#include "app/convert/index_file.h"
+#include "app/convert/job_outcome.h"
 #include "app/progress_line.h"
 
 namespace app {
@@ -16,17 +17,17 @@ class ConvertShow {
     // `total`: jobs on the whole; 0: nothing is run.
     explicit ConvertShow(std::size_t total);
 
-    void Take(const IndexRow& row);
+    void Take(const IndexRow& row, const ToldFindings& told = {});
     // What did not have to be converted.
-    void TakeKnown(const IndexRow& row);
+    void TakeKnown(const IndexRow& row, const ToldFindings& told = {});
 
     // Jobs that did not go well altogether.
     std::size_t Failures() const { return failed_ + partial_; }
-    // "12 converted, 3 up to date, 1 failed: out/index.csv"
+    // "12 converted, 3 up to date, 1 failed", how many files have which findings, and the index.
     std::string ClosingLine(const std::string& index);
 
   private:
-    void Count(const IndexRow& row, std::size_t& whenOk);
+    void Count(const IndexRow& row, const ToldFindings& told, std::size_t& whenOk);
     void Draw();
 
     std::size_t total_;
@@ -34,6 +35,7 @@ class ConvertShow {
     std::size_t known_ = 0;
     std::size_t partial_ = 0;
     std::size_t failed_ = 0;
+    std::map<std::string, std::size_t> filesByCode_;
     std::optional<ProgressLine> bar_;
 };
 

@@ -14,7 +14,7 @@ namespace app {
 namespace {
 
 constexpr char kThisProgram[] = "/proc/self/exe";
-constexpr std::size_t kKeptBytes = std::size_t{1} << 16;
+constexpr std::size_t kKeptBytes = std::size_t{1} << 18;
 constexpr int kCannotRun = 127;
 
 struct Pipe {

@@ -1,6 +1,7 @@
 #include "app/convert/index_file.h"
 
 #include <fmt/format.h>
+#include <set>
 
 #include "app/convert/csv_record.h"
 #include "app/output_file.h"
@@ -32,6 +33,18 @@ void TakeFacts(const ImportReport& report, IndexRow& row) {
     row.seconds = NumberOrNothing(report.seconds);
 }
 
+void RecordFindings(const ImportReport& report, IndexRow& row) {
+    std::size_t warnings = 0;
+    std::set<std::string> told;
+    for (const ImportReport::FoundCode& found : report.findings) {
+        if (found.severity == survey::Severity::Warning) ++warnings;
+        // A skeleton and its motion may have the same.
+        if (!told.insert(found.code).second) continue;
+        row.findings += (row.findings.empty() ? "" : " ") + found.code;
+    }
+    row.warnings = std::to_string(warnings);
+}
+
 std::string_view NameOf(JobStatus status) {
     switch (status) {
         case JobStatus::Ok:
@@ -48,11 +61,11 @@ std::string_view NameOf(JobStatus status) {
 
 void WriteIndex(const std::string& path, const std::vector<IndexRow>& rows) {
     OutputFile file(path);
-    file.Write("source,output,status,joints,frames,fps,seconds,first error\n");
+    file.Write("source,output,status,joints,frames,fps,seconds,first error,warnings,findings\n");
     for (const IndexRow& row : rows)
         file.Write(CsvRecord({Valid(row.source), Valid(row.output), std::string(NameOf(row.status)),
                               row.joints, row.frames, row.framesPerSecond, row.seconds,
-                              Valid(row.error)}));
+                              Valid(row.error), row.warnings, row.findings}));
     file.Commit();
 }
 

@@ -22,11 +22,16 @@ struct IndexRow {
     std::string frames;
     std::string framesPerSecond;
     std::string seconds;
-    std::string error;  // the first
+    std::string error;     // the first
+    std::string warnings;  // how many the survey told; empty where there was none
+    std::string findings;  // its codes, with blanks between
 };
 
 // Fills in what the import brought.
 void TakeFacts(const ImportReport& report, IndexRow& row);
+
+// Fills in what the survey found.
+void RecordFindings(const ImportReport& report, IndexRow& row);
 
 std::string_view NameOf(JobStatus status);
 

@@ -55,10 +55,21 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
     if (report && report->written) row.output = job.output;
     // A plug-in may end the process, as if all were well.
     if (!report && row.status != JobStatus::Failed) row.status = JobStatus::Failed;
+    if (report) RecordFindings(*report, row);
     const bool imported = row.status != JobStatus::Failed || end.exitStatus == kOutputFailed;
     if (report && imported) TakeFacts(*report, row);
     if (row.status != JobStatus::Ok) row.error = ErrorOf(end, report);
     return row;
+}
+
+ToldFindings FindingsOf(const ProcessEnd& end) {
+    ToldFindings told;
+    const std::optional<ImportReport> report = ReportIn(end.output);
+    if (!report) return told;
+    told.refused = report->refused;
+    for (const ImportReport::FoundCode& found : report->findings)
+        if (found.severity != survey::Severity::Note) told.lines += found.line;
+    return told;
 }
 
 IndexRow RefusedRow(const Job& job) {

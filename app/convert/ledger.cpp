@@ -35,9 +35,9 @@ Ledger::Found Ledger::Read() {
     if (TakeCsvRecord(rest) != std::vector<std::string>{options_}) return Found::OtherOptions;
     while (!rest.empty()) {
         std::vector<std::string> fields = TakeCsvRecord(rest);
-        if (fields.size() != 8) continue;
-        IndexRow row{fields[0], fields[2], JobStatus::Ok, fields[3],
-                     fields[4], fields[5], fields[6],     ""};
+        if (fields.size() != 10) continue;
+        IndexRow row{fields[0], fields[2], JobStatus::Ok, fields[3], fields[4], fields[5],
+                     fields[6], "",        fields[8],     fields[9]};
         entries_[fields[0]] = {std::move(fields[1]), std::move(fields[7]), std::move(row)};
     }
     return Found::Usable;
@@ -53,7 +53,8 @@ const IndexRow* Ledger::Find(const Job& job) const {
 
 std::string Ledger::RecordOf(const Job& job, const IndexRow& row) const {
     return CsvRecord({job.source, job.skeleton, row.output, row.joints, row.frames,
-                      row.framesPerSecond, row.seconds, SizesOf(job, folder_)});
+                      row.framesPerSecond, row.seconds, SizesOf(job, folder_), row.warnings,
+                      row.findings});
 }
 
 void Ledger::Start(const std::vector<Job>& jobs, const std::vector<IndexRow>& rows) {

@@ -90,31 +90,72 @@ TEST(ImportArguments, AreAllTaken) {
     EXPECT_EQ(request.plugin, "p.so");
 }
 
-TEST(ImportArguments, ResamplesAtTheRateGivenOrAtThePresets) {
+TEST(ImportArguments, ResamplesAtItsOwnRateOrAtTheOneOfFps) {
     const auto rates = [](std::vector<std::string> words) {
         words.insert(words.begin(), "07.asf");
         const ImportRequest request = ParseImport(words);
         return std::pair(request.framesPerSecond, request.resampleTo);
     };
     using Rates = std::pair<std::optional<double>, std::optional<double>>;
+    EXPECT_EQ(rates({"--fps", "60"}), Rates(60.0, std::nullopt));
+    EXPECT_EQ(rates({"--resample", "60"}), Rates(std::nullopt, 60.0));
+    EXPECT_EQ(rates({"--resample=60"}), Rates(std::nullopt, 60.0));
+    EXPECT_EQ(rates({"--fps", "30", "--resample", "60"}), Rates(30.0, 60.0));
     EXPECT_EQ(rates({"--fps", "60", "--resample"}), Rates(std::nullopt, 60.0));
-    EXPECT_EQ(rates({"--preset", "cmu", "--resample"}), Rates(120.0, 120.0));
-    EXPECT_EQ(rates({"--preset", "cmu", "--fps", "60", "--resample"}), Rates(120.0, 60.0));
-    EXPECT_EQ(rates({"--preset", "cmu", "--fps", "60"}), Rates(60.0, std::nullopt));
+    EXPECT_EQ(rates({"--resample", "--fps", "60"}), Rates(std::nullopt, 60.0));
+    EXPECT_EQ(rates({"--preset", "cmu", "--resample"}), Rates(std::nullopt, 120.0));
+    EXPECT_EQ(rates({"--preset", "cmu", "--fps", "60", "--resample"}), Rates(std::nullopt, 60.0));
     EXPECT_THROW(rates({"--resample"}), app::UsageError);
+    EXPECT_THROW(rates({"--resample", "0"}), app::UsageError);
 }
 
-TEST(ImportArguments, TheCmuPresetIsALengthAndARate) {
-    const ImportRequest request = ParseImport({"07.asf", "07_01.amc", "--preset", "cmu"});
-    EXPECT_EQ(request.lengthMultiplier, 0.056444);
-    EXPECT_EQ(request.framesPerSecond, 120.0);
+TEST(ImportArguments, ResampleTakesTheNextWordOnlyWhereItIsANumber) {
+    const ImportRequest request = ParseImport({"--fps", "60", "--resample", "walk.bvh"});
+    EXPECT_EQ(request.file, "walk.bvh");
+    EXPECT_EQ(request.resampleTo, 60.0);
 }
 
-TEST(ImportArguments, WhatIsSaidOverridesThePreset) {
-    const ImportRequest request =
+TEST(ImportArguments, ThePresetIsKeptForTheSurvey) {
+    EXPECT_EQ(ParseImport({"07.asf"}).preset, app::Preset::Auto);
+    EXPECT_EQ(ParseImport({"07.asf", "--preset", "auto"}).preset, app::Preset::Auto);
+    EXPECT_EQ(ParseImport({"07.asf", "--preset", "cmu"}).preset, app::Preset::Cmu);
+    EXPECT_EQ(ParseImport({"07.asf", "--preset", "none"}).preset, app::Preset::None);
+    const ImportRequest said =
         ParseImport({"07.asf", "--length", "1", "--fps", "60", "--preset", "cmu"});
-    EXPECT_EQ(request.lengthMultiplier, 1.0);
-    EXPECT_EQ(request.framesPerSecond, 60.0);
+    EXPECT_EQ(said.lengthMultiplier, 1.0);
+    EXPECT_EQ(said.framesPerSecond, 60.0);
+}
+
+TEST(ImportArguments, SayHowFilesAreSurveyed) {
+    const ImportRequest plain = ParseImport({"walk.bvh"});
+    EXPECT_FALSE(plain.asIs || plain.strict);
+    EXPECT_EQ(plain.encoding, "");
+    const ImportRequest strict = ParseImport({"walk.bvh", "--strict", "--encoding", "SHIFT_JIS"});
+    EXPECT_TRUE(strict.strict);
+    EXPECT_EQ(strict.encoding, "SHIFT_JIS");
+    EXPECT_TRUE(ParseImport({"walk.bvh", "--as-is"}).asIs);
+}
+
+TEST(CheckArguments, AreTaken) {
+    const auto request = std::get<app::CheckRequest>(
+        Parse({"check", "a.BVH", "07.asf", "07_01.amc", "--json", "--strict", "--fix", "--out-dir",
+               "fixed", "--encoding", "LATIN1"}));
+    EXPECT_THAT(request.files, testing::ElementsAre("a.BVH", "07.asf", "07_01.amc"));
+    EXPECT_TRUE(request.json && request.strict && request.fix);
+    EXPECT_EQ(request.outDir, "fixed");
+    EXPECT_EQ(request.encoding, "LATIN1");
+    EXPECT_EQ(std::get<app::CheckRequest>(Parse({"check", "a.bvh", "--fix", "-o", "b.bvh"})).output,
+              "b.bvh");
+}
+
+TEST(CheckArguments, AnInputIsNotOverwritten) {
+    const TemporaryFolder folder;
+    folder.Put("walk.bvh", "text");
+    EXPECT_THROW(
+        Parse({"check", folder.Path("walk.bvh"), "--fix", "-o", folder.Path("./walk.bvh")}),
+        app::UsageError);
+    EXPECT_THROW(Parse({"check", folder.Path("walk.bvh"), "--fix", "--out-dir", folder.Path("")}),
+                 app::UsageError);
 }
 
 TEST(ImportArguments, AFileMayBeginWithADash) {
@@ -144,7 +185,9 @@ TEST_P(WrongArguments, AreRefused) {
 
 const WrongUsage kWrongUsages[] = {
     {"Nothing", {}, "nothing to do"},
-    {"UnknownCommand", {"export", "walk.bvh"}, "export: neither import, convert nor command"},
+    {"UnknownCommand",
+     {"export", "walk.bvh"},
+     "export: neither import, check, convert nor command"},
     {"FlagWithAValue", {"import", "walk.bvh", "--bones=1"}, "bones was given"},
     {"FlagDenied", {"import", "walk.bvh", "--nulls=false"}, "nulls was given"},
     {"NegativeFlagWithAValue", {"import", "walk.bvh", "--no-group=3"}, "no-group was given"},
@@ -167,7 +210,26 @@ const WrongUsage kWrongUsages[] = {
     {"LengthWord", {"import", "07.asf", "--length", "2m"}, "--length 2m: not a number"},
     {"LengthEmpty", {"import", "07.asf", "--length", ""}, "not a number"},
     {"LengthNan", {"import", "07.asf", "--length", "nan"}, "not a number"},
-    {"UnknownPreset", {"import", "07.asf", "--preset", "sfu"}, "--preset sfu: expected cmu"},
+    {"UnknownPreset",
+     {"import", "07.asf", "--preset", "sfu"},
+     "--preset sfu: expected auto or cmu or none"},
+    {"AsIsAndStrict", {"import", "a.bvh", "--as-is", "--strict"}, "which --as-is leaves out"},
+    {"AsIsAndEncoding", {"import", "a.bvh", "--as-is", "--encoding", "LATIN1"}, "leaves out"},
+    {"UnknownEncoding", {"import", "a.bvh", "--encoding", "KLINGON"}, "--encoding KLINGON: no enc"},
+    {"CheckNothing", {"check"}, "files is required"},
+    {"CheckOtherExtension", {"check", "a.txt"}, "a.txt: neither a .bvh, an .asf nor an .amc file"},
+    {"CheckUnknownEncoding", {"check", "a.bvh", "--encoding", "KLINGON"}, "KLINGON"},
+    {"CheckOutputWithoutFix", {"check", "a.bvh", "-o", "b.bvh"}, "where --fix writes to"},
+    {"CheckFolderWithoutFix", {"check", "a.bvh", "--out-dir", "b"}, "where --fix writes to"},
+    {"CheckFixNowhere", {"check", "a.bvh", "--fix"}, "--fix writes to one of"},
+    {"CheckFixTwice",
+     {"check", "a.bvh", "--fix", "-o", "b.bvh", "--out-dir", "c"},
+     "--fix writes to one of"},
+    {"CheckOneOutputOfTwo", {"check", "a.bvh", "b.bvh", "--fix", "-o", "c.bvh"}, "takes one file"},
+    {"CheckSameNames",
+     {"check", "x/a.bvh", "y/a.bvh", "--fix", "--out-dir", "c"},
+     "two files are called a.bvh"},
+    {"ResampleWithoutARate", {"import", "walk.bvh", "--resample"}, "--resample needs a rate"},
     {"ScaleZero", {"import", "walk.bvh", "--scale", "0"}, "not above zero"},
     {"FpsNegative", {"import", "walk.bvh", "--fps", "-30"}, "not above zero"},
     {"UpAxis", {"import", "walk.bvh", "--up", "x"}, "--up x: expected y or z"},

@@ -30,11 +30,12 @@ TEST_P(Help, ShowsAnExample) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, Help,
-                         testing::Values(&app::kMainHelp, &app::kImportHelp, &app::kConvertHelp,
-                                         &app::kCommandHelp),
+                         testing::Values(&app::kMainHelp, &app::kImportHelp, &app::kCheckHelp,
+                                         &app::kConvertHelp, &app::kCommandHelp),
                          [](const auto& row) {
                              return row.param == &app::kMainHelp      ? "Main"
                                     : row.param == &app::kImportHelp  ? "Import"
+                                    : row.param == &app::kCheckHelp   ? "Check"
                                     : row.param == &app::kConvertHelp ? "Convert"
                                                                       : "Command";
                          });
@@ -48,6 +49,7 @@ TEST(HelpOption, AnswersForItsCommand) {
     EXPECT_EQ(AnswerTo({"-h"}), app::kMainHelp);
     EXPECT_EQ(AnswerTo({"import", "--help"}), app::kImportHelp);
     EXPECT_EQ(AnswerTo({"import", "walk.bvh", "-h"}), app::kImportHelp);
+    EXPECT_EQ(AnswerTo({"check", "--help"}), app::kCheckHelp);
     EXPECT_EQ(AnswerTo({"convert", "--help"}), app::kConvertHelp);
     EXPECT_EQ(AnswerTo({"command", "--help"}), app::kCommandHelp);
 }

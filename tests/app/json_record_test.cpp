@@ -14,7 +14,8 @@ using nlohmann::ordered_json;
 std::string RecordText(std::int32_t result, const USERINPUT& input) {
     const TemporaryFolder folder;
     app::OutputFile file(folder.Path("r.json"));
-    app::WriteJsonRecord(file, {result, headless::Session::Current(), input});
+    const headless::Session& session = headless::Session::Current();
+    app::WriteJsonRecord(file, {result, session, session.Log(), input});
     file.Commit();
     return folder.Get("r.json");
 }

@@ -15,7 +15,8 @@ import unittest
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples"
 LIMIT = 120
-HEADER = ["source", "output", "status", "joints", "frames", "fps", "seconds", "first error"]
+HEADER = ["source", "output", "status", "joints", "frames", "fps", "seconds", "first error",
+          "warnings", "findings"]
 
 ASF = """:version 1.10
 :name arm

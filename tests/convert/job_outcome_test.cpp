@@ -20,7 +20,7 @@ ProcessEnd Ended(int exitStatus, const std::string& output = "", const std::stri
 }
 
 std::string LineOf(const std::string& error, bool written) {
-    return app::ReportLine({3, 4, 30.000300003, 0.5, written, error});
+    return app::ReportLine({3, 4, 30.000300003, 0.5, written, error, false, {}});
 }
 
 struct Row {
@@ -92,6 +92,36 @@ TEST(RefusedJob, IsAFailure) {
     const IndexRow row = app::RefusedRow({"t/a.amc", "", "a.amc", "", "no skeleton"});
     EXPECT_EQ(row.status, JobStatus::Failed);
     EXPECT_EQ(row.error, "no skeleton");
+}
+
+ProcessEnd EndWithFindings(bool refused) {
+    app::ImportReport report;
+    report.refused = refused;
+    report.error = refused ? "3:1: error: x [row-length]" : "";
+    report.findings = {{"rotation-order", survey::Severity::Note, "walk.bvh:1:1: note: a\n"},
+                       {"row-cut", survey::Severity::Warning, "walk.bvh:2:1: warning: b\n"},
+                       {"row-length", refused ? survey::Severity::Error : survey::Severity::Warning,
+                        "walk.bvh:3:1: x\n"},
+                       {"row-cut", survey::Severity::Warning, "walk.amc:4:1: warning: c\n"}};
+    return Ended(refused ? 1 : 0, app::ReportLine(report));
+}
+
+TEST(JobFindings, AreCountedAndNamedInTheRow) {
+    const IndexRow row = app::JudgeJob(kJob, EndWithFindings(false));
+    EXPECT_EQ(row.warnings, "3");
+    EXPECT_EQ(row.findings, "rotation-order row-cut row-length");
+    EXPECT_EQ(row.error, "");
+    const IndexRow refused = app::JudgeJob(kJob, EndWithFindings(true));
+    EXPECT_EQ(refused.warnings, "2");
+    EXPECT_EQ(refused.error, "3:1: error: x [row-length]");
+}
+
+TEST(JobFindings, AreToldButForNotes) {
+    const app::ToldFindings told = app::FindingsOf(EndWithFindings(true));
+    EXPECT_TRUE(told.refused);
+    EXPECT_EQ(told.lines, "walk.bvh:2:1: warning: b\nwalk.bvh:3:1: x\nwalk.amc:4:1: warning: c\n");
+    EXPECT_FALSE(app::FindingsOf(EndWithFindings(false)).refused);
+    EXPECT_EQ(app::FindingsOf(Ended(77)).lines, "");
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ const Job kWalk{"t/walk, \"1\"\n.bvh", "", "walk.bvh", "walk.glb", ""};
 const Job kTake{"t/07_01.amc", "t/07.asf", "07_01.amc", "07_01.glb", ""};
 
 IndexRow RowOf(const Job& job, JobStatus status = JobStatus::Ok) {
-    return {job.source, job.output, status, "31", "120", "60", "2", ""};
+    return {job.source, job.output, status, "31", "120", "60", "2", "", "1", "row-cut"};
 }
 
 class LedgerFile : public testing::Test {
@@ -41,6 +41,7 @@ TEST_F(LedgerFile, HandsOnWhatWentWell) {
         EXPECT_EQ(row->status, JobStatus::Ok);
         EXPECT_EQ(row->joints + ' ' + row->frames + ' ' + row->framesPerSecond + ' ' + row->seconds,
                   "31 120 60 2");
+        EXPECT_EQ(row->warnings + ' ' + row->findings, "1 row-cut");
     }
 }
 

@@ -16,8 +16,8 @@ class Outputs(DataSet):
         self.put("takes/notes.txt", "nothing")
         out, err = self.convert("takes")
         self.assertEqual(set(self.tree()), {"07/07_01.json", "walk.json", "index.csv", ".zkhost-convert"})
-        self.assertEqual(out, "2 converted\nout/index.csv\n")
-        self.assertEqual(err, "")
+        self.assertEqual(out, "2 converted\n  rate-missing: 1 file\nout/index.csv\n")
+        self.assertRegex(err, r"^takes/07/07_01.amc: warning: .* \[rate-missing\]\n$")
 
     def test_each_is_what_import_makes(self):
         for name in ("walk.asf", "walk.amc", "walk.bvh"):
@@ -92,8 +92,10 @@ class Index(DataSet):
         self.put_broken("takes/broken.bvh")
         self.put("takes/alone/s.asf", ASF)
         self.put("takes/none/x.amc", amc())
-        out, err = self.convert("takes", status=4)
-        rows = {row["source"]: list(row.values())[1:] for row in self.index()}
+        out, err = self.convert("takes --as-is", status=4)
+        rows = {row["source"]: list(row.values())[1:8] for row in self.index()}
+        self.assertEqual({(row["warnings"], row["findings"]) for row in self.index() if row["status"] == "ok"},
+                         {("0", "")})
         self.assertEqual(rows["takes/07_01.amc"], ["07_01.json", "ok", "3", "5", "30", "0.166667", ""])
         self.assertEqual(rows["takes/walk.bvh"], ["walk.json", "ok", "5", "11", "20", "0.55", ""])
         self.assertEqual(rows["takes/two.bvh"], ["two.json", "ok", "8", "7", "20", "0.35", ""])
@@ -111,11 +113,39 @@ class Index(DataSet):
         self.assertEqual(err.count("\n"), len(failures))
         self.assertRegex(out, r"^\d converted, 1 in part, \d failed\nout/index.csv\n$")
 
+    def test_it_lists_what_the_survey_found(self):
+        self.put("takes/07.asf", ASF)
+        self.put("takes/07_01.amc", amc())
+        self.put("takes/walk.bvh", bvh())
+        self.put("takes/cut.bvh", bvh(50)[:-200])
+        self.put("takes/xyz.bvh", bvh().replace("Zrotation Xrotation Yrotation", "Xrotation Yrotation Zrotation"))
+        self.put_broken("takes/broken.bvh")
+        out, err = self.convert("takes", status=4)
+        rows = {row["source"]: (row["status"], row["warnings"], row["findings"]) for row in self.index()}
+        self.assertEqual(rows, {
+            "takes/07_01.amc": ("ok", "1", "rate-missing"),
+            "takes/walk.bvh": ("ok", "0", ""),
+            "takes/cut.bvh": ("ok", "2", "frames-fewer row-cut"),
+            "takes/xyz.bvh": ("ok", "0", "rotation-order"),
+            "takes/broken.bvh": ("failed", "0", "number-bad")})
+        self.assertRegex(self.errors()["takes/broken.bvh"], r"^4:10: error: .* \[number-bad\]$")
+        # Errors and warnings are told at once, notes in the index alone.
+        self.assertEqual(sorted(line.split(":")[0] for line in err.splitlines()),
+                         ["takes/07_01.amc", "takes/broken.bvh", "takes/cut.bvh", "takes/cut.bvh"])
+        for line in ("frames-fewer: 1 file", "number-bad: 1 file", "rotation-order: 1 file"):
+            self.assertIn(f"\n  {line}\n", out)
+
+    def test_a_strict_run_refuses_what_is_warned_of(self):
+        self.put("takes/cut.bvh", bvh(50)[:-200])
+        _, err = self.convert("takes --strict", status=4)
+        self.assertRegex(self.errors()["takes/cut.bvh"], r" warning: .* \[[a-z-]+\]$")
+        self.assertNotIn("takes/cut.bvh: ", err)
+
     def test_an_error_in_the_skeleton_names_it(self):
         self.put("takes/07.asf", "no skeleton")
         self.put("takes/07_01.amc", amc())
         self.convert("takes", status=4)
-        self.assertRegex(self.errors()["takes/07_01.amc"], r"^takes/07\.asf: ERROR")
+        self.assertRegex(self.errors()["takes/07_01.amc"], r"^takes/07\.asf: error: .* \[not-asf\]$")
 
     def test_the_rate_that_is_asked_for_is_in_it(self):
         self.put("walk.bvh", bvh(10))
@@ -215,8 +245,8 @@ class Usage(DataSet):
         self.assertEqual(run.wait(), 4)
         text = shown.decode()
         self.assertRegex(text, r"\d of 4 done, 1 failed  \[#+ *\] +\d+%")
-        self.assertIn("takes/bro\\x1bken.bvh: ERROR (LINE 4)", text)
-        self.assertTrue(text.replace("\r\n", "\n").endswith("\r\x1b[K3 converted, 1 failed\nout/index.csv\n"), text)
+        self.assertIn("takes/bro\\x1bken.bvh:4:10: error: ", text)
+        self.assertTrue(text.replace("\r\n", "\n").endswith("\r\x1b[K3 converted, 1 failed\n  number-bad: 1 file\nout/index.csv\n"), text)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,135 @@
+#include "app/check_files.h"
+
+#include <deque>
+#include <memory>
+#include <utility>
+
+#include "app/finding_text.h"
+#include "app/mapped_file.h"
+#include "app/option_values.h"
+
+namespace app {
+namespace {
+
+std::string BaseName(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+survey::Options OptionsOf(const CheckRequest& request, survey::Purpose purpose) {
+    survey::Options options;
+    options.purpose = purpose;
+    options.encoding = request.encoding;
+    return options;
+}
+
+// Files that are looked at together: one, or a skeleton and its motions.
+class Group {
+  public:
+    void Add(const std::string& path) {
+        CheckedFile checked;
+        checked.path = path;
+        checked.format = FormatOfCapture(path);
+        checked_.push_back(std::move(checked));
+    }
+
+    // The next one, in the order they were added. Looks at all of them at the first call.
+    const CheckedFile& Next(const survey::Options& options) {
+        if (next_ == 0) Survey(options);
+        return checked_[next_++];
+    }
+
+  private:
+    bool IsRead(std::size_t index) const { return files_[index].Problem().empty(); }
+
+    void Survey(const survey::Options& options) {
+        for (CheckedFile& checked : checked_) {
+            files_.emplace_back(checked.path);
+            checked.text = files_.back().Text();
+            if (!files_.back().Problem().empty())
+                checked.survey.findings = {UnreadableFinding(files_.back().Problem())};
+        }
+        const bool hasSkeleton = checked_.front().format == CaptureFormat::Asf;
+        if (hasSkeleton && IsRead(0))
+            SurveyPairs(options);
+        else
+            SurveyEachAlone(options);
+    }
+
+    void SurveyPairs(const survey::Options& options) {
+        std::vector<survey::AcclaimFile> motions;
+        std::vector<std::size_t> indexes;
+        for (std::size_t index = 1; index < checked_.size(); ++index) {
+            if (!IsRead(index)) continue;
+            motions.push_back({checked_[index].text, BaseName(checked_[index].path)});
+            indexes.push_back(index);
+        }
+        survey::AcclaimSurvey surveyed = survey::SurveyAcclaim(
+            {checked_.front().text, BaseName(checked_.front().path)}, motions, options);
+        checked_.front().survey = std::move(surveyed.skeleton);
+        for (std::size_t index = 0; index < indexes.size(); ++index)
+            checked_[indexes[index]].survey = std::move(surveyed.motions[index]);
+    }
+
+    void SurveyEachAlone(const survey::Options& options) {
+        for (std::size_t index = 0; index < checked_.size(); ++index) {
+            if (!IsRead(index)) continue;
+            CheckedFile& checked = checked_[index];
+            if (checked.format == CaptureFormat::Bvh)
+                checked.survey = survey::SurveyBvh(checked.text, options);
+            else
+                checked.survey =
+                    survey::SurveyAmcAlone({checked.text, BaseName(checked.path)}, options);
+        }
+    }
+
+    std::deque<MappedFile> files_;  // side by side with `checked_`
+    std::vector<CheckedFile> checked_;
+    std::size_t next_ = 0;
+};
+
+// The group of each file. An .amc joins the last .asf, whatever was named in between.
+std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& files) {
+    std::vector<std::shared_ptr<Group>> groups;
+    std::shared_ptr<Group> skeleton;
+    for (const std::string& path : files) {
+        const CaptureFormat format = FormatOfCapture(path);
+        const bool joins = format == CaptureFormat::Amc && skeleton;
+        std::shared_ptr<Group> group = joins ? skeleton : std::make_shared<Group>();
+        if (format == CaptureFormat::Asf) skeleton = group;
+        group->Add(path);
+        groups.push_back(std::move(group));
+    }
+    return groups;
+}
+
+}  // namespace
+
+CaptureFormat FormatOfCapture(const std::string& path) {
+    const std::string extension = LowerCaseExtension(path);
+    if (extension == ".asf") return CaptureFormat::Asf;
+    return extension == ".amc" ? CaptureFormat::Amc : CaptureFormat::Bvh;
+}
+
+std::string_view NameOf(CaptureFormat format) {
+    switch (format) {
+        case CaptureFormat::Bvh:
+            return "bvh";
+        case CaptureFormat::Asf:
+            return "asf";
+        case CaptureFormat::Amc:
+            break;
+    }
+    return "amc";
+}
+
+void CheckFiles(const CheckRequest& request, survey::Purpose purpose,
+                const std::function<void(const CheckedFile&)>& each) {
+    const survey::Options options = OptionsOf(request, purpose);
+    // A group goes with the last of its files.
+    for (std::shared_ptr<Group>& group : GroupsOf(request.files)) {
+        const std::shared_ptr<Group> held = std::move(group);
+        each(held->Next(options));
+    }
+}
+
+}  // namespace app

@@ -1,0 +1,64 @@
+#include "app/finding_text.h"
+
+#include <fmt/format.h>
+
+#include "app/json_text.h"
+#include "app/text.h"
+#include "survey/codes.h"
+
+namespace app {
+
+survey::Finding UnreadableFinding(const std::string& problem) {
+    survey::Finding finding;
+    finding.code = survey::codes::kUnreadable;
+    finding.severity = survey::Severity::Error;
+    finding.message = problem;
+    return finding;
+}
+
+std::string_view NameOf(survey::Severity severity) {
+    switch (severity) {
+        case survey::Severity::Note:
+            return "note";
+        case survey::Severity::Warning:
+            return "warning";
+        case survey::Severity::Error:
+            break;
+    }
+    return "error";
+}
+
+std::string FindingText(const survey::Finding& finding) {
+    std::string text;
+    if (finding.line > 0) text = fmt::format("{}:{}: ", finding.line, finding.column);
+    return text +
+           fmt::format("{}: {} [{}]", NameOf(finding.severity), finding.message, finding.code);
+}
+
+std::string FindingLine(const std::string& file, const survey::Finding& finding,
+                        bool escapeControls) {
+    const std::string separator = finding.line > 0 ? ":" : ": ";
+    const std::string line = file + separator + FindingText(finding);
+    // A name may hold a line feed, and its line is to stay one.
+    const std::wstring wide = DecodeUtf8(line);
+    return (escapeControls ? EncodeUtf8(EscapeControls(wide)) : line) + '\n';
+}
+
+void AppendFindingJson(std::string& out, const survey::Finding& finding, const std::string* file) {
+    const auto string = [&](std::string_view key, std::string_view value) {
+        out += fmt::format("\"{}\": ", key);
+        AppendJsonString(out, DecodeUtf8(value));
+        out += ", ";
+    };
+    out += '{';
+    if (file) string("file", *file);
+    string("code", finding.code);
+    string("severity", NameOf(finding.severity));
+    out += fmt::format("\"line\": {}, \"column\": {}, \"count\": {}, ", finding.line,
+                       finding.column, finding.count);
+    string("joint", finding.joint);
+    string("message", finding.message);
+    out += fmt::format("\"mended\": {}}}", finding.mended);
+}
+
+}  // namespace app

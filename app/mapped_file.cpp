@@ -1,0 +1,86 @@
+#include "app/mapped_file.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <fcntl.h>
+#include <new>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace app {
+namespace {
+
+// The plug-in counts a file's bytes in 32 bits.
+constexpr std::uint64_t kTooLarge = std::uint64_t{1} << 32;
+
+std::string TextOf(int error) {
+    switch (error) {
+        case ENOENT:
+            return "no such file";
+        case EACCES:
+            return "permission denied";
+        default:
+            return std::strerror(error);
+    }
+}
+
+std::string ProblemOf(const struct stat& status) {
+    if (S_ISDIR(status.st_mode)) return "is a folder";
+    if (!S_ISREG(status.st_mode)) return "is not a regular file";
+    if (static_cast<std::uint64_t>(status.st_size) >= kTooLarge)
+        return "is too large: files of 4 GiB and more cannot be read";
+    return {};
+}
+
+}  // namespace
+
+MappedFile::MappedFile(const std::string& path) {
+    // A FIFO would otherwise block until somebody writes to it.
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0) {
+        problem_ = TextOf(errno);
+        return;
+    }
+    try {
+        Map(file);
+    } catch (...) {
+        close(file);
+        throw;
+    }
+    close(file);
+}
+
+// A page of zeros lies after the file's last one, so that a file that fills its pages ends in a NUL
+// byte too.
+void MappedFile::Map(int file) {
+    struct stat status {};
+    if (fstat(file, &status) != 0) {
+        problem_ = TextOf(errno);
+        return;
+    }
+    problem_ = ProblemOf(status);
+    if (!problem_.empty() || status.st_size == 0) return;
+    const auto size = static_cast<std::size_t>(status.st_size);
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::size_t all = (size / page + 2) * page;
+    void* memory = mmap(nullptr, all, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) throw std::bad_alloc();
+    memory_ = memory;
+    memorySize_ = all;
+    if (mmap(memory, size, PROT_READ, MAP_PRIVATE | MAP_FIXED, file, 0) == MAP_FAILED) {
+        problem_ = TextOf(errno);
+        return;
+    }
+    // Only a hint: a failure costs time alone.
+    madvise(memory, size, MADV_SEQUENTIAL);
+    text_ = static_cast<const char*>(memory);
+    size_ = size;
+}
+
+MappedFile::~MappedFile() {
+    if (memory_) munmap(memory_, memorySize_);
+}
+
+}  // namespace app

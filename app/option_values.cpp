@@ -1,0 +1,46 @@
+#include "app/option_values.h"
+
+#include <cctype>
+#include <cmath>
+
+#include "app/output_file.h"
+
+namespace app {
+
+double FiniteNumber(const char* option, const std::string& text) {
+    const auto number = ParseNumber(text);
+    if (!number || !std::isfinite(*number))
+        throw UsageError(fmt::format("{} {}: not a number", option, text));
+    return *number;
+}
+
+double PositiveNumber(const char* option, const std::string& text) {
+    const double number = FiniteNumber(option, text);
+    if (number <= 0.0) throw UsageError(fmt::format("{} {}: not above zero", option, text));
+    return number;
+}
+
+Progress ProgressChoice(const std::optional<std::string>& text) {
+    if (!text) return Progress::Auto;
+    return Choice<Progress>(
+        "--progress", *text,
+        {{"auto", Progress::Auto}, {"on", Progress::On}, {"off", Progress::Off}});
+}
+
+std::string LowerCaseExtension(const std::string& path) {
+    // Not std::filesystem's: a file named ".bvh" is one.
+    const std::size_t name = path.rfind('/') + 1;  // 0 without a folder
+    const std::size_t dot = path.rfind('.');
+    if (dot == std::string::npos || dot < name) return {};
+    std::string extension = path.substr(dot);
+    for (char& character : extension)
+        character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+    return extension;
+}
+
+void RefuseToOverwrite(const std::string& output, const std::string& input) {
+    if (!input.empty() && IsSameFile(output, input))
+        throw UsageError(fmt::format("{} would be overwritten by an output", input));
+}
+
+}  // namespace app

@@ -1,0 +1,58 @@
+#include "app/mapped_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "temporary_folder.h"
+
+namespace {
+
+using app::MappedFile;
+
+TEST(MappedFile, IsTheWholeTextAndANul) {
+    const TemporaryFolder folder;
+    // The last one fills its pages.
+    for (const std::size_t size : {std::size_t{1}, std::size_t{4095}, std::size_t{4096}}) {
+        const std::string text(size, 'x');
+        folder.Put("walk.bvh", text);
+        const MappedFile file(folder.Path("walk.bvh"));
+        EXPECT_EQ(file.Problem(), "");
+        EXPECT_EQ(file.Text(), text);
+        EXPECT_EQ(file.Text().data()[size], '\0');
+    }
+}
+
+TEST(MappedFile, MayBeEmpty) {
+    const TemporaryFolder folder;
+    folder.Put("empty.bvh", "");
+    const MappedFile file(folder.Path("empty.bvh"));
+    EXPECT_EQ(file.Problem(), "");
+    EXPECT_TRUE(file.Text().empty());
+    EXPECT_EQ(file.Text().data()[0], '\0');
+}
+
+TEST(MappedFile, SaysWhyItCannotBeRead) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.Path("folder.bvh"));
+    ASSERT_EQ(mkfifo(folder.Path("fifo.bvh").c_str(), 0600), 0);
+    folder.Put("large.bvh", "");
+    std::filesystem::resize_file(folder.Path("large.bvh"), std::uintmax_t{1} << 32);
+    EXPECT_EQ(MappedFile(folder.Path("missing.bvh")).Problem(), "no such file");
+    EXPECT_EQ(MappedFile(folder.Path("folder.bvh")).Problem(), "is a folder");
+    EXPECT_EQ(MappedFile(folder.Path("fifo.bvh")).Problem(), "is not a regular file");
+    EXPECT_EQ(MappedFile(folder.Path("large.bvh")).Problem(),
+              "is too large: files of 4 GiB and more cannot be read");
+    EXPECT_EQ(MappedFile(folder.Path("folder.bvh/walk.bvh")).Problem(), "no such file");
+}
+
+// Root may read everything.
+TEST(MappedFile, SaysThatItMayNotBeRead) {
+    const TemporaryFolder folder;
+    folder.Put("walk.bvh", "text");
+    chmod(folder.Path("walk.bvh").c_str(), 0);
+    const std::string expected = geteuid() == 0 ? "" : "permission denied";
+    EXPECT_EQ(MappedFile(folder.Path("walk.bvh")).Problem(), expected);
+}
+
+}  // namespace

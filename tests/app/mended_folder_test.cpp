@@ -1,0 +1,108 @@
+#include "app/mended_folder.h"
+
+#include <csignal>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "app/output_file.h"
+#include "temporary_folder.h"
+
+namespace {
+
+using app::MendedFolder;
+
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, path.rfind('/'));
+}
+
+TEST(MendedFolder, HoldsFilesForThisUserAlone) {
+    std::string path;
+    {
+        MendedFolder folder(100);
+        path = folder.Write("walk.bvh", "HIERARCHY\n");
+        EXPECT_TRUE(path.ends_with("/walk.bvh")) << path;
+        struct stat status {};
+        ASSERT_EQ(stat(FolderOf(path).c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0777U, 0700U);
+        std::ifstream file(path);
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        EXPECT_EQ(text, "HIERARCHY\n");
+        folder.Write("walk.amc", "");
+        EXPECT_THROW(folder.Write("third.amc", ""), app::OutputError);
+    }
+    EXPECT_FALSE(std::filesystem::exists(FolderOf(path)));
+}
+
+TEST(MendedFolder, IsMadeInTheTemporaryFolderWhereMemoryHasNoRoom) {
+    const TemporaryFolder temporary;
+    setenv("TMPDIR", temporary.Path("").c_str(), 1);
+    {
+        MendedFolder folder(std::size_t{1} << 60U);
+        EXPECT_TRUE(folder.Write("walk.bvh", "x").starts_with(temporary.Path("")));
+        EXPECT_EQ(temporary.Names().size(), 1U);
+    }
+    EXPECT_TRUE(temporary.Names().empty());
+    setenv("TMPDIR", temporary.Path("missing").c_str(), 1);
+    EXPECT_THROW(MendedFolder(std::size_t{1} << 60U), app::OutputError);
+    unsetenv("TMPDIR");
+}
+
+// A child that makes a folder in `temporary` and then ends by `end`; returns how it ended.
+template <class End>
+int StatusOfChild(const TemporaryFolder& temporary, End end) {
+    const pid_t child = fork();
+    if (child == 0) {
+        setenv("TMPDIR", temporary.Path("").c_str(), 1);
+        MendedFolder folder(std::size_t{1} << 60U);
+        folder.Write("walk.bvh", "x");
+        end();
+        _exit(99);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+class EndOfAProcess : public testing::TestWithParam<int> {};
+
+TEST_P(EndOfAProcess, LeavesNoFolder) {
+    const TemporaryFolder temporary;
+    // The handlers of a sanitizer would print a report and choose another end.
+    const int status = StatusOfChild(temporary, [] {
+        raise(GetParam());
+        raise(GetParam());
+    });
+    EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) != 0);
+    EXPECT_TRUE(temporary.Names().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, EndOfAProcess,
+                         testing::Values(SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGTERM, SIGINT,
+                                         SIGHUP, SIGPIPE, SIGQUIT));
+
+TEST(MendedFolders, AreRemovedForAProcessThatWasKilled) {
+    const TemporaryFolder temporary;
+    pid_t id = 0;
+    const pid_t child = fork();
+    if (child == 0) {
+        setenv("TMPDIR", temporary.Path("").c_str(), 1);
+        MendedFolder folder(std::size_t{1} << 60U);
+        folder.Write("walk.bvh", "x");
+        raise(SIGKILL);
+    }
+    id = child;
+    waitpid(child, nullptr, 0);
+    EXPECT_EQ(temporary.Names().size(), 1U);
+    setenv("TMPDIR", temporary.Path("").c_str(), 1);
+    app::RemoveMendedFolders(id + 1);
+    EXPECT_EQ(temporary.Names().size(), 1U);
+    app::RemoveMendedFolders(id);
+    EXPECT_TRUE(temporary.Names().empty());
+    unsetenv("TMPDIR");
+}
+
+}  // namespace
