@@ -8,6 +8,7 @@
 #include "tests/fuzz/bvh_check.h"
 #include "tests/fuzz/grammar_mutator.h"
 #include "tests/fuzz/require.h"
+#include "tests/fuzz/survey_check.h"
 #include "tests/support/acclaim/acclaim_random.h"
 #include "tests/support/bvh_random.h"
 
@@ -56,6 +57,26 @@ TEST(MutatedAcclaim, IsImportedOrRefused) {
             fuzz::CheckAcclaim(std::string{static_cast<char>('@' + options % 32),
                                            static_cast<char>('@' + options / 32 % 16)} +
                                text);
+        });
+}
+
+TEST(MutatedBvh, IsSurveyedAndThenImported) {
+    RunSeeds(
+        Grammar::Bvh, [](std::uint32_t seed) { return support::RandomBvh(seed); },
+        [](std::uint32_t options, const std::string& text) {
+            fuzz::CheckBvhSurvey(static_cast<char>('@' + options % 32) + text);
+        });
+}
+
+TEST(MutatedAcclaim, IsSurveyedAndThenImported) {
+    RunSeeds(
+        Grammar::Acclaim,
+        [](std::uint32_t seed) {
+            const support::AcclaimTexts texts = support::RandomAcclaim(seed);
+            return texts.asf + '~' + texts.amc;
+        },
+        [](std::uint32_t options, const std::string& text) {
+            fuzz::CheckAcclaimSurvey(static_cast<char>('@' + options % 32) + text);
         });
 }
 

@@ -226,7 +226,7 @@ struct Kind {
 const Kind kKinds[] = {
     {"Gzip", "\x1F\x8B\x08\0rest"sv, "gzip data"},
     {"Zip", "PK\x03\x04"sv, "a zip archive"},
-    {"Html", "<!DOCTYPE html><html>", "a web page"},
+    {"Html", "<!DOCTYPE html><html>", "a web page (HTML)"},
     {"Asf", "# a skeleton\n:version 1.10\n", "an Acclaim skeleton (ASF)"},
     {"Amc", "#!OML:ASF\n:FULLY-SPECIFIED\n:DEGREES\n1\n", "an Acclaim motion (AMC)"},
     {"Numbers", "1 2 3\n4 5 6\n", "numbers alone"},

@@ -1,0 +1,5 @@
+#include "tests/fuzz/survey_check.h"
+#include "tests/fuzz/target.h"
+
+const fuzz::Target fuzz::kTarget = {CheckBvhSurvey, 1,
+                                    [](std::string_view) { return Grammar::Bvh; }};

@@ -1,0 +1,129 @@
+// Small files with every allocation failing once, and cut after every byte.
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "survey/survey.h"
+#include "tests/support/memory/new_operators.h"
+
+namespace {
+
+using survey::Purpose;
+
+struct Sample {
+    std::string name;
+    std::string file;    // .bvh or .asf
+    std::string motion;  // .amc; empty: none
+};
+
+void PrintTo(const Sample& sample, std::ostream* out) {
+    *out << sample.name;
+}
+
+std::string ContentOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// Every so-manieth file of the corpus, so that a run takes seconds; each is small.
+std::vector<Sample> Samples() {
+    constexpr std::size_t kEvery = 4;
+    constexpr std::size_t kLargest = 3000;
+    std::vector<std::filesystem::path> paths;
+    for (const char* format : {"bvh", "acclaim"})
+        for (const auto& entry : std::filesystem::directory_iterator(
+                 std::filesystem::path(ZKMOCAP_QUIRKS_DIR) / format))
+            if (entry.path().extension() != ".amc") paths.push_back(entry.path());
+    std::sort(paths.begin(), paths.end());
+    std::vector<Sample> samples;
+    for (std::size_t index = 0; index < paths.size(); index += kEvery) {
+        Sample sample{paths[index].stem().string(), ContentOf(paths[index]), ""};
+        const auto motion = std::filesystem::path(paths[index]).replace_extension(".amc");
+        if (std::filesystem::exists(motion)) sample.motion = ContentOf(motion);
+        for (char& c : sample.name)
+            if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
+        sample.name += paths[index].extension() == ".asf" ? "_asf" : "";
+        if (sample.file.size() + sample.motion.size() <= kLargest)
+            samples.push_back(std::move(sample));
+    }
+    return samples;
+}
+
+// The survey for `purpose`; everything that it says in one text.
+std::string Told(const Sample& sample, Purpose purpose) {
+    survey::Options options;
+    options.purpose = purpose;
+    options.bones = true;
+    std::string told;
+    const auto tell = [&](const survey::FileSurvey& surveyed) {
+        for (const survey::Finding& finding : surveyed.findings)
+            told += std::string(finding.code) + ' ' + std::to_string(finding.line) + ' ' +
+                    finding.message + '\n';
+        if (surveyed.mended) told += surveyed.mended->text;
+    };
+    if (!sample.name.ends_with("_asf")) {
+        tell(survey::SurveyBvh(sample.file, options));
+        return told;
+    }
+    const survey::AcclaimFile motion{sample.motion, "a.amc"};
+    const auto surveyed = survey::SurveyAcclaim(
+        {sample.file, "a.asf"}, {&motion, sample.motion.empty() ? 0U : 1U}, options);
+    tell(surveyed.skeleton);
+    for (const survey::AmcSurvey& moved : surveyed.motions)
+        tell(moved);
+    return told;
+}
+
+std::uint64_t allocationsLeft = 0;
+
+bool FailsAtZero(const void*) {
+    return allocationsLeft != 0 && --allocationsLeft == 0;
+}
+
+class SurveySweep : public testing::TestWithParam<Sample> {};
+
+TEST_P(SurveySweep, LackOfMemoryIsThrownAndNothingElse) {
+    for (const Purpose purpose : {Purpose::Check, Purpose::Import, Purpose::Fix}) {
+        const std::string undisturbed = Told(GetParam(), purpose);
+        bool failed = true;
+        for (std::uint64_t allocation = 1; failed && !HasFailure(); ++allocation) {
+            failed = false;
+            std::string told;
+            allocationsLeft = allocation;
+            support::failsAllocation = FailsAtZero;
+            try {
+                told = Told(GetParam(), purpose);
+            } catch (const std::bad_alloc&) {
+                failed = true;
+            }
+            support::failsAllocation = nullptr;
+            if (failed) continue;
+            EXPECT_EQ(told, undisturbed) << "allocation " << allocation;
+        }
+    }
+}
+
+TEST_P(SurveySweep, AFileMayEndAnywhere) {
+    Sample cut = GetParam();
+    for (std::size_t size = GetParam().file.size(); size-- > 0;) {
+        cut.file.resize(size);
+        Told(cut, Purpose::Check);
+    }
+    cut.file = GetParam().file;
+    for (std::size_t size = GetParam().motion.size(); size-- > 0;) {
+        cut.motion.resize(size);
+        Told(cut, Purpose::Check);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, SurveySweep, testing::ValuesIn(Samples()),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
