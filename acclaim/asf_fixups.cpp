@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "acclaim/acclaim_import.h"
+#include "acclaim/repeated_addition.h"
 #include "mocap/rotation_keys.h"
 #include "util/rotation_math.h"
 
@@ -84,22 +85,21 @@ Found FindTargets(MOCAPMODEL& child, std::uint32_t frameCount, Targets& targets)
     return Found::All;
 }
 
-// Adds the bone's vector to the targets, for so many children at once.
+// Adds the bone's vector to the targets once for each of so many children.
 void AddOffsets(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
                 const Targets& targets, std::size_t children) {
-    const auto times = static_cast<double>(children);
     for (std::uint32_t frame = 0; children > 0 && frame < frameCount; ++frame) {
         const MOCAP_RAWKEY& key = length.keys[frame];
         for (int axis = 0; axis < 3; ++axis) {
             MOCAP_RAWKEY& target = targets.axis[axis]->keys[frame];
             target.time = key.time;
-            target.value += times * (bone.direction[axis] * key.value);
+            target.value = AddRepeatedly(target.value, bone.direction[axis] * key.value, children);
         }
     }
 }
 
-// Children that follow each other with the same targets are added together: a file may hang any
-// number of them on one bone.
+// Children that follow each other with the same targets are gone through together: a file may give
+// any number of them to one bone.
 Found MoveChildren(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
                    const std::vector<MOCAPMODEL*>& children) {
     Targets targets;

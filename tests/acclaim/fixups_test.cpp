@@ -2,6 +2,9 @@
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iomanip>
+#include <iterator>
+#include <sstream>
 
 #include "host/status.h"
 #include "tests/support/acclaim/open_importer.h"
@@ -185,18 +188,57 @@ TEST_F(Fixups, CountForNothingWithoutFrames) {
     EXPECT_EQ(MotionCurves().count("a.bone.length"), 0u);
 }
 
-TEST_F(Fixups, AddAnyNumberOfChildrenAtOnce) {
-    std::string bones = kRoot + ":bonedata begin name a direction 0 2 -1 length 1\n dof |\n end\n";
+std::string NumberText(double number) {
+    std::ostringstream text;
+    text << std::setprecision(17) << number;
+    return text.str();
+}
+
+// A bone whose length is animated and that has so many children, without channels of their own.
+std::string ManyChildren(int count) {
+    std::string bones = ":bonedata begin name a direction 0.1 2 -0.7 length 1\n dof |\n end\n";
     std::string children;
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < count; ++i) {
         const std::string name = "n" + std::to_string(i);
         bones += "begin name " + name + "\n end\n";
         children += " " + name;
     }
-    ASSERT_EQ(Import(bones + ":hierarchy begin\nroot a\na" + children + "\nend", "1\nroot 0\na 3"),
-              Outcome());
-    EXPECT_THAT(Values("n0", "pos"),
-                ElementsAre(ElementsAre(0), ElementsAre(6000), ElementsAre(-3000)));
+    return bones + ":hierarchy begin\nroot a\na" + children + "\nend";
+}
+
+// Child by child, since a multiple rounds otherwise: from six on it shows.
+TEST_F(Fixups, AddTheLengthForEachChildByItself) {
+    const double lengths[] = {0.1, 3, 1e-9, -7.3, 1e17};
+    std::string frames;
+    for (std::size_t frame = 0; frame < std::size(lengths); ++frame)
+        frames += std::to_string(frame + 1) + "\nroot 0\na " + NumberText(lengths[frame]) + "\n";
+    for (const int children : {1, 2, 5, 6, 7, 10, 100, 1000}) {
+        SCOPED_TRACE(children);
+        StartSession(true);
+        ASSERT_EQ(Import(kRoot + ManyChildren(children), frames), Outcome());
+        const double direction[3] = {0.1, 2, -0.7};
+        const auto found = Values("n0", "pos");
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            std::vector<double> expected(std::size(lengths), 0.0);
+            for (std::size_t frame = 0; frame < std::size(lengths); ++frame)
+                for (int child = 0; child < children; ++child)
+                    expected[frame] += direction[axis] * lengths[frame];
+            EXPECT_EQ(found[axis], expected);
+        }
+        EXPECT_THAT(Values("n" + std::to_string(children), "pos"), Each(testing::IsEmpty()));
+    }
+}
+
+// One by one these would be three thousand million additions.
+TEST_F(Fixups, AddForAnyNumberOfChildrenAndFrames) {
+    std::string frames;
+    for (int frame = 1; frame <= 20000; ++frame)
+        frames += std::to_string(frame) + "\nroot 0\na 3\n";
+    ASSERT_EQ(Import(kRoot + ManyChildren(50000), frames), Outcome());
+    double expected = 0.0;
+    for (int child = 0; child < 50000; ++child)
+        expected += 0.1 * 3;
+    EXPECT_THAT(Values("n0", "pos")[0], Each(expected));
 }
 
 }  // namespace
