@@ -115,10 +115,10 @@ class CAcclaimImport : public CMocapImportBase {
     std::int32_t AttachKeys(Motion& motion);
 
     Zelk::CStatus BuildSkeleton(const Zelk::CString& name);
-    // The file, and what stands before that which the parsers read.
-    std::int32_t ReadSkeleton(const Zelk::CString& asfFile);
+    // The arguments, the file, and its head up to where the parsers begin.
+    std::int32_t ReadSkeleton(const Zelk::CString& asfFile, const Zelk::CString& name);
     std::int32_t CheckVersion();
-    std::int32_t ReadMotion(const Zelk::CString& amcFile);
+    std::int32_t ReadMotion(const Zelk::CString& amcFile, const Zelk::CString& motionName);
     std::int32_t ReadMotionHeader();
     std::int32_t ReadAngleUnit();
     Zelk::CStatus BuildMotion(const Zelk::CString& motionName);

@@ -46,23 +46,24 @@ Zelk::CStatus CAcclaimImport::ImportMotion(const Zelk::CString& amcFile,
     RecordError(Zelk::CString());
     Clear(false);
     parsing = false;
-    if (!lastModel.IsValid()) return Fail(kInvalidArgument, L"Skeleton not defined yet");
-    if (amcFile.IsEmpty())
-        return Fail(kInvalidArgument, L"AMC file not specified. Specify a valid file name");
-    if (motionName.IsEmpty())
-        return Fail(kInvalidArgument, L"Motion name not specified. Specify a valid motion name");
     Zelk::CStatus status;
     try {
-        status = ReadMotion(amcFile);
+        status = ReadMotion(amcFile, motionName);
         if (status.Succeeded()) status = BuildMotion(motionName);
     } catch (const std::bad_alloc&) {
-        status = Fail(kOutOfMemory, L"Out of memory");
+        status = FailForMemory();
     }
     Clear(false);
     return status;
 }
 
-std::int32_t CAcclaimImport::ReadMotion(const Zelk::CString& amcFile) {
+std::int32_t CAcclaimImport::ReadMotion(const Zelk::CString& amcFile,
+                                        const Zelk::CString& motionName) {
+    if (!lastModel.IsValid()) return Fail(kInvalidArgument, L"Skeleton not defined yet");
+    if (amcFile.IsEmpty())
+        return Fail(kInvalidArgument, L"AMC file not specified. Specify a valid file name");
+    if (motionName.IsEmpty())
+        return Fail(kInvalidArgument, L"Motion name not specified. Specify a valid motion name");
     if (!stringFile.ReadFile(amcFile.GetWideString()))
         return RefuseFile(false, kFileNotFound,
                           L"Failed to read AMC file. Specify a valid file name");

@@ -147,7 +147,7 @@ std::int32_t CAcclaimImport::AttachKeys(Motion& motion) {
     for (MOCAPMODEL* bone : motion.slots) {
         for (CHANNELS& channel : bone->channels) {
             if (!IsAnimated(channel.type)) continue;
-            if (keys.empty()) return Fail(kOutOfMemory, L"Out of memory");
+            if (keys.empty()) return FailForMemory();
             channel.keys = std::move(*next++);
             if (overrideLengthMultiplier && IsPosition(channel.type))
                 for (std::uint32_t frame = 0; frame < frameCount; ++frame)

@@ -29,7 +29,7 @@ std::int32_t CAcclaimImport::HandleBoneData() {
 //        | "dof" channels | "limits" limits | unknown to the end of its line } "end"
 std::int32_t CAcclaimImport::HandleBoneBegin() {
     MOCAPMODEL* const bone = AppendNode();
-    if (bone == nullptr) return Fail(kOutOfMemory, L"Out of memory");
+    if (bone == nullptr) return FailForMemory();
     for (;;) {
         const char* const token = GetNextAccString();
         if (token == nullptr) return Fail(kUnexpectedEnd, L"Expected bonedata parameters");
@@ -75,7 +75,7 @@ std::int32_t CAcclaimImport::ParseBoneName(MOCAPMODEL& bone) {
     const char* const token = GetNextAccString();
     if (token == nullptr) return Fail(kInvalidData, L"Expected a string for :bonedata.name");
     bone.name = CopyText(token);
-    return bone.name ? kOk : Fail(kOutOfMemory, L"Out of memory");
+    return bone.name ? kOk : FailForMemory();
 }
 
 std::int32_t CAcclaimImport::ParseBoneAxis(MOCAPMODEL& bone) {

@@ -148,7 +148,7 @@ std::int32_t CAcclaimImport::FixLength() {
         if (node->childCount != 0 && found != children.end()) {
             const Found targets = MoveChildren(*node, *length, frameCount, found->second);
             if (targets == Found::NoSlot) return Fail(kFail, L"Failed to convert length animation");
-            if (targets == Found::NoMemory) return Fail(kOutOfMemory, L"Out of memory");
+            if (targets == Found::NoMemory) return FailForMemory();
         }
         length->type = kEmptySlot;
         length->keys.reset();

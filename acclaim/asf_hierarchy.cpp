@@ -47,7 +47,7 @@ std::int32_t CAcclaimImport::RenameRoot(const char* token) {
     const std::uint32_t number = names.Find("root");
     names.RemoveFirst("root");
     root->name = CopyText(token);
-    if (!root->name) return Fail(kOutOfMemory, L"Out of memory");
+    if (!root->name) return FailForMemory();
     names.Add(token, number);
     return kOk;
 }

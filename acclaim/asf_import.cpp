@@ -22,25 +22,25 @@ Zelk::CStatus CAcclaimImport::ImportSkeleton(const Zelk::CString& asfFile,
     RecordError(Zelk::CString());
     Clear(true);
     parsing = false;
-    if (asfFile.IsEmpty())
-        return Fail(kInvalidArgument, L"ASF file not specified. Specify a valid file name");
-    if (name.IsEmpty())
-        return Fail(kInvalidArgument,
-                    L"Container model name not specified. Specify a valid model name");
     Zelk::CStatus status;
     try {
-        status = ReadSkeleton(asfFile);
+        status = ReadSkeleton(asfFile, name);
         if (status.Succeeded()) status = BuildSkeleton(name);
     } catch (const std::bad_alloc&) {
         // Of a parser's failure the message alone tells what it was.
-        status = Fail(parsing ? kFail : kOutOfMemory, L"Out of memory");
+        status = FailForMemory(parsing ? kFail : kOutOfMemory);
     }
     Clear(!status.Succeeded());
     return status;
 }
 
-std::int32_t CAcclaimImport::ReadSkeleton(const Zelk::CString& asfFile) {
-    if (!hasSeparators) return Fail(kOutOfMemory, L"Out of memory");
+std::int32_t CAcclaimImport::ReadSkeleton(const Zelk::CString& asfFile, const Zelk::CString& name) {
+    if (asfFile.IsEmpty())
+        return Fail(kInvalidArgument, L"ASF file not specified. Specify a valid file name");
+    if (name.IsEmpty())
+        return Fail(kInvalidArgument,
+                    L"Container model name not specified. Specify a valid model name");
+    if (!hasSeparators) return FailForMemory();
     if (!stringFile.ReadFile(asfFile.GetWideString()))
         return RefuseFile(true, kFileNotFound,
                           L"Failed to read ASF file. Specify a valid file name");

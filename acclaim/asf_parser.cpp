@@ -100,9 +100,9 @@ std::int32_t CAcclaimImport::HandleDocumentation() {
 // root = { "order" channels | "axis" axes | "position" x y z | "orientation" x y z }
 std::int32_t CAcclaimImport::HandleRoot() {
     MOCAPMODEL* const root = AppendNode();
-    if (root == nullptr) return Fail(kOutOfMemory, L"Out of memory");
+    if (root == nullptr) return FailForMemory();
     root->name = CopyText("root");
-    if (!root->name) return Fail(kOutOfMemory, L"Out of memory");
+    if (!root->name) return FailForMemory();
 
     const char* order = "xyz";
     for (;;) {

@@ -19,7 +19,8 @@ void NodeNames::Add(const char* name, std::uint32_t node) {
 
 std::uint32_t NodeNames::Find(const char* name) {
     const auto found = nodes_.find(Fold(name));
-    return found == nodes_.end() ? kNone : found->second.front();
+    // A name without nodes is one for whose first node there was no memory.
+    return found == nodes_.end() || found->second.empty() ? kNone : found->second.front();
 }
 
 void NodeNames::RemoveFirst(const char* name) {

@@ -53,6 +53,7 @@ class CBiovisionImport : public CMocapImportBase {
     // Whether the next token is `keyword`, which is then taken.
     bool TakeKeyword(const char* keyword);
 
+    Zelk::CStatus ImportFile(const Zelk::CString& fileName, const Zelk::CString& name);
     Zelk::CStatus ImportSections(const Zelk::CString& name);
     Zelk::CStatus ImportSection(const Zelk::CString& name, std::int32_t& parsed);
     Zelk::CStatus BuildSection(const Zelk::CString& name, std::int32_t& parsed);

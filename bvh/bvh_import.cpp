@@ -22,6 +22,18 @@ Zelk::CStatus CBiovisionImport::ImportBVH(const Zelk::CString& fileName,
     Clear(true);
     importedModels = 0;
     parsing = false;
+    Zelk::CStatus status;
+    try {
+        status = ImportFile(fileName, name);
+    } catch (const std::bad_alloc&) {
+        status = FailForMemory();
+    }
+    Clear(true);
+    return status;
+}
+
+Zelk::CStatus CBiovisionImport::ImportFile(const Zelk::CString& fileName,
+                                           const Zelk::CString& name) {
     if (fileName.IsEmpty())
         return Fail(kInvalidArgument, L"BVH file not specified. Specify a valid file name");
     if (name.IsEmpty())
@@ -35,9 +47,7 @@ Zelk::CStatus CBiovisionImport::ImportBVH(const Zelk::CString& fileName,
     sectionsLeft.Reset(stringFile.GetSize());
     CIFPlugProgressBar bar;
     const BarInUse barInUse(progressBar, bar);
-    const Zelk::CStatus status = ImportSections(name);
-    Clear(true);
-    return status;
+    return ImportSections(name);
 }
 
 Zelk::CStatus CBiovisionImport::ImportSections(const Zelk::CString& name) {
@@ -68,7 +78,7 @@ Zelk::CStatus CBiovisionImport::ImportSection(const Zelk::CString& name, std::in
         status = BuildSection(name, parsed);
     } catch (const std::bad_alloc&) {
         // Of a parser's failure the message alone tells what it was.
-        status = Fail(parsing ? kFail : kOutOfMemory, L"Out of memory");
+        status = FailForMemory(parsing ? kFail : kOutOfMemory);
     }
     if (status.Succeeded()) {
         ++importedModels;
@@ -96,7 +106,7 @@ Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
     // The model, two actions and a group are called after it, in each of the file's sections, and
     // the session remembers the commands that name them.
     if (!sectionsLeft.Take() || !derivedNames.Take(std::size_t{12} * name.Length()))
-        return Fail(kOutOfMemory, L"Out of memory");
+        return FailForMemory();
     Zelk::Model root = Zelk::Application().GetActiveSceneRoot();
     if (!root.AddModel(Zelk::CRefArray(), name, lastModel).Succeeded())
         return Fail(kFail, L"Failed to create main model");

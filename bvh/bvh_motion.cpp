@@ -26,7 +26,7 @@ std::int32_t CBiovisionImport::ParseMotion() {
     if (!CanHoldFrames()) return ReadFrames(nullptr);
 
     std::vector<KeyArray> keys = AllocateKeyArrays(channelCount, frameCount);
-    if (keys.empty()) return Fail(kOutOfMemory, L"Out of memory");
+    if (keys.empty()) return FailForMemory();
     const std::int32_t read = ReadFrames(keys.data());
     if (read < 0) return read;
     auto next = keys.begin();

@@ -68,7 +68,7 @@ std::int32_t CBiovisionImport::ParseBVH(MOCAPMODEL* current) {
 // body = "{" "OFFSET" x y z [ "CHANNELS" count { channel } ]; what follows belongs to the new node.
 std::int32_t CBiovisionImport::ParseNode(NodeKind kind, MOCAPMODEL*& current) {
     MOCAPMODEL* const node = AppendNode();
-    if (node == nullptr) return Fail(kOutOfMemory, L"Out of memory");
+    if (node == nullptr) return FailForMemory();
     node->parent = current;
     std::int32_t status = ParseName(kind, *node);
     if (status < 0) return status;
@@ -94,7 +94,7 @@ std::int32_t CBiovisionImport::ParseName(NodeKind kind, MOCAPMODEL& node) {
         if (token == nullptr) return Fail(kUnexpectedEnd, L"Unexpected end of file");
         node.name = CopyText(token);
     }
-    if (!node.name) return Fail(kOutOfMemory, L"Out of memory");
+    if (!node.name) return FailForMemory();
     return kOk;
 }
 

@@ -1,5 +1,6 @@
 #include "headless/commands.h"
 
+#include <new>
 #include <utility>
 
 #include "headless/operations.h"
@@ -123,18 +124,43 @@ CommandRecord::Argument Recorded(const Zelk::CValue& value) {
     return std::monostate();
 }
 
+// None without memory: a command is run all the same.
+std::vector<CommandRecord::Argument> RecordedArguments(const Arguments& arguments) {
+    std::vector<CommandRecord::Argument> recorded;
+    try {
+        for (std::uint32_t index = 0; index < arguments.GetCount(); ++index)
+            recorded.push_back(Recorded(arguments[index]));
+    } catch (const std::bad_alloc&) {
+        recorded.clear();
+    }
+    return recorded;
+}
+
+// Without memory the session forgets the command, rather than calling one that was run a failure.
+void Keep(CommandRecord record) noexcept {
+    std::vector<CommandRecord>& commands = SessionAccess::Current().commands;
+    try {
+        MakeRoom(commands);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+    commands.push_back(std::move(record));
+}
+
 }  // namespace
 
 Zelk::CStatus RunCommand(const Zelk::CString& name, const Zelk::CValueArray& arguments) {
     // Before it runs: it may delete what the arguments refer to.
-    CommandRecord record;
-    record.name = name;
-    for (std::uint32_t index = 0; index < arguments.GetCount(); ++index)
-        record.arguments.push_back(Recorded(arguments[index]));
-    const Zelk::CStatus status = Dispatch(name, arguments);
-    record.status = status.GetCode();
-    SessionAccess::Current().commands.push_back(std::move(record));
-    return status;
+    CommandRecord record{name, RecordedArguments(arguments), Zelk::status::kOutOfMemory};
+    try {
+        const Zelk::CStatus status = Dispatch(name, arguments);
+        record.status = status.GetCode();
+        Keep(std::move(record));
+        return status;
+    } catch (const std::bad_alloc&) {
+        Keep(std::move(record));
+        throw;
+    }
 }
 
 }  // namespace headless

@@ -42,10 +42,11 @@ struct Node : Object {
     }
 };
 
-// So that the next push_back cannot fail.
+// So that the next push_back, or the next few, cannot fail.
 template <class Item>
-void MakeRoom(std::vector<Item>& items) {
-    if (items.size() == items.capacity()) items.reserve(std::max<std::size_t>(4, 2 * items.size()));
+void MakeRoom(std::vector<Item>& items, std::size_t count = 1) {
+    if (items.capacity() - items.size() < count)
+        items.reserve(std::max<std::size_t>(4, 2 * items.size()));
 }
 
 inline Node& AsNode(Object& object) {

@@ -13,7 +13,11 @@ void Session::Impl::AddLog(LogLine line) {
     if (onLog) onLog(LogLine(log.back()));
 }
 
+// Room is kept for one event more, so that a bar can always be hidden, whatever else there is no
+// memory for.
 void Session::Impl::AddBar(BarEvent event) {
+    const bool isHiding = event.kind == BarEvent::Kind::Visible && event.number == 0;
+    if (!isHiding) MakeRoom(bar, 2);
     bar.push_back(std::move(event));
     if (onBar) onBar(BarEvent(bar.back()));
 }

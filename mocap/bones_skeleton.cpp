@@ -96,7 +96,7 @@ Zelk::CStatus CMocapImportBase::CreateBonesSkeleton() {
     }
     // Before the first is made.
     if (!chainBytes.Take(BytesFor(chains)))
-        return Fail(Zelk::status::kOutOfMemory, L"Out of memory");
+        return FailForMemory();
     for (BoneChain* const chain : sorted) {
         const Zelk::CStatus status = CreateChainObjects(*chain);
         if (!status.Succeeded()) return status;
@@ -162,7 +162,7 @@ Zelk::CStatus CMocapImportBase::CreateChainBones(const BoneChain& chain, Zelk3DO
         // chain.
         const Zelk::CString parentName = parent.GetName();
         if (!derivedNames.Take(std::size_t{3} * parentName.Length()))
-            return Fail(Zelk::status::kOutOfMemory, L"Out of memory");
+            return FailForMemory();
         start.name = NarrowName(parentName);
         if (!start.name) return Zelk::status::kOutOfMemory;
         if (first->parent != nullptr)

@@ -2,7 +2,8 @@
 
 #include <new>
 
-CMocapImportBase::CMocapImportBase(MOCAP_FORMAT sourceFormat) : format(sourceFormat) {}
+CMocapImportBase::CMocapImportBase(MOCAP_FORMAT sourceFormat)
+    : format(sourceFormat), outOfMemory(L"Out of memory") {}
 
 CMocapImportBase::~CMocapImportBase() = default;
 
@@ -21,16 +22,20 @@ const Zelk::CString& CMocapImportBase::GetLastError(std::uint32_t* line,
     return errorMessage;
 }
 
-void CMocapImportBase::RecordError(const Zelk::CString& message) {
+void CMocapImportBase::RecordError(const Zelk::CString& message) noexcept {
     errorMessage = message;
     const bool isError = !message.IsEmpty();
     errorLine = isError ? stringFile.GetCurrentLine() : 0;
     errorColumn = isError ? stringFile.GetCurrentColumn() : 0;
 }
 
-std::int32_t CMocapImportBase::Fail(std::int32_t status, const Zelk::CString& message) {
+std::int32_t CMocapImportBase::Fail(std::int32_t status, const Zelk::CString& message) noexcept {
     RecordError(message);
     return status;
+}
+
+std::int32_t CMocapImportBase::FailForMemory(std::int32_t status) noexcept {
+    return Fail(status, outOfMemory);
 }
 
 bool CMocapImportBase::CheckCancelled() {

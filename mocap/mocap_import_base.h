@@ -46,9 +46,11 @@ class CMocapImportBase {
     using CHANNELS = MOCAPMODEL::CHANNELS;
 
     // Replaces the recorded error; an empty message clears it.
-    void RecordError(const Zelk::CString& message);
+    void RecordError(const Zelk::CString& message) noexcept;
     // The same, returning `status`.
-    std::int32_t Fail(std::int32_t status, const Zelk::CString& message);
+    std::int32_t Fail(std::int32_t status, const Zelk::CString& message) noexcept;
+    // The same with "Out of memory", which takes no memory.
+    std::int32_t FailForMemory(std::int32_t status = Zelk::status::kOutOfMemory) noexcept;
     // Whether the user pressed cancel; then "User cancelled command" is recorded.
     bool CheckCancelled();
 
@@ -147,6 +149,8 @@ class CMocapImportBase {
     CIFPlugProgressBar* progressBar = nullptr;  // of the running import, the import operation's
 
   private:
+    const Zelk::CString outOfMemory;  // the message, made while there is memory
+
     // What AddFCurve hands to the host, kept from channel to channel.
     Zelk::CTimeArray keyTimes;
     Zelk::CValueArray keyValues;

@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <iterator>
 #include <new>
+#include <optional>
 
 #include "host/application.h"
 #include "host/variant.h"
@@ -21,18 +22,17 @@ bool IsTrue(const VARIANT& argument) {
     return argument.boolVal == kVariantTrue;
 }
 
+// The flags first: without memory for a file's name they hold all the same.
 void TakeBiovisionArguments(const VARIANT* arguments) {
-    g_UserInput.strBVHFile = arguments[0].bstrVal;
     g_UserInput.bAddClip = IsTrue(arguments[1]);
     g_UserInput.bUseNulls = IsTrue(arguments[2]);
     g_UserInput.bChainFromParentJoint = IsTrue(arguments[3]);
     g_UserInput.bEffectorToLastBone = IsTrue(arguments[4]);
     g_UserInput.bCreateGroup = IsTrue(arguments[5]);
+    g_UserInput.strBVHFile = arguments[0].bstrVal;
 }
 
 void TakeAcclaimArguments(const VARIANT* arguments) {
-    g_UserInput.strASFFile = arguments[0].bstrVal;
-    g_UserInput.strAMCFile = arguments[1].bstrVal;
     g_UserInput.bApplyLimits = IsTrue(arguments[2]);
     g_UserInput.bOverrideLength = IsTrue(arguments[3]);
     g_UserInput.dLengthMultiplier = arguments[4].dblVal;
@@ -41,16 +41,26 @@ void TakeAcclaimArguments(const VARIANT* arguments) {
     g_UserInput.bChainFromParentJoint = IsTrue(arguments[7]);
     g_UserInput.bEffectorToLastBone = IsTrue(arguments[8]);
     g_UserInput.bCreateGroup = IsTrue(arguments[9]);
+    g_UserInput.strASFFile = arguments[0].bstrVal;
+    g_UserInput.strAMCFile = arguments[1].bstrVal;
 }
 
-// After a failed import too: the command then gets empty references and refuses them.
-void AddClip(const Zelk::CRef& model, const Zelk::CRef& motion) {
-    Zelk::CValueArray arguments(6);
-    arguments[0] = model;
-    arguments[1] = motion;
-    Zelk::CValue result;
-    Zelk::Application().ExecuteCommand(L"AddClip", arguments, result);
-}
+// The host command that makes a clip. Running it takes no memory of the plug-in's.
+class AddClip {
+  public:
+    AddClip() : name_(L"AddClip"), arguments_(6) {}
+    // The command is run after a failed import too: it then gets empty references and refuses them.
+    void Run(const Zelk::CRef& model, const Zelk::CRef& motion) {
+        arguments_[0] = model;
+        arguments_[1] = motion;
+        Zelk::CValue result;
+        Zelk::Application().ExecuteCommand(name_, arguments_, result);
+    }
+
+  private:
+    Zelk::CString name_;
+    Zelk::CValueArray arguments_;
+};
 
 struct Command {
     const wchar_t* name;
@@ -62,22 +72,41 @@ constexpr Command kCommands[] = {
     {kAcclaimCommand, TakeAcclaimArguments, ImportAcclaim},
 };
 
-// `does`, or the log's word for a lack of memory that nobody below has told of.
+// Whether there was memory for all of `does`.
 template <class Action>
-void OrOutOfMemory(Action does) {
+bool HasMemoryFor(Action does) noexcept {
     try {
         does();
+        return true;
     } catch (const std::bad_alloc&) {
-        Zelk::Application().LogMessage(L"ERROR: Out of memory", Zelk::zkInfoSeverity);
+        return false;
     }
 }
 
+// The same; a lack of memory that nobody below has told of is told to the log. Where there is none
+// for the line either, nothing is said.
+template <class Action>
+bool OrOutOfMemory(Action does) noexcept {
+    if (HasMemoryFor(does)) return true;
+    HasMemoryFor(
+        [] { Zelk::Application().LogMessage(L"ERROR: Out of memory", Zelk::zkInfoSeverity); });
+    return false;
+}
+
 // Whatever the outcome: the log tells it.
-void Run(const Command& command, const VARIANT* arguments) {
-    command.takeArguments(arguments);
+void Run(const Command& command, const VARIANT* arguments) noexcept {
+    const bool hasArguments = OrOutOfMemory([&] { command.takeArguments(arguments); });
+    // Made before the import, which may leave no memory for it.
+    std::optional<AddClip> addClip;
+    if (g_UserInput.bAddClip) HasMemoryFor([&] { addClip.emplace(); });
+
     Zelk::CRef model, basePose, motion;
-    OrOutOfMemory([&] { command.import(model, basePose, motion); });
-    if (g_UserInput.bAddClip) AddClip(model, motion);
+    if (hasArguments) OrOutOfMemory([&] { command.import(model, basePose, motion); });
+    if (!g_UserInput.bAddClip) return;
+    OrOutOfMemory([&] {
+        if (!addClip) addClip.emplace();
+        addClip->Run(model, motion);
+    });
 }
 
 }  // namespace
@@ -88,6 +117,6 @@ extern "C" __attribute__((visibility("default"))) std::int32_t ZelkOnCommand(
         std::find_if(std::begin(kCommands), std::end(kCommands),
                      [name](const Command& known) { return std::wcscmp(name, known.name) == 0; });
     if (command == std::end(kCommands)) return Zelk::status::kFail;
-    OrOutOfMemory([&] { Run(*command, arguments); });
+    Run(*command, arguments);
     return Zelk::status::kOk;
 }

@@ -1,6 +1,7 @@
 #include "util/progress_bar.h"
 
 #include <limits>
+#include <new>
 
 namespace {
 
@@ -39,7 +40,12 @@ CIFPlugProgressBar::CIFPlugProgressBar() : bar(HostBar()) {
 }
 
 CIFPlugProgressBar::~CIFPlugProgressBar() {
-    Hide();
+    try {
+        Hide();
+    } catch (const std::bad_alloc&) {
+        // The host has no memory to hide its bar with, and the import may be ending for that
+        // reason.
+    }
 }
 
 void CIFPlugProgressBar::Show() {

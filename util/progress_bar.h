@@ -11,7 +11,7 @@
 class CIFPlugProgressBar {
   public:
     CIFPlugProgressBar();
-    // Hides the bar.
+    // Hides the bar, unless the host has no memory left to do that with.
     ~CIFPlugProgressBar();
     CIFPlugProgressBar(const CIFPlugProgressBar&) = delete;
     CIFPlugProgressBar& operator=(const CIFPlugProgressBar&) = delete;

@@ -1,7 +1,9 @@
 // Each allocation of the importer failing once, at every place that it allocates.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <new>
 
+#include "acclaim/node_names.h"
 #include "headless/session.h"
 #include "host/status.h"
 #include "tests/support/acclaim/open_importer.h"
@@ -77,5 +79,31 @@ TEST_P(AllocationFaults, AreReported) {
 
 INSTANTIATE_TEST_SUITE_P(, AllocationFaults, testing::Bool(),
                          [](const auto& row) { return row.param ? "Nulls" : "Bones"; });
+
+// A name without its node is no name, and can be added again.
+TEST(NodeNamesWithoutMemory, KeepWhatTheyKnow) {
+    const char* const name = "a name too long for the text's own room";
+    std::uint64_t refused = 0;
+    for (std::uint64_t allocation = 1;; ++allocation) {
+        NodeNames names;
+        names.Add("known", 1);
+        bool isAdded = true;
+        countdown = allocation;
+        failsAllocation = FailsFor;
+        try {
+            names.Add(name, 2);
+        } catch (const std::bad_alloc&) {
+            isAdded = false;
+        }
+        failsAllocation = nullptr;
+        EXPECT_EQ(names.Find(name), isAdded ? 2 : NodeNames::kNone) << allocation;
+        EXPECT_EQ(names.Find("KNOWN"), 1u) << allocation;
+        if (isAdded) break;
+        ++refused;
+        names.Add(name, 3);
+        EXPECT_EQ(names.Find(name), 3u) << allocation;
+    }
+    EXPECT_GT(refused, 1u);
+}
 
 }  // namespace

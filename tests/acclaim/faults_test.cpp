@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <new>
 
 #include "headless/session.h"
 #include "host/status.h"
@@ -138,5 +139,27 @@ TEST_P(CutFiles, LeaveASoundSceneAtEachByte) {
 
 INSTANTIATE_TEST_SUITE_P(, CutFiles, testing::Bool(),
                          [](const auto& row) { return row.param ? "Nulls" : "Bones"; });
+
+// At the first event the bar is being made, at later ones it is in use.
+TEST(LackOfMemory, ForTheBarIsReported) {
+    for (const bool hasSkeleton : {false, true}) {
+        for (int first = 1; first < 6; ++first) {
+            SCOPED_TRACE(first);
+            StartSession(true);
+            OpenImporter importer;
+            if (hasSkeleton) {
+                ASSERT_EQ(importer.Skeleton(kSampleAsf), Outcome());
+            }
+            headless::Session::Current().OnBar([left = first](const headless::BarEvent&) mutable {
+                if (--left <= 0) throw std::bad_alloc();
+            });
+            const Outcome outcome =
+                hasSkeleton ? importer.Motion(kSampleAmc) : importer.Skeleton(kSampleAsf);
+            EXPECT_EQ(outcome.message, "Out of memory");
+            EXPECT_TRUE(outcome.status == kOutOfMemory || outcome.status == kFail)
+                << StatusText(outcome.status);
+        }
+    }
+}
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <new>
 #include <set>
 #include <string>
 #include <string_view>
@@ -102,6 +103,22 @@ TEST(BvhHostFailure, InASecondSectionLeavesTheFirst) {
                 if (testing::Test::HasFailure()) return;
             }
         }
+    }
+}
+
+// At the first event the bar is being made, at later ones it is in use.
+TEST(BvhHostFailure, OfTheBarForLackOfMemoryIsReported) {
+    for (int first = 1; first < 8; ++first) {
+        SCOPED_TRACE(first);
+        support::StartSession(true);
+        headless::Session::Current().OnBar([left = first](const headless::BarEvent&) mutable {
+            if (--left <= 0) throw std::bad_alloc();
+        });
+        Importer importer;
+        const std::int32_t status = importer.Import(bvh_test::kTree);
+        EXPECT_EQ(StatusText(status), importer.WasParsing() ? "0x80004005" : "0x8007000E");
+        EXPECT_EQ(importer.Message(), "Out of memory");
+        EXPECT_THAT(importer.models, IsEmpty());
     }
 }
 

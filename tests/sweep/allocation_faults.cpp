@@ -19,7 +19,7 @@ struct Range {
 Range plugin;
 Range standardLibrary;
 std::uint64_t seen = 0;
-std::uint64_t failAt = 0;
+AllocationFaults failing{};
 
 struct Search {
     std::uintptr_t address;
@@ -72,23 +72,40 @@ bool IsPlugins(const void* caller) {
     return plugin.Holds(search.address);
 }
 
-bool Fails(const void* caller) {
+bool NextFails() {
+    ++seen;
+    return seen >= failing.first && seen - failing.first < failing.count;
+}
+
+bool FailsForPlugin(const void* caller) {
     support::failsAllocation = nullptr;  // what unwinding allocates is nobody's
-    const bool fails = IsPlugins(caller) && ++seen == failAt;
-    support::failsAllocation = Fails;
+    const bool fails = IsPlugins(caller) && NextFails();
+    support::failsAllocation = FailsForPlugin;
     return fails;
+}
+
+bool FailsForAll(const void*) {
+    return NextFails();
+}
+
+void Start(AllocationFaults faults, bool (*fails)(const void*)) {
+    seen = 0;
+    failing = faults;
+    support::failsAllocation = fails;
 }
 
 }  // namespace
 
-void FailAllocation(const void* address, std::uint64_t allocation) {
+void FailAllocationsOf(const void* address, AllocationFaults faults) {
     plugin = LibraryWith(address);
     // The function's own address, not that of a stub for it here.
     void (*const throwing)(const char*) = &std::__throw_length_error;
     standardLibrary = LibraryWith(reinterpret_cast<const void*>(throwing));
-    seen = 0;
-    failAt = allocation;
-    support::failsAllocation = Fails;
+    Start(faults, FailsForPlugin);
+}
+
+void FailAllocations(AllocationFaults faults) {
+    Start(faults, FailsForAll);
 }
 
 std::uint64_t EndAllocationFaults() {

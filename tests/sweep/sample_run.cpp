@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "headless/session.h"
-#include "tests/plugin/plugin_library.h"
 #include "tests/support/core/session_text.h"
 
 namespace sweep {
@@ -122,20 +121,20 @@ SampleRun::SampleRun(const Sample& sample) : sample_(sample) {
 
 void SampleRun::Cut(std::size_t first, std::size_t second) {
     const char* const name = sample_.isAcclaim ? "take.asf" : "take.bvh";
-    first_ = plugin_test::Wide(folder_.Write(name, sample_.first.substr(0, first)));
-    second_.clear();
+    const std::string firstPath = folder_.Write(name, sample_.first.substr(0, first));
+    std::string secondPath;
     if (!sample_.second.empty())
-        second_ = plugin_test::Wide(folder_.Write("take_01.amc", sample_.second.substr(0, second)));
+        secondPath = folder_.Write("take_01.amc", sample_.second.substr(0, second));
+    arguments_ = ArgumentsOf(sample_, plugin_test::Wide(firstPath), plugin_test::Wide(secondPath));
 }
 
 void SampleRun::Start() const {
     support::StartSession(true);
 }
 
-void SampleRun::Call() const {
-    const Arguments arguments = ArgumentsOf(sample_, first_, second_);
-    plugin_test::Call(sample_.isAcclaim ? plugin_test::kAcclaim : plugin_test::kBiovision,
-                      arguments);
+std::uint32_t SampleRun::Call() const {
+    return plugin_test::Call(sample_.isAcclaim ? plugin_test::kAcclaim : plugin_test::kBiovision,
+                             arguments_);
 }
 
 const void* SampleRun::PluginAddress() {

@@ -1,9 +1,11 @@
 // One import of a sample by the real plug-in, and all that came of it.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "tests/plugin/plugin_library.h"
 #include "tests/support/temp_dir.h"
 #include "tests/sweep/samples.h"
 
@@ -16,7 +18,8 @@ class SampleRun {
     // Runs the command in a new interactive session. `prepare` the session with faults between
     // Start and Call.
     void Start() const;
-    void Call() const;
+    // What the callback returned.
+    std::uint32_t Call() const;
     // The files hold so many bytes of the sample's from now on.
     void Cut(std::size_t first, std::size_t second);
 
@@ -28,8 +31,7 @@ class SampleRun {
   private:
     const Sample& sample_;
     support::TempDir folder_;
-    std::wstring first_;
-    std::wstring second_;
+    plugin_test::Arguments arguments_;  // made ahead: a call takes no memory of the test's
 };
 
 // The import's messages: what stands behind "ERROR: " and "ERROR (LINE n): " in the log.

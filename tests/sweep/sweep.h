@@ -12,6 +12,15 @@
 
 namespace sweep {
 
+// What an import without memory says. A skeleton of bones for which there is none says nothing.
+inline const char* const kMessagesWithoutMemory[] = {
+    "Out of memory",
+    "",
+    "Failed to read BVH file. Specify a valid file name",
+    "Failed to read ASF file. Specify a valid file name",
+    "Failed to read AMC file. Specify a valid file name",
+};
+
 class Sweep : public testing::TestWithParam<Sample> {
   protected:
     Sweep() : run_(GetParam()) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <new>
 #include <ostream>
 #include <stdexcept>
 #include <string>
@@ -147,6 +148,14 @@ TEST_F(ProgressBar, HidesWhenAnExceptionPasses) {
         throw std::runtime_error("on the way out");
     } catch (const std::runtime_error&) {
         EXPECT_TRUE(support::BarIsHidden());
+    }
+    EXPECT_EQ(BarLines().back(), "visible 0");
+}
+
+TEST_F(ProgressBar, EndsQuietlyWhereTheHostHasNoMemoryToHideIt) {
+    {
+        const CIFPlugProgressBar bar;
+        Session::Current().OnBar([](const headless::BarEvent&) { throw std::bad_alloc(); });
     }
     EXPECT_EQ(BarLines().back(), "visible 0");
 }
