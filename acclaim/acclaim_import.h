@@ -125,11 +125,14 @@ class CAcclaimImport : public CMocapImportBase {
     // Recorded when the file is gone, so without a line.
     std::int32_t RefuseFile(bool all, std::int32_t status, const Zelk::CString& message);
 
-    // To the log, while the file has warnings left.
+    // To the log, while the file has warnings left; the others are counted.
     void LogWarning(const std::wstring& message);
+    // The last of a file's warnings says how many others there are.
+    void LogWarningsLeftOut();
 
-    // A line of a byte or two can ask for a warning of sixty.
-    FileAllowance warnings = TextAllowance();
+    // In characters: a line of a byte or two can ask for a warning of sixty.
+    FileAllowance warnings{std::size_t{4} << 20, 2, 1};
+    std::uint64_t warningsLeftOut = 0;
     Zelk::CString documentation;
     double lengthMultiplier = 1.0;
     double frameTime = 0.03333333333333333;  // seconds

@@ -68,6 +68,7 @@ std::int32_t CAcclaimImport::ReadMotion(const Zelk::CString& amcFile,
         return RefuseFile(false, kFileNotFound,
                           L"Failed to read AMC file. Specify a valid file name");
     warnings.Reset(stringFile.GetSize());
+    warningsLeftOut = 0;
     parsing = true;
     return ReadMotionHeader();
 }
@@ -115,6 +116,7 @@ Zelk::CStatus CAcclaimImport::BuildMotion(const Zelk::CString& motionName) {
     const ChannelTypes keptTypes(models);
 
     std::int32_t status = ParseAMC();
+    LogWarningsLeftOut();
     if (status < 0) return status;
     parsing = false;
     status = FixRotationsOrder();

@@ -33,6 +33,15 @@ struct CAcclaimImport::Motion {
 void CAcclaimImport::LogWarning(const std::wstring& message) {
     if (warnings.Take(message.size()))
         Zelk::Application().LogMessage(Zelk::CString(message.c_str()), Zelk::zkWarningSeverity);
+    else
+        ++warningsLeftOut;
+}
+
+void CAcclaimImport::LogWarningsLeftOut() {
+    if (warningsLeftOut == 0) return;
+    const std::wstring message = L"More unknown bones or invalid keywords found in AMC file (" +
+                                 std::to_wstring(warningsLeftOut) + L"), ignoring...";
+    Zelk::Application().LogMessage(Zelk::CString(message.c_str()), Zelk::zkWarningSeverity);
 }
 
 // motion = { frame }

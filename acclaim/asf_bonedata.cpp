@@ -29,7 +29,7 @@ std::int32_t CAcclaimImport::HandleBoneData() {
 //        | "dof" channels | "limits" limits | unknown to the end of its line } "end"
 std::int32_t CAcclaimImport::HandleBoneBegin() {
     MOCAPMODEL* const bone = AppendNode();
-    if (bone == nullptr) return FailForMemory();
+    if (bone == nullptr) return kOutOfMemory;
     for (;;) {
         const char* const token = GetNextAccString();
         if (token == nullptr) return Fail(kUnexpectedEnd, L"Expected bonedata parameters");

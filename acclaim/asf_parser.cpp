@@ -100,7 +100,7 @@ std::int32_t CAcclaimImport::HandleDocumentation() {
 // root = { "order" channels | "axis" axes | "position" x y z | "orientation" x y z }
 std::int32_t CAcclaimImport::HandleRoot() {
     MOCAPMODEL* const root = AppendNode();
-    if (root == nullptr) return FailForMemory();
+    if (root == nullptr) return kOutOfMemory;
     root->name = CopyText("root");
     if (!root->name) return FailForMemory();
 

@@ -38,7 +38,8 @@ class CBiovisionImport : public CMocapImportBase {
     enum class NodeKind { Joint, EndSite };
     std::int32_t ParseNode(NodeKind kind, MOCAPMODEL*& current);
     std::int32_t ParseName(NodeKind kind, MOCAPMODEL& node);
-    std::unique_ptr<char[]> EndSiteName(const MOCAPMODEL* parent);
+    bool AllowsEndSiteName(const MOCAPMODEL* parent);
+    static std::unique_ptr<char[]> EndSiteName(const MOCAPMODEL* parent);
     std::int32_t ParseOffset(MOCAPMODEL& node);
     void AttachToParent(MOCAPMODEL& node);
     std::int32_t ParseChannels(MOCAPMODEL& node);
@@ -57,12 +58,14 @@ class CBiovisionImport : public CMocapImportBase {
     Zelk::CStatus ImportSections(const Zelk::CString& name);
     Zelk::CStatus ImportSection(const Zelk::CString& name, std::int32_t& parsed);
     Zelk::CStatus BuildSection(const Zelk::CString& name, std::int32_t& parsed);
+    // Whether the file may have this section: a failure is recorded.
+    std::int32_t CountSection(const Zelk::CString& name);
     Zelk::CStatus CreateActions();
     Zelk::CStatus CreateSkeleton();
     Zelk::CStatus CreateMotion();
 
-    // Each makes a model, two actions and a group.
-    FileAllowance sectionsLeft{256, 1, 96};
+    // Each makes a model, two actions and a group. Those with channels and frames do not count.
+    FileAllowance sectionsLeft{10000, 1, 96};
     std::uint32_t importedModels = 0;
     std::uint32_t bracketDepth = 0;  // "{" opened and not yet closed
     std::list<KeyArray*> keySlots;   // of each channel, in the file's order; the nodes'

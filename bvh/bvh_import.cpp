@@ -103,10 +103,8 @@ Zelk::CStatus CBiovisionImport::BuildSection(const Zelk::CString& name, std::int
 
 Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
     progressBar->SetText(L"Creating Zelk model...");
-    // The model, two actions and a group are called after it, in each of the file's sections, and
-    // the session remembers the commands that name them.
-    if (!sectionsLeft.Take() || !derivedNames.Take(std::size_t{12} * name.Length()))
-        return FailForMemory();
+    const std::int32_t counted = CountSection(name);
+    if (counted < 0) return counted;
     Zelk::Model root = Zelk::Application().GetActiveSceneRoot();
     if (!root.AddModel(Zelk::CRefArray(), name, lastModel).Succeeded())
         return Fail(kFail, L"Failed to create main model");
@@ -116,6 +114,16 @@ Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
     if (status.Succeeded()) status = CreateSkeleton();
     if (status.Succeeded()) status = CreateMotion();
     return status;
+}
+
+// The model, two actions and a group are called after the file, and the session remembers the
+// commands that name them. A section with channels and frames is long enough for all that.
+std::int32_t CBiovisionImport::CountSection(const Zelk::CString& name) {
+    if (channelCount > 0 && frameCount > 0) return kOk;
+    if (!sectionsLeft.Take())
+        return FailForCount(L"sections without channels or frames", sectionsLeft);
+    if (!derivedNames.Take(std::size_t{12} * name.Length())) return FailForDerivedNames();
+    return kOk;
 }
 
 // The ends are in seconds although keys are timed in frame numbers: hosts read both together.

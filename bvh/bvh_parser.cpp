@@ -68,7 +68,7 @@ std::int32_t CBiovisionImport::ParseBVH(MOCAPMODEL* current) {
 // body = "{" "OFFSET" x y z [ "CHANNELS" count { channel } ]; what follows belongs to the new node.
 std::int32_t CBiovisionImport::ParseNode(NodeKind kind, MOCAPMODEL*& current) {
     MOCAPMODEL* const node = AppendNode();
-    if (node == nullptr) return FailForMemory();
+    if (node == nullptr) return kOutOfMemory;
     node->parent = current;
     std::int32_t status = ParseName(kind, *node);
     if (status < 0) return status;
@@ -88,6 +88,7 @@ std::int32_t CBiovisionImport::ParseNode(NodeKind kind, MOCAPMODEL*& current) {
 std::int32_t CBiovisionImport::ParseName(NodeKind kind, MOCAPMODEL& node) {
     if (kind == NodeKind::EndSite) {
         node.isEndSite = true;
+        if (!AllowsEndSiteName(node.parent)) return FailForDerivedNames();
         node.name = EndSiteName(node.parent);
     } else {
         const char* const token = stringFile.GetNextString();
@@ -98,12 +99,15 @@ std::int32_t CBiovisionImport::ParseName(NodeKind kind, MOCAPMODEL& node) {
     return kOk;
 }
 
-// Null without memory, and where end sites below end sites or below one long name ask for more than
-// a file of this size can mean.
+// False where end sites below end sites or below one long name ask for more than a file of this
+// size can mean.
+bool CBiovisionImport::AllowsEndSiteName(const MOCAPMODEL* parent) {
+    return parent == nullptr || derivedNames.Take(std::strlen(parent->name.get()));
+}
+
+// Null without memory.
 std::unique_ptr<char[]> CBiovisionImport::EndSiteName(const MOCAPMODEL* parent) {
-    if (parent == nullptr) return CopyText("End_Site");
-    if (!derivedNames.Take(std::strlen(parent->name.get()))) return nullptr;
-    return CopyText(parent->name.get(), "_End");
+    return parent == nullptr ? CopyText("End_Site") : CopyText(parent->name.get(), "_End");
 }
 
 // "OFFSET" x y z

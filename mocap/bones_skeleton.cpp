@@ -95,8 +95,8 @@ Zelk::CStatus CMocapImportBase::CreateBonesSkeleton() {
         return Zelk::status::kOutOfMemory;
     }
     // Before the first is made.
-    if (!chainBytes.Take(BytesFor(chains)))
-        return FailForMemory();
+    if (!chainsLeft.Take(CountChains(chains)))
+        return FailForCount(L"bone chains and nulls at their ends", chainsLeft);
     for (BoneChain* const chain : sorted) {
         const Zelk::CStatus status = CreateChainObjects(*chain);
         if (!status.Succeeded()) return status;
@@ -105,16 +105,11 @@ Zelk::CStatus CMocapImportBase::CreateBonesSkeleton() {
     return Zelk::status::kOk;
 }
 
-// A few bytes ask for the three objects of a chain, and for a null at its end. A joint with a
-// channel is longer than what its chain takes.
-std::size_t CMocapImportBase::BytesFor(const std::vector<BoneChain>& chains) const {
-    constexpr std::size_t kBytesForAChain = 40;
-    constexpr std::size_t kBytesForItsNull = 60;
-    std::size_t bytes = 0;
+std::size_t CMocapImportBase::CountChains(const std::vector<BoneChain>& chains) const {
+    std::size_t count = 0;
     for (const BoneChain& chain : chains)
-        if (!BecomesNull(chain))
-            bytes += kBytesForAChain + (EndsInNull(*chain.back()) ? kBytesForItsNull : 0);
-    return bytes;
+        if (!BecomesNull(chain)) count += EndsInNull(*chain.back()) ? 2 : 1;
+    return count;
 }
 
 // A node by itself needs a joint above it that a bone can start from.
@@ -161,8 +156,7 @@ Zelk::CStatus CMocapImportBase::CreateChainBones(const BoneChain& chain, Zelk3DO
         // The bone, the chain's root and its effector get the name, as often as the parent begins a
         // chain.
         const Zelk::CString parentName = parent.GetName();
-        if (!derivedNames.Take(std::size_t{3} * parentName.Length()))
-            return FailForMemory();
+        if (!derivedNames.Take(std::size_t{3} * parentName.Length())) return FailForDerivedNames();
         start.name = NarrowName(parentName);
         if (!start.name) return Zelk::status::kOutOfMemory;
         if (first->parent != nullptr)

@@ -9,25 +9,23 @@ class FileAllowance {
   public:
     // `always`: what every file gets, however small; `each` more for every `bytes` of it.
     constexpr FileAllowance(std::size_t always, std::size_t each, std::size_t bytes)
-        : always_(always), each_(each), bytes_(bytes), left_(always) {}
+        : always_(always), each_(each), bytes_(bytes), limit_(always), left_(always) {}
 
     // A new file of so many bytes.
-    void Reset(std::size_t fileSize) { left_ = always_ + fileSize / bytes_ * each_; }
+    void Reset(std::size_t fileSize) { left_ = limit_ = always_ + fileSize / bytes_ * each_; }
     // False, with nothing taken, where less is left.
     bool Take(std::size_t amount = 1) {
         if (amount > left_) return false;
         left_ -= amount;
         return true;
     }
+    // All that the file may take.
+    std::size_t Limit() const { return limit_; }
 
   private:
     std::size_t always_;
     std::size_t each_;
     std::size_t bytes_;
+    std::size_t limit_;
     std::size_t left_;
 };
-
-// Characters of derived names, or of warnings, for one file.
-constexpr FileAllowance TextAllowance() {
-    return {std::size_t{4} << 20, 2, 1};
-}

@@ -1,6 +1,7 @@
 #include "mocap/mocap_import_base.h"
 
 #include <new>
+#include <string>
 
 CMocapImportBase::CMocapImportBase(MOCAP_FORMAT sourceFormat)
     : format(sourceFormat), outOfMemory(L"Out of memory") {}
@@ -38,6 +39,17 @@ std::int32_t CMocapImportBase::FailForMemory(std::int32_t status) noexcept {
     return Fail(status, outOfMemory);
 }
 
+std::int32_t CMocapImportBase::FailForCount(const wchar_t* what, const FileAllowance& allowance) {
+    const std::wstring message = std::wstring(L"The file asks for more ") + what +
+                                 L" than its size allows (limit " +
+                                 std::to_wstring(allowance.Limit()) + L")";
+    return Fail(Zelk::status::kOutOfMemory, message.c_str());
+}
+
+std::int32_t CMocapImportBase::FailForDerivedNames() {
+    return FailForCount(L"characters of derived names", derivedNames);
+}
+
 bool CMocapImportBase::CheckCancelled() {
     if (!progressBar->IsCancelled()) return false;
     RecordError(L"User cancelled command");
@@ -58,17 +70,19 @@ Zelk3DObject CMocapImportBase::AnimatedObject(const MOCAPMODEL& node) {
 }
 
 void CMocapImportBase::ResetAllowances() {
-    for (FileAllowance* const allowance : {&derivedNames, &nodesLeft, &chainBytes})
+    for (FileAllowance* const allowance : {&derivedNames, &nodesLeft, &chainsLeft})
         allowance->Reset(stringFile.GetSize());
 }
 
 MOCAPMODEL* CMocapImportBase::AppendNode() {
-    if (!nodesLeft.Take()) return nullptr;
-    std::unique_ptr<MOCAPMODEL> node(new (std::nothrow) MOCAPMODEL);
-    if (!node) return nullptr;
+    if (!nodesLeft.Take()) {
+        FailForCount(L"nodes", nodesLeft);
+        return nullptr;
+    }
     try {
-        models.push_back(std::move(node));
+        models.push_back(std::make_unique<MOCAPMODEL>());
     } catch (const std::bad_alloc&) {
+        FailForMemory();
         return nullptr;
     }
     return models.back().get();

@@ -51,6 +51,10 @@ class CMocapImportBase {
     std::int32_t Fail(std::int32_t status, const Zelk::CString& message) noexcept;
     // The same with "Out of memory", which takes no memory.
     std::int32_t FailForMemory(std::int32_t status = Zelk::status::kOutOfMemory) noexcept;
+    // The same for a file that asks for more of `what` than it may take: says so, and the limit.
+    // Throws std::bad_alloc.
+    std::int32_t FailForCount(const wchar_t* what, const FileAllowance& allowance);
+    std::int32_t FailForDerivedNames();
     // Whether the user pressed cancel; then "User cancelled command" is recorded.
     bool CheckCancelled();
 
@@ -63,8 +67,8 @@ class CMocapImportBase {
 
     // With each file that is read for a skeleton.
     void ResetAllowances();
-    // Appends a new node to the list; null without memory, and where there are more nodes than a
-    // file of this size can mean.
+    // Appends a new node to the list. Null, with a recorded failure of kOutOfMemory, without memory
+    // and where there are more nodes than a file of this size can mean.
     MOCAPMODEL* AppendNode();
 
     // --- rotation_order.cpp ---
@@ -84,8 +88,8 @@ class CMocapImportBase {
     // --- bones_skeleton.cpp ---
     // The whole skeleton as chains, and nulls where there can be no bone.
     Zelk::CStatus CreateBonesSkeleton();
-    // What chains take of `chainBytes`.
-    std::size_t BytesFor(const std::vector<BoneChain>& chains) const;
+    // Those of them that are made as chains, and the nulls at their ends.
+    std::size_t CountChains(const std::vector<BoneChain>& chains) const;
     // Whether a chain is a single node that can be no bone.
     bool BecomesNull(const BoneChain& chain) const;
     // One chain, or that null.
@@ -125,11 +129,13 @@ class CMocapImportBase {
     Zelk::CStatus FinishMotion(const ScratchCurve& scratch);
 
     CStringFile stringFile;
-    // What the file may ask for.
-    FileAllowance derivedNames = TextAllowance();
+    // What the file may ask for. What has channels and frames of its own is never too much of it.
+    FileAllowance derivedNames{std::size_t{4} << 20, 4, 1};  // characters
     // A section without content asks for a node with six bytes; nodes that say anything take more.
     FileAllowance nodesLeft{1024, 1, 16};
-    FileAllowance chainBytes{std::size_t{3} << 19, 1, 1};  // that pay for chains
+    // Chains, of three objects each, and the nulls at their ends. Even where joints branch as often
+    // as they can, those with channels take more than 40 bytes for each.
+    FileAllowance chainsLeft{40000, 1, 40};
     MOCAP_FORMAT format;
     std::uint32_t errorLine = 0;
     std::uint32_t errorColumn = 0;

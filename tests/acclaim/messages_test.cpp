@@ -160,6 +160,8 @@ const std::set<std::string> kOtherTexts = {
     ") at line ",
     ", ignoring...",
     ") referenced in AMC file at line ",
+    "More unknown bones or invalid keywords found in AMC file (",
+    "), ignoring...",
 };
 
 // What stands between L" and the quote behind it.
