@@ -61,6 +61,7 @@ class RowsReader {
                        Quoted(found) + " is no row and no further section; it is passed over", "",
                        true});
         findings_.AddAgain(codes::kSurplusText, Severity::Warning, count - 1);
+        isTextBetween_ = !std::all_of(first, lines.end(), isText);
         lines.erase(std::remove_if(first, lines.end(), isText), lines.end());
     }
 
@@ -99,7 +100,7 @@ class RowsReader {
         const auto wrong = static_cast<std::size_t>(
             std::count_if(lines.begin(), lines.end(),
                           [&](const BvhLine& line) { return line.values != channels; }));
-        if (channels == 0 || 2 * wrong <= lines.size()) return false;
+        if (isTextBetween_ || channels == 0 || 2 * wrong <= lines.size()) return false;
         const bool areWhole = std::all_of(lines.begin(), lines.end(), [&](const BvhLine& line) {
             return line.values % channels == 0;
         });
@@ -273,6 +274,7 @@ class RowsReader {
     BvhFrames& frames_;
     BvhLines read_;
     bool hasBadRows_ = false;
+    bool isTextBetween_ = false;  // text is followed by rows
 };
 
 }  // namespace

@@ -60,7 +60,8 @@ SourceText::SourceText(std::string_view bytes, const std::string& encoding) : te
 
 void SourceText::TrimEnd() {
     while (!text_.empty() && IsTrailing(text_.back())) {
-        if (!IsWhite(text_.back())) hadTrailingControls_ = true;
+        const char c = text_.back();
+        hadTrailingControls_ |= c != ' ' && c != '\t' && !IsLineEnd(c);
         text_.remove_suffix(1);
     }
 }

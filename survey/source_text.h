@@ -36,7 +36,8 @@ class SourceText {
     bool WasEncoded() const { return wasEncoded_; }  // converted from `encoding`
     // Bytes above 127 are in the text; without them nothing about encodings needs to be asked.
     bool HasHighBytes() const { return hasHighBytes_; }
-    // A Ctrl-Z or NUL byte was left out at the end.
+    // What was left out at the end has more than blanks, tabs and line ends, which alone mean
+    // nothing to the plug-in.
     bool HadTrailingControls() const { return hadTrailingControls_; }
 
   private:
