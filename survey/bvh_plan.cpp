@@ -123,22 +123,23 @@ void TellRelative(const BvhSection& section, FindingList& findings) {
     }
 }
 
-void TellLoose(const BvhSection& section, const BvhJoint& joint, bool isConstant, bool bones,
+// `mended`: bones are to be built, and the joint is written otherwise for them.
+void TellLoose(const BvhSection& section, const BvhJoint& joint, bool isConstant, bool mended,
                FindingList& findings) {
     const std::string_view code = isConstant ? codes::kPositionConstant : codes::kPositionMoving;
     if (findings.AddAgain(code, Severity::Note)) {
-        findings.Find(code)->mended |= bones;
+        findings.Find(code)->mended |= mended;
         return;
     }
-    const std::string what = isConstant ? " lists positions that keep one value"
-                                        : " lists positions and moves apart "
-                                          "from its parent";
-    const std::string then = isConstant ? "; they become its OFFSET" : "; its OFFSET becomes 0 0 0";
-    const std::string otherwise =
-        isConstant ? "; as bones they become its OFFSET" : "; as a bone it has the OFFSET 0 0 0";
-    findings.Add({code, Severity::Note, joint.channelsAt.at,
-                  JointLabel(section, joint) + what + (bones ? then : otherwise), joint.name,
-                  bones});
+    std::string message = JointLabel(section, joint);
+    if (isConstant)
+        message += mended ? " lists positions that keep one value; they become its OFFSET"
+                          : " lists positions that keep one value";
+    else
+        message += mended ? " lists positions and moves apart from its parent; its OFFSET becomes "
+                            "0 0 0"
+                          : " lists positions and moves apart from its parent";
+    findings.Add({code, Severity::Note, joint.channelsAt.at, message, joint.name, mended});
 }
 
 }  // namespace
@@ -180,11 +181,11 @@ void PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bone
         const BvhJoint& joint = section.joints[i];
         if (!LoosePositions::IsLoose(joint)) continue;
         const bool isConstant = positions.NextIsConstant(joint, size);
-        if (!plan.addsOffsets) TellLoose(section, joint, isConstant, bones, findings);
-        if (!bones) continue;
-        if (isConstant)
+        const bool changes = bones && (isConstant || Length(joint.offset) > 0.0);
+        if (!plan.addsOffsets) TellLoose(section, joint, isConstant, changes, findings);
+        if (changes && isConstant)
             Fold(joint, frames.Frame(0), plan.addsOffsets, plan.joints[i]);
-        else
+        else if (changes)
             plan.joints[i].detaches = true;
     }
 }
