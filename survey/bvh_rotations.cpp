@@ -8,7 +8,7 @@ namespace survey {
 namespace {
 
 // The cosine of the middle angle below which the outer two turn about one axis.
-constexpr double kLock = 1e-12;
+constexpr double kLock = 1e-14;
 
 using Angles = std::array<double, 3>;  // about x, y and z, degrees
 

@@ -1,0 +1,158 @@
+#include "survey/bvh_rotations.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+#include <vector>
+
+namespace {
+
+using survey::BvhChannel;
+using Matrix = std::array<std::array<double, 3>, 3>;
+
+// About one axis, for column vectors; exact at whole quarter turns.
+Matrix About(std::size_t axis, double degrees) {
+    const double angle = degrees * std::acos(-1.0) / 180.0;
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    const std::size_t from = (axis + 1) % 3;
+    const std::size_t to = (axis + 2) % 3;
+    Matrix m{};
+    m[axis][axis] = 1.0;
+    m[from][from] = m[to][to] = c;
+    m[to][from] = s;
+    m[from][to] = -s;
+    return m;
+}
+
+Matrix Times(const Matrix& a, const Matrix& b) {
+    Matrix out{};
+    for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t j = 0; j < 3; ++j)
+            for (std::size_t k = 0; k < 3; ++k)
+                out[i][j] += a[i][k] * b[k][j];
+    return out;
+}
+
+double Difference(const Matrix& a, const Matrix& b) {
+    double most = 0.0;
+    for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t j = 0; j < 3; ++j)
+            most = std::max(most, std::abs(a[i][j] - b[i][j]));
+    return most;
+}
+
+survey::BvhJoint Listing(const std::vector<std::size_t>& axes) {
+    survey::BvhJoint joint;
+    for (const std::size_t axis : axes)
+        joint.channels[joint.channelCount++] = static_cast<BvhChannel>(3 + axis);
+    return joint;
+}
+
+Matrix Product(const std::vector<std::size_t>& axes, const double* row) {
+    Matrix m = About(axes[0], row[0]);
+    for (std::size_t i = 1; i < axes.size(); ++i)
+        m = Times(m, About(axes[i], row[i]));
+    return m;
+}
+
+Matrix OfAngles(const double angles[3]) {
+    return Times(Times(About(2, angles[0]), About(1, angles[1])), About(0, angles[2]));
+}
+
+const std::vector<std::vector<std::size_t>> kRising = {{0, 1, 2}, {0, 1}, {0, 2}, {1, 2}};
+
+TEST(TurnedAngles, TurnTheSameWay) {
+    std::mt19937_64 random(3);
+    std::uniform_real_distribution<double> any(-400.0, 400.0);
+    for (const auto& axes : kRising) {
+        for (int i = 0; i < 20'000; ++i) {
+            const double row[] = {any(random), any(random), any(random)};
+            survey::TurnedAngles turned(Listing(axes));
+            double angles[3] = {};
+            turned.Next(row, angles);
+            ASSERT_LE(Difference(Product(axes, row), OfAngles(angles)), 5e-14);
+        }
+    }
+}
+
+// At and around gimbal lock of the angles that come out: a right angle in the middle.
+TEST(TurnedAngles, TurnTheSameWayNearGimbalLock) {
+    std::mt19937_64 random(4);
+    std::uniform_real_distribution<double> any(-180.0, 180.0);
+    const std::vector<std::size_t> axes = {0, 1, 2};
+    for (int exponent = 0; exponent < 18; ++exponent) {
+        for (int i = 0; i < 500; ++i) {
+            // Angles z y x near the lock, as the x y z that give them.
+            const double near[] = {any(random), 90.0 - std::pow(10.0, -exponent), any(random)};
+            const Matrix m = OfAngles(near);
+            const double row[] = {
+                std::atan2(-m[1][2], m[2][2]) * 180.0 / std::acos(-1.0),
+                std::asin(std::clamp(m[0][2], -1.0, 1.0)) * 180.0 / std::acos(-1.0),
+                std::atan2(-m[0][1], m[0][0]) * 180.0 / std::acos(-1.0)};
+            survey::TurnedAngles turned(Listing(axes));
+            double angles[3] = {};
+            turned.Next(row, angles);
+            ASSERT_LE(Difference(Product(axes, row), OfAngles(angles)), 5e-14) << exponent;
+        }
+    }
+}
+
+// A smooth take through many turns comes out without jumps where the middle angle keeps away from a
+// right one.
+TEST(TurnedAngles, FollowTheFrameBefore) {
+    survey::TurnedAngles turned(Listing({0, 1, 2}));
+    double before[3] = {};
+    for (int frame = 0; frame < 5000; ++frame) {
+        const double t = 0.01 * frame;
+        const double row[] = {40.0 * std::sin(t), 25.0 * std::sin(1.7 * t), 90.0 * t};
+        double angles[3] = {};
+        turned.Next(row, angles);
+        for (std::size_t i = 0; frame > 0 && i < 3; ++i)
+            ASSERT_LE(std::abs(angles[i] - before[i]), 5.0) << frame;
+        std::copy(angles, angles + 3, before);
+    }
+    EXPECT_GT(before[0], 4000.0);  // z has turned a dozen times
+}
+
+TEST(TurnedAngles, OfTheFirstFrameAreNearTheListedOnes) {
+    survey::TurnedAngles turned(Listing({0, 1, 2}));
+    const double row[] = {0.0, 0.0, 750.0};
+    double angles[3] = {};
+    turned.Next(row, angles);
+    EXPECT_NEAR(angles[0], 750.0, 1e-9);
+    EXPECT_NEAR(angles[1], 0.0, 1e-9);
+    EXPECT_NEAR(angles[2], 0.0, 1e-9);
+}
+
+// A middle angle that goes on beyond a right angle does not turn back.
+TEST(TurnedAngles, PassGimbalLock) {
+    survey::TurnedAngles turned(Listing({0, 1}));
+    double before = 0.0;
+    for (int frame = 0; frame <= 360; ++frame) {
+        const double row[] = {0.0, static_cast<double>(frame)};
+        double angles[3] = {};
+        turned.Next(row, angles);
+        EXPECT_NEAR(angles[0], 0.0, 1e-9) << frame;
+        EXPECT_NEAR(angles[1], frame, 1e-9) << frame;
+        EXPECT_NEAR(angles[2], 0.0, 1e-9) << frame;
+        before = angles[1];
+    }
+    EXPECT_NEAR(before, 360.0, 1e-9);
+}
+
+TEST(TurnedAngles, KeepZAtGimbalLock) {
+    survey::TurnedAngles turned(Listing({0, 1, 2}));
+    double angles[3] = {};
+    const double first[] = {0.0, 60.0, 35.0};
+    turned.Next(first, angles);
+    const double z = angles[0];
+    const double locked[] = {0.0, 90.0, 0.0};
+    turned.Next(locked, angles);
+    EXPECT_NEAR(angles[0], z, 1e-9);
+    EXPECT_LE(Difference(Product({0, 1, 2}, locked), OfAngles(angles)), 5e-14);
+}
+
+}  // namespace
