@@ -14,7 +14,7 @@ namespace survey {
 namespace {
 
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-constexpr std::uint32_t kMostValues = (1U << 29U) - 1;
+constexpr std::uint32_t kMostValues = (1U << 28U) - 1;
 
 // What parts words, by byte.
 constexpr std::array<bool, 256> kSeparators = [] {
@@ -170,6 +170,7 @@ class LinesReader {
             static_cast<std::uint32_t>(std::min<std::size_t>(values_, kMostValues)) & kMostValues;
         line.isPlain = isPlain_;
         line.isSplit = isSplit;
+        line.hasGlued = values_ != words_;
         line.isText = isText;
         read_.lines.push_back(line);
         if (isText) {

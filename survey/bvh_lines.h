@@ -31,10 +31,11 @@ struct BvhLine {
     std::uint32_t line = 0;
     // Values, those of words that are numbers touching each other counted one by one; for the first
     // line of a further section, and for one that begins with text, 0.
-    std::uint32_t values : 29;
+    std::uint32_t values : 28;
     std::uint32_t isPlain : 1;
-    std::uint32_t isSplit : 1;
-    std::uint32_t isText : 1;  // begins with a word that is no number of any kind
+    std::uint32_t isSplit : 1;   // words are parted into numbers
+    std::uint32_t hasGlued : 1;  // has words that are numbers touching each other
+    std::uint32_t isText : 1;    // begins with a word that is no number of any kind
 };
 
 // Values of text that is no number of any kind, or that is not finite.

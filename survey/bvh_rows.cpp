@@ -97,6 +97,9 @@ class RowsReader {
     bool IsStream() {
         const std::size_t channels = section_.channels;
         const auto& lines = read_.lines;
+        const bool isGlued = std::any_of(lines.begin(), lines.end(),
+                                         [](const BvhLine& line) { return line.hasGlued != 0; });
+        if (isGlued) return false;
         const auto wrong = static_cast<std::size_t>(
             std::count_if(lines.begin(), lines.end(),
                           [&](const BvhLine& line) { return line.values != channels; }));
@@ -119,12 +122,11 @@ class RowsReader {
 
     void ReadStream() {
         frames_.isStream = true;
-        frames_.values.clear();
         read_.notFinite = {};
         for (const BvhLine& line : read_.lines) {
             RowWords words(line.at, text_.data() + text_.size());
-            for (std::uint32_t left = line.values; left > 0;)
-                left -= AddStreamWord(words.Next(), line, left);
+            for (std::uint32_t left = line.values; left > 0; --left)
+                AddStreamWord(words.Next(), line);
         }
         const BvhLine& first = read_.lines.front();
         if (!findings_.AddAgain(codes::kRowLength, Severity::Note))
@@ -135,27 +137,18 @@ class RowsReader {
                                "other"});
     }
 
-    // Returns how many values the word is.
-    std::uint32_t AddStreamWord(std::string_view word, const BvhLine& line, std::uint32_t left) {
-        std::vector<std::string_view> parts = {word};
+    void AddStreamWord(std::string_view word, const BvhLine& line) {
+        const std::size_t index = frames_.values.size() % section_.channels;
+        if (index == 0) frames_.rows.push_back({word.data(), line.line, true, false});
         double value = 0.0;
-        if (left > 1 && ReadRowWord(word, value) == WordKind::Glued) parts = SplitGlued(word);
-        for (const std::string_view part : parts) {
-            if (frames_.values.size() % section_.channels == 0)
-                frames_.rows.push_back({word.data(), line.line, true, false});
-            BvhRow& row = frames_.rows.back();
-            const WordKind kind = ReadRowWord(part, value);
-            row.isSplit |= parts.size() > 1;
-            row.isPlain &=
-                parts.size() == 1 && kind == WordKind::Number && IsPlainWord(part, value);
-            if (std::isnan(value) && read_.notFinite.count++ == 0) {
-                read_.notFinite.at = part.data();
-                read_.notFinite.word = part;
-                read_.notFinite.index = frames_.values.size() % section_.channels;
-            }
-            frames_.values.push_back(value);
+        const WordKind kind = ReadRowWord(word, value);
+        frames_.rows.back().isPlain &= kind == WordKind::Number && IsPlainWord(word, value);
+        if (std::isnan(value) && read_.notFinite.count++ == 0) {
+            read_.notFinite.at = word.data();
+            read_.notFinite.word = word;
+            read_.notFinite.index = index;
         }
-        return static_cast<std::uint32_t>(parts.size());
+        frames_.values.push_back(value);
     }
 
     void RemoveCutRow() {

@@ -79,14 +79,16 @@ void BvhWords::Advance() {
     afterWord_ = true;
 }
 
-// A brace that touches a name opens the body, unless the next line begins with the brace that does.
+// A brace that touches a name opens the body, unless its word is the line's last and the next line
+// begins with the brace that does.
 const char* BvhWords::NameEnd(const char* first) const {
-    const char* const lineEnd = LineEnd(first);
-    const char* const brace = std::find(first, lineEnd, '{');
-    if (brace == lineEnd || brace == first || IsSeparator(brace[-1])) return brace;
-    const char* const apart = std::adjacent_find(
-        brace, lineEnd, [](char a, char b) { return IsSeparator(a) && b == '{'; });
-    if (apart != lineEnd) return apart;
+    const char* const brace =
+        std::find_if(first, End(), [](char c) { return IsLineEnd(c) || c == '{'; });
+    if (brace == End() || *brace != '{' || brace == first || IsSeparator(brace[-1])) return brace;
+    const char* const wordEnd = std::find_if(brace, End(), IsSeparator);
+    const char* const lineEnd =
+        std::find_if(wordEnd, End(), [](char c) { return !IsSeparator(c) || IsLineEnd(c); });
+    if (lineEnd == End() || !IsLineEnd(*lineEnd)) return brace;
     const char* const next = std::find_if(lineEnd, End(), [](char c) { return !IsSeparator(c); });
     return next != End() && *next == '{' ? lineEnd : brace;
 }
