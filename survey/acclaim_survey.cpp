@@ -46,6 +46,14 @@ bool IsMended(const FindingList& findings) {
                        [](const Finding& finding) { return finding.mended; });
 }
 
+// What is refused is not mended.
+std::vector<Finding> FinishedFindings(const FindingList& findings) {
+    std::vector<Finding> finished = findings.Sorted();
+    for (Finding& finding : finished)
+        if (finding.severity == Severity::Error) finding.mended = false;
+    return finished;
+}
+
 // The survey of one motion, first to last.
 class MotionSurvey {
   public:
@@ -88,7 +96,7 @@ class MotionSurvey {
             FillFacts(skeleton ? *skeleton : made_, survey.facts);
             Write(skeleton ? *skeleton : made_, isRefused, survey);
         }
-        survey.findings = findings_.Sorted();
+        survey.findings = FinishedFindings(findings_);
         return survey;
     }
 
@@ -158,7 +166,7 @@ class PairSurvey {
             skeleton_.changed || source_.HadTrailingControls() || IsMended(findings_);
         if (options_.purpose != Purpose::Check && needsText && !isRefused)
             survey.skeleton.mended = WriteAsf(skeleton_, source_);
-        survey.skeleton.findings = findings_.Sorted();
+        survey.skeleton.findings = FinishedFindings(findings_);
         return survey;
     }
 

@@ -138,6 +138,10 @@ void AmcTally::Report(const AmcValues& values, std::size_t frames) {
     ReportTally(codes::kValuesFewer, fewer_, frames, "fewer");
     ReportTally(codes::kValuesMore, more_, frames, "more");
     ReportMissing(values, frames);
+    // Both cannot be meant.
+    if (values.CommasBetween() && findings_.Find(codes::kNumberComma))
+        findings_.Add({codes::kNumberComma, Severity::Error, values.CommasBetween(),
+                       "commas part the numbers of this row and are points in others"});
     ReportUnknown();
     ReportNotFinite(frames * values.Channels());
 }

@@ -140,7 +140,10 @@ std::span<const std::string_view> AmcValues::Part(std::span<const std::string_vi
             return words;
         }
         SplitAtCommas(words, parts_);
-        if (parts_.size() == expected) return parts_;
+        if (parts_.size() == expected) {
+            if (!commasBetween_) commasBetween_ = row.name.data();
+            return parts_;
+        }
         events.push_back({AmcEvent::CommaWrong, row.bone, row.name});
         return words;
     }

@@ -46,6 +46,8 @@ class AmcValues {
     }
     // Whether each channel of a bone with a row so far had a value.
     bool IsComplete() const { return unknown_ == 0; }
+    // The first row whose numbers commas part; null without one.
+    const char* CommasBetween() const { return commasBetween_; }
     bool WasSeen(std::uint32_t bone) const { return seen_[bone] != 0; }
     std::size_t Channels() const { return values_.size(); }
     // The bones with dofs in the order of the first frame; those that it lacks come last.
@@ -56,11 +58,6 @@ class AmcValues {
     void Rewind();
 
   private:
-    struct Words {
-        std::span<const std::string_view> all;
-        bool isWhole = false;
-    };
-
     void LearnOrder(const AmcFrame& frame);
     void TellOrder(const AmcFrame& frame, std::vector<AmcEvent>& events);
     void ApplyRow(const AmcFrame& frame, const AmcRow& row, std::vector<AmcEvent>& events);
@@ -86,6 +83,7 @@ class AmcValues {
     std::vector<std::uint32_t> order_;
     std::vector<std::string_view> parts_;
     std::size_t frame_ = 0;
+    const char* commasBetween_ = nullptr;
 };
 
 }  // namespace survey

@@ -63,6 +63,7 @@ class Hierarchy {
         if (starts_.size() > 1) skeleton_.changed = true;
         if (findings_.HasErrors()) return;
         OrderBones();
+        if (findings_.HasErrors()) return;
         TellOrder();
         TellUnattached();
     }

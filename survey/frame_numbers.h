@@ -21,7 +21,7 @@ class FrameNumbers {
     // lack between two frames.
     void Report(double framesPerSecond, FindingList& findings);
 
-    std::size_t Count() const { return count_; }
+    std::size_t Count() const { return now_.count; }
     // After Report: from before the first frame to after the last one, in frames.
     std::int64_t Span() const;
 
@@ -33,8 +33,10 @@ class FrameNumbers {
 
       private:
         std::int64_t longestGap_;
-        std::optional<std::int64_t> stated_;
+        bool isFirst_ = true;
+        std::int64_t stated_ = 0;
         std::int64_t written_ = 0;
+        bool afterFault_ = false;
     };
 
   private:
@@ -42,17 +44,20 @@ class FrameNumbers {
         std::int64_t frames;
         const char* at;
     };
+    struct State {
+        std::size_t count = 0;
+        std::int64_t stated = 0;   // the number of the last frame
+        std::int64_t written = 0;  // what it becomes where no gap is too long
+        bool afterFault = false;
+        std::size_t gaps = 0;
+        std::size_t faults = 0;
+    };
 
-    std::size_t count_ = 0;
-    std::optional<std::int64_t> last_;
+    State now_;
+    State before_;  // the last Add
     std::vector<Gap> gaps_;
-    std::size_t faults_ = 0;
     const char* firstFault_ = nullptr;
     std::int64_t longestGap_ = INT32_MAX;
-    // Before the last Add.
-    std::optional<std::int64_t> lastBefore_;
-    std::size_t gapsBefore_ = 0;
-    std::size_t faultsBefore_ = 0;
 };
 
 }  // namespace survey
