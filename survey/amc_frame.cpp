@@ -1,6 +1,7 @@
 #include "survey/amc_frame.h"
 
 #include <algorithm>
+#include <array>
 
 #include "survey/acclaim_words.h"
 #include "survey/amc_header.h"
@@ -12,8 +13,15 @@ namespace survey {
 namespace {
 
 // Commas may part decimals, so they do not part words.
+constexpr std::array<bool, 256> kBreaks = [] {
+    std::array<bool, 256> breaks{};
+    for (const char c : {' ', '\t', '\v', '\f', '\r', '\n', '(', ')'})
+        breaks[static_cast<unsigned char>(c)] = true;
+    return breaks;
+}();
+
 bool IsBreak(char c) {
-    return IsWhite(c) || c == '(' || c == ')';
+    return kBreaks[static_cast<unsigned char>(c)];
 }
 
 bool BeginsNumber(std::string_view word) {

@@ -70,7 +70,6 @@ class Reader {
         if (looksOnly_ && scan_.HasLearned() && motion_.values.IsComplete()) {
             if (const char* const end = scan_.Look(at, number)) {
                 motion_.numbers.Add(number, at);
-                tally_.AddLikeFirst();
                 return end;
             }
         }
@@ -82,7 +81,7 @@ class Reader {
         motion_.values.Apply(frame_, events_);
         if (isFirst && TellMismatch()) return frame_.end;
         Note();
-        if (isFirst && IsClean()) scan_.Learn(frame_);
+        if (!scan_.HasLearned() && IsClean()) scan_.Learn(frame_);
         if (!IsClean()) motion_.changed = true;
         return frame_.end;
     }

@@ -57,17 +57,11 @@ void AmcTally::Add(const std::vector<AmcEvent>& events) {
     }
     if (fewer && fewer_.frames++ == 0) fewer_.first = *fewer;
     if (more && more_.frames++ == 0) more_.first = *more;
-    if (isFirst_) missingInFirst_ = missing;
-    isFirst_ = false;
     if (missing == 0) return;
     Lack& lack = missing_[missing];
     if (lack.frames++ > 0) return;
     std::copy_if(events.begin(), events.end(), std::back_inserter(lack.first),
                  [](const AmcEvent& event) { return event.kind == AmcEvent::Missing; });
-}
-
-void AmcTally::AddLikeFirst() {
-    if (missingInFirst_ > 0) ++missing_[missingInFirst_].frames;
 }
 
 void AmcTally::AddEvent(const AmcEvent& event) {

@@ -19,8 +19,6 @@ class AmcTally {
 
     // Of each frame, in file order.
     void Add(const std::vector<AmcEvent>& events);
-    // Frames that lack nothing but the bones that the first one lacks.
-    void AddLikeFirst();
 
     // After the last frame.
     void Report(const AmcValues& values, std::size_t frames);
@@ -53,8 +51,6 @@ class AmcTally {
     Tally fewer_;
     Tally more_;
     std::map<std::size_t, Lack> missing_;  // by how many bones a frame lacks
-    std::size_t missingInFirst_ = 0;
-    bool isFirst_ = true;
     struct Unknown {
         std::string name;
         std::size_t rows = 0;

@@ -1,6 +1,8 @@
 #include "survey/amc_writer.h"
 
 #include <algorithm>
+#include <cstring>
+#include <iterator>
 
 #include "survey/acclaim_rotations.h"
 #include "survey/amc_rate.h"
@@ -31,23 +33,68 @@ class Writer {
         text_ += ":FULLY-SPECIFIED\n";
         text_ += skeleton_.degrees ? ":DEGREES\n" : ":RADIANS\n";
         text_.reserve(source_.Text().size() + source_.Text().size() / 8);
-        FrameNumbers::Rewriter numbers(motion_.numbers);
-        std::vector<AmcEvent> events;
-        AmcFrame frame;
-        for (const char* at = motion_.header.frames; at < motion_.end; at = frame.end) {
-            reader_.Read(at, frame);
-            motion_.values.Apply(frame, events);
-            out_.Mark(at);
-            text_ += std::to_string(
-                numbers.Next(frame.hasNumber ? std::optional(frame.number) : std::nullopt));
-            text_ += '\n';
-            for (const std::uint32_t bone : motion_.values.Order())
-                WriteRow(bone);
-        }
+        WriteFrames();
         return out_.Finish();
     }
 
   private:
+    void WriteFrames() {
+        FrameNumbers::Rewriter numbers(motion_.numbers);
+        AmcScan scan(source_.Text());
+        const char* held = nullptr;  // the last frame that was copied
+        for (const char* at = motion_.header.frames; at < motion_.end;) {
+            std::uint32_t number = 0;
+            const char* const end = scan.HasLearned() ? scan.Look(at, number) : nullptr;
+            out_.Mark(at);
+            if (end) {
+                CopyFrame(at, end, numbers.Next(number));
+                held = at;
+                at = end;
+                continue;
+            }
+            if (held) ReadFrame(held);
+            held = nullptr;
+            ReadFrame(at);
+            text_ += std::to_string(
+                numbers.Next(frame_.hasNumber ? std::optional(frame_.number) : std::nullopt));
+            text_ += '\n';
+            for (const std::uint32_t bone : motion_.values.Order())
+                WriteRow(bone);
+            if (!scan.HasLearned() && IsAsWritten()) scan.Learn(frame_);
+            at = frame_.end;
+        }
+    }
+
+    void ReadFrame(const char* at) {
+        reader_.Read(at, frame_);
+        motion_.values.Apply(frame_, events_);
+    }
+
+    // Whether the frame's rows are those that would be written for it.
+    bool IsAsWritten() const {
+        const auto& order = motion_.values.Order();
+        if (!events_.empty() || frame_.isOdd || scale_ != 1.0) return false;
+        return std::equal(frame_.rows.begin(), frame_.rows.end(), order.begin(), order.end(),
+                          [&](const AmcRow& row, std::uint32_t index) {
+                              const AsfBone& bone = skeleton_.bones[index];
+                              return row.bone == index && row.name == bone.name &&
+                                     bone.leftOut == 0 && row.count == bone.dof.size();
+                          });
+    }
+
+    // The rows as they are, with line feeds alone.
+    void CopyFrame(const char* at, const char* end, std::int64_t number) {
+        text_ += std::to_string(number);
+        at = std::find(at, end, '\n');
+        while (IsWhite(end[-1]))
+            --end;
+        if (std::memchr(at, '\r', static_cast<std::size_t>(end - at)) == nullptr)
+            text_.append(at, end);
+        else
+            std::remove_copy(at, end, std::back_inserter(text_), '\r');
+        text_ += '\n';
+    }
+
     void WriteRow(std::uint32_t index) {
         const AsfBone& bone = skeleton_.bones[index];
         const std::size_t before = text_.size();
@@ -82,6 +129,8 @@ class Writer {
     AmcBones bones_;
     AmcFrameReader reader_;
     double scale_;
+    AmcFrame frame_;
+    std::vector<AmcEvent> events_;
 };
 
 }  // namespace

@@ -1,9 +1,24 @@
 #include "survey/marked_text.h"
 
 #include <algorithm>
+#include <cstring>
 #include <numeric>
 
 namespace survey {
+
+namespace {
+
+// Between the two, which are not inside a pair of carriage return and line feed.
+std::size_t LineEnds(const char* first, const char* last, const char* end) {
+    auto count = static_cast<std::size_t>(std::count(first, last, '\n'));
+    const auto size = static_cast<std::size_t>(last - first);
+    if (size == 0 || std::memchr(first, '\r', size) == nullptr) return count;
+    for (const char* at = first; at < last; ++at)
+        count += *at == '\r' && (at + 1 == end || at[1] != '\n');
+    return count;
+}
+
+}  // namespace
 
 MendedText MarkedText::Finish() {
     MendedText mended;
@@ -11,8 +26,10 @@ MendedText MarkedText::Finish() {
     std::size_t line = 1;
     std::size_t offset = 0;
     for (std::size_t i = 0; i < marks_.size(); ++i) {
-        for (; offset < marks_[i].offset; ++offset)
-            line += text[offset] == '\n';
+        const auto first = text.begin() + static_cast<std::ptrdiff_t>(offset);
+        offset = marks_[i].offset;
+        const auto last = text.begin() + static_cast<std::ptrdiff_t>(offset);
+        line += static_cast<std::size_t>(std::count(first, last, '\n'));
         mended.lines[i].mended = line;
     }
     // One pass over the source, in its own order.
@@ -25,8 +42,8 @@ MendedText MarkedText::Finish() {
     const char* const end = at + source_.Text().size();
     line = 1;
     for (const std::size_t index : order) {
-        for (; at < marks_[index].at; ++at)
-            line += *at == '\n' || (*at == '\r' && (at + 1 == end || at[1] != '\n'));
+        line += LineEnds(at, marks_[index].at, end);
+        at = marks_[index].at;
         mended.lines[index].original = line;
     }
     mended.text = std::move(text);
