@@ -1,11 +1,15 @@
 #include "survey/acclaim_dofs.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "survey/codes.h"
 
 namespace survey {
 namespace {
+
+// Closer to 1 a direction is a unit vector as it was written.
+constexpr double kUnitTolerance = 1e-9;
 
 bool HasTranslation(const AsfBone& bone) {
     return std::any_of(bone.dof.begin(), bone.dof.end(), IsTranslation);
@@ -34,6 +38,17 @@ AmcLength Together(std::uint32_t bone, std::span<AmcMotion* const> motions) {
     return all;
 }
 
+void MoveSizeToLength(AsfBone& bone, double size) {
+    bone.lengthScale = size;
+    bone.length = {bone.length.value * size, {}};
+    for (AsfNumber& number : bone.direction)
+        number = {number.value / size, {}};
+    for (std::size_t i = 0; i < bone.dof.size() && !bone.limits.empty(); ++i)
+        for (std::size_t k = 2 * i; bone.dof[i] == Dof::Length && k < 2 * i + 2; ++k)
+            if (std::isfinite(bone.limits[k].value))
+                bone.limits[k] = {bone.limits[k].value * size, {}};
+}
+
 }  // namespace
 
 void PlanTranslations(AsfSkeleton& skeleton) {
@@ -45,6 +60,25 @@ void PlanTranslations(AsfSkeleton& skeleton) {
     for (std::size_t bone = 1; bone < skeleton.bones.size(); ++bone)
         for (const Dof dof : skeleton.bones[bone].dof)
             if (IsTranslation(dof)) skeleton.bones[bone].LeaveOut(dof);
+}
+
+void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings) {
+    for (std::size_t index = 1; index < skeleton.bones.size(); ++index) {
+        AsfBone& bone = skeleton.bones[index];
+        const double size =
+            std::hypot(bone.direction[0].value, bone.direction[1].value, bone.direction[2].value);
+        if (!bone.Has(Dof::Length) || std::fabs(size - 1.0) <= kUnitTolerance) continue;
+        skeleton.changed = true;
+        if (size > 0.0) {
+            MoveSizeToLength(bone, size);
+            continue;
+        }
+        bone.LeaveOut(Dof::Length);
+        findings.Add({codes::kDofLength, Severity::Note, bone.dofAt,
+                      "the length of \"" + bone.name +
+                          "\" moves nothing, since the bone has no direction; it is left out",
+                      bone.name, true});
+    }
 }
 
 void TellTranslations(const AsfSkeleton& skeleton, bool told, FindingList& findings) {
@@ -64,7 +98,7 @@ void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,
                  FindingList& findings) {
     for (std::uint32_t index = 1; index < skeleton.bones.size(); ++index) {
         AsfBone& bone = skeleton.bones[index];
-        if (!bone.Has(Dof::Length)) continue;
+        if (!bone.Has(Dof::Length) || bone.IsLeftOut(Dof::Length)) continue;
         const AmcLength length = Together(index, motions);
         if (!length.isKnown) continue;
         const bool isShared = bone.children.size() > 1;
@@ -79,6 +113,7 @@ void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,
         }
         if (length.moves || (!bone.hasLetterLength && !isShared)) continue;
         bone.length = length.first;
+        if (bone.lengthScale != 1.0) bone.length = {length.first.value * bone.lengthScale, {}};
         bone.LeaveOut(Dof::Length);
         skeleton.changed = true;
         if (!findings.AddAgain(codes::kDofLength, Severity::Note))

@@ -12,6 +12,10 @@ namespace survey {
 // Leaves bones' translations out of canonical texts where the plug-in would not read the rest.
 void PlanTranslations(AsfSkeleton& skeleton);
 
+// Bone chains lengthen by the length alone, whatever the direction's size is. Where a bone's length
+// moves, the size becomes part of it; without a direction the length is left out, and that is told.
+void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings);
+
 // Once the motions are read: tells of translations where no motion did (`told`).
 void TellTranslations(const AsfSkeleton& skeleton, bool told, FindingList& findings);
 

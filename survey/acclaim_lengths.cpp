@@ -111,7 +111,8 @@ void MendDirections(AsfSkeleton& skeleton, FindingList& findings) {
         AsfBone& bone = skeleton.bones[index];
         const double size =
             std::hypot(bone.direction[0].value, bone.direction[1].value, bone.direction[2].value);
-        if (bone.length.value == 0.0 || std::fabs(size - 1.0) <= kDirectionTolerance) continue;
+        const bool hasLength = bone.length.value != 0.0 || bone.Has(Dof::Length);
+        if (!hasLength || std::fabs(size - 1.0) <= kDirectionTolerance) continue;
         const bool isNone = size == 0.0 || !std::isfinite(size);
         if (!isNone) {
             for (AsfNumber& number : bone.direction)

@@ -49,7 +49,10 @@ struct AsfBone {
     std::uint32_t parent = kNoBone;
     std::vector<std::uint32_t> children;  // as the hierarchy lists them
     std::uint8_t leftOut = 0;             // of the dofs, a bit each: what canonical texts lack
+    double lengthScale = 1.0;             // of a motion's lengths in canonical texts
 
+    // Whether canonical motions are to have other values for it than the file's.
+    bool IsRewritten() const { return leftOut != 0 || lengthScale != 1.0; }
     bool IsLeftOut(Dof sought) const {
         return (leftOut >> static_cast<unsigned>(sought) & 1U) != 0;
     }

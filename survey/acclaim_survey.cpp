@@ -112,7 +112,7 @@ class MotionSurvey {
 
     void Write(const AsfSkeleton& skeleton, bool isRefused, AmcSurvey& survey) {
         const bool isTouched = std::any_of(skeleton.bones.begin(), skeleton.bones.end(),
-                                           [](const AsfBone& bone) { return bone.leftOut != 0; });
+                                           [](const AsfBone& bone) { return bone.IsRewritten(); });
         const bool needsText = motion_->changed || isTouched || IsMended(findings_);
         if (options_.purpose != Purpose::Check && needsText && !isRefused &&
             !findings_.HasErrors()) {
@@ -182,6 +182,8 @@ class PairSurvey {
         ReexpressAxes(skeleton_, findings_);
         MendDirections(skeleton_, findings_);
         PlanTranslations(skeleton_);
+        if (options_.purpose == Purpose::Import && options_.bones)
+            PlanLengthsOfChains(skeleton_, findings_);
         lengths_ = SettleLengths(skeleton_, options_, findings_);
     }
 

@@ -79,6 +79,13 @@ Kinds KindsAt(const char* at) {
 }
 #endif
 
+// Whether so many bits are set. There are few, and not every processor counts bits by itself.
+bool HasBits(std::uint64_t bits, unsigned count) {
+    for (; count > 0 && bits != 0; --count)
+        bits &= bits - 1;
+    return count == 0 && bits == 0;
+}
+
 // Whether the bytes before the line feed at bit `length`, of which the first is a gap, are so many
 // decimals without sign or with "-", without exponent, each with a digit before its point.
 bool AreDecimals(const Kinds& kinds, unsigned length, unsigned values) {
@@ -95,7 +102,7 @@ bool AreDecimals(const Kinds& kinds, unsigned length, unsigned values) {
     const std::uint64_t runs = afterPoint & digits;
     const std::uint64_t ends = ((digits + runs) & ~digits) | (afterPoint & ~digits);
     return (minuses & ~starts) == 0 && (afterMinus & ~digits) == 0 && (starts & points) == 0 &&
-           (ends & words) == 0 && std::popcount(starts) == static_cast<int>(values);
+           (ends & words) == 0 && HasBits(starts, values);
 }
 
 }  // namespace

@@ -44,6 +44,10 @@ void SplitAllGlued(std::span<const std::string_view> words, std::vector<std::str
     }
 }
 
+bool IsOnlyMoved(const AsfBone& bone) {
+    return std::all_of(bone.dof.begin(), bone.dof.end(), IsTranslation);
+}
+
 }  // namespace
 
 AmcValues::AmcValues(const AsfSkeleton& skeleton, bool has3Dof)
@@ -80,8 +84,9 @@ void AmcValues::LearnOrder(const AmcFrame& frame) {
     };
     for (const AmcRow& row : frame.rows)
         if (row.bone != kNoBone) append(row.bone);
+    // A bone that is only moved need not have a row: it is not moved.
     for (std::uint32_t bone = 0; bone < skeleton_.bones.size(); ++bone)
-        append(bone);
+        if (bone == 0 || !IsOnlyMoved(skeleton_.bones[bone])) append(bone);
 }
 
 void AmcValues::TellOrder(const AmcFrame& frame, std::vector<AmcEvent>& events) {
@@ -184,6 +189,8 @@ void AmcValues::Store(const AmcRow& row, std::size_t dof, std::string_view word,
 }
 
 AsfNumber AmcValues::AtRest(const AsfBone& bone, Dof dof) const {
+    if (dof == Dof::Length && bone.lengthScale != 1.0)
+        return {bone.length.value / bone.lengthScale, {}};
     if (dof == Dof::Length) return bone.length;
     if (IsTranslation(dof) && &bone == &skeleton_.Root()) return skeleton_.position[AxisOf(dof)];
     return {0.0, "0"};

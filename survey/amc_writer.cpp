@@ -78,7 +78,7 @@ class Writer {
                           [&](const AmcRow& row, std::uint32_t index) {
                               const AsfBone& bone = skeleton_.bones[index];
                               return row.bone == index && row.name == bone.name &&
-                                     bone.leftOut == 0 && row.count == bone.dof.size();
+                                     !bone.IsRewritten() && row.count == bone.dof.size();
                           });
     }
 
@@ -104,8 +104,11 @@ class Writer {
         for (std::size_t i = 0; i < values.size(); ++i) {
             if (bone.IsLeftOut(bone.dof[i])) continue;
             text_ += ' ';
-            if (scale_ != 1.0 && IsRotation(bone.dof[i]))
-                AppendNumber(text_, {values[i].value * scale_, {}});
+            const double scale = IsRotation(bone.dof[i])      ? scale_
+                                 : bone.dof[i] == Dof::Length ? bone.lengthScale
+                                                              : 1.0;
+            if (scale != 1.0)
+                AppendNumber(text_, {values[i].value * scale, {}});
             else
                 AppendWord(values[i]);
         }

@@ -273,7 +273,8 @@ Rotation AxisFrame(const AcclaimPair& pair, const AcclaimBone& bone) {
     const double unit = pair.degrees ? std::acos(-1.0) / 180.0 : 1.0;
     Rotation frame = kNoTurn;
     for (std::size_t i = 0; i < 3; ++i)
-        frame = Times(AxisTurn("xyz"[i], bone.axis[i] * unit), frame);
+        frame = Times(
+            AxisTurn(pair.axesAsListed ? bone.axisOrder[i] : "xyz"[i], bone.axis[i] * unit), frame);
     return frame;
 }
 

@@ -48,6 +48,9 @@ struct AcclaimPair {
     double lengthFactor = 1.0;
     bool factorIsGiven = false;  // from outside, and then also that of the root's translations
     bool limited = false;
+    // Axis orders are the files' own: the first letter's angle comes first and turns first. Without
+    // it they are x y z.
+    bool axesAsListed = false;
 
     struct Pose {
         std::vector<Vec3> positions;
