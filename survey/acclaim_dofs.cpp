@@ -49,6 +49,20 @@ void MoveSizeToLength(AsfBone& bone, double size) {
                 bone.limits[k] = {bone.limits[k].value * size, {}};
 }
 
+// A dof "l" was told of when it was read.
+void TellFolded(const AsfBone& bone, FindingList& findings) {
+    const std::string message =
+        "the length of \"" + bone.name + "\" keeps one value, which becomes the bone's length";
+    Finding* const known = findings.Find(codes::kDofLength);
+    if (!known) {
+        findings.Add({codes::kDofLength, Severity::Note, bone.dofAt, message, bone.name, true});
+        return;
+    }
+    known->mended = true;
+    known->count += bone.hasLetterLength ? 0 : 1;
+    if (known->joint == bone.name && known->severity == Severity::Note) known->message = message;
+}
+
 }  // namespace
 
 void PlanTranslations(AsfSkeleton& skeleton) {
@@ -116,13 +130,7 @@ void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,
         if (bone.lengthScale != 1.0) bone.length = {length.first.value * bone.lengthScale, {}};
         bone.LeaveOut(Dof::Length);
         skeleton.changed = true;
-        if (!findings.AddAgain(codes::kDofLength, Severity::Note))
-            findings.Add({codes::kDofLength, Severity::Note, bone.dofAt,
-                          "the length of \"" + bone.name +
-                              "\" keeps one value, which becomes the bone's length",
-                          bone.name, true});
-        else if (!bone.hasLetterLength)
-            findings.Find(codes::kDofLength)->mended = true;
+        TellFolded(bone, findings);
     }
 }
 

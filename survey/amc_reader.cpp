@@ -86,7 +86,13 @@ class Reader {
         return frame_.end;
     }
 
-    bool IsClean() const { return events_.empty() && !frame_.isOdd && IsPlainNumber(frame_); }
+    // The plug-in leaves translations of bones out by itself.
+    bool IsClean() const {
+        return !frame_.isOdd && IsPlainNumber(frame_) &&
+               std::all_of(events_.begin(), events_.end(), [](const AmcEvent& event) {
+                   return event.kind == AmcEvent::Translation;
+               });
+    }
 
     void Note() {
         tally_.Add(events_);

@@ -1,0 +1,187 @@
+// Skeletons and motions that need each other: lengths, translations, several motions, none.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "survey/codes.h"
+#include "tests/survey/acclaim_case.h"
+
+namespace {
+
+using namespace acclaim_case;
+using namespace survey::codes;
+using survey::Purpose;
+using survey::Severity;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr auto kNote = Severity::Note;
+constexpr auto kWarning = Severity::Warning;
+constexpr auto kError = Severity::Error;
+
+// The value that `larm` has in each frame after its own, or `spine`.
+std::string WithLengths(const std::string& bone, const char* first, const char* others) {
+    std::string amc;
+    std::string rest = CleanAmc();
+    bool isFirst = true;
+    for (std::size_t end = rest.find('\n'); end != std::string::npos; end = rest.find('\n')) {
+        amc += rest.substr(0, end);
+        if (rest.starts_with(bone + " ")) {
+            amc += std::string(" ") + (isFirst ? first : others);
+            isFirst = false;
+        }
+        amc += '\n';
+        rest.erase(0, end + 1);
+    }
+    return amc;
+}
+
+TEST(AcclaimLengthDof, BecomesTheBonesLengthWhereItKeepsOneValue) {
+    const std::string asf = With(CleanAsf(), "dof rz", "dof rz l");
+    const auto found = Survey(asf, WithLengths("larm", "7.5", "7.50"), For(Purpose::Import));
+    ExpectFindings(found.skeleton.findings, {{kDofLength, kNote, 33, true, 1, "larm"}});
+    ASSERT_TRUE(found.skeleton.mended && found.motions[0].mended);
+    EXPECT_THAT(found.skeleton.mended->text,
+                HasSubstr("length 7.5\n    axis 10 20 30 XYZ\n    dof rz\n"));
+    EXPECT_THAT(found.motions[0].mended->text, HasSubstr("larm 4.1\n2\n"));
+}
+
+TEST(AcclaimLengthDof, IsABarWhereItMoves) {
+    const std::string asf = With(CleanAsf(), "dof rz", "dof rz L");
+    const auto found = Survey(asf, WithLengths("larm", "7.5", "8"), For(Purpose::Import));
+    ExpectFindings(found.skeleton.findings, {{kDofLength, kNote, 33, true, 1, "larm"}});
+    ASSERT_TRUE(found.skeleton.mended);
+    EXPECT_THAT(found.skeleton.mended->text, HasSubstr("dof rz |\n"));
+    EXPECT_FALSE(found.motions[0].mended);
+}
+
+TEST(AcclaimLengthDof, MayNotMoveSeveralChildren) {
+    const std::string asf = With(CleanAsf(),
+                                 "    dof rx ry rz\n    limits (-60 60)\n           (-60 "
+                                 "60)\n           (-60 60)\n",
+                                 "    dof rx ry rz |\n");
+    const auto moving = Survey(asf, WithLengths("spine", "40", "41"), For(Purpose::Import));
+    ExpectFindings(moving.skeleton.findings, {{kDofLength, kError, 22, false, 1, "spine"}});
+    EXPECT_FALSE(moving.skeleton.mended || moving.motions[0].mended);
+    const auto still = Survey(asf, WithLengths("spine", "41", "41"), For(Purpose::Import));
+    ExpectFindings(still.skeleton.findings, {{kDofLength, kNote, 22, true, 1, "spine"}});
+    ASSERT_TRUE(still.skeleton.mended && still.motions[0].mended);
+    EXPECT_THAT(still.skeleton.mended->text, HasSubstr("length 41\n"));
+}
+
+TEST(AcclaimLengthDof, IsJudgedByAllMotionsTogether) {
+    const std::string asf = With(CleanAsf(), "dof rz", "dof rz l");
+    const std::string one = WithLengths("larm", "7.5", "7.5");
+    const std::string other = WithLengths("larm", "8", "8");
+    const survey::AcclaimFile motions[] = {{one, "one.amc"}, {other, "other.amc"}};
+    const auto found = survey::SurveyAcclaim({asf, "a.asf"}, motions, For(Purpose::Fix));
+    ASSERT_TRUE(found.skeleton.mended);
+    EXPECT_THAT(found.skeleton.mended->text, HasSubstr("dof rz |\n"));
+    EXPECT_FALSE(found.motions[0].mended || found.motions[1].mended);
+}
+
+TEST(AcclaimTranslation, IsToldWhereItIsNotNothing) {
+    const std::string asf = With(CleanAsf(), "dof rz", "dof rz tx");
+    const auto zero = Survey(asf, WithLengths("larm", "0", "0"), For(Purpose::Import));
+    ExpectFindings(zero.skeleton.findings, {{kDofTranslation, kNote, 33, false, 1, "larm"}});
+    ExpectFindings(zero.motions[0].findings, {});
+    const auto moved = Survey(asf, WithLengths("larm", "0", "3"), For(Purpose::Import));
+    ExpectFindings(moved.skeleton.findings, {});
+    ExpectFindings(moved.motions[0].findings, {{kDofTranslation, kWarning, 11, false, 11, "larm"}});
+    EXPECT_FALSE(moved.skeleton.mended || moved.motions[0].mended);
+}
+
+TEST(AcclaimTranslation, IsLeftOutWhereABoneHasNothingElse) {
+    const std::string asf = With(CleanAsf(), "dof rz", "dof tx");
+    const auto found = Survey(asf, CleanAmc(), For(Purpose::Import));
+    ASSERT_TRUE(found.skeleton.mended && found.motions[0].mended);
+    EXPECT_THAT(found.skeleton.mended->text, Not(HasSubstr("tx\n")));
+    EXPECT_THAT(found.motions[0].mended->text, Not(HasSubstr("larm")));
+}
+
+TEST(AcclaimBoneMissing, StaysAtRestWhereItHasNoRowAtAll) {
+    // Six bones with dof, of which one may be missing.
+    std::string asf = CleanAsf();
+    std::string amc = CleanAmc();
+    std::string children;
+    for (const char* name : {"a", "b", "c"}) {
+        asf =
+            With(asf, ":hierarchy",
+                 std::string("  begin\n id 9\n name ") + name +
+                     "\n direction 0 0 1\n length 1\n axis 0 0 0 XYZ\n dof rx |\n end\n:hierarchy");
+        children += std::string(" ") + name;
+    }
+    asf = With(asf, "larm rarm\n", "larm rarm" + children + "\n");
+    std::string all;
+    for (std::size_t at = 0; at < amc.size();) {
+        const std::size_t end = amc.find('\n', at) + 1;
+        all += amc.substr(at, end - at);
+        if (amc.compare(at, 4, "larm") == 0) all += "a 1 2\nb 2 3\n";
+        at = end;
+    }
+    const auto found = Survey(asf, all, For(Purpose::Import));
+    ExpectFindings(found.motions[0].findings, {{kBoneMissing, kWarning, 0, true, 1, "c"}});
+    ASSERT_TRUE(found.motions[0].mended);
+    EXPECT_THAT(found.motions[0].mended->text, HasSubstr("b 2 3\nc 0 1\n2\n"));
+}
+
+TEST(AcclaimPair, IsRefusedWhereMostBonesHaveNoRow) {
+    std::string amc = ":SAMPLES-PER-SECOND 60\n:FULLY-SPECIFIED\n1\nroot 0 0 0 0 0 0\nhips 1 2 3\n";
+    const auto found = Survey(CleanAsf(), amc, For(Purpose::Import));
+    ExpectFindings(found.motions[0].findings, {{kPairMismatch, kError, 3}});
+}
+
+TEST(AcclaimPair, NamesFilesThatDoNotFit) {
+    const std::string amc = CleanAmc();
+    const survey::AcclaimFile motions[] = {
+        {amc, "11_01.amc"}, {amc, "08_01.amc"}, {amc, "walk.amc"}};
+    const auto found = survey::SurveyAcclaim({CleanAsf(), "08.asf"}, motions, For(Purpose::Fix));
+    ExpectFindings(found.motions[0].findings, {{kPairMismatch, kNote}});
+    ExpectFindings(found.motions[1].findings, {});
+    ExpectFindings(found.motions[2].findings, {});
+}
+
+TEST(AcclaimPair, LeadsMendedLinesBackToTheFile) {
+    const auto found =
+        Survey(CleanAsf(), With(CleanAmc(), "\n3\n", "\n# three\n\n3\n"), For(Purpose::Import));
+    ASSERT_TRUE(found.motions[0].mended);
+    std::size_t original = 0;
+    for (const survey::LineMark& mark : found.motions[0].mended->lines)
+        if (mark.mended <= 13) original = mark.original + 13 - mark.mended;
+    // The root's row of the third frame.
+    EXPECT_EQ(original, 15U);
+}
+
+TEST(AcclaimPair, ReadsTheMotionAloneWhereTheSkeletonIsBad) {
+    const auto found =
+        Survey("", With(CleanAmc(), "spine 3 15 -20", "spine 3 15"), For(Purpose::Check));
+    ExpectFindings(found.skeleton.findings, {{kEmpty, kError}});
+    ExpectFindings(found.motions[0].findings, {{kValuesFewer, kWarning, 14, true, 1, "spine"}});
+}
+
+TEST(AmcAlone, IsHeldAgainstItsFirstFrame) {
+    const std::string clean = CleanAmc();
+    const auto found = survey::SurveyAmcAlone({clean, "a.amc"}, For(Purpose::Fix));
+    ExpectFindings(found.findings, {});
+    EXPECT_FALSE(found.mended);
+    EXPECT_EQ(found.facts.frames, 12U);
+    EXPECT_EQ(found.facts.channels, 10U);
+    const std::string odd =
+        With(clean, "spine 3 15 -20\nlarm 4.3\n", "larm 4.3\nspine 3 1,5 -20\n");
+    const auto mended = survey::SurveyAmcAlone({odd, "a.amc"}, For(Purpose::Fix));
+    ASSERT_TRUE(mended.mended);
+    EXPECT_THAT(mended.mended->text, HasSubstr("spine 3 1.5 -20\nlarm 4.3\n"));
+    EXPECT_FALSE(survey::SurveyAmcAlone({mended.mended->text, "a.amc"}, For(Purpose::Fix)).mended);
+}
+
+TEST(AcclaimCheck, TellsOfLimitsAndSize) {
+    const auto found = Survey(CleanAsf(), With(CleanAmc(), "spine 3 15 -20", "spine 3 75.5 -20"),
+                              For(Purpose::Check));
+    ExpectFindings(found.motions[0].findings, {{kLimitsExceeded, kNote, 0, false, 1, "spine"}});
+    EXPECT_THAT(found.motions[0].findings[0].message,
+                HasSubstr("\"spine\" in 1 frame by at most 15.5"));
+    ExpectFindings(found.skeleton.findings, {{kFigureSize, kNote}});
+    EXPECT_EQ(found.skeleton.facts.up, "y");
+    EXPECT_NEAR(found.skeleton.facts.height.value_or(0.0), 40.0 + 0.8 * 30.5, 1e-9);
+}
+
+}  // namespace
