@@ -128,7 +128,7 @@ class CAcclaimImport : public CMocapImportBase {
     // To the log, while the file has warnings left; the others are counted.
     void LogWarning(const std::wstring& message);
     // The last of a file's warnings says how many others there are.
-    void LogWarningsLeftOut();
+    void LogWarningsLeftOut() const;
 
     // In characters: a line of a byte or two can ask for a warning of sixty.
     FileAllowance warnings{std::size_t{4} << 20, 2, 1};

@@ -37,7 +37,7 @@ void CAcclaimImport::LogWarning(const std::wstring& message) {
         ++warningsLeftOut;
 }
 
-void CAcclaimImport::LogWarningsLeftOut() {
+void CAcclaimImport::LogWarningsLeftOut() const {
     if (warningsLeftOut == 0) return;
     const std::wstring message = L"More unknown bones or invalid keywords found in AMC file (" +
                                  std::to_wstring(warningsLeftOut) + L"), ignoring...";
