@@ -4,7 +4,21 @@
 #include <tuple>
 #include <utility>
 
+#include "text/utf8.h"
+
 namespace survey {
+namespace {
+
+// Of a message and of a joint's name: a file may hold words of any length.
+constexpr std::size_t kLongestMessage = 400;
+constexpr std::size_t kLongestName = 100;
+
+// As words of the file may be quoted in it, it may hold any bytes.
+std::string Readable(const std::string& text, std::size_t longest) {
+    return text::Shortened(text::ReplaceInvalidUtf8(text), longest);
+}
+
+}  // namespace
 
 void FindingList::Add(Case added) {
     Finding* known = Find(added.code);
@@ -21,8 +35,8 @@ void FindingList::Add(Case added) {
         finding.line = position.line;
         finding.column = position.column;
     }
-    finding.message = std::move(added.message);
-    finding.joint = std::move(added.joint);
+    finding.message = Readable(added.message, kLongestMessage);
+    finding.joint = Readable(added.joint, kLongestName);
     finding.mended = added.mended;
     if (!known) {
         findings_.push_back(std::move(finding));

@@ -1,5 +1,6 @@
 #include "text/utf8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -89,6 +90,27 @@ std::size_t FindInvalidUtf8(std::string_view bytes) {
         at += length;
     }
     return std::string_view::npos;
+}
+
+std::string ReplaceInvalidUtf8(std::string_view bytes) {
+    std::string out;
+    for (;;) {
+        const std::size_t invalid = std::min(FindInvalidUtf8(bytes), bytes.size());
+        out.append(bytes.substr(0, invalid));
+        if (invalid == bytes.size()) return out;
+        AppendUtf8(out, kReplacement);
+        bytes.remove_prefix(invalid + 1);
+    }
+}
+
+std::string Shortened(std::string text, std::size_t most) {
+    if (text.size() <= most) return text;
+    constexpr std::string_view kEllipsis = "\xE2\x80\xA6";
+    std::size_t end = most - std::min(most, kEllipsis.size());
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80)
+        --end;
+    text.resize(end);
+    return text += kEllipsis;
 }
 
 }  // namespace text

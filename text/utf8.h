@@ -24,4 +24,11 @@ inline bool IsValidUtf8(std::string_view bytes) {
     return FindInvalidUtf8(bytes) == std::string_view::npos;
 }
 
+// The text with U+FFFD in the stead of each byte that is no part of a valid character.
+std::string ReplaceInvalidUtf8(std::string_view bytes);
+
+// As much of the valid text as fits into `most` bytes, in whole characters, with an ellipsis at the
+// end where something was left out.
+std::string Shortened(std::string text, std::size_t most);
+
 }  // namespace text

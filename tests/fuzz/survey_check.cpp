@@ -59,7 +59,9 @@ void RequireSoundFindings(const std::vector<Finding>& findings, std::string_view
 }
 
 // Of a survey that does not refuse the file.
-void RequireFitting(const survey::FileSurvey& surveyed) {
+void RequireFitting(const survey::FileSurvey& surveyed, Purpose purpose) {
+    // A check makes no text.
+    if (purpose == Purpose::Check) return;
     for (const Finding& finding : surveyed.findings)
         Require(!finding.mended || surveyed.mended.has_value(),
                 std::string(finding.code) + " is mended and no text is");
@@ -152,13 +154,14 @@ AcclaimTexts TextsOf(const survey::AcclaimSurvey& surveyed, const AcclaimTexts& 
     return texts;
 }
 
-void RequireSoundSurvey(const survey::AcclaimSurvey& surveyed, const AcclaimTexts& files) {
+void RequireSoundSurvey(const survey::AcclaimSurvey& surveyed, const AcclaimTexts& files,
+                        Purpose purpose) {
     Require(surveyed.motions.size() == (files.amc ? 1U : 0U), "motions are lost or too many");
     RequireSoundFindings(surveyed.skeleton.findings, files.asf);
     if (files.amc) RequireSoundFindings(surveyed.motions[0].findings, *files.amc);
     if (IsRefused(surveyed)) return;
-    RequireFitting(surveyed.skeleton);
-    if (files.amc) RequireFitting(surveyed.motions[0]);
+    RequireFitting(surveyed.skeleton, purpose);
+    if (files.amc) RequireFitting(surveyed.motions[0], purpose);
 }
 
 }  // namespace
@@ -170,7 +173,7 @@ void CheckBvhSurvey(std::string_view input) {
         const survey::BvhSurvey surveyed = survey::SurveyBvh(file, OptionsOf(input[0], purpose));
         RequireSoundFindings(surveyed.findings, file);
         if (surveyed.Has(Severity::Error)) return;
-        RequireFitting(surveyed);
+        RequireFitting(surveyed, purpose);
     }
     survey::Options options = OptionsOf(input[0], Purpose::Import);
     const survey::BvhSurvey surveyed = survey::SurveyBvh(file, options);
@@ -197,7 +200,7 @@ void CheckAcclaimSurvey(std::string_view input) {
     if (separator != std::string_view::npos) files.amc = std::string(texts.substr(separator + 1));
     for (const Purpose purpose : {Purpose::Check, Purpose::Import, Purpose::Fix}) {
         const survey::AcclaimSurvey surveyed = files.Survey(OptionsOf(input[0], purpose));
-        RequireSoundSurvey(surveyed, files);
+        RequireSoundSurvey(surveyed, files, purpose);
         if (IsRefused(surveyed)) return;
     }
     const survey::Options options = OptionsOf(input[0], Purpose::Import);

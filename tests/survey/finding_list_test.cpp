@@ -42,6 +42,15 @@ TEST_F(FindingListTest, LetsTheFirstOfAHigherSeverityDecide) {
     EXPECT_EQ(findings[0].count, 2U);
 }
 
+TEST_F(FindingListTest, MakesMessagesReadable) {
+    list.Add({survey::codes::kRowCut, Severity::Note, At(0), "\xFC" + std::string(1000, 'x'),
+              std::string(1000, 'y')});
+    const auto findings = list.Sorted();
+    EXPECT_TRUE(findings[0].message.starts_with("\xEF\xBF\xBDxxx"));
+    EXPECT_EQ(findings[0].message.size(), 400U);
+    EXPECT_EQ(findings[0].joint.size(), 100U);
+}
+
 TEST_F(FindingListTest, SortsByPosition) {
     list.Add({survey::codes::kRowCut, Severity::Warning, At(9), "row"});
     list.Add({survey::codes::kNameBlank, Severity::Note, At(1), "name"});

@@ -65,4 +65,20 @@ TEST_P(InvalidUtf8, IsFoundAtItsFirstByte) {
 INSTANTIATE_TEST_SUITE_P(, InvalidUtf8, testing::ValuesIn(kInvalid),
                          [](const auto& row) { return row.param.name; });
 
+TEST(Utf8, ReplacesWhatIsNoCharacter) {
+    EXPECT_EQ(text::ReplaceInvalidUtf8("H\xC3\xBC"), "H\xC3\xBC");
+    EXPECT_EQ(text::ReplaceInvalidUtf8("\xFC\xE3\x81x\x80"),
+              "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDx\xEF\xBF\xBD");
+    EXPECT_EQ(text::ReplaceInvalidUtf8(""), "");
+}
+
+TEST(Utf8, IsShortenedInWholeCharacters) {
+    EXPECT_EQ(text::Shortened("abcdef", 6), "abcdef");
+    EXPECT_EQ(text::Shortened("abcdefg", 6), "abc\xE2\x80\xA6");
+    EXPECT_EQ(text::Shortened("ab\xC3\xBC"
+                              "defg",
+                              6),
+              "ab\xE2\x80\xA6");
+}
+
 }  // namespace
