@@ -161,8 +161,8 @@ bool BvhHierarchyReader::CountChannels(const BvhWord& count, std::size_t names) 
                           " where the number of channels was expected; correct it");
     return Refuse(codes::kChannelsBad, count.text.data(),
                   "CHANNELS announces " + Quoted(count.text) + " and is followed by " +
-                      std::to_string(names) +
-                      " names; write the count that the rows have values for");
+                      std::to_string(names) + (names == 1 ? " name" : " names") +
+                      "; write the count that the rows have values for");
 }
 
 }  // namespace survey

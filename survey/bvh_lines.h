@@ -11,7 +11,7 @@
 
 namespace survey {
 
-// The words of a motion, from a place in the text on, across lines.
+// The words of a motion, from a spot on, across lines.
 class RowWords {
   public:
     RowWords(const char* at, const char* end) : at_(at), end_(end) {}

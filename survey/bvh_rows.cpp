@@ -175,12 +175,24 @@ class RowsReader {
                               std::to_string(section_.channels);
         if (isRefused && read_.hasCounter && bad == lines.size())
             message += "; the first column rises by a constant: a leading counter?";
-        message += isRefused ? "; --as-is reads on regardless" : "; the frame holds the one before";
+        message += !isRefused      ? "; the frame holds the one before"
+                   : CanBeStream() ? "; --as-is reads on regardless"
+                                   : "; correct the rows";
         const Severity severity = isRefused ? Severity::Error : Severity::Warning;
         findings_.Add({codes::kRowLength, severity, first->at, message, "", !isRefused});
         findings_.AddAgain(codes::kRowLength, severity, bad - 1);
         hasBadRows_ = true;
         return !isRefused;
+    }
+
+    // Whether the plug-in, which reads value after value, finds as many as the header announces.
+    bool CanBeStream() const {
+        double values = 0.0;
+        for (const BvhLine& line : read_.lines)
+            values += line.values;
+        const auto& frames = section_.motion.frames;
+        return frames && *frames >= 0 &&
+               values >= static_cast<double>(*frames) * static_cast<double>(section_.channels);
     }
 
     // One frame a line; a line of another length holds the frame before, the first ones the one
@@ -235,12 +247,15 @@ class RowsReader {
         const BvhJoint* joint = JointOfValue(section_, read_.notFinite.index);
         const bool isRefused = kMostNotFinite * count > frames_.values.size();
         const Severity severity = isRefused ? Severity::Error : Severity::Warning;
-        findings_.Add({codes::kNumberNotFinite, severity, read_.notFinite.at,
-                       Quoted(read_.notFinite.word) +
-                           (isRefused ? " where a number was expected, and more than a quarter of "
-                                        "the values are like that; --as-is reads on regardless"
-                                      : " where a number was expected; the channel holds its last "
-                                        "value"),
+        double value = 0.0;
+        const bool isText = ReadRowWord(read_.notFinite.word, value) == WordKind::Other;
+        std::string message = Quoted(read_.notFinite.word) + " where a number was expected";
+        if (isRefused)
+            message += std::string(", and more than a quarter of the values are like that; ") +
+                       (isText ? "correct them" : "--as-is reads on regardless");
+        else
+            message += "; the channel holds its last value";
+        findings_.Add({codes::kNumberNotFinite, severity, read_.notFinite.at, std::move(message),
                        joint ? joint->name : std::string(), !isRefused});
         findings_.AddAgain(codes::kNumberNotFinite, severity, count - 1);
         if (isRefused) return false;

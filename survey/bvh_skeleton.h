@@ -32,7 +32,7 @@ constexpr std::size_t AxisOf(BvhChannel channel) {
     return static_cast<std::size_t>(channel) % 3;
 }
 
-// A word's place in the text.
+// Where a word is in the text.
 struct BvhSpot {
     const char* at = nullptr;
     std::uint32_t line = 0;

@@ -32,7 +32,7 @@ BvhWalk::BvhWalk(const BvhSection& section, bool addsOffsets)
       turns_(section.joints.size()),
       positions_(section.joints.size()) {}
 
-void BvhWalk::Stand(std::size_t index, const double* row) {
+void BvhWalk::PutJoint(std::size_t index, const double* row) {
     const BvhJoint& joint = section_.joints[index];
     std::array<double, 3> local = joint.offset;
     const bool isRoot = joint.parent == kNoParent;
@@ -61,7 +61,7 @@ Extent BvhWalk::Rest() {
 Extent BvhWalk::Frame(const double* row) {
     Extent extent;
     for (std::size_t joint = 0; joint < section_.joints.size(); ++joint) {
-        Stand(joint, row);
+        PutJoint(joint, row);
         extent.Include(positions_[joint].data());
     }
     return extent;

@@ -23,7 +23,7 @@ class BvhWalk {
   private:
     using Turn = std::array<double, 9>;  // m[3 * row + column], for column vectors
 
-    void Stand(std::size_t joint, const double* row);
+    void PutJoint(std::size_t joint, const double* row);
 
     const BvhSection& section_;
     bool addsOffsets_;

@@ -30,7 +30,7 @@ class BvhWords {
     // The rest of the line that the next word is on, up to its end or to a brace that opens a body;
     // without white space around it. The next word is the one after it.
     std::string_view RestOfLine();
-    // To a place in the text after the next word.
+    // On from a spot after the next word.
     void Continue(BvhSpot spot);
 
     const char* End() const { return text_.data() + text_.size(); }

@@ -82,7 +82,7 @@ const Row kRows[] = {
 
 class BvhHostile : public testing::TestWithParam<Row> {};
 
-TEST_P(BvhHostile, TakesTimeInProportion) {
+TEST_P(BvhHostile, CostsInProportion) {
     const std::string text = GetParam().text();
     for (const auto purpose :
          {survey::Purpose::Check, survey::Purpose::Import, survey::Purpose::Fix}) {

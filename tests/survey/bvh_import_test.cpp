@@ -67,7 +67,7 @@ std::vector<bool> NearRightAngle(const WalkFile& file, std::vector<bool> near) {
     return near;
 }
 
-// The import of what was handed on stands where the original's walk does.
+// The import of what was handed on is where the walk of the original is.
 void CompareImport(const WalkFile& original, const WalkFile& mended, const ProbedSection& section,
                    const std::vector<JointPrediction>& predictions) {
     SectionMotion motion(section);

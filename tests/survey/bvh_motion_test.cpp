@@ -120,7 +120,7 @@ const BvhRow kRows[] = {
      Header("11") + Rows(5) + "7 8\n" + Rows(5, "4 5 6\n"),
      {{kRowLength, kWarning, 19, 1}},
      "1 2 3\n1 2 3\n4 5 6\n"},
-    {"FirstRowLengthTakesTheNext",
+    {"FirstRowLengthHoldsTheNext",
      Header("10") + "7 8 9 10\n" + Rows(9),
      {{kRowLength, kWarning, 14, 1}},
      Joined("10") + Rows(10)},
@@ -173,7 +173,7 @@ const BvhRow kRows[] = {
      Header("3") + "1 2 3\n4 nan 6\n7 -1.#IND 9\n",
      {{kNumberNotFinite, kWarning, 15, 3, 2}},
      Joined("3") + "1 2 3\n4 2 6\n7 2 9\n"},
-    {"NotFiniteFirstTakesTheNext",
+    {"NotFiniteFirstHoldsTheNext",
      Header("3") + "inf 2 3\n1e999 5 6\n7 8 9\n",
      {{kNumberNotFinite, kWarning, 14, 1, 2}},
      Joined("3") + "7 2 3\n7 5 6\n7 8 9\n"},
@@ -276,12 +276,46 @@ TEST(BvhMotionOptions, AFixWritesOneRowAFrame) {
     EXPECT_NE(stream.mended->text.find(Joined("2") + "1 2 3\n4 5 6\n"), std::string::npos);
 }
 
-TEST(BvhMotionOptions, ACounterIsAskedFor) {
-    const auto found = Survey(Header("3") + "1 1 2 3\n2 1 2 3\n3 1 2 3\n", {});
+struct Message {
+    const char* name;
+    std::string text;
+    const char* message;  // of the only error
+};
+
+const Message kMessages[] = {
+    {"Counter", Header("3") + "1 1 2 3\n2 1 2 3\n3 1 2 3\n",
+     "row 1 has 4 values where the channels ask for 3; the first column rises by a constant: a "
+     "leading counter?; --as-is reads on regardless"},
+    {"LongRow", Header("2") + "1 2 3\n4 5 6 7\n",
+     "row 2 has 4 values where the channels ask for 3; --as-is reads on regardless"},
+    {"TooFewValuesForThePlugIn", Header("3") + "1 2 3\n4 5\n7 8 9\n",
+     "row 2 has 2 values where the channels ask for 3; correct the rows"},
+    {"Nans", Header("1") + "nan 2 3\n",
+     "\"nan\" where a number was expected, and more than a quarter of the values are like that; "
+     "--as-is reads on regardless"},
+    {"Words", Header("1") + "1 up 3\n",
+     "\"up\" where a number was expected, and more than a quarter of the values are like that; "
+     "correct them"},
+    {"Channels", "HIERARCHY\nROOT a\n{\nOFFSET 0 0 0\nCHANNELS 2 Xrotation\n",
+     "CHANNELS announces \"2\" and is followed by 1 name; write the count that the rows have "
+     "values "
+     "for"},
+    {"Cut", "HIERARCHY\nROOT a\n{\nOFFSET 0 0 0\n",
+     "the text ends where \"}\" of a was expected; complete the file"},
+    {"Offset", "HIERARCHY\nROOT a\n{\nOFFSET 0 up 0\n",
+     "\"up\" where a number of OFFSET was expected; correct it"},
+};
+
+class BvhMessage : public testing::TestWithParam<Message> {};
+
+TEST_P(BvhMessage, SaysWhatWasFoundAndWhatToDo) {
+    const auto found = Survey(GetParam().text, {});
     ASSERT_EQ(found.findings.size(), 1U);
-    EXPECT_EQ(found.findings[0].message,
-              "row 1 has 4 values where the channels ask for 3; the first column rises by a "
-              "constant: a leading counter?; --as-is reads on regardless");
+    EXPECT_EQ(found.findings[0].severity, kError);
+    EXPECT_EQ(found.findings[0].message, GetParam().message);
 }
+
+INSTANTIATE_TEST_SUITE_P(, BvhMessage, testing::ValuesIn(kMessages),
+                         [](const auto& row) { return row.param.name; });
 
 }  // namespace
