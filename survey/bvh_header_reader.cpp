@@ -5,13 +5,13 @@
 
 #include "survey/codes.h"
 #include "survey/number_word.h"
+#include "survey/quoted_word.h"
 
 namespace survey {
 namespace {
 
 constexpr double kLongestFrame = 2.0;  // seconds
 constexpr double kShortestFrame = 0.5e-3;
-constexpr double kUsualRate = 30.0;
 
 class HeaderReader {
   public:
@@ -19,13 +19,41 @@ class HeaderReader {
         : words_(words), section_(section), motion_(section.motion), findings_(findings) {}
 
     void Read() {
-        last_ = motion_.at;
         motion_.framesAt = motion_.timeAt = motion_.at;
         while (ReadFrames() || ReadTime()) {
         }
         const BvhWord& ahead = words_.Peek();
         motion_.rows = ahead.Spot();
         if (ahead.IsEnd()) motion_.rows.at = words_.End();
+    }
+
+    void TellFrames() {
+        if (motion_.frames) return;
+        findings_.Add({codes::kFramesMissing, Severity::Note, motion_.framesAt.at,
+                       framesSeen_ ? "\"Frames:\" is followed by " + Quoted(framesText_) +
+                                         " where a whole number was expected; the rows are "
+                                         "counted"
+                                   : "\"Frames:\" is missing; the rows are counted",
+                       "", true});
+    }
+
+    void TellTime(bool rateStated) {
+        const bool stated = motion_.frameTime && *motion_.frameTime > 0.0;
+        if (rateStated) return;
+        if (!stated) {
+            findings_.Add({codes::kFrameTimeMissing, Severity::Warning, motion_.timeAt.at,
+                           (timeSeen_ ? "the frame time is " + Quoted(timeText_) +
+                                            " where a number of seconds above 0 was expected"
+                                      : std::string("\"Frame Time:\" is missing")) +
+                               "; 30 frames per second are assumed, --fps states the rate",
+                           "", true});
+        } else if (*motion_.frameTime > kLongestFrame || *motion_.frameTime < kShortestFrame) {
+            findings_.Add({codes::kFrameTimeOdd, Severity::Warning, motion_.timeAt.at,
+                           "a frame of " + motion_.timeWord +
+                               " seconds is likely a rate or milliseconds; it is kept, --fps "
+                               "states the rate",
+                           ""});
+        }
     }
 
   private:
@@ -127,8 +155,8 @@ class HeaderReader {
             motion_.timeWord[comma] = '.';
             if (!findings_.AddAgain(codes::kNumberComma, Severity::Warning))
                 findings_.Add({codes::kNumberComma, Severity::Warning, time.text.data(),
-                               "the frame time \"" + std::string(time.text) +
-                                   "\" has a decimal comma; it is read as " + motion_.timeWord,
+                               "the frame time " + Quoted(time.text) +
+                                   " has a decimal comma; it is read as " + motion_.timeWord,
                                "", true});
         }
     }
@@ -140,51 +168,19 @@ class HeaderReader {
             ++last;
         std::string_view text(found.text.data(),
                               static_cast<std::size_t>(last - found.text.data()));
-        findings_.Add(
-            {codes::kMotionKeyword, Severity::Note, found.text.data(),
-             "\"" + std::string(text) + "\" is read as it is meant; " + expected + " was expected",
-             "", true});
+        findings_.Add({codes::kMotionKeyword, Severity::Note, found.text.data(),
+                       Quoted(text) + " is read as it is meant; " + expected + " was expected", "",
+                       true});
     }
 
     BvhWords& words_;
     BvhSection& section_;
     BvhMotionHeader& motion_;
     FindingList& findings_;
-    BvhSpot last_;
     bool framesSeen_ = false;
     bool timeSeen_ = false;
     std::string_view framesText_;
     std::string_view timeText_;
-
-  public:
-    void TellFrames() {
-        if (motion_.frames) return;
-        findings_.Add({codes::kFramesMissing, Severity::Note, motion_.framesAt.at,
-                       framesSeen_ ? "\"Frames:\" is followed by \"" + std::string(framesText_) +
-                                         "\" where a whole number was expected; the rows are "
-                                         "counted"
-                                   : "\"Frames:\" is missing; the rows are counted",
-                       "", true});
-    }
-
-    void TellTime(bool rateStated) {
-        const bool stated = motion_.frameTime && *motion_.frameTime > 0.0;
-        if (rateStated) return;
-        if (!stated) {
-            findings_.Add({codes::kFrameTimeMissing, Severity::Warning, motion_.timeAt.at,
-                           (timeSeen_ ? "the frame time is \"" + std::string(timeText_) +
-                                            "\" where a number of seconds above 0 was expected"
-                                      : std::string("\"Frame Time:\" is missing")) +
-                               "; 30 frames per second are assumed, --fps states the rate",
-                           "", true});
-        } else if (*motion_.frameTime > kLongestFrame || *motion_.frameTime < kShortestFrame) {
-            findings_.Add({codes::kFrameTimeOdd, Severity::Warning, motion_.timeAt.at,
-                           "a frame of " + std::string(timeText_) +
-                               " seconds is likely a rate or milliseconds; it is kept, --fps "
-                               "states the rate",
-                           ""});
-        }
-    }
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "survey/codes.h"
+#include "survey/quoted_word.h"
 #include "survey/source_findings.h"
 
 namespace survey {
@@ -31,12 +32,6 @@ std::int64_t IndentationBefore(const char* word, const char* textStart) {
     for (; first < word; ++first)
         columns = *first == '\t' ? (columns / 8 + 1) * 8 : columns + 1;
     return columns;
-}
-
-std::string Quoted(std::string_view word) {
-    constexpr std::size_t kLongest = 40;
-    const bool isLong = word.size() > kLongest;
-    return "\"" + std::string(word.substr(0, kLongest)) + (isLong ? "...\"" : "\"");
 }
 
 }  // namespace
@@ -193,8 +188,7 @@ bool BvhHierarchyReader::ReadName(BvhJoint& joint) {
     joint.name = std::move(joined);
     if (!findings_.AddAgain(codes::kNameBlank, Severity::Note))
         findings_.Add({codes::kNameBlank, Severity::Note, name.data(),
-                       "the name " + Quoted(NameAsUtf8(name, findings_)) +
-                           " has blanks; it becomes " + Quoted(joint.name),
+                       "the name " + Quoted(name) + " has blanks; it becomes " + Quoted(joint.name),
                        joint.name, true});
     return true;
 }
@@ -219,7 +213,7 @@ void BvhHierarchyReader::ReadEndSiteText() {
         --to;
     const std::string_view whole(from, static_cast<std::size_t>(to - from));
     findings_.Add({codes::kEndSiteText, Severity::Note, from,
-                   Quoted(NameAsUtf8(whole, findings_)) + " is read as \"End Site\"", "", true});
+                   Quoted(whole) + " is read as \"End Site\"", "", true});
 }
 
 bool BvhHierarchyReader::ReadBrace(const BvhJoint& joint) {

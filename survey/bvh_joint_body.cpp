@@ -6,6 +6,7 @@
 #include "survey/bvh_hierarchy_reader.h"
 #include "survey/codes.h"
 #include "survey/number_word.h"
+#include "survey/quoted_word.h"
 
 namespace survey {
 namespace {
@@ -19,10 +20,6 @@ std::size_t ChannelOf(std::string_view word) {
     while (index < kMostChannels && !EqualsWord(word, kChannelNames[index]))
         ++index;
     return index;
-}
-
-std::string Quoted(std::string_view word) {
-    return "\"" + std::string(word.substr(0, 40)) + "\"";
 }
 
 }  // namespace

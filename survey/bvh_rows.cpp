@@ -7,6 +7,7 @@
 #include "survey/bvh_hierarchy_reader.h"
 #include "survey/bvh_lines.h"
 #include "survey/codes.h"
+#include "survey/quoted_word.h"
 
 namespace survey {
 namespace {
@@ -16,10 +17,6 @@ constexpr std::size_t kRowsForOneBad = 100;
 constexpr std::size_t kFewestRowsForOneBad = 10;
 // A motion with a larger part of values that are no numbers is refused.
 constexpr std::size_t kMostNotFinite = 4;
-
-std::string Quoted(std::string_view word) {
-    return "\"" + std::string(word.substr(0, 40)) + "\"";
-}
 
 class RowsReader {
   public:
@@ -94,7 +91,7 @@ class RowsReader {
 
     // Whether most lines have another number of values than there are channels, and every frame is
     // broken over lines alike.
-    bool IsStream() {
+    bool IsStream() const {
         const std::size_t channels = section_.channels;
         const auto& lines = read_.lines;
         const bool isGlued = std::any_of(lines.begin(), lines.end(),

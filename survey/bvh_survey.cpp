@@ -17,10 +17,12 @@
 #include "survey/bvh_words.h"
 #include "survey/bvh_writer.h"
 #include "survey/codes.h"
+#include "survey/quoted_word.h"
 #include "survey/row_scan.h"
 #include "survey/source_findings.h"
 #include "survey/survey.h"
 #include "survey/text_kind.h"
+#include "text/utf8.h"
 
 namespace survey {
 namespace {
@@ -38,6 +40,7 @@ class BvhSurveyor {
 
     BvhSurvey Survey() {
         if (ReportSource(findings_) && ReadSections()) {
+            TellEncoding();
             TellFacts();
             if (options_.purpose == Purpose::Check) TellShape();
             if (options_.purpose != Purpose::Check && IsAltered()) Write();
@@ -61,8 +64,8 @@ class BvhSurveyor {
         const BvhWord& first = words.Peek();
         if (!EqualsWord(first.text, "HIERARCHY")) {
             findings_.Add({codes::kHierarchyWord, Severity::Error, first.text.data(),
-                           "\"" + std::string(first.text.substr(0, 40)) +
-                               "\" is no word of a BVH; HIERARCHY was expected; remove what is "
+                           Quoted(first.text) +
+                               " is no word of a BVH; HIERARCHY was expected; remove what is "
                                "before it"});
             return false;
         }
@@ -182,6 +185,15 @@ class BvhSurveyor {
             part.frames.hasOddWhite ||
             std::any_of(rows.begin(), rows.end(), [](const BvhRow& row) { return !row.isPlain; });
         return true;
+    }
+
+    // Bytes that are no UTF-8, outside of names.
+    void TellEncoding() {
+        if (!source_.HasHighBytes() || findings_.Find(codes::kTextEncoding)) return;
+        const std::size_t invalid = text::FindInvalidUtf8(Text());
+        if (invalid == std::string_view::npos) return;
+        findings_.Add({codes::kTextEncoding, Severity::Note, Text().data() + invalid,
+                       "this is not UTF-8; it is in no name, and changes nothing"});
     }
 
     bool IsAltered() const { return isAltered_ || findings_.HasMended(); }

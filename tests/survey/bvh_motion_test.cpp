@@ -48,6 +48,10 @@ const BvhRow kRows[] = {
      kHead + "\f",
      {{kMotionMissing, kNote, 1, 1, 1, false}},
      "\t}\n}\n"},
+    {"OtherBytesInSurplusText",
+     Header("1") + "1 2 3\nf\xFCr\n",
+     {{kSurplusText, kWarning, 15, 1}, {kTextEncoding, kNote, 15, 2, 1, false}},
+     Joined("1") + "1 2 3\n"},
     {"FramesWithDecimals", Header("1.0") + "1 2 3\n", {}, ""},
 
     {"NoMotionKeyword",
