@@ -65,7 +65,7 @@ class HeaderReader {
         if (!value.empty() && value[0] != ':') return false;
         words_.Next();
         framesSeen_ = true;
-        if (value != ":") TellKeyword(keyword, "\"Frames:\"");
+        if (value != ":") TellKeyword(keyword, R"("Frames:")");
         const BvhWord count = ReadValue(keyword, value);
         motion_.framesAt = (count.IsEnd() ? keyword : count).Spot();
         motion_.frames = WholeNumber(count.text);
@@ -85,7 +85,7 @@ class HeaderReader {
         } else if (EqualsWord(keyword.text, "Frame")) {
             words_.Next();
             if (!BeginsWithWord(words_.Peek().text, "Time")) {
-                TellKeyword(keyword, "\"Frame Time:\"");
+                TellKeyword(keyword, R"("Frame Time:")");
                 return true;
             }
             value = words_.Next().text.substr(4);
@@ -93,7 +93,7 @@ class HeaderReader {
         } else {
             return false;
         }
-        if (!exact || !framesSeen_) TellKeyword(keyword, "\"Frame Time:\" after \"Frames:\"");
+        if (!exact || !framesSeen_) TellKeyword(keyword, R"("Frame Time:" after "Frames:")");
         timeSeen_ = true;
         const BvhWord time = ReadValue(keyword, value);
         motion_.timeAt = (time.IsEnd() ? keyword : time).Spot();

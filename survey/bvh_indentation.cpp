@@ -1,5 +1,6 @@
 #include "survey/bvh_indentation.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -74,9 +75,9 @@ void CloseOpenBraces(BvhSection& section, FindingList& findings) {
     if (section.bracesOpen == 0) return;
     const std::vector<std::uint32_t> parents = ParentsByIndentation(section.joints);
     const bool decides = DecidesIndentation(section.joints, parents);
-    const BvhJoint* first = nullptr;
-    for (const BvhJoint& joint : section.joints)
-        if (joint.end.at == nullptr && first == nullptr) first = &joint;
+    const auto first = std::find_if(section.joints.begin(), section.joints.end(),
+                                    [](const BvhJoint& joint) { return joint.end.at == nullptr; });
+    if (first == section.joints.end()) return;
     findings.Add(
         {codes::kBracesOpen, Severity::Warning, first->brace.at,
          "braces that are never closed: " + OpenJoints(section) +

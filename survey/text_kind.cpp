@@ -30,7 +30,7 @@ constexpr Magic kMagics[] = {
     {"%PDF"sv, "a PDF document"},
     {"Kaydara FBX"sv, "an FBX file"},
     {"glTF"sv, "a glTF file"},
-    {"{\\rtf"sv, "an RTF document"},
+    {R"({\rtf)"sv, "an RTF document"},
 };
 
 // ASF and AMC in lower case; each word begins a line.

@@ -51,7 +51,7 @@ survey::BvhJoint Listing(const std::vector<std::size_t>& axes) {
     return joint;
 }
 
-Matrix Product(const std::vector<std::size_t>& axes, const double* row) {
+Matrix Product(const std::vector<std::size_t>& axes, const double (&row)[3]) {
     Matrix m = About(axes[0], row[0]);
     for (std::size_t i = 1; i < axes.size(); ++i)
         m = Times(m, About(axes[i], row[i]));
