@@ -53,7 +53,7 @@ survey::BvhJoint Listing(const std::vector<std::size_t>& axes) {
 
 Matrix Product(const std::vector<std::size_t>& axes, const double (&row)[3]) {
     Matrix m = About(axes[0], row[0]);
-    for (std::size_t i = 1; i < axes.size(); ++i)
+    for (std::size_t i = 1; i < std::min<std::size_t>(axes.size(), 3); ++i)
         m = Times(m, About(axes[i], row[i]));
     return m;
 }
