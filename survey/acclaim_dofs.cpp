@@ -27,13 +27,15 @@ bool HindersPlugIn(const AsfSkeleton& skeleton, const AsfBone& bone) {
 AmcLength Together(std::uint32_t bone, std::span<AmcMotion* const> motions) {
     AmcLength all{bone, {}, false, false};
     for (const AmcMotion* motion : motions) {
-        for (const AmcLength& length : motion->lengths) {
-            if (length.bone != bone || !length.isKnown) continue;
-            if (length.moves || (all.isKnown && all.first.value != length.first.value))
-                all.moves = true;
-            if (!all.isKnown) all.first = length.first;
-            all.isKnown = true;
-        }
+        // They are in the order of the bones.
+        const auto length =
+            std::lower_bound(motion->lengths.begin(), motion->lengths.end(), bone,
+                             [](const AmcLength& l, std::uint32_t b) { return l.bone < b; });
+        if (length == motion->lengths.end() || length->bone != bone || !length->isKnown) continue;
+        if (length->moves || (all.isKnown && all.first.value != length->first.value))
+            all.moves = true;
+        if (!all.isKnown) all.first = length->first;
+        all.isKnown = true;
     }
     return all;
 }

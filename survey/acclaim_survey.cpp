@@ -70,7 +70,7 @@ class MotionSurvey {
         AcclaimFigure figure(skeleton, lengths.factor);
         LimitWatch limits(skeleton);
         const bool degrees = header_.degrees.value_or(skeleton.degrees);
-        AmcSetting setting{skeleton, options_, lengths.isArchive, false, {}};
+        AmcSetting setting{skeleton, options_, lengths.isArchive, {}};
         if (options_.purpose == Purpose::Check)
             setting.onFrame = [&](const AmcValues& values) {
                 limits.Add(values, degrees);
@@ -83,8 +83,8 @@ class MotionSurvey {
     void ReadAlone() {
         if (findings_.HasErrors()) return;
         made_ = SkeletonOfMotion(source_.Text(), header_);
-        motion_.emplace(ReadAmc(
-            header_, {made_, options_, options_.preset == Preset::Cmu, true, {}}, findings_));
+        motion_.emplace(
+            ReadAmc(header_, {made_, options_, options_.preset == Preset::Cmu, {}}, findings_));
     }
 
     const PoseSample& Poses() const { return poses_; }

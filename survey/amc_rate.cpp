@@ -31,7 +31,9 @@ void TellRateText(const AmcHeader& header, bool mended, FindingList& findings) {
 
 std::string WrittenRate(const AmcHeader& header, Purpose purpose) {
     if (header.rateText.empty()) return {};
-    if (purpose == Purpose::Fix) return std::string(header.rateText);
+    // The plug-in refuses numbers below 1 without a zero before the point.
+    if (purpose == Purpose::Fix)
+        return header.rate < 1.0 ? text::NumberText(header.rate) : std::string(header.rateText);
     return std::to_string(NearestRate(header.rate));
 }
 

@@ -34,12 +34,15 @@ class Reader {
           frameReader_(text_, bones_),
           scan_(text_),
           tally_(setting.skeleton, findings),
+          lengthOf_(setting.skeleton.bones.size(), kNoBone),
           looksOnly_(!setting.onFrame) {
         motion_.header = header;
         for (std::uint32_t bone = 0; bone < setting.skeleton.bones.size(); ++bone) {
             const AsfBone& listed = setting.skeleton.bones[bone];
-            if (listed.Has(Dof::Length) && !setting.isAlone)
+            if (listed.Has(Dof::Length)) {
+                lengthOf_[bone] = static_cast<std::uint32_t>(motion_.lengths.size());
                 motion_.lengths.push_back({bone, {}, false, false});
+            }
             for (const Dof dof : listed.dof)
                 if (bone != 0 && !IsRotation(dof)) looksOnly_ = false;
         }
@@ -52,7 +55,9 @@ class Reader {
         while (at < text_.data() + text_.size() && !isRefused_)
             at = ReadOne(at);
         motion_.frames = motion_.numbers.Count();
-        if (!isRefused_) tally_.Report(motion_.values, motion_.frames);
+        if (!isRefused_)
+            tally_.Report(motion_.values, motion_.frames,
+                          [this](const char* frame) { return FindMissing(frame); });
         if (motion_.frames == 0)
             findings_.Add({codes::kMotionEmpty, Severity::Note, nullptr,
                            "there are no frames; the skeleton is imported alone"});
@@ -105,9 +110,12 @@ class Reader {
             NameAsUtf8(row.name, findings_);
             motion_.changed = true;
         }
-        for (AmcLength& length : motion_.lengths)
-            WatchLength(length);
-        if (setting_.onFrame) setting_.onFrame(motion_.values);
+        for (const AmcRow& row : frame_.rows)
+            if (row.bone != kNoBone && lengthOf_[row.bone] != kNoBone)
+                WatchLength(motion_.lengths[lengthOf_[row.bone]]);
+        // A frame of few bones costs no look at all of them.
+        if (setting_.onFrame && 2 * frame_.rows.size() >= motion_.values.Order().size())
+            setting_.onFrame(motion_.values);
     }
 
     void WatchLength(AmcLength& length) {
@@ -150,11 +158,22 @@ class Reader {
         return row.count < expected && row.count + signs < expected;
     }
 
+    std::uint32_t FindMissing(const char* frame) {
+        frameReader_.Read(frame, frame_);
+        std::vector<std::uint8_t> hasRow(setting_.skeleton.bones.size());
+        for (const AmcRow& row : frame_.rows)
+            if (row.bone != kNoBone) hasRow[row.bone] = 1;
+        const auto& order = motion_.values.Order();
+        const auto found = std::find_if(order.begin(), order.end(), [&](std::uint32_t bone) {
+            return hasRow[bone] == 0 && motion_.values.WasSeen(bone);
+        });
+        return found == order.end() ? kNoBone : *found;
+    }
+
     bool TellMismatch() {
         const std::size_t bones = motion_.values.Order().size();
-        const auto missing = static_cast<std::size_t>(
-            std::count_if(events_.begin(), events_.end(),
-                          [](const AmcEvent& event) { return event.kind == AmcEvent::Missing; }));
+        const bool isAny = !events_.empty() && events_.back().kind == AmcEvent::Missing;
+        const std::size_t missing = isAny ? events_.back().count : 0;
         if (missing * kMissingShare <= bones) return false;
         findings_.Add({codes::kPairMismatch, Severity::Error, frame_.at,
                        std::to_string(missing) + " of the skeleton's " + std::to_string(bones) +
@@ -185,7 +204,8 @@ class Reader {
     std::vector<AmcEvent> events_;
     AmcScan scan_;
     AmcTally tally_;
-    bool looksOnly_;  // values need not be known
+    std::vector<std::uint32_t> lengthOf_;  // by bone: which of the motion's lengths
+    bool looksOnly_;                       // values need not be known
     bool isRefused_ = false;
 };
 

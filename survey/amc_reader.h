@@ -42,7 +42,6 @@ struct AmcSetting {
     const AsfSkeleton& skeleton;
     const Options& options;
     bool isArchive = false;
-    bool isAlone = false;  // the skeleton is made up from the motion
     // Called for each frame that counts, where it is given.
     std::function<void(const AmcValues&)> onFrame;
 };

@@ -12,6 +12,7 @@ namespace {
 
 // Names that a message lists.
 constexpr std::size_t kNamesListed = 12;
+constexpr std::size_t kNamesKept = 1000;
 constexpr std::size_t kLongestShown = 40;
 // Of frames in a hundred: what is mended; and how many frames there must be for one to be.
 constexpr std::size_t kMendedShare = 100;
@@ -47,7 +48,7 @@ void AmcTally::Add(const std::vector<AmcEvent>& events) {
     const AmcEvent* more = nullptr;
     for (const AmcEvent& event : events) {
         if (event.kind == AmcEvent::Missing)
-            ++missing;
+            missing = event.count;
         else if (event.kind == AmcEvent::Fewer)
             fewer = fewer ? fewer : &event;
         else if (event.kind == AmcEvent::More)
@@ -59,9 +60,7 @@ void AmcTally::Add(const std::vector<AmcEvent>& events) {
     if (more && more_.frames++ == 0) more_.first = *more;
     if (missing == 0) return;
     Lack& lack = missing_[missing];
-    if (lack.frames++ > 0) return;
-    std::copy_if(events.begin(), events.end(), std::back_inserter(lack.first),
-                 [](const AmcEvent& event) { return event.kind == AmcEvent::Missing; });
+    if (lack.frames++ == 0) lack.first = events.back().at.data();
 }
 
 void AmcTally::AddEvent(const AmcEvent& event) {
@@ -76,14 +75,9 @@ void AmcTally::AddEvent(const AmcEvent& event) {
                      "the frame lists its bones in another order than the first frame; they are "
                      "put in order");
             break;
-        case AmcEvent::UnknownBone: {
-            if (unknownRows_++ == 0) firstUnknown_ = event;
-            const auto [known, isNew] =
-                unknownIndex_.emplace(ToLowerText(event.at), unknown_.size());
-            if (isNew) unknown_.push_back({std::string(event.at), 0});
-            ++unknown_[known->second].rows;
+        case AmcEvent::UnknownBone:
+            AddUnknown(event);
             break;
-        }
         case AmcEvent::NoDof:
             if (!again(codes::kBoneWithoutDof, Severity::Note))
                 Tell(codes::kBoneWithoutDof, Severity::Note, event,
@@ -128,10 +122,25 @@ void AmcTally::AddEvent(const AmcEvent& event) {
     }
 }
 
-void AmcTally::Report(const AmcValues& values, std::size_t frames) {
+// Further names than a file of a person's making has are counted alone.
+void AmcTally::AddUnknown(const AmcEvent& event) {
+    if (unknownRows_++ == 0) firstUnknown_ = event;
+    const std::string name = ToLowerText(event.at);
+    auto known = unknownIndex_.find(name);
+    if (known == unknownIndex_.end()) {
+        if (unknown_.size() == kNamesKept) return;
+        known = unknownIndex_.emplace(name, unknown_.size()).first;
+        unknown_.push_back({std::string(event.at), 0});
+    }
+    ++unknown_[known->second].rows;
+}
+
+void AmcTally::Report(const AmcValues& values, std::size_t frames,
+                      const std::function<std::uint32_t(const char*)>& findMissing) {
     ReportTally(codes::kValuesFewer, fewer_, frames, "fewer");
     ReportTally(codes::kValuesMore, more_, frames, "more");
-    ReportMissing(values, frames);
+    ReportMissing(values, frames, findMissing);
+    ReportAbsent(values);
     // Both cannot be meant.
     if (values.CommasBetween() && findings_.Find(codes::kNumberComma))
         findings_.Add({codes::kNumberComma, Severity::Error, values.CommasBetween(),
@@ -155,34 +164,34 @@ void AmcTally::ReportTally(std::string_view code, const Tally& tally, std::size_
     findings_.AddAgain(code, Severity::Note, tally.frames - 1);
 }
 
-void AmcTally::ReportMissing(const AmcValues& values, std::size_t frames) {
-    const auto isAbsent = [&](std::uint32_t bone) { return !values.WasSeen(bone); };
+void AmcTally::ReportMissing(const AmcValues& values, std::size_t frames,
+                             const std::function<std::uint32_t(const char*)>& findMissing) {
     const auto& order = values.Order();
-    const auto absent =
-        static_cast<std::size_t>(std::count_if(order.begin(), order.end(), isAbsent));
-    Tally tally;
+    const auto absent = static_cast<std::size_t>(std::count_if(
+        order.begin(), order.end(), [&](std::uint32_t bone) { return !values.WasSeen(bone); }));
+    std::size_t count = 0;
+    const char* first = nullptr;
     for (const auto& [bones, lack] : missing_) {
         if (bones <= absent) continue;
-        tally.frames += lack.frames;
-        const auto first =
-            std::find_if(lack.first.begin(), lack.first.end(),
-                         [&](const AmcEvent& event) { return !isAbsent(event.bone); });
-        if (first != lack.first.end() &&
-            (!tally.first.at.data() || first->at.data() < tally.first.at.data()))
-            tally.first = *first;
+        count += lack.frames;
+        if (!first || lack.first < first) first = lack.first;
     }
-    if (tally.frames > 0) {
-        const bool few = AreFew(tally.frames, frames);
-        Tell(codes::kBoneMissing, few ? Severity::Warning : Severity::Error, tally.first,
-             "the frame has no row of \"" + NameOf(tally.first) + "\"; " +
-                 (few ? "it is held from the frame before"
-                      : Frames(tally.frames) + " of " + std::to_string(frames) +
-                            " lack a bone, too many to mend; --as-is reads on regardless"),
-             few);
-        findings_.AddAgain(codes::kBoneMissing, Severity::Note, tally.frames - 1);
-    }
-    for (const std::uint32_t bone : order) {
-        if (!isAbsent(bone) || findings_.AddAgain(codes::kBoneMissing, Severity::Warning)) continue;
+    if (count == 0) return;
+    const AmcEvent event = {AmcEvent::Missing, findMissing(first), {first, 1}, 1};
+    const bool few = AreFew(count, frames);
+    Tell(codes::kBoneMissing, few ? Severity::Warning : Severity::Error, event,
+         "the frame has no row of \"" + NameOf(event) + "\"; " +
+             (few ? "it is held from the frame before"
+                  : Frames(count) + " of " + std::to_string(frames) +
+                        " lack a bone, too many to mend; --as-is reads on regardless"),
+         few);
+    findings_.AddAgain(codes::kBoneMissing, Severity::Note, count - 1);
+}
+
+void AmcTally::ReportAbsent(const AmcValues& values) {
+    for (const std::uint32_t bone : values.Order()) {
+        if (values.WasSeen(bone) || findings_.AddAgain(codes::kBoneMissing, Severity::Warning))
+            continue;
         findings_.Add({codes::kBoneMissing, Severity::Warning, nullptr,
                        "the bone \"" + skeleton_.bones[bone].name +
                            "\" has no row in any frame; it stays at rest",
@@ -197,7 +206,8 @@ void AmcTally::ReportUnknown() {
         names += (i > 0 ? ", " : "") + Quoted(unknown_[i].name) + " (" +
                  std::to_string(unknown_[i].rows) + (unknown_[i].rows == 1 ? " row)" : " rows)");
     if (unknown_.size() > kNamesListed)
-        names += " and " + std::to_string(unknown_.size() - kNamesListed) + " more";
+        names += " and " + std::to_string(unknown_.size() - kNamesListed) +
+                 (unknown_.size() == kNamesKept ? " or more" : " more");
     findings_.Add({codes::kBoneUnknown, Severity::Warning, firstUnknown_.at.data(),
                    "the skeleton has no bone " + names + "; left out",
                    NameAsUtf8(firstUnknown_.at, findings_), true});

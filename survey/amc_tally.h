@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <unordered_map>
@@ -20,15 +21,15 @@ class AmcTally {
     // Of each frame, in file order.
     void Add(const std::vector<AmcEvent>& events);
 
-    // After the last frame.
-    void Report(const AmcValues& values, std::size_t frames);
-
-    bool LacksNumbers() const { return notFinite_ > 0; }
+    // After the last frame. `findMissing` finds the first bone that had rows and lacks one in the
+    // frame that begins there.
+    void Report(const AmcValues& values, std::size_t frames,
+                const std::function<std::uint32_t(const char*)>& findMissing);
 
   private:
     struct Lack {
         std::size_t frames = 0;
-        std::vector<AmcEvent> first;
+        const char* first = nullptr;
     };
     // Of a code that is counted by frames.
     struct Tally {
@@ -41,7 +42,10 @@ class AmcTally {
               const std::string& message, bool mended = true);
     void ReportTally(std::string_view code, const Tally& tally, std::size_t frames,
                      const std::string& what);
-    void ReportMissing(const AmcValues& values, std::size_t frames);
+    void ReportMissing(const AmcValues& values, std::size_t frames,
+                       const std::function<std::uint32_t(const char*)>& findMissing);
+    void ReportAbsent(const AmcValues& values);
+    void AddUnknown(const AmcEvent& event);
     void ReportUnknown();
     void ReportNotFinite(std::size_t all);
     std::string NameOf(const AmcEvent& event) const;

@@ -70,10 +70,11 @@ void AmcValues::Apply(const AmcFrame& frame, std::vector<AmcEvent>& events) {
         LearnOrder(frame);
     else
         TellOrder(frame, events);
+    found_ = 0;
     for (const AmcRow& row : frame.rows)
         ApplyRow(frame, row, events);
-    for (const std::uint32_t bone : order_)
-        if (lastFrame_[bone] != frame_) events.push_back({AmcEvent::Missing, bone, {frame.at, 1}});
+    if (found_ < order_.size())
+        events.push_back({AmcEvent::Missing, kNoBone, {frame.at, 1}, order_.size() - found_});
 }
 
 void AmcValues::LearnOrder(const AmcFrame& frame) {
@@ -94,7 +95,7 @@ void AmcValues::TellOrder(const AmcFrame& frame, std::vector<AmcEvent>& events) 
     for (const AmcRow& row : frame.rows) {
         if (row.bone == kNoBone || ranks_[row.bone] == kNoBone) continue;
         if (ranks_[row.bone] < last) {
-            events.push_back({AmcEvent::RowOrder, row.bone, row.name});
+            events.push_back({AmcEvent::RowOrder, row.bone, row.name, 1});
             return;
         }
         last = ranks_[row.bone];
@@ -103,25 +104,26 @@ void AmcValues::TellOrder(const AmcFrame& frame, std::vector<AmcEvent>& events) 
 
 void AmcValues::ApplyRow(const AmcFrame& frame, const AmcRow& row, std::vector<AmcEvent>& events) {
     if (row.bone == kNoBone) {
-        events.push_back({AmcEvent::UnknownBone, kNoBone, row.name});
+        events.push_back({AmcEvent::UnknownBone, kNoBone, row.name, 1});
         return;
     }
     if (lastFrame_[row.bone] == frame_) {
-        events.push_back({AmcEvent::More, row.bone, row.name});
+        events.push_back({AmcEvent::More, row.bone, row.name, 1});
         return;
     }
     lastFrame_[row.bone] = frame_;
+    if (ranks_[row.bone] != kNoBone) ++found_;
     std::span<const std::string_view> words(frame.words);
     words = words.subspan(row.first, row.count);
     const std::size_t expected = skeleton_.bones[row.bone].dof.size();
     words = Part(words, row, expected, events);
     if (words.size() < expected) {
-        events.push_back({AmcEvent::Fewer, row.bone, row.name});
+        events.push_back({AmcEvent::Fewer, row.bone, row.name, 1});
         return;
     }
     if (expected == 0 || words.size() > expected) {
         if (expected > 0 && (!has3Dof_ || words.size() > kForcedDofs)) {
-            events.push_back({AmcEvent::More, row.bone, row.name});
+            events.push_back({AmcEvent::More, row.bone, row.name, 1});
             return;
         }
         TellLeftOut(words.subspan(expected), row, events);
@@ -141,7 +143,8 @@ std::span<const std::string_view> AmcValues::Part(std::span<const std::string_vi
             const bool mixes = std::any_of(words.begin(), words.end(), [](std::string_view word) {
                 return word.find('.') != std::string_view::npos;
             });
-            events.push_back({mixes ? AmcEvent::CommaWrong : AmcEvent::Comma, row.bone, row.name});
+            events.push_back(
+                {mixes ? AmcEvent::CommaWrong : AmcEvent::Comma, row.bone, row.name, 1});
             return words;
         }
         SplitAtCommas(words, parts_);
@@ -149,13 +152,13 @@ std::span<const std::string_view> AmcValues::Part(std::span<const std::string_vi
             if (!commasBetween_) commasBetween_ = row.name.data();
             return parts_;
         }
-        events.push_back({AmcEvent::CommaWrong, row.bone, row.name});
+        events.push_back({AmcEvent::CommaWrong, row.bone, row.name, 1});
         return words;
     }
     if (words.size() >= expected) return words;
     SplitAllGlued(words, parts_);
     if (parts_.size() != expected || parts_.size() == words.size()) return words;
-    events.push_back({AmcEvent::Glued, row.bone, row.name});
+    events.push_back({AmcEvent::Glued, row.bone, row.name, 1});
     return parts_;
 }
 
@@ -165,7 +168,7 @@ void AmcValues::TellLeftOut(std::span<const std::string_view> words, const AmcRo
         double value = 0.0;
         return ClassifyWord(word, value) != WordKind::Number || value != 0.0;
     });
-    events.push_back({isLost ? AmcEvent::NoDofLost : AmcEvent::NoDof, row.bone, row.name});
+    events.push_back({isLost ? AmcEvent::NoDofLost : AmcEvent::NoDof, row.bone, row.name, 1});
 }
 
 void AmcValues::Store(const AmcRow& row, std::size_t dof, std::string_view word,
@@ -174,13 +177,13 @@ void AmcValues::Store(const AmcRow& row, std::size_t dof, std::string_view word,
     double value = 0.0;
     const WordKind kind = ClassifyWord(word, value);
     if (kind != WordKind::Number && kind != WordKind::Comma) {
-        events.push_back({AmcEvent::NotFinite, row.bone, word});
+        events.push_back({AmcEvent::NotFinite, row.bone, word, 1});
         return;
     }
     if (kind == WordKind::Number && !IsPlainWord(word, value))
-        events.push_back({AmcEvent::OddNumber, row.bone, word});
+        events.push_back({AmcEvent::OddNumber, row.bone, word, 1});
     if (value != 0.0 && row.bone != 0 && IsTranslation(skeleton_.bones[row.bone].dof[dof]))
-        events.push_back({AmcEvent::Translation, row.bone, word});
+        events.push_back({AmcEvent::Translation, row.bone, word, 1});
     values_[channel] = {value, word};
     if (isKnown_[channel] != 0) return;
     isKnown_[channel] = 1;

@@ -19,7 +19,7 @@ struct AmcEvent {
         NoDofLost,  // likewise, and one is not 0
         Fewer,
         More,
-        Missing,  // a bone with dofs has no row
+        Missing,  // `count` bones with dofs have no row
         Glued,
         Comma,
         CommaWrong,
@@ -30,6 +30,7 @@ struct AmcEvent {
     Kind kind;
     std::uint32_t bone = kNoBone;
     std::string_view at{};
+    std::size_t count = 0;
 };
 
 class AmcValues {
@@ -83,6 +84,7 @@ class AmcValues {
     std::vector<std::uint32_t> order_;
     std::vector<std::string_view> parts_;
     std::size_t frame_ = 0;
+    std::size_t found_ = 0;  // bones of `order_` with a row in the frame
     const char* commasBetween_ = nullptr;
 };
 

@@ -35,6 +35,11 @@ const char* FindSection(const char* at, const char* end) {
     return at;
 }
 
+// What the plug-in takes for a part of a word, or for the text's end.
+bool IsOdd(char c) {
+    return c == '\v' || c == '\f' || c == '\0';
+}
+
 // Line feeds, no white space at the end, UTF-8.
 std::string CleanText(std::string_view text) {
     while (!text.empty() && IsWhite(text.back()))
@@ -42,7 +47,7 @@ std::string CleanText(std::string_view text) {
     std::string clean;
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (text[at] == '\r' && at + 1 < text.size() && text[at + 1] == '\n') continue;
-        clean += text[at] == '\r' ? '\n' : text[at] == '\0' ? ' ' : text[at];
+        clean += text[at] == '\r' ? '\n' : IsOdd(text[at]) ? ' ' : text[at];
     }
     return text::IsValidUtf8(clean) ? clean : Windows1252ToUtf8(clean);
 }
