@@ -61,8 +61,10 @@ double PowerFor(const AsfSkeleton& skeleton, double factor, const AsfBone*& shor
             shortest = &bone;
     if (!shortest || factor <= 0.0) return 1.0;
     double power = 1.0;
-    for (int i = 0; i < kLargestPower; ++i, power *= 10.0)
+    for (int i = 0; i < kLargestPower; ++i) {
         if (shortest->length.value * (factor * power) >= kShortestBone) return power;
+        power *= 10.0;
+    }
     return 1.0;
 }
 
@@ -91,7 +93,7 @@ LengthSettings SettleLengths(AsfSkeleton& skeleton, const Options& options, Find
     if (settings.factor != 1.0 || options.lengthMultiplier) settings.multiplier = settings.factor;
     const AsfBone* shortest = nullptr;
     const double power = PowerFor(skeleton, settings.factor, shortest);
-    if (power != 1.0) {
+    if (shortest && power != 1.0) {
         settings.multiplied = power;
         settings.multiplier = settings.factor * power;
         findings.Add(

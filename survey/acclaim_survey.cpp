@@ -6,6 +6,7 @@
 #include "survey/acclaim_lengths.h"
 #include "survey/acclaim_rotations.h"
 #include "survey/acclaim_words.h"
+#include "survey/amc_rate.h"
 #include "survey/amc_reader.h"
 #include "survey/amc_writer.h"
 #include "survey/asf_plain.h"
@@ -124,7 +125,7 @@ class MotionSurvey {
     }
 
     int WrittenPlugInRate() const {
-        return motion_->header.rateText.empty() ? 0 : static_cast<int>(motion_->header.rate + 0.5);
+        return motion_->header.rateText.empty() ? 0 : NearestRate(motion_->header.rate);
     }
 
     // Without a stated one.

@@ -14,10 +14,6 @@ constexpr double kUsualRate = 30.0;
 constexpr int kLowestRate = 2;
 constexpr double kHighestRate = 1e9;
 
-int NearestRate(double rate) {
-    return static_cast<int>(std::lround(std::min(rate, kHighestRate)));
-}
-
 void TellRateText(const AmcHeader& header, bool mended, FindingList& findings) {
     const std::string rate = text::NumberText(header.rate);
     findings.Add({codes::kRateText, Severity::Note, header.rateAt,
@@ -28,6 +24,10 @@ void TellRateText(const AmcHeader& header, bool mended, FindingList& findings) {
 }
 
 }  // namespace
+
+int NearestRate(double rate) {
+    return static_cast<int>(std::lround(std::min(rate, kHighestRate)));
+}
 
 std::string WrittenRate(const AmcHeader& header, Purpose purpose) {
     if (header.rateText.empty()) return {};

@@ -12,6 +12,9 @@ namespace survey {
 void SettleRate(const Options& options, bool isArchive, bool degrees, FindingList& findings,
                 AmcMotion& motion);
 
+// As a whole number.
+int NearestRate(double rate);
+
 // The rate that a canonical text states; empty for none.
 std::string WrittenRate(const AmcHeader& header, Purpose purpose);
 

@@ -1,6 +1,7 @@
 #include "survey/amc_scan.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 
@@ -113,13 +114,13 @@ void AmcScan::Learn(const AmcFrame& first) {
         Row& known = rows_.emplace_back();
         known.name = row.name;
         known.values = static_cast<unsigned>(row.count);
-        char bytes[16] = {};
-        char mask[16] = {};
-        const std::size_t length = std::min(known.name.size(), sizeof(bytes));
-        std::memcpy(bytes, known.name.data(), length);
-        std::memset(mask, 0xFF, length);
-        std::memcpy(known.word, bytes, sizeof(bytes));
-        std::memcpy(known.mask, mask, sizeof(mask));
+        std::array<char, sizeof(known.word)> bytes{};
+        std::array<char, sizeof(known.word)> mask{};
+        const std::size_t length = std::min(known.name.size(), bytes.size());
+        std::copy_n(known.name.begin(), length, bytes.begin());
+        std::fill_n(mask.begin(), length, '\xFF');
+        std::memcpy(known.word, bytes.data(), bytes.size());
+        std::memcpy(known.mask, mask.data(), mask.size());
     }
 }
 

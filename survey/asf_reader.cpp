@@ -1,7 +1,7 @@
 #include "survey/asf_reader.h"
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
 
 #include "survey/acclaim_words.h"
 #include "survey/asf_sections.h"
@@ -54,10 +54,10 @@ std::string CleanText(std::string_view text) {
 
 class Reader {
   public:
-    Reader(FindingList& findings, const std::string& fileName)
+    Reader(FindingList& findings, std::string fileName)
         : text_(findings.Source().Text()),
           findings_(findings),
-          fileName_(fileName),
+          fileName_(std::move(fileName)),
           words_(text_),
           context_{words_, findings, skeleton_} {}
 
