@@ -11,18 +11,15 @@
 namespace examples {
 namespace {
 
-constexpr double kInch = 2.54;  // cm
-
 constexpr std::string_view kAsfHead = R"(# A walk on the level, made by make_walk
 :version 1.10
 :name Walker
 :units
   mass 1.0
-  length 2.54
+  length 1.0
   angle deg
 :documentation
-  A sample skeleton. Bone lengths are inches, of which the length factor makes centimetres.
-  The root's place is in centimetres.
+  A sample skeleton. All lengths are centimetres.
 :root
   order TX TY TZ RX RY RZ
   axis XYZ
@@ -71,7 +68,7 @@ void AppendBone(std::string& text, int id, std::string_view name, const Vec3& se
     text += name;
     AppendNumbers(text, "\n    direction", Normalized(segment), kDirectionDigits);
     text += "\n    length ";
-    AppendNumber(text, Length(segment) / kInch);
+    AppendNumber(text, Length(segment));
     text += '\n';
 }
 

@@ -1,5 +1,4 @@
-// The walk as an Acclaim pair: lengths in inches, which the skeleton's length factor makes
-// centimetres of, places of the root in centimetres, degrees.
+// The walk as an Acclaim pair: lengths in centimetres, degrees.
 #pragma once
 
 #include <string>
