@@ -59,7 +59,7 @@ std::vector<Finding> FinishedFindings(const FindingList& findings) {
 class MotionSurvey {
   public:
     MotionSurvey(const AcclaimFile& file, const Options& options)
-        : file_(file), options_(options), source_(file.text, options.encoding), findings_(source_) {
+        : options_(options), source_(file.text, options.encoding), findings_(source_) {
         if (ReportSource(findings_)) header_ = ReadAmcHeader(findings_);
     }
 
@@ -131,7 +131,6 @@ class MotionSurvey {
     // Without a stated one.
     static constexpr double kPlugInRate = 30.0;
 
-    const AcclaimFile& file_;
     const Options& options_;
     SourceText source_;
     FindingList findings_;
