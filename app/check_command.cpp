@@ -59,7 +59,7 @@ std::string ShapeText(const survey::Facts& facts) {
 }
 
 void AppendNumber(std::string& out, std::string_view key, const std::optional<double>& number) {
-    out += fmt::format("\"{}\": ", key);
+    out += fmt::format(R"("{}": )", key);
     if (number)
         AppendJsonNumber(out, *number);
     else
@@ -68,7 +68,7 @@ void AppendNumber(std::string& out, std::string_view key, const std::optional<do
 }
 
 void AppendText(std::string& out, std::string_view key, const std::string& value) {
-    out += fmt::format("\"{}\": ", key);
+    out += fmt::format(R"("{}": )", key);
     if (value.empty())
         out += "null";
     else
@@ -77,29 +77,30 @@ void AppendText(std::string& out, std::string_view key, const std::string& value
 }
 
 std::string FactsJson(const survey::Facts& facts) {
-    std::string out = fmt::format("{{\"joints\": {}, \"endSites\": {}, \"channels\": {}, ",
+    std::string out = fmt::format(R"({{"joints": {}, "endSites": {}, "channels": {}, )",
                                   facts.joints, facts.endSites, facts.channels);
-    out += facts.frames ? fmt::format("\"frames\": {}, ", *facts.frames) : "\"frames\": null, ";
+    const std::string frames = facts.frames ? std::to_string(*facts.frames) : "null";
+    out += fmt::format(R"("frames": {}, )", frames);
     AppendNumber(out, "fps", facts.framesPerSecond);
     AppendNumber(out, "seconds", facts.seconds);
     AppendNumber(out, "height", facts.height);
     AppendText(out, "unit", facts.unit);
     AppendText(out, "up", facts.up);
-    out += "\"orders\": [";
+    out += R"("orders": [)";
     for (std::size_t index = 0; index < facts.orders.size(); ++index)
-        out += fmt::format("{}\"{}\"", index > 0 ? ", " : "", facts.orders[index]);
+        out += fmt::format(R"({}"{}")", index > 0 ? ", " : "", facts.orders[index]);
     return out + "]}";
 }
 
 void PrintJson(const CheckedFile& file) {
-    std::string out = "{\"file\": ";
+    std::string out = R"({"file": )";
     AppendJsonString(out, DecodeUtf8(file.path));
-    out += fmt::format(", \"format\": \"{}\", \"findings\": [", NameOf(file.format));
+    out += fmt::format(R"(, "format": "{}", "findings": [)", NameOf(file.format));
     for (std::size_t index = 0; index < file.survey.findings.size(); ++index) {
         if (index > 0) out += ", ";
         AppendFindingJson(out, file.survey.findings[index]);
     }
-    ToStdout()(out + "], \"facts\": " + FactsJson(file.survey.facts) + "}\n");
+    ToStdout()(out + R"(], "facts": )" + FactsJson(file.survey.facts) + "}\n");
 }
 
 void PrintForPeople(const CheckedFile& file) {

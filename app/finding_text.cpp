@@ -46,7 +46,7 @@ std::string FindingLine(const std::string& file, const survey::Finding& finding,
 
 void AppendFindingJson(std::string& out, const survey::Finding& finding, const std::string* file) {
     const auto string = [&](std::string_view key, std::string_view value) {
-        out += fmt::format("\"{}\": ", key);
+        out += fmt::format(R"("{}": )", key);
         AppendJsonString(out, DecodeUtf8(value));
         out += ", ";
     };
@@ -54,11 +54,11 @@ void AppendFindingJson(std::string& out, const survey::Finding& finding, const s
     if (file) string("file", *file);
     string("code", finding.code);
     string("severity", NameOf(finding.severity));
-    out += fmt::format("\"line\": {}, \"column\": {}, \"count\": {}, ", finding.line,
-                       finding.column, finding.count);
+    out += fmt::format(R"("line": {}, "column": {}, "count": {}, )", finding.line, finding.column,
+                       finding.count);
     string("joint", finding.joint);
     string("message", finding.message);
-    out += fmt::format("\"mended\": {}}}", finding.mended);
+    out += fmt::format(R"("mended": {}}})", finding.mended);
 }
 
 }  // namespace app

@@ -37,14 +37,17 @@ bool BeginsWithAscii(std::string_view bytes, ByteOrder order) {
 
 class Converter {
   public:
-    explicit Converter(const std::string& name) : handle_(iconv_open("UTF-8", name.c_str())) {}
+    explicit Converter(const std::string& name)
+        : handle_(iconv_open("UTF-8", name.c_str())),
+          // iconv's own word for failure is the address -1.
+          isOpen_(reinterpret_cast<std::intptr_t>(handle_) != -1) {}
     ~Converter() {
         if (IsOpen()) iconv_close(handle_);
     }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
 
-    bool IsOpen() const { return handle_ != kNone; }
+    bool IsOpen() const { return isOpen_; }
 
     // Converts as far as it can; returns what is left.
     std::string_view Convert(std::string_view bytes, std::string& out) {
@@ -65,8 +68,8 @@ class Converter {
     }
 
   private:
-    inline static const iconv_t kNone = reinterpret_cast<iconv_t>(-1);
     iconv_t handle_;
+    bool isOpen_;
 };
 
 // Of the bytes 0x80 to 0x9F; 0 where there is none. From the Unicode consortium's table CP1252.

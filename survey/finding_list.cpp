@@ -20,7 +20,7 @@ std::string Readable(const std::string& text, std::size_t longest) {
 
 }  // namespace
 
-void FindingList::Add(Case added) {
+void FindingList::Add(const Case& added) {
     Finding* known = Find(added.code);
     if (known && known->severity >= added.severity) {
         ++known->count;

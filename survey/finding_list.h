@@ -29,7 +29,7 @@ class FindingList {
 
     // Counts a case. The first of the highest severity gives position, joint and message; the
     // finding is mended where any case is.
-    void Add(Case added);
+    void Add(const Case& added);
     // Counts further cases of a code that has this severity or a higher one, which need no message;
     // false, with nothing done, where Add must be called.
     bool AddAgain(std::string_view code, Severity severity, std::size_t cases = 1);

@@ -85,7 +85,8 @@ std::string_view DescribeText(std::string_view text) {
     const std::size_t first = lower.find_first_not_of(" \t\r\n");
     const std::string_view trimmed =
         std::string_view(lower).substr(first == std::string::npos ? 0 : first);
-    if (trimmed.starts_with("<!doctype html") || trimmed.starts_with("<html")) return "a web page (HTML)";
+    if (trimmed.starts_with("<!doctype html") || trimmed.starts_with("<html"))
+        return "a web page (HTML)";
     if (trimmed.starts_with("<")) return "XML or HTML";
     if (trimmed.starts_with("{") || trimmed.starts_with("[")) return "JSON";
     if (const std::string_view kind = LineKind(lower); !kind.empty()) return kind;

@@ -19,7 +19,7 @@ TEST(MappedFile, IsTheWholeTextAndANul) {
         const MappedFile file(folder.Path("walk.bvh"));
         EXPECT_EQ(file.Problem(), "");
         EXPECT_EQ(file.Text(), text);
-        EXPECT_EQ(file.Text().data()[size], '\0');
+        EXPECT_EQ(*(file.Text().data() + size), '\0');
     }
 }
 
@@ -29,7 +29,7 @@ TEST(MappedFile, MayBeEmpty) {
     const MappedFile file(folder.Path("empty.bvh"));
     EXPECT_EQ(file.Problem(), "");
     EXPECT_TRUE(file.Text().empty());
-    EXPECT_EQ(file.Text().data()[0], '\0');
+    EXPECT_EQ(*file.Text().data(), '\0');
 }
 
 TEST(MappedFile, SaysWhyItCannotBeRead) {
