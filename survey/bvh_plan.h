@@ -11,7 +11,7 @@
 namespace survey {
 
 struct BvhJointPlan {
-    bool turns = false;                 // its rotations are listed z y x
+    bool turns = false;                 // its rotations are re-expressed
     bool folds = false;                 // its positions are its OFFSET
     bool detaches = false;              // its OFFSET is 0 0 0, its positions are all listed
     bool addsEnd = false;               // it is given an end site
@@ -22,6 +22,9 @@ struct BvhJointPlan {
 struct BvhPlan {
     std::vector<BvhJointPlan> joints;
     bool addsOffsets = false;  // positions are added to OFFSETs
+    // Rotations that are re-expressed are listed x y z, which the plug-in leaves as they are and
+    // turns x first; otherwise z y x, which says the same to every reader.
+    bool turnsRising = false;
 };
 
 // Joints whose rotations are listed in rising order; reads no rows.

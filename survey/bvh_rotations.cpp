@@ -87,9 +87,8 @@ void TurnedAngles::Next(const double* row, double angles[3]) {
         before_ = near;
     else
         before_ = far;
-    angles[0] = before_[2];
-    angles[1] = before_[1];
-    angles[2] = before_[0];
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        angles[axis] = before_[axis];
 }
 
 }  // namespace survey

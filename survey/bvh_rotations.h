@@ -1,5 +1,5 @@
-// Listed rotations as angles about z, y and x that turn the same way and follow each other without
-// jumps.
+// Listed rotations as angles about x, y and z that turn the same way, x first, and follow each
+// other without jumps.
 #pragma once
 
 #include <array>
@@ -14,9 +14,10 @@ class TurnedAngles {
   public:
     explicit TurnedAngles(const BvhJoint& joint);
 
-    // The next frame's, from its row, in degrees: R = Rz * Ry * Rx for column vectors is the
-    // product of the listed rotations from left to right. Of the angles that give it they are those
-    // nearest to the frame before, in the first frame to the listed ones. At gimbal lock z stays.
+    // The next frame's, from its row, in degrees about x, y and z: R = Rz * Ry * Rx for column
+    // vectors is the product of the listed rotations from left to right. Of the angles that give it
+    // they are those nearest to the frame before, in the first frame to the listed ones. At gimbal
+    // lock z stays.
     void Next(const double* row, double angles[3]);
 
   private:

@@ -12,10 +12,10 @@ namespace {
 
 constexpr int kAngleDecimals = 12;
 
-BvhColumn Turned(std::size_t index) {
-    constexpr BvhChannel kOrder[] = {BvhChannel::RotationZ, BvhChannel::RotationY,
-                                     BvhChannel::RotationX};
-    return {BvhColumn::Kind::Turned, kOrder[index], index, 0.0};
+BvhColumn Turned(std::size_t index, bool rises) {
+    constexpr BvhChannel kOrder[] = {BvhChannel::RotationX, BvhChannel::RotationY,
+                                     BvhChannel::RotationZ};
+    return {BvhColumn::Kind::Turned, kOrder[rises ? index : 2 - index], index, 0.0};
 }
 
 // The component of a position that the joint does not list.
@@ -32,8 +32,10 @@ void AddMissingPositions(const BvhJoint& joint, std::vector<BvhColumn>& columns)
 
 }  // namespace
 
-std::vector<BvhColumn> PlannedColumns(const BvhJoint& joint, const BvhJointPlan& plan,
-                                      bool addsOffsets) {
+std::vector<BvhColumn> PlannedColumns(const BvhSection& section, const BvhPlan& whole,
+                                      std::size_t index) {
+    const BvhJoint& joint = section.joints[index];
+    const BvhJointPlan& plan = whole.joints[index];
     std::vector<BvhColumn> columns;
     std::size_t turned = 0;
     for (std::size_t i = 0; i < joint.channelCount; ++i) {
@@ -41,10 +43,10 @@ std::vector<BvhColumn> PlannedColumns(const BvhJoint& joint, const BvhJointPlan&
         const std::size_t value = joint.firstValue + i;
         if (IsRotation(channel)) {
             columns.push_back(plan.turns
-                                  ? Turned(turned++)
+                                  ? Turned(turned++, whole.turnsRising)
                                   : BvhColumn{BvhColumn::Kind::AsWritten, channel, value, 0});
         } else if (!plan.folds) {
-            const double offset = addsOffsets ? joint.offset[AxisOf(channel)] : 0.0;
+            const double offset = whole.addsOffsets ? joint.offset[AxisOf(channel)] : 0.0;
             const auto kind = offset != 0.0 ? BvhColumn::Kind::Added : BvhColumn::Kind::AsWritten;
             columns.push_back({kind, channel, value, offset});
         }
@@ -54,7 +56,7 @@ std::vector<BvhColumn> PlannedColumns(const BvhJoint& joint, const BvhJointPlan&
         const auto last = std::find_if(columns.rbegin(), columns.rend(), [](const auto& column) {
             return column.kind == BvhColumn::Kind::Turned;
         });
-        columns.insert(last.base(), Turned(2));
+        columns.insert(last.base(), Turned(2, whole.turnsRising));
     }
     if (plan.detaches) AddMissingPositions(joint, columns);
     return columns;
@@ -64,7 +66,7 @@ BvhRowWriter::BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const
                            std::string_view text)
     : section_(section), frames_(frames), textEnd_(text.data() + text.size()) {
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
-        const auto own = PlannedColumns(section.joints[i], plan.joints[i], plan.addsOffsets);
+        const auto own = PlannedColumns(section, plan, i);
         columns_.insert(columns_.end(), own.begin(), own.end());
         if (plan.joints[i].turns) turned_.emplace_back(section.joints[i]);
     }
@@ -111,7 +113,7 @@ char* BvhRowWriter::WriteColumn(const BvhColumn& column, const BvhRow& row, cons
     switch (column.kind) {
         case BvhColumn::Kind::Turned:
             if (column.value == 0) turned_[turn_++].Next(values, angles_);
-            return text::WriteNumber(out, angles_[column.value], kAngleDecimals);
+            return text::WriteNumber(out, angles_[AxisOf(column.channel)], kAngleDecimals);
         case BvhColumn::Kind::Constant:
             return text::WriteNumber(out, column.number, text::kMostDecimals + 1);
         case BvhColumn::Kind::Added:

@@ -17,13 +17,13 @@ struct BvhColumn {
     enum class Kind : std::uint8_t { AsWritten, Added, Constant, Turned };
     Kind kind = Kind::AsWritten;
     BvhChannel channel = BvhChannel::PositionX;
-    std::size_t value = 0;  // in the file's row; Turned: 0, 1 or 2 for z, y or x
+    std::size_t value = 0;  // in the file's row; Turned: 0, 1 or 2 within the joint
     double number = 0.0;    // Added: what is added; Constant: the value
 };
 
 // The channels of a joint, in their order; at most kMostChannels.
-std::vector<BvhColumn> PlannedColumns(const BvhJoint& joint, const BvhJointPlan& plan,
-                                      bool addsOffsets);
+std::vector<BvhColumn> PlannedColumns(const BvhSection& section, const BvhPlan& plan,
+                                      std::size_t joint);
 
 class BvhRowWriter {
   public:
@@ -44,7 +44,7 @@ class BvhRowWriter {
     std::vector<TurnedAngles> turned_;
     std::vector<std::string_view> words_;
     std::size_t turn_ = 0;
-    double angles_[3] = {};
+    double angles_[3] = {};  // about x, y and z
 };
 
 }  // namespace survey

@@ -105,6 +105,7 @@ class BvhSurveyor {
         isAltered_ |= !isPlain || source_.HadTrailingControls();
         if (!isPlain) TellBracesAfterNumbers(section);
         part.plan.joints.resize(section.joints.size());
+        part.plan.turnsRising = options_.purpose == Purpose::Import;
         PlanRotations(section, part.plan, findings_);
         return ReadMotion(part, words);
     }

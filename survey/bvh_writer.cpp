@@ -58,7 +58,7 @@ class SectionWriter {
         Line(joint.brace.line, "{");
         open_.push_back(index);
         Line(joint.offsetAt.line, "OFFSET" + Offset(joint, plan));
-        WriteChannels(joint, plan);
+        WriteChannels(index);
         if (!plan.addsEnd) return;
         Line(0, "End Site");
         Line(0, "{");
@@ -96,9 +96,10 @@ class SectionWriter {
         return numbers;
     }
 
-    void WriteChannels(const BvhJoint& joint, const BvhJointPlan& plan) {
+    void WriteChannels(std::size_t index) {
+        const BvhJoint& joint = section_.joints[index];
         if (!joint.hasChannels) return;
-        const auto columns = PlannedColumns(joint, plan, part_.plan.addsOffsets);
+        const auto columns = PlannedColumns(section_, part_.plan, index);
         std::string line = "CHANNELS " + std::to_string(columns.size());
         for (const BvhColumn& column : columns) {
             line += ' ';

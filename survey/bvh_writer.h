@@ -1,5 +1,6 @@
 // The canonical text of a BVH: keywords in their usual case, a joint a group of lines, line feeds,
-// "Frames:" as there are, one row a frame.
+// "Frames:" as there are, one row a frame. What reads it by the format's rules reads it right,
+// unless the plan lists turned rotations as the plug-in alone takes them.
 #pragma once
 
 #include <cstddef>

@@ -20,9 +20,13 @@ namespace survey {
 
 // What the survey is for.
 enum class Purpose : std::uint8_t {
-    Check,   // findings and facts, those that need forward kinematics included
-    Import,  // findings, and the text for the plug-in
-    Fix,     // findings, and the text for every reader: units and rate as in the file
+    Check,  // findings and facts, those that need forward kinematics included
+    // Findings, and the text for the plug-in: what it reads otherwise than the format has it is
+    // written its way, so that another look at that text may find it odd.
+    Import,
+    // Findings, and the text for every reader: units and rate as in the file. Another look at it
+    // finds nothing to mend.
+    Fix,
 };
 
 enum class Preset : std::uint8_t {

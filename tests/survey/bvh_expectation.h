@@ -31,7 +31,7 @@ struct BvhRow {
     std::string mended;
 };
 
-// Surveys for an import and compares; what is handed on must need no mending.
+// Surveys as the options say and compares; what a fix makes of the text must need no mending.
 void ExpectSurvey(const BvhRow& row, const survey::Options& options);
 
 }  // namespace survey_test

@@ -31,20 +31,20 @@ const BvhRow kNulls[] = {
     {"RisingXyz",
      Figure("3 Xrotation Yrotation Zrotation", kTurn, "0 0 0 7\n90 0 0 8\n"),
      {{kRotationOrder, kNote, 5, 1}},
-     "CHANNELS 3 Zrotation Yrotation Xrotation\n"},
+     "CHANNELS 3 Xrotation Yrotation Zrotation\n"},
     {"RisingRowsAreReexpressed",
      Figure("3 Xrotation Yrotation Zrotation", kTurn, "0 0 10 7\n90 0 90 8.50\n"),
      {{kRotationOrder, kNote, 5, 1}},
-     "\n10 0 0 7\n10 -90 80 8.50\n"},
+     "\n0 0 10 7\n80 -90 10 8.50\n"},
     {"RisingPairIsCompleted",
      Figure("2 Xrotation Zrotation", "2 Yrotation Zrotation", "1 2 3 4\n5 6 7 8\n"),
      {{kRotationOrder, kNote, 5, 1, 2}},
-     "CHANNELS 3 Zrotation Yrotation Xrotation\n\tJOINT b\n\t{\n\t\tOFFSET 0 10 0\n\t\tCHANNELS 3"},
+     "CHANNELS 3 Xrotation Yrotation Zrotation\n\tJOINT b\n\t{\n\t\tOFFSET 0 10 0\n\t\tCHANNELS 3"},
     {"RisingAmongPositions",
      Figure("6 Xrotation Xposition Yrotation Yposition Zrotation Zposition", kTurn,
             "0 1.50 0 2 10 3 7\n0 1 0 2 10 3 7\n"),
      {{kRotationOrder, kNote, 5, 1}},
-     "Zrotation Xposition Yrotation Yposition Xrotation Zposition\n"},
+     "Xrotation Xposition Yrotation Yposition Zrotation Zposition\n"},
     {"OtherOrdersStay",
      Figure("3 Yrotation Xrotation Zrotation", "2 Zrotation Xrotation", "1 2 3 4 5\n1 2 3 4 5\n"),
      {},
@@ -136,6 +136,19 @@ TEST(BvhFigure, IsFixedWithoutBones) {
         const bool relative = std::string_view(row.name) == "PositionRelativeFolds";
         EXPECT_EQ(found.mended.has_value(), relative) << row.name;
     }
+}
+
+// A fix lists rotations so that all readers turn them alike, an import as the plug-in takes them.
+TEST(BvhFigure, IsFixedForEveryReader) {
+    const std::string text =
+        Figure("3 Xrotation Yrotation Zrotation", kTurn, "0 0 10 7\n90 0 90 8.50\n");
+    survey::Options options;
+    options.purpose = survey::Purpose::Fix;
+    const auto found = survey::SurveyBvh(text, options);
+    ASSERT_TRUE(found.mended);
+    const std::string& fixed = found.mended->text;
+    EXPECT_NE(fixed.find("CHANNELS 3 Zrotation Yrotation Xrotation\n"), std::string::npos) << fixed;
+    EXPECT_NE(fixed.find("\n10 0 0 7\n10 -90 80 8.50\n"), std::string::npos) << fixed;
 }
 
 TEST(BvhFigure, TellsItsFacts) {

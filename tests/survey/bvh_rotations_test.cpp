@@ -59,7 +59,7 @@ Matrix Product(const std::vector<std::size_t>& axes, const double (&row)[3]) {
 }
 
 Matrix OfAngles(const double angles[3]) {
-    return Times(Times(About(2, angles[0]), About(1, angles[1])), About(0, angles[2]));
+    return Times(Times(About(2, angles[2]), About(1, angles[1])), About(0, angles[0]));
 }
 
 const std::vector<std::vector<std::size_t>> kRising = {{0, 1, 2}, {0, 1}, {0, 2}, {1, 2}};
@@ -85,7 +85,7 @@ TEST(TurnedAngles, TurnTheSameWayNearGimbalLock) {
     const std::vector<std::size_t> axes = {0, 1, 2};
     for (int exponent = 0; exponent < 18; ++exponent) {
         for (int i = 0; i < 500; ++i) {
-            // Angles z y x near the lock, as the x y z that give them.
+            // Angles about x, y and z near the lock, as the x y z that give them.
             const double near[] = {any(random), 90.0 - std::pow(10.0, -exponent), any(random)};
             const Matrix m = OfAngles(near);
             const double row[] = {
@@ -114,7 +114,7 @@ TEST(TurnedAngles, FollowTheFrameBefore) {
             ASSERT_LE(std::abs(angles[i] - before[i]), 5.0) << frame;
         std::copy(angles, angles + 3, before);
     }
-    EXPECT_GT(before[0], 4000.0);  // z has turned a dozen times
+    EXPECT_GT(before[2], 4000.0);  // z has turned a dozen times
 }
 
 TEST(TurnedAngles, OfTheFirstFrameAreNearTheListedOnes) {
@@ -122,9 +122,9 @@ TEST(TurnedAngles, OfTheFirstFrameAreNearTheListedOnes) {
     const double row[] = {0.0, 0.0, 750.0};
     double angles[3] = {};
     turned.Next(row, angles);
-    EXPECT_NEAR(angles[0], 750.0, 1e-9);
+    EXPECT_NEAR(angles[0], 0.0, 1e-9);
     EXPECT_NEAR(angles[1], 0.0, 1e-9);
-    EXPECT_NEAR(angles[2], 0.0, 1e-9);
+    EXPECT_NEAR(angles[2], 750.0, 1e-9);
 }
 
 // A middle angle that goes on beyond a right angle does not turn back.
@@ -148,10 +148,10 @@ TEST(TurnedAngles, KeepZAtGimbalLock) {
     double angles[3] = {};
     const double first[] = {0.0, 60.0, 35.0};
     turned.Next(first, angles);
-    const double z = angles[0];
+    const double z = angles[2];
     const double locked[] = {0.0, 90.0, 0.0};
     turned.Next(locked, angles);
-    EXPECT_NEAR(angles[0], z, 1e-9);
+    EXPECT_NEAR(angles[2], z, 1e-9);
     EXPECT_LE(Difference(Product({0, 1, 2}, locked), OfAngles(angles)), 5e-14);
 }
 
