@@ -25,7 +25,6 @@ struct BvhFrames {
     std::vector<BvhRow> rows;    // one a frame
     std::vector<double> values;  // frame by frame, finite
     std::size_t channels = 0;
-    bool isStream = false;     // frames are broken over lines
     bool hasOddWhite = false;  // words are parted by what parts none for the plug-in
     BvhSpot end;               // where a further section begins, or the end of the text
 

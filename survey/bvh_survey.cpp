@@ -43,7 +43,7 @@ class BvhSurveyor {
             TellEncoding();
             TellFacts();
             if (options_.purpose == Purpose::Check) TellShape();
-            if (options_.purpose != Purpose::Check && IsAltered()) Write();
+            if (IsWritten()) Write();
         }
         if (options_.purpose == Purpose::Import) result_.framesPerSecond = options_.framesPerSecond;
         Finish();
@@ -177,10 +177,6 @@ class BvhSurveyor {
         part.rowCount = part.frames.Count();
         if (!isRead) return false;
         CompareFrameCount(part.section, part.rowCount, findings_);
-        if (part.frames.isStream && options_.purpose == Purpose::Fix) {
-            isAltered_ = true;
-            findings_.Find(codes::kRowLength)->mended = true;
-        }
         const auto& rows = part.frames.rows;
         isAltered_ |=
             part.frames.hasOddWhite ||
@@ -198,6 +194,12 @@ class BvhSurveyor {
     }
 
     bool IsAltered() const { return isAltered_ || findings_.HasMended(); }
+
+    // A fix leaves alone what only the plug-in reads otherwise.
+    bool IsWritten() const {
+        if (options_.purpose == Purpose::Check) return false;
+        return options_.purpose == Purpose::Fix ? findings_.HasMended() : IsAltered();
+    }
 
     // Seconds a frame.
     double FrameTime(const BvhSection& section) const {

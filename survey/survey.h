@@ -25,7 +25,7 @@ enum class Purpose : std::uint8_t {
     // written its way, so that another look at that text may find it odd.
     Import,
     // Findings, and the text for every reader: units and rate as in the file. Another look at it
-    // finds nothing to mend.
+    // finds nothing to mend. None where no finding is mended.
     Fix,
 };
 

@@ -175,7 +175,7 @@ void CheckBvhSurvey(std::string_view input) {
         if (surveyed.Has(Severity::Error)) return;
         RequireFitting(surveyed, purpose);
     }
-    survey::Options options = OptionsOf(input[0], Purpose::Import);
+    const survey::Options options = OptionsOf(input[0], Purpose::Import);
     const survey::BvhSurvey surveyed = survey::SurveyBvh(file, options);
     BvhImporter().Import(TextOf(surveyed, file), !options.bones);
     if (!options.bones) {
@@ -186,9 +186,10 @@ void CheckBvhSurvey(std::string_view input) {
     }
     const survey::BvhSurvey fixed = survey::SurveyBvh(file, OptionsOf(input[0], Purpose::Fix));
     const std::string text = TextOf(fixed, file);
-    options.bones = false;
-    RequireNothingToMend(survey::SurveyBvh(text, options));
-    BvhImporter().Import(text, true);
+    RequireNothingToMend(survey::SurveyBvh(text, OptionsOf(input[0], Purpose::Fix)));
+    survey::Options nulls = options;
+    nulls.bones = false;
+    BvhImporter().Import(TextOf(survey::SurveyBvh(text, nulls), text), true);
     headless::Session::Current().Reset();
 }
 
