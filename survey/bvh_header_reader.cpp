@@ -19,13 +19,21 @@ class HeaderReader {
         : words_(words), section_(section), motion_(section.motion), findings_(findings) {}
 
     void Read() {
-        motion_.framesAt = motion_.timeAt = motion_.at;
+        motion_.framesAt = motion_.at;
+        const char* const first = words_.Peek().text.data();
         while (ReadFrames() || ReadTime()) {
         }
         const BvhWord& ahead = words_.Peek();
         motion_.rows = ahead.Spot();
         if (ahead.IsEnd()) motion_.rows.at = words_.End();
+        const bool hasRows = !ahead.IsEnd() && !EqualsWord(ahead.text, "HIERARCHY");
+        isEmpty_ = !hasRows && ahead.text.data() == first;
+        if (!timeSeen_)
+            motion_.timeAt = framesSeen_ ? motion_.framesAt : hasRows ? motion_.rows : motion_.at;
     }
+
+    // Nothing follows MOTION, which is told as a motion without rows.
+    bool IsEmpty() const { return isEmpty_; }
 
     void TellFrames() {
         if (motion_.frames) return;
@@ -65,6 +73,7 @@ class HeaderReader {
         if (!value.empty() && value[0] != ':') return false;
         words_.Next();
         framesSeen_ = true;
+        if (!early_.IsEnd()) TellKeyword(early_, R"("Frame Time:" after "Frames:")");
         if (value != ":") TellKeyword(keyword, R"("Frames:")");
         const BvhWord count = ReadValue(keyword, value);
         motion_.framesAt = (count.IsEnd() ? keyword : count).Spot();
@@ -93,7 +102,10 @@ class HeaderReader {
         } else {
             return false;
         }
-        if (!exact || !framesSeen_) TellKeyword(keyword, R"("Frame Time:" after "Frames:")");
+        if (!exact)
+            TellKeyword(keyword, R"("Frame Time:")");
+        else if (!framesSeen_)
+            early_ = keyword;
         timeSeen_ = true;
         const BvhWord time = ReadValue(keyword, value);
         motion_.timeAt = (time.IsEnd() ? keyword : time).Spot();
@@ -179,6 +191,8 @@ class HeaderReader {
     FindingList& findings_;
     bool framesSeen_ = false;
     bool timeSeen_ = false;
+    bool isEmpty_ = false;
+    BvhWord early_;  // "Frame Time:" before "Frames:", if that follows
     std::string_view framesText_;
     std::string_view timeText_;
 };
@@ -189,6 +203,7 @@ void ReadMotionHeader(BvhWords& words, BvhSection& section, bool rateStated,
                       FindingList& findings) {
     HeaderReader reader(words, section, findings);
     reader.Read();
+    if (reader.IsEmpty()) return;
     reader.TellFrames();
     reader.TellTime(rateStated);
 }
