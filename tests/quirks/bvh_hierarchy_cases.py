@@ -1,6 +1,6 @@
 """Quirks of a BVH file's hierarchy."""
 
-from bvh_base import COLUMNS, JOINT, hierarchy, motion, plain, plain_rows, value
+from bvh_base import COLUMNS, JOINT, channel_line, hierarchy, motion, plain, plain_rows, value
 from corpus import edit, error, line_of, maybe, note, warning
 
 XYZ_ROOT = "Xposition Yposition Zposition Xrotation Yrotation Zrotation"
@@ -47,7 +47,7 @@ def add_rotations(corpus):
         order = next(iter(channels.values()))
         corpus.file(f"{name}.bvh", text)
         corpus.case(name, [f"{name}.bvh"], "mended", [
-            note("rotation-order", [line_of(text, order), line_of(text, f" {next(iter(channels))}\n")],
+            note("rotation-order", [line_of(text, channel_line(order)), line_of(text, f" {next(iter(channels))}\n")],
                  count=joints, joint=next(iter(channels)))], smooth=list(channels), **more)
 
     every = {"Hips": XYZ_ROOT, "Spine": XYZ, "Head": XYZ, "LeftArm": XYZ, "LeftLeg": XYZ}

@@ -59,8 +59,7 @@ def add_header(corpus):
         "right", fps=10000)
 
     one("motion-missing", hierarchy(), [note("motion-missing")], "right|mended", "as:plain", frames=[])
-    one("motion-missing-keyword", hierarchy() + "MOTION\n", [maybe(note("motion-missing")), maybe(note("motion-empty"))],
-        "right|mended", frames=[])
+    one("motion-missing-keyword", hierarchy() + "MOTION\n", [note("motion-empty")], frames=[])
     one("motion-empty", with_rows([]), [note("motion-empty")], "right|mended", frames=[])
     one("motion-empty-fewer", with_rows([], count=10), [note("motion-empty"), maybe(warning("frames-fewer"))],
         "mended", frames=[])
@@ -122,7 +121,7 @@ def add_values(corpus):
     one("glued-apart", with_rows(put({(3, 6): "0.0", (3, 7): "-7.5"})), [], "right", "walk")
     one("number-glued-powers", with_rows(put({(3, 6): "1.5e-3", (3, 7): "-2E+1"})), [], "right", "walk")
     one("number-glued-count", with_rows(put({(4, 6): "0.0-7.5"})),
-        [maybe(warning("number-glued", FIRST + 4)), warning("row-length", FIRST + 4)], frames=[1, 2, 3, 4, 4, 6, 7, 8, 9, 10])
+        [warning("number-not-finite", FIRST + 4, count=1, joint="Spine")], motion_of="as:held-value")
 
     commas = [row.replace(".", ",") for row in ROWS]
     one("number-comma", hierarchy() + motion(commas), [warning("number-comma", FIRST)])
