@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 
 #include "survey/bvh_hierarchy_reader.h"
 #include "survey/bvh_walk.h"
@@ -123,23 +124,65 @@ void TellRelative(const BvhSection& section, FindingList& findings) {
     }
 }
 
-// `mended`: bones are to be built, and the joint is written otherwise for them.
-void TellLoose(const BvhSection& section, const BvhJoint& joint, bool isConstant, bool mended,
-               FindingList& findings) {
-    const std::string_view code = isConstant ? codes::kPositionConstant : codes::kPositionMoving;
-    if (findings.AddAgain(code, Severity::Note)) {
-        findings.Find(code)->mended |= mended;
-        return;
+// Joints of a section that are told of in one finding.
+struct Joints {
+    const BvhJoint* first = nullptr;
+    std::size_t count = 0;
+    bool areMended = false;  // bones are to be built, and for them some are written otherwise
+
+    void Add(const BvhJoint& joint, bool isMended) {
+        if (count++ == 0) first = &joint;
+        areMended |= isMended;
     }
-    std::string message = JointLabel(section, joint);
-    if (isConstant)
-        message += mended ? " lists positions that keep one value; they become its OFFSET"
-                          : " lists positions that keep one value";
-    else
-        message += mended ? " lists positions and moves apart from its parent; its OFFSET becomes "
-                            "0 0 0"
-                          : " lists positions and moves apart from its parent";
-    findings.Add({code, Severity::Note, joint.channelsAt.at, message, joint.name, mended});
+};
+
+// Adds them to what an earlier section has told; false where it has told nothing.
+bool AddToEarlier(std::string_view code, const Joints& joints, FindingList& findings) {
+    if (!findings.AddAgain(code, Severity::Note, joints.count)) return false;
+    findings.Find(code)->mended |= joints.areMended;
+    return true;
+}
+
+void TellJoints(std::string_view code, const Joints& joints, const char* at, std::string message,
+                FindingList& findings) {
+    findings.Add(
+        {code, Severity::Note, at, std::move(message), joints.first->name, joints.areMended});
+    findings.AddAgain(code, Severity::Note, joints.count - 1);
+}
+
+void TellConstant(const BvhSection& section, const Joints& joints, FindingList& findings) {
+    const std::string_view code = codes::kPositionConstant;
+    if (joints.count == 0 || AddToEarlier(code, joints, findings)) return;
+    const bool isOne = joints.count == 1;
+    std::string message = isOne ? JointLabel(section, *joints.first) + " lists positions"
+                                : std::to_string(joints.count) + " joints list positions";
+    message += " that keep one value";
+    if (joints.areMended)
+        message += isOne ? "; they become its OFFSET" : "; they become the joints' OFFSETs";
+    TellJoints(code, joints, joints.first->channelsAt.at, std::move(message), findings);
+}
+
+void TellMoving(const BvhSection& section, const Joints& joints, FindingList& findings) {
+    const std::string_view code = codes::kPositionMoving;
+    if (joints.count == 0 || AddToEarlier(code, joints, findings)) return;
+    const bool isOne = joints.count == 1;
+    std::string message = isOne ? JointLabel(section, *joints.first) +
+                                      " lists positions and moves apart from its parent"
+                                : std::to_string(joints.count) +
+                                      " joints list positions and move apart from their parents";
+    if (joints.areMended)
+        message += isOne ? "; its OFFSET becomes 0 0 0" : "; their OFFSETs become 0 0 0";
+    TellJoints(code, joints, joints.first->channelsAt.at, std::move(message), findings);
+}
+
+void TellEnds(const Joints& joints, FindingList& findings) {
+    const std::string_view code = codes::kEndSiteMissing;
+    if (joints.count == 0 || AddToEarlier(code, joints, findings)) return;
+    const bool isOne = joints.count == 1;
+    std::string message = isOne ? joints.first->name + " ends without an end site"
+                                : std::to_string(joints.count) + " joints end without an end site";
+    if (joints.areMended) message += isOne ? "; it is given one" : "; each is given one";
+    TellJoints(code, joints, joints.first->keyword.at, std::move(message), findings);
 }
 
 }  // namespace
@@ -177,30 +220,32 @@ void PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bone
     const double size = FigureSize(section, frames);
     plan.addsOffsets = positions.AreRelative(size);
     if (plan.addsOffsets) TellRelative(section, findings);
+    Joints constant;
+    Joints moving;
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const BvhJoint& joint = section.joints[i];
         if (!LoosePositions::IsLoose(joint)) continue;
         const bool isConstant = positions.NextIsConstant(joint, size);
         const bool changes = bones && (isConstant || Length(joint.offset) > 0.0);
-        if (!plan.addsOffsets) TellLoose(section, joint, isConstant, changes, findings);
+        (isConstant ? constant : moving).Add(joint, changes);
         if (changes && isConstant)
             Fold(joint, frames.Frame(0), plan.addsOffsets, plan.joints[i]);
         else if (changes)
             plan.joints[i].detaches = true;
     }
+    if (plan.addsOffsets) return;
+    TellConstant(section, constant, findings);
+    TellMoving(section, moving, findings);
 }
 
 void PlanEnds(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
               FindingList& findings) {
+    Joints open;
     double size = -1.0;  // told where it is needed
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const BvhJoint& joint = section.joints[i];
         if (joint.isEndSite || joint.hasJoints) continue;
-        if (!findings.AddAgain(codes::kEndSiteMissing, Severity::Note))
-            findings.Add({codes::kEndSiteMissing, Severity::Note, joint.keyword.at,
-                          joint.name + (bones ? " ends without an end site; it is given one"
-                                              : " ends without an end site"),
-                          joint.name, bones});
+        open.Add(joint, bones);
         if (!bones) continue;
         BvhJointPlan& own = plan.joints[i];
         own.addsEnd = true;
@@ -211,6 +256,7 @@ void PlanEnds(const BvhSection& section, const BvhFrames& frames, bool bones, Bv
         if (size < 0.0) size = FigureSize(section, frames);
         own.endOffset = {0.0, size > 0.0 ? kOfBox * size : 1.0, 0.0};
     }
+    TellEnds(open, findings);
 }
 
 }  // namespace survey

@@ -181,6 +181,70 @@ TEST(BvhFigure, MessagesSayWhatIsDone) {
               "turn x first");
 }
 
+struct Told {
+    const char* name;
+    std::string text;
+    const char* nulls;
+    const char* bones;
+};
+
+const std::string kStill = "1 0 11 0\n2 0 11 0\n";
+const std::string kSway = "1 0 11 0\n2 0 12 0\n";
+
+const Told kTold[] = {
+    {"OneConstant", Figure(kTurn, kThree, kStill), "b lists positions that keep one value",
+     "b lists positions that keep one value; they become its OFFSET"},
+    {"OneMoving", Figure(kTurn, kThree, kSway), "b lists positions and moves apart from its parent",
+     "b lists positions and moves apart from its parent; its OFFSET becomes 0 0 0"},
+    {"OneEnd", Figure(kTurn, kTurn, "1 2\n3 4\n", ""), "b ends without an end site",
+     "b ends without an end site; it is given one"},
+    {"TwoConstant",
+     Figure(kTurn, kThree, "1 0 11 0 0 3 0\n2 0 11 0 0 3 0\n",
+            "JOINT c\n{\nOFFSET 0 3 0\nCHANNELS " + kThree + "\n" + kEnd + "}\n"),
+     "2 joints list positions that keep one value",
+     "2 joints list positions that keep one value; they become the joints' OFFSETs"},
+    {"TwoMoving",
+     Figure(kTurn, kThree, "1 0 11 0 0 3 0\n2 0 12 0 0 4 0\n",
+            "JOINT c\n{\nOFFSET 0 3 0\nCHANNELS " + kThree + "\n" + kEnd + "}\n"),
+     "2 joints list positions and move apart from their parents",
+     "2 joints list positions and move apart from their parents; their OFFSETs become 0 0 0"},
+    {"TwoEnds",
+     Figure(kTurn, kTurn, "1 2\n3 4\n",
+            "JOINT c\n{\nOFFSET 0 3 0\nCHANNELS 0\n}\nJOINT d\n{\nOFFSET 0 3 1\nCHANNELS 0\n}\n"),
+     "2 joints end without an end site", "2 joints end without an end site; each is given one"},
+};
+
+class BvhJointsTold : public testing::TestWithParam<Told> {};
+TEST_P(BvhJointsTold, InWordsThatCountThem) {
+    survey::Options options;
+    options.purpose = survey::Purpose::Import;
+    for (const bool bones : {false, true}) {
+        options.bones = bones;
+        const auto found = survey::SurveyBvh(GetParam().text, options);
+        ASSERT_FALSE(found.findings.empty());
+        const auto& finding = found.findings.front();
+        EXPECT_EQ(finding.message, bones ? GetParam().bones : GetParam().nulls);
+        EXPECT_EQ(finding.mended, bones);
+    }
+}
+INSTANTIATE_TEST_SUITE_P(, BvhJointsTold, testing::ValuesIn(kTold),
+                         [](const auto& row) { return row.param.name; });
+
+// A further section's joints are counted with those of the first, and mended where either's are.
+TEST(BvhFigure, JointsOfAllSectionsAreOneFinding) {
+    survey::Options options;
+    options.purpose = survey::Purpose::Import;
+    options.bones = true;
+    std::string apart = Figure(kTurn, kThree, kSway);
+    apart.replace(apart.find("OFFSET 0 10 0"), 13, "OFFSET 0 0 0");
+    const auto found = survey::SurveyBvh(apart + Figure(kTurn, kThree, kSway), options);
+    ASSERT_EQ(found.findings.size(), 1U);
+    EXPECT_EQ(found.findings[0].code, kPositionMoving);
+    EXPECT_EQ(found.findings[0].count, 2U);
+    EXPECT_TRUE(found.findings[0].mended);
+    EXPECT_FALSE(survey::SurveyBvh(apart, options).mended);
+}
+
 // Lines of the text that is handed on lead back to the file's.
 TEST(BvhFigure, LinesLeadBack) {
     survey::Options options;
