@@ -21,6 +21,19 @@ def candidates(name, is_end, names):
     return new if isinstance(new, list) else [] if new is None else [new]
 
 
+def taken(name, walk):
+    """Whether bones may use the name: they number those that they add to a joint where it branches."""
+    stem = name.rstrip("0123456789")
+    return any(name[:end] in walk.names for end in range(len(stem), len(name)))
+
+
+def nodes_of(options, found, numbered):
+    """The objects with one of these names; `numbered`: or with one and a further number."""
+    return [node for node, other in enumerate(found)
+            if other in options or numbered and any(other.startswith(option) and other[len(option):].isdigit()
+                                                    for option in options)]
+
+
 def split_models(arrays, count):
     """(names, positions) of each model of an import."""
     names, positions = [str(name) for name in arrays["names"]], arrays["positions"]
@@ -64,7 +77,7 @@ def compare(arrays, walks, bound, names=None, frames=None, bones=False, numbered
         for joint, name in enumerate(walk.names):
             errors = numpy.abs(shown - expected[:, joint:joint + 1]).max(axis=2) / size  # frames, nodes
             options = candidates(name, walk.is_end[joint], names)
-            allowed = [found.index(option) for option in options if option in found]
+            allowed = nodes_of(options, found, bones and taken(name, walk))
             if options and not allowed and not bones and name not in unsure:
                 yield f"no joint is named {name!r}; there are {found}"
                 continue
