@@ -49,20 +49,23 @@ double SettleFactor(const AsfSkeleton& skeleton, const Options& options, LengthS
     return stated;
 }
 
-// The smallest power of ten that gives every bone a length; 1 where none needs it. `shortest` is
-// such a bone.
-double PowerFor(const AsfSkeleton& skeleton, double factor, const AsfBone*& shortest) {
+// The smallest power of ten that gives every bone a length; 1 where none needs it. `first` is the
+// file's first bone that is too short.
+double PowerFor(const AsfSkeleton& skeleton, double factor, const AsfBone*& first) {
     double longest = 0.0;
     for (const AsfBone& bone : skeleton.bones)
         longest = std::max(longest, bone.length.value);
-    for (const AsfBone& bone : skeleton.bones)
-        if (bone.length.value > kNoLength * longest && bone.length.value * factor < kShortestBone &&
-            (!shortest || bone.length.value < shortest->length.value))
-            shortest = &bone;
-    if (!shortest || factor <= 0.0) return 1.0;
+    double shortest = longest;
+    for (const AsfBone& bone : skeleton.bones) {
+        const double length = bone.length.value;
+        if (length <= kNoLength * longest || length * factor >= kShortestBone) continue;
+        if (!first) first = &bone;
+        shortest = std::min(shortest, length);
+    }
+    if (!first || factor <= 0.0) return 1.0;
     double power = 1.0;
     for (int i = 0; i < kLargestPower; ++i) {
-        if (shortest->length.value * (factor * power) >= kShortestBone) return power;
+        if (shortest * (factor * power) >= kShortestBone) return power;
         power *= 10.0;
     }
     return 1.0;
@@ -91,18 +94,18 @@ LengthSettings SettleLengths(AsfSkeleton& skeleton, const Options& options, Find
     LengthSettings settings;
     settings.factor = SettleFactor(skeleton, options, settings, findings);
     if (settings.factor != 1.0 || options.lengthMultiplier) settings.multiplier = settings.factor;
-    const AsfBone* shortest = nullptr;
-    const double power = PowerFor(skeleton, settings.factor, shortest);
-    if (shortest && power != 1.0) {
+    const AsfBone* first = nullptr;
+    const double power = PowerFor(skeleton, settings.factor, first);
+    if (first && power != 1.0) {
         settings.multiplied = power;
         settings.multiplier = settings.factor * power;
         findings.Add(
-            {codes::kBoneShort, Severity::Note, shortest->at,
-             "the bone \"" + shortest->name + "\" is " +
-                 text::NumberText(shortest->length.value * settings.factor) +
+            {codes::kBoneShort, Severity::Note, first->at,
+             "the bone \"" + first->name + "\" is " +
+                 text::NumberText(first->length.value * settings.factor) +
                  " long, shorter than the plug-in can build; everything is multiplied by " +
                  text::NumberText(power) + " for it, which is undone in what is written",
-             shortest->name});
+             first->name});
     }
     if (options.purpose == Purpose::Import) MultiplyPosition(skeleton, settings, findings);
     return settings;
@@ -125,7 +128,8 @@ void MendDirections(AsfSkeleton& skeleton, FindingList& findings) {
             findings.Find(codes::kDirectionLength)->mended |= !isNone;
             continue;
         }
-        findings.Add({codes::kDirectionLength, Severity::Warning, bone.at,
+        findings.Add({codes::kDirectionLength, Severity::Warning,
+                      bone.directionAt ? bone.directionAt : bone.at,
                       isNone
                           ? "the bone \"" + bone.name +
                                 "\" has a length and no direction; its end is where it begins"

@@ -61,7 +61,7 @@ void ReexpressAxes(AsfSkeleton& skeleton, FindingList& findings) {
         const std::string order(bone.axisOrder.begin(), bone.axisOrder.end());
         Reexpress(bone, RadiansPerUnit(skeleton.degrees));
         if (!findings.AddAgain(codes::kAxisOrder, Severity::Note))
-            findings.Add({codes::kAxisOrder, Severity::Note, bone.at,
+            findings.Add({codes::kAxisOrder, Severity::Note, bone.axisAt,
                           "the axis of \"" + bone.name + "\" is in the order " + order +
                               "; it is re-expressed as XYZ",
                           bone.name, true});

@@ -39,6 +39,8 @@ struct AsfBone {
     const char* at = nullptr;          // in the text: its name, of the root its section
     const char* attachedAt = nullptr;  // where the hierarchy first names it as a child
     const char* dofAt = nullptr;
+    const char* directionAt = nullptr;
+    const char* axisAt = nullptr;
     AsfVector direction{};
     AsfNumber length{};
     AsfVector axis{};  // of the root: orientation

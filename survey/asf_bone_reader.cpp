@@ -37,10 +37,12 @@ class BoneReader {
             bone_.at = words_.Peek().text.data();
             bone_.name = values_.ReadName();
         } else if (word.Is("direction")) {
+            bone_.directionAt = word.text.data();
             values_.ReadNumbers(word, "the direction", bone_.direction);
         } else if (word.Is("length")) {
             values_.ReadNumbers(word, "the length", {&bone_.length, 1});
         } else if (word.Is("axis")) {
+            bone_.axisAt = word.text.data();
             if (values_.ReadNumbers(word, "the axis", bone_.axis))
                 values_.ReadAxisOrder(word, bone_.axisOrder);
         } else if (word.Is("dof")) {

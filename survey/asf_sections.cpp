@@ -99,6 +99,7 @@ void ReadAsfRoot(AsfContext& context) {
             root.dofAt = word.text.data();
             values.ReadDofs(word, true, root);
         } else if (word.Is("axis")) {
+            root.axisAt = word.text.data();
             values.ReadAxisOrder(word, root.axisOrder);
         } else if (word.Is("position")) {
             values.ReadNumbers(word, "the root's position", context.skeleton.position);

@@ -129,9 +129,9 @@ def add_bones(corpus):
     one("direction-length-zero", asf(changes={"leg": {"direction": "direction 0 0 0"}}),
         [warning("direction-length", line_of(text, "direction 0 -1 0"), joint="leg")], "right|mended", "walk")
     one("bone-short", asf(changes={"hand": {"length": "length 0.004"}}), [note("bone-short", None, joint="hand")],
-        motion="walk")
+        "right|mended", "walk")
     one("bone-short-unit", asf(unit="0.01", changes={"hand": {"length": "length 0.15"}}),
-        [note("length-unit"), note("bone-short", None, joint="hand"), maybe(note("figure-size"))], motion="walk")
+        [note("length-unit"), note("bone-short", None, joint="spine"), maybe(note("figure-size"))], motion="walk")
     one("bone-short-none", asf(changes={"leg": {"length": "length 0"}}), [], "right", "walk")
 
 

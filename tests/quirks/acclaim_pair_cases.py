@@ -41,7 +41,7 @@ def add_archive(corpus):
     corpus.case("preset-cmu-length", files, "mended", [], "walk", options=["--length", "0.1"],
                 walk={"length": 0.1}, fps=120)
     corpus.case("preset-cmu-fps", files, "mended", [], "walk", options=["--fps", "50"], fps=50)
-    short = archive_figure().replace("length 2.65748", "length 0.12")
+    short = edit(archive_figure(), ("length 2.65747", "length 0.12"))
     one("preset-cmu-bone-short", short, [preset, note("bone-short", None, joint="hand")], motion="walk",
         motion_text=archive_motion(), fps=120)
 
