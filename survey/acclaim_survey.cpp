@@ -47,8 +47,10 @@ bool IsMended(const FindingList& findings) {
                        [](const Finding& finding) { return finding.mended; });
 }
 
-// What is refused is not mended.
-std::vector<Finding> FinishedFindings(const FindingList& findings) {
+// What is refused is not mended. About a file of another kind nothing else is worth a word.
+std::vector<Finding> FinishedFindings(FindingList& findings) {
+    for (const std::string_view code : {codes::kNotAsf, codes::kNotAmc})
+        if (const Finding* refused = findings.Find(code)) return {*refused};
     std::vector<Finding> finished = findings.Sorted();
     for (Finding& finding : finished)
         if (finding.severity == Severity::Error) finding.mended = false;

@@ -63,10 +63,15 @@ class Reader {
 
     AsfSkeleton Read() {
         skeleton_.bones[0].name = "root";
+        if (IsBinary(words_.Peek().text)) {
+            Refuse("");
+            return std::move(skeleton_);
+        }
         while (!words_.Peek().IsEnd())
             ReadSection(words_.Next());
         if (!hasBones_ || hierarchies_.empty()) {
-            Refuse();
+            Refuse(std::string("it has no ") + (hasBones_ ? ":hierarchy" : ":bonedata") +
+                   " section; ");
             return std::move(skeleton_);
         }
         ReadAsfHierarchy(findings_, hierarchies_, hasRoot_, skeleton_);
@@ -163,13 +168,18 @@ class Reader {
             words_.Next();
     }
 
-    void Refuse() {
-        const std::string missing = hasBones_ ? ":hierarchy" : ":bonedata";
+    // Texts have none of these bytes, though data may have a text in it.
+    static bool IsBinary(std::string_view word) {
+        return std::any_of(word.begin(), word.end(),
+                           [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+    }
+
+    void Refuse(const std::string& missing) {
         const bool isCut = hasBones_ || hasRoot_;
         const std::string look = isCut ? "the file may be cut off"
                                        : "the file looks like " + std::string(DescribeText(text_));
         findings_.Add({codes::kNotAsf, Severity::Error, nullptr,
-                       "this is no ASF skeleton: it has no " + missing + " section; " + look});
+                       "this is no ASF skeleton: " + missing + look});
     }
 
     std::string_view text_;

@@ -213,7 +213,7 @@ const Row kRows[] = {
     {"Skeleton",
      nullptr,
      ":version 1.10\n:bonedata\nbegin",
-     {{kKeywordUnknown, kNote, 1, true, 2}, {kNotAmc, kError}}},
+     {{kNotAmc, kError}}},
     {"Empty", nullptr, "\r\n", {{kEmpty, kError}}},
     {"Mark",
      ":SAMPLES",
