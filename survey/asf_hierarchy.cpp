@@ -128,12 +128,25 @@ class Hierarchy {
             bones_[parent].children.push_back(child);
         } else if (bone.parent == parent) {
             skeleton_.changed = true;
+        } else if (IsAbove(child, parent)) {
+            Fail(codes::kHierarchyCycle, at, "the bone \"" + bone.name + "\" is its own ancestor",
+                 bone.name);
         } else {
             Fail(codes::kBoneDuplicate, at,
                  "the bone \"" + bone.name + "\" is listed as a child of \"" +
                      bones_[bone.parent].name + "\" and of \"" + bones_[parent].name + "\"",
                  bone.name);
         }
+    }
+
+    // Whether the one bone is the other or above it. What is found out costs no more, all together,
+    // than a few looks at each bone; beyond that the answer is no.
+    bool IsAbove(std::uint32_t above, std::uint32_t bone) {
+        for (; bone != kNoBone && looks_ < kLooksPerBone * bones_.size(); ++looks_) {
+            if (bone == above) return true;
+            bone = bones_[bone].parent;
+        }
+        return false;
     }
 
     // Parents first, and otherwise as in the file. A bone whose ancestors lead back to it is on a
@@ -196,12 +209,15 @@ class Hierarchy {
         }
     }
 
+    static constexpr std::size_t kLooksPerBone = 8;
+
     FindingList& findings_;
     const std::vector<const char*>& starts_;
     AsfSkeleton& skeleton_;
     std::vector<AsfBone>& bones_;
     std::vector<const char*> linesAt_;  // of each bone: its first line as a parent
     const char* firstLine_ = nullptr;
+    std::size_t looks_ = 0;  // of IsAbove
     bool isRootLate_ = false;
 };
 
