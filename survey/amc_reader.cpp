@@ -55,6 +55,7 @@ class Reader {
         while (at < text_.data() + text_.size() && !isRefused_)
             at = ReadOne(at);
         motion_.frames = motion_.numbers.Count();
+        findings_.AddAgain(codes::kTextEncoding, Severity::Note, oddNames_);
         if (!isRefused_)
             tally_.Report(motion_.values, motion_.frames,
                           [this](const char* frame) { return FindMissing(frame); });
@@ -75,6 +76,7 @@ class Reader {
         if (looksOnly_ && scan_.HasLearned() && motion_.values.IsComplete()) {
             if (const char* const end = scan_.Look(at, number)) {
                 motion_.numbers.Add(number, at);
+                oddNames_ += oddNamesOfLearned_;
                 return end;
             }
         }
@@ -86,7 +88,10 @@ class Reader {
         motion_.values.Apply(frame_, events_);
         if (isFirst && TellMismatch()) return frame_.end;
         Note();
-        if (!scan_.HasLearned() && IsClean()) scan_.Learn(frame_);
+        if (!scan_.HasLearned() && IsClean()) {
+            scan_.Learn(frame_);
+            oddNamesOfLearned_ = OddNames();
+        }
         if (!IsClean()) motion_.changed = true;
         return frame_.end;
     }
@@ -116,6 +121,14 @@ class Reader {
         // A frame of few bones costs no look at all of them.
         if (setting_.onFrame && 2 * frame_.rows.size() >= motion_.values.Order().size())
             setting_.onFrame(motion_.values);
+    }
+
+    // Of the frame's rows, those whose names are not UTF-8.
+    std::size_t OddNames() const {
+        if (!findings_.Source().HasHighBytes()) return 0;
+        return static_cast<std::size_t>(
+            std::count_if(frame_.rows.begin(), frame_.rows.end(),
+                          [](const AmcRow& row) { return !text::IsValidUtf8(row.name); }));
     }
 
     void WatchLength(AmcLength& length) {
@@ -206,6 +219,8 @@ class Reader {
     AmcTally tally_;
     std::vector<std::uint32_t> lengthOf_;  // by bone: which of the motion's lengths
     bool looksOnly_;                       // values need not be known
+    std::size_t oddNamesOfLearned_ = 0;    // of the frame that others are held against
+    std::size_t oddNames_ = 0;             // of frames that were only looked at
     bool isRefused_ = false;
 };
 

@@ -85,6 +85,7 @@ void AmcValues::LearnOrder(const AmcFrame& frame) {
     };
     for (const AmcRow& row : frame.rows)
         if (row.bone != kNoBone) append(row.bone);
+    inFirst_ = order_.size();
     // A bone that is only moved need not have a row: it is not moved.
     for (std::uint32_t bone = 0; bone < skeleton_.bones.size(); ++bone)
         if (bone == 0 || !IsOnlyMoved(skeleton_.bones[bone])) append(bone);
@@ -93,7 +94,8 @@ void AmcValues::LearnOrder(const AmcFrame& frame) {
 void AmcValues::TellOrder(const AmcFrame& frame, std::vector<AmcEvent>& events) {
     std::uint32_t last = 0;
     for (const AmcRow& row : frame.rows) {
-        if (row.bone == kNoBone || ranks_[row.bone] == kNoBone) continue;
+        if (row.bone == kNoBone || ranks_[row.bone] == kNoBone || ranks_[row.bone] >= inFirst_)
+            continue;
         if (ranks_[row.bone] < last) {
             events.push_back({AmcEvent::RowOrder, row.bone, row.name, 1});
             return;

@@ -60,6 +60,7 @@ class AmcValues {
 
   private:
     void LearnOrder(const AmcFrame& frame);
+    // Of the bones that the first frame has too.
     void TellOrder(const AmcFrame& frame, std::vector<AmcEvent>& events);
     void ApplyRow(const AmcFrame& frame, const AmcRow& row, std::vector<AmcEvent>& events);
     std::span<const std::string_view> Part(std::span<const std::string_view> words,
@@ -84,7 +85,8 @@ class AmcValues {
     std::vector<std::uint32_t> order_;
     std::vector<std::string_view> parts_;
     std::size_t frame_ = 0;
-    std::size_t found_ = 0;  // bones of `order_` with a row in the frame
+    std::size_t inFirst_ = 0;  // bones of `order_` with a row in the first frame
+    std::size_t found_ = 0;    // bones of `order_` with a row in the frame
     const char* commasBetween_ = nullptr;
 };
 

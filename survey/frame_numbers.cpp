@@ -17,31 +17,28 @@ std::optional<std::int64_t> Whole(std::optional<double> number) {
     return static_cast<std::int64_t>(*number);
 }
 
-// What the next number is counted from: after a fault the numbers may go on as if it had been none.
-std::int64_t Reference(std::int64_t number, std::int64_t stated, std::int64_t written,
-                       bool afterFault) {
-    return afterFault && number > written ? written : stated;
-}
-
 }  // namespace
+
+std::int64_t FrameNumbers::Counter::Advance(std::optional<double> number) {
+    const std::optional<std::int64_t> whole = Whole(number);
+    const bool wasFault = isFault;
+    const bool isFirst = count++ == 0;
+    isFault = !whole || (!isFirst && *whole <= stated);
+    if (isFirst) return stated = reached = whole.value_or(1);
+    std::int64_t step = 1;
+    // After a fault the numbers may go on as if it had been none.
+    if (!isFault) step = *whole - (wasFault && *whole > reached ? reached : stated);
+    reached += step;
+    stated = whole ? *whole : stated + 1;
+    return step;
+}
 
 void FrameNumbers::Add(std::optional<double> number, const char* at) {
     before_ = now_;
-    const std::optional<std::int64_t> whole = Whole(number);
-    const bool isFirst = now_.count++ == 0;
-    const bool isFault = !whole || (!isFirst && *whole <= now_.stated);
-    if (isFault && now_.faults++ == 0) firstFault_ = at;
-    if (isFirst) {
-        now_.stated = now_.written = whole.value_or(1);
-        return;
-    }
-    std::int64_t step = 1;
-    if (!isFault) step = *whole - Reference(*whole, now_.stated, now_.written, now_.afterFault);
-    if (step > 1) gaps_.push_back({step - 1, at});
+    const std::int64_t step = now_.Advance(number);
+    if (now_.isFault && now_.faults++ == 0) firstFault_ = at;
+    if (now_.count > 1 && step > 1) gaps_.push_back({step - 1, at});
     now_.gaps = gaps_.size();
-    now_.written += step;
-    now_.stated = whole ? *whole : now_.stated + 1;
-    now_.afterFault = isFault;
 }
 
 void FrameNumbers::Forget() {
@@ -52,6 +49,8 @@ void FrameNumbers::Forget() {
 void FrameNumbers::Report(double framesPerSecond, FindingList& findings) {
     const double longest = std::max(kLongestGapSeconds * framesPerSecond, double(now_.count));
     longestGap_ = static_cast<std::int64_t>(std::min(longest, double(INT32_MAX)));
+    // Numbers that fall now and then may leave more gaps than there are numbers.
+    if (Span() > INT32_MAX) longestGap_ = 0;
     for (const Gap& gap : gaps_) {
         const bool isLong = gap.frames > longestGap_;
         const Severity severity = isLong ? Severity::Warning : Severity::Note;
@@ -78,19 +77,15 @@ std::int64_t FrameNumbers::Span() const {
     return span;
 }
 
+FrameNumbers::Rewriter::Rewriter(const FrameNumbers& numbers)
+    : longestGap_(numbers.longestGap_), highestFirst_(INT32_MAX - numbers.Span() + 1) {}
+
 std::int64_t FrameNumbers::Rewriter::Next(std::optional<double> number) {
-    const std::optional<std::int64_t> whole = Whole(number);
-    if (isFirst_) {
-        isFirst_ = false;
-        stated_ = written_ = whole.value_or(1);
-        return written_;
-    }
-    const bool isFault = !whole || *whole <= stated_;
-    std::int64_t step = isFault ? 1 : *whole - Reference(*whole, stated_, written_, afterFault_);
-    if (step - 1 > longestGap_ || written_ + step > INT32_MAX) step = 1;
-    written_ += step;
-    stated_ = whole ? *whole : stated_ + 1;
-    afterFault_ = isFault;
+    const std::int64_t step = counter_.Advance(number);
+    if (counter_.count == 1)
+        written_ = std::min(step, highestFirst_);
+    else
+        written_ += step - 1 > longestGap_ ? 1 : step;
     return written_;
 }
 

@@ -11,6 +11,17 @@
 namespace survey {
 
 class FrameNumbers {
+    // Follows the numbers as they are stated.
+    struct Counter {
+        std::size_t count = 0;
+        std::int64_t stated = 0;   // the number of the last frame
+        std::int64_t reached = 0;  // what it becomes where no gap is too long
+        bool isFault = false;      // the last number was none, or not above the one before
+
+        // How far the frame is from the one before; its number where it is the first.
+        std::int64_t Advance(std::optional<double> number);
+    };
+
   public:
     // The frame's number, in file order; none where it has none that is a frame's.
     void Add(std::optional<double> number, const char* at);
@@ -28,15 +39,14 @@ class FrameNumbers {
     // After Report: the numbers as they are to be written. Goes through the frames anew.
     class Rewriter {
       public:
-        explicit Rewriter(const FrameNumbers& numbers) : longestGap_(numbers.longestGap_) {}
+        explicit Rewriter(const FrameNumbers& numbers);
         std::int64_t Next(std::optional<double> number);
 
       private:
+        Counter counter_;
         std::int64_t longestGap_;
-        bool isFirst_ = true;
-        std::int64_t stated_ = 0;
+        std::int64_t highestFirst_;
         std::int64_t written_ = 0;
-        bool afterFault_ = false;
     };
 
   private:
@@ -44,11 +54,7 @@ class FrameNumbers {
         std::int64_t frames;
         const char* at;
     };
-    struct State {
-        std::size_t count = 0;
-        std::int64_t stated = 0;   // the number of the last frame
-        std::int64_t written = 0;  // what it becomes where no gap is too long
-        bool afterFault = false;
+    struct State : Counter {
         std::size_t gaps = 0;
         std::size_t faults = 0;
     };
