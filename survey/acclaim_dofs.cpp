@@ -97,17 +97,10 @@ void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings) {
     }
 }
 
-void TellTranslations(const AsfSkeleton& skeleton, bool told, FindingList& findings) {
-    for (std::size_t index = 1; index < skeleton.bones.size() && !told; ++index) {
-        const AsfBone& bone = skeleton.bones[index];
-        if (!HasTranslation(bone) || findings.AddAgain(codes::kDofTranslation, Severity::Note))
-            continue;
-        findings.Add({codes::kDofTranslation, Severity::Note, bone.dofAt,
-                      "\"" + bone.name +
-                          "\" may be moved, but a bone begins where its parent ends; its "
-                          "translations are left out",
-                      bone.name, bone.leftOut != 0});
-    }
+void KeepTranslations(AsfSkeleton& skeleton) {
+    for (AsfBone& bone : skeleton.bones)
+        for (const Dof dof : bone.dof)
+            if (IsTranslation(dof)) bone.Keep(dof);
 }
 
 void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,

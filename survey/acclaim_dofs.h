@@ -16,8 +16,8 @@ void PlanTranslations(AsfSkeleton& skeleton);
 // moves, the size becomes part of it; without a direction the length is left out, and that is told.
 void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings);
 
-// Once the motions are read: tells of translations where no motion did (`told`).
-void TellTranslations(const AsfSkeleton& skeleton, bool told, FindingList& findings);
+// Takes that back, where it would lose nothing and so was not told.
+void KeepTranslations(AsfSkeleton& skeleton);
 
 // A length that keeps one value in all motions becomes the bone's. One that moves several children
 // is an error.

@@ -61,6 +61,9 @@ struct AsfBone {
     void LeaveOut(Dof sought) {
         leftOut = static_cast<std::uint8_t>(leftOut | 1U << static_cast<unsigned>(sought));
     }
+    void Keep(Dof sought) {
+        leftOut = static_cast<std::uint8_t>(leftOut & ~(1U << static_cast<unsigned>(sought)));
+    }
     bool Has(Dof sought) const;
 };
 

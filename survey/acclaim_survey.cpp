@@ -41,10 +41,14 @@ void TellOtherBytes(FindingList& findings) {
                       "the text is not UTF-8 here; no name is meant, so nothing is lost"});
 }
 
-bool IsMended(const FindingList& findings) {
-    const std::vector<Finding> all = findings.Sorted();
-    return std::any_of(all.begin(), all.end(),
-                       [](const Finding& finding) { return finding.mended; });
+// Whether the text is to be written anew. What only the plug-in would stumble over stays in a file
+// that is fixed.
+bool NeedsText(const FindingList& findings, const AsfSkeleton& skeleton, bool isChanged,
+               Purpose purpose) {
+    const bool isTouched = std::any_of(skeleton.bones.begin(), skeleton.bones.end(),
+                                       [](const AsfBone& bone) { return bone.IsRewritten(); });
+    return purpose != Purpose::Check && !findings.HasErrors() &&
+           (isTouched || findings.HasMended() || (isChanged && purpose == Purpose::Import));
 }
 
 // What is refused is not mended. About a file of another kind nothing else is worth a word.
@@ -114,11 +118,7 @@ class MotionSurvey {
     }
 
     void Write(const AsfSkeleton& skeleton, bool isRefused, AmcSurvey& survey) {
-        const bool isTouched = std::any_of(skeleton.bones.begin(), skeleton.bones.end(),
-                                           [](const AsfBone& bone) { return bone.IsRewritten(); });
-        const bool needsText = motion_->changed || isTouched || IsMended(findings_);
-        if (options_.purpose != Purpose::Check && needsText && !isRefused &&
-            !findings_.HasErrors()) {
+        if (!isRefused && NeedsText(findings_, skeleton, motion_->changed, options_.purpose)) {
             survey.mended = WriteAmc(skeleton, options_.purpose, source_, *motion_);
             if (options_.purpose == Purpose::Import) motion_->plugInRate = WrittenPlugInRate();
         }
@@ -164,9 +164,8 @@ class PairSurvey {
             CopyShape(survey.skeleton.facts, survey.motions.back().facts);
         }
         TellOtherBytes(findings_);
-        const bool needsText =
-            skeleton_.changed || source_.HadTrailingControls() || IsMended(findings_);
-        if (options_.purpose != Purpose::Check && needsText && !isRefused)
+        const bool isChanged = skeleton_.changed || source_.HadTrailingControls();
+        if (NeedsText(findings_, skeleton_, isChanged, options_.purpose))
             survey.skeleton.mended = WriteAsf(skeleton_, source_);
         survey.skeleton.findings = FinishedFindings(findings_);
         return survey;
@@ -202,7 +201,7 @@ class PairSurvey {
             toldTranslations |= motion->Findings().Find(codes::kDofTranslation) != nullptr;
         }
         if (!IsUsable()) return;
-        TellTranslations(skeleton_, toldTranslations, findings_);
+        if (options_.purpose == Purpose::Fix && !toldTranslations) KeepTranslations(skeleton_);
         FoldLengths(skeleton_, read, findings_);
     }
 

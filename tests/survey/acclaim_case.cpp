@@ -114,6 +114,12 @@ survey::Options For(survey::Purpose purpose) {
     return options;
 }
 
+survey::Purpose PurposeThatWrites(const std::vector<Told>& told) {
+    const bool isMended =
+        std::any_of(told.begin(), told.end(), [](const Told& finding) { return finding.mended; });
+    return isMended ? survey::Purpose::Fix : survey::Purpose::Import;
+}
+
 survey::AcclaimSurvey Survey(const std::string& asf, const std::string& amc,
                              const survey::Options& options) {
     const survey::AcclaimFile motion = {amc, "walk.amc"};

@@ -31,6 +31,10 @@ void ExpectFindings(const std::vector<survey::Finding>& findings, const std::vec
 
 survey::Options For(survey::Purpose purpose);
 
+// A fixed text differs from the file only where a finding is mended; what the plug-in alone would
+// stumble over is left to the import.
+survey::Purpose PurposeThatWrites(const std::vector<Told>& told);
+
 // Of one skeleton and one motion.
 survey::AcclaimSurvey Survey(const std::string& asf, const std::string& amc,
                              const survey::Options& options);

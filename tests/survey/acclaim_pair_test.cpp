@@ -82,7 +82,7 @@ TEST(AcclaimLengthDof, IsJudgedByAllMotionsTogether) {
 TEST(AcclaimTranslation, IsToldWhereItIsNotNothing) {
     const std::string asf = With(CleanAsf(), "dof rz", "dof rz tx");
     const auto zero = Survey(asf, WithLengths("larm", "0", "0"), For(Purpose::Import));
-    ExpectFindings(zero.skeleton.findings, {{kDofTranslation, kNote, 33, false, 1, "larm"}});
+    ExpectFindings(zero.skeleton.findings, {});
     ExpectFindings(zero.motions[0].findings, {});
     const auto moved = Survey(asf, WithLengths("larm", "0", "3"), For(Purpose::Import));
     ExpectFindings(moved.skeleton.findings, {});
@@ -96,6 +96,10 @@ TEST(AcclaimTranslation, IsLeftOutWhereABoneHasNothingElse) {
     ASSERT_TRUE(found.skeleton.mended && found.motions[0].mended);
     EXPECT_THAT(found.skeleton.mended->text, Not(HasSubstr("tx\n")));
     EXPECT_THAT(found.motions[0].mended->text, Not(HasSubstr("larm")));
+    const auto fixed = Survey(asf, CleanAmc(), For(Purpose::Fix));
+    const bool isMoved = found.motions[0].Has(Severity::Warning);
+    EXPECT_EQ(fixed.skeleton.mended.has_value(), isMoved);
+    EXPECT_EQ(fixed.motions[0].mended.has_value(), isMoved);
 }
 
 TEST(AcclaimBoneMissing, StaysAtRestWhereItHasNoRowAtAll) {

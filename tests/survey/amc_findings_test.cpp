@@ -210,10 +210,7 @@ const Row kRows[] = {
     {"RowsBeforeNumber", "\n1\n", "\n", {{kNotAmc, kError, 4}}},
     {"NotAmc", nullptr, "HIERARCHY\nROOT Hips\n", {{kNotAmc, kError}}},
     {"Numbers", nullptr, "1 2 3\n4 5 6\n", {{kNotAmc, kError}}},
-    {"Skeleton",
-     nullptr,
-     ":version 1.10\n:bonedata\nbegin",
-     {{kNotAmc, kError}}},
+    {"Skeleton", nullptr, ":version 1.10\n:bonedata\nbegin", {{kNotAmc, kError}}},
     {"Empty", nullptr, "\r\n", {{kEmpty, kError}}},
     {"Mark",
      ":SAMPLES",
@@ -228,7 +225,11 @@ TEST_P(AmcFinding, IsToldAndMended) {
     const Row& row = GetParam();
     const std::string amc =
         row.old ? With(CleanAmc(), row.old, row.replacement) : std::string(row.replacement);
-    const auto found = Survey(CleanAsf(), amc, For(survey::Purpose::Fix));
+    const survey::Purpose purpose = row.mended ? PurposeThatWrites(row.told) : survey::Purpose::Fix;
+    const auto found = Survey(CleanAsf(), amc, For(purpose));
+    if (purpose == survey::Purpose::Import) {
+        EXPECT_FALSE(Survey(CleanAsf(), amc, For(survey::Purpose::Fix)).motions[0].mended);
+    }
     ExpectFindings(found.skeleton.findings, {});
     EXPECT_FALSE(found.skeleton.mended);
     const survey::AmcSurvey& motion = found.motions[0];
@@ -237,7 +238,7 @@ TEST_P(AmcFinding, IsToldAndMended) {
         << (row.mended ? "" : motion.mended->text);
     if (!row.mended) return;
     EXPECT_THAT(motion.mended->text, HasSubstr(row.mended));
-    const auto again = Survey(CleanAsf(), motion.mended->text, For(survey::Purpose::Fix));
+    const auto again = Survey(CleanAsf(), motion.mended->text, For(purpose));
     EXPECT_FALSE(again.motions[0].mended) << again.motions[0].mended->text;
     for (const auto& finding : again.motions[0].findings)
         EXPECT_FALSE(finding.mended) << finding.code;

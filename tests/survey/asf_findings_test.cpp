@@ -123,7 +123,7 @@ const Row kRows[] = {
      "dof rx ry rz",
      "dof rx ry rz l",
      {{kNumberBad, kError, 23, false, 1, "spine"}, {kDofLength, kNote, 22, true, 1, "spine"}}},
-    {"DofTranslation", "dof rz", "dof rz tx", {{kDofTranslation, kNote, 33, false, 1, "larm"}}},
+    {"DofTranslation", "dof rz", "dof rz tx", {}},
     {"DofUnknown", "dof rz", "dof rz rw", {{kNumberBad, kError, 33, false, 1, "larm"}}},
     {"DofTwice", "dof rz", "dof rz RZ", {{kNumberBad, kError, 33, false, 1, "larm"}}},
     {"OrderUnknown", "order TX", "order TW", {{kNumberBad, kError, 11}}},
@@ -189,10 +189,7 @@ const Row kRows[] = {
      "direction 0 0 0",
      {{kDirectionLength, kWarning, 30, false, 1, "larm"}}},
     {"Empty", nullptr, "", {{kEmpty, kError}}},
-    {"NotAsf",
-     nullptr,
-     "HIERARCHY\nROOT Hips\n",
-     {{kNotAsf, kError}}},
+    {"NotAsf", nullptr, "HIERARCHY\nROOT Hips\n", {{kNotAsf, kError}}},
     {"SkeletonInStoredData", "# a figure", "\x1F\x8B\x08 stored", {{kNotAsf, kError}}},
     {"Mark", ":name", "\xEF\xBB\xBF:name", {{kKeywordUnknown, kNote, 3, true}}, ":version"},
     {"NameInAnotherEncoding",
@@ -215,13 +212,17 @@ TEST_P(AsfFinding, IsToldAndMended) {
     const Row& row = GetParam();
     const std::string asf =
         row.old ? With(CleanAsf(), row.old, row.replacement) : std::string(row.replacement);
-    const auto found = Survey(asf, CleanAmc(), For(survey::Purpose::Fix));
+    const survey::Purpose purpose = row.mended ? PurposeThatWrites(row.told) : survey::Purpose::Fix;
+    const auto found = Survey(asf, CleanAmc(), For(purpose));
+    if (purpose == survey::Purpose::Import) {
+        EXPECT_FALSE(Survey(asf, CleanAmc(), For(survey::Purpose::Fix)).skeleton.mended);
+    }
     ExpectFindings(found.skeleton.findings, row.told);
     ASSERT_EQ(found.skeleton.mended.has_value(), row.mended != nullptr)
         << (row.mended ? "" : found.skeleton.mended->text);
     if (!row.mended) return;
     EXPECT_THAT(found.skeleton.mended->text, HasSubstr(row.mended));
-    const auto again = Survey(found.skeleton.mended->text, CleanAmc(), For(survey::Purpose::Fix));
+    const auto again = Survey(found.skeleton.mended->text, CleanAmc(), For(purpose));
     EXPECT_FALSE(again.skeleton.mended) << again.skeleton.mended->text;
     for (const auto& finding : again.skeleton.findings)
         EXPECT_FALSE(finding.mended) << finding.code;
