@@ -112,6 +112,15 @@ void Fold(const BvhJoint& joint, const double* row, bool addsOffsets, BvhJointPl
     }
 }
 
+// The joints stay at their OFFSETs.
+bool DropPositions(const BvhSection& section, BvhPlan& plan) {
+    for (std::size_t i = 0; i < section.joints.size(); ++i) {
+        plan.joints[i].folds = LoosePositions::IsLoose(section.joints[i]);
+        plan.joints[i].offset = section.joints[i].offset;
+    }
+    return section.motion.present;
+}
+
 void TellRelative(const BvhSection& section, FindingList& findings) {
     for (const BvhJoint& joint : section.joints) {
         if (!LoosePositions::IsLoose(joint)) continue;
@@ -128,7 +137,7 @@ void TellRelative(const BvhSection& section, FindingList& findings) {
 struct Joints {
     const BvhJoint* first = nullptr;
     std::size_t count = 0;
-    bool areMended = false;  // bones are to be built, and for them some are written otherwise
+    bool areMended = false;  // some are written otherwise
 
     void Add(const BvhJoint& joint, bool isMended) {
         if (count++ == 0) first = &joint;
@@ -148,6 +157,23 @@ void TellJoints(std::string_view code, const Joints& joints, const char* at, std
     findings.Add(
         {code, Severity::Note, at, std::move(message), joints.first->name, joints.areMended});
     findings.AddAgain(code, Severity::Note, joints.count - 1);
+}
+
+void TellRising(const BvhSection& section, const Joints& joints, bool isAlike,
+                FindingList& findings) {
+    const bool isTold =
+        joints.count == 0 || findings.AddAgain(codes::kRotationOrder, Severity::Note, joints.count);
+    if (isTold) return;
+    const std::string listed = Listed(*joints.first);
+    const std::string who = joints.count == 1
+                                ? JointLabel(section, *joints.first) + " lists its rotations "
+                                : std::to_string(joints.count) + " joints list their rotations ";
+    findings.Add({codes::kRotationOrder, Severity::Note, joints.first->channelsAt.at,
+                  who + (isAlike ? listed : "in rising order, the first " + listed) +
+                      "; they are re-expressed, since the plug-in would turn " + listed[0] +
+                      " first",
+                  joints.first->name, true});
+    findings.AddAgain(codes::kRotationOrder, Severity::Note, joints.count - 1);
 }
 
 void TellConstant(const BvhSection& section, const Joints& joints, FindingList& findings) {
@@ -187,35 +213,32 @@ void TellEnds(const Joints& joints, FindingList& findings) {
 
 }  // namespace
 
-void PlanRotations(const BvhSection& section, BvhPlan& plan, FindingList& findings) {
-    const BvhJoint* first = nullptr;
-    std::size_t count = 0;
+bool PlanRotations(const BvhSection& section, bool bones, BvhPlan& plan, FindingList& findings) {
+    Joints rising;
     bool isAlike = true;
+    bool areDropped = false;
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const BvhJoint& joint = section.joints[i];
-        plan.joints[i].turns = joint.HasRisingRotations();
-        if (!plan.joints[i].turns) continue;
-        if (first == nullptr) first = &joint;
-        isAlike &= Listed(joint) == Listed(*first);
-        ++count;
+        const bool isEnd = joint.isEndSite && !joint.hasJoints;
+        const bool drops = bones && isEnd && joint.HasRotations();
+        const bool rises = joint.HasRisingRotations();
+        plan.joints[i].dropsRotations = drops;
+        plan.joints[i].turns = rises && !drops;
+        areDropped |= drops;
+        if (!rises) continue;
+        rising.Add(joint, true);
+        isAlike &= Listed(joint) == Listed(*rising.first);
     }
-    if (count == 0 || findings.AddAgain(codes::kRotationOrder, Severity::Note, count)) return;
-    const std::string listed = Listed(*first);
-    const std::string who = count == 1 ? JointLabel(section, *first) + " lists its rotations "
-                                       : std::to_string(count) + " joints list their rotations ";
-    findings.Add({codes::kRotationOrder, Severity::Note, first->channelsAt.at,
-                  who + (isAlike ? listed : "in rising order, the first " + listed) +
-                      "; they are re-expressed, since the plug-in would turn " + listed[0] +
-                      " first",
-                  first->name, true});
-    findings.AddAgain(codes::kRotationOrder, Severity::Note, count - 1);
+    TellRising(section, rising, isAlike, findings);
+    return areDropped;
 }
 
-void PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
+bool PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
                    FindingList& findings) {
     const bool isLoose =
         std::any_of(section.joints.begin(), section.joints.end(), LoosePositions::IsLoose);
-    if (!isLoose || frames.Count() == 0) return;
+    if (!isLoose) return false;
+    if (frames.Count() == 0) return bones && DropPositions(section, plan);
     LoosePositions positions(section, frames);
     const double size = FigureSize(section, frames);
     plan.addsOffsets = positions.AreRelative(size);
@@ -233,9 +256,10 @@ void PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bone
         else if (changes)
             plan.joints[i].detaches = true;
     }
-    if (plan.addsOffsets) return;
+    if (plan.addsOffsets) return false;
     TellConstant(section, constant, findings);
     TellMoving(section, moving, findings);
+    return false;
 }
 
 void PlanEnds(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,

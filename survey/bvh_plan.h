@@ -12,6 +12,7 @@ namespace survey {
 
 struct BvhJointPlan {
     bool turns = false;                 // its rotations are re-expressed
+    bool dropsRotations = false;        // they turn nothing, and are left out
     bool folds = false;                 // its positions are its OFFSET
     bool detaches = false;              // its OFFSET is 0 0 0, its positions are all listed
     bool addsEnd = false;               // it is given an end site
@@ -27,12 +28,14 @@ struct BvhPlan {
     bool turnsRising = false;
 };
 
-// Joints whose rotations are listed in rising order; reads no rows.
-void PlanRotations(const BvhSection& section, BvhPlan& plan, FindingList& findings);
+// Joints whose rotations are listed in rising order; reads no rows. With `bones`, end sites lose
+// rotations, which bones cannot be given there. Returns whether one does.
+bool PlanRotations(const BvhSection& section, bool bones, BvhPlan& plan, FindingList& findings);
 
 // Joints below the root that list positions. With `bones` they are made what bones can be built
-// from; otherwise only told of.
-void PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
+// from; otherwise only told of. Without rows there is nothing to tell, and bones just lose the
+// positions: returns whether one does.
+bool PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
                    FindingList& findings);
 
 // Joints without children and end site. After the positions.

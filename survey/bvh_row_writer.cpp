@@ -42,6 +42,7 @@ std::vector<BvhColumn> PlannedColumns(const BvhSection& section, const BvhPlan& 
         const BvhChannel channel = joint.channels[i];
         const std::size_t value = joint.firstValue + i;
         if (IsRotation(channel)) {
+            if (plan.dropsRotations) continue;
             columns.push_back(plan.turns
                                   ? Turned(turned++, whole.turnsRising)
                                   : BvhColumn{BvhColumn::Kind::AsWritten, channel, value, 0});

@@ -63,6 +63,11 @@ struct BvhJoint {
             if (!IsRotation(channels[i])) return true;
         return false;
     }
+    bool HasRotations() const {
+        for (std::size_t i = 0; i < channelCount; ++i)
+            if (IsRotation(channels[i])) return true;
+        return false;
+    }
     bool HasRisingRotations() const;
 };
 

@@ -106,7 +106,7 @@ class BvhSurveyor {
         if (!isPlain) TellBracesAfterNumbers(section);
         part.plan.joints.resize(section.joints.size());
         part.plan.turnsRising = options_.purpose == Purpose::Import;
-        PlanRotations(section, part.plan, findings_);
+        isAltered_ |= PlanRotations(section, bones_, part.plan, findings_);
         return ReadMotion(part, words);
     }
 
@@ -154,7 +154,7 @@ class BvhSurveyor {
             words.Continue(end);
         }
         if (!isRead) return false;
-        PlanPositions(section, part.frames, bones_, part.plan, findings_);
+        isAltered_ |= PlanPositions(section, part.frames, bones_, part.plan, findings_);
         PlanEnds(section, part.frames, bones_, part.plan, findings_);
         return true;
     }

@@ -1,5 +1,6 @@
 // What is told of rotations, positions and ends, and what of it is handed on, with bones and
 // without.
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -99,6 +100,30 @@ const BvhRow kBones[] = {
      Figure(kTurn, kTurn, "1 2\n3 4\n", ""),
      {{kEndSiteMissing, kNote, 6, 1}},
      "CHANNELS 1 Zrotation\n\t\tEnd Site\n\t\t{\n\t\t\tOFFSET 0 2.5 0\n\t\t}\n"},
+    {"PositionsWithoutRowsAreLeftOut",
+     "HIERARCHY\nROOT a\n{\nOFFSET 0 0 0\nCHANNELS 0\nJOINT b\n{\nOFFSET 0 10 0\nCHANNELS 4 "
+     "Xposition "
+     "Yposition Zposition Zrotation\n" +
+         kEnd + "}\n}\nMOTION\nFrames: 0\nFrame Time: 0.04\n",
+     {{kMotionEmpty, kNote, 16, 1, 1, false}},
+     "OFFSET 0 10 0\n\t\tCHANNELS 1 Zrotation\n"},
+    {"EndSiteLosesRotations",
+     Figure(kTurn, kTurn, "1 2 3 4\n5 6 7 8\n",
+            "End Site\n{\nOFFSET 0 5 0\nCHANNELS 2 Yrotation Xrotation\n}\n"),
+     {},
+     "\t\t\tOFFSET 0 5 0\n\t\t\tCHANNELS 0\n"},
+    {"EndSiteLosesRisingRotations",
+     Figure("2 Xrotation Zrotation", kTurn, "1 0 3 4 5\n5 0 7 8 9\n",
+            "End Site\n{\nOFFSET 0 5 0\nCHANNELS 2 Xrotation Yrotation\n}\n"),
+     {{kRotationOrder, kNote, 5, 1, 2}},
+     "0 0 3\n"},
+    {"EndSiteWithAJointKeepsRotations",
+     Figure(kTurn, kTurn, "1 2 3 4\n5 6 7 8\n",
+            "End Site\n{\nOFFSET 0 5 0\nCHANNELS 1 Yrotation\nJOINT c\n{\nOFFSET 0 1 0\nCHANNELS 1 "
+            "Yrotation\n" +
+                kEnd + "}\n}\n"),
+     {},
+     ""},
     {"EndSiteAddedToAJointWithoutOffset",
      "HIERARCHY\nROOT a\n{\nOFFSET 0 0 0\nCHANNELS 0\nEnd Site\n{\nOFFSET 0 20 0\n}\nJOINT "
      "b\n{\nOFFSET 0 0 0\nCHANNELS 1 Zrotation\n}\n}\n" +
@@ -133,8 +158,11 @@ TEST(BvhFigure, IsFixedWithoutBones) {
     options.bones = true;
     for (const BvhRow& row : kBones) {
         const auto found = survey::SurveyBvh(row.text, options);
-        const bool relative = std::string_view(row.name) == "PositionRelativeFolds";
-        EXPECT_EQ(found.mended.has_value(), relative) << row.name;
+        const bool mends =
+            std::any_of(row.findings.begin(), row.findings.end(), [](const auto& told) {
+                return told.code == kPositionRelative || told.code == kRotationOrder;
+            });
+        EXPECT_EQ(found.mended.has_value(), mends) << row.name;
     }
 }
 
