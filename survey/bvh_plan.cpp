@@ -113,12 +113,11 @@ void Fold(const BvhJoint& joint, const double* row, bool addsOffsets, BvhJointPl
 }
 
 // The joints stay at their OFFSETs.
-bool DropPositions(const BvhSection& section, BvhPlan& plan) {
+void DropPositions(const BvhSection& section, BvhPlan& plan) {
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         plan.joints[i].folds = LoosePositions::IsLoose(section.joints[i]);
         plan.joints[i].offset = section.joints[i].offset;
     }
-    return section.motion.present;
 }
 
 void TellRelative(const BvhSection& section, FindingList& findings) {
@@ -238,7 +237,10 @@ bool PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bone
     const bool isLoose =
         std::any_of(section.joints.begin(), section.joints.end(), LoosePositions::IsLoose);
     if (!isLoose) return false;
-    if (frames.Count() == 0) return bones && DropPositions(section, plan);
+    if (frames.Count() == 0) {
+        if (bones) DropPositions(section, plan);
+        return bones;
+    }
     LoosePositions positions(section, frames);
     const double size = FigureSize(section, frames);
     plan.addsOffsets = positions.AreRelative(size);

@@ -107,6 +107,13 @@ const BvhRow kBones[] = {
          kEnd + "}\n}\nMOTION\nFrames: 0\nFrame Time: 0.04\n",
      {{kMotionEmpty, kNote, 16, 1, 1, false}},
      "OFFSET 0 10 0\n\t\tCHANNELS 1 Zrotation\n"},
+    {"PositionsWithoutMotionAreLeftOut",
+     "HIERARCHY\nROOT a\n{\nOFFSET 0 0 0\nCHANNELS 0\nJOINT b\n{\nOFFSET 0 10 0\nCHANNELS 4 "
+     "Xposition "
+     "Yposition Zposition Zrotation\n" +
+         kEnd + "}\n}\n",
+     {{kMotionMissing, kNote, 1, 1, 1, false}},
+     "OFFSET 0 10 0\n\t\tCHANNELS 1 Zrotation\n"},
     {"EndSiteLosesRotations",
      Figure(kTurn, kTurn, "1 2 3 4\n5 6 7 8\n",
             "End Site\n{\nOFFSET 0 5 0\nCHANNELS 2 Yrotation Xrotation\n}\n"),
