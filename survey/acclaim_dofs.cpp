@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "survey/acclaim_lengths.h"
 #include "survey/codes.h"
 
 namespace survey {
@@ -51,10 +52,9 @@ void MoveSizeToLength(AsfBone& bone, double size) {
                 bone.limits[k] = {bone.limits[k].value * size, {}};
 }
 
-// A dof "l" was told of when it was read.
-void TellFolded(const AsfBone& bone, FindingList& findings) {
-    const std::string message =
-        "the length of \"" + bone.name + "\" keeps one value, which becomes the bone's length";
+// Tells what becomes of the bone's length. A dof "l" was told of when it was read.
+void Tell(const AsfBone& bone, const std::string& what, FindingList& findings) {
+    const std::string message = "the length of \"" + bone.name + "\" " + what;
     Finding* const known = findings.Find(codes::kDofLength);
     if (!known) {
         findings.Add({codes::kDofLength, Severity::Note, bone.dofAt, message, bone.name, true});
@@ -63,6 +63,38 @@ void TellFolded(const AsfBone& bone, FindingList& findings) {
     known->mended = true;
     known->count += bone.hasLetterLength ? 0 : 1;
     if (known->joint == bone.name && known->severity == Severity::Note) known->message = message;
+}
+
+void Refuse(const AsfBone& bone, const std::string& what, FindingList& findings) {
+    if (!findings.AddAgain(codes::kDofLength, Severity::Error))
+        findings.Add({codes::kDofLength, Severity::Error, bone.dofAt,
+                      "the length of \"" + bone.name + "\" moves, " + what, bone.name});
+}
+
+// In the text that is written, with a value of the motion's.
+AsfNumber Written(const AsfBone& bone, const AsfNumber& value) {
+    return bone.lengthScale != 1.0 ? AsfNumber{value.value * bone.lengthScale, {}} : value;
+}
+
+// Whether bone chains have a bone for it, with a length that may move.
+bool IsOneBone(const AsfBone& bone, double scale) {
+    return bone.length.value * scale >= kShortestBone && bone.children.size() <= 1;
+}
+
+// Of a bone whose length moves though it has none at rest, so that bone chains lack it.
+void GiveLength(AsfBone& bone, const AsfNumber& first, double scale, FindingList& findings) {
+    if (bone.children.empty()) {
+        bone.LeaveOut(Dof::Length);
+        Tell(bone, "moves nothing, since the bone has none at rest; it is left out", findings);
+    } else if (Written(bone, first).value * scale >= kShortestBone) {
+        bone.length = Written(bone, first);
+        Tell(bone, "moves and is nothing at rest; there it is that of the first frame", findings);
+    } else {
+        Refuse(bone,
+               "but is nothing at rest and in the first frame, where bones need one; --nulls does "
+               "without",
+               findings);
+    }
 }
 
 }  // namespace
@@ -104,28 +136,33 @@ void KeepTranslations(AsfSkeleton& skeleton) {
 }
 
 void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,
-                 FindingList& findings) {
-    for (std::uint32_t index = 1; index < skeleton.bones.size(); ++index) {
+                 std::optional<double> chainScale, FindingList& findings) {
+    const bool hasFrames = std::any_of(motions.begin(), motions.end(),
+                                       [](const AmcMotion* motion) { return motion->frames > 0; });
+    for (std::uint32_t index = 1; index < skeleton.bones.size() && !motions.empty(); ++index) {
         AsfBone& bone = skeleton.bones[index];
         if (!bone.Has(Dof::Length) || bone.IsLeftOut(Dof::Length)) continue;
         const AmcLength length = Together(index, motions);
-        if (!length.isKnown) continue;
-        const bool isShared = bone.children.size() > 1;
-        if (length.moves && isShared) {
-            if (!findings.AddAgain(codes::kDofLength, Severity::Error))
-                findings.Add({codes::kDofLength, Severity::Error, bone.dofAt,
-                              "the length of \"" + bone.name + "\" moves, and the bone has " +
-                                  std::to_string(bone.children.size()) +
-                                  " children; only one could be moved with it",
-                              bone.name});
+        const bool isShared = hasFrames && bone.children.size() > 1;
+        const bool isBuilt = !chainScale || IsOneBone(bone, *chainScale);
+        if (isBuilt && !isShared && (length.moves || !bone.hasLetterLength || !length.isKnown))
             continue;
-        }
-        if (length.moves || (!bone.hasLetterLength && !isShared)) continue;
-        bone.length = length.first;
-        if (bone.lengthScale != 1.0) bone.length = {length.first.value * bone.lengthScale, {}};
-        bone.LeaveOut(Dof::Length);
         skeleton.changed = true;
-        TellFolded(bone, findings);
+        if (length.moves && isShared) {
+            Refuse(bone,
+                   "and the bone has " + std::to_string(bone.children.size()) +
+                       " children; only one could be moved with it",
+                   findings);
+        } else if (length.moves) {
+            GiveLength(bone, length.first, *chainScale, findings);
+        } else if (length.isKnown) {
+            bone.length = Written(bone, length.first);
+            bone.LeaveOut(Dof::Length);
+            Tell(bone, "keeps one value, which becomes the bone's length", findings);
+        } else {
+            bone.LeaveOut(Dof::Length);
+            Tell(bone, "has no values in the motion; the bone's length is kept", findings);
+        }
     }
 }
 

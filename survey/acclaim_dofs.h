@@ -1,6 +1,7 @@
 // Degrees of freedom that only the format has, or that the plug-in cannot build.
 #pragma once
 
+#include <optional>
 #include <span>
 
 #include "survey/acclaim_skeleton.h"
@@ -20,7 +21,9 @@ void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings);
 void KeepTranslations(AsfSkeleton& skeleton);
 
 // A length that keeps one value in all motions becomes the bone's. One that moves several children
-// is an error.
-void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions, FindingList& findings);
+// is an error. `chainScale` is given for bone chains, and is what lengths are multiplied by: a bone
+// that has no length at rest cannot move there.
+void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,
+                 std::optional<double> chainScale, FindingList& findings);
 
 }  // namespace survey

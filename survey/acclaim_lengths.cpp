@@ -12,8 +12,6 @@ namespace {
 // What the archive's files state, and what its lengths times that come to in metres.
 constexpr double kArchiveLength = 0.45;
 constexpr double kArchiveMultiplier = 0.056444;
-// The plug-in gives a shorter bone no length.
-constexpr double kShortestBone = 0.01;
 // A bone that is a smaller part of the longest one has no length worth a word.
 constexpr double kNoLength = 1e-9;
 // Powers of ten up to this one are exact.

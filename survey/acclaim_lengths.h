@@ -20,6 +20,8 @@ struct LengthSettings {
 };
 
 constexpr double kArchiveRate = 120.0;
+// The plug-in gives a shorter bone no length.
+constexpr double kShortestBone = 0.01;
 
 // Settles the factor, and tells of preset, unit and bones that are too short.
 LengthSettings SettleLengths(AsfSkeleton& skeleton, const Options& options, FindingList& findings);

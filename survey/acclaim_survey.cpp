@@ -197,12 +197,15 @@ class PairSurvey {
                 continue;
             }
             motion->Read(skeleton_, lengths_);
-            if (motion->Motion() && motion->Motion()->frames > 0) read.push_back(motion->Motion());
+            if (motion->Motion()) read.push_back(motion->Motion());
             toldTranslations |= motion->Findings().Find(codes::kDofTranslation) != nullptr;
         }
         if (!IsUsable()) return;
         if (options_.purpose == Purpose::Fix && !toldTranslations) KeepTranslations(skeleton_);
-        FoldLengths(skeleton_, read, findings_);
+        std::optional<double> chainScale;
+        if (options_.purpose == Purpose::Import && options_.bones)
+            chainScale = lengths_.factor * lengths_.multiplied;
+        FoldLengths(skeleton_, read, chainScale, findings_);
     }
 
     void TellNames(std::span<const AcclaimFile> amcs) {

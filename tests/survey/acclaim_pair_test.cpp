@@ -68,6 +68,76 @@ TEST(AcclaimLengthDof, MayNotMoveSeveralChildren) {
     EXPECT_THAT(still.skeleton.mended->text, HasSubstr("length 41\n"));
 }
 
+// Without a length at rest, on a bone with and without a child.
+struct RestRow {
+    const char* name;
+    const char* first;
+    const char* others;
+    bool hasChild;
+    std::vector<Told> told;
+    const char* written;  // of the skeleton
+};
+
+const RestRow kRestRows[] = {
+    {"Leaf",
+     "3",
+     "4",
+     false,
+     {{kDofLength, kNote, 33, true, 1, "larm"}},
+     "length 0\n    axis 10 20 30 XYZ\n    dof rz\n"},
+    {"Child",
+     "3",
+     "4",
+     true,
+     {{kDofLength, kNote, 33, true, 1, "larm"}},
+     "length 3\n    axis 10 20 30 XYZ\n    dof rz |\n"},
+    {"Still",
+     "3",
+     "3",
+     true,
+     {{kDofLength, kNote, 33, true, 1, "larm"}},
+     "length 3\n    axis 10 20 30 XYZ\n    dof rz\n"},
+    {"Nothing", "0", "4", true, {{kDofLength, kError, 33, false, 1, "larm"}}, nullptr},
+};
+
+TEST(AcclaimLengthDof, NeedsALengthAtRestForBones) {
+    for (const RestRow& row : kRestRows) {
+        SCOPED_TRACE(row.name);
+        std::string asf = With(With(CleanAsf(), "dof rz", "dof rz |"), "length 20", "length 0");
+        if (row.hasChild) asf = With(asf, "spine larm rarm", "spine larm\n    larm rarm");
+        const std::string amc = WithLengths("larm", row.first, row.others);
+        survey::Options options = For(Purpose::Import);
+        const auto nulls = Survey(asf, amc, options);
+        ExpectFindings(nulls.skeleton.findings, {});
+        EXPECT_FALSE(nulls.skeleton.mended || nulls.motions[0].mended);
+        options.bones = true;
+        const auto bones = Survey(asf, amc, options);
+        ExpectFindings(bones.skeleton.findings, row.told);
+        ASSERT_EQ(bones.skeleton.mended.has_value(), row.written != nullptr);
+        if (!row.written) continue;
+        EXPECT_THAT(bones.skeleton.mended->text, HasSubstr(row.written));
+    }
+}
+
+TEST(AcclaimLengthDof, IsLeftOutWhereSeveralChildrenHaveNoValues) {
+    std::string asf = With(CleanAsf(), "dof rz", "dof rz |");
+    for (const char* name : {"a", "b", "c", "d", "e"})
+        asf = With(asf, ":hierarchy",
+                   std::string("  begin\n name ") + name +
+                       "\n direction 0 0 1\n length 1\n axis 0 0 0 XYZ\n dof rx\n end\n:hierarchy");
+    asf = With(asf, "larm rarm\n", "larm rarm c d e\n    larm a b\n");
+    std::string amc = ":SAMPLES-PER-SECOND 60\n:FULLY-SPECIFIED\n:DEGREES\n";
+    for (int frame = 1; frame <= 12; ++frame)
+        amc += std::to_string(frame) +
+               "\nroot 1 90 -3.5 10 20 5\nspine 1 15 -20\na 1\nb 2\nc 3\nd 4\ne 5\n";
+    const auto found = Survey(asf, amc, For(Purpose::Import));
+    ExpectFindings(found.skeleton.findings, {{kDofLength, kNote, 33, true, 1, "larm"}});
+    ExpectFindings(found.motions[0].findings, {{kBoneMissing, kWarning, 0, true, 1, "larm"}});
+    ASSERT_TRUE(found.skeleton.mended && found.motions[0].mended);
+    EXPECT_THAT(found.skeleton.mended->text, Not(HasSubstr("|")));
+    EXPECT_THAT(found.motions[0].mended->text, HasSubstr("larm 0\n"));
+}
+
 TEST(AcclaimLengthDof, IsJudgedByAllMotionsTogether) {
     const std::string asf = With(CleanAsf(), "dof rz", "dof rz l");
     const std::string one = WithLengths("larm", "7.5", "7.5");
