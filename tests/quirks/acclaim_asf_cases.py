@@ -173,6 +173,11 @@ def add_lengths(corpus):
     listed = {"arm": {"dof": "dof rx ry rz l", "limits": None}}
     one("dof-length-inner", asf(changes=listed), [note("dof-length", line_of(asf(changes=listed), "rz l"))],
         motion="walk", motion_text=amc(frames(rows=inner)))
+    restless = {"arm": {"length": "length 0", "dof": "dof rx ry rz |", "limits": None}}
+    one("dof-length-no-rest", asf(changes=restless), [], "right|mended", "walk", motion_text=amc(frames(rows=inner)))
+    restless = {"hand": {"length": "length 0", "dof": "dof ry |", "limits": None}}
+    one("dof-length-no-rest-leaf", asf(changes=restless), [], "right|mended", "walk",
+        motion_text=amc(frames(rows=moving)))
     scaled = {"arm": lambda frame: [*values("arm", frame), 0.8 + 0.04 * frame]}
     one("dof-length-unit", asf(unit="0.5", changes=listed), [
         note("dof-length", line_of(asf(changes=listed), "rz l")), note("length-unit")],
