@@ -30,7 +30,7 @@ def imported(zkhost, files, options, expected):
     """The record of an import, with paths as if this folder were the current one."""
     with tempfile.TemporaryDirectory() as folder:
         out = pathlib.Path(folder) / "scene.json"
-        run = subprocess.run([zkhost, "import", *files, *options, "-o", out, "--quiet"],
+        run = subprocess.run([zkhost, "import", *files, *options, "--as-is", "-o", out, "--quiet"],
                              cwd=HERE, capture_output=True, text=True, check=False)
         if run.returncode != expected:
             raise SystemExit(f"{files}: exit status {run.returncode}, not {expected}\n{run.stderr}")

@@ -40,7 +40,8 @@ std::vector<Sample> Samples() {
     for (const char* format : {"bvh", "acclaim"})
         for (const auto& entry : std::filesystem::directory_iterator(
                  std::filesystem::path(ZKMOCAP_QUIRKS_DIR) / format))
-            if (entry.path().extension() != ".amc") paths.push_back(entry.path());
+            if (entry.is_regular_file() && entry.path().extension() != ".amc")
+                paths.push_back(entry.path());
     std::sort(paths.begin(), paths.end());
     std::vector<Sample> samples;
     for (std::size_t index = 0; index < paths.size(); index += kEvery) {
