@@ -20,8 +20,12 @@ bool HasTranslation(const AsfBone& bone) {
 // parent's length moves.
 bool HindersPlugIn(const AsfSkeleton& skeleton, const AsfBone& bone) {
     if (!HasTranslation(bone)) return false;
-    if (std::all_of(bone.dof.begin(), bone.dof.end(), IsTranslation)) return true;
-    return bone.parent != kNoBone && skeleton.bones[bone.parent].Has(Dof::Length);
+    if (std::all_of(bone.dof.begin(), bone.dof.end(),
+                    [&](Dof dof) { return IsTranslation(dof) || bone.IsLeftOut(dof); }))
+        return true;
+    if (bone.parent == kNoBone) return false;
+    const AsfBone& parent = skeleton.bones[bone.parent];
+    return parent.Has(Dof::Length) && !parent.IsLeftOut(Dof::Length);
 }
 
 // What all motions have for the bone's length.
@@ -99,15 +103,16 @@ void GiveLength(AsfBone& bone, const AsfNumber& first, double scale, FindingList
 
 }  // namespace
 
-void PlanTranslations(AsfSkeleton& skeleton) {
+bool PlanTranslations(AsfSkeleton& skeleton) {
     const bool hinders =
         std::any_of(skeleton.bones.begin() + 1, skeleton.bones.end(),
                     [&](const AsfBone& bone) { return HindersPlugIn(skeleton, bone); });
-    if (!hinders) return;
+    if (!hinders) return false;
     skeleton.changed = true;
     for (std::size_t bone = 1; bone < skeleton.bones.size(); ++bone)
         for (const Dof dof : skeleton.bones[bone].dof)
             if (IsTranslation(dof)) skeleton.bones[bone].LeaveOut(dof);
+    return true;
 }
 
 void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings) {
@@ -117,7 +122,7 @@ void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings) {
             std::hypot(bone.direction[0].value, bone.direction[1].value, bone.direction[2].value);
         if (!bone.Has(Dof::Length) || std::fabs(size - 1.0) <= kUnitTolerance) continue;
         skeleton.changed = true;
-        if (size > 0.0) {
+        if (size > 0.0 && std::isfinite(size)) {
             MoveSizeToLength(bone, size);
             continue;
         }

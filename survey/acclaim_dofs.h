@@ -10,8 +10,9 @@
 
 namespace survey {
 
-// Leaves bones' translations out of canonical texts where the plug-in would not read the rest.
-void PlanTranslations(AsfSkeleton& skeleton);
+// Leaves bones' translations out of canonical texts where the plug-in would not read the rest;
+// whether it would not. To be called again once other degrees of freedom are left out.
+bool PlanTranslations(AsfSkeleton& skeleton);
 
 // Bone chains lengthen by the length alone, whatever the direction's size is. Where a bone's length
 // moves, the size becomes part of it; without a direction the length is left out, and that is told.

@@ -201,11 +201,19 @@ class PairSurvey {
             toldTranslations |= motion->Findings().Find(codes::kDofTranslation) != nullptr;
         }
         if (!IsUsable()) return;
-        if (options_.purpose == Purpose::Fix && !toldTranslations) KeepTranslations(skeleton_);
         std::optional<double> chainScale;
         if (options_.purpose == Purpose::Import && options_.bones)
             chainScale = lengths_.factor * lengths_.multiplied;
         FoldLengths(skeleton_, read, chainScale, findings_);
+        SettleTranslations(toldTranslations);
+    }
+
+    void SettleTranslations(bool areTold) {
+        const bool areLeftOut = PlanTranslations(skeleton_);
+        for (const auto& motion : motions_)
+            if (Finding* told = motion->Findings().Find(codes::kDofTranslation))
+                told->mended |= areLeftOut;
+        if (options_.purpose == Purpose::Fix && !areTold) KeepTranslations(skeleton_);
     }
 
     void TellNames(std::span<const AcclaimFile> amcs) {

@@ -122,6 +122,8 @@ bool AmcFrameReader::BeginsFrame(std::string_view word, const AmcFrame& frame) {
 bool AmcFrameReader::AddRow(std::string_view name, AmcFrame& frame) {
     const std::uint32_t bone = FindBone(name, frame.rows.size());
     if (bone != kNoBone && frame.rows.size() > 1 && frame.rows[0].bone == bone) return false;
+    // The root may be called "root" in a motion alone.
+    frame.isOdd |= bone == 0 && bones_.Skeleton().names.Find(name) != 0;
     frame.rows.push_back({name, bone, frame.words.size(), 0});
     return true;
 }

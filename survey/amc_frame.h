@@ -24,7 +24,7 @@ struct AmcFrame {
     std::vector<std::string_view> words;
     std::vector<AmcRow> rows;
     std::vector<std::string_view> keywords;  // lines that begin with a colon; passed over
-    // Comments, keywords and white space that the plug-in does not read as such.
+    // Comments, keywords, white space and a name that the plug-in does not read as such.
     bool isOdd = false;
 };
 

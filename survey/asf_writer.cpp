@@ -1,7 +1,9 @@
 #include "survey/asf_writer.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 #include "survey/number_word.h"
 #include "text/number_text.h"
@@ -11,6 +13,12 @@ namespace {
 
 constexpr int kDecimals = 12;
 constexpr const char* kDofWords[] = {"tx", "ty", "tz", "rx", "ry", "rz", "|"};
+
+// What is worked out from a very large number of the file may be none any more.
+double Finite(double value) {
+    return std::clamp(value, std::numeric_limits<double>::lowest(),
+                      std::numeric_limits<double>::max());
+}
 
 class Writer {
   public:
@@ -66,7 +74,7 @@ class Writer {
         if (!skeleton_.writtenPosition) return WriteVector("  position", skeleton_.position);
         text_ += "  position";
         for (const double number : *skeleton_.writtenPosition)
-            text_ += ' ' + text::NumberText(number);
+            text_ += ' ' + text::NumberText(Finite(number));
     }
 
     void WriteDofs(const char* keyword, const AsfBone& bone) {
@@ -136,7 +144,7 @@ void AppendNumber(std::string& out, const AsfNumber& number) {
         return;
     }
     std::array<char, text::kLongestNumber> room{};
-    const char* const last = text::WriteNumber(room.data(), number.value, kDecimals);
+    const char* const last = text::WriteNumber(room.data(), Finite(number.value), kDecimals);
     out.append(room.data(), static_cast<std::size_t>(last - room.data()));
 }
 

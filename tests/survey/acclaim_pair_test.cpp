@@ -172,6 +172,41 @@ TEST(AcclaimTranslation, IsLeftOutWhereABoneHasNothingElse) {
     EXPECT_EQ(fixed.motions[0].mended.has_value(), isMoved);
 }
 
+TEST(AcclaimTranslation, IsLeftOutWhereOnlyALengthWasBesideIt) {
+    const std::string asf = With(CleanAsf(), "dof rz", "dof tx |");
+    const std::string amc = WithLengths("larm", "20", "20");
+    const auto found = Survey(asf, amc, For(Purpose::Fix));
+    EXPECT_FALSE(found.skeleton.mended || found.motions[0].mended);
+    const auto folded = Survey(With(asf, "tx |", "tx l"), amc, For(Purpose::Fix));
+    ExpectFindings(folded.skeleton.findings, {{kDofLength, kNote, 33, true, 1, "larm"}});
+    ExpectFindings(folded.motions[0].findings, {{kDofTranslation, kWarning, 7, true, 12, "larm"}});
+    ASSERT_TRUE(folded.skeleton.mended && folded.motions[0].mended);
+    const auto again =
+        Survey(folded.skeleton.mended->text, folded.motions[0].mended->text, For(Purpose::Fix));
+    ExpectFindings(again.skeleton.findings, {});
+    ExpectFindings(again.motions[0].findings, {});
+}
+
+TEST(AcclaimRoot, MayBeCalledRootInTheMotionAlone) {
+    const std::string asf = With(CleanAsf(), "    root spine", "    hips spine");
+    const auto found = Survey(asf, CleanAmc(), For(Purpose::Import));
+    ExpectFindings(found.skeleton.findings, {});
+    ExpectFindings(found.motions[0].findings, {});
+    ASSERT_TRUE(found.motions[0].mended);
+    EXPECT_THAT(found.motions[0].mended->text, HasSubstr("\n1\nhips 1.1 90"));
+}
+
+TEST(AcclaimAngleUnits, KeepVeryLargeAnglesFinite) {
+    const std::string amc =
+        With(With(CleanAmc(), ":DEGREES", ":RADIANS"), "larm 4.3", "larm -1e308");
+    const auto found = Survey(CleanAsf(), amc, For(Purpose::Fix));
+    ExpectFindings(found.motions[0].findings, {{kAngleUnits, kNote, 3, true}});
+    ASSERT_TRUE(found.motions[0].mended);
+    EXPECT_THAT(found.motions[0].mended->text, HasSubstr("\nlarm -1"));
+    const auto again = Survey(CleanAsf(), found.motions[0].mended->text, For(Purpose::Fix));
+    ExpectFindings(again.motions[0].findings, {});
+}
+
 TEST(AcclaimBoneMissing, StaysAtRestWhereItHasNoRowAtAll) {
     // Six bones with dof, of which one may be missing.
     std::string asf = CleanAsf();
