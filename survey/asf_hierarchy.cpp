@@ -1,6 +1,7 @@
 // Which bone is at the end of which.
 #include <algorithm>
 
+#include "survey/amc_header.h"
 #include "survey/asf_sections.h"
 #include "survey/codes.h"
 #include "survey/encoding.h"
@@ -76,14 +77,17 @@ class Hierarchy {
     }
 
     // The root is what the lines call "root", or else the first that begins a line and is no bone.
+    // A motion could not tell a number from that of a frame.
     void NameRoot() {
         std::string name;
+        double number = 0.0;
         for (const char* start : starts_) {
             HierarchyLines lines(findings_.Source().Text(), start);
             for (AsfWord parent; lines.NextParent(parent);) {
                 if (skeleton_.names.Find(NameOf(parent)) != kNoBone) {
                     if (name.empty() && !firstLine_) isRootLate_ = true;
-                } else if (name.empty() || parent.Is("root")) {
+                } else if ((name.empty() && !IsFrameNumber(parent.text, number)) ||
+                           parent.Is("root")) {
                     name = NameOf(parent);
                 }
                 if (!firstLine_) firstLine_ = parent.text.data();
