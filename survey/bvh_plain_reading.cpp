@@ -20,7 +20,8 @@ bool IsSeparator(char c) {
 // Follows the plug-in's grammar word by word and compares.
 class PlainReader {
   public:
-    PlainReader(const BvhSection& section, std::string_view text) : section_(section) {
+    PlainReader(const BvhSection& section, std::string_view text)
+        : section_(section), textStart_(text.data()) {
         const char* const end = text.data() + text.size();
         const bool hasRows = section.motion.present;
         at_ = section.at.at;
@@ -28,7 +29,7 @@ class PlainReader {
     }
 
     bool Agrees() {
-        if (!Keyword("HIERARCHY")) return false;
+        if (!IsReached() || !Keyword("HIERARCHY")) return false;
         for (;;) {
             const std::string_view word = Next();
             if (word.empty()) return Ended();
@@ -47,6 +48,15 @@ class PlainReader {
     }
 
   private:
+    // A NUL byte before the section ends the text for the plug-in; other blanks part no words.
+    bool IsReached() const {
+        const char* before = section_.at.at;
+        while (before > textStart_ && IsSeparator(before[-1]))
+            --before;
+        return before == textStart_ ||
+               (before[-1] != '\0' && before[-1] != '\v' && before[-1] != '\f');
+    }
+
     std::string_view Next() {
         while (at_ < last_ && IsSeparator(*at_))
             ++at_;
@@ -117,6 +127,7 @@ class PlainReader {
     }
 
     const BvhSection& section_;
+    const char* textStart_;
     const char* at_;
     const char* last_;
     std::uint32_t current_ = kNoParent;

@@ -63,6 +63,7 @@ const BvhRow kRows[] = {
      ""},
     {"PointZeroInAnOffset", Root("OFFSET .0 1 +0\n" + kTurns + kEnd) + kMotion, {}, kWritten},
     {"VerticalTab", Root("OFFSET 0\v1 0\n" + kTurns + kEnd) + kMotion, {}, kWritten},
+    {"NulBeforeAll", "\0\0 "s + Root("OFFSET 0 1 0\n" + kTurns + kEnd) + kMotion, {}, kWritten},
     {"NulBetweenWords", Root("OFFSET 0\0001 0\n"s + kTurns + kEnd) + kMotion, {}, kWritten},
 
     {"EndSiteTexts",
