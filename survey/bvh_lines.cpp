@@ -108,8 +108,12 @@ class LinesReader {
         double value = kNoNumber;
         const char* const end = word.data() + word.size();
         ++words_;
-        if (textio::ReadPlainDecimal(word.data(), end, value) == end || IsPlainZero(word)) {
-            AddValue(IsPlainZero(word) ? (word[0] == '-' ? -0.0 : 0.0) : value);
+        if (textio::ReadPlainDecimal(word.data(), end, value) == end) {
+            AddValue(value);
+            return WordKind::Number;
+        }
+        if (IsPlainZero(word)) {
+            AddValue(word[0] == '-' ? -0.0 : 0.0);
             return WordKind::Number;
         }
         const WordKind kind = ReadRowWord(word, value);
@@ -186,7 +190,17 @@ class LinesReader {
         }
         Add(read_.notFinite, notFinite_);
         if (isSplit) Add(read_.glued, glued_);
+        if (read_.values.empty()) ReserveRows();
         read_.values.insert(read_.values.end(), row_.begin(), row_.end());
+    }
+
+    // As many rows as follow if all are as long as this one, which is at least two bytes a value.
+    void ReserveRows() {
+        const auto left = static_cast<std::size_t>(end_ - lineStart_);
+        const auto length = static_cast<std::size_t>(at_ - lineStart_) + 1;
+        const std::size_t rows = left / length + 1;
+        read_.values.reserve((rows + rows / 16) * row_.size());
+        read_.lines.reserve(read_.lines.size() + rows + rows / 16);
     }
 
     // A line that begins with text is a row only where it has a row's values and rows follow.

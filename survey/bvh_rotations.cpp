@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "survey/in_halves.h"
 #include "util/rotation_math.h"
 
 namespace survey {
@@ -9,6 +10,8 @@ namespace {
 
 // The cosine of the middle angle below which the outer two turn about one axis.
 constexpr double kLock = 1e-14;
+// Angles that take longer than it takes to start a thread.
+constexpr std::size_t kWorthAThread = 20'000;
 
 using Angles = std::array<double, 3>;  // about x, y and z, degrees
 
@@ -89,6 +92,25 @@ void TurnedAngles::Next(const double* row, double angles[3]) {
         before_ = far;
     for (std::size_t axis = 0; axis < 3; ++axis)
         angles[axis] = before_[axis];
+}
+
+// A joint's angles follow each other from frame to frame, so it is the joints that are shared out.
+TurnedFrames::TurnedFrames(const BvhSection& section, const std::vector<std::size_t>& joints,
+                           const BvhFrames& frames)
+    : width_(3 * joints.size()), angles_(width_ * frames.Count()) {
+    const std::size_t worthwhile = angles_.size() >= kWorthAThread ? 2 : joints.size() + 1;
+    InHalves(joints.size(), worthwhile, [&](std::size_t first, std::size_t last) {
+        std::vector<TurnedAngles> turned;
+        for (std::size_t i = first; i < last; ++i)
+            turned.emplace_back(section.joints[joints[i]]);
+        for (std::size_t frame = 0; frame < frames.Count(); ++frame) {
+            double* angles = angles_.data() + frame * width_ + 3 * first;
+            for (TurnedAngles& joint : turned) {
+                joint.Next(frames.Frame(frame), angles);
+                angles += 3;
+            }
+        }
+    });
 }
 
 }  // namespace survey

@@ -4,7 +4,9 @@
 
 #include <array>
 #include <cstddef>
+#include <vector>
 
+#include "survey/bvh_rows.h"
 #include "survey/bvh_skeleton.h"
 
 namespace survey {
@@ -30,6 +32,21 @@ class TurnedAngles {
     std::size_t count_ = 0;
     bool isFirst_ = true;
     std::array<double, 3> before_{};  // about x, y and z
+};
+
+// The angles of all joints that turn, of every frame.
+class TurnedFrames {
+  public:
+    // `joints` are indexes into the section, in its order.
+    TurnedFrames(const BvhSection& section, const std::vector<std::size_t>& joints,
+                 const BvhFrames& frames);
+
+    // Three for each joint that turns: about x, y and z.
+    const double* Frame(std::size_t frame) const { return angles_.data() + frame * width_; }
+
+  private:
+    std::size_t width_;
+    std::vector<double> angles_;
 };
 
 }  // namespace survey

@@ -63,21 +63,30 @@ std::vector<BvhColumn> PlannedColumns(const BvhSection& section, const BvhPlan& 
     return columns;
 }
 
+std::vector<std::size_t> TurningJoints(const BvhPlan& plan) {
+    std::vector<std::size_t> joints;
+    for (std::size_t joint = 0; joint < plan.joints.size(); ++joint)
+        if (plan.joints[joint].turns && !plan.joints[joint].dropsRotations) joints.push_back(joint);
+    return joints;
+}
+
 BvhRowWriter::BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
-                           std::string_view text)
-    : section_(section), frames_(frames), textEnd_(text.data() + text.size()) {
+                           const TurnedFrames& turned, std::string_view text)
+    : section_(section), frames_(frames), textEnd_(text.data() + text.size()), turned_(turned) {
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const auto own = PlannedColumns(section, plan, i);
         columns_.insert(columns_.end(), own.begin(), own.end());
-        if (plan.joints[i].turns) turned_.emplace_back(section.joints[i]);
     }
+    for (const BvhColumn& column : columns_)
+        if (column.kind == BvhColumn::Kind::AsWritten)
+            wordsNeeded_ = std::max(wordsNeeded_, column.value + 1);
 }
 
 // Numbers as they were written: a word a value.
 void BvhRowWriter::ReadWords(const BvhRow& row) {
     words_.clear();
     RowWords words(row.at, textEnd_);
-    while (words_.size() < section_.channels) {
+    while (words_.size() < wordsNeeded_) {
         const std::string_view word = words.Next();
         double value = 0.0;
         if (!row.isSplit || ReadRowWord(word, value) != WordKind::Glued) {
@@ -96,25 +105,27 @@ void BvhRowWriter::Write(std::size_t frame, std::string& out) {
     std::size_t room = 0;
     for (const std::string_view word : words_)
         room += word.size();
-    const std::size_t before = out.size();
-    out.resize(before + room + columns_.size() * (text::kLongestNumber + 1));
-    char* const first = out.data() + before;
+    room += columns_.size() * (text::kLongestNumber + 1);
+    if (row_.size() < room) row_.resize(room);
+    char* const first = row_.data();
     char* last = first;
-    turn_ = 0;
+    angles_ = turned_.Frame(frame);
     for (const BvhColumn& column : columns_) {
         last = WriteColumn(column, row, values, last);
         *last++ = ' ';
     }
     if (last > first) --last;
-    out.resize(before + static_cast<std::size_t>(last - first));
+    out.append(first, last);
 }
 
 char* BvhRowWriter::WriteColumn(const BvhColumn& column, const BvhRow& row, const double* values,
                                 char* out) {
     switch (column.kind) {
         case BvhColumn::Kind::Turned:
-            if (column.value == 0) turned_[turn_++].Next(values, angles_);
-            return text::WriteNumber(out, angles_[AxisOf(column.channel)], kAngleDecimals);
+            out = text::WriteNumber(out, angles_[AxisOf(column.channel)], kAngleDecimals);
+            // The joint's third angle is its last.
+            if (column.value == 2) angles_ += 3;
+            return out;
         case BvhColumn::Kind::Constant:
             return text::WriteNumber(out, column.number, text::kMostDecimals + 1);
         case BvhColumn::Kind::Added:

@@ -25,12 +25,16 @@ struct BvhColumn {
 std::vector<BvhColumn> PlannedColumns(const BvhSection& section, const BvhPlan& plan,
                                       std::size_t joint);
 
+// The joints that the plan turns, in the section's order.
+std::vector<std::size_t> TurningJoints(const BvhPlan& plan);
+
 class BvhRowWriter {
   public:
+    // `turned` are the angles of the joints that the plan turns. All stay as long as this.
     BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
-                 std::string_view text);
+                 const TurnedFrames& turned, std::string_view text);
 
-    // The frames in their order, each once. Appends its row without a line end.
+    // Appends the frame's row without a line end.
     void Write(std::size_t frame, std::string& out);
 
   private:
@@ -41,10 +45,11 @@ class BvhRowWriter {
     const BvhFrames& frames_;
     const char* textEnd_;
     std::vector<BvhColumn> columns_;
-    std::vector<TurnedAngles> turned_;
+    const TurnedFrames& turned_;
+    std::size_t wordsNeeded_ = 0;  // of a row, those that are copied and those before them
     std::vector<std::string_view> words_;
-    std::size_t turn_ = 0;
-    double angles_[3] = {};  // about x, y and z
+    std::vector<char> row_;
+    const double* angles_ = nullptr;  // of the joints of the row that turn and are still to come
 };
 
 }  // namespace survey

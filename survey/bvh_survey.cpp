@@ -210,7 +210,8 @@ class BvhSurveyor {
     }
 
     void Write() {
-        LineWriter writer(Text().size() + Text().size() / 2);
+        // Angles that are re-expressed have up to twice the digits of those that were listed.
+        LineWriter writer(2 * Text().size());
         for (std::size_t i = 0; i < parts_.size(); ++i) {
             BvhPart& part = parts_[i];
             if (!part.hasFrames && part.section.motion.present) {

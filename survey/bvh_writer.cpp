@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "survey/bvh_row_writer.h"
+#include "survey/in_halves.h"
 #include "text/number_text.h"
 
 namespace survey {
@@ -12,6 +13,8 @@ namespace {
 
 // Deeper joints are not moved further to the right.
 constexpr std::size_t kDeepest = 32;
+// Values that take longer to write than it takes to start a thread.
+constexpr std::size_t kWorthAThread = 20'000;
 
 constexpr std::string_view kChannelNames[] = {"Xposition", "Yposition", "Zposition",
                                               "Xrotation", "Yrotation", "Zrotation"};
@@ -39,15 +42,32 @@ class SectionWriter {
         Line(motion.framesAt.line, "Frames: " + std::to_string(part_.frames.Count()));
         Line(motion.timeAt.line,
              "Frame Time: " + (isStated ? motion.timeWord : text::NumberText(frameTime)));
-        BvhRowWriter rows(section_, part_.plan, part_.frames, text);
-        for (std::size_t frame = 0; frame < part_.frames.Count(); ++frame) {
-            writer_.From(part_.frames.rows[frame].line);
-            rows.Write(frame, writer_.Text());
-            writer_.EndLine();
+        WriteRows(text);
+        for (const BvhRow& row : part_.frames.rows) {
+            writer_.From(row.line);
+            writer_.CountLine();
         }
     }
 
   private:
+    void WriteRows(std::string_view text) {
+        const BvhFrames& frames = part_.frames;
+        const TurnedFrames turned(section_, TurningJoints(part_.plan), frames);
+        const std::size_t worthwhile =
+            frames.values.size() >= kWorthAThread ? 2 : frames.Count() + 1;
+        std::string second;
+        InHalves(frames.Count(), worthwhile, [&](std::size_t first, std::size_t last) {
+            std::string& out = first == 0 ? writer_.Text() : second;
+            if (first > 0) out.reserve(text.size());
+            BvhRowWriter rows(section_, part_.plan, frames, turned, text);
+            for (std::size_t frame = first; frame < last; ++frame) {
+                rows.Write(frame, out);
+                out += '\n';
+            }
+        });
+        writer_.Text() += second;
+    }
+
     void Open(std::uint32_t index) {
         const BvhJoint& joint = section_.joints[index];
         const BvhJointPlan& plan = part_.plan.joints[index];

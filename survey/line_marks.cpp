@@ -13,6 +13,10 @@ void LineWriter::From(std::size_t original) {
 
 void LineWriter::EndLine() {
     mended_.text += '\n';
+    CountLine();
+}
+
+void LineWriter::CountLine() {
     ++line_;
     ++original_;
 }

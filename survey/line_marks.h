@@ -17,6 +17,8 @@ class LineWriter {
     void From(std::size_t original);
     std::string& Text() { return mended_.text; }
     void EndLine();
+    // Of a line whose text, its end included, is there already.
+    void CountLine();
 
     MendedText Finish() { return std::move(mended_); }
 

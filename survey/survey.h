@@ -2,8 +2,8 @@
 // where the plug-in would not read what the author meant, a text that it does.
 //
 // Every text is followed by a byte that can be read and belongs to no number (a NUL, as in
-// std::string), and is only looked at during the call. Nothing here knows files, hosts or threads;
-// only lack of memory throws.
+// std::string), and is only looked at during the call. Nothing here knows files or hosts; a
+// second thread may share the work during a call. Only lack of memory throws.
 #pragma once
 
 #include <cstddef>

@@ -5,7 +5,11 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <random>
+#include <sstream>
+#include <string>
 #include <vector>
+
+#include "survey/survey.h"
 
 namespace {
 
@@ -153,6 +157,60 @@ TEST(TurnedAngles, KeepZAtGimbalLock) {
     turned.Next(locked, angles);
     EXPECT_NEAR(angles[2], z, 1e-9);
     EXPECT_LE(Difference(Product({0, 1, 2}, locked), OfAngles(angles)), 5e-14);
+}
+
+// So many values that two threads share them.
+TEST(TurnedFrames, AreThoseOfEachJointByItself) {
+    constexpr std::size_t kJoints = 5;
+    constexpr std::size_t kFrames = 3000;
+    survey::BvhSection section;
+    survey::BvhFrames frames;
+    std::vector<std::size_t> joints;
+    for (std::size_t i = 0; i < kJoints; ++i) {
+        section.joints.push_back(Listing({0, 1, 2}));
+        section.joints.back().firstValue = 3 * i;
+        joints.push_back(i);
+    }
+    frames.channels = 3 * kJoints;
+    frames.rows.resize(kFrames);
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> angle(-400.0, 400.0);
+    for (std::size_t i = 0; i < kFrames * frames.channels; ++i)
+        frames.values.push_back(angle(random));
+    const survey::TurnedFrames turned(section, joints, frames);
+    for (const std::size_t joint : joints) {
+        survey::TurnedAngles alone(section.joints[joint]);
+        for (std::size_t frame = 0; frame < kFrames; ++frame) {
+            double angles[3];
+            alone.Next(frames.Frame(frame), angles);
+            for (std::size_t axis = 0; axis < 3; ++axis)
+                ASSERT_EQ(turned.Frame(frame)[3 * joint + axis], angles[axis]) << frame;
+        }
+    }
+}
+
+// Likewise; rows stay in their order, each on its line.
+TEST(TurnedFrames, AreWrittenInTheirOrder) {
+    constexpr std::size_t kFrames = 4000;
+    std::string file =
+        "HIERARCHY\nROOT Hips\n{\nOFFSET 0 0 0\nCHANNELS 6 Xposition Yposition Zposition "
+        "Xrotation Yrotation Zrotation\nEnd Site\n{\nOFFSET 0 1 0\n}\n}\nMOTION\nFrames: " +
+        std::to_string(kFrames) + "\nFrame Time: 0.1\n";
+    for (std::size_t frame = 0; frame < kFrames; ++frame)
+        file += std::to_string(frame) + " 2 3 0 0 " + std::to_string(frame % 90) + '\n';
+    survey::Options options;
+    options.purpose = survey::Purpose::Import;
+    const survey::BvhSurvey surveyed = survey::SurveyBvh(file, options);
+    ASSERT_TRUE(surveyed.mended);
+    std::istringstream lines(surveyed.mended->text);
+    std::string line;
+    while (std::getline(lines, line) && !line.starts_with("Frame Time:")) {
+    }
+    for (std::size_t frame = 0; frame < kFrames; ++frame) {
+        ASSERT_TRUE(std::getline(lines, line));
+        ASSERT_EQ(line, std::to_string(frame) + " 2 3 0 0 " + std::to_string(frame % 90));
+    }
+    EXPECT_FALSE(std::getline(lines, line));
 }
 
 }  // namespace
