@@ -72,7 +72,7 @@ std::vector<std::size_t> TurningJoints(const BvhPlan& plan) {
 
 BvhRowWriter::BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
                            const TurnedFrames& turned, std::string_view text)
-    : section_(section), frames_(frames), textEnd_(text.data() + text.size()), turned_(turned) {
+    : frames_(frames), textEnd_(text.data() + text.size()), turned_(turned) {
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const auto own = PlannedColumns(section, plan, i);
         columns_.insert(columns_.end(), own.begin(), own.end());

@@ -41,7 +41,6 @@ class BvhRowWriter {
     void ReadWords(const BvhRow& row);
     char* WriteColumn(const BvhColumn& column, const BvhRow& row, const double* values, char* out);
 
-    const BvhSection& section_;
     const BvhFrames& frames_;
     const char* textEnd_;
     std::vector<BvhColumn> columns_;
