@@ -190,17 +190,19 @@ class LinesReader {
         }
         Add(read_.notFinite, notFinite_);
         if (isSplit) Add(read_.glued, glued_);
-        if (read_.values.empty()) ReserveRows();
+        if (read_.values.capacity() - read_.values.size() < row_.size()) ReserveRows();
         read_.values.insert(read_.values.end(), row_.begin(), row_.end());
     }
 
-    // As many rows as follow if all are as long as this one, which is at least two bytes a value.
+    // Makes room for the rows that follow if all are as long as this one, but for no more than a
+    // multiple of those that are there: another section may come next.
     void ReserveRows() {
+        constexpr std::size_t kGrowth = 16;
+        const std::size_t rows = read_.lines.size();
         const auto left = static_cast<std::size_t>(end_ - lineStart_);
         const auto length = static_cast<std::size_t>(at_ - lineStart_) + 1;
-        const std::size_t rows = left / length + 1;
-        read_.values.reserve((rows + rows / 16) * row_.size());
-        read_.lines.reserve(read_.lines.size() + rows + rows / 16);
+        const std::size_t expected = std::min(left / length + 1, kGrowth * rows);
+        read_.values.reserve(read_.values.size() + (expected + expected / 16) * row_.size());
     }
 
     // A line that begins with text is a row only where it has a row's values and rows follow.
