@@ -1,6 +1,7 @@
 // The bones of an ASF file.
 #include "survey/asf_sections.h"
 #include "survey/codes.h"
+#include "survey/quoted_word.h"
 
 namespace survey {
 namespace {
@@ -67,6 +68,14 @@ class BoneReader {
         if (bone_.name.empty()) {
             context_.findings.Add({codes::kNameMissing, Severity::Error, bone_.at,
                                    "a bone has no name; \"name\" and a word are expected"});
+            return;
+        }
+        if (bone_.name.starts_with(':')) {
+            context_.findings.Add({codes::kNameMissing, Severity::Error, bone_.at,
+                                   "the bone's name " + Quoted(bone_.name) +
+                                       " begins with a colon, as a keyword of the motion does; "
+                                       "rename the bone",
+                                   bone_.name});
             return;
         }
         if (bone_.dof.empty()) bone_.limits.clear();
