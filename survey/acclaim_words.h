@@ -22,8 +22,9 @@ struct AsfWord {
 bool EqualsLower(std::string_view word, std::string_view lower);
 std::string ToLowerText(std::string_view text);
 
+// A NUL byte would end a text for the plug-in, so it is a part of no word.
 constexpr bool IsAsfSeparator(char c) {
-    return IsWhite(c) || c == '(' || c == ')' || c == ',';
+    return IsWhite(c) || c == '(' || c == ')' || c == ',' || c == '\0';
 }
 
 // As people mean them: every line end ends a line.
