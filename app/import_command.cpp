@@ -146,8 +146,8 @@ class ImportRun {
         const ImportRequest& request = survey_.request;
         OutputsResult written;
         if (outcome_.status != kCancelled) written = WriteOutputs(request, Record(), outcome_);
-        // Whoever reads the report asks to stop only once, and is to hear of an output that was
-        // written.
+        // convert, which reads the report, sends one signal at most. It must not end this process
+        // before the report says that an output was written.
         if (!request.report) ReleaseInterrupts();
         if (outcome_.status == kCancelled || written.interrupted) return kCancelled;
         if (request.report) PrintReport(!written.milliseconds.empty());

@@ -73,7 +73,8 @@ void WatchSignals() {
     action.sa_flags = SA_ONSTACK;
     for (std::size_t index = 0; index < kFatalSignals.size(); ++index) {
         sigaction(kFatalSignals[index], nullptr, &formerActions[index]);
-        // What others handle or ignore stays theirs, but for crashes, which are handed on.
+        // A signal that somebody handles or ignores keeps that handling. Crashes are watched all
+        // the same, and their former handler is put back once the folder is removed.
         if (EndsTheProcess(formerActions[index]) || IsCrash(kFatalSignals[index]))
             sigaction(kFatalSignals[index], &action, nullptr);
     }

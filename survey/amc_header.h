@@ -24,7 +24,7 @@ struct AmcHeader {
 // Whether the word is a frame's number; `number` is it.
 bool IsFrameNumber(std::string_view word, double& number);
 
-// Tells of unknown keywords, and, as an error, of what is no motion.
+// Adds a note for unknown keywords, and an error where the file is not a motion.
 AmcHeader ReadAmcHeader(FindingList& findings);
 
 // Whether the plug-in, with a skeleton in that unit, finds the first frame there too. `rate` is the

@@ -99,7 +99,8 @@ bool AreDecimals(const Kinds& kinds, unsigned length, unsigned values) {
     const std::uint64_t starts = words & ~(words << 1U);
     const std::uint64_t afterMinus = minuses << 1U;
     const std::uint64_t afterPoint = points << 1U;
-    // Carries run through the digits after each point and stop behind them.
+    // Adding carries through the digits after each point; the bits that end up outside of digits
+    // mark the characters after them.
     const std::uint64_t runs = afterPoint & digits;
     const std::uint64_t ends = ((digits + runs) & ~digits) | (afterPoint & ~digits);
     return (minuses & ~starts) == 0 && (afterMinus & ~digits) == 0 && (starts & points) == 0 &&

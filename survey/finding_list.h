@@ -21,7 +21,7 @@ class FindingList {
         std::string_view code;
         Severity severity = Severity::Note;
         const char* at = nullptr;  // a byte of the text; null: the file as a whole
-        // Any bytes: what is no UTF-8 is replaced, and what is very long is shortened.
+        // May hold any bytes: those that are not UTF-8 become U+FFFD, and long texts are shortened.
         std::string message = {};
         std::string joint = {};
         bool mended = false;
