@@ -13,6 +13,7 @@
 #include "app/option_values.h"
 #include "app/output_file.h"
 #include "survey/encoding.h"
+#include "text/path_text.h"
 
 namespace app {
 namespace {
@@ -75,7 +76,7 @@ void DescribeCommand(CLI::App& command, Words& words) {
 void RefuseWrongOutputs(const CheckRequest& request) {
     std::set<std::string> names;
     for (const std::string& file : request.files) {
-        const std::string name = file.substr(file.rfind('/') + 1);
+        const std::string name(text::NamePart(file));
         if (!names.insert(name).second)
             throw UsageError(fmt::format("--out-dir: two files are called {}", name));
         const std::string output =
@@ -97,7 +98,7 @@ void DescribeCheck(CLI::App& check, CheckRequest& request) {
 
 CheckRequest UnderstandCheck(const CheckRequest& request) {
     for (const std::string& file : request.files) {
-        const std::string extension = LowerCaseExtension(file);
+        const std::string extension = text::LowerCaseExtension(file);
         if (extension != ".bvh" && extension != ".asf" && extension != ".amc")
             throw UsageError(fmt::format("{}: neither a .bvh, an .asf nor an .amc file", file));
     }
@@ -140,7 +141,7 @@ ConvertRequest UnderstandConvert(Words& words) {
     if (!FindOutputFormat(request.extension))
         throw UsageError(fmt::format("--to {}: no such output", words.convertWords.format));
     if (request.outDir.empty()) throw UsageError("--out-dir: no folder named");
-    if (!request.skeleton.empty() && LowerCaseExtension(request.skeleton) != ".asf")
+    if (!request.skeleton.empty() && text::LowerCaseExtension(request.skeleton) != ".asf")
         throw UsageError(fmt::format("--asf {}: not an .asf file", request.skeleton));
     // Wrong values are better said once than by every import.
     ImportWords& import = words.convertImport;

@@ -8,12 +8,13 @@
 
 #include "app/check_files.h"
 #include "app/finding_text.h"
-#include "app/json_text.h"
 #include "app/outcome.h"
 #include "app/output_file.h"
 #include "app/print.h"
-#include "app/text.h"
+#include "text/escapes.h"
+#include "text/json_text.h"
 #include "text/number_text.h"
+#include "text/path_text.h"
 
 namespace app {
 namespace {
@@ -61,7 +62,7 @@ std::string ShapeText(const survey::Facts& facts) {
 void AppendNumber(std::string& out, std::string_view key, const std::optional<double>& number) {
     out += fmt::format(R"("{}": )", key);
     if (number)
-        AppendJsonNumber(out, *number);
+        text::AppendJsonNumber(out, *number);
     else
         out += "null";
     out += ", ";
@@ -72,7 +73,7 @@ void AppendText(std::string& out, std::string_view key, const std::string& value
     if (value.empty())
         out += "null";
     else
-        AppendJsonString(out, DecodeUtf8(value));
+        text::AppendJsonString(out, value);
     out += ", ";
 }
 
@@ -94,7 +95,7 @@ std::string FactsJson(const survey::Facts& facts) {
 
 void PrintJson(const CheckedFile& file) {
     std::string out = R"({"file": )";
-    AppendJsonString(out, DecodeUtf8(file.path));
+    text::AppendJsonString(out, file.path);
     out += fmt::format(R"(, "format": "{}", "findings": [)", NameOf(file.format));
     for (std::size_t index = 0; index < file.survey.findings.size(); ++index) {
         if (index > 0) out += ", ";
@@ -108,8 +109,7 @@ void PrintForPeople(const CheckedFile& file) {
     for (const survey::Finding& finding : file.survey.findings)
         ToStdout()(FindingLine(file.path, finding, terminal));
     if (file.survey.Has(survey::Severity::Error)) return;
-    const std::string shown =
-        terminal ? EncodeUtf8(EscapeControls(DecodeUtf8(file.path))) : file.path;
+    const std::string shown = terminal ? text::EscapeControls(file.path) : file.path;
     ToStdout()(fmt::format("{}: {}\n", shown, CountsText(file.survey.facts, file.format)));
     const std::string shape = ShapeText(file.survey.facts);
     if (!shape.empty()) ToStdout()(fmt::format("  {}\n", shape));
@@ -118,7 +118,7 @@ void PrintForPeople(const CheckedFile& file) {
 // The canonical text, or a copy of the file where there is nothing to mend.
 void WriteFixed(const CheckRequest& request, const CheckedFile& file) {
     if (file.survey.Has(survey::Severity::Error)) return;
-    const std::string name = file.path.substr(file.path.rfind('/') + 1);
+    const std::string name(text::NamePart(file.path));
     OutputFile out(request.output.empty() ? request.outDir + '/' + name : request.output);
     out.Write(file.survey.mended ? std::string_view(file.survey.mended->text) : file.text);
     out.Commit();

@@ -7,13 +7,10 @@
 #include "app/finding_text.h"
 #include "app/mapped_file.h"
 #include "app/option_values.h"
+#include "text/path_text.h"
 
 namespace app {
 namespace {
-
-std::string BaseName(const std::string& path) {
-    return path.substr(path.rfind('/') + 1);
-}
 
 survey::Options OptionsOf(const CheckRequest& request, survey::Purpose purpose) {
     survey::Options options;
@@ -60,11 +57,13 @@ class Group {
         std::vector<std::size_t> indexes;
         for (std::size_t index = 1; index < checked_.size(); ++index) {
             if (!IsRead(index)) continue;
-            motions.push_back({checked_[index].text, BaseName(checked_[index].path)});
+            motions.push_back(
+                {checked_[index].text, std::string(text::NamePart(checked_[index].path))});
             indexes.push_back(index);
         }
         survey::AcclaimSurvey surveyed = survey::SurveyAcclaim(
-            {checked_.front().text, BaseName(checked_.front().path)}, motions, options);
+            {checked_.front().text, std::string(text::NamePart(checked_.front().path))}, motions,
+            options);
         checked_.front().survey = std::move(surveyed.skeleton);
         for (std::size_t index = 0; index < indexes.size(); ++index)
             checked_[indexes[index]].survey = std::move(surveyed.motions[index]);
@@ -77,8 +76,8 @@ class Group {
             if (checked.format == CaptureFormat::Bvh)
                 checked.survey = survey::SurveyBvh(checked.text, options);
             else
-                checked.survey =
-                    survey::SurveyAmcAlone({checked.text, BaseName(checked.path)}, options);
+                checked.survey = survey::SurveyAmcAlone(
+                    {checked.text, std::string(text::NamePart(checked.path))}, options);
         }
     }
 
@@ -105,7 +104,7 @@ std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& fil
 }  // namespace
 
 CaptureFormat FormatOfCapture(const std::string& path) {
-    const std::string extension = LowerCaseExtension(path);
+    const std::string extension = text::LowerCaseExtension(path);
     if (extension == ".asf") return CaptureFormat::Asf;
     return extension == ".amc" ? CaptureFormat::Amc : CaptureFormat::Bvh;
 }

@@ -2,9 +2,10 @@
 
 #include <fmt/format.h>
 
-#include "app/json_text.h"
-#include "app/text.h"
 #include "survey/codes.h"
+#include "text/escapes.h"
+#include "text/json_text.h"
+#include "text/wide_text.h"
 
 namespace app {
 
@@ -40,14 +41,14 @@ std::string FindingLine(const std::string& file, const survey::Finding& finding,
     const std::string separator = finding.line > 0 ? ":" : ": ";
     const std::string line = file + separator + FindingText(finding);
     // A name may hold a line feed, and its line is to stay one.
-    const std::wstring wide = DecodeUtf8(line);
-    return (escapeControls ? EncodeUtf8(EscapeControls(wide)) : line) + '\n';
+    const std::wstring wide = text::DecodeUtf8(line);
+    return (escapeControls ? text::EncodeUtf8(text::EscapeControls(wide)) : line) + '\n';
 }
 
 void AppendFindingJson(std::string& out, const survey::Finding& finding, const std::string* file) {
     const auto string = [&](std::string_view key, std::string_view value) {
         out += fmt::format(R"("{}": )", key);
-        AppendJsonString(out, DecodeUtf8(value));
+        text::AppendJsonString(out, value);
         out += ", ";
     };
     out += '{';

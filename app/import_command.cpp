@@ -20,10 +20,10 @@
 #include "app/plugin_library.h"
 #include "app/print.h"
 #include "app/summary.h"
-#include "app/text.h"
 #include "app/tree.h"
 #include "app/variant_list.h"
 #include "headless/session.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -33,7 +33,8 @@ constexpr wchar_t kAcclaimCommand[] = L"Acclaim Import function";
 
 // The plug-in's path of a file: absolute, symbolic links as they are.
 std::wstring PluginPath(const std::string& file) {
-    return file.empty() ? std::wstring() : DecodeUtf8(std::filesystem::absolute(file).string());
+    return file.empty() ? std::wstring()
+                        : text::DecodeUtf8(std::filesystem::absolute(file).string());
 }
 
 void AddSkeletonOptions(const ImportRequest& request, VariantList& arguments) {

@@ -10,6 +10,7 @@
 #include "app/option_values.h"
 #include "app/output_file.h"
 #include "survey/encoding.h"
+#include "text/path_text.h"
 
 namespace app {
 namespace {
@@ -23,7 +24,7 @@ const std::map<std::string, OutputFormat, std::less<>> kOutputFormats = {
 };
 
 void FindFormat(ImportRequest& request) {
-    const std::string extension = LowerCaseExtension(request.file);
+    const std::string extension = text::LowerCaseExtension(request.file);
     if (extension == ".bvh")
         request.format = SourceFormat::Biovision;
     else if (extension == ".asf")
@@ -36,7 +37,7 @@ void FindFormat(ImportRequest& request) {
     if (request.motionFile.empty()) return;
     if (request.format == SourceFormat::Biovision)
         throw UsageError(fmt::format("{}: a .bvh file is imported alone", request.motionFile));
-    if (LowerCaseExtension(request.motionFile) != ".amc")
+    if (text::LowerCaseExtension(request.motionFile) != ".amc")
         throw UsageError(fmt::format("{}: not an .amc file", request.motionFile));
 }
 
@@ -70,7 +71,7 @@ std::string Resolved(const std::string& path) {
 }
 
 OutputFormat FormatOf(const std::string& path) {
-    if (const auto format = FindOutputFormat(LowerCaseExtension(path))) return *format;
+    if (const auto format = FindOutputFormat(text::LowerCaseExtension(path))) return *format;
     std::string known;
     for (const auto& [name, value] : kOutputFormats)
         known += ' ' + name;

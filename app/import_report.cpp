@@ -5,9 +5,10 @@
 #include <vector>
 
 #include "app/motion_facts.h"
-#include "app/text.h"
 #include "headless/session.h"
+#include "headless/text.h"
 #include "host/constants.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -32,8 +33,9 @@ std::string FirstLoggedError(const ImportRequest& request,
     for (const headless::LogLine& line : log) {
         if (IsError(line)) {
             const bool isMotion = request.motionFile.empty() || skeletonDone;
-            const std::string file = isMotion ? "" : EncodeUtf8(DecodeUtf8(request.file)) + ": ";
-            return file + EncodeUtf8(line.text);
+            const std::string file =
+                isMotion ? "" : text::EncodeUtf8(text::DecodeUtf8(request.file)) + ": ";
+            return file + text::EncodeUtf8(headless::View(line.text));
         }
         if (line.severity == Zelk::zkInfoSeverity) skeletonDone = true;
     }
@@ -49,7 +51,7 @@ std::string Refusal(const ImportSurvey& survey) {
                 if (finding.severity == severity) {
                     const bool isMotion = &file == &survey.findings.back();
                     const std::string name =
-                        isMotion ? "" : EncodeUtf8(DecodeUtf8(file.file)) + ": ";
+                        isMotion ? "" : text::EncodeUtf8(text::DecodeUtf8(file.file)) + ": ";
                     return name + FindingText(finding);
                 }
     return {};
@@ -59,7 +61,7 @@ std::string Refusal(const ImportSurvey& survey) {
 std::string Shortened(std::string line) {
     constexpr std::size_t kLongest = 600;
     if (line.size() > kLongest) line = line.substr(0, kLongest) + "...\n";
-    return EncodeUtf8(DecodeUtf8(line));
+    return text::EncodeUtf8(text::DecodeUtf8(line));
 }
 
 void RecordFindings(const ImportSurvey& survey, ImportReport& report) {

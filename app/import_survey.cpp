@@ -5,16 +5,13 @@
 
 #include "app/mapped_file.h"
 #include "survey/codes.h"
+#include "text/path_text.h"
 
 namespace app {
 namespace {
 
 constexpr double kCmuLengthMultiplier = 0.056444;  // inches, and the archive's own 0.45, to metres
 constexpr double kCmuFramesPerSecond = 120.0;
-
-std::string BaseName(const std::string& path) {
-    return path.substr(path.rfind('/') + 1);
-}
 
 survey::Preset PresetOf(const ImportRequest& request) {
     switch (request.preset) {
@@ -88,7 +85,8 @@ class Gathering {
                PluginFile& file) {
         if (!surveyed || !surveyed->mended) return;
         if (!result_.folder) result_.folder = std::make_unique<MendedFolder>(bytes);
-        file.path = result_.folder->Write(BaseName(path), surveyed->mended->text);
+        file.path =
+            result_.folder->Write(std::string(text::NamePart(path)), surveyed->mended->text);
         file.lines = surveyed->mended->lines;
         if (file.lines.empty()) file.lines.emplace_back();
     }
@@ -116,10 +114,11 @@ ImportSurvey SurveyAcclaimPair(const ImportRequest& request) {
     const bool motionReadable = !hasMotion || gathering.IsReadable(request.motionFile, motion);
     if (!skeletonReadable || !motionReadable) return gathering.Finish(nullptr, nullptr);
 
-    const survey::AcclaimFile motionFile{motion.Text(), BaseName(request.motionFile)};
+    const survey::AcclaimFile motionFile{motion.Text(),
+                                         std::string(text::NamePart(request.motionFile))};
     const std::span<const survey::AcclaimFile> motions(&motionFile, hasMotion ? 1 : 0);
     survey::AcclaimSurvey surveyed = survey::SurveyAcclaim(
-        {skeleton.Text(), BaseName(request.file)}, motions, OptionsOf(request));
+        {skeleton.Text(), std::string(text::NamePart(request.file))}, motions, OptionsOf(request));
     gathering.Add(request.file, std::move(surveyed.skeleton.findings));
     gathering.SetLengths(surveyed);
     if (surveyed.motions.empty()) return gathering.Finish(&surveyed.skeleton, nullptr);

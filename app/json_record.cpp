@@ -5,8 +5,8 @@
 #include <variant>
 
 #include "app/json_scene.h"
-#include "app/json_text.h"
-#include "app/text.h"
+#include "headless/text.h"
+#include "text/json_text.h"
 
 namespace app {
 namespace {
@@ -31,7 +31,7 @@ void AppendLogLine(std::string& text, const headless::LogLine& line) {
     text += "{\"severity\": ";
     text += line.severity ? std::to_string(*line.severity) : "null";
     text += ", \"text\": ";
-    AppendJsonString(text, View(line.text));
+    text::AppendJsonString(text, headless::View(line.text));
     text += '}';
 }
 
@@ -60,7 +60,7 @@ void AppendBarEvent(std::string& text, const headless::BarEvent& event) {
     text += NameOf(event.kind);
     text += "\", ";
     if (event.kind == Kind::Caption)
-        AppendJsonString(text, View(event.caption));
+        text::AppendJsonString(text, headless::View(event.caption));
     else if (event.kind == Kind::Visible)
         text += event.number != 0 ? "true" : "false";
     else
@@ -72,16 +72,16 @@ void AppendArgument(std::string& text, const headless::CommandRecord::Argument& 
     if (const auto* integer = std::get_if<std::int32_t>(&argument))
         text += std::to_string(*integer);
     else if (const auto* number = std::get_if<double>(&argument))
-        AppendJsonNumber(text, *number);
+        text::AppendJsonNumber(text, *number);
     else if (const auto* name = std::get_if<Zelk::CString>(&argument))
-        AppendJsonString(text, View(*name));
+        text::AppendJsonString(text, headless::View(*name));
     else
         text += "null";
 }
 
 void AppendCommand(std::string& text, const headless::CommandRecord& command) {
     text += "{\"name\": ";
-    AppendJsonString(text, View(command.name));
+    text::AppendJsonString(text, headless::View(command.name));
     text += ", \"args\": [";
     for (std::size_t index = 0; index < command.arguments.size(); ++index) {
         if (index > 0) text += ", ";
@@ -93,7 +93,7 @@ void AppendCommand(std::string& text, const headless::CommandRecord& command) {
 void AppendUserInput(std::string& text, const USERINPUT& input) {
     const auto string = [&](const char* name, const Zelk::CString& value) {
         text += std::string("\"") + name + "\": ";
-        AppendJsonString(text, View(value));
+        text::AppendJsonString(text, headless::View(value));
         text += ", ";
     };
     const auto flag = [&](const char* name, bool value) {
@@ -111,7 +111,7 @@ void AppendUserInput(std::string& text, const USERINPUT& input) {
     flag("bApplyLimits", input.bApplyLimits);
     flag("bOverrideLength", input.bOverrideLength);
     text += "\"dLengthMultiplier\": ";
-    AppendJsonNumber(text, input.dLengthMultiplier);
+    text::AppendJsonNumber(text, input.dLengthMultiplier);
     text += '}';
 }
 
@@ -140,7 +140,7 @@ void WriteJsonRecord(OutputFile& out, const RunRecord& record) {
     if (record.findings) WriteFindings(out, *record.findings);
     if (record.multiplied != 1.0) {
         std::string multiplied = "\"multiplied\": ";
-        AppendJsonNumber(multiplied, record.multiplied);
+        text::AppendJsonNumber(multiplied, record.multiplied);
         out.Write(multiplied + ",\n");
     }
     WriteJsonScene(out, record.session.GetScene());

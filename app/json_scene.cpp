@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "app/json_text.h"
 #include "app/object_types.h"
-#include "app/text.h"
+#include "headless/text.h"
+#include "text/json_text.h"
 
 namespace app {
 namespace {
@@ -37,7 +37,9 @@ class SceneWriter {
         line_.clear();
     }
 
-    void AppendString(const Zelk::CString& text) { AppendJsonString(line_, View(text)); }
+    void AppendString(const Zelk::CString& text) {
+        text::AppendJsonString(line_, headless::View(text));
+    }
 
     // Fills up the line with elements made by `append`, which is told each in turn.
     template <class Range, class Append>
@@ -81,12 +83,12 @@ class SceneWriter {
             line_ += index == 0 ? "\"" : ", \"";
             line_ += kNames[index];
             line_ += "\": ";
-            AppendJsonNumber(line_, object.local[index]);
+            text::AppendJsonNumber(line_, object.local[index]);
         }
         line_ += '}';
         if (object.type == ObjectType::ChainBone) {
             line_ += ", \"length\": ";
-            AppendJsonNumber(line_, object.length);
+            text::AppendJsonNumber(line_, object.length);
         }
     }
 
@@ -122,7 +124,7 @@ class SceneWriter {
         line_ += R"({"name": )";
         AppendString(action.name);
         line_ += ", \"animEnd\": ";
-        AppendJsonNumber(line_, action.animEnd);
+        text::AppendJsonNumber(line_, action.animEnd);
         line_ += ", \"items\": [";
         bool first = true;
         for (const headless::ActionItem& item : action.items) {
@@ -148,7 +150,7 @@ class SceneWriter {
                 line_ += "[]";
         } else {
             line_ += ", \"value\": ";
-            AppendJsonNumber(line_, item.Value());
+            text::AppendJsonNumber(line_, item.Value());
         }
         line_ += '}';
         EndLine();
@@ -183,7 +185,7 @@ class SceneWriter {
         for (const double number : numbers) {
             if (!first) text += ',';
             first = false;
-            AppendJsonNumber(text, number);
+            text::AppendJsonNumber(text, number);
             after();
         }
         text += ']';

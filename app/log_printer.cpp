@@ -3,8 +3,10 @@
 #include <utility>
 
 #include "app/outcome.h"
-#include "app/text.h"
+#include "headless/text.h"
 #include "host/constants.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
 
 namespace app {
 
@@ -21,12 +23,13 @@ void LogPrinter::Print(const headless::LogLine& line) {
         std::string text = prefix;
         if (style_.escapeControls) {
             // A text of several lines stays one on a terminal too, each under the file's name.
-            for (const char character : EncodeUtf8(EscapeControls(View(line.text), true))) {
+            for (const char character :
+                 text::EncodeUtf8(text::EscapeControls(headless::View(line.text), true))) {
                 text += character;
                 if (character == '\n') text += prefix;
             }
         } else {
-            text += EncodeUtf8(line.text);
+            text += text::EncodeUtf8(headless::View(line.text));
         }
         print_(text + '\n');
     }
@@ -44,7 +47,7 @@ std::string LogPrinter::Prefix() const {
     const std::string& file = skeletonDone_ && !motion_.empty() ? motion_ : skeleton_;
     if (file.empty()) return {};
     if (!style_.escapeControls) return file + ": ";
-    return EncodeUtf8(EscapeControls(DecodeUtf8(file))) + ": ";
+    return text::EscapeControls(file) + ": ";
 }
 
 }  // namespace app

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "app/output_file.h"
+#include "text/path_text.h"
 
 namespace app {
 
@@ -25,17 +26,6 @@ Progress ProgressChoice(const std::optional<std::string>& text) {
     return Choice<Progress>(
         "--progress", *text,
         {{"auto", Progress::Auto}, {"on", Progress::On}, {"off", Progress::Off}});
-}
-
-std::string LowerCaseExtension(const std::string& path) {
-    // Not std::filesystem's: a file named ".bvh" is one.
-    const std::size_t name = path.rfind('/') + 1;  // 0 without a folder
-    const std::size_t dot = path.rfind('.');
-    if (dot == std::string::npos || dot < name) return {};
-    std::string extension = path.substr(dot);
-    for (char& character : extension)
-        character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
-    return extension;
 }
 
 void RefuseToOverwrite(const std::string& output, const std::string& input) {

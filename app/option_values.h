@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "app/arguments.h"
+#include "text/path_text.h"
 
 namespace app {
 
@@ -26,9 +27,6 @@ Value Choice(const char* option, const std::string& text,
 }
 
 Progress ProgressChoice(const std::optional<std::string>& text);
-
-// With its dot; empty without one.
-std::string LowerCaseExtension(const std::string& path);
 
 // An existing input must not be written to.
 void RefuseToOverwrite(const std::string& output, const std::string& input);

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/text.h"
+#include "headless/text.h"
 #include "host/constants.h"
 
 namespace app {
@@ -14,7 +14,7 @@ namespace {
 constexpr std::wstring_view kLineStart = L"ERROR (LINE ";
 
 Zelk::CString WithOriginalLine(const Zelk::CString& text, const PluginFile& file) {
-    const std::wstring_view whole = View(text);
+    const std::wstring_view whole = headless::View(text);
     if (!file.IsMended() || !whole.starts_with(kLineStart)) return text;
     std::size_t line = 0;
     std::size_t end = kLineStart.size();

@@ -3,7 +3,7 @@
 #include <cwchar>
 #include <string_view>
 
-#include "app/text.h"
+#include "headless/text.h"
 
 namespace app {
 namespace {
@@ -15,12 +15,12 @@ constexpr std::wstring_view kCountStart = L"Imported ";
 constexpr std::wstring_view kCountEnds[] = {L" model successfully", L" models successfully"};
 
 bool IsCancel(const headless::LogLine& line) {
-    return IsError(line) && View(line.text).ends_with(kCancelEnd);
+    return IsError(line) && headless::View(line.text).ends_with(kCancelEnd);
 }
 
 // "Imported 2 models successfully"
 std::optional<std::size_t> CountedModels(const headless::LogLine& line) {
-    std::wstring_view text = View(line.text);
+    std::wstring_view text = headless::View(line.text);
     if (!text.starts_with(kCountStart)) return std::nullopt;
     text.remove_prefix(kCountStart.size());
     std::size_t count = 0;
@@ -35,7 +35,7 @@ std::optional<std::size_t> CountedModels(const headless::LogLine& line) {
 }  // namespace
 
 bool IsError(const headless::LogLine& line) {
-    const std::wstring_view text = View(line.text);
+    const std::wstring_view text = headless::View(line.text);
     return text.starts_with(kErrorStart) || text == kNoFileName;
 }
 

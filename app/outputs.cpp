@@ -11,6 +11,7 @@
 #include "app/export/gltf.h"
 #include "app/export/npz.h"
 #include "app/print.h"
+#include "text/path_text.h"
 
 namespace app {
 namespace {
@@ -55,7 +56,7 @@ ExportNotes WriteGltfPair(const std::string& path, OutputFile& file, const headl
                           const ExportOptions& options) {
     const std::string binaryPath = FilesOf({path, OutputFormat::Gltf}).back();
     OutputFile binary(binaryPath);
-    const std::string binaryName = binaryPath.substr(binaryPath.rfind('/') + 1);
+    const std::string binaryName(text::NamePart(binaryPath));
     ExportNotes notes = WriteGltf(file, binary, binaryName, scene, options);
     OutputFile::CommitBoth(binary, file);
     return notes;

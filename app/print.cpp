@@ -4,7 +4,7 @@
 #include <string>
 #include <unistd.h>
 
-#include "app/text.h"
+#include "text/escapes.h"
 
 namespace app {
 
@@ -18,9 +18,8 @@ Print ToStderr() {
 
 void PrintError(std::string_view message) {
     // Names of files are part of it.
-    const std::string shown = isatty(STDERR_FILENO) != 0
-                                  ? EncodeUtf8(EscapeControls(DecodeUtf8(message)))
-                                  : std::string(message);
+    const std::string shown =
+        isatty(STDERR_FILENO) != 0 ? text::EscapeControls(message) : std::string(message);
     ToStderr()("zkhost: " + shown + "\n");
 }
 

@@ -5,7 +5,10 @@
 #include <sys/ioctl.h>
 #include <utility>
 
-#include "app/text.h"
+#include "app/columns.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -46,7 +49,7 @@ void ProgressLine::Take(const headless::BarEvent& event) {
             value_ = event.number;
             break;
         case Kind::Caption:
-            caption_ = EscapeControls(View(event.caption));
+            caption_ = text::EscapeControls(headless::View(event.caption));
             break;
         case Kind::Visible:
             visible_ = event.number != 0;
@@ -82,9 +85,9 @@ std::string ProgressLine::Text() const {
     const int barRoom = kBarColumns + 5;  // brackets, two spaces before, one after
     if (room < kLeastCaption) return fmt::format("{:3}%", percentage);
     if (room < kLeastCaption + barRoom)
-        return fmt::format("{} {:3}%", EncodeUtf8(Elide(caption_, room - 1)), percentage);
+        return fmt::format("{} {:3}%", text::EncodeUtf8(Elide(caption_, room - 1)), percentage);
     const int filled = percentage * kBarColumns / 100;
-    return fmt::format("{}  [{:<{}}] {:3}%", EncodeUtf8(Elide(caption_, room - barRoom)),
+    return fmt::format("{}  [{:<{}}] {:3}%", text::EncodeUtf8(Elide(caption_, room - barRoom)),
                        std::string(static_cast<std::size_t>(filled), '#'), kBarColumns, percentage);
 }
 

@@ -8,9 +8,9 @@
 #include "app/outputs.h"
 #include "app/plugin_library.h"
 #include "app/print.h"
-#include "app/text.h"
 #include "app/variant_list.h"
 #include "headless/session.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -20,7 +20,7 @@ VariantList Variants(const std::vector<RawArgument>& arguments) {
     for (const RawArgument& argument : arguments) {
         switch (argument.kind) {
             case RawArgument::Kind::Text:
-                variants.AddText(DecodeUtf8(argument.text));
+                variants.AddText(text::DecodeUtf8(argument.text));
                 break;
             case RawArgument::Kind::Boolean:
                 variants.AddBoolean(argument.boolean);
@@ -43,7 +43,8 @@ int RunCommand(const CommandRequest& request) {
     const VariantList arguments = Variants(request.arguments);
     CallbackShow show;
     show.progress = request.progress;
-    const CallbackResult result = RunCallback(plugin, DecodeUtf8(request.name), arguments, show);
+    const CallbackResult result =
+        RunCallback(plugin, text::DecodeUtf8(request.name), arguments, show);
 
     const headless::Session& session = headless::Session::Current();
     const Outcome outcome = JudgeImport(result.code, result.log, Interrupted());

@@ -5,7 +5,9 @@
 #include <fmt/format.h>
 #include <string_view>
 
-#include "app/text.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -13,7 +15,7 @@ namespace {
 using headless::Object;
 
 std::string Readable(std::wstring_view text) {
-    return EncodeUtf8(EscapeControls(text));
+    return text::EncodeUtf8(text::EscapeControls(text));
 }
 
 std::string Counted(std::size_t count, std::string_view what) {
@@ -33,7 +35,7 @@ std::string JoinedFiles(const std::vector<std::string>& files) {
     std::string text;
     for (const std::string& file : files) {
         if (!text.empty()) text += " + ";
-        text += Readable(DecodeUtf8(file));
+        text += Readable(text::DecodeUtf8(file));
     }
     return text;
 }
@@ -53,14 +55,14 @@ std::string MotionText(const ModelFacts& facts, const SummaryRequest& request) {
 std::string ClipsText(const headless::ModelData& model) {
     std::string text;
     for (const headless::Clip& clip : model.clips)
-        text += ", clip " + Readable(View(clip.name));
+        text += ", clip " + Readable(headless::View(clip.name));
     return text;
 }
 
 void PrintModel(const Object& model, const SummaryRequest& request, const Print& print) {
     const ModelFacts facts = MeasureModel(model);
     const bool hasMotion = MotionOf(model) != nullptr;
-    print(fmt::format("  {}: {}, {}{}\n", Readable(View(model.name)),
+    print(fmt::format("  {}: {}, {}{}\n", Readable(headless::View(model.name)),
                       Counted(facts.joints, "joint"),
                       hasMotion ? MotionText(facts, request) : "no motion",
                       model.modelData ? ClipsText(*model.modelData) : ""));
@@ -74,7 +76,7 @@ void PrintModel(const Object& model, const SummaryRequest& request, const Print&
                                                    : fmt::format("{} values of the base pose are",
                                                                  facts.badRestValues)));
     if (!request.fileWithoutRate.empty() && facts.secondsPerFrame > 0.0) {
-        const std::string file = Readable(DecodeUtf8(request.fileWithoutRate));
+        const std::string file = Readable(text::DecodeUtf8(request.fileWithoutRate));
         const std::string assumed = Short(1.0 / facts.secondsPerFrame);
         if (request.framesPerSecond)
             print(

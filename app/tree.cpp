@@ -6,10 +6,13 @@
 #include <unordered_map>
 #include <vector>
 
+#include "app/columns.h"
 #include "app/object_types.h"
 #include "app/object_walk.h"
-#include "app/text.h"
 #include "headless/evaluation.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -37,9 +40,9 @@ std::string NameColumn(const Object& object, std::size_t depth) {
         indent.append(number.begin(), number.end());
     }
     const int room = kNameColumns - static_cast<int>(indent.size());
-    const std::wstring name = Elide(EscapeControls(View(object.name)), room);
+    const std::wstring name = Elide(text::EscapeControls(headless::View(object.name)), room);
     const int padding = room - DisplayWidth(name);
-    return EncodeUtf8(indent + name) + std::string(static_cast<std::size_t>(padding), ' ');
+    return text::EncodeUtf8(indent + name) + std::string(static_cast<std::size_t>(padding), ' ');
 }
 
 void PrintRow(std::string_view name, std::string_view type, std::string_view x, std::string_view y,

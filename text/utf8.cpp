@@ -49,7 +49,7 @@ std::size_t SkipAscii(std::string_view bytes, std::size_t at) {
 }  // namespace
 
 void AppendUtf8(std::string& out, char32_t character) {
-    if (IsSurrogate(character) || character > kLastCharacter) character = kReplacement;
+    if (!IsCharacter(character)) character = kReplacement;
     if (character < 0x80) {
         out += Byte(character);
     } else if (character < 0x800) {
@@ -67,25 +67,28 @@ void AppendUtf8(std::string& out, char32_t character) {
     }
 }
 
-std::size_t Utf8Length(std::string_view bytes) {
-    if (bytes.empty()) return 0;
+bool IsCharacter(char32_t character) {
+    return character <= kLastCharacter && !IsSurrogate(character);
+}
+
+DecodedCharacter DecodeCharacter(std::string_view bytes) {
+    if (bytes.empty()) return {};
     const Form form = FormOf(static_cast<unsigned char>(bytes[0]));
-    if (form.length == 0 || form.length > bytes.size()) return 0;
+    if (form.length == 0 || form.length > bytes.size()) return {};
     char32_t character = form.firstBits;
     for (std::size_t index = 1; index < form.length; ++index) {
         const auto byte = static_cast<unsigned char>(bytes[index]);
-        if ((byte & 0xC0U) != 0x80) return 0;
+        if ((byte & 0xC0U) != 0x80) return {};
         character = character << 6U | (byte & 0x3FU);
     }
-    const bool valid =
-        character >= form.smallest && character <= kLastCharacter && !IsSurrogate(character);
-    return valid ? form.length : 0;
+    if (character < form.smallest || !IsCharacter(character)) return {};
+    return {form.length, character};
 }
 
 std::size_t FindInvalidUtf8(std::string_view bytes) {
     std::size_t at = 0;
     while ((at = SkipAscii(bytes, at)) < bytes.size()) {
-        const std::size_t length = Utf8Length(bytes.substr(at));
+        const std::size_t length = DecodeCharacter(bytes.substr(at)).length;
         if (length == 0) return at;
         at += length;
     }

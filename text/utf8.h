@@ -14,9 +14,16 @@ inline constexpr char32_t kReplacement = 0xFFFD;
 // U+10FFFF) is written as U+FFFD.
 void AppendUtf8(std::string& out, char32_t character);
 
-// The number of bytes (1 to 4) of the valid character that `bytes` begins with; 0 where it begins
-// with none, or is empty. Overlong forms, surrogates and what lies beyond U+10FFFF are not valid.
-std::size_t Utf8Length(std::string_view bytes);
+// Whether it is one of Unicode's: no surrogate, and nothing beyond U+10FFFF.
+bool IsCharacter(char32_t character);
+
+struct DecodedCharacter {
+    std::size_t length = 0;  // in bytes, 1 to 4; 0: there is no valid character
+    char32_t character = 0;
+};
+// The valid character that `bytes` begins with, if it does. Overlong forms, surrogates and what
+// lies beyond U+10FFFF are not valid.
+DecodedCharacter DecodeCharacter(std::string_view bytes);
 
 // The index of the first byte that is no part of a valid character; npos where all are.
 std::size_t FindInvalidUtf8(std::string_view bytes);

@@ -12,12 +12,13 @@
 #include <unordered_set>
 
 #include "app/arguments.h"
+#include "text/path_text.h"
 
 namespace app {
 namespace {
 
 std::optional<CaptureKind> KindOf(std::string_view path) {
-    const std::string extension(path.substr(WithoutExtension(path).size()));
+    const std::string extension(path.substr(text::WithoutExtension(path).size()));
     if (strcasecmp(extension.c_str(), ".bvh") == 0) return CaptureKind::Biovision;
     if (strcasecmp(extension.c_str(), ".asf") == 0) return CaptureKind::Skeleton;
     if (strcasecmp(extension.c_str(), ".amc") == 0) return CaptureKind::Motion;
@@ -63,7 +64,7 @@ class Walk {
         }
         const auto kind = KindOf(path);
         if (!kind) throw UsageError(fmt::format("{}: neither .bvh, .asf nor .amc", path));
-        TakeFile(path, std::string(NamePart(path)), *kind, status);
+        TakeFile(path, std::string(text::NamePart(path)), *kind, status);
     }
 
     // Each round brings the links of the folders behind the last round's.
@@ -170,20 +171,6 @@ std::vector<std::string> SkeletonsIn(const std::string& folder) {
 bool IsAcclaim(std::string_view path) {
     const auto kind = KindOf(path);
     return kind == CaptureKind::Skeleton || kind == CaptureKind::Motion;
-}
-
-std::string_view FolderPart(std::string_view path) {
-    return path.substr(0, path.rfind('/') + 1);  // 0 without a slash
-}
-
-std::string_view NamePart(std::string_view path) {
-    return path.substr(path.rfind('/') + 1);
-}
-
-std::string_view WithoutExtension(std::string_view path) {
-    const std::size_t dot = path.rfind('.');
-    const bool inName = dot != std::string_view::npos && dot > FolderPart(path).size();
-    return inName ? path.substr(0, dot) : path;
 }
 
 }  // namespace app

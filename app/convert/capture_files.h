@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "text/path_text.h"
+
 namespace app {
 
 enum class CaptureKind : std::uint8_t { Biovision, Skeleton, Motion };
@@ -46,12 +48,5 @@ std::vector<std::string> SkeletonsIn(const std::string& folder);
 
 // Whether the capture file is a skeleton or a motion for one, by its name.
 bool IsAcclaim(std::string_view path);
-
-// Up to the last slash, that included; empty without one.
-std::string_view FolderPart(std::string_view path);
-// After the last slash.
-std::string_view NamePart(std::string_view path);
-// The path without its extension, the dot included; a name that begins with its only dot is whole.
-std::string_view WithoutExtension(std::string_view path);
 
 }  // namespace app

@@ -16,12 +16,13 @@
 #include "app/convert/ledger.h"
 #include "app/convert/leftovers.h"
 #include "app/convert/output_names.h"
-#include "app/convert/shell_words.h"
 #include "app/mended_folder.h"
 #include "app/outcome.h"
 #include "app/output_file.h"
 #include "app/plugin_library.h"
 #include "app/print.h"
+#include "text/path_text.h"
+#include "text/shell_words.h"
 
 namespace app {
 namespace {
@@ -78,7 +79,7 @@ class Conversion {
     std::set<std::string> OutputFolders() const {
         std::set<std::string> folders = {request_.outDir};
         for (const Job& job : jobs_)
-            folders.insert(fmt::format("{}/{}", request_.outDir, FolderPart(job.output)));
+            folders.insert(fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output)));
         return folders;
     }
 
@@ -100,7 +101,7 @@ int Conversion::Plan(const std::string& program) const {
         if (tasks_[index] == Task::Convert) {
             std::vector<std::string> words = ImportArguments(jobs_[index], request_);
             words.insert(words.begin(), program);
-            ToStdout()(ShellLine(words) + '\n');
+            ToStdout()(text::ShellLine(words) + '\n');
         } else if (tasks_[index] == Task::Nothing) {
             show.Take(rows_[index]);
         }
@@ -156,7 +157,7 @@ void Conversion::TakeEnd(std::size_t index, const ProcessEnd& end, ConvertShow& 
     if (row.status == JobStatus::Ok) ledger_.Note(job, row);
     // One that was killed could not clean up.
     if (!end.exitStatus) {
-        RemoveLeftovers({fmt::format("{}/{}", request_.outDir, FolderPart(job.output))});
+        RemoveLeftovers({fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output))});
         RemoveMendedFolders(end.id);
     }
     const ToldFindings told = FindingsOf(end);

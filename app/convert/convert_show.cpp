@@ -8,7 +8,8 @@
 #include <unistd.h>
 
 #include "app/print.h"
-#include "app/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -17,12 +18,12 @@ namespace {
 constexpr std::chrono::milliseconds kInterval{0};
 
 std::string Readable(const std::string& text) {
-    return EncodeUtf8(EscapeControls(DecodeUtf8(text)));
+    return text::EscapeControls(text);
 }
 
 // Each line's end stays.
 std::string ReadableLines(const std::string& text) {
-    return EncodeUtf8(EscapeControls(DecodeUtf8(text), true));
+    return text::EscapeControls(text, true);
 }
 
 bool CanRedrawLines() {
@@ -82,7 +83,7 @@ void ConvertShow::Draw() {
     const std::string caption =
         Failures() == 0 ? fmt::format("{} of {} done", done, total_)
                         : fmt::format("{} of {} done, {} failed", done, total_, Failures());
-    const std::wstring wide = DecodeUtf8(caption);
+    const std::wstring wide = text::DecodeUtf8(caption);
     bar_->Take(Event(headless::BarEvent::Kind::Value, done));
     bar_->Take({headless::BarEvent::Kind::Caption, 0, Zelk::CString(wide.c_str())});
 }

@@ -3,10 +3,10 @@
 #include <fmt/format.h>
 #include <set>
 
-#include "app/convert/csv_record.h"
 #include "app/output_file.h"
-#include "app/text.h"
+#include "text/csv_record.h"
 #include "text/number_text.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -21,7 +21,7 @@ std::string NumberOrNothing(const std::optional<double>& number) {
 }
 
 std::string Valid(const std::string& text) {
-    return EncodeUtf8(DecodeUtf8(text));
+    return text::EncodeUtf8(text::DecodeUtf8(text));
 }
 
 }  // namespace
@@ -63,9 +63,10 @@ void WriteIndex(const std::string& path, const std::vector<IndexRow>& rows) {
     OutputFile file(path);
     file.Write("source,output,status,joints,frames,fps,seconds,first error,warnings,findings\n");
     for (const IndexRow& row : rows)
-        file.Write(CsvRecord({Valid(row.source), Valid(row.output), std::string(NameOf(row.status)),
-                              row.joints, row.frames, row.framesPerSecond, row.seconds,
-                              Valid(row.error), row.warnings, row.findings}));
+        file.Write(
+            text::CsvRecord({Valid(row.source), Valid(row.output), std::string(NameOf(row.status)),
+                             row.joints, row.frames, row.framesPerSecond, row.seconds,
+                             Valid(row.error), row.warnings, row.findings}));
     file.Commit();
 }
 

@@ -1,7 +1,7 @@
 #include "app/convert/job_arguments.h"
 
 #include "app/convert/capture_files.h"
-#include "app/convert/shell_words.h"
+#include "text/shell_words.h"
 
 namespace app {
 namespace {
@@ -38,7 +38,7 @@ std::string OptionsLine(const ConvertRequest& request) {
     Append(words, request.importOptions);
     words.emplace_back("--");
     Append(words, request.acclaimOptions);
-    return ShellLine(words);
+    return text::ShellLine(words);
 }
 
 }  // namespace app

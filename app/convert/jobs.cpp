@@ -14,6 +14,7 @@
 #include "app/arguments.h"
 #include "app/convert/output_names.h"
 #include "app/convert/skeleton_pairing.h"
+#include "text/path_text.h"
 
 namespace app {
 namespace {
@@ -47,8 +48,9 @@ class JobMaker {
     Job MotionJob(const CaptureFile& motion) {
         Job job{motion.path, skeleton_, motion.place, "", ""};
         if (skeleton_.empty()) {
-            const std::string folder(FolderPart(motion.path));
-            const Pairing pairing = FindSkeleton(NamePart(motion.path), SkeletonsBeside(folder));
+            const std::string folder(text::FolderPart(motion.path));
+            const Pairing pairing =
+                FindSkeleton(text::NamePart(motion.path), SkeletonsBeside(folder));
             job.refusal = pairing.problem;
             if (pairing.skeleton.empty()) return job;
             job.skeleton = folder + pairing.skeleton;
@@ -108,14 +110,14 @@ void RefuseToAddInputs(std::vector<Job>& jobs, const std::string& outDir,
     std::unordered_map<std::string, bool> isWalked;  // by folder of the output
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
-        const std::string folder(FolderPart(job.output));
+        const std::string folder(text::FolderPart(job.output));
         const auto [entry, isNew] = isWalked.try_emplace(folder, false);
         if (isNew) {
             // Where the folder is still to be made, what it will stand in tells.
             std::string_view place = folder;
             auto id = IdOf(outDir + folder);
             while (!id && !place.empty()) {
-                place = FolderPart(place.substr(0, place.size() - 1));
+                place = text::FolderPart(place.substr(0, place.size() - 1));
                 id = IdOf(outDir + std::string(place));
             }
             entry->second = id && walked.contains(*id);

@@ -7,9 +7,9 @@
 #include <unistd.h>
 #include <utility>
 
-#include "app/convert/csv_record.h"
 #include "app/convert/freshness.h"
 #include "app/output_file.h"
+#include "text/csv_record.h"
 
 namespace app {
 
@@ -32,9 +32,9 @@ Ledger::Found Ledger::Read() {
     content << file.rdbuf();
     const std::string text = std::move(content).str();
     std::string_view rest = text;
-    if (TakeCsvRecord(rest) != std::vector<std::string>{options_}) return Found::OtherOptions;
+    if (text::ReadCsvRecord(rest) != std::vector<std::string>{options_}) return Found::OtherOptions;
     while (!rest.empty()) {
-        std::vector<std::string> fields = TakeCsvRecord(rest);
+        std::vector<std::string> fields = text::ReadCsvRecord(rest);
         if (fields.size() != 10) continue;
         IndexRow row{fields[0], fields[2], JobStatus::Ok, fields[3], fields[4], fields[5],
                      fields[6], "",        fields[8],     fields[9]};
@@ -52,14 +52,14 @@ const IndexRow* Ledger::Find(const Job& job) const {
 }
 
 std::string Ledger::RecordOf(const Job& job, const IndexRow& row) const {
-    return CsvRecord({job.source, job.skeleton, row.output, row.joints, row.frames,
-                      row.framesPerSecond, row.seconds, SizesOf(job, folder_), row.warnings,
-                      row.findings});
+    return text::CsvRecord({job.source, job.skeleton, row.output, row.joints, row.frames,
+                            row.framesPerSecond, row.seconds, SizesOf(job, folder_), row.warnings,
+                            row.findings});
 }
 
 void Ledger::Start(const std::vector<Job>& jobs, const std::vector<IndexRow>& rows) {
     OutputFile file(path_);
-    file.Write(CsvRecord({options_}));
+    file.Write(text::CsvRecord({options_}));
     for (std::size_t index = 0; index < jobs.size(); ++index)
         if (rows[index].status == JobStatus::Ok) file.Write(RecordOf(jobs[index], rows[index]));
     file.Commit();

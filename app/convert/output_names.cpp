@@ -4,7 +4,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "app/convert/case_folding.h"
+#include "text/case_folding.h"
+#include "text/path_text.h"
 
 namespace app {
 namespace {
@@ -14,13 +15,13 @@ using Takers = std::unordered_map<std::wstring, std::vector<Job*>>;
 Takers TakersOf(std::vector<Job>& jobs) {
     Takers takers;
     for (Job& job : jobs)
-        if (job.refusal.empty()) takers[FoldCase(job.output)].push_back(&job);
+        if (job.refusal.empty()) takers[text::FoldCase(job.output)].push_back(&job);
     return takers;
 }
 
 void KeepSourceExtensions(std::vector<Job>& jobs, std::string_view extension) {
     for (const auto& [output, takers] : TakersOf(jobs)) {
-        if (takers.size() < 2 && output != FoldCase(kIndexName)) continue;
+        if (takers.size() < 2 && output != text::FoldCase(kIndexName)) continue;
         for (Job* job : takers)
             job->output = fmt::format("{}{}", job->place, extension);
     }
@@ -41,10 +42,10 @@ void RefuseSharedNames(std::vector<Job>& jobs) {
 std::unordered_set<std::wstring> FoldersOf(const std::vector<Job>& jobs) {
     std::unordered_set<std::wstring> folders;
     for (const Job& job : jobs) {
-        std::string_view folder = FolderPart(job.output);
+        std::string_view folder = text::FolderPart(job.output);
         while (!folder.empty() &&
-               folders.insert(FoldCase(folder.substr(0, folder.size() - 1))).second)
-            folder = FolderPart(folder.substr(0, folder.size() - 1));
+               folders.insert(text::FoldCase(folder.substr(0, folder.size() - 1))).second)
+            folder = text::FolderPart(folder.substr(0, folder.size() - 1));
     }
     return folders;
 }
@@ -54,7 +55,7 @@ void RefuseNamesOfFolders(std::vector<Job>& jobs) {
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
         for (const std::string& file : FilesOf(job.output))
-            if (folders.contains(FoldCase(file)))
+            if (folders.contains(text::FoldCase(file)))
                 job.refusal = fmt::format("its output {} is a folder of other outputs", file);
     }
 }
@@ -64,7 +65,7 @@ void RefuseNamesOfFolders(std::vector<Job>& jobs) {
 void NameOutputs(std::vector<Job>& jobs, std::string_view extension) {
     for (Job& job : jobs)
         if (job.refusal.empty())
-            job.output = fmt::format("{}{}", WithoutExtension(job.place), extension);
+            job.output = fmt::format("{}{}", text::WithoutExtension(job.place), extension);
     KeepSourceExtensions(jobs, extension);
     RefuseSharedNames(jobs);
     RefuseNamesOfFolders(jobs);
@@ -72,7 +73,8 @@ void NameOutputs(std::vector<Job>& jobs, std::string_view extension) {
 
 std::vector<std::string> FilesOf(const std::string& output) {
     std::vector<std::string> files = {output};
-    if (output.ends_with(".gltf")) files.push_back(fmt::format("{}.bin", WithoutExtension(output)));
+    if (output.ends_with(".gltf"))
+        files.push_back(fmt::format("{}.bin", text::WithoutExtension(output)));
     return files;
 }
 

@@ -5,7 +5,8 @@
 #include <fmt/format.h>
 
 #include "app/convert/capture_files.h"
-#include "app/convert/case_folding.h"
+#include "text/case_folding.h"
+#include "text/path_text.h"
 
 namespace app {
 namespace {
@@ -25,8 +26,8 @@ struct Fit {
 };
 
 Fit FitOf(std::string_view motion, std::string_view skeleton) {
-    const std::wstring longer = FoldCase(motion);
-    const std::wstring begin = FoldCase(skeleton);
+    const std::wstring longer = text::FoldCase(motion);
+    const std::wstring begin = text::FoldCase(skeleton);
     if (!longer.starts_with(begin)) return {};
     const bool isWhole = longer.size() == begin.size();
     if (!isWhole && IsLetterOrDigit(longer[begin.size()]) && IsLetterOrDigit(begin.back()))
@@ -41,7 +42,7 @@ Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& sk
     const std::string* found = nullptr;
     const std::string* alike = nullptr;
     for (const std::string& skeleton : skeletons) {
-        const Fit fit = FitOf(WithoutExtension(motion), WithoutExtension(skeleton));
+        const Fit fit = FitOf(text::WithoutExtension(motion), text::WithoutExtension(skeleton));
         if (fit.length == 0 || fit < best) continue;
         alike = fit == best ? found : nullptr;
         best = fit;

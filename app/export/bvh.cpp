@@ -9,8 +9,10 @@
 #include "app/export/skeleton_poses.h"
 #include "app/export/timeline.h"
 #include "app/motion_facts.h"
-#include "app/text.h"
+#include "headless/text.h"
+#include "text/escapes.h"
 #include "text/number_text.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -29,7 +31,7 @@ constexpr double kPoseFrameTime = 1.0 / 30.0;
 
 // What readers take as one word: the text without white space and control characters.
 std::string Token(const Zelk::CString& name) {
-    std::string token = EncodeUtf8(name);
+    std::string token = text::EncodeUtf8(headless::View(name));
     for (char& character : token) {
         const auto code = static_cast<unsigned char>(character);
         if (code <= ' ' || code == 0x7F) character = '_';
@@ -266,7 +268,7 @@ class Section {
 
     double Finite(double number) const {
         if (std::isfinite(number)) return number;
-        throw ExportError(EncodeUtf8(EscapeControls(View(model_.name))) +
+        throw ExportError(text::EncodeUtf8(text::EscapeControls(headless::View(model_.name))) +
                           ": a number grows beyond what a file can hold");
     }
 

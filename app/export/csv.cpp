@@ -4,8 +4,9 @@
 #include <vector>
 
 #include "app/export/tables.h"
-#include "app/text.h"
+#include "text/csv_record.h"
 #include "text/number_text.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -14,22 +15,12 @@ using headless::Transform;
 
 constexpr int kSecondsDecimals = 9;
 
-std::string Quoted(const std::string& field) {
-    if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
-    std::string quoted = "\"";
-    for (const char character : field) {
-        if (character == '"') quoted += '"';
-        quoted += character;
-    }
-    return quoted + '"';
-}
-
 void WriteHeader(OutputFile& out, const Table& table) {
     out.Write("frame,seconds");
     for (const Table::Column& column : table.Columns()) {
-        const std::string name = EncodeUtf8(column.name);
+        const std::string name = text::EncodeUtf8(column.name);
         for (const char* part : {".px", ".py", ".pz", ".rx", ".ry", ".rz"})
-            out.Write(',' + Quoted(name + part));
+            out.Write(',' + text::CsvField(name + part));
     }
     out.Write("\n");
 }

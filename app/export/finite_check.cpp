@@ -6,7 +6,9 @@
 
 #include "app/export/options.h"
 #include "app/object_walk.h"
-#include "app/text.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -14,7 +16,7 @@ namespace {
 using headless::Object;
 
 std::string Readable(const Zelk::CString& text) {
-    return EncodeUtf8(EscapeControls(View(text)));
+    return text::EncodeUtf8(text::EscapeControls(headless::View(text)));
 }
 
 bool IsFinite(double value) {

@@ -8,7 +8,8 @@
 #include "app/export/skeleton_poses.h"
 #include "app/export/timeline.h"
 #include "app/object_walk.h"
-#include "app/text.h"
+#include "headless/text.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -46,7 +47,7 @@ void PutPlace(json& node, const Transform& transform) {
 
 // The last part of a path, as valid UTF-8.
 std::string FileName(const std::string& path) {
-    return EncodeUtf8(DecodeUtf8(std::string_view(path).substr(path.rfind('/') + 1)));
+    return text::EncodeUtf8(text::DecodeUtf8(std::string_view(path).substr(path.rfind('/') + 1)));
 }
 
 json SourceJson(const ExportSource& source) {
@@ -118,7 +119,7 @@ GltfDocument::GltfDocument(const headless::Scene& scene, const ExportOptions& op
     const std::vector<const Object*> models = ExportedModels(scene, options);
     for (const Object* model : models)
         WalkObjects(*model, [&](const Object& object, std::size_t) {
-            names_.Add(EncodeUtf8(object.name));
+            names_.Add(text::EncodeUtf8(headless::View(object.name)));
         });
     for (const Object* model : models)
         AddModel(*model);
@@ -133,7 +134,7 @@ void GltfDocument::PutName(json& node, const std::string& name) const {
 void GltfDocument::AddModel(const Object& model) {
     Model& parts = models_.emplace_back();
     const std::size_t holder = nodes_.Count();
-    const std::string name = EncodeUtf8(model.name);
+    const std::string name = text::EncodeUtf8(headless::View(model.name));
     RequireFinite(model, nullptr);
 
     SkeletonPoses poses(scene_, model, nullptr, options_.scale);
@@ -171,13 +172,13 @@ void GltfDocument::AddNodes(const Object& model, SkeletonPoses& poses) {
         (parent == Joint::kNoParent ? top : children[parent]).push_back(first + joint);
     }
     json holder = json::object();
-    PutName(holder, EncodeUtf8(model.name));
+    PutName(holder, text::EncodeUtf8(headless::View(model.name)));
     if (!top.empty()) holder["children"] = top;
     if (options_.zUp) holder["rotation"] = RotationJson(ZUpToYUp());
     nodes_.Add(holder);
     for (std::size_t joint = 0; joint < joints.size(); ++joint) {
         json node = json::object();
-        PutName(node, EncodeUtf8(joints[joint].object->name));
+        PutName(node, text::EncodeUtf8(headless::View(joints[joint].object->name)));
         PutPlace(node, locals[joint]);
         if (!children[joint].empty()) node["children"] = children[joint];
         nodes_.Add(node);

@@ -5,7 +5,8 @@
 #include <unordered_set>
 
 #include "app/export/quaternion.h"
-#include "app/text.h"
+#include "headless/text.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -72,7 +73,7 @@ GltfMotion GatherMotion(const headless::Scene& scene, const Object& model,
     const std::size_t frames = timeline.frames.size();
     const std::size_t count = poses.Joints().size();
     GltfMotion out;
-    out.name = EncodeUtf8(motion.name);
+    out.name = text::EncodeUtf8(headless::View(motion.name));
     out.firstFrame = timeline.frames.front();
     out.secondsPerFrame = timeline.secondsPerFrame;
     const double source = headless::SecondsPerFrame(motion);

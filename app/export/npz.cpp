@@ -11,7 +11,7 @@
 #include "app/export/quaternion.h"
 #include "app/export/tables.h"
 #include "app/export/zip_writer.h"
-#include "app/text.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -114,7 +114,7 @@ void AddParents(ZipWriter& zip, const Table& table) {
 
 // What is no character becomes U+FFFD, or the array could not be read.
 wchar_t Character(wchar_t character) {
-    return IsCharacter(character) ? character : L'\xFFFD';
+    return text::IsCharacter(character) ? character : L'\xFFFD';
 }
 
 // That of the longest name. One that is long makes all of them long, so there is a bound.

@@ -6,7 +6,9 @@
 
 #include "app/export/finite_check.h"
 #include "app/motion_facts.h"
-#include "app/text.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -44,7 +46,7 @@ Table::Table(const headless::Scene& scene, const ExportOptions& options, bool ev
             !SameRate(timeline.secondsPerFrame, timeline_.secondsPerFrame))
             throw ExportError(fmt::format(
                 "{}: the models differ in their rate, a table has one (--fps N gives them one)",
-                EncodeUtf8(EscapeControls(View(model->name)))));
+                text::EncodeUtf8(text::EscapeControls(headless::View(model->name)))));
         if (timeline.frames.size() > timeline_.frames.size()) timeline_ = std::move(timeline);
         poses_.emplace_back(scene, *model, motion, options.scale);
         AddColumns(*model, poses_.back(), models.size() > 1);
@@ -56,13 +58,15 @@ void Table::AddColumns(const Object& model, SkeletonPoses& poses, bool several) 
     const std::size_t first = columns_.size();
     std::vector<Transform> locals(poses.Joints().size());
     poses.BaseLocals(locals);
-    const std::wstring prefix = several ? std::wstring(View(model.name)) + L'.' : std::wstring();
+    const std::wstring prefix =
+        several ? std::wstring(headless::View(model.name)) + L'.' : std::wstring();
     for (std::size_t joint = 0; joint < locals.size(); ++joint) {
         const std::size_t parent = poses.Joints()[joint].parent;
         const bool isTop = parent == Joint::kNoParent;
         if (isTop && zUp_) locals[joint] = locals[joint] * ZUpToYUp();
-        columns_.push_back({prefix + std::wstring(View(poses.Joints()[joint].object->name)),
-                            isTop ? parent : first + parent, locals[joint]});
+        columns_.push_back(
+            {prefix + std::wstring(headless::View(poses.Joints()[joint].object->name)),
+             isTop ? parent : first + parent, locals[joint]});
     }
 }
 

@@ -5,8 +5,10 @@
 #include <fmt/format.h>
 #include <unordered_set>
 
-#include "app/text.h"
 #include "headless/evaluation.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
 
 namespace app {
 namespace {
@@ -63,7 +65,7 @@ double RateOf(const std::string& name, const headless::ActionSource& motion,
 
 Timeline MakeTimeline(const headless::Object& model, const headless::ActionSource* motion,
                       const ExportOptions& options, ExportNotes& notes) {
-    const std::string name = EncodeUtf8(EscapeControls(View(model.name)));
+    const std::string name = text::EncodeUtf8(text::EscapeControls(headless::View(model.name)));
     Timeline timeline;
     if (motion) timeline.frames = KeyTimes(*motion);
     if (motion == nullptr || timeline.frames.empty()) {

@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/text.h"
+#include "headless/text.h"
 #include "host/constants.h"
+#include "text/wide_text.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ headless::LogLine Line(const wchar_t* text, std::int32_t severity = Zelk::zkInfo
 }
 
 std::string Text(const headless::LogLine& line) {
-    return app::EncodeUtf8(line.text);
+    return text::EncodeUtf8(headless::View(line.text));
 }
 
 TEST(OriginalLines, AreOfTheFileThatIsRead) {

@@ -3,9 +3,10 @@
 #include <gmock/gmock.h>
 #include <sstream>
 
+#include "app/columns.h"
 #include "app/locale_setup.h"
-#include "app/text.h"
 #include "test_scene.h"
+#include "text/wide_text.h"
 
 namespace {
 
@@ -54,7 +55,7 @@ TEST(Tree, FitsEightyColumnsWhateverTheNames) {
         parent = scene.AddNull(parent, std::wstring(40, L'\x6B69').c_str(), -1e300, -1e300, -1e300);
     scene.AddNull(parent, L"\x1B[2J\n", 0, 0, 0);
     for (const std::string& line : Lines()) {
-        const std::wstring text = app::DecodeUtf8(line);
+        const std::wstring text = text::DecodeUtf8(line);
         EXPECT_EQ(app::DisplayWidth(text), 79) << line;
         EXPECT_EQ(line.find('\x1B'), std::string::npos);
     }

@@ -140,14 +140,4 @@ TEST_F(CaptureFiles, NamesOfSkeletonsAreListed) {
     EXPECT_THAT(app::SkeletonsIn(folder_.Path("none/")), IsEmpty());
 }
 
-TEST(PathParts, AreCutAtTheRightPlaces) {
-    EXPECT_EQ(app::FolderPart("a/b.c/d"), "a/b.c/");
-    EXPECT_EQ(app::FolderPart("d"), "");
-    EXPECT_EQ(app::NamePart("a/b.c/d"), "d");
-    EXPECT_EQ(app::WithoutExtension("a/b.c/d"), "a/b.c/d");
-    EXPECT_EQ(app::WithoutExtension("a/b.c.d"), "a/b.c");
-    EXPECT_EQ(app::WithoutExtension("a/.bvh"), "a/.bvh");
-    EXPECT_EQ(app::WithoutExtension(".bvh"), ".bvh");
-}
-
 }  // namespace

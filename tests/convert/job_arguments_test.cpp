@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/arguments.h"
-#include "app/convert/shell_words.h"
+#include "text/shell_words.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ ConvertRequest RequestOf(std::vector<const char*> words) {
 }
 
 std::string LineOf(const Job& job, const std::vector<const char*>& options) {
-    return app::ShellLine(app::ImportArguments(job, RequestOf(options)));
+    return text::ShellLine(app::ImportArguments(job, RequestOf(options)));
 }
 
 const Job kBiovision{"t/walk.bvh", "", "walk.bvh", "walk.json", ""};
@@ -67,7 +67,7 @@ TEST(ImportArguments, KeepFilesApartFromOptions) {
     ConvertRequest request = RequestOf({});
     request.outDir = "-out";
     const Job job{"-s.bvh", "", "-s.bvh", "-s.json", ""};
-    EXPECT_EQ(app::ShellLine(app::ImportArguments(job, request)),
+    EXPECT_EQ(text::ShellLine(app::ImportArguments(job, request)),
               "import ./-s.bvh --progress=off --make-folders -o ./-out/-s.json");
 }
 

@@ -12,12 +12,13 @@
 #include "app/export/gltf.h"
 #include "app/export/npz.h"
 #include "app/export/skeleton_poses.h"
-#include "app/text.h"
 #include "bvh/biovision_import.h"
+#include "headless/text.h"
 #include "headless/evaluation.h"
 #include "headless/session.h"
 #include "tests/support/bvh_walk.h"
 #include "tests/support/temp_dir.h"
+#include "text/wide_text.h"
 
 namespace exported {
 namespace {
@@ -26,7 +27,7 @@ using headless::Object;
 using headless::Transform;
 
 Zelk::CString HostText(const std::string& text) {
-    return Zelk::CString(app::DecodeUtf8(text).c_str());
+    return Zelk::CString(text::DecodeUtf8(text).c_str());
 }
 
 double BoxSize(const std::vector<Vec3>& places) {
@@ -105,7 +106,7 @@ Take Record(const Object& model) {
     Take take;
     std::vector<std::size_t> kept;
     for (const app::Joint& joint : order.Joints()) {
-        take.names.push_back(app::EncodeUtf8(joint.object->name));
+        take.names.push_back(text::EncodeUtf8(headless::View(joint.object->name)));
         kept.push_back(places.at(joint.object));
     }
     if (motion) {

@@ -27,7 +27,7 @@ TEST_P(Utf8Character, IsWrittenAndReadBack) {
     std::string written;
     text::AppendUtf8(written, GetParam().character);
     EXPECT_EQ(written, GetParam().bytes);
-    EXPECT_EQ(text::Utf8Length(written + "x"), written.size());
+    EXPECT_EQ(text::DecodeCharacter(written + "x").length, written.size());
     EXPECT_TRUE(text::IsValidUtf8(written));
 }
 

@@ -1,11 +1,12 @@
-#include "app/convert/shell_words.h"
+#include "text/shell_words.h"
 
 #include <algorithm>
 #include <fmt/format.h>
 
-#include "app/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
 
-namespace app {
+namespace text {
 namespace {
 
 constexpr std::string_view kPlain =
@@ -51,4 +52,4 @@ std::string ShellLine(const std::vector<std::string>& words) {
     return line;
 }
 
-}  // namespace app
+}  // namespace text

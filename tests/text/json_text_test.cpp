@@ -1,4 +1,4 @@
-#include "app/json_text.h"
+#include "text/json_text.h"
 
 #include <bit>
 #include <cmath>
@@ -7,17 +7,19 @@
 #include <nlohmann/json.hpp>
 #include <random>
 
+#include "text/wide_text.h"
+
 namespace {
 
 std::string Number(double number) {
     std::string text;
-    app::AppendJsonNumber(text, number);
+    text::AppendJsonNumber(text, number);
     return text;
 }
 
 std::string String(std::wstring_view value) {
     std::string text;
-    app::AppendJsonString(text, value);
+    text::AppendJsonString(text, value);
     return text;
 }
 
@@ -53,9 +55,17 @@ TEST(JsonNumber, ReadsBackToTheSameBits) {
     }
 }
 
+TEST(JsonString, IsReadBackByAParserWhateverItHolds) {
+    std::wstring all;
+    for (wchar_t character = 1; character < 0x800; ++character)
+        all += character;
+    EXPECT_EQ(nlohmann::json::parse(String(all)), nlohmann::json(text::EncodeUtf8(all)));
+}
+
 TEST(JsonString, IsQuotedUtf8) {
     EXPECT_EQ(String(L""), "\"\"");
     EXPECT_EQ(String(L"a\"b\\c\n\x01"), "\"a\\\"b\\\\c\\n\\u0001\"");
+    EXPECT_EQ(String(L"\b\f\r\t\x1F\x7F"), "\"\\b\\f\\r\\t\\u001f\x7F\"");
     EXPECT_EQ(String(L"\x6B69"), "\"\xE6\xAD\xA9\"");
     EXPECT_EQ(String(std::wstring(1, wchar_t(0xDC80))), "\"\xEF\xBF\xBD\"");
 }

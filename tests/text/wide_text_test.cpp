@@ -1,13 +1,11 @@
-#include "app/text.h"
+#include "text/wide_text.h"
 
 #include <gmock/gmock.h>
 
-#include "app/locale_setup.h"
-
 namespace {
 
-using app::DecodeUtf8;
-using app::EncodeUtf8;
+using text::DecodeUtf8;
+using text::EncodeUtf8;
 
 struct Decoded {
     const char* name;
@@ -19,9 +17,9 @@ std::ostream& operator<<(std::ostream& out, const Decoded& row) {
     return out << row.name;
 }
 
-class Utf8 : public testing::TestWithParam<Decoded> {};
+class WideText : public testing::TestWithParam<Decoded> {};
 
-TEST_P(Utf8, Decodes) {
+TEST_P(WideText, Decodes) {
     EXPECT_EQ(DecodeUtf8(GetParam().bytes), GetParam().text);
 }
 
@@ -42,7 +40,7 @@ const Decoded kDecoded[] = {
     {"CutShort", "\xE6\xAD", L"\xDCE6\xDCAD"},
     {"CutByAscii", "\xE6z", L"\xDCE6z"},
 };
-INSTANTIATE_TEST_SUITE_P(, Utf8, testing::ValuesIn(kDecoded),
+INSTANTIATE_TEST_SUITE_P(, WideText, testing::ValuesIn(kDecoded),
                          [](const auto& row) { return row.param.name; });
 
 TEST(EncodedText, ReadsBackWhereItWasValid) {
@@ -53,31 +51,6 @@ TEST(EncodedText, ReadsBackWhereItWasValid) {
 TEST(EncodedText, ShowsAReplacementForWhatIsNoCharacter) {
     const std::wstring text = {L'a', wchar_t(0xDC80), wchar_t(0xD800), wchar_t(0x110000), L'z'};
     EXPECT_EQ(EncodeUtf8(text), "a\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDz");
-}
-
-TEST(EscapedControls, AreReadable) {
-    EXPECT_EQ(app::EscapeControls(L"a\x1B[2Jb\r\n\t\x7F\x9B\x2028z"),
-              L"a\\x1b[2Jb\\r\\n\\t\\x7f\\x9b\\u2028z");
-}
-
-// What follows would be read the other way round.
-TEST(EscapedControls, TakeInWhatTurnsTextAround) {
-    EXPECT_EQ(app::EscapeControls(L"a\x202Ez\x2066\x200F\x61C"), L"a\\u202ez\\u2066\\u200f\\u061c");
-}
-
-TEST(EscapedControls, KeepLineBreaksWhereAsked) {
-    EXPECT_EQ(app::EscapeControls(L"a\nb\r", true), L"a\nb\\r");
-}
-
-TEST(ElidedText, CountsColumns) {
-    app::SetCharacterLocale();
-    EXPECT_EQ(app::Elide(L"LeftArm", 7), L"LeftArm");
-    EXPECT_EQ(app::Elide(L"LeftArm", 6), L"LeftA\x2026");
-    EXPECT_EQ(app::Elide(L"LeftArm", 1), L"\x2026");
-    EXPECT_EQ(app::Elide(L"\x5DE6\x8155", 4), L"\x5DE6\x8155");
-    EXPECT_EQ(app::Elide(L"\x5DE6\x8155", 3), L"\x5DE6\x2026");
-    EXPECT_EQ(app::Elide(L"\x5DE6\x8155", 2), L"\x2026");
-    EXPECT_EQ(app::DisplayWidth(L"\x5DE6\x8155g"), 5);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace app {
+namespace text {
 
 // The word as one that any POSIX shell reads back as it is, on one line whatever it holds. (A word
 // with control characters that ends in line feeds loses those.)
@@ -14,4 +14,4 @@ std::string ShellWord(std::string_view word);
 // The words, separated by spaces.
 std::string ShellLine(const std::vector<std::string>& words);
 
-}  // namespace app
+}  // namespace text

@@ -1,9 +1,8 @@
-#include "app/convert/csv_record.h"
+#include "text/csv_record.h"
 
-namespace app {
-namespace {
+namespace text {
 
-std::string Quoted(const std::string& field) {
+std::string CsvField(const std::string& field) {
     if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
     std::string quoted = "\"";
     for (const char character : field) {
@@ -13,18 +12,16 @@ std::string Quoted(const std::string& field) {
     return quoted + '"';
 }
 
-}  // namespace
-
 std::string CsvRecord(const std::vector<std::string>& fields) {
     std::string record;
     for (const std::string& field : fields)
-        record += Quoted(field) + ',';
+        record += CsvField(field) + ',';
     if (record.empty()) return "\n";
     record.back() = '\n';
     return record;
 }
 
-std::vector<std::string> TakeCsvRecord(std::string_view& text) {
+std::vector<std::string> ReadCsvRecord(std::string_view& text) {
     std::vector<std::string> fields(1);
     bool inQuotes = false;
     for (std::size_t index = 0; index < text.size(); ++index) {
@@ -47,4 +44,4 @@ std::vector<std::string> TakeCsvRecord(std::string_view& text) {
     return {};
 }
 
-}  // namespace app
+}  // namespace text

@@ -1,12 +1,12 @@
-#include "app/convert/case_folding.h"
+#include "text/case_folding.h"
 
 #include <clocale>
 #include <cwctype>
 #include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale is POSIX
 
-#include "app/text.h"
+#include "text/wide_text.h"
 
-namespace app {
+namespace text {
 namespace {
 
 locale_t FoldingLocale() {
@@ -28,4 +28,4 @@ std::wstring FoldCase(std::string_view name) {
     return folded;
 }
 
-}  // namespace app
+}  // namespace text

@@ -1,12 +1,12 @@
-#include "app/convert/csv_record.h"
+#include "text/csv_record.h"
 
 #include <gmock/gmock.h>
 
 namespace {
 
-using app::CsvRecord;
-using app::TakeCsvRecord;
 using testing::IsEmpty;
+using text::CsvRecord;
+using text::ReadCsvRecord;
 
 TEST(CsvRecord, QuotesWhatMustBe) {
     EXPECT_EQ(CsvRecord({"a", "b c", ""}), "a,b c,\n");
@@ -20,8 +20,8 @@ TEST(CsvRecord, IsReadBack) {
     const std::vector<std::string> second = {"", "x"};
     const std::string text = CsvRecord(first) + CsvRecord(second);
     std::string_view rest = text;
-    EXPECT_EQ(TakeCsvRecord(rest), first);
-    EXPECT_EQ(TakeCsvRecord(rest), second);
+    EXPECT_EQ(ReadCsvRecord(rest), first);
+    EXPECT_EQ(ReadCsvRecord(rest), second);
     EXPECT_THAT(rest, IsEmpty());
 }
 
@@ -29,7 +29,7 @@ TEST(CsvRecord, IsNotTakenInPart) {
     const std::string text = CsvRecord({"a,\n", "12.5"});
     for (std::size_t length = 0; length < text.size(); ++length) {
         std::string_view rest(text.data(), length);
-        EXPECT_THAT(TakeCsvRecord(rest), IsEmpty()) << length;
+        EXPECT_THAT(ReadCsvRecord(rest), IsEmpty()) << length;
         EXPECT_THAT(rest, IsEmpty());
     }
 }

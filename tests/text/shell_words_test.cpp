@@ -1,4 +1,4 @@
-#include "app/convert/shell_words.h"
+#include "text/shell_words.h"
 
 #include <array>
 #include <cstdio>
@@ -7,10 +7,10 @@
 
 namespace {
 
-using app::ShellLine;
-using app::ShellWord;
 using testing::HasSubstr;
 using testing::Not;
+using text::ShellLine;
+using text::ShellWord;
 
 std::string OutputOf(const std::string& command) {
     std::string output;

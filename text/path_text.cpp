@@ -1,0 +1,31 @@
+#include "text/path_text.h"
+
+#include <cstddef>
+
+namespace text {
+
+std::string_view FolderPart(std::string_view path) {
+    return path.substr(0, path.rfind('/') + 1);  // 0 without a slash
+}
+
+std::string_view NamePart(std::string_view path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+std::string_view WithoutExtension(std::string_view path) {
+    const std::size_t dot = path.rfind('.');
+    const bool inName = dot != std::string_view::npos && dot > FolderPart(path).size();
+    return inName ? path.substr(0, dot) : path;
+}
+
+std::string LowerCaseExtension(std::string_view path) {
+    // Not std::filesystem's: a file named ".bvh" is one.
+    const std::size_t dot = path.rfind('.');
+    if (dot == std::string_view::npos || dot < FolderPart(path).size()) return {};
+    std::string extension(path.substr(dot));
+    for (char& character : extension)
+        if (character >= 'A' && character <= 'Z') character = static_cast<char>(character + 32);
+    return extension;
+}
+
+}  // namespace text

@@ -1,0 +1,44 @@
+#include "text/wide_text.h"
+
+#include "text/utf8.h"
+
+namespace text {
+namespace {
+
+char32_t CodeOf(wchar_t character) {
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c): no char, and never negative here.
+    return static_cast<char32_t>(character);
+}
+
+// Where the reader of a file name looks for a byte that is not part of valid UTF-8.
+constexpr char32_t kBytes = 0xDC00;
+
+}  // namespace
+
+std::wstring DecodeUtf8(std::string_view bytes) {
+    std::wstring wide;
+    wide.reserve(bytes.size());
+    while (!bytes.empty()) {
+        const DecodedCharacter next = DecodeCharacter(bytes);
+        const bool isValid = next.length > 0;
+        const char32_t code =
+            isValid ? next.character : kBytes + static_cast<unsigned char>(bytes.front());
+        wide += static_cast<wchar_t>(code);
+        bytes.remove_prefix(isValid ? next.length : 1);
+    }
+    return wide;
+}
+
+bool IsCharacter(wchar_t character) {
+    return IsCharacter(CodeOf(character));
+}
+
+std::string EncodeUtf8(std::wstring_view wide) {
+    std::string bytes;
+    bytes.reserve(wide.size());
+    for (const wchar_t character : wide)
+        AppendUtf8(bytes, CodeOf(character));
+    return bytes;
+}
+
+}  // namespace text
