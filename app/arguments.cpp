@@ -11,7 +11,6 @@
 #include "app/help_text.h"
 #include "app/import_options.h"
 #include "app/option_values.h"
-#include "app/output_file.h"
 #include "survey/encoding.h"
 #include "text/path_text.h"
 

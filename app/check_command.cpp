@@ -9,8 +9,9 @@
 #include "app/check_files.h"
 #include "app/finding_text.h"
 #include "app/outcome.h"
-#include "app/output_file.h"
 #include "app/print.h"
+#include "files/output_file.h"
+#include "text/byte_sink.h"
 #include "text/escapes.h"
 #include "text/json_text.h"
 #include "text/number_text.h"
@@ -119,7 +120,7 @@ void PrintForPeople(const CheckedFile& file) {
 void WriteFixed(const CheckRequest& request, const CheckedFile& file) {
     if (file.survey.Has(survey::Severity::Error)) return;
     const std::string name(text::NamePart(file.path));
-    OutputFile out(request.output.empty() ? request.outDir + '/' + name : request.output);
+    files::OutputFile out(request.output.empty() ? request.outDir + '/' + name : request.output);
     out.Write(file.survey.mended ? std::string_view(file.survey.mended->text) : file.text);
     out.Commit();
 }
@@ -131,7 +132,7 @@ int Fix(const CheckRequest& request) {
     CheckFiles(request, survey::Purpose::Fix, [&](const CheckedFile& file) {
         try {
             WriteFixed(request, file);
-        } catch (const OutputError& problem) {
+        } catch (const text::WriteError& problem) {
             PrintError(problem.what());
             status = kOutputFailed;
         }

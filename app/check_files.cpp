@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "app/finding_text.h"
-#include "app/mapped_file.h"
 #include "app/option_values.h"
+#include "files/mapped_file.h"
 #include "text/path_text.h"
 
 namespace app {
@@ -81,7 +81,7 @@ class Group {
         }
     }
 
-    std::deque<MappedFile> files_;  // side by side with `checked_`
+    std::deque<files::MappedFile> files_;  // side by side with `checked_`
     std::vector<CheckedFile> checked_;
     std::size_t next_ = 0;
 };

@@ -23,6 +23,7 @@
 #include "app/tree.h"
 #include "app/variant_list.h"
 #include "headless/session.h"
+#include "text/byte_sink.h"
 #include "text/wide_text.h"
 
 namespace app {
@@ -197,7 +198,7 @@ class ImportRun {
 int RunImport(const ImportRequest& request) {
     try {
         return ImportRun(request).Finish();
-    } catch (const OutputError& error) {
+    } catch (const text::WriteError& error) {
         PrintError(error.what());
         return kOutputFailed;
     }

@@ -8,7 +8,7 @@
 #include <set>
 
 #include "app/option_values.h"
-#include "app/output_file.h"
+#include "files/links.h"
 #include "survey/encoding.h"
 #include "text/path_text.h"
 
@@ -65,7 +65,7 @@ int Digits(const std::string& text) {
 
 std::string Resolved(const std::string& path) {
     std::error_code unreadable;
-    const auto absolute = std::filesystem::absolute(FollowLinks(path), unreadable);
+    const auto absolute = std::filesystem::absolute(files::FollowLinks(path), unreadable);
     const auto resolved = std::filesystem::weakly_canonical(absolute, unreadable);
     return unreadable ? path : resolved.string();
 }

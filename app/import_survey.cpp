@@ -3,7 +3,8 @@
 #include <span>
 #include <utility>
 
-#include "app/mapped_file.h"
+#include "files/mapped_file.h"
+#include "files/system_storage.h"
 #include "survey/codes.h"
 #include "text/path_text.h"
 
@@ -42,7 +43,7 @@ class Gathering {
     explicit Gathering(const ImportRequest& request) { result_.request = request; }
 
     // Whether the file could be read; otherwise that is a finding.
-    bool IsReadable(const std::string& path, const MappedFile& file) {
+    bool IsReadable(const std::string& path, const files::MappedFile& file) {
         if (file.Problem().empty()) return true;
         Add(path, {UnreadableFinding(file.Problem())});
         return false;
@@ -84,7 +85,7 @@ class Gathering {
     void Write(const survey::FileSurvey* surveyed, const std::string& path, std::size_t bytes,
                PluginFile& file) {
         if (!surveyed || !surveyed->mended) return;
-        if (!result_.folder) result_.folder = std::make_unique<MendedFolder>(bytes);
+        if (!result_.folder) result_.folder = files::SystemStorage(true).MakeTemporaryFolder(bytes);
         file.path =
             result_.folder->Write(std::string(text::NamePart(path)), surveyed->mended->text);
         file.lines = surveyed->mended->lines;
@@ -96,7 +97,7 @@ class Gathering {
 
 ImportSurvey SurveyBiovision(const ImportRequest& request) {
     Gathering gathering(request);
-    const MappedFile file(request.file);
+    const files::MappedFile file(request.file);
     if (!gathering.IsReadable(request.file, file)) return gathering.Finish(nullptr, nullptr);
     survey::BvhSurvey surveyed = survey::SurveyBvh(file.Text(), OptionsOf(request));
     gathering.Add(request.file, std::move(surveyed.findings));
@@ -106,10 +107,10 @@ ImportSurvey SurveyBiovision(const ImportRequest& request) {
 
 ImportSurvey SurveyAcclaimPair(const ImportRequest& request) {
     Gathering gathering(request);
-    const MappedFile skeleton(request.file);
+    const files::MappedFile skeleton(request.file);
     const bool hasMotion = !request.motionFile.empty();
     // Without one, nothing is mapped.
-    const MappedFile motion(hasMotion ? request.motionFile : "/dev/null");
+    const files::MappedFile motion(hasMotion ? request.motionFile : "/dev/null");
     const bool skeletonReadable = gathering.IsReadable(request.file, skeleton);
     const bool motionReadable = !hasMotion || gathering.IsReadable(request.motionFile, motion);
     if (!skeletonReadable || !motionReadable) return gathering.Finish(nullptr, nullptr);

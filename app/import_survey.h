@@ -7,8 +7,8 @@
 
 #include "app/arguments.h"
 #include "app/finding_text.h"
-#include "app/mended_folder.h"
 #include "survey/survey.h"
+#include "text/storage.h"
 
 namespace app {
 
@@ -26,13 +26,13 @@ struct ImportSurvey {
     bool refused = false;
     PluginFile file;
     PluginFile motion;
-    std::unique_ptr<MendedFolder> folder;  // of texts; null without one
+    std::unique_ptr<text::TemporaryFolder> folder;  // of texts; null without one
     // What the scene's lengths are multiplied by beyond the unit that was asked for.
     double multiplied = 1.0;
 };
 
 // Surveys the files of the request and writes what is to be mended; with `asIs` does nothing but
-// apply a preset that was asked for. Throws OutputError where a text cannot be written.
+// apply a preset that was asked for. Throws text::WriteError where a text cannot be written.
 ImportSurvey SurveyImport(const ImportRequest& request);
 
 }  // namespace app

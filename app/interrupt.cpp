@@ -4,8 +4,8 @@
 #include <csignal>
 #include <unistd.h>
 
-#include "app/mended_folder.h"
 #include "app/outcome.h"
+#include "files/mended_folder.h"
 #include "headless/session.h"
 
 namespace app {
@@ -22,11 +22,11 @@ static_assert(std::atomic<headless::Session*>::is_always_lock_free &&
 // The second one ends the process by the system's own handling.
 extern "C" void OnInterrupt(int signal) {
     if (uncancellable) {
-        RemoveMendedFolder();
+        files::RemoveMendedFolder();
         _exit(kCancelled);
     }
     if (interrupted) {
-        RemoveMendedFolder();
+        files::RemoveMendedFolder();
         std::signal(signal, SIG_DFL);
         raise(signal);
         return;

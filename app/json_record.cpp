@@ -6,6 +6,7 @@
 
 #include "app/json_scene.h"
 #include "headless/text.h"
+#include "text/byte_sink.h"
 #include "text/json_text.h"
 
 namespace app {
@@ -13,7 +14,8 @@ namespace {
 
 // The elements of an array, one a line.
 template <class Range, class AppendElement>
-void WriteLines(OutputFile& out, std::string_view key, const Range& range, AppendElement append) {
+void WriteLines(text::ByteSink& out, std::string_view key, const Range& range,
+                AppendElement append) {
     std::string line = "\"" + std::string(key) + "\": [";
     bool first = true;
     for (const auto& element : range) {
@@ -116,7 +118,7 @@ void AppendUserInput(std::string& text, const USERINPUT& input) {
 }
 
 // Where a skeleton and a motion were looked at, each finding says which file it is about.
-void WriteFindings(OutputFile& out, const std::vector<FileFindings>& files) {
+void WriteFindings(text::ByteSink& out, const std::vector<FileFindings>& files) {
     std::vector<std::pair<const survey::Finding*, const std::string*>> all;
     for (const FileFindings& file : files)
         for (const survey::Finding& finding : file.findings)
@@ -128,7 +130,7 @@ void WriteFindings(OutputFile& out, const std::vector<FileFindings>& files) {
 
 }  // namespace
 
-void WriteJsonRecord(OutputFile& out, const RunRecord& record) {
+void WriteJsonRecord(text::ByteSink& out, const RunRecord& record) {
     const auto result = static_cast<std::uint32_t>(record.result);
     out.Write("{\n\"result\": " + std::to_string(result) + ",\n");
     WriteLines(out, "log", record.log, AppendLogLine);

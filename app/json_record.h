@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "app/finding_text.h"
-#include "app/output_file.h"
 #include "headless/session.h"
 #include "plugin/user_input.h"
+#include "text/byte_sink.h"
 
 namespace app {
 
@@ -24,6 +24,6 @@ struct RunRecord {
 
 // Streams the record, an object of the scene or an item of an action a line; needs memory for one
 // line only, however long the motion.
-void WriteJsonRecord(OutputFile& out, const RunRecord& record);
+void WriteJsonRecord(text::ByteSink& out, const RunRecord& record);
 
 }  // namespace app

@@ -7,6 +7,7 @@
 
 #include "app/object_types.h"
 #include "headless/text.h"
+#include "text/byte_sink.h"
 #include "text/json_text.h"
 
 namespace app {
@@ -17,7 +18,7 @@ using headless::ObjectType;
 
 class SceneWriter {
   public:
-    SceneWriter(OutputFile& out, const headless::Scene& scene) : out_(out), scene_(scene) {}
+    SceneWriter(text::ByteSink& out, const headless::Scene& scene) : out_(out), scene_(scene) {}
 
     void Write() {
         line_ = "\"scene\": [";
@@ -193,7 +194,7 @@ class SceneWriter {
 
     static constexpr std::size_t kLongLine = 1 << 14;
 
-    OutputFile& out_;
+    text::ByteSink& out_;
     const headless::Scene& scene_;
     std::string line_;
     std::shared_ptr<const std::vector<double>> lastTimes_;
@@ -202,7 +203,7 @@ class SceneWriter {
 
 }  // namespace
 
-void WriteJsonScene(OutputFile& out, const headless::Scene& scene) {
+void WriteJsonScene(text::ByteSink& out, const headless::Scene& scene) {
     SceneWriter(out, scene).Write();
 }
 

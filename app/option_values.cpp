@@ -3,8 +3,7 @@
 #include <cctype>
 #include <cmath>
 
-#include "app/output_file.h"
-#include "text/path_text.h"
+#include "files/links.h"
 
 namespace app {
 
@@ -29,7 +28,7 @@ Progress ProgressChoice(const std::optional<std::string>& text) {
 }
 
 void RefuseToOverwrite(const std::string& output, const std::string& input) {
-    if (!input.empty() && IsSameFile(output, input))
+    if (!input.empty() && files::IsSameFile(output, input))
         throw UsageError(fmt::format("{} would be overwritten by an output", input));
 }
 

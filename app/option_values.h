@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "app/arguments.h"
-#include "text/path_text.h"
 
 namespace app {
 

@@ -10,7 +10,10 @@
 #include "app/export/csv.h"
 #include "app/export/gltf.h"
 #include "app/export/npz.h"
+#include "app/interrupt.h"
 #include "app/print.h"
+#include "files/write_file.h"
+#include "text/byte_sink.h"
 #include "text/path_text.h"
 
 namespace app {
@@ -51,18 +54,8 @@ ExportOptions OptionsOf(const ImportRequest& request, const RunRecord& record,
     return options;
 }
 
-// The numbers lie beside the JSON, under its name.
-ExportNotes WriteGltfPair(const std::string& path, OutputFile& file, const headless::Scene& scene,
-                          const ExportOptions& options) {
-    const std::string binaryPath = FilesOf({path, OutputFormat::Gltf}).back();
-    OutputFile binary(binaryPath);
-    const std::string binaryName(text::NamePart(binaryPath));
-    ExportNotes notes = WriteGltf(file, binary, binaryName, scene, options);
-    OutputFile::CommitBoth(binary, file);
-    return notes;
-}
-
-ExportNotes Export(const OutputRequest& output, OutputFile& file, const RunRecord& record,
+// Fills the output and, of a .gltf, the file of numbers that belongs to it.
+ExportNotes Export(const OutputRequest& output, text::ByteSink& file, const RunRecord& record,
                    const ExportOptions& options) {
     const headless::Scene& scene = record.session.GetScene();
     switch (output.format) {
@@ -71,16 +64,43 @@ ExportNotes Export(const OutputRequest& output, OutputFile& file, const RunRecor
             break;
         case OutputFormat::Glb:
             return WriteGlb(file, scene, options);
-        case OutputFormat::Gltf:
-            return WriteGltfPair(output.path, file, scene, options);
         case OutputFormat::Bvh:
             return WriteBvh(file, scene, options);
         case OutputFormat::Csv:
             return WriteCsv(file, scene, options);
         case OutputFormat::Npz:
             return WriteNpz(file, scene, options);
+        case OutputFormat::Gltf:
+            break;  // a pair of files
     }
     return {};
+}
+
+// What `write` refuses, as the reason why there is no output.
+std::string Reason(const std::function<ExportNotes()>& write, ExportNotes& notes) {
+    try {
+        notes = write();
+        return {};
+    } catch (const ExportError& error) {
+        return error.what();
+    }
+}
+
+files::WriteOutcome Write(const OutputRequest& output, const RunRecord& record,
+                          const ExportOptions& options, ExportNotes& notes) {
+    if (output.format != OutputFormat::Gltf) {
+        const auto fill = [&](text::ByteSink& file) {
+            return Reason([&] { return Export(output, file, record, options); }, notes);
+        };
+        return files::WriteFile(output.path, fill, Interrupted);
+    }
+    const std::string binaryPath = FilesOf(output).back();
+    const auto fill = [&](text::ByteSink& file, text::ByteSink& binary) {
+        const std::string_view binaryName = text::NamePart(binaryPath);
+        const headless::Scene& scene = record.session.GetScene();
+        return Reason([&] { return WriteGltf(file, binary, binaryName, scene, options); }, notes);
+    };
+    return files::WriteFilePair(output.path, binaryPath, fill, Interrupted);
 }
 
 bool MakeFolderOf(const std::string& path) {
@@ -93,31 +113,14 @@ bool MakeFolderOf(const std::string& path) {
 
 }  // namespace
 
-void WriteOutput(const std::string& path, const std::function<void(OutputFile&)>& write,
-                 OutputsResult& result) {
+void AddOutput(const std::function<files::WriteOutcome()>& write, OutputsResult& result) {
     const auto start = std::chrono::steady_clock::now();
-    try {
-        OutputFile file(path);
-        write(file);
-        file.Commit();
-    } catch (const OutputError& error) {
-        PrintError(error.what());
-        result.failed = true;
-        return;
-    } catch (const ExportError& error) {
-        PrintError(fmt::format("cannot write {}: {}", path, error.what()));
-        result.failed = true;
-        return;
-    } catch (const std::bad_alloc&) {
-        PrintError(fmt::format("cannot write {}: out of memory", path));
-        result.failed = true;
-        return;
-    } catch (const OutputInterrupted&) {
-        result.interrupted = true;
-        return;
-    }
+    const files::WriteOutcome outcome = write();
     const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
-    result.milliseconds.push_back(took.count());
+    if (outcome.IsWritten()) result.milliseconds.push_back(took.count());
+    if (!outcome.problem.empty()) PrintError(outcome.problem);
+    result.failed |= !outcome.problem.empty();
+    result.interrupted |= outcome.isCancelled;
 }
 
 OutputsResult WriteOutputs(const ImportRequest& request, const RunRecord& record,
@@ -132,9 +135,7 @@ OutputsResult WriteOutputs(const ImportRequest& request, const RunRecord& record
             continue;
         }
         ExportNotes notes;
-        WriteOutput(
-            output.path, [&](OutputFile& file) { notes = Export(output, file, record, options); },
-            result);
+        AddOutput([&] { return Write(output, record, options, notes); }, result);
         for (const std::string& note : notes)
             PrintError(fmt::format("{}: {}", output.path, note));
     }

@@ -8,7 +8,7 @@
 #include "app/arguments.h"
 #include "app/json_record.h"
 #include "app/outcome.h"
-#include "app/output_file.h"
+#include "files/write_file.h"
 
 namespace app {
 
@@ -23,8 +23,7 @@ struct OutputsResult {
 OutputsResult WriteOutputs(const ImportRequest& request, const RunRecord& record,
                            const Outcome& outcome);
 
-// Writes one file by `write`, whole or not at all, and adds to the result what came of it.
-void WriteOutput(const std::string& path, const std::function<void(OutputFile&)>& write,
-                 OutputsResult& result);
+// Adds to the result what came of writing one output; what went wrong is said on stderr.
+void AddOutput(const std::function<files::WriteOutcome()>& write, OutputsResult& result);
 
 }  // namespace app

@@ -9,7 +9,9 @@
 #include "app/plugin_library.h"
 #include "app/print.h"
 #include "app/variant_list.h"
+#include "files/write_file.h"
 #include "headless/session.h"
+#include "text/byte_sink.h"
 #include "text/wide_text.h"
 
 namespace app {
@@ -50,10 +52,13 @@ int RunCommand(const CommandRequest& request) {
     const Outcome outcome = JudgeImport(result.code, result.log, Interrupted());
     OutputsResult written;
     if (outcome.status != kCancelled && !request.jsonFile.empty())
-        WriteOutput(
-            request.jsonFile,
-            [&](OutputFile& file) {
-                WriteJsonRecord(file, {result.code, session, result.log, plugin.UserInput()});
+        AddOutput(
+            [&] {
+                const auto fill = [&](text::ByteSink& file) {
+                    WriteJsonRecord(file, {result.code, session, result.log, plugin.UserInput()});
+                    return std::string();
+                };
+                return files::WriteFile(request.jsonFile, fill, Interrupted);
             },
             written);
     ReleaseInterrupts();

@@ -10,11 +10,13 @@
 #include "app/export/npz.h"
 #include "bench/synthetic_bvh.h"
 #include "bvh/biovision_import.h"
+#include "files/output_file.h"
 #include "headless/session.h"
+#include "text/byte_sink.h"
 
 namespace {
 
-using Writer = app::ExportNotes (*)(app::OutputFile&, const headless::Scene&,
+using Writer = app::ExportNotes (*)(text::ByteSink&, const headless::Scene&,
                                     const app::ExportOptions&);
 
 void Import(const bench::BvhShape& shape, bool nulls) {
@@ -33,7 +35,7 @@ void BM_Export(benchmark::State& state, Writer write, bool nulls) {
                               ("zkmocap-bench-" + std::to_string(getpid()) + ".out"))
                                  .string();
     for (auto _ : state) {
-        app::OutputFile out(path);
+        files::OutputFile out(path);
         benchmark::DoNotOptimize(write(out, headless::Session::Current().GetScene(), {}));
     }
     state.SetItemsProcessed(state.iterations() * shape.joints * shape.frames);

@@ -9,8 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "text/path_text.h"
-
 namespace app {
 
 enum class CaptureKind : std::uint8_t { Biovision, Skeleton, Motion };

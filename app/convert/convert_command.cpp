@@ -14,13 +14,14 @@
 #include "app/convert/job_outcome.h"
 #include "app/convert/jobs.h"
 #include "app/convert/ledger.h"
-#include "app/convert/leftovers.h"
 #include "app/convert/output_names.h"
-#include "app/mended_folder.h"
 #include "app/outcome.h"
-#include "app/output_file.h"
 #include "app/plugin_library.h"
 #include "app/print.h"
+#include "files/leftovers.h"
+#include "files/links.h"
+#include "files/mended_folder.h"
+#include "text/byte_sink.h"
 #include "text/path_text.h"
 #include "text/shell_words.h"
 
@@ -117,13 +118,13 @@ int Conversion::Run() {
     try {
         std::filesystem::create_directories(request_.outDir);
         for (const std::string_view name : {kIndexName, std::string_view(kLedgerName)})
-            RefuseLink(fmt::format("{}/{}", request_.outDir, name));
+            files::RefuseLink(fmt::format("{}/{}", request_.outDir, name));
         ledger_.Start(jobs_, rows_);
     } catch (const std::filesystem::filesystem_error& error) {
-        throw OutputError(
+        throw text::WriteError(
             fmt::format("cannot make {}: {}", request_.outDir, error.code().message()));
     }
-    RemoveLeftovers(OutputFolders());
+    files::RemoveLeftovers(OutputFolders());
     if (otherOptions_) PrintError("other options than before: everything is converted again");
 
     ConvertShow show(jobs_.size());
@@ -157,8 +158,9 @@ void Conversion::TakeEnd(std::size_t index, const ProcessEnd& end, ConvertShow& 
     if (row.status == JobStatus::Ok) ledger_.Note(job, row);
     // One that was killed could not clean up.
     if (!end.exitStatus) {
-        RemoveLeftovers({fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output))});
-        RemoveMendedFolders(end.id);
+        files::RemoveLeftovers(
+            {fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output))});
+        files::RemoveMendedFolders(end.id);
     }
     const ToldFindings told = FindingsOf(end);
     lookedAgain ? show.TakeKnown(row, told) : show.Take(row, told);
@@ -170,7 +172,7 @@ int Conversion::Finish(ConvertShow& show) {
     try {
         ledger_.Start(jobs_, rows_);
         WriteIndex(index, rows_);
-    } catch (const OutputError& error) {
+    } catch (const text::WriteError& error) {
         PrintError(error.what());
         status = kOutputFailed;
     }
@@ -187,7 +189,7 @@ int RunConvert(const ConvertRequest& request, const std::string& program) {
     try {
         Conversion conversion(request);
         return request.plan ? conversion.Plan(program) : conversion.Run();
-    } catch (const OutputError& error) {
+    } catch (const text::WriteError& error) {
         PrintError(error.what());
         return kOutputFailed;
     }

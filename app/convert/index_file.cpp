@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 #include <set>
 
-#include "app/output_file.h"
+#include "files/output_file.h"
 #include "text/csv_record.h"
 #include "text/number_text.h"
 #include "text/wide_text.h"
@@ -60,7 +60,7 @@ std::string_view NameOf(JobStatus status) {
 }
 
 void WriteIndex(const std::string& path, const std::vector<IndexRow>& rows) {
-    OutputFile file(path);
+    files::OutputFile file(path);
     file.Write("source,output,status,joints,frames,fps,seconds,first error,warnings,findings\n");
     for (const IndexRow& row : rows)
         file.Write(

@@ -35,7 +35,7 @@ void RecordFindings(const ImportReport& report, IndexRow& row);
 
 std::string_view NameOf(JobStatus status);
 
-// Writes the rows as they are, under a header; always valid UTF-8. Throws OutputError.
+// Writes the rows as they are, under a header; always valid UTF-8. Throws text::WriteError.
 void WriteIndex(const std::string& path, const std::vector<IndexRow>& rows);
 
 }  // namespace app

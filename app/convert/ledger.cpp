@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "app/convert/freshness.h"
-#include "app/output_file.h"
+#include "files/output_file.h"
 #include "text/csv_record.h"
 
 namespace app {
@@ -58,7 +58,7 @@ std::string Ledger::RecordOf(const Job& job, const IndexRow& row) const {
 }
 
 void Ledger::Start(const std::vector<Job>& jobs, const std::vector<IndexRow>& rows) {
-    OutputFile file(path_);
+    files::OutputFile file(path_);
     file.Write(text::CsvRecord({options_}));
     for (std::size_t index = 0; index < jobs.size(); ++index)
         if (rows[index].status == JobStatus::Ok) file.Write(RecordOf(jobs[index], rows[index]));

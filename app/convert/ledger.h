@@ -31,7 +31,7 @@ class Ledger {
     const IndexRow* Find(const Job& job) const;
 
     // Writes the ledger anew, holding `rows` of `jobs` (side by side) that went well, and keeps it
-    // open for Note. Throws OutputError.
+    // open for Note. Throws text::WriteError.
     void Start(const std::vector<Job>& jobs, const std::vector<IndexRow>& rows);
     // Adds a job that went well. Where it cannot be written, only a later run's time is lost.
     void Note(const Job& job, const IndexRow& row);

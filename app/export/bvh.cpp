@@ -10,6 +10,7 @@
 #include "app/export/timeline.h"
 #include "app/motion_facts.h"
 #include "headless/text.h"
+#include "text/byte_sink.h"
 #include "text/escapes.h"
 #include "text/number_text.h"
 #include "text/wide_text.h"
@@ -67,7 +68,7 @@ bool IsPositionChannel(headless::Channel channel) {
 // One model as a section of the file.
 class Section {
   public:
-    Section(OutputFile& out, const headless::Scene& scene, const Object& model,
+    Section(text::ByteSink& out, const headless::Scene& scene, const Object& model,
             const headless::ActionSource* motion, Timeline timeline, const ExportOptions& options)
         : out_(out),
           model_(model),
@@ -272,7 +273,7 @@ class Section {
                           ": a number grows beyond what a file can hold");
     }
 
-    OutputFile& out_;
+    text::ByteSink& out_;
     const Object& model_;
     Timeline timeline_;
     SkeletonPoses poses_;
@@ -290,7 +291,8 @@ class Section {
 
 }  // namespace
 
-ExportNotes WriteBvh(OutputFile& out, const headless::Scene& scene, const ExportOptions& options) {
+ExportNotes WriteBvh(text::ByteSink& out, const headless::Scene& scene,
+                     const ExportOptions& options) {
     ExportNotes notes;
     for (const Object* model : ExportedModels(scene, options)) {
         const headless::ActionSource* motion = MotionOf(*model);

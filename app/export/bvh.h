@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/export/options.h"
-#include "app/output_file.h"
 #include "headless/scene.h"
+#include "text/byte_sink.h"
 
 namespace app {
 
@@ -15,6 +15,7 @@ namespace app {
 // and control characters in names become "_". A model without motion or rate is written as one
 // frame in the base pose.
 // Throws ExportError before anything is written, or where a number turns out not to be finite.
-ExportNotes WriteBvh(OutputFile& out, const headless::Scene& scene, const ExportOptions& options);
+ExportNotes WriteBvh(text::ByteSink& out, const headless::Scene& scene,
+                     const ExportOptions& options);
 
 }  // namespace app

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "app/export/tables.h"
+#include "text/byte_sink.h"
 #include "text/csv_record.h"
 #include "text/number_text.h"
 #include "text/wide_text.h"
@@ -15,7 +16,7 @@ using headless::Transform;
 
 constexpr int kSecondsDecimals = 9;
 
-void WriteHeader(OutputFile& out, const Table& table) {
+void WriteHeader(text::ByteSink& out, const Table& table) {
     out.Write("frame,seconds");
     for (const Table::Column& column : table.Columns()) {
         const std::string name = text::EncodeUtf8(column.name);
@@ -32,7 +33,8 @@ char* WriteCell(char* end, double number, int decimals) {
 
 }  // namespace
 
-ExportNotes WriteCsv(OutputFile& out, const headless::Scene& scene, const ExportOptions& options) {
+ExportNotes WriteCsv(text::ByteSink& out, const headless::Scene& scene,
+                     const ExportOptions& options) {
     Table table(scene, options, false);
     const int decimals = text::DecimalsFor(table.Size());
     const Timeline& times = table.Times();

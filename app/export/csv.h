@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/export/options.h"
-#include "app/output_file.h"
 #include "headless/scene.h"
+#include "text/byte_sink.h"
 
 namespace app {
 
@@ -12,6 +12,7 @@ namespace app {
 // "Hips.rx", "Hips.ry", "Hips.rz", the rotation in degrees (x turns first). Names with commas,
 // quotes or line breaks are quoted as RFC 4180 has it. With several models the model's name and a
 // point stand before the joint's.
-ExportNotes WriteCsv(OutputFile& out, const headless::Scene& scene, const ExportOptions& options);
+ExportNotes WriteCsv(text::ByteSink& out, const headless::Scene& scene,
+                     const ExportOptions& options);
 
 }  // namespace app

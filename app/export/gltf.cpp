@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "app/export/gltf_document.h"
+#include "text/byte_sink.h"
 
 namespace app {
 namespace {
@@ -15,7 +16,7 @@ constexpr std::uint32_t kVersion = 2;
 constexpr std::uint64_t kHeaderSize = 12;
 constexpr std::uint64_t kChunkHeaderSize = 8;
 
-void WriteWord(OutputFile& out, std::uint64_t word) {
+void WriteWord(text::ByteSink& out, std::uint64_t word) {
     char bytes[4];
     for (char& byte : bytes) {
         byte = static_cast<char>(word & 0xFF);
@@ -26,7 +27,8 @@ void WriteWord(OutputFile& out, std::uint64_t word) {
 
 }  // namespace
 
-ExportNotes WriteGlb(OutputFile& out, const headless::Scene& scene, const ExportOptions& options) {
+ExportNotes WriteGlb(text::ByteSink& out, const headless::Scene& scene,
+                     const ExportOptions& options) {
     const GltfDocument document(scene, options);
     std::string json = document.Json("");
     json.append((4 - json.size() % 4) % 4, ' ');
@@ -49,7 +51,7 @@ ExportNotes WriteGlb(OutputFile& out, const headless::Scene& scene, const Export
     return document.Notes();
 }
 
-ExportNotes WriteGltf(OutputFile& out, OutputFile& binary, std::string_view binaryName,
+ExportNotes WriteGltf(text::ByteSink& out, text::ByteSink& binary, std::string_view binaryName,
                       const headless::Scene& scene, const ExportOptions& options) {
     const GltfDocument document(scene, options);
     document.Buffer().Write(binary);

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "app/export/options.h"
-#include "app/output_file.h"
 #include "headless/scene.h"
+#include "text/byte_sink.h"
 
 namespace app {
 
@@ -16,10 +16,11 @@ namespace app {
 // pose. Names stay as they are; where viewers are known to change one it stands in the node's
 // extras too. The asset's extras say where the file comes from.
 // Throws ExportError before anything is written.
-ExportNotes WriteGlb(OutputFile& out, const headless::Scene& scene, const ExportOptions& options);
+ExportNotes WriteGlb(text::ByteSink& out, const headless::Scene& scene,
+                     const ExportOptions& options);
 
 // The same in two files; `binaryName` is the name by which the JSON finds the other.
-ExportNotes WriteGltf(OutputFile& out, OutputFile& binary, std::string_view binaryName,
+ExportNotes WriteGltf(text::ByteSink& out, text::ByteSink& binary, std::string_view binaryName,
                       const headless::Scene& scene, const ExportOptions& options);
 
 }  // namespace app

@@ -3,6 +3,8 @@
 #include <bit>
 #include <nlohmann/json.hpp>
 
+#include "text/byte_sink.h"
+
 namespace app {
 namespace {
 
@@ -54,7 +56,7 @@ std::size_t GltfBuffer::AddBytes(std::span<const std::byte> bytes, std::size_t c
     return accessors_.Add(accessor);
 }
 
-void GltfBuffer::Write(OutputFile& out) const {
+void GltfBuffer::Write(text::ByteSink& out) const {
     static constexpr char kZeros[4] = {};
     for (const auto& piece : pieces_) {
         out.Write({reinterpret_cast<const char*>(piece.data()), piece.size()});

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/output_file.h"
+#include "text/byte_sink.h"
 
 namespace app {
 
@@ -51,7 +51,7 @@ class GltfBuffer {
     std::uint64_t ByteLength() const { return byteLength_; }
     const JsonList& Accessors() const { return accessors_; }
     const JsonList& Views() const { return views_; }
-    void Write(OutputFile& out) const;
+    void Write(text::ByteSink& out) const;
 
   private:
     std::size_t AddBytes(std::span<const std::byte> bytes, std::size_t count,

@@ -11,6 +11,7 @@
 #include "app/export/quaternion.h"
 #include "app/export/tables.h"
 #include "app/export/zip_writer.h"
+#include "text/byte_sink.h"
 #include "text/wide_text.h"
 
 namespace app {
@@ -144,7 +145,8 @@ void AddNames(ZipWriter& zip, const Table& table, std::size_t width) {
 
 }  // namespace
 
-ExportNotes WriteNpz(OutputFile& out, const headless::Scene& scene, const ExportOptions& options) {
+ExportNotes WriteNpz(text::ByteSink& out, const headless::Scene& scene,
+                     const ExportOptions& options) {
     Table table(scene, options, true);
     const std::size_t nameWidth = NameWidth(table);
     ZipWriter zip([&](std::string_view bytes) { out.Write(bytes); });

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/export/options.h"
-#include "app/output_file.h"
 #include "headless/scene.h"
+#include "text/byte_sink.h"
 
 namespace app {
 
@@ -16,6 +16,7 @@ namespace app {
 //   fps          one number, frames per second; 0 for a pose
 // of 64-bit numbers (parents: 32-bit, names: text). One frame, the base pose, where there is no
 // motion. Missing frames are filled in, so that all are one step apart.
-ExportNotes WriteNpz(OutputFile& out, const headless::Scene& scene, const ExportOptions& options);
+ExportNotes WriteNpz(text::ByteSink& out, const headless::Scene& scene,
+                     const ExportOptions& options);
 
 }  // namespace app

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <gmock/gmock.h>
 
-#include "temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

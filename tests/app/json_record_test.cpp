@@ -3,9 +3,10 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include "files/output_file.h"
 #include "host/automation.h"
-#include "temporary_folder.h"
 #include "test_scene.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -13,7 +14,7 @@ using nlohmann::ordered_json;
 
 std::string RecordText(std::int32_t result, const USERINPUT& input) {
     const TemporaryFolder folder;
-    app::OutputFile file(folder.Path("r.json"));
+    files::OutputFile file(folder.Path("r.json"));
     const headless::Session& session = headless::Session::Current();
     app::WriteJsonRecord(file, {result, session, session.Log(), input});
     file.Commit();

@@ -4,7 +4,7 @@
 #include <sys/stat.h>
 
 #include "app/arguments.h"
-#include "tests/app/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

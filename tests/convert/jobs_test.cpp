@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/arguments.h"
-#include "tests/app/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/app/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

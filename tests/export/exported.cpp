@@ -13,9 +13,10 @@
 #include "app/export/npz.h"
 #include "app/export/skeleton_poses.h"
 #include "bvh/biovision_import.h"
-#include "headless/text.h"
+#include "files/output_file.h"
 #include "headless/evaluation.h"
 #include "headless/session.h"
+#include "headless/text.h"
 #include "tests/support/bvh_walk.h"
 #include "tests/support/temp_dir.h"
 #include "text/wide_text.h"
@@ -137,7 +138,7 @@ std::vector<Take> RecordAll() {
 app::ExportNotes ExportTo(const std::string& path, const app::ExportOptions& options) {
     const std::filesystem::path parts = path;
     const std::string extension = parts.extension().string();
-    app::OutputFile file(path);
+    files::OutputFile file(path);
     app::ExportNotes notes;
     if (extension == ".glb") notes = app::WriteGlb(file, CurrentScene(), options);
     if (extension == ".bvh") notes = app::WriteBvh(file, CurrentScene(), options);
@@ -145,7 +146,7 @@ app::ExportNotes ExportTo(const std::string& path, const app::ExportOptions& opt
     if (extension == ".npz") notes = app::WriteNpz(file, CurrentScene(), options);
     if (extension == ".gltf") {
         const std::string binaryName = parts.stem().string() + ".bin";
-        app::OutputFile binary((parts.parent_path() / binaryName).string());
+        files::OutputFile binary((parts.parent_path() / binaryName).string());
         notes = app::WriteGltf(file, binary, binaryName, CurrentScene(), options);
         binary.Commit();
     }

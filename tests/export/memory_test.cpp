@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <unordered_set>
 
-#include "app/output_file.h"
+#include "files/output_file.h"
 #include "tests/export/exported.h"
 #include "tests/support/memory/new_operators.h"
 #include "tests/support/temp_dir.h"
@@ -13,7 +13,7 @@ namespace {
 constexpr int kFrames = 20'000;
 constexpr int kJoints = 24;
 // The buffers of the outputs, of which a .gltf has two, and what does not grow with the motion.
-constexpr std::size_t kFixed = 4 * app::OutputFile::kBufferSize;
+constexpr std::size_t kFixed = 4 * files::OutputFile::kBufferSize;
 
 // A chain whose joints turn about one axis each: the fewest keys for the most to write.
 std::string Hinges(const char* channels) {

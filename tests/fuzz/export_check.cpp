@@ -15,11 +15,13 @@
 #include "app/export/npz.h"
 #include "app/export/options.h"
 #include "bvh/biovision_import.h"
+#include "files/output_file.h"
 #include "headless/session.h"
 #include "tests/fuzz/memory_file.h"
 #include "tests/fuzz/require.h"
 #include "tests/support/core/session_text.h"
 #include "tests/support/temp_dir.h"
+#include "text/byte_sink.h"
 
 namespace fuzz {
 namespace {
@@ -106,15 +108,15 @@ class Exports {
 
     void Run() {
         Write({"a.bvh"},
-              [&](app::OutputFile& out) { app::WriteBvh(out, CurrentScene(), options_); });
+              [&](text::ByteSink& out) { app::WriteBvh(out, CurrentScene(), options_); });
         Write({"a.csv"},
-              [&](app::OutputFile& out) { app::WriteCsv(out, CurrentScene(), options_); });
+              [&](text::ByteSink& out) { app::WriteCsv(out, CurrentScene(), options_); });
         Write({"a.npz"},
-              [&](app::OutputFile& out) { app::WriteNpz(out, CurrentScene(), options_); });
+              [&](text::ByteSink& out) { app::WriteNpz(out, CurrentScene(), options_); });
         Write({"a.glb"},
-              [&](app::OutputFile& out) { app::WriteGlb(out, CurrentScene(), options_); });
-        Write({"a.gltf", "a.bin"}, [&](app::OutputFile& out) {
-            app::OutputFile binary((Folder().Path() / "a.bin").string());
+              [&](text::ByteSink& out) { app::WriteGlb(out, CurrentScene(), options_); });
+        Write({"a.gltf", "a.bin"}, [&](text::ByteSink& out) {
+            files::OutputFile binary((Folder().Path() / "a.bin").string());
             app::WriteGltf(out, binary, "a.bin", CurrentScene(), options_);
             binary.Commit();
         });
@@ -131,7 +133,7 @@ class Exports {
     void Write(std::initializer_list<const char*> names, const Writer& write) {
         bool refused = false;
         try {
-            app::OutputFile file((Folder().Path() / *names.begin()).string());
+            files::OutputFile file((Folder().Path() / *names.begin()).string());
             write(file);
             file.Commit();
         } catch (const app::ExportError& error) {

@@ -5,22 +5,21 @@
 #include <string>
 #include <string_view>
 
-namespace app {
+#include "text/storage.h"
+
+namespace files {
 
 // Maps a regular file for reading. Another process that shortens the file meanwhile ends this one,
 // as with every mapping.
-class MappedFile {
+class MappedFile final : public text::StoredText {
   public:
     // Why a file cannot be read is kept, in plain words, and the text is empty then.
     explicit MappedFile(const std::string& path);
-    ~MappedFile();
-    MappedFile(const MappedFile&) = delete;
-    MappedFile& operator=(const MappedFile&) = delete;
+    ~MappedFile() override;
 
-    // Followed by a NUL byte. Valid as long as this lives.
-    std::string_view Text() const { return {text_, size_}; }
-    // "no such file", "permission denied", "is a folder", ...; empty where the file was read.
-    const std::string& Problem() const { return problem_; }
+    std::string_view Text() const override { return {text_, size_}; }
+    // "no such file", "permission denied", "is a folder", ...
+    const std::string& Problem() const override { return problem_; }
 
   private:
     void Map(int file);
@@ -32,4 +31,4 @@ class MappedFile {
     std::string problem_;
 };
 
-}  // namespace app
+}  // namespace files

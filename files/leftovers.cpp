@@ -1,4 +1,4 @@
-#include "app/convert/leftovers.h"
+#include "files/leftovers.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -8,9 +8,9 @@
 #include <unistd.h>
 #include <vector>
 
-#include "app/output_file.h"
+#include "files/output_file.h"
 
-namespace app {
+namespace files {
 namespace {
 
 std::vector<std::string> TemporariesIn(const std::string& folder) {
@@ -48,4 +48,4 @@ void RemoveLeftovers(const std::set<std::string>& folders) {
             RemoveIfAbandoned(path);
 }
 
-}  // namespace app
+}  // namespace files

@@ -1,14 +1,14 @@
-#include "app/mapped_file.h"
+#include "files/mapped_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
-using app::MappedFile;
+using files::MappedFile;
 
 TEST(MappedFile, IsTheWholeTextAndANul) {
     const TemporaryFolder folder;

@@ -1,4 +1,4 @@
-#include "app/mapped_file.h"
+#include "files/mapped_file.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace app {
+namespace files {
 namespace {
 
 // The plug-in counts a file's bytes in 32 bits.
@@ -83,4 +83,4 @@ MappedFile::~MappedFile() {
     if (memory_) munmap(memory_, memorySize_);
 }
 
-}  // namespace app
+}  // namespace files

@@ -1,11 +1,12 @@
-#include "app/convert/leftovers.h"
+#include "files/leftovers.h"
 
 #include <atomic>
 #include <gmock/gmock.h>
 #include <thread>
 
-#include "app/output_file.h"
-#include "tests/app/temporary_folder.h"
+#include "files/output_file.h"
+#include "tests/support/temporary_folder.h"
+#include "text/byte_sink.h"
 
 namespace {
 
@@ -17,15 +18,15 @@ TEST(Leftovers, GoWhereTheirWriterIsGone) {
     folder.Put(".zkhost-123-0.tmp", "half");
     folder.Put(".zkhost-convert", "kept");
     folder.Put("walk.glb", "kept");
-    app::RemoveLeftovers({folder.Path("")});
+    files::RemoveLeftovers({folder.Path("")});
     EXPECT_THAT(folder.Names(), ElementsAre(".zkhost-convert", "walk.glb"));
 }
 
 TEST(Leftovers, StayWhileTheyAreWritten) {
     const TemporaryFolder folder;
     {
-        app::OutputFile file(folder.Path("walk.glb"));
-        app::RemoveLeftovers({folder.Path("")});
+        files::OutputFile file(folder.Path("walk.glb"));
+        files::RemoveLeftovers({folder.Path("")});
         EXPECT_THAT(folder.Names(), SizeIs(1));
         file.Write("whole");
         file.Commit();
@@ -39,14 +40,14 @@ TEST(Leftovers, AreToldFromFilesThatAreJustBegun) {
     std::atomic<bool> done = false;
     std::thread remover([&] {
         while (!done)
-            app::RemoveLeftovers({folder.Path("")});
+            files::RemoveLeftovers({folder.Path("")});
     });
     int lost = 0;
     for (int round = 0; round < 300; ++round) {
         try {
-            app::OutputFile file(folder.Path("walk.glb"));
+            files::OutputFile file(folder.Path("walk.glb"));
             file.Commit();
-        } catch (const app::OutputError&) {
+        } catch (const text::WriteError&) {
             ++lost;
         }
     }
@@ -57,7 +58,7 @@ TEST(Leftovers, AreToldFromFilesThatAreJustBegun) {
 
 TEST(Leftovers, MayBeInNoFolder) {
     const TemporaryFolder folder;
-    app::RemoveLeftovers({folder.Path("none")});
+    files::RemoveLeftovers({folder.Path("none")});
     EXPECT_TRUE(folder.Names().empty());
 }
 

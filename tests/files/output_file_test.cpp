@@ -1,16 +1,16 @@
-#include "app/output_file.h"
+#include "files/output_file.h"
 
 #include <csignal>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include "app/outputs.h"
-#include "temporary_folder.h"
+#include "tests/support/temporary_folder.h"
+#include "text/byte_sink.h"
 
 namespace {
 
-using app::OutputFile;
+using files::OutputFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -19,7 +19,7 @@ std::string MessageOf(const std::string& path) {
     try {
         OutputFile file(path);
         file.Commit();
-    } catch (const app::OutputError& error) {
+    } catch (const text::WriteError& error) {
         return error.what();
     }
     return {};
@@ -63,19 +63,6 @@ TEST(TwoOutputFiles, AppearTogether) {
     EXPECT_EQ(folder.Names().size(), 2U);
 }
 
-TEST(WrittenOutput, CostsItselfAloneWithoutMemory) {
-    const TemporaryFolder folder;
-    app::OutputsResult result;
-    testing::internal::CaptureStderr();
-    app::WriteOutput(
-        folder.Path("a.npz"), [](OutputFile&) { throw std::bad_alloc(); }, result);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "zkhost: cannot write " + folder.Path("a.npz") + ": out of memory\n");
-    EXPECT_TRUE(result.failed);
-    EXPECT_FALSE(result.interrupted);
-    EXPECT_THAT(folder.Names(), IsEmpty());
-}
-
 // A folder takes the second name at the last moment.
 TEST(TwoOutputFiles, LeaveWhatStoodThereTogether) {
     for (const bool hadNumbers : {true, false}) {
@@ -86,7 +73,7 @@ TEST(TwoOutputFiles, LeaveWhatStoodThereTogether) {
             OutputFile second(folder.Path("a.gltf"));
             first.Write("new numbers");
             std::filesystem::create_directory(folder.Path("a.gltf"));
-            EXPECT_THROW(OutputFile::CommitBoth(first, second), app::OutputError);
+            EXPECT_THROW(OutputFile::CommitBoth(first, second), text::WriteError);
         }
         EXPECT_EQ(std::filesystem::exists(folder.Path("a.bin")), hadNumbers);
         if (hadNumbers) {
@@ -104,8 +91,8 @@ TEST(TwoOutputFiles, LeaveTheOldOneWhereTheFirstHasNoName) {
         const auto names = folder.Names();
         OutputFile second(folder.Path("a.gltf"));
         for (const std::string& name : names)
-            if (app::IsTemporaryName(name)) std::filesystem::remove(folder.Path(name));
-        EXPECT_THROW(OutputFile::CommitBoth(first, second), app::OutputError);
+            if (files::IsTemporaryName(name)) std::filesystem::remove(folder.Path(name));
+        EXPECT_THROW(OutputFile::CommitBoth(first, second), text::WriteError);
     }
     EXPECT_EQ(folder.Get("a.bin"), "old numbers");
     EXPECT_THAT(folder.Names(), ElementsAre("a.bin"));
@@ -176,7 +163,7 @@ TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull) {
             file.Write(std::string(8192, 'x'));
             file.Commit();
         },
-        app::OutputError);
+        text::WriteError);
     setrlimit(RLIMIT_FSIZE, &limit);
     EXPECT_EQ(folder.Get("a.json"), "old");
     EXPECT_THAT(folder.Names(), ElementsAre("a.json"));

@@ -1,4 +1,4 @@
-#include "app/mended_folder.h"
+#include "files/mended_folder.h"
 
 #include <csignal>
 #include <fstream>
@@ -8,12 +8,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "app/output_file.h"
-#include "temporary_folder.h"
+#include "files/mended_watch.h"
+#include "files/system_storage.h"
+#include "tests/support/temporary_folder.h"
+#include "text/byte_sink.h"
 
 namespace {
 
-using app::MendedFolder;
+using files::MendedFolder;
 
 std::string FolderOf(const std::string& path) {
     return path.substr(0, path.rfind('/'));
@@ -32,7 +34,7 @@ TEST(MendedFolder, HoldsFilesForThisUserAlone) {
         const std::string text{std::istreambuf_iterator<char>(file), {}};
         EXPECT_EQ(text, "HIERARCHY\n");
         folder.Write("walk.amc", "");
-        EXPECT_THROW(folder.Write("third.amc", ""), app::OutputError);
+        EXPECT_THROW(folder.Write("third.amc", ""), text::WriteError);
     }
     EXPECT_FALSE(std::filesystem::exists(FolderOf(path)));
 }
@@ -47,7 +49,7 @@ TEST(MendedFolder, IsMadeInTheTemporaryFolderWhereMemoryHasNoRoom) {
     }
     EXPECT_TRUE(temporary.Names().empty());
     setenv("TMPDIR", temporary.Path("missing").c_str(), 1);
-    EXPECT_THROW(MendedFolder(std::size_t{1} << 60U), app::OutputError);
+    EXPECT_THROW(MendedFolder(std::size_t{1} << 60U), text::WriteError);
     unsetenv("TMPDIR");
 }
 
@@ -57,8 +59,9 @@ int StatusOfChild(const TemporaryFolder& temporary, End end) {
     const pid_t child = fork();
     if (child == 0) {
         setenv("TMPDIR", temporary.Path("").c_str(), 1);
-        MendedFolder folder(std::size_t{1} << 60U);
-        folder.Write("walk.bvh", "x");
+        files::SystemStorage storage(true);
+        const auto folder = storage.MakeTemporaryFolder(std::size_t{1} << 60U);
+        folder->Write("walk.bvh", "x");
         end();
         _exit(99);
     }
@@ -80,6 +83,31 @@ TEST_P(EndOfAProcess, LeavesNoFolder) {
     EXPECT_TRUE(temporary.Names().empty());
 }
 
+// What handled a signal before handles it again.
+TEST(MendedFolderWatch, LeavesTheHandlersAsTheyWere) {
+    struct sigaction before {};
+    sigaction(SIGTERM, nullptr, &before);
+    {
+        const files::MendedFolderWatch watch;
+        struct sigaction during {};
+        sigaction(SIGTERM, nullptr, &during);
+        EXPECT_NE(during.sa_handler, before.sa_handler);
+    }
+    struct sigaction after {};
+    sigaction(SIGTERM, nullptr, &after);
+    EXPECT_EQ(after.sa_handler, before.sa_handler);
+}
+
+// A library must not handle signals.
+TEST(SystemStorage, HandlesNoSignalUnlessAsked) {
+    struct sigaction before {};
+    sigaction(SIGTERM, nullptr, &before);
+    const auto folder = files::SystemStorage().MakeTemporaryFolder(1);
+    struct sigaction during {};
+    sigaction(SIGTERM, nullptr, &during);
+    EXPECT_EQ(during.sa_handler, before.sa_handler);
+}
+
 INSTANTIATE_TEST_SUITE_P(, EndOfAProcess,
                          testing::Values(SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGTERM, SIGINT,
                                          SIGHUP, SIGPIPE, SIGQUIT));
@@ -98,9 +126,9 @@ TEST(MendedFolders, AreRemovedForAProcessThatWasKilled) {
     waitpid(child, nullptr, 0);
     EXPECT_EQ(temporary.Names().size(), 1U);
     setenv("TMPDIR", temporary.Path("").c_str(), 1);
-    app::RemoveMendedFolders(id + 1);
+    files::RemoveMendedFolders(id + 1);
     EXPECT_EQ(temporary.Names().size(), 1U);
-    app::RemoveMendedFolders(id);
+    files::RemoveMendedFolders(id);
     EXPECT_TRUE(temporary.Names().empty());
     unsetenv("TMPDIR");
 }

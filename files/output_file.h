@@ -2,37 +2,26 @@
 #pragma once
 
 #include <cstddef>
-#include <stdexcept>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace app {
+#include "text/byte_sink.h"
 
-// The output could not be written; says which and why.
-class OutputError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
-
-// The user asked to stop while an output was being written.
-class OutputInterrupted : public std::exception {
-  public:
-    const char* what() const noexcept override { return "interrupted"; }
-};
+namespace files {
 
 // Writes to a temporary file in the folder of `path`, through a buffer; Commit writes what is
 // left and gives it its name. Without Commit, or after any failure, the temporary file is removed
 // and what stood under the name stays. A symbolic link is followed; anything that is not a regular
-// file is refused. Failures are OutputError or OutputInterrupted.
-class OutputFile {
+// file is refused. Failures are text::WriteError or text::WriteCancelled.
+class OutputFile final : public text::ByteSink {
   public:
-    explicit OutputFile(const std::string& path);
-    ~OutputFile();
-    OutputFile(const OutputFile&) = delete;
-    OutputFile& operator=(const OutputFile&) = delete;
+    // `isCancelled` is asked from time to time whether the user wants to stop; empty: never.
+    explicit OutputFile(const std::string& path, std::function<bool()> isCancelled = nullptr);
+    ~OutputFile() override;
 
-    void Write(std::string_view bytes) {
+    void Write(std::string_view bytes) override {
         if (bytes.size() > kBufferSize - used_) {
             WriteAcross(bytes);
             return;
@@ -61,28 +50,21 @@ class OutputFile {
     void WriteAcross(std::string_view bytes);
     void Flush();
     void WriteThrough(std::string_view bytes);
+    void StopWhereCancelled() const;
     [[noreturn]] void Fail(int error) const;
 
     std::string path_;       // as the user gave it, for messages
-    std::string target_;     // what is replaced: behind symbolic links
+    std::string target_;     // what is replaced: where symbolic links lead to
     std::string temporary_;  // empty once renamed
     int file_ = -1;
     std::vector<char> buffer_;
     std::size_t used_ = 0;
     bool settled_ = false;
+    std::function<bool()> isCancelled_;
 };
 
 // Whether a file of that name is an output that is being written, or was when its writer was
 // killed. Writers hold a lock on it (flock).
 bool IsTemporaryName(std::string_view name);
 
-// What a chain of symbolic links ends at, the file itself existing or not.
-std::string FollowLinks(std::string path);
-// Refuses a symbolic link, with an OutputError: programs that choose their outputs' names do not
-// let a link lead them elsewhere.
-void RefuseLink(const std::string& path);
-
-// Whether the two paths lead to the same existing file, by whatever names.
-bool IsSameFile(const std::string& a, const std::string& b);
-
-}  // namespace app
+}  // namespace files

@@ -1,4 +1,4 @@
-#include "app/output_file.h"
+#include "files/output_file.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -10,9 +10,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "app/interrupt.h"
+#include "files/links.h"
+#include "text/byte_sink.h"
+#include "text/path_text.h"
 
-namespace app {
+namespace files {
 namespace {
 
 constexpr mode_t kAllPermissions = 07777;
@@ -20,11 +22,6 @@ constexpr std::string_view kTemporaryStart = ".zkhost-";
 constexpr std::string_view kTemporaryEnd = ".tmp";
 // There are file systems that count no links.
 constexpr unsigned kHoldAttempts = 16;
-
-std::string FolderOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
-}
 
 // Shows that the file is not abandoned. False where it was taken for that before, and removed.
 // (Where files cannot be locked, none is taken for abandoned.)
@@ -36,12 +33,15 @@ bool HoldTemporary(int file) {
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& path)
-    : path_(path), target_(FollowLinks(path)), buffer_(kBufferSize) {
+OutputFile::OutputFile(const std::string& path, std::function<bool()> isCancelled)
+    : path_(path),
+      target_(FollowLinks(path)),
+      buffer_(kBufferSize),
+      isCancelled_(std::move(isCancelled)) {
     struct stat existing {};
     const bool exists = stat(target_.c_str(), &existing) == 0;
     if (exists && !S_ISREG(existing.st_mode))
-        throw OutputError(fmt::format("cannot write {}: not a regular file", path_));
+        throw text::WriteError(fmt::format("cannot write {}: not a regular file", path_));
     // Renaming would replace a write-protected file without asking.
     if (exists && access(target_.c_str(), W_OK) != 0) Fail(errno);
     OpenTemporary();
@@ -54,7 +54,8 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::OpenTemporary() {
-    const std::string stem = fmt::format("{}{}{}-", FolderOf(target_), kTemporaryStart, getpid());
+    const std::string stem =
+        fmt::format("{}{}{}-", text::FolderPart(target_), kTemporaryStart, getpid());
     for (unsigned number = 0; file_ < 0; ++number) {
         const std::string name = fmt::format("{}{}{}", stem, number, kTemporaryEnd);
         file_ = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -85,7 +86,7 @@ void OutputFile::Flush() {
 
 void OutputFile::WriteThrough(std::string_view bytes) {
     while (!bytes.empty()) {
-        if (Interrupted()) throw OutputInterrupted();
+        StopWhereCancelled();
         const ssize_t written = write(file_, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) Fail(errno);
@@ -98,7 +99,7 @@ void OutputFile::Settle() {
     // What a file system puts off until a file is closed fails now; its lock stays.
     const int copy = dup(file_);
     if (copy < 0 || close(copy) != 0) Fail(errno);
-    if (Interrupted()) throw OutputInterrupted();
+    StopWhereCancelled();
     settled_ = true;
 }
 
@@ -153,38 +154,16 @@ void OutputFile::CommitBoth(OutputFile& first, OutputFile& second) {
     if (!kept.name.empty()) unlink(kept.name.c_str());
 }
 
+void OutputFile::StopWhereCancelled() const {
+    if (isCancelled_ && isCancelled_()) throw text::WriteCancelled();
+}
+
 void OutputFile::Fail(int error) const {
-    throw OutputError(fmt::format("cannot write {}: {}", path_, std::strerror(error)));
+    throw text::WriteError(fmt::format("cannot write {}: {}", path_, std::strerror(error)));
 }
 
 bool IsTemporaryName(std::string_view name) {
     return name.starts_with(kTemporaryStart) && name.ends_with(kTemporaryEnd);
 }
 
-std::string FollowLinks(std::string path) {
-    // As many as the system itself would follow.
-    for (int links = 0; links < 40; ++links) {
-        char target[4096];
-        const ssize_t length = readlink(path.c_str(), target, sizeof(target));
-        if (length <= 0 || length == static_cast<ssize_t>(sizeof(target))) break;
-        const std::string next(target, static_cast<std::size_t>(length));
-        path = next.front() == '/' ? std::string() : FolderOf(path);
-        path += next;
-    }
-    return path;
-}
-
-void RefuseLink(const std::string& path) {
-    struct stat status {};
-    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode))
-        throw OutputError(fmt::format("cannot write {}: a symbolic link", path));
-}
-
-bool IsSameFile(const std::string& a, const std::string& b) {
-    struct stat first {};
-    struct stat second {};
-    return stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 &&
-           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
-}
-
-}  // namespace app
+}  // namespace files

@@ -1,0 +1,35 @@
+#include "files/system_storage.h"
+
+#include <string_view>
+
+#include "files/mapped_file.h"
+#include "files/mended_folder.h"
+#include "files/mended_watch.h"
+
+namespace files {
+namespace {
+
+class WatchedFolder final : public text::TemporaryFolder {
+  public:
+    explicit WatchedFolder(std::size_t bytes) : folder_(bytes) {}
+    std::string Write(const std::string& baseName, std::string_view text) override {
+        return folder_.Write(baseName, text);
+    }
+
+  private:
+    MendedFolderWatch watch_;  // ends after the folder does
+    MendedFolder folder_;
+};
+
+}  // namespace
+
+std::unique_ptr<text::StoredText> SystemStorage::Read(const std::string& path) {
+    return std::make_unique<MappedFile>(path);
+}
+
+std::unique_ptr<text::TemporaryFolder> SystemStorage::MakeTemporaryFolder(std::size_t bytes) {
+    if (removeOnSignals_) return std::make_unique<WatchedFolder>(bytes);
+    return std::make_unique<MendedFolder>(bytes);
+}
+
+}  // namespace files

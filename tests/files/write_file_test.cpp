@@ -1,0 +1,90 @@
+#include "files/write_file.h"
+
+#include <gmock/gmock.h>
+#include <new>
+
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+std::string Nothing(text::ByteSink& out) {
+    out.Write("new");
+    return {};
+}
+
+TEST(WriteFile, WritesTheWholeFile) {
+    const TemporaryFolder folder;
+    const files::WriteOutcome outcome = files::WriteFile(folder.Path("a"), Nothing);
+    EXPECT_TRUE(outcome.IsWritten());
+    EXPECT_EQ(folder.Get("a"), "new");
+}
+
+struct FailedWrite {
+    const char* name;
+    files::FillFile fill;
+    const char* problem;  // after the path; null: cancelled
+};
+
+std::ostream& operator<<(std::ostream& out, const FailedWrite& row) {
+    return out << row.name;
+}
+
+class WriteFileFails : public testing::TestWithParam<FailedWrite> {};
+
+TEST_P(WriteFileFails, AndLeavesWhatWasThere) {
+    const TemporaryFolder folder;
+    folder.Put("a", "old");
+    const bool isCancelled = GetParam().problem == nullptr;
+    const files::WriteOutcome outcome =
+        files::WriteFile(folder.Path("a"), GetParam().fill, [&] { return isCancelled; });
+    EXPECT_FALSE(outcome.IsWritten());
+    EXPECT_EQ(outcome.isCancelled, isCancelled);
+    const std::string start = "cannot write " + folder.Path("a") + ": ";
+    EXPECT_EQ(outcome.problem, isCancelled ? "" : start + GetParam().problem);
+    EXPECT_EQ(folder.Get("a"), "old");
+    EXPECT_THAT(folder.Names(), ElementsAre("a"));
+}
+
+const FailedWrite kFailedWrites[] = {
+    {"ForAReason",
+     [](text::ByteSink& out) {
+         out.Write("new");
+         return std::string("too large");
+     },
+     "too large"},
+    {"WithoutMemory", [](text::ByteSink&) -> std::string { throw std::bad_alloc(); },
+     "out of memory"},
+    {"WhenCancelled", Nothing, nullptr},
+};
+INSTANTIATE_TEST_SUITE_P(, WriteFileFails, testing::ValuesIn(kFailedWrites),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(WriteFile, SaysWhereItCannotWrite) {
+    const TemporaryFolder folder;
+    const files::WriteOutcome outcome = files::WriteFile(folder.Path("none/a"), Nothing);
+    EXPECT_THAT(outcome.problem, HasSubstr("none/a: No such file or directory"));
+    EXPECT_FALSE(outcome.isCancelled);
+}
+
+TEST(WriteFilePair, WritesBothOrNeither) {
+    const TemporaryFolder folder;
+    const auto write = [&](const std::string& reason) {
+        return files::WriteFilePair(folder.Path("a"), folder.Path("a.bin"),
+                                    [&](text::ByteSink& out, text::ByteSink& side) {
+                                        out.Write("text");
+                                        side.Write("numbers");
+                                        return reason;
+                                    });
+    };
+    EXPECT_THAT(write("too large").problem, HasSubstr("/a: too large"));
+    EXPECT_THAT(folder.Names(), IsEmpty());
+    EXPECT_TRUE(write("").IsWritten());
+    EXPECT_EQ(folder.Get("a"), "text");
+    EXPECT_EQ(folder.Get("a.bin"), "numbers");
+}
+
+}  // namespace

@@ -1,0 +1,45 @@
+// Where bytes are written to, a file or memory.
+#pragma once
+
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace text {
+
+// The bytes could not be written; says where to and why, in one line.
+class WriteError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// The user asked to stop while bytes were being written.
+class WriteCancelled : public std::exception {
+  public:
+    const char* what() const noexcept override { return "cancelled"; }
+};
+
+class ByteSink {
+  public:
+    ByteSink() = default;
+    virtual ~ByteSink() = default;
+    ByteSink(const ByteSink&) = delete;
+    ByteSink& operator=(const ByteSink&) = delete;
+
+    // Writes the bytes after those of the calls before. Throws WriteError or WriteCancelled; the
+    // sink is of no further use then.
+    virtual void Write(std::string_view bytes) = 0;
+};
+
+// Keeps the bytes in memory.
+class StringSink : public ByteSink {
+  public:
+    void Write(std::string_view bytes) override { bytes_ += bytes; }
+    const std::string& Bytes() const { return bytes_; }
+
+  private:
+    std::string bytes_;
+};
+
+}  // namespace text
