@@ -11,6 +11,7 @@
 #include "app/help_text.h"
 #include "app/import_options.h"
 #include "app/option_values.h"
+#include "pairing/capture_kind.h"
 #include "survey/encoding.h"
 #include "text/path_text.h"
 
@@ -97,8 +98,7 @@ void DescribeCheck(CLI::App& check, CheckRequest& request) {
 
 CheckRequest UnderstandCheck(const CheckRequest& request) {
     for (const std::string& file : request.files) {
-        const std::string extension = text::LowerCaseExtension(file);
-        if (extension != ".bvh" && extension != ".asf" && extension != ".amc")
+        if (!pairing::KindOf(file))
             throw UsageError(fmt::format("{}: neither a .bvh, an .asf nor an .amc file", file));
     }
     if (!request.encoding.empty() && !survey::IsKnownEncoding(request.encoding))
@@ -140,7 +140,8 @@ ConvertRequest UnderstandConvert(Words& words) {
     if (!FindOutputFormat(request.extension))
         throw UsageError(fmt::format("--to {}: no such output", words.convertWords.format));
     if (request.outDir.empty()) throw UsageError("--out-dir: no folder named");
-    if (!request.skeleton.empty() && text::LowerCaseExtension(request.skeleton) != ".asf")
+    if (!request.skeleton.empty() &&
+        pairing::KindOf(request.skeleton) != pairing::CaptureKind::Skeleton)
         throw UsageError(fmt::format("--asf {}: not an .asf file", request.skeleton));
     // Wrong values are better said once than by every import.
     ImportWords& import = words.convertImport;

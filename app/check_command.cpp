@@ -11,6 +11,7 @@
 #include "app/outcome.h"
 #include "app/print.h"
 #include "files/output_file.h"
+#include "pairing/capture_kind.h"
 #include "text/byte_sink.h"
 #include "text/escapes.h"
 #include "text/json_text.h"
@@ -32,10 +33,10 @@ std::string Counted(std::size_t count, std::string_view what) {
 }
 
 // "27 joints, 7 end sites, 69 channels, 257 frames, 60 frames per second, 4.283 seconds"
-std::string CountsText(const survey::Facts& facts, CaptureFormat format) {
+std::string CountsText(const survey::Facts& facts, pairing::CaptureKind kind) {
     std::string text;
     const auto add = [&](const std::string& part) { text += (text.empty() ? "" : ", ") + part; };
-    if (format != CaptureFormat::Amc) {
+    if (kind != pairing::CaptureKind::Motion) {
         add(Counted(facts.joints, "joint"));
         add(Counted(facts.endSites, "end site"));
     }
@@ -97,7 +98,7 @@ std::string FactsJson(const survey::Facts& facts) {
 void PrintJson(const CheckedFile& file) {
     std::string out = R"({"file": )";
     text::AppendJsonString(out, file.path);
-    out += fmt::format(R"(, "format": "{}", "findings": [)", NameOf(file.format));
+    out += fmt::format(R"(, "format": "{}", "findings": [)", pairing::NameOf(file.kind));
     for (std::size_t index = 0; index < file.survey.findings.size(); ++index) {
         if (index > 0) out += ", ";
         AppendFindingJson(out, file.survey.findings[index]);
@@ -111,7 +112,7 @@ void PrintForPeople(const CheckedFile& file) {
         ToStdout()(FindingLine(file.path, finding, terminal));
     if (file.survey.Has(survey::Severity::Error)) return;
     const std::string shown = terminal ? text::EscapeControls(file.path) : file.path;
-    ToStdout()(fmt::format("{}: {}\n", shown, CountsText(file.survey.facts, file.format)));
+    ToStdout()(fmt::format("{}: {}\n", shown, CountsText(file.survey.facts, file.kind)));
     const std::string shape = ShapeText(file.survey.facts);
     if (!shape.empty()) ToStdout()(fmt::format("  {}\n", shape));
 }

@@ -7,6 +7,7 @@
 #include "app/finding_text.h"
 #include "app/option_values.h"
 #include "files/mapped_file.h"
+#include "pairing/capture_kind.h"
 #include "text/path_text.h"
 
 namespace app {
@@ -19,13 +20,20 @@ survey::Options OptionsOf(const CheckRequest& request, survey::Purpose purpose) 
     return options;
 }
 
+using pairing::CaptureKind;
+
+// The arguments were checked: each names a capture.
+CaptureKind KindOf(const std::string& path) {
+    return pairing::KindOf(path).value_or(CaptureKind::Biovision);
+}
+
 // Files that are looked at together: one, or a skeleton and its motions.
 class Group {
   public:
     void Add(const std::string& path) {
         CheckedFile checked;
         checked.path = path;
-        checked.format = FormatOfCapture(path);
+        checked.kind = KindOf(path);
         checked_.push_back(std::move(checked));
     }
 
@@ -45,7 +53,7 @@ class Group {
             if (!files_.back().Problem().empty())
                 checked.survey.findings = {UnreadableFinding(files_.back().Problem())};
         }
-        const bool hasSkeleton = checked_.front().format == CaptureFormat::Asf;
+        const bool hasSkeleton = checked_.front().kind == CaptureKind::Skeleton;
         if (hasSkeleton && IsRead(0))
             SurveyPairs(options);
         else
@@ -73,7 +81,7 @@ class Group {
         for (std::size_t index = 0; index < checked_.size(); ++index) {
             if (!IsRead(index)) continue;
             CheckedFile& checked = checked_[index];
-            if (checked.format == CaptureFormat::Bvh)
+            if (checked.kind == CaptureKind::Biovision)
                 checked.survey = survey::SurveyBvh(checked.text, options);
             else
                 checked.survey = survey::SurveyAmcAlone(
@@ -91,10 +99,10 @@ std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& fil
     std::vector<std::shared_ptr<Group>> groups;
     std::shared_ptr<Group> skeleton;
     for (const std::string& path : files) {
-        const CaptureFormat format = FormatOfCapture(path);
-        const bool joins = format == CaptureFormat::Amc && skeleton;
+        const CaptureKind kind = KindOf(path);
+        const bool joins = kind == CaptureKind::Motion && skeleton;
         std::shared_ptr<Group> group = joins ? skeleton : std::make_shared<Group>();
-        if (format == CaptureFormat::Asf) skeleton = group;
+        if (kind == CaptureKind::Skeleton) skeleton = group;
         group->Add(path);
         groups.push_back(std::move(group));
     }
@@ -102,24 +110,6 @@ std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& fil
 }
 
 }  // namespace
-
-CaptureFormat FormatOfCapture(const std::string& path) {
-    const std::string extension = text::LowerCaseExtension(path);
-    if (extension == ".asf") return CaptureFormat::Asf;
-    return extension == ".amc" ? CaptureFormat::Amc : CaptureFormat::Bvh;
-}
-
-std::string_view NameOf(CaptureFormat format) {
-    switch (format) {
-        case CaptureFormat::Bvh:
-            return "bvh";
-        case CaptureFormat::Asf:
-            return "asf";
-        case CaptureFormat::Amc:
-            break;
-    }
-    return "amc";
-}
 
 void CheckFiles(const CheckRequest& request, survey::Purpose purpose,
                 const std::function<void(const CheckedFile&)>& each) {

@@ -7,17 +7,14 @@
 #include <vector>
 
 #include "app/check_request.h"
+#include "pairing/capture_kind.h"
 #include "survey/survey.h"
 
 namespace app {
 
-enum class CaptureFormat : std::uint8_t { Bvh, Asf, Amc };
-CaptureFormat FormatOfCapture(const std::string& path);
-std::string_view NameOf(CaptureFormat format);  // "bvh", "asf", "amc"
-
 struct CheckedFile {
     std::string path;
-    CaptureFormat format = CaptureFormat::Bvh;
+    pairing::CaptureKind kind = pairing::CaptureKind::Biovision;
     survey::FileSurvey survey;
     std::string_view text;  // the file itself; empty where it could not be read
 };

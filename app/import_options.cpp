@@ -9,6 +9,7 @@
 
 #include "app/option_values.h"
 #include "files/links.h"
+#include "pairing/capture_kind.h"
 #include "survey/encoding.h"
 #include "text/path_text.h"
 
@@ -24,20 +25,18 @@ const std::map<std::string, OutputFormat, std::less<>> kOutputFormats = {
 };
 
 void FindFormat(ImportRequest& request) {
-    const std::string extension = text::LowerCaseExtension(request.file);
-    if (extension == ".bvh")
-        request.format = SourceFormat::Biovision;
-    else if (extension == ".asf")
-        request.format = SourceFormat::Acclaim;
-    else if (extension == ".amc")
+    using pairing::CaptureKind;
+    const std::optional<CaptureKind> kind = pairing::KindOf(request.file);
+    if (!kind) throw UsageError(fmt::format("{}: neither a .bvh nor an .asf file", request.file));
+    if (kind == CaptureKind::Motion)
         throw UsageError(
             fmt::format("{}: a motion needs its skeleton, SKEL.asf, before it", request.file));
-    else
-        throw UsageError(fmt::format("{}: neither a .bvh nor an .asf file", request.file));
+    const bool isAlone = kind == CaptureKind::Biovision;
+    request.format = isAlone ? SourceFormat::Biovision : SourceFormat::Acclaim;
     if (request.motionFile.empty()) return;
-    if (request.format == SourceFormat::Biovision)
+    if (isAlone)
         throw UsageError(fmt::format("{}: a .bvh file is imported alone", request.motionFile));
-    if (text::LowerCaseExtension(request.motionFile) != ".amc")
+    if (pairing::KindOf(request.motionFile) != CaptureKind::Motion)
         throw UsageError(fmt::format("{}: not an .amc file", request.motionFile));
 }
 

@@ -5,6 +5,7 @@
 #include "files/mapped_file.h"
 #include "files/mended_folder.h"
 #include "files/mended_watch.h"
+#include "text/storage.h"
 
 namespace files {
 namespace {

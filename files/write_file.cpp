@@ -4,6 +4,7 @@
 #include <new>
 
 #include "files/output_file.h"
+#include "text/byte_sink.h"
 
 namespace files {
 namespace {

@@ -12,18 +12,11 @@
 #include <unordered_set>
 
 #include "app/arguments.h"
+#include "pairing/capture_kind.h"
 #include "text/path_text.h"
 
 namespace app {
 namespace {
-
-std::optional<CaptureKind> KindOf(std::string_view path) {
-    const std::string extension(path.substr(text::WithoutExtension(path).size()));
-    if (strcasecmp(extension.c_str(), ".bvh") == 0) return CaptureKind::Biovision;
-    if (strcasecmp(extension.c_str(), ".asf") == 0) return CaptureKind::Skeleton;
-    if (strcasecmp(extension.c_str(), ".amc") == 0) return CaptureKind::Motion;
-    return std::nullopt;
-}
 
 // The names in a folder, sorted, without those that begin with a dot. `error` is 0, or the reason
 // why some may be missing.
@@ -62,7 +55,7 @@ class Walk {
             WalkPending();
             return;
         }
-        const auto kind = KindOf(path);
+        const auto kind = pairing::KindOf(path);
         if (!kind) throw UsageError(fmt::format("{}: neither .bvh, .asf nor .amc", path));
         TakeFile(path, std::string(text::NamePart(path)), *kind, status);
     }
@@ -110,7 +103,7 @@ class Walk {
     void TakeEntry(const Folder& folder, const std::string& name) {
         const std::string path = folder.path + name;
         const std::string place = folder.place + name;
-        const auto kind = KindOf(name);
+        const auto kind = pairing::KindOf(name);
         struct stat status {};
         if (lstat(path.c_str(), &status) != 0) {
             if (kind) tree_.problems.push_back({path, std::strerror(errno)});
@@ -129,7 +122,7 @@ class Walk {
         }
     }
 
-    void TakeFile(const std::string& path, const std::string& place, CaptureKind kind,
+    void TakeFile(const std::string& path, const std::string& place, pairing::CaptureKind kind,
                   const struct stat& status) {
         if (!files_.insert(std::filesystem::absolute(path).lexically_normal().string()).second)
             return;
@@ -162,15 +155,10 @@ std::vector<std::string> SkeletonsIn(const std::string& folder) {
     std::vector<std::string> names = NamesIn(folder, unread);
     std::erase_if(names, [&](const std::string& name) {
         struct stat status {};
-        return KindOf(name) != CaptureKind::Skeleton ||
+        return pairing::KindOf(name) != pairing::CaptureKind::Skeleton ||
                stat((folder + name).c_str(), &status) != 0 || !S_ISREG(status.st_mode);
     });
     return names;
-}
-
-bool IsAcclaim(std::string_view path) {
-    const auto kind = KindOf(path);
-    return kind == CaptureKind::Skeleton || kind == CaptureKind::Motion;
 }
 
 }  // namespace app

@@ -1,22 +1,20 @@
 // The capture files behind the paths of a command line, folders walked.
 #pragma once
 
-#include <cstdint>
 #include <set>
 #include <string>
-#include <string_view>
 #include <sys/types.h>
 #include <utility>
 #include <vector>
 
-namespace app {
+#include "pairing/capture_kind.h"
 
-enum class CaptureKind : std::uint8_t { Biovision, Skeleton, Motion };
+namespace app {
 
 struct CaptureFile {
     std::string path;   // the path that was named, then what lies below it
     std::string place;  // in the tree that is kept: below the folder that was named
-    CaptureKind kind = CaptureKind::Biovision;
+    pairing::CaptureKind kind = pairing::CaptureKind::Biovision;
 };
 
 // What was found but cannot be taken.
@@ -43,8 +41,5 @@ CaptureTree FindCaptures(const std::vector<std::string>& paths, const std::strin
 // The names of the skeletons in a folder, sorted; none where it cannot be read. An empty folder is
 // the current one.
 std::vector<std::string> SkeletonsIn(const std::string& folder);
-
-// Whether the capture file is a skeleton or a motion for one, by its name.
-bool IsAcclaim(std::string_view path);
 
 }  // namespace app

@@ -1,6 +1,7 @@
 #include "app/convert/job_arguments.h"
 
 #include "app/convert/capture_files.h"
+#include "pairing/capture_kind.h"
 #include "text/shell_words.h"
 
 namespace app {
@@ -23,7 +24,7 @@ std::vector<std::string> ImportArguments(const Job& job, const ConvertRequest& r
     if (!job.skeleton.empty()) words.push_back(AsFile(job.skeleton));
     words.push_back(AsFile(job.source));
     Append(words, request.importOptions);
-    if (IsAcclaim(job.source)) Append(words, request.acclaimOptions);
+    if (pairing::IsAcclaim(job.source)) Append(words, request.acclaimOptions);
     if (!request.plugin.empty()) words.push_back("--plugin=" + request.plugin);
     // The record of a run tells what the bar showed, which is not to depend on the terminal.
     words.emplace_back("--progress=off");

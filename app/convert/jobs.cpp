@@ -13,7 +13,8 @@
 
 #include "app/arguments.h"
 #include "app/convert/output_names.h"
-#include "app/convert/skeleton_pairing.h"
+#include "pairing/capture_kind.h"
+#include "pairing/skeleton_pairing.h"
 #include "text/path_text.h"
 
 namespace app {
@@ -33,10 +34,11 @@ class JobMaker {
     std::vector<Job> Make(const CaptureTree& tree) {
         std::vector<Job> jobs;
         for (const CaptureFile& file : tree.files)
-            if (file.kind == CaptureKind::Motion) jobs.push_back(MotionJob(file));
+            if (file.kind == pairing::CaptureKind::Motion) jobs.push_back(MotionJob(file));
         for (const CaptureFile& file : tree.files) {
-            const bool isPaired = file.kind == CaptureKind::Skeleton && IsPaired(file.path);
-            if (file.kind != CaptureKind::Motion && !isPaired)
+            const bool isPaired =
+                file.kind == pairing::CaptureKind::Skeleton && IsPaired(file.path);
+            if (file.kind != pairing::CaptureKind::Motion && !isPaired)
                 jobs.push_back({file.path, "", file.place, "", ""});
         }
         for (const CaptureProblem& problem : tree.problems)
@@ -49,8 +51,8 @@ class JobMaker {
         Job job{motion.path, skeleton_, motion.place, "", ""};
         if (skeleton_.empty()) {
             const std::string folder(text::FolderPart(motion.path));
-            const Pairing pairing =
-                FindSkeleton(text::NamePart(motion.path), SkeletonsBeside(folder));
+            const pairing::Pairing pairing =
+                pairing::FindSkeleton(text::NamePart(motion.path), SkeletonsBeside(folder));
             job.refusal = pairing.problem;
             if (pairing.skeleton.empty()) return job;
             job.skeleton = folder + pairing.skeleton;

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "tests/support/temporary_folder.h"
+#include "text/byte_sink.h"
 
 namespace {
 

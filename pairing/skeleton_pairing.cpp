@@ -1,14 +1,13 @@
-#include "app/convert/skeleton_pairing.h"
+#include "pairing/skeleton_pairing.h"
 
 #include <compare>
 #include <cwctype>
 #include <fmt/format.h>
 
-#include "app/convert/capture_files.h"
 #include "text/case_folding.h"
 #include "text/path_text.h"
 
-namespace app {
+namespace pairing {
 namespace {
 
 bool IsLetterOrDigit(wchar_t character) {
@@ -59,4 +58,4 @@ Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& sk
                             skeletons.size())};
 }
 
-}  // namespace app
+}  // namespace pairing

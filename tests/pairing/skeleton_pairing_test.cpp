@@ -1,10 +1,10 @@
-#include "app/convert/skeleton_pairing.h"
+#include "pairing/skeleton_pairing.h"
 
 #include <gmock/gmock.h>
 
 namespace {
 
-using app::FindSkeleton;
+using pairing::FindSkeleton;
 using testing::HasSubstr;
 
 struct Pair {
@@ -47,7 +47,7 @@ const Pair kPairs[] = {
 class SkeletonPairing : public testing::TestWithParam<Pair> {};
 
 TEST_P(SkeletonPairing, IsAsExpected) {
-    const app::Pairing pairing = FindSkeleton(GetParam().motion, GetParam().skeletons);
+    const pairing::Pairing pairing = FindSkeleton(GetParam().motion, GetParam().skeletons);
     EXPECT_EQ(pairing.skeleton, GetParam().skeleton);
     EXPECT_THAT(pairing.problem, HasSubstr(GetParam().problem));
     EXPECT_EQ(pairing.skeleton.empty(), !pairing.problem.empty());

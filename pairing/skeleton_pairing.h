@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace app {
+namespace pairing {
 
 struct Pairing {
     std::string skeleton;  // one of the names; empty: none
@@ -18,4 +18,4 @@ struct Pairing {
 // of equal ones that with the same case. Otherwise the folder's only skeleton.
 Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& skeletons);
 
-}  // namespace app
+}  // namespace pairing
