@@ -11,6 +11,7 @@
 #include "app/help_text.h"
 #include "app/import_options.h"
 #include "app/option_values.h"
+#include "export/formats.h"
 #include "pairing/capture_kind.h"
 #include "survey/encoding.h"
 #include "text/path_text.h"
@@ -136,9 +137,11 @@ std::vector<std::string> AsGiven(const std::vector<const CLI::Option*>& options)
 
 ConvertRequest UnderstandConvert(Words& words) {
     ConvertRequest& request = words.convert;
-    request.extension = '.' + words.convertWords.format;
-    if (!FindOutputFormat(request.extension))
+    const exporters::Format* format = exporters::FindFormat('.' + words.convertWords.format);
+    if (!format)
         throw UsageError(fmt::format("--to {}: no such output", words.convertWords.format));
+    request.extension = format->extension;
+    request.sideExtension = format->sideExtension;
     if (request.outDir.empty()) throw UsageError("--out-dir: no folder named");
     if (!request.skeleton.empty() &&
         pairing::KindOf(request.skeleton) != pairing::CaptureKind::Skeleton)
@@ -229,13 +232,6 @@ std::vector<std::string> LastFirst(std::span<const char* const> arguments) {
 }
 
 }  // namespace
-
-std::vector<std::string> FilesOf(const OutputRequest& output) {
-    std::vector<std::string> files = {output.path};
-    if (output.format == OutputFormat::Gltf)
-        files.push_back(output.path.substr(0, output.path.rfind('.')) + ".bin");
-    return files;
-}
 
 bool IsCommand(std::string_view word) {
     return word == "import" || word == "check" || word == "convert" || word == "command";

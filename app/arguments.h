@@ -12,6 +12,7 @@
 
 #include "app/check_request.h"
 #include "app/convert/convert_request.h"
+#include "export/formats.h"
 
 namespace app {
 
@@ -23,16 +24,13 @@ class UsageError : public std::runtime_error {
 
 enum class Progress : std::uint8_t { Auto, On, Off };  // Auto: where stderr is a terminal
 enum class SourceFormat : std::uint8_t { Biovision, Acclaim };
-enum class OutputFormat : std::uint8_t { Json, Glb, Gltf, Bvh, Csv, Npz };
 enum class Preset : std::uint8_t { Auto, Cmu, None };  // Auto: where the file looks like one
 enum class UpAxis : std::uint8_t { Y, Z };
 
 struct OutputRequest {
     std::string path;
-    OutputFormat format = OutputFormat::Json;
+    const exporters::Format* format = nullptr;  // by the path's extension
 };
-// What is written for it: the file itself, and the numbers beside a .gltf.
-std::vector<std::string> FilesOf(const OutputRequest& output);
 
 struct ImportRequest {
     SourceFormat format = SourceFormat::Biovision;

@@ -62,4 +62,12 @@ void AppendFindingJson(std::string& out, const survey::Finding& finding, const s
     out += fmt::format(R"("mended": {}}})", finding.mended);
 }
 
+std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files) {
+    std::vector<std::string> all;
+    for (const FileFindings& file : files)
+        for (const survey::Finding& finding : file.findings)
+            AppendFindingJson(all.emplace_back(), finding, files.size() > 1 ? &file.file : nullptr);
+    return all;
+}
+
 }  // namespace app

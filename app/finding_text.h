@@ -32,4 +32,7 @@ std::string FindingLine(const std::string& file, const survey::Finding& finding,
 void AppendFindingJson(std::string& out, const survey::Finding& finding,
                        const std::string* file = nullptr);
 
+// The same for each finding of the files. Where there are several files, each says its own.
+std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files);
+
 }  // namespace app

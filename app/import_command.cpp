@@ -12,7 +12,6 @@
 #include "app/import_report.h"
 #include "app/import_survey.h"
 #include "app/interrupt.h"
-#include "app/json_record.h"
 #include "app/locale_setup.h"
 #include "app/original_lines.h"
 #include "app/outcome.h"
@@ -21,7 +20,9 @@
 #include "app/print.h"
 #include "app/summary.h"
 #include "app/tree.h"
+#include "app/user_input_json.h"
 #include "app/variant_list.h"
+#include "export/json_record.h"
 #include "headless/session.h"
 #include "text/byte_sink.h"
 #include "text/wide_text.h"
@@ -147,7 +148,9 @@ class ImportRun {
     int Finish() {
         const ImportRequest& request = survey_.request;
         OutputsResult written;
-        if (outcome_.status != kCancelled) written = WriteOutputs(request, Record(), outcome_);
+        if (outcome_.status != kCancelled)
+            written =
+                WriteOutputs(request, headless::Session::Current().GetScene(), Record(), outcome_);
         // convert, which reads the report, sends one signal at most. It must not end this process
         // before the report says that an output was written.
         if (!request.report) ReleaseInterrupts();
@@ -165,11 +168,13 @@ class ImportRun {
         outcome_ = JudgeImport(result_.code, result_.log, Interrupted());
     }
 
-    RunRecord Record() const {
+    exporters::RunRecord Record() const {
         const USERINPUT& input = plugin_.UserInput();
-        RunRecord record{result_.code, headless::Session::Current(), result_.log,
-                         survey_.refused ? input : UserInputOf(input, survey_.request)};
-        if (!survey_.request.asIs) record.findings = &survey_.findings;
+        const headless::Session& session = headless::Session::Current();
+        exporters::RunRecord record{result_.code, result_.log, session.Bar(), session.Commands()};
+        record.userInput =
+            UserInputJson(survey_.refused ? input : UserInputOf(input, survey_.request));
+        if (!survey_.request.asIs) record.findings = FindingsJson(survey_.findings);
         record.multiplied = survey_.multiplied;
         return record;
     }

@@ -8,6 +8,7 @@
 #include <set>
 
 #include "app/option_values.h"
+#include "export/formats.h"
 #include "files/links.h"
 #include "pairing/capture_kind.h"
 #include "survey/encoding.h"
@@ -18,11 +19,6 @@ namespace {
 
 constexpr double kCmuFramesPerSecond = 120.0;
 constexpr int kMostDigits = 15;
-
-const std::map<std::string, OutputFormat, std::less<>> kOutputFormats = {
-    {".bvh", OutputFormat::Bvh},   {".csv", OutputFormat::Csv},   {".glb", OutputFormat::Glb},
-    {".gltf", OutputFormat::Gltf}, {".json", OutputFormat::Json}, {".npz", OutputFormat::Npz},
-};
 
 void FindFormat(ImportRequest& request) {
     using pairing::CaptureKind;
@@ -69,11 +65,11 @@ std::string Resolved(const std::string& path) {
     return unreadable ? path : resolved.string();
 }
 
-OutputFormat FormatOf(const std::string& path) {
-    if (const auto format = FindOutputFormat(text::LowerCaseExtension(path))) return *format;
+const exporters::Format* FormatOf(const std::string& path) {
+    if (const auto* format = exporters::FindFormat(text::LowerCaseExtension(path))) return format;
     std::string known;
-    for (const auto& [name, value] : kOutputFormats)
-        known += ' ' + name;
+    for (const exporters::Format& format : exporters::Formats())
+        known += fmt::format(" {}", format.extension);
     throw UsageError(fmt::format("{}: no such output; known are{}", path, known));
 }
 
@@ -81,7 +77,7 @@ void NameOutputs(const ImportWords& words, ImportRequest& request) {
     std::set<std::string> taken;
     for (const std::string& path : words.outputs) {
         const OutputRequest output = {path, FormatOf(path)};
-        for (const std::string& file : FilesOf(output)) {
+        for (const std::string& file : exporters::FilesOf(*output.format, path)) {
             RefuseToOverwrite(file, request.file);
             RefuseToOverwrite(file, request.motionFile);
             if (!taken.insert(Resolved(file)).second)
@@ -92,11 +88,6 @@ void NameOutputs(const ImportWords& words, ImportRequest& request) {
 }
 
 }  // namespace
-
-std::optional<OutputFormat> FindOutputFormat(const std::string& extension) {
-    const auto found = kOutputFormats.find(extension);
-    return found == kOutputFormats.end() ? std::nullopt : std::optional(found->second);
-}
 
 void DescribeImportOptions(CLI::App& command, ImportWords& words) {
     ImportRequest& request = words.request;

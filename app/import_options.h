@@ -45,8 +45,4 @@ void UnderstandImportOptions(ImportWords& words);
 // All of "zkhost import". Throws UsageError.
 ImportRequest UnderstandImport(ImportWords& words);
 
-// The format of an output by its extension, in lower case and with its dot (".glb"); nothing for an
-// extension that no output has.
-std::optional<OutputFormat> FindOutputFormat(const std::string& extension);
-
 }  // namespace app

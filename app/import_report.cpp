@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-#include "app/motion_facts.h"
+#include "export/motion_facts.h"
 #include "headless/session.h"
 #include "headless/text.h"
 #include "host/constants.h"
@@ -15,7 +15,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-void TakeMotion(const ModelFacts& facts, const ImportRequest& request, ImportReport& report) {
+void TakeMotion(const exporters::ModelFacts& facts, const ImportRequest& request,
+                ImportReport& report) {
     report.frames = facts.frames;
     report.framesPerSecond = request.framesPerSecond;
     if (!report.framesPerSecond && facts.secondsPerFrame > 0.0)
@@ -105,7 +106,7 @@ ImportReport ReportOf(const ImportSurvey& survey, const Outcome& outcome,
     std::vector<const headless::Object*> models = headless::Session::Current().GetScene().Models();
     if (outcome.models) models.resize(std::min(models.size(), *outcome.models));
     for (const headless::Object* model : models) {
-        const ModelFacts facts = MeasureModel(*model);
+        const exporters::ModelFacts facts = exporters::MeasureModel(*model);
         report.joints += facts.joints;
         if (facts.frames > report.frames) TakeMotion(facts, request, report);
     }

@@ -6,12 +6,10 @@
 #include <new>
 #include <system_error>
 
-#include "app/export/bvh.h"
-#include "app/export/csv.h"
-#include "app/export/gltf.h"
-#include "app/export/npz.h"
 #include "app/interrupt.h"
 #include "app/print.h"
+#include "export/formats.h"
+#include "export/json_record.h"
 #include "files/write_file.h"
 #include "text/byte_sink.h"
 #include "text/path_text.h"
@@ -23,8 +21,8 @@ const char* Text(bool value) {
     return value ? "true" : "false";
 }
 
-ExportSource SourceOf(const ImportRequest& request) {
-    ExportSource source;
+exporters::Source SourceOf(const ImportRequest& request) {
+    exporters::Source source;
     source.files.push_back(request.file);
     if (!request.motionFile.empty()) source.files.push_back(request.motionFile);
     const bool isAcclaim = request.format == SourceFormat::Acclaim;
@@ -40,9 +38,9 @@ ExportSource SourceOf(const ImportRequest& request) {
     return source;
 }
 
-ExportOptions OptionsOf(const ImportRequest& request, const RunRecord& record,
-                        const Outcome& outcome) {
-    ExportOptions options;
+exporters::Options OptionsOf(const ImportRequest& request, const exporters::RunRecord& record,
+                             const Outcome& outcome) {
+    exporters::Options options;
     options.scale = request.scale / record.multiplied;
     options.zUp = request.up == UpAxis::Z;
     options.framesPerSecond = request.framesPerSecond;
@@ -54,53 +52,19 @@ ExportOptions OptionsOf(const ImportRequest& request, const RunRecord& record,
     return options;
 }
 
-// Fills the output and, of a .gltf, the file of numbers that belongs to it.
-ExportNotes Export(const OutputRequest& output, text::ByteSink& file, const RunRecord& record,
-                   const ExportOptions& options) {
-    const headless::Scene& scene = record.session.GetScene();
-    switch (output.format) {
-        case OutputFormat::Json:
-            WriteJsonRecord(file, record);
-            break;
-        case OutputFormat::Glb:
-            return WriteGlb(file, scene, options);
-        case OutputFormat::Bvh:
-            return WriteBvh(file, scene, options);
-        case OutputFormat::Csv:
-            return WriteCsv(file, scene, options);
-        case OutputFormat::Npz:
-            return WriteNpz(file, scene, options);
-        case OutputFormat::Gltf:
-            break;  // a pair of files
-    }
-    return {};
-}
-
-// What `write` refuses, as the reason why there is no output.
-std::string Reason(const std::function<ExportNotes()>& write, ExportNotes& notes) {
-    try {
-        notes = write();
-        return {};
-    } catch (const ExportError& error) {
-        return error.what();
-    }
-}
-
-files::WriteOutcome Write(const OutputRequest& output, const RunRecord& record,
-                          const ExportOptions& options, ExportNotes& notes) {
-    if (output.format != OutputFormat::Gltf) {
-        const auto fill = [&](text::ByteSink& file) {
-            return Reason([&] { return Export(output, file, record, options); }, notes);
-        };
-        return files::WriteFile(output.path, fill, Interrupted);
-    }
-    const std::string binaryPath = FilesOf(output).back();
-    const auto fill = [&](text::ByteSink& file, text::ByteSink& binary) {
-        const std::string_view binaryName = text::NamePart(binaryPath);
-        const headless::Scene& scene = record.session.GetScene();
-        return Reason([&] { return WriteGltf(file, binary, binaryName, scene, options); }, notes);
+files::WriteOutcome Write(const OutputRequest& output, const exporters::Content& content,
+                          exporters::Notes& notes) {
+    const exporters::Format& format = *output.format;
+    const std::vector<std::string> paths = exporters::FilesOf(format, output.path);
+    if (paths.size() == 1)
+        return files::WriteFile(
+            output.path,
+            [&](text::ByteSink& out) { return exporters::Write(format, content, {out}, notes); },
+            Interrupted);
+    const auto fill = [&](text::ByteSink& out, text::ByteSink& side) {
+        return exporters::Write(format, content, {out, &side, text::NamePart(paths[1])}, notes);
     };
-    return files::WriteFilePair(output.path, binaryPath, fill, Interrupted);
+    return files::WriteFilePair(output.path, paths[1], fill, Interrupted);
 }
 
 bool MakeFolderOf(const std::string& path) {
@@ -123,19 +87,20 @@ void AddOutput(const std::function<files::WriteOutcome()>& write, OutputsResult&
     result.interrupted |= outcome.isCancelled;
 }
 
-OutputsResult WriteOutputs(const ImportRequest& request, const RunRecord& record,
-                           const Outcome& outcome) {
-    const ExportOptions options = OptionsOf(request, record, outcome);
+OutputsResult WriteOutputs(const ImportRequest& request, const headless::Scene& scene,
+                           const exporters::RunRecord& record, const Outcome& outcome) {
+    const exporters::Options options = OptionsOf(request, record, outcome);
+    const exporters::Content content{scene, options, &record};
     OutputsResult result;
     for (const OutputRequest& output : request.outputs) {
         if (result.interrupted) break;
-        if (outcome.status == kImportFailed && output.format != OutputFormat::Json) continue;
+        if (outcome.status == kImportFailed && !output.format->isRecord) continue;
         if (request.makeFolders && !MakeFolderOf(output.path)) {
             result.failed = true;
             continue;
         }
-        ExportNotes notes;
-        AddOutput([&] { return Write(output, record, options, notes); }, result);
+        exporters::Notes notes;
+        AddOutput([&] { return Write(output, content, notes); }, result);
         for (const std::string& note : notes)
             PrintError(fmt::format("{}: {}", output.path, note));
     }

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "app/arguments.h"
-#include "app/json_record.h"
 #include "app/outcome.h"
+#include "export/json_record.h"
 #include "files/write_file.h"
 
 namespace app {
@@ -20,8 +20,8 @@ struct OutputsResult {
 
 // Writes what the request names; of a failed import the record alone. What an export had to leave
 // out is said on stderr.
-OutputsResult WriteOutputs(const ImportRequest& request, const RunRecord& record,
-                           const Outcome& outcome);
+OutputsResult WriteOutputs(const ImportRequest& request, const headless::Scene& scene,
+                           const exporters::RunRecord& record, const Outcome& outcome);
 
 // Adds to the result what came of writing one output; what went wrong is said on stderr.
 void AddOutput(const std::function<files::WriteOutcome()>& write, OutputsResult& result);

@@ -8,7 +8,9 @@
 #include "app/outputs.h"
 #include "app/plugin_library.h"
 #include "app/print.h"
+#include "app/user_input_json.h"
 #include "app/variant_list.h"
+#include "export/json_record.h"
 #include "files/write_file.h"
 #include "headless/session.h"
 #include "text/byte_sink.h"
@@ -55,7 +57,10 @@ int RunCommand(const CommandRequest& request) {
         AddOutput(
             [&] {
                 const auto fill = [&](text::ByteSink& file) {
-                    WriteJsonRecord(file, {result.code, session, result.log, plugin.UserInput()});
+                    exporters::WriteJsonRecord(
+                        file, session.GetScene(),
+                        {result.code, result.log, session.Bar(), session.Commands(),
+                         UserInputJson(plugin.UserInput())});
                     return std::string();
                 };
                 return files::WriteFile(request.jsonFile, fill, Interrupted);

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <string_view>
 
+#include "export/motion_facts.h"
 #include "headless/text.h"
 #include "text/escapes.h"
 #include "text/wide_text.h"
@@ -40,7 +41,7 @@ std::string JoinedFiles(const std::vector<std::string>& files) {
     return text;
 }
 
-std::string MotionText(const ModelFacts& facts, const SummaryRequest& request) {
+std::string MotionText(const exporters::ModelFacts& facts, const SummaryRequest& request) {
     const double secondsPerFrame =
         request.framesPerSecond ? 1.0 / *request.framesPerSecond : facts.secondsPerFrame;
     std::string counts = Counted(facts.curves, "curve") + ", " + Counted(facts.frames, "frame");
@@ -60,8 +61,8 @@ std::string ClipsText(const headless::ModelData& model) {
 }
 
 void PrintModel(const Object& model, const SummaryRequest& request, const Print& print) {
-    const ModelFacts facts = MeasureModel(model);
-    const bool hasMotion = MotionOf(model) != nullptr;
+    const exporters::ModelFacts facts = exporters::MeasureModel(model);
+    const bool hasMotion = exporters::MotionOf(model) != nullptr;
     print(fmt::format("  {}: {}, {}{}\n", Readable(headless::View(model.name)),
                       Counted(facts.joints, "joint"),
                       hasMotion ? MotionText(facts, request) : "no motion",

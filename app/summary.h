@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "app/motion_facts.h"
 #include "app/print.h"
 #include "headless/scene.h"
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "app/columns.h"
-#include "app/object_types.h"
-#include "app/object_walk.h"
+#include "export/object_types.h"
+#include "export/object_walk.h"
 #include "headless/evaluation.h"
 #include "headless/text.h"
 #include "text/escapes.h"
@@ -61,9 +61,9 @@ void PrintModel(const headless::Scene& scene, const Object& model, const Print& 
     for (std::size_t index = 0; index < objects.size(); ++index)
         placeOf.emplace(objects[index], &places[index]);
 
-    WalkObjects(model, [&](const Object& object, std::size_t depth) {
+    exporters::WalkObjects(model, [&](const Object& object, std::size_t depth) {
         const double* origin = placeOf.at(&object)->origin;
-        PrintRow(NameColumn(object, depth), TypeName(object.type), Coordinate(origin[0]),
+        PrintRow(NameColumn(object, depth), exporters::TypeName(object.type), Coordinate(origin[0]),
                  Coordinate(origin[1]), Coordinate(origin[2]), print);
     });
 }

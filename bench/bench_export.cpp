@@ -4,20 +4,20 @@
 #include <string>
 #include <unistd.h>
 
-#include "app/export/bvh.h"
-#include "app/export/csv.h"
-#include "app/export/gltf.h"
-#include "app/export/npz.h"
 #include "bench/synthetic_bvh.h"
 #include "bvh/biovision_import.h"
+#include "export/bvh.h"
+#include "export/csv.h"
+#include "export/gltf.h"
+#include "export/npz.h"
 #include "files/output_file.h"
 #include "headless/session.h"
 #include "text/byte_sink.h"
 
 namespace {
 
-using Writer = app::ExportNotes (*)(text::ByteSink&, const headless::Scene&,
-                                    const app::ExportOptions&);
+using Writer = exporters::Notes (*)(text::ByteSink&, const headless::Scene&,
+                                    const exporters::Options&);
 
 void Import(const bench::BvhShape& shape, bool nulls) {
     headless::Session::Current().Reset();
@@ -47,11 +47,11 @@ void Shapes(benchmark::internal::Benchmark* benchmark) {
     benchmark->Args({500, 1'000})->Unit(benchmark::kMillisecond)->UseRealTime();
 }
 
-BENCHMARK_CAPTURE(BM_Export, GlbOfNulls, app::WriteGlb, true)->Apply(Shapes);
-BENCHMARK_CAPTURE(BM_Export, GlbOfBones, app::WriteGlb, false)->Apply(Shapes);
-BENCHMARK_CAPTURE(BM_Export, BvhOfNulls, app::WriteBvh, true)->Apply(Shapes);
-BENCHMARK_CAPTURE(BM_Export, BvhOfBones, app::WriteBvh, false)->Apply(Shapes);
-BENCHMARK_CAPTURE(BM_Export, CsvOfNulls, app::WriteCsv, true)->Apply(Shapes);
-BENCHMARK_CAPTURE(BM_Export, NpzOfNulls, app::WriteNpz, true)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, GlbOfNulls, exporters::WriteGlb, true)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, GlbOfBones, exporters::WriteGlb, false)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, BvhOfNulls, exporters::WriteBvh, true)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, BvhOfBones, exporters::WriteBvh, false)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, CsvOfNulls, exporters::WriteCsv, true)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, NpzOfNulls, exporters::WriteNpz, true)->Apply(Shapes);
 
 }  // namespace

@@ -10,6 +10,7 @@ namespace app {
 struct ConvertRequest {
     std::vector<std::string> paths;  // files and folders, as the user named them
     std::string extension;           // of the outputs, with its dot
+    std::string sideExtension;       // of the file beside each output; empty: there is none
     std::string outDir;
     std::string skeleton;  // the .asf of every .amc; empty: each is paired with its own
     // The options of each import, as words of a command line.

@@ -7,8 +7,6 @@
 #include <sys/stat.h>
 #include <vector>
 
-#include "app/convert/output_names.h"
-
 namespace app {
 namespace {
 
@@ -43,7 +41,7 @@ bool IsUpToDate(const Job& job, const std::string& outDir) {
         if (!status) return false;
         newest = std::max(newest, TimeOf(*status));
     }
-    const std::vector<std::string> outputs = FilesOf(job.output);
+    const std::vector<std::string> outputs = FilesOf(job);
     return std::all_of(outputs.begin(), outputs.end(), [&](const std::string& output) {
         const auto status = StatusOf(fmt::format("{}/{}", outDir, output));
         return status && status->st_size > 0 && TimeOf(*status) > newest;
@@ -52,7 +50,7 @@ bool IsUpToDate(const Job& job, const std::string& outDir) {
 
 std::string SizesOf(const Job& job, const std::string& outDir) {
     std::string sizes;
-    for (const std::string& output : FilesOf(job.output)) {
+    for (const std::string& output : FilesOf(job)) {
         const auto status = StatusOf(fmt::format("{}/{}", outDir, output));
         if (!status) return {};
         if (!sizes.empty()) sizes += ' ';

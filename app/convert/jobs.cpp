@@ -85,7 +85,7 @@ void RefuseToOverwriteInputs(std::vector<Job>& jobs, const std::string& outDir) 
                 inputs.emplace(*id, file);
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
-        for (const std::string& file : FilesOf(job.output)) {
+        for (const std::string& file : FilesOf(job)) {
             const auto id = IdOf(outDir + file);
             const auto input = id ? inputs.find(*id) : inputs.end();
             if (input != inputs.end())
@@ -98,7 +98,7 @@ void RefuseToOverwriteInputs(std::vector<Job>& jobs, const std::string& outDir) 
 void RefuseLinks(std::vector<Job>& jobs, const std::string& outDir) {
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
-        for (const std::string& file : FilesOf(job.output)) {
+        for (const std::string& file : FilesOf(job)) {
             std::error_code unreadable;
             if (std::filesystem::is_symlink(outDir + file, unreadable))
                 job.refusal = fmt::format("its output {} is a symbolic link", file);
@@ -106,7 +106,7 @@ void RefuseLinks(std::vector<Job>& jobs, const std::string& outDir) {
     }
 }
 
-// A .bvh in a folder that is walked would be an input of the next run.
+// A capture file in a folder that is walked would be an input of the next run.
 void RefuseToAddInputs(std::vector<Job>& jobs, const std::string& outDir,
                        const std::set<FileId>& walked) {
     std::unordered_map<std::string, bool> isWalked;  // by folder of the output
@@ -131,6 +131,12 @@ void RefuseToAddInputs(std::vector<Job>& jobs, const std::string& outDir,
 
 }  // namespace
 
+std::vector<std::string> FilesOf(const Job& job) {
+    std::vector<std::string> files = {job.output};
+    if (!job.sideOutput.empty()) files.push_back(job.sideOutput);
+    return files;
+}
+
 std::vector<Job> ListJobs(const ConvertRequest& request) {
     if (!request.skeleton.empty() && !IdOf(request.skeleton))
         throw UsageError(fmt::format("--asf {}: {}", request.skeleton, std::strerror(errno)));
@@ -139,11 +145,11 @@ std::vector<Job> ListJobs(const ConvertRequest& request) {
     if (jobs.empty()) throw UsageError("nothing to convert: no .bvh, .asf or .amc file there");
     std::sort(jobs.begin(), jobs.end(),
               [](const Job& a, const Job& b) { return a.source < b.source; });
-    NameOutputs(jobs, request.extension);
+    NameOutputs(jobs, request.extension, request.sideExtension);
     const std::string outDir = request.outDir + '/';
     RefuseToOverwriteInputs(jobs, outDir);
     RefuseLinks(jobs, outDir);
-    if (request.extension == ".bvh") RefuseToAddInputs(jobs, outDir, tree.folders);
+    if (pairing::KindOf(request.extension)) RefuseToAddInputs(jobs, outDir, tree.folders);
     return jobs;
 }
 

@@ -19,11 +19,23 @@ Takers TakersOf(std::vector<Job>& jobs) {
     return takers;
 }
 
-void KeepSourceExtensions(std::vector<Job>& jobs, std::string_view extension) {
+// What the outputs' names end in.
+struct Endings {
+    std::string_view extension;
+    std::string_view sideExtension;  // empty: there is no file beside them
+};
+
+void NameOutput(Job& job, std::string_view stem, const Endings& endings) {
+    job.output = fmt::format("{}{}", stem, endings.extension);
+    job.sideOutput =
+        endings.sideExtension.empty() ? "" : fmt::format("{}{}", stem, endings.sideExtension);
+}
+
+void KeepSourceExtensions(std::vector<Job>& jobs, const Endings& endings) {
     for (const auto& [output, takers] : TakersOf(jobs)) {
         if (takers.size() < 2 && output != text::FoldCase(kIndexName)) continue;
         for (Job* job : takers)
-            job->output = fmt::format("{}{}", job->place, extension);
+            NameOutput(*job, job->place, endings);
     }
 }
 
@@ -54,7 +66,7 @@ void RefuseNamesOfFolders(std::vector<Job>& jobs) {
     const std::unordered_set<std::wstring> folders = FoldersOf(jobs);
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
-        for (const std::string& file : FilesOf(job.output))
+        for (const std::string& file : FilesOf(job))
             if (folders.contains(text::FoldCase(file)))
                 job.refusal = fmt::format("its output {} is a folder of other outputs", file);
     }
@@ -62,20 +74,14 @@ void RefuseNamesOfFolders(std::vector<Job>& jobs) {
 
 }  // namespace
 
-void NameOutputs(std::vector<Job>& jobs, std::string_view extension) {
+void NameOutputs(std::vector<Job>& jobs, std::string_view extension,
+                 std::string_view sideExtension) {
+    const Endings endings{extension, sideExtension};
     for (Job& job : jobs)
-        if (job.refusal.empty())
-            job.output = fmt::format("{}{}", text::WithoutExtension(job.place), extension);
-    KeepSourceExtensions(jobs, extension);
+        if (job.refusal.empty()) NameOutput(job, text::WithoutExtension(job.place), endings);
+    KeepSourceExtensions(jobs, endings);
     RefuseSharedNames(jobs);
     RefuseNamesOfFolders(jobs);
-}
-
-std::vector<std::string> FilesOf(const std::string& output) {
-    std::vector<std::string> files = {output};
-    if (output.ends_with(".gltf"))
-        files.push_back(fmt::format("{}.bin", text::WithoutExtension(output)));
-    return files;
 }
 
 }  // namespace app

@@ -15,10 +15,8 @@ inline constexpr std::string_view kIndexName = "index.csv";
 // would give one name to several (case aside), these keep the source's extension before the new
 // one: walk.bvh.glb, walk.amc.glb. Jobs whose outputs would still take another's name, or the
 // place of a folder that another needs, are refused, all of them. Jobs that are refused already
-// are left alone.
-void NameOutputs(std::vector<Job>& jobs, std::string_view extension);
-
-// All the files of one output: a .gltf has its numbers beside it.
-std::vector<std::string> FilesOf(const std::string& output);
+// are left alone. With `sideExtension`, each output has a second file beside it that ends so.
+void NameOutputs(std::vector<Job>& jobs, std::string_view extension,
+                 std::string_view sideExtension = {});
 
 }  // namespace app

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <gmock/gmock.h>
 
-#include "test_scene.h"
+#include "tests/support/test_scene.h"
 
 namespace {
 

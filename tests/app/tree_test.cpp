@@ -5,7 +5,7 @@
 
 #include "app/columns.h"
 #include "app/locale_setup.h"
-#include "test_scene.h"
+#include "tests/support/test_scene.h"
 #include "text/wide_text.h"
 
 namespace {

@@ -55,7 +55,8 @@ TEST_P(OutputNames, AreAsExpected) {
     std::vector<Job> jobs;
     for (const auto& [place, output] : GetParam().outputs)
         jobs.push_back({"source of " + std::string(place), "", place, "", ""});
-    app::NameOutputs(jobs, GetParam().extension);
+    const std::string_view side = GetParam().extension == std::string_view(".gltf") ? ".bin" : "";
+    app::NameOutputs(jobs, GetParam().extension, side);
     for (std::size_t index = 0; index < jobs.size(); ++index) {
         const std::string expected = GetParam().outputs[index].second;
         SCOPED_TRACE(jobs[index].place);
@@ -80,9 +81,12 @@ TEST(NameOutputs, LeaveARefusedJobAlone) {
     EXPECT_EQ(jobs[1].refusal, "no");
 }
 
-TEST(FilesOf, AreTwoOfAGltf) {
-    EXPECT_THAT(app::FilesOf("a.b/w.gltf"), ElementsAre("a.b/w.gltf", "a.b/w.bin"));
-    EXPECT_THAT(app::FilesOf("w.glb"), ElementsAre("w.glb"));
+TEST(FilesOf, AreTwoOfAFormatWithTwoFiles) {
+    std::vector<app::Job> jobs = {{"a.b/w.bvh", "", "a.b/w.bvh", "", ""}};
+    app::NameOutputs(jobs, ".gltf", ".bin");
+    EXPECT_THAT(app::FilesOf(jobs[0]), ElementsAre("a.b/w.gltf", "a.b/w.bin"));
+    app::NameOutputs(jobs, ".glb");
+    EXPECT_THAT(app::FilesOf(jobs[0]), ElementsAre("a.b/w.glb"));
 }
 
 }  // namespace

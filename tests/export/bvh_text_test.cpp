@@ -93,7 +93,7 @@ TEST(BvhText, TurnsAndScalesTheRoot) {
 TEST(BvhText, WritesOnePoseWhereThereIsNoRate) {
     ASSERT_TRUE(
         exported::ImportText(kHead + "}\n" + Motion("5 6 7 0 0 0\n8 9 10 0 0 0\n", 2, "0")));
-    app::ExportNotes notes;
+    exporters::Notes notes;
     EXPECT_THAT(exported::Export(".bvh", {}, &notes), HasSubstr("Frames: 1\nFrame Time: 0.0333"));
     EXPECT_THAT(notes, testing::ElementsAre(HasSubstr("take: the motion has no frame time")));
     EXPECT_THAT(exported::Export(".bvh", {.framesPerSecond = 10.0}),

@@ -7,12 +7,12 @@
 #include <unordered_map>
 
 #include "acclaim/acclaim_import.h"
-#include "app/export/bvh.h"
-#include "app/export/csv.h"
-#include "app/export/gltf.h"
-#include "app/export/npz.h"
-#include "app/export/skeleton_poses.h"
 #include "bvh/biovision_import.h"
+#include "export/bvh.h"
+#include "export/csv.h"
+#include "export/gltf.h"
+#include "export/npz.h"
+#include "export/skeleton_poses.h"
 #include "files/output_file.h"
 #include "headless/evaluation.h"
 #include "headless/session.h"
@@ -103,10 +103,10 @@ Take Record(const Object& model) {
     for (std::size_t place = 0; place < evaluator.Objects().size(); ++place)
         places[evaluator.Objects()[place]] = place;
 
-    const app::SkeletonPoses order(CurrentScene(), model, nullptr, 1.0);
+    const exporters::SkeletonPoses order(CurrentScene(), model, nullptr, 1.0);
     Take take;
     std::vector<std::size_t> kept;
-    for (const app::Joint& joint : order.Joints()) {
+    for (const exporters::Joint& joint : order.Joints()) {
         take.names.push_back(text::EncodeUtf8(headless::View(joint.object->name)));
         kept.push_back(places.at(joint.object));
     }
@@ -135,30 +135,30 @@ std::vector<Take> RecordAll() {
     return takes;
 }
 
-app::ExportNotes ExportTo(const std::string& path, const app::ExportOptions& options) {
+exporters::Notes ExportTo(const std::string& path, const exporters::Options& options) {
     const std::filesystem::path parts = path;
     const std::string extension = parts.extension().string();
     files::OutputFile file(path);
-    app::ExportNotes notes;
-    if (extension == ".glb") notes = app::WriteGlb(file, CurrentScene(), options);
-    if (extension == ".bvh") notes = app::WriteBvh(file, CurrentScene(), options);
-    if (extension == ".csv") notes = app::WriteCsv(file, CurrentScene(), options);
-    if (extension == ".npz") notes = app::WriteNpz(file, CurrentScene(), options);
+    exporters::Notes notes;
+    if (extension == ".glb") notes = exporters::WriteGlb(file, CurrentScene(), options);
+    if (extension == ".bvh") notes = exporters::WriteBvh(file, CurrentScene(), options);
+    if (extension == ".csv") notes = exporters::WriteCsv(file, CurrentScene(), options);
+    if (extension == ".npz") notes = exporters::WriteNpz(file, CurrentScene(), options);
     if (extension == ".gltf") {
         const std::string binaryName = parts.stem().string() + ".bin";
         files::OutputFile binary((parts.parent_path() / binaryName).string());
-        notes = app::WriteGltf(file, binary, binaryName, CurrentScene(), options);
+        notes = exporters::WriteGltf(file, binary, binaryName, CurrentScene(), options);
         binary.Commit();
     }
     file.Commit();
     return notes;
 }
 
-std::string Export(const std::string& extension, const app::ExportOptions& options,
-                   app::ExportNotes* notes) {
+std::string Export(const std::string& extension, const exporters::Options& options,
+                   exporters::Notes* notes) {
     const support::TempDir folder;
     const std::string path = (folder.Path() / ("export" + extension)).string();
-    const app::ExportNotes said = ExportTo(path, options);
+    const exporters::Notes said = ExportTo(path, options);
     if (notes) *notes = said;
     return support::ReadText(path);
 }

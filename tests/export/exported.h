@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/export/options.h"
+#include "export/options.h"
 #include "headless/scene.h"
 
 namespace exported {
@@ -43,10 +43,10 @@ Take Record(const headless::Object& model);
 std::vector<Take> RecordAll();
 
 // Writes the scene to a file of that extension, the numbers of a .gltf to the .bin beside it.
-app::ExportNotes ExportTo(const std::string& path, const app::ExportOptions& options = {});
+exporters::Notes ExportTo(const std::string& path, const exporters::Options& options = {});
 // The scene as a file of that extension, read back as bytes. Throws what the exporter throws.
-std::string Export(const std::string& extension, const app::ExportOptions& options = {},
-                   app::ExportNotes* notes = nullptr);
+std::string Export(const std::string& extension, const exporters::Options& options = {},
+                   exporters::Notes* notes = nullptr);
 
 // Every file of the folder of real captures, motions behind their skeletons; empty where the folder
 // is not there.

@@ -160,7 +160,7 @@ TEST(Gltf, SaysTwiceWhatViewersWouldRename) {
 
 TEST(Gltf, SaysWhereItComesFrom) {
     ASSERT_TRUE(exported::ImportText(kLimb));
-    app::ExportOptions options{.scale = 0.5};
+    exporters::Options options{.scale = 0.5};
     options.source = {{"/some/where/take 1.bvh"}, "Biovision BVH", {{"nulls", "true"}}, "tool 1.0"};
     const Glb glb(exported::Export(".glb", options));
     const json& extras = glb.json["asset"]["extras"];
@@ -199,7 +199,7 @@ TEST(Gltf, WritesThePoseAloneWithoutARate) {
     std::string text = kLimb;
     text.replace(text.find("0.5"), 3, "0.0");
     ASSERT_TRUE(exported::ImportText(text));
-    app::ExportNotes notes;
+    exporters::Notes notes;
     const json file = Glb(exported::Export(".glb", {}, &notes)).json;
     EXPECT_FALSE(file.contains("animations"));
     EXPECT_EQ(file["skins"].size(), 1u);

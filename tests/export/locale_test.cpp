@@ -7,7 +7,7 @@
 namespace {
 
 std::vector<std::string> ExportAll() {
-    const app::ExportOptions options{.scale = 0.5, .framesPerSecond = 29.97};
+    const exporters::Options options{.scale = 0.5, .framesPerSecond = 29.97};
     std::vector<std::string> exports;
     for (const char* extension : {".glb", ".gltf", ".bvh", ".csv", ".npz"})
         exports.push_back(exported::Export(extension, options));

@@ -31,7 +31,7 @@ std::string ManyJoints(int count, const std::string& name) {
 struct Row {
     const char* name;
     std::string bvh;
-    app::ExportOptions options;
+    exporters::Options options;
     const char* message;
     std::vector<std::string> extensions = {std::begin(kExtensions), std::end(kExtensions)};
 };
@@ -75,7 +75,7 @@ TEST_P(Refusal, LeavesNoFileBehind) {
         try {
             exported::ExportTo((folder.Path() / ("out" + extension)).string(), GetParam().options);
             ADD_FAILURE() << extension << " was written";
-        } catch (const app::ExportError& error) {
+        } catch (const exporters::ExportError& error) {
             EXPECT_THAT(error.what(), HasSubstr(GetParam().message)) << extension;
             EXPECT_THAT(error.what(), testing::Not(HasSubstr("\n")));
         }
@@ -89,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(, Refusal, testing::ValuesIn(kRows),
 TEST(Tables, RefuseModelsOfDifferentRates) {
     ASSERT_TRUE(exported::ImportText(Take("1", "0.1", "1") + Take("1", "0.2", "1")));
     for (const char* extension : {".csv", ".npz"}) {
-        EXPECT_THROW(exported::Export(extension), app::ExportError);
+        EXPECT_THROW(exported::Export(extension), exporters::ExportError);
         EXPECT_NO_THROW(exported::Export(extension, {.framesPerSecond = 30.0}));
         EXPECT_NO_THROW(exported::Export(extension, {.models = 1}));
     }

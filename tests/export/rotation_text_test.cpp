@@ -5,13 +5,13 @@
 #include <random>
 #include <vector>
 
-#include "app/export/bvh_angles.h"
-#include "app/export/quaternion.h"
+#include "export/bvh_angles.h"
+#include "export/quaternion.h"
 #include "headless/transform.h"
 
 namespace {
 
-using app::BvhAngles;
+using exporters::BvhAngles;
 using headless::FromLocal;
 using headless::Transform;
 
@@ -47,7 +47,8 @@ TEST(BvhAngles, TurnBackIntoTheSameAxes) {
         const Transform turned = FromLocal(RandomLocal(random));
         const BvhAngles before{std::uniform_real_distribution<double>(-700.0, 700.0)(random), 0, 0};
         // Angles of several turns lose some digits in degrees.
-        ASSERT_LE(Difference(FromAngles(app::AnglesNear(turned.axes, before)), turned), 1e-14);
+        ASSERT_LE(Difference(FromAngles(exporters::AnglesNear(turned.axes, before)), turned),
+                  1e-14);
     }
 }
 
@@ -57,10 +58,10 @@ TEST(BvhAngles, AreTheSameForManyAtATime) {
         std::vector<Transform> turned;
         for (std::size_t i = 0; i < count; ++i)
             turned.push_back(FromLocal(RandomLocal(random)));
-        std::vector<app::PlainAngles> many(count);
-        app::AnglesOf(turned, many);
+        std::vector<exporters::PlainAngles> many(count);
+        exporters::AnglesOf(turned, many);
         for (std::size_t i = 0; i < count; ++i) {
-            const app::PlainAngles one = app::AnglesOf(turned[i].axes);
+            const exporters::PlainAngles one = exporters::AnglesOf(turned[i].axes);
             ASSERT_EQ(many[i].locked, one.locked) << i;
             ASSERT_NEAR(many[i].angles.z, one.angles.z, 1e-12) << i;
             ASSERT_NEAR(many[i].angles.x, one.angles.x, 1e-12) << i;
@@ -73,7 +74,7 @@ TEST(BvhAngles, RunOnWithoutAJump) {
     BvhAngles angles;
     for (int frame = 0; frame <= 1000; ++frame) {
         const double turn = 1.25 * frame;
-        const BvhAngles next = app::AnglesNear(FromAngles({turn, 20.0, -turn}).axes, angles);
+        const BvhAngles next = exporters::AnglesNear(FromAngles({turn, 20.0, -turn}).axes, angles);
         EXPECT_NEAR(next.z, turn, 1e-9);
         EXPECT_NEAR(next.x, 20.0, 1e-9);
         EXPECT_NEAR(next.y, -turn, 1e-9);
@@ -84,8 +85,8 @@ TEST(BvhAngles, RunOnWithoutAJump) {
 TEST(BvhAngles, GoThroughTheRightAngleOfTheMiddleAxis) {
     BvhAngles angles;
     for (int frame = 0; frame <= 360; ++frame) {
-        angles = app::AnglesNear(FromAngles({10.0, 1.0 * frame, 30.0}).axes,
-                                 frame == 0 ? BvhAngles{10.0, 0.0, 30.0} : angles);
+        angles = exporters::AnglesNear(FromAngles({10.0, 1.0 * frame, 30.0}).axes,
+                                       frame == 0 ? BvhAngles{10.0, 0.0, 30.0} : angles);
         EXPECT_NEAR(angles.x, 1.0 * frame, 1e-6);
     }
 }
@@ -94,7 +95,7 @@ TEST(Quaternion, TurnsTheAxesIntoTheRows) {
     std::mt19937_64 random(8);
     for (int count = 0; count < 100'000; ++count) {
         const Transform turned = FromLocal(RandomLocal(random));
-        const app::Quaternion q = app::QuaternionOf(turned.axes);
+        const exporters::Quaternion q = exporters::QuaternionOf(turned.axes);
         ASSERT_GE(q.w, 0.0);
         const Transform back{{{1 - 2 * (q.y * q.y + q.z * q.z), 2 * (q.x * q.y + q.z * q.w),
                                2 * (q.x * q.z - q.y * q.w)},

@@ -1,4 +1,4 @@
-#include "app/export/timeline.h"
+#include "export/timeline.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,42 +15,43 @@ headless::ActionItem CurveAt(std::vector<double> times) {
     return headless::ActionItem(std::move(curve));
 }
 
-app::Timeline TimelineOf(std::vector<std::vector<double>> curves, double animEnd,
-                         const app::ExportOptions& options = {}) {
+exporters::Timeline TimelineOf(std::vector<std::vector<double>> curves, double animEnd,
+                               const exporters::Options& options = {}) {
     headless::ActionSource motion;
     motion.animEnd = animEnd;
     for (auto& times : curves)
         motion.items.push_back(CurveAt(std::move(times)));
-    app::ExportNotes notes;
-    return app::MakeTimeline(headless::Object(), &motion, options, notes);
+    exporters::Notes notes;
+    return exporters::MakeTimeline(headless::Object(), &motion, options, notes);
 }
 
 TEST(Timeline, HoldsEveryKeyTimeOnceInOrder) {
-    const app::Timeline timeline = TimelineOf({{3, 1, 2}, {2, 5}}, 5.0);
+    const exporters::Timeline timeline = TimelineOf({{3, 1, 2}, {2, 5}}, 5.0);
     EXPECT_THAT(timeline.frames, ElementsAre(1, 2, 3, 5));
     EXPECT_DOUBLE_EQ(timeline.secondsPerFrame, 1.0);
     EXPECT_DOUBLE_EQ(timeline.Seconds(3), 4.0);
 }
 
 TEST(Timeline, StartsAtItsFirstFrame) {
-    const app::Timeline timeline = TimelineOf({{99, 100, 101}}, 101.0 / 30.0);
+    const exporters::Timeline timeline = TimelineOf({{99, 100, 101}}, 101.0 / 30.0);
     EXPECT_DOUBLE_EQ(timeline.Seconds(0), 0.0);
     EXPECT_DOUBLE_EQ(timeline.Seconds(2), 2.0 / 30.0);
 }
 
 TEST(Timeline, FillsGapsWhereOnlyARateIsKnown) {
-    EXPECT_THAT(app::EvenTimeline(TimelineOf({{1, 2, 5}}, 5.0)).frames, ElementsAre(1, 2, 3, 4, 5));
-    const app::Timeline coarse = app::EvenTimeline(TimelineOf({{1, 3, 5}}, 5.0));
+    EXPECT_THAT(exporters::EvenTimeline(TimelineOf({{1, 2, 5}}, 5.0)).frames,
+                ElementsAre(1, 2, 3, 4, 5));
+    const exporters::Timeline coarse = exporters::EvenTimeline(TimelineOf({{1, 3, 5}}, 5.0));
     EXPECT_THAT(coarse.frames, ElementsAre(1, 3, 5));
-    EXPECT_DOUBLE_EQ(app::SecondsPerStep(coarse), 2.0);
+    EXPECT_DOUBLE_EQ(exporters::SecondsPerStep(coarse), 2.0);
 }
 
 TEST(Timeline, RefusesToFillAnAbsurdGap) {
-    EXPECT_THROW(app::EvenTimeline(TimelineOf({{1, 2, 2e9}}, 2e9)), app::ExportError);
+    EXPECT_THROW(exporters::EvenTimeline(TimelineOf({{1, 2, 2e9}}, 2e9)), exporters::ExportError);
 }
 
 TEST(Timeline, SamplesUpToTheLastMomentThatExists) {
-    app::ExportOptions options;
+    exporters::Options options;
     options.resampleTo = 20.0;
     EXPECT_EQ(TimelineOf({{1, 2, 3, 4}}, 0.4, options).frames.size(), 7u);
     options.resampleTo = 3.0;

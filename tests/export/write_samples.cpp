@@ -22,7 +22,7 @@ struct Sample {
     std::string name;
     std::vector<std::string> files;
     exported::Road road;
-    app::ExportOptions options;
+    exporters::Options options;
 };
 
 // Two models, one of them with two objects directly below it, joints that move, names that readers
@@ -58,7 +58,7 @@ constexpr const char* kPoseBvh =
     "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n"
     "End Site\n{\nOFFSET 0 1 0\n}\n}\nMOTION\nFrames: 1\nFrame Time: 0\n0 1 0 0 0 0\n";
 
-exported::Vec3 Placed(const exported::Vec3& place, const app::ExportOptions& options) {
+exported::Vec3 Placed(const exported::Vec3& place, const exporters::Options& options) {
     exported::Vec3 out = place;
     if (options.zUp) out = {place[0], place[2], -place[1]};
     for (double& coordinate : out)
@@ -72,7 +72,7 @@ double HeightOf(const std::vector<exported::Vec3>& places) {
     return places.empty() ? 0.0 : (*most)[1] - (*least)[1];
 }
 
-json Expected(const exported::Take& take, const app::ExportOptions& options) {
+json Expected(const exported::Take& take, const exporters::Options& options) {
     json model = {{"joints", take.names}, {"frames", take.positions.size()}};
     model["secondsPerFrame"] =
         options.framesPerSecond ? 1.0 / *options.framesPerSecond : take.secondsPerFrame;
@@ -108,12 +108,12 @@ std::vector<Sample> AllSamples(const std::filesystem::path& folder) {
     const std::string pose = file("pose-source.bvh", kPoseBvh);
     const exported::Road nulls;
     const exported::Road bones{.nulls = false};
-    app::ExportOptions plain;
-    app::ExportOptions noMesh;
+    exporters::Options plain;
+    exporters::Options noMesh;
     noMesh.mesh = false;
-    app::ExportOptions metres;
+    exporters::Options metres;
     metres.scale = 0.01;
-    app::ExportOptions turned;
+    exporters::Options turned;
     turned.zUp = true;
     turned.scale = 0.01;
     turned.framesPerSecond = 50.0;

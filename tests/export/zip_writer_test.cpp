@@ -1,4 +1,4 @@
-#include "app/export/zip_writer.h"
+#include "export/zip_writer.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -8,8 +8,8 @@ namespace {
 // Keeps the records and passes over the contents, which may be of any length.
 class Archive {
   public:
-    app::ZipWriter Writer() {
-        return app::ZipWriter([this](std::string_view bytes) {
+    exporters::ZipWriter Writer() {
+        return exporters::ZipWriter([this](std::string_view bytes) {
             if (!isInContents) records += bytes;
         });
     }
@@ -30,8 +30,8 @@ constexpr std::string_view kEnd = "PK\x05\x06";
 constexpr std::string_view kZip64End = "PK\x06\x06";
 
 TEST(ZipWriter, SumsAsTheStandardSays) {
-    EXPECT_EQ(app::Crc32(0, "123456789"), 0xCBF43926U);
-    EXPECT_EQ(app::Crc32(app::Crc32(0, "12345"), "6789"), 0xCBF43926U);
+    EXPECT_EQ(exporters::Crc32(0, "123456789"), 0xCBF43926U);
+    EXPECT_EQ(exporters::Crc32(exporters::Crc32(0, "12345"), "6789"), 0xCBF43926U);
 }
 
 TEST(ZipWriter, WritesSmallArchivesWithoutLargeRecords) {

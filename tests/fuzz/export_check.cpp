@@ -9,12 +9,12 @@
 #include <string>
 
 #include "acclaim/acclaim_import.h"
-#include "app/export/bvh.h"
-#include "app/export/csv.h"
-#include "app/export/gltf.h"
-#include "app/export/npz.h"
-#include "app/export/options.h"
 #include "bvh/biovision_import.h"
+#include "export/bvh.h"
+#include "export/csv.h"
+#include "export/gltf.h"
+#include "export/npz.h"
+#include "export/options.h"
 #include "files/output_file.h"
 #include "headless/session.h"
 #include "tests/fuzz/memory_file.h"
@@ -35,7 +35,7 @@ constexpr double kLongestMotion = 2000.0;
 
 struct Choices {
     bool nulls, chainFromParent, effectorToLastBone;
-    app::ExportOptions options;
+    exporters::Options options;
 
     Choices(char first, char second)
         : nulls((first & 1) != 0),
@@ -104,20 +104,20 @@ std::size_t FilesLeft() {
 
 class Exports {
   public:
-    explicit Exports(const app::ExportOptions& options) : options_(options) {}
+    explicit Exports(const exporters::Options& options) : options_(options) {}
 
     void Run() {
         Write({"a.bvh"},
-              [&](text::ByteSink& out) { app::WriteBvh(out, CurrentScene(), options_); });
+              [&](text::ByteSink& out) { exporters::WriteBvh(out, CurrentScene(), options_); });
         Write({"a.csv"},
-              [&](text::ByteSink& out) { app::WriteCsv(out, CurrentScene(), options_); });
+              [&](text::ByteSink& out) { exporters::WriteCsv(out, CurrentScene(), options_); });
         Write({"a.npz"},
-              [&](text::ByteSink& out) { app::WriteNpz(out, CurrentScene(), options_); });
+              [&](text::ByteSink& out) { exporters::WriteNpz(out, CurrentScene(), options_); });
         Write({"a.glb"},
-              [&](text::ByteSink& out) { app::WriteGlb(out, CurrentScene(), options_); });
+              [&](text::ByteSink& out) { exporters::WriteGlb(out, CurrentScene(), options_); });
         Write({"a.gltf", "a.bin"}, [&](text::ByteSink& out) {
             files::OutputFile binary((Folder().Path() / "a.bin").string());
-            app::WriteGltf(out, binary, "a.bin", CurrentScene(), options_);
+            exporters::WriteGltf(out, binary, "a.bin", CurrentScene(), options_);
             binary.Commit();
         });
         RequireFormats();
@@ -136,7 +136,7 @@ class Exports {
             files::OutputFile file((Folder().Path() / *names.begin()).string());
             write(file);
             file.Commit();
-        } catch (const app::ExportError& error) {
+        } catch (const exporters::ExportError& error) {
             Require(*error.what() != '\0', "a refusal without a reason");
             refused = true;
         }
@@ -160,7 +160,7 @@ class Exports {
         Require(glb.has_value() == Bytes("a.gltf").has_value(), "one glTF, but not the other");
     }
 
-    const app::ExportOptions& options_;
+    const exporters::Options& options_;
     std::map<std::string, std::string> written_;
 };
 

@@ -1,0 +1,305 @@
+#include "export/bvh.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "export/bvh_angles.h"
+#include "export/bvh_frames.h"
+#include "export/finite_check.h"
+#include "export/motion_facts.h"
+#include "export/skeleton_poses.h"
+#include "export/timeline.h"
+#include "headless/text.h"
+#include "text/byte_sink.h"
+#include "text/escapes.h"
+#include "text/number_text.h"
+#include "text/wide_text.h"
+
+namespace exporters {
+namespace {
+
+using headless::Object;
+using headless::Transform;
+
+constexpr std::string_view kSixChannels =
+    "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n";
+constexpr std::string_view kThreeChannels = "CHANNELS 3 Zrotation Xrotation Yrotation\n";
+constexpr std::string_view kEndSuffix = "_End";
+// Deeper levels are not indented further, or a long chain would be mostly white space.
+constexpr std::size_t kMostTabs = 32;
+// Of a pose, which has no rate but needs one in the file.
+constexpr double kPoseFrameTime = 1.0 / 30.0;
+
+// What readers take as one word: the text without white space and control characters.
+std::string Token(const Zelk::CString& name) {
+    std::string token = text::EncodeUtf8(headless::View(name));
+    for (char& character : token) {
+        const auto code = static_cast<unsigned char>(character);
+        if (code <= ' ' || code == 0x7F) character = '_';
+    }
+    return token.empty() ? "_" : token;
+}
+
+// "X_End" or, where that name was taken, "X_End1" under a joint "X".
+bool IsEndName(std::string_view name, std::string_view parent) {
+    if (!name.starts_with(parent)) return false;
+    name.remove_prefix(parent.size());
+    if (!name.starts_with(kEndSuffix)) return false;
+    name.remove_prefix(kEndSuffix.size());
+    return name.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+bool SamePlace(const Transform& a, const Transform& b) {
+    return std::equal(a.origin, a.origin + 3, b.origin);
+}
+
+bool IsTurned(const Transform& transform) {
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column)
+            if (transform.axes[row][column] != (row == column ? 1.0 : 0.0)) return true;
+    return false;
+}
+
+bool IsPositionChannel(headless::Channel channel) {
+    return channel == headless::Channel::PosX || channel == headless::Channel::PosY ||
+           channel == headless::Channel::PosZ || channel == headless::Channel::BoneLength;
+}
+
+// One model as a section of the file.
+class Section {
+  public:
+    Section(text::ByteSink& out, const headless::Scene& scene, const Object& model,
+            const headless::ActionSource* motion, Timeline timeline, const Options& options)
+        : out_(out),
+          model_(model),
+          timeline_(std::move(timeline)),
+          poses_(scene, model, timeline_.IsPose() ? nullptr : motion, options.scale),
+          locals_(poses_.Joints().size()) {
+        const auto& joints = poses_.Joints();
+        const auto roots = std::count_if(joints.begin(), joints.end(), [](const Joint& joint) {
+            return joint.parent == Joint::kNoParent;
+        });
+        addsRoot_ = roots != 1;
+        if (options.zUp) up_ = ZUpToYUp();
+        lengthDecimals_ =
+            options.digits.value_or(text::DecimalsFor(SkeletonSize(poses_, timeline_.frames)));
+        angleDecimals_ = options.digits.value_or(text::kAngleDecimals);
+        FindMovingJoints(scene, motion);
+    }
+
+    void Write() {
+        WriteHierarchy();
+        WriteMotion();
+    }
+
+  private:
+    enum class Kind : std::uint8_t { Rotating, Moving, EndSite };
+
+    // What every frame has to be looked at for: whether anything but the root moves at all.
+    bool MayMove(const headless::Scene& scene, const headless::ActionSource* motion) const {
+        if (timeline_.IsPose()) return false;
+        return std::any_of(motion->items.begin(), motion->items.end(), [&](const auto& item) {
+            const auto target = scene.ResolveTarget(model_, item);
+            if (!item.active || !target.object || !IsPositionChannel(target.channel)) return false;
+            return addsRoot_ || target.object != poses_.Joints().front().object;
+        });
+    }
+
+    void FindMovingJoints(const headless::Scene& scene, const headless::ActionSource* motion) {
+        poses_.BaseLocals(locals_);
+        base_ = locals_;
+        kinds_.assign(locals_.size(), Kind::Rotating);
+        if (MayMove(scene, motion)) {
+            for (const double frame : timeline_.frames) {
+                poses_.Locals(frame, locals_);
+                for (std::size_t joint = 0; joint < locals_.size(); ++joint)
+                    if (!SamePlace(locals_[joint], base_[joint])) kinds_[joint] = Kind::Moving;
+            }
+        }
+        FindEndSites(scene, motion);
+        if (!addsRoot_) kinds_[0] = Kind::Moving;
+    }
+
+    void FindEndSites(const headless::Scene& scene, const headless::ActionSource* motion) {
+        std::vector<bool> hasCurve(locals_.size(), false);
+        if (!timeline_.IsPose()) {
+            poses_.Locals(timeline_.frames.front(), locals_);
+            MarkTargets(scene, *motion, hasCurve);
+        }
+        const auto& joints = poses_.Joints();
+        for (std::size_t place = 0; place < joints.size(); ++place) {
+            const Joint& joint = joints[place];
+            if (!joint.isLeaf || joint.parent == Joint::kNoParent || hasCurve[place] ||
+                kinds_[place] == Kind::Moving || IsTurned(locals_[place]) ||
+                joint.object->type != headless::ObjectType::Null)
+                continue;
+            if (IsEndName(Token(joint.object->name), Token(joints[joint.parent].object->name)))
+                kinds_[place] = Kind::EndSite;
+        }
+    }
+
+    void MarkTargets(const headless::Scene& scene, const headless::ActionSource& motion,
+                     std::vector<bool>& marks) const {
+        std::vector<std::uint32_t> ids;
+        for (const headless::ActionItem& item : motion.items) {
+            const Object* object = scene.ResolveTarget(model_, item).object;
+            if (object) ids.push_back(object->id);
+        }
+        std::sort(ids.begin(), ids.end());
+        for (std::size_t place = 0; place < marks.size(); ++place)
+            marks[place] =
+                std::binary_search(ids.begin(), ids.end(), poses_.Joints()[place].object->id);
+    }
+
+    // The joint tree lies in the order of the file; `open_` holds the joints whose braces are.
+    void WriteHierarchy() {
+        out_.Write("HIERARCHY\n");
+        if (addsRoot_) OpenJoint("ROOT " + Token(model_.name), Transform(), Kind::Moving);
+        const auto& joints = poses_.Joints();
+        std::vector<std::size_t> open;
+        for (std::size_t place = 0; place < joints.size(); ++place) {
+            const std::size_t parent = joints[place].parent;
+            while (!open.empty() && open.back() != parent) {
+                open.pop_back();
+                CloseJoint();
+            }
+            open.push_back(place);
+            if (kinds_[place] == Kind::EndSite) {
+                OpenJoint("End Site", base_[place], Kind::EndSite);
+                continue;
+            }
+            const bool isRoot = parent == Joint::kNoParent && !addsRoot_;
+            OpenJoint((isRoot ? "ROOT " : "JOINT ") + Token(joints[place].object->name),
+                      isRoot ? Transform() : base_[place], kinds_[place]);
+        }
+        while (depth_ > 0)
+            CloseJoint();
+    }
+
+    void Indent() {
+        static constexpr std::string_view kTabs =
+            "\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t"
+            "\t\t\t\t\t\t\t\t";
+        static_assert(kTabs.size() == kMostTabs);
+        out_.Write(kTabs.substr(0, std::min(depth_, kMostTabs)));
+    }
+
+    void OpenJoint(const std::string& head, const Transform& place, Kind kind) {
+        Indent();
+        out_.Write(head);
+        out_.Write("\n");
+        Indent();
+        out_.Write("{\n");
+        ++depth_;
+        Indent();
+        out_.Write("OFFSET");
+        for (const double coordinate : place.origin) {
+            char text[text::kLongestNumber + 1] = {' '};
+            const char* end = text::WriteNumber(text + 1, Finite(coordinate), lengthDecimals_);
+            out_.Write({text, static_cast<std::size_t>(end - text)});
+        }
+        out_.Write("\n");
+        if (kind == Kind::EndSite) return;
+        Indent();
+        out_.Write(kind == Kind::Moving ? kSixChannels : kThreeChannels);
+    }
+
+    void CloseJoint() {
+        --depth_;
+        Indent();
+        out_.Write("}\n");
+    }
+
+    void WriteMotion() {
+        const std::size_t frames = std::max<std::size_t>(timeline_.frames.size(), 1);
+        const double seconds = timeline_.IsPose() ? kPoseFrameTime : SecondsPerStep(timeline_);
+        out_.Write("MOTION\nFrames: " + std::to_string(frames) + "\nFrame Time: ");
+        out_.Write(text::NumberText(Finite(seconds)) + "\n");
+
+        std::vector<BvhAngles> angles(locals_.size());
+        std::vector<char> row((locals_.size() + 1) * 6 * (text::kLongestNumber + 1) + 1);
+        const auto write = [&](const BvhFrames::Frame& frame) {
+            char* const end = WriteRow(row.data(), frame, angles);
+            // Without the blank before the first number.
+            out_.Write({row.data() + 1, static_cast<std::size_t>(end - row.data() - 1)});
+        };
+        const Transform rootTurn = addsRoot_ ? Transform() : up_;
+        if (timeline_.IsPose()) return write(BaseFrame(rootTurn));
+        BvhFrames rows(poses_, timeline_.frames, rootTurn);
+        for (std::size_t frame = 0; frame < frames; ++frame)
+            write(rows.Next());
+    }
+
+    BvhFrames::Frame BaseFrame(const Transform& rootTurn) {
+        locals_ = base_;
+        if (!locals_.empty()) locals_[0] = locals_[0] * rootTurn;
+        baseAngles_.clear();
+        for (const Transform& local : locals_)
+            baseAngles_.push_back(AnglesOf(local.axes));
+        return {locals_, baseAngles_};
+    }
+
+    char* WriteRow(char* row, const BvhFrames::Frame& frame, std::vector<BvhAngles>& angles) {
+        char* end = row;
+        if (addsRoot_) end = WriteJoint(end, up_, AnglesOf(up_.axes), Kind::Moving, rootAngles_);
+        for (std::size_t joint = 0; joint < frame.locals.size(); ++joint)
+            end = WriteJoint(end, frame.locals[joint], frame.angles[joint], kinds_[joint],
+                             angles[joint]);
+        *end++ = '\n';
+        return end;
+    }
+
+    // Each number with a blank before it.
+    char* WriteJoint(char* end, const Transform& local, const PlainAngles& plain, Kind kind,
+                     BvhAngles& angles) const {
+        if (kind == Kind::EndSite) return end;
+        const auto put = [&](double number, int decimals) {
+            *end++ = ' ';
+            end = text::WriteNumber(end, Finite(number), decimals);
+        };
+        if (kind == Kind::Moving)
+            for (const double coordinate : local.origin)
+                put(coordinate, lengthDecimals_);
+        angles = AnglesNear(plain, local.axes, angles);
+        put(angles.z, angleDecimals_);
+        put(angles.x, angleDecimals_);
+        put(angles.y, angleDecimals_);
+        return end;
+    }
+
+    double Finite(double number) const {
+        if (std::isfinite(number)) return number;
+        throw ExportError(text::EncodeUtf8(text::EscapeControls(headless::View(model_.name))) +
+                          ": a number grows beyond what a file can hold");
+    }
+
+    text::ByteSink& out_;
+    const Object& model_;
+    Timeline timeline_;
+    SkeletonPoses poses_;
+    std::vector<Transform> locals_;
+    std::vector<Transform> base_;
+    std::vector<PlainAngles> baseAngles_;
+    std::vector<Kind> kinds_;
+    bool addsRoot_ = false;
+    Transform up_;
+    BvhAngles rootAngles_;
+    int lengthDecimals_ = 0;
+    int angleDecimals_ = 0;
+    std::size_t depth_ = 0;
+};
+
+}  // namespace
+
+Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options& options) {
+    Notes notes;
+    for (const Object* model : ExportedModels(scene, options)) {
+        const headless::ActionSource* motion = MotionOf(*model);
+        RequireFinite(*model, motion);
+        Timeline timeline = EvenTimeline(MakeTimeline(*model, motion, options, notes));
+        Section(out, scene, *model, motion, std::move(timeline), options).Write();
+    }
+    return notes;
+}
+
+}  // namespace exporters

@@ -1,0 +1,121 @@
+#include "export/bvh_angles.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+// With this declaration the compiler uses its library's vector function.
+#if defined(__x86_64__) && defined(__GLIBC__) && !defined(__clang__)
+extern "C" __attribute__((__simd__("notinbranch"))) double atan2(double, double) noexcept;
+#endif
+
+namespace exporters {
+namespace {
+
+constexpr double kDegreesPerRadian = 57.29577951308232;
+// Below this cosine of x nothing tells z from y.
+constexpr double kGimbalLock = 1e-15;
+
+// `angle`, a number of whole turns nearer to `before`.
+double Unrolled(double angle, double before) {
+    const double turns = (before - angle) / 360.0;
+    return std::abs(turns) <= 0.5 ? angle : angle + 360.0 * std::nearbyint(turns);
+}
+
+double Distance(const BvhAngles& a, const BvhAngles& b) {
+    return std::abs(a.z - b.z) + std::abs(a.x - b.x) + std::abs(a.y - b.y);
+}
+
+BvhAngles Unrolled(const BvhAngles& angles, const BvhAngles& before) {
+    return {Unrolled(angles.z, before.z), Unrolled(angles.x, before.x),
+            Unrolled(angles.y, before.y)};
+}
+
+// Of z, x and y; up to a factor each.
+struct SinesAndCosines {
+    double sine[3];
+    double cosine[3];
+};
+
+SinesAndCosines PartsAround(const double axes[3][3], double sineOfZ, double cosineOfZ) {
+    // The columns of the rest once the turn about z is undone; they say y and x exactly, however
+    // little z was worth.
+    return {{sineOfZ, axes[1][2], axes[2][0] * cosineOfZ + axes[2][1] * sineOfZ},
+            {cosineOfZ, axes[1][1] * cosineOfZ - axes[1][0] * sineOfZ,
+             axes[0][0] * cosineOfZ + axes[0][1] * sineOfZ}};
+}
+
+// False where nothing tells z from y.
+bool PartsOf(const double axes[3][3], SinesAndCosines& parts) {
+    const double cosineOfX = std::sqrt(axes[1][0] * axes[1][0] + axes[1][1] * axes[1][1]);
+    if (!(cosineOfX > kGimbalLock)) return false;
+    parts = PartsAround(axes, -axes[1][0] / cosineOfX, axes[1][1] / cosineOfX);
+    return true;
+}
+
+BvhAngles AnglesFrom(const SinesAndCosines& parts) {
+    return {std::atan2(parts.sine[0], parts.cosine[0]) * kDegreesPerRadian,
+            std::atan2(parts.sine[1], parts.cosine[1]) * kDegreesPerRadian,
+            std::atan2(parts.sine[2], parts.cosine[2]) * kDegreesPerRadian};
+}
+
+// Joints that are worked out together, and a number for each angle of theirs.
+constexpr std::size_t kBatch = 32;
+using Lanes = double[3 * kBatch];
+
+// Apart and without branches, so that the compiler takes several at a time.
+[[gnu::noinline]] void ArcTangents(const Lanes& sines, const Lanes& cosines, Lanes& degrees) {
+    for (std::size_t i = 0; i < 3 * kBatch; ++i)
+        degrees[i] = atan2(sines[i], cosines[i]) * kDegreesPerRadian;
+}
+
+void AnglesOfBatch(std::span<const headless::Transform> turned, std::span<PlainAngles> out) {
+    Lanes sines = {};
+    Lanes cosines = {};
+    for (std::size_t i = 0; i < turned.size(); ++i) {
+        SinesAndCosines parts{};
+        out[i].locked = !PartsOf(turned[i].axes, parts);
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            sines[axis * kBatch + i] = parts.sine[axis];
+            cosines[axis * kBatch + i] = parts.cosine[axis];
+        }
+    }
+    Lanes degrees;
+    ArcTangents(sines, cosines, degrees);
+    for (std::size_t i = 0; i < turned.size(); ++i)
+        out[i].angles = {degrees[i], degrees[kBatch + i], degrees[2 * kBatch + i]};
+}
+
+}  // namespace
+
+PlainAngles AnglesOf(const double axes[3][3]) {
+    SinesAndCosines parts{};
+    if (!PartsOf(axes, parts)) return {{}, true};
+    return {AnglesFrom(parts), false};
+}
+
+void AnglesOf(std::span<const headless::Transform> turned, std::span<PlainAngles> out) {
+    for (std::size_t first = 0; first < turned.size(); first += kBatch) {
+        const std::size_t count = std::min(kBatch, turned.size() - first);
+        AnglesOfBatch(turned.subspan(first, count), out.subspan(first, count));
+    }
+}
+
+BvhAngles AnglesNear(const PlainAngles& plain, const double axes[3][3], const BvhAngles& before) {
+    BvhAngles angles = plain.angles;
+    if (plain.locked)
+        angles = AnglesFrom(PartsAround(axes, std::sin(before.z / kDegreesPerRadian),
+                                        std::cos(before.z / kDegreesPerRadian)));
+    const BvhAngles first = Unrolled(angles, before);
+    // The others are half a turn away from these in two angles, so no nearer.
+    if (Distance(first, before) <= 180.0) return first;
+    const BvhAngles flipped{angles.z + 180.0, 180.0 - angles.x, angles.y + 180.0};
+    const BvhAngles second = Unrolled(flipped, before);
+    return Distance(second, before) < Distance(first, before) ? second : first;
+}
+
+BvhAngles AnglesNear(const double axes[3][3], const BvhAngles& before) {
+    return AnglesNear(AnglesOf(axes), axes, before);
+}
+
+}  // namespace exporters

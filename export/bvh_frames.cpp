@@ -1,0 +1,62 @@
+#include "export/bvh_frames.h"
+
+#include <algorithm>
+
+namespace exporters {
+namespace {
+
+// Large enough that starting a thread for it does not show, small beside the motion.
+constexpr std::size_t kBlockBytes = std::size_t{1} << 19;
+
+}  // namespace
+
+BvhFrames::BvhFrames(const SkeletonPoses& poses, const std::vector<double>& frames,
+                     const headless::Transform& rootTurn)
+    : poses_(poses), frames_(frames), rootTurn_(rootTurn), joints_(poses.Joints().size()) {
+    const std::size_t jointBytes = sizeof(headless::Transform) + sizeof(PlainAngles);
+    framesInBlock_ =
+        std::max<std::size_t>(kBlockBytes / (std::max<std::size_t>(joints_, 1) * jointBytes), 1);
+    for (std::size_t ahead = 1; ahead <= kAhead; ++ahead)
+        Start(blocks_[ahead]);
+}
+
+BvhFrames::~BvhFrames() {
+    for (Block& block : blocks_)
+        if (block.work.valid()) block.work.wait();
+}
+
+BvhFrames::Frame BvhFrames::Next() {
+    if (place_ == blocks_[current_].frames) {
+        Start(blocks_[current_]);
+        current_ = (current_ + 1) % blocks_.size();
+        blocks_[current_].work.get();
+        place_ = 0;
+    }
+    const Block& block = blocks_[current_];
+    const std::size_t first = joints_ * place_++;
+    return {std::span(block.locals).subspan(first, joints_),
+            std::span(block.angles).subspan(first, joints_)};
+}
+
+void BvhFrames::Start(Block& block) {
+    const std::size_t first = begun_;
+    block.frames = std::min(framesInBlock_, frames_.size() - first);
+    begun_ += block.frames;
+    block.locals.resize(joints_ * block.frames);
+    block.angles.resize(joints_ * block.frames);
+    // Where there can be no other thread, this one does it when it asks.
+    block.work = std::async(std::launch::async | std::launch::deferred,
+                            [this, &block, first] { Fill(block, first); });
+}
+
+void BvhFrames::Fill(Block& block, std::size_t first) const {
+    SkeletonPoses::Scratch scratch;
+    for (std::size_t frame = 0; frame < block.frames; ++frame) {
+        const auto locals = std::span(block.locals).subspan(joints_ * frame, joints_);
+        poses_.Locals(frames_[first + frame], locals, scratch);
+        if (joints_ > 0) locals[0] = locals[0] * rootTurn_;
+        AnglesOf(locals, std::span(block.angles).subspan(joints_ * frame, joints_));
+    }
+}
+
+}  // namespace exporters

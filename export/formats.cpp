@@ -1,0 +1,70 @@
+#include "export/formats.h"
+
+#include <algorithm>
+
+#include "export/bvh.h"
+#include "export/csv.h"
+#include "export/gltf.h"
+#include "export/npz.h"
+
+namespace exporters {
+namespace {
+
+Notes WriteRecord(const Content& content, const Sinks& sinks) {
+    if (!content.record) throw ExportError("there is no record of the import");
+    WriteJsonRecord(sinks.out, content.scene, *content.record);
+    return {};
+}
+
+Notes WriteGltfPair(const Content& content, const Sinks& sinks) {
+    return WriteGltf(sinks.out, *sinks.side, sinks.sideName, content.scene, content.options);
+}
+
+// For a format that is a function of scene and options, in one file.
+template <auto kWriter>
+Notes WriteAlone(const Content& content, const Sinks& sinks) {
+    return kWriter(sinks.out, content.scene, content.options);
+}
+
+constexpr unsigned kPlacement = kScale | kUpAxis | kRate | kResampling;
+
+constexpr Format kFormats[] = {
+    {".bvh", "", kPlacement | kDigits, false, WriteAlone<WriteBvh>},
+    {".csv", "", kPlacement, false, WriteAlone<WriteCsv>},
+    {".glb", "", kPlacement | kMesh, false, WriteAlone<WriteGlb>},
+    {".gltf", ".bin", kPlacement | kMesh, false, WriteGltfPair},
+    {".json", "", 0, true, WriteRecord},
+    {".npz", "", kPlacement, false, WriteAlone<WriteNpz>},
+};
+
+}  // namespace
+
+std::span<const Format> Formats() {
+    return kFormats;
+}
+
+const Format* FindFormat(std::string_view extension) {
+    const auto* const found =
+        std::find_if(std::begin(kFormats), std::end(kFormats),
+                     [&](const Format& format) { return format.extension == extension; });
+    return found == std::end(kFormats) ? nullptr : found;
+}
+
+std::vector<std::string> FilesOf(const Format& format, const std::string& path) {
+    std::vector<std::string> files = {path};
+    if (!format.sideExtension.empty())
+        files.push_back(
+            path.substr(0, path.size() - format.extension.size()).append(format.sideExtension));
+    return files;
+}
+
+std::string Write(const Format& format, const Content& content, const Sinks& sinks, Notes& notes) {
+    try {
+        notes = format.write(content, sinks);
+        return {};
+    } catch (const ExportError& error) {
+        return error.what();
+    }
+}
+
+}  // namespace exporters

@@ -1,0 +1,65 @@
+// The one table of outputs: what each is called, which options it honours and what writes it.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "export/json_record.h"
+#include "export/options.h"
+#include "headless/scene.h"
+#include "text/byte_sink.h"
+
+namespace exporters {
+
+// What an output is made of.
+struct Content {
+    const headless::Scene& scene;
+    const Options& options;
+    // Of the formats that hold a record, how the scene came about; the others may go without.
+    const RunRecord* record = nullptr;
+};
+
+// Where it is written to.
+struct Sinks {
+    text::ByteSink& out;
+    // Of a format with two files, the second and the name by which the first refers to it.
+    text::ByteSink* side = nullptr;
+    std::string_view sideName{};
+};
+
+// Options that only some formats honour.
+enum Honoured : unsigned {
+    kScale = 1U << 0U,
+    kUpAxis = 1U << 1U,
+    kRate = 1U << 2U,
+    kResampling = 1U << 3U,
+    kMesh = 1U << 4U,
+    kDigits = 1U << 5U,
+};
+
+struct Format {
+    std::string_view extension;      // in lower case, with its dot
+    std::string_view sideExtension;  // of the second file; empty where there is one file
+    unsigned honoured = 0;           // of Honoured
+    // The scene as it is and what happened, also where the import failed.
+    bool isRecord = false;
+    // Throws ExportError, and what the sinks throw.
+    Notes (*write)(const Content& content, const Sinks& sinks) = nullptr;
+};
+
+// Sorted by extension.
+std::span<const Format> Formats();
+
+// By an extension in lower case, with its dot (".glb"); null for one that no format has.
+const Format* FindFormat(std::string_view extension);
+
+// The files that an output of that path, which ends in the extension, consists of; its own first.
+std::vector<std::string> FilesOf(const Format& format, const std::string& path);
+
+// Writes the output. Returns why it cannot be written in this format, in one line; empty where it
+// was. `notes` tell what was left out. What the sinks throw comes through.
+std::string Write(const Format& format, const Content& content, const Sinks& sinks, Notes& notes);
+
+}  // namespace exporters

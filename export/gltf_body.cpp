@@ -1,0 +1,137 @@
+#include "export/gltf_body.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "export/gltf_tracks.h"
+
+namespace exporters {
+namespace {
+
+using headless::Transform;
+
+struct Vector {
+    double x = 0.0, y = 0.0, z = 0.0;
+};
+Vector operator+(const Vector& a, const Vector& b) {
+    return {a.x + b.x, a.y + b.y, a.z + b.z};
+}
+Vector operator-(const Vector& a, const Vector& b) {
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+Vector operator*(const Vector& a, double factor) {
+    return {a.x * factor, a.y * factor, a.z * factor};
+}
+Vector Cross(const Vector& a, const Vector& b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+double Length(const Vector& a) {
+    return std::hypot(a.x, a.y, a.z);
+}
+Vector Unit(const Vector& a) {
+    return a * (1.0 / Length(a));
+}
+
+Vector OriginOf(const Transform& transform) {
+    return {transform.origin[0], transform.origin[1], transform.origin[2]};
+}
+
+// Parts of chains that have no length, and what was put at the end of a chain.
+bool StandsOnParent(const Joint& joint) {
+    if (joint.parent == Joint::kNoParent) return false;
+    using headless::ObjectType;
+    return joint.object->type != ObjectType::Null ||
+           joint.object->parent->type == ObjectType::ChainEffector;
+}
+
+// Shares of a bone's length: where it is thickest, and how thick.
+constexpr double kWaist = 0.18;
+constexpr double kThickness = 0.11;
+// Shares of the skeleton's size.
+constexpr double kThinnest = 0.005;
+constexpr double kThickest = 0.026;
+constexpr double kNoLength = 1e-6;
+constexpr double kMarker = 0.012;
+
+class BodyBuilder {
+  public:
+    BodyBuilder(const std::vector<Joint>& joints, std::span<const Transform> globals)
+        : joints_(joints), globals_(globals), isAtAnEnd_(joints.size(), false) {
+        double most = 0.0;
+        for (std::size_t joint = 0; joint < joints.size(); ++joint) {
+            const Vector fromFirst = OriginOf(globals[joint]) - OriginOf(globals[0]);
+            most = std::max(most, Length(fromFirst));
+        }
+        // About the height of a figure that is measured from its hips.
+        size_ = most > 0.0 ? 2.0 * most : 1.0;
+    }
+
+    GltfBody Build() {
+        for (std::size_t joint = 0; joint < joints_.size(); ++joint)
+            if (joints_[joint].parent != Joint::kNoParent) AddBone(joints_[joint].parent, joint);
+        for (std::size_t joint = 0; joint < joints_.size(); ++joint)
+            if (!isAtAnEnd_[joint]) AddMarker(joint);
+        return std::move(body_);
+    }
+
+  private:
+    void AddBone(std::size_t from, std::size_t to) {
+        const Vector start = OriginOf(globals_[from]);
+        const Vector end = OriginOf(globals_[to]);
+        const double length = Length(end - start);
+        if (!(length > kNoLength * size_)) return;
+        isAtAnEnd_[from] = isAtAnEnd_[to] = true;
+        const double radius = std::clamp(length * kThickness, size_ * kThinnest, size_ * kThickest);
+        AddShape(from, start, end, kWaist, radius);
+    }
+
+    void AddMarker(std::size_t joint) {
+        if (StandsOnParent(joints_[joint])) return;
+        const Vector place = OriginOf(globals_[joint]);
+        const Vector half{0.0, size_ * kMarker, 0.0};
+        AddShape(joint, place - half, place + half, 0.5, size_ * kMarker);
+    }
+
+    // Two pyramids on one square, which lies at the share `waist` of the way.
+    void AddShape(std::size_t joint, const Vector& start, const Vector& end, double waist,
+                  double radius) {
+        const Vector along = Unit(end - start);
+        const bool isUpright = std::abs(along.y) > 0.9;
+        const Vector side = Unit(Cross(along, isUpright ? Vector{1, 0, 0} : Vector{0, 1, 0}));
+        const Vector other = Cross(along, side);
+        const Vector middle = start + (end - start) * waist;
+        const Vector corners[4] = {middle + side * radius, middle + other * radius,
+                                   middle - side * radius, middle - other * radius};
+        for (int corner = 0; corner < 4; ++corner) {
+            const Vector& next = corners[(corner + 1) % 4];
+            AddTriangle(joint, end, corners[corner], next);
+            AddTriangle(joint, start, next, corners[corner]);
+        }
+    }
+
+    void AddTriangle(std::size_t joint, const Vector& a, const Vector& b, const Vector& c) {
+        const Vector normal = Unit(Cross(b - a, c - a));
+        for (const Vector& corner : {a, b, c}) {
+            body_.indices.push_back(static_cast<std::uint32_t>(body_.positions.size()));
+            body_.positions.push_back(
+                {GltfFloat(corner.x), GltfFloat(corner.y), GltfFloat(corner.z)});
+            body_.normals.push_back(
+                {GltfFloat(normal.x), GltfFloat(normal.y), GltfFloat(normal.z)});
+            body_.joints.push_back({static_cast<std::uint16_t>(joint), 0, 0, 0});
+        }
+    }
+
+    const std::vector<Joint>& joints_;
+    std::span<const Transform> globals_;
+    std::vector<bool> isAtAnEnd_;
+    double size_;
+    GltfBody body_;
+};
+
+}  // namespace
+
+GltfBody BuildBody(const std::vector<Joint>& joints, std::span<const Transform> globals) {
+    return joints.empty() ? GltfBody() : BodyBuilder(joints, globals).Build();
+}
+
+}  // namespace exporters

@@ -1,0 +1,298 @@
+#include "export/gltf_document.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "export/finite_check.h"
+#include "export/object_walk.h"
+#include "export/quaternion.h"
+#include "export/skeleton_poses.h"
+#include "export/timeline.h"
+#include "headless/text.h"
+#include "text/wide_text.h"
+
+namespace exporters {
+namespace {
+
+using headless::Object;
+using headless::Transform;
+using nlohmann::json;
+
+// Rigid, for column vectors, column after column: the memory order of row vectors row after row.
+std::array<float, 16> MatrixOf(const Transform& transform) {
+    std::array<float, 16> matrix{};
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t column = 0; column < 3; ++column)
+            matrix[4 * row + column] = GltfFloat(transform.axes[row][column]);
+        matrix[12 + row] = GltfFloat(transform.origin[row]);
+    }
+    matrix[15] = 1.0F;
+    return matrix;
+}
+
+json RotationJson(const Transform& transform) {
+    const Quaternion q = QuaternionOf(transform.axes);
+    return {q.x, q.y, q.z, q.w};
+}
+
+void PutPlace(json& node, const Transform& transform) {
+    const double* origin = transform.origin;
+    for (int axis = 0; axis < 3; ++axis)
+        GltfFloat(origin[axis]);
+    if (origin[0] != 0.0 || origin[1] != 0.0 || origin[2] != 0.0)
+        node["translation"] = {origin[0], origin[1], origin[2]};
+    const json rotation = RotationJson(transform);
+    if (rotation != json{0.0, 0.0, 0.0, 1.0}) node["rotation"] = rotation;
+}
+
+// The last part of a path, as valid UTF-8.
+std::string FileName(const std::string& path) {
+    return text::EncodeUtf8(text::DecodeUtf8(std::string_view(path).substr(path.rfind('/') + 1)));
+}
+
+json SourceJson(const Source& source) {
+    json extras = json::object();
+    json files = json::array();
+    for (const std::string& file : source.files)
+        files.push_back(FileName(file));
+    if (!files.empty()) extras["sourceFiles"] = files;
+    if (!source.format.empty()) extras["sourceFormat"] = source.format;
+    if (!source.tool.empty()) extras["tool"] = source.tool;
+    return extras;
+}
+
+json OptionsJson(const Options& options) {
+    json out = {
+        {"scale", options.scale}, {"sourceUp", options.zUp ? "z" : "y"}, {"mesh", options.mesh}};
+    if (options.framesPerSecond) out["framesPerSecond"] = *options.framesPerSecond;
+    if (options.resampleTo) out["resampleTo"] = *options.resampleTo;
+    for (const auto& [name, value] : options.source.options) {
+        const json parsed = json::parse(value, nullptr, false);
+        out[name] = parsed.is_primitive() && !parsed.is_discarded() ? parsed : json(value);
+    }
+    return out;
+}
+
+json AssetJson(const Options& options) {
+    json extras = SourceJson(options.source);
+    extras["options"] = OptionsJson(options);
+    json asset = {{"version", "2.0"}, {"extras", extras}};
+    if (!options.source.tool.empty()) asset["generator"] = options.source.tool;
+    return asset;
+}
+
+// Bytes that a URI may hold stay, all others become %XX.
+std::string UriOf(std::string_view name) {
+    static constexpr std::string_view kPlain =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string uri;
+    for (const char character : name) {
+        if (kPlain.find(character) != std::string_view::npos) {
+            uri += character;
+            continue;
+        }
+        const auto code = static_cast<unsigned char>(character);
+        uri += '%';
+        uri += kDigits[code >> 4];
+        uri += kDigits[code & 15];
+    }
+    return uri;
+}
+
+json Bounds(const std::vector<std::array<float, 3>>& positions) {
+    auto least = positions.front();
+    auto most = least;
+    for (const auto& position : positions) {
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            least[axis] = std::min(least[axis], position[axis]);
+            most[axis] = std::max(most[axis], position[axis]);
+        }
+    }
+    return {{"min", least}, {"max", most}};
+}
+
+}  // namespace
+
+GltfDocument::GltfDocument(const headless::Scene& scene, const Options& options)
+    : scene_(scene), options_(options) {
+    const std::vector<const Object*> models = ExportedModels(scene, options);
+    for (const Object* model : models)
+        WalkObjects(*model, [&](const Object& object, std::size_t) {
+            names_.Add(text::EncodeUtf8(headless::View(object.name)));
+        });
+    for (const Object* model : models)
+        AddModel(*model);
+    buffer_.Finish();
+}
+
+void GltfDocument::PutName(json& node, const std::string& name) const {
+    node["name"] = name;
+    if (names_.IsChanged(name)) node["extras"] = {{"name", name}};
+}
+
+void GltfDocument::AddModel(const Object& model) {
+    Model& parts = models_.emplace_back();
+    const std::size_t holder = nodes_.Count();
+    const std::string name = text::EncodeUtf8(headless::View(model.name));
+    RequireFinite(model, nullptr);
+
+    SkeletonPoses poses(scene_, model, nullptr, options_.scale);
+    AddNodes(model, poses);
+    roots_.Add(holder);
+    const std::size_t count = poses.Joints().size();
+    if (count > 0) {
+        std::vector<Transform> globals(count);
+        poses.BaseGlobals(globals);
+        for (Transform& global : globals) {
+            if (options_.zUp) global = global * ZUpToYUp();
+            parts.inverseBinds.push_back(MatrixOf(headless::Inverse(global)));
+        }
+        const std::size_t skin = AddSkin(name, holder);
+        if (options_.mesh && count > kMostBodyJoints)
+            notes_.push_back(name + ": too many joints for a mesh, the skeleton is written alone");
+        else if (options_.mesh) {
+            parts.body = BuildBody(poses.Joints(), globals);
+            AddBody(name, skin, parts);
+        }
+    }
+    AddMotions(model, holder, parts);
+}
+
+void GltfDocument::AddNodes(const Object& model, SkeletonPoses& poses) {
+    const std::vector<Joint>& joints = poses.Joints();
+    const std::size_t first = nodes_.Count() + 1;  // the holder comes before the joints
+    std::vector<Transform> locals(joints.size());
+    poses.BaseLocals(locals);
+
+    std::vector<std::vector<std::size_t>> children(joints.size());
+    std::vector<std::size_t> top;
+    for (std::size_t joint = 0; joint < joints.size(); ++joint) {
+        const std::size_t parent = joints[joint].parent;
+        (parent == Joint::kNoParent ? top : children[parent]).push_back(first + joint);
+    }
+    json holder = json::object();
+    PutName(holder, text::EncodeUtf8(headless::View(model.name)));
+    if (!top.empty()) holder["children"] = top;
+    if (options_.zUp) holder["rotation"] = RotationJson(ZUpToYUp());
+    nodes_.Add(holder);
+    for (std::size_t joint = 0; joint < joints.size(); ++joint) {
+        json node = json::object();
+        PutName(node, text::EncodeUtf8(headless::View(joints[joint].object->name)));
+        PutPlace(node, locals[joint]);
+        if (!children[joint].empty()) node["children"] = children[joint];
+        nodes_.Add(node);
+    }
+}
+
+std::size_t GltfDocument::AddSkin(const std::string& name, std::size_t holder) {
+    const Model& parts = models_.back();
+    buffer_.BeginView(GltfTarget::None);
+    const std::size_t binds =
+        buffer_.Add(std::span(parts.inverseBinds), GltfComponent::Float, "MAT4", json::object());
+    std::vector<std::size_t> joints(parts.inverseBinds.size());
+    for (std::size_t joint = 0; joint < joints.size(); ++joint)
+        joints[joint] = holder + 1 + joint;
+    return skins_.Add(
+        {{"name", name}, {"joints", joints}, {"skeleton", holder}, {"inverseBindMatrices", binds}});
+}
+
+// A node of its own beside the holder: where a skinned mesh hangs counts for nothing.
+void GltfDocument::AddBody(const std::string& name, std::size_t skin, Model& parts) {
+    const GltfBody& body = parts.body;
+    if (body.positions.empty()) return;
+    parts.weights.assign(body.positions.size(), {255, 0, 0, 0});
+    const auto vertices = [&](const auto& list, GltfComponent component, const char* type,
+                              const json& more) {
+        buffer_.BeginView(GltfTarget::Vertices);
+        return buffer_.Add(std::span(list), component, type, more);
+    };
+    const json attributes = {
+        {"POSITION",
+         vertices(body.positions, GltfComponent::Float, "VEC3", Bounds(body.positions))},
+        {"NORMAL", vertices(body.normals, GltfComponent::Float, "VEC3", json::object())},
+        {"JOINTS_0", vertices(body.joints, GltfComponent::UnsignedShort, "VEC4", json::object())},
+        {"WEIGHTS_0",
+         vertices(parts.weights, GltfComponent::UnsignedByte, "VEC4", {{"normalized", true}})}};
+    buffer_.BeginView(GltfTarget::Indices);
+    const std::size_t indices =
+        buffer_.Add(std::span(body.indices), GltfComponent::UnsignedInt, "SCALAR", json::object());
+    const json primitive = {{"attributes", attributes}, {"indices", indices}, {"material", 0}};
+    const std::size_t mesh = meshes_.Add({{"primitives", json::array({primitive})}});
+    json node = {{"name", names_.Free(name + "_Body")}, {"mesh", mesh}, {"skin", skin}};
+    roots_.Add(nodes_.Count());
+    nodes_.Add(node);
+}
+
+void GltfDocument::AddMotions(const Object& model, std::size_t holder, Model& parts) {
+    // The base pose is always made first.
+    const auto& actions = model.modelData->actions;
+    if (actions.size() < 2) MakeTimeline(model, nullptr, options_, notes_);
+    for (std::size_t action = 1; action < actions.size(); ++action) {
+        const headless::ActionSource& motion = *actions[action];
+        RequireFinite(model, &motion);
+        const Timeline timeline = MakeTimeline(model, &motion, options_, notes_);
+        if (timeline.IsPose() || parts.inverseBinds.empty()) continue;
+        SkeletonPoses poses(scene_, model, &motion, options_.scale);
+        parts.motions.push_back(GatherMotion(scene_, model, motion, timeline, poses));
+        AddAnimation(parts.motions.back(), holder);
+    }
+}
+
+void GltfDocument::AddAnimation(const GltfMotion& motion, std::size_t holder) {
+    buffer_.BeginView(GltfTarget::None);
+    const std::size_t times = buffer_.Add(std::span(motion.times), GltfComponent::Float, "SCALAR",
+                                          {{"min", json::array({motion.times.front()})},
+                                           {"max", json::array({motion.times.back()})}});
+    JsonList samplers;
+    JsonList channels;
+    const auto add = [&](std::size_t node, const char* path, const char* type, const auto& values) {
+        if (values.empty()) return;
+        const std::size_t output =
+            buffer_.Add(std::span(values), GltfComponent::Float, type, json::object());
+        const std::size_t sampler = samplers.Add({{"input", times}, {"output", output}});
+        channels.Add({{"sampler", sampler}, {"target", {{"node", node}, {"path", path}}}});
+    };
+    for (std::size_t joint = 0; joint < motion.rotations.size(); ++joint) {
+        const std::size_t node = holder + 1 + joint;
+        add(node, "rotation", "VEC4", motion.rotations[joint].Values());
+        add(node, "translation", "VEC3", motion.translations[joint].Values());
+    }
+    json extras = {{"firstFrame", motion.firstFrame},
+                   {"framesPerSecond", 1.0 / motion.secondsPerFrame}};
+    if (motion.sourceSecondsPerFrame > 0.0)
+        extras["sourceFramesPerSecond"] = 1.0 / motion.sourceSecondsPerFrame;
+    animations_.AddText("{\"name\":" + json(motion.name).dump() +
+                        ",\"samplers\":" + samplers.Text() + ",\"channels\":" + channels.Text() +
+                        R"(,"extras":)" + extras.dump() + "}");
+}
+
+std::string GltfDocument::Json(std::string_view uri) const {
+    std::string text = "{\"asset\":" + AssetJson(options_).dump() +
+                       R"(,"scene":0,"scenes":[{"nodes":)" + roots_.Text() + "}]";
+    const auto put = [&](const char* name, const JsonList& list) {
+        if (!list.IsEmpty()) text += ",\"" + std::string(name) + "\":" + list.Text();
+    };
+    put("nodes", nodes_);
+    put("skins", skins_);
+    put("meshes", meshes_);
+    if (!meshes_.IsEmpty()) {
+        const json material = {{"name", "Body"},
+                               {"pbrMetallicRoughness",
+                                {{"baseColorFactor", {0.55, 0.68, 0.85, 1.0}},
+                                 {"metallicFactor", 0.0},
+                                 {"roughnessFactor", 0.7}}}};
+        text += ",\"materials\":[" + material.dump() + "]";
+    }
+    put("animations", animations_);
+    put("accessors", buffer_.Accessors());
+    put("bufferViews", buffer_.Views());
+    if (buffer_.ByteLength() > 0) {
+        json buffer = {{"byteLength", buffer_.ByteLength()}};
+        if (!uri.empty()) buffer["uri"] = UriOf(uri);
+        text += ",\"buffers\":[" + buffer.dump() + "]";
+    }
+    return text + "}";
+}
+
+}  // namespace exporters

@@ -1,0 +1,57 @@
+// A whole glTF file in memory: the motions' keys once, as 32-bit numbers, and the JSON.
+#pragma once
+
+#include <deque>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "export/gltf_body.h"
+#include "export/gltf_buffer.h"
+#include "export/gltf_names.h"
+#include "export/gltf_tracks.h"
+#include "export/options.h"
+#include "headless/scene.h"
+
+namespace exporters {
+
+class GltfDocument {
+  public:
+    // Throws ExportError.
+    GltfDocument(const headless::Scene& scene, const Options& options);
+
+    // `uri` names the file with the buffer; empty for the one that follows in the same file.
+    std::string Json(std::string_view uri) const;
+    const GltfBuffer& Buffer() const { return buffer_; }
+    const Notes& GetNotes() const { return notes_; }
+
+  private:
+    // What is referred to by the buffer.
+    struct Model {
+        std::vector<std::array<float, 16>> inverseBinds;
+        GltfBody body;
+        std::vector<std::array<std::uint8_t, 4>> weights;
+        std::deque<GltfMotion> motions;
+    };
+
+    void AddModel(const headless::Object& model);
+    void AddNodes(const headless::Object& model, SkeletonPoses& poses);
+    // `holder` is the number of the node above the joints, which follow it.
+    std::size_t AddSkin(const std::string& name, std::size_t holder);
+    void AddBody(const std::string& name, std::size_t skin, Model& parts);
+    void AddMotions(const headless::Object& model, std::size_t holder, Model& parts);
+    void AddAnimation(const GltfMotion& motion, std::size_t holder);
+    // Names a node, and says so twice where viewers would change the name.
+    void PutName(nlohmann::json& node, const std::string& name) const;
+
+    const headless::Scene& scene_;
+    const Options& options_;
+    Notes notes_;
+    GltfNames names_;
+    std::deque<Model> models_;
+    GltfBuffer buffer_;
+    JsonList nodes_, roots_, skins_, meshes_, animations_;
+};
+
+}  // namespace exporters

@@ -1,0 +1,105 @@
+#include "export/gltf_tracks.h"
+
+#include <cmath>
+#include <limits>
+#include <unordered_set>
+
+#include "export/quaternion.h"
+#include "headless/text.h"
+#include "text/wide_text.h"
+
+namespace exporters {
+namespace {
+
+using headless::Object;
+using headless::Transform;
+using RotationValue = GltfTrack<4>::Value;
+using TranslationValue = GltfTrack<3>::Value;
+
+TranslationValue TranslationOf(const Transform& local) {
+    return {GltfFloat(local.origin[0]), GltfFloat(local.origin[1]), GltfFloat(local.origin[2])};
+}
+
+// Of the two quaternions of a rotation the one on the side of `before`, so that what comes between
+// them takes the short way.
+RotationValue RotationOf(const Transform& local, const RotationValue& before) {
+    const Quaternion q = QuaternionOf(local.axes);
+    const double side = q.x * static_cast<double>(before[0]) +
+                        q.y * static_cast<double>(before[1]) +
+                        q.z * static_cast<double>(before[2]) + q.w * static_cast<double>(before[3]);
+    const double sign = side < 0.0 ? -1.0 : 1.0;
+    return {static_cast<float>(sign * q.x), static_cast<float>(sign * q.y),
+            static_cast<float>(sign * q.z), static_cast<float>(sign * q.w)};
+}
+
+constexpr RotationValue kUnturned = {0.0F, 0.0F, 0.0F, 1.0F};
+
+std::vector<float> TimesOf(const Timeline& timeline) {
+    std::vector<float> times(timeline.frames.size());
+    for (std::size_t frame = 0; frame < times.size(); ++frame) {
+        times[frame] = GltfFloat(timeline.Seconds(frame));
+        // Frames that lie too close for this type still follow one another.
+        if (frame > 0 && times[frame] <= times[frame - 1])
+            times[frame] = std::nextafter(times[frame - 1], std::numeric_limits<float>::infinity());
+    }
+    return times;
+}
+
+std::unordered_set<const Object*> TurnedByCurves(const headless::Scene& scene, const Object& model,
+                                                 const headless::ActionSource& motion) {
+    std::unordered_set<const Object*> turned;
+    for (const headless::ActionItem& item : motion.items) {
+        if (!item.active || !item.IsCurve()) continue;
+        const auto target = scene.ResolveTarget(model, item);
+        if (target.object && target.channel >= headless::Channel::RotX &&
+            target.channel <= headless::Channel::RotZ)
+            turned.insert(target.object);
+    }
+    return turned;
+}
+
+}  // namespace
+
+float GltfFloat(double value) {
+    // Not a comparison with the largest: a NaN has to fail too.
+    if (!(std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max())))
+        throw ExportError("a number is not finite, or too large for glTF");
+    return static_cast<float>(value);
+}
+
+GltfMotion GatherMotion(const headless::Scene& scene, const Object& model,
+                        const headless::ActionSource& motion, const Timeline& timeline,
+                        SkeletonPoses& poses) {
+    const std::size_t frames = timeline.frames.size();
+    const std::size_t count = poses.Joints().size();
+    GltfMotion out;
+    out.name = text::EncodeUtf8(headless::View(motion.name));
+    out.firstFrame = timeline.frames.front();
+    out.secondsPerFrame = timeline.secondsPerFrame;
+    const double source = headless::SecondsPerFrame(motion);
+    if (source > 0.0 && std::isfinite(1.0 / source)) out.sourceSecondsPerFrame = source;
+    out.times = TimesOf(timeline);
+    out.rotations.resize(count);
+    out.translations.resize(count);
+
+    std::vector<Transform> locals(count);
+    poses.BaseLocals(locals);
+    const auto turned = TurnedByCurves(scene, model, motion);
+    for (std::size_t joint = 0; joint < count; ++joint) {
+        // An animation without any channel would be none; the first joint always has one.
+        const bool isKept = joint == 0 || turned.contains(poses.Joints()[joint].object);
+        out.rotations[joint].Start(RotationOf(locals[joint], kUnturned), frames, isKept);
+        out.translations[joint].Start(TranslationOf(locals[joint]), frames, false);
+    }
+    for (std::size_t frame = 0; frame < frames; ++frame) {
+        poses.Locals(timeline.frames[frame], locals);
+        for (std::size_t joint = 0; joint < count; ++joint) {
+            auto& rotation = out.rotations[joint];
+            rotation.Add(frame, RotationOf(locals[joint], rotation.Last()));
+            out.translations[joint].Add(frame, TranslationOf(locals[joint]));
+        }
+    }
+    return out;
+}
+
+}  // namespace exporters

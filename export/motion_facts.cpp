@@ -1,0 +1,99 @@
+#include "export/motion_facts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <unordered_set>
+#include <vector>
+
+#include "export/object_walk.h"
+#include "headless/evaluation.h"
+
+namespace exporters {
+namespace {
+
+using headless::ActionSource;
+using headless::Object;
+using headless::ObjectType;
+
+// A null under an effector stands where the bone ends, which counts already. A chain that does not
+// start at another joint brings its own.
+bool IsJoint(const Object& object) {
+    switch (object.type) {
+        case ObjectType::ChainBone:
+            return true;
+        case ObjectType::Null:
+            return !object.parent || object.parent->type != ObjectType::ChainEffector;
+        case ObjectType::ChainRoot:
+            return !object.parent || object.parent->type == ObjectType::Model;
+        default:
+            return false;
+    }
+}
+
+std::size_t CountNotFinite(const std::vector<double>& values) {
+    return static_cast<std::size_t>(std::count_if(
+        values.begin(), values.end(), [](double value) { return !std::isfinite(value); }));
+}
+
+std::size_t CountBadRestValues(const ActionSource& pose) {
+    return static_cast<std::size_t>(
+        std::count_if(pose.items.begin(), pose.items.end(), [](const headless::ActionItem& item) {
+            return !item.IsCurve() && !std::isfinite(item.Value());
+        }));
+}
+
+// Every finite key time of the motion once, rising. Curves share their times, so that mostly one of
+// them is looked at.
+std::vector<double> FramesOf(const ActionSource& motion) {
+    std::unordered_set<const std::vector<double>*> seen;
+    std::vector<double> frames;
+    for (const headless::ActionItem& item : motion.items) {
+        const std::vector<double>* times =
+            item.IsCurve() ? item.GetCurve().keys.times.get() : nullptr;
+        if (!times || !seen.insert(times).second) continue;
+        std::copy_if(times->begin(), times->end(), std::back_inserter(frames),
+                     [](double time) { return std::isfinite(time); });
+    }
+    if (!std::is_sorted(frames.begin(), frames.end())) std::sort(frames.begin(), frames.end());
+    frames.erase(std::unique(frames.begin(), frames.end()), frames.end());
+    return frames;
+}
+
+void MeasureMotion(const ActionSource& motion, ModelFacts& facts) {
+    for (const headless::ActionItem& item : motion.items) {
+        if (!item.IsCurve()) continue;
+        ++facts.curves;
+        if (item.GetCurve().keys.values)
+            facts.badKeys += CountNotFinite(*item.GetCurve().keys.values);
+    }
+    const std::vector<double> frames = FramesOf(motion);
+    facts.frames = frames.size();
+    if (!frames.empty()) {
+        facts.firstFrame = frames.front();
+        facts.lastFrame = frames.back();
+    }
+    const double seconds = headless::SecondsPerFrame(motion);
+    if (std::isfinite(seconds) && seconds > 0.0) facts.secondsPerFrame = seconds;
+}
+
+}  // namespace
+
+const ActionSource* MotionOf(const Object& model) {
+    // The base pose is always made first.
+    const bool hasMotion = model.modelData && model.modelData->actions.size() > 1;
+    return hasMotion ? model.modelData->actions.back().get() : nullptr;
+}
+
+ModelFacts MeasureModel(const Object& model) {
+    ModelFacts facts;
+    WalkObjects(model, [&](const Object& object, std::size_t) {
+        if (IsJoint(object)) ++facts.joints;
+    });
+    if (model.modelData && !model.modelData->actions.empty())
+        facts.badRestValues = CountBadRestValues(*model.modelData->actions.front());
+    if (const ActionSource* motion = MotionOf(model)) MeasureMotion(*motion, facts);
+    return facts;
+}
+
+}  // namespace exporters

@@ -1,0 +1,164 @@
+#include "export/npz.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <fmt/format.h>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "export/quaternion.h"
+#include "export/tables.h"
+#include "export/zip_writer.h"
+#include "text/byte_sink.h"
+#include "text/wide_text.h"
+
+namespace exporters {
+namespace {
+
+using headless::Transform;
+
+// Numbers go out as they lie in memory.
+static_assert(std::endian::native == std::endian::little && sizeof(wchar_t) == 4);
+
+// What stands before the elements of an array: its type and shape, padded so that they lie aligned.
+std::string NpyHeader(std::string_view type, std::string_view shape) {
+    std::string text =
+        fmt::format("{{'descr': '{}', 'fortran_order': False, 'shape': {}, }}", type, shape);
+    constexpr std::size_t kBefore = 10;
+    text.append(63 - (kBefore + text.size()) % 64, ' ');
+    text += '\n';
+    std::string header("\x93NUMPY\x01\x00", 8);
+    header += static_cast<char>(text.size() & 0xFF);
+    header += static_cast<char>(text.size() >> 8);
+    return header + text;
+}
+
+template <class Element>
+std::string_view BytesOf(const std::vector<Element>& elements) {
+    return {reinterpret_cast<const char*>(elements.data()), elements.size() * sizeof(Element)};
+}
+
+void AddArray(ZipWriter& zip, const std::string& name, const std::string& header,
+              std::string_view elements) {
+    const std::uint32_t crc = Crc32(Crc32(0, header), elements);
+    zip.BeginMember(name + ".npy", header.size() + elements.size(), crc);
+    zip.Write(header);
+    zip.Write(elements);
+}
+
+struct PositionRow {
+    static constexpr std::size_t kWidth = 3;
+    void Put(const Transform& global, double* values) const {
+        std::copy_n(global.origin, kWidth, values);
+    }
+};
+
+struct QuaternionRow {
+    static constexpr std::size_t kWidth = 4;
+    // `values` holds what the frame before left there.
+    void Put(const Transform& global, double* values) const {
+        const Quaternion q = QuaternionOf(global.axes);
+        const double side = q.x * values[0] + q.y * values[1] + q.z * values[2] + q.w * values[3];
+        const double sign = side < 0.0 ? -1.0 : 1.0;
+        const double signedValues[kWidth] = {sign * q.x, sign * q.y, sign * q.z, sign * q.w};
+        std::copy_n(signedValues, kWidth, values);
+    }
+};
+
+// Hands the rows of an array to `take`, one by one.
+template <class RowKind, class Take>
+void ForEachRow(Table& table, RowKind kind, Take take) {
+    std::vector<Transform> globals(table.Columns().size());
+    std::vector<double> values(globals.size() * RowKind::kWidth, 0.0);
+    for (std::size_t row = 0; row < table.Rows(); ++row) {
+        table.Row(row, globals);
+        for (std::size_t joint = 0; joint < globals.size(); ++joint)
+            kind.Put(globals[joint], values.data() + joint * RowKind::kWidth);
+        take(BytesOf(values));
+    }
+}
+
+// The motion is gone through twice, since the sum over the contents stands before them; keeping
+// them would take more memory than the motion itself.
+template <class RowKind>
+void AddRows(ZipWriter& zip, const std::string& name, Table& table, RowKind kind) {
+    const std::size_t joints = table.Columns().size();
+    const std::string header =
+        NpyHeader("<f8", fmt::format("({}, {}, {})", table.Rows(), joints, RowKind::kWidth));
+    std::uint32_t crc = Crc32(0, header);
+    ForEachRow(table, kind, [&](std::string_view row) { crc = Crc32(crc, row); });
+    const std::uint64_t size =
+        std::uint64_t{table.Rows()} * joints * RowKind::kWidth * sizeof(double);
+    zip.BeginMember(name + ".npy", header.size() + size, crc);
+    zip.Write(header);
+    ForEachRow(table, kind, [&](std::string_view row) { zip.Write(row); });
+}
+
+void AddOffsets(ZipWriter& zip, const Table& table) {
+    std::vector<double> offsets;
+    for (const Table::Column& column : table.Columns())
+        offsets.insert(offsets.end(), column.rest.origin, column.rest.origin + 3);
+    const std::string shape = fmt::format("({}, 3)", table.Columns().size());
+    AddArray(zip, "offsets", NpyHeader("<f8", shape), BytesOf(offsets));
+}
+
+void AddParents(ZipWriter& zip, const Table& table) {
+    std::vector<std::int32_t> parents;
+    for (const Table::Column& column : table.Columns())
+        parents.push_back(
+            column.parent == Joint::kNoParent ? -1 : static_cast<std::int32_t>(column.parent));
+    const std::string shape = fmt::format("({},)", parents.size());
+    AddArray(zip, "parents", NpyHeader("<i4", shape), BytesOf(parents));
+}
+
+// What is no character becomes U+FFFD, or the array could not be read.
+wchar_t Character(wchar_t character) {
+    return text::IsCharacter(character) ? character : L'\xFFFD';
+}
+
+// That of the longest name. One that is long makes all of them long, so there is a bound.
+std::size_t NameWidth(const Table& table) {
+    constexpr std::size_t kMostCharacters = std::size_t{16} << 20;
+    std::size_t width = 1;
+    for (const Table::Column& column : table.Columns())
+        width = std::max(width, column.name.size());
+    if (width * table.Columns().size() > kMostCharacters)
+        throw ExportError(
+            fmt::format("the names of {} joints would take {} characters each, as the longest does",
+                        table.Columns().size(), width));
+    return width;
+}
+
+// All as wide as the longest, filled up with zeros.
+void AddNames(ZipWriter& zip, const Table& table, std::size_t width) {
+    std::vector<wchar_t> text(width * table.Columns().size(), L'\0');
+    auto place = text.begin();
+    for (const Table::Column& column : table.Columns()) {
+        std::transform(column.name.begin(), column.name.end(), place, Character);
+        place += static_cast<std::ptrdiff_t>(width);
+    }
+    const std::string shape = fmt::format("({},)", table.Columns().size());
+    AddArray(zip, "names", NpyHeader(fmt::format("<U{}", width), shape), BytesOf(text));
+}
+
+}  // namespace
+
+Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options& options) {
+    Table table(scene, options, true);
+    const std::size_t nameWidth = NameWidth(table);
+    ZipWriter zip([&](std::string_view bytes) { out.Write(bytes); });
+    AddRows(zip, "positions", table, PositionRow());
+    AddRows(zip, "quaternions", table, QuaternionRow());
+    AddOffsets(zip, table);
+    AddParents(zip, table);
+    AddNames(zip, table, nameWidth);
+    const bool isPose = table.Times().IsPose();
+    const std::vector<double> rate = {isPose ? 0.0 : 1.0 / SecondsPerStep(table.Times())};
+    AddArray(zip, "fps", NpyHeader("<f8", "()"), BytesOf(rate));
+    zip.Finish();
+    return table.GetNotes();
+}
+
+}  // namespace exporters

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+#include "headless/scene.h"
+
+namespace exporters {
+
+// "Model", "Null", "ChainRoot", "ChainBone" or "ChainEffector".
+std::string_view TypeName(headless::ObjectType type);
+
+}  // namespace exporters

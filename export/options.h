@@ -1,0 +1,50 @@
+// What the exporters are asked for, and how they refuse.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace exporters {
+
+// The scene cannot be written in this format; says why, in one line.
+class ExportError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// Where the scene came from, for formats that have room for it.
+struct Source {
+    std::vector<std::string> files;  // as the user named them; only the last part of each is kept
+    std::string format;              // "Biovision BVH", "Acclaim ASF/AMC"
+    // Name and value; a value is "true", "false", a number or a text.
+    std::vector<std::pair<std::string, std::string>> options;
+    std::string tool;  // name and version
+};
+
+struct Options {
+    // The factor on all lengths. Finite and above zero.
+    double scale = 1.0;
+    // The capture has its Z axis up; it is turned so that Y is up in the file.
+    bool zUp = false;
+    // The motion's rate where it is not to be the one that the motion itself has. Above zero.
+    std::optional<double> framesPerSecond = std::nullopt;
+    // Sample the motion at this rate in place of its own keys. Above zero.
+    std::optional<double> resampleTo = std::nullopt;
+    // glTF: a body of bone shapes, so that viewers show a figure.
+    bool mesh = true;
+    // BVH: places after the decimal point of every number; without it as many as it takes for the
+    // positions to read back within a millionth of the skeleton's size.
+    std::optional<int> digits = std::nullopt;
+    // Only the first so many models of the scene: those that were imported whole.
+    std::optional<std::size_t> models = std::nullopt;
+    Source source = {};
+};
+
+// Lines for the user about what was left out ("walk: no motion, ..."), in order.
+using Notes = std::vector<std::string>;
+
+}  // namespace exporters

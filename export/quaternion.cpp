@@ -1,0 +1,29 @@
+#include "export/quaternion.h"
+
+#include <cmath>
+
+namespace exporters {
+
+// Of the four components the largest is taken from the diagonal and the others from it, so that no
+// small difference is ever divided by.
+Quaternion QuaternionOf(const double m[3][3]) {
+    const double trace = m[0][0] + m[1][1] + m[2][2];
+    Quaternion q;
+    if (trace >= 0.0) {
+        q = {m[1][2] - m[2][1], m[2][0] - m[0][2], m[0][1] - m[1][0], 1.0 + trace};
+    } else if (m[0][0] >= m[1][1] && m[0][0] >= m[2][2]) {
+        q = {1.0 + m[0][0] - m[1][1] - m[2][2], m[0][1] + m[1][0], m[2][0] + m[0][2],
+             m[1][2] - m[2][1]};
+    } else if (m[1][1] >= m[2][2]) {
+        q = {m[0][1] + m[1][0], 1.0 - m[0][0] + m[1][1] - m[2][2], m[1][2] + m[2][1],
+             m[2][0] - m[0][2]};
+    } else {
+        q = {m[2][0] + m[0][2], m[1][2] + m[2][1], 1.0 - m[0][0] - m[1][1] + m[2][2],
+             m[0][1] - m[1][0]};
+    }
+    const double length = std::sqrt(q.x * q.x + q.y * q.y + q.z * q.z + q.w * q.w);
+    const double scale = q.w < 0.0 ? -1.0 / length : 1.0 / length;
+    return {q.x * scale, q.y * scale, q.z * scale, q.w * scale};
+}
+
+}  // namespace exporters

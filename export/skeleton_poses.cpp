@@ -1,0 +1,229 @@
+#include "export/skeleton_poses.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace exporters {
+namespace {
+
+using headless::Object;
+using headless::ObjectType;
+using headless::Transform;
+
+const Object* LastBoneOf(const Object& effector) {
+    const Object* root = effector.chainRoot;
+    return root && root->chainData && !root->chainData->bones.empty()
+               ? root->chainData->bones.back()
+               : nullptr;
+}
+
+bool IsIdentity(const Transform& transform) {
+    static constexpr double kAxes[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+    for (int row = 0; row < 3; ++row) {
+        if (transform.origin[row] != 0.0) return false;
+        for (int column = 0; column < 3; ++column)
+            if (transform.axes[row][column] != kAxes[row][column]) return false;
+    }
+    return true;
+}
+
+void Scale(Transform& transform, double scale) {
+    for (double& coordinate : transform.origin)
+        coordinate *= scale;
+}
+
+// How far `point` lies along the X axis of `bone`.
+double DistanceAlong(const Transform& bone, const Transform& point) {
+    double distance = 0.0;
+    for (int axis = 0; axis < 3; ++axis)
+        distance += (point.origin[axis] - bone.origin[axis]) * bone.axes[0][axis];
+    return distance;
+}
+
+// Bones whose length the motion sets.
+std::unordered_set<const Object*> DrivenLengths(const headless::Scene& scene, const Object& model,
+                                                const headless::ActionSource* motion) {
+    std::unordered_set<const Object*> bones;
+    if (!motion) return bones;
+    for (const headless::ActionItem& item : motion->items) {
+        if (!item.active) continue;
+        const auto target = scene.ResolveTarget(model, item);
+        if (target.object && target.channel == headless::Channel::BoneLength)
+            bones.insert(target.object);
+    }
+    return bones;
+}
+
+struct Box {
+    static constexpr double kFar = std::numeric_limits<double>::infinity();
+    double least[3] = {kFar, kFar, kFar};
+    double most[3] = {-kFar, -kFar, -kFar};
+
+    void Add(const Transform& transform) {
+        for (int axis = 0; axis < 3; ++axis) {
+            least[axis] = std::min(least[axis], transform.origin[axis]);
+            most[axis] = std::max(most[axis], transform.origin[axis]);
+        }
+    }
+    double Diagonal() const {
+        return std::hypot(most[0] - least[0], most[1] - least[1], most[2] - least[2]);
+    }
+};
+
+double SizeOf(const std::vector<Transform>& globals) {
+    Box box;
+    for (const Transform& global : globals)
+        box.Add(global);
+    const double size = globals.empty() ? 0.0 : box.Diagonal();
+    return std::isfinite(size) ? size : 0.0;
+}
+
+}  // namespace
+
+SkeletonPoses::SkeletonPoses(const headless::Scene& scene, const Object& model,
+                             const headless::ActionSource* motion, double scale)
+    : base_(scene, model, nullptr), motion_(scene, model, motion), scale_(scale) {
+    GatherJoints(true);
+    // An effector with its own chain below it cannot hang under that chain's end.
+    if (joints_.size() + 1 != base_.Objects().size()) GatherJoints(false);
+    FindEffectors(scene, model, motion);
+}
+
+void SkeletonPoses::GatherJoints(bool moveEffectors) {
+    const std::vector<const Object*>& objects = base_.Objects();
+    std::unordered_map<const Object*, std::size_t> placeOf;
+    for (std::size_t place = 0; place < objects.size(); ++place)
+        placeOf.emplace(objects[place], place);
+
+    std::vector<std::vector<std::size_t>> children(objects.size());
+    for (std::size_t place = 1; place < objects.size(); ++place) {
+        std::size_t parent = base_.Parents()[place];
+        if (moveEffectors && objects[place]->type == ObjectType::ChainEffector) {
+            const auto bone = placeOf.find(LastBoneOf(*objects[place]));
+            if (bone != placeOf.end()) parent = bone->second;
+        }
+        children[parent].push_back(place);
+    }
+
+    struct Pending {
+        std::size_t place;
+        std::size_t parent;
+    };
+    std::vector<Pending> pending;
+    const auto push = [&](std::size_t place, std::size_t joint) {
+        for (auto child = children[place].rbegin(); child != children[place].rend(); ++child)
+            pending.push_back({*child, joint});
+    };
+    joints_.clear();
+    places_.clear();
+    push(0, Joint::kNoParent);
+    while (!pending.empty()) {
+        const Pending next = pending.back();
+        pending.pop_back();
+        if (next.parent != Joint::kNoParent) joints_[next.parent].isLeaf = false;
+        joints_.push_back({objects[next.place], next.parent, true});
+        places_.push_back(next.place);
+        push(next.place, joints_.size() - 1);
+    }
+}
+
+void SkeletonPoses::FindEffectors(const headless::Scene& scene, const Object& model,
+                                  const headless::ActionSource* motion) {
+    const auto driven = DrivenLengths(scene, model, motion);
+    for (std::size_t joint = 0; joint < joints_.size(); ++joint) {
+        const Object& object = *joints_[joint].object;
+        if (object.type != ObjectType::ChainEffector) continue;
+        const Object* bone = LastBoneOf(object);
+        const std::size_t parent = joints_[joint].parent;
+        if (!bone || parent == Joint::kNoParent || joints_[parent].object != bone) continue;
+        const bool isDriven = driven.contains(bone);
+        effectors_.push_back({joint, places_[joint], places_[parent], isDriven});
+        needsGlobals_ |= isDriven;
+    }
+}
+
+void SkeletonPoses::LocalsOf(const headless::MotionEvaluator& evaluator, double frame, bool moves,
+                             std::span<Transform> locals, Scratch& scratch) const {
+    std::vector<Transform>& objects = scratch.objects;
+    objects.resize(base_.Objects().size());
+    evaluator.EvaluateLocal(frame, objects);
+    const bool modelStands = IsIdentity(objects[0]);
+    for (std::size_t joint = 0; joint < joints_.size(); ++joint) {
+        locals[joint] = objects[places_[joint]];
+        if (joints_[joint].parent == Joint::kNoParent && !modelStands)
+            locals[joint] = locals[joint] * objects[0];
+    }
+    std::vector<Transform>& globals = scratch.globals;
+    if (moves && needsGlobals_) {
+        globals.resize(objects.size());
+        evaluator.Evaluate(frame, globals);
+    }
+    for (const Effector& effector : effectors_) {
+        const Object& object = *joints_[effector.joint].object;
+        Transform& local = locals[effector.joint];
+        std::memcpy(local.axes, object.chainRoot->chainData->effectorAngle.data(),
+                    sizeof(local.axes));
+        local.origin[0] = moves && effector.lengthIsDriven
+                              ? DistanceAlong(globals[effector.bonePlace], globals[effector.place])
+                              : LastBoneOf(object)->length;
+        local.origin[1] = local.origin[2] = 0.0;
+    }
+    if (scale_ == 1.0) return;
+    for (Transform& local : locals)
+        Scale(local, scale_);
+}
+
+void SkeletonPoses::GlobalsOf(const headless::MotionEvaluator& evaluator, double frame,
+                              std::span<Transform> globals) {
+    std::vector<Transform>& objects = scratch_.objects;
+    objects.resize(base_.Objects().size());
+    evaluator.Evaluate(frame, objects);
+    for (std::size_t joint = 0; joint < joints_.size(); ++joint) {
+        globals[joint] = objects[places_[joint]];
+        if (scale_ != 1.0) Scale(globals[joint], scale_);
+    }
+}
+
+void SkeletonPoses::Locals(double frame, std::span<Transform> locals) {
+    LocalsOf(motion_, frame, true, locals, scratch_);
+}
+void SkeletonPoses::Locals(double frame, std::span<Transform> locals, Scratch& scratch) const {
+    LocalsOf(motion_, frame, true, locals, scratch);
+}
+void SkeletonPoses::BaseLocals(std::span<Transform> locals) {
+    LocalsOf(base_, 0.0, false, locals, scratch_);
+}
+void SkeletonPoses::Globals(double frame, std::span<Transform> globals) {
+    GlobalsOf(motion_, frame, globals);
+}
+void SkeletonPoses::BaseGlobals(std::span<Transform> globals) {
+    GlobalsOf(base_, 0.0, globals);
+}
+
+double SkeletonSize(SkeletonPoses& poses, const std::vector<double>& frames) {
+    std::vector<Transform> globals(poses.Joints().size());
+    poses.BaseGlobals(globals);
+    double size = SizeOf(globals);
+    if (!frames.empty()) {
+        poses.Globals(frames.front(), globals);
+        size = std::max(size, SizeOf(globals));
+    }
+    return size;
+}
+
+Transform ZUpToYUp() {
+    return {{{1, 0, 0}, {0, 0, -1}, {0, 1, 0}}, {0, 0, 0}};
+}
+
+std::vector<const Object*> ExportedModels(const headless::Scene& scene, const Options& options) {
+    std::vector<const Object*> models = scene.Models();
+    if (options.models && *options.models < models.size()) models.resize(*options.models);
+    if (models.empty()) throw ExportError("there is no model to write");
+    return models;
+}
+
+}  // namespace exporters

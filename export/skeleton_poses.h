@@ -1,0 +1,87 @@
+// A model as a file sees it: joints in one tree, and where they stand at any time.
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <span>
+#include <vector>
+
+#include "export/options.h"
+#include "headless/evaluation.h"
+#include "headless/scene.h"
+#include "headless/transform.h"
+
+namespace exporters {
+
+struct Joint {
+    static constexpr std::size_t kNoParent = std::numeric_limits<std::size_t>::max();
+
+    const headless::Object* object = nullptr;
+    std::size_t parent = kNoParent;  // place among the joints; none directly under the model
+    bool isLeaf = true;
+};
+
+// Everything below a model, each parent before its children and children together, as files nest
+// them. An effector is the child of its chain's last bone, whoever its parent in the scene is, so
+// that it moves there without curves of its own. Keeps references to the scene.
+class SkeletonPoses {
+  public:
+    // `motion` may be null: then every frame is the base pose. Lengths are multiplied by `scale`.
+    SkeletonPoses(const headless::Scene& scene, const headless::Object& model,
+                  const headless::ActionSource* motion, double scale);
+
+    const std::vector<Joint>& Joints() const { return joints_; }
+
+    // Seen from the parent joint, from the scene where there is none. One for each joint.
+    void Locals(double frame, std::span<headless::Transform> locals);
+    // The same for several threads at once, each with a scratch of its own.
+    struct Scratch {
+        std::vector<headless::Transform> objects;
+        std::vector<headless::Transform> globals;
+    };
+    void Locals(double frame, std::span<headless::Transform> locals, Scratch& scratch) const;
+    void BaseLocals(std::span<headless::Transform> locals);
+    // Seen from the scene.
+    void Globals(double frame, std::span<headless::Transform> globals);
+    void BaseGlobals(std::span<headless::Transform> globals);
+
+  private:
+    // An effector under its last bone. Its place there is known without going through the scene,
+    // which keeps what stands still free of rounding.
+    struct Effector {
+        std::size_t joint;
+        std::size_t place;      // among the evaluator's objects
+        std::size_t bonePlace;  // of the last bone
+        bool lengthIsDriven;
+    };
+
+    void GatherJoints(bool moveEffectors);
+    void FindEffectors(const headless::Scene& scene, const headless::Object& model,
+                       const headless::ActionSource* motion);
+    void LocalsOf(const headless::MotionEvaluator& evaluator, double frame, bool moves,
+                  std::span<headless::Transform> locals, Scratch& scratch) const;
+    void GlobalsOf(const headless::MotionEvaluator& evaluator, double frame,
+                   std::span<headless::Transform> globals);
+
+    headless::MotionEvaluator base_;
+    headless::MotionEvaluator motion_;
+    double scale_;
+    std::vector<Joint> joints_;
+    std::vector<std::size_t> places_;  // of each joint among the evaluator's objects
+    std::vector<Effector> effectors_;
+    bool needsGlobals_ = false;  // some effector's place follows from global ones
+    Scratch scratch_;
+};
+
+// The corner-to-corner size of the box around all joints, in the base pose and in the first frame
+// of the motion, whichever is larger; 0 where all stand in one place.
+double SkeletonSize(SkeletonPoses& poses, const std::vector<double>& frames);
+
+// Turns a scene whose Z axis is up so that its Y axis is.
+headless::Transform ZUpToYUp();
+
+// The first `options.models` models. Throws ExportError where there is none.
+std::vector<const headless::Object*> ExportedModels(const headless::Scene& scene,
+                                                    const Options& options);
+
+}  // namespace exporters

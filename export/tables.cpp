@@ -1,0 +1,92 @@
+#include "export/tables.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+
+#include "export/finite_check.h"
+#include "export/motion_facts.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
+
+namespace exporters {
+namespace {
+
+using headless::Object;
+using headless::Transform;
+
+// Rates that come from one file may differ in their last digits.
+bool SameRate(double a, double b) {
+    return std::abs(a - b) <= 1e-9 * std::max(a, b);
+}
+
+bool IsFinite(const Transform& transform) {
+    double sum = 0.0;
+    for (int row = 0; row < 3; ++row) {
+        sum += std::abs(transform.origin[row]);
+        for (int column = 0; column < 3; ++column)
+            sum += std::abs(transform.axes[row][column]);
+    }
+    return std::isfinite(sum);
+}
+
+}  // namespace
+
+Table::Table(const headless::Scene& scene, const Options& options, bool even) : zUp_(options.zUp) {
+    const std::vector<const Object*> models = ExportedModels(scene, options);
+    poses_.reserve(models.size());
+    for (const Object* model : models) {
+        const headless::ActionSource* motion = MotionOf(*model);
+        RequireFinite(*model, motion);
+        Timeline timeline = MakeTimeline(*model, motion, options, notes_);
+        if (timeline.IsPose()) motion = nullptr;
+        if (!timeline.IsPose() && !timeline_.IsPose() &&
+            !SameRate(timeline.secondsPerFrame, timeline_.secondsPerFrame))
+            throw ExportError(fmt::format(
+                "{}: the models differ in their rate, a table has one (--fps N gives them one)",
+                text::EncodeUtf8(text::EscapeControls(headless::View(model->name)))));
+        if (timeline.frames.size() > timeline_.frames.size()) timeline_ = std::move(timeline);
+        poses_.emplace_back(scene, *model, motion, options.scale);
+        AddColumns(*model, poses_.back(), models.size() > 1);
+    }
+    if (even) timeline_ = EvenTimeline(std::move(timeline_));
+}
+
+void Table::AddColumns(const Object& model, SkeletonPoses& poses, bool several) {
+    const std::size_t first = columns_.size();
+    std::vector<Transform> locals(poses.Joints().size());
+    poses.BaseLocals(locals);
+    const std::wstring prefix =
+        several ? std::wstring(headless::View(model.name)) + L'.' : std::wstring();
+    for (std::size_t joint = 0; joint < locals.size(); ++joint) {
+        const std::size_t parent = poses.Joints()[joint].parent;
+        const bool isTop = parent == Joint::kNoParent;
+        if (isTop && zUp_) locals[joint] = locals[joint] * ZUpToYUp();
+        columns_.push_back(
+            {prefix + std::wstring(headless::View(poses.Joints()[joint].object->name)),
+             isTop ? parent : first + parent, locals[joint]});
+    }
+}
+
+void Table::Row(std::size_t row, std::span<Transform> globals) {
+    const double frame = timeline_.IsPose() ? 0.0 : timeline_.frames[row];
+    std::size_t first = 0;
+    for (SkeletonPoses& poses : poses_) {
+        poses.Globals(frame, globals.subspan(first, poses.Joints().size()));
+        first += poses.Joints().size();
+    }
+    for (Transform& global : globals) {
+        if (!IsFinite(global)) throw ExportError("a number grows beyond what a file can hold");
+        if (zUp_) global = global * ZUpToYUp();
+    }
+}
+
+double Table::Size() {
+    double size = 0.0;
+    for (SkeletonPoses& poses : poses_)
+        size = std::max(size, SkeletonSize(poses, timeline_.frames));
+    return size;
+}
+
+}  // namespace exporters

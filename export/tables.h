@@ -1,0 +1,51 @@
+// What both kinds of table hold: where every joint stands in the scene, frame by frame.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "export/options.h"
+#include "export/skeleton_poses.h"
+#include "export/timeline.h"
+#include "headless/scene.h"
+#include "headless/transform.h"
+
+namespace exporters {
+
+// The joints of all models one after the other. All models share the frames of the longest; one
+// whose motion ends earlier, or has none, stays where it stood.
+class Table {
+  public:
+    // Throws ExportError, also where models differ in their rate. With `even`, the frames are one
+    // step apart.
+    Table(const headless::Scene& scene, const Options& options, bool even);
+
+    struct Column {
+        std::wstring name;  // with the model's before it, where there are several models
+        std::size_t parent = Joint::kNoParent;  // among the columns
+        headless::Transform rest;               // in the base pose, seen from the parent
+    };
+    const std::vector<Column>& Columns() const { return columns_; }
+    const Timeline& Times() const { return timeline_; }
+    // At least one: a table without motion is the base pose.
+    std::size_t Rows() const { return timeline_.IsPose() ? 1 : timeline_.frames.size(); }
+    // One for each column, seen from the scene. Throws ExportError where one is not finite.
+    void Row(std::size_t row, std::span<headless::Transform> globals);
+    // Of all models, for rounding.
+    double Size();
+    const Notes& GetNotes() const { return notes_; }
+
+  private:
+    void AddColumns(const headless::Object& model, SkeletonPoses& poses, bool several);
+
+    bool zUp_;
+    Notes notes_;
+    Timeline timeline_;
+    std::vector<SkeletonPoses> poses_;
+    std::vector<Column> columns_;
+};
+
+}  // namespace exporters

@@ -1,0 +1,113 @@
+#include "export/timeline.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+#include <unordered_set>
+
+#include "headless/evaluation.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
+
+namespace exporters {
+namespace {
+
+// A day at more than a hundred frames a second; what asks for more has a typing error in its frame
+// numbers.
+constexpr double kMostFrames = 10'000'000.0;
+
+// Every key time once, rising. Curves share their times, so that mostly one of them is looked at.
+std::vector<double> KeyTimes(const headless::ActionSource& motion) {
+    std::unordered_set<const std::vector<double>*> seen;
+    std::vector<double> frames;
+    for (const headless::ActionItem& item : motion.items) {
+        const std::vector<double>* times =
+            item.IsCurve() && item.active ? item.GetCurve().keys.times.get() : nullptr;
+        if (times && seen.insert(times).second)
+            frames.insert(frames.end(), times->begin(), times->end());
+    }
+    if (!std::is_sorted(frames.begin(), frames.end())) std::sort(frames.begin(), frames.end());
+    frames.erase(std::unique(frames.begin(), frames.end()), frames.end());
+    return frames;
+}
+
+// `count` frames from the first, `step` apart.
+std::vector<double> Steps(double first, double step, double count) {
+    if (!(count <= kMostFrames))
+        throw ExportError(
+            fmt::format("the motion would take more than {:.0f} frames", kMostFrames));
+    std::vector<double> frames(static_cast<std::size_t>(count));
+    for (std::size_t index = 0; index < frames.size(); ++index)
+        frames[index] = first + static_cast<double>(index) * step;
+    return frames;
+}
+
+// Refuses a rate whose frames would last for ever.
+void RequireRate(double framesPerSecond, double framesApart) {
+    if (!std::isfinite(framesApart))
+        throw ExportError(fmt::format("{} frames per second are too few", framesPerSecond));
+}
+
+double RateOf(const std::string& name, const headless::ActionSource& motion,
+              const Options& options) {
+    if (options.framesPerSecond) {
+        const double seconds = 1.0 / *options.framesPerSecond;
+        RequireRate(*options.framesPerSecond, seconds);
+        return seconds;
+    }
+    if (!std::isfinite(motion.animEnd))
+        throw ExportError(fmt::format("{}: the length of the motion is not a finite time", name));
+    return headless::SecondsPerFrame(motion);
+}
+
+}  // namespace
+
+Timeline MakeTimeline(const headless::Object& model, const headless::ActionSource* motion,
+                      const Options& options, Notes& notes) {
+    const std::string name = text::EncodeUtf8(text::EscapeControls(headless::View(model.name)));
+    Timeline timeline;
+    if (motion) timeline.frames = KeyTimes(*motion);
+    if (motion == nullptr || timeline.frames.empty()) {
+        notes.push_back(name + ": no motion, only the base pose is written");
+        return timeline;
+    }
+    timeline.secondsPerFrame = RateOf(name, *motion, options);
+    if (!(timeline.secondsPerFrame > 0.0)) {
+        notes.push_back(name +
+                        ": the motion has no frame time, only the base pose is written"
+                        " (--fps N gives it one)");
+        return {};
+    }
+    if (options.resampleTo) {
+        const double first = timeline.frames.front();
+        const double length = timeline.frames.back() - first;
+        const double step = 1.0 / (*options.resampleTo * timeline.secondsPerFrame);
+        RequireRate(*options.resampleTo, step);
+        // A last sample that rounding alone puts behind the end belongs to it.
+        const double count = std::floor(length / step * (1.0 + 1e-12) + 1e-9) + 1.0;
+        timeline.frames = Steps(first, step, count);
+    }
+    return timeline;
+}
+
+Timeline EvenTimeline(Timeline timeline) {
+    std::vector<double>& frames = timeline.frames;
+    if (frames.size() < 3) return timeline;
+    const double step = (frames.back() - frames.front()) / static_cast<double>(frames.size() - 1);
+    for (std::size_t index = 1; index < frames.size(); ++index) {
+        const double place = frames.front() + static_cast<double>(index) * step;
+        if (std::abs(frames[index] - place) <= 1e-6 * step) continue;
+        frames = Steps(frames.front(), 1.0, std::floor(frames.back() - frames.front()) + 1.0);
+        break;
+    }
+    return timeline;
+}
+
+double SecondsPerStep(const Timeline& timeline) {
+    if (timeline.frames.size() < 2) return timeline.secondsPerFrame;
+    const double length = timeline.frames.back() - timeline.frames.front();
+    return length / static_cast<double>(timeline.frames.size() - 1) * timeline.secondsPerFrame;
+}
+
+}  // namespace exporters
