@@ -6,7 +6,7 @@
 #include "acclaim/acclaim_import.h"
 #include "acclaim/wide_text.h"
 #include "host/application.h"
-#include "util/rotation_math.h"
+#include "math/rotation_math.h"
 
 using namespace Zelk::status;
 

@@ -6,8 +6,8 @@
 
 #include "acclaim/acclaim_import.h"
 #include "acclaim/repeated_addition.h"
+#include "math/rotation_math.h"
 #include "mocap/rotation_keys.h"
-#include "util/rotation_math.h"
 
 using namespace Zelk::status;
 

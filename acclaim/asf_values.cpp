@@ -2,8 +2,8 @@
 #include <span>
 
 #include "acclaim/acclaim_import.h"
+#include "math/rotation_math.h"
 #include "textio/ascii.h"
-#include "util/rotation_math.h"
 
 using textio::EqualsIgnoringCase;
 using textio::ToLower;

@@ -1,8 +1,8 @@
 // Turning three rotations into X-Y-Z angles: step by step, and in blocks.
 #include <benchmark/benchmark.h>
 
-#include "util/rotation_batch.h"
-#include "util/rotation_math.h"
+#include "math/rotation_batch.h"
+#include "math/rotation_math.h"
 
 namespace {
 

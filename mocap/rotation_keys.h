@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
+#include "math/rotation_batch.h"
 #include "mocap/mocap_model.h"
-#include "util/rotation_batch.h"
 
 // The keys of a node's three rotation channels: read as the factors of a product, the first acting
 // first, and written as x, y and z angles. Both name the same three arrays, each in its own order.

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <string>
 
+#include "math/rotation_math.h"
 #include "survey/acclaim_rotations.h"
 #include "survey/codes.h"
 #include "text/number_text.h"
-#include "util/rotation_math.h"
 
 namespace survey {
 namespace {

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "math/rotation_math.h"
 #include "survey/codes.h"
-#include "util/rotation_math.h"
 
 namespace survey {
 namespace {

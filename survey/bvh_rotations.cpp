@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "math/rotation_math.h"
 #include "survey/in_halves.h"
-#include "util/rotation_math.h"
 
 namespace survey {
 namespace {

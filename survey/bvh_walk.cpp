@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "util/rotation_math.h"
+#include "math/rotation_math.h"
 
 namespace survey {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "util/rotation_math.h"
+#include "math/rotation_math.h"
 #include "util/scene_helpers.h"
 
 namespace {

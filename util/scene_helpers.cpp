@@ -8,7 +8,7 @@
 
 #include "host/automation.h"
 #include "host/constants.h"
-#include "util/rotation_math.h"
+#include "math/rotation_math.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+#include "math/rotation_math.h"
 #include "tests/support/acclaim/open_importer.h"
 #include "tests/support/core/session_text.h"
-#include "util/rotation_math.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include <sstream>
 
 #include "host/status.h"
+#include "math/rotation_math.h"
 #include "tests/support/acclaim/open_importer.h"
 #include "tests/support/core/session_text.h"
-#include "util/rotation_math.h"
 
 namespace {
 

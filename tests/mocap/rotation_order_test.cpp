@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "math/rotation_math.h"
 #include "tests/mocap/importer.h"
 #include "tests/mocap/step_messages.h"
-#include "util/rotation_math.h"
 
 namespace {
 

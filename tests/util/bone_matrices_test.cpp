@@ -6,17 +6,17 @@
 #include <vector>
 
 #include "headless/faults.h"
+#include "tests/math/matrix_text.h"
 #include "tests/support/core/session_text.h"
-#include "tests/util/matrix_text.h"
 #include "tests/util/scene.h"
 #include "util/scene_helpers.h"
 
 namespace {
 
-using util_test::Distance;
+using math_test::Distance;
+using math_test::Matrix;
 using util_test::MakeModel;
 using util_test::MakeNull;
-using util_test::Matrix;
 using util_test::Turn;
 
 class BoneMatricesTest : public testing::Test {

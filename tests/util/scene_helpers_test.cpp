@@ -9,20 +9,20 @@
 
 #include "headless/faults.h"
 #include "headless/session.h"
+#include "math/rotation_math.h"
+#include "tests/math/matrix_text.h"
 #include "tests/support/core/session_text.h"
-#include "tests/util/matrix_text.h"
 #include "tests/util/scene.h"
-#include "util/rotation_math.h"
 
 namespace {
 
+using math_test::Distance;
+using math_test::Matrix;
+using math_test::Transposed;
 using support::Utf8;
 using testing::ElementsAre;
-using util_test::Distance;
 using util_test::MakeModel;
 using util_test::MakeNull;
-using util_test::Matrix;
-using util_test::Transposed;
 using util_test::Turn;
 
 class SceneHelpers : public testing::Test {
@@ -167,14 +167,14 @@ TEST_F(SceneHelpers, MatricesOfUnturnedObjectsAreTheIdentity) {
     const Zelk::Model model = MakeModel(L"Skel");
     const Zelk::Null arm = MakeNull(MakeNull(model, L"Hips"), L"LeftArm");
     const Both both = MatricesOf(arm, L"Skel");
-    EXPECT_TRUE(util_test::Same(both.global, Identity()));
-    EXPECT_TRUE(util_test::Same(both.inverse, Identity()));
+    EXPECT_TRUE(math_test::Same(both.global, Identity()));
+    EXPECT_TRUE(math_test::Same(both.inverse, Identity()));
 }
 
 TEST_F(SceneHelpers, MatricesOfNothingAreTheIdentity) {
     const Both both = MatricesOf(Zelk3DObject(), L"Skel");
-    EXPECT_TRUE(util_test::Same(both.global, Identity()));
-    EXPECT_TRUE(util_test::Same(both.inverse, Identity()));
+    EXPECT_TRUE(math_test::Same(both.global, Identity()));
+    EXPECT_TRUE(math_test::Same(both.inverse, Identity()));
 }
 
 TEST_F(SceneHelpers, MatrixOfOneObjectIsItsRotation) {
@@ -184,8 +184,8 @@ TEST_F(SceneHelpers, MatrixOfOneObjectIsItsRotation) {
     const Both both = MatricesOf(hips, L"Skel");
     Matrix quarter;
     MatrixRotationZ(quarter.m, kPi / 2);
-    EXPECT_TRUE(util_test::Same(both.global, quarter));
-    EXPECT_TRUE(util_test::Same(both.inverse, Transposed(quarter)));
+    EXPECT_TRUE(math_test::Same(both.global, quarter));
+    EXPECT_TRUE(math_test::Same(both.inverse, Transposed(quarter)));
 }
 
 // The bounds below are a few roundings of numbers that are at most 1.
@@ -217,7 +217,7 @@ TEST_F(SceneHelpers, MatricesHeedRotationsAlone) {
     Zelk::MATH::CTransformation place;
     place.SetTranslationFromValues(1, 2, 3);
     hips.GetKinematics().GetLocal().PutTransform(place, Zelk::kCurrentTime);
-    EXPECT_TRUE(util_test::Same(MatricesOf(hips, L"Skel").global, Identity()));
+    EXPECT_TRUE(math_test::Same(MatricesOf(hips, L"Skel").global, Identity()));
 }
 
 // --- ZelkStringFromANSI ---

@@ -1,3 +1,3 @@
 // The loops for processors with AVX2; compiled for those alone and called on those alone.
 #define ROTATION_KERNEL RotationKernelAvx2
-#include "util/rotation_kernel.inc"
+#include "math/rotation_kernel.inc"

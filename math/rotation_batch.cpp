@@ -1,11 +1,11 @@
-#include "util/rotation_batch.h"
+#include "math/rotation_batch.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 
-#include "util/rotation_kernel.h"
-#include "util/rotation_math.h"
+#include "math/rotation_kernel.h"
+#include "math/rotation_math.h"
 
 namespace {
 

@@ -6,13 +6,13 @@
 #include <ostream>
 #include <random>
 
-#include "tests/util/matrix_text.h"
-#include "util/rotation_math.h"
+#include "math/rotation_math.h"
+#include "tests/math/matrix_text.h"
 
 namespace {
 
-using util_test::Distance;
-using util_test::Matrix;
+using math_test::Distance;
+using math_test::Matrix;
 
 struct Angles {
     double x = 0.0, y = 0.0, z = 0.0;
@@ -159,7 +159,7 @@ TEST(EulerAngles, ShareTheFreeAngleWithinTheThreshold) {
 }
 
 TEST(EulerAngles, SurviveAMatrixThatIsNoRotation) {
-    Matrix m = util_test::Of({{{0, 0, 5, 0}, {9, 9, 9, 0}, {9, 9, 9, 0}, {0, 0, 0, 1}}});
+    Matrix m = math_test::Of({{{0, 0, 5, 0}, {9, 9, 9, 0}, {9, 9, 9, 0}, {0, 0, 0, 1}}});
     EXPECT_EQ(AnglesOf(m).y, -kPi - std::asin(-1.0));
     m.m[0][2] = -5;
     EXPECT_EQ(AnglesOf(m).y, kPi - std::asin(1.0));

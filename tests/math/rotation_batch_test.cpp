@@ -1,5 +1,5 @@
 // Many rotations at a time against the steps one by one.
-#include "util/rotation_batch.h"
+#include "math/rotation_batch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,14 +9,14 @@
 #include <random>
 #include <vector>
 
-#include "tests/util/matrix_text.h"
-#include "util/rotation_kernel.h"
-#include "util/rotation_math.h"
+#include "math/rotation_kernel.h"
+#include "math/rotation_math.h"
+#include "tests/math/matrix_text.h"
 
 namespace {
 
-using util_test::Distance;
-using util_test::Matrix;
+using math_test::Distance;
+using math_test::Matrix;
 
 constexpr int kOrders[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}};
 

@@ -6,16 +6,16 @@
 #include <ostream>
 #include <random>
 
-#include "tests/util/matrix_text.h"
-#include "util/rotation_math.h"
+#include "math/rotation_math.h"
+#include "tests/math/matrix_text.h"
 
 namespace {
 
-using util_test::Distance;
-using util_test::Matrix;
-using util_test::Of;
-using util_test::Same;
-using util_test::Transposed;
+using math_test::Distance;
+using math_test::Matrix;
+using math_test::Of;
+using math_test::Same;
+using math_test::Transposed;
 
 const Matrix kIdentity = Of({{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}});
 

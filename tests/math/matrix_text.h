@@ -6,7 +6,7 @@
 #include <cstring>
 #include <gtest/gtest.h>
 
-namespace util_test {
+namespace math_test {
 
 struct Matrix {
     double m[4][4];
@@ -43,4 +43,4 @@ inline Matrix Transposed(const Matrix& a) {
     return out;
 }
 
-}  // namespace util_test
+}  // namespace math_test

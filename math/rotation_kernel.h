@@ -1,7 +1,7 @@
 // The vector loops behind rotation_batch.h. Each instruction set has its own copy of them.
 #pragma once
 
-#include "util/rotation_batch.h"
+#include "math/rotation_batch.h"
 
 struct RotationKernelResult {
     alignas(64) double angle[3][kRotationBlock];  // X-Y-Z, degrees

@@ -1,4 +1,4 @@
-#include "util/rotation_math.h"
+#include "math/rotation_math.h"
 
 #include <algorithm>
 #include <cmath>
