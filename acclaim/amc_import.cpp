@@ -6,8 +6,8 @@
 
 #include "acclaim/acclaim_import.h"
 #include "mocap/bar_in_use.h"
+#include "mocap/scene_helpers.h"
 #include "textio/ascii.h"
-#include "util/scene_helpers.h"
 
 using textio::EqualsIgnoringCase;
 using namespace Zelk::status;

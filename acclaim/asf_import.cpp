@@ -4,8 +4,8 @@
 #include "acclaim/acclaim_import.h"
 #include "host/application.h"
 #include "mocap/bar_in_use.h"
+#include "mocap/scene_helpers.h"
 #include "textio/ascii.h"
-#include "util/scene_helpers.h"
 
 using namespace Zelk::status;
 

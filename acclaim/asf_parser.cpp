@@ -5,8 +5,8 @@
 
 #include "acclaim/acclaim_import.h"
 #include "acclaim/wide_text.h"
+#include "mocap/scene_helpers.h"
 #include "textio/ascii.h"
-#include "util/scene_helpers.h"
 
 using textio::EqualsIgnoringCase;
 using namespace Zelk::status;

@@ -1,7 +1,7 @@
 // From keys to fcurves of the motion, and from fresh objects to the base pose.
 #include "host/application.h"
 #include "mocap/mocap_import_base.h"
-#include "util/scene_helpers.h"
+#include "mocap/scene_helpers.h"
 
 namespace {
 

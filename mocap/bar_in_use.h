@@ -1,6 +1,6 @@
 #pragma once
 
-#include "util/progress_bar.h"
+#include "mocap/progress_bar.h"
 
 // The importer's bar for as long as it runs.
 class BarInUse {

@@ -1,9 +1,9 @@
 // Re-expresses the rotations of a file in the frame of each bone or null, whose rest orientation is
 // the scene's and not the file's.
 #include "math/rotation_math.h"
+#include "mocap/bone_matrices.h"
 #include "mocap/mocap_import_base.h"
 #include "mocap/rotation_keys.h"
-#include "util/bone_matrices.h"
 
 namespace {
 

@@ -8,9 +8,9 @@
 
 #include "host/constants.h"
 #include "host/math.h"
+#include "mocap/bone_matrices.h"
 #include "mocap/mocap_import_base.h"
-#include "util/bone_matrices.h"
-#include "util/scene_helpers.h"
+#include "mocap/scene_helpers.h"
 
 namespace {
 

@@ -12,8 +12,8 @@
 #include "mocap/bones_skeleton.h"
 #include "mocap/file_allowance.h"
 #include "mocap/mocap_model.h"
+#include "mocap/progress_bar.h"
 #include "textio/string_file.h"
-#include "util/progress_bar.h"
 
 // What both importers share: options, the error record, the parsed skeleton, and the building of
 // scene objects from it. Operations return host status codes, negative on failure; of the

@@ -1,7 +1,7 @@
 // The skeleton as null objects, and the group of what is animated.
 #include "host/math.h"
 #include "mocap/mocap_import_base.h"
-#include "util/scene_helpers.h"
+#include "mocap/scene_helpers.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "acclaim/acclaim_import.h"
+#include "mocap/scene_helpers.h"
 #include "plugin/import_commands.h"
 #include "plugin/outcome.h"
 #include "plugin/user_input.h"
-#include "util/scene_helpers.h"
 
 Zelk::CStatus ImportAcclaim(Zelk::CRef& model, Zelk::CRef& basePose, Zelk::CRef& motion) {
     if (g_UserInput.strASFFile.IsEmpty()) {

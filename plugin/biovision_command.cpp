@@ -2,10 +2,10 @@
 #include <iterator>
 
 #include "bvh/biovision_import.h"
+#include "mocap/scene_helpers.h"
 #include "plugin/import_commands.h"
 #include "plugin/outcome.h"
 #include "plugin/user_input.h"
-#include "util/scene_helpers.h"
 
 namespace {
 

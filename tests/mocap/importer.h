@@ -13,8 +13,8 @@
 #include "headless/session.h"
 #include "host/application.h"
 #include "mocap/mocap_import_base.h"
+#include "mocap/scene_helpers.h"
 #include "tests/support/core/session_text.h"
-#include "util/scene_helpers.h"
 
 namespace mocap_test {
 

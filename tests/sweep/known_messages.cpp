@@ -20,7 +20,7 @@ void AddTexts(const std::filesystem::path& source, std::set<std::string>& messag
 
 std::set<std::string> ReadMessages() {
     std::set<std::string> messages;
-    for (const char* room : {"acclaim", "bvh", "mocap", "plugin", "util"})
+    for (const char* room : {"acclaim", "bvh", "mocap", "plugin"})
         for (const auto& file :
              std::filesystem::directory_iterator(std::filesystem::path(ZKMOCAP_SOURCE_DIR) / room))
             if (file.path().extension() == ".cpp") AddTexts(file.path(), messages);

@@ -1,4 +1,4 @@
-#include "util/progress_bar.h"
+#include "mocap/progress_bar.h"
 
 #include <cstdint>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "util/bone_matrices.h"
+#include "mocap/bone_matrices.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -6,18 +6,18 @@
 #include <vector>
 
 #include "headless/faults.h"
+#include "mocap/scene_helpers.h"
 #include "tests/math/matrix_text.h"
+#include "tests/mocap/scene.h"
 #include "tests/support/core/session_text.h"
-#include "tests/util/scene.h"
-#include "util/scene_helpers.h"
 
 namespace {
 
 using math_test::Distance;
 using math_test::Matrix;
-using util_test::MakeModel;
-using util_test::MakeNull;
-using util_test::Turn;
+using mocap_test::MakeModel;
+using mocap_test::MakeNull;
+using mocap_test::Turn;
 
 class BoneMatricesTest : public testing::Test {
   protected:

@@ -1,4 +1,4 @@
-#include "util/scene_helpers.h"
+#include "mocap/scene_helpers.h"
 
 #include <clocale>
 #include <gmock/gmock.h>
@@ -11,19 +11,19 @@
 #include "headless/session.h"
 #include "math/rotation_math.h"
 #include "tests/math/matrix_text.h"
+#include "tests/mocap/scene.h"
 #include "tests/support/core/session_text.h"
-#include "tests/util/scene.h"
 
 namespace {
 
 using math_test::Distance;
 using math_test::Matrix;
 using math_test::Transposed;
+using mocap_test::MakeModel;
+using mocap_test::MakeNull;
+using mocap_test::Turn;
 using support::Utf8;
 using testing::ElementsAre;
-using util_test::MakeModel;
-using util_test::MakeNull;
-using util_test::Turn;
 
 class SceneHelpers : public testing::Test {
   protected:

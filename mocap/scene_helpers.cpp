@@ -1,4 +1,4 @@
-#include "util/scene_helpers.h"
+#include "mocap/scene_helpers.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,11 +1,11 @@
-#include "util/bone_matrices.h"
+#include "mocap/bone_matrices.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <vector>
 
 #include "math/rotation_math.h"
-#include "util/scene_helpers.h"
+#include "mocap/scene_helpers.h"
 
 namespace {
 

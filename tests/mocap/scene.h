@@ -6,7 +6,7 @@
 #include "host/application.h"
 #include "host/scene_objects.h"
 
-namespace util_test {
+namespace mocap_test {
 
 inline Zelk::Model MakeModel(const Zelk::CString& name) {
     Zelk::Model model;
@@ -29,4 +29,4 @@ inline void Turn(Zelk3DObject object, double x, double y, double z) {
     EXPECT_TRUE(local.PutParameterValue(L"rotz", z, Zelk::kCurrentTime).Succeeded());
 }
 
-}  // namespace util_test
+}  // namespace mocap_test
