@@ -47,8 +47,9 @@ class CAcclaimImport : public CMocapImportBase {
     const char* GetNextAccString();
 
     // --- asf_parser.cpp, asf_bonedata.cpp, asf_hierarchy.cpp: from tokens to nodes ---
-    // The file from behind its version on. kEndOfFile, or a failure that was recorded. So too the
-    // handlers, each from behind its section's keyword to the next one.
+    // Parses what follows the file's version. Gives mocap::kEndOfFile or a failure that was
+    // recorded. The handlers parse from their section's keyword to the next one, and give kOk where
+    // there is a next one.
     std::int32_t ParseASF();
     std::int32_t HandleName();
     std::int32_t HandleUnits();

@@ -3,6 +3,7 @@
 
 #include "acclaim/acclaim_import.h"
 #include "math/rotation_math.h"
+#include "mocap/parse_status.h"
 #include "textio/ascii.h"
 
 using textio::EqualsIgnoringCase;
@@ -13,7 +14,7 @@ std::int32_t CAcclaimImport::HandleBoneData() {
     for (;;) {
         const std::uint32_t position = stringFile.GetPosition();
         const char* const token = GetNextAccString();
-        if (token == nullptr) return kEndOfFile;
+        if (token == nullptr) return mocap::kEndOfFile;
         if (token[0] == ':') {
             stringFile.SetPosition(position);
             return kOk;

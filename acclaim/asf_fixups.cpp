@@ -7,6 +7,7 @@
 #include "acclaim/acclaim_import.h"
 #include "acclaim/repeated_addition.h"
 #include "math/rotation_math.h"
+#include "mocap/parse_status.h"
 #include "mocap/rotation_keys.h"
 
 using namespace Zelk::status;
@@ -130,7 +131,7 @@ std::int32_t CAcclaimImport::GlobalizeRotations() {
         if (list[0] != nullptr && LacksKeys(*list[0])) continue;
         const std::int32_t status = AllocateAllRotationChannels(node.get(), list);
         if (status < 0) return status;
-        if (status == kNoRotation) continue;
+        if (status == mocap::kNoRotation) continue;
 
         GlobalizeKeys(list, frameCount, AxisFrame(node->orientation));
     }

@@ -5,6 +5,7 @@
 
 #include "acclaim/acclaim_import.h"
 #include "acclaim/wide_text.h"
+#include "mocap/parse_status.h"
 #include "mocap/scene_helpers.h"
 #include "textio/ascii.h"
 
@@ -29,7 +30,7 @@ std::int32_t CAcclaimImport::ParseASF() {
     };
     for (;;) {
         const char* const token = GetNextAccString();
-        if (token == nullptr) return kEndOfFile;
+        if (token == nullptr) return mocap::kEndOfFile;
         if (CheckCancelled()) return kCancelled;
         if (token[0] != ':') return Fail(kInvalidData, L"Invalid keyword");
         // An unknown section has no content: a value behind it is met by the next round, which
@@ -56,7 +57,7 @@ std::int32_t CAcclaimImport::HandleUnits() {
     for (;;) {
         const std::uint32_t position = stringFile.GetPosition();
         const char* token = GetNextAccString();
-        if (token == nullptr) return kEndOfFile;
+        if (token == nullptr) return mocap::kEndOfFile;
         double value = 0.0;
         if (token[0] == ':') {
             stringFile.SetPosition(position);
@@ -84,7 +85,7 @@ std::int32_t CAcclaimImport::HandleUnits() {
 // text = everything up to the next ":" or the end of the file
 std::int32_t CAcclaimImport::HandleDocumentation() {
     const std::uint32_t start = stringFile.GetPosition();
-    if (stringFile.GetNextString() == nullptr) return kEndOfFile;
+    if (stringFile.GetNextString() == nullptr) return mocap::kEndOfFile;
     const char* const text = stringFile.GetBuffer() + start;
     const std::size_t length = std::strcspn(text, ":");
     const std::uint32_t end = start + static_cast<std::uint32_t>(length);
@@ -94,7 +95,7 @@ std::int32_t CAcclaimImport::HandleDocumentation() {
     // The end of the file is not a position to go to, but one that the last token leads to.
     stringFile.SetPosition(end - 1);
     stringFile.GetNextString();
-    return kEndOfFile;
+    return mocap::kEndOfFile;
 }
 
 // root = { "order" channels | "axis" axes | "position" x y z | "orientation" x y z }

@@ -24,8 +24,8 @@ class CBiovisionImport : public CMocapImportBase {
 
   protected:
     // --- bvh_parser.cpp: from tokens to nodes and keys; makes no scene object ---
-    // The rest of a section, from behind its HIERARCHY keyword. kEndOfFile: the file ended without
-    // a motion. Failures are recorded.
+    // Parses what follows a section's HIERARCHY keyword. mocap::kEndOfFile: the file ended
+    // without a motion. Failures are recorded.
     std::int32_t ParseBVH(MOCAPMODEL* current);
     std::int32_t ParseMotion();
 

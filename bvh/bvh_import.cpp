@@ -4,6 +4,7 @@
 #include "bvh/biovision_import.h"
 #include "host/application.h"
 #include "mocap/bar_in_use.h"
+#include "mocap/parse_status.h"
 #include "mocap/scene_helpers.h"
 #include "textio/ascii.h"
 
@@ -53,7 +54,7 @@ Zelk::CStatus CBiovisionImport::ImportFile(const Zelk::CString& fileName,
 Zelk::CStatus CBiovisionImport::ImportSections(const Zelk::CString& name) {
     Zelk::CStatus status;
     std::int32_t parsed = kOk;
-    while (status.Succeeded() && parsed != kEndOfFile) {
+    while (status.Succeeded() && parsed != mocap::kEndOfFile) {
         const char* const token = stringFile.GetNextString();
         if (token == nullptr || !textio::EqualsIgnoringCase(token, "HIERARCHY")) break;
         status = ImportSection(name, parsed);

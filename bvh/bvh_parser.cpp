@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bvh/biovision_import.h"
+#include "mocap/parse_status.h"
 #include "textio/ascii.h"
 
 using textio::EqualsIgnoringCase;
@@ -44,7 +45,7 @@ std::int32_t CBiovisionImport::ParseBVH(MOCAPMODEL* current) {
         const char* const token = stringFile.GetNextString();
         std::int32_t status = kOk;
         if (token == nullptr) {
-            if (bracketDepth == 0) return kEndOfFile;
+            if (bracketDepth == 0) return mocap::kEndOfFile;
             return Fail(kUnexpectedEnd, L"Unexpected end of file");
         }
         if (std::strcmp(token, "}") == 0) {

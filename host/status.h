@@ -1,5 +1,5 @@
-// The host's 32-bit status codes: negative is failure, 0 success. Every code that the plug-in or
-// the host returns has its name here and nowhere else.
+// The host's 32-bit status codes: negative is failure, 0 success. Every code that the host returns,
+// and every one of these codes that the plug-in returns, has its name here and nowhere else.
 #pragma once
 
 #include <cstdint>
@@ -14,12 +14,6 @@ constexpr std::int32_t FromUnsigned(std::uint32_t code) {
 }
 
 inline constexpr std::int32_t kOk = 0;
-// Parsers only: success, and the end of the file was reached.
-inline constexpr std::int32_t kEndOfFile = 1;
-// Nothing to do: a node without any rotation channel.
-inline constexpr std::int32_t kNoRotation = 1;
-
-inline constexpr std::int32_t kNoFileName = -1;
 inline constexpr std::int32_t kFail = FromUnsigned(0x80004005);
 inline constexpr std::int32_t kUnexpected = FromUnsigned(0x8000FFFF);
 inline constexpr std::int32_t kUnknownName = FromUnsigned(0x80020003);

@@ -3,6 +3,7 @@
 #include "math/rotation_math.h"
 #include "mocap/bone_matrices.h"
 #include "mocap/mocap_import_base.h"
+#include "mocap/parse_status.h"
 #include "mocap/rotation_keys.h"
 
 namespace {
@@ -32,7 +33,7 @@ std::int32_t CMocapImportBase::FixBonesRotations() {
         if (list[0] != nullptr && LacksKeys(*list[0])) continue;
         const std::int32_t status = AllocateAllRotationChannels(node.get(), list);
         if (status < 0) return status;
-        if (status == Zelk::status::kNoRotation) continue;
+        if (status == mocap::kNoRotation) continue;
 
         const Zelk3DObject target =
             node->bone.IsValid() ? Zelk3DObject(node->bone) : Zelk3DObject(node->nullObject);

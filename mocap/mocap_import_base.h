@@ -75,7 +75,7 @@ class CMocapImportBase {
     // Appends the node's rotation slots, at most three, in slot order. `list` is not cleared.
     static void GetAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
     // Completes the node's rotation channels with zero-valued ones. The list holds its own in slot
-    // order, then the new. kNoRotation, with an empty list, where the node has none.
+    // order, then the new. mocap::kNoRotation, with an empty list, where the node has none.
     std::int32_t AllocateAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
     // Rewrites the keys of every node whose rotations are not listed x before y before z.
     std::int32_t FixRotationsOrder();

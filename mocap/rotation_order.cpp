@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "mocap/mocap_import_base.h"
+#include "mocap/parse_status.h"
 #include "mocap/rotation_keys.h"
 
 namespace {
@@ -80,7 +81,7 @@ void CMocapImportBase::GetAllRotationChannels(MOCAPMODEL* node, CHANNELS** list)
 std::int32_t CMocapImportBase::AllocateAllRotationChannels(MOCAPMODEL* node, CHANNELS** list) {
     std::fill(list, list + 3, nullptr);
     const RotationSlots found = SurveySlots(*node, list);
-    if (found.rotations == 0) return Zelk::status::kNoRotation;
+    if (found.rotations == 0) return mocap::kNoRotation;
     if (found.repeated)
         return Fail(Zelk::status::kInvalidData, L"Rotation channel found more than once on a node");
 

@@ -7,7 +7,7 @@
 Zelk::CStatus ImportAcclaim(Zelk::CRef& model, Zelk::CRef& basePose, Zelk::CRef& motion) {
     if (g_UserInput.strASFFile.IsEmpty()) {
         LogMissingFileName();
-        return Zelk::status::kNoFileName;
+        return plugin::kNoFileName;
     }
     LogStatus(L"Importing Acclaim Files...");
 

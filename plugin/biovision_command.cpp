@@ -21,7 +21,7 @@ void LogImportedModels(std::uint32_t count) {
 Zelk::CStatus ImportBiovision(Zelk::CRef& model, Zelk::CRef& basePose, Zelk::CRef& motion) {
     if (g_UserInput.strBVHFile.IsEmpty()) {
         LogMissingFileName();
-        return Zelk::status::kNoFileName;
+        return plugin::kNoFileName;
     }
     LogStatus(L"Importing Biovision BVH File...");
 

@@ -2,8 +2,17 @@
 // outcome and, on success, fills the references to the model, its base pose and its motion.
 #pragma once
 
+#include <cstdint>
+
 #include "host/ref.h"
 #include "host/status.h"
+
+namespace plugin {
+
+// What a command returns that was given no file's name.
+inline constexpr std::int32_t kNoFileName = -1;
+
+}  // namespace plugin
 
 Zelk::CStatus ImportBiovision(Zelk::CRef& model, Zelk::CRef& basePose, Zelk::CRef& motion);
 // Succeeds with the model alone where no motion was asked for; after a failed motion the skeleton
