@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-#include "textio/large_memory.h"
+#include "memory/large_memory.h"
 
 namespace {
 
@@ -14,7 +14,7 @@ constexpr std::size_t kPieceBytes = std::size_t{8} << 20;
 // `arrays` times `count` keys in one piece; null without memory.
 std::shared_ptr<void> AllocatePiece(std::size_t arrays, std::uint32_t count) {
     try {
-        return textio::AllocateLargeMemory(arrays * count * sizeof(MOCAP_RAWKEY));
+        return memory::AllocateLargeMemory(arrays * count * sizeof(MOCAP_RAWKEY));
     } catch (const std::bad_alloc&) {
         return nullptr;  // no room to count its owners
     }

@@ -102,7 +102,7 @@ bool CStringFile::ReadFile(const wchar_t* path) {
     if (end < 0 || end > std::numeric_limits<std::uint32_t>::max()) return false;
 
     const auto capacity = static_cast<std::size_t>(end) + 1;
-    buffer = textio::AllocateLargeMemory(capacity);
+    buffer = memory::AllocateLargeMemory(capacity);
     token.reset(new (std::nothrow) char[capacity]);
     if (buffer && token)
         size = static_cast<std::uint32_t>(std::fread(GetBuffer(), 1, capacity - 1, file.get()));

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "textio/large_memory.h"
+#include "memory/large_memory.h"
 
 class CStringFile {
   public:
@@ -64,7 +64,7 @@ class CStringFile {
 
     const char* Text() const { return static_cast<const char*>(buffer.get()); }
 
-    textio::LargeMemory buffer;
+    memory::LargeMemory buffer;
     std::unique_ptr<char[]> separators;
     std::unique_ptr<char[]> token;
     std::uint32_t size = 0;

@@ -1,4 +1,4 @@
-#include "textio/large_memory.h"
+#include "memory/large_memory.h"
 
 #include <cstdint>
 #include <new>
@@ -7,12 +7,12 @@
 #include <sys/mman.h>
 #endif
 
-namespace textio {
+namespace memory {
 namespace {
 
 constexpr std::align_val_t kAlignment{64};
 
-// A refusal costs nothing but time.
+// madvise is only a hint; a failure is ignored.
 void AskForLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) {
 #if defined(__linux__)
     constexpr std::uintptr_t kPage = 4096;
@@ -36,4 +36,4 @@ LargeMemory AllocateLargeMemory(std::size_t bytes) {
     return memory;
 }
 
-}  // namespace textio
+}  // namespace memory
