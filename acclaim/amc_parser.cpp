@@ -6,7 +6,7 @@
 #include "acclaim/acclaim_import.h"
 #include "acclaim/wide_text.h"
 #include "host/application.h"
-#include "math/rotation_math.h"
+#include "math/angles.h"
 
 using namespace Zelk::status;
 
@@ -137,7 +137,7 @@ std::int32_t CAcclaimImport::ReadBoneValues(const MOCAPMODEL& bone, AmcKeyLists&
 
 // From the file's units and range to the model's.
 double CAcclaimImport::ConvertValue(const CHANNELS& channel, double value) const {
-    if (!degrees && IsRotation(channel.type)) value *= kRadiansToDegrees;
+    if (!degrees && IsRotation(channel.type)) value *= math::kDegreesPerRadian;
     if (applyLimits) {
         if (channel.hasMinLimit && value < channel.minLimit) value = channel.minLimit;
         if (channel.hasMaxLimit && channel.maxLimit < value) value = channel.maxLimit;

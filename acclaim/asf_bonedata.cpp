@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "acclaim/acclaim_import.h"
-#include "math/rotation_math.h"
+#include "math/angles.h"
 #include "mocap/parse_status.h"
 #include "textio/ascii.h"
 
@@ -99,8 +99,8 @@ std::int32_t CAcclaimImport::ParseLimits(MOCAPMODEL& bone) {
         if (status >= 0) status = ParseLimit(channel.maxLimit, channel.hasMaxLimit);
         if (status < 0) return status;
         if (degrees || !IsRotation(channel.type)) continue;
-        channel.minLimit *= kRadiansToDegrees;
-        channel.maxLimit *= kRadiansToDegrees;
+        channel.minLimit *= math::kDegreesPerRadian;
+        channel.maxLimit *= math::kDegreesPerRadian;
     }
     return kOk;
 }

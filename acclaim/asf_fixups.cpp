@@ -6,6 +6,7 @@
 
 #include "acclaim/acclaim_import.h"
 #include "acclaim/repeated_addition.h"
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "mocap/parse_status.h"
 #include "mocap/rotation_keys.h"
@@ -24,9 +25,9 @@ struct AxisFrame {
 
     explicit AxisFrame(const double* degrees)
         : isTurned(degrees[0] != 0.0 || degrees[1] != 0.0 || degrees[2] != 0.0) {
-        const double x = degrees[0] * kDegreesToRadians;
-        const double y = degrees[1] * kDegreesToRadians;
-        const double z = degrees[2] * kDegreesToRadians;
+        const double x = degrees[0] * math::kRadiansPerDegree;
+        const double y = degrees[1] * math::kRadiansPerDegree;
+        const double z = degrees[2] * math::kRadiansPerDegree;
         MatrixRotationXYZ(matrix, x, y, z);
         MatrixRotationZYX(inverse, -x, -y, -z);
     }

@@ -2,6 +2,7 @@
 #include <span>
 
 #include "acclaim/acclaim_import.h"
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "textio/ascii.h"
 
@@ -101,8 +102,8 @@ std::int32_t CAcclaimImport::ParseChannels(MOCAPMODEL& node, const ChannelTokens
 
 void CAcclaimImport::ConvertToXYZ(double* angles, const char* order) const {
     if (EqualsIgnoringCase(order, "xyz")) return;
-    const double toRadians = degrees ? kDegreesToRadians : 1.0;
-    const double fromRadians = degrees ? kRadiansToDegrees : 1.0;
+    const double toRadians = degrees ? math::kRadiansPerDegree : 1.0;
+    const double fromRadians = degrees ? math::kDegreesPerRadian : 1.0;
     double turns[3];
     for (int i = 0; i < 3; ++i)
         turns[i] = angles[i] * toRadians;
@@ -114,5 +115,5 @@ void CAcclaimImport::ConvertToXYZ(double* angles, const char* order) const {
 void CAcclaimImport::ConvertToDegrees(double* angles) const {
     if (degrees) return;
     for (int i = 0; i < 3; ++i)
-        angles[i] *= kRadiansToDegrees;
+        angles[i] *= math::kDegreesPerRadian;
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "math/angles.h"
 #include "math/rotation_kernel.h"
 #include "math/rotation_math.h"
 
@@ -35,7 +36,7 @@ void MultiplyInto(double all[4][4], const double factor[4][4]) {
 }
 
 bool IsHalfTurn(double degrees) {
-    return std::fabs(std::fabs(degrees) - 180.0) < kNearHalfTurn;
+    return std::fabs(std::fabs(degrees) - math::kHalfTurn) < kNearHalfTurn;
 }
 
 // With one angle of zero no element of the matrix is a sum, so that none has a sign by rounding.
@@ -62,13 +63,13 @@ void ConvertRotation(double angles[3], const RotationProduct& product) {
     if (product.before != nullptr) MultiplyInto(all, product.before);
     for (int i = 0; i < 3; ++i) {
         double turn[4][4];
-        AxisRotation(turn, product.axis[i], angles[i] * kDegreesToRadians);
+        AxisRotation(turn, product.axis[i], angles[i] * math::kRadiansPerDegree);
         MultiplyInto(all, turn);
     }
     if (product.behind != nullptr) MultiplyInto(all, product.behind);
     MatrixGetEulerAngles(all, angles[0], angles[1], angles[2]);
     for (int i = 0; i < 3; ++i)
-        angles[i] *= kRadiansToDegrees;
+        angles[i] *= math::kDegreesPerRadian;
 }
 
 void ConvertRotations(RotationBlock& block, const RotationProduct& product, std::size_t lanes) {

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "math/angles.h"
+
 namespace {
 
 // Below this cosine the sine loses its digits and the arc cosine is the better one.
@@ -83,12 +85,12 @@ double arcSinCos(double sinValue, double cosValue) {
     const double a = std::asin(sinValue < -1.0 ? -1.0 : sinValue > 1.0 ? 1.0 : sinValue);
     if (!outside && std::fabs(c) <= kArcCosineLimit) return a < 0.0 ? -std::acos(c) : std::acos(c);
     if (c >= 0.0) return a;
-    return a > 0.0 ? kPi - a : -kPi - a;
+    return a > 0.0 ? math::kPi - a : -math::kPi - a;
 }
 
 void MatrixGetEulerAngles(const double m[4][4], double& rx, double& ry, double& rz) {
     const double a = std::asin(std::clamp(-m[0][2], -1.0, 1.0));
-    const double pitch = a > 0.0 ? kPi - a : -kPi - a;
+    const double pitch = a > 0.0 ? math::kPi - a : -math::kPi - a;
     const double c = std::cos(pitch);
     if (std::fabs(c) > kGimbalLockCosine) {
         rx = arcSinCos(m[1][2] / c, m[2][2] / c);

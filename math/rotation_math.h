@@ -3,10 +3,6 @@
 // failure.
 #pragma once
 
-inline constexpr double kPi = 3.141592653589793;
-inline constexpr double kDegreesToRadians = 0.017453292519943295;
-inline constexpr double kRadiansToDegrees = 57.29577951308232;
-
 void MatrixIdentity(double m[4][4]);
 
 // Turn Y towards Z, Z towards X and X towards Y, in this order, for a positive angle.

@@ -1,5 +1,6 @@
 // Re-expresses the rotations of a file in the frame of each bone or null, whose rest orientation is
 // the scene's and not the file's.
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "mocap/bone_matrices.h"
 #include "mocap/mocap_import_base.h"
@@ -39,9 +40,9 @@ std::int32_t CMocapImportBase::FixBonesRotations() {
             node->bone.IsValid() ? Zelk3DObject(node->bone) : Zelk3DObject(node->nullObject);
         if (!target.IsValid()) continue;
         double pose[4][4];
-        MatrixRotationXYZ(pose, node->basePose[3] * kDegreesToRadians,
-                          node->basePose[4] * kDegreesToRadians,
-                          node->basePose[5] * kDegreesToRadians);
+        MatrixRotationXYZ(pose, node->basePose[3] * math::kRadiansPerDegree,
+                          node->basePose[4] * math::kRadiansPerDegree,
+                          node->basePose[5] * math::kRadiansPerDegree);
         MapRotations(list, frameCount, matrices.Get(target), pose);
     }
     return Zelk::status::kOk;

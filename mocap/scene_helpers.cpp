@@ -8,12 +8,14 @@
 
 #include "host/automation.h"
 #include "host/constants.h"
+#include "math/angles.h"
 #include "math/rotation_math.h"
 
 namespace {
 
 double RadiansOf(const Zelk::KinematicState& local, const wchar_t* parameter) {
-    return local.GetParameterValue(parameter, Zelk::kCurrentTime).AsDouble() * kDegreesToRadians;
+    return local.GetParameterValue(parameter, Zelk::kCurrentTime).AsDouble() *
+           math::kRadiansPerDegree;
 }
 
 void CopyMatrix(double to[4][4], const double from[4][4]) {

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "survey/codes.h"
 
@@ -38,7 +39,7 @@ void Reexpress(AsfBone& bone, double radiansPerUnit) {
 }  // namespace
 
 double RadiansPerUnit(bool degrees) {
-    return degrees ? kDegreesToRadians : 1.0;
+    return degrees ? math::kRadiansPerDegree : 1.0;
 }
 
 void AnglesOf(const double m[4][4], double angles[3]) {

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "math/rotation_math.h"
+#include "math/angles.h"
 #include "survey/in_halves.h"
 
 namespace survey {
@@ -17,8 +17,8 @@ using Angles = std::array<double, 3>;  // about x, y and z, degrees
 
 // The same angle by whole turns, nearest to another.
 double Nearest(double angle, double to) {
-    const double turns = std::nearbyint((to - angle) * (1.0 / 360.0));
-    return angle + 360.0 * turns;
+    const double turns = std::nearbyint((to - angle) * (1.0 / math::kFullTurn));
+    return angle + math::kFullTurn * turns;
 }
 
 double Follow(Angles& angles, const Angles& before) {
@@ -44,7 +44,7 @@ TurnedAngles::TurnedAngles(const BvhJoint& joint) {
 TurnedAngles::Matrix TurnedAngles::Product(const double* row) const {
     Matrix m = {1, 0, 0, 0, 1, 0, 0, 0, 1};
     for (std::size_t i = 0; i < count_; ++i) {
-        const double angle = row[columns_[i]] * kDegreesToRadians;
+        const double angle = row[columns_[i]] * math::kRadiansPerDegree;
         const double sine = std::sin(angle);
         const double cosine = std::cos(angle);
         const std::size_t from = (axes_[i] + 1) % 3;
@@ -71,7 +71,7 @@ void TurnedAngles::Next(const double* row, double angles[3]) {
     const bool isLocked = cosine < kLock;
     double sinZ = 0.0;
     double cosZ = 1.0;
-    double z = before_[2] * kDegreesToRadians;
+    double z = before_[2] * math::kRadiansPerDegree;
     if (isLocked) {
         sinZ = std::sin(z);
         cosZ = std::cos(z);
@@ -83,8 +83,9 @@ void TurnedAngles::Next(const double* row, double angles[3]) {
     const double y = std::atan2(-m[6], cosine);
     const double x = std::atan2(sinZ * m[2] - cosZ * m[5], cosZ * m[4] - sinZ * m[1]);
 
-    Angles near = {x * kRadiansToDegrees, y * kRadiansToDegrees, z * kRadiansToDegrees};
-    Angles far = {near[0] + 180.0, 180.0 - near[1], near[2] + 180.0};
+    Angles near = {x * math::kDegreesPerRadian, y * math::kDegreesPerRadian,
+                   z * math::kDegreesPerRadian};
+    Angles far = {near[0] + math::kHalfTurn, math::kHalfTurn - near[1], near[2] + math::kHalfTurn};
     // At gimbal lock both are one but for turns of z.
     if (Follow(near, before_) <= Follow(far, before_) || isLocked)
         before_ = near;

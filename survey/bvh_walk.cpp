@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "math/rotation_math.h"
+#include "math/angles.h"
 
 namespace survey {
 namespace {
@@ -11,7 +11,7 @@ constexpr std::array<double, 9> kNoTurn = {1, 0, 0, 0, 1, 0, 0, 0, 1};
 
 // turn = turn * R, with R about that axis.
 void TurnAbout(std::array<double, 9>& turn, std::size_t axis, double degrees) {
-    const double angle = degrees * kDegreesToRadians;
+    const double angle = degrees * math::kRadiansPerDegree;
     const double sine = std::sin(angle);
     const double cosine = std::cos(angle);
     const std::size_t from = (axis + 1) % 3;

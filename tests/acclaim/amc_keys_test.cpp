@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "host/status.h"
+#include "math/angles.h"
 #include "tests/support/acclaim/open_importer.h"
 #include "tests/support/core/session_text.h"
 
@@ -12,8 +13,6 @@ namespace {
 using namespace support;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr double kDegrees = 57.29577951308232;  // in a radian
 
 class AmcKeys : public testing::Test {
   protected:
@@ -78,8 +77,8 @@ TEST_F(AmcKeys, HoldDegreesForRadians) {
     Skeleton("tx rx", {"rz |"}, "angle rad length 2");
     Parse("1\nroot 1 1\na 1 1");
     EXPECT_THAT(Values("root", 0), ElementsAre(1.0));
-    EXPECT_THAT(Values("root", 1), ElementsAre(kDegrees));
-    EXPECT_THAT(Values("a", 0), ElementsAre(kDegrees));
+    EXPECT_THAT(Values("root", 1), ElementsAre(math::kDegreesPerRadian));
+    EXPECT_THAT(Values("a", 0), ElementsAre(math::kDegreesPerRadian));
     EXPECT_THAT(Values("a", 1), ElementsAre(2.0));
 }
 
@@ -129,7 +128,7 @@ TEST_F(AmcKeys, AreLimitedBeforeTheyAreScaled) {
     Skeleton("tx", {"| rx\n limits (1 5) (-1 1)"}, "length 2 angle rad");
     Parse("1\nroot 0\na 9 2");
     EXPECT_THAT(Values("a", 0), ElementsAre(10.0));
-    EXPECT_THAT(Values("a", 1), ElementsAre(kDegrees));
+    EXPECT_THAT(Values("a", 1), ElementsAre(math::kDegreesPerRadian));
 }
 
 TEST_F(AmcKeys, LeaveOutIgnoredChannels) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "tests/support/acclaim/open_importer.h"
 #include "tests/support/core/session_text.h"
@@ -74,11 +75,11 @@ TEST_F(AsfNodes, HoldRadiansAsDegrees) {
         ":units angle rad\n"
         ":root orientation 0 0 1\n"
         ":bonedata begin name a axis 0 1 0 xyz\n dof rx tx |\n limits (-1 1) (-1 1) (-1 1)\n end");
-    EXPECT_EQ(importer.Node("root").orientation[2], kRadiansToDegrees);
+    EXPECT_EQ(importer.Node("root").orientation[2], math::kDegreesPerRadian);
     const MOCAPMODEL& bone = importer.Node("a");
-    EXPECT_EQ(bone.orientation[1], kRadiansToDegrees);
-    EXPECT_EQ(bone.channels.begin()[0].minLimit, -kRadiansToDegrees);
-    EXPECT_EQ(bone.channels.begin()[0].maxLimit, kRadiansToDegrees);
+    EXPECT_EQ(bone.orientation[1], math::kDegreesPerRadian);
+    EXPECT_EQ(bone.channels.begin()[0].minLimit, -math::kDegreesPerRadian);
+    EXPECT_EQ(bone.channels.begin()[0].maxLimit, math::kDegreesPerRadian);
     EXPECT_EQ(bone.channels.begin()[1].maxLimit, 1.0);
     EXPECT_EQ(bone.channels.begin()[2].maxLimit, 1.0);
 }
@@ -154,13 +155,13 @@ TEST_F(AsfNodes, TakeAnglesInOtherOrdersOfAxes) {
         const double degrees[3] = {10, 20, 30};
         double radians[3], expected[3];
         for (int i = 0; i < 3; ++i)
-            radians[i] = degrees[i] * kDegreesToRadians;
+            radians[i] = degrees[i] * math::kRadiansPerDegree;
         RotationToXYZ(radians, order, expected[0], expected[1], expected[2]);
         const std::string axes(order);
         Parse(":root axis " + axes +
               "\n orientation 10 20 30\n:bonedata begin name a\n axis 10 20 30 " + axes + "\n end");
         for (int i = 0; i < 3; ++i) {
-            const double angle = expected[i] * kRadiansToDegrees;
+            const double angle = expected[i] * math::kDegreesPerRadian;
             EXPECT_EQ(importer.Node("root").orientation[i], angle) << order;
             EXPECT_EQ(importer.Node("a").orientation[i], angle) << order;
         }
@@ -175,8 +176,8 @@ TEST_F(AsfNodes, TakeRadiansInOtherOrdersOfAxes) {
         ":units angle rad\n:root axis zyx orientation .1 .2 .3\n"
         ":bonedata begin name a\n axis .1 .2 .3 zyx\n end");
     for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(importer.Node("root").orientation[i], expected[i] * kRadiansToDegrees);
-        EXPECT_EQ(importer.Node("a").orientation[i], expected[i] * kRadiansToDegrees);
+        EXPECT_EQ(importer.Node("root").orientation[i], expected[i] * math::kDegreesPerRadian);
+        EXPECT_EQ(importer.Node("a").orientation[i], expected[i] * math::kDegreesPerRadian);
     }
 }
 

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "host/status.h"
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "tests/support/acclaim/open_importer.h"
 #include "tests/support/core/session_text.h"
@@ -40,8 +41,9 @@ class Fixups : public testing::Test {
     static void ExpectTurn(const std::string& object, const double expected[4][4]) {
         const auto angles = Values(object, "rot");
         double turn[4][4];
-        MatrixRotationXYZ(turn, angles[0].at(0) * kDegreesToRadians,
-                          angles[1].at(0) * kDegreesToRadians, angles[2].at(0) * kDegreesToRadians);
+        MatrixRotationXYZ(turn, angles[0].at(0) * math::kRadiansPerDegree,
+                          angles[1].at(0) * math::kRadiansPerDegree,
+                          angles[2].at(0) * math::kRadiansPerDegree);
         for (int row = 0; row < 3; ++row)
             for (int column = 0; column < 3; ++column)
                 EXPECT_NEAR(turn[row][column], expected[row][column], 1e-12);
@@ -55,7 +57,7 @@ TEST_F(Fixups, TurnABoneInItsAxisFrame) {
                      "1\nroot 0\na 40"),
               Outcome());
     double axes[4][4], inverse[4][4], turn[4][4], half[4][4], expected[4][4];
-    const double d = kDegreesToRadians;
+    const double d = math::kRadiansPerDegree;
     MatrixRotationXYZ(axes, 10 * d, 20 * d, 30 * d);
     MatrixRotationZYX(inverse, -10 * d, -20 * d, -30 * d);
     MatrixRotationX(turn, 40 * d);
@@ -68,7 +70,7 @@ TEST_F(Fixups, TurnABoneInItsAxisFrame) {
 TEST_F(Fixups, ComposeRotationsInTheirOrder) {
     ASSERT_EQ(Import(":root order rz ry rx", "1\nroot 30 20 10"), Outcome());
     double expected[4][4];
-    const double d = kDegreesToRadians;
+    const double d = math::kRadiansPerDegree;
     MatrixRotationZYX(expected, 10 * d, 20 * d, 30 * d);
     ExpectTurn("root", expected);
 }

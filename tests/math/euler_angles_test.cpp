@@ -6,6 +6,7 @@
 #include <ostream>
 #include <random>
 
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "tests/math/matrix_text.h"
 
@@ -46,8 +47,8 @@ const double kAboveLimit = std::nextafter(kLimit, 1.0);
 const ArcRow kArcRows[] = {
     {"SineWhereTheCosineIsLarge", 0.5, 0.9, std::asin(0.5)},
     {"NegativeSine", -0.5, 0.9, std::asin(-0.5)},
-    {"SineOnTheLeft", 0.5, -0.9, kPi - std::asin(0.5)},
-    {"NegativeSineOnTheLeft", -0.5, -0.9, -kPi - std::asin(-0.5)},
+    {"SineOnTheLeft", 0.5, -0.9, math::kPi - std::asin(0.5)},
+    {"NegativeSineOnTheLeft", -0.5, -0.9, -math::kPi - std::asin(-0.5)},
     {"CosineWhereItIsSmall", 0.9, 0.3, std::acos(0.3)},
     {"CosineBelow", -0.9, 0.3, -std::acos(0.3)},
     {"NegativeCosine", 0.9, -0.3, std::acos(-0.3)},
@@ -55,17 +56,17 @@ const ArcRow kArcRows[] = {
     {"AtTheLimit", 0.1, kLimit, std::acos(kLimit)},
     {"AtTheNegativeLimit", 0.1, -kLimit, std::acos(-kLimit)},
     {"AboveTheLimit", 0.1, kAboveLimit, std::asin(0.1)},
-    {"BelowTheNegativeLimit", 0.1, -kAboveLimit, kPi - std::asin(0.1)},
+    {"BelowTheNegativeLimit", 0.1, -kAboveLimit, math::kPi - std::asin(0.1)},
     {"CosineTooLarge", 0.2, 1.5, std::asin(0.2)},
-    {"CosineTooSmall", 0.2, -1.5, kPi - std::asin(0.2)},
-    {"BothOutside", 2.0, -3.0, kPi - std::asin(1.0)},
-    {"BothOutsideBelow", -2.0, -3.0, -kPi - std::asin(-1.0)},
+    {"CosineTooSmall", 0.2, -1.5, math::kPi - std::asin(0.2)},
+    {"BothOutside", 2.0, -3.0, math::kPi - std::asin(1.0)},
+    {"BothOutsideBelow", -2.0, -3.0, -math::kPi - std::asin(-1.0)},
     {"SineTooLarge", 2.0, 0.3, std::acos(0.3)},
     {"SineTooSmall", -2.0, 0.3, -std::acos(0.3)},
     {"Nothing", 0.0, 1.0, 0.0},
-    {"HalfTurn", 0.0, -1.0, -kPi},
+    {"HalfTurn", 0.0, -1.0, -math::kPi},
     {"MinusZeroSine", -0.0, 0.5, std::acos(0.5)},
-    {"MinusZeroSineOnTheLeft", -0.0, -1.0, -kPi},
+    {"MinusZeroSineOnTheLeft", -0.0, -1.0, -math::kPi},
     {"QuarterTurn", 1.0, 0.0, std::acos(0.0)},
     {"NegativeQuarterTurn", -1.0, 0.0, -std::acos(0.0)},
     {"MinusZeroCosine", 1.0, -0.0, std::acos(-0.0)},
@@ -82,27 +83,27 @@ INSTANTIATE_TEST_SUITE_P(, ArcSinCosTable, testing::ValuesIn(kArcRows),
 
 TEST(ArcSinCos, GivesTheAngleAllTheWayRound) {
     for (int i = -1000; i <= 1000; ++i) {
-        const double angle = i * kPi / 1000.0;
+        const double angle = i * math::kPi / 1000.0;
         const double found = arcSinCos(std::sin(angle), std::cos(angle));
-        EXPECT_LE(std::fabs(std::remainder(found - angle, 2.0 * kPi)), 1e-15 * 4) << angle;
-        EXPECT_LE(std::fabs(found), kPi);
+        EXPECT_LE(std::fabs(std::remainder(found - angle, 2.0 * math::kPi)), 1e-15 * 4) << angle;
+        EXPECT_LE(std::fabs(found), math::kPi);
     }
 }
 
 TEST(EulerAngles, OfTheIdentityAreAllMinusPi) {
     const Angles angles = AnglesOf(MatrixOf({0, 0, 0}));
-    EXPECT_EQ(angles.x, -kPi);
-    EXPECT_EQ(angles.y, -kPi);
-    EXPECT_EQ(angles.z, -kPi);
+    EXPECT_EQ(angles.x, -math::kPi);
+    EXPECT_EQ(angles.y, -math::kPi);
+    EXPECT_EQ(angles.z, -math::kPi);
 }
 
 TEST(EulerAngles, AreTheSecondOfTheTwoSolutions) {
     const Angles angles = AnglesOf(MatrixOf({0.1, 0.2, 0.3}));
-    EXPECT_NEAR(angles.x, 0.1 - kPi, 1e-15);
-    EXPECT_NEAR(angles.y, kPi - 0.2, 1e-15);
-    EXPECT_NEAR(angles.z, 0.3 - kPi, 1e-15);
+    EXPECT_NEAR(angles.x, 0.1 - math::kPi, 1e-15);
+    EXPECT_NEAR(angles.y, math::kPi - 0.2, 1e-15);
+    EXPECT_NEAR(angles.z, 0.3 - math::kPi, 1e-15);
     const Angles below = AnglesOf(MatrixOf({0.1, -0.2, 0.3}));
-    EXPECT_NEAR(below.y, -kPi + 0.2, 1e-15);
+    EXPECT_NEAR(below.y, -math::kPi + 0.2, 1e-15);
 }
 
 // Angles on a grid of eighths of a turn, right angles included.
@@ -110,10 +111,11 @@ TEST(EulerAngles, ReproduceTheMatrixOnAGrid) {
     for (int x = -8; x <= 8; ++x)
         for (int y = -8; y <= 8; ++y)
             for (int z = -8; z <= 8; ++z) {
-                const Matrix m = MatrixOf({x * kPi / 8, y * kPi / 8, z * kPi / 8});
+                const Matrix m =
+                    MatrixOf({x * math::kPi / 8, y * math::kPi / 8, z * math::kPi / 8});
                 const Angles back = AnglesOf(m);
                 ASSERT_LE(Distance(MatrixOf(back), m), 1e-11) << x << ' ' << y << ' ' << z;
-                ASSERT_GE(std::fabs(back.y), kPi / 2 - 1e-7);
+                ASSERT_GE(std::fabs(back.y), math::kPi / 2 - 1e-7);
             }
 }
 
@@ -136,14 +138,14 @@ TEST(EulerAngles, ReproduceTheMatrixOfAnyAngles) {
 TEST(EulerAngles, AtAQuarterTurnShareTheFreeAngle) {
     for (const double x : {0.0, 0.4, -2.0}) {
         for (const double z : {0.0, 0.9, -1.5}) {
-            const Angles up = AnglesOf(MatrixOf({x, kPi / 2, z}));
+            const Angles up = AnglesOf(MatrixOf({x, math::kPi / 2, z}));
             EXPECT_EQ(up.x, -up.z);
-            EXPECT_NEAR(up.y, kPi / 2, 1e-8);
-            EXPECT_LE(Distance(MatrixOf(up), MatrixOf({x, kPi / 2, z})), 1e-11);
-            const Angles down = AnglesOf(MatrixOf({x, -kPi / 2, z}));
+            EXPECT_NEAR(up.y, math::kPi / 2, 1e-8);
+            EXPECT_LE(Distance(MatrixOf(up), MatrixOf({x, math::kPi / 2, z})), 1e-11);
+            const Angles down = AnglesOf(MatrixOf({x, -math::kPi / 2, z}));
             EXPECT_EQ(down.x, down.z);
-            EXPECT_NEAR(down.y, -kPi / 2, 1e-8);
-            EXPECT_LE(Distance(MatrixOf(down), MatrixOf({x, -kPi / 2, z})), 1e-11);
+            EXPECT_NEAR(down.y, -math::kPi / 2, 1e-8);
+            EXPECT_LE(Distance(MatrixOf(down), MatrixOf({x, -math::kPi / 2, z})), 1e-11);
         }
     }
 }
@@ -152,17 +154,17 @@ TEST(EulerAngles, AtAQuarterTurnShareTheFreeAngle) {
 TEST(EulerAngles, ShareTheFreeAngleWithinTheThreshold) {
     const double threshold = std::bit_cast<double>(std::uint64_t{0x3EE4F8B588E368F1});
     EXPECT_EQ(threshold, 1e-5);
-    const Angles inside = AnglesOf(MatrixOf({0.7, kPi / 2 - 0.9e-5, 0.1}));
+    const Angles inside = AnglesOf(MatrixOf({0.7, math::kPi / 2 - 0.9e-5, 0.1}));
     EXPECT_EQ(inside.x, -inside.z);
-    const Angles outside = AnglesOf(MatrixOf({0.7, kPi / 2 - 1.1e-5, 0.1}));
+    const Angles outside = AnglesOf(MatrixOf({0.7, math::kPi / 2 - 1.1e-5, 0.1}));
     EXPECT_NE(outside.x, -outside.z);
 }
 
 TEST(EulerAngles, SurviveAMatrixThatIsNoRotation) {
     Matrix m = math_test::Of({{{0, 0, 5, 0}, {9, 9, 9, 0}, {9, 9, 9, 0}, {0, 0, 0, 1}}});
-    EXPECT_EQ(AnglesOf(m).y, -kPi - std::asin(-1.0));
+    EXPECT_EQ(AnglesOf(m).y, -math::kPi - std::asin(-1.0));
     m.m[0][2] = -5;
-    EXPECT_EQ(AnglesOf(m).y, kPi - std::asin(1.0));
+    EXPECT_EQ(AnglesOf(m).y, math::kPi - std::asin(1.0));
 }
 
 // --- RotationToXYZ ---

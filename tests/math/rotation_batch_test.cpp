@@ -9,6 +9,7 @@
 #include <random>
 #include <vector>
 
+#include "math/angles.h"
 #include "math/rotation_kernel.h"
 #include "math/rotation_math.h"
 #include "tests/math/matrix_text.h"
@@ -22,8 +23,8 @@ constexpr int kOrders[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}, {1, 2, 0}, {2, 0
 
 Matrix Rotation(double x, double y, double z) {
     Matrix matrix;
-    MatrixRotationXYZ(matrix.m, x * kDegreesToRadians, y * kDegreesToRadians,
-                      z * kDegreesToRadians);
+    MatrixRotationXYZ(matrix.m, x * math::kRadiansPerDegree, y * math::kRadiansPerDegree,
+                      z * math::kRadiansPerDegree);
     return matrix;
 }
 

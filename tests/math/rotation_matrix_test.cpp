@@ -6,6 +6,7 @@
 #include <ostream>
 #include <random>
 
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "tests/math/matrix_text.h"
 
@@ -39,10 +40,10 @@ Matrix Product(const Matrix& a, const Matrix& b) {
     return out;
 }
 
-TEST(RotationConstants, AreTheStatedDoubles) {
-    EXPECT_EQ(kPi, 3.141592653589793);
-    EXPECT_EQ(kDegreesToRadians, 0.017453292519943295);
-    EXPECT_EQ(kRadiansToDegrees, 57.29577951308232);
+TEST(AngleConstants, AreTheStatedDoubles) {
+    EXPECT_EQ(math::kPi, 3.141592653589793);
+    EXPECT_EQ(math::kRadiansPerDegree, 0.017453292519943295);
+    EXPECT_EQ(math::kDegreesPerRadian, 57.29577951308232);
 }
 
 TEST(Identity, HasOnesOnItsDiagonalAlone) {
@@ -50,7 +51,7 @@ TEST(Identity, HasOnesOnItsDiagonalAlone) {
 }
 
 TEST(AxisRotation, HoldsTheAnglesCosineAndSine) {
-    for (const double angle : {0.0, 0.3, -1.2, kPi / 2, kPi, -kPi, 4.0, 100.0}) {
+    for (const double angle : {0.0, 0.3, -1.2, math::kPi / 2, math::kPi, -math::kPi, 4.0, 100.0}) {
         const double c = std::cos(angle);
         const double s = std::sin(angle);
         EXPECT_TRUE(Same(Made(MatrixRotationX, angle),
@@ -64,9 +65,9 @@ TEST(AxisRotation, HoldsTheAnglesCosineAndSine) {
 
 // Row vectors: row i is where axis i goes.
 TEST(AxisRotation, TurnsTheNextAxisTowardsTheOneAfter) {
-    EXPECT_NEAR(Made(MatrixRotationX, kPi / 2).m[1][2], 1.0, 1e-15);
-    EXPECT_NEAR(Made(MatrixRotationY, kPi / 2).m[2][0], 1.0, 1e-15);
-    EXPECT_NEAR(Made(MatrixRotationZ, kPi / 2).m[0][1], 1.0, 1e-15);
+    EXPECT_NEAR(Made(MatrixRotationX, math::kPi / 2).m[1][2], 1.0, 1e-15);
+    EXPECT_NEAR(Made(MatrixRotationY, math::kPi / 2).m[2][0], 1.0, 1e-15);
+    EXPECT_NEAR(Made(MatrixRotationZ, math::kPi / 2).m[0][1], 1.0, 1e-15);
 }
 
 TEST(Product, IsThatOfFullMatrices) {
@@ -95,9 +96,9 @@ struct Angles {
     double x, y, z;
 };
 
-const Angles kAngles[] = {{0, 0, 0},   {0.1, 0.2, 0.3},   {-1.0, 2.0, -3.0},
-                          {kPi, 0, 0}, {0, kPi / 2, 0},   {1, -kPi / 2, 0.5},
-                          {7, 8, 9},   {-0.0, -0.0, -0.0}};
+const Angles kAngles[] = {{0, 0, 0},         {0.1, 0.2, 0.3},       {-1.0, 2.0, -3.0},
+                          {math::kPi, 0, 0}, {0, math::kPi / 2, 0}, {1, -math::kPi / 2, 0.5},
+                          {7, 8, 9},         {-0.0, -0.0, -0.0}};
 
 TEST(Composite, TurnsInTheOrderOfItsName) {
     for (const auto& [x, y, z] : kAngles) {

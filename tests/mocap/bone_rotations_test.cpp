@@ -6,6 +6,7 @@
 #include <string>
 
 #include "headless/faults.h"
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "tests/mocap/importer.h"
 #include "tests/mocap/step_messages.h"
@@ -26,7 +27,8 @@ struct Matrix {
 
 Matrix Rotation(double x, double y, double z) {
     Matrix out;
-    MatrixRotationXYZ(out.m, x * kDegreesToRadians, y * kDegreesToRadians, z * kDegreesToRadians);
+    MatrixRotationXYZ(out.m, x * math::kRadiansPerDegree, y * math::kRadiansPerDegree,
+                      z * math::kRadiansPerDegree);
     return out;
 }
 

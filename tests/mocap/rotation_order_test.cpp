@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "tests/mocap/importer.h"
 #include "tests/mocap/step_messages.h"
@@ -33,7 +34,7 @@ struct Matrix {
 
 Matrix Turn(int type, double degrees) {
     Matrix out;
-    const double angle = degrees * kDegreesToRadians;
+    const double angle = degrees * math::kRadiansPerDegree;
     if (type == kRotationX) MatrixRotationX(out.m, angle);
     if (type == kRotationY) MatrixRotationY(out.m, angle);
     if (type == kRotationZ) MatrixRotationZ(out.m, angle);
@@ -277,7 +278,7 @@ TEST_F(RotationOrderTest, StoresTheAnglesOfTheDecomposition) {
     double angles[3];
     MatrixGetEulerAngles(file.m, angles[0], angles[1], angles[2]);
     for (int i = 0; i < 3; ++i)
-        EXPECT_DOUBLE_EQ(node.channels[i].keys[0].value, angles[i] * kRadiansToDegrees);
+        EXPECT_DOUBLE_EQ(node.channels[i].keys[0].value, angles[i] * math::kDegreesPerRadian);
 }
 
 TEST_F(RotationOrderTest, OnlyRelabelsWithoutFrames) {

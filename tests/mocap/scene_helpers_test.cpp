@@ -9,6 +9,7 @@
 
 #include "headless/faults.h"
 #include "headless/session.h"
+#include "math/angles.h"
 #include "math/rotation_math.h"
 #include "tests/math/matrix_text.h"
 #include "tests/mocap/scene.h"
@@ -146,8 +147,8 @@ Both MatricesOf(Zelk3DObject object, const wchar_t* stop) {
 
 Matrix Rotation(double x, double y, double z) {
     Matrix matrix;
-    MatrixRotationXYZ(matrix.m, x * kDegreesToRadians, y * kDegreesToRadians,
-                      z * kDegreesToRadians);
+    MatrixRotationXYZ(matrix.m, x * math::kRadiansPerDegree, y * math::kRadiansPerDegree,
+                      z * math::kRadiansPerDegree);
     return matrix;
 }
 
@@ -183,7 +184,7 @@ TEST_F(SceneHelpers, MatrixOfOneObjectIsItsRotation) {
     Turn(hips, 0, 0, 90);
     const Both both = MatricesOf(hips, L"Skel");
     Matrix quarter;
-    MatrixRotationZ(quarter.m, kPi / 2);
+    MatrixRotationZ(quarter.m, math::kPi / 2);
     EXPECT_TRUE(math_test::Same(both.global, quarter));
     EXPECT_TRUE(math_test::Same(both.inverse, Transposed(quarter)));
 }

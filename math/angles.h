@@ -1,0 +1,15 @@
+// Constants about angles, as the doubles nearest to their values. The importers' results depend on
+// each bit of them.
+#pragma once
+
+namespace math {
+
+inline constexpr double kPi = 3.141592653589793;
+inline constexpr double kRadiansPerDegree = 0.017453292519943295;
+inline constexpr double kDegreesPerRadian = 57.29577951308232;
+
+// Degrees.
+inline constexpr double kHalfTurn = 180.0;
+inline constexpr double kFullTurn = 360.0;
+
+}  // namespace math
