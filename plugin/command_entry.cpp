@@ -5,44 +5,45 @@
 #include <iterator>
 #include <new>
 #include <optional>
+#include <type_traits>
 
 #include "host/application.h"
+#include "host/status.h"
 #include "host/variant.h"
+#include "plugin/contract.h"
 #include "plugin/import_commands.h"
 #include "plugin/user_input.h"
 
 namespace {
 
-constexpr const wchar_t* kBiovisionCommand = L"Biovision Import function";
-constexpr const wchar_t* kAcclaimCommand = L"Acclaim Import function";
-constexpr std::uint16_t kVariantTrue = 0xFFFF;
-
 // The type word and the number of arguments are the host's promise and not looked at.
 bool IsTrue(const VARIANT& argument) {
-    return argument.boolVal == kVariantTrue;
+    return argument.boolVal == plugin::kTrue;
 }
 
 // The flags first: without memory for a file's name they hold all the same.
-void TakeBiovisionArguments(const VARIANT* arguments) {
-    g_UserInput.bAddClip = IsTrue(arguments[1]);
-    g_UserInput.bUseNulls = IsTrue(arguments[2]);
-    g_UserInput.bChainFromParentJoint = IsTrue(arguments[3]);
-    g_UserInput.bEffectorToLastBone = IsTrue(arguments[4]);
-    g_UserInput.bCreateGroup = IsTrue(arguments[5]);
-    g_UserInput.strBVHFile = arguments[0].bstrVal;
+void CopyBiovisionArguments(const VARIANT* arguments) {
+    using namespace plugin::biovision;
+    g_UserInput.bAddClip = IsTrue(arguments[kAddClip]);
+    g_UserInput.bUseNulls = IsTrue(arguments[kUseNulls]);
+    g_UserInput.bChainFromParentJoint = IsTrue(arguments[kChainFromParentJoint]);
+    g_UserInput.bEffectorToLastBone = IsTrue(arguments[kEffectorToLastBone]);
+    g_UserInput.bCreateGroup = IsTrue(arguments[kCreateGroup]);
+    g_UserInput.strBVHFile = arguments[kFile].bstrVal;
 }
 
-void TakeAcclaimArguments(const VARIANT* arguments) {
-    g_UserInput.bApplyLimits = IsTrue(arguments[2]);
-    g_UserInput.bOverrideLength = IsTrue(arguments[3]);
-    g_UserInput.dLengthMultiplier = arguments[4].dblVal;
-    g_UserInput.bAddClip = IsTrue(arguments[5]);
-    g_UserInput.bUseNulls = IsTrue(arguments[6]);
-    g_UserInput.bChainFromParentJoint = IsTrue(arguments[7]);
-    g_UserInput.bEffectorToLastBone = IsTrue(arguments[8]);
-    g_UserInput.bCreateGroup = IsTrue(arguments[9]);
-    g_UserInput.strASFFile = arguments[0].bstrVal;
-    g_UserInput.strAMCFile = arguments[1].bstrVal;
+void CopyAcclaimArguments(const VARIANT* arguments) {
+    using namespace plugin::acclaim;
+    g_UserInput.bApplyLimits = IsTrue(arguments[kApplyLimits]);
+    g_UserInput.bOverrideLength = IsTrue(arguments[kOverrideLength]);
+    g_UserInput.dLengthMultiplier = arguments[kLengthMultiplier].dblVal;
+    g_UserInput.bAddClip = IsTrue(arguments[kAddClip]);
+    g_UserInput.bUseNulls = IsTrue(arguments[kUseNulls]);
+    g_UserInput.bChainFromParentJoint = IsTrue(arguments[kChainFromParentJoint]);
+    g_UserInput.bEffectorToLastBone = IsTrue(arguments[kEffectorToLastBone]);
+    g_UserInput.bCreateGroup = IsTrue(arguments[kCreateGroup]);
+    g_UserInput.strASFFile = arguments[kSkeletonFile].bstrVal;
+    g_UserInput.strAMCFile = arguments[kMotionFile].bstrVal;
 }
 
 // The host command that makes a clip. Running it takes no memory of the plug-in's.
@@ -64,12 +65,12 @@ class AddClip {
 
 struct Command {
     const wchar_t* name;
-    void (*takeArguments)(const VARIANT* arguments);
+    void (*copyArguments)(const VARIANT* arguments);
     Zelk::CStatus (*import)(Zelk::CRef& model, Zelk::CRef& basePose, Zelk::CRef& motion);
 };
 constexpr Command kCommands[] = {
-    {kBiovisionCommand, TakeBiovisionArguments, ImportBiovision},
-    {kAcclaimCommand, TakeAcclaimArguments, ImportAcclaim},
+    {plugin::kBiovisionCommand, CopyBiovisionArguments, ImportBiovision},
+    {plugin::kAcclaimCommand, CopyAcclaimArguments, ImportAcclaim},
 };
 
 // Whether there was memory for all of `does`.
@@ -95,7 +96,7 @@ bool OrOutOfMemory(Action does) noexcept {
 
 // Whatever the outcome: the log tells it.
 void Run(const Command& command, const VARIANT* arguments) noexcept {
-    const bool hasArguments = OrOutOfMemory([&] { command.takeArguments(arguments); });
+    const bool hasArguments = OrOutOfMemory([&] { command.copyArguments(arguments); });
     // Made before the import, which may leave no memory for it.
     std::optional<AddClip> addClip;
     if (g_UserInput.bAddClip) HasMemoryFor([&] { addClip.emplace(); });
@@ -120,3 +121,5 @@ extern "C" __attribute__((visibility("default"))) std::int32_t ZelkOnCommand(
     Run(*command, arguments);
     return Zelk::status::kOk;
 }
+
+static_assert(std::is_convertible_v<decltype(&ZelkOnCommand), plugin::Callback>);
