@@ -6,6 +6,7 @@
 #include "headless/session.h"
 #include "host/status.h"
 #include "host/variant.h"
+#include "plugin/contract.h"
 #include "plugin/import_commands.h"
 #include "plugin/user_input.h"
 #include "tests/support/acclaim/open_importer.h"
@@ -35,7 +36,7 @@ VARIANT Real(double number) {
     argument.dblVal = number;
     return argument;
 }
-constexpr std::uint16_t kTrue = 0xFFFF;
+using plugin::kTrue;
 
 class AcclaimCommand : public testing::Test {
   protected:
@@ -161,7 +162,7 @@ TEST_F(AcclaimCommand, TakesItsTenArguments) {
     g_UserInput.strBVHFile = L"other.bvh";
     const VARIANT arguments[] = {Text(asf),   Text(amc),   Word(kTrue), Word(1),     Real(2.5),
                                  Word(kTrue), Word(kTrue), Word(0),     Word(kTrue), Word(0xFFFE)};
-    EXPECT_EQ(ZelkOnCommand(L"Acclaim Import function", arguments), 0);
+    EXPECT_EQ(ZelkOnCommand(plugin::kAcclaimCommand, arguments), 0);
     EXPECT_EQ(g_UserInput.strASFFile, asf);
     EXPECT_EQ(g_UserInput.strAMCFile, amc);
     EXPECT_EQ(g_UserInput.strBVHFile, Zelk::CString(L"other.bvh"));
@@ -179,20 +180,20 @@ TEST_F(AcclaimCommand, TakesItsTenArguments) {
 TEST_F(AcclaimCommand, AddsAClipEvenOfNothing) {
     const Zelk::CString asf = File("skel.asf", kSampleAsf);
     const Zelk::CString none;
-    VARIANT arguments[10] = {Text(asf), Text(none)};
-    arguments[5] = Word(kTrue);
-    arguments[6] = Word(kTrue);
-    EXPECT_EQ(ZelkOnCommand(L"Acclaim Import function", arguments), 0);
+    VARIANT arguments[plugin::acclaim::kArgumentCount] = {Text(asf), Text(none)};
+    arguments[plugin::acclaim::kAddClip] = Word(kTrue);
+    arguments[plugin::acclaim::kUseNulls] = Word(kTrue);
+    EXPECT_EQ(ZelkOnCommand(plugin::kAcclaimCommand, arguments), 0);
     EXPECT_THAT(CommandLines(),
                 ElementsAre(testing::StartsWith("AddClip(skel, -, -, -, -, -) 0x8")));
-    arguments[0] = Text(none);
-    EXPECT_EQ(ZelkOnCommand(L"Acclaim Import function", arguments), 0);
+    arguments[plugin::acclaim::kSkeletonFile] = Text(none);
+    EXPECT_EQ(ZelkOnCommand(plugin::kAcclaimCommand, arguments), 0);
     EXPECT_THAT(CommandLines().back(), testing::StartsWith("AddClip(-, -, -, -, -, -) 0x8"));
 }
 
 TEST_F(AcclaimCommand, IsKnownByItsExactName) {
     g_UserInput.strASFFile = L"before";
-    const VARIANT arguments[10] = {};
+    const VARIANT arguments[plugin::acclaim::kArgumentCount] = {};
     EXPECT_EQ(ZelkOnCommand(L"acclaim import function", arguments), Zelk::status::kFail);
     EXPECT_EQ(ZelkOnCommand(L"Acclaim Import function ", arguments), Zelk::status::kFail);
     EXPECT_EQ(g_UserInput.strASFFile, Zelk::CString(L"before"));

@@ -8,6 +8,7 @@
 
 #include "headless/session.h"
 #include "host/status.h"
+#include "plugin/contract.h"
 #include "tests/fuzz/memory_file.h"
 #include "tests/fuzz/require.h"
 #include "tests/fuzz/scene_requirements.h"
@@ -18,10 +19,8 @@ namespace {
 
 constexpr std::size_t kHead = 24;
 constexpr std::size_t kLongestInput = 6000;
-constexpr std::size_t kArguments = 10;
-constexpr const wchar_t* kCommands[] = {L"Biovision Import function", L"Acclaim Import function",
-                                        L"", L"Biovision import function",
-                                        L"Acclaim Import function "};
+constexpr const wchar_t* kCommands[] = {plugin::kBiovisionCommand, plugin::kAcclaimCommand, L"",
+                                        L"Biovision import function", L"Acclaim Import function "};
 
 // Bytes as they come; zeros behind the last.
 class Bytes {
@@ -69,35 +68,39 @@ class Arguments {
         for (VARIANT& record : records_) {
             std::memset(static_cast<void*>(&record), bytes.Take<std::uint8_t>(), sizeof(record));
         }
-        std::size_t place = 0;
-        PutText(place++, bytes, first, text);
-        if (acclaim) {
-            PutText(place++, bytes, second, text);
-            PutWord(place++, bytes);
-            PutWord(place++, bytes);
-            records_[place++].dblVal = bytes.Take<double>();
+        std::size_t nextFlag = plugin::biovision::kAddClip;
+        if (!acclaim) {
+            PutText(plugin::biovision::kFile, bytes, first, text);
+        } else {
+            PutText(plugin::acclaim::kSkeletonFile, bytes, first, text);
+            PutText(plugin::acclaim::kMotionFile, bytes, second, text);
+            PutWord(plugin::acclaim::kApplyLimits, bytes);
+            PutWord(plugin::acclaim::kOverrideLength, bytes);
+            records_[plugin::acclaim::kLengthMultiplier].dblVal = bytes.Take<double>();
+            nextFlag = plugin::acclaim::kAddClip;
         }
         for (int flag = 0; flag < 5; ++flag)
-            PutWord(place++, bytes);
+            PutWord(nextFlag++, bytes);
     }
     const VARIANT* Data() const { return records_.data(); }
 
   private:
-    void PutText(std::size_t place, Bytes& bytes, const MemoryFile& file, std::string_view text) {
+    void PutText(std::size_t index, Bytes& bytes, const MemoryFile& file, std::string_view text) {
         const auto choice = bytes.Take<std::uint8_t>();
-        texts_[place] = PathFor(choice, file, text.substr(0, 40));
-        records_[place].bstrVal = choice == 8 ? nullptr : texts_[place].c_str();
+        texts_[index] = PathFor(choice, file, text.substr(0, 40));
+        records_[index].bstrVal = choice == 8 ? nullptr : texts_[index].c_str();
     }
     // True more often than one word in 65536 would be.
-    void PutWord(std::size_t place, Bytes& bytes) {
+    void PutWord(std::size_t index, Bytes& bytes) {
         const auto byte = bytes.Take<std::uint8_t>();
         const std::uint16_t word =
-            byte % 2 == 0 ? std::uint16_t{0xFFFF} : static_cast<std::uint16_t>(byte * 257 / 2);
-        std::memcpy(&records_[place].boolVal, &word, sizeof(word));
+            byte % 2 == 0 ? plugin::kTrue : static_cast<std::uint16_t>(byte * 257 / 2);
+        std::memcpy(&records_[index].boolVal, &word, sizeof(word));
     }
 
-    std::array<VARIANT, kArguments> records_;
-    std::array<std::wstring, kArguments> texts_;
+    static constexpr std::size_t kRecords = plugin::acclaim::kArgumentCount;
+    std::array<VARIANT, kRecords> records_;
+    std::array<std::wstring, kRecords> texts_;
 };
 
 void RequireOutcome(std::int32_t result, bool isImport) {
@@ -123,7 +126,7 @@ void RequireOutcome(std::int32_t result, bool isImport) {
 
 }  // namespace
 
-void CheckCallback(Callback callback, std::string_view input) {
+void CheckCallback(plugin::Callback callback, std::string_view input) {
     if (input.size() < kHead || input.size() > kLongestInput) return;
     Bytes bytes(input.substr(0, kHead));
     const auto choice = bytes.Take<std::uint8_t>();

@@ -1,22 +1,23 @@
 #include <dlfcn.h>
 #include <stdexcept>
 
+#include "plugin/contract.h"
 #include "tests/fuzz/callback_check.h"
 #include "tests/fuzz/target.h"
 
 namespace {
 
 // The plug-in as a host loads it.
-fuzz::Callback LoadCallback() {
+plugin::Callback LoadCallback() {
     void* const library = dlopen(ZKMOCAP_PLUGIN, RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) throw std::runtime_error(dlerror());
-    void* const symbol = dlsym(library, "ZelkOnCommand");
+    void* const symbol = dlsym(library, plugin::kCallbackSymbol);
     if (symbol == nullptr) throw std::runtime_error(dlerror());
-    return reinterpret_cast<fuzz::Callback>(symbol);
+    return reinterpret_cast<plugin::Callback>(symbol);
 }
 
 void Check(std::string_view input) {
-    static const fuzz::Callback callback = LoadCallback();
+    static const plugin::Callback callback = LoadCallback();
     fuzz::CheckCallback(callback, input);
 }
 

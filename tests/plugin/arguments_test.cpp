@@ -10,19 +10,23 @@
 #include <string>
 
 #include "headless/session.h"
+#include "plugin/contract.h"
 #include "tests/plugin/plugin_library.h"
 #include "tests/support/core/session_text.h"
 
 namespace {
 
+namespace acclaim = plugin::acclaim;
+namespace biovision = plugin::biovision;
+using plugin::kAcclaimCommand;
+using plugin::kBiovisionCommand;
+using plugin::kFalse;
+using plugin::kTrue;
 using plugin_test::Acclaim;
 using plugin_test::Arguments;
 using plugin_test::Biovision;
 using plugin_test::Call;
 using plugin_test::Input;
-using plugin_test::kAcclaim;
-using plugin_test::kBiovision;
-using plugin_test::kTrue;
 using support::Utf8;
 using testing::IsEmpty;
 
@@ -48,7 +52,7 @@ std::string InputText() {
 struct FlagRow {
     const char* name;
     const wchar_t* command;
-    std::size_t place;
+    std::size_t index;
     bool USERINPUT::*field;
 };
 std::ostream& operator<<(std::ostream& out, const FlagRow& row) {
@@ -56,18 +60,23 @@ std::ostream& operator<<(std::ostream& out, const FlagRow& row) {
 }
 
 const FlagRow kFlagRows[] = {
-    {"BiovisionAddClip", kBiovision, 1, &USERINPUT::bAddClip},
-    {"BiovisionUseNulls", kBiovision, 2, &USERINPUT::bUseNulls},
-    {"BiovisionChainFromParentJoint", kBiovision, 3, &USERINPUT::bChainFromParentJoint},
-    {"BiovisionEffectorToLastBone", kBiovision, 4, &USERINPUT::bEffectorToLastBone},
-    {"BiovisionCreateGroup", kBiovision, 5, &USERINPUT::bCreateGroup},
-    {"AcclaimApplyLimits", kAcclaim, 2, &USERINPUT::bApplyLimits},
-    {"AcclaimOverrideLength", kAcclaim, 3, &USERINPUT::bOverrideLength},
-    {"AcclaimAddClip", kAcclaim, 5, &USERINPUT::bAddClip},
-    {"AcclaimUseNulls", kAcclaim, 6, &USERINPUT::bUseNulls},
-    {"AcclaimChainFromParentJoint", kAcclaim, 7, &USERINPUT::bChainFromParentJoint},
-    {"AcclaimEffectorToLastBone", kAcclaim, 8, &USERINPUT::bEffectorToLastBone},
-    {"AcclaimCreateGroup", kAcclaim, 9, &USERINPUT::bCreateGroup},
+    {"BiovisionAddClip", kBiovisionCommand, biovision::kAddClip, &USERINPUT::bAddClip},
+    {"BiovisionUseNulls", kBiovisionCommand, biovision::kUseNulls, &USERINPUT::bUseNulls},
+    {"BiovisionChainFromParentJoint", kBiovisionCommand, biovision::kChainFromParentJoint,
+     &USERINPUT::bChainFromParentJoint},
+    {"BiovisionEffectorToLastBone", kBiovisionCommand, biovision::kEffectorToLastBone,
+     &USERINPUT::bEffectorToLastBone},
+    {"BiovisionCreateGroup", kBiovisionCommand, biovision::kCreateGroup, &USERINPUT::bCreateGroup},
+    {"AcclaimApplyLimits", kAcclaimCommand, acclaim::kApplyLimits, &USERINPUT::bApplyLimits},
+    {"AcclaimOverrideLength", kAcclaimCommand, acclaim::kOverrideLength,
+     &USERINPUT::bOverrideLength},
+    {"AcclaimAddClip", kAcclaimCommand, acclaim::kAddClip, &USERINPUT::bAddClip},
+    {"AcclaimUseNulls", kAcclaimCommand, acclaim::kUseNulls, &USERINPUT::bUseNulls},
+    {"AcclaimChainFromParentJoint", kAcclaimCommand, acclaim::kChainFromParentJoint,
+     &USERINPUT::bChainFromParentJoint},
+    {"AcclaimEffectorToLastBone", kAcclaimCommand, acclaim::kEffectorToLastBone,
+     &USERINPUT::bEffectorToLastBone},
+    {"AcclaimCreateGroup", kAcclaimCommand, acclaim::kCreateGroup, &USERINPUT::bCreateGroup},
 };
 
 class Flag : public testing::TestWithParam<FlagRow> {
@@ -75,9 +84,10 @@ class Flag : public testing::TestWithParam<FlagRow> {
     void SetUp() override { support::StartSession(true); }
 
     static std::string TextWith(std::uint16_t word) {
-        Arguments arguments = GetParam().command == kBiovision ? Biovision(kNowhere).Word(2, 0)
-                                                               : Acclaim(kNowhere, L"");
-        EXPECT_EQ(Call(GetParam().command, arguments.Word(GetParam().place, word)), 0u);
+        Arguments arguments = GetParam().command == kBiovisionCommand
+                                  ? Biovision(kNowhere).Word(biovision::kUseNulls, kFalse)
+                                  : Acclaim(kNowhere, L"");
+        EXPECT_EQ(Call(GetParam().command, arguments.Word(GetParam().index, word)), 0u);
         EXPECT_EQ(Input().*GetParam().field, word == kTrue) << word;
         return InputText();
     }
@@ -96,21 +106,24 @@ INSTANTIATE_TEST_SUITE_P(, Flag, testing::ValuesIn(kFlagRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(PluginArguments, OfEachCommandLeaveTheOthersAlone) {
-    Arguments acclaim = Acclaim(L"/none/a.asf", L"/none/m.amc");
-    Call(kAcclaim, acclaim.Word(2, kTrue).Word(3, kTrue).Real(4, 2.5).Word(9, kTrue));
+    Arguments all = Acclaim(L"/none/a.asf", L"/none/m.amc");
+    Call(kAcclaimCommand, all.Word(acclaim::kApplyLimits, kTrue)
+                              .Word(acclaim::kOverrideLength, kTrue)
+                              .Real(acclaim::kLengthMultiplier, 2.5)
+                              .Word(acclaim::kCreateGroup, kTrue));
     EXPECT_EQ(Utf8(Input().strASFFile), "/none/a.asf");
     EXPECT_EQ(Utf8(Input().strAMCFile), "/none/m.amc");
 
-    Call(kBiovision, Biovision(L"/none/w.bvh"));
+    Call(kBiovisionCommand, Biovision(L"/none/w.bvh"));
     EXPECT_EQ(InputText(), "/none/a.asf|/none/m.amc|/none/w.bvh|0100011|2.500000");
 
-    Call(kAcclaim, Acclaim(L"/none/b.asf", L""));
+    Call(kAcclaimCommand, Acclaim(L"/none/b.asf", L""));
     EXPECT_EQ(InputText(), "/none/b.asf||/none/w.bvh|0000000|1.000000");
 }
 
 TEST_F(PluginArguments, HoldTheNumberAsItIs) {
     for (const double value : {0.0, -0.0, -1.5, 1e308, 4.9e-324, HUGE_VAL, std::nan("")}) {
-        Call(kAcclaim, Acclaim(kNowhere, L"").Real(4, value));
+        Call(kAcclaimCommand, Acclaim(kNowhere, L"").Real(acclaim::kLengthMultiplier, value));
         EXPECT_EQ(std::bit_cast<std::uint64_t>(Input().dLengthMultiplier),
                   std::bit_cast<std::uint64_t>(value));
     }
@@ -119,18 +132,19 @@ TEST_F(PluginArguments, HoldTheNumberAsItIs) {
 TEST_F(PluginArguments, HoldCopiesOfTheTexts) {
     {
         Arguments arguments = Biovision(L"/none/\u6B69\u304F.bvh");
-        Call(kBiovision, arguments);
-        arguments.Text(0, L"changed");
+        Call(kBiovisionCommand, arguments);
+        arguments.Text(biovision::kFile, L"changed");
     }
     EXPECT_EQ(Utf8(Input().strBVHFile), "/none/\xE6\xAD\xA9\xE3\x81\x8F.bvh");
 }
 
 TEST_F(PluginArguments, TakeNoTextForAnEmptyOne) {
-    Call(kBiovision, Biovision(L"/none/w.bvh"));
-    EXPECT_EQ(Call(kBiovision, Biovision(L"").NullText(0)), 0u);
+    Call(kBiovisionCommand, Biovision(L"/none/w.bvh"));
+    EXPECT_EQ(Call(kBiovisionCommand, Biovision(L"").NullText(biovision::kFile)), 0u);
     EXPECT_TRUE(Input().strBVHFile.IsEmpty());
     EXPECT_EQ(support::LogLines().back(), "2: File name not specified");
-    Call(kAcclaim, Acclaim(L"", L"").NullText(0).NullText(1));
+    Call(kAcclaimCommand,
+         Acclaim(L"", L"").NullText(acclaim::kSkeletonFile).NullText(acclaim::kMotionFile));
     EXPECT_TRUE(Input().strASFFile.IsEmpty());
     EXPECT_TRUE(Input().strAMCFile.IsEmpty());
 }
@@ -138,8 +152,9 @@ TEST_F(PluginArguments, TakeNoTextForAnEmptyOne) {
 // --- names ---
 
 TEST_F(PluginArguments, OfAnUnknownCommandAreNotLookedAt) {
-    Call(kAcclaim, Acclaim(L"/none/a.asf", L"/none/m.amc").Word(2, kTrue));
-    Call(kBiovision, Biovision(L"/none/w.bvh").Word(5, kTrue));
+    Call(kAcclaimCommand,
+         Acclaim(L"/none/a.asf", L"/none/m.amc").Word(acclaim::kApplyLimits, kTrue));
+    Call(kBiovisionCommand, Biovision(L"/none/w.bvh").Word(biovision::kCreateGroup, kTrue));
     const std::string before = InputText();
     support::StartSession(true);
     for (const wchar_t* name :
@@ -147,7 +162,8 @@ TEST_F(PluginArguments, OfAnUnknownCommandAreNotLookedAt) {
           L"Biovision Import Function", L"Biovision Import function ",
           L" Biovision Import function", L"Biovision Import functio", L"Biovision  Import function",
           L"acclaim import function", L"Acclaim Import functions", L"Biovision", L"AddClip"}) {
-        EXPECT_EQ(Call(name, Biovision(L"/none/other.bvh").Word(1, kTrue)), 0x80004005u);
+        EXPECT_EQ(Call(name, Biovision(L"/none/other.bvh").Word(biovision::kAddClip, kTrue)),
+                  0x80004005u);
         EXPECT_EQ(Call(name, nullptr), 0x80004005u);
     }
     EXPECT_EQ(InputText(), before);

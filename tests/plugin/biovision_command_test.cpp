@@ -5,6 +5,7 @@
 #include <string>
 
 #include "headless/session.h"
+#include "plugin/contract.h"
 #include "tests/bvh/samples.h"
 #include "tests/plugin/plugin_library.h"
 #include "tests/support/core/scene_check.h"
@@ -16,10 +17,12 @@ namespace {
 using bvh_test::kChain;
 using bvh_test::kStill;
 using bvh_test::kTree;
+using namespace plugin::biovision;
+using plugin::kBiovisionCommand;
+using plugin::kFalse;
+using plugin::kTrue;
 using plugin_test::Biovision;
 using plugin_test::Call;
-using plugin_test::kBiovision;
-using plugin_test::kTrue;
 using plugin_test::Wide;
 using support::CommandLines;
 using support::Lines;
@@ -73,7 +76,7 @@ TEST_P(BiovisionCommand, LogsItsOutcome) {
     for (const bool interactive : {true, false}) {
         support::StartSession(interactive);
         const support::TempDir dir;
-        EXPECT_EQ(Call(kBiovision, Biovision(Write(dir, GetParam().text))), 0u);
+        EXPECT_EQ(Call(kBiovisionCommand, Biovision(Write(dir, GetParam().text))), 0u);
         EXPECT_THAT(LogLines(), ElementsAreArray(expected));
         EXPECT_THAT(support::SceneProblems(true), IsEmpty());
     }
@@ -83,7 +86,8 @@ TEST_P(BiovisionCommand, LogsItsOutcome) {
 TEST_P(BiovisionCommand, AddsAClipWhateverTheOutcome) {
     support::StartSession(true);
     const support::TempDir dir;
-    EXPECT_EQ(Call(kBiovision, Biovision(Write(dir, GetParam().text)).Word(1, kTrue)), 0u);
+    EXPECT_EQ(Call(kBiovisionCommand, Biovision(Write(dir, GetParam().text)).Word(kAddClip, kTrue)),
+              0u);
     const auto& log = GetParam().log;
     const auto& commands = CommandLines();
     ASSERT_THAT(commands, testing::Not(IsEmpty()));
@@ -109,11 +113,11 @@ class PluginCommand : public testing::Test {
 };
 
 TEST_F(PluginCommand, WithoutAFileNameMakesNoImporter) {
-    EXPECT_EQ(Call(kBiovision, Biovision(L"")), 0u);
+    EXPECT_EQ(Call(kBiovisionCommand, Biovision(L"")), 0u);
     EXPECT_THAT(LogLines(), ElementsAre("2: File name not specified"));
     EXPECT_THAT(support::BarLines(), IsEmpty());
     EXPECT_THAT(CommandLines(), IsEmpty());
-    EXPECT_EQ(Call(kBiovision, Biovision(L"").Word(1, kTrue)), 0u);
+    EXPECT_EQ(Call(kBiovisionCommand, Biovision(L"").Word(kAddClip, kTrue)), 0u);
     EXPECT_THAT(CommandLines(), ElementsAre(testing::StartsWith("AddClip(-, -, -, -, -, -) 0x8")));
 }
 
@@ -126,17 +130,20 @@ TEST_F(PluginCommand, PassesTheOptionsOn) {
             found += object->type == type;
         return found;
     };
-    Call(kBiovision, Biovision(path));
+    Call(kBiovisionCommand, Biovision(path));
     EXPECT_EQ(count(headless::ObjectType::Null), 9);
     EXPECT_THAT(Scene().Models()[0]->modelData->groups, IsEmpty());
 
     support::StartSession(true);
-    Call(kBiovision, Biovision(path).Word(2, 0).Word(5, kTrue));
+    Call(kBiovisionCommand, Biovision(path).Word(kUseNulls, kFalse).Word(kCreateGroup, kTrue));
     EXPECT_EQ(count(headless::ObjectType::ChainRoot), 1);
     EXPECT_THAT(Scene().Models()[0]->modelData->groups, SizeIs(1));
 
     support::StartSession(true);
-    Call(kBiovision, Biovision(path).Word(2, 0).Word(3, kTrue).Word(4, kTrue));
+    Call(kBiovisionCommand, Biovision(path)
+                                .Word(kUseNulls, kFalse)
+                                .Word(kChainFromParentJoint, kTrue)
+                                .Word(kEffectorToLastBone, kTrue));
     EXPECT_EQ(count(headless::ObjectType::ChainRoot), 3);
     for (const headless::Object* object : Scene().Objects())
         if (object->type == headless::ObjectType::ChainEffector) {
@@ -147,9 +154,9 @@ TEST_F(PluginCommand, PassesTheOptionsOn) {
 TEST_F(PluginCommand, RunsTwiceInARow) {
     const support::TempDir dir;
     const std::wstring path = Wide(dir.Write("walk.bvh", kChain));
-    Call(kBiovision, Biovision(path).Word(1, kTrue));
-    Call(kBiovision, Biovision(L"/nonexistent").Word(1, kTrue));
-    Call(kBiovision, Biovision(path).Word(1, kTrue));
+    Call(kBiovisionCommand, Biovision(path).Word(kAddClip, kTrue));
+    Call(kBiovisionCommand, Biovision(L"/nonexistent").Word(kAddClip, kTrue));
+    Call(kBiovisionCommand, Biovision(path).Word(kAddClip, kTrue));
     EXPECT_THAT(
         LogLines(),
         ElementsAre("-: Importing Biovision BVH File...", "8: Imported 1 model successfully",
@@ -170,11 +177,11 @@ TEST_F(PluginCommand, TellsACancelledImport) {
     const support::TempDir dir;
     const std::wstring path = Wide(dir.Write("walk.bvh", kChain));
     headless::Session::Current().PressCancelAtPoll(1);
-    EXPECT_EQ(Call(kBiovision, Biovision(path)), 0u);
+    EXPECT_EQ(Call(kBiovisionCommand, Biovision(path)), 0u);
     EXPECT_EQ(LogLines().back(), "8: ERROR (LINE 19): User cancelled command");
     support::StartSession(true);
     headless::Session::Current().PressCancelAtPoll(20);
-    EXPECT_EQ(Call(kBiovision, Biovision(path)), 0u);
+    EXPECT_EQ(Call(kBiovisionCommand, Biovision(path)), 0u);
     EXPECT_EQ(LogLines().back(), "8: ERROR: User cancelled command");
 }
 
@@ -210,7 +217,7 @@ TEST_P(ModelName, IsTheFilesWithoutItsExtension) {
     const support::TempDir dir;
     std::filesystem::create_directory(dir.Path() / "folder.with.dots");
     dir.Write("folder.with.dots/" + GetParam().file, kStill);
-    Call(kBiovision,
+    Call(kBiovisionCommand,
          Biovision(Wide((dir.Path() / "folder.with.dots/").string()) + GetParam().path));
     ASSERT_THAT(Scene().Models(), SizeIs(1)) << LogLines().back();
     EXPECT_EQ(Utf8(Scene().Models()[0]->name), GetParam().model);
@@ -221,10 +228,10 @@ INSTANTIATE_TEST_SUITE_P(, ModelName, testing::ValuesIn(kNameRows),
 
 TEST_F(PluginCommand, NeedsANameBesideTheExtension) {
     const support::TempDir dir;
-    Call(kBiovision, Biovision(Wide(dir.Write(".bvh", kStill))));
+    Call(kBiovisionCommand, Biovision(Wide(dir.Write(".bvh", kStill))));
     EXPECT_EQ(LogLines().back(),
               "8: ERROR: Container model name not specified. Specify a valid model name");
-    Call(kBiovision, Biovision(Wide(dir.Path().string()) + L"/"));
+    Call(kBiovisionCommand, Biovision(Wide(dir.Path().string()) + L"/"));
     EXPECT_EQ(LogLines().back(),
               "8: ERROR: Container model name not specified. Specify a valid model name");
 }

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "host/variant.h"
+#include "plugin/contract.h"
 #include "plugin/user_input.h"
 
 namespace {
@@ -85,9 +86,10 @@ TEST(PluginLibrary, LoadsAndUnloadsAgainAndAgain) {
     for (int round = 0; round < 3; ++round) {
         void* const library = dlopen(ZKMOCAP_PLUGIN, RTLD_NOW | RTLD_LOCAL);
         ASSERT_NE(library, nullptr) << dlerror();
-        const auto* const input = static_cast<const USERINPUT*>(dlsym(library, "g_UserInput"));
-        const auto callback = reinterpret_cast<std::int32_t (*)(const wchar_t*, const VARIANT*)>(
-            dlsym(library, "ZelkOnCommand"));
+        const auto* const input =
+            static_cast<const USERINPUT*>(dlsym(library, plugin::kUserInputSymbol));
+        const auto callback =
+            reinterpret_cast<plugin::Callback>(dlsym(library, plugin::kCallbackSymbol));
         ASSERT_NE(input, nullptr);
         ASSERT_NE(callback, nullptr);
         // Constructed anew: nothing of the round before.
@@ -99,9 +101,9 @@ TEST(PluginLibrary, LoadsAndUnloadsAgainAndAgain) {
                      input->bOverrideLength);
         EXPECT_EQ(input->dLengthMultiplier, 0.0);
 
-        VARIANT arguments[6] = {};
-        arguments[0].bstrVal = L"/nonexistent/walk.bvh";
-        EXPECT_EQ(callback(L"Biovision Import function", arguments), 0);
+        VARIANT arguments[plugin::biovision::kArgumentCount] = {};
+        arguments[plugin::biovision::kFile].bstrVal = L"/nonexistent/walk.bvh";
+        EXPECT_EQ(callback(plugin::kBiovisionCommand, arguments), 0);
         EXPECT_FALSE(input->strBVHFile.IsEmpty());
         EXPECT_EQ(dlclose(library), 0);
         EXPECT_EQ(dlopen(ZKMOCAP_PLUGIN, RTLD_NOW | RTLD_NOLOAD), nullptr);

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "headless/faults.h"
+#include "plugin/contract.h"
 #include "tests/bvh/samples.h"
 #include "tests/plugin/plugin_library.h"
 #include "tests/support/core/scene_check.h"
@@ -14,10 +15,12 @@
 
 namespace {
 
+using namespace plugin::biovision;
+using plugin::kBiovisionCommand;
+using plugin::kFalse;
+using plugin::kTrue;
 using plugin_test::Biovision;
 using plugin_test::Call;
-using plugin_test::kBiovision;
-using plugin_test::kTrue;
 using support::Lines;
 
 // One call of the log at most was lost.
@@ -48,15 +51,17 @@ void CheckClip(std::string_view operation) {
 TEST(PluginHostFailure, IsLoggedAndNeverReturned) {
     const support::TempDir dir;
     const std::wstring path = plugin_test::Wide(dir.Write("walk.bvh", bvh_test::kChain));
-    for (const std::uint16_t nulls : {kTrue, std::uint16_t{0}}) {
+    for (const std::uint16_t nulls : {kTrue, kFalse}) {
         for (const std::string_view operation : headless::FaultyOperations()) {
             for (std::uint64_t call = 1;; ++call) {
                 SCOPED_TRACE(std::string(operation) + " " + std::to_string(call));
                 support::StartSession(true);
                 headless::FailOperation(operation, call);
-                EXPECT_EQ(
-                    Call(kBiovision, Biovision(path).Word(1, kTrue).Word(2, nulls).Word(5, kTrue)),
-                    0u);
+                EXPECT_EQ(Call(kBiovisionCommand, Biovision(path)
+                                                      .Word(kAddClip, kTrue)
+                                                      .Word(kUseNulls, nulls)
+                                                      .Word(kCreateGroup, kTrue)),
+                          0u);
                 if (headless::OperationCalls(operation) < call) break;
                 CheckLog(operation);
                 CheckClip(operation);

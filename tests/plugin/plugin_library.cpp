@@ -8,17 +8,15 @@ namespace plugin_test {
 
 namespace {
 
-using Callback = std::int32_t (*)(const wchar_t*, const VARIANT*);
-
 struct Library {
-    Callback callback = nullptr;
+    plugin::Callback callback = nullptr;
     USERINPUT* input = nullptr;
 
     Library() {
         void* const handle = dlopen(ZKMOCAP_PLUGIN, RTLD_NOW | RTLD_LOCAL);
         if (handle == nullptr) throw std::runtime_error(dlerror());
-        callback = reinterpret_cast<Callback>(dlsym(handle, "ZelkOnCommand"));
-        input = static_cast<USERINPUT*>(dlsym(handle, "g_UserInput"));
+        callback = reinterpret_cast<plugin::Callback>(dlsym(handle, plugin::kCallbackSymbol));
+        input = static_cast<USERINPUT*>(dlsym(handle, plugin::kUserInputSymbol));
         if (callback == nullptr || input == nullptr)
             throw std::runtime_error("exports are missing");
     }
@@ -35,39 +33,41 @@ Arguments::Arguments() {
     std::memset(static_cast<void*>(records_.data()), 0xA5, sizeof(records_));
 }
 
-Arguments& Arguments::Text(std::size_t place, const std::wstring& text) {
-    texts_[place] = std::make_shared<const std::wstring>(text);
-    records_[place].bstrVal = texts_[place]->c_str();
+Arguments& Arguments::Text(std::size_t index, const std::wstring& text) {
+    texts_[index] = std::make_shared<const std::wstring>(text);
+    records_[index].bstrVal = texts_[index]->c_str();
     return *this;
 }
 
-Arguments& Arguments::NullText(std::size_t place) {
-    records_[place].bstrVal = nullptr;
+Arguments& Arguments::NullText(std::size_t index) {
+    records_[index].bstrVal = nullptr;
     return *this;
 }
 
-Arguments& Arguments::Word(std::size_t place, std::uint16_t word) {
-    std::memcpy(&records_[place].boolVal, &word, sizeof(word));
+Arguments& Arguments::Word(std::size_t index, std::uint16_t word) {
+    std::memcpy(&records_[index].boolVal, &word, sizeof(word));
     return *this;
 }
 
-Arguments& Arguments::Real(std::size_t place, double value) {
-    records_[place].dblVal = value;
+Arguments& Arguments::Real(std::size_t index, double value) {
+    records_[index].dblVal = value;
     return *this;
 }
 
 Arguments Biovision(const std::wstring& path) {
+    using namespace plugin::biovision;
     Arguments arguments;
-    arguments.Text(0, path).Word(1, 0).Word(2, kTrue).Word(3, 0).Word(4, 0).Word(5, 0);
-    return arguments;
+    for (std::size_t index = 0; index < kArgumentCount; ++index)
+        arguments.Word(index, plugin::kFalse);
+    return arguments.Text(kFile, path).Word(kUseNulls, plugin::kTrue);
 }
 
 Arguments Acclaim(const std::wstring& asf, const std::wstring& amc) {
+    using namespace plugin::acclaim;
     Arguments arguments;
-    arguments.Text(0, asf).Text(1, amc).Word(2, 0).Word(3, 0).Real(4, 1.0);
-    for (std::size_t place = 5; place < 10; ++place)
-        arguments.Word(place, 0);
-    return arguments;
+    for (std::size_t index = 0; index < kArgumentCount; ++index)
+        arguments.Word(index, plugin::kFalse);
+    return arguments.Text(kSkeletonFile, asf).Text(kMotionFile, amc).Real(kLengthMultiplier, 1.0);
 }
 
 std::uint32_t Call(const wchar_t* command, const VARIANT* arguments) {

@@ -6,31 +6,39 @@
 #include <string_view>
 
 #include "headless/session.h"
+#include "plugin/contract.h"
 #include "tests/support/core/session_text.h"
 
 namespace sweep {
 namespace {
 
 using plugin_test::Arguments;
-using plugin_test::kTrue;
-
-std::uint16_t Flag(bool value) {
-    return value ? kTrue : std::uint16_t{0};
-}
 
 Arguments ArgumentsOf(const Sample& sample, const std::wstring& first, const std::wstring& second) {
     Arguments arguments;
-    std::size_t place = 0;
-    arguments.Text(place++, first);
+    const auto set = [&](std::size_t index, bool flag) {
+        arguments.Word(index, plugin::BooleanWord(flag));
+    };
     if (sample.isAcclaim) {
-        arguments.Text(place++, second);
-        arguments.Word(place++, Flag(sample.limits));
-        arguments.Word(place++, Flag(sample.length != 0.0));
-        arguments.Real(place++, sample.length);
+        using namespace plugin::acclaim;
+        arguments.Text(kSkeletonFile, first).Text(kMotionFile, second);
+        set(kApplyLimits, sample.limits);
+        set(kOverrideLength, sample.length != 0.0);
+        arguments.Real(kLengthMultiplier, sample.length);
+        set(kAddClip, sample.clip);
+        set(kUseNulls, sample.nulls);
+        set(kChainFromParentJoint, sample.chainFromParent);
+        set(kEffectorToLastBone, sample.effectorToLastBone);
+        set(kCreateGroup, sample.group);
+    } else {
+        using namespace plugin::biovision;
+        arguments.Text(kFile, first);
+        set(kAddClip, sample.clip);
+        set(kUseNulls, sample.nulls);
+        set(kChainFromParentJoint, sample.chainFromParent);
+        set(kEffectorToLastBone, sample.effectorToLastBone);
+        set(kCreateGroup, sample.group);
     }
-    for (const bool flag : {sample.clip, sample.nulls, sample.chainFromParent,
-                            sample.effectorToLastBone, sample.group})
-        arguments.Word(place++, Flag(flag));
     return arguments;
 }
 
@@ -133,8 +141,8 @@ void SampleRun::Start() const {
 }
 
 std::uint32_t SampleRun::Call() const {
-    return plugin_test::Call(sample_.isAcclaim ? plugin_test::kAcclaim : plugin_test::kBiovision,
-                             arguments_);
+    return plugin_test::Call(
+        sample_.isAcclaim ? plugin::kAcclaimCommand : plugin::kBiovisionCommand, arguments_);
 }
 
 const void* SampleRun::PluginAddress() {
