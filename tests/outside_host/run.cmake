@@ -9,16 +9,41 @@ function(run)
   set(output "${output}" PARENT_SCOPE)
 endfunction()
 
+# Runs a command that must import the sample.
+function(run_import)
+  run(${ARGV})
+  if(NOT output MATCHES "^[1-9][0-9]* objects\nImported 1 model successfully\n$")
+    list(JOIN ARGV " " command)
+    message(FATAL_ERROR "${command} printed: ${output}")
+  endif()
+endfunction()
+
 file(REMOVE_RECURSE ${WORK_DIR})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/first)
 file(RENAME ${WORK_DIR}/first ${WORK_DIR}/moved)
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${WORK_DIR}/build -DCMAKE_PREFIX_PATH=${WORK_DIR}/moved
   -DCMAKE_CXX_FLAGS=${FLAGS})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
-run(${WORK_DIR}/build/outside_host ${SAMPLE})
-if(NOT output MATCHES "^[1-9][0-9]* objects\nImported 1 model successfully\n$")
-  message(FATAL_ERROR "outside host printed: ${output}")
+set(host ${WORK_DIR}/build/outside_host)
+run_import(${host} ${SAMPLE})
+
+# File names in UTF-8, and one with a byte that is none, in any locale.
+string(ASCII 233 byte)
+foreach(name "Übung 歩く.bvh" "w${byte}.bvh")
+  file(COPY_FILE ${SAMPLE} "${WORK_DIR}/${name}")
+  foreach(locale C.UTF-8 C)
+    run_import(${CMAKE_COMMAND} -E env LC_ALL=${locale} ${host} "${WORK_DIR}/${name}")
+  endforeach()
+endforeach()
+
+# A failed import is told by the log alone.
+execute_process(COMMAND ${host} ${WORK_DIR}/missing.bvh
+  RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+if(NOT result EQUAL 1 OR NOT output STREQUAL ""
+    OR NOT errors STREQUAL "ERROR: Failed to read BVH file. Specify a valid file name\n")
+  message(FATAL_ERROR "a missing file gave ${result}: ${output}${errors}")
 endif()
+
 # The installed command finds its plug-in and its host by itself.
 run(${WORK_DIR}/moved/bin/zkhost import ${SAMPLE})
 file(REMOVE_RECURSE ${WORK_DIR})
