@@ -13,7 +13,8 @@
 namespace headless {
 
 // Resolves the motion's targets once; then a frame is one pass over the objects in parent order.
-// Keeps references to the scene, which must not change meanwhile.
+// Keeps references to the scene, which must not change meanwhile. Several threads may make
+// evaluators of one scene, and ask one evaluator, at once.
 class ZELK_API MotionEvaluator {
   public:
     // `motion` may be null: every frame is then the state in which the objects stand.

@@ -1,5 +1,6 @@
 // The scene of the embedded host: every object, action, group and clip, in memory, as plain
-// records. The plug-in reaches it through host/ alone; applications and tests read it here.
+// records. The plug-in reaches it through host/ alone; applications and tests read it here. What is
+// const here has no hidden state: while nobody changes a scene, any number of threads may read it.
 // Positions and lengths are in scene units, rotations in degrees, key times in frames, AnimEnd in
 // seconds.
 #pragma once

@@ -13,6 +13,13 @@ void SceneEditor::Clear(Scene& scene) {
     scene.impl_ = std::make_unique<Scene::Impl>(scene.impl_->NextId());
 }
 
+std::unique_ptr<const Scene> SceneEditor::Release(Scene& scene) {
+    auto released = std::make_unique<Scene>();
+    auto next = std::make_unique<Scene::Impl>(scene.impl_->NextId());
+    released->impl_ = std::exchange(scene.impl_, std::move(next));
+    return released;
+}
+
 // --- tree ---
 
 Node& SceneEditor::ParentNode(const Node& object) const {

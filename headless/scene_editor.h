@@ -55,6 +55,9 @@ class SceneEditor {
 
     // A scene without anything. Ids go on from where they were.
     static void Clear(Scene& scene);
+    // Moves everything out of `scene`, which is then as after Clear. Throws std::bad_alloc with the
+    // scene unchanged.
+    static std::unique_ptr<const Scene> Release(Scene& scene);
 
     // --- references ---
 

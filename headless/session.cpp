@@ -59,6 +59,16 @@ void Session::Reset() {
     ResetOperations();
 }
 
+Recording Session::Release() {
+    Recording released;
+    // First, since only this may fail.
+    released.scene = SceneEditor::Release(impl_->scene);
+    released.log.swap(impl_->log);
+    released.bar.swap(impl_->bar);
+    released.commands.swap(impl_->commands);
+    return released;
+}
+
 void Session::SetInteractive(bool interactive) {
     impl_->interactive = interactive;
 }

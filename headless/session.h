@@ -1,5 +1,6 @@
 // The embedded host as an application or a test holds it: one session at a time, its scene, its
-// log, its progress bar and the commands that were run. Reset makes it new.
+// log, its progress bar and the commands that were run. Reset makes it new; Release moves out what
+// it holds. The session is used from one thread at a time; what was released belongs to the caller.
 #pragma once
 
 #include <cstdint>
@@ -36,6 +37,16 @@ struct CommandRecord {
     std::int32_t status = 0;
 };
 
+// Everything that a session held, moved out of it and owned by the caller. It does not refer to the
+// session, so that it outlives any Reset or import, and any number of recordings may exist side by
+// side. Several threads may read one at once; any thread may destroy it when nobody reads it.
+struct Recording {
+    std::unique_ptr<const Scene> scene;  // never null
+    std::vector<LogLine> log;
+    std::vector<BarEvent> bar;
+    std::vector<CommandRecord> commands;
+};
+
 class ZELK_API Session {
   public:
     // The one session of this process.
@@ -43,6 +54,15 @@ class ZELK_API Session {
 
     // Empties scene, log, bar and commands; forgets faults and listeners; non-interactive.
     void Reset();
+    // Moves out scene, log, bar and commands; costs the same however large they are. The session
+    // then has an empty scene, whose ids go on from where they were, and GetScene() returns it.
+    // Objects and the records of the released scene stay where they are in memory. Handles (host/)
+    // to its objects become invalid: they do not find anything in the new scene. A handle of the
+    // scene root refers to the new scene's root. Everything else stays as it is: listeners,
+    // interactivity, a pressed button. Without memory it throws std::bad_alloc and changes nothing.
+    // Neither Reset nor Release may be called by a listener, nor while a command of the plug-in
+    // runs.
+    Recording Release();
 
     // Only an interactive session has a progress bar. Off at the start.
     void SetInteractive(bool interactive);
