@@ -24,8 +24,12 @@ void Session::Impl::AddBar(BarEvent event) {
 
 std::int16_t Session::Impl::ReadCancelFlag() {
     ++polls;
-    const bool isPressed =
+    bool isPressed =
         pressed.load(std::memory_order_relaxed) || (pressAtPoll != 0 && polls >= pressAtPoll);
+    if (!isPressed && onCancelPoll && onCancelPoll()) {
+        pressed.store(true, std::memory_order_relaxed);
+        isPressed = true;
+    }
     return isPressed ? pressedValue : std::int16_t{0};
 }
 
@@ -51,6 +55,7 @@ void Session::Reset() {
     impl_->commands.clear();
     impl_->onLog = nullptr;
     impl_->onBar = nullptr;
+    impl_->onCancelPoll = nullptr;
     impl_->interactive = false;
     impl_->pressed.store(false, std::memory_order_relaxed);
     impl_->pressAtPoll = 0;
@@ -87,6 +92,10 @@ void Session::SetPressedValue(std::int16_t value) {
 
 std::uint64_t Session::CancelPolls() const {
     return impl_->polls;
+}
+
+void Session::OnCancelPoll(std::function<bool()> isCancelled) {
+    impl_->onCancelPoll = std::move(isCancelled);
 }
 
 void Session::OnLog(std::function<void(const LogLine&)> listener) {

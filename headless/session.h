@@ -74,6 +74,12 @@ class ZELK_API Session {
     void SetPressedValue(std::int16_t value);
     std::uint64_t CancelPolls() const;
 
+    // Asked on the importing thread each time the plug-in reads the bar's cancel button, until the
+    // button is pressed: true presses it for good, as PressCancel does. It is never asked in a
+    // session that is not interactive, which has no bar. It must not throw, nor replace itself.
+    // Null removes it.
+    void OnCancelPoll(std::function<bool()> isCancelled);
+
     // Called with each log line and bar event as it happens.
     void OnLog(std::function<void(const LogLine&)> listener);
     void OnBar(std::function<void(const BarEvent&)> listener);

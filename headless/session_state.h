@@ -18,6 +18,7 @@ struct HEADLESS_HIDDEN Session::Impl {
     std::vector<CommandRecord> commands;
     std::function<void(const LogLine&)> onLog;
     std::function<void(const BarEvent&)> onBar;
+    std::function<bool()> onCancelPoll;
     bool interactive = false;
     std::atomic<bool> pressed = false;
     std::uint64_t pressAtPoll = 0;

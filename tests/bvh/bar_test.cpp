@@ -246,6 +246,19 @@ TEST_F(BvhBar, CancelsASecondSectionAlone) {
     }
 }
 
+TEST_F(BvhBar, CancelsWhenTheListenerSaysSo) {
+    const std::uint64_t polls = PollsOf(bvh_test::kChain, {true});
+    for (std::uint64_t poll = 1; poll <= polls; ++poll) {
+        support::StartSession(true);
+        std::uint64_t asked = 0;
+        Session::Current().OnCancelPoll([&] { return ++asked == poll; });
+        Importer importer({true});
+        ExpectCancelled(importer, importer.Import(bvh_test::kChain), poll, 18);
+        EXPECT_EQ(asked, poll);
+    }
+    Session::Current().Reset();
+}
+
 TEST_F(BvhBar, TellsTheLineWhereReadingWasCancelled) {
     Session::Current().PressCancelAtPoll(12);
     Importer importer({true});

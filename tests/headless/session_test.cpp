@@ -114,6 +114,43 @@ TEST_F(Sessions, PressTheCancelButtonAtAPoll) {
     EXPECT_EQ(Pressed(bar), 0);
 }
 
+TEST_F(Sessions, AskAtEachPollUntilTheButtonIsPressed) {
+    const Zelk::ProgressBar bar = Bar();
+    int asked = 0;
+    bool isCancelled = false;
+    Session::Current().OnCancelPoll([&] {
+        ++asked;
+        return isCancelled;
+    });
+    EXPECT_EQ(Pressed(bar), 0);
+    EXPECT_EQ(Pressed(bar), 0);
+    EXPECT_EQ(asked, 2);
+    isCancelled = true;
+    EXPECT_EQ(Pressed(bar), Zelk::kAutomationTrue);
+    isCancelled = false;
+    EXPECT_EQ(Pressed(bar), Zelk::kAutomationTrue) << "for good";
+    EXPECT_EQ(asked, 3);
+}
+
+TEST_F(Sessions, ReadTheButtonAsPressedWhateverTheListenerSays) {
+    const Zelk::ProgressBar bar = Bar();
+    Session::Current().OnCancelPoll([] { return false; });
+    EXPECT_EQ(Pressed(bar), 0);
+    Session::Current().PressCancel();
+    EXPECT_EQ(Pressed(bar), Zelk::kAutomationTrue);
+}
+
+TEST_F(Sessions, AskNobodyWithoutAListenerOrABar) {
+    const Zelk::ProgressBar bar = Bar();
+    Session::Current().OnCancelPoll([] { return true; });
+    EXPECT_EQ(Pressed(Zelk::ProgressBar()), 99);
+    Session::Current().SetInteractive(false);
+    EXPECT_EQ(Pressed(bar), 99);
+    Session::Current().SetInteractive(true);
+    Session::Current().OnCancelPoll(nullptr);
+    EXPECT_EQ(Pressed(bar), 0);
+}
+
 TEST_F(Sessions, ReadWhatAPressedButtonIsToldToRead) {
     const Zelk::ProgressBar bar = Bar();
     Session::Current().SetPressedValue(1);
@@ -164,6 +201,10 @@ TEST_F(Sessions, AreNewAfterAReset) {
     int heard = 0;
     session.OnLog([&](const headless::LogLine&) { ++heard; });
     session.OnBar([&](const BarEvent&) { ++heard; });
+    session.OnCancelPoll([&] {
+        ++heard;
+        return true;
+    });
 
     session.Reset();
     EXPECT_THAT(session.Log(), IsEmpty());
