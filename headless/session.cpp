@@ -82,18 +82,6 @@ void Session::PressCancel() noexcept {
     impl_->pressed.store(true, std::memory_order_relaxed);
 }
 
-void Session::PressCancelAtPoll(std::uint64_t poll) {
-    impl_->pressAtPoll = poll;
-}
-
-void Session::SetPressedValue(std::int16_t value) {
-    impl_->pressedValue = value;
-}
-
-std::uint64_t Session::CancelPolls() const {
-    return impl_->polls;
-}
-
 void Session::OnCancelPoll(std::function<bool()> isCancelled) {
     impl_->onCancelPoll = std::move(isCancelled);
 }

@@ -68,11 +68,6 @@ class ZELK_API Session {
     void SetInteractive(bool interactive);
     // Presses the bar's cancel button, for good. Callable from a signal handler.
     void PressCancel() noexcept;
-    // For tests: the button reads as pressed from the n-th poll on (counted from 1; 0: never).
-    void PressCancelAtPoll(std::uint64_t poll);
-    // For tests: what the cancel flag reads when pressed (automation true, -1, otherwise).
-    void SetPressedValue(std::int16_t value);
-    std::uint64_t CancelPolls() const;
 
     // Asked on the importing thread each time the plug-in reads the bar's cancel button, until the
     // button is pressed: true presses it for good, as PressCancel does. It is never asked in a

@@ -1,11 +1,10 @@
 // A host that fails, a file that stops: whatever comes of it is reported and leaves a sound scene.
-#include "headless/faults.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <new>
 
 #include "headless/session.h"
+#include "headless/testing.h"
 #include "host/status.h"
 #include "tests/support/acclaim/open_importer.h"
 #include "tests/support/core/scene_check.h"

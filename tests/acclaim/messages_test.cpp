@@ -4,7 +4,7 @@
 #include <ostream>
 #include <set>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "host/status.h"
 #include "tests/acclaim/bad_files.h"
 #include "tests/support/acclaim/open_importer.h"

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "headless/session.h"
+#include "headless/testing.h"
 #include "host/status.h"
 #include "tests/support/acclaim/open_importer.h"
 #include "tests/support/core/scene_check.h"
@@ -104,7 +104,7 @@ TEST_F(MotionScene, PollsForEachNodeAndValue) {
     constexpr std::uint64_t kFrames = 3;
     Skeleton(kSampleAsf);
     Import(kSampleAmc);
-    EXPECT_EQ(headless::Session::Current().CancelPolls(), kSkeletonPolls + kNodes +
+    EXPECT_EQ(headless::CancelPolls(), kSkeletonPolls + kNodes +
                                                               kFrames * kChannels + 1 + kChannels +
                                                               1 + 3 * kNodes + 2 + kNodes + 1);
 }
@@ -112,12 +112,12 @@ TEST_F(MotionScene, PollsForEachNodeAndValue) {
 TEST_F(MotionScene, StopsAtEachPoll) {
     for (const bool nulls : {true, false}) {
         Skeleton(kSampleAsf, nulls);
-        const std::uint64_t before = headless::Session::Current().CancelPolls();
+        const std::uint64_t before = headless::CancelPolls();
         Import(kSampleAmc);
-        const std::uint64_t after = headless::Session::Current().CancelPolls();
+        const std::uint64_t after = headless::CancelPolls();
         for (std::uint64_t poll = before + 1; poll <= after; ++poll) {
             StartSession(true);
-            headless::Session::Current().PressCancelAtPoll(poll);
+            headless::PressCancelAtPoll(poll);
             OpenImporter cancelled;
             cancelled.SetOptions(nulls, true, false, true);
             ASSERT_EQ(cancelled.Skeleton(kSampleAsf), Outcome());

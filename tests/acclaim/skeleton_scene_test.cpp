@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "headless/session.h"
+#include "headless/testing.h"
 #include "host/status.h"
 #include "tests/support/acclaim/open_importer.h"
 #include "tests/support/core/scene_check.h"
@@ -142,7 +143,7 @@ TEST_F(SkeletonScene, MovesTheBarOnlyForSectionsThatAreThere) {
 TEST_F(SkeletonScene, StopsAtEachPoll) {
     for (std::uint64_t poll = 1; poll <= 7; ++poll) {
         StartSession(true);
-        headless::Session::Current().PressCancelAtPoll(poll);
+        headless::PressCancelAtPoll(poll);
         OpenImporter cancelled;
         const Outcome outcome = cancelled.Skeleton(kSampleAsf);
         EXPECT_EQ(outcome.message, "User cancelled command");
@@ -153,12 +154,12 @@ TEST_F(SkeletonScene, StopsAtEachPoll) {
         EXPECT_TRUE(BarIsHidden());
     }
     StartSession(true);
-    headless::Session::Current().PressCancelAtPoll(8);
+    headless::PressCancelAtPoll(8);
     EXPECT_EQ(importer.Skeleton(kSampleAsf), Outcome());
 }
 
 TEST_F(SkeletonScene, CancelsOnlyWhereTheFlagIsAllBits) {
-    headless::Session::Current().SetPressedValue(1);
+    headless::SetPressedValue(1);
     headless::Session::Current().PressCancel();
     EXPECT_EQ(importer.Skeleton(kSampleAsf), Outcome());
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "headless/testing.h"
 #include "tests/bvh/importer.h"
 #include "tests/bvh/samples.h"
 #include "tests/support/core/scene_check.h"
@@ -129,7 +130,7 @@ TEST_F(BvhBar, TakesAboutFiftyStepsForAnyNumberOfValues) {
         const int values = channels * frames;
         script.Start(std::min(values, 50) + 50 + 20).Step(1, steps);
         EXPECT_THAT(BarLines(), ElementsAreArray(Build(script, 1, true).End())) << values;
-        EXPECT_EQ(Session::Current().CancelPolls(), static_cast<unsigned>(steps + 2));
+        EXPECT_EQ(headless::CancelPolls(), static_cast<unsigned>(steps + 2));
     }
 }
 
@@ -184,7 +185,7 @@ std::uint64_t PollsOf(const std::string& text, const Options& options) {
     support::StartSession(true);
     Importer importer(options);
     EXPECT_EQ(importer.Import(text), 0);
-    return Session::Current().CancelPolls();
+    return headless::CancelPolls();
 }
 
 // Polled: while reading, then once for each node, once behind the skeleton, once for each bone
@@ -214,7 +215,7 @@ TEST_F(BvhBar, CancelsAtEachPoll) {
             const std::uint64_t nodes = text == bvh_test::kTree ? 9 : 3;
             for (std::uint64_t poll = 1; poll <= polls; ++poll) {
                 support::StartSession(true);
-                Session::Current().PressCancelAtPoll(poll);
+                headless::PressCancelAtPoll(poll);
                 Importer importer(options);
                 ExpectCancelled(importer, importer.Import(text), poll, 18);
                 // Nothing is rolled back; what was begun before the button was pressed stands.
@@ -223,7 +224,7 @@ TEST_F(BvhBar, CancelsAtEachPoll) {
                 EXPECT_EQ(importer.GetLastModel().IsValid(), built);
             }
             support::StartSession(true);
-            Session::Current().PressCancelAtPoll(polls + 1);
+            headless::PressCancelAtPoll(polls + 1);
             Importer importer(options);
             EXPECT_EQ(importer.Import(text), 0);
         }
@@ -236,7 +237,7 @@ TEST_F(BvhBar, CancelsASecondSectionAlone) {
     const std::uint64_t all = PollsOf(text, {true});
     for (std::uint64_t poll = first + 1; poll <= all; ++poll) {
         support::StartSession(true);
-        Session::Current().PressCancelAtPoll(poll);
+        headless::PressCancelAtPoll(poll);
         Importer importer({true});
         EXPECT_LT(importer.Import(text), 0);
         EXPECT_EQ(importer.Message(), "User cancelled command");
@@ -260,7 +261,7 @@ TEST_F(BvhBar, CancelsWhenTheListenerSaysSo) {
 }
 
 TEST_F(BvhBar, TellsTheLineWhereReadingWasCancelled) {
-    Session::Current().PressCancelAtPoll(12);
+    headless::PressCancelAtPoll(12);
     Importer importer({true});
     EXPECT_LT(importer.Import(bvh_test::kChain), 0);
     // The third value of the second frame: line 19 of the file, counted from 0.
@@ -268,7 +269,7 @@ TEST_F(BvhBar, TellsTheLineWhereReadingWasCancelled) {
 }
 
 TEST_F(BvhBar, IgnoresAFlagThatReadsOne) {
-    Session::Current().SetPressedValue(1);
+    headless::SetPressedValue(1);
     Session::Current().PressCancel();
     Importer importer({false});
     EXPECT_EQ(importer.Import(bvh_test::kChain), 0);

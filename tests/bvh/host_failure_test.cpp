@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "tests/bvh/host_failures.h"
 #include "tests/bvh/importer.h"
 #include "tests/bvh/samples.h"

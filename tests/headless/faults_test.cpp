@@ -1,4 +1,4 @@
-#include "headless/faults.h"
+#include "headless/testing.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "headless/testing.h"
 #include "host/automation.h"
 #include "tests/headless/host_scene.h"
 #include "tests/headless/scene_text.h"
@@ -100,17 +101,17 @@ TEST_F(Sessions, PressTheCancelButtonForGood) {
     Session::Current().PressCancel();
     EXPECT_EQ(Pressed(bar), Zelk::kAutomationTrue);
     EXPECT_EQ(Pressed(bar), Zelk::kAutomationTrue);
-    EXPECT_EQ(Session::Current().CancelPolls(), 3u);
+    EXPECT_EQ(headless::CancelPolls(), 3u);
 }
 
 TEST_F(Sessions, PressTheCancelButtonAtAPoll) {
     const Zelk::ProgressBar bar = Bar();
-    Session::Current().PressCancelAtPoll(3);
+    headless::PressCancelAtPoll(3);
     EXPECT_EQ(Pressed(bar), 0);
     EXPECT_EQ(Pressed(bar), 0);
     EXPECT_EQ(Pressed(bar), -1);
     EXPECT_EQ(Pressed(bar), -1) << "and it stays pressed";
-    Session::Current().PressCancelAtPoll(0);
+    headless::PressCancelAtPoll(0);
     EXPECT_EQ(Pressed(bar), 0);
 }
 
@@ -153,7 +154,7 @@ TEST_F(Sessions, AskNobodyWithoutAListenerOrABar) {
 
 TEST_F(Sessions, ReadWhatAPressedButtonIsToldToRead) {
     const Zelk::ProgressBar bar = Bar();
-    Session::Current().SetPressedValue(1);
+    headless::SetPressedValue(1);
     EXPECT_EQ(Pressed(bar), 0);
     Session::Current().PressCancel();
     EXPECT_EQ(Pressed(bar), 1);
@@ -162,7 +163,7 @@ TEST_F(Sessions, ReadWhatAPressedButtonIsToldToRead) {
 TEST_F(Sessions, LeaveTheFlagAloneWithoutABar) {
     Session::Current().PressCancel();
     EXPECT_EQ(Pressed(Zelk::ProgressBar()), 99);
-    EXPECT_EQ(Session::Current().CancelPolls(), 0u);
+    EXPECT_EQ(headless::CancelPolls(), 0u);
 }
 
 TEST_F(Sessions, TellListenersAsItHappens) {
@@ -197,7 +198,7 @@ TEST_F(Sessions, AreNewAfterAReset) {
     Zelk::AutomationApplication().LogMessage(L"a");
     Delete(L"Nobody");
     session.PressCancel();
-    session.SetPressedValue(1);
+    headless::SetPressedValue(1);
     int heard = 0;
     session.OnLog([&](const headless::LogLine&) { ++heard; });
     session.OnBar([&](const BarEvent&) { ++heard; });
@@ -220,7 +221,7 @@ TEST_F(Sessions, AreNewAfterAReset) {
     bar.PutValue(1);
     EXPECT_EQ(heard, 0);
     EXPECT_EQ(Pressed(bar), 0);
-    EXPECT_EQ(session.CancelPolls(), 1u);
+    EXPECT_EQ(headless::CancelPolls(), 1u);
 
     const Zelk::Model again = AddModel(L"Skel");
     EXPECT_EQ(NameOf(again), L"Skel");

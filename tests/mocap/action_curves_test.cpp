@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "tests/mocap/importer.h"
 #include "tests/mocap/step_messages.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "mocap/scene_helpers.h"
 #include "tests/math/matrix_text.h"
 #include "tests/mocap/scene.h"

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "math/angles.h"
 #include "math/rotation_math.h"
 #include "tests/mocap/importer.h"
@@ -214,7 +214,7 @@ TEST_F(BoneRotations, StopWhenTheUserCancels) {
     Importer importer;
     importer.AddNode("a", nullptr, {}, {{kRotationX, {}}});
     importer.AddNode("b", nullptr, {}, {{kRotationX, {}}});
-    headless::Session::Current().PressCancelAtPoll(2);
+    headless::PressCancelAtPoll(2);
     EXPECT_EQ(StatusText(importer.FixBonesRotations()), "0x800704C7");
     EXPECT_EQ(importer.Message(), mocap_test::kCancelledMessage);
     EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(4, 5, 6, 0, 0, 0, 0));

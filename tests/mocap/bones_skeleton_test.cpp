@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "tests/mocap/importer.h"
 #include "tests/mocap/step_messages.h"
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "tests/mocap/importer.h"
 #include "tests/mocap/step_messages.h"
 

@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "headless/session.h"
 #include "tests/support/core/session_text.h"
 
@@ -125,7 +125,7 @@ TEST_F(ProgressBar, IsCancelledByTheAutomationTrueAlone) {
          {std::pair<int, bool>{-1, true}, {1, false}, {0, false}, {2, false}, {-2, false}}) {
         support::StartSession(true);
         CIFPlugProgressBar bar;
-        Session::Current().SetPressedValue(static_cast<std::int16_t>(pressed));
+        headless::SetPressedValue(static_cast<std::int16_t>(pressed));
         EXPECT_FALSE(bar.IsCancelled());
         Session::Current().PressCancel();
         EXPECT_EQ(bar.IsCancelled(), cancelled) << pressed;
@@ -134,11 +134,11 @@ TEST_F(ProgressBar, IsCancelledByTheAutomationTrueAlone) {
 
 TEST_F(ProgressBar, AsksTheHostAtEachPoll) {
     CIFPlugProgressBar bar;
-    Session::Current().PressCancelAtPoll(3);
+    headless::PressCancelAtPoll(3);
     EXPECT_FALSE(bar.IsCancelled());
     EXPECT_FALSE(bar.IsCancelled());
     EXPECT_TRUE(bar.IsCancelled());
-    EXPECT_EQ(Session::Current().CancelPolls(), 3u);
+    EXPECT_EQ(headless::CancelPolls(), 3u);
 }
 
 TEST_F(ProgressBar, HidesWhenAnExceptionPasses) {

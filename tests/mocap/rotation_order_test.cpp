@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "headless/testing.h"
 #include "math/angles.h"
 #include "math/rotation_math.h"
 #include "tests/mocap/importer.h"
@@ -326,7 +327,7 @@ TEST_F(RotationOrderTest, StepsTheBarForBvhNodesAlone) {
                                            "value 16000"));
         else
             EXPECT_THAT(lines, ElementsAre("caption Converting rotations order..."));
-        EXPECT_EQ(headless::Session::Current().CancelPolls(), 2u);
+        EXPECT_EQ(headless::CancelPolls(), 2u);
     }
 }
 
@@ -335,7 +336,7 @@ TEST_F(RotationOrderTest, OfNothingStillNamesTheStep) {
     Importer importer;
     EXPECT_EQ(importer.FixRotationsOrder(), 0);
     EXPECT_EQ(support::BarLines().back(), "caption Converting rotations order...");
-    EXPECT_EQ(headless::Session::Current().CancelPolls(), 0u);
+    EXPECT_EQ(headless::CancelPolls(), 0u);
 }
 
 TEST_F(RotationOrderTest, KeepsWhatWasRewrittenBeforeACancel) {
@@ -343,7 +344,7 @@ TEST_F(RotationOrderTest, KeepsWhatWasRewrittenBeforeACancel) {
     Importer importer;
     importer.AddNode("a", nullptr, {}, {{kRotationY, {}}, {kRotationX, {}}});
     importer.AddNode("b", nullptr, {}, {{kRotationY, {}}, {kRotationX, {}}});
-    headless::Session::Current().PressCancelAtPoll(2);
+    headless::PressCancelAtPoll(2);
     EXPECT_EQ(StatusText(importer.FixRotationsOrder()), "0x800704C7");
     EXPECT_EQ(importer.Message(), mocap_test::kCancelledMessage);
     EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(4, 5, 6, 0, 0, 0, 0));

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "headless/session.h"
 #include "math/angles.h"
 #include "math/rotation_math.h"

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "headless/session.h"
+#include "headless/testing.h"
 #include "plugin/contract.h"
 #include "tests/bvh/samples.h"
 #include "tests/plugin/plugin_library.h"
@@ -176,11 +177,11 @@ TEST_F(PluginCommand, RunsTwiceInARow) {
 TEST_F(PluginCommand, TellsACancelledImport) {
     const support::TempDir dir;
     const std::wstring path = Wide(dir.Write("walk.bvh", kChain));
-    headless::Session::Current().PressCancelAtPoll(1);
+    headless::PressCancelAtPoll(1);
     EXPECT_EQ(Call(kBiovisionCommand, Biovision(path)), 0u);
     EXPECT_EQ(LogLines().back(), "8: ERROR (LINE 19): User cancelled command");
     support::StartSession(true);
-    headless::Session::Current().PressCancelAtPoll(20);
+    headless::PressCancelAtPoll(20);
     EXPECT_EQ(Call(kBiovisionCommand, Biovision(path)), 0u);
     EXPECT_EQ(LogLines().back(), "8: ERROR: User cancelled command");
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "plugin/contract.h"
 #include "tests/bvh/samples.h"
 #include "tests/plugin/plugin_library.h"

@@ -1,5 +1,5 @@
 // The cancel button pressed at each poll.
-#include "headless/session.h"
+#include "headless/testing.h"
 #include "tests/sweep/sweep.h"
 
 namespace sweep {
@@ -11,9 +11,9 @@ TEST_P(CancelSweep, EndsTheImportAtEachPoll) {
     for (std::uint64_t n = 1;; ++n) {
         SCOPED_TRACE("poll " + std::to_string(n));
         run_.Start();
-        headless::Session::Current().PressCancelAtPoll(n);
+        headless::PressCancelAtPoll(n);
         run_.Call();
-        if (headless::Session::Current().CancelPolls() < n) {
+        if (headless::CancelPolls() < n) {
             EXPECT_EQ(SampleRun::Record(), undisturbed_);
             EXPECT_GT(n, 1u) << "nobody looked at the button";
             break;
@@ -22,7 +22,7 @@ TEST_P(CancelSweep, EndsTheImportAtEachPoll) {
         EXPECT_THAT(LoggedErrors(), testing::ElementsAre("User cancelled command"));
         EXPECT_THAT(Problems(false), testing::IsEmpty());
         // Nobody asks a second time.
-        EXPECT_EQ(headless::Session::Current().CancelPolls(), n);
+        EXPECT_EQ(headless::CancelPolls(), n);
         ExpectNextImportUnharmed();
         if (HasFailure()) return;
     }

@@ -3,7 +3,7 @@
 #include <initializer_list>
 #include <string_view>
 
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "tests/sweep/known_messages.h"
 #include "tests/sweep/sweep.h"
 

@@ -1,6 +1,6 @@
 // Memory that stays out: from the n-th allocation on, or for a few in a row, the plug-in's and the
 // host's alike.
-#include "headless/faults.h"
+#include "headless/testing.h"
 #include "tests/support/core/session_text.h"
 #include "tests/sweep/allocation_faults.h"
 #include "tests/sweep/sweep.h"

@@ -1,9 +1,10 @@
-#include "headless/faults.h"
+#include "headless/testing.h"
 
 #include <stdexcept>
 #include <string>
 
 #include "headless/operations.h"
+#include "headless/session_state.h"
 
 namespace headless {
 
@@ -45,6 +46,18 @@ const std::vector<std::string_view>& FaultyOperations() {
 #undef HEADLESS_NAME
     };
     return names;
+}
+
+void PressCancelAtPoll(std::uint64_t poll) {
+    SessionAccess::Current().pressAtPoll = poll;
+}
+
+void SetPressedValue(std::int16_t value) {
+    SessionAccess::Current().pressedValue = value;
+}
+
+std::uint64_t CancelPolls() {
+    return SessionAccess::Current().polls;
 }
 
 }  // namespace headless

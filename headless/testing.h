@@ -1,4 +1,6 @@
-// For tests: makes the n-th call of a named host operation fail as a host would fail it.
+// For tests: makes the session's operations fail and its cancel button be pressed at a chosen
+// moment. Not installed; the library exports these functions for the project's own tests alone.
+// They act on Session::Current(), whose Reset undoes them all.
 #pragma once
 
 #include <cstdint>
@@ -19,5 +21,12 @@ ZELK_API void ClearFaults();
 ZELK_API std::uint64_t OperationCalls(std::string_view operation);
 // Every operation that can be told to fail.
 ZELK_API const std::vector<std::string_view>& FaultyOperations();
+
+// The cancel button reads as pressed from the `poll`-th poll on (counted from 1; 0: never).
+ZELK_API void PressCancelAtPoll(std::uint64_t poll);
+// What the cancel flag reads when pressed (automation true, -1, otherwise).
+ZELK_API void SetPressedValue(std::int16_t value);
+// How often the cancel button was read since the session's last Reset.
+ZELK_API std::uint64_t CancelPolls();
 
 }  // namespace headless
