@@ -9,6 +9,7 @@
 
 #include "headless/driven.h"
 #include "headless/key_axis.h"
+#include "headless/key_times.h"
 #include "headless/parts.h"
 #include "headless/scene_records.h"
 
@@ -296,15 +297,11 @@ void MotionEvaluator::EvaluateLocal(double frame, std::span<Transform> locals) c
 
 double SecondsPerFrame(const ActionSource& motion) {
     double last = -std::numeric_limits<double>::infinity();
-    const std::vector<double>* seen = nullptr;
-    for (const ActionItem& item : motion.items) {
-        const std::vector<double>* const times =
-            item.IsCurve() ? item.GetCurve().keys.times.get() : nullptr;
-        if (times == nullptr || times == seen) continue;
-        seen = times;  // curves with the same times mostly follow each other
-        for (const double time : *times)
+    WalkKeyTimes(motion, [&](const std::vector<double>& times) {
+        // In this order: a comparison with NaN is false, so `last` stays.
+        for (const double time : times)
             last = std::max(last, time);
-    }
+    });
     const double seconds = motion.animEnd / last;
     return last != 0.0 && std::isfinite(last) && std::isfinite(seconds) ? seconds : 0.0;
 }

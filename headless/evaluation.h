@@ -38,7 +38,9 @@ class ZELK_API MotionEvaluator {
     std::unique_ptr<Impl> impl_;
 };
 
-// AnimEnd divided by the last key's time; 0 where there is no key or no such quotient.
+// AnimEnd divided by the time of the last key of an active curve; 0 where there is no key or no
+// such quotient. A time that is no number (NaN) is passed over; after an infinite one there is no
+// quotient.
 ZELK_API double SecondsPerFrame(const ActionSource& motion);
 
 }  // namespace headless

@@ -287,31 +287,6 @@ TEST_F(ChainEvaluation, AppliesABasePoseLikeTheFrameOfOne) {
     EXPECT_EQ(Get(BoneOf(chain, 1), L"posy"), 0.0);
 }
 
-TEST_F(Evaluation, KnowsTheSecondsOfAFrame) {
-    const struct {
-        const char* name;
-        double end;
-        std::vector<Item> items;
-        double seconds;
-    } kRows[] = {
-        {"LastTime", 2.0, {{L"a", {1, 2, 4}, {0, 0, 0}}}, 0.5},
-        {"LargestTime", 2.0, {{L"a", {8, 2, 4}, {0, 0, 0}}}, 0.25},
-        {"OfAnyCurve", 2.0, {{L"a", {1}, {0}}, {L"b", {20}, {0}}, {L"c", {3}, {0}}}, 0.1},
-        {"NoCurve", 2.0, {{L"a", {}, {0}}}, 0.0},
-        {"NoItem", 2.0, {}, 0.0},
-        {"TimeZero", 2.0, {{L"a", {0}, {0}}}, 0.0},
-        {"NoEnd", 0.0, {{L"a", {1, 2}, {0, 0}}}, 0.0},
-        {"InfiniteTime", 2.0, {{L"a", {kInfinity}, {0}}}, 0.0},
-        {"InfiniteEnd", kInfinity, {{L"a", {2}, {0}}}, 0.0},
-        {"TimeIsNoNumber", 2.0, {{L"a", {4, kNan}, {0, 0}}}, 0.5},
-    };
-    for (const auto& row : kRows) {
-        Zelk::ActionSource motion = AddAction(model, L"Walk", row.items);
-        motion.PutParameterValue(L"AnimEnd", row.end, Zelk::kCurrentTime);
-        EXPECT_DOUBLE_EQ(headless::SecondsPerFrame(RecordOf(motion)), row.seconds) << row.name;
-    }
-}
-
 TEST_F(Evaluation, CanBeMoved) {
     MotionEvaluator first(Scene(), RecordOf(model), nullptr);
     const MotionEvaluator second = std::move(first);

@@ -104,11 +104,11 @@ Zelk::ActionSource AddAction(Zelk::Model model, const wchar_t* name,
     curve.PutInterpolation(Zelk::zkLinearInterpolation);
     for (const Item& item : items) {
         if (item.times.empty()) {
-            action.AddSourceItem(item.target, item.values.at(0), true);
+            action.AddSourceItem(item.target, item.values.at(0), item.isActive);
             continue;
         }
         SetKeys(curve, item.times, item.values);
-        action.AddSourceItem(item.target, curve.GetRef(), true);
+        action.AddSourceItem(item.target, curve.GetRef(), item.isActive);
     }
     Delete(scratch.property.GetFullName().GetWideString());
     return action;

@@ -72,6 +72,7 @@ struct Item {
     const wchar_t* target;
     std::vector<double> times;   // empty: a static value
     std::vector<double> values;  // of a static value, that one
+    bool isActive = true;
 };
 Zelk::ActionSource AddAction(Zelk::Model model, const wchar_t* name,
                              const std::vector<Item>& items);
