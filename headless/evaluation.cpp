@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <unordered_map>
 
+#include "headless/chain_end.h"
 #include "headless/driven.h"
 #include "headless/key_axis.h"
 #include "headless/key_times.h"
@@ -19,14 +19,6 @@ namespace {
 
 constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 constexpr std::size_t kLength = static_cast<std::size_t>(Channel::BoneLength);
-
-// Where the end of a chain is: the last bone, the root of a chain without bones, or null for what
-// is not an effector or no longer has a chain.
-const Object* EndOfChain(const Object& object) {
-    if (object.type != ObjectType::ChainEffector || object.chainRoot == nullptr) return nullptr;
-    const std::vector<Object*>& bones = object.chainRoot->chainData->bones;
-    return bones.empty() ? object.chainRoot : bones.back();
-}
 
 Transform StandingGlobal(const Object* object) {
     Transform global;
@@ -225,11 +217,8 @@ Transform MotionEvaluator::Impl::LocalAt(const Part& part, const Places& at) con
 // An effector, seen from the end of its chain.
 Transform MotionEvaluator::Impl::EndAt(std::size_t place, const Places& at) const {
     const std::size_t end = parts[place].endOfChain;
-    Transform seen;
-    const ChainData& chain = *objects[place]->chainRoot->chainData;
-    std::memcpy(seen.axes, chain.effectorAngle.data(), sizeof seen.axes);
-    if (objects[end]->type == ObjectType::ChainBone) seen.origin[0] = LengthAt(parts[end], at);
-    return seen;
+    const bool isBone = objects[end]->type == ObjectType::ChainBone;
+    return EffectorSeenFromEnd(*objects[place], isBone ? LengthAt(parts[end], at) : 0.0);
 }
 
 void MotionEvaluator::Impl::Globals(const Places& at, std::span<Transform> globals) const {

@@ -2,8 +2,8 @@
 // they depend on changes; the local states of effectors follow at the end of the operation.
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
+#include "headless/chain_end.h"
 #include "headless/scene_editor.h"
 
 namespace headless {
@@ -51,18 +51,16 @@ bool CarriesOthers(const Object& element) {
 // The object that another one's scene transform is worked out from: its parent, but of an effector
 // the last bone of its chain.
 Node& SceneEditor::PoseSource(const Node& object) const {
-    if (!IsChainEffector(object)) return ParentNode(object);
-    const ChainData& chain = *object.chainRoot->chainData;
-    return AsNode(chain.bones.empty() ? *object.chainRoot : *chain.bones.back());
+    const Object* const end = EndOfChain(object);
+    if (end == nullptr) return ParentNode(object);
+    // The editor may change every object of its scene.
+    return AsNode(const_cast<Object&>(*end));
 }
 
 Transform SceneEditor::SeenFromPoseSource(const Node& object) const {
-    if (!IsChainEffector(object)) return FromLocal(object.local);
-    const ChainData& chain = *object.chainRoot->chainData;
-    Transform seen;
-    std::memcpy(seen.axes, chain.effectorAngle.data(), sizeof seen.axes);
-    seen.origin[0] = chain.bones.empty() ? 0.0 : chain.bones.back()->length;
-    return seen;
+    const Object* const end = EndOfChain(object);
+    // A chain root, the end of a chain without bones, has the length 0.
+    return end == nullptr ? FromLocal(object.local) : EffectorSeenFromEnd(object, end->length);
 }
 
 const Transform& SceneEditor::Global(Node& object) {
