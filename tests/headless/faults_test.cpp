@@ -1,10 +1,9 @@
-#include "headless/testing.h"
-
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
 
+#include "headless/testing.h"
 #include "tests/headless/operation_calls.h"
 #include "tests/headless/scene_text.h"
 
