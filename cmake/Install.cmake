@@ -25,6 +25,17 @@ configure_package_config_file(cmake/zkmocaputilsConfig.cmake.in
   PATH_VARS CMAKE_INSTALL_LIBDIR)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/zkmocaputilsConfigVersion.cmake
   COMPATIBILITY SameMinorVersion)
+
+# For builds without CMake. Paths in it are relative to the file itself.
+set(ZKMOCAP_PC_FOLDER ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH ZKMOCAP_PC_PREFIX ${ZKMOCAP_PC_FOLDER} ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" ZKMOCAP_PC_PREFIX "${ZKMOCAP_PC_PREFIX}")
+file(RELATIVE_PATH ZKMOCAP_PC_LIBDIR ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
+file(RELATIVE_PATH ZKMOCAP_PC_INCLUDEDIR ${CMAKE_INSTALL_PREFIX}
+  ${CMAKE_INSTALL_FULL_INCLUDEDIR}/zkmocaputils)
+configure_file(cmake/zelkhost.pc.in ${PROJECT_BINARY_DIR}/zelkhost.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zelkhost.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
 install(FILES ${PROJECT_BINARY_DIR}/zkmocaputilsConfig.cmake
   ${PROJECT_BINARY_DIR}/zkmocaputilsConfigVersion.cmake
   DESTINATION ${ZKMOCAP_CMAKEDIR})
