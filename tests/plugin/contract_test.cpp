@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "headless/session.h"
+#include "headless/testing.h"
 #include "tests/bvh/samples.h"
 #include "tests/plugin/plugin_library.h"
 #include "tests/support/core/session_text.h"
@@ -149,7 +150,7 @@ TEST_F(PluginLog, TellsAMissingFileName) {
 }
 
 TEST_F(PluginLog, TellsACancelledImport) {
-    headless::Session::Current().PressCancelAtPoll(1);
+    headless::PressCancelAtPoll(1);
     EXPECT_EQ(Import(File("walk.bvh", kChain)), ".x");
 }
 
