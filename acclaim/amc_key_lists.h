@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "mocap/mocap_model.h"
+#include "textio/stand_ins.h"
 
 // The values of a motion while nobody knows yet how many frames there are: a row a frame, in the
 // order of the file, in blocks that never move. Channels may join in a later frame; from then on
@@ -46,7 +47,7 @@ class AmcKeyLists {
       private:
         static constexpr std::size_t kBlockItems = 4096;
         void AddBlock() {
-            blocks_.push_back(std::make_unique_for_overwrite<Item[]>(kBlockItems));
+            blocks_.push_back(textio::make_unique_for_overwrite<Item[]>(kBlockItems));
             used_ = 0;
         }
 

@@ -1,5 +1,18 @@
 # The shapes that every folder is built from.
 include_guard(GLOBAL)
+include(CheckCXXSourceCompiles)
+
+# Whether the standard library reads and writes doubles; if not, stand-ins need fast_float and fmt.
+block()
+  set(CMAKE_CXX_STANDARD 20)
+  set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+  check_cxx_source_compiles("
+    #include <charconv>
+    #ifndef __cpp_lib_to_chars
+    #error
+    #endif
+    int main() {}" ZKMOCAP_HAVE_TO_CHARS)
+endblock()
 
 # What every target of this project is compiled with.
 function(zk_common target)

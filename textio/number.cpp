@@ -1,10 +1,11 @@
 #include "textio/number.h"
 
-#include <charconv>
 #include <clocale>
 #include <cstdint>
 #include <cstdlib>
 #include <system_error>
+
+#include "textio/stand_ins.h"
 
 namespace textio {
 namespace {
@@ -28,7 +29,7 @@ const char* TakeDigits(const char* at, std::uint64_t& digits) {
 
 const char* ReadAnyDecimal(const char* first, const char* last, double& value) {
     double number = 0.0;
-    const auto [end, error] = std::from_chars(first, last, number);
+    const auto [end, error] = from_chars(first, last, number);
     // Zero has rules of its own, and out of range is what the C library makes of it.
     if (error != std::errc() || number == 0.0) return nullptr;
     value = number;
