@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "text/to_chars.h"
+
 namespace text {
 namespace {
 
@@ -45,10 +47,10 @@ char* WriteWhole(char* out, std::uint64_t number) {
 }  // namespace
 
 char* WriteNumber(char* out, double number, int decimals) {
-    if (decimals > kMostDecimals) return std::to_chars(out, out + kLongestNumber, number).ptr;
+    if (decimals > kMostDecimals) return to_chars(out, out + kLongestNumber, number).ptr;
     const double power = kPowersOfTen[decimals];
     const double scaled = std::abs(number) * power;
-    if (!(scaled < kExact)) return std::to_chars(out, out + kLongestNumber, number).ptr;
+    if (!(scaled < kExact)) return to_chars(out, out + kLongestNumber, number).ptr;
 
     // NOLINTNEXTLINE(bugprone-incorrect-roundings): exact below kExact, and fast.
     auto digits = static_cast<std::uint64_t>(scaled + 0.5);
@@ -71,7 +73,7 @@ char* WriteNumber(char* out, double number, int decimals) {
 
 std::string NumberText(double number) {
     char text[kLongestNumber];
-    const char* end = std::to_chars(text, text + sizeof(text), number).ptr;
+    const char* end = to_chars(text, text + sizeof(text), number).ptr;
     return std::string(text, static_cast<std::size_t>(end - text));
 }
 
