@@ -4,6 +4,9 @@
 #include <cstdint>
 #include <limits>
 
+#include "headless/direction.h"
+#include "headless/double_pair.h"
+
 namespace headless {
 
 namespace {
@@ -11,7 +14,6 @@ namespace {
 // pi / 180 as a sum, so that an angle loses nothing on its way to radians.
 constexpr double kRadiansHigh = 0x1.1df46a2529d39p-6;
 constexpr double kRadiansLow = 0x1.5c1d8becdd291p-62;
-constexpr long double kDegreesPerRadian = 57.295779513082320876798154814105170L;
 
 struct SineCosine {
     double sine;
@@ -22,17 +24,6 @@ struct SineCosine {
 double Nearest(double number) {
     constexpr double kUnitsOnly = 0x1.8p52;
     return (number + kUnitsOnly) - kUnitsOnly;
-}
-
-// What rounding took from a * b = `product`, to the last bit: both factors in halves, whose
-// products are exact (T. J. Dekker, 1971).
-double RoundedOff(double a, double b, double product) {
-    constexpr double kSplit = 0x1p27 + 1.0;
-    const double aHigh = kSplit * a - (kSplit * a - a);
-    const double bHigh = kSplit * b - (kSplit * b - b);
-    const double aLow = a - aHigh;
-    const double bLow = b - bHigh;
-    return ((aHigh * bHigh - product) + aHigh * bLow + aLow * bHigh) + aLow * bLow;
 }
 
 // Exact at multiples of 90 degrees, within rounding of the result elsewhere.
@@ -101,23 +92,34 @@ Transform FromLocal(const std::array<double, 6>& local) {
 // With M = Rx * Ry * Rz: z comes from the first row, and M * Rz^-1 = Rx * Ry then gives x and y
 // from entries of which one of each pair is large, whatever z was. So the lock, where z means
 // nothing, needs no case of its own: x makes up for any z. z is rounded to what is returned before
-// it is taken out.
+// it is taken out: its sine and cosine are the first row's, turned by what rounding took.
 std::array<double, 3> AnglesOf(const double axes[3][3]) {
-    const auto degrees = [](long double sine, long double cosine) {
-        return static_cast<double>(std::atan2(sine, cosine) * kDegreesPerRadian);
-    };
     // What is this short says nothing about z, and nothing is the plainest angle.
     constexpr double kNoDirection = 2.5e-16;
-    const bool locked = std::hypot(axes[0][0], axes[0][1]) < kNoDirection;
-    const double z = locked ? 0.0 : degrees(axes[0][1], axes[0][0]);
-    const long double turn = static_cast<long double>(z) / kDegreesPerRadian;
-    const long double sz = std::sin(turn);
-    const long double cz = std::cos(turn);
-    const double x = degrees(axes[2][0] * sz - axes[2][1] * cz, axes[1][1] * cz - axes[1][0] * sz);
-    const double y =
-        degrees(-static_cast<long double>(axes[0][2]), axes[0][0] * cz + axes[0][1] * sz);
+    DoublePair sine = {axes[0][1], 0.0};
+    DoublePair cosine = {axes[0][0], 0.0};
+    DoublePair z = {0.0, 0.0};
+    // The sine and cosine of z have this length, which no direction minds.
+    DoublePair length = Sum(Product(sine.high, sine.high), Product(cosine.high, cosine.high));
+    if (length.high < kNoDirection * kNoDirection) {
+        sine = {0.0, 0.0};
+        length = cosine;
+        cosine = {1.0, 0.0};
+    } else {
+        z = DirectionInDegrees(sine, cosine);
+        length = SquareRoot(length);
+        if (z.low != 0.0) {
+            const double turn = z.low * kRadiansHigh;
+            sine = ExactSum(axes[0][1], -axes[0][0] * turn);
+            cosine = ExactSum(axes[0][0], axes[0][1] * turn);
+        }
+    }
+    const DoublePair x =
+        DirectionInDegrees(Sum(Product(sine, axes[2][0]), Product(cosine, -axes[2][1])),
+                           Sum(Product(cosine, axes[1][1]), Product(sine, -axes[1][0])));
+    const DoublePair y = DirectionInDegrees({-axes[0][2], 0.0}, length);
     // Adding zero makes a negative zero a plain one.
-    return {x + 0.0, y + 0.0, z + 0.0};
+    return {x.high + 0.0, y.high + 0.0, z.high + 0.0};
 }
 
 }  // namespace headless

@@ -57,6 +57,29 @@ TEST(Angles, ReproduceTheLockAndAllAroundIt) {
     EXPECT_LE(largest, 1e-15);
 }
 
+// Only here is long double surely longer than double; the angle about z depends on nothing else.
+TEST(Angles, AreTheNearestDoubles) {
+    if constexpr (std::numeric_limits<long double>::digits < 64) GTEST_SKIP();
+    constexpr long double kDegreesPerRadian = 57.295779513082320876798154814105170L;
+    std::mt19937 random(6);
+    std::uniform_real_distribution<double> angle(-180, 180);
+    int others = 0;
+    constexpr int kCount = 100'000;
+    for (int count = 0; count < kCount; ++count) {
+        const Transform turned =
+            FromLocal({0, 0, 0, angle(random), angle(random) / 2, angle(random)});
+        const long double exact =
+            kDegreesPerRadian * std::atan2(static_cast<long double>(turned.axes[0][1]),
+                                           static_cast<long double>(turned.axes[0][0]));
+        const double z = AnglesOf(turned.axes)[2];
+        if (z != static_cast<double>(exact)) ++others;
+        const double ulp = std::nextafter(std::fabs(z), 400.0) - std::fabs(z);
+        ASSERT_LE(std::fabs(static_cast<long double>(z) - exact), 0.501L * ulp);
+    }
+    // Those that lie nearly half-way.
+    EXPECT_LE(others, kCount / 1000);
+}
+
 TEST(Angles, ReproduceEveryQuarterTurn) {
     for (int x = -4; x <= 4; ++x)
         for (int y = -4; y <= 4; ++y)
