@@ -12,7 +12,7 @@ struct VARIANT {
         const wchar_t* bstrVal;  // NUL-terminated text, the caller's
         std::uint16_t boolVal;   // 0xFFFF is true
         double dblVal;
-        void* slot[2];
+        std::uint64_t slot[2];
     };
 };
 

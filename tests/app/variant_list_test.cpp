@@ -8,8 +8,8 @@ TEST(VariantList, IsZeroWhereNothingWasAdded) {
     const app::VariantList list;
     for (int index = 0; index < 10; ++index) {
         EXPECT_EQ(list.Data()[index].vt, 0);
-        EXPECT_EQ(list.Data()[index].slot[0], nullptr);
-        EXPECT_EQ(list.Data()[index].slot[1], nullptr);
+        EXPECT_EQ(list.Data()[index].slot[0], 0U);
+        EXPECT_EQ(list.Data()[index].slot[1], 0U);
     }
 }
 
