@@ -79,6 +79,8 @@ class ZELK_API NameTable {
         bool operator()(std::wstring_view a, const Zelk::CString& b) const {
             return a == std::wstring_view(b.GetWideString(), b.Length());
         }
+        // libc++ of clang 14 asks with the looked-for text second.
+        bool operator()(const Zelk::CString& a, std::wstring_view b) const { return (*this)(b, a); }
     };
 
     void Insert(const Zelk::CString& name, const Key& key, std::uint32_t id);

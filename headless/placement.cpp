@@ -1,7 +1,7 @@
 // Where objects stand. Scene transforms are worked out when somebody asks and kept until something
 // they depend on changes; the local states of effectors follow at the end of the operation.
 #include <algorithm>
-#include <bit>
+#include <cstring>
 
 #include "headless/chain_end.h"
 #include "headless/scene_editor.h"
@@ -24,7 +24,7 @@ bool HangsOutside(const Object& effector) {
 }
 
 bool SameBits(double a, double b) {
-    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+    return std::memcmp(&a, &b, sizeof(double)) == 0;
 }
 
 Object* EffectorOf(const Object& chainElement) {

@@ -69,7 +69,7 @@ std::string_view PlugInWords::Next() {
     for (;;) {
         const std::string_view word = NextRaw();
         if (!word.starts_with('#')) return word;
-        if (!SkipLine()) return std::string_view(end_, end_);
+        if (!SkipLine()) return {end_, 0};
     }
 }
 
