@@ -132,7 +132,7 @@ class CAcclaimImport : public CMocapImportBase {
     void LogWarningsLeftOut() const;
 
     // In characters: a line of a byte or two can ask for a warning of sixty.
-    FileAllowance warnings{std::size_t{4} << 20, 2, 1};
+    FileAllowance warnings{std::uint64_t{4} << 20, 2, 1};
     std::uint64_t warningsLeftOut = 0;
     Zelk::CString documentation;
     double lengthMultiplier = 1.0;

@@ -17,11 +17,11 @@ std::vector<KeyArray> AmcKeyLists::TakeKeys() {
             ++width;
         const double time = numbers_[row];
         for (std::size_t channel = 0; channel < width; ++channel)
-            keys[channel][row] = {time, values_[next++]};
+            keys[channel].get()[row] = {time, values_[next++]};
         for (std::size_t channel = before; channel < width; ++channel)
             for (std::uint32_t early = 0; early < row; ++early)
-                keys[channel][early] = {static_cast<double>(numbers_[early]),
-                                        keys[channel][row].value};
+                keys[channel].get()[early] = {static_cast<double>(numbers_[early]),
+                                              keys[channel].get()[row].value};
         values_.FreeBefore(next);
     }
     return keys;

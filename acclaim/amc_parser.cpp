@@ -160,7 +160,7 @@ std::int32_t CAcclaimImport::AttachKeys(Motion& motion) {
             channel.keys = std::move(*next++);
             if (overrideLengthMultiplier && IsPosition(channel.type))
                 for (std::uint32_t frame = 0; frame < frameCount; ++frame)
-                    channel.keys[frame].value *= lengthMultiplier;
+                    channel.keys.get()[frame].value *= lengthMultiplier;
             if (CheckCancelled()) return kCancelled;
         }
     }

@@ -91,9 +91,9 @@ Found FindTargets(MOCAPMODEL& child, std::uint32_t frameCount, Targets& targets)
 void AddOffsets(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
                 const Targets& targets, std::size_t children) {
     for (std::uint32_t frame = 0; children > 0 && frame < frameCount; ++frame) {
-        const MOCAP_RAWKEY& key = length.keys[frame];
+        const MOCAP_RAWKEY& key = length.keys.get()[frame];
         for (int axis = 0; axis < 3; ++axis) {
-            MOCAP_RAWKEY& target = targets.axis[axis]->keys[frame];
+            MOCAP_RAWKEY& target = targets.axis[axis]->keys.get()[frame];
             target.time = key.time;
             target.value = AddRepeatedly(target.value, bone.direction[axis] * key.value, children);
         }

@@ -123,7 +123,7 @@ std::int32_t CBiovisionImport::CountSection(const Zelk::CString& name) {
     if (channelCount > 0 && frameCount > 0) return kOk;
     if (!sectionsLeft.Take())
         return FailForCount(L"sections without channels or frames", sectionsLeft);
-    if (!derivedNames.Take(std::size_t{12} * name.Length())) return FailForDerivedNames();
+    if (!derivedNames.Take(std::uint64_t{12} * name.Length())) return FailForDerivedNames();
     return kOk;
 }
 

@@ -78,7 +78,7 @@ std::int32_t CBiovisionImport::ReadFrames(KeyArray* keys) {
             double value = 0.0;
             if (!stringFile.GetNextFloat(value))
                 return Fail(kInvalidData, L"Expected a float value in key frame data");
-            if (keys != nullptr) keys[channel][frame] = {time, value};
+            if (keys != nullptr) keys[channel].get()[frame] = {time, value};
             if (--untilPoll > 0) continue;
             untilPoll = step;
             if (CheckCancelled()) return kCancelled;

@@ -1,5 +1,6 @@
 #include "host/string.h"
 
+#include <cstdint>
 #include <cwchar>
 #include <limits>
 #include <new>
@@ -23,8 +24,11 @@ CString::Rep* CString::Make(const wchar_t* head, std::uint32_t headLength, const
     const std::uint64_t length = std::uint64_t{headLength} + tailLength;
     if (length == 0) return nullptr;
     if (length > kMaxLength) throw std::bad_alloc();
+    const std::uint64_t bytes = sizeof(Rep) + length * sizeof(wchar_t);
+    // More than a pointer difference can count where pointers have 32 bits.
+    if (bytes > static_cast<std::uint64_t>(PTRDIFF_MAX)) throw std::bad_alloc();
     // The record has room for the terminating NUL already.
-    void* memory = ::operator new(sizeof(Rep) + length * sizeof(wchar_t));
+    void* memory = ::operator new(static_cast<std::size_t>(bytes));
     Rep* rep = new (memory) Rep{1, static_cast<std::uint32_t>(length), {L'\0'}};
     // Through the memory rather than through `text`, whose declared length is one.
     auto* text = reinterpret_cast<wchar_t*>(static_cast<char*>(memory) + offsetof(Rep, text));

@@ -156,7 +156,8 @@ Zelk::CStatus CMocapImportBase::CreateChainBones(const BoneChain& chain, Zelk3DO
         // The bone, the chain's root and its effector get the name, as often as the parent begins a
         // chain.
         const Zelk::CString parentName = parent.GetName();
-        if (!derivedNames.Take(std::size_t{3} * parentName.Length())) return FailForDerivedNames();
+        if (!derivedNames.Take(std::uint64_t{3} * parentName.Length()))
+            return FailForDerivedNames();
         start.name = NarrowName(parentName);
         if (!start.name) return Zelk::status::kOutOfMemory;
         if (first->parent != nullptr)

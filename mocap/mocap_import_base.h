@@ -130,7 +130,7 @@ class CMocapImportBase {
 
     CStringFile stringFile;
     // What the file may ask for. What has channels and frames of its own is never too much of it.
-    FileAllowance derivedNames{std::size_t{4} << 20, 4, 1};  // characters
+    FileAllowance derivedNames{std::uint64_t{4} << 20, 4, 1};  // characters
     // A section without content asks for a node with six bytes; nodes that say anything take more.
     FileAllowance nodesLeft{1024, 1, 16};
     // Chains, of three objects each, and the nulls at their ends. Even where joints branch as often

@@ -1,6 +1,7 @@
 #include "mocap/mocap_model.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -13,8 +14,10 @@ constexpr std::size_t kPieceBytes = std::size_t{8} << 20;
 
 // `arrays` times `count` keys in one piece; null without memory.
 std::shared_ptr<void> AllocatePiece(std::size_t arrays, std::uint32_t count) {
+    const std::uint64_t bytes = std::uint64_t{arrays} * count * sizeof(MOCAP_RAWKEY);
+    if (bytes > static_cast<std::uint64_t>(PTRDIFF_MAX)) return nullptr;
     try {
-        return memory::AllocateLargeMemory(arrays * count * sizeof(MOCAP_RAWKEY));
+        return memory::AllocateLargeMemory(static_cast<std::size_t>(bytes));
     } catch (const std::bad_alloc&) {
         return nullptr;  // no room to count its owners
     }
@@ -32,8 +35,8 @@ KeyArray AllocateKeys(std::uint32_t count) {
 }
 
 std::vector<KeyArray> AllocateKeyArrays(std::uint32_t arrays, std::uint32_t count) {
-    const std::size_t bytes = std::max<std::size_t>(count, 1) * sizeof(MOCAP_RAWKEY);
-    const std::size_t perPiece = std::max<std::size_t>(kPieceBytes / bytes, 1);
+    const std::uint64_t bytes = std::max<std::uint64_t>(count, 1) * sizeof(MOCAP_RAWKEY);
+    const auto perPiece = static_cast<std::size_t>(std::max<std::uint64_t>(kPieceBytes / bytes, 1));
     std::vector<KeyArray> keys;
     keys.reserve(arrays);
     while (keys.size() < arrays) {

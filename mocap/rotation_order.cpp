@@ -42,7 +42,7 @@ bool AddZeroChannel(CHANNELS& slot, std::uint8_t type, const CHANNELS& like,
     slot.keys = AllocateKeys(frameCount);
     if (!slot.keys) return false;
     for (std::uint32_t frame = 0; frame < frameCount; ++frame)
-        slot.keys[frame] = {like.keys[frame].time, 0.0};
+        slot.keys.get()[frame] = {like.keys.get()[frame].time, 0.0};
     slot.type = type;
     return true;
 }

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 
 #include "textio/number.h"
 
@@ -100,6 +101,8 @@ bool CStringFile::ReadFile(const wchar_t* path) {
     if (!file) return false;
     const off_t end = FileSize(file.get());
     if (end < 0 || end > std::numeric_limits<std::uint32_t>::max()) return false;
+    // Where memory has 32 bits, it has none for the largest of these and its NUL.
+    if (std::cmp_greater_equal(end, std::numeric_limits<std::size_t>::max())) return false;
 
     const auto capacity = static_cast<std::size_t>(end) + 1;
     buffer = memory::AllocateLargeMemory(capacity);
