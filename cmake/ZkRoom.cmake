@@ -2,6 +2,16 @@
 include_guard(GLOBAL)
 include(CheckCXXSourceCompiles)
 
+# Where nothing can be loaded, what would be is an archive.
+get_property(zk_can_load GLOBAL PROPERTY TARGET_SUPPORTS_SHARED_LIBS)
+if(zk_can_load)
+  set(ZKMOCAP_SHARED SHARED)
+  set(ZKMOCAP_MODULE MODULE)
+else()
+  set(ZKMOCAP_SHARED STATIC)
+  set(ZKMOCAP_MODULE STATIC)
+endif()
+
 # Whether the standard library reads and writes doubles; if not, stand-ins need fast_float and fmt.
 block()
   set(CMAKE_CXX_STANDARD 20)
