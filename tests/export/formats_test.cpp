@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "export/json_record.h"
 #include "tests/support/test_scene.h"
+#include "text/byte_sink.h"
 
 namespace {
 

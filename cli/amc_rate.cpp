@@ -1,0 +1,47 @@
+#include "cli/amc_rate.h"
+
+#include <charconv>
+#include <string>
+#include <string_view>
+#include <strings.h>
+
+namespace cli {
+namespace {
+
+// Longer than the keyword and any number that matters: the rest of a longer token is left out.
+constexpr std::size_t kTokenLimit = 64;
+
+bool IsSeparator(char character) {
+    return std::string_view("\t\r\n (),").find(character) != std::string_view::npos;
+}
+
+// The next token that does not begin a comment; empty at the end.
+std::string NextToken(std::istream& file) {
+    std::string token;
+    bool inComment = false;
+    for (char character; file.get(character) && character != '\0';) {
+        if (inComment) {
+            inComment = character != '\n' && character != '\r';
+        } else if (IsSeparator(character)) {
+            if (!token.empty()) break;
+        } else if (token.empty() && character == '#') {
+            inComment = true;
+        } else if (token.size() < kTokenLimit) {
+            token += character;
+        }
+    }
+    return token;
+}
+
+}  // namespace
+
+bool StatesRate(std::istream& amc) {
+    if (strcasecmp(NextToken(amc).c_str(), ":SAMPLES-PER-SECOND") != 0) return false;
+    const std::string number = NextToken(amc);
+    const char* start = number.c_str() + (number.starts_with('+') ? 1 : 0);
+    int rate = 0;
+    const auto [end, error] = std::from_chars(start, number.c_str() + number.size(), rate);
+    return error == std::errc() && rate > 1;
+}
+
+}  // namespace cli

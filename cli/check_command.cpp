@@ -1,0 +1,159 @@
+#include "cli/check_command.h"
+
+#include <filesystem>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <string>
+#include <unistd.h>
+
+#include "cli/check_files.h"
+#include "cli/print.h"
+#include "dataset/exit_status.h"
+#include "files/output_file.h"
+#include "pairing/capture_kind.h"
+#include "survey/finding_text.h"
+#include "text/byte_sink.h"
+#include "text/escapes.h"
+#include "text/json_text.h"
+#include "text/number_text.h"
+#include "text/path_text.h"
+
+namespace cli {
+namespace {
+
+constexpr int kDecimals = 3;
+
+std::string Short(double number) {
+    char room[text::kLongestNumber];
+    return {room, text::WriteNumber(room, number, kDecimals)};
+}
+
+std::string Counted(std::size_t count, std::string_view what) {
+    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+// "27 joints, 7 end sites, 69 channels, 257 frames, 60 frames per second, 4.283 seconds"
+std::string CountsText(const survey::Facts& facts, pairing::CaptureKind kind) {
+    std::string text;
+    const auto add = [&](const std::string& part) { text += (text.empty() ? "" : ", ") + part; };
+    if (kind != pairing::CaptureKind::Motion) {
+        add(Counted(facts.joints, "joint"));
+        add(Counted(facts.endSites, "end site"));
+    }
+    add(Counted(facts.channels, "channel"));
+    if (facts.frames) add(Counted(*facts.frames, "frame"));
+    if (facts.framesPerSecond) add(Short(*facts.framesPerSecond) + " frames per second");
+    if (facts.seconds) add(Short(*facts.seconds) + " seconds");
+    return text;
+}
+
+// "height 171.3 (likely centimetres), y up, rotations ZXY"
+std::string ShapeText(const survey::Facts& facts) {
+    std::string text;
+    const auto add = [&](const std::string& part) { text += (text.empty() ? "" : ", ") + part; };
+    if (facts.height) {
+        const std::string unit =
+            facts.unit.empty() ? "unit unknown" : fmt::format("likely {}", facts.unit);
+        add(fmt::format("height {} ({})", Short(*facts.height), unit));
+    }
+    if (!facts.up.empty()) add(facts.up + " up");
+    if (!facts.orders.empty()) add(fmt::format("rotations {}", fmt::join(facts.orders, " ")));
+    return text;
+}
+
+void AppendNumber(std::string& out, std::string_view key, const std::optional<double>& number) {
+    out += fmt::format(R"("{}": )", key);
+    if (number)
+        text::AppendJsonNumber(out, *number);
+    else
+        out += "null";
+    out += ", ";
+}
+
+void AppendText(std::string& out, std::string_view key, const std::string& value) {
+    out += fmt::format(R"("{}": )", key);
+    if (value.empty())
+        out += "null";
+    else
+        text::AppendJsonString(out, value);
+    out += ", ";
+}
+
+std::string FactsJson(const survey::Facts& facts) {
+    std::string out = fmt::format(R"({{"joints": {}, "endSites": {}, "channels": {}, )",
+                                  facts.joints, facts.endSites, facts.channels);
+    const std::string frames = facts.frames ? std::to_string(*facts.frames) : "null";
+    out += fmt::format(R"("frames": {}, )", frames);
+    AppendNumber(out, "fps", facts.framesPerSecond);
+    AppendNumber(out, "seconds", facts.seconds);
+    AppendNumber(out, "height", facts.height);
+    AppendText(out, "unit", facts.unit);
+    AppendText(out, "up", facts.up);
+    out += R"("orders": [)";
+    for (std::size_t index = 0; index < facts.orders.size(); ++index)
+        out += fmt::format(R"({}"{}")", index > 0 ? ", " : "", facts.orders[index]);
+    return out + "]}";
+}
+
+void PrintJson(const CheckedFile& file) {
+    std::string out = R"({"file": )";
+    text::AppendJsonString(out, file.path);
+    out += fmt::format(R"(, "format": "{}", "findings": [)", pairing::NameOf(file.kind));
+    for (std::size_t index = 0; index < file.survey.findings.size(); ++index) {
+        if (index > 0) out += ", ";
+        survey::AppendFindingJson(out, file.survey.findings[index]);
+    }
+    ToStdout()(out + R"(], "facts": )" + FactsJson(file.survey.facts) + "}\n");
+}
+
+void PrintForPeople(const CheckedFile& file) {
+    const bool terminal = isatty(STDOUT_FILENO) != 0;
+    for (const survey::Finding& finding : file.survey.findings)
+        ToStdout()(survey::FindingLine(file.path, finding, terminal));
+    if (file.survey.Has(survey::Severity::Error)) return;
+    const std::string shown = terminal ? text::EscapeControls(file.path) : file.path;
+    ToStdout()(fmt::format("{}: {}\n", shown, CountsText(file.survey.facts, file.kind)));
+    const std::string shape = ShapeText(file.survey.facts);
+    if (!shape.empty()) ToStdout()(fmt::format("  {}\n", shape));
+}
+
+// The canonical text, or a copy of the file where there is nothing to mend.
+void WriteFixed(const CheckRequest& request, const CheckedFile& file) {
+    if (file.survey.Has(survey::Severity::Error)) return;
+    const std::string name(text::NamePart(file.path));
+    files::OutputFile out(request.output.empty() ? request.outDir + '/' + name : request.output);
+    out.Write(file.survey.mended ? std::string_view(file.survey.mended->text) : file.text);
+    out.Commit();
+}
+
+int Fix(const CheckRequest& request) {
+    int status = dataset::kImported;
+    std::error_code error;
+    if (!request.outDir.empty()) std::filesystem::create_directories(request.outDir, error);
+    CheckFiles(request, survey::Purpose::Fix, [&](const CheckedFile& file) {
+        try {
+            WriteFixed(request, file);
+        } catch (const text::WriteError& problem) {
+            PrintError(problem.what());
+            status = dataset::kOutputFailed;
+        }
+    });
+    return status;
+}
+
+}  // namespace
+
+int RunCheck(const CheckRequest& request) {
+    bool failed = false;
+    CheckFiles(request, survey::Purpose::Check, [&](const CheckedFile& file) {
+        request.json ? PrintJson(file) : PrintForPeople(file);
+        failed |= file.survey.Has(survey::Severity::Error) ||
+                  (request.strict && file.survey.Has(survey::Severity::Warning));
+    });
+    const int written = request.fix ? Fix(request) : dataset::kImported;
+    return written != dataset::kImported ? written
+           : failed                      ? dataset::kImportFailed
+                                         : dataset::kImported;
+}
+
+}  // namespace cli

@@ -1,0 +1,124 @@
+#include "cli/check_files.h"
+
+#include <deque>
+#include <memory>
+#include <utility>
+
+#include "cli/option_values.h"
+#include "files/mapped_file.h"
+#include "pairing/capture_kind.h"
+#include "survey/finding_text.h"
+#include "text/path_text.h"
+
+namespace cli {
+namespace {
+
+survey::Options OptionsOf(const CheckRequest& request, survey::Purpose purpose) {
+    survey::Options options;
+    options.purpose = purpose;
+    options.encoding = request.encoding;
+    return options;
+}
+
+using pairing::CaptureKind;
+
+// The arguments were checked: each names a capture.
+CaptureKind KindOf(const std::string& path) {
+    return pairing::KindOf(path).value_or(CaptureKind::Biovision);
+}
+
+// Files that are looked at together: one, or a skeleton and its motions.
+class Group {
+  public:
+    void Add(const std::string& path) {
+        CheckedFile checked;
+        checked.path = path;
+        checked.kind = KindOf(path);
+        checked_.push_back(std::move(checked));
+    }
+
+    // The next one, in the order they were added. Looks at all of them at the first call.
+    const CheckedFile& Next(const survey::Options& options) {
+        if (next_ == 0) Survey(options);
+        return checked_[next_++];
+    }
+
+  private:
+    bool IsRead(std::size_t index) const { return files_[index].Problem().empty(); }
+
+    void Survey(const survey::Options& options) {
+        for (CheckedFile& checked : checked_) {
+            files_.emplace_back(checked.path);
+            checked.text = files_.back().Text();
+            if (!files_.back().Problem().empty())
+                checked.survey.findings = {survey::UnreadableFinding(files_.back().Problem())};
+        }
+        const bool hasSkeleton = checked_.front().kind == CaptureKind::Skeleton;
+        if (hasSkeleton && IsRead(0))
+            SurveyPairs(options);
+        else
+            SurveyEachAlone(options);
+    }
+
+    void SurveyPairs(const survey::Options& options) {
+        std::vector<survey::AcclaimFile> motions;
+        std::vector<std::size_t> indexes;
+        for (std::size_t index = 1; index < checked_.size(); ++index) {
+            if (!IsRead(index)) continue;
+            motions.push_back(
+                {checked_[index].text, std::string(text::NamePart(checked_[index].path))});
+            indexes.push_back(index);
+        }
+        survey::AcclaimSurvey surveyed = survey::SurveyAcclaim(
+            {checked_.front().text, std::string(text::NamePart(checked_.front().path))}, motions,
+            options);
+        checked_.front().survey = std::move(surveyed.skeleton);
+        for (std::size_t index = 0; index < indexes.size(); ++index)
+            checked_[indexes[index]].survey = std::move(surveyed.motions[index]);
+    }
+
+    void SurveyEachAlone(const survey::Options& options) {
+        for (std::size_t index = 0; index < checked_.size(); ++index) {
+            if (!IsRead(index)) continue;
+            CheckedFile& checked = checked_[index];
+            if (checked.kind == CaptureKind::Biovision)
+                checked.survey = survey::SurveyBvh(checked.text, options);
+            else
+                checked.survey = survey::SurveyAmcAlone(
+                    {checked.text, std::string(text::NamePart(checked.path))}, options);
+        }
+    }
+
+    std::deque<files::MappedFile> files_;  // side by side with `checked_`
+    std::vector<CheckedFile> checked_;
+    std::size_t next_ = 0;
+};
+
+// The group of each file. An .amc joins the last .asf, whatever was named in between.
+std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& files) {
+    std::vector<std::shared_ptr<Group>> groups;
+    std::shared_ptr<Group> skeleton;
+    for (const std::string& path : files) {
+        const CaptureKind kind = KindOf(path);
+        const bool joins = kind == CaptureKind::Motion && skeleton;
+        std::shared_ptr<Group> group = joins ? skeleton : std::make_shared<Group>();
+        if (kind == CaptureKind::Skeleton) skeleton = group;
+        group->Add(path);
+        groups.push_back(std::move(group));
+    }
+    return groups;
+}
+
+}  // namespace
+
+void CheckFiles(const CheckRequest& request, survey::Purpose purpose,
+                const std::function<void(const CheckedFile&)>& each) {
+    const survey::Options options = OptionsOf(request, purpose);
+    // A group goes with the last of its files.
+    for (std::shared_ptr<Group>& group : GroupsOf(request.files)) {
+        const std::shared_ptr<Group> held = std::move(group);
+        each(held->Next(options));
+    }
+}
+
+}  // namespace cli

@@ -1,0 +1,58 @@
+#include "cli/convert_command.h"
+
+#include "cli/arguments.h"
+#include "cli/convert_show.h"
+#include "cli/print.h"
+#include "dataset/conversion.h"
+#include "dataset/exit_status.h"
+#include "dataset/request.h"
+#include "take/plugin_library.h"
+#include "text/byte_sink.h"
+#include "text/shell_words.h"
+
+namespace cli {
+namespace {
+
+int Plan(const dataset::Conversion& conversion, const std::string& program) {
+    ConvertShow show(0);
+    conversion.Plan(
+        [&](std::vector<std::string> words) {
+            words.insert(words.begin(), program);
+            ToStdout()(text::ShellLine(words) + '\n');
+        },
+        [&](const dataset::IndexRow& row) { show.Take(row); });
+    return show.Failures() > 0 ? dataset::kSomeFailed : dataset::kImported;
+}
+
+int Run(dataset::Conversion& conversion, const dataset::Request& request) {
+    // Said once, not by every import.
+    const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
+    if (!loaded.plugin) throw PluginError(loaded.problem);
+    ConvertShow show(conversion.JobCount());
+    dataset::Watcher watcher;
+    watcher.onConverted = [&](const auto& row, const auto& told) { show.Take(row, told); };
+    watcher.onKnown = [&](const auto& row, const auto& told) { show.TakeKnown(row, told); };
+    watcher.onMessage = [&](std::string_view message) { show.Say(message); };
+    const dataset::RunEnd end = conversion.Run(watcher);
+    if (!end.indexProblem.empty()) PrintError(end.indexProblem);
+    ToStdout()(show.ClosingLine(end.index));
+    if (end.isCancelled) return dataset::kCancelled;
+    if (!end.indexProblem.empty()) return dataset::kOutputFailed;
+    return show.Failures() > 0 ? dataset::kSomeFailed : dataset::kImported;
+}
+
+}  // namespace
+
+int RunConvert(const dataset::Request& request, const std::string& program) {
+    try {
+        dataset::Conversion conversion(request);
+        return request.plan ? Plan(conversion, program) : Run(conversion, request);
+    } catch (const dataset::RequestError& error) {
+        throw UsageError(error.what());
+    } catch (const text::WriteError& error) {
+        PrintError(error.what());
+        return dataset::kOutputFailed;
+    }
+}
+
+}  // namespace cli

@@ -1,0 +1,112 @@
+#include "cli/convert_show.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <fmt/format.h>
+#include <sstream>
+#include <string_view>
+#include <unistd.h>
+
+#include "cli/print.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
+
+namespace cli {
+namespace {
+
+// Every change is shown: an import takes long enough.
+constexpr std::chrono::milliseconds kInterval{0};
+
+std::string Readable(const std::string& text) {
+    return text::EscapeControls(text);
+}
+
+// Each line's end stays.
+std::string ReadableLines(const std::string& text) {
+    return text::EscapeControls(text, true);
+}
+
+bool CanRedrawLines() {
+    const char* terminal = std::getenv("TERM");
+    return isatty(STDERR_FILENO) != 0 && (!terminal || std::string_view(terminal) != "dumb");
+}
+
+headless::BarEvent Event(headless::BarEvent::Kind kind, std::size_t number) {
+    return {kind, static_cast<std::int32_t>(number), {}};
+}
+
+}  // namespace
+
+ConvertShow::ConvertShow(std::size_t total) : total_(total) {
+    if (total == 0 || !CanRedrawLines()) return;
+    bar_.emplace(TerminalColumns(STDERR_FILENO), kInterval, ToStderr());
+    bar_->Take(Event(headless::BarEvent::Kind::Maximum, total));
+    bar_->Take(Event(headless::BarEvent::Kind::Visible, 1));
+}
+
+void ConvertShow::Take(const dataset::IndexRow& row, const dataset::ToldFindings& told) {
+    Count(row, told, converted_);
+}
+
+void ConvertShow::TakeKnown(const dataset::IndexRow& row, const dataset::ToldFindings& told) {
+    Count(row, told, known_);
+}
+
+void ConvertShow::Say(std::string_view message) {
+    if (bar_) bar_->Erase();
+    PrintError(message);
+}
+
+void ConvertShow::Count(const dataset::IndexRow& row, const dataset::ToldFindings& told,
+                        std::size_t& whenOk) {
+    switch (row.status) {
+        case dataset::JobStatus::Ok:
+            ++whenOk;
+            break;
+        case dataset::JobStatus::Partial:
+            ++partial_;
+            break;
+        case dataset::JobStatus::Failed:
+            ++failed_;
+            break;
+        case dataset::JobStatus::Cancelled:
+            return;
+    }
+    std::istringstream codes(row.findings);
+    for (std::string code; codes >> code;)
+        ++filesByCode_[code];
+    std::string lines = ReadableLines(told.lines);
+    if (row.status != dataset::JobStatus::Ok && !told.refused)
+        lines += fmt::format("{}: {}\n", Readable(row.source), Readable(row.error));
+    if (bar_ && !lines.empty()) bar_->Erase();
+    ToStderr()(lines);
+    Draw();
+}
+
+void ConvertShow::Draw() {
+    if (!bar_) return;
+    const std::size_t done = converted_ + known_ + Failures();
+    const std::string caption =
+        Failures() == 0 ? fmt::format("{} of {} done", done, total_)
+                        : fmt::format("{} of {} done, {} failed", done, total_, Failures());
+    const std::wstring wide = text::DecodeUtf8(caption);
+    bar_->Take(Event(headless::BarEvent::Kind::Value, done));
+    bar_->Take({headless::BarEvent::Kind::Caption, 0, Zelk::CString(wide.c_str())});
+}
+
+std::string ConvertShow::ClosingLine(const std::string& index) {
+    bar_.reset();
+    std::string line = fmt::format("{} converted", converted_);
+    const auto add = [&](std::size_t count, std::string_view what) {
+        if (count > 0) line += fmt::format(", {} {}", count, what);
+    };
+    add(known_, "up to date");
+    add(partial_, "in part");
+    add(failed_, "failed");
+    add(total_ - converted_ - known_ - Failures(), "cancelled: --resume goes on");
+    for (const auto& [code, files] : filesByCode_)
+        line += fmt::format("\n  {}: {} file{}", code, files, files == 1 ? "" : "s");
+    return fmt::format("{}\n{}\n", line, Readable(index));
+}
+
+}  // namespace cli

@@ -1,0 +1,53 @@
+#include "cli/exports.h"
+
+#include <fmt/format.h>
+
+#include "take/commands.h"
+#include "take/findings.h"
+#include "take/user_input_json.h"
+
+namespace cli {
+namespace {
+
+const char* Text(bool value) {
+    return value ? "true" : "false";
+}
+
+exporters::Source SourceOf(const take::Request& request, const take::Result& result) {
+    const take::FormatInfo& format = take::InfoOf(request.format);
+    exporters::Source source;
+    source.files.push_back(request.file.path);
+    if (request.motion) source.files.push_back(request.motion->path);
+    source.format = format.name;
+    source.tool = "zkhost " ZKHOST_VERSION;
+    source.options = {{"nulls", Text(request.useNulls)},
+                      {"chainFromParent", Text(request.chainFromParentJoint)},
+                      {"effectorToLastBone", Text(request.effectorToLastBone)}};
+    if (!format.hasLimitsAndLengths) return source;
+    source.options.emplace_back("limits", Text(request.applyLimits));
+    if (result.lengthMultiplier)
+        source.options.emplace_back("length", fmt::format("{}", *result.lengthMultiplier));
+    return source;
+}
+
+}  // namespace
+
+exporters::Options ExportOptionsOf(const ImportRequest& request, const take::Result& result) {
+    exporters::Options options = request.exports;
+    options.scale /= result.multiplied;
+    options.framesPerSecond = result.framesPerSecond;
+    options.models = result.outcome.models;
+    options.source = SourceOf(request.take, result);
+    return options;
+}
+
+exporters::RunRecord RecordOf(const ImportRequest& request, const take::Result& result) {
+    const headless::Recording& recording = result.recording;
+    exporters::RunRecord record{result.code, recording.log, recording.bar, recording.commands};
+    record.userInput = take::UserInputJson(result.userInput);
+    if (!request.take.asIs) record.findings = take::FindingsJson(result.findings);
+    record.multiplied = result.multiplied;
+    return record;
+}
+
+}  // namespace cli

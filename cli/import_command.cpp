@@ -1,0 +1,133 @@
+#include "cli/import_command.h"
+
+#include <chrono>
+#include <fmt/format.h>
+#include <fstream>
+#include <string>
+
+#include "cli/amc_rate.h"
+#include "cli/import_show.h"
+#include "cli/interrupt.h"
+#include "cli/outputs.h"
+#include "cli/print.h"
+#include "cli/report.h"
+#include "cli/summary.h"
+#include "cli/tree.h"
+#include "dataset/exit_status.h"
+#include "files/system_storage.h"
+#include "take/import.h"
+#include "take/outcome.h"
+#include "take/request.h"
+
+namespace cli {
+namespace {
+
+using dataset::ExitStatus;
+
+ShowOptions ShowOptionsOf(const ImportRequest& request) {
+    ShowOptions options;
+    options.progress = request.progress;
+    options.drawBar = !request.quiet || request.progress == Progress::On;
+    options.errorsOnly = request.quiet;
+    options.showFindings = !request.report;
+    options.file = request.take.file.path;
+    if (request.take.motion) options.motionFile = request.take.motion->path;
+    return options;
+}
+
+SummaryRequest SummaryOf(const take::Request& request, const take::Result& result) {
+    SummaryRequest summary;
+    summary.files.push_back(request.file.path);
+    if (request.motion) {
+        const std::string& path = request.motion->path;
+        summary.files.push_back(path);
+        // The survey tells of it otherwise.
+        std::ifstream motion(path, std::ios::binary);
+        if (request.asIs && !StatesRate(motion)) summary.fileWithoutRate = path;
+    }
+    summary.inPart = result.outcome.status == take::Status::ImportedInPart;
+    summary.models = result.outcome.models;
+    summary.framesPerSecond = result.framesPerSecond;
+    return summary;
+}
+
+ExitStatus StatusOf(take::Status status) {
+    switch (status) {
+        case take::Status::Imported:
+            return dataset::kImported;
+        case take::Status::ImportedInPart:
+            return dataset::kImportedInPart;
+        case take::Status::Cancelled:
+            return dataset::kCancelled;
+        case take::Status::Failed:
+            break;
+    }
+    return dataset::kImportFailed;
+}
+
+// One import from the survey to the last output.
+class ImportRun {
+  public:
+    explicit ImportRun(const ImportRequest& request) : request_(request) {
+        const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
+        if (!loaded.plugin) throw PluginError(loaded.problem);
+        ImportShow show(ShowOptionsOf(request));
+        take::Request asked = request.take;
+        asked.hasProgressBar = show.HasProgressBar();
+        files::SystemStorage storage(true);
+        const auto start = std::chrono::steady_clock::now();
+        result_ = take::Import(*loaded.plugin, asked, storage, show.Listen());
+        const std::chrono::duration<double, std::milli> took =
+            std::chrono::steady_clock::now() - start;
+        loadMilliseconds_ = took.count();
+    }
+
+    int Finish() {
+        if (!result_.problem.empty()) {
+            PrintError(result_.problem);
+            return dataset::kOutputFailed;
+        }
+        const ExitStatus status = StatusOf(result_.outcome.status);
+        OutputsResult written;
+        if (status != dataset::kCancelled) written = WriteOutputs(request_, result_);
+        // convert, which reads the report, sends one signal at most. It must not end this process
+        // before the report says that an output was written.
+        if (!request_.report) ReleaseInterrupts();
+        if (status == dataset::kCancelled || written.interrupted) return dataset::kCancelled;
+        if (request_.report) PrintReport(!written.milliseconds.empty());
+        if (result_.IsImported()) PrintScene();
+        if (request_.timing) PrintTiming(written);
+        return result_.IsImported() && written.failed ? dataset::kOutputFailed : status;
+    }
+
+  private:
+    void PrintScene() const {
+        if (!request_.quiet)
+            PrintSummary(result_.Scene(), SummaryOf(request_.take, result_), ToStdout());
+        if (request_.tree) PrintTree(result_.Scene(), ToStdout());
+    }
+
+    void PrintReport(bool wasWritten) const {
+        dataset::ImportReport report = ReportOf(request_.take, result_);
+        report.written = wasWritten;
+        ToStdout()(dataset::ReportLine(report));
+    }
+
+    void PrintTiming(const OutputsResult& written) const {
+        ToStdout()(fmt::format("load_ms={:.3f}\n", loadMilliseconds_));
+        for (const double milliseconds : written.milliseconds)
+            ToStdout()(fmt::format("write_ms={:.3f}\n", milliseconds));
+    }
+
+    const ImportRequest& request_;
+    take::Result result_;
+    double loadMilliseconds_ = 0.0;
+};
+
+}  // namespace
+
+int RunImport(const ImportRequest& request) {
+    return ImportRun(request).Finish();
+}
+
+}  // namespace cli

@@ -1,0 +1,71 @@
+#include "cli/import_show.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <string_view>
+#include <unistd.h>
+
+#include "cli/print.h"
+#include "survey/finding_text.h"
+
+namespace cli {
+namespace {
+
+constexpr std::chrono::milliseconds kBarInterval{50};
+
+bool CanRedrawLines() {
+    const char* terminal = std::getenv("TERM");
+    return !terminal || std::string_view(terminal) != "dumb";
+}
+
+}  // namespace
+
+ImportShow::ImportShow(const ShowOptions& options)
+    : options_(options),
+      isTerminal_(isatty(STDERR_FILENO) != 0),
+      hasProgressBar_(options.progress == Progress::On ||
+                      (options.progress == Progress::Auto && isTerminal_)),
+      log_(options.file, options.motionFile, {isTerminal_, options.errorsOnly}, ToStderr()) {
+    CatchInterrupts();
+    // The survey asks nobody whether to go on.
+    uncancellable_.emplace();
+}
+
+take::Listener ImportShow::Listen() {
+    take::Listener listener;
+    listener.onSurveyed = [this](const auto& findings, bool isRefused) {
+        uncancellable_.reset();
+        if (options_.showFindings) ShowFindings(findings);
+        if (!isRefused) BeginCall();
+    };
+    listener.onLog = [this](const headless::LogLine& line) {
+        if (bar_) bar_->Erase();
+        log_.Print(line);
+    };
+    listener.onBar = [this](const headless::BarEvent& event) {
+        if (bar_) bar_->Take(event);
+    };
+    listener.isCancelled = Interrupted;
+    return listener;
+}
+
+void ImportShow::BeginCall() {
+    uncancellable_.reset();
+    if (!hasProgressBar_) uncancellable_.emplace();
+    if (hasProgressBar_ && isTerminal_ && options_.drawBar && CanRedrawLines())
+        bar_.emplace(TerminalColumns(STDERR_FILENO), kBarInterval, ToStderr());
+}
+
+void ImportShow::EndCall() {
+    uncancellable_.reset();
+    bar_.reset();
+}
+
+void ImportShow::ShowFindings(const std::vector<take::FileFindings>& findings) const {
+    for (const take::FileFindings& file : findings)
+        for (const survey::Finding& finding : file.findings)
+            if (!options_.errorsOnly || finding.severity != survey::Severity::Note)
+                ToStderr()(survey::FindingLine(file.file, finding, isTerminal_));
+}
+
+}  // namespace cli

@@ -1,0 +1,80 @@
+// zkhost: the command-line host.
+#include <csignal>
+#include <exception>
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <new>
+#include <span>
+#include <string>
+
+#include "cli/arguments.h"
+#include "cli/check_command.h"
+#include "cli/convert_command.h"
+#include "cli/import_command.h"
+#include "cli/locale_setup.h"
+#include "cli/print.h"
+#include "cli/raw_command.h"
+#include "dataset/exit_status.h"
+#include "dataset/request.h"
+
+namespace {
+
+// A closed standard stream would let the next file that is opened take its number, and messages
+// would end up in that file.
+void OccupyStandardStreams() {
+    while (true) {
+        const int file = open("/dev/null", O_RDWR);
+        if (file > 2) close(file);
+        if (file < 0 || file > 2) return;
+    }
+}
+
+int Run(const cli::Request& request, const std::string& program) {
+    if (const auto* answer = std::get_if<cli::Answer>(&request)) {
+        cli::ToStdout()(answer->text);
+        return 0;
+    }
+    if (const auto* import = std::get_if<cli::ImportRequest>(&request))
+        return cli::RunImport(*import);
+    if (const auto* check = std::get_if<cli::CheckRequest>(&request)) return cli::RunCheck(*check);
+    if (const auto* convert = std::get_if<dataset::Request>(&request))
+        return cli::RunConvert(*convert, program);
+    return cli::RunCommand(std::get<cli::CommandRequest>(request));
+}
+
+int RunArguments(const std::string& program, std::span<const char* const> arguments) {
+    try {
+        return Run(cli::ParseArguments(arguments), program);
+    } catch (const cli::UsageError& error) {
+        const bool named = !arguments.empty() && cli::IsCommand(arguments[0]);
+        const std::string command = named ? fmt::format(" {}", arguments[0]) : std::string();
+        cli::PrintError(error.what());
+        cli::PrintError(fmt::format("'zkhost{} --help' says more", command));
+        return dataset::kWrongUsage;
+    } catch (const cli::PluginError& error) {
+        cli::PrintError(error.what());
+        return dataset::kWrongUsage;
+    } catch (const std::bad_alloc&) {
+        cli::PrintError("out of memory");
+        return dataset::kImportFailed;
+    } catch (const std::exception& error) {
+        cli::PrintError(error.what());
+        return dataset::kImportFailed;
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    OccupyStandardStreams();
+    // A file that would grow beyond the limit is then an error like a full disk.
+    std::signal(SIGXFSZ, SIG_IGN);
+    cli::SetCharacterLocale();
+    const auto count = static_cast<std::size_t>(argc > 0 ? argc - 1 : 0);
+    const int status = RunArguments(argc > 0 ? argv[0] : "zkhost", {argv + 1, count});
+    if (!cli::FlushStdout()) {
+        cli::PrintError("cannot write to the standard output");
+        if (status == dataset::kImported) return dataset::kOutputFailed;
+    }
+    return status;
+}

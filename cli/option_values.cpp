@@ -1,0 +1,42 @@
+#include "cli/option_values.h"
+
+#include <cctype>
+#include <cmath>
+
+#include "files/links.h"
+#include "survey/encoding.h"
+
+namespace cli {
+
+double FiniteNumber(const char* option, const std::string& text) {
+    const auto number = ParseNumber(text);
+    if (!number || !std::isfinite(*number))
+        throw UsageError(fmt::format("{} {}: not a number", option, text));
+    return *number;
+}
+
+double PositiveNumber(const char* option, const std::string& text) {
+    const double number = FiniteNumber(option, text);
+    if (number <= 0.0) throw UsageError(fmt::format("{} {}: not above zero", option, text));
+    return number;
+}
+
+Progress ProgressChoice(const std::optional<std::string>& text) {
+    if (!text) return Progress::Auto;
+    return Choice<Progress>(
+        "--progress", *text,
+        {{"auto", Progress::Auto}, {"on", Progress::On}, {"off", Progress::Off}});
+}
+
+void RequireKnownEncoding(const std::string& encoding) {
+    if (!encoding.empty() && !survey::IsKnownEncoding(encoding))
+        throw UsageError(
+            fmt::format("--encoding {}: no encoding that iconv knows ('iconv --list')", encoding));
+}
+
+void RefuseToOverwrite(const std::string& output, const std::string& input) {
+    if (!input.empty() && files::IsSameFile(output, input))
+        throw UsageError(fmt::format("{} would be overwritten by an output", input));
+}
+
+}  // namespace cli

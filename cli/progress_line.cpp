@@ -1,0 +1,99 @@
+#include "cli/progress_line.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <sys/ioctl.h>
+#include <utility>
+
+#include "cli/columns.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
+
+namespace cli {
+namespace {
+
+constexpr int kBarColumns = 24;
+constexpr int kPercentColumns = 4;  // "100%"
+constexpr int kLeastCaption = 8;
+constexpr std::string_view kClearLine = "\r\x1b[K";
+
+int Percentage(std::int64_t minimum, std::int64_t maximum, std::int64_t value) {
+    if (maximum <= minimum) return 0;
+    return static_cast<int>((std::clamp(value, minimum, maximum) - minimum) * 100 /
+                            (maximum - minimum));
+}
+
+}  // namespace
+
+ProgressLine::ProgressLine(int columns, std::chrono::milliseconds interval,
+                           std::function<void(std::string_view)> print)
+    : columns_(columns), interval_(interval), print_(std::move(print)) {}
+
+ProgressLine::~ProgressLine() {
+    Erase();
+}
+
+void ProgressLine::Take(const headless::BarEvent& event) {
+    using Kind = headless::BarEvent::Kind;
+    switch (event.kind) {
+        case Kind::Minimum:
+            minimum_ = event.number;
+            break;
+        case Kind::Maximum:
+            maximum_ = event.number;
+            break;
+        case Kind::Step:
+            break;
+        case Kind::Value:
+            value_ = event.number;
+            break;
+        case Kind::Caption:
+            caption_ = text::EscapeControls(headless::View(event.caption));
+            break;
+        case Kind::Visible:
+            visible_ = event.number != 0;
+            break;
+    }
+    if (visible_)
+        Draw();
+    else
+        Erase();
+}
+
+void ProgressLine::Erase() {
+    if (drawn_.empty()) return;
+    print_(kClearLine);
+    drawn_.clear();
+}
+
+void ProgressLine::Draw() {
+    const auto now = std::chrono::steady_clock::now();
+    if (lastDrawn_ && now - *lastDrawn_ < interval_) return;
+    std::string text = Text();
+    if (text == drawn_) return;
+    print_(std::string(kClearLine) + text);
+    drawn_ = std::move(text);
+    lastDrawn_ = now;
+}
+
+// "Importing Motion...  [#########               ]  37%", shorter where the terminal is narrow.
+std::string ProgressLine::Text() const {
+    const int percentage = Percentage(minimum_, maximum_, value_);
+    // The last column stays free: some terminals go to the next line once it is written.
+    const int room = columns_ - 1 - kPercentColumns;
+    const int barRoom = kBarColumns + 5;  // brackets, two spaces before, one after
+    if (room < kLeastCaption) return fmt::format("{:3}%", percentage);
+    if (room < kLeastCaption + barRoom)
+        return fmt::format("{} {:3}%", text::EncodeUtf8(Elide(caption_, room - 1)), percentage);
+    const int filled = percentage * kBarColumns / 100;
+    return fmt::format("{}  [{:<{}}] {:3}%", text::EncodeUtf8(Elide(caption_, room - barRoom)),
+                       std::string(static_cast<std::size_t>(filled), '#'), kBarColumns, percentage);
+}
+
+int TerminalColumns(int file) {
+    winsize size{};
+    return ioctl(file, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+}
+
+}  // namespace cli

@@ -1,0 +1,91 @@
+#include "cli/report.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "export/motion_facts.h"
+#include "headless/text.h"
+#include "survey/finding_text.h"
+#include "take/outcome.h"
+#include "text/utf8.h"
+#include "text/wide_text.h"
+
+namespace cli {
+namespace {
+
+using dataset::ImportReport;
+
+void PutMotion(const exporters::ModelFacts& facts, const take::Result& result,
+               ImportReport& report) {
+    report.frames = facts.frames;
+    report.framesPerSecond = result.framesPerSecond;
+    if (!report.framesPerSecond && facts.secondsPerFrame > 0.0)
+        report.framesPerSecond = 1.0 / facts.secondsPerFrame;
+    report.seconds = std::nullopt;
+    if (report.framesPerSecond)
+        report.seconds = (facts.lastFrame - facts.firstFrame + 1.0) / *report.framesPerSecond;
+}
+
+// Before a message about another file than the one that names the job.
+std::string FilePrefix(const std::string& file, bool isMotion) {
+    return isMotion ? "" : text::ReplaceInvalidUtf8(file) + ": ";
+}
+
+std::string FirstLoggedError(const take::Request& request, const take::Result& result) {
+    take::LogSubject subject;
+    for (const headless::LogLine& line : result.recording.log) {
+        const bool isMotion = subject.IsMotion(line) || !request.motion;
+        if (take::IsError(line))
+            return FilePrefix(request.file.path, isMotion) +
+                   text::EncodeUtf8(headless::View(line.text));
+    }
+    return {};
+}
+
+// The finding that the import was refused for: the first error or, with a strict import, the first
+// warning.
+std::string Refusal(const take::Result& result) {
+    for (const survey::Severity severity : {survey::Severity::Error, survey::Severity::Warning})
+        for (const take::FileFindings& file : result.findings)
+            for (const survey::Finding& finding : file.findings)
+                if (finding.severity == severity)
+                    return FilePrefix(file.file, &file == &result.findings.back()) +
+                           survey::FindingText(finding);
+    return {};
+}
+
+// Whoever reads the report keeps so much of a line, however long the names in it.
+std::string Shortened(std::string line) {
+    constexpr std::size_t kLongest = 600;
+    if (line.size() > kLongest) line = line.substr(0, kLongest) + "...\n";
+    return text::ReplaceInvalidUtf8(line);
+}
+
+void PutFindings(const take::Result& result, ImportReport& report) {
+    for (const take::FileFindings& file : result.findings)
+        for (const survey::Finding& finding : file.findings)
+            report.findings.push_back({std::string(finding.code),
+                                       std::string(survey::NameOf(finding.severity)),
+                                       Shortened(survey::FindingLine(file.file, finding))});
+}
+
+}  // namespace
+
+ImportReport ReportOf(const take::Request& request, const take::Result& result) {
+    ImportReport report;
+    PutFindings(result, report);
+    report.refused = result.isRefused;
+    report.error = result.isRefused ? Refusal(result) : FirstLoggedError(request, result);
+    if (!result.IsImported()) return report;
+    std::vector<const headless::Object*> models = result.Scene().Models();
+    if (result.outcome.models) models.resize(std::min(models.size(), *result.outcome.models));
+    for (const headless::Object* model : models) {
+        const exporters::ModelFacts facts = exporters::MeasureModel(*model);
+        report.joints += facts.joints;
+        if (facts.frames > report.frames) PutMotion(facts, result, report);
+    }
+    return report;
+}
+
+}  // namespace cli

@@ -1,0 +1,106 @@
+#include "cli/summary.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+#include <string_view>
+
+#include "export/motion_facts.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
+
+namespace cli {
+namespace {
+
+using headless::Object;
+
+std::string Readable(std::wstring_view text) {
+    return text::EncodeUtf8(text::EscapeControls(text));
+}
+
+std::string Counted(std::size_t count, std::string_view what) {
+    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+// At most three places after the point, no zeros at the end.
+std::string Short(double number) {
+    if (std::abs(number) < 1.0 || std::abs(number) >= 1e9) return fmt::format("{:.6g}", number);
+    std::string text = fmt::format("{:.3f}", number);
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.') text.pop_back();
+    return text;
+}
+
+std::string JoinedFiles(const std::vector<std::string>& files) {
+    std::string text;
+    for (const std::string& file : files) {
+        if (!text.empty()) text += " + ";
+        text += Readable(text::DecodeUtf8(file));
+    }
+    return text;
+}
+
+std::string MotionText(const exporters::ModelFacts& facts, const SummaryRequest& request) {
+    const double secondsPerFrame =
+        request.framesPerSecond ? 1.0 / *request.framesPerSecond : facts.secondsPerFrame;
+    std::string counts = Counted(facts.curves, "curve") + ", " + Counted(facts.frames, "frame");
+    if (facts.frames == 0) return counts;
+    if (secondsPerFrame == 0.0) return counts + ", frame rate unknown";
+    // A frame lasts until the next one, the last frame too.
+    const double seconds = (facts.lastFrame - facts.firstFrame + 1.0) * secondsPerFrame;
+    return fmt::format("{}, {} seconds, {} frames per second", counts, Short(seconds),
+                       Short(1.0 / secondsPerFrame));
+}
+
+std::string ClipsText(const headless::ModelData& model) {
+    std::string text;
+    for (const headless::Clip& clip : model.clips)
+        text += ", clip " + Readable(headless::View(clip.name));
+    return text;
+}
+
+void PrintModel(const Object& model, const SummaryRequest& request, const Print& print) {
+    const exporters::ModelFacts facts = exporters::MeasureModel(model);
+    const bool hasMotion = exporters::MotionOf(model) != nullptr;
+    print(fmt::format("  {}: {}, {}{}\n", Readable(headless::View(model.name)),
+                      Counted(facts.joints, "joint"),
+                      hasMotion ? MotionText(facts, request) : "no motion",
+                      model.modelData ? ClipsText(*model.modelData) : ""));
+    if (facts.badKeys > 0)
+        print(fmt::format("    {} not finite (nan or inf)\n",
+                          facts.badKeys == 1 ? "1 key value is"
+                                             : fmt::format("{} key values are", facts.badKeys)));
+    if (facts.badRestValues > 0)
+        print(fmt::format("    {} not finite (nan or inf)\n",
+                          facts.badRestValues == 1 ? "1 value of the base pose is"
+                                                   : fmt::format("{} values of the base pose are",
+                                                                 facts.badRestValues)));
+    if (!request.fileWithoutRate.empty() && facts.secondsPerFrame > 0.0) {
+        const std::string file = Readable(text::DecodeUtf8(request.fileWithoutRate));
+        const std::string assumed = Short(1.0 / facts.secondsPerFrame);
+        if (request.framesPerSecond)
+            print(
+                fmt::format("    {} does not state its rate: {} frames per second assumed,"
+                            " --fps {} for exports\n",
+                            file, assumed, Short(*request.framesPerSecond)));
+        else
+            print(
+                fmt::format("    {} does not state its rate: {} frames per second assumed;"
+                            " --fps N changes it for exports\n",
+                            file, assumed));
+    }
+}
+
+}  // namespace
+
+void PrintSummary(const headless::Scene& scene, const SummaryRequest& request, const Print& print) {
+    std::vector<const Object*> models = scene.Models();
+    if (request.models) models.resize(std::min(models.size(), *request.models));
+    print(fmt::format("{}: {} imported{}\n", JoinedFiles(request.files),
+                      Counted(models.size(), "model"), request.inPart ? ", then an error" : ""));
+    for (const Object* model : models)
+        PrintModel(*model, request, print);
+}
+
+}  // namespace cli

@@ -1,0 +1,79 @@
+#include "cli/tree.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "cli/columns.h"
+#include "export/object_types.h"
+#include "export/object_walk.h"
+#include "headless/evaluation.h"
+#include "headless/text.h"
+#include "text/escapes.h"
+#include "text/wide_text.h"
+
+namespace cli {
+namespace {
+
+using headless::Object;
+
+// Together with the blanks between them, 79 columns.
+constexpr int kNameColumns = 35;
+constexpr int kTypeColumns = 13;
+constexpr int kNumberColumns = 9;
+constexpr std::size_t kDrawnDepth = 10;
+constexpr std::size_t kColumnsPerLevel = 2;
+
+std::string Coordinate(double value) {
+    std::string text = fmt::format("{:.3f}", value);
+    if (text.size() > kNumberColumns) text = fmt::format("{:.1e}", value);
+    if (text == "-0.000") text = "0.000";
+    return text;
+}
+
+std::string NameColumn(const Object& object, std::size_t depth) {
+    std::wstring indent(std::min(depth, kDrawnDepth) * kColumnsPerLevel, L' ');
+    if (depth > kDrawnDepth) {
+        const std::string number = fmt::format("({}) ", depth);
+        indent.append(number.begin(), number.end());
+    }
+    const int room = kNameColumns - static_cast<int>(indent.size());
+    const std::wstring name = Elide(text::EscapeControls(headless::View(object.name)), room);
+    const int padding = room - DisplayWidth(name);
+    return text::EncodeUtf8(indent + name) + std::string(static_cast<std::size_t>(padding), ' ');
+}
+
+void PrintRow(std::string_view name, std::string_view type, std::string_view x, std::string_view y,
+              std::string_view z, const Print& print) {
+    print(fmt::format("{} {:<{}} {:>{}} {:>{}} {:>{}}\n", name, type, kTypeColumns, x,
+                      kNumberColumns, y, kNumberColumns, z, kNumberColumns));
+}
+
+void PrintModel(const headless::Scene& scene, const Object& model, const Print& print) {
+    const headless::MotionEvaluator evaluator(scene, model, nullptr);
+    const std::vector<const Object*>& objects = evaluator.Objects();
+    std::vector<headless::Transform> places(objects.size());
+    evaluator.Evaluate(0.0, places);
+    std::unordered_map<const Object*, const headless::Transform*> placeOf;
+    placeOf.reserve(objects.size());
+    for (std::size_t index = 0; index < objects.size(); ++index)
+        placeOf.emplace(objects[index], &places[index]);
+
+    exporters::WalkObjects(model, [&](const Object& object, std::size_t depth) {
+        const double* origin = placeOf.at(&object)->origin;
+        PrintRow(NameColumn(object, depth), exporters::TypeName(object.type), Coordinate(origin[0]),
+                 Coordinate(origin[1]), Coordinate(origin[2]), print);
+    });
+}
+
+}  // namespace
+
+void PrintTree(const headless::Scene& scene, const Print& print) {
+    PrintRow(fmt::format("{:<{}}", "Name", kNameColumns), "Type", "x", "y", "z", print);
+    for (const Object* model : scene.Models())
+        PrintModel(scene, *model, print);
+}
+
+}  // namespace cli

@@ -1,0 +1,164 @@
+#include "dataset/capture_files.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <dirent.h>
+#include <filesystem>
+#include <fmt/format.h>
+#include <optional>
+#include <strings.h>
+#include <sys/stat.h>
+#include <unordered_set>
+
+#include "dataset/request.h"
+#include "pairing/capture_kind.h"
+#include "text/path_text.h"
+
+namespace dataset {
+namespace {
+
+// The names in a folder, sorted, without those that begin with a dot. `error` is 0, or the reason
+// why some may be missing.
+std::vector<std::string> NamesIn(const std::string& folder, int& error) {
+    std::vector<std::string> names;
+    DIR* listing = opendir(folder.empty() ? "." : folder.c_str());
+    error = listing ? 0 : errno;
+    if (!listing) return names;
+    for (errno = 0; const dirent* entry = readdir(listing); errno = 0)
+        if (entry->d_name[0] != '.') names.emplace_back(entry->d_name);
+    error = errno;
+    closedir(listing);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+FileId IdOf(const struct stat& status) {
+    return {status.st_dev, status.st_ino};
+}
+
+class Walk {
+  public:
+    explicit Walk(const std::string& outDir) {
+        struct stat status {};
+        if (stat(outDir.c_str(), &status) == 0) outDir_ = IdOf(status);
+    }
+
+    void TakeNamed(const std::string& path) {
+        struct stat status {};
+        if (stat(path.c_str(), &status) != 0)
+            throw RequestError(fmt::format("{}: {}", path, std::strerror(errno)));
+        if (S_ISDIR(status.st_mode)) {
+            std::string start = path;
+            if (start.back() != '/') start += '/';
+            pending_.push_back({start, "", IdOf(status)});
+            WalkPending();
+            return;
+        }
+        const auto kind = pairing::KindOf(path);
+        if (!kind) throw RequestError(fmt::format("{}: neither .bvh, .asf nor .amc", path));
+        TakeFile(path, std::string(text::NamePart(path)), *kind, status);
+    }
+
+    // Each round brings the links of the folders behind the last round's.
+    void FollowLinks() {
+        while (!links_.empty()) {
+            pending_ = std::move(links_);
+            links_.clear();
+            // The last one is walked first.
+            std::sort(pending_.begin(), pending_.end(),
+                      [](const Folder& a, const Folder& b) { return a.path > b.path; });
+            WalkPending();
+        }
+    }
+
+    CaptureTree Finish() {
+        const auto byPath = [](const auto& a, const auto& b) { return a.path < b.path; };
+        std::sort(tree_.files.begin(), tree_.files.end(), byPath);
+        std::sort(tree_.problems.begin(), tree_.problems.end(), byPath);
+        return std::move(tree_);
+    }
+
+  private:
+    struct Folder {
+        std::string path;   // with a slash at the end
+        std::string place;  // likewise, or empty
+        FileId id;
+    };
+
+    void WalkPending() {
+        while (!pending_.empty()) {
+            const Folder folder = std::move(pending_.back());
+            pending_.pop_back();
+            if (!tree_.folders.insert(folder.id).second) continue;
+            int error = 0;
+            const std::vector<std::string> names = NamesIn(folder.path, error);
+            if (error != 0) tree_.problems.push_back({folder.path, std::strerror(error)});
+            // Backwards, so that the first subfolder is the next to be walked.
+            for (auto name = names.rbegin(); name != names.rend(); ++name)
+                TakeEntry(folder, *name);
+        }
+    }
+
+    void TakeEntry(const Folder& folder, const std::string& name) {
+        const std::string path = folder.path + name;
+        const std::string place = folder.place + name;
+        const auto kind = pairing::KindOf(name);
+        struct stat status {};
+        if (lstat(path.c_str(), &status) != 0) {
+            if (kind) tree_.problems.push_back({path, std::strerror(errno)});
+            return;
+        }
+        const bool isLink = S_ISLNK(status.st_mode);
+        if (isLink && stat(path.c_str(), &status) != 0) {
+            if (kind) tree_.problems.push_back({path, std::strerror(errno)});
+            return;
+        }
+        if (S_ISDIR(status.st_mode)) {
+            if (IdOf(status) == outDir_) return;
+            (isLink ? links_ : pending_).push_back({path + '/', place + '/', IdOf(status)});
+        } else if (kind) {
+            TakeFile(path, place, *kind, status);
+        }
+    }
+
+    void TakeFile(const std::string& path, const std::string& place, pairing::CaptureKind kind,
+                  const struct stat& status) {
+        if (!files_.insert(std::filesystem::absolute(path).lexically_normal().string()).second)
+            return;
+        // Whoever opens a pipe may wait forever.
+        if (S_ISREG(status.st_mode))
+            tree_.files.push_back({path, place, kind});
+        else
+            tree_.problems.push_back({path, "not a regular file"});
+    }
+
+    CaptureTree tree_;
+    std::optional<FileId> outDir_;
+    std::vector<Folder> pending_;  // the last one is the next
+    std::vector<Folder> links_;
+    std::unordered_set<std::string> files_;  // absolute paths, links as they are
+};
+
+}  // namespace
+
+CaptureTree FindCaptures(const std::vector<std::string>& paths, const std::string& outDir) {
+    Walk walk(outDir);
+    for (const std::string& path : paths)
+        walk.TakeNamed(path);
+    walk.FollowLinks();
+    return walk.Finish();
+}
+
+std::vector<std::string> SkeletonsIn(const std::string& folder) {
+    int unread = 0;
+    std::vector<std::string> names = NamesIn(folder, unread);
+    std::erase_if(names, [&](const std::string& name) {
+        struct stat status {};
+        return pairing::KindOf(name) != pairing::CaptureKind::Skeleton ||
+               stat((folder + name).c_str(), &status) != 0 || !S_ISREG(status.st_mode);
+    });
+    return names;
+}
+
+}  // namespace dataset

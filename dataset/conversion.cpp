@@ -1,0 +1,149 @@
+#include "dataset/conversion.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <fmt/format.h>
+
+#include "dataset/freshness.h"
+#include "dataset/job_arguments.h"
+#include "dataset/output_names.h"
+#include "files/leftovers.h"
+#include "files/links.h"
+#include "files/mended_folder.h"
+#include "text/byte_sink.h"
+#include "text/path_text.h"
+
+namespace dataset {
+namespace {
+
+std::optional<std::chrono::duration<double>> TimeLimit(const Request& request) {
+    if (request.timeLimitSeconds <= 0) return std::nullopt;
+    // Thirty years, which clocks can hold.
+    constexpr double kLongest = 1e9;
+    return std::chrono::duration<double>(std::min(request.timeLimitSeconds, kLongest));
+}
+
+}  // namespace
+
+Conversion::Conversion(const Request& request)
+    : request_(request),
+      jobs_(ListJobs(request)),
+      rows_(jobs_.size()),
+      tasks_(jobs_.size(), Task::Convert),
+      ledger_(request.outDir + '/' + kLedgerName, OptionsLine(request)) {
+    std::optional<Ledger::Found> found;
+    if (request.resume) found = ledger_.Read();
+    otherOptions_ = found == Ledger::Found::OtherOptions;
+    for (std::size_t index = 0; index < jobs_.size(); ++index)
+        tasks_[index] = Prepare(jobs_[index], found, rows_[index]);
+}
+
+// Fills in the row as far as it is known before anything is run. `found` is what there is to
+// resume; none: nothing is left out.
+Conversion::Task Conversion::Prepare(const Job& job, std::optional<Ledger::Found> found,
+                                     IndexRow& row) const {
+    row.source = job.source;
+    if (!job.refusal.empty()) {
+        row = RefusedRow(job);
+        return Task::Nothing;
+    }
+    const bool isDone = found != Ledger::Found::OtherOptions && IsUpToDate(job, request_.outDir);
+    if (!found || !isDone) return Task::Convert;
+    // Without a ledger the output was made by a plan.
+    if (found == Ledger::Found::Nothing) return Task::LookAgain;
+    const IndexRow* noted = ledger_.Find(job);
+    if (!noted) return Task::Convert;
+    row = *noted;
+    return Task::Nothing;
+}
+
+std::set<std::string> Conversion::OutputFolders() const {
+    std::set<std::string> folders = {request_.outDir};
+    for (const Job& job : jobs_)
+        folders.insert(fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output)));
+    return folders;
+}
+
+void Conversion::Plan(const std::function<void(const std::vector<std::string>&)>& onCommand,
+                      const std::function<void(const IndexRow&)>& onRefused) const {
+    for (std::size_t index = 0; index < jobs_.size(); ++index) {
+        if (tasks_[index] == Task::Convert)
+            onCommand(ImportArguments(jobs_[index], request_));
+        else if (tasks_[index] == Task::Nothing)
+            onRefused(rows_[index]);
+    }
+}
+
+void Conversion::Start() {
+    try {
+        std::filesystem::create_directories(request_.outDir);
+        for (const std::string_view name : {kIndexName, std::string_view(kLedgerName)})
+            files::RefuseLink(fmt::format("{}/{}", request_.outDir, name));
+        ledger_.Start(jobs_, rows_);
+    } catch (const std::filesystem::filesystem_error& error) {
+        throw text::WriteError(
+            fmt::format("cannot make {}: {}", request_.outDir, error.code().message()));
+    }
+}
+
+RunEnd Conversion::Run(const Watcher& watcher) {
+    const std::size_t parallel = request_.parallel > 0 ? request_.parallel : ProcessorCount();
+    JobRunner runner(parallel, TimeLimit(request_));
+    Start();
+    files::RemoveLeftovers(OutputFolders());
+    if (otherOptions_)
+        watcher.onMessage("other options than before: everything is converted again");
+    for (std::size_t index = 0; index < jobs_.size(); ++index)
+        if (tasks_[index] == Task::Nothing) watcher.onKnown(rows_[index], {});
+    RunTasks(runner, watcher);
+    return Finish();
+}
+
+void Conversion::RunTasks(JobRunner& runner, const Watcher& watcher) {
+    std::vector<std::size_t> indexes;
+    std::vector<std::vector<std::string>> commands;
+    for (std::size_t index = 0; index < jobs_.size(); ++index) {
+        if (tasks_[index] == Task::Nothing) continue;
+        indexes.push_back(index);
+        const bool withOutput = tasks_[index] == Task::Convert;
+        commands.push_back(ImportArguments(jobs_[index], request_, withOutput));
+        commands.back().push_back("--report");
+    }
+    runner.Run(commands, [&](std::size_t command, const ProcessEnd& end) {
+        RecordEnd(indexes[command], end, watcher);
+    });
+}
+
+void Conversion::RecordEnd(std::size_t index, const ProcessEnd& end, const Watcher& watcher) {
+    const Job& job = jobs_[index];
+    IndexRow& row = rows_[index];
+    row = JudgeJob(job, end);
+    const bool lookedAgain = tasks_[index] == Task::LookAgain;
+    if (lookedAgain && row.status != JobStatus::Cancelled) row.output = job.output;
+    if (row.status == JobStatus::Ok) ledger_.Note(job, row);
+    // One that was killed could not clean up.
+    if (!end.exitStatus) {
+        files::RemoveLeftovers(
+            {fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output))});
+        files::RemoveMendedFolders(end.id);
+    }
+    const ToldFindings told = FindingsOf(end);
+    lookedAgain ? watcher.onKnown(row, told) : watcher.onConverted(row, told);
+}
+
+RunEnd Conversion::Finish() {
+    RunEnd end;
+    end.index = fmt::format("{}/{}", request_.outDir, kIndexName);
+    try {
+        ledger_.Start(jobs_, rows_);
+        WriteIndex(end.index, rows_);
+    } catch (const text::WriteError& error) {
+        end.indexProblem = error.what();
+    }
+    for (const IndexRow& row : rows_)
+        end.isCancelled |= row.status == JobStatus::Cancelled;
+    return end;
+}
+
+}  // namespace dataset

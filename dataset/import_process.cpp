@@ -1,0 +1,135 @@
+#include "dataset/import_process.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace dataset {
+namespace {
+
+constexpr char kThisProgram[] = "/proc/self/exe";
+constexpr std::size_t kKeptBytes = std::size_t{1} << 18;
+constexpr int kCannotRun = 127;
+
+struct Pipe {
+    int read = -1;
+    int write = -1;
+
+    Pipe() {
+        int ends[2];
+        if (pipe2(ends, O_CLOEXEC) != 0) throw std::system_error(errno, std::generic_category());
+        read = ends[0];
+        write = ends[1];
+        fcntl(read, F_SETFL, O_NONBLOCK);
+    }
+    ~Pipe() {
+        if (read >= 0) close(read);
+        if (write >= 0) close(write);
+    }
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+
+    int TakeRead() { return std::exchange(read, -1); }
+};
+
+// Between fork and exec: system calls alone.
+[[noreturn]] void BecomeImport(char* const* arguments, int output, int errors, pid_t parent) {
+    setpgid(0, 0);
+    prctl(PR_SET_PDEATHSIG, SIGINT);
+    if (getppid() != parent) _exit(kCannotRun);
+    const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+    if (nothing < 0 || dup2(nothing, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0 ||
+        dup2(errors, STDERR_FILENO) < 0)
+        _exit(kCannotRun);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    execv(kThisProgram, arguments);
+    constexpr char kMessage[] = "zkhost: cannot run /proc/self/exe\n";
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, kMessage, sizeof(kMessage) - 1);
+    _exit(kCannotRun);
+}
+
+}  // namespace
+
+ImportProcess::ImportProcess(const std::vector<std::string>& arguments) {
+    std::vector<std::string> words = {"zkhost"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+
+    Pipe output;
+    Pipe errors;
+    const pid_t parent = getpid();
+    id_ = fork();
+    if (id_ < 0) throw std::system_error(errno, std::generic_category());
+    if (id_ == 0) BecomeImport(pointers.data(), output.write, errors.write, parent);
+    output_.file = output.TakeRead();
+    errors_.file = errors.TakeRead();
+}
+
+ImportProcess::~ImportProcess() {
+    if (!ended_) {
+        Kill();
+        while (waitpid(id_, &waitStatus_, 0) < 0 && errno == EINTR) {
+        }
+    }
+    output_.Close();
+    errors_.Close();
+}
+
+void ImportProcess::Read() {
+    output_.Read();
+    errors_.Read();
+}
+
+bool ImportProcess::Reap() {
+    if (ended_) return true;
+    if (waitpid(id_, &waitStatus_, WNOHANG) != id_) return false;
+    ended_ = true;
+    Read();
+    output_.Close();
+    errors_.Close();
+    return true;
+}
+
+void ImportProcess::Interrupt() const {
+    if (!ended_) kill(id_, SIGINT);
+}
+
+void ImportProcess::Kill() const {
+    if (!ended_) kill(id_, SIGKILL);
+}
+
+void ImportProcess::Stream::Read() {
+    char bytes[4096];
+    while (file >= 0) {
+        const ssize_t count = read(file, bytes, sizeof(bytes));
+        if (count > 0) {
+            const std::size_t room = kKeptBytes - text.size();
+            text.append(bytes, std::min(room, static_cast<std::size_t>(count)));
+        } else if (count < 0 && errno == EINTR) {
+            continue;
+        } else {
+            const bool isEmpty = count < 0 && errno == EAGAIN;
+            if (!isEmpty) Close();
+            return;
+        }
+    }
+}
+
+void ImportProcess::Stream::Close() {
+    if (file >= 0) close(file);
+    file = -1;
+}
+
+}  // namespace dataset

@@ -1,0 +1,62 @@
+#include "dataset/import_report.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <vector>
+
+namespace dataset {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json FindingsJson(const ImportReport& report) {
+    Json findings = Json::array();
+    for (const ImportReport::FoundCode& found : report.findings)
+        findings.push_back({found.code, found.severity, found.line});
+    return findings;
+}
+
+Json NumberOrNull(const std::optional<double>& number) {
+    return number ? Json(*number) : Json(nullptr);
+}
+
+std::optional<double> OptionalNumber(const Json& value) {
+    return value.is_null() ? std::nullopt : std::optional(value.get<double>());
+}
+
+}  // namespace
+
+std::string ReportLine(const ImportReport& report) {
+    const Json line = {{"joints", report.joints},
+                       {"frames", report.frames},
+                       {"fps", NumberOrNull(report.framesPerSecond)},
+                       {"seconds", NumberOrNull(report.seconds)},
+                       {"written", report.written},
+                       {"error", report.error},
+                       {"refused", report.refused},
+                       {"findings", FindingsJson(report)}};
+    return line.dump() + '\n';
+}
+
+std::optional<ImportReport> ReadReport(std::string_view line) {
+    try {
+        const Json read = Json::parse(line);
+        ImportReport report;
+        report.joints = read.at("joints").get<std::size_t>();
+        report.frames = read.at("frames").get<std::size_t>();
+        report.framesPerSecond = OptionalNumber(read.at("fps"));
+        report.seconds = OptionalNumber(read.at("seconds"));
+        report.written = read.at("written").get<bool>();
+        report.error = read.at("error").get<std::string>();
+        report.refused = read.at("refused").get<bool>();
+        for (const Json& found : read.at("findings"))
+            report.findings.push_back({found.at(0).get<std::string>(),
+                                       found.at(1).get<std::string>(),
+                                       found.at(2).get<std::string>()});
+        return report;
+    } catch (const Json::exception&) {
+        return std::nullopt;
+    }
+}
+
+}  // namespace dataset

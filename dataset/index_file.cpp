@@ -1,0 +1,73 @@
+#include "dataset/index_file.h"
+
+#include <fmt/format.h>
+#include <set>
+
+#include "files/output_file.h"
+#include "text/csv_record.h"
+#include "text/number_text.h"
+#include "text/wide_text.h"
+
+namespace dataset {
+namespace {
+
+// Enough for any rate, too few to show how a rate of 1 / 0.0083333 was come by.
+constexpr int kDecimals = 6;
+
+std::string NumberOrNothing(const std::optional<double>& number) {
+    if (!number) return {};
+    char text[text::kLongestNumber];
+    return {text, text::WriteNumber(text, *number, kDecimals)};
+}
+
+std::string Valid(const std::string& text) {
+    return text::EncodeUtf8(text::DecodeUtf8(text));
+}
+
+}  // namespace
+
+void TakeFacts(const ImportReport& report, IndexRow& row) {
+    row.joints = std::to_string(report.joints);
+    row.frames = std::to_string(report.frames);
+    row.framesPerSecond = NumberOrNothing(report.framesPerSecond);
+    row.seconds = NumberOrNothing(report.seconds);
+}
+
+void RecordFindings(const ImportReport& report, IndexRow& row) {
+    std::size_t warnings = 0;
+    std::set<std::string> told;
+    for (const ImportReport::FoundCode& found : report.findings) {
+        if (found.severity == "warning") ++warnings;
+        // A skeleton and its motion may have the same.
+        if (!told.insert(found.code).second) continue;
+        row.findings += (row.findings.empty() ? "" : " ") + found.code;
+    }
+    row.warnings = std::to_string(warnings);
+}
+
+std::string_view NameOf(JobStatus status) {
+    switch (status) {
+        case JobStatus::Ok:
+            return "ok";
+        case JobStatus::Partial:
+            return "partial";
+        case JobStatus::Failed:
+            return "failed";
+        case JobStatus::Cancelled:
+            break;
+    }
+    return "cancelled";
+}
+
+void WriteIndex(const std::string& path, const std::vector<IndexRow>& rows) {
+    files::OutputFile file(path);
+    file.Write("source,output,status,joints,frames,fps,seconds,first error,warnings,findings\n");
+    for (const IndexRow& row : rows)
+        file.Write(
+            text::CsvRecord({Valid(row.source), Valid(row.output), std::string(NameOf(row.status)),
+                             row.joints, row.frames, row.framesPerSecond, row.seconds,
+                             Valid(row.error), row.warnings, row.findings}));
+    file.Commit();
+}
+
+}  // namespace dataset

@@ -1,0 +1,44 @@
+#include "dataset/job_arguments.h"
+
+#include "dataset/capture_files.h"
+#include "pairing/capture_kind.h"
+#include "text/shell_words.h"
+
+namespace dataset {
+namespace {
+
+// A file that begins with a dash must not be taken for an option.
+std::string AsFile(const std::string& path) {
+    return path.starts_with('-') ? "./" + path : path;
+}
+
+void Append(std::vector<std::string>& words, const std::vector<std::string>& more) {
+    words.insert(words.end(), more.begin(), more.end());
+}
+
+}  // namespace
+
+std::vector<std::string> ImportArguments(const Job& job, const Request& request, bool withOutput) {
+    std::vector<std::string> words = {"import"};
+    if (!job.skeleton.empty()) words.push_back(AsFile(job.skeleton));
+    words.push_back(AsFile(job.source));
+    Append(words, request.importOptions);
+    if (pairing::IsAcclaim(job.source)) Append(words, request.acclaimOptions);
+    if (!request.plugin.empty()) words.push_back("--plugin=" + request.plugin);
+    // The record of a run tells what the bar showed, which is not to depend on the terminal.
+    words.emplace_back("--progress=off");
+    if (withOutput)
+        Append(words, {"--make-folders", "-o", AsFile(request.outDir + '/' + job.output)});
+    return words;
+}
+
+std::string OptionsLine(const Request& request) {
+    std::vector<std::string> words = {"zkhost", ZKHOST_VERSION, request.extension, request.skeleton,
+                                      request.plugin};
+    Append(words, request.importOptions);
+    words.emplace_back("--");
+    Append(words, request.acclaimOptions);
+    return text::ShellLine(words);
+}
+
+}  // namespace dataset

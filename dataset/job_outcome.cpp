@@ -1,0 +1,83 @@
+#include "dataset/job_outcome.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <optional>
+#include <string_view>
+
+#include "dataset/exit_status.h"
+
+namespace dataset {
+namespace {
+
+// As the program's own errors begin on stderr.
+constexpr std::string_view kErrorStart = "zkhost: ";
+
+// The report is the last line: a plug-in may print too.
+std::optional<ImportReport> ReportIn(std::string_view output) {
+    if (!output.ends_with('\n')) return std::nullopt;
+    output.remove_suffix(1);
+    return ReadReport(output.substr(output.rfind('\n') + 1));
+}
+
+std::string FirstOwnError(std::string_view errors) {
+    while (!errors.empty()) {
+        const std::string_view line = errors.substr(0, errors.find('\n'));
+        if (line.starts_with(kErrorStart)) return std::string(line.substr(kErrorStart.size()));
+        errors.remove_prefix(std::min(line.size() + 1, errors.size()));
+    }
+    return {};
+}
+
+JobStatus StatusOf(const ProcessEnd& end) {
+    if (end.cancelled) return JobStatus::Cancelled;
+    if (end.exitStatus == kImported) return JobStatus::Ok;
+    if (end.exitStatus == kImportedInPart) return JobStatus::Partial;
+    return JobStatus::Failed;
+}
+
+std::string ErrorOf(const ProcessEnd& end, const std::optional<ImportReport>& report) {
+    if (!end.trouble.empty()) return end.trouble;
+    if (report && !report->error.empty()) return report->error;
+    std::string error = FirstOwnError(end.errors);
+    if (!error.empty()) return error;
+    return fmt::format("ended with exit status {}", end.exitStatus.value_or(-1));
+}
+
+}  // namespace
+
+IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
+    IndexRow row;
+    row.source = job.source;
+    row.status = StatusOf(end);
+    if (row.status == JobStatus::Cancelled) return row;
+    const std::optional<ImportReport> report = ReportIn(end.output);
+    if (report && report->written) row.output = job.output;
+    // A plug-in may end the process, as if all were well.
+    if (!report && row.status != JobStatus::Failed) row.status = JobStatus::Failed;
+    if (report) RecordFindings(*report, row);
+    const bool imported = row.status != JobStatus::Failed || end.exitStatus == kOutputFailed;
+    if (report && imported) TakeFacts(*report, row);
+    if (row.status != JobStatus::Ok) row.error = ErrorOf(end, report);
+    return row;
+}
+
+ToldFindings FindingsOf(const ProcessEnd& end) {
+    ToldFindings told;
+    const std::optional<ImportReport> report = ReportIn(end.output);
+    if (!report) return told;
+    told.refused = report->refused;
+    for (const ImportReport::FoundCode& found : report->findings)
+        if (found.severity != "note") told.lines += found.line;
+    return told;
+}
+
+IndexRow RefusedRow(const Job& job) {
+    IndexRow row;
+    row.source = job.source;
+    row.status = JobStatus::Failed;
+    row.error = job.refusal;
+    return row;
+}
+
+}  // namespace dataset

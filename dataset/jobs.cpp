@@ -1,0 +1,156 @@
+#include "dataset/jobs.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fmt/format.h>
+#include <map>
+#include <optional>
+#include <sys/stat.h>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "dataset/output_names.h"
+#include "dataset/request.h"
+#include "pairing/capture_kind.h"
+#include "pairing/skeleton_pairing.h"
+#include "text/path_text.h"
+
+namespace dataset {
+namespace {
+
+std::optional<FileId> IdOf(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return std::nullopt;
+    return FileId{status.st_dev, status.st_ino};
+}
+
+// One job for every file; a skeleton is only one of its own where no motion took it.
+class JobMaker {
+  public:
+    explicit JobMaker(const std::string& skeleton) : skeleton_(skeleton) {}
+
+    std::vector<Job> Make(const CaptureTree& tree) {
+        std::vector<Job> jobs;
+        for (const CaptureFile& file : tree.files)
+            if (file.kind == pairing::CaptureKind::Motion) jobs.push_back(MotionJob(file));
+        for (const CaptureFile& file : tree.files) {
+            const bool isPaired =
+                file.kind == pairing::CaptureKind::Skeleton && IsPaired(file.path);
+            if (file.kind != pairing::CaptureKind::Motion && !isPaired)
+                jobs.push_back({file.path, "", file.place, "", ""});
+        }
+        for (const CaptureProblem& problem : tree.problems)
+            jobs.push_back({problem.path, "", "", "", problem.error});
+        return jobs;
+    }
+
+  private:
+    Job MotionJob(const CaptureFile& motion) {
+        Job job{motion.path, skeleton_, motion.place, "", ""};
+        if (skeleton_.empty()) {
+            const std::string folder(text::FolderPart(motion.path));
+            const pairing::Pairing pairing =
+                pairing::FindSkeleton(text::NamePart(motion.path), SkeletonsBeside(folder));
+            job.refusal = pairing.problem;
+            if (pairing.skeleton.empty()) return job;
+            job.skeleton = folder + pairing.skeleton;
+        }
+        if (const auto id = IdOf(job.skeleton)) paired_.insert(*id);
+        return job;
+    }
+
+    bool IsPaired(const std::string& path) const {
+        const auto id = IdOf(path);
+        return id && paired_.contains(*id);
+    }
+
+    const std::vector<std::string>& SkeletonsBeside(const std::string& folder) {
+        const auto [entry, isNew] = skeletons_.try_emplace(folder);
+        if (isNew) entry->second = SkeletonsIn(folder);
+        return entry->second;
+    }
+
+    const std::string& skeleton_;
+    std::set<FileId> paired_;
+    std::unordered_map<std::string, std::vector<std::string>> skeletons_;  // by folder
+};
+
+void RefuseToOverwriteInputs(std::vector<Job>& jobs, const std::string& outDir) {
+    std::map<FileId, const std::string*> inputs;
+    for (const Job& job : jobs)
+        for (const std::string* file : {&job.source, &job.skeleton})
+            if (const auto id = file->empty() ? std::nullopt : IdOf(*file))
+                inputs.emplace(*id, file);
+    for (Job& job : jobs) {
+        if (!job.refusal.empty()) continue;
+        for (const std::string& file : FilesOf(job)) {
+            const auto id = IdOf(outDir + file);
+            const auto input = id ? inputs.find(*id) : inputs.end();
+            if (input != inputs.end())
+                job.refusal = fmt::format("its output would overwrite {}", *input->second);
+        }
+    }
+}
+
+// The names are this program's choice, and where they lead must be too.
+void RefuseLinks(std::vector<Job>& jobs, const std::string& outDir) {
+    for (Job& job : jobs) {
+        if (!job.refusal.empty()) continue;
+        for (const std::string& file : FilesOf(job)) {
+            std::error_code unreadable;
+            if (std::filesystem::is_symlink(outDir + file, unreadable))
+                job.refusal = fmt::format("its output {} is a symbolic link", file);
+        }
+    }
+}
+
+// A capture file in a folder that is walked would be an input of the next run.
+void RefuseToAddInputs(std::vector<Job>& jobs, const std::string& outDir,
+                       const std::set<FileId>& walked) {
+    std::unordered_map<std::string, bool> isWalked;  // by folder of the output
+    for (Job& job : jobs) {
+        if (!job.refusal.empty()) continue;
+        const std::string folder(text::FolderPart(job.output));
+        const auto [entry, isNew] = isWalked.try_emplace(folder, false);
+        if (isNew) {
+            // Where the folder is still to be made, what it will stand in tells.
+            std::string_view place = folder;
+            auto id = IdOf(outDir + folder);
+            while (!id && !place.empty()) {
+                place = text::FolderPart(place.substr(0, place.size() - 1));
+                id = IdOf(outDir + std::string(place));
+            }
+            entry->second = id && walked.contains(*id);
+        }
+        if (entry->second)
+            job.refusal = "its output would stand among the inputs, and be one the next time";
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> FilesOf(const Job& job) {
+    std::vector<std::string> files = {job.output};
+    if (!job.sideOutput.empty()) files.push_back(job.sideOutput);
+    return files;
+}
+
+std::vector<Job> ListJobs(const Request& request) {
+    if (!request.skeleton.empty() && !IdOf(request.skeleton))
+        throw RequestError(fmt::format("--asf {}: {}", request.skeleton, std::strerror(errno)));
+    const CaptureTree tree = FindCaptures(request.paths, request.outDir);
+    std::vector<Job> jobs = JobMaker(request.skeleton).Make(tree);
+    if (jobs.empty()) throw RequestError("nothing to convert: no .bvh, .asf or .amc file there");
+    std::sort(jobs.begin(), jobs.end(),
+              [](const Job& a, const Job& b) { return a.source < b.source; });
+    NameOutputs(jobs, request.extension, request.sideExtension);
+    const std::string outDir = request.outDir + '/';
+    RefuseToOverwriteInputs(jobs, outDir);
+    RefuseLinks(jobs, outDir);
+    if (pairing::KindOf(request.extension)) RefuseToAddInputs(jobs, outDir, tree.folders);
+    return jobs;
+}
+
+}  // namespace dataset

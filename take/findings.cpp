@@ -1,0 +1,16 @@
+#include "take/findings.h"
+
+#include "survey/finding_text.h"
+
+namespace take {
+
+std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files) {
+    std::vector<std::string> all;
+    for (const FileFindings& file : files)
+        for (const survey::Finding& finding : file.findings)
+            survey::AppendFindingJson(all.emplace_back(), finding,
+                                      files.size() > 1 ? &file.file : nullptr);
+    return all;
+}
+
+}  // namespace take

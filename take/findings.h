@@ -1,0 +1,20 @@
+// What surveys found, file by file.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "survey/finding.h"
+
+namespace take {
+
+// The findings of one file, by line.
+struct FileFindings {
+    std::string file;  // as the user named it
+    std::vector<survey::Finding> findings;
+};
+
+// Each finding of the files as a JSON object. Where there are several files, each says its own.
+std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files);
+
+}  // namespace take

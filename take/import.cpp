@@ -1,0 +1,191 @@
+#include "take/import.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "headless/text.h"
+#include "survey/finding_text.h"
+#include "take/callback.h"
+#include "take/file_survey.h"
+#include "take/original_lines.h"
+#include "take/session_lock.h"
+#include "take/utf8_characters.h"
+#include "text/byte_sink.h"
+#include "text/path_text.h"
+#include "text/wide_text.h"
+
+namespace take {
+namespace {
+
+// As the plug-in wants it: absolute, symbolic links as they are.
+std::wstring AbsolutePath(const std::string& path) {
+    std::error_code unknown;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, unknown);
+    return text::DecodeUtf8(unknown ? path : absolute.string());
+}
+
+// The files as the plug-in reads them, for as long as this lives.
+class PluginFiles {
+  public:
+    // Writes mended texts and files from memory to a folder of the storage, and gives up their
+    // memory. Throws text::WriteError.
+    PluginFiles(const Request& request, FileSurvey& survey, text::Storage& storage) {
+        const std::size_t bytes = SizeOf(request.file, survey.file) +
+                                  (request.motion ? SizeOf(*request.motion, survey.motion) : 0);
+        file_ = PathOf(request.file, survey.file, bytes, storage);
+        if (request.motion) motion_ = PathOf(*request.motion, survey.motion, bytes, storage);
+    }
+
+    const std::wstring& File() const { return file_; }
+    const std::wstring& Motion() const { return motion_; }  // empty: none
+
+  private:
+    static std::size_t SizeOf(const InputFile& file,
+                              const std::optional<survey::MendedText>& mended) {
+        if (mended) return mended->text.size();
+        return file.content ? file.content->size() : 0;
+    }
+
+    std::wstring PathOf(const InputFile& file, std::optional<survey::MendedText>& mended,
+                        std::size_t bytes, text::Storage& storage) {
+        if (!mended && !file.content) return AbsolutePath(file.path);
+        if (!folder_) folder_ = storage.MakeTemporaryFolder(bytes);
+        const std::string name(text::NamePart(file.path));
+        const std::string path = folder_->Write(name, mended ? mended->text : *file.content);
+        if (mended) mended->text = std::string();
+        return text::DecodeUtf8(path);
+    }
+
+    std::unique_ptr<text::TemporaryFolder> folder_;  // null where all files are read themselves
+    std::wstring file_;
+    std::wstring motion_;
+};
+
+void AddSkeletonOptions(const Request& request, VariantList& arguments) {
+    arguments.AddBoolean(request.addClip);
+    arguments.AddBoolean(request.useNulls);
+    arguments.AddBoolean(request.chainFromParentJoint);
+    arguments.AddBoolean(request.effectorToLastBone);
+    arguments.AddBoolean(request.createGroup);
+}
+
+struct Command {
+    const wchar_t* name;
+    VariantList arguments;
+};
+
+Command BiovisionCommand(const Request& request, const FileSurvey& /*survey*/,
+                         const PluginFiles& files) {
+    Command command{plugin::kBiovisionCommand, {}};
+    command.arguments.AddText(files.File());
+    AddSkeletonOptions(request, command.arguments);
+    return command;
+}
+
+Command AcclaimCommand(const Request& request, const FileSurvey& survey, const PluginFiles& files) {
+    Command command{plugin::kAcclaimCommand, {}};
+    command.arguments.AddText(files.File());
+    command.arguments.AddText(files.Motion());
+    command.arguments.AddBoolean(request.applyLimits);
+    command.arguments.AddBoolean(survey.lengthMultiplier.has_value());
+    command.arguments.AddReal(survey.lengthMultiplier.value_or(1.0));
+    AddSkeletonOptions(request, command.arguments);
+    return command;
+}
+
+// What sets the formats apart.
+struct FormatTraits {
+    Command (*command)(const Request&, const FileSurvey&, const PluginFiles&);
+    // Where the plug-in records the files.
+    Zelk::CString USERINPUT::*file;
+    Zelk::CString USERINPUT::*motion;  // null: a format without
+};
+
+const FormatTraits& TraitsOf(Format format) {
+    static constexpr FormatTraits kBiovision = {BiovisionCommand, &USERINPUT::strBVHFile, nullptr};
+    static constexpr FormatTraits kAcclaim = {AcclaimCommand, &USERINPUT::strASFFile,
+                                              &USERINPUT::strAMCFile};
+    return format == Format::Acclaim ? kAcclaim : kBiovision;
+}
+
+// The record names the files as the user did, whatever the plug-in was handed.
+void NameFiles(const Request& request, USERINPUT& input) {
+    const FormatTraits& traits = TraitsOf(request.format);
+    input.*traits.file = AbsolutePath(request.file.path).c_str();
+    if (!traits.motion) return;
+    input.*traits.motion =
+        request.motion ? AbsolutePath(request.motion->path).c_str() : Zelk::CString();
+}
+
+// Has the plug-in import the files, with log lines as they would be of the files themselves.
+void CallPlugin(const Plugin& plugin, const Request& request, FileSurvey& survey,
+                text::Storage& storage, const Listener& listener, Result& result) {
+    const SessionLock lock;
+    const PluginFiles files(request, survey, storage);
+    OriginalLines lines(survey.file ? &survey.file->lines : nullptr,
+                        survey.motion ? &survey.motion->lines : nullptr,
+                        request.motion.has_value());
+    std::vector<headless::LogLine> log;
+    Listener restoring = listener;
+    restoring.onLog = [&](const headless::LogLine& line) {
+        log.push_back(lines.Restore(line));
+        if (listener.onLog) listener.onLog(log.back());
+    };
+    // A text in a file's stead is UTF-8 wherever the user is.
+    const bool isMended = survey.file || survey.motion;
+    const Utf8Characters characters(isMended || !request.readsInLocale);
+    const Command command = TraitsOf(request.format).command(request, survey, files);
+    CallResult called =
+        Call(lock, plugin, command.name, command.arguments, request.hasProgressBar, restoring);
+    result.code = called.code;
+    result.recording = std::move(called.recording);
+    result.recording.log = std::move(log);
+    result.userInput = std::move(called.userInput);
+    NameFiles(request, result.userInput);
+    const bool isCancelled = listener.isCancelled && listener.isCancelled();
+    result.outcome = JudgeImport(result.code, result.recording.log, isCancelled);
+}
+
+// The finding that the import was refused for: the first error or, in a strict import, the first
+// warning.
+std::string Refusal(const std::vector<FileFindings>& findings) {
+    for (const survey::Severity severity : {survey::Severity::Error, survey::Severity::Warning})
+        for (const FileFindings& file : findings)
+            for (const survey::Finding& finding : file.findings)
+                if (finding.severity == severity)
+                    return file.file + ": " + survey::FindingText(finding);
+    return {};
+}
+
+}  // namespace
+
+std::string Result::FirstError() const {
+    if (!problem.empty()) return problem;
+    if (isRefused) return Refusal(findings);
+    for (const headless::LogLine& line : recording.log)
+        if (IsError(line)) return text::EncodeUtf8(headless::View(line.text));
+    return outcome.status == Status::Cancelled ? "cancelled" : std::string();
+}
+
+Result Import(const Plugin& plugin, const Request& request, text::Storage& storage,
+              const Listener& listener) {
+    Result result;
+    FileSurvey survey = SurveyFiles(request, storage);
+    result.findings = std::move(survey.findings);
+    result.isRefused = survey.isRefused;
+    result.framesPerSecond = survey.framesPerSecond;
+    result.lengthMultiplier = survey.lengthMultiplier;
+    result.multiplied = survey.multiplied;
+    if (listener.onSurveyed) listener.onSurveyed(result.findings, result.isRefused);
+    try {
+        if (!result.isRefused) CallPlugin(plugin, request, survey, storage, listener, result);
+    } catch (const text::WriteError& error) {
+        result.problem = error.what();
+        result.outcome.status = Status::Failed;
+    }
+    if (!result.recording.scene) result.recording.scene = std::make_unique<headless::Scene>();
+    return result;
+}
+
+}  // namespace take

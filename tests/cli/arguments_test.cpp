@@ -1,0 +1,334 @@
+#include "cli/arguments.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using cli::ImportRequest;
+using cli::RawArgument;
+using testing::HasSubstr;
+
+cli::Request Parse(const std::vector<std::string>& words) {
+    std::vector<const char*> arguments;
+    for (const std::string& word : words)
+        arguments.push_back(word.c_str());
+    return cli::ParseArguments(arguments);
+}
+
+ImportRequest ParseImport(std::vector<std::string> words) {
+    words.insert(words.begin(), "import");
+    return std::get<ImportRequest>(Parse(words));
+}
+
+TEST(ImportArguments, HaveTheirDefaults) {
+    const ImportRequest request = ParseImport({"walk.bvh"});
+    EXPECT_EQ(request.take.format, take::Format::Biovision);
+    EXPECT_EQ(request.take.file.path, "walk.bvh");
+    EXPECT_TRUE(request.take.useNulls);
+    EXPECT_TRUE(request.take.chainFromParentJoint);
+    EXPECT_FALSE(request.take.effectorToLastBone);
+    EXPECT_TRUE(request.take.createGroup);
+    EXPECT_FALSE(request.take.addClip);
+    EXPECT_FALSE(request.take.applyLimits);
+    EXPECT_EQ(request.take.lengthMultiplier, std::nullopt);
+    EXPECT_EQ(request.exports.scale, 1.0);
+    EXPECT_EQ(request.exports.zUp, false);
+    EXPECT_EQ(request.take.framesPerSecond, std::nullopt);
+    EXPECT_FALSE(request.tree || request.quiet || request.timing);
+    EXPECT_EQ(request.progress, cli::Progress::Auto);
+    EXPECT_TRUE(request.outputs.empty() && request.plugin.empty());
+}
+
+TEST(ImportArguments, AreAllTaken) {
+    const ImportRequest request = ParseImport({"--bones",
+                                               "--no-chain-from-parent",
+                                               "--effector-to-last-bone",
+                                               "--no-group",
+                                               "--clip",
+                                               "--limits",
+                                               "--length",
+                                               "-2.5",
+                                               "-o",
+                                               "a.json",
+                                               "S.ASF",
+                                               "--output",
+                                               "b.JSON",
+                                               "m.Amc",
+                                               "--scale",
+                                               "0.01",
+                                               "--up",
+                                               "z",
+                                               "--fps",
+                                               "59.94",
+                                               "--tree",
+                                               "--quiet",
+                                               "--timing",
+                                               "--progress",
+                                               "off",
+                                               "--plugin",
+                                               "p.so"});
+    EXPECT_EQ(request.take.format, take::Format::Acclaim);
+    EXPECT_EQ(request.take.file.path, "S.ASF");
+    EXPECT_EQ(request.take.motion->path, "m.Amc");
+    EXPECT_FALSE(request.take.useNulls);
+    EXPECT_FALSE(request.take.chainFromParentJoint);
+    EXPECT_TRUE(request.take.effectorToLastBone);
+    EXPECT_FALSE(request.take.createGroup);
+    EXPECT_TRUE(request.take.addClip && request.take.applyLimits);
+    EXPECT_EQ(request.take.lengthMultiplier, -2.5);
+    ASSERT_EQ(request.outputs.size(), 2u);
+    EXPECT_EQ(request.outputs[0].path, "a.json");
+    EXPECT_EQ(request.outputs[1].path, "b.JSON");
+    EXPECT_EQ(request.exports.scale, 0.01);
+    EXPECT_EQ(request.exports.zUp, true);
+    EXPECT_EQ(request.take.framesPerSecond, 59.94);
+    EXPECT_TRUE(request.tree && request.quiet && request.timing);
+    EXPECT_EQ(request.progress, cli::Progress::Off);
+    EXPECT_EQ(request.plugin, "p.so");
+}
+
+TEST(ImportArguments, ResamplesAtItsOwnRateOrAtTheOneOfFps) {
+    const auto rates = [](std::vector<std::string> words) {
+        words.insert(words.begin(), "07.asf");
+        const ImportRequest request = ParseImport(words);
+        return std::pair(request.take.framesPerSecond, request.exports.resampleTo);
+    };
+    using Rates = std::pair<std::optional<double>, std::optional<double>>;
+    EXPECT_EQ(rates({"--fps", "60"}), Rates(60.0, std::nullopt));
+    EXPECT_EQ(rates({"--resample", "60"}), Rates(std::nullopt, 60.0));
+    EXPECT_EQ(rates({"--resample=60"}), Rates(std::nullopt, 60.0));
+    EXPECT_EQ(rates({"--fps", "30", "--resample", "60"}), Rates(30.0, 60.0));
+    EXPECT_EQ(rates({"--fps", "60", "--resample"}), Rates(std::nullopt, 60.0));
+    EXPECT_EQ(rates({"--resample", "--fps", "60"}), Rates(std::nullopt, 60.0));
+    EXPECT_EQ(rates({"--preset", "cmu", "--resample"}), Rates(std::nullopt, 120.0));
+    EXPECT_EQ(rates({"--preset", "cmu", "--fps", "60", "--resample"}), Rates(std::nullopt, 60.0));
+    EXPECT_THROW(rates({"--resample"}), cli::UsageError);
+    EXPECT_THROW(rates({"--resample", "0"}), cli::UsageError);
+}
+
+TEST(ImportArguments, ResampleTakesTheNextWordOnlyWhereItIsANumber) {
+    const ImportRequest request = ParseImport({"--fps", "60", "--resample", "walk.bvh"});
+    EXPECT_EQ(request.take.file.path, "walk.bvh");
+    EXPECT_EQ(request.exports.resampleTo, 60.0);
+}
+
+TEST(ImportArguments, ThePresetIsKeptForTheSurvey) {
+    EXPECT_EQ(ParseImport({"07.asf"}).take.preset, take::Preset::Auto);
+    EXPECT_EQ(ParseImport({"07.asf", "--preset", "auto"}).take.preset, take::Preset::Auto);
+    EXPECT_EQ(ParseImport({"07.asf", "--preset", "cmu"}).take.preset, take::Preset::Cmu);
+    EXPECT_EQ(ParseImport({"07.asf", "--preset", "none"}).take.preset, take::Preset::None);
+    const ImportRequest said =
+        ParseImport({"07.asf", "--length", "1", "--fps", "60", "--preset", "cmu"});
+    EXPECT_EQ(said.take.lengthMultiplier, 1.0);
+    EXPECT_EQ(said.take.framesPerSecond, 60.0);
+}
+
+TEST(ImportArguments, SayHowFilesAreSurveyed) {
+    const ImportRequest plain = ParseImport({"walk.bvh"});
+    EXPECT_FALSE(plain.take.asIs || plain.take.strict);
+    EXPECT_EQ(plain.take.encoding, "");
+    const ImportRequest strict = ParseImport({"walk.bvh", "--strict", "--encoding", "SHIFT_JIS"});
+    EXPECT_TRUE(strict.take.strict);
+    EXPECT_EQ(strict.take.encoding, "SHIFT_JIS");
+    EXPECT_TRUE(ParseImport({"walk.bvh", "--as-is"}).take.asIs);
+}
+
+TEST(CheckArguments, AreTaken) {
+    const auto request = std::get<cli::CheckRequest>(
+        Parse({"check", "a.BVH", "07.asf", "07_01.amc", "--json", "--strict", "--fix", "--out-dir",
+               "fixed", "--encoding", "LATIN1"}));
+    EXPECT_THAT(request.files, testing::ElementsAre("a.BVH", "07.asf", "07_01.amc"));
+    EXPECT_TRUE(request.json && request.strict && request.fix);
+    EXPECT_EQ(request.outDir, "fixed");
+    EXPECT_EQ(request.encoding, "LATIN1");
+    EXPECT_EQ(std::get<cli::CheckRequest>(Parse({"check", "a.bvh", "--fix", "-o", "b.bvh"})).output,
+              "b.bvh");
+}
+
+TEST(CheckArguments, AnInputIsNotOverwritten) {
+    const TemporaryFolder folder;
+    folder.Put("walk.bvh", "text");
+    EXPECT_THROW(
+        Parse({"check", folder.Path("walk.bvh"), "--fix", "-o", folder.Path("./walk.bvh")}),
+        cli::UsageError);
+    EXPECT_THROW(Parse({"check", folder.Path("walk.bvh"), "--fix", "--out-dir", folder.Path("")}),
+                 cli::UsageError);
+}
+
+TEST(ImportArguments, AFileMayBeginWithADash) {
+    EXPECT_EQ(ParseImport({"--", "-walk.bvh"}).take.file.path, "-walk.bvh");
+}
+
+struct WrongUsage {
+    const char* name;
+    std::vector<std::string> words;
+    const char* message;
+};
+
+std::ostream& operator<<(std::ostream& out, const WrongUsage& row) {
+    return out << row.name;
+}
+
+class WrongArguments : public testing::TestWithParam<WrongUsage> {};
+
+TEST_P(WrongArguments, AreRefused) {
+    try {
+        Parse(GetParam().words);
+        FAIL() << "was accepted";
+    } catch (const cli::UsageError& error) {
+        EXPECT_THAT(error.what(), HasSubstr(GetParam().message));
+    }
+}
+
+const WrongUsage kWrongUsages[] = {
+    {"Nothing", {}, "nothing to do"},
+    {"UnknownCommand",
+     {"export", "walk.bvh"},
+     "export: neither import, check, convert nor command"},
+    {"FlagWithAValue", {"import", "walk.bvh", "--bones=1"}, "bones was given"},
+    {"FlagDenied", {"import", "walk.bvh", "--nulls=false"}, "nulls was given"},
+    {"NegativeFlagWithAValue", {"import", "walk.bvh", "--no-group=3"}, "no-group was given"},
+    {"FlagOfConvert",
+     {"convert", "a", "--to", "glb", "--out-dir", "o", "--clip=false"},
+     "clip was given"},
+    {"NoFile", {"import"}, "file is required"},
+    {"EmptyFile", {"import", ""}, "neither a .bvh nor an .asf file"},
+    {"OtherExtension", {"import", "walk.fbx"}, "walk.fbx: neither a .bvh nor an .asf file"},
+    {"ExtensionOfAFolder", {"import", "a.bvh/walk"}, "neither a .bvh nor an .asf file"},
+    {"MotionAlone", {"import", "07_01.amc"}, "needs its skeleton"},
+    {"MotionAfterBvh", {"import", "walk.bvh", "07_01.amc"}, "imported alone"},
+    {"MotionOfAnotherKind", {"import", "07.asf", "07_01.txt"}, "not an .amc file"},
+    {"ThirdFile", {"import", "07.asf", "07_01.amc", "07_02.amc"}, "07_02.amc"},
+    {"UnknownOption", {"import", "walk.bvh", "--fast"}, "--fast"},
+    {"NullsAndBones", {"import", "walk.bvh", "--nulls", "--bones"}, "excludes"},
+    {"LimitsOfBvh", {"import", "walk.bvh", "--limits"}, "are for Acclaim files"},
+    {"LengthOfBvh", {"import", "walk.bvh", "--length", "2"}, "are for Acclaim files"},
+    {"PresetOfBvh", {"import", "walk.bvh", "--preset", "cmu"}, "are for Acclaim files"},
+    {"LengthWord", {"import", "07.asf", "--length", "2m"}, "--length 2m: not a number"},
+    {"LengthEmpty", {"import", "07.asf", "--length", ""}, "not a number"},
+    {"LengthNan", {"import", "07.asf", "--length", "nan"}, "not a number"},
+    {"UnknownPreset",
+     {"import", "07.asf", "--preset", "sfu"},
+     "--preset sfu: expected auto or cmu or none"},
+    {"AsIsAndStrict", {"import", "a.bvh", "--as-is", "--strict"}, "which --as-is leaves out"},
+    {"AsIsAndEncoding", {"import", "a.bvh", "--as-is", "--encoding", "LATIN1"}, "leaves out"},
+    {"UnknownEncoding", {"import", "a.bvh", "--encoding", "KLINGON"}, "--encoding KLINGON: no enc"},
+    {"CheckNothing", {"check"}, "files is required"},
+    {"CheckOtherExtension", {"check", "a.txt"}, "a.txt: neither a .bvh, an .asf nor an .amc file"},
+    {"CheckUnknownEncoding", {"check", "a.bvh", "--encoding", "KLINGON"}, "KLINGON"},
+    {"CheckOutputWithoutFix", {"check", "a.bvh", "-o", "b.bvh"}, "where --fix writes to"},
+    {"CheckFolderWithoutFix", {"check", "a.bvh", "--out-dir", "b"}, "where --fix writes to"},
+    {"CheckFixNowhere", {"check", "a.bvh", "--fix"}, "--fix writes to one of"},
+    {"CheckFixTwice",
+     {"check", "a.bvh", "--fix", "-o", "b.bvh", "--out-dir", "c"},
+     "--fix writes to one of"},
+    {"CheckOneOutputOfTwo", {"check", "a.bvh", "b.bvh", "--fix", "-o", "c.bvh"}, "takes one file"},
+    {"CheckSameNames",
+     {"check", "x/a.bvh", "y/a.bvh", "--fix", "--out-dir", "c"},
+     "two files are called a.bvh"},
+    {"ResampleWithoutARate", {"import", "walk.bvh", "--resample"}, "--resample needs a rate"},
+    {"ScaleZero", {"import", "walk.bvh", "--scale", "0"}, "not above zero"},
+    {"FpsNegative", {"import", "walk.bvh", "--fps", "-30"}, "not above zero"},
+    {"UpAxis", {"import", "walk.bvh", "--up", "x"}, "--up x: expected y or z"},
+    {"Progress", {"import", "walk.bvh", "--progress", "yes"}, "expected auto or on or off"},
+    {"OutputWithoutExtension", {"import", "walk.bvh", "-o", "walk"}, "walk: no such output"},
+    {"OutputExtension", {"import", "walk.bvh", "-o", "walk.xyz"}, "no such output"},
+    {"OutputMissing", {"import", "walk.bvh", "-o"}, "-o"},
+    {"OutputTwice", {"import", "walk.bvh", "-o", "a.json", "-o", "./a.json"}, "output twice"},
+    {"NoName", {"command"}, "name is required"},
+    {"ArgumentWithoutKind", {"command", "X", "walk.bvh"}, "begins with str:"},
+    {"ArgumentOfAnotherKind", {"command", "X", "int:1"}, "begins with str:"},
+    {"NumberForAPath", {"command", "Biovision Import function", "word:1"}, "argument 1 of Bio"},
+    {"RealForAPath", {"command", "Biovision Import function", "real:1e-9"}, "is a text"},
+    {"BooleanForAPath",
+     {"command", "Acclaim Import function", "str:a.asf", "bool:true"},
+     "argument 2 of"},
+    {"ArgumentLikeAList", {"command", "X", "[str:a]"}, "begins with str:"},
+    {"CommandProgress", {"command", "X", "--progress", "maybe"}, "expected auto or on or off"},
+};
+INSTANTIATE_TEST_SUITE_P(, WrongArguments, testing::ValuesIn(kWrongUsages),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(CommandArguments, MayBeZeroWhereATextIsRead) {
+    for (const char* zero : {"word:0", "bool:false", "real:0", "str:"})
+        EXPECT_NO_THROW(Parse({"command", "Biovision Import function", zero, "bool:true"})) << zero;
+    EXPECT_NO_THROW(Parse({"command", "Another function", "word:1"}));
+}
+
+TEST(ImportArguments, AnInputIsNotOverwritten) {
+    const TemporaryFolder folder;
+    folder.Put("walk.bvh", "text");
+    std::filesystem::create_hard_link(folder.Path("walk.bvh"), folder.Path("linked.json"));
+    std::filesystem::create_symlink("walk.bvh", folder.Path("symbolic.json"));
+    for (const char* output : {"linked.json", "symbolic.json"})
+        EXPECT_THROW(ParseImport({folder.Path("walk.bvh"), "-o", folder.Path(output)}),
+                     cli::UsageError)
+            << output;
+    EXPECT_THROW(Parse({"command", "X", "str:" + folder.Path("walk.bvh"), "--json",
+                        folder.Path("walk.bvh")}),
+                 cli::UsageError);
+}
+
+TEST(CommandArguments, AreTakenInOrder) {
+    const auto request =
+        std::get<cli::CommandRequest>(Parse({"command", "import", "str:-o", "--json", "r.json",
+                                             "bool:true", "word:1", "real:2", "--progress", "on"}));
+    EXPECT_EQ(request.name, "import");
+    ASSERT_EQ(request.arguments.size(), 4u);
+    EXPECT_EQ(request.arguments[0].text, "-o");
+    EXPECT_TRUE(request.arguments[1].boolean);
+    EXPECT_EQ(request.arguments[2].word, 1);
+    EXPECT_EQ(request.arguments[3].real, 2.0);
+    EXPECT_EQ(request.jsonFile, "r.json");
+    EXPECT_EQ(request.progress, cli::Progress::On);
+}
+
+TEST(RawArguments, HoldTexts) {
+    for (const std::string text : {"", "walk.bvh", "a:b", "str:", " "}) {
+        const RawArgument argument = cli::ParseRawArgument("str:" + text);
+        EXPECT_EQ(argument.kind, RawArgument::Kind::Text);
+        EXPECT_EQ(argument.text, text);
+    }
+}
+
+TEST(RawArguments, HoldBooleans) {
+    EXPECT_TRUE(cli::ParseRawArgument("bool:true").boolean);
+    EXPECT_FALSE(cli::ParseRawArgument("bool:false").boolean);
+    EXPECT_EQ(cli::ParseRawArgument("bool:false").kind, RawArgument::Kind::Boolean);
+}
+
+TEST(RawArguments, HoldWords) {
+    const std::pair<const char*, int> rows[] = {
+        {"0", 0}, {"1", 1}, {"65535", 65535}, {"0xFFFF", 65535}, {"0X1f", 31}};
+    for (const auto& [text, word] : rows) {
+        const RawArgument argument = cli::ParseRawArgument(std::string("word:") + text);
+        EXPECT_EQ(argument.kind, RawArgument::Kind::Word);
+        EXPECT_EQ(argument.word, word) << text;
+    }
+}
+
+TEST(RawArguments, HoldNumbers) {
+    const std::pair<const char*, double> rows[] = {
+        {"1", 1.0}, {"+1.5", 1.5}, {"-0", -0.0}, {"1e-3", 1e-3}, {"-inf", -HUGE_VAL}};
+    for (const auto& [text, number] : rows) {
+        const RawArgument argument = cli::ParseRawArgument(std::string("real:") + text);
+        EXPECT_EQ(argument.kind, RawArgument::Kind::Real);
+        EXPECT_EQ(argument.real, number) << text;
+        EXPECT_EQ(std::signbit(argument.real), std::signbit(number)) << text;
+    }
+    EXPECT_TRUE(std::isnan(cli::ParseRawArgument("real:nan").real));
+}
+
+TEST(RawArguments, AreRefusedWhole) {
+    for (const char* text :
+         {"",         "str",          "walk.bvh",   ":",        "text:a",  "STR:a",
+          "bool:",    "bool:1",       "bool:TRUE",  "word:",    "word:-1", "word:65536",
+          "word:0x",  "word:0x10000", "word:1 ",    "word:1.0", "real:",   "real:a",
+          "real:1,5", "real:1 ",      "real:1e999", "real:+-1"})
+        EXPECT_THROW(cli::ParseRawArgument(text), cli::UsageError) << text;
+}
+
+}  // namespace

@@ -1,0 +1,62 @@
+#include "cli/help_text.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <sstream>
+#include <string>
+
+#include "cli/arguments.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+class Help : public testing::TestWithParam<const std::string_view*> {
+  protected:
+    std::string Text() const { return std::string(*GetParam()); }
+};
+
+TEST_P(Help, FitsAScreen) {
+    std::istringstream lines(Text());
+    int count = 0;
+    for (std::string line; std::getline(lines, line); ++count)
+        EXPECT_LE(line.size(), 80u) << line;
+    // With the line of the next prompt.
+    EXPECT_LE(count, 23);
+}
+
+TEST_P(Help, ShowsAnExample) {
+    EXPECT_THAT(Text(), HasSubstr("Example:"));
+}
+
+INSTANTIATE_TEST_SUITE_P(, Help,
+                         testing::Values(&cli::kMainHelp, &cli::kImportHelp, &cli::kCheckHelp,
+                                         &cli::kConvertHelp, &cli::kCommandHelp),
+                         [](const auto& row) {
+                             return row.param == &cli::kMainHelp      ? "Main"
+                                    : row.param == &cli::kImportHelp  ? "Import"
+                                    : row.param == &cli::kCheckHelp   ? "Check"
+                                    : row.param == &cli::kConvertHelp ? "Convert"
+                                                                      : "Command";
+                         });
+
+std::string AnswerTo(std::vector<const char*> words) {
+    return std::get<cli::Answer>(cli::ParseArguments(words)).text;
+}
+
+TEST(HelpOption, AnswersForItsCommand) {
+    EXPECT_EQ(AnswerTo({"--help"}), cli::kMainHelp);
+    EXPECT_EQ(AnswerTo({"-h"}), cli::kMainHelp);
+    EXPECT_EQ(AnswerTo({"import", "--help"}), cli::kImportHelp);
+    EXPECT_EQ(AnswerTo({"import", "walk.bvh", "-h"}), cli::kImportHelp);
+    EXPECT_EQ(AnswerTo({"check", "--help"}), cli::kCheckHelp);
+    EXPECT_EQ(AnswerTo({"convert", "--help"}), cli::kConvertHelp);
+    EXPECT_EQ(AnswerTo({"command", "--help"}), cli::kCommandHelp);
+}
+
+TEST(VersionOption, NamesTheProgram) {
+    EXPECT_THAT(AnswerTo({"--version"}),
+                testing::MatchesRegex("zkhost [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+}
+
+}  // namespace

@@ -1,0 +1,149 @@
+#include "dataset/job_arguments.h"
+
+#include <gmock/gmock.h>
+
+#include "cli/arguments.h"
+#include "text/shell_words.h"
+
+namespace {
+
+using dataset::Job;
+using dataset::Request;
+using testing::HasSubstr;
+
+dataset::Request RequestOf(std::vector<const char*> words) {
+    words.insert(words.begin(), {"convert", "t", "--to", "json", "--out-dir", "out"});
+    return std::get<dataset::Request>(cli::ParseArguments(words));
+}
+
+std::string LineOf(const Job& job, const std::vector<const char*>& options) {
+    return text::ShellLine(dataset::ImportArguments(job, RequestOf(options)));
+}
+
+const Job kBiovision{"t/walk.bvh", "", "walk.bvh", "walk.json", ""};
+const Job kAcclaim{"t/a.amc", "t/s.asf", "a.amc", "a.json", ""};
+const Job kSkeleton{"t/s.asf", "", "s.asf", "s.json", ""};
+
+TEST(JobArguments, NameInputsAndOutput) {
+    EXPECT_EQ(LineOf(kBiovision, {}),
+              "import t/walk.bvh --progress=off --make-folders -o out/walk.json");
+    EXPECT_EQ(LineOf(kAcclaim, {}),
+              "import t/s.asf t/a.amc --progress=off --make-folders -o out/a.json");
+}
+
+TEST(JobArguments, HoldTheOptionsInOneOrder) {
+    const std::string one =
+        LineOf(kBiovision, {"--scale", "0.01", "--no-group", "--bones", "--clip", "--fps=30",
+                            "--up", "z", "--no-chain-from-parent", "--effector-to-last-bone"});
+    EXPECT_EQ(one, LineOf(kBiovision, {"--clip", "--effector-to-last-bone", "--fps", "30",
+                                       "--no-chain-from-parent", "--up=z", "--bones", "--no-group",
+                                       "--scale=0.01"}));
+    EXPECT_EQ(one,
+              "import t/walk.bvh --bones --no-chain-from-parent --effector-to-last-bone --no-group "
+              "--clip --scale=0.01 --up=z --fps=30 --progress=off --make-folders -o out/walk.json");
+}
+
+TEST(JobArguments, HoldWhatIsForAcclaimForAcclaimAlone) {
+    const std::vector<const char*> options = {"--limits", "--length=-2", "--preset", "cmu",
+                                              "--nulls"};
+    EXPECT_EQ(LineOf(kBiovision, options),
+              "import t/walk.bvh --nulls --progress=off --make-folders -o out/walk.json");
+    EXPECT_EQ(LineOf(kAcclaim, options),
+              "import t/s.asf t/a.amc --nulls --limits --length=-2 --preset=cmu --progress=off "
+              "--make-folders -o out/a.json");
+    EXPECT_THAT(LineOf(kSkeleton, options), HasSubstr("--limits"));
+}
+
+TEST(JobArguments, ResampleAtThePresetsRateWhatThePresetIsFor) {
+    const std::vector<const char*> options = {"--preset", "cmu", "--resample"};
+    EXPECT_EQ(LineOf(kBiovision, options),
+              "import t/walk.bvh --progress=off --make-folders -o out/walk.json");
+    EXPECT_THAT(LineOf(kAcclaim, options), HasSubstr("--preset=cmu --resample"));
+    EXPECT_THAT(LineOf(kBiovision, {"--preset", "cmu", "--resample", "--fps", "60"}),
+                HasSubstr("--fps=60 --resample"));
+}
+
+TEST(JobArguments, KeepFilesApartFromOptions) {
+    dataset::Request request = RequestOf({});
+    request.outDir = "-out";
+    const Job job{"-s.bvh", "", "-s.bvh", "-s.json", ""};
+    EXPECT_EQ(text::ShellLine(dataset::ImportArguments(job, request)),
+              "import ./-s.bvh --progress=off --make-folders -o ./-out/-s.json");
+}
+
+TEST(JobArguments, AreUnderstoodByImport) {
+    std::vector<std::string> words = dataset::ImportArguments(
+        kAcclaim, RequestOf({"--limits", "--length", "-0.5", "--bones", "--no-group", "--plugin",
+                             "p.so", "--scale=2"}));
+    const std::vector<const char*> pointers = [&] {
+        std::vector<const char*> all;
+        for (const std::string& word : words)
+            all.push_back(word.c_str());
+        return all;
+    }();
+    const auto import = std::get<cli::ImportRequest>(cli::ParseArguments(pointers));
+    EXPECT_EQ(import.take.file.path, "t/s.asf");
+    EXPECT_EQ(import.take.motion->path, "t/a.amc");
+    EXPECT_TRUE(import.take.applyLimits && !import.take.useNulls && !import.take.createGroup &&
+                import.makeFolders);
+    EXPECT_EQ(import.take.lengthMultiplier, -0.5);
+    EXPECT_EQ(import.exports.scale, 2.0);
+    EXPECT_EQ(import.plugin, "p.so");
+    EXPECT_EQ(import.progress, cli::Progress::Off);
+    ASSERT_EQ(import.outputs.size(), 1u);
+    EXPECT_EQ(import.outputs[0].path, "out/a.json");
+}
+
+TEST(OptionsLine, ChangesWithWhatOutputsDependOn) {
+    const std::string line = dataset::OptionsLine(RequestOf({}));
+    for (const std::vector<const char*>& options : std::vector<std::vector<const char*>>{
+             {"--bones"}, {"--limits"}, {"--asf=s.asf"}, {"--plugin=p.so"}, {"--scale=2"}})
+        EXPECT_NE(dataset::OptionsLine(RequestOf(options)), line) << options[0];
+    for (const std::vector<const char*>& options :
+         std::vector<std::vector<const char*>>{{"-j3"}, {"--resume"}, {"--time-limit=9"}})
+        EXPECT_EQ(dataset::OptionsLine(RequestOf(options)), line) << options[0];
+}
+
+struct Wrong {
+    const char* name;
+    std::vector<const char*> words;
+    const char* message;
+};
+
+void PrintTo(const Wrong& row, std::ostream* out) {
+    *out << row.name;
+}
+
+const Wrong kWrong[] = {
+    {"NoPath", {"--to", "json", "--out-dir", "o"}, "paths"},
+    {"NoFormat", {"t", "--out-dir", "o"}, "--to"},
+    {"NoOutDir", {"t", "--to", "json"}, "--out-dir"},
+    {"EmptyOutDir", {"t", "--to", "json", "--out-dir", ""}, "--out-dir"},
+    {"Format", {"t", "--to", "fbx", "--out-dir", "o"}, "--to fbx"},
+    {"NoJobs", {"t", "--to", "json", "--out-dir", "o", "-j0"}, "--jobs 0"},
+    {"HalfAJob", {"t", "--to", "json", "--out-dir", "o", "-j", "1.5"}, "--jobs 1.5"},
+    {"ManyJobs", {"t", "--to", "json", "--out-dir", "o", "-j", "1e9"}, "--jobs 1e9"},
+    {"Asf", {"t", "--to", "json", "--out-dir", "o", "--asf", "s.bvh"}, "--asf s.bvh"},
+    {"Scale", {"t", "--to", "json", "--out-dir", "o", "--scale", "no"}, "--scale no"},
+    {"TimeLimit", {"t", "--to", "json", "--out-dir", "o", "--time-limit", "x"}, "--time-limit x"},
+    {"BothSkeletons", {"t", "--to", "json", "--out-dir", "o", "--nulls", "--bones"}, "--nulls"},
+    {"Tree", {"t", "--to", "json", "--out-dir", "o", "--tree"}, "--tree"},
+};
+
+class ConvertUsage : public testing::TestWithParam<Wrong> {};
+
+TEST_P(ConvertUsage, IsRefused) {
+    std::vector<const char*> words = GetParam().words;
+    words.insert(words.begin(), "convert");
+    try {
+        cli::ParseArguments(words);
+        FAIL() << "taken";
+    } catch (const cli::UsageError& error) {
+        EXPECT_THAT(error.what(), HasSubstr(GetParam().message));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, ConvertUsage, testing::ValuesIn(kWrong),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace

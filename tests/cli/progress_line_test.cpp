@@ -1,0 +1,105 @@
+#include "cli/progress_line.h"
+
+#include <gmock/gmock.h>
+#include <limits>
+
+namespace {
+
+using headless::BarEvent;
+using Kind = BarEvent::Kind;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ProgressLine : public testing::Test {
+  protected:
+    std::string text_;
+    cli::ProgressLine Line(int columns, int interval = 0) {
+        return {columns, std::chrono::milliseconds(interval),
+                [this](std::string_view more) { text_ += more; }};
+    }
+    // What a drawn line is, without the control sequence before it.
+    std::string Last() const { return text_.substr(text_.rfind("\x1b[K") + 3); }
+};
+
+void Begin(cli::ProgressLine& line) {
+    line.Take({Kind::Minimum, 0, {}});
+    line.Take({Kind::Maximum, 32000, {}});
+    line.Take({Kind::Step, 1, {}});
+    line.Take({Kind::Caption, 0, L"Importing Motion..."});
+}
+
+TEST_F(ProgressLine, ShowsNothingUntilItIsVisible) {
+    cli::ProgressLine line = Line(80);
+    Begin(line);
+    line.Take({Kind::Value, 16000, {}});
+    EXPECT_EQ(text_, "");
+}
+
+TEST_F(ProgressLine, DrawsCaptionAndPercentage) {
+    cli::ProgressLine line = Line(80);
+    Begin(line);
+    line.Take({Kind::Visible, 1, {}});
+    line.Take({Kind::Value, 16000, {}});
+    EXPECT_EQ(Last(), "Importing Motion...  [############            ]  50%");
+}
+
+TEST_F(ProgressLine, StaysWithinTheTerminal) {
+    for (int columns = 1; columns <= 100; ++columns) {
+        cli::ProgressLine line = Line(columns);
+        Begin(line);
+        line.Take({Kind::Visible, 1, {}});
+        line.Take({Kind::Value, 32000, {}});
+        EXPECT_THAT(Last(), EndsWith("100%"));
+        if (columns > 4) {
+            EXPECT_LT(Last().size(), static_cast<std::size_t>(columns) + 2) << columns;
+        }
+    }
+}
+
+TEST_F(ProgressLine, HoldsValuesWithinItsRange) {
+    cli::ProgressLine line = Line(80);
+    Begin(line);
+    line.Take({Kind::Visible, 1, {}});
+    line.Take({Kind::Value, 50000, {}});
+    EXPECT_THAT(Last(), EndsWith("100%"));
+    line.Take({Kind::Value, std::numeric_limits<std::int32_t>::min(), {}});
+    EXPECT_THAT(Last(), EndsWith("  0%"));
+}
+
+TEST_F(ProgressLine, IsErasedWhenHidden) {
+    cli::ProgressLine line = Line(80);
+    Begin(line);
+    line.Take({Kind::Visible, 1, {}});
+    line.Take({Kind::Visible, 0, {}});
+    EXPECT_THAT(text_, EndsWith("\r\x1b[K"));
+}
+
+TEST_F(ProgressLine, IsErasedAtTheEnd) {
+    {
+        cli::ProgressLine line = Line(80);
+        Begin(line);
+        line.Take({Kind::Visible, 1, {}});
+    }
+    EXPECT_THAT(text_, EndsWith("\r\x1b[K"));
+}
+
+TEST_F(ProgressLine, IsNotDrawnAnewForEveryEvent) {
+    cli::ProgressLine line = Line(80, 3'600'000);
+    Begin(line);
+    line.Take({Kind::Visible, 1, {}});
+    const std::string first = text_;
+    EXPECT_THAT(first, HasSubstr("0%"));
+    for (int value = 0; value < 32000; ++value)
+        line.Take({Kind::Value, value, {}});
+    EXPECT_EQ(text_, first);
+}
+
+TEST_F(ProgressLine, EscapesControlsInTheCaption) {
+    cli::ProgressLine line = Line(80);
+    line.Take({Kind::Caption, 0, L"a\x1B[2J"});
+    line.Take({Kind::Visible, 1, {}});
+    EXPECT_THAT(Last(), StartsWith("a\\x1b[2J"));
+}
+
+}  // namespace

@@ -1,0 +1,120 @@
+#include "cli/summary.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+
+#include "tests/support/test_scene.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+std::string Summary(const cli::SummaryRequest& request) {
+    std::string text;
+    cli::PrintSummary(TestScene::Get(), request, [&](std::string_view more) { text += more; });
+    return text;
+}
+
+// Two nulls, a base pose, and four frames at the given rate.
+Zelk::Model AddWalk(const TestScene& scene, const wchar_t* name, double secondsPerFrame,
+                    double firstFrame = 1, double thirdValue = 0) {
+    Zelk::Model model = scene.AddModel(name);
+    Zelk::Null hips = scene.AddNull(model, L"Hips", 0, 0, 0);
+    scene.AddNull(hips, L"Hips_End", 0, 1, 0);
+    scene.AddAction(model, L"Base", 0.0, {});
+    const std::vector<double> times = {firstFrame, firstFrame + 1, firstFrame + 2, firstFrame + 3};
+    scene.AddAction(model, L"Motion", times.back() * secondsPerFrame,
+                    {{L"Hips.kine.local.rotx", times, {1, 2, thirdValue, 4}},
+                     {L"Hips.kine.local.roty", times, {1, 2, 3, 4}}});
+    return model;
+}
+
+TEST(Summary, NamesWhatWasImported) {
+    const TestScene scene;
+    AddWalk(scene, L"walk", 1.0 / 60);
+    EXPECT_EQ(Summary({.files = {"walk.bvh"}}),
+              "walk.bvh: 1 model imported\n"
+              "  walk: 2 joints, 2 curves, 4 frames, 0.0666667 seconds, 60 frames per second\n");
+}
+
+TEST(Summary, NamesTheClip) {
+    const TestScene scene;
+    Zelk::Model model = AddWalk(scene, L"walk", 0.5);
+    Zelk::ActionSource clipped = scene.AddAction(model, L"Second", 1.0, {});
+    Zelk::CValueArray arguments(6);
+    arguments[0] = Zelk::CValue(model.GetRef());
+    arguments[1] = Zelk::CValue(clipped.GetRef());
+    Zelk::CValue ignored;
+    Zelk::Application().ExecuteCommand(L"AddClip", arguments, ignored);
+    EXPECT_THAT(Summary({.files = {"walk.bvh"}}), HasSubstr(", clip Second_Clip\n"));
+}
+
+TEST(Summary, NamesBothFilesAndTheAssumedRate) {
+    const TestScene scene;
+    AddWalk(scene, L"07", 1.0 / 30);
+    const std::string text =
+        Summary({.files = {"07.asf", "07_01.amc"}, .fileWithoutRate = "07_01.amc"});
+    EXPECT_THAT(text, HasSubstr("07.asf + 07_01.amc: 1 model imported"));
+    EXPECT_THAT(text, HasSubstr("07_01.amc does not state its rate: 30 frames per second assumed;"
+                                " --fps N changes it for exports"));
+}
+
+TEST(Summary, TakesTheRateOfTheExports) {
+    const TestScene scene;
+    AddWalk(scene, L"07", 1.0 / 30);
+    const std::string text =
+        Summary({.files = {"07.asf"}, .framesPerSecond = 2.0, .fileWithoutRate = "07_01.amc"});
+    EXPECT_THAT(text, HasSubstr("4 frames, 2 seconds, 2 frames per second"));
+    EXPECT_THAT(text, HasSubstr("30 frames per second assumed, --fps 2 for exports"));
+}
+
+TEST(Summary, CountsATakeFromItsFirstFrame) {
+    const TestScene scene;
+    AddWalk(scene, L"walk", 0.5, 101);
+    EXPECT_THAT(Summary({.files = {"walk.bvh"}}),
+                HasSubstr("4 frames, 2 seconds, 2 frames per second"));
+}
+
+TEST(Summary, CountsTheModelsThatWereCompleted) {
+    const TestScene scene;
+    AddWalk(scene, L"walk", 0.5);
+    scene.AddModel(L"half");
+    const std::string text = Summary({.files = {"two.bvh"}, .inPart = true, .models = 1});
+    EXPECT_THAT(text, HasSubstr("two.bvh: 1 model imported, then an error\n"));
+    EXPECT_THAT(text, Not(HasSubstr("half")));
+}
+
+TEST(Summary, CountsValuesThatAreNotFinite) {
+    const TestScene scene;
+    AddWalk(scene, L"walk", 0.5, 1, std::nan(""));
+    EXPECT_THAT(Summary({.files = {"walk.bvh"}}), HasSubstr("1 key value is not finite"));
+}
+
+TEST(Summary, SaysWhenThereIsNoMotion) {
+    const TestScene scene;
+    Zelk::Model model = scene.AddModel(L"07");
+    scene.AddNull(model, L"root", 0, 0, 0);
+    scene.AddAction(model, L"Base", 0.0, {});
+    EXPECT_THAT(Summary({.files = {"07.asf"}}), HasSubstr("  07: 1 joint, no motion\n"));
+}
+
+TEST(Summary, SaysWhenTheRateIsUnknown) {
+    const TestScene scene;
+    AddWalk(scene, L"walk", 0.0);
+    EXPECT_THAT(Summary({.files = {"walk.bvh"}}), HasSubstr("4 frames, frame rate unknown"));
+}
+
+TEST(Summary, CountsTheJointsOfChainsAsThoseOfNulls) {
+    const TestScene scene;
+    Zelk::Model model = scene.AddModel(L"walk");
+    Zelk::Null hips = scene.AddNull(model, L"Hips", 0, 0, 0);
+    Zelk::ChainRoot chain = scene.AddChain(hips, L"HipsRoot");
+    Zelk::ChainBone bone;
+    chain.AddBone({0, 3, 0}, Zelk::zkChainBonePin, L"Knee", bone);
+    scene.AddNull(chain.GetEffector(), L"Foot", 0, 0, 0);
+    // Hips, Knee, Foot.
+    EXPECT_THAT(Summary({.files = {"walk.bvh"}}), HasSubstr("walk: 3 joints"));
+}
+
+}  // namespace

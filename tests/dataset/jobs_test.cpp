@@ -1,0 +1,126 @@
+#include "dataset/jobs.h"
+
+#include <gmock/gmock.h>
+
+#include "dataset/request.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+class Jobs : public testing::Test {
+  protected:
+    void Make(const std::vector<std::string>& names) const {
+        for (const std::string& name : names) {
+            const std::filesystem::path path = folder_.Path(name);
+            std::filesystem::create_directories(path.parent_path());
+            folder_.Put(name, "");
+        }
+    }
+
+    // "skeleton + source > output", or "source ! refusal", without the folder's own path.
+    std::vector<std::string> List(const std::vector<std::string>& names,
+                                  const std::string& extension = ".glb",
+                                  const std::string& skeleton = "") const {
+        dataset::Request request;
+        for (const std::string& name : names)
+            request.paths.push_back(folder_.Path(name));
+        request.extension = extension;
+        request.outDir = folder_.Path(outDir_);
+        if (!skeleton.empty()) request.skeleton = folder_.Path(skeleton);
+        std::vector<std::string> list;
+        for (const dataset::Job& job : dataset::ListJobs(request)) {
+            std::string text = job.skeleton.empty() ? "" : Short(job.skeleton) + " + ";
+            text += Short(job.source);
+            text += job.refusal.empty() ? " > " + job.output : " ! " + Short(job.refusal);
+            list.push_back(text);
+        }
+        return list;
+    }
+    std::string Short(std::string text) const {
+        const std::size_t place = text.find(folder_.Path(""));
+        return place == std::string::npos ? text : text.erase(place, folder_.Path("").size());
+    }
+
+    TemporaryFolder folder_;
+    std::string outDir_ = "out";
+};
+
+TEST_F(Jobs, PairMotionsWithTheSkeletonsOfTheirFolders) {
+    Make({"t/07/07.asf", "t/07/07_01.amc", "t/07/07_02.amc", "t/one/s.asf", "t/one/take.amc",
+          "t/walk.bvh"});
+    EXPECT_THAT(List({"t"}), ElementsAre("t/07/07.asf + t/07/07_01.amc > 07/07_01.glb",
+                                         "t/07/07.asf + t/07/07_02.amc > 07/07_02.glb",
+                                         "t/one/s.asf + t/one/take.amc > one/take.glb",
+                                         "t/walk.bvh > walk.glb"));
+}
+
+TEST_F(Jobs, PairAMotionThatIsNamedAlone) {
+    Make({"t/07.asf", "t/08.asf", "t/07_01.amc"});
+    EXPECT_THAT(List({"t/07_01.amc"}), ElementsAre("t/07.asf + t/07_01.amc > 07_01.glb"));
+    EXPECT_THAT(List({"t/07.asf", "t/07_01.amc"}),
+                ElementsAre("t/07.asf + t/07_01.amc > 07_01.glb"));
+}
+
+TEST_F(Jobs, TakeASkeletonAloneWhereNoMotionDoes) {
+    Make({"t/07.asf", "t/08.asf", "t/07_01.amc"});
+    EXPECT_THAT(List({"t"}),
+                ElementsAre("t/07.asf + t/07_01.amc > 07_01.glb", "t/08.asf > 08.glb"));
+    EXPECT_THAT(List({"t/07.asf"}), ElementsAre("t/07.asf > 07.glb"));
+}
+
+TEST_F(Jobs, RefuseAMotionWithoutSkeleton) {
+    Make({"t/a.amc", "u/a.asf", "u/b.asf", "u/x.amc"});
+    EXPECT_THAT(List({"t"}), ElementsAre("t/a.amc ! no skeleton: its folder has no .asf file; "
+                                         "--asf FILE names one"));
+    EXPECT_THAT(List({"u/x.amc"}),
+                ElementsAre("u/x.amc ! no skeleton: none of the 2 .asf files in its folder begins "
+                            "its name; --asf FILE says which"));
+}
+
+TEST_F(Jobs, GiveEveryMotionTheSkeletonThatIsNamed) {
+    Make({"s.asf", "t/07.asf", "t/07_01.amc", "t/x.amc"});
+    EXPECT_THAT(List({"t"}, ".glb", "s.asf"),
+                ElementsAre("t/07.asf > 07.glb", "s.asf + t/07_01.amc > 07_01.glb",
+                            "s.asf + t/x.amc > x.glb"));
+    EXPECT_THROW(List({"t"}, ".glb", "none.asf"), dataset::RequestError);
+}
+
+TEST_F(Jobs, RefuseToOverwriteAnInput) {
+    Make({"t/walk.bvh", "u/run.bvh", "out/x"});
+    std::filesystem::create_symlink("../u/run.bvh", folder_.Path("out/run.bvh"));
+    EXPECT_THAT(List({"u/run.bvh"}, ".bvh"),
+                ElementsAre("u/run.bvh ! its output would overwrite u/run.bvh"));
+    outDir_ = "t";
+    EXPECT_THAT(List({"t/walk.bvh"}, ".bvh"),
+                ElementsAre("t/walk.bvh ! its output would overwrite t/walk.bvh"));
+    EXPECT_THAT(List({"t"}, ".glb"), ElementsAre("t/walk.bvh > walk.glb"));
+}
+
+TEST_F(Jobs, RefuseToMakeInputsOfTheNextRun) {
+    Make({"t/07.asf", "t/07_01.amc"});
+    outDir_ = "t";
+    EXPECT_THAT(List({"t"}, ".bvh"),
+                ElementsAre("t/07.asf + t/07_01.amc ! its output would stand among the inputs, and "
+                            "be one the next time"));
+    outDir_ = "t/out";
+    EXPECT_THAT(List({"t"}, ".bvh"), ElementsAre("t/07.asf + t/07_01.amc > 07_01.bvh"));
+    Make({"t/out/x"});
+    EXPECT_THAT(List({"t"}, ".bvh"), ElementsAre("t/07.asf + t/07_01.amc > 07_01.bvh"));
+}
+
+TEST_F(Jobs, AreTheSameForPathsInAnyOrder) {
+    Make({"a/w.bvh", "b/w.bvh", "b/v.bvh"});
+    EXPECT_THAT(List({"a", "b"}),
+                ElementsAre("a/w.bvh ! its output w.bvh.glb would collide with that of b/w.bvh",
+                            "b/v.bvh > v.glb", testing::StartsWith("b/w.bvh ! its output")));
+    EXPECT_EQ(List({"a", "b"}), List({"b", "a"}));
+}
+
+TEST_F(Jobs, MustBeSome) {
+    Make({"t/notes.txt"});
+    EXPECT_THROW(List({"t"}), dataset::RequestError);
+}
+
+}  // namespace

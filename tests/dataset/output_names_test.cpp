@@ -1,0 +1,92 @@
+#include "dataset/output_names.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using dataset::Job;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+// Sources at these places, and where their outputs go; "!" and a part of the reason: refused.
+struct Row {
+    const char* name;
+    const char* extension;
+    std::vector<std::pair<const char*, const char*>> outputs;
+};
+
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.name;
+}
+
+const Row kRows[] = {
+    {"AnotherExtension", ".glb", {{"walk.bvh", "walk.glb"}, {"07/07_01.AMC", "07/07_01.glb"}}},
+    {"ManyDots", ".csv", {{"a.b.bvh", "a.b.csv"}}},
+    {"DotsInAFolderOnly", ".csv", {{"a.b/c.bvh", "a.b/c.csv"}}},
+    {"OneNameTwoFormats",
+     ".glb",
+     {{"walk.amc", "walk.amc.glb"}, {"walk.bvh", "walk.bvh.glb"}, {"run.bvh", "run.glb"}}},
+    {"OneNameInOtherCase", ".glb", {{"Walk.bvh", "Walk.bvh.glb"}, {"walk.amc", "walk.amc.glb"}}},
+    {"CaseAlone", ".glb", {{"Walk.bvh", "!Walk.bvh.glb would"}, {"walk.BVH", "!walk.BVH.glb"}}},
+    {"CaseBeyondAscii", ".glb", {{"É.bvh", "!collide"}, {"é.bvh", "!collide"}}},
+    {"CaseOfFolders", ".glb", {{"A/w.bvh", "!collide"}, {"a/w.bvh", "!collide"}}},
+    {"FoldersByCaseWithOtherNames", ".glb", {{"A/v.bvh", "A/v.glb"}, {"a/w.bvh", "a/w.glb"}}},
+    {"SamePlaceTwice", ".glb", {{"w.bvh", "!collide with that of"}, {"w.bvh", "!collide"}}},
+    {"LongNameIsTaken",
+     ".glb",
+     {{"w.amc", "w.amc.glb"}, {"w.bvh", "!collide"}, {"w.bvh.bvh", "!collide"}}},
+    {"NameOfTheIndex", ".csv", {{"Index.bvh", "Index.bvh.csv"}, {"a/index.bvh", "a/index.csv"}}},
+    {"NoNameOfTheIndex", ".glb", {{"index.bvh", "index.glb"}}},
+    {"FolderOfOthers",
+     ".glb",
+     {{"w.bvh", "!a folder of other outputs"}, {"w.glb/v.bvh", "w.glb/v.glb"}}},
+    {"FolderOfOthersInOtherCase",
+     ".glb",
+     {{"w.bvh", "!a folder"}, {"W.GLB/b/v.bvh", "W.GLB/b/v.glb"}}},
+    {"FolderWithTheNameOfTheNumbers",
+     ".gltf",
+     {{"w.bvh", "!w.bin is a folder"}, {"w.bin/v.bvh", "w.bin/v.gltf"}}},
+};
+
+class OutputNames : public testing::TestWithParam<Row> {};
+
+TEST_P(OutputNames, AreAsExpected) {
+    std::vector<Job> jobs;
+    for (const auto& [place, output] : GetParam().outputs)
+        jobs.push_back({"source of " + std::string(place), "", place, "", ""});
+    const std::string_view side = GetParam().extension == std::string_view(".gltf") ? ".bin" : "";
+    dataset::NameOutputs(jobs, GetParam().extension, side);
+    for (std::size_t index = 0; index < jobs.size(); ++index) {
+        const std::string expected = GetParam().outputs[index].second;
+        SCOPED_TRACE(jobs[index].place);
+        if (expected.starts_with('!')) {
+            EXPECT_THAT(jobs[index].refusal, HasSubstr(expected.substr(1)));
+        } else {
+            EXPECT_THAT(jobs[index].refusal, IsEmpty());
+            EXPECT_EQ(jobs[index].output, expected);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, OutputNames, testing::ValuesIn(kRows),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(NameOutputs, LeaveARefusedJobAlone) {
+    std::vector<Job> jobs = {{"a/w.bvh", "", "w.bvh", "", ""}, {"b/w.bvh", "", "w.bvh", "", "no"}};
+    dataset::NameOutputs(jobs, ".glb");
+    EXPECT_EQ(jobs[0].output, "w.glb");
+    EXPECT_THAT(jobs[0].refusal, IsEmpty());
+    EXPECT_THAT(jobs[1].output, IsEmpty());
+    EXPECT_EQ(jobs[1].refusal, "no");
+}
+
+TEST(FilesOf, AreTwoOfAFormatWithTwoFiles) {
+    std::vector<dataset::Job> jobs = {{"a.b/w.bvh", "", "a.b/w.bvh", "", ""}};
+    dataset::NameOutputs(jobs, ".gltf", ".bin");
+    EXPECT_THAT(dataset::FilesOf(jobs[0]), ElementsAre("a.b/w.gltf", "a.b/w.bin"));
+    dataset::NameOutputs(jobs, ".glb");
+    EXPECT_THAT(dataset::FilesOf(jobs[0]), ElementsAre("a.b/w.glb"));
+}
+
+}  // namespace

@@ -1,0 +1,22 @@
+#include "take/commands.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(Commands, AreFoundByTheirNames) {
+    const take::FormatInfo* biovision = take::FindCommand(L"Biovision Import function");
+    ASSERT_NE(biovision, nullptr);
+    EXPECT_EQ(biovision, &take::InfoOf(take::Format::Biovision));
+    EXPECT_EQ(biovision->textArguments, 1U);
+    EXPECT_FALSE(biovision->hasLimitsAndLengths);
+    const take::FormatInfo* acclaim = take::FindCommand(L"Acclaim Import function");
+    ASSERT_NE(acclaim, nullptr);
+    EXPECT_EQ(acclaim, &take::InfoOf(take::Format::Acclaim));
+    EXPECT_EQ(acclaim->textArguments, 2U);
+    EXPECT_TRUE(acclaim->hasLimitsAndLengths);
+    EXPECT_EQ(take::FindCommand(L"biovision import function"), nullptr);
+    EXPECT_EQ(take::FindCommand(L""), nullptr);
+}
+
+}  // namespace
