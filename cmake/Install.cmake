@@ -5,12 +5,11 @@ set(ZKMOCAP_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/zkmocaputils)
 set(ZKMOCAP_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/zkmocaputils)
 set(ZKMOCAP_DATADIR ${CMAKE_INSTALL_DATADIR}/zkmocaputils)
 
-install(TARGETS zelkhost zk_host
+install(TARGETS zelkhost zkmocap zk_host
   EXPORT zkmocaputilsTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   FILE_SET HEADERS DESTINATION ${ZKMOCAP_INCLUDEDIR})
 install(TARGETS zkmocaputils LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(FILES plugin/contract.h plugin/user_input.h DESTINATION ${ZKMOCAP_INCLUDEDIR}/plugin)
 if(ZKMOCAP_BUILD_APP)
   install(TARGETS zkhost RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
@@ -33,8 +32,11 @@ string(REGEX REPLACE "/$" "" ZKMOCAP_PC_PREFIX "${ZKMOCAP_PC_PREFIX}")
 file(RELATIVE_PATH ZKMOCAP_PC_LIBDIR ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
 file(RELATIVE_PATH ZKMOCAP_PC_INCLUDEDIR ${CMAKE_INSTALL_PREFIX}
   ${CMAKE_INSTALL_FULL_INCLUDEDIR}/zkmocaputils)
-configure_file(cmake/zelkhost.pc.in ${PROJECT_BINARY_DIR}/zelkhost.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/zelkhost.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+foreach(package zelkhost zkmocap)
+  configure_file(cmake/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc @ONLY)
+endforeach()
+install(FILES ${PROJECT_BINARY_DIR}/zelkhost.pc ${PROJECT_BINARY_DIR}/zkmocap.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 install(FILES ${PROJECT_BINARY_DIR}/zkmocaputilsConfig.cmake
   ${PROJECT_BINARY_DIR}/zkmocaputilsConfigVersion.cmake

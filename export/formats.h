@@ -9,6 +9,7 @@
 #include "export/json_record.h"
 #include "export/options.h"
 #include "headless/scene.h"
+#include "text/api.h"
 #include "text/byte_sink.h"
 
 namespace exporters {
@@ -50,16 +51,17 @@ struct Format {
 };
 
 // Sorted by extension.
-std::span<const Format> Formats();
+ZKMOCAP_API std::span<const Format> Formats();
 
 // By an extension in lower case, with its dot (".glb"); null for one that no format has.
-const Format* FindFormat(std::string_view extension);
+ZKMOCAP_API const Format* FindFormat(std::string_view extension);
 
 // The files that an output of that path, which ends in the extension, consists of; its own first.
-std::vector<std::string> FilesOf(const Format& format, const std::string& path);
+ZKMOCAP_API std::vector<std::string> FilesOf(const Format& format, const std::string& path);
 
 // Writes the output. Returns why it cannot be written in this format, in one line; empty where it
 // was. `notes` tell what was left out. What the sinks throw comes through.
-std::string Write(const Format& format, const Content& content, const Sinks& sinks, Notes& notes);
+ZKMOCAP_API std::string Write(const Format& format, const Content& content, const Sinks& sinks,
+                              Notes& notes);
 
 }  // namespace exporters

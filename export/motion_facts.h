@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "headless/scene.h"
+#include "text/api.h"
 
 namespace exporters {
 
@@ -23,8 +24,8 @@ struct ModelFacts {
 };
 
 // The motion that was imported onto the model; null without one.
-const headless::ActionSource* MotionOf(const headless::Object& model);
+ZKMOCAP_API const headless::ActionSource* MotionOf(const headless::Object& model);
 
-ModelFacts MeasureModel(const headless::Object& model);
+ZKMOCAP_API ModelFacts MeasureModel(const headless::Object& model);
 
 }  // namespace exporters

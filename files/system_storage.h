@@ -5,12 +5,13 @@
 #include <memory>
 #include <string>
 
+#include "text/api.h"
 #include "text/storage.h"
 
 namespace files {
 
 // Maps the files it reads; temporary folders are of this user alone (MendedFolder).
-class SystemStorage final : public text::Storage {
+class ZKMOCAP_API SystemStorage final : public text::Storage {
   public:
     // `removeOnSignals`: temporary folders are removed too where a signal ends the process while
     // one exists (MendedFolderWatch), for programs that may handle signals.

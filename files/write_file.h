@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "text/api.h"
 #include "text/byte_sink.h"
 
 namespace files {
@@ -23,12 +24,12 @@ using FillPair = std::function<std::string(text::ByteSink& out, text::ByteSink& 
 
 // Writes one file, or leaves what had its name. `isCancelled` is asked from time to time whether
 // the user wants to stop; empty: never.
-WriteOutcome WriteFile(const std::string& path, const FillFile& fill,
-                       const std::function<bool()>& isCancelled = nullptr);
+ZKMOCAP_API WriteOutcome WriteFile(const std::string& path, const FillFile& fill,
+                                   const std::function<bool()>& isCancelled = nullptr);
 
 // Two files that belong together, both or neither.
-WriteOutcome WriteFilePair(const std::string& path, const std::string& sidePath,
-                           const FillPair& fill,
-                           const std::function<bool()>& isCancelled = nullptr);
+ZKMOCAP_API WriteOutcome WriteFilePair(const std::string& path, const std::string& sidePath,
+                                       const FillPair& fill,
+                                       const std::function<bool()>& isCancelled = nullptr);
 
 }  // namespace files

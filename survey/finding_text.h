@@ -6,23 +6,25 @@
 #include <vector>
 
 #include "survey/finding.h"
+#include "text/api.h"
 
 namespace survey {
 
 // Of a file that cannot be read, for the reason that is given.
 Finding UnreadableFinding(const std::string& problem);
 
-std::string_view NameOf(Severity severity);  // "note", "warning", "error"
+ZKMOCAP_API std::string_view NameOf(Severity severity);  // "note", "warning", "error"
 
 // As compilers print it, without the file: "12:3: note: words [code]".
-std::string FindingText(const Finding& finding);
+ZKMOCAP_API std::string FindingText(const Finding& finding);
 
 // "walk.bvh:12:3: note: words [code]" and a line feed. With `escapeControls`, for a terminal.
-std::string FindingLine(const std::string& file, const Finding& finding,
-                        bool escapeControls = false);
+ZKMOCAP_API std::string FindingLine(const std::string& file, const Finding& finding,
+                                    bool escapeControls = false);
 
 // Appends {"code": ..., "severity": ..., "line": ..., "column": ..., "count": ..., "joint": ...,
 // "message": ..., "mended": ...}; with `file`, that first.
-void AppendFindingJson(std::string& out, const Finding& finding, const std::string* file = nullptr);
+ZKMOCAP_API void AppendFindingJson(std::string& out, const Finding& finding,
+                                   const std::string* file = nullptr);
 
 }  // namespace survey

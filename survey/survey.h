@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "survey/finding.h"
+#include "text/api.h"
 
 namespace survey {
 
@@ -78,7 +79,7 @@ struct FileSurvey {
     std::optional<MendedText> mended;  // none: the plug-in reads the file itself
     Facts facts;
 
-    bool Has(Severity severity) const;  // a finding of it
+    ZKMOCAP_API bool Has(Severity severity) const;  // a finding of it
 };
 
 struct BvhSurvey : FileSurvey {
@@ -86,7 +87,7 @@ struct BvhSurvey : FileSurvey {
     std::optional<double> framesPerSecond;
 };
 
-BvhSurvey SurveyBvh(std::string_view bvh, const Options& options);
+ZKMOCAP_API BvhSurvey SurveyBvh(std::string_view bvh, const Options& options);
 
 struct AcclaimFile {
     std::string_view text;
@@ -109,10 +110,10 @@ struct AcclaimSurvey {
 };
 
 // A skeleton with any number of motions, which are looked at together. Import takes at most one.
-AcclaimSurvey SurveyAcclaim(const AcclaimFile& asf, std::span<const AcclaimFile> amcs,
-                            const Options& options);
+ZKMOCAP_API AcclaimSurvey SurveyAcclaim(const AcclaimFile& asf, std::span<const AcclaimFile> amcs,
+                                        const Options& options);
 
 // A motion whose skeleton is not known.
-AmcSurvey SurveyAmcAlone(const AcclaimFile& amc, const Options& options);
+ZKMOCAP_API AmcSurvey SurveyAmcAlone(const AcclaimFile& amc, const Options& options);
 
 }  // namespace survey

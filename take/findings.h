@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "survey/finding.h"
+#include "text/api.h"
 
 namespace take {
 
@@ -15,6 +16,6 @@ struct FileFindings {
 };
 
 // Each finding of the files as a JSON object. Where there are several files, each says its own.
-std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files);
+ZKMOCAP_API std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files);
 
 }  // namespace take

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "headless/session.h"
+#include "text/api.h"
 
 namespace take {
 
@@ -24,7 +25,7 @@ struct Outcome {
 };
 
 // Whether the line reports a failed import.
-bool IsError(const headless::LogLine& line);
+ZKMOCAP_API bool IsError(const headless::LogLine& line);
 
 // `result` is the callback's code, 0 even for a failed import. `isCancelled`: the user asked to
 // stop, whether the plug-in noticed or not.

@@ -3,10 +3,11 @@
 #include <string>
 
 #include "plugin/user_input.h"
+#include "text/api.h"
 
 namespace take {
 
 // The plug-in's record of its arguments as a JSON object.
-std::string UserInputJson(const USERINPUT& input);
+ZKMOCAP_API std::string UserInputJson(const USERINPUT& input);
 
 }  // namespace take

@@ -6,21 +6,23 @@
 #include <string>
 #include <string_view>
 
+#include "text/api.h"
+
 namespace text {
 
 // The bytes could not be written; says where to and why, in one line.
-class WriteError : public std::runtime_error {
+class ZKMOCAP_API WriteError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
 // The user asked to stop while bytes were being written.
-class WriteCancelled : public std::exception {
+class ZKMOCAP_API WriteCancelled : public std::exception {
   public:
     const char* what() const noexcept override { return "cancelled"; }
 };
 
-class ByteSink {
+class ZKMOCAP_API ByteSink {
   public:
     ByteSink() = default;
     virtual ~ByteSink() = default;
@@ -33,7 +35,7 @@ class ByteSink {
 };
 
 // Keeps the bytes in memory.
-class StringSink : public ByteSink {
+class ZKMOCAP_API StringSink : public ByteSink {
   public:
     void Write(std::string_view bytes) override { bytes_ += bytes; }
     const std::string& Bytes() const { return bytes_; }

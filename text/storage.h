@@ -7,10 +7,12 @@
 #include <string>
 #include <string_view>
 
+#include "text/api.h"
+
 namespace text {
 
 // A whole text in memory.
-class StoredText {
+class ZKMOCAP_API StoredText {
   public:
     StoredText() = default;
     virtual ~StoredText() = default;
@@ -24,7 +26,7 @@ class StoredText {
 };
 
 // A folder that is removed, with the files in it, at the end of this object's life.
-class TemporaryFolder {
+class ZKMOCAP_API TemporaryFolder {
   public:
     TemporaryFolder() = default;
     virtual ~TemporaryFolder() = default;
@@ -35,7 +37,7 @@ class TemporaryFolder {
     virtual std::string Write(const std::string& baseName, std::string_view text) = 0;
 };
 
-class Storage {
+class ZKMOCAP_API Storage {
   public:
     Storage() = default;
     virtual ~Storage() = default;
