@@ -1,10 +1,10 @@
 #include "text/json_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <fmt/format.h>
 
+#include "text/to_chars.h"
 #include "text/utf8.h"
 #include "text/wide_text.h"
 
@@ -41,7 +41,7 @@ void AppendJsonNumber(std::string& out, double number) {
         return;
     }
     char digits[32];  // the shortest form of a double takes 24 at most
-    const char* end = std::to_chars(digits, digits + sizeof(digits), number).ptr;
+    const char* end = to_chars(digits, digits + sizeof(digits), number).ptr;
     const std::string_view text(digits, static_cast<std::size_t>(end - digits));
     out += text;
     if (text.find_first_of(".e") == std::string_view::npos) out += ".0";

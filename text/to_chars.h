@@ -2,6 +2,8 @@
 // older one (emscripten 3.1.6's) has none, one that gives the same.
 #pragma once
 
+#include <version>
+
 #ifdef __cpp_lib_to_chars
 #include <charconv>
 
