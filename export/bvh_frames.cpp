@@ -8,6 +8,14 @@ namespace {
 // Large enough that starting a thread for it does not show, small beside the motion.
 constexpr std::size_t kBlockBytes = std::size_t{1} << 19;
 
+// WebAssembly without threads aborts where another system, asked for one thread too many, throws
+// an exception that std::async answers by working when the result is asked for.
+#if defined(__EMSCRIPTEN__) && !defined(__EMSCRIPTEN_PTHREADS__)
+constexpr std::launch kLaunch = std::launch::deferred;
+#else
+constexpr std::launch kLaunch = std::launch::async | std::launch::deferred;
+#endif
+
 }  // namespace
 
 BvhFrames::BvhFrames(const SkeletonPoses& poses, const std::vector<double>& frames,
@@ -44,9 +52,7 @@ void BvhFrames::Start(Block& block) {
     begun_ += block.frames;
     block.locals.resize(joints_ * block.frames);
     block.angles.resize(joints_ * block.frames);
-    // Where there can be no other thread, this one does it when it asks.
-    block.work = std::async(std::launch::async | std::launch::deferred,
-                            [this, &block, first] { Fill(block, first); });
+    block.work = std::async(kLaunch, [this, &block, first] { Fill(block, first); });
 }
 
 void BvhFrames::Fill(Block& block, std::size_t first) const {

@@ -13,7 +13,7 @@ using nlohmann::json;
 // Numbers go out as they lie in memory.
 static_assert(std::endian::native == std::endian::little);
 
-std::uint64_t PaddingOf(std::uint64_t size) {
+std::size_t PaddingOf(std::size_t size) {
     return (4 - size % 4) % 4;
 }
 
