@@ -8,8 +8,8 @@
 
 #include "cli/columns.h"
 #include "export/object_types.h"
-#include "export/object_walk.h"
 #include "headless/evaluation.h"
+#include "headless/object_walk.h"
 #include "headless/text.h"
 #include "text/escapes.h"
 #include "text/wide_text.h"
@@ -61,7 +61,7 @@ void PrintModel(const headless::Scene& scene, const Object& model, const Print& 
     for (std::size_t index = 0; index < objects.size(); ++index)
         placeOf.emplace(objects[index], &places[index]);
 
-    exporters::WalkObjects(model, [&](const Object& object, std::size_t depth) {
+    headless::WalkObjects(model, [&](const Object& object, std::size_t depth) {
         const double* origin = placeOf.at(&object)->origin;
         PrintRow(NameColumn(object, depth), exporters::TypeName(object.type), Coordinate(origin[0]),
                  Coordinate(origin[1]), Coordinate(origin[2]), print);

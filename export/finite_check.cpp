@@ -4,8 +4,8 @@
 #include <cmath>
 #include <fmt/format.h>
 
-#include "export/object_walk.h"
 #include "export/options.h"
+#include "headless/object_walk.h"
 #include "headless/text.h"
 #include "text/escapes.h"
 #include "text/wide_text.h"
@@ -40,7 +40,7 @@ void RequireFiniteKeys(const Object& model, const headless::ActionItem& item) {
 }  // namespace
 
 void RequireFinite(const Object& model, const headless::ActionSource* motion) {
-    WalkObjects(model, [&](const Object& object, std::size_t) {
+    headless::WalkObjects(model, [&](const Object& object, std::size_t) {
         const bool isFinite = std::all_of(object.local.begin(), object.local.end(), IsFinite) &&
                               std::isfinite(object.length);
         if (!isFinite)

@@ -4,10 +4,10 @@
 #include <nlohmann/json.hpp>
 
 #include "export/finite_check.h"
-#include "export/object_walk.h"
 #include "export/quaternion.h"
 #include "export/skeleton_poses.h"
 #include "export/timeline.h"
+#include "headless/object_walk.h"
 #include "headless/text.h"
 #include "text/wide_text.h"
 
@@ -118,7 +118,7 @@ GltfDocument::GltfDocument(const headless::Scene& scene, const Options& options)
     : scene_(scene), options_(options) {
     const std::vector<const Object*> models = ExportedModels(scene, options);
     for (const Object* model : models)
-        WalkObjects(*model, [&](const Object& object, std::size_t) {
+        headless::WalkObjects(*model, [&](const Object& object, std::size_t) {
             names_.Add(text::EncodeUtf8(headless::View(object.name)));
         });
     for (const Object* model : models)

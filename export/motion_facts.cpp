@@ -6,8 +6,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "export/object_walk.h"
 #include "headless/evaluation.h"
+#include "headless/object_walk.h"
 
 namespace exporters {
 namespace {
@@ -87,7 +87,7 @@ const ActionSource* MotionOf(const Object& model) {
 
 ModelFacts MeasureModel(const Object& model) {
     ModelFacts facts;
-    WalkObjects(model, [&](const Object& object, std::size_t) {
+    headless::WalkObjects(model, [&](const Object& object, std::size_t) {
         if (IsJoint(object)) ++facts.joints;
     });
     if (model.modelData && !model.modelData->actions.empty())
