@@ -142,6 +142,7 @@ class Section {
                      std::vector<bool>& marks) const {
         std::vector<std::uint32_t> ids;
         for (const headless::ActionItem& item : motion.items) {
+            if (!item.active) continue;
             const Object* object = scene.ResolveTarget(model_, item).object;
             if (object) ids.push_back(object->id);
         }

@@ -49,6 +49,7 @@ void RequireFinite(const Object& model, const headless::ActionSource* motion) {
     });
     if (!motion) return;
     for (const headless::ActionItem& item : motion->items) {
+        if (!item.active) continue;
         if (item.IsCurve())
             RequireFiniteKeys(model, item);
         else if (!std::isfinite(item.Value()))

@@ -5,8 +5,8 @@
 
 namespace exporters {
 
-// Throws ExportError, naming the first value of the model's base pose or of `motion` (which may be
-// null) that is not a finite number.
+// Throws ExportError, naming the first value of the model's base pose or of an active item of
+// `motion` (which may be null) that is not a finite number.
 void RequireFinite(const headless::Object& model, const headless::ActionSource* motion);
 
 }  // namespace exporters

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
-#include <unordered_set>
 #include <vector>
 
 #include "headless/evaluation.h"
+#include "headless/key_times.h"
 #include "headless/object_walk.h"
 
 namespace exporters {
@@ -39,35 +38,18 @@ std::size_t CountNotFinite(const std::vector<double>& values) {
 std::size_t CountBadRestValues(const ActionSource& pose) {
     return static_cast<std::size_t>(
         std::count_if(pose.items.begin(), pose.items.end(), [](const headless::ActionItem& item) {
-            return !item.IsCurve() && !std::isfinite(item.Value());
+            return item.active && !item.IsCurve() && !std::isfinite(item.Value());
         }));
-}
-
-// Every finite key time of the motion once, rising. Curves share their times, so that mostly one of
-// them is looked at.
-std::vector<double> FramesOf(const ActionSource& motion) {
-    std::unordered_set<const std::vector<double>*> seen;
-    std::vector<double> frames;
-    for (const headless::ActionItem& item : motion.items) {
-        const std::vector<double>* times =
-            item.IsCurve() ? item.GetCurve().keys.times.get() : nullptr;
-        if (!times || !seen.insert(times).second) continue;
-        std::copy_if(times->begin(), times->end(), std::back_inserter(frames),
-                     [](double time) { return std::isfinite(time); });
-    }
-    if (!std::is_sorted(frames.begin(), frames.end())) std::sort(frames.begin(), frames.end());
-    frames.erase(std::unique(frames.begin(), frames.end()), frames.end());
-    return frames;
 }
 
 void MeasureMotion(const ActionSource& motion, ModelFacts& facts) {
     for (const headless::ActionItem& item : motion.items) {
-        if (!item.IsCurve()) continue;
+        if (!item.active || !item.IsCurve()) continue;
         ++facts.curves;
         if (item.GetCurve().keys.values)
             facts.badKeys += CountNotFinite(*item.GetCurve().keys.values);
     }
-    const std::vector<double> frames = FramesOf(motion);
+    const std::vector<double> frames = headless::KeyTimes(motion);
     facts.frames = frames.size();
     if (!frames.empty()) {
         facts.firstFrame = frames.front();

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <fmt/format.h>
-#include <unordered_set>
 
 #include "headless/evaluation.h"
+#include "headless/key_times.h"
 #include "headless/text.h"
 #include "text/escapes.h"
 #include "text/wide_text.h"
@@ -16,21 +16,6 @@ namespace {
 // A day at more than a hundred frames a second; what asks for more has a typing error in its frame
 // numbers.
 constexpr double kMostFrames = 10'000'000.0;
-
-// Every key time once, rising. Curves share their times, so that mostly one of them is looked at.
-std::vector<double> KeyTimes(const headless::ActionSource& motion) {
-    std::unordered_set<const std::vector<double>*> seen;
-    std::vector<double> frames;
-    for (const headless::ActionItem& item : motion.items) {
-        const std::vector<double>* times =
-            item.IsCurve() && item.active ? item.GetCurve().keys.times.get() : nullptr;
-        if (times && seen.insert(times).second)
-            frames.insert(frames.end(), times->begin(), times->end());
-    }
-    if (!std::is_sorted(frames.begin(), frames.end())) std::sort(frames.begin(), frames.end());
-    frames.erase(std::unique(frames.begin(), frames.end()), frames.end());
-    return frames;
-}
 
 // `count` frames from the first, `step` apart.
 std::vector<double> Steps(double first, double step, double count) {
@@ -67,7 +52,7 @@ Timeline MakeTimeline(const headless::Object& model, const headless::ActionSourc
                       const Options& options, Notes& notes) {
     const std::string name = text::EncodeUtf8(text::EscapeControls(headless::View(model.name)));
     Timeline timeline;
-    if (motion) timeline.frames = KeyTimes(*motion);
+    if (motion) timeline.frames = headless::KeyTimes(*motion);
     if (motion == nullptr || timeline.frames.empty()) {
         notes.push_back(name + ": no motion, only the base pose is written");
         return timeline;

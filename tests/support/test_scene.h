@@ -12,6 +12,7 @@ struct TestCurve {
     const wchar_t* target;
     std::vector<double> times;
     std::vector<double> values;
+    bool isActive = true;
 };
 
 // Starts a new session; what is made stays until the next one.
@@ -61,7 +62,7 @@ class TestScene {
                 values[index] = source.values[index];
             }
             curve.SetKeys(times, values, false);
-            action.AddSourceItem(source.target, ref, true);
+            action.AddSourceItem(source.target, ref, source.isActive);
         }
         Zelk::CValueArray arguments(1);
         arguments[0] = Zelk::CValue(scratch.GetFullName());
