@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <unordered_map>
 #include <unordered_set>
+
+#include "headless/chain_end.h"
 
 namespace exporters {
 namespace {
@@ -14,11 +15,10 @@ using headless::Object;
 using headless::ObjectType;
 using headless::Transform;
 
+// Null for a chain without bones: its effector keeps its parent in the scene.
 const Object* LastBoneOf(const Object& effector) {
-    const Object* root = effector.chainRoot;
-    return root && root->chainData && !root->chainData->bones.empty()
-               ? root->chainData->bones.back()
-               : nullptr;
+    const Object* const end = headless::EndOfChain(effector);
+    return end != nullptr && end->type == ObjectType::ChainBone ? end : nullptr;
 }
 
 bool IsIdentity(const Transform& transform) {
@@ -164,13 +164,11 @@ void SkeletonPoses::LocalsOf(const headless::MotionEvaluator& evaluator, double 
     }
     for (const Effector& effector : effectors_) {
         const Object& object = *joints_[effector.joint].object;
-        Transform& local = locals[effector.joint];
-        std::memcpy(local.axes, object.chainRoot->chainData->effectorAngle.data(),
-                    sizeof(local.axes));
-        local.origin[0] = moves && effector.lengthIsDriven
-                              ? DistanceAlong(globals[effector.bonePlace], globals[effector.place])
-                              : LastBoneOf(object)->length;
-        local.origin[1] = local.origin[2] = 0.0;
+        const double length =
+            moves && effector.lengthIsDriven
+                ? DistanceAlong(globals[effector.bonePlace], globals[effector.place])
+                : headless::EndOfChain(object)->length;
+        locals[effector.joint] = headless::EffectorSeenFromEnd(object, length);
     }
     if (scale_ == 1.0) return;
     for (Transform& local : locals)
