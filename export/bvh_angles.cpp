@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstddef>
 
+#include "math/angles.h"
+
 // With this declaration the compiler uses its library's vector function.
 #if defined(__x86_64__) && defined(__GLIBC__) && !defined(__clang__)
 extern "C" __attribute__((__simd__("notinbranch"))) double atan2(double, double) noexcept;
@@ -12,14 +14,17 @@ extern "C" __attribute__((__simd__("notinbranch"))) double atan2(double, double)
 namespace exporters {
 namespace {
 
-constexpr double kDegreesPerRadian = 57.29577951308232;
+using math::kDegreesPerRadian;
+using math::kFullTurn;
+using math::kHalfTurn;
+
 // Below this cosine of x nothing tells z from y.
 constexpr double kGimbalLock = 1e-15;
 
 // `angle`, a number of whole turns nearer to `before`.
 double Unrolled(double angle, double before) {
-    const double turns = (before - angle) / 360.0;
-    return std::abs(turns) <= 0.5 ? angle : angle + 360.0 * std::nearbyint(turns);
+    const double turns = (before - angle) / kFullTurn;
+    return std::abs(turns) <= 0.5 ? angle : angle + kFullTurn * std::nearbyint(turns);
 }
 
 double Distance(const BvhAngles& a, const BvhAngles& b) {
@@ -108,8 +113,8 @@ BvhAngles AnglesNear(const PlainAngles& plain, const double axes[3][3], const Bv
                                         std::cos(before.z / kDegreesPerRadian)));
     const BvhAngles first = Unrolled(angles, before);
     // The others are half a turn away from these in two angles, so no nearer.
-    if (Distance(first, before) <= 180.0) return first;
-    const BvhAngles flipped{angles.z + 180.0, 180.0 - angles.x, angles.y + 180.0};
+    if (Distance(first, before) <= kHalfTurn) return first;
+    const BvhAngles flipped{angles.z + kHalfTurn, kHalfTurn - angles.x, angles.y + kHalfTurn};
     const BvhAngles second = Unrolled(flipped, before);
     return Distance(second, before) < Distance(first, before) ? second : first;
 }
