@@ -20,16 +20,10 @@ TranslationValue TranslationOf(const Transform& local) {
     return {GltfFloat(local.origin[0]), GltfFloat(local.origin[1]), GltfFloat(local.origin[2])};
 }
 
-// Of the two quaternions of a rotation the one on the side of `before`, so that what comes between
-// them takes the short way.
 RotationValue RotationOf(const Transform& local, const RotationValue& before) {
-    const Quaternion q = QuaternionOf(local.axes);
-    const double side = q.x * static_cast<double>(before[0]) +
-                        q.y * static_cast<double>(before[1]) +
-                        q.z * static_cast<double>(before[2]) + q.w * static_cast<double>(before[3]);
-    const double sign = side < 0.0 ? -1.0 : 1.0;
-    return {static_cast<float>(sign * q.x), static_cast<float>(sign * q.y),
-            static_cast<float>(sign * q.z), static_cast<float>(sign * q.w)};
+    const Quaternion q = QuaternionNear(local.axes, {before[0], before[1], before[2], before[3]});
+    return {static_cast<float>(q.x), static_cast<float>(q.y), static_cast<float>(q.z),
+            static_cast<float>(q.w)};
 }
 
 constexpr RotationValue kUnturned = {0.0F, 0.0F, 0.0F, 1.0F};

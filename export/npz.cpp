@@ -59,11 +59,10 @@ struct QuaternionRow {
     static constexpr std::size_t kWidth = 4;
     // `values` holds what the frame before left there.
     void Put(const Transform& global, double* values) const {
-        const Quaternion q = QuaternionOf(global.axes);
-        const double side = q.x * values[0] + q.y * values[1] + q.z * values[2] + q.w * values[3];
-        const double sign = side < 0.0 ? -1.0 : 1.0;
-        const double signedValues[kWidth] = {sign * q.x, sign * q.y, sign * q.z, sign * q.w};
-        std::copy_n(signedValues, kWidth, values);
+        const Quaternion q =
+            QuaternionNear(global.axes, {values[0], values[1], values[2], values[3]});
+        const double inOrder[kWidth] = {q.x, q.y, q.z, q.w};
+        std::copy_n(inOrder, kWidth, values);
     }
 };
 

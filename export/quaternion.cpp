@@ -26,4 +26,11 @@ Quaternion QuaternionOf(const double m[3][3]) {
     return {q.x * scale, q.y * scale, q.z * scale, q.w * scale};
 }
 
+Quaternion QuaternionNear(const double axes[3][3], const Quaternion& before) {
+    const Quaternion q = QuaternionOf(axes);
+    const double cosine = q.x * before.x + q.y * before.y + q.z * before.z + q.w * before.w;
+    const double sign = cosine < 0.0 ? -1.0 : 1.0;
+    return {sign * q.x, sign * q.y, sign * q.z, sign * q.w};
+}
+
 }  // namespace exporters

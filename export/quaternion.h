@@ -11,4 +11,9 @@ struct Quaternion {
 // quaternions the one with w >= 0.
 Quaternion QuaternionOf(const double axes[3][3]);
 
+// Of the two quaternions the one nearer to `before`, that of the frame before, so that what is
+// interpolated between the two turns the short way; QuaternionOf where both are equally near, as
+// before the first frame, for which `before` is all zeros.
+Quaternion QuaternionNear(const double axes[3][3], const Quaternion& before);
+
 }  // namespace exporters

@@ -108,4 +108,27 @@ TEST(Quaternion, TurnsTheAxesIntoTheRows) {
     }
 }
 
+TEST(Quaternion, IsTheOneNearerToTheFrameBefore) {
+    // A turn of `degrees` about z; the same rotation for each whole turn more.
+    const auto turned = [](double degrees) {
+        const double half = degrees * std::acos(-1.0) / 360.0;
+        return exporters::Quaternion{0.0, 0.0, std::sin(half), std::cos(half)};
+    };
+    const struct {
+        double degrees;
+        exporters::Quaternion before;
+        double expected;  // degrees
+    } kRows[] = {{10.0, turned(0.0), 10.0},      {190.0, turned(170.0), 190.0},
+                 {-170.0, turned(170.0), 190.0}, {10.0, turned(350.0), 370.0},
+                 {10.0, turned(-10.0), 10.0},    {10.0, {0, 0, 0, 0}, 10.0},
+                 {200.0, {0, 0, 0, 0}, -160.0}};
+    for (const auto& row : kRows) {
+        const Transform transform = FromLocal({0, 0, 0, 0, 0, row.degrees});
+        const exporters::Quaternion q = exporters::QuaternionNear(transform.axes, row.before);
+        const exporters::Quaternion expected = turned(row.expected);
+        EXPECT_NEAR(q.z, expected.z, 1e-15) << row.degrees << " to " << row.expected;
+        EXPECT_NEAR(q.w, expected.w, 1e-15) << row.degrees << " to " << row.expected;
+    }
+}
+
 }  // namespace
