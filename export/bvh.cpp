@@ -1,17 +1,16 @@
 #include "export/bvh.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "export/bvh_angles.h"
 #include "export/bvh_frames.h"
 #include "export/finite_check.h"
 #include "export/motion_facts.h"
+#include "export/readable_name.h"
 #include "export/skeleton_poses.h"
 #include "export/timeline.h"
 #include "headless/text.h"
 #include "text/byte_sink.h"
-#include "text/escapes.h"
 #include "text/number_text.h"
 #include "text/wide_text.h"
 
@@ -269,8 +268,8 @@ class Section {
     }
 
     double Finite(double number) const {
-        if (std::isfinite(number)) return number;
-        throw ExportError(text::EncodeUtf8(text::EscapeControls(headless::View(model_.name))) +
+        if (IsFinite(number)) return number;
+        throw ExportError(ReadableName(model_.name) +
                           ": a number grows beyond what a file can hold");
     }
 

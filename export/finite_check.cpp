@@ -1,27 +1,16 @@
 #include "export/finite_check.h"
 
 #include <algorithm>
-#include <cmath>
 #include <fmt/format.h>
 
 #include "export/options.h"
+#include "export/readable_name.h"
 #include "headless/object_walk.h"
-#include "headless/text.h"
-#include "text/escapes.h"
-#include "text/wide_text.h"
 
 namespace exporters {
 namespace {
 
 using headless::Object;
-
-std::string Readable(const Zelk::CString& text) {
-    return text::EncodeUtf8(text::EscapeControls(headless::View(text)));
-}
-
-bool IsFinite(double value) {
-    return std::isfinite(value);
-}
 
 void RequireFiniteKeys(const Object& model, const headless::ActionItem& item) {
     const headless::Keys& keys = item.GetCurve().keys;
@@ -29,12 +18,13 @@ void RequireFiniteKeys(const Object& model, const headless::ActionItem& item) {
     const auto time = std::find_if_not(keys.times->begin(), keys.times->end(), IsFinite);
     if (time != keys.times->end())
         throw ExportError(fmt::format("{}.{}: the time of a key is not a finite number",
-                                      Readable(model.name), Readable(item.Target())));
+                                      ReadableName(model.name), ReadableName(item.Target())));
     const auto value = std::find_if_not(keys.values->begin(), keys.values->end(), IsFinite);
     if (value == keys.values->end()) return;
     const auto index = static_cast<std::size_t>(value - keys.values->begin());
-    throw ExportError(fmt::format("{}.{} is not a finite number in frame {}", Readable(model.name),
-                                  Readable(item.Target()), (*keys.times)[index]));
+    throw ExportError(fmt::format("{}.{} is not a finite number in frame {}",
+                                  ReadableName(model.name), ReadableName(item.Target()),
+                                  (*keys.times)[index]));
 }
 
 }  // namespace
@@ -42,19 +32,19 @@ void RequireFiniteKeys(const Object& model, const headless::ActionItem& item) {
 void RequireFinite(const Object& model, const headless::ActionSource* motion) {
     headless::WalkObjects(model, [&](const Object& object, std::size_t) {
         const bool isFinite = std::all_of(object.local.begin(), object.local.end(), IsFinite) &&
-                              std::isfinite(object.length);
+                              IsFinite(object.length);
         if (!isFinite)
             throw ExportError(fmt::format("{}.{} does not stand in a finite place at rest",
-                                          Readable(model.name), Readable(object.name)));
+                                          ReadableName(model.name), ReadableName(object.name)));
     });
     if (!motion) return;
     for (const headless::ActionItem& item : motion->items) {
         if (!item.active) continue;
         if (item.IsCurve())
             RequireFiniteKeys(model, item);
-        else if (!std::isfinite(item.Value()))
-            throw ExportError(fmt::format("{}.{} is not a finite number", Readable(model.name),
-                                          Readable(item.Target())));
+        else if (!IsFinite(item.Value()))
+            throw ExportError(fmt::format("{}.{} is not a finite number", ReadableName(model.name),
+                                          ReadableName(item.Target())));
     }
 }
 

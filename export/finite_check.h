@@ -1,9 +1,16 @@
 // Refuses scenes with values that no file but the record can hold.
 #pragma once
 
+#include <cmath>
+
 #include "headless/scene.h"
 
 namespace exporters {
+
+// std::isfinite as one function, which algorithms can be given.
+inline bool IsFinite(double value) {
+    return std::isfinite(value);
+}
 
 // Throws ExportError, naming the first value of the model's base pose or of an active item of
 // `motion` (which may be null) that is not a finite number.

@@ -4,6 +4,7 @@
 #include <limits>
 #include <unordered_set>
 
+#include "export/finite_check.h"
 #include "export/quaternion.h"
 #include "headless/text.h"
 #include "text/wide_text.h"
@@ -71,7 +72,7 @@ GltfMotion GatherMotion(const headless::Scene& scene, const Object& model,
     out.firstFrame = timeline.frames.front();
     out.secondsPerFrame = timeline.secondsPerFrame;
     const double source = headless::SecondsPerFrame(motion);
-    if (source > 0.0 && std::isfinite(1.0 / source)) out.sourceSecondsPerFrame = source;
+    if (source > 0.0 && IsFinite(1.0 / source)) out.sourceSecondsPerFrame = source;
     out.times = TimesOf(timeline);
     out.rotations.resize(count);
     out.translations.resize(count);

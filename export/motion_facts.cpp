@@ -1,9 +1,10 @@
 #include "export/motion_facts.h"
 
 #include <algorithm>
-#include <cmath>
+#include <functional>
 #include <vector>
 
+#include "export/finite_check.h"
 #include "headless/evaluation.h"
 #include "headless/key_times.h"
 #include "headless/object_walk.h"
@@ -31,14 +32,14 @@ bool IsJoint(const Object& object) {
 }
 
 std::size_t CountNotFinite(const std::vector<double>& values) {
-    return static_cast<std::size_t>(std::count_if(
-        values.begin(), values.end(), [](double value) { return !std::isfinite(value); }));
+    return static_cast<std::size_t>(
+        std::count_if(values.begin(), values.end(), std::not_fn(IsFinite)));
 }
 
 std::size_t CountBadRestValues(const ActionSource& pose) {
     return static_cast<std::size_t>(
         std::count_if(pose.items.begin(), pose.items.end(), [](const headless::ActionItem& item) {
-            return item.active && !item.IsCurve() && !std::isfinite(item.Value());
+            return item.active && !item.IsCurve() && !IsFinite(item.Value());
         }));
 }
 
@@ -56,7 +57,7 @@ void MeasureMotion(const ActionSource& motion, ModelFacts& facts) {
         facts.lastFrame = frames.back();
     }
     const double seconds = headless::SecondsPerFrame(motion);
-    if (std::isfinite(seconds) && seconds > 0.0) facts.secondsPerFrame = seconds;
+    if (IsFinite(seconds) && seconds > 0.0) facts.secondsPerFrame = seconds;
 }
 
 }  // namespace

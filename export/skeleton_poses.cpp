@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "export/finite_check.h"
 #include "headless/chain_end.h"
 
 namespace exporters {
@@ -79,7 +80,7 @@ double SizeOf(const std::vector<Transform>& globals) {
     for (const Transform& global : globals)
         box.Add(global);
     const double size = globals.empty() ? 0.0 : box.Diagonal();
-    return std::isfinite(size) ? size : 0.0;
+    return IsFinite(size) ? size : 0.0;
 }
 
 }  // namespace

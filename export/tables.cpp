@@ -6,9 +6,8 @@
 
 #include "export/finite_check.h"
 #include "export/motion_facts.h"
+#include "export/readable_name.h"
 #include "headless/text.h"
-#include "text/escapes.h"
-#include "text/wide_text.h"
 
 namespace exporters {
 namespace {
@@ -21,14 +20,14 @@ bool SameRate(double a, double b) {
     return std::abs(a - b) <= 1e-9 * std::max(a, b);
 }
 
-bool IsFinite(const Transform& transform) {
+bool HoldsFiniteNumbers(const Transform& transform) {
     double sum = 0.0;
     for (int row = 0; row < 3; ++row) {
         sum += std::abs(transform.origin[row]);
         for (int column = 0; column < 3; ++column)
             sum += std::abs(transform.axes[row][column]);
     }
-    return std::isfinite(sum);
+    return IsFinite(sum);
 }
 
 }  // namespace
@@ -45,7 +44,7 @@ Table::Table(const headless::Scene& scene, const Options& options, bool even) : 
             !SameRate(timeline.secondsPerFrame, timeline_.secondsPerFrame))
             throw ExportError(fmt::format(
                 "{}: the models differ in their rate, a table has one (--fps N gives them one)",
-                text::EncodeUtf8(text::EscapeControls(headless::View(model->name)))));
+                ReadableName(model->name)));
         if (timeline.frames.size() > timeline_.frames.size()) timeline_ = std::move(timeline);
         poses_.emplace_back(scene, *model, motion, options.scale);
         AddColumns(*model, poses_.back(), models.size() > 1);
@@ -77,7 +76,8 @@ void Table::Row(std::size_t row, std::span<Transform> globals) {
         first += poses.Joints().size();
     }
     for (Transform& global : globals) {
-        if (!IsFinite(global)) throw ExportError("a number grows beyond what a file can hold");
+        if (!HoldsFiniteNumbers(global))
+            throw ExportError("a number grows beyond what a file can hold");
         if (zUp_) global = global * ZUpToYUp();
     }
 }

@@ -4,11 +4,10 @@
 #include <cmath>
 #include <fmt/format.h>
 
+#include "export/finite_check.h"
+#include "export/readable_name.h"
 #include "headless/evaluation.h"
 #include "headless/key_times.h"
-#include "headless/text.h"
-#include "text/escapes.h"
-#include "text/wide_text.h"
 
 namespace exporters {
 namespace {
@@ -30,7 +29,7 @@ std::vector<double> Steps(double first, double step, double count) {
 
 // Refuses a rate whose frames would last for ever.
 void RequireRate(double framesPerSecond, double framesApart) {
-    if (!std::isfinite(framesApart))
+    if (!IsFinite(framesApart))
         throw ExportError(fmt::format("{} frames per second are too few", framesPerSecond));
 }
 
@@ -41,7 +40,7 @@ double RateOf(const std::string& name, const headless::ActionSource& motion,
         RequireRate(*options.framesPerSecond, seconds);
         return seconds;
     }
-    if (!std::isfinite(motion.animEnd))
+    if (!IsFinite(motion.animEnd))
         throw ExportError(fmt::format("{}: the length of the motion is not a finite time", name));
     return headless::SecondsPerFrame(motion);
 }
@@ -50,7 +49,7 @@ double RateOf(const std::string& name, const headless::ActionSource& motion,
 
 Timeline MakeTimeline(const headless::Object& model, const headless::ActionSource* motion,
                       const Options& options, Notes& notes) {
-    const std::string name = text::EncodeUtf8(text::EscapeControls(headless::View(model.name)));
+    const std::string name = ReadableName(model.name);
     Timeline timeline;
     if (motion) timeline.frames = headless::KeyTimes(*motion);
     if (motion == nullptr || timeline.frames.empty()) {
