@@ -4,11 +4,10 @@
 
 #include "export/bvh_angles.h"
 #include "export/bvh_frames.h"
+#include "export/exported_motion.h"
 #include "export/finite_check.h"
 #include "export/motion_facts.h"
 #include "export/readable_name.h"
-#include "export/skeleton_poses.h"
-#include "export/timeline.h"
 #include "headless/text.h"
 #include "text/byte_sink.h"
 #include "text/number_text.h"
@@ -68,22 +67,21 @@ bool IsPositionChannel(headless::Channel channel) {
 class Section {
   public:
     Section(text::ByteSink& out, const headless::Scene& scene, const Object& model,
-            const headless::ActionSource* motion, Timeline timeline, const Options& options)
+            ExportedMotion& motion, std::optional<int> digits)
         : out_(out),
+          scene_(scene),
           model_(model),
-          timeline_(std::move(timeline)),
-          poses_(scene, model, timeline_.IsPose() ? nullptr : motion, options.scale),
-          locals_(poses_.Joints().size()) {
-        const auto& joints = poses_.Joints();
+          motion_(motion),
+          locals_(motion.Joints().size()) {
+        const auto& joints = motion_.Joints();
         const auto roots = std::count_if(joints.begin(), joints.end(), [](const Joint& joint) {
             return joint.parent == Joint::kNoParent;
         });
         addsRoot_ = roots != 1;
-        if (options.zUp) up_ = ZUpToYUp();
-        lengthDecimals_ =
-            options.digits.value_or(text::DecimalsFor(SkeletonSize(poses_, timeline_.frames)));
-        angleDecimals_ = options.digits.value_or(text::kAngleDecimals);
-        FindMovingJoints(scene, motion);
+        turn_ = motion_.Turn().value_or(Transform());
+        lengthDecimals_ = digits.value_or(text::DecimalsFor(motion_.Size(motion_.Times())));
+        angleDecimals_ = digits.value_or(text::kAngleDecimals);
+        FindMovingJoints();
     }
 
     void Write() {
@@ -95,37 +93,38 @@ class Section {
     enum class Kind : std::uint8_t { Rotating, Moving, EndSite };
 
     // What every frame has to be looked at for: whether anything but the root moves at all.
-    bool MayMove(const headless::Scene& scene, const headless::ActionSource* motion) const {
-        if (timeline_.IsPose()) return false;
+    bool MayMove() const {
+        const headless::ActionSource* const motion = motion_.Motion();
+        if (motion == nullptr) return false;
         return std::any_of(motion->items.begin(), motion->items.end(), [&](const auto& item) {
-            const auto target = scene.ResolveTarget(model_, item);
+            const auto target = scene_.ResolveTarget(model_, item);
             if (!item.active || !target.object || !IsPositionChannel(target.channel)) return false;
-            return addsRoot_ || target.object != poses_.Joints().front().object;
+            return addsRoot_ || target.object != motion_.Joints().front().object;
         });
     }
 
-    void FindMovingJoints(const headless::Scene& scene, const headless::ActionSource* motion) {
-        poses_.BaseLocals(locals_);
+    void FindMovingJoints() {
+        motion_.BaseLocals(locals_);
         base_ = locals_;
         kinds_.assign(locals_.size(), Kind::Rotating);
-        if (MayMove(scene, motion)) {
-            for (const double frame : timeline_.frames) {
-                poses_.Locals(frame, locals_);
+        if (MayMove()) {
+            for (const double frame : motion_.Times().frames) {
+                motion_.Locals(frame, locals_);
                 for (std::size_t joint = 0; joint < locals_.size(); ++joint)
                     if (!SamePlace(locals_[joint], base_[joint])) kinds_[joint] = Kind::Moving;
             }
         }
-        FindEndSites(scene, motion);
+        FindEndSites();
         if (!addsRoot_) kinds_[0] = Kind::Moving;
     }
 
-    void FindEndSites(const headless::Scene& scene, const headless::ActionSource* motion) {
+    void FindEndSites() {
         std::vector<bool> hasCurve(locals_.size(), false);
-        if (!timeline_.IsPose()) {
-            poses_.Locals(timeline_.frames.front(), locals_);
-            MarkTargets(scene, *motion, hasCurve);
+        if (const headless::ActionSource* const motion = motion_.Motion()) {
+            motion_.Locals(motion_.Times().frames.front(), locals_);
+            MarkTargets(*motion, hasCurve);
         }
-        const auto& joints = poses_.Joints();
+        const auto& joints = motion_.Joints();
         for (std::size_t place = 0; place < joints.size(); ++place) {
             const Joint& joint = joints[place];
             if (!joint.isLeaf || joint.parent == Joint::kNoParent || hasCurve[place] ||
@@ -137,25 +136,24 @@ class Section {
         }
     }
 
-    void MarkTargets(const headless::Scene& scene, const headless::ActionSource& motion,
-                     std::vector<bool>& marks) const {
+    void MarkTargets(const headless::ActionSource& motion, std::vector<bool>& marks) const {
         std::vector<std::uint32_t> ids;
         for (const headless::ActionItem& item : motion.items) {
             if (!item.active) continue;
-            const Object* object = scene.ResolveTarget(model_, item).object;
+            const Object* object = scene_.ResolveTarget(model_, item).object;
             if (object) ids.push_back(object->id);
         }
         std::sort(ids.begin(), ids.end());
         for (std::size_t place = 0; place < marks.size(); ++place)
             marks[place] =
-                std::binary_search(ids.begin(), ids.end(), poses_.Joints()[place].object->id);
+                std::binary_search(ids.begin(), ids.end(), motion_.Joints()[place].object->id);
     }
 
     // The joint tree lies in the order of the file; `open_` holds the joints whose braces are.
     void WriteHierarchy() {
         out_.Write("HIERARCHY\n");
         if (addsRoot_) OpenJoint("ROOT " + Token(model_.name), Transform(), Kind::Moving);
-        const auto& joints = poses_.Joints();
+        const auto& joints = motion_.Joints();
         std::vector<std::size_t> open;
         for (std::size_t place = 0; place < joints.size(); ++place) {
             const std::size_t parent = joints[place].parent;
@@ -211,8 +209,9 @@ class Section {
     }
 
     void WriteMotion() {
-        const std::size_t frames = std::max<std::size_t>(timeline_.frames.size(), 1);
-        const double seconds = timeline_.IsPose() ? kPoseFrameTime : SecondsPerStep(timeline_);
+        const std::size_t frames = std::max<std::size_t>(motion_.Times().frames.size(), 1);
+        const double seconds =
+            motion_.Times().IsPose() ? kPoseFrameTime : SecondsPerStep(motion_.Times());
         out_.Write("MOTION\nFrames: " + std::to_string(frames) + "\nFrame Time: ");
         out_.Write(text::NumberText(Finite(seconds)) + "\n");
 
@@ -223,9 +222,9 @@ class Section {
             // Without the blank before the first number.
             out_.Write({row.data() + 1, static_cast<std::size_t>(end - row.data() - 1)});
         };
-        const Transform rootTurn = addsRoot_ ? Transform() : up_;
-        if (timeline_.IsPose()) return write(BaseFrame(rootTurn));
-        BvhFrames rows(poses_, timeline_.frames, rootTurn);
+        const Transform rootTurn = addsRoot_ ? Transform() : turn_;
+        if (motion_.Times().IsPose()) return write(BaseFrame(rootTurn));
+        BvhFrames rows(motion_, rootTurn);
         for (std::size_t frame = 0; frame < frames; ++frame)
             write(rows.Next());
     }
@@ -241,7 +240,8 @@ class Section {
 
     char* WriteRow(char* row, const BvhFrames::Frame& frame, std::vector<BvhAngles>& angles) {
         char* end = row;
-        if (addsRoot_) end = WriteJoint(end, up_, AnglesOf(up_.axes), Kind::Moving, rootAngles_);
+        if (addsRoot_)
+            end = WriteJoint(end, turn_, AnglesOf(turn_.axes), Kind::Moving, rootAngles_);
         for (std::size_t joint = 0; joint < frame.locals.size(); ++joint)
             end = WriteJoint(end, frame.locals[joint], frame.angles[joint], kinds_[joint],
                              angles[joint]);
@@ -274,15 +274,15 @@ class Section {
     }
 
     text::ByteSink& out_;
+    const headless::Scene& scene_;
     const Object& model_;
-    Timeline timeline_;
-    SkeletonPoses poses_;
+    ExportedMotion& motion_;
     std::vector<Transform> locals_;
     std::vector<Transform> base_;
     std::vector<PlainAngles> baseAngles_;
     std::vector<Kind> kinds_;
     bool addsRoot_ = false;
-    Transform up_;
+    Transform turn_;
     BvhAngles rootAngles_;
     int lengthDecimals_ = 0;
     int angleDecimals_ = 0;
@@ -294,10 +294,9 @@ class Section {
 Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options& options) {
     Notes notes;
     for (const Object* model : ExportedModels(scene, options)) {
-        const headless::ActionSource* motion = MotionOf(*model);
-        RequireFinite(*model, motion);
-        Timeline timeline = EvenTimeline(MakeTimeline(*model, motion, options, notes));
-        Section(out, scene, *model, motion, std::move(timeline), options).Write();
+        ExportedMotion motion(scene, *model, MotionOf(*model), options, notes);
+        motion.SpaceEvenly();
+        Section(out, scene, *model, motion, options.digits).Write();
     }
     return notes;
 }

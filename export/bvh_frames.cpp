@@ -18,9 +18,8 @@ constexpr std::launch kLaunch = std::launch::async | std::launch::deferred;
 
 }  // namespace
 
-BvhFrames::BvhFrames(const SkeletonPoses& poses, const std::vector<double>& frames,
-                     const headless::Transform& rootTurn)
-    : poses_(poses), frames_(frames), rootTurn_(rootTurn), joints_(poses.Joints().size()) {
+BvhFrames::BvhFrames(const ExportedMotion& motion, const headless::Transform& rootTurn)
+    : motion_(motion), rootTurn_(rootTurn), joints_(motion.Joints().size()) {
     const std::size_t jointBytes = sizeof(headless::Transform) + sizeof(PlainAngles);
     framesInBlock_ =
         std::max<std::size_t>(kBlockBytes / (std::max<std::size_t>(joints_, 1) * jointBytes), 1);
@@ -48,7 +47,7 @@ BvhFrames::Frame BvhFrames::Next() {
 
 void BvhFrames::Start(Block& block) {
     const std::size_t first = begun_;
-    block.frames = std::min(framesInBlock_, frames_.size() - first);
+    block.frames = std::min(framesInBlock_, motion_.Times().frames.size() - first);
     begun_ += block.frames;
     block.locals.resize(joints_ * block.frames);
     block.angles.resize(joints_ * block.frames);
@@ -56,10 +55,11 @@ void BvhFrames::Start(Block& block) {
 }
 
 void BvhFrames::Fill(Block& block, std::size_t first) const {
-    SkeletonPoses::Scratch scratch;
+    ExportedMotion::Scratch scratch;
+    const std::vector<double>& frames = motion_.Times().frames;
     for (std::size_t frame = 0; frame < block.frames; ++frame) {
         const auto locals = std::span(block.locals).subspan(joints_ * frame, joints_);
-        poses_.Locals(frames_[first + frame], locals, scratch);
+        motion_.Locals(frames[first + frame], locals, scratch);
         if (joints_ > 0) locals[0] = locals[0] * rootTurn_;
         AnglesOf(locals, std::span(block.angles).subspan(joints_ * frame, joints_));
     }

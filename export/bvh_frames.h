@@ -9,15 +9,14 @@
 #include <vector>
 
 #include "export/bvh_angles.h"
-#include "export/skeleton_poses.h"
+#include "export/exported_motion.h"
 
 namespace exporters {
 
 class BvhFrames {
   public:
-    // `poses` and `frames` have to outlive it. `rootTurn` is applied to the first joint.
-    BvhFrames(const SkeletonPoses& poses, const std::vector<double>& frames,
-              const headless::Transform& rootTurn);
+    // `motion` has to outlive it. `rootTurn` is applied to the first joint.
+    BvhFrames(const ExportedMotion& motion, const headless::Transform& rootTurn);
     // Waits for what is under way.
     ~BvhFrames();
     BvhFrames(const BvhFrames&) = delete;
@@ -46,8 +45,7 @@ class BvhFrames {
     void Start(Block& block);
     void Fill(Block& block, std::size_t first) const;
 
-    const SkeletonPoses& poses_;
-    const std::vector<double>& frames_;
+    const ExportedMotion& motion_;
     headless::Transform rootTurn_;
     std::size_t joints_;
     std::size_t framesInBlock_;

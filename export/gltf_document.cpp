@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "export/finite_check.h"
+#include "export/exported_motion.h"
 #include "export/quaternion.h"
-#include "export/skeleton_poses.h"
 #include "export/timeline.h"
 #include "headless/object_walk.h"
 #include "headless/text.h"
@@ -135,35 +134,32 @@ void GltfDocument::AddModel(const Object& model) {
     Model& parts = models_.emplace_back();
     const std::size_t holder = nodes_.Count();
     const std::string name = text::EncodeUtf8(headless::View(model.name));
-    RequireFinite(model, nullptr);
 
-    SkeletonPoses poses(scene_, model, nullptr, options_.scale);
-    AddNodes(model, poses);
+    ExportedMotion pose(scene_, model, options_);
+    AddNodes(model, pose);
     roots_.Add(holder);
-    const std::size_t count = poses.Joints().size();
+    const std::size_t count = pose.Joints().size();
     if (count > 0) {
         std::vector<Transform> globals(count);
-        poses.BaseGlobals(globals);
-        for (Transform& global : globals) {
-            if (options_.zUp) global = global * ZUpToYUp();
+        pose.BaseGlobals(globals);
+        for (const Transform& global : globals)
             parts.inverseBinds.push_back(MatrixOf(headless::Inverse(global)));
-        }
         const std::size_t skin = AddSkin(name, holder);
         if (options_.mesh && count > kMostBodyJoints)
             notes_.push_back(name + ": too many joints for a mesh, the skeleton is written alone");
         else if (options_.mesh) {
-            parts.body = BuildBody(poses.Joints(), globals);
+            parts.body = BuildBody(pose.Joints(), globals);
             AddBody(name, skin, parts);
         }
     }
     AddMotions(model, holder, parts);
 }
 
-void GltfDocument::AddNodes(const Object& model, SkeletonPoses& poses) {
-    const std::vector<Joint>& joints = poses.Joints();
+void GltfDocument::AddNodes(const Object& model, ExportedMotion& pose) {
+    const std::vector<Joint>& joints = pose.Joints();
     const std::size_t first = nodes_.Count() + 1;  // the holder comes before the joints
     std::vector<Transform> locals(joints.size());
-    poses.BaseLocals(locals);
+    pose.BaseLocals(locals);
 
     std::vector<std::vector<std::size_t>> children(joints.size());
     std::vector<std::size_t> top;
@@ -174,7 +170,7 @@ void GltfDocument::AddNodes(const Object& model, SkeletonPoses& poses) {
     json holder = json::object();
     PutName(holder, text::EncodeUtf8(headless::View(model.name)));
     if (!top.empty()) holder["children"] = top;
-    if (options_.zUp) holder["rotation"] = RotationJson(ZUpToYUp());
+    if (pose.Turn()) holder["rotation"] = RotationJson(*pose.Turn());
     nodes_.Add(holder);
     for (std::size_t joint = 0; joint < joints.size(); ++joint) {
         json node = json::object();
@@ -229,12 +225,9 @@ void GltfDocument::AddMotions(const Object& model, std::size_t holder, Model& pa
     const auto& actions = model.modelData->actions;
     if (actions.size() < 2) MakeTimeline(model, nullptr, options_, notes_);
     for (std::size_t action = 1; action < actions.size(); ++action) {
-        const headless::ActionSource& motion = *actions[action];
-        RequireFinite(model, &motion);
-        const Timeline timeline = MakeTimeline(model, &motion, options_, notes_);
-        if (timeline.IsPose() || parts.inverseBinds.empty()) continue;
-        SkeletonPoses poses(scene_, model, &motion, options_.scale);
-        parts.motions.push_back(GatherMotion(scene_, model, motion, timeline, poses));
+        ExportedMotion motion(scene_, model, actions[action].get(), options_, notes_);
+        if (motion.Motion() == nullptr || parts.inverseBinds.empty()) continue;
+        parts.motions.push_back(GatherMotion(scene_, model, motion));
         AddAnimation(parts.motions.back(), holder);
     }
 }

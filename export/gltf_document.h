@@ -36,7 +36,7 @@ class GltfDocument {
     };
 
     void AddModel(const headless::Object& model);
-    void AddNodes(const headless::Object& model, SkeletonPoses& poses);
+    void AddNodes(const headless::Object& model, ExportedMotion& pose);
     // `holder` is the number of the node above the joints, which follow it.
     std::size_t AddSkin(const std::string& name, std::size_t holder);
     void AddBody(const std::string& name, std::size_t skin, Model& parts);

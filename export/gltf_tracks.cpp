@@ -62,32 +62,32 @@ float GltfFloat(double value) {
     return static_cast<float>(value);
 }
 
-GltfMotion GatherMotion(const headless::Scene& scene, const Object& model,
-                        const headless::ActionSource& motion, const Timeline& timeline,
-                        SkeletonPoses& poses) {
+GltfMotion GatherMotion(const headless::Scene& scene, const Object& model, ExportedMotion& motion) {
+    const headless::ActionSource& source = *motion.Motion();
+    const Timeline& timeline = motion.Times();
     const std::size_t frames = timeline.frames.size();
-    const std::size_t count = poses.Joints().size();
+    const std::size_t count = motion.Joints().size();
     GltfMotion out;
-    out.name = text::EncodeUtf8(headless::View(motion.name));
+    out.name = text::EncodeUtf8(headless::View(source.name));
     out.firstFrame = timeline.frames.front();
     out.secondsPerFrame = timeline.secondsPerFrame;
-    const double source = headless::SecondsPerFrame(motion);
-    if (source > 0.0 && IsFinite(1.0 / source)) out.sourceSecondsPerFrame = source;
+    const double seconds = headless::SecondsPerFrame(source);
+    if (seconds > 0.0 && IsFinite(1.0 / seconds)) out.sourceSecondsPerFrame = seconds;
     out.times = TimesOf(timeline);
     out.rotations.resize(count);
     out.translations.resize(count);
 
     std::vector<Transform> locals(count);
-    poses.BaseLocals(locals);
-    const auto turned = TurnedByCurves(scene, model, motion);
+    motion.BaseLocals(locals);
+    const auto turned = TurnedByCurves(scene, model, source);
     for (std::size_t joint = 0; joint < count; ++joint) {
         // An animation without any channel would be none; the first joint always has one.
-        const bool isKept = joint == 0 || turned.contains(poses.Joints()[joint].object);
+        const bool isKept = joint == 0 || turned.contains(motion.Joints()[joint].object);
         out.rotations[joint].Start(RotationOf(locals[joint], kUnturned), frames, isKept);
         out.translations[joint].Start(TranslationOf(locals[joint]), frames, false);
     }
     for (std::size_t frame = 0; frame < frames; ++frame) {
-        poses.Locals(timeline.frames[frame], locals);
+        motion.Locals(timeline.frames[frame], locals);
         for (std::size_t joint = 0; joint < count; ++joint) {
             auto& rotation = out.rotations[joint];
             rotation.Add(frame, RotationOf(locals[joint], rotation.Last()));

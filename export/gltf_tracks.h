@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "export/skeleton_poses.h"
-#include "export/timeline.h"
+#include "export/exported_motion.h"
 #include "headless/scene.h"
 
 namespace exporters {
@@ -58,8 +57,8 @@ struct GltfMotion {
 };
 
 // Rotations are kept for all joints that have a curve for one, and for others that turn.
+// `motion` must have frames.
 GltfMotion GatherMotion(const headless::Scene& scene, const headless::Object& model,
-                        const headless::ActionSource& motion, const Timeline& timeline,
-                        SkeletonPoses& poses);
+                        ExportedMotion& motion);
 
 }  // namespace exporters

@@ -214,15 +214,4 @@ double SkeletonSize(SkeletonPoses& poses, const std::vector<double>& frames) {
     return size;
 }
 
-Transform ZUpToYUp() {
-    return {{{1, 0, 0}, {0, 0, -1}, {0, 1, 0}}, {0, 0, 0}};
-}
-
-std::vector<const Object*> ExportedModels(const headless::Scene& scene, const Options& options) {
-    std::vector<const Object*> models = scene.Models();
-    if (options.models && *options.models < models.size()) models.resize(*options.models);
-    if (models.empty()) throw ExportError("there is no model to write");
-    return models;
-}
-
 }  // namespace exporters

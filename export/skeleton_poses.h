@@ -6,7 +6,6 @@
 #include <span>
 #include <vector>
 
-#include "export/options.h"
 #include "headless/evaluation.h"
 #include "headless/scene.h"
 #include "headless/transform.h"
@@ -76,12 +75,5 @@ class SkeletonPoses {
 // The corner-to-corner size of the box around all joints, in the base pose and in the first frame
 // of the motion, whichever is larger; 0 where all stand in one place.
 double SkeletonSize(SkeletonPoses& poses, const std::vector<double>& frames);
-
-// Turns a scene whose Z axis is up so that its Y axis is.
-headless::Transform ZUpToYUp();
-
-// The first `options.models` models. Throws ExportError where there is none.
-std::vector<const headless::Object*> ExportedModels(const headless::Scene& scene,
-                                                    const Options& options);
 
 }  // namespace exporters

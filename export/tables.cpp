@@ -32,60 +32,54 @@ bool HoldsFiniteNumbers(const Transform& transform) {
 
 }  // namespace
 
-Table::Table(const headless::Scene& scene, const Options& options, bool even) : zUp_(options.zUp) {
+Table::Table(const headless::Scene& scene, const Options& options, bool even) {
     const std::vector<const Object*> models = ExportedModels(scene, options);
-    poses_.reserve(models.size());
+    motions_.reserve(models.size());
     for (const Object* model : models) {
-        const headless::ActionSource* motion = MotionOf(*model);
-        RequireFinite(*model, motion);
-        Timeline timeline = MakeTimeline(*model, motion, options, notes_);
-        if (timeline.IsPose()) motion = nullptr;
+        ExportedMotion& motion =
+            motions_.emplace_back(scene, *model, MotionOf(*model), options, notes_);
+        Timeline timeline = motion.ReleaseTimes();
         if (!timeline.IsPose() && !timeline_.IsPose() &&
             !SameRate(timeline.secondsPerFrame, timeline_.secondsPerFrame))
             throw ExportError(fmt::format(
                 "{}: the models differ in their rate, a table has one (--fps N gives them one)",
                 ReadableName(model->name)));
         if (timeline.frames.size() > timeline_.frames.size()) timeline_ = std::move(timeline);
-        poses_.emplace_back(scene, *model, motion, options.scale);
-        AddColumns(*model, poses_.back(), models.size() > 1);
+        AddColumns(*model, motion, models.size() > 1);
     }
     if (even) timeline_ = EvenTimeline(std::move(timeline_));
 }
 
-void Table::AddColumns(const Object& model, SkeletonPoses& poses, bool several) {
+void Table::AddColumns(const Object& model, ExportedMotion& motion, bool several) {
     const std::size_t first = columns_.size();
-    std::vector<Transform> locals(poses.Joints().size());
-    poses.BaseLocals(locals);
+    std::vector<Transform> locals(motion.Joints().size());
+    motion.BaseLocals(locals);
+    motion.TurnTops(locals);
     const std::wstring prefix =
         several ? std::wstring(headless::View(model.name)) + L'.' : std::wstring();
     for (std::size_t joint = 0; joint < locals.size(); ++joint) {
-        const std::size_t parent = poses.Joints()[joint].parent;
-        const bool isTop = parent == Joint::kNoParent;
-        if (isTop && zUp_) locals[joint] = locals[joint] * ZUpToYUp();
+        const std::size_t parent = motion.Joints()[joint].parent;
         columns_.push_back(
-            {prefix + std::wstring(headless::View(poses.Joints()[joint].object->name)),
-             isTop ? parent : first + parent, locals[joint]});
+            {prefix + std::wstring(headless::View(motion.Joints()[joint].object->name)),
+             parent == Joint::kNoParent ? parent : first + parent, locals[joint]});
     }
 }
 
 void Table::Row(std::size_t row, std::span<Transform> globals) {
     const double frame = timeline_.IsPose() ? 0.0 : timeline_.frames[row];
     std::size_t first = 0;
-    for (SkeletonPoses& poses : poses_) {
-        poses.Globals(frame, globals.subspan(first, poses.Joints().size()));
-        first += poses.Joints().size();
+    for (ExportedMotion& motion : motions_) {
+        motion.Globals(frame, globals.subspan(first, motion.Joints().size()));
+        first += motion.Joints().size();
     }
-    for (Transform& global : globals) {
-        if (!HoldsFiniteNumbers(global))
-            throw ExportError("a number grows beyond what a file can hold");
-        if (zUp_) global = global * ZUpToYUp();
-    }
+    if (!std::all_of(globals.begin(), globals.end(), HoldsFiniteNumbers))
+        throw ExportError("a number grows beyond what a file can hold");
 }
 
 double Table::Size() {
     double size = 0.0;
-    for (SkeletonPoses& poses : poses_)
-        size = std::max(size, SkeletonSize(poses, timeline_.frames));
+    for (ExportedMotion& motion : motions_)
+        size = std::max(size, motion.Size(timeline_));
     return size;
 }
 

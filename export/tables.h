@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "export/exported_motion.h"
 #include "export/options.h"
-#include "export/skeleton_poses.h"
 #include "export/timeline.h"
 #include "headless/scene.h"
 #include "headless/transform.h"
@@ -39,12 +39,11 @@ class Table {
     const Notes& GetNotes() const { return notes_; }
 
   private:
-    void AddColumns(const headless::Object& model, SkeletonPoses& poses, bool several);
+    void AddColumns(const headless::Object& model, ExportedMotion& motion, bool several);
 
-    bool zUp_;
     Notes notes_;
     Timeline timeline_;
-    std::vector<SkeletonPoses> poses_;
+    std::vector<ExportedMotion> motions_;
     std::vector<Column> columns_;
 };
 
