@@ -26,15 +26,16 @@ Notes WriteAlone(const Content& content, const Sinks& sinks) {
     return kWriter(sinks.out, content.scene, content.options);
 }
 
-constexpr unsigned kPlacement = kScale | kUpAxis | kRate | kResampling;
+// What ExportedMotion applies.
+constexpr unsigned kMotion = kScale | kUpAxis | kRate | kResampling | kFrames;
 
 constexpr Format kFormats[] = {
-    {".bvh", "", kPlacement | kDigits, false, WriteAlone<WriteBvh>},
-    {".csv", "", kPlacement, false, WriteAlone<WriteCsv>},
-    {".glb", "", kPlacement | kMesh, false, WriteAlone<WriteGlb>},
-    {".gltf", ".bin", kPlacement | kMesh, false, WriteGltfPair},
+    {".bvh", "", kMotion | kDigits, false, WriteAlone<WriteBvh>},
+    {".csv", "", kMotion, false, WriteAlone<WriteCsv>},
+    {".glb", "", kMotion | kMesh, false, WriteAlone<WriteGlb>},
+    {".gltf", ".bin", kMotion | kMesh, false, WriteGltfPair},
     {".json", "", 0, true, WriteRecord},
-    {".npz", "", kPlacement, false, WriteAlone<WriteNpz>},
+    {".npz", "", kMotion, false, WriteAlone<WriteNpz>},
 };
 
 }  // namespace

@@ -38,6 +38,7 @@ enum Honoured : unsigned {
     kResampling = 1U << 3U,
     kMesh = 1U << 4U,
     kDigits = 1U << 5U,
+    kFrames = 1U << 6U,
 };
 
 struct Format {

@@ -65,6 +65,7 @@ json OptionsJson(const Options& options) {
         {"scale", options.scale}, {"sourceUp", options.zUp ? "z" : "y"}, {"mesh", options.mesh}};
     if (options.framesPerSecond) out["framesPerSecond"] = *options.framesPerSecond;
     if (options.resampleTo) out["resampleTo"] = *options.resampleTo;
+    if (options.frames) out["frames"] = {options.frames->first, options.frames->last};
     for (const auto& [name, value] : options.source.options) {
         const json parsed = json::parse(value, nullptr, false);
         out[name] = parsed.is_primitive() && !parsed.is_discarded() ? parsed : json(value);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -25,6 +26,12 @@ struct Source {
     std::string tool;  // name and version
 };
 
+// Frames by the numbers that they have in the motion, both ends included.
+struct FrameRange {
+    std::int64_t first = 0;
+    std::int64_t last = 0;
+};
+
 struct Options {
     // The factor on all lengths. Finite and above zero.
     double scale = 1.0;
@@ -34,6 +41,10 @@ struct Options {
     std::optional<double> framesPerSecond = std::nullopt;
     // Sample the motion at this rate in place of its own keys. Above zero.
     std::optional<double> resampleTo = std::nullopt;
+    // Only the frames in this range. Those of the motion's own keys are chosen first; resampling,
+    // and filling in of missing frames, go from the first to the last of these. A motion without a
+    // frame in it is refused; models without motion are written in the base pose as ever.
+    std::optional<FrameRange> frames = std::nullopt;
     // glTF: a body of bone shapes, so that viewers show a figure.
     bool mesh = true;
     // BVH: places after the decimal point of every number; without it as many as it takes for the

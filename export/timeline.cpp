@@ -27,6 +27,20 @@ std::vector<double> Steps(double first, double step, double count) {
     return frames;
 }
 
+// Leaves those in the range.
+void Cut(std::vector<double>& frames, const FrameRange& range, const std::string& name) {
+    const auto first =
+        std::lower_bound(frames.begin(), frames.end(), static_cast<double>(range.first));
+    const auto end =
+        std::upper_bound(frames.begin(), frames.end(), static_cast<double>(range.last));
+    if (first >= end)
+        throw ExportError(
+            fmt::format("{}: the motion has no frame from {} to {}; its frames are {} to {}", name,
+                        range.first, range.last, frames.front(), frames.back()));
+    frames.erase(end, frames.end());
+    frames.erase(frames.begin(), first);
+}
+
 // Refuses a rate whose frames would last for ever.
 void RequireRate(double framesPerSecond, double framesApart) {
     if (!IsFinite(framesApart))
@@ -63,6 +77,7 @@ Timeline MakeTimeline(const headless::Object& model, const headless::ActionSourc
                         " (--fps N gives it one)");
         return {};
     }
+    if (options.frames) Cut(timeline.frames, *options.frames, name);
     if (options.resampleTo) {
         const double first = timeline.frames.front();
         const double length = timeline.frames.back() - first;

@@ -21,9 +21,10 @@ struct Timeline {
     }
 };
 
-// Every time at which some curve of the motion has a key, or those of the rate that the options ask
-// for. `motion` may be null. Without keys or without a rate there are no frames, and a note says
-// so. Throws ExportError where the times make no sense.
+// Every time at which some curve of the motion has a key, within the range that the options ask
+// for, or those of the rate that they ask for. `motion` may be null. Without keys or without a rate
+// there are no frames, and a note says so. Throws ExportError where the times make no sense and
+// where the motion has no frame in the range.
 Timeline MakeTimeline(const headless::Object& model, const headless::ActionSource* motion,
                       const Options& options, Notes& notes);
 

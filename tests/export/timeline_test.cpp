@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -56,6 +57,50 @@ TEST(Timeline, SamplesUpToTheLastMomentThatExists) {
     EXPECT_EQ(TimelineOf({{1, 2, 3, 4}}, 0.4, options).frames.size(), 7u);
     options.resampleTo = 3.0;
     EXPECT_EQ(TimelineOf({{1, 11}}, 1.1, options).frames.size(), 4u);
+}
+
+TEST(Timeline, KeepsTheFramesInTheRange) {
+    const struct {
+        const char* name;
+        exporters::FrameRange range;
+        std::vector<double> frames;  // of keys at -2, 1, 2, 4.5 and 6
+    } kRows[] = {
+        {"Middle", {1, 2}, {1, 2}},
+        {"OneFrame", {2, 2}, {2}},
+        {"GapAtBothEnds", {-1, 5}, {1, 2, 4.5}},
+        {"BelowZero", {-2, 1}, {-2, 1}},
+        {"BeyondTheEnds", {-100, 100}, {-2, 1, 2, 4.5, 6}},
+        {"AnyNumber",
+         {std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()},
+         {-2, 1, 2, 4.5, 6}},
+    };
+    for (const auto& row : kRows) {
+        const exporters::Timeline timeline =
+            TimelineOf({{-2, 1, 2, 4.5, 6}}, 3.0, {.frames = row.range});
+        EXPECT_EQ(timeline.frames, row.frames) << row.name;
+        EXPECT_DOUBLE_EQ(timeline.secondsPerFrame, 0.5) << row.name;
+        EXPECT_DOUBLE_EQ(timeline.Seconds(0), 0.0) << row.name;
+    }
+}
+
+TEST(Timeline, RefusesARangeWithoutFrames) {
+    for (const exporters::FrameRange range :
+         {exporters::FrameRange{7, 9}, {-9, 0}, {3, 4}, {2, 1}, {6, 1}})
+        EXPECT_THROW(TimelineOf({{1, 2, 6}}, 3.0, {.frames = range}), exporters::ExportError)
+            << range.first << " to " << range.last;
+}
+
+TEST(Timeline, OfARangeIsResampledAndFilledWithinIt) {
+    exporters::Options options{.frames = exporters::FrameRange{2, 9}};
+    EXPECT_THAT(exporters::EvenTimeline(TimelineOf({{1, 2, 3, 6, 10}}, 1.0, options)).frames,
+                ElementsAre(2, 3, 4, 5, 6));
+    options.resampleTo = 5.0;
+    EXPECT_THAT(TimelineOf({{1, 2, 3, 6, 10}}, 1.0, options).frames, ElementsAre(2, 4, 6));
+}
+
+TEST(Timeline, OfAPoseKnowsNoRange) {
+    EXPECT_TRUE(TimelineOf({}, 1.0, {.frames = exporters::FrameRange{1, 2}}).IsPose());
+    EXPECT_TRUE(TimelineOf({{1, 2}}, 0.0, {.frames = exporters::FrameRange{5, 6}}).IsPose());
 }
 
 TEST(Timeline, IsAPoseWithoutKeysOrRate) {
