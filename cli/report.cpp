@@ -43,16 +43,11 @@ std::string FirstLoggedError(const take::Request& request, const take::Result& r
     return {};
 }
 
-// The finding that the import was refused for: the first error or, with a strict import, the first
-// warning.
 std::string Refusal(const take::Result& result) {
-    for (const survey::Severity severity : {survey::Severity::Error, survey::Severity::Warning})
-        for (const take::FileFindings& file : result.findings)
-            for (const survey::Finding& finding : file.findings)
-                if (finding.severity == severity)
-                    return FilePrefix(file.file, &file == &result.findings.back()) +
-                           survey::FindingText(finding);
-    return {};
+    const take::FoundIn refusal = take::RefusalOf(result.findings);
+    if (!refusal.finding) return {};
+    return FilePrefix(refusal.file->file, refusal.file == &result.findings.back()) +
+           survey::FindingText(*refusal.finding);
 }
 
 // Whoever reads the report keeps so much of a line, however long the names in it.

@@ -13,4 +13,12 @@ std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files) {
     return all;
 }
 
+FoundIn RefusalOf(const std::vector<FileFindings>& files) {
+    for (const survey::Severity severity : {survey::Severity::Error, survey::Severity::Warning})
+        for (const FileFindings& file : files)
+            for (const survey::Finding& finding : file.findings)
+                if (finding.severity == severity) return {&file, &finding};
+    return {};
+}
+
 }  // namespace take

@@ -18,4 +18,13 @@ struct FileFindings {
 // Each finding of the files as a JSON object. Where there are several files, each says its own.
 ZKMOCAP_API std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files);
 
+// A finding and the file that it is about.
+struct FoundIn {
+    const FileFindings* file = nullptr;
+    const survey::Finding* finding = nullptr;
+};
+// Of files that were refused, the finding that says why: the first error or, in a strict import,
+// the first warning. Refers to `files`; both null where nothing refuses them.
+FoundIn RefusalOf(const std::vector<FileFindings>& files);
+
 }  // namespace take

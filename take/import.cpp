@@ -147,22 +147,12 @@ void CallPlugin(const Plugin& plugin, const Request& request, FileSurvey& survey
     result.outcome = JudgeImport(result.code, result.recording.log, isCancelled);
 }
 
-// The finding that the import was refused for: the first error or, in a strict import, the first
-// warning.
-std::string Refusal(const std::vector<FileFindings>& findings) {
-    for (const survey::Severity severity : {survey::Severity::Error, survey::Severity::Warning})
-        for (const FileFindings& file : findings)
-            for (const survey::Finding& finding : file.findings)
-                if (finding.severity == severity)
-                    return file.file + ": " + survey::FindingText(finding);
-    return {};
-}
-
 }  // namespace
 
 std::string Result::FirstError() const {
     if (!problem.empty()) return problem;
-    if (isRefused) return Refusal(findings);
+    const FoundIn refusal = isRefused ? RefusalOf(findings) : FoundIn();
+    if (refusal.finding) return refusal.file->file + ": " + survey::FindingText(*refusal.finding);
     for (const headless::LogLine& line : recording.log)
         if (IsError(line)) return text::EncodeUtf8(headless::View(line.text));
     return outcome.status == Status::Cancelled ? "cancelled" : std::string();
