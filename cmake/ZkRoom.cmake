@@ -49,6 +49,18 @@ function(zk_room name)
   zk_common(zk_${name})
 endfunction()
 
+# gmock is most of what a small test compiles, so it is compiled once for all of them. A precompiled
+# header is of use only to what is compiled as it was, so it belongs to a program that is compiled as a
+# test is.
+function(zk_precompile_gmock)
+  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/precompiled_gmock.cpp "int main() {}\n")
+  add_executable(zk_precompiled_gmock ${CMAKE_CURRENT_BINARY_DIR}/precompiled_gmock.cpp)
+  target_link_libraries(zk_precompiled_gmock PRIVATE GTest::gmock GTest::gtest_main)
+  zk_common(zk_precompiled_gmock)
+  target_compile_options(zk_precompiled_gmock PRIVATE ${ZKMOCAP_TEST_OPTIONS})
+  target_precompile_headers(zk_precompiled_gmock PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+endfunction()
+
 # zk_test(NAME SOURCES ... LINKS ...): a GoogleTest program, each of its cases a CTest of its own.
 function(zk_test name)
   cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;LINKS;DEFINITIONS" ${ARGN})
@@ -61,6 +73,7 @@ function(zk_test name)
   target_compile_definitions(${name} PRIVATE ${TEST_DEFINITIONS})
   zk_common(${name})
   target_compile_options(${name} PRIVATE ${ZKMOCAP_TEST_OPTIONS})
+  target_precompile_headers(${name} REUSE_FROM zk_precompiled_gmock)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120
     # One value each: a list would be taken for further properties.
     PROPERTIES TIMEOUT ${TEST_TIMEOUT} ENVIRONMENT LC_ALL=C.UTF-8
