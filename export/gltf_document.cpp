@@ -37,7 +37,7 @@ json RotationJson(const Transform& transform) {
 void PutPlace(json& node, const Transform& transform) {
     const double* origin = transform.origin;
     for (int axis = 0; axis < 3; ++axis)
-        GltfFloat(origin[axis]);
+        RequireGltfFloat(origin[axis]);
     if (origin[0] != 0.0 || origin[1] != 0.0 || origin[2] != 0.0)
         node["translation"] = {origin[0], origin[1], origin[2]};
     const json rotation = RotationJson(transform);

@@ -55,10 +55,14 @@ std::unordered_set<const Object*> TurnedByCurves(const headless::Scene& scene, c
 
 }  // namespace
 
-float GltfFloat(double value) {
-    // Not a comparison with the largest: a NaN has to fail too.
+void RequireGltfFloat(double value) {
+    // Negated, because every comparison with a NaN is false and a NaN has to be refused too.
     if (!(std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max())))
         throw ExportError("a number is not finite, or too large for glTF");
+}
+
+float GltfFloat(double value) {
+    RequireGltfFloat(value);
     return static_cast<float>(value);
 }
 

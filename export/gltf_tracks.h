@@ -14,32 +14,43 @@ namespace exporters {
 
 // The value as glTF holds it. Throws ExportError where it is not finite there.
 float GltfFloat(double value);
+// Throws ExportError where GltfFloat does, for numbers that are written as text.
+void RequireGltfFloat(double value);
 
-// Values of one property of one joint, frame after frame; empty where it keeps that of its node.
+// Values of one property of one joint, frame after frame. As long as they are those of its node
+// they are not kept, so that a property that never changes needs no memory.
 template <std::size_t kWidth>
 class GltfTrack {
   public:
     using Value = std::array<float, kWidth>;
 
-    // `rest` is the node's value; `frames` how many Add calls follow.
+    // `rest` is the node's value; `frames` how many Add calls follow. With `isKept`, all are kept.
     void Start(const Value& rest, std::size_t frames, bool isKept) {
         rest_ = last_ = rest;
         frames_ = frames;
-        if (isKept) values_.reserve(frames);
+        if (isKept) Keep(0);
     }
     const Value& Last() const { return last_; }
     void Add(std::size_t frame, const Value& value) {
         last_ = value;
-        if (values_.capacity() == 0) {
+        if (!isKept_) {
             if (value == rest_) return;
-            values_.reserve(frames_);
-            values_.assign(frame, rest_);
+            Keep(frame);
         }
         values_.push_back(value);
     }
+    // One for each frame, or none where all are that of the node.
     const std::vector<Value>& Values() const { return values_; }
 
   private:
+    // From now on; the `before` values so far were those of the node.
+    void Keep(std::size_t before) {
+        isKept_ = true;
+        values_.reserve(frames_);
+        values_.assign(before, rest_);
+    }
+
+    bool isKept_ = false;
     Value rest_{};
     Value last_{};
     std::size_t frames_ = 0;
