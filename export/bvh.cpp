@@ -25,10 +25,10 @@ constexpr std::string_view kThreeChannels = "CHANNELS 3 Zrotation Xrotation Yrot
 constexpr std::string_view kEndSuffix = "_End";
 // Deeper levels are not indented further, or a long chain would be mostly white space.
 constexpr std::size_t kMostTabs = 32;
-// Of a pose, which has no rate but needs one in the file.
+// The frame time of a pose, which has no rate; the file must have one.
 constexpr double kPoseFrameTime = 1.0 / 30.0;
 
-// What readers take as one word: the text without white space and control characters.
+// A text that readers read as one word: without white space and control characters.
 std::string Token(const Zelk::CString& name) {
     std::string token = text::EncodeUtf8(headless::View(name));
     for (char& character : token) {
@@ -38,7 +38,7 @@ std::string Token(const Zelk::CString& name) {
     return token.empty() ? "_" : token;
 }
 
-// "X_End" or, where that name was taken, "X_End1" under a joint "X".
+// "X_End" or, where that name was in use, "X_End1" under a joint "X".
 bool IsEndName(std::string_view name, std::string_view parent) {
     if (!name.starts_with(parent)) return false;
     name.remove_prefix(parent.size());
@@ -47,7 +47,7 @@ bool IsEndName(std::string_view name, std::string_view parent) {
     return name.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-bool SamePlace(const Transform& a, const Transform& b) {
+bool SameOrigin(const Transform& a, const Transform& b) {
     return std::equal(a.origin, a.origin + 3, b.origin);
 }
 
@@ -92,7 +92,7 @@ class Section {
   private:
     enum class Kind : std::uint8_t { Rotating, Moving, EndSite };
 
-    // What every frame has to be looked at for: whether anything but the root moves at all.
+    // Whether anything but the root can move, so that every frame has to be looked at.
     bool MayMove() const {
         const headless::ActionSource* const motion = motion_.Motion();
         if (motion == nullptr) return false;
@@ -111,7 +111,7 @@ class Section {
             for (const double frame : motion_.Times().frames) {
                 motion_.Locals(frame, locals_);
                 for (std::size_t joint = 0; joint < locals_.size(); ++joint)
-                    if (!SamePlace(locals_[joint], base_[joint])) kinds_[joint] = Kind::Moving;
+                    if (!SameOrigin(locals_[joint], base_[joint])) kinds_[joint] = Kind::Moving;
             }
         }
         FindEndSites();
@@ -125,14 +125,14 @@ class Section {
             MarkTargets(*motion, hasCurve);
         }
         const auto& joints = motion_.Joints();
-        for (std::size_t place = 0; place < joints.size(); ++place) {
-            const Joint& joint = joints[place];
-            if (!joint.isLeaf || joint.parent == Joint::kNoParent || hasCurve[place] ||
-                kinds_[place] == Kind::Moving || IsTurned(locals_[place]) ||
+        for (std::size_t index = 0; index < joints.size(); ++index) {
+            const Joint& joint = joints[index];
+            if (!joint.isLeaf || joint.parent == Joint::kNoParent || hasCurve[index] ||
+                kinds_[index] == Kind::Moving || IsTurned(locals_[index]) ||
                 joint.object->type != headless::ObjectType::Null)
                 continue;
             if (IsEndName(Token(joint.object->name), Token(joints[joint.parent].object->name)))
-                kinds_[place] = Kind::EndSite;
+                kinds_[index] = Kind::EndSite;
         }
     }
 
@@ -144,31 +144,31 @@ class Section {
             if (object) ids.push_back(object->id);
         }
         std::sort(ids.begin(), ids.end());
-        for (std::size_t place = 0; place < marks.size(); ++place)
-            marks[place] =
-                std::binary_search(ids.begin(), ids.end(), motion_.Joints()[place].object->id);
+        for (std::size_t index = 0; index < marks.size(); ++index)
+            marks[index] =
+                std::binary_search(ids.begin(), ids.end(), motion_.Joints()[index].object->id);
     }
 
-    // The joint tree lies in the order of the file; `open_` holds the joints whose braces are.
+    // The joints are in the order of the file; `open` holds those whose braces are open.
     void WriteHierarchy() {
         out_.Write("HIERARCHY\n");
         if (addsRoot_) OpenJoint("ROOT " + Token(model_.name), Transform(), Kind::Moving);
         const auto& joints = motion_.Joints();
         std::vector<std::size_t> open;
-        for (std::size_t place = 0; place < joints.size(); ++place) {
-            const std::size_t parent = joints[place].parent;
+        for (std::size_t index = 0; index < joints.size(); ++index) {
+            const std::size_t parent = joints[index].parent;
             while (!open.empty() && open.back() != parent) {
                 open.pop_back();
                 CloseJoint();
             }
-            open.push_back(place);
-            if (kinds_[place] == Kind::EndSite) {
-                OpenJoint("End Site", base_[place], Kind::EndSite);
+            open.push_back(index);
+            if (kinds_[index] == Kind::EndSite) {
+                OpenJoint("End Site", base_[index], Kind::EndSite);
                 continue;
             }
             const bool isRoot = parent == Joint::kNoParent && !addsRoot_;
-            OpenJoint((isRoot ? "ROOT " : "JOINT ") + Token(joints[place].object->name),
-                      isRoot ? Transform() : base_[place], kinds_[place]);
+            OpenJoint((isRoot ? "ROOT " : "JOINT ") + Token(joints[index].object->name),
+                      isRoot ? Transform() : base_[index], kinds_[index]);
         }
         while (depth_ > 0)
             CloseJoint();
@@ -182,7 +182,7 @@ class Section {
         out_.Write(kTabs.substr(0, std::min(depth_, kMostTabs)));
     }
 
-    void OpenJoint(const std::string& head, const Transform& place, Kind kind) {
+    void OpenJoint(const std::string& head, const Transform& local, Kind kind) {
         Indent();
         out_.Write(head);
         out_.Write("\n");
@@ -191,7 +191,7 @@ class Section {
         ++depth_;
         Indent();
         out_.Write("OFFSET");
-        for (const double coordinate : place.origin) {
+        for (const double coordinate : local.origin) {
             char text[text::kLongestNumber + 1] = {' '};
             const char* end = text::WriteNumber(text + 1, Finite(coordinate), lengthDecimals_);
             out_.Write({text, static_cast<std::size_t>(end - text)});

@@ -6,7 +6,7 @@
 
 #include "math/angles.h"
 
-// With this declaration the compiler uses its library's vector function.
+// By this declaration g++ learns of the C library's vector function.
 #if defined(__x86_64__) && defined(__GLIBC__) && !defined(__clang__)
 extern "C" __attribute__((__simd__("notinbranch"))) double atan2(double, double) noexcept;
 #endif
@@ -18,10 +18,10 @@ using math::kDegreesPerRadian;
 using math::kFullTurn;
 using math::kHalfTurn;
 
-// Below this cosine of x nothing tells z from y.
+// Below this cosine of x, y and z cannot be told apart.
 constexpr double kGimbalLock = 1e-15;
 
-// `angle`, a number of whole turns nearer to `before`.
+// `angle` plus as many whole turns as bring it nearest to `before`.
 double Unrolled(double angle, double before) {
     const double turns = (before - angle) / kFullTurn;
     return std::abs(turns) <= 0.5 ? angle : angle + kFullTurn * std::nearbyint(turns);
@@ -36,21 +36,21 @@ BvhAngles Unrolled(const BvhAngles& angles, const BvhAngles& before) {
             Unrolled(angles.y, before.y)};
 }
 
-// Of z, x and y; up to a factor each.
+// Of z, x and y; each pair times some factor above zero.
 struct SinesAndCosines {
     double sine[3];
     double cosine[3];
 };
 
 SinesAndCosines PartsAround(const double axes[3][3], double sineOfZ, double cosineOfZ) {
-    // The columns of the rest once the turn about z is undone; they say y and x exactly, however
-    // little z was worth.
+    // From what is left when the turn about z is undone: it gives y and x exactly, however inexact
+    // z is.
     return {{sineOfZ, axes[1][2], axes[2][0] * cosineOfZ + axes[2][1] * sineOfZ},
             {cosineOfZ, axes[1][1] * cosineOfZ - axes[1][0] * sineOfZ,
              axes[0][0] * cosineOfZ + axes[0][1] * sineOfZ}};
 }
 
-// False where nothing tells z from y.
+// False at gimbal lock.
 bool PartsOf(const double axes[3][3], SinesAndCosines& parts) {
     const double cosineOfX = std::sqrt(axes[1][0] * axes[1][0] + axes[1][1] * axes[1][1]);
     if (!(cosineOfX > kGimbalLock)) return false;
@@ -64,11 +64,11 @@ BvhAngles AnglesFrom(const SinesAndCosines& parts) {
             std::atan2(parts.sine[2], parts.cosine[2]) * kDegreesPerRadian};
 }
 
-// Joints that are worked out together, and a number for each angle of theirs.
+// Joints that are computed together, and a number for each of their angles.
 constexpr std::size_t kBatch = 32;
 using Lanes = double[3 * kBatch];
 
-// Apart and without branches, so that the compiler takes several at a time.
+// A function of its own, without branches, so that the compiler vectorises it.
 [[gnu::noinline]] void ArcTangents(const Lanes& sines, const Lanes& cosines, Lanes& degrees) {
     for (std::size_t i = 0; i < 3 * kBatch; ++i)
         degrees[i] = atan2(sines[i], cosines[i]) * kDegreesPerRadian;
@@ -112,7 +112,7 @@ BvhAngles AnglesNear(const PlainAngles& plain, const double axes[3][3], const Bv
         angles = AnglesFrom(PartsAround(axes, std::sin(before.z / kDegreesPerRadian),
                                         std::cos(before.z / kDegreesPerRadian)));
     const BvhAngles first = Unrolled(angles, before);
-    // The others are half a turn away from these in two angles, so no nearer.
+    // The other angles differ from these by half a turn in two of three, so they are no nearer.
     if (Distance(first, before) <= kHalfTurn) return first;
     const BvhAngles flipped{angles.z + kHalfTurn, kHalfTurn - angles.x, angles.y + kHalfTurn};
     const BvhAngles second = Unrolled(flipped, before);

@@ -11,21 +11,20 @@ struct BvhAngles {
     double z = 0.0, x = 0.0, y = 0.0;  // degrees
 };
 
-// Some angles that turn back into axes, and whether two of the axes fall together, so that y and z
-// are not told apart.
+// One of the sets of angles of a rotation; none at gimbal lock, where y and z cannot be told apart.
 struct PlainAngles {
     BvhAngles angles;
-    bool locked = false;
+    bool locked = false;  // at gimbal lock: the angles mean nothing
 };
 PlainAngles AnglesOf(const double axes[3][3]);
-// The same for many, in few steps; within rounding.
+// The same for many at once, by vector instructions; the last bits may differ.
 void AnglesOf(std::span<const headless::Transform> turned, std::span<PlainAngles> out);
 
 // The angles that turn back into `axes` (row vectors; y turns first, then x, then z) to 1e-14,
-// where two of the axes fall together too. Of all of them the ones nearest to `before`, the frame
-// before, so that they run on beyond 180 degrees without a jump.
+// at gimbal lock too. Of all such angles the ones nearest to `before`, those of the frame before,
+// so that they go on beyond 180 degrees without a jump.
 BvhAngles AnglesNear(const double axes[3][3], const BvhAngles& before);
-// The same where AnglesOf was asked already.
+// The same, given `plain`, the result of AnglesOf(axes).
 BvhAngles AnglesNear(const PlainAngles& plain, const double axes[3][3], const BvhAngles& before);
 
 }  // namespace exporters

@@ -5,7 +5,7 @@
 namespace exporters {
 namespace {
 
-// Large enough that starting a thread for it does not show, small beside the motion.
+// Large enough that the cost of starting a thread does not matter, small compared with the motion.
 constexpr std::size_t kBlockBytes = std::size_t{1} << 19;
 
 // WebAssembly without threads aborts where another system, asked for one thread too many, throws
@@ -33,14 +33,14 @@ BvhFrames::~BvhFrames() {
 }
 
 BvhFrames::Frame BvhFrames::Next() {
-    if (place_ == blocks_[current_].frames) {
+    if (frameInBlock_ == blocks_[current_].frames) {
         Start(blocks_[current_]);
         current_ = (current_ + 1) % blocks_.size();
         blocks_[current_].work.get();
-        place_ = 0;
+        frameInBlock_ = 0;
     }
     const Block& block = blocks_[current_];
-    const std::size_t first = joints_ * place_++;
+    const std::size_t first = joints_ * frameInBlock_++;
     return {std::span(block.locals).subspan(first, joints_),
             std::span(block.angles).subspan(first, joints_)};
 }

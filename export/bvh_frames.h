@@ -1,5 +1,5 @@
-// The frames of a motion as BVH rows need them, worked out ahead by other threads while the ones
-// before are written.
+// The frames of a motion as BVH rows need them, computed ahead by other threads while earlier ones
+// are written.
 #pragma once
 
 #include <array>
@@ -17,18 +17,19 @@ class BvhFrames {
   public:
     // `motion` has to outlive it. `rootTurn` is applied to the first joint.
     BvhFrames(const ExportedMotion& motion, const headless::Transform& rootTurn);
-    // Waits for what is under way.
+    // Waits for the other threads.
     ~BvhFrames();
     BvhFrames(const BvhFrames&) = delete;
     BvhFrames& operator=(const BvhFrames&) = delete;
 
-    // The joints seen from their parents, and any angles of theirs (see AnglesNear).
+    // The joints seen from their parents, and their angles, of which AnglesNear makes those that
+    // follow the frame before.
     struct Frame {
         std::span<const headless::Transform> locals;
         std::span<const PlainAngles> angles;
     };
-    // Valid until the next call; to be called once a frame at most. Throws what working it out
-    // throws.
+    // The next frame; to be called once for each frame at most. Valid until the next call. Throws
+    // what computing the frame throws.
     Frame Next();
 
   private:
@@ -39,7 +40,7 @@ class BvhFrames {
         std::future<void> work;
     };
 
-    // Writing takes about a third as long as working out.
+    // Computing a block takes about three times as long as writing it.
     static constexpr std::size_t kAhead = 2;
 
     void Start(Block& block);
@@ -49,10 +50,10 @@ class BvhFrames {
     headless::Transform rootTurn_;
     std::size_t joints_;
     std::size_t framesInBlock_;
-    std::array<Block, 1 + kAhead> blocks_;  // a ring: one is handed out, the others are worked on
-    std::size_t current_ = 0;               // the one that is handed out
-    std::size_t begun_ = 0;                 // frames in blocks that were started
-    std::size_t place_ = 0;                 // of the next frame in the current block
+    std::array<Block, 1 + kAhead> blocks_;  // a ring: one is read, the others are computed
+    std::size_t current_ = 0;               // the one that is read
+    std::size_t begun_ = 0;                 // frames of the blocks that were started
+    std::size_t frameInBlock_ = 0;          // the next one, in the current block
 };
 
 }  // namespace exporters

@@ -1,4 +1,4 @@
-// Refuses scenes with values that no file but the record can hold.
+// Refuses infinite values and NaN, which only the record of a run can hold.
 #pragma once
 
 #include <cmath>

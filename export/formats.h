@@ -18,7 +18,7 @@ namespace exporters {
 struct Content {
     const headless::Scene& scene;
     const Options& options;
-    // Of the formats that hold a record, how the scene came about; the others may go without.
+    // How the scene came about. Only formats that are a record need it.
     const RunRecord* record = nullptr;
 };
 
@@ -45,7 +45,8 @@ struct Format {
     std::string_view extension;      // in lower case, with its dot
     std::string_view sideExtension;  // of the second file; empty where there is one file
     unsigned honoured = 0;           // of Honoured
-    // The scene as it is and what happened, also where the import failed.
+    // The output is the record of a run: the scene as it is and what happened. It is written for a
+    // failed import too.
     bool isRecord = false;
     // Throws ExportError, and what the sinks throw.
     Notes (*write)(const Content& content, const Sinks& sinks) = nullptr;
@@ -61,7 +62,7 @@ ZKMOCAP_API const Format* FindFormat(std::string_view extension);
 ZKMOCAP_API std::vector<std::string> FilesOf(const Format& format, const std::string& path);
 
 // Writes the output. Returns why it cannot be written in this format, in one line; empty where it
-// was. `notes` tell what was left out. What the sinks throw comes through.
+// was. `notes` tell what was left out. Exceptions of the sinks are passed on.
 ZKMOCAP_API std::string Write(const Format& format, const Content& content, const Sinks& sinks,
                               Notes& notes);
 

@@ -36,18 +36,19 @@ Vector OriginOf(const Transform& transform) {
     return {transform.origin[0], transform.origin[1], transform.origin[2]};
 }
 
-// Parts of chains that have no length, and what was put at the end of a chain.
-bool StandsOnParent(const Joint& joint) {
+// Whether the joint is made to be at its parent's point: it is a part of a chain without length, or
+// was put at the end of a chain.
+bool IsAtItsParent(const Joint& joint) {
     if (joint.parent == Joint::kNoParent) return false;
     using headless::ObjectType;
     return joint.object->type != ObjectType::Null ||
            joint.object->parent->type == ObjectType::ChainEffector;
 }
 
-// Shares of a bone's length: where it is thickest, and how thick.
+// Fractions of a bone's length: where it is thickest, and how thick.
 constexpr double kWaist = 0.18;
 constexpr double kThickness = 0.11;
-// Shares of the skeleton's size.
+// Fractions of the skeleton's size.
 constexpr double kThinnest = 0.005;
 constexpr double kThickest = 0.026;
 constexpr double kNoLength = 1e-6;
@@ -62,7 +63,7 @@ class BodyBuilder {
             const Vector fromFirst = OriginOf(globals[joint]) - OriginOf(globals[0]);
             most = std::max(most, Length(fromFirst));
         }
-        // About the height of a figure that is measured from its hips.
+        // About the height of a figure whose first joint is its hips.
         size_ = most > 0.0 ? 2.0 * most : 1.0;
     }
 
@@ -86,13 +87,13 @@ class BodyBuilder {
     }
 
     void AddMarker(std::size_t joint) {
-        if (StandsOnParent(joints_[joint])) return;
-        const Vector place = OriginOf(globals_[joint]);
+        if (IsAtItsParent(joints_[joint])) return;
+        const Vector center = OriginOf(globals_[joint]);
         const Vector half{0.0, size_ * kMarker, 0.0};
-        AddShape(joint, place - half, place + half, 0.5, size_ * kMarker);
+        AddShape(joint, center - half, center + half, 0.5, size_ * kMarker);
     }
 
-    // Two pyramids on one square, which lies at the share `waist` of the way.
+    // Two pyramids with one square as their base, at the fraction `waist` of the way.
     void AddShape(std::size_t joint, const Vector& start, const Vector& end, double waist,
                   double radius) {
         const Vector along = Unit(end - start);

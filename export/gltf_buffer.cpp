@@ -10,7 +10,7 @@ namespace {
 
 using nlohmann::json;
 
-// Numbers go out as they lie in memory.
+// Numbers are written as they are in memory; the format is little-endian.
 static_assert(std::endian::native == std::endian::little);
 
 std::size_t PaddingOf(std::size_t size) {

@@ -13,10 +13,11 @@
 
 namespace exporters {
 
-// A JSON array as text that grows by an element at a time, so that a long list never is a tree.
+// A JSON array as text that grows by an element at a time, so that a long list needs no tree of
+// JSON values.
 class JsonList {
   public:
-    // The place of the new element.
+    // Returns the index of the new element.
     std::size_t Add(const nlohmann::json& element);
     std::size_t AddText(const std::string& json);
     bool IsEmpty() const { return count_ == 0; }
@@ -36,12 +37,13 @@ enum class GltfComponent : std::uint16_t {
 };
 enum class GltfTarget : std::uint16_t { None = 0, Vertices = 34962, Indices = 34963 };
 
-// Refers to memory of others, which has to stay until the last call of Write.
+// Keeps references to the elements, which have to stay as they are until the last call of Write.
 class GltfBuffer {
   public:
-    // The accessors from now on lie in a new view.
+    // The accessors that are added from now on belong to a new view.
     void BeginView(GltfTarget target);
-    // `type` is "SCALAR", "VEC3", …; `more` are further properties of the accessor. Its number.
+    // `type` is "SCALAR", "VEC3", …; `more` are further properties of the accessor. Returns its
+    // index.
     template <class Element>
     std::size_t Add(std::span<const Element> elements, GltfComponent component, const char* type,
                     const nlohmann::json& more);
@@ -57,7 +59,7 @@ class GltfBuffer {
     std::size_t AddBytes(std::span<const std::byte> bytes, std::size_t count,
                          GltfComponent component, const char* type, const nlohmann::json& more);
 
-    std::vector<std::span<const std::byte>> pieces_;  // each followed by zeros up to four bytes
+    std::vector<std::span<const std::byte>> pieces_;  // each padded to four bytes
     std::uint64_t byteLength_ = 0;
     std::uint64_t viewStart_ = 0;
     GltfTarget target_ = GltfTarget::None;

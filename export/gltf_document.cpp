@@ -17,7 +17,8 @@ using headless::Object;
 using headless::Transform;
 using nlohmann::json;
 
-// Rigid, for column vectors, column after column: the memory order of row vectors row after row.
+// glTF has matrices for column vectors, column after column, which are in memory what matrices for
+// row vectors are, row after row.
 std::array<float, 16> MatrixOf(const Transform& transform) {
     std::array<float, 16> matrix{};
     for (std::size_t row = 0; row < 3; ++row) {
@@ -34,7 +35,7 @@ json RotationJson(const Transform& transform) {
     return {q.x, q.y, q.z, q.w};
 }
 
-void PutPlace(json& node, const Transform& transform) {
+void PutTransform(json& node, const Transform& transform) {
     const double* origin = transform.origin;
     for (int axis = 0; axis < 3; ++axis)
         RequireGltfFloat(origin[axis]);
@@ -176,7 +177,7 @@ void GltfDocument::AddNodes(const Object& model, ExportedMotion& pose) {
     for (std::size_t joint = 0; joint < joints.size(); ++joint) {
         json node = json::object();
         PutName(node, text::EncodeUtf8(headless::View(joints[joint].object->name)));
-        PutPlace(node, locals[joint]);
+        PutTransform(node, locals[joint]);
         if (!children[joint].empty()) node["children"] = children[joint];
         nodes_.Add(node);
     }
@@ -194,7 +195,7 @@ std::size_t GltfDocument::AddSkin(const std::string& name, std::size_t holder) {
         {{"name", name}, {"joints", joints}, {"skeleton", holder}, {"inverseBindMatrices", binds}});
 }
 
-// A node of its own beside the holder: where a skinned mesh hangs counts for nothing.
+// glTF ignores the transform of a skinned mesh's node, so it is a root node.
 void GltfDocument::AddBody(const std::string& name, std::size_t skin, Model& parts) {
     const GltfBody& body = parts.body;
     if (body.positions.empty()) return;

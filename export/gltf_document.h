@@ -21,13 +21,13 @@ class GltfDocument {
     // Throws ExportError.
     GltfDocument(const headless::Scene& scene, const Options& options);
 
-    // `uri` names the file with the buffer; empty for the one that follows in the same file.
+    // `uri` names the file with the buffer; empty where it is in the same file.
     std::string Json(std::string_view uri) const;
     const GltfBuffer& Buffer() const { return buffer_; }
     const Notes& GetNotes() const { return notes_; }
 
   private:
-    // What is referred to by the buffer.
+    // The memory that the buffer refers to.
     struct Model {
         std::vector<std::array<float, 16>> inverseBinds;
         GltfBody body;
@@ -37,12 +37,12 @@ class GltfDocument {
 
     void AddModel(const headless::Object& model);
     void AddNodes(const headless::Object& model, ExportedMotion& pose);
-    // `holder` is the number of the node above the joints, which follow it.
+    // `holder` is the index of the node above the joints, whose nodes follow it.
     std::size_t AddSkin(const std::string& name, std::size_t holder);
     void AddBody(const std::string& name, std::size_t skin, Model& parts);
     void AddMotions(const headless::Object& model, std::size_t holder, Model& parts);
     void AddAnimation(const GltfMotion& motion, std::size_t holder);
-    // Names a node, and says so twice where viewers would change the name.
+    // Names a node; a name that viewers would change is repeated in its extras.
     void PutName(nlohmann::json& node, const std::string& name) const;
 
     const headless::Scene& scene_;

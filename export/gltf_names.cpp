@@ -3,7 +3,7 @@
 namespace exporters {
 namespace {
 
-// White space becomes "_"; what parts the pieces of a path goes.
+// White space becomes "_"; characters that separate the parts of a path are removed.
 std::string AsViewersHaveIt(std::string_view name) {
     static constexpr std::string_view kSpaces = " \t\n\r\v\f";
     static constexpr std::string_view kRemoved = "[]./:";

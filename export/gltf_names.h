@@ -7,18 +7,18 @@
 
 namespace exporters {
 
-// Viewers that address the properties of nodes by path take some characters out of names, and
-// number those that then are alike.
+// Viewers that address the properties of nodes by path remove some characters from names, and add
+// numbers to names that are then equal.
 class GltfNames {
   public:
     void Add(std::string_view name);
-    // Whether the name, one of those added, can come out otherwise than it went in.
+    // Whether a viewer may show another name in place of this one, which was added.
     bool IsChanged(std::string_view name) const;
-    // The name or, where a node has it already, the name with a number.
+    // The name or, where a viewer would have two of it, the name with a number.
     std::string Free(const std::string& name) const;
 
   private:
-    std::unordered_map<std::string, int> counts_;  // of names as viewers make them
+    std::unordered_map<std::string, int> counts_;  // by the name as viewers change it
 };
 
 }  // namespace exporters

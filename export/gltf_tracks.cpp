@@ -33,7 +33,7 @@ std::vector<float> TimesOf(const Timeline& timeline) {
     std::vector<float> times(timeline.frames.size());
     for (std::size_t frame = 0; frame < times.size(); ++frame) {
         times[frame] = GltfFloat(timeline.Seconds(frame));
-        // Frames that lie too close for this type still follow one another.
+        // Times that are equal as floats are made to rise.
         if (frame > 0 && times[frame] <= times[frame - 1])
             times[frame] = std::nextafter(times[frame - 1], std::numeric_limits<float>::infinity());
     }
@@ -85,7 +85,7 @@ GltfMotion GatherMotion(const headless::Scene& scene, const Object& model, Expor
     motion.BaseLocals(locals);
     const auto turned = TurnedByCurves(scene, model, source);
     for (std::size_t joint = 0; joint < count; ++joint) {
-        // An animation without any channel would be none; the first joint always has one.
+        // An animation must have a channel, so the first joint always has one.
         const bool isKept = joint == 0 || turned.contains(motion.Joints()[joint].object);
         out.rotations[joint].Start(RotationOf(locals[joint], kUnturned), frames, isKept);
         out.translations[joint].Start(TranslationOf(locals[joint]), frames, false);

@@ -1,5 +1,5 @@
 // A motion as glTF animates it: for each joint its rotations, and its translations where it moves,
-// at times that all share.
+// at times that all joints share.
 #pragma once
 
 #include <array>

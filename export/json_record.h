@@ -1,4 +1,4 @@
-// The record of a run: what the callback returned, what happened, and what stands in the scene.
+// The record of a run: what the callback returned, what happened, and what is in the scene.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ struct RunRecord {
     std::string userInput{};
     // What a survey of the files found, each as a JSON object; none without a survey.
     std::optional<std::vector<std::string>> findings{};
-    // What the scene's lengths are multiplied by beyond their unit; told where it is not 1.
+    // The factor on the scene's lengths beside that of their unit; written where it is not 1.
     double multiplied = 1.0;
 };
 

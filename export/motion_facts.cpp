@@ -16,8 +16,8 @@ using headless::ActionSource;
 using headless::Object;
 using headless::ObjectType;
 
-// A null under an effector stands where the bone ends, which counts already. A chain that does not
-// start at another joint brings its own.
+// A null under an effector is at the end of a bone, which is counted already. A chain root is a
+// joint of its own only where it is not at another one.
 bool IsJoint(const Object& object) {
     switch (object.type) {
         case ObjectType::ChainBone:

@@ -11,7 +11,7 @@ namespace exporters {
 
 // Items of a motion that are not active count nowhere: evaluation passes them over.
 struct ModelFacts {
-    // Places where parts of the skeleton meet or end: nulls, and the ends of bones.
+    // Points where parts of the skeleton meet or end: nulls, and the ends of bones.
     std::size_t joints = 0;
     std::size_t curves = 0;
     std::size_t frames = 0;  // distinct key times

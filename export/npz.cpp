@@ -19,10 +19,10 @@ namespace {
 
 using headless::Transform;
 
-// Numbers go out as they lie in memory.
+// Numbers and characters are written as they are in memory; the arrays say "<", little-endian.
 static_assert(std::endian::native == std::endian::little && sizeof(wchar_t) == 4);
 
-// What stands before the elements of an array: its type and shape, padded so that they lie aligned.
+// The header of an array: its type and shape, padded so that the elements are aligned.
 std::string NpyHeader(std::string_view type, std::string_view shape) {
     std::string text =
         fmt::format("{{'descr': '{}', 'fortran_order': False, 'shape': {}, }}", type, shape);
@@ -57,7 +57,7 @@ struct PositionRow {
 
 struct QuaternionRow {
     static constexpr std::size_t kWidth = 4;
-    // `values` holds what the frame before left there.
+    // `values` holds the quaternion of the frame before.
     void Put(const Transform& global, double* values) const {
         const Quaternion q =
             QuaternionNear(global.axes, {values[0], values[1], values[2], values[3]});
@@ -66,21 +66,21 @@ struct QuaternionRow {
     }
 };
 
-// Hands the rows of an array to `take`, one by one.
-template <class RowKind, class Take>
-void ForEachRow(Table& table, RowKind kind, Take take) {
+// Calls `visit` with each row of an array.
+template <class RowKind, class Visit>
+void ForEachRow(Table& table, RowKind kind, Visit visit) {
     std::vector<Transform> globals(table.Columns().size());
     std::vector<double> values(globals.size() * RowKind::kWidth, 0.0);
     for (std::size_t row = 0; row < table.Rows(); ++row) {
         table.Row(row, globals);
         for (std::size_t joint = 0; joint < globals.size(); ++joint)
             kind.Put(globals[joint], values.data() + joint * RowKind::kWidth);
-        take(BytesOf(values));
+        visit(BytesOf(values));
     }
 }
 
-// The motion is gone through twice, since the sum over the contents stands before them; keeping
-// them would take more memory than the motion itself.
+// The motion is evaluated twice, because an archive has the checksum of the contents before them;
+// keeping the contents would need more memory than the motion itself.
 template <class RowKind>
 void AddRows(ZipWriter& zip, const std::string& name, Table& table, RowKind kind) {
     const std::size_t joints = table.Columns().size();
@@ -117,7 +117,7 @@ wchar_t Character(wchar_t character) {
     return text::IsCharacter(character) ? character : L'\xFFFD';
 }
 
-// That of the longest name. One that is long makes all of them long, so there is a bound.
+// The length of the longest name. Every name takes up as much in the array, so there is a bound.
 std::size_t NameWidth(const Table& table) {
     constexpr std::size_t kMostCharacters = std::size_t{16} << 20;
     std::size_t width = 1;
@@ -133,10 +133,10 @@ std::size_t NameWidth(const Table& table) {
 // All as wide as the longest, filled up with zeros.
 void AddNames(ZipWriter& zip, const Table& table, std::size_t width) {
     std::vector<wchar_t> text(width * table.Columns().size(), L'\0');
-    auto place = text.begin();
+    auto at = text.begin();
     for (const Table::Column& column : table.Columns()) {
-        std::transform(column.name.begin(), column.name.end(), place, Character);
-        place += static_cast<std::ptrdiff_t>(width);
+        std::transform(column.name.begin(), column.name.end(), at, Character);
+        at += static_cast<std::ptrdiff_t>(width);
     }
     const std::string shape = fmt::format("({},)", table.Columns().size());
     AddArray(zip, "names", NpyHeader(fmt::format("<U{}", width), shape), BytesOf(text));

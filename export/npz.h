@@ -9,10 +9,10 @@ namespace exporters {
 
 // An archive of the arrays
 //   positions    frames x joints x 3, in the scene
-//   quaternions  frames x joints x 4, in the scene, w last, neighbours in time on one side
+//   quaternions  frames x joints x 4, in the scene, w last, the signs nearest to the frame before
 //   offsets      joints x 3, in the base pose, seen from the parent
 //   parents      joints, -1 where there is none; every parent comes before its children
-//   names        joints; with several models the model's name and a point before the joint's
+//   names        joints; with several models each begins with the model's: "walk.Hips"
 //   fps          one number, frames per second; 0 for a pose
 // of 64-bit numbers (parents: 32-bit, names: text). One frame, the base pose, where there is no
 // motion. Missing frames are filled in, so that all are one step apart.

@@ -1,3 +1,4 @@
+// The types of objects by their names.
 #pragma once
 
 #include <string_view>

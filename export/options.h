@@ -37,7 +37,7 @@ struct Options {
     double scale = 1.0;
     // The capture has its Z axis up; it is turned so that Y is up in the file.
     bool zUp = false;
-    // The motion's rate where it is not to be the one that the motion itself has. Above zero.
+    // The rate of the motion's frames, in place of the motion's own. Above zero.
     std::optional<double> framesPerSecond = std::nullopt;
     // Sample the motion at this rate in place of its own keys. Above zero.
     std::optional<double> resampleTo = std::nullopt;
@@ -47,8 +47,8 @@ struct Options {
     std::optional<FrameRange> frames = std::nullopt;
     // glTF: a body of bone shapes, so that viewers show a figure.
     bool mesh = true;
-    // BVH: places after the decimal point of every number; without it as many as it takes for the
-    // positions to read back within a millionth of the skeleton's size.
+    // BVH: digits after the decimal point of every number; by default as many as it needs to read
+    // positions back within a millionth of the skeleton's size.
     std::optional<int> digits = std::nullopt;
     // Only the first so many models of the scene: those that were imported whole.
     std::optional<std::size_t> models = std::nullopt;

@@ -4,8 +4,8 @@
 
 namespace exporters {
 
-// Of the four components the largest is taken from the diagonal and the others from it, so that no
-// small difference is ever divided by.
+// The component that is computed from the diagonal is a large one. The others are divided by it, so
+// that nothing is divided by a small difference.
 Quaternion QuaternionOf(const double m[3][3]) {
     const double trace = m[0][0] + m[1][1] + m[2][2];
     Quaternion q;

@@ -1,3 +1,4 @@
+// Rotations as quaternions.
 #pragma once
 
 namespace exporters {
@@ -7,7 +8,7 @@ struct Quaternion {
     double x = 0.0, y = 0.0, z = 0.0, w = 1.0;
 };
 
-// The rotation that takes the axes of the coordinate system to the rows of `axes`. Of the two
+// The rotation that turns the axes of the coordinate system to the rows of `axes`. Of the two
 // quaternions the one with w >= 0.
 Quaternion QuaternionOf(const double axes[3][3]);
 

@@ -37,7 +37,7 @@ void Scale(Transform& transform, double scale) {
         coordinate *= scale;
 }
 
-// How far `point` lies along the X axis of `bone`.
+// How far `point` is along the X axis of `bone`.
 double DistanceAlong(const Transform& bone, const Transform& point) {
     double distance = 0.0;
     for (int axis = 0; axis < 3; ++axis)
@@ -89,46 +89,46 @@ SkeletonPoses::SkeletonPoses(const headless::Scene& scene, const Object& model,
                              const headless::ActionSource* motion, double scale)
     : base_(scene, model, nullptr), motion_(scene, model, motion), scale_(scale) {
     GatherJoints(true);
-    // An effector with its own chain below it cannot hang under that chain's end.
+    // An effector above its own chain cannot be a child of that chain's end; it was not reached.
     if (joints_.size() + 1 != base_.Objects().size()) GatherJoints(false);
     FindEffectors(scene, model, motion);
 }
 
 void SkeletonPoses::GatherJoints(bool moveEffectors) {
     const std::vector<const Object*>& objects = base_.Objects();
-    std::unordered_map<const Object*, std::size_t> placeOf;
-    for (std::size_t place = 0; place < objects.size(); ++place)
-        placeOf.emplace(objects[place], place);
+    std::unordered_map<const Object*, std::size_t> indexOf;
+    for (std::size_t index = 0; index < objects.size(); ++index)
+        indexOf.emplace(objects[index], index);
 
     std::vector<std::vector<std::size_t>> children(objects.size());
-    for (std::size_t place = 1; place < objects.size(); ++place) {
-        std::size_t parent = base_.Parents()[place];
-        if (moveEffectors && objects[place]->type == ObjectType::ChainEffector) {
-            const auto bone = placeOf.find(LastBoneOf(*objects[place]));
-            if (bone != placeOf.end()) parent = bone->second;
+    for (std::size_t index = 1; index < objects.size(); ++index) {
+        std::size_t parent = base_.Parents()[index];
+        if (moveEffectors && objects[index]->type == ObjectType::ChainEffector) {
+            const auto bone = indexOf.find(LastBoneOf(*objects[index]));
+            if (bone != indexOf.end()) parent = bone->second;
         }
-        children[parent].push_back(place);
+        children[parent].push_back(index);
     }
 
     struct Pending {
-        std::size_t place;
+        std::size_t index;
         std::size_t parent;
     };
     std::vector<Pending> pending;
-    const auto push = [&](std::size_t place, std::size_t joint) {
-        for (auto child = children[place].rbegin(); child != children[place].rend(); ++child)
+    const auto push = [&](std::size_t index, std::size_t joint) {
+        for (auto child = children[index].rbegin(); child != children[index].rend(); ++child)
             pending.push_back({*child, joint});
     };
     joints_.clear();
-    places_.clear();
+    objectOf_.clear();
     push(0, Joint::kNoParent);
     while (!pending.empty()) {
         const Pending next = pending.back();
         pending.pop_back();
         if (next.parent != Joint::kNoParent) joints_[next.parent].isLeaf = false;
-        joints_.push_back({objects[next.place], next.parent, true});
-        places_.push_back(next.place);
-        push(next.place, joints_.size() - 1);
+        joints_.push_back({objects[next.index], next.parent, true});
+        objectOf_.push_back(next.index);
+        push(next.index, joints_.size() - 1);
     }
 }
 
@@ -142,7 +142,7 @@ void SkeletonPoses::FindEffectors(const headless::Scene& scene, const Object& mo
         const std::size_t parent = joints_[joint].parent;
         if (!bone || parent == Joint::kNoParent || joints_[parent].object != bone) continue;
         const bool isDriven = driven.contains(bone);
-        effectors_.push_back({joint, places_[joint], places_[parent], isDriven});
+        effectors_.push_back({joint, objectOf_[joint], objectOf_[parent], isDriven});
         needsGlobals_ |= isDriven;
     }
 }
@@ -152,10 +152,10 @@ void SkeletonPoses::LocalsOf(const headless::MotionEvaluator& evaluator, double 
     std::vector<Transform>& objects = scratch.objects;
     objects.resize(base_.Objects().size());
     evaluator.EvaluateLocal(frame, objects);
-    const bool modelStands = IsIdentity(objects[0]);
+    const bool isModelAtOrigin = IsIdentity(objects[0]);
     for (std::size_t joint = 0; joint < joints_.size(); ++joint) {
-        locals[joint] = objects[places_[joint]];
-        if (joints_[joint].parent == Joint::kNoParent && !modelStands)
+        locals[joint] = objects[objectOf_[joint]];
+        if (joints_[joint].parent == Joint::kNoParent && !isModelAtOrigin)
             locals[joint] = locals[joint] * objects[0];
     }
     std::vector<Transform>& globals = scratch.globals;
@@ -165,10 +165,9 @@ void SkeletonPoses::LocalsOf(const headless::MotionEvaluator& evaluator, double 
     }
     for (const Effector& effector : effectors_) {
         const Object& object = *joints_[effector.joint].object;
-        const double length =
-            moves && effector.lengthIsDriven
-                ? DistanceAlong(globals[effector.bonePlace], globals[effector.place])
-                : headless::EndOfChain(object)->length;
+        const double length = moves && effector.lengthIsDriven
+                                  ? DistanceAlong(globals[effector.bone], globals[effector.object])
+                                  : headless::EndOfChain(object)->length;
         locals[effector.joint] = headless::EffectorSeenFromEnd(object, length);
     }
     if (scale_ == 1.0) return;
@@ -182,7 +181,7 @@ void SkeletonPoses::GlobalsOf(const headless::MotionEvaluator& evaluator, double
     objects.resize(base_.Objects().size());
     evaluator.Evaluate(frame, objects);
     for (std::size_t joint = 0; joint < joints_.size(); ++joint) {
-        globals[joint] = objects[places_[joint]];
+        globals[joint] = objects[objectOf_[joint]];
         if (scale_ != 1.0) Scale(globals[joint], scale_);
     }
 }

@@ -1,4 +1,4 @@
-// A model as a file sees it: joints in one tree, and where they stand at any time.
+// A model as files have it: joints in one tree, and their transforms at any time.
 #pragma once
 
 #include <cstddef>
@@ -16,13 +16,13 @@ struct Joint {
     static constexpr std::size_t kNoParent = std::numeric_limits<std::size_t>::max();
 
     const headless::Object* object = nullptr;
-    std::size_t parent = kNoParent;  // place among the joints; none directly under the model
+    std::size_t parent = kNoParent;  // index among the joints; none directly under the model
     bool isLeaf = true;
 };
 
-// Everything below a model, each parent before its children and children together, as files nest
-// them. An effector is the child of its chain's last bone, whoever its parent in the scene is, so
-// that it moves there without curves of its own. Keeps references to the scene.
+// Everything below a model, depth first: each parent before its children, as files nest them. An
+// effector is the child of its chain's last bone, whatever its parent in the scene is, so that it
+// moves with the bone without curves of its own. Keeps references to the scene.
 class SkeletonPoses {
   public:
     // `motion` may be null: then every frame is the base pose. Lengths are multiplied by `scale`.
@@ -45,12 +45,13 @@ class SkeletonPoses {
     void BaseGlobals(std::span<headless::Transform> globals);
 
   private:
-    // An effector under its last bone. Its place there is known without going through the scene,
-    // which keeps what stands still free of rounding.
+    // An effector as the child of its last bone. Its transform there is known without transforms
+    // seen from the scene, so that one that does not move is the same to the last bit in each
+    // frame.
     struct Effector {
         std::size_t joint;
-        std::size_t place;      // among the evaluator's objects
-        std::size_t bonePlace;  // of the last bone
+        std::size_t object;  // index among the evaluator's objects
+        std::size_t bone;    // the same of the last bone
         bool lengthIsDriven;
     };
 
@@ -66,14 +67,14 @@ class SkeletonPoses {
     headless::MotionEvaluator motion_;
     double scale_;
     std::vector<Joint> joints_;
-    std::vector<std::size_t> places_;  // of each joint among the evaluator's objects
+    std::vector<std::size_t> objectOf_;  // index among the evaluator's objects, for each joint
     std::vector<Effector> effectors_;
-    bool needsGlobals_ = false;  // some effector's place follows from global ones
+    bool needsGlobals_ = false;  // some effector's transform follows from global ones
     Scratch scratch_;
 };
 
 // The corner-to-corner size of the box around all joints, in the base pose and in the first frame
-// of the motion, whichever is larger; 0 where all stand in one place.
+// of the motion, whichever is larger; 0 where all are at one point.
 double SkeletonSize(SkeletonPoses& poses, const std::vector<double>& frames);
 
 }  // namespace exporters

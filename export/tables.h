@@ -1,4 +1,4 @@
-// What both kinds of table hold: where every joint stands in the scene, frame by frame.
+// What both kinds of table hold: the transform of every joint in the scene, frame by frame.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@
 namespace exporters {
 
 // The joints of all models one after the other. All models share the frames of the longest; one
-// whose motion ends earlier, or has none, stays where it stood.
+// whose motion ends earlier keeps its last frame, one without motion its base pose.
 class Table {
   public:
     // Throws ExportError, also where models differ in their rate. With `even`, the frames are one
@@ -24,8 +24,8 @@ class Table {
     Table(const headless::Scene& scene, const Options& options, bool even);
 
     struct Column {
-        std::wstring name;  // with the model's before it, where there are several models
-        std::size_t parent = Joint::kNoParent;  // among the columns
+        std::wstring name;                      // begins with the model's where there are several
+        std::size_t parent = Joint::kNoParent;  // index among the columns
         headless::Transform rest;               // in the base pose, seen from the parent
     };
     const std::vector<Column>& Columns() const { return columns_; }

@@ -12,8 +12,7 @@
 namespace exporters {
 namespace {
 
-// A day at more than a hundred frames a second; what asks for more has a typing error in its frame
-// numbers.
+// More than a day at a hundred frames per second; a motion of more has a wrong frame number.
 constexpr double kMostFrames = 10'000'000.0;
 
 // `count` frames from the first, `step` apart.
@@ -41,7 +40,7 @@ void Cut(std::vector<double>& frames, const FrameRange& range, const std::string
     frames.erase(frames.begin(), first);
 }
 
-// Refuses a rate whose frames would last for ever.
+// Refuses a rate whose frames would be infinitely long.
 void RequireRate(double framesPerSecond, double framesApart) {
     if (!IsFinite(framesApart))
         throw ExportError(fmt::format("{} frames per second are too few", framesPerSecond));
@@ -83,7 +82,7 @@ Timeline MakeTimeline(const headless::Object& model, const headless::ActionSourc
         const double length = timeline.frames.back() - first;
         const double step = 1.0 / (*options.resampleTo * timeline.secondsPerFrame);
         RequireRate(*options.resampleTo, step);
-        // A last sample that rounding alone puts behind the end belongs to it.
+        // A last sample that is after the end by rounding alone is kept.
         const double count = std::floor(length / step * (1.0 + 1e-12) + 1e-9) + 1.0;
         timeline.frames = Steps(first, step, count);
     }
@@ -95,8 +94,8 @@ Timeline EvenTimeline(Timeline timeline) {
     if (frames.size() < 3) return timeline;
     const double step = (frames.back() - frames.front()) / static_cast<double>(frames.size() - 1);
     for (std::size_t index = 1; index < frames.size(); ++index) {
-        const double place = frames.front() + static_cast<double>(index) * step;
-        if (std::abs(frames[index] - place) <= 1e-6 * step) continue;
+        const double expected = frames.front() + static_cast<double>(index) * step;
+        if (std::abs(frames[index] - expected) <= 1e-6 * step) continue;
         frames = Steps(frames.front(), 1.0, std::floor(frames.back() - frames.front()) + 1.0);
         break;
     }

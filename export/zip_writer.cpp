@@ -24,7 +24,7 @@ class Record {
         bytes_ += text;
         return *this;
     }
-    // A value whose place is taken by all ones where it stands in a ZIP64 record.
+    // A value that is all ones where a ZIP64 record has it.
     Record& PutSmall32(std::uint64_t value) { return Put32(std::min(value, kLargest32)); }
     const std::string& Bytes() const { return bytes_; }
 

@@ -9,7 +9,7 @@
 
 namespace exporters {
 
-// The CRC-32 of `bytes` behind what gave `crc`; 0 at the start.
+// The CRC-32 of what gave `crc` and `bytes` after it; `crc` is 0 at the start.
 std::uint32_t Crc32(std::uint32_t crc, std::string_view bytes);
 
 // Sizes and offsets beyond 32 bits use the ZIP64 records. Members carry no time, so that equal
@@ -20,11 +20,11 @@ class ZipWriter {
 
     explicit ZipWriter(Sink sink) : sink_(std::move(sink)) {}
 
-    // The member's contents follow by Write, exactly so many bytes with that CRC: readers that do
-    // not look at the end of the file first find both before the contents.
+    // Exactly `size` bytes with that CRC must follow by Write. Both numbers are written before the
+    // contents, for readers that do not look at the end of the file first.
     void BeginMember(const std::string& name, std::uint64_t size, std::uint32_t crc);
     void Write(std::string_view bytes);
-    // The directory.
+    // Writes the directory, which ends the archive.
     void Finish();
 
   private:
