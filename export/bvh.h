@@ -1,4 +1,5 @@
 // Biovision BVH: a section for each model.
+// Internal to export/.
 #pragma once
 
 #include "export/options.h"

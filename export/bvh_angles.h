@@ -1,4 +1,5 @@
 // Rotations as the three angles of a BVH row.
+// Internal to export/.
 #pragma once
 
 #include <span>

@@ -1,5 +1,6 @@
 // The frames of a motion as BVH rows need them, computed ahead by other threads while earlier ones
 // are written.
+// Internal to export/.
 #pragma once
 
 #include <array>

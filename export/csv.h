@@ -1,4 +1,5 @@
 // A table as comma-separated values.
+// Internal to export/.
 #pragma once
 
 #include "export/options.h"

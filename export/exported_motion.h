@@ -1,5 +1,6 @@
 // A model and a motion of it as the options ask for them. The one place where scale, up axis, rate,
 // resampling and frame range are applied: formats read none of these options themselves.
+// Internal to export/.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,5 @@
 // Refuses infinite values and NaN, which only the record of a run can hold.
+// Internal to export/.
 #pragma once
 
 #include <cmath>

@@ -1,4 +1,5 @@
 // The one table of outputs: what each is called, which options it honours and what writes it.
+// Part of the public surface of the library.
 #pragma once
 
 #include <span>

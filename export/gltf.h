@@ -1,4 +1,5 @@
 // glTF 2.0, as one binary file, or as a JSON file and a binary file.
+// Internal to export/.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
 // A mesh for a skeleton, so that viewers show a moving figure.
+// Internal to export/.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
 // The binary part of a glTF file, and the lists that describe it.
+// Internal to export/.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
 // A whole glTF file in memory: the motions' keys once, as 32-bit numbers, and the JSON.
+// Internal to export/.
 #pragma once
 
 #include <deque>

@@ -1,4 +1,5 @@
 // Which names a viewer would change.
+// Internal to export/.
 #pragma once
 
 #include <string>

@@ -1,5 +1,6 @@
 // A motion as glTF animates it: for each joint its rotations, and its translations where it moves,
 // at times that all joints share.
+// Internal to export/.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
 // The record of a run: what the callback returned, what happened, and what is in the scene.
+// Part of the public surface of the library.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 // The "scene" member of the record of a run.
+// Internal to export/.
 #pragma once
 
 #include "headless/scene.h"

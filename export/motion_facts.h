@@ -1,4 +1,5 @@
 // What a person wants to know of a model that was imported.
+// Part of the public surface of the library.
 #pragma once
 
 #include <cstddef>

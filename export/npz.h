@@ -1,4 +1,5 @@
 // A table as numpy arrays.
+// Internal to export/.
 #pragma once
 
 #include "export/options.h"

@@ -1,4 +1,5 @@
 // The types of objects by their names.
+// Internal: for export/ and the command line.
 #pragma once
 
 #include <string_view>

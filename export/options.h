@@ -1,4 +1,5 @@
 // What the exporters are asked for, and how they refuse.
+// Part of the public surface of the library.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,5 @@
 // Rotations as quaternions.
+// Internal to export/.
 #pragma once
 
 namespace exporters {

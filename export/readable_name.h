@@ -1,4 +1,5 @@
 // Names in messages.
+// Internal to export/.
 #pragma once
 
 #include <string>

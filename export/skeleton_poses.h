@@ -1,4 +1,5 @@
 // A model as files have it: joints in one tree, and their transforms at any time.
+// Internal to export/.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,5 @@
 // What both kinds of table hold: the transform of every joint in the scene, frame by frame.
+// Internal to export/.
 #pragma once
 
 #include <cstddef>

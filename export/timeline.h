@@ -1,4 +1,5 @@
 // The moments at which a motion is written.
+// Internal to export/.
 #pragma once
 
 #include <cstddef>

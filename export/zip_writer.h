@@ -1,4 +1,5 @@
 // A ZIP archive of uncompressed members, written from front to back.
+// Internal to export/.
 #pragma once
 
 #include <cstdint>
