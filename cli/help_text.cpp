@@ -1,8 +1,34 @@
 #include "cli/help_text.h"
 
-namespace cli {
+#include <cstddef>
+#include <span>
+#include <string_view>
 
-const std::string_view kMainHelp =
+#include "export/formats.h"
+
+namespace cli {
+namespace {
+
+// The extensions of the outputs, with `separator` between them and `last` before the last one.
+std::string Outputs(std::string_view separator, std::string_view last, bool withDot) {
+    const std::span<const exporters::Format> formats = exporters::Formats();
+    std::string list;
+    for (std::size_t index = 0; index < formats.size(); ++index) {
+        if (index > 0) list += index + 1 < formats.size() ? separator : last;
+        list += formats[index].extension.substr(withDot ? 0 : 1);
+    }
+    return list;
+}
+
+// `text` with `list` in the place of "@outputs@".
+std::string WithOutputs(std::string text, const std::string& list) {
+    constexpr std::string_view kMark = "@outputs@";
+    return text.replace(text.find(kMark), kMark.size(), list);
+}
+
+}  // namespace
+
+const std::string kMainHelp =
     R"(zkhost - imports motion capture files through the plug-in, without a window
 
 Usage:
@@ -26,7 +52,7 @@ Exit status:
   3    an output could not be written
 )";
 
-const std::string_view kImportHelp =
+const std::string kImportHelp = WithOutputs(
     R"(Usage: zkhost import FILE.bvh | SKEL.asf [MOTION.amc]  [OPTIONS]
 Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
 
@@ -39,7 +65,7 @@ Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
   --preset auto|cmu|none    metres and 120 a second (auto: where length is 0.45)
   --as-is, --strict         no survey, the file to the letter; refuse warnings
   --encoding NAME           of names that are no UTF-8 (Windows-1252)
-  -o, --output FILE         .glb .gltf .bvh .csv .npz .json; may repeat
+  -o, --output FILE         @outputs@; may repeat
   --make-folders            make the folders that the outputs go to
   --scale X, --up y|z       exports: factor on lengths; the file's up axis (y)
   --fps N, --resample [N]   the take's rate; exports: sample at N, or at --fps
@@ -50,9 +76,10 @@ Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
   --progress auto|on|off    a bar to cancel by (auto: on a terminal)
   --plugin PATH             the plug-in to load
   -h, --help                this text
-)";
+)",
+    Outputs(" ", " ", true));
 
-const std::string_view kCheckHelp =
+const std::string kCheckHelp =
     R"(Usage: zkhost check FILE...  [OPTIONS]
 Example: zkhost check takes/*.bvh
 
@@ -75,14 +102,14 @@ Exit status: 0, or 1 with an error in a file, 2 wrong usage,
   3 a fixed file could not be written
 )";
 
-const std::string_view kConvertHelp =
+const std::string kConvertHelp = WithOutputs(
     R"(Usage: zkhost convert PATH... --to FORMAT --out-dir DIR  [OPTIONS]
 Example: zkhost convert takes/ --to glb --out-dir out
 
 Imports every .bvh, .asf and .amc file, each in a process of its own, and writes
 DIR/index.csv. Folders are walked; their tree is kept. An .amc goes with the
 .asf of its folder whose name begins its (07.asf, 07_01.amc), or the only one.
-  --to FORMAT        glb, gltf, bvh, csv, npz or json
+  --to FORMAT        @outputs@
   --out-dir DIR      where the outputs go, by the names of the sources
   --asf FILE         the skeleton of every .amc
   -j, --jobs N       imports at a time (as many as there are processors)
@@ -97,9 +124,10 @@ For each import, as 'zkhost import --help' says:
   of Acclaim files: --limits --length X --preset auto|cmu|none
 Exit status: 0 all converted, 4 some failed, 130 cancelled (and can be resumed),
   2 wrong usage, 3 the index could not be written
-)";
+)",
+    Outputs(", ", " or ", false));
 
-const std::string_view kCommandHelp =
+const std::string kCommandHelp =
     R"(Usage: zkhost command NAME [ARGUMENTS] [OPTIONS]
 
 Calls the plug-in's callback with the command NAME and prints what it returns.

@@ -1,14 +1,14 @@
 // What --help prints, each fitting a screen.
 #pragma once
 
-#include <string_view>
+#include <string>
 
 namespace cli {
 
-extern const std::string_view kMainHelp;
-extern const std::string_view kImportHelp;
-extern const std::string_view kCheckHelp;
-extern const std::string_view kConvertHelp;
-extern const std::string_view kCommandHelp;
+extern const std::string kMainHelp;
+extern const std::string kImportHelp;
+extern const std::string kCheckHelp;
+extern const std::string kConvertHelp;
+extern const std::string kCommandHelp;
 
 }  // namespace cli

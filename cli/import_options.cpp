@@ -4,6 +4,7 @@
 #include <cmath>
 #include <filesystem>
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <map>
 #include <set>
 
@@ -69,10 +70,10 @@ std::string Resolved(const std::string& path) {
 
 const exporters::Format* FormatOf(const std::string& path) {
     if (const auto* format = exporters::FindFormat(text::LowerCaseExtension(path))) return format;
-    std::string known;
+    std::set<std::string_view> known;
     for (const exporters::Format& format : exporters::Formats())
-        known += fmt::format(" {}", format.extension);
-    throw UsageError(fmt::format("{}: no such output; known are{}", path, known));
+        known.insert(format.extension);
+    throw UsageError(fmt::format("{}: no such output; known are {}", path, fmt::join(known, " ")));
 }
 
 void ReadOutputs(const ImportWords& words, ImportRequest& request) {

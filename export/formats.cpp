@@ -30,12 +30,12 @@ Notes WriteAlone(const Content& content, const Sinks& sinks) {
 constexpr unsigned kMotion = kScale | kUpAxis | kRate | kResampling | kFrames;
 
 constexpr Format kFormats[] = {
-    {".bvh", "", kMotion | kDigits, false, WriteAlone<WriteBvh>},
-    {".csv", "", kMotion, false, WriteAlone<WriteCsv>},
     {".glb", "", kMotion | kMesh, false, WriteAlone<WriteGlb>},
     {".gltf", ".bin", kMotion | kMesh, false, WriteGltfPair},
-    {".json", "", 0, true, WriteRecord},
+    {".bvh", "", kMotion | kDigits, false, WriteAlone<WriteBvh>},
+    {".csv", "", kMotion, false, WriteAlone<WriteCsv>},
     {".npz", "", kMotion, false, WriteAlone<WriteNpz>},
+    {".json", "", 0, true, WriteRecord},
 };
 
 }  // namespace

@@ -53,7 +53,7 @@ struct Format {
     Notes (*write)(const Content& content, const Sinks& sinks) = nullptr;
 };
 
-// Sorted by extension.
+// In the order in which people are told of them.
 ZKMOCAP_API std::span<const Format> Formats();
 
 // By an extension in lower case, with its dot (".glb"); null for one that no format has.

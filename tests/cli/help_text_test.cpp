@@ -6,14 +6,15 @@
 #include <string>
 
 #include "cli/arguments.h"
+#include "export/formats.h"
 
 namespace {
 
 using testing::HasSubstr;
 
-class Help : public testing::TestWithParam<const std::string_view*> {
+class Help : public testing::TestWithParam<const std::string*> {
   protected:
-    std::string Text() const { return std::string(*GetParam()); }
+    const std::string& Text() const { return *GetParam(); }
 };
 
 TEST_P(Help, FitsAScreen) {
@@ -52,6 +53,17 @@ TEST(HelpOption, AnswersForItsCommand) {
     EXPECT_EQ(AnswerTo({"check", "--help"}), cli::kCheckHelp);
     EXPECT_EQ(AnswerTo({"convert", "--help"}), cli::kConvertHelp);
     EXPECT_EQ(AnswerTo({"command", "--help"}), cli::kCommandHelp);
+}
+
+// Both lists follow from the table of formats.
+TEST(HelpOption, NamesEveryOutput) {
+    for (const exporters::Format& format : exporters::Formats()) {
+        const std::string name(format.extension.substr(1));
+        EXPECT_THAT(cli::kImportHelp, HasSubstr("." + name)) << name;
+        EXPECT_THAT(cli::kConvertHelp, HasSubstr(name)) << name;
+    }
+    EXPECT_THAT(cli::kImportHelp, HasSubstr(".glb .gltf .bvh .csv .npz .json; may repeat"));
+    EXPECT_THAT(cli::kConvertHelp, HasSubstr("glb, gltf, bvh, csv, npz or json\n"));
 }
 
 TEST(VersionOption, NamesTheProgram) {
