@@ -5,20 +5,20 @@
 namespace take {
 namespace {
 
-constexpr FormatInfo kBiovision = {"Biovision BVH", false, plugin::kBiovisionCommand,
-                                   plugin::biovision::kFile + 1};
-constexpr FormatInfo kAcclaim = {"Acclaim ASF/AMC", true, plugin::kAcclaimCommand,
-                                 plugin::acclaim::kMotionFile + 1};
+constexpr FormatInfo kInfos[kFormatCount] = {
+    {"Biovision BVH", false, plugin::kBiovisionCommand, plugin::biovision::kFile + 1},
+    {"Acclaim ASF/AMC", true, plugin::kAcclaimCommand, plugin::acclaim::kMotionFile + 1},
+};
 
 }  // namespace
 
 const FormatInfo& InfoOf(Format format) {
-    return format == Format::Acclaim ? kAcclaim : kBiovision;
+    return kInfos[static_cast<std::size_t>(format)];
 }
 
 const FormatInfo* FindCommand(std::wstring_view command) {
-    for (const FormatInfo* info : {&kBiovision, &kAcclaim})
-        if (info->command == command) return info;
+    for (const FormatInfo& info : kInfos)
+        if (info.command == command) return &info;
     return nullptr;
 }
 

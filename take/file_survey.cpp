@@ -147,8 +147,9 @@ FileSurvey WithoutSurvey(const Request& request) {
 
 FileSurvey SurveyFiles(const Request& request, text::Storage& storage) {
     if (request.asIs) return WithoutSurvey(request);
-    return request.format == Format::Acclaim ? SurveyAcclaim(request, storage)
-                                             : SurveyBiovision(request, storage);
+    static constexpr FileSurvey (*kSurveys[kFormatCount])(const Request&, text::Storage&) = {
+        SurveyBiovision, SurveyAcclaim};
+    return kSurveys[static_cast<std::size_t>(request.format)](request, storage);
 }
 
 }  // namespace take

@@ -103,10 +103,11 @@ struct FormatTraits {
 };
 
 const FormatTraits& TraitsOf(Format format) {
-    static constexpr FormatTraits kBiovision = {BiovisionCommand, &USERINPUT::strBVHFile, nullptr};
-    static constexpr FormatTraits kAcclaim = {AcclaimCommand, &USERINPUT::strASFFile,
-                                              &USERINPUT::strAMCFile};
-    return format == Format::Acclaim ? kAcclaim : kBiovision;
+    static constexpr FormatTraits kTraits[kFormatCount] = {
+        {BiovisionCommand, &USERINPUT::strBVHFile, nullptr},
+        {AcclaimCommand, &USERINPUT::strASFFile, &USERINPUT::strAMCFile},
+    };
+    return kTraits[static_cast<std::size_t>(format)];
 }
 
 // The record names the files as the user did, whatever the plug-in was handed.
@@ -132,7 +133,7 @@ void CallPlugin(const Plugin& plugin, const Request& request, FileSurvey& survey
         log.push_back(lines.Restore(line));
         if (listener.onLog) listener.onLog(log.back());
     };
-    // A text in a file's stead is UTF-8 wherever the user is.
+    // A mended text is UTF-8, whatever the locale.
     const bool isMended = survey.file || survey.motion;
     const Utf8Characters characters(isMended || !request.readsInLocale);
     const Command command = TraitsOf(request.format).command(request, survey, files);

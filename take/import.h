@@ -1,7 +1,7 @@
 // One import, from files or memory to a scene.
 //
 // The library sets no locale and no signal handler, and writes nothing to the standard streams.
-// What goes wrong is in the result; only lack of memory is thrown, and what a listener throws.
+// What goes wrong is in the result; only lack of memory is thrown (std::bad_alloc).
 #pragma once
 
 #include <cstdint>

@@ -9,7 +9,7 @@
 
 namespace take {
 
-// Each may be empty. All are called on the thread that imports, and must not import themselves.
+// Each may be empty. All are called on the thread that imports; they must neither throw nor import.
 struct Listener {
     // The files were surveyed, and the plug-in gets them next unless they are refused.
     std::function<void(const std::vector<FileFindings>&, bool isRefused)> onSurveyed{};

@@ -1,11 +1,15 @@
 // What is asked of one import.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 
 namespace take {
+
+// The formats that there are. Tables of formats have a row for each, in this order.
+inline constexpr std::size_t kFormatCount = 2;
 
 // Which of the plug-in's two commands reads the files.
 enum class Format : std::uint8_t {
