@@ -76,8 +76,7 @@ function(zk_test name)
   target_precompile_headers(${name} REUSE_FROM zk_precompiled_gmock)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120
     # One value each: a list would be taken for further properties.
-    PROPERTIES TIMEOUT ${TEST_TIMEOUT} ENVIRONMENT LC_ALL=C.UTF-8
-      ENVIRONMENT_MODIFICATION "LSAN_OPTIONS=set:${ZKMOCAP_TEST_LEAKS}")
+    PROPERTIES TIMEOUT ${TEST_TIMEOUT} ENVIRONMENT LC_ALL=C.UTF-8)
 endfunction()
 
 # zk_bench(NAME SOURCES ... LINKS ...): a Google Benchmark program.

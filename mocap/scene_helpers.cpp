@@ -11,7 +11,25 @@
 #include "math/angles.h"
 #include "math/rotation_math.h"
 
+#if defined(__SANITIZE_ADDRESS__)
+#define MOCAP_HAS_LEAK_CHECKER
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define MOCAP_HAS_LEAK_CHECKER
+#endif
+#endif
+#ifdef MOCAP_HAS_LEAK_CHECKER
+#include <sanitizer/lsan_interface.h>
+#endif
+
 namespace {
+
+// Tells the leak checker, where the build has one, that this memory is never given back on purpose.
+void AllowLeak([[maybe_unused]] const void* memory) {
+#ifdef MOCAP_HAS_LEAK_CHECKER
+    __lsan_ignore_object(memory);
+#endif
+}
 
 double RadiansOf(const Zelk::KinematicState& local, const wchar_t* parameter) {
     return local.GetParameterValue(parameter, Zelk::kCurrentTime).AsDouble() *
@@ -87,6 +105,7 @@ Zelk::CString ZelkStringFromANSI(const char* text) {
     // convert ends where the conversion stopped.
     auto* const wide = new (std::nothrow) wchar_t[length]();
     if (wide == nullptr) return {};
+    AllowLeak(wide);
     std::mbstowcs(wide, text, length);
     return wide;
 }
