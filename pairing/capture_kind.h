@@ -13,7 +13,8 @@ enum class CaptureKind : std::uint8_t {
     Motion,     // .amc: the motion of a skeleton
 };
 
-// By the extension, in upper or lower case, a file named ".bvh" included; none for what is no capture file.
+// By the extension, in upper or lower case; a file that is named ".bvh" has it too. None for a file
+// with another extension or without one.
 std::optional<CaptureKind> KindOf(std::string_view path);
 
 // "bvh", "asf", "amc"

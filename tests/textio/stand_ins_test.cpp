@@ -17,7 +17,7 @@ const std::string kTexts[] = {
     "", " 1", "+1", "1", "-1", "--1", "-", ".", "-.", "1.", ".5", "-.5", "1.5.2", "1,5", "1_000",
     // exponents
     "1e", "1e+", "1e-", "1e5", "1E+5", "1.e-5", ".5e1", "e5", ".e5", "1e00000000000000000005",
-    // what is no decimal
+    // texts that are not decimal numbers
     "0x10", "inf", "-inf", "INFINITY", "infinit", "inf5", "nan", "-nan", "nan(7)", "NaN(a_b)x",
     "nan(", "nan(a b)", "n", "i",
     // out of range, and not
