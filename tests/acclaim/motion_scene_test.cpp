@@ -104,9 +104,8 @@ TEST_F(MotionScene, PollsForEachNodeAndValue) {
     constexpr std::uint64_t kFrames = 3;
     Skeleton(kSampleAsf);
     Import(kSampleAmc);
-    EXPECT_EQ(headless::CancelPolls(), kSkeletonPolls + kNodes +
-                                                              kFrames * kChannels + 1 + kChannels +
-                                                              1 + 3 * kNodes + 2 + kNodes + 1);
+    EXPECT_EQ(headless::CancelPolls(), kSkeletonPolls + kNodes + kFrames * kChannels + 1 +
+                                           kChannels + 1 + 3 * kNodes + 2 + kNodes + 1);
 }
 
 TEST_F(MotionScene, StopsAtEachPoll) {

@@ -17,8 +17,8 @@ using testing::HasSubstr;
 
 const exporters::Options kMiddle{.frames = FrameRange{3, 5}};
 
-// The frames `first` to `last` of a motion whose frame n has the root at x = n and the arm turned by
-// n degrees.
+// The frames `first` to `last` of a motion whose frame n has the root at x = n and the arm turned
+// by n degrees.
 std::string Capture(int first, int last) {
     std::string text =
         "HIERARCHY\nROOT Hips\n{\nOFFSET 0 0 0\nCHANNELS 6 Xposition Yposition Zposition "

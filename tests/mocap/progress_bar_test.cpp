@@ -8,8 +8,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "headless/testing.h"
 #include "headless/session.h"
+#include "headless/testing.h"
 #include "tests/support/core/session_text.h"
 
 namespace {

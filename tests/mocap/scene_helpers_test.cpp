@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "headless/testing.h"
 #include "headless/session.h"
+#include "headless/testing.h"
 #include "math/angles.h"
 #include "math/rotation_math.h"
 #include "tests/math/matrix_text.h"

@@ -61,7 +61,7 @@ TEST(PluginLibrary, MakesTheArgumentsAloneWhenLoaded) {
 TEST(PluginLibrary, NeedsTheHostAndTheStandardLibraryAlone) {
     // The C library's math is two libraries: the second holds its vector functions.
     const std::set<std::string> allowed = {"[libzelkhost.so.0]", "[libstdc++.so.6]", "[libm.so.6]",
-                                           "[libmvec.so.1]",   "[libgcc_s.so.1]",  "[libc.so.6]"};
+                                           "[libmvec.so.1]",     "[libgcc_s.so.1]",  "[libc.so.6]"};
     // What a sanitized build adds, which nobody installs.
     const auto isSanitizer = [](const std::string& name) {
         return name.starts_with("[libasan") || name.starts_with("[libubsan");
