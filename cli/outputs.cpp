@@ -3,7 +3,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fmt/format.h>
-#include <new>
 #include <system_error>
 
 #include "cli/exports.h"
