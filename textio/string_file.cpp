@@ -51,7 +51,7 @@ std::string PathBytes(const wchar_t* path) {
     return bytes;
 }
 
-// Without blocking, which a pipe that nobody writes to would otherwise do for good.
+// Opens without blocking: opening a pipe that nobody writes to would otherwise never return.
 FileHandle OpenFile(const wchar_t* path) {
     const int descriptor = open(PathBytes(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) return nullptr;
@@ -60,7 +60,7 @@ FileHandle OpenFile(const wchar_t* path) {
     return file;
 }
 
-// The offset of the file's end, with the position back at its start; negative where it has none.
+// The file's size in bytes; negative when the file cannot seek. The position is back at the start.
 off_t FileSize(std::FILE* file) {
     if (fseeko(file, 0, SEEK_END) != 0) return -1;
     const off_t end = ftello(file);
@@ -101,18 +101,34 @@ bool CStringFile::ReadFile(const wchar_t* path) {
     if (!file) return false;
     const off_t end = FileSize(file.get());
     if (end < 0 || end > std::numeric_limits<std::uint32_t>::max()) return false;
-    // Where memory has 32 bits, it has none for the largest of these and its NUL.
-    if (std::cmp_greater_equal(end, std::numeric_limits<std::size_t>::max())) return false;
+    const auto bytes = static_cast<std::size_t>(end);
+    return Allocate(bytes) && KeepText(std::fread(GetBuffer(), 1, bytes, file.get()));
+}
 
-    const auto capacity = static_cast<std::size_t>(end) + 1;
-    buffer = memory::AllocateLargeMemory(capacity);
-    token.reset(new (std::nothrow) char[capacity]);
-    if (buffer && token)
-        size = static_cast<std::uint32_t>(std::fread(GetBuffer(), 1, capacity - 1, file.get()));
-    if (size == 0) {
+bool CStringFile::ReadMemory(std::string_view bytes) {
+    ClearFile();
+    if (!separators || bytes.size() > std::numeric_limits<std::uint32_t>::max()) return false;
+    if (!Allocate(bytes.size())) return false;
+    bytes.copy(GetBuffer(), bytes.size());
+    return KeepText(bytes.size());
+}
+
+bool CStringFile::Allocate(std::size_t bytes) {
+    // One byte more for the NUL, which a 32-bit size cannot count for the largest files.
+    if (bytes == std::numeric_limits<std::size_t>::max()) return false;
+    buffer = memory::AllocateLargeMemory(bytes + 1);
+    token.reset(new (std::nothrow) char[bytes + 1]);
+    if (buffer && token) return true;
+    ClearFile();
+    return false;
+}
+
+bool CStringFile::KeepText(std::size_t bytes) {
+    if (bytes == 0) {
         ClearFile();
         return false;
     }
+    size = static_cast<std::uint32_t>(bytes);
     GetBuffer()[size] = '\0';
     return true;
 }
@@ -126,40 +142,40 @@ void CStringFile::ClearFile() {
     lineStart = {};
 }
 
-// The NUL behind the last byte is no separator, so neither scan needs to look at the size.
+// The NUL after the last byte is not a separator, so neither scan needs to look at the size.
 bool CStringFile::SkipSeparators() {
     if (position >= size) return false;
     const char* at = Text() + position;
     while (IsSeparator(*at))
         ++at;
-    PutPosition(at);
+    MoveTo(at);
     return *at != '\0';
 }
 
-CStringFile::Token CStringFile::TakeToken() {
+CStringFile::Token CStringFile::ConsumeToken() {
     const char* const first = Text() + position;
     const char* last = first;
     while (*last != '\0' && !IsSeparator(*last))
         ++last;
-    PutPosition(last);
+    MoveTo(last);
     return {first, last};
 }
 
-// A NUL byte, the one behind the file or one within, is the end of the text.
-void CStringFile::PutPosition(const char* at) {
+// A NUL byte, whether it is the one after the file or one inside it, ends the text.
+void CStringFile::MoveTo(const char* at) {
     position = *at == '\0' ? size : static_cast<std::uint32_t>(at - Text());
 }
 
-const char* CStringFile::Copy(Token taken) {
-    const auto length = static_cast<std::size_t>(taken.last - taken.first);
-    std::memcpy(token.get(), taken.first, length);
+const char* CStringFile::Copy(Token found) {
+    const auto length = static_cast<std::size_t>(found.last - found.first);
+    std::memcpy(token.get(), found.first, length);
     token[length] = '\0';
     return token.get();
 }
 
 const char* CStringFile::GetNextString() {
     if (!SkipSeparators()) return nullptr;
-    return Copy(TakeToken());
+    return Copy(ConsumeToken());
 }
 
 const char* CStringFile::PeekNextString() {
@@ -189,11 +205,11 @@ bool CStringFile::GetNextFloat(double& value) {
     double number = 0.0;
     const char* const end = textio::ReadPlainDecimal(first, Text() + size, number);
     if (end != nullptr && (*end == '\0' || IsSeparator(*end))) {
-        PutPosition(end);
+        MoveTo(end);
         value = number;
         return true;
     }
-    const char* const text = Copy(TakeToken());
+    const char* const text = Copy(ConsumeToken());
     number = textio::ToDouble(text);
     if (number == 0.0 && !IsAcceptedZero(text)) {
         position = remembered;

@@ -40,6 +40,53 @@ TEST(File, ReplacesTheOneBefore) {
     EXPECT_EQ(reader.GetNextString(), nullptr);
 }
 
+TEST(Memory, IsHeldAsAFileIs) {
+    const std::string bytes("a\r\nb\0\xFF c\n", 9);
+    CStringFile reader;
+    ASSERT_TRUE(reader.ReadMemory(bytes));
+    ASSERT_EQ(reader.GetSize(), bytes.size());
+    EXPECT_EQ(std::string(reader.GetBuffer(), bytes.size()), bytes);
+    EXPECT_EQ(reader.GetBuffer()[bytes.size()], '\0');
+    EXPECT_STREQ(reader.GetNextString(), "a");
+    EXPECT_STREQ(reader.GetNextString(), "b");
+    EXPECT_EQ(reader.GetNextString(), nullptr);
+}
+
+TEST(Memory, IsCopied) {
+    std::string bytes = "one two";
+    CStringFile reader;
+    ASSERT_TRUE(reader.ReadMemory(bytes));
+    bytes.assign(bytes.size(), 'x');
+    EXPECT_STREQ(reader.GetNextString(), "one");
+}
+
+TEST(Memory, OfNoBytesLeavesTheReaderEmpty) {
+    CStringFile reader;
+    ASSERT_TRUE(reader.ReadMemory("one"));
+    EXPECT_FALSE(reader.ReadMemory(""));
+    EXPECT_EQ(reader.GetSize(), 0u);
+    EXPECT_EQ(reader.GetBuffer(), nullptr);
+}
+
+TEST(Memory, ReplacesAFileAndTheOtherWayRound) {
+    const TempDir dir;
+    CStringFile reader;
+    ASSERT_TRUE(reader.ReadFile(Wide(dir.Write("first", "one")).c_str()));
+    ASSERT_TRUE(reader.ReadMemory("two"));
+    EXPECT_STREQ(reader.GetNextString(), "two");
+    ASSERT_TRUE(reader.ReadFile(Wide(dir.Write("third", "three")).c_str()));
+    EXPECT_STREQ(reader.GetNextString(), "three");
+}
+
+// 4 GiB and more do not fit the reader's 32-bit position. No byte of the view is read.
+TEST(Memory, IsRefusedFromFourGibibytes) {
+    CStringFile reader;
+    const char byte = 'x';
+    const std::string_view tooLong(&byte, std::size_t{1} << 32);
+    EXPECT_FALSE(reader.ReadMemory(tooLong));
+    EXPECT_EQ(reader.GetSize(), 0u);
+}
+
 TEST(File, IsGoneAfterClear) {
     const auto reader = textio_test::Load("one two");
     reader->GetNextString();
