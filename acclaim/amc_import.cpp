@@ -1,4 +1,4 @@
-// From an AMC file to the scene: a motion of the skeleton that stands there.
+// From an AMC file to the scene: a motion of the skeleton that was imported before.
 #include <algorithm>
 #include <array>
 #include <new>
@@ -7,15 +7,13 @@
 #include "acclaim/acclaim_import.h"
 #include "mocap/bar_in_use.h"
 #include "mocap/scene_helpers.h"
-#include "textio/ascii.h"
 
-using textio::EqualsIgnoringCase;
 using namespace Zelk::status;
 
 namespace {
 
-// The channels as the skeleton file has them. A motion completes, reorders and converts them for
-// itself; the next one is read by the file's again.
+// Keeps the channel types of the skeleton file and puts them back at the end of its scope. A motion
+// import adds, reorders and converts channels, but the next motion needs them as the file has them.
 class ChannelTypes {
   public:
     explicit ChannelTypes(const std::vector<std::unique_ptr<MOCAPMODEL>>& models)
@@ -48,7 +46,7 @@ Zelk::CStatus CAcclaimImport::ImportMotion(const Zelk::CString& amcFile,
     parsing = false;
     Zelk::CStatus status;
     try {
-        status = ReadMotion(amcFile, motionName);
+        status = OpenMotion(amcFile, motionName);
         if (status.Succeeded()) status = BuildMotion(motionName);
     } catch (const std::bad_alloc&) {
         status = FailForMemory();
@@ -57,7 +55,7 @@ Zelk::CStatus CAcclaimImport::ImportMotion(const Zelk::CString& amcFile,
     return status;
 }
 
-std::int32_t CAcclaimImport::ReadMotion(const Zelk::CString& amcFile,
+std::int32_t CAcclaimImport::OpenMotion(const Zelk::CString& amcFile,
                                         const Zelk::CString& motionName) {
     if (!lastModel.IsValid()) return Fail(kInvalidArgument, L"Skeleton not defined yet");
     if (amcFile.IsEmpty())
@@ -67,43 +65,13 @@ std::int32_t CAcclaimImport::ReadMotion(const Zelk::CString& amcFile,
     if (!stringFile.ReadFile(amcFile.GetWideString()))
         return RefuseFile(false, kFileNotFound,
                           L"Failed to read AMC file. Specify a valid file name");
-    warnings.Reset(stringFile.GetSize());
-    warningsLeftOut = 0;
     parsing = true;
-    return ReadMotionHeader();
+    const std::int32_t status = parser.ParseMotionHeader();
+    return status < 0 ? RefuseFile(false, status, parser.LastError().message) : status;
 }
 
-// header = [ ":SAMPLES-PER-SECOND" n ] ":fully-specified" [ unit ]
-std::int32_t CAcclaimImport::ReadMotionHeader() {
-    const char* token = GetNextAccString();
-    if (token != nullptr && EqualsIgnoringCase(token, ":SAMPLES-PER-SECOND")) {
-        int samples = 0;
-        if (stringFile.GetNextInt(samples) && samples > 1) frameTime = 1.0 / samples;
-        token = GetNextAccString();
-    }
-    if (token == nullptr || !EqualsIgnoringCase(token, ":fully-specified"))
-        return RefuseFile(
-            false, kIncompatibleFile,
-            L"AMC file is invalid. Only ':fully-specified' motion files are supported");
-    return ReadAngleUnit();
-}
-
-// unit = ":degrees" | ":radians". Without one the values are taken in the skeleton's.
-std::int32_t CAcclaimImport::ReadAngleUnit() {
-    const std::uint32_t position = stringFile.GetPosition();
-    const char* const token = GetNextAccString();
-    if (token == nullptr) return RefuseFile(false, kUnexpectedEnd, L"Unexpected end of file");
-    if (token[0] != ':') {
-        stringFile.SetPosition(position);
-        return kOk;
-    }
-    const bool inDegrees = EqualsIgnoringCase(token, ":degrees");
-    if (!inDegrees && !EqualsIgnoringCase(token, ":radians"))
-        return RefuseFile(false, kInvalidData, L"Unknown keyword");
-    if (inDegrees != degrees)
-        return RefuseFile(false, kIncompatibleFile,
-                          L"Incompatible AMC file. File must use same angle units as the ASF file");
-    return kOk;
+std::int32_t CAcclaimImport::ParseAMC() {
+    return RecordParserError(parser, parser.ParseAMC());
 }
 
 Zelk::CStatus CAcclaimImport::BuildMotion(const Zelk::CString& motionName) {
@@ -116,7 +84,6 @@ Zelk::CStatus CAcclaimImport::BuildMotion(const Zelk::CString& motionName) {
     const ChannelTypes keptTypes(models);
 
     std::int32_t status = ParseAMC();
-    LogWarningsLeftOut();
     if (status < 0) return status;
     parsing = false;
     status = FixRotationsOrder();
@@ -131,12 +98,13 @@ Zelk::CStatus CAcclaimImport::BuildMotion(const Zelk::CString& motionName) {
     return CreateMotionZelkEntities(motionName);
 }
 
-// The end is in seconds although keys are timed in frame numbers: hosts read both together.
+// The end is in seconds although keys are timed in frame numbers. A host divides one by the other
+// to get the seconds per frame.
 Zelk::CStatus CAcclaimImport::CreateMotionZelkEntities(const Zelk::CString& motionName) {
     progressBar->SetText(L"Creating model motion action...");
     if (CheckCancelled()) return kCancelled;
-    Zelk::CStatus status =
-        AddActionSource(lastModel, motionName, lastMotion, lastFrame * frameTime);
+    Zelk::CStatus status = AddActionSource(lastModel, motionName, lastMotion,
+                                           parser.Facts().lastFrame * parser.Facts().frameTime);
     if (!status.Succeeded()) return status;
     if (CheckCancelled()) return kCancelled;
     progressBar->Advance(10);

@@ -4,12 +4,12 @@ void AmcKeyLists::AddChannels(std::uint32_t count) {
     firstRows_.insert(firstRows_.end(), count, numbers_.Count() - 1);
 }
 
-std::vector<KeyArray> AmcKeyLists::TakeKeys() {
+std::vector<KeyArray> AmcKeyLists::ReleaseKeys() {
     const auto rows = static_cast<std::uint32_t>(numbers_.Count());
     std::vector<KeyArray> keys =
         AllocateKeyArrays(static_cast<std::uint32_t>(firstRows_.size()), rows);
     if (keys.empty()) return {};
-    std::size_t width = 0;  // of the row: the channels that have joined by then
+    std::size_t width = 0;  // how many channels the row has
     std::size_t next = 0;
     for (std::uint32_t row = 0; row < rows; ++row) {
         const std::size_t before = width;

@@ -8,21 +8,22 @@
 #include "mocap/mocap_model.h"
 #include "textio/stand_ins.h"
 
-// The values of a motion while nobody knows yet how many frames there are: a row a frame, in the
-// order of the file, in blocks that never move. Channels may join in a later frame; from then on
-// each row holds a value for every channel.
+// The values of a motion whose number of frames is not known yet: a row for each frame, in the
+// order of the file, in blocks that never move. A channel may be added in a later frame; from then
+// on each row has a value for it.
 class AmcKeyLists {
   public:
-    // The next row, timed with `number`.
+    // Begins the row of the frame with this number.
     void BeginFrame(int number) { numbers_.Append(number); }
-    // Behind the channels so far. To be called before the row's value for it.
+    // Adds `count` channels after those so far. Called before their first values are appended.
     void AddChannels(std::uint32_t count);
-    // The row's next value.
+    // Appends the row's next value.
     void Append(double value) { values_.Append(value); }
 
-    // An array for each channel with a key for each row; the rows before a channel joined hold its
-    // first value. The rows are given up on the way. Empty without memory.
-    std::vector<KeyArray> TakeKeys();
+    // Returns an array for each channel, with a key for each row. The rows before a channel was
+    // added get its first value. Rows are freed as their values are copied. Empty when memory runs
+    // out.
+    std::vector<KeyArray> ReleaseKeys();
 
   private:
     template <class Item>
@@ -58,5 +59,5 @@ class AmcKeyLists {
 
     Blocks<int> numbers_;
     Blocks<double> values_;
-    std::vector<std::size_t> firstRows_;  // of each channel, rising
+    std::vector<std::size_t> firstRows_;  // of each channel, in rising order
 };

@@ -1,7 +1,8 @@
 // The bones of an ASF file.
 #include <algorithm>
 
-#include "acclaim/acclaim_import.h"
+#include "acclaim/acclaim_parser.h"
+#include "host/status.h"
 #include "math/angles.h"
 #include "mocap/parse_status.h"
 #include "textio/ascii.h"
@@ -10,7 +11,7 @@ using textio::EqualsIgnoringCase;
 using namespace Zelk::status;
 
 // bones = { "begin" bone }
-std::int32_t CAcclaimImport::HandleBoneData() {
+std::int32_t AcclaimParser::HandleBoneData() {
     for (;;) {
         const std::uint32_t position = stringFile.GetPosition();
         const char* const token = GetNextAccString();
@@ -28,7 +29,7 @@ std::int32_t CAcclaimImport::HandleBoneData() {
 
 // bone = { "id" n | "name" name | "direction" x y z | "length" number | "axis" x y z axes
 //        | "dof" channels | "limits" limits | unknown to the end of its line } "end"
-std::int32_t CAcclaimImport::HandleBoneBegin() {
+std::int32_t AcclaimParser::HandleBoneBegin() {
     MOCAPMODEL* const bone = AppendNode();
     if (bone == nullptr) return kOutOfMemory;
     for (;;) {
@@ -39,12 +40,12 @@ std::int32_t CAcclaimImport::HandleBoneBegin() {
         if (status < 0) return status;
     }
     if (!bone->name) return Fail(kInvalidData, L"Missing name for :bonedata");
-    bone->length *= lengthMultiplier;
+    bone->length *= facts.lengthMultiplier;
     ConvertToDegrees(bone->orientation);
     return kOk;
 }
 
-std::int32_t CAcclaimImport::ParseBoneParameter(MOCAPMODEL& bone, const char* token) {
+std::int32_t AcclaimParser::ParseBoneParameter(MOCAPMODEL& bone, const char* token) {
     static constexpr const wchar_t* kExpected[] = {L"Expected direction x value",
                                                    L"Expected direction y value",
                                                    L"Expected direction z value"};
@@ -72,14 +73,14 @@ std::int32_t CAcclaimImport::ParseBoneParameter(MOCAPMODEL& bone, const char* to
     return kOk;
 }
 
-std::int32_t CAcclaimImport::ParseBoneName(MOCAPMODEL& bone) {
+std::int32_t AcclaimParser::ParseBoneName(MOCAPMODEL& bone) {
     const char* const token = GetNextAccString();
     if (token == nullptr) return Fail(kInvalidData, L"Expected a string for :bonedata.name");
     bone.name = CopyText(token);
     return bone.name ? kOk : FailForMemory();
 }
 
-std::int32_t CAcclaimImport::ParseBoneAxis(MOCAPMODEL& bone) {
+std::int32_t AcclaimParser::ParseBoneAxis(MOCAPMODEL& bone) {
     static constexpr const wchar_t* kExpected[] = {
         L"Expected axis float value", L"Expected axis float value", L"Expected axis float value"};
     std::int32_t status = ParseVector(bone.orientation, kExpected);
@@ -91,23 +92,23 @@ std::int32_t CAcclaimImport::ParseBoneAxis(MOCAPMODEL& bone) {
     return kOk;
 }
 
-// limits = { lower upper }, a pair for each channel that the bone has by now
-std::int32_t CAcclaimImport::ParseLimits(MOCAPMODEL& bone) {
+// limits = { lower upper }, a pair for each channel that the bone has so far
+std::int32_t AcclaimParser::ParseLimits(MOCAPMODEL& bone) {
     for (CHANNELS& channel : bone.channels) {
         if (channel.type == kEmptySlot) break;
         std::int32_t status = ParseLimit(channel.minLimit, channel.hasMinLimit);
         if (status >= 0) status = ParseLimit(channel.maxLimit, channel.hasMaxLimit);
         if (status < 0) return status;
-        if (degrees || !IsRotation(channel.type)) continue;
+        if (facts.degrees || !IsRotation(channel.type)) continue;
         channel.minLimit *= math::kDegreesPerRadian;
         channel.maxLimit *= math::kDegreesPerRadian;
     }
     return kOk;
 }
 
-// limit = number | "inf" | "-inf". The number reader takes the infinite ones itself, as bounds that
-// no value reaches.
-std::int32_t CAcclaimImport::ParseLimit(double& limit, bool& hasLimit) {
+// limit = number | "inf" | "-inf". GetNextFloat reads the infinite ones too, as bounds that no
+// value reaches.
+std::int32_t AcclaimParser::ParseLimit(double& limit, bool& hasLimit) {
     hasLimit = stringFile.GetNextFloat(limit);
     if (hasLimit) return kOk;
     const char* const token = stringFile.GetNextString();

@@ -1,5 +1,5 @@
-// From what Acclaim files say to what the scene's objects take: rotations as the parent sees them,
-// and places instead of lengths.
+// Converts what Acclaim files say to what the scene's objects need: rotations about the parent's
+// axes instead of the bone's, and positions instead of animated lengths.
 #include <algorithm>
 #include <unordered_map>
 #include <vector>
@@ -21,7 +21,7 @@ using ChildLists = std::unordered_map<const MOCAPMODEL*, std::vector<MOCAPMODEL*
 struct AxisFrame {
     double matrix[4][4];
     double inverse[4][4];
-    bool isTurned;  // false: both are the identity
+    bool isTurned;  // false when both are the identity
 
     explicit AxisFrame(const double* degrees)
         : isTurned(degrees[0] != 0.0 || degrees[1] != 0.0 || degrees[2] != 0.0) {
@@ -33,7 +33,7 @@ struct AxisFrame {
     }
 };
 
-// inverse * Rx * Ry * Rz * matrix, frame by frame
+// Replaces the rotation Rx * Ry * Rz of each frame by inverse * Rx * Ry * Rz * matrix.
 void GlobalizeKeys(CHANNELS* const* list, std::uint32_t frameCount, const AxisFrame& axes) {
     const RotationKeys keys = RotationKeys::ByType(list);
     RotationProduct product;
@@ -59,7 +59,7 @@ struct Targets {
     bool operator==(const Targets&) const = default;
 };
 
-// Gives the slot keys of zeros, unless it has keys. False without memory.
+// Gives the slot keys with the value zero, unless it has keys. Returns false when memory runs out.
 bool EnsureKeys(CHANNELS& slot, std::uint32_t count) {
     if (slot.keys) return true;
     slot.keys = AllocateKeys(count);
@@ -70,8 +70,9 @@ bool EnsureKeys(CHANNELS& slot, std::uint32_t count) {
 
 enum class Found { All, NoSlot, NoMemory };
 
-// The child's own position channels, those of the child before it for what it lacks, and new ones
-// for what is missing then. That a child without any shares those of another is intended.
+// For each axis: the child's own position channel; without one, that of the child before it, which
+// `targets` has; without that, a new channel. It is intended that a child without position channels
+// shares those of another child.
 Found FindTargets(MOCAPMODEL& child, std::uint32_t frameCount, Targets& targets) {
     for (CHANNELS& slot : child.channels)
         if (IsPosition(slot.type)) targets.axis[slot.type - kPositionX] = &slot;
@@ -87,7 +88,7 @@ Found FindTargets(MOCAPMODEL& child, std::uint32_t frameCount, Targets& targets)
     return Found::All;
 }
 
-// Adds the bone's vector to the targets once for each of so many children.
+// Adds the bone's vector to the targets, once for each of the `children`.
 void AddOffsets(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
                 const Targets& targets, std::size_t children) {
     for (std::uint32_t frame = 0; children > 0 && frame < frameCount; ++frame) {
@@ -100,8 +101,8 @@ void AddOffsets(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t fr
     }
 }
 
-// Children that follow each other with the same targets are gone through together: a file may give
-// any number of them to one bone.
+// Children in a row with the same targets are handled together, because a file may give one bone
+// any number of them.
 Found MoveChildren(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
                    const std::vector<MOCAPMODEL*>& children) {
     Targets targets;

@@ -1,7 +1,8 @@
-// Which bone hangs on which. The file may name them in any order, repeatedly and in circles.
+// The hierarchy of the bones. The file may name them in any order, repeatedly and in circles.
 #include <new>
 
-#include "acclaim/acclaim_import.h"
+#include "acclaim/acclaim_parser.h"
+#include "host/status.h"
 #include "textio/ascii.h"
 
 using textio::EqualsIgnoringCase;
@@ -9,11 +10,11 @@ using namespace Zelk::status;
 
 namespace {
 
-// A bone shorter than this ends where it starts.
+// A shorter bone counts as one whose end is its start.
 constexpr double kShortestBone = 0.01;
 
-// From the node to the end of its bone.
-void PlaceAtEnd(const MOCAPMODEL& bone, MOCAPMODEL& node) {
+// Puts the node at the end of the bone.
+void MoveToEnd(const MOCAPMODEL& bone, MOCAPMODEL& node) {
     for (int axis = 0; axis < 3; ++axis) {
         node.offset[axis] = bone.direction[axis] * bone.length;
         node.globalPosition[axis] = bone.globalPosition[axis] + node.offset[axis];
@@ -23,7 +24,7 @@ void PlaceAtEnd(const MOCAPMODEL& bone, MOCAPMODEL& node) {
 }  // namespace
 
 // hierarchy = "begin" { line } "end"; each line ends where the file's does
-std::int32_t CAcclaimImport::HandleHierarchy() {
+std::int32_t AcclaimParser::HandleHierarchy() {
     const char* token = GetNextAccString();
     if (token == nullptr || !EqualsIgnoringCase(token, "begin"))
         return Fail(kInvalidData, L"Expected 'begin' keyword for :hierarchy");
@@ -40,8 +41,8 @@ std::int32_t CAcclaimImport::HandleHierarchy() {
     }
 }
 
-// The root is called what the first line calls it.
-std::int32_t CAcclaimImport::RenameRoot(const char* token) {
+// The root gets the name that the first line gives it.
+std::int32_t AcclaimParser::RenameRoot(const char* token) {
     MOCAPMODEL* const root = FindModelByName("root");
     if (root == nullptr) return Fail(kFail, L"Root node cannot be found");
     const std::uint32_t number = names.Find("root");
@@ -53,7 +54,7 @@ std::int32_t CAcclaimImport::RenameRoot(const char* token) {
 }
 
 // line = parent { child }
-std::int32_t CAcclaimImport::ParseHierarchyLine(const char* token) {
+std::int32_t AcclaimParser::ParseHierarchyLine(const char* token) {
     MOCAPMODEL* const parent = FindModelByName(token);
     if (parent == nullptr) return Fail(kFail, L"Bone/Root referenced cannot be found");
     const std::uint32_t line = stringFile.GetCurrentLine();
@@ -71,21 +72,21 @@ std::int32_t CAcclaimImport::ParseHierarchyLine(const char* token) {
     }
 }
 
-void CAcclaimImport::AttachChild(MOCAPMODEL& parent, MOCAPMODEL& child) {
+void AcclaimParser::AttachChild(MOCAPMODEL& parent, MOCAPMODEL& child) {
     child.parent = &parent;
     if (parent.length < kShortestBone) child.isDetached = true;
     ++parent.childCount;
     if (!child.isDetached) ++parent.boneChildCount;
     child.depth = parent.depth + 1;
-    PlaceAtEnd(parent, child);
+    MoveToEnd(parent, child);
 }
 
-// Every leaf that is long enough gets a node at its end. Looks at the nodes that were added since
-// the section before: what the others lack they keep lacking.
-std::int32_t CAcclaimImport::EndLeaves() {
+// Adds a node at the end of every leaf that is long enough. Only nodes that were added since the
+// last hierarchy section are looked at; earlier ones stay as they are.
+std::int32_t AcclaimParser::EndLeaves() {
     std::vector<std::unique_ptr<MOCAPMODEL>> ends;
-    for (; settledNodes < models.size(); ++settledNodes) {
-        MOCAPMODEL& leaf = *models[settledNodes];
+    for (; settledNodes < skeleton.models.size(); ++settledNodes) {
+        MOCAPMODEL& leaf = *skeleton.models[settledNodes];
         if (leaf.childCount != 0) continue;
         if (leaf.length < kShortestBone) {
             leaf.isDetached = true;
@@ -97,12 +98,12 @@ std::int32_t CAcclaimImport::EndLeaves() {
         if (!end->name) return kOutOfMemory;
         end->parent = &leaf;
         end->depth = leaf.depth + 1;
-        PlaceAtEnd(leaf, *end);
+        MoveToEnd(leaf, *end);
         ++leaf.childCount;
         ++leaf.boneChildCount;
         ends.push_back(std::move(end));
     }
     for (auto& end : ends)
-        models.push_back(std::move(end));
+        skeleton.models.push_back(std::move(end));
     return kOk;
 }

@@ -5,15 +5,13 @@
 #include "host/application.h"
 #include "mocap/bar_in_use.h"
 #include "mocap/scene_helpers.h"
-#include "textio/ascii.h"
 
 using namespace Zelk::status;
 
 namespace {
 
-// Frames that the base pose lasts.
+// The base pose lasts this many frames.
 constexpr double kBasePoseFrames = 5.0;
-constexpr double kLowestVersion = 1.0;
 
 }  // namespace
 
@@ -24,51 +22,39 @@ Zelk::CStatus CAcclaimImport::ImportSkeleton(const Zelk::CString& asfFile,
     parsing = false;
     Zelk::CStatus status;
     try {
-        status = ReadSkeleton(asfFile, name);
+        status = OpenSkeleton(asfFile, name);
         if (status.Succeeded()) status = BuildSkeleton(name);
     } catch (const std::bad_alloc&) {
-        // Of a parser's failure the message alone tells what it was.
+        // Every failure of the parser has this status; the message tells what it was.
         status = FailForMemory(parsing ? kFail : kOutOfMemory);
     }
     Clear(!status.Succeeded());
     return status;
 }
 
-std::int32_t CAcclaimImport::ReadSkeleton(const Zelk::CString& asfFile, const Zelk::CString& name) {
+std::int32_t CAcclaimImport::OpenSkeleton(const Zelk::CString& asfFile, const Zelk::CString& name) {
     if (asfFile.IsEmpty())
         return Fail(kInvalidArgument, L"ASF file not specified. Specify a valid file name");
     if (name.IsEmpty())
         return Fail(kInvalidArgument,
                     L"Container model name not specified. Specify a valid model name");
-    if (!hasSeparators) return FailForMemory();
+    if (!parser.HasSeparators()) return FailForMemory();
     if (!stringFile.ReadFile(asfFile.GetWideString()))
         return RefuseFile(true, kFileNotFound,
                           L"Failed to read ASF file. Specify a valid file name");
-    ResetAllowances();
+    allowances.Reset(stringFile.GetSize());
     parsing = true;
-    return CheckVersion();
+    const std::int32_t status = parser.ParseVersion();
+    return status < 0 ? RefuseFile(true, status, parser.LastError().message) : status;
 }
 
-std::int32_t CAcclaimImport::RefuseFile(bool all, std::int32_t status,
-                                        const Zelk::CString& message) {
-    Clear(all);
-    return Fail(status, message);
-}
-
-// version = ":version" number
-std::int32_t CAcclaimImport::CheckVersion() {
-    const char* const token = GetNextAccString();
-    if (token == nullptr || !textio::EqualsIgnoringCase(token, ":version"))
-        return RefuseFile(true, kIncompatibleFile,
-                          L"ASF file is invalid. Specify a valid ASF file");
-    double version = 0.0;
-    if (!stringFile.GetNextFloat(version))
-        return RefuseFile(true, kInvalidArgument,
-                          L"Bad ASF file version. Specify a valid ASF file");
-    if (version < kLowestVersion)
-        return RefuseFile(true, kInvalidArgument,
-                          L"Unsupported ASF file version. Specify a valid ASF file");
-    return kOk;
+std::int32_t CAcclaimImport::ParseASF() {
+    const std::int32_t status = RecordParserError(parser, parser.ParseASF());
+    if (status < 0) return status;
+    const std::string& name = parser.Facts().name;
+    if (!name.empty()) modelName = ZelkStringFromANSI(name.c_str());
+    documentation = Zelk::CString(parser.Facts().documentation.c_str());
+    return status;
 }
 
 Zelk::CStatus CAcclaimImport::BuildSkeleton(const Zelk::CString& name) {
@@ -94,7 +80,7 @@ Zelk::CStatus CAcclaimImport::CreateSkeletonZelkEntities(const Zelk::CString& na
         return Fail(kFail, L"Failed to create main model");
     modelName = lastModel.GetName();
     Zelk::CStatus status = AddActionSource(lastModel, modelName + L"_BasePose", lastBasePose,
-                                           kBasePoseFrames * frameTime);
+                                           kBasePoseFrames * parser.Facts().frameTime);
     if (!status.Succeeded()) return status;
     progressBar->Advance(5);
 

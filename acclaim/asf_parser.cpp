@@ -1,59 +1,78 @@
-// The ASF grammar, one function a production. Sections come in any order; keywords and values are
-// matched in any letter case. A handler leaves the next section's keyword to the loop.
+// The ASF grammar, one function a production. Sections come in any order; keywords and values match
+// in any letter case. A handler leaves the keyword of the next section to the loop.
 #include <cstring>
 #include <string>
 
-#include "acclaim/acclaim_import.h"
+#include "acclaim/acclaim_parser.h"
 #include "acclaim/wide_text.h"
+#include "host/status.h"
 #include "mocap/parse_status.h"
-#include "mocap/scene_helpers.h"
 #include "textio/ascii.h"
 
 using textio::EqualsIgnoringCase;
 using namespace Zelk::status;
 
-// file = { ":name" name | ":units" units | ":documentation" text | ":root" root
+namespace {
+
+constexpr double kLowestVersion = 1.0;
+
+}  // namespace
+
+// version = ":version" number
+std::int32_t AcclaimParser::ParseVersion() {
+    const char* const token = GetNextAccString();
+    if (token == nullptr || !textio::EqualsIgnoringCase(token, ":version"))
+        return Fail(kIncompatibleFile, L"ASF file is invalid. Specify a valid ASF file");
+    double version = 0.0;
+    if (!stringFile.GetNextFloat(version))
+        return Fail(kInvalidArgument, L"Bad ASF file version. Specify a valid ASF file");
+    if (version < kLowestVersion)
+        return Fail(kInvalidArgument, L"Unsupported ASF file version. Specify a valid ASF file");
+    return kOk;
+}
+
+// sections = { ":name" name | ":units" units | ":documentation" text | ":root" root
 //        | ":bonedata" bones | ":hierarchy" hierarchy | unknown }
-std::int32_t CAcclaimImport::ParseASF() {
+std::int32_t AcclaimParser::ParseASF() {
     struct Section {
         const char* keyword;
-        std::int32_t (CAcclaimImport::*handle)();
+        std::int32_t (AcclaimParser::*handle)();
         unsigned int steps;  // of the progress bar
     };
     static constexpr Section kSections[] = {
-        {":name", &CAcclaimImport::HandleName, 2},
-        {":units", &CAcclaimImport::HandleUnits, 0},
-        {":documentation", &CAcclaimImport::HandleDocumentation, 0},
-        {":root", &CAcclaimImport::HandleRoot, 3},
-        {":bonedata", &CAcclaimImport::HandleBoneData, 6},
-        {":hierarchy", &CAcclaimImport::HandleHierarchy, 4},
+        {":name", &AcclaimParser::HandleName, 2},
+        {":units", &AcclaimParser::HandleUnits, 0},
+        {":documentation", &AcclaimParser::HandleDocumentation, 0},
+        {":root", &AcclaimParser::HandleRoot, 3},
+        {":bonedata", &AcclaimParser::HandleBoneData, 6},
+        {":hierarchy", &AcclaimParser::HandleHierarchy, 4},
     };
     for (;;) {
         const char* const token = GetNextAccString();
         if (token == nullptr) return mocap::kEndOfFile;
         if (CheckCancelled()) return kCancelled;
         if (token[0] != ':') return Fail(kInvalidData, L"Invalid keyword");
-        // An unknown section has no content: a value behind it is met by the next round, which
-        // refuses it.
+        // An unknown section has no content. When a value follows its keyword, the next round of
+        // the loop refuses that value.
         for (const Section& section : kSections) {
             if (!EqualsIgnoringCase(token, section.keyword)) continue;
             const std::int32_t status = (this->*section.handle)();
             if (status < 0) return status;
-            if (section.steps > 0) progressBar->Advance(section.steps);
+            if (section.steps > 0) monitor.Advance(section.steps);
             break;
         }
     }
 }
 
-std::int32_t CAcclaimImport::HandleName() {
+std::int32_t AcclaimParser::HandleName() {
     const char* const token = GetNextAccString();
     if (token == nullptr) return Fail(kUnexpectedEnd, L"Unexpected End of file");
-    modelName = ZelkStringFromANSI(token);
+    facts.name = token;
     return kOk;
 }
 
 // units = { "mass" number | "length" number | "angle" ( "deg" | "rad" ) }
-std::int32_t CAcclaimImport::HandleUnits() {
+std::int32_t AcclaimParser::HandleUnits() {
     for (;;) {
         const std::uint32_t position = stringFile.GetPosition();
         const char* token = GetNextAccString();
@@ -69,13 +88,13 @@ std::int32_t CAcclaimImport::HandleUnits() {
         } else if (EqualsIgnoringCase(token, "length")) {
             if (!stringFile.GetNextFloat(value))
                 return Fail(kInvalidData, L"Failed to get :units.length");
-            if (!overrideLengthMultiplier) lengthMultiplier = value;
+            if (!overrideLengthMultiplier) facts.lengthMultiplier = value;
         } else if (EqualsIgnoringCase(token, "angle")) {
             token = GetNextAccString();
             const bool isDegrees = token != nullptr && EqualsIgnoringCase(token, "deg");
             if (!isDegrees && (token == nullptr || !EqualsIgnoringCase(token, "rad")))
                 return Fail(kInvalidData, L"Invalid :units.angle value");
-            degrees = isDegrees;
+            facts.degrees = isDegrees;
         } else {
             return Fail(kInvalidData, L"Invalid parameter in :units");
         }
@@ -83,23 +102,22 @@ std::int32_t CAcclaimImport::HandleUnits() {
 }
 
 // text = everything up to the next ":" or the end of the file
-std::int32_t CAcclaimImport::HandleDocumentation() {
+std::int32_t AcclaimParser::HandleDocumentation() {
     const std::uint32_t start = stringFile.GetPosition();
     if (stringFile.GetNextString() == nullptr) return mocap::kEndOfFile;
     const char* const text = stringFile.GetBuffer() + start;
     const std::size_t length = std::strcspn(text, ":");
     const std::uint32_t end = start + static_cast<std::uint32_t>(length);
-    if (length > 0)
-        documentation = Zelk::CString(WideText(std::string(text, length).c_str()).c_str());
+    if (length > 0) facts.documentation = WideText(std::string(text, length).c_str());
     if (stringFile.SetPosition(end)) return kOk;
-    // The end of the file is not a position to go to, but one that the last token leads to.
+    // SetPosition cannot reach the end of the file, but reading the last token can.
     stringFile.SetPosition(end - 1);
     stringFile.GetNextString();
     return mocap::kEndOfFile;
 }
 
 // root = { "order" channels | "axis" axes | "position" x y z | "orientation" x y z }
-std::int32_t CAcclaimImport::HandleRoot() {
+std::int32_t AcclaimParser::HandleRoot() {
     MOCAPMODEL* const root = AppendNode();
     if (root == nullptr) return kOutOfMemory;
     root->name = CopyText("root");
@@ -123,8 +141,8 @@ std::int32_t CAcclaimImport::HandleRoot() {
     return kOk;
 }
 
-std::int32_t CAcclaimImport::ParseRootParameter(MOCAPMODEL& root, const char* token,
-                                                const char*& order) {
+std::int32_t AcclaimParser::ParseRootParameter(MOCAPMODEL& root, const char* token,
+                                               const char*& order) {
     static constexpr const wchar_t* kExpected[] = {L"Expected :root.position x value",
                                                    L"Expected :root.position y value",
                                                    L"Expected :root.position z value"};
@@ -136,8 +154,8 @@ std::int32_t CAcclaimImport::ParseRootParameter(MOCAPMODEL& root, const char* to
     return Fail(kInvalidData, L"Invalid parameter in :root");
 }
 
-// The order is the one that the section named before.
-std::int32_t CAcclaimImport::ParseRootOrientation(MOCAPMODEL& root, const char* order) {
+// The order is the one that an "axis" line named earlier in the section.
+std::int32_t AcclaimParser::ParseRootOrientation(MOCAPMODEL& root, const char* order) {
     static constexpr const wchar_t* kExpected[] = {L"Expected :root.rotation float value",
                                                    L"Expected :root.rotation float value",
                                                    L"Expected :root.rotation float value"};

@@ -1,7 +1,8 @@
-// What the sections of an ASF file have in common: vectors, axis orders, lists of channels.
+// What several sections of an ASF file use: vectors, axis orders, lists of channels.
 #include <span>
 
-#include "acclaim/acclaim_import.h"
+#include "acclaim/acclaim_parser.h"
+#include "host/status.h"
 #include "math/angles.h"
 #include "math/rotation_math.h"
 #include "textio/ascii.h"
@@ -15,14 +16,14 @@ namespace {
 constexpr const char* kAxisOrders[] = {"xyz", "xzy", "yxz", "yzx", "zxy", "zyx"};
 
 struct ChannelToken {
-    const char* text;  // of which two characters count at most
+    const char* text;  // at most two characters, which are compared
     std::uint8_t type;
 };
 constexpr ChannelToken kRootTokens[] = {
     {"tx", kPositionX}, {"ty", kPositionY}, {"tz", kPositionZ},
     {"rx", kRotationX}, {"ry", kRotationY}, {"rz", kRotationZ},
 };
-// A bone stands at the end of its parent's, so translations of its own have no place to go.
+// A bone starts at the end of its parent, so its own translations are not imported.
 constexpr ChannelToken kBoneTokens[] = {
     {"tx", kIgnoredChannel}, {"ty", kIgnoredChannel}, {"tz", kIgnoredChannel}, {"rx", kRotationX},
     {"ry", kRotationY},      {"rz", kRotationZ},      {"|", kBoneLength},
@@ -35,8 +36,8 @@ std::uint8_t ChannelTypeOf(std::span<const ChannelToken> known, const char* toke
     return kEmptySlot;
 }
 
-// Looks at the slot behind the one just filled, which holds something only where a line before this
-// one put it there. A channel named twice in one line therefore passes.
+// Compares the slot after the one that was just filled, which holds a type only when an earlier
+// line put it there. It is intended that a channel named twice in one line is accepted.
 bool RepeatsChannel(const MOCAPMODEL& node, std::size_t slot) {
     if (slot + 1 == MOCAPMODEL::kSlotCount) return false;
     const std::uint8_t type = node.channels.TypeAt(slot + 1);
@@ -47,19 +48,19 @@ bool RepeatsChannel(const MOCAPMODEL& node, std::size_t slot) {
 
 }  // namespace
 
-struct CAcclaimImport::ChannelTokens {
+struct AcclaimParser::ChannelTokens {
     std::span<const ChannelToken> known;
     const wchar_t* unknown;
     const wchar_t* repeated;
 };
 
-std::int32_t CAcclaimImport::ParseVector(double* vector, const wchar_t* const* expected) {
+std::int32_t AcclaimParser::ParseVector(double* vector, const wchar_t* const* expected) {
     for (int axis = 0; axis < 3; ++axis)
         if (!stringFile.GetNextFloat(vector[axis])) return Fail(kInvalidData, expected[axis]);
     return kOk;
 }
 
-std::int32_t CAcclaimImport::ParseAxisOrder(const char*& order, const wchar_t* unknown) {
+std::int32_t AcclaimParser::ParseAxisOrder(const char*& order, const wchar_t* unknown) {
     const char* const token = GetNextAccString();
     if (token == nullptr) return Fail(kUnexpectedEnd, L"Expected :root.axis order");
     for (const char* known : kAxisOrders) {
@@ -70,17 +71,17 @@ std::int32_t CAcclaimImport::ParseAxisOrder(const char*& order, const wchar_t* u
     return Fail(kInvalidData, unknown);
 }
 
-std::int32_t CAcclaimImport::ParseRootOrder(MOCAPMODEL& root) {
+std::int32_t AcclaimParser::ParseRootOrder(MOCAPMODEL& root) {
     return ParseChannels(root, {kRootTokens, L"Unknown :root.order token",
                                 L"Order token defined more than once for the same :root"});
 }
 
-std::int32_t CAcclaimImport::ParseDof(MOCAPMODEL& bone) {
+std::int32_t AcclaimParser::ParseDof(MOCAPMODEL& bone) {
     return ParseChannels(bone, {kBoneTokens, L"Unknown :bonedata.dof token",
                                 L"DOF token defined more than once for the same :bonedata"});
 }
 
-std::int32_t CAcclaimImport::ParseChannels(MOCAPMODEL& node, const ChannelTokens& tokens) {
+std::int32_t AcclaimParser::ParseChannels(MOCAPMODEL& node, const ChannelTokens& tokens) {
     const std::uint32_t line = stringFile.GetCurrentLine();
     for (std::size_t slot = 0;; ++slot) {
         const std::uint32_t position = stringFile.GetPosition();
@@ -96,14 +97,14 @@ std::int32_t CAcclaimImport::ParseChannels(MOCAPMODEL& node, const ChannelTokens
         node.channels[slot].type = type;
         if (type == kIgnoredChannel) continue;
         if (RepeatsChannel(node, slot)) return Fail(kInvalidData, tokens.repeated);
-        ++channelCount;
+        ++skeleton.channelCount;
     }
 }
 
-void CAcclaimImport::ConvertToXYZ(double* angles, const char* order) const {
+void AcclaimParser::ConvertToXYZ(double* angles, const char* order) const {
     if (EqualsIgnoringCase(order, "xyz")) return;
-    const double toRadians = degrees ? math::kRadiansPerDegree : 1.0;
-    const double fromRadians = degrees ? math::kDegreesPerRadian : 1.0;
+    const double toRadians = facts.degrees ? math::kRadiansPerDegree : 1.0;
+    const double fromRadians = facts.degrees ? math::kDegreesPerRadian : 1.0;
     double turns[3];
     for (int i = 0; i < 3; ++i)
         turns[i] = angles[i] * toRadians;
@@ -112,8 +113,8 @@ void CAcclaimImport::ConvertToXYZ(double* angles, const char* order) const {
         angles[i] *= fromRadians;
 }
 
-void CAcclaimImport::ConvertToDegrees(double* angles) const {
-    if (degrees) return;
+void AcclaimParser::ConvertToDegrees(double* angles) const {
+    if (facts.degrees) return;
     for (int i = 0; i < 3; ++i)
         angles[i] *= math::kDegreesPerRadian;
 }

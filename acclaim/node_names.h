@@ -5,8 +5,9 @@
 #include <unordered_map>
 #include <vector>
 
-// Finds nodes by name in any letter case of ASCII; of equal names the node with the lowest number
-// wins. The cost is that of the name, however many there are.
+// Finds nodes by name, in any letter case of ASCII. Of several nodes with one name it finds the
+// node with the lowest number. The cost grows with the length of the name, not with the number of
+// nodes.
 class NodeNames {
   public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
@@ -14,13 +15,13 @@ class NodeNames {
     void Clear() { nodes_.clear(); }
     void Add(const char* name, std::uint32_t node);
     std::uint32_t Find(const char* name);
-    // Takes the name from the node that Find gives for it.
+    // Forgets the name of the node that Find returns for it.
     void RemoveFirst(const char* name);
 
   private:
     const std::string& Fold(const char* name);
 
-    // The nodes of a name as a heap, the lowest first.
+    // For each name in lower case, its nodes as a heap with the lowest number first.
     std::unordered_map<std::string, std::vector<std::uint32_t>> nodes_;
     std::string folded_;
 };

@@ -2,6 +2,6 @@
 
 #include <cstddef>
 
-// What is in `sum` after `sum += term` was done `times` times, to the last bit, in a number of
-// steps that hardly depends on `times`.
+// Returns, to the last bit, what `sum` would be after `times` repetitions of `sum += term`. The
+// time it takes hardly depends on `times`.
 double AddRepeatedly(double sum, double term, std::size_t times);

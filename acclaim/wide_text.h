@@ -2,6 +2,6 @@
 
 #include <string>
 
-// The characters of 8-bit text by the process's character locale, up to the first byte that has
-// none there.
+// Converts 8-bit text to characters by the process's character locale, up to the first byte that is
+// not valid there.
 std::wstring WideText(const char* text);

@@ -1,5 +1,7 @@
-// A BVH import stage by stage, and whole. Items are values: joints' channels times frames.
+// The stages of a BVH import, and whole imports. Items are values: channels times frames.
 #include <benchmark/benchmark.h>
+#include <string>
+#include <utility>
 
 #include "bench/synthetic_bvh.h"
 #include "bvh/biovision_import.h"
@@ -7,24 +9,23 @@
 
 namespace {
 
-// The importer with its stages in the open.
-class Stages : public CBiovisionImport {
-  public:
-    Stages() { SetOptions(true, true, false, true); }
-
-    void Load(const std::string& path) {
-        headless::Session::Current().Reset();
-        stringFile.ReadFile(std::wstring(path.begin(), path.end()).c_str());
-        stringFile.GetNextString();
-        progressBar = &bar;
+// A file that is parsed without an importer.
+struct ParsedFile {
+    explicit ParsedFile(const std::string& path) {
+        file.ReadFile(std::wstring(path.begin(), path.end()).c_str());
+        file.GetNextString();
+        allowances.Reset(file.GetSize());
     }
-    void Parse() { ParseBVH(nullptr); }
-    void Normalise() { FixRotationsOrder(); }
-    void Build() { CreateZelkEntities(L"bench"); }
-    void Finish() { Clear(true); }
+    void Parse() {
+        parser.ParseHierarchy(nullptr);
+        parser.ParseMotion();
+    }
 
-  private:
-    CIFPlugProgressBar bar;
+    CStringFile file;
+    MocapSkeleton skeleton;
+    FileAllowances allowances;
+    ParseMonitor monitor;
+    BvhParser parser{file, skeleton, allowances, monitor};
 };
 
 bench::BvhShape ShapeOf(const benchmark::State& state) {
@@ -40,20 +41,15 @@ void Count(benchmark::State& state) {
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
-using Stage = void (Stages::*)();
-
-// Times one stage; those before it and the clearing up are not counted.
-void BM_Stage(benchmark::State& state, std::initializer_list<Stage> before, Stage timed) {
+// From text to nodes and keys. Reading the file and freeing the keys is not timed.
+void BM_Parse(benchmark::State& state) {
     const std::string path = bench::SyntheticBvhFile(ShapeOf(state));
     for (auto _ : state) {
         state.PauseTiming();
         {
-            Stages stages;
-            stages.Load(path);
-            for (const Stage stage : before)
-                (stages.*stage)();
+            ParsedFile file(path);
             state.ResumeTiming();
-            (stages.*timed)();
+            file.Parse();
             state.PauseTiming();
         }
         state.ResumeTiming();
@@ -61,14 +57,24 @@ void BM_Stage(benchmark::State& state, std::initializer_list<Stage> before, Stag
     Count(state);
 }
 
-void BM_Parse(benchmark::State& state) {
-    BM_Stage(state, {}, &Stages::Parse);
-}
-void BM_Normalise(benchmark::State& state) {
-    BM_Stage(state, {&Stages::Parse}, &Stages::Normalise);
-}
+// From nodes and keys to the scene, the order of rotations included.
 void BM_Build(benchmark::State& state) {
-    BM_Stage(state, {&Stages::Parse, &Stages::Normalise}, &Stages::Build);
+    const std::string path = bench::SyntheticBvhFile(ShapeOf(state));
+    for (auto _ : state) {
+        state.PauseTiming();
+        {
+            headless::Session::Current().Reset();
+            ParsedFile file(path);
+            file.Parse();
+            CBiovisionImport importer;
+            importer.SetOptions(true, true, false, true);
+            state.ResumeTiming();
+            importer.ImportParsed(std::move(file.skeleton), file.parser.FrameTime(), L"bench");
+            state.PauseTiming();
+        }
+        state.ResumeTiming();
+    }
+    Count(state);
 }
 
 void BM_WholeImport(benchmark::State& state, bool nulls) {
@@ -99,7 +105,6 @@ void Shapes(benchmark::internal::Benchmark* benchmark) {
 }
 
 BENCHMARK(BM_Parse)->Apply(Shapes);
-BENCHMARK(BM_Normalise)->Apply(Shapes);
 BENCHMARK(BM_Build)->Apply(Shapes);
 BENCHMARK(BM_ImportNulls)->Apply(Shapes);
 BENCHMARK(BM_ImportBones)->Apply(Shapes);

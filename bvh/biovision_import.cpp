@@ -8,9 +8,8 @@ CBiovisionImport::~CBiovisionImport() {
 
 void CBiovisionImport::Clear(bool clearFile) {
     if (clearFile) stringFile.ClearFile();
-    keySlots.clear();
+    parser.Reset();
     models.clear();
-    bracketDepth = 0;
     channelCount = 0;
     frameCount = 0;
     frameTime = 0.0;

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <list>
-#include <memory>
 
+#include "bvh/bvh_parser.h"
 #include "host/status.h"
 #include "host/string.h"
 #include "mocap/file_allowance.h"
@@ -16,58 +15,56 @@ class CBiovisionImport : public CMocapImportBase {
     CBiovisionImport();
     ~CBiovisionImport() override;
 
-    // The whole import of one file. Models are named after `name`. Scene objects made before a
-    // failure stay; GetModelsCount tells how many models were completed, and the last of them is
-    // the one that GetLastModel and its kin hand out.
+    // Imports a whole file. Models are named after `name`. Scene objects that were made before a
+    // failure stay. GetModelsCount says how many models were completed; GetLastModel,
+    // GetLastBasePose and GetLastMotion return what belongs to the last of them.
     Zelk::CStatus ImportBVH(const Zelk::CString& fileName, const Zelk::CString& name);
     std::uint32_t GetModelsCount() const { return importedModels; }
 
-  protected:
-    // --- bvh_parser.cpp: from tokens to nodes and keys; makes no scene object ---
-    // Parses what follows a section's HIERARCHY keyword. mocap::kEndOfFile: the file ended
-    // without a motion. Failures are recorded.
-    std::int32_t ParseBVH(MOCAPMODEL* current);
-    std::int32_t ParseMotion();
-
-    // --- bvh_import.cpp: from nodes and keys to the scene ---
-    Zelk::CStatus CreateZelkEntities(const Zelk::CString& name);
-    // Frees what was parsed, with `clearFile` the file too.
-    void Clear(bool clearFile);
+    // Builds the scene of a section that was parsed elsewhere, with `frameTime` in seconds, as a
+    // model named after `name`. GetSkeleton then has its nodes and their scene objects.
+    Zelk::CStatus ImportParsed(MocapSkeleton section, double sectionFrameTime,
+                               const Zelk::CString& name);
 
   private:
-    enum class NodeKind { Joint, EndSite };
-    std::int32_t ParseNode(NodeKind kind, MOCAPMODEL*& current);
-    std::int32_t ParseName(NodeKind kind, MOCAPMODEL& node);
-    bool AllowsEndSiteName(const MOCAPMODEL* parent);
-    static std::unique_ptr<char[]> EndSiteName(const MOCAPMODEL* parent);
-    std::int32_t ParseOffset(MOCAPMODEL& node);
-    void AttachToParent(MOCAPMODEL& node);
-    std::int32_t ParseChannels(MOCAPMODEL& node);
-    std::int32_t ParseChannel(MOCAPMODEL& node);
+    // Passes what the parser asks and reports on to the progress bar.
+    class Monitor : public ParseMonitor {
+      public:
+        explicit Monitor(CBiovisionImport& importer) : importer_(importer) {}
+        bool IsCancelled() override { return importer_.progressBar->IsCancelled(); }
+        void Advance(unsigned int steps) override { importer_.progressBar->Advance(steps); }
+        void BeginValues() override { importer_.ShowMotionProgress(); }
 
-    std::int32_t ParseFrameHeader();
+      private:
+        CBiovisionImport& importer_;
+    };
+
+    // Parses what follows a section's HIERARCHY keyword. Returns mocap::kEndOfFile when the file
+    // ends without a motion. Errors are recorded.
+    std::int32_t ParseBVH(MOCAPMODEL* current);
+    std::int32_t ParseMotion();
     void ShowMotionProgress();
-    // Whether so many values can follow in the rest of the file at all.
-    bool CanHoldFrames() const;
-    std::int32_t ReadFrames(KeyArray* keys);
-
-    // Whether the next token is `keyword`, which is then taken.
-    bool TakeKeyword(const char* keyword);
 
     Zelk::CStatus ImportFile(const Zelk::CString& fileName, const Zelk::CString& name);
     Zelk::CStatus ImportSections(const Zelk::CString& name);
     Zelk::CStatus ImportSection(const Zelk::CString& name, std::int32_t& parsed);
     Zelk::CStatus BuildSection(const Zelk::CString& name, std::int32_t& parsed);
-    // Whether the file may have this section: a failure is recorded.
+    // From nodes and keys to the scene.
+    Zelk::CStatus BuildScene(const Zelk::CString& name);
+    Zelk::CStatus CreateZelkEntities(const Zelk::CString& name);
+    // Whether the file may have this section. If not, the error is recorded.
     std::int32_t CountSection(const Zelk::CString& name);
     Zelk::CStatus CreateActions();
     Zelk::CStatus CreateSkeleton();
     Zelk::CStatus CreateMotion();
+    // Frees what was parsed, and with `clearFile` the file too.
+    void Clear(bool clearFile);
 
-    // Each makes a model, two actions and a group. Those with channels and frames do not count.
+    // Sections without channels or frames. Each makes a model, two actions and a group; a section
+    // with channels and frames is long enough for these.
     FileAllowance sectionsLeft{10000, 1, 96};
     std::uint32_t importedModels = 0;
-    std::uint32_t bracketDepth = 0;  // "{" opened and not yet closed
-    std::list<KeyArray*> keySlots;   // of each channel, in the file's order; the nodes'
-    double frameTime = 0.0;          // seconds
+    Monitor monitor{*this};
+    BvhParser parser{stringFile, *this, allowances, monitor};
+    double frameTime = 0.0;  // seconds
 };

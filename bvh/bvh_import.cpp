@@ -1,5 +1,7 @@
 // From the file to the scene: one model for each section.
+#include <algorithm>
 #include <new>
+#include <utility>
 
 #include "bvh/biovision_import.h"
 #include "host/application.h"
@@ -12,7 +14,7 @@ using namespace Zelk::status;
 
 namespace {
 
-// Frames that the base pose lasts.
+// The base pose lasts this many frames.
 constexpr double kBasePoseFrames = 5.0;
 
 }  // namespace
@@ -44,7 +46,7 @@ Zelk::CStatus CBiovisionImport::ImportFile(const Zelk::CString& fileName,
         Clear(true);
         return Fail(kFileNotFound, L"Failed to read BVH file. Specify a valid file name");
     }
-    ResetAllowances();
+    allowances.Reset(stringFile.GetSize());
     sectionsLeft.Reset(stringFile.GetSize());
     CIFPlugProgressBar bar;
     const BarInUse barInUse(progressBar, bar);
@@ -78,14 +80,14 @@ Zelk::CStatus CBiovisionImport::ImportSection(const Zelk::CString& name, std::in
     try {
         status = BuildSection(name, parsed);
     } catch (const std::bad_alloc&) {
-        // Of a parser's failure the message alone tells what it was.
+        // Every failure of the parser has this status; the message tells what it was.
         status = FailForMemory(parsing ? kFail : kOutOfMemory);
     }
     if (status.Succeeded()) {
         ++importedModels;
         Clear(false);
     } else if (importedModels > 0) {
-        // What is handed out is the last section that was completed.
+        // The getters return the objects of the last section that was completed.
         lastBasePose = basePose;
         lastMotion = motion;
         lastModel = model;
@@ -98,6 +100,43 @@ Zelk::CStatus CBiovisionImport::BuildSection(const Zelk::CString& name, std::int
     parsed = ParseBVH(nullptr);
     if (parsed < 0) return kFail;
     parsing = false;
+    return BuildScene(name);
+}
+
+std::int32_t CBiovisionImport::ParseBVH(MOCAPMODEL* current) {
+    const std::int32_t status = RecordParserError(parser, parser.ParseHierarchy(current));
+    return status == kOk ? ParseMotion() : status;
+}
+
+std::int32_t CBiovisionImport::ParseMotion() {
+    const std::int32_t status = RecordParserError(parser, parser.ParseMotion());
+    frameTime = parser.FrameTime();
+    return status;
+}
+
+void CBiovisionImport::ShowMotionProgress() {
+    const std::uint32_t keys = channelCount * frameCount;
+    const auto nodes = static_cast<std::uint32_t>(models.size());
+    std::uint32_t range = std::min(keys, BvhParser::kValueSteps) + 50 + 10 * nodes + 10 * nodes;
+    if (!useNulls) range += 10 * nodes;  // bones take longer to build
+    progressBar->Reset();
+    progressBar->SetRange(range);
+    progressBar->SetText(L"Importing Motion...");
+    progressBar->Show();
+}
+
+Zelk::CStatus CBiovisionImport::ImportParsed(MocapSkeleton section, double sectionFrameTime,
+                                             const Zelk::CString& name) {
+    RecordError(Zelk::CString());
+    Clear(true);
+    static_cast<MocapSkeleton&>(*this) = std::move(section);
+    frameTime = sectionFrameTime;
+    CIFPlugProgressBar bar;
+    const BarInUse barInUse(progressBar, bar);
+    return BuildScene(name);
+}
+
+Zelk::CStatus CBiovisionImport::BuildScene(const Zelk::CString& name) {
     const std::int32_t status = FixRotationsOrder();
     return status < 0 ? Zelk::CStatus(status) : CreateZelkEntities(name);
 }
@@ -117,17 +156,19 @@ Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
     return status;
 }
 
-// The model, two actions and a group are called after the file, and the session remembers the
-// commands that name them. A section with channels and frames is long enough for all that.
+// The model, two actions and a group are named after the file, and the host keeps the commands that
+// name them, so that a long name is copied many times for each section.
 std::int32_t CBiovisionImport::CountSection(const Zelk::CString& name) {
     if (channelCount > 0 && frameCount > 0) return kOk;
-    if (!sectionsLeft.Take())
+    if (!sectionsLeft.Reserve())
         return FailForCount(L"sections without channels or frames", sectionsLeft);
-    if (!derivedNames.Take(std::uint64_t{12} * name.Length())) return FailForDerivedNames();
+    if (!allowances.derivedNames.Reserve(std::uint64_t{12} * name.Length()))
+        return FailForDerivedNames();
     return kOk;
 }
 
-// The ends are in seconds although keys are timed in frame numbers: hosts read both together.
+// The ends are in seconds although keys are timed in frame numbers. A host divides one by the other
+// to get the seconds per frame.
 Zelk::CStatus CBiovisionImport::CreateActions() {
     const Zelk::CStatus status = AddActionSource(lastModel, modelName + L"_BasePose", lastBasePose,
                                                  kBasePoseFrames * frameTime);

@@ -1,10 +1,10 @@
-// The BVH grammar, one function a production. Keywords stand alone between white space, in any
-// letter case; a loop follows the braces, since the file decides how deep they go.
-#include <cstring>
-#include <new>
-#include <vector>
+// The BVH grammar, one function a production. Keywords are separated by white space and match in
+// any letter case. A loop follows the braces, because the file decides how deep they go.
+#include "bvh/bvh_parser.h"
 
-#include "bvh/biovision_import.h"
+#include <cstring>
+
+#include "host/status.h"
 #include "mocap/parse_status.h"
 #include "textio/ascii.h"
 
@@ -33,14 +33,21 @@ std::uint8_t ChannelTypeOf(const char* token) {
 
 }  // namespace
 
-bool CBiovisionImport::TakeKeyword(const char* keyword) {
+void BvhParser::Reset() {
+    ForgetError();
+    bracketDepth = 0;
+    keySlots.clear();
+    frameTime = 0.0;
+}
+
+bool BvhParser::ConsumeKeyword(const char* keyword) {
     const char* const token = stringFile.GetNextString();
     return token != nullptr && EqualsIgnoringCase(token, keyword);
 }
 
-// hierarchy = { node | "}" } ( "MOTION" motion | end of file )
+// hierarchy = { node | "}" } ( "MOTION" | end of file )
 // node      = ( "ROOT" | "JOINT" ) name body | "End" "Site" body
-std::int32_t CBiovisionImport::ParseBVH(MOCAPMODEL* current) {
+std::int32_t BvhParser::ParseHierarchy(MOCAPMODEL* current) {
     for (;;) {
         const char* const token = stringFile.GetNextString();
         std::int32_t status = kOk;
@@ -54,10 +61,10 @@ std::int32_t CBiovisionImport::ParseBVH(MOCAPMODEL* current) {
             current = current->parent;
             --bracketDepth;
         } else if (EqualsIgnoringCase(token, "MOTION")) {
-            return ParseMotion();
+            return kOk;
         } else if (EqualsIgnoringCase(token, "ROOT") || EqualsIgnoringCase(token, "JOINT")) {
             status = ParseNode(NodeKind::Joint, current);
-        } else if (EqualsIgnoringCase(token, "End") && TakeKeyword("Site")) {
+        } else if (EqualsIgnoringCase(token, "End") && ConsumeKeyword("Site")) {
             status = ParseNode(NodeKind::EndSite, current);
         } else {
             return Fail(kInvalidData, L"Invalid BVH token found");
@@ -66,14 +73,15 @@ std::int32_t CBiovisionImport::ParseBVH(MOCAPMODEL* current) {
     }
 }
 
-// body = "{" "OFFSET" x y z [ "CHANNELS" count { channel } ]; what follows belongs to the new node.
-std::int32_t CBiovisionImport::ParseNode(NodeKind kind, MOCAPMODEL*& current) {
+// body = "{" "OFFSET" x y z [ "CHANNELS" count { channel } ]. The tokens up to the matching "}"
+// belong to the new node, which becomes `current`.
+std::int32_t BvhParser::ParseNode(NodeKind kind, MOCAPMODEL*& current) {
     MOCAPMODEL* const node = AppendNode();
     if (node == nullptr) return kOutOfMemory;
     node->parent = current;
     std::int32_t status = ParseName(kind, *node);
     if (status < 0) return status;
-    if (!TakeKeyword("{")) return Fail(kInvalidData, L"Expected '{' token");
+    if (!ConsumeKeyword("{")) return Fail(kInvalidData, L"Expected '{' token");
     ++bracketDepth;
     status = ParseOffset(*node);
     if (status < 0) return status;
@@ -86,7 +94,7 @@ std::int32_t CBiovisionImport::ParseNode(NodeKind kind, MOCAPMODEL*& current) {
 }
 
 // name = token; an end site is named after its parent
-std::int32_t CBiovisionImport::ParseName(NodeKind kind, MOCAPMODEL& node) {
+std::int32_t BvhParser::ParseName(NodeKind kind, MOCAPMODEL& node) {
     if (kind == NodeKind::EndSite) {
         node.isEndSite = true;
         if (!AllowsEndSiteName(node.parent)) return FailForDerivedNames();
@@ -100,30 +108,30 @@ std::int32_t CBiovisionImport::ParseName(NodeKind kind, MOCAPMODEL& node) {
     return kOk;
 }
 
-// False where end sites below end sites or below one long name ask for more than a file of this
-// size can mean.
-bool CBiovisionImport::AllowsEndSiteName(const MOCAPMODEL* parent) {
-    return parent == nullptr || derivedNames.Take(std::strlen(parent->name.get()));
+// End sites below end sites, or many below one long name, could ask for far more memory than the
+// file has bytes. Returns false when their names exceed the file's allowance.
+bool BvhParser::AllowsEndSiteName(const MOCAPMODEL* parent) {
+    return parent == nullptr || allowances.derivedNames.Reserve(std::strlen(parent->name.get()));
 }
 
-// Null without memory.
-std::unique_ptr<char[]> CBiovisionImport::EndSiteName(const MOCAPMODEL* parent) {
+// Returns null when memory runs out.
+std::unique_ptr<char[]> BvhParser::EndSiteName(const MOCAPMODEL* parent) {
     return parent == nullptr ? CopyText("End_Site") : CopyText(parent->name.get(), "_End");
 }
 
 // "OFFSET" x y z
-std::int32_t CBiovisionImport::ParseOffset(MOCAPMODEL& node) {
+std::int32_t BvhParser::ParseOffset(MOCAPMODEL& node) {
     static constexpr const wchar_t* kExpected[] = {L"Expected a float value for OFFSET x",
                                                    L"Expected a float value for OFFSET y",
                                                    L"Expected a float value for OFFSET z"};
-    if (!TakeKeyword("OFFSET")) return Fail(kInvalidData, L"Expected 'OFFSET' token");
+    if (!ConsumeKeyword("OFFSET")) return Fail(kInvalidData, L"Expected 'OFFSET' token");
     for (int axis = 0; axis < 3; ++axis)
         if (!stringFile.GetNextFloat(node.offset[axis])) return Fail(kInvalidData, kExpected[axis]);
     node.isDetached = node.offset[0] == 0.0 && node.offset[1] == 0.0 && node.offset[2] == 0.0;
     return kOk;
 }
 
-void CBiovisionImport::AttachToParent(MOCAPMODEL& node) {
+void BvhParser::AttachToParent(MOCAPMODEL& node) {
     for (int axis = 0; axis < 3; ++axis)
         node.globalPosition[axis] = node.offset[axis];
     if (node.parent == nullptr) return;
@@ -136,7 +144,7 @@ void CBiovisionImport::AttachToParent(MOCAPMODEL& node) {
 }
 
 // "CHANNELS" count { channel }
-std::int32_t CBiovisionImport::ParseChannels(MOCAPMODEL& node) {
+std::int32_t BvhParser::ParseChannels(MOCAPMODEL& node) {
     stringFile.GetNextString();
     int count = 0;
     if (!stringFile.GetNextInt(count))
@@ -150,7 +158,7 @@ std::int32_t CBiovisionImport::ParseChannels(MOCAPMODEL& node) {
     return kOk;
 }
 
-std::int32_t CBiovisionImport::ParseChannel(MOCAPMODEL& node) {
+std::int32_t BvhParser::ParseChannel(MOCAPMODEL& node) {
     const std::uint8_t type = ChannelTypeOf(stringFile.GetNextString());
     if (type == kEmptySlot) return Fail(kInvalidData, L"Unsupported animation CHANNEL");
     if (FindChannel(node, type) != nullptr)
@@ -159,6 +167,6 @@ std::int32_t CBiovisionImport::ParseChannel(MOCAPMODEL& node) {
     slot.type = type;
     if (IsPosition(type)) node.isDetached = true;
     keySlots.push_back(&slot.keys);
-    ++channelCount;
+    ++skeleton.channelCount;
     return kOk;
 }

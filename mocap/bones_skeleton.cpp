@@ -94,9 +94,9 @@ Zelk::CStatus CMocapImportBase::CreateBonesSkeleton() {
     } catch (const std::bad_alloc&) {
         return Zelk::status::kOutOfMemory;
     }
-    // Before the first is made.
-    if (!chainsLeft.Take(CountChains(chains)))
-        return FailForCount(L"bone chains and nulls at their ends", chainsLeft);
+    // Refused before the first chain is made.
+    if (!allowances.chains.Reserve(CountChains(chains)))
+        return FailForCount(L"bone chains and nulls at their ends", allowances.chains);
     for (BoneChain* const chain : sorted) {
         const Zelk::CStatus status = CreateChainObjects(*chain);
         if (!status.Succeeded()) return status;
@@ -156,7 +156,7 @@ Zelk::CStatus CMocapImportBase::CreateChainBones(const BoneChain& chain, Zelk3DO
         // The bone, the chain's root and its effector get the name, as often as the parent begins a
         // chain.
         const Zelk::CString parentName = parent.GetName();
-        if (!derivedNames.Take(std::uint64_t{3} * parentName.Length()))
+        if (!allowances.derivedNames.Reserve(std::uint64_t{3} * parentName.Length()))
             return FailForDerivedNames();
         start.name = NarrowName(parentName);
         if (!start.name) return Zelk::status::kOutOfMemory;

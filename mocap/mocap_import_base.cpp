@@ -1,8 +1,5 @@
 #include "mocap/mocap_import_base.h"
 
-#include <new>
-#include <string>
-
 CMocapImportBase::CMocapImportBase(MOCAP_FORMAT sourceFormat)
     : format(sourceFormat), outOfMemory(L"Out of memory") {}
 
@@ -40,14 +37,11 @@ std::int32_t CMocapImportBase::FailForMemory(std::int32_t status) noexcept {
 }
 
 std::int32_t CMocapImportBase::FailForCount(const wchar_t* what, const FileAllowance& allowance) {
-    const std::wstring message = std::wstring(L"The file asks for more ") + what +
-                                 L" than its size allows (limit " +
-                                 std::to_wstring(allowance.Limit()) + L")";
-    return Fail(Zelk::status::kOutOfMemory, message.c_str());
+    return Fail(Zelk::status::kOutOfMemory, ExceededAllowance(what, allowance).c_str());
 }
 
 std::int32_t CMocapImportBase::FailForDerivedNames() {
-    return FailForCount(L"characters of derived names", derivedNames);
+    return FailForCount(L"characters of derived names", allowances.derivedNames);
 }
 
 bool CMocapImportBase::CheckCancelled() {
@@ -69,21 +63,9 @@ Zelk3DObject CMocapImportBase::AnimatedObject(const MOCAPMODEL& node) {
     return node.nullObject.IsValid() ? Zelk3DObject(node.nullObject) : Zelk3DObject(node.bone);
 }
 
-void CMocapImportBase::ResetAllowances() {
-    for (FileAllowance* const allowance : {&derivedNames, &nodesLeft, &chainsLeft})
-        allowance->Reset(stringFile.GetSize());
-}
-
-MOCAPMODEL* CMocapImportBase::AppendNode() {
-    if (!nodesLeft.Take()) {
-        FailForCount(L"nodes", nodesLeft);
-        return nullptr;
-    }
-    try {
-        models.push_back(std::make_unique<MOCAPMODEL>());
-    } catch (const std::bad_alloc&) {
-        FailForMemory();
-        return nullptr;
-    }
-    return models.back().get();
+std::int32_t CMocapImportBase::RecordParserError(const MocapParser& parser, std::int32_t status) {
+    const wchar_t* const message = parser.LastError().message;
+    if (status >= 0 || message[0] == L'\0') return status;
+    if (message == MocapParser::kOutOfMemoryMessage) return FailForMemory(status);
+    return Fail(status, message);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 #include "host/action.h"
@@ -11,14 +10,15 @@
 #include "host/string.h"
 #include "mocap/bones_skeleton.h"
 #include "mocap/file_allowance.h"
-#include "mocap/mocap_model.h"
+#include "mocap/mocap_parser.h"
+#include "mocap/mocap_skeleton.h"
 #include "mocap/progress_bar.h"
 #include "textio/string_file.h"
 
 // What both importers share: options, the error record, the parsed skeleton, and the building of
 // scene objects from it. Operations return host status codes, negative on failure; of the
 // messages that a failing operation records, the last one counts.
-class CMocapImportBase {
+class CMocapImportBase : protected MocapSkeleton {
   public:
     enum MOCAP_FORMAT { MOCAP_FORMAT_BIOVISION = 0, MOCAP_FORMAT_ACCLAIM = 1 };
 
@@ -41,6 +41,9 @@ class CMocapImportBase {
     Zelk::Model GetLastModel() const { return lastModel; }
     Zelk::ActionSource GetLastBasePose() const { return lastBasePose; }
     Zelk::ActionSource GetLastMotion() const { return lastMotion; }
+
+    // The nodes that the importer holds at present, with the scene objects that were made for them.
+    const MocapSkeleton& GetSkeleton() const { return *this; }
 
   protected:
     using CHANNELS = MOCAPMODEL::CHANNELS;
@@ -65,11 +68,9 @@ class CMocapImportBase {
     // The node's null or, without one, its bone; empty where it has neither.
     static Zelk3DObject AnimatedObject(const MOCAPMODEL& node);
 
-    // With each file that is read for a skeleton.
-    void ResetAllowances();
-    // Appends a new node to the list. Null, with a recorded failure of kOutOfMemory, without memory
-    // and where there are more nodes than a file of this size can mean.
-    MOCAPMODEL* AppendNode();
+    // Takes over the error of a parser whose operation returned `status`, which it returns. Throws
+    // std::bad_alloc.
+    std::int32_t RecordParserError(const MocapParser& parser, std::int32_t status);
 
     // --- rotation_order.cpp ---
     // Appends the node's rotation slots, at most three, in slot order. `list` is not cleared.
@@ -129,21 +130,12 @@ class CMocapImportBase {
     Zelk::CStatus FinishMotion(const ScratchCurve& scratch);
 
     CStringFile stringFile;
-    // What the file may ask for. What has channels and frames of its own is never too much of it.
-    FileAllowance derivedNames{std::uint64_t{4} << 20, 4, 1};  // characters
-    // A section without content asks for a node with six bytes; nodes that say anything take more.
-    FileAllowance nodesLeft{1024, 1, 16};
-    // Chains, of three objects each, and the nulls at their ends. Even where joints branch as often
-    // as they can, those with channels take more than 40 bytes for each.
-    FileAllowance chainsLeft{40000, 1, 40};
+    FileAllowances allowances;
     MOCAP_FORMAT format;
     std::uint32_t errorLine = 0;
     std::uint32_t errorColumn = 0;
     Zelk::CString errorMessage;
-    std::vector<std::unique_ptr<MOCAPMODEL>> models;  // in the order they were made
     bool parsing = false;
-    std::uint32_t frameCount = 0;  // keys in every channel
-    std::uint32_t channelCount = 0;
     Zelk::CString modelName;  // as the host gave it
     bool useNulls = false;
     bool chainFromParentJoint = true;

@@ -9,9 +9,10 @@
 #include "plugin/contract.h"
 #include "plugin/import_commands.h"
 #include "plugin/user_input.h"
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/acclaim_texts.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
+#include "tests/support/temp_dir.h"
 
 extern "C" std::int32_t ZelkOnCommand(const wchar_t* name, const VARIANT* arguments) noexcept;
 

@@ -6,10 +6,11 @@
 #include "acclaim/node_names.h"
 #include "headless/session.h"
 #include "host/status.h"
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/acclaim_texts.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
 #include "tests/support/memory/new_operators.h"
+#include "tests/support/temp_dir.h"
 
 // The first and last address of this program, by the linker. What the program links statically is
 // the importer; the host is a library, whose allocations are its own.
@@ -45,7 +46,7 @@ TEST_P(AllocationFaults, AreReported) {
     std::uint64_t failures = 0;
     for (std::uint64_t allocation = 1;; ++allocation) {
         StartSession(true);
-        OpenImporter importer;
+        CAcclaimImport importer;
         importer.SetOptions(GetParam(), true, false, true);
         countdown = allocation;
         failsAllocation = FailsFor;
@@ -57,7 +58,7 @@ TEST_P(AllocationFaults, AreReported) {
         if (!hasFailed) break;
         if (!status.Succeeded()) {
             ++failures;
-            const std::string message = importer.Report(status.GetCode()).message;
+            const std::string message = Report(importer, status.GetCode()).message;
             const bool isFile = message == "Failed to read ASF file. Specify a valid file name" ||
                                 message == "Failed to read AMC file. Specify a valid file name";
             // What fails for the nodes at the ends of leaves and for names of chains has a status

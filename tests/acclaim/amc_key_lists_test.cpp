@@ -26,7 +26,7 @@ TEST(AmcKeyLists, GiveEachChannelItsColumn) {
     lists.BeginFrame(9);
     lists.Append(3);
     lists.Append(4);
-    const auto keys = lists.TakeKeys();
+    const auto keys = lists.ReleaseKeys();
     ASSERT_EQ(keys.size(), 2u);
     EXPECT_THAT(Values(keys[0], 2), ElementsAre(1, 3));
     EXPECT_THAT(Values(keys[1], 2), ElementsAre(2, 4));
@@ -45,7 +45,7 @@ TEST(AmcKeyLists, FillTheFramesBeforeAChannelJoined) {
     lists.AddChannels(2);
     lists.Append(10);
     lists.Append(20);
-    const auto keys = lists.TakeKeys();
+    const auto keys = lists.ReleaseKeys();
     ASSERT_EQ(keys.size(), 3u);
     EXPECT_THAT(Values(keys[0], 3), ElementsAre(7, 7, 8));
     EXPECT_THAT(Values(keys[1], 3), ElementsAre(10, 10, 10));
@@ -56,7 +56,7 @@ TEST(AmcKeyLists, FillTheFramesBeforeAChannelJoined) {
 
 TEST(AmcKeyLists, GiveNothingForNothing) {
     AmcKeyLists lists;
-    EXPECT_TRUE(lists.TakeKeys().empty());
+    EXPECT_TRUE(lists.ReleaseKeys().empty());
 }
 
 // A long motion takes no allocation a value, and at most two and a half times what its keys take.
@@ -75,7 +75,7 @@ TEST(AmcKeyLists, TakeLittleMoreThanTheKeys) {
             for (std::uint32_t channel = 0; channel < kChannels; ++channel)
                 lists.Append(channel);
         }
-        const auto keys = lists.TakeKeys();
+        const auto keys = lists.ReleaseKeys();
         EXPECT_EQ(keys[61][kFrames - 1].value, 61.0);
     }
     EXPECT_LE(memoryUse.peak - before, kKeys * sizeof(MOCAP_RAWKEY) * 5 / 2);

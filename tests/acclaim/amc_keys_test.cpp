@@ -5,7 +5,7 @@
 
 #include "host/status.h"
 #include "math/angles.h"
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/parsed_acclaim.h"
 #include "tests/support/core/session_text.h"
 
 namespace {
@@ -16,10 +16,7 @@ using testing::IsEmpty;
 
 class AmcKeys : public testing::Test {
   protected:
-    void SetUp() override {
-        std::setlocale(LC_CTYPE, "C.UTF-8");
-        StartSession(true);
-    }
+    void SetUp() override { std::setlocale(LC_CTYPE, "C.UTF-8"); }
 
     // Bones a, b, c, … with these degrees of freedom, below a root with these channels.
     void Skeleton(const std::string& order, const std::vector<std::string>& dofs,
@@ -30,32 +27,31 @@ class AmcKeys : public testing::Test {
         for (const std::string& dof : dofs)
             text += std::string("begin name ") + name++ + "\n length 1 direction 1 0 0\n dof " +
                     dof + "\n end\n";
-        importer.SetOptions(true, true, false, true);
-        ASSERT_EQ(importer.Skeleton(text), Outcome());
+        ASSERT_EQ(parsed.Parse(text), (Outcome{1, "", 0}));
     }
-    void Parse(const std::string& frames) { ASSERT_EQ(importer.ParseMotion(frames), Outcome()); }
+    void Parse(const std::string& frames) { ASSERT_EQ(parsed.ParseMotion(frames), Outcome()); }
     std::vector<double> Values(const std::string& node, std::size_t slot) {
-        return importer.Keys(node, slot).values;
+        return parsed.Keys(node, slot).values;
     }
 
-    OpenImporter importer;
+    ParsedAcclaim parsed;
 };
 
 TEST_F(AmcKeys, AreTimedWithTheFramesOwnNumbers) {
     Skeleton("tx ry", {"rz |"});
     Parse("7\nroot 1 2\na 3 4\n9\nroot 5 6\na 7 8\n");
-    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{7, 9}, {1, 5}}));
-    EXPECT_EQ(importer.Keys("root", 1), (TestCurve{{7, 9}, {2, 6}}));
-    EXPECT_EQ(importer.Keys("a", 0), (TestCurve{{7, 9}, {3, 7}}));
-    EXPECT_EQ(importer.Keys("a", 1), (TestCurve{{7, 9}, {4, 8}}));
-    EXPECT_EQ(importer.FrameCount(), 2u);
-    EXPECT_THAT(LogLines(), IsEmpty());
+    EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{7, 9}, {1, 5}}));
+    EXPECT_EQ(parsed.Keys("root", 1), (TestCurve{{7, 9}, {2, 6}}));
+    EXPECT_EQ(parsed.Keys("a", 0), (TestCurve{{7, 9}, {3, 7}}));
+    EXPECT_EQ(parsed.Keys("a", 1), (TestCurve{{7, 9}, {4, 8}}));
+    EXPECT_EQ(parsed.skeleton.frameCount, 2u);
+    EXPECT_THAT(parsed.Warnings(), IsEmpty());
 }
 
 TEST_F(AmcKeys, KeepAnyNumbersOfFrames) {
     Skeleton("tx", {});
     Parse("3\nroot 1\n3\nroot 2\n-2\nroot 3\n0\nroot 4\n12abc\nroot 5");
-    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{3, 3, -2, 0, 12}, {1, 2, 3, 4, 5}}));
+    EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{3, 3, -2, 0, 12}, {1, 2, 3, 4, 5}}));
 }
 
 TEST_F(AmcKeys, AreReadWithoutLines) {
@@ -83,7 +79,7 @@ TEST_F(AmcKeys, HoldDegreesForRadians) {
 }
 
 TEST_F(AmcKeys, ScalePlacesOnlyByAGivenFactor) {
-    importer.OverrideLengthMultiplier(true, 10.0);
+    parsed.parser.OverrideLengthMultiplier(true, 10.0);
     Skeleton("tx rx", {"|"}, "length 2");
     Parse("1\nroot 1 1\na 1");
     EXPECT_THAT(Values("root", 0), ElementsAre(10.0));
@@ -108,8 +104,7 @@ class Limits : public AmcKeys, public testing::WithParamInterface<LimitRow> {};
 
 TEST_P(Limits, HoldValuesWhenAsked) {
     for (const bool apply : {false, true}) {
-        StartSession(true);
-        importer.ApplyLimits(apply);
+        parsed.parser.ApplyLimits(apply);
         Skeleton("tx", {std::string("rx\n limits ") + GetParam().limits});
         Parse("1\nroot 0\na -45\n2\nroot 0\na 50");
         if (apply)
@@ -124,7 +119,7 @@ INSTANTIATE_TEST_SUITE_P(, Limits, testing::ValuesIn(kLimits),
 
 // Degrees against degrees, file units against file units.
 TEST_F(AmcKeys, AreLimitedBeforeTheyAreScaled) {
-    importer.ApplyLimits(true);
+    parsed.parser.ApplyLimits(true);
     Skeleton("tx", {"| rx\n limits (1 5) (-1 1)"}, "length 2 angle rad");
     Parse("1\nroot 0\na 9 2");
     EXPECT_THAT(Values("a", 0), ElementsAre(10.0));
@@ -138,15 +133,15 @@ TEST_F(AmcKeys, LeaveOutIgnoredChannels) {
     EXPECT_THAT(Values("a", 0), IsEmpty());
     EXPECT_THAT(Values("a", 1), ElementsAre(3, 7));
     EXPECT_THAT(Values("a", 2), IsEmpty());
-    EXPECT_THAT(LogLines(), IsEmpty());
+    EXPECT_THAT(parsed.Warnings(), IsEmpty());
 }
 
 TEST_F(AmcKeys, LeaveARecordThatIsNotWaitedForToTheNextFrame) {
     Skeleton("tx", {"rx", "tz"});
     Parse("1\nroot 1\na 2\nb 3\n2\nroot 5\na 6\nb 7\n");
     EXPECT_THAT(Values("a", 0), ElementsAre(2, 6));
-    EXPECT_THAT(LogLines(), ElementsAre("4: Invalid keyword found (b) at line 4, ignoring...",
-                                        "4: Invalid keyword found (b) at line 8, ignoring..."));
+    EXPECT_THAT(parsed.Warnings(), ElementsAre("Invalid keyword found (b) at line 4, ignoring...",
+                                               "Invalid keyword found (b) at line 8, ignoring..."));
 }
 
 TEST_F(AmcKeys, TakeTheValuesOfABoneThatIsNotAnimated) {
@@ -161,27 +156,29 @@ TEST_F(AmcKeys, TakeTheValuesOfABoneThatIsNotAnimated) {
 TEST_F(AmcKeys, PassOverLinesBetweenFrames) {
     Skeleton("tx", {});
     Parse("word 1 2 3\n1\nroot 1\n:fully-specified 2\n\n  lost words\n2\nroot 2\n");
-    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{1, 2}, {1, 2}}));
-    EXPECT_THAT(LogLines(),
-                ElementsAre("4: Invalid keyword found (word) at line 1, ignoring...",
-                            "4: Invalid keyword found (:fully-specified) at line 4, ignoring...",
-                            "4: Invalid keyword found (lost) at line 6, ignoring..."));
+    EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{1, 2}, {1, 2}}));
+    EXPECT_THAT(parsed.Warnings(),
+                ElementsAre("Invalid keyword found (word) at line 1, ignoring...",
+                            "Invalid keyword found (:fully-specified) at line 4, ignoring...",
+                            "Invalid keyword found (lost) at line 6, ignoring..."));
 }
 
 // The token behind a comment is met as one that is no number.
 TEST_F(AmcKeys, LoseTheFrameBehindAComment) {
     Skeleton("tx", {});
     Parse("1\nroot 1\n# note\n2\nroot 2\n3\nroot 3\n# end");
-    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{1, 3}, {1, 3}}));
-    EXPECT_THAT(LogLines(), ElementsAre("4: Invalid keyword found (2) at line 4, ignoring...",
-                                        "4: Invalid keyword found (root) at line 5, ignoring..."));
+    EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{1, 3}, {1, 3}}));
+    EXPECT_THAT(parsed.Warnings(),
+                ElementsAre("Invalid keyword found (2) at line 4, ignoring...",
+                            "Invalid keyword found (root) at line 5, ignoring..."));
 }
 
 TEST_F(AmcKeys, EndWithALastLineThatIsPassedOver) {
     Skeleton("tx", {});
     Parse("1\nroot 1\nend of 2 frames");
-    EXPECT_EQ(importer.FrameCount(), 1u);
-    EXPECT_THAT(LogLines(), ElementsAre("4: Invalid keyword found (end) at line 3, ignoring..."));
+    EXPECT_EQ(parsed.skeleton.frameCount, 1u);
+    EXPECT_THAT(parsed.Warnings(),
+                ElementsAre("Invalid keyword found (end) at line 3, ignoring..."));
 }
 
 TEST_F(AmcKeys, WarnOfAnyBytes) {
@@ -192,13 +189,13 @@ TEST_F(AmcKeys, WarnOfAnyBytes) {
         "cke\nBr\xFC"
         "cke\n\xFF\n%s%n\n" +
         word + "\n");
-    EXPECT_THAT(LogLines(),
-                ElementsAre("4: Invalid keyword found (Br\xC3\xBC"
+    EXPECT_THAT(parsed.Warnings(),
+                ElementsAre("Invalid keyword found (Br\xC3\xBC"
                             "cke) at line 3, ignoring...",
-                            "4: Invalid keyword found (Br) at line 4, ignoring...",
-                            "4: Invalid keyword found () at line 5, ignoring...",
-                            "4: Invalid keyword found (%s%n) at line 6, ignoring...",
-                            "4: Invalid keyword found (" + word + ") at line 7, ignoring..."));
+                            "Invalid keyword found (Br) at line 4, ignoring...",
+                            "Invalid keyword found () at line 5, ignoring...",
+                            "Invalid keyword found (%s%n) at line 6, ignoring...",
+                            "Invalid keyword found (" + word + ") at line 7, ignoring..."));
 }
 
 // --- Unknown bones ---
@@ -206,10 +203,10 @@ TEST_F(AmcKeys, WarnOfAnyBytes) {
 TEST_F(AmcKeys, OfAnUnknownBoneCostTwoRecordsOfTheFrame) {
     Skeleton("tx", {"rx", "ry", "rz"});
     Parse("1\nroot 1\nnobody\na 2\n2\nroot 3\na 4\nb 5\n3\nroot 6\na 7\nb 8\n");
-    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{1, 2, 3}, {1, 3, 6}}));
-    EXPECT_EQ(importer.Keys("a", 0), (TestCurve{{1, 2, 3}, {2, 4, 7}}));
-    EXPECT_THAT(LogLines(),
-                ElementsAre("4: Unknown bone (nobody) referenced in AMC file at line 3, "
+    EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{1, 2, 3}, {1, 3, 6}}));
+    EXPECT_EQ(parsed.Keys("a", 0), (TestCurve{{1, 2, 3}, {2, 4, 7}}));
+    EXPECT_THAT(parsed.Warnings(),
+                ElementsAre("Unknown bone (nobody) referenced in AMC file at line 3, "
                             "ignoring..."));
 }
 
@@ -217,38 +214,37 @@ TEST_F(AmcKeys, OfAnUnknownBoneCostTwoRecordsOfTheFrame) {
 TEST_F(AmcKeys, OfABoneThatAppearsLateBeginWithTheFirst) {
     Skeleton("tx", {"rx", "ry", "rz"});
     Parse("1\nroot 1\nnobody\na 2\n2\nroot 3\na 4\nb 5\n3\nroot 6\na 7\nb 8\n");
-    EXPECT_EQ(importer.Keys("b", 0), (TestCurve{{1, 2, 3}, {5, 5, 8}}));
-    EXPECT_EQ(importer.Keys("c", 0), TestCurve());
+    EXPECT_EQ(parsed.Keys("b", 0), (TestCurve{{1, 2, 3}, {5, 5, 8}}));
+    EXPECT_EQ(parsed.Keys("c", 0), TestCurve());
 }
 
 TEST_F(AmcKeys, OfAnUnknownBonesValuesCostMore) {
     Skeleton("tx", {"rx", "ry", "rz", "rx", "ry"});
     Parse("1\nnobody 5 6\nroot 1\n2\nroot 2\na 3\nb 4\n");
-    EXPECT_THAT(
-        LogLines(),
-        ElementsAre("4: Unknown bone (nobody) referenced in AMC file at line 2, ignoring...",
-                    "4: Unknown bone (5) referenced in AMC file at line 2, ignoring...",
-                    "4: Unknown bone (6) referenced in AMC file at line 2, ignoring...",
-                    "4: Invalid keyword found (root) at line 3, ignoring..."));
+    EXPECT_THAT(parsed.Warnings(),
+                ElementsAre("Unknown bone (nobody) referenced in AMC file at line 2, ignoring...",
+                            "Unknown bone (5) referenced in AMC file at line 2, ignoring...",
+                            "Unknown bone (6) referenced in AMC file at line 2, ignoring...",
+                            "Invalid keyword found (root) at line 3, ignoring..."));
     // Three of six are left, and two frames were begun.
-    EXPECT_EQ(importer.Keys("b", 0), (TestCurve{{1, 2}, {4, 4}}));
-    EXPECT_EQ(importer.Keys("c", 0), TestCurve());
+    EXPECT_EQ(parsed.Keys("b", 0), (TestCurve{{1, 2}, {4, 4}}));
+    EXPECT_EQ(parsed.Keys("c", 0), TestCurve());
 }
 
 TEST_F(AmcKeys, ArePlacedByThePositionThatIsStillFree) {
     Skeleton("tx", {"rx", "ry"});
     Parse("1\nnobody\nb 1\n2\nx 2\nroot 3\n");
-    EXPECT_EQ(importer.Keys("b", 0), (TestCurve{{1, 2}, {1, 2}}));
-    EXPECT_EQ(importer.Keys("root", 0), (TestCurve{{1, 2}, {3, 3}}));
-    EXPECT_EQ(importer.Keys("a", 0), TestCurve());
+    EXPECT_EQ(parsed.Keys("b", 0), (TestCurve{{1, 2}, {1, 2}}));
+    EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{1, 2}, {3, 3}}));
+    EXPECT_EQ(parsed.Keys("a", 0), TestCurve());
 }
 
 TEST_F(AmcKeys, AreNoneWhereNoBoneIsKnown) {
     Skeleton("tx", {"rx"});
     Parse("1\nx\n2\ny\n3\n4\n5\n");
-    EXPECT_EQ(importer.FrameCount(), 5u);
-    EXPECT_EQ(importer.Keys("root", 0), TestCurve());
-    EXPECT_EQ(importer.Keys("a", 0), TestCurve());
+    EXPECT_EQ(parsed.skeleton.frameCount, 5u);
+    EXPECT_EQ(parsed.Keys("root", 0), TestCurve());
+    EXPECT_EQ(parsed.Keys("a", 0), TestCurve());
 }
 
 // --- Nothing to read ---
@@ -256,14 +252,14 @@ TEST_F(AmcKeys, AreNoneWhereNoBoneIsKnown) {
 TEST_F(AmcKeys, AreNotLookedForWithoutAnimatedBones) {
     Skeleton("", {"tx", ""});
     Parse("not a motion\n");
-    EXPECT_EQ(importer.FrameCount(), 0u);
-    EXPECT_THAT(LogLines(), IsEmpty());
+    EXPECT_EQ(parsed.skeleton.frameCount, 0u);
+    EXPECT_THAT(parsed.Warnings(), IsEmpty());
 }
 
 TEST_F(AmcKeys, AreNotLookedForWithoutASkeleton) {
-    ASSERT_EQ(importer.Skeleton(":version 1"), Outcome());
+    ASSERT_EQ(parsed.Parse(":version 1"), (Outcome{1, "", 0}));
     Parse("not a motion\n");
-    EXPECT_THAT(LogLines(), IsEmpty());
+    EXPECT_THAT(parsed.Warnings(), IsEmpty());
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 #include "math/angles.h"
 #include "math/rotation_math.h"
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/parsed_acclaim.h"
 #include "tests/support/core/session_text.h"
 
 namespace {
@@ -18,14 +18,11 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 class AsfNodes : public testing::Test {
   protected:
-    void SetUp() override {
-        std::setlocale(LC_CTYPE, "C.UTF-8");
-        StartSession(true);
-    }
+    void SetUp() override { std::setlocale(LC_CTYPE, "C.UTF-8"); }
 
     // The text from behind the version line; it must be good.
     void Parse(const std::string& text) {
-        ASSERT_EQ(importer.Parse(":version 1.10\n" + text), (Outcome{1, "", 0}));
+        ASSERT_EQ(parsed.Parse(":version 1.10\n" + text), (Outcome{1, "", 0}));
     }
     static std::vector<int> Types(const MOCAPMODEL& node) {
         std::vector<int> types;
@@ -36,19 +33,19 @@ class AsfNodes : public testing::Test {
     static std::vector<double> Vector(const double* v) { return {v[0], v[1], v[2]}; }
     std::vector<std::string> Names() const {
         std::vector<std::string> names;
-        for (const auto& node : importer.Nodes())
+        for (const auto& node : parsed.skeleton.models)
             names.emplace_back(node->name.get());
         return names;
     }
 
-    OpenImporter importer;
+    ParsedAcclaim parsed;
 };
 
 TEST_F(AsfNodes, TakeTheRootAsItStands) {
     Parse(":units length 0.5\n:root order tx TZ ry\n position 1 2 3 orientation 4 5 6 axis xyz");
-    const MOCAPMODEL& root = importer.Node("ROOT");
+    const MOCAPMODEL& root = parsed.Node("ROOT");
     EXPECT_THAT(Types(root), ElementsAre(1, 3, 5, 0, 0, 0, 0));
-    EXPECT_EQ(importer.ChannelCount(), 3u);
+    EXPECT_EQ(parsed.skeleton.channelCount, 3u);
     EXPECT_THAT(Vector(root.offset), ElementsAre(1, 2, 3));
     EXPECT_THAT(Vector(root.globalPosition), ElementsAre(1, 2, 3));
     EXPECT_THAT(Vector(root.orientation), ElementsAre(4, 5, 6));
@@ -61,13 +58,13 @@ TEST_F(AsfNodes, TakeABoneAsItStands) {
         ":units length 0.45 mass 1\n"
         ":bonedata begin\n id -7\n NAME Hip\n direction 1 -2 .5\n length 10\n"
         " axis 1 2 3 XYZ\n dof rxes TY |bar rz\n bodymass 5 5 5\n end");
-    const MOCAPMODEL& bone = importer.Node("hip");
+    const MOCAPMODEL& bone = parsed.Node("hip");
     EXPECT_EQ(bone.boneId, static_cast<std::uint32_t>(-7));
     EXPECT_THAT(Vector(bone.direction), ElementsAre(1, -2, 0.5));
     EXPECT_EQ(bone.length, 4.5);
     EXPECT_THAT(Vector(bone.orientation), ElementsAre(1, 2, 3));
     EXPECT_THAT(Types(bone), ElementsAre(4, 255, 7, 6, 0, 0, 0));
-    EXPECT_EQ(importer.ChannelCount(), 3u);
+    EXPECT_EQ(parsed.skeleton.channelCount, 3u);
 }
 
 TEST_F(AsfNodes, HoldRadiansAsDegrees) {
@@ -75,8 +72,8 @@ TEST_F(AsfNodes, HoldRadiansAsDegrees) {
         ":units angle rad\n"
         ":root orientation 0 0 1\n"
         ":bonedata begin name a axis 0 1 0 xyz\n dof rx tx |\n limits (-1 1) (-1 1) (-1 1)\n end");
-    EXPECT_EQ(importer.Node("root").orientation[2], math::kDegreesPerRadian);
-    const MOCAPMODEL& bone = importer.Node("a");
+    EXPECT_EQ(parsed.Node("root").orientation[2], math::kDegreesPerRadian);
+    const MOCAPMODEL& bone = parsed.Node("a");
     EXPECT_EQ(bone.orientation[1], math::kDegreesPerRadian);
     EXPECT_EQ(bone.channels.begin()[0].minLimit, -math::kDegreesPerRadian);
     EXPECT_EQ(bone.channels.begin()[0].maxLimit, math::kDegreesPerRadian);
@@ -88,53 +85,53 @@ TEST_F(AsfNodes, TakeTheLengthFactorInForceWhereTheBoneEnds) {
     Parse(
         ":bonedata begin name a length 2\n end\n:units length 3\n"
         ":bonedata begin name b length 2\n end");
-    EXPECT_EQ(importer.Node("a").length, 2.0);
-    EXPECT_EQ(importer.Node("b").length, 6.0);
+    EXPECT_EQ(parsed.Node("a").length, 2.0);
+    EXPECT_EQ(parsed.Node("b").length, 6.0);
 }
 
 TEST_F(AsfNodes, TakeTheGivenLengthFactorBeforeTheFiles) {
-    importer.OverrideLengthMultiplier(true, 10.0);
+    parsed.parser.OverrideLengthMultiplier(true, 10.0);
     Parse(":units length 3\n:root position 1 1 1\n:bonedata begin name a length 2\n end");
-    EXPECT_EQ(importer.Node("a").length, 20.0);
-    EXPECT_EQ(importer.Node("root").offset[0], 1.0);
+    EXPECT_EQ(parsed.Node("a").length, 20.0);
+    EXPECT_EQ(parsed.Node("root").offset[0], 1.0);
 }
 
 TEST_F(AsfNodes, KeepTheGivenLengthFactorUntilAFileNamesOne) {
-    importer.OverrideLengthMultiplier(true, 10.0);
-    importer.OverrideLengthMultiplier(false, 99.0);
+    parsed.parser.OverrideLengthMultiplier(true, 10.0);
+    parsed.parser.OverrideLengthMultiplier(false, 99.0);
     Parse(
         ":bonedata begin name a length 2\n end\n:units length 3\n"
         ":bonedata begin name b length 2\n end");
-    EXPECT_EQ(importer.Node("a").length, 20.0);
-    EXPECT_EQ(importer.Node("b").length, 6.0);
+    EXPECT_EQ(parsed.Node("a").length, 20.0);
+    EXPECT_EQ(parsed.Node("b").length, 6.0);
 }
 
 TEST_F(AsfNodes, AcceptAChannelNamedTwiceInALine) {
     Parse(":root order tx tx\n:bonedata begin name a\n dof rx rx\n end");
-    EXPECT_THAT(Types(importer.Node("root")), ElementsAre(1, 1, 0, 0, 0, 0, 0));
-    EXPECT_THAT(Types(importer.Node("a")), ElementsAre(4, 4, 0, 0, 0, 0, 0));
-    EXPECT_EQ(importer.ChannelCount(), 4u);
+    EXPECT_THAT(Types(parsed.Node("root")), ElementsAre(1, 1, 0, 0, 0, 0, 0));
+    EXPECT_THAT(Types(parsed.Node("a")), ElementsAre(4, 4, 0, 0, 0, 0, 0));
+    EXPECT_EQ(parsed.skeleton.channelCount, 4u);
 }
 
 TEST_F(AsfNodes, StartASecondLineOfChannelsAtTheFirstSlot) {
     Parse(
         ":root\n order tx ty tz rx\n order ry rz\n"
         ":bonedata begin name a\n dof rx ry rz | tx ty tz\n dof rz\n end");
-    EXPECT_THAT(Types(importer.Node("root")), ElementsAre(5, 6, 3, 4, 0, 0, 0));
-    EXPECT_THAT(Types(importer.Node("a")), ElementsAre(6, 5, 6, 7, 255, 255, 255));
-    EXPECT_EQ(importer.ChannelCount(), 11u);
+    EXPECT_THAT(Types(parsed.Node("root")), ElementsAre(5, 6, 3, 4, 0, 0, 0));
+    EXPECT_THAT(Types(parsed.Node("a")), ElementsAre(6, 5, 6, 7, 255, 255, 255));
+    EXPECT_EQ(parsed.skeleton.channelCount, 11u);
 }
 
 TEST_F(AsfNodes, FillAllSevenSlots) {
     Parse(
         ":root order tx ty tz rx ry rz rz\n:bonedata begin name a\n dof tx ty tz rx ry rz |\n end");
-    EXPECT_THAT(Types(importer.Node("root")), ElementsAre(1, 2, 3, 4, 5, 6, 6));
-    EXPECT_THAT(Types(importer.Node("a")), ElementsAre(255, 255, 255, 4, 5, 6, 7));
+    EXPECT_THAT(Types(parsed.Node("root")), ElementsAre(1, 2, 3, 4, 5, 6, 6));
+    EXPECT_THAT(Types(parsed.Node("a")), ElementsAre(255, 255, 255, 4, 5, 6, 7));
 }
 
 TEST_F(AsfNodes, ReadALimitForEachSlot) {
     Parse(":bonedata begin name a\n dof rx ty rz\n limits (-10 20)\n (-inf, inf) (0.0 -0)\n end");
-    const auto* const channels = importer.Node("a").channels.begin();
+    const auto* const channels = parsed.Node("a").channels.begin();
     EXPECT_TRUE(channels[0].hasMinLimit && channels[0].hasMaxLimit);
     EXPECT_EQ(channels[0].minLimit, -10.0);
     EXPECT_EQ(channels[0].maxLimit, 20.0);
@@ -147,7 +144,7 @@ TEST_F(AsfNodes, ReadALimitForEachSlot) {
 
 TEST_F(AsfNodes, PassOverLimitsBeforeTheirChannels) {
     Parse(":bonedata begin name a\n limits (-10 20)\n (-1 1)\n dof rx\n end");
-    EXPECT_FALSE(importer.Node("a").channels.begin()[0].hasMinLimit);
+    EXPECT_FALSE(parsed.Node("a").channels.begin()[0].hasMinLimit);
 }
 
 TEST_F(AsfNodes, TakeAnglesInOtherOrdersOfAxes) {
@@ -162,8 +159,8 @@ TEST_F(AsfNodes, TakeAnglesInOtherOrdersOfAxes) {
               "\n orientation 10 20 30\n:bonedata begin name a\n axis 10 20 30 " + axes + "\n end");
         for (int i = 0; i < 3; ++i) {
             const double angle = expected[i] * math::kDegreesPerRadian;
-            EXPECT_EQ(importer.Node("root").orientation[i], angle) << order;
-            EXPECT_EQ(importer.Node("a").orientation[i], angle) << order;
+            EXPECT_EQ(parsed.Node("root").orientation[i], angle) << order;
+            EXPECT_EQ(parsed.Node("a").orientation[i], angle) << order;
         }
     }
 }
@@ -176,33 +173,33 @@ TEST_F(AsfNodes, TakeRadiansInOtherOrdersOfAxes) {
         ":units angle rad\n:root axis zyx orientation .1 .2 .3\n"
         ":bonedata begin name a\n axis .1 .2 .3 zyx\n end");
     for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(importer.Node("root").orientation[i], expected[i] * math::kDegreesPerRadian);
-        EXPECT_EQ(importer.Node("a").orientation[i], expected[i] * math::kDegreesPerRadian);
+        EXPECT_EQ(parsed.Node("root").orientation[i], expected[i] * math::kDegreesPerRadian);
+        EXPECT_EQ(parsed.Node("a").orientation[i], expected[i] * math::kDegreesPerRadian);
     }
 }
 
 TEST_F(AsfNodes, TakeTheAxisOrderNamedBeforeTheOrientation) {
     Parse(":root orientation 10 20 30\n axis zyx");
-    EXPECT_THAT(Vector(importer.Node("root").orientation), ElementsAre(10, 20, 30));
+    EXPECT_THAT(Vector(parsed.Node("root").orientation), ElementsAre(10, 20, 30));
 }
 
 TEST_F(AsfNodes, PassOverAnUnknownSectionBeforeAnother) {
     Parse(":skin\n# of no use\n:units length 2\n:bonedata begin name a length 2\n end\n:muscle");
-    EXPECT_EQ(importer.Node("a").length, 4.0);
+    EXPECT_EQ(parsed.Node("a").length, 4.0);
 }
 
 TEST_F(AsfNodes, PassOverComments) {
     Parse("#c\n:root #c\n order tx #ty\n#position 4 5 6\n position 1 2 3#c\n");
-    EXPECT_THAT(Types(importer.Node("root")), ElementsAre(1, 0, 0, 0, 0, 0, 0));
+    EXPECT_THAT(Types(parsed.Node("root")), ElementsAre(1, 0, 0, 0, 0, 0, 0));
 }
 
 TEST_F(AsfNodes, PassOverCommentsBehindChannelsAndChildren) {
     Parse(
         ":root order tx\n:bonedata begin name a length 1\n dof rx #ry\n end begin name b\n end\n"
         ":hierarchy begin\nroot a #b\nend");
-    EXPECT_THAT(Types(importer.Node("a")), ElementsAre(4, 0, 0, 0, 0, 0, 0));
-    EXPECT_EQ(importer.Node("root").childCount, 1u);
-    EXPECT_EQ(importer.Node("b").parent, nullptr);
+    EXPECT_THAT(Types(parsed.Node("a")), ElementsAre(4, 0, 0, 0, 0, 0, 0));
+    EXPECT_EQ(parsed.Node("root").childCount, 1u);
+    EXPECT_EQ(parsed.Node("b").parent, nullptr);
 }
 
 TEST_F(AsfNodes, EndWithACommentInTheLastLine) {
@@ -217,14 +214,14 @@ TEST_F(AsfNodes, ReadTheWordsBehindAnUnknownOneInTheLastLine) {
 
 TEST_F(AsfNodes, EndWhereTheFileEnds) {
     Parse(":units mass 1\n:root order tx\n:bonedata");
-    EXPECT_TRUE(importer.Node("root").isDetached);
+    EXPECT_TRUE(parsed.Node("root").isDetached);
     Parse(":root position 1 2 3\n order tx");
-    EXPECT_THAT(Vector(importer.Node("root").globalPosition), ElementsAre(1, 2, 3));
+    EXPECT_THAT(Vector(parsed.Node("root").globalPosition), ElementsAre(1, 2, 3));
 }
 
 TEST_F(AsfNodes, EndAtANulByte) {
     Parse(std::string(":root order tx \0 ty\n:bonedata begin", 34));
-    EXPECT_THAT(Types(importer.Node("root")), ElementsAre(1, 0, 0, 0, 0, 0, 0));
+    EXPECT_THAT(Types(parsed.Node("root")), ElementsAre(1, 0, 0, 0, 0, 0, 0));
     EXPECT_THAT(Names(), ElementsAre("root"));
 }
 
@@ -240,9 +237,9 @@ const std::string kBones =
 
 TEST_F(AsfNodes, HangAtTheEndsOfTheirParents) {
     Parse(kBones + "root a\na b c\nend");
-    const MOCAPMODEL& root = importer.Node("root");
-    const MOCAPMODEL& a = importer.Node("a");
-    const MOCAPMODEL& b = importer.Node("B");
+    const MOCAPMODEL& root = parsed.Node("root");
+    const MOCAPMODEL& a = parsed.Node("a");
+    const MOCAPMODEL& b = parsed.Node("B");
     EXPECT_EQ(a.parent, &root);
     EXPECT_EQ(b.parent, &a);
     EXPECT_EQ(b.depth, 2u);
@@ -260,8 +257,8 @@ TEST_F(AsfNodes, HangAtTheEndsOfTheirParents) {
 TEST_F(AsfNodes, EndInANodeWhereTheyAreLongEnough) {
     Parse(kBones + "root a\na b short none c\nend");
     EXPECT_THAT(Names(), ElementsAre("root", "a", "b", "short", "none", "c", "b_End", "c_End"));
-    const MOCAPMODEL& end = importer.Node("b_end");
-    EXPECT_EQ(end.parent, &importer.Node("b"));
+    const MOCAPMODEL& end = parsed.Node("b_end");
+    EXPECT_EQ(end.parent, &parsed.Node("b"));
     EXPECT_EQ(end.depth, 3u);
     EXPECT_THAT(Vector(end.offset), ElementsAre(3, 0, 0));
     EXPECT_THAT(Vector(end.globalPosition), ElementsAre(4, 2, 0));
@@ -269,16 +266,16 @@ TEST_F(AsfNodes, EndInANodeWhereTheyAreLongEnough) {
     EXPECT_THAT(Types(end), ElementsAre(0, 0, 0, 0, 0, 0, 0));
     EXPECT_EQ(end.parent->childCount, 1u);
     EXPECT_EQ(end.parent->boneChildCount, 1u);
-    EXPECT_TRUE(importer.Node("short").isDetached);
-    EXPECT_TRUE(importer.Node("none").isDetached);
-    EXPECT_EQ(importer.Node("none").childCount, 0u);
+    EXPECT_TRUE(parsed.Node("short").isDetached);
+    EXPECT_TRUE(parsed.Node("none").isDetached);
+    EXPECT_EQ(parsed.Node("none").childCount, 0u);
 }
 
 TEST_F(AsfNodes, AreLooseBelowAShortBone) {
     for (const std::string bone : {"short", "none"}) {
         Parse(kBones + "root " + bone + "\n" + bone + " a\nend");
-        EXPECT_TRUE(importer.Node("a").isDetached) << bone;
-        EXPECT_EQ(importer.Node(bone).boneChildCount, 0u) << bone;
+        EXPECT_TRUE(parsed.Node("a").isDetached) << bone;
+        EXPECT_EQ(parsed.Node(bone).boneChildCount, 0u) << bone;
     }
 }
 
@@ -286,18 +283,18 @@ TEST_F(AsfNodes, NameTheRootAfterTheFirstLine) {
     Parse(kBones + "Hips a\nhips b\nend");
     EXPECT_THAT(Names(),
                 ElementsAre("Hips", "a", "b", "short", "none", "c", "a_End", "b_End", "c_End"));
-    EXPECT_EQ(importer.Node("a").parent, importer.Nodes().front().get());
+    EXPECT_EQ(parsed.Node("a").parent, parsed.skeleton.models.front().get());
 }
 
 TEST_F(AsfNodes, LeaveARootThatIsCalledRootInOtherLetters) {
     Parse(kBones + "ROOT a\nend");
-    EXPECT_STREQ(importer.Nodes().front()->name.get(), "root");
+    EXPECT_STREQ(parsed.skeleton.models.front()->name.get(), "root");
 }
 
 // The first node of a name is the one that is meant, and names change.
 TEST_F(AsfNodes, FindTheFirstOfEqualNames) {
     Parse(":bonedata begin name A\n id 1 end begin name a\n id 2 end\n");
-    EXPECT_EQ(importer.Node("a").boneId, 1u);
+    EXPECT_EQ(parsed.Node("a").boneId, 1u);
 }
 
 TEST_F(AsfNodes, FindRootsOneAfterTheOther) {
@@ -306,17 +303,17 @@ TEST_F(AsfNodes, FindRootsOneAfterTheOther) {
         ":root position 1 1 1\n:root position 2 2 2\n"
         ":hierarchy begin\nhips x\nend\n:hierarchy begin\nhead x\nend");
     EXPECT_THAT(Names(), ElementsAre("hips", "x", "hips", "head"));
-    EXPECT_EQ(importer.Node("hips").boneId, 5u);
-    EXPECT_EQ(importer.Node("hips").childCount, 1u);
-    EXPECT_EQ(importer.Node("x").parent, &importer.Node("head"));
-    EXPECT_EQ(importer.FindModelByName("root"), nullptr);
+    EXPECT_EQ(parsed.Node("hips").boneId, 5u);
+    EXPECT_EQ(parsed.Node("hips").childCount, 1u);
+    EXPECT_EQ(parsed.Node("x").parent, &parsed.Node("head"));
+    EXPECT_EQ(parsed.parser.FindModelByName("root"), nullptr);
 }
 
 TEST_F(AsfNodes, CountAChildAsOftenAsItIsNamed) {
     Parse(kBones + "root a a\na a\nend");
-    EXPECT_EQ(importer.Node("root").childCount, 2u);
-    EXPECT_EQ(importer.Node("a").parent, &importer.Node("a"));
-    EXPECT_EQ(importer.Node("a").childCount, 1u);
+    EXPECT_EQ(parsed.Node("root").childCount, 2u);
+    EXPECT_EQ(parsed.Node("a").parent, &parsed.Node("a"));
+    EXPECT_EQ(parsed.Node("a").childCount, 1u);
 }
 
 TEST_F(AsfNodes, EndOnceInSeveralHierarchies) {
@@ -324,7 +321,7 @@ TEST_F(AsfNodes, EndOnceInSeveralHierarchies) {
     EXPECT_THAT(Names(),
                 ElementsAre("root", "a", "b", "short", "none", "c", "a_End", "b_End", "c_End"));
     // The nodes at the ends are leaves to the sections that follow, and too short to end in one.
-    EXPECT_TRUE(importer.Node("a_End").isDetached);
+    EXPECT_TRUE(parsed.Node("a_End").isDetached);
 }
 
 TEST_F(AsfNodes, NeedNoMoreThanBeginAndEnd) {
@@ -364,7 +361,7 @@ class Documentation : public AsfNodes, public testing::WithParamInterface<Docume
 
 TEST_P(Documentation, IsTheTextBehindTheKeyword) {
     Parse(GetParam().text);
-    EXPECT_EQ(Utf8(importer.GetDocumentation()), Utf8(GetParam().documentation));
+    EXPECT_EQ(Utf8(parsed.parser.Facts().documentation.c_str()), Utf8(GetParam().documentation));
 }
 
 INSTANTIATE_TEST_SUITE_P(, Documentation, testing::ValuesIn(kDocumentations),

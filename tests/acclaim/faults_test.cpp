@@ -6,7 +6,7 @@
 #include "headless/session.h"
 #include "headless/testing.h"
 #include "host/status.h"
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/acclaim_texts.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
 
@@ -18,14 +18,14 @@ using testing::IsEmpty;
 
 enum class Kind { Nulls, Bones, Effectors };
 
-void SetKind(OpenImporter& importer, Kind kind) {
+void SetKind(CAcclaimImport& importer, Kind kind) {
     importer.SetOptions(kind == Kind::Nulls, true, kind == Kind::Effectors, true);
 }
 
 // Of the skeleton or, where that succeeded, of the motion.
-Outcome ImportBoth(OpenImporter& importer) {
-    const Outcome skeleton = importer.Skeleton(kSampleAsf);
-    return skeleton.status < 0 ? skeleton : importer.Motion(kSampleAmc);
+Outcome ImportBoth(CAcclaimImport& importer) {
+    const Outcome skeleton = ImportSkeleton(importer, kSampleAsf);
+    return skeleton.status < 0 ? skeleton : ImportMotion(importer, kSampleAmc);
 }
 
 struct FaultRow {
@@ -72,7 +72,7 @@ class HostFaults : public testing::TestWithParam<FaultRow> {};
 TEST_P(HostFaults, AreReported) {
     StartSession(true);
     headless::FailOperation(GetParam().operation, GetParam().call);
-    OpenImporter importer;
+    CAcclaimImport importer;
     SetKind(importer, GetParam().kind);
     const Outcome outcome = ImportBoth(importer);
     EXPECT_EQ(outcome.message, GetParam().message);
@@ -95,7 +95,7 @@ TEST_P(EveryFault, LeavesASoundScene) {
         for (std::uint64_t call = 1;; ++call) {
             StartSession(true);
             headless::FailOperation(operation, call);
-            OpenImporter importer;
+            CAcclaimImport importer;
             SetKind(importer, GetParam());
             ImportBoth(importer);
             if (headless::OperationCalls(operation) < call) break;
@@ -116,22 +116,22 @@ TEST_P(CutFiles, LeaveASoundSceneAtEachByte) {
     const std::string amc(kSampleAmc);
     for (std::size_t size = 0; size <= asf.size(); ++size) {
         StartSession(true);
-        OpenImporter importer;
+        CAcclaimImport importer;
         importer.SetOptions(GetParam(), true, false, true);
-        const Outcome skeleton = importer.Skeleton(asf.substr(0, size));
-        if (skeleton.status == 0) importer.Motion(amc);
+        const Outcome skeleton = ImportSkeleton(importer, asf.substr(0, size));
+        if (skeleton.status == 0) ImportMotion(importer, amc);
         EXPECT_NE(skeleton.status < 0, skeleton.message.empty()) << size;
         // With fewer channels than the motion has, some of its values are met as frame numbers.
         EXPECT_THAT(SceneProblems(false), testing::Each(testing::EndsWith(" do not rise"))) << size;
     }
     StartSession(true);
-    OpenImporter importer;
+    CAcclaimImport importer;
     importer.SetOptions(GetParam(), true, false, true);
-    ASSERT_EQ(importer.Skeleton(asf), Outcome());
+    ASSERT_EQ(ImportSkeleton(importer, asf), Outcome());
     for (std::size_t size = 0; size <= amc.size(); ++size) {
-        const Outcome motion = importer.Motion(amc.substr(0, size));
+        const Outcome motion = ImportMotion(importer, amc.substr(0, size));
         EXPECT_NE(motion.status < 0, motion.message.empty()) << size;
-        EXPECT_EQ(importer.FrameCount(), 0u);
+        EXPECT_EQ(importer.GetSkeleton().frameCount, 0u);
     }
     EXPECT_THAT(SceneProblems(true), IsEmpty());
 }
@@ -145,15 +145,15 @@ TEST(LackOfMemory, ForTheBarIsReported) {
         for (int first = 1; first < 6; ++first) {
             SCOPED_TRACE(first);
             StartSession(true);
-            OpenImporter importer;
+            CAcclaimImport importer;
             if (hasSkeleton) {
-                ASSERT_EQ(importer.Skeleton(kSampleAsf), Outcome());
+                ASSERT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
             }
             headless::Session::Current().OnBar([left = first](const headless::BarEvent&) mutable {
                 if (--left <= 0) throw std::bad_alloc();
             });
-            const Outcome outcome =
-                hasSkeleton ? importer.Motion(kSampleAmc) : importer.Skeleton(kSampleAsf);
+            const Outcome outcome = hasSkeleton ? ImportMotion(importer, kSampleAmc)
+                                                : ImportSkeleton(importer, kSampleAsf);
             EXPECT_EQ(outcome.message, "Out of memory");
             EXPECT_TRUE(outcome.status == kOutOfMemory || outcome.status == kFail)
                 << StatusText(outcome.status);

@@ -9,7 +9,7 @@
 #include "host/status.h"
 #include "math/angles.h"
 #include "math/rotation_math.h"
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/acclaim_texts.h"
 #include "tests/support/core/session_text.h"
 
 namespace {
@@ -24,8 +24,8 @@ class Fixups : public testing::Test {
 
     Outcome Import(const std::string& asf, const std::string& frames) {
         importer.SetOptions(true, true, false, true);
-        EXPECT_EQ(importer.Skeleton(":version 1\n" + asf), Outcome());
-        return importer.Motion(":fully-specified\n" + frames);
+        EXPECT_EQ(ImportSkeleton(importer, ":version 1\n" + asf), Outcome());
+        return ImportMotion(importer, ":fully-specified\n" + frames);
     }
     // The values of posx, posy, posz or of rotx, roty, rotz.
     static std::vector<std::vector<double>> Values(const std::string& object,
@@ -49,7 +49,7 @@ class Fixups : public testing::Test {
                 EXPECT_NEAR(turn[row][column], expected[row][column], 1e-12);
     }
 
-    OpenImporter importer;
+    CAcclaimImport importer;
 };
 
 TEST_F(Fixups, TurnABoneInItsAxisFrame) {

@@ -5,7 +5,8 @@
 
 #include "headless/session.h"
 #include "host/status.h"
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/acclaim_texts.h"
+#include "tests/support/acclaim/parsed_acclaim.h"
 #include "tests/support/core/session_text.h"
 #include "tests/support/effort.h"
 
@@ -41,10 +42,10 @@ std::string Frame(std::size_t bones, const std::string& values) {
 
 void Import(bool nulls, const std::string& asf, const std::string& amc, std::size_t curves) {
     StartSession(true);
-    OpenImporter importer;
+    CAcclaimImport importer;
     importer.SetOptions(nulls, true, false, true);
-    ASSERT_EQ(importer.Skeleton(":version 1\n:root order tx\n" + asf), Outcome());
-    ASSERT_EQ(importer.Motion(":fully-specified\n" + amc), Outcome());
+    ASSERT_EQ(ImportSkeleton(importer, ":version 1\n:root order tx\n" + asf), Outcome());
+    ASSERT_EQ(ImportMotion(importer, ":fully-specified\n" + amc), Outcome());
     EXPECT_EQ(ActionNamed("motion").items.size(), curves);
 }
 
@@ -86,8 +87,8 @@ TEST(LargeSkeletonFiles, MayHoldBareBonesAlone) {
     std::string text = ":version 1\n:root order tx\n:bonedata\n";
     for (int i = 0; i < 40'000; ++i)
         text += "begin name a end\n";
-    OpenImporter importer;
-    EXPECT_EQ(importer.Skeleton(text + ":hierarchy begin\nroot a\nend"), Outcome());
+    CAcclaimImport importer;
+    EXPECT_EQ(ImportSkeleton(importer, text + ":hierarchy begin\nroot a\nend"), Outcome());
 }
 
 struct LargeFile {
@@ -103,10 +104,9 @@ void PrintTo(const LargeFile& row, std::ostream* out) {
 class LargeFiles : public testing::TestWithParam<LargeFile> {};
 
 TEST_P(LargeFiles, AreParsed) {
-    StartSession(false);
-    OpenImporter importer;
-    EXPECT_EQ(importer.Parse(":version 1\n" + GetParam().asf), (Outcome{1, "", 0}));
-    EXPECT_EQ(importer.Nodes().size(), GetParam().nodes);
+    ParsedAcclaim parsed;
+    EXPECT_EQ(parsed.Parse(":version 1\n" + GetParam().asf), (Outcome{1, "", 0}));
+    EXPECT_EQ(parsed.skeleton.models.size(), GetParam().nodes);
 }
 
 std::string RenamedRoots() {
@@ -150,39 +150,35 @@ INSTANTIATE_TEST_SUITE_P(, LargeFiles, testing::ValuesIn(kLargeFiles),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(LargeMotions, MayBeFullOfWarnings) {
-    StartSession(false);
-    OpenImporter importer;
-    ASSERT_EQ(importer.Skeleton(":version 1\n:root order tx"), Outcome());
+    ParsedAcclaim parsed;
+    ASSERT_EQ(parsed.Parse(":version 1\n:root order tx"), (Outcome{1, "", 0}));
     constexpr std::size_t kLines = 50'000;
-    ASSERT_EQ(importer.ParseMotion("1\nroot 1\n" + Repeated("x y\n", kLines)), Outcome());
-    const Lines lines = LogLines();
+    ASSERT_EQ(parsed.ParseMotion("1\nroot 1\n" + Repeated("x y\n", kLines)), Outcome());
+    const Lines& lines = parsed.Warnings();
     ASSERT_EQ(lines.size(), kLines);
-    EXPECT_EQ(lines.back(), "4: Invalid keyword found (x) at line " + std::to_string(kLines + 2) +
-                                ", ignoring...");
+    EXPECT_EQ(lines.back(),
+              "Invalid keyword found (x) at line " + std::to_string(kLines + 2) + ", ignoring...");
 }
 
 TEST(LargeMotions, MayBeFullOfUnknownBones) {
-    StartSession(false);
-    OpenImporter importer;
-    importer.SetOptions(true, true, false, false);
+    ParsedAcclaim parsed;
     constexpr std::size_t kFew = 20'000;
-    ASSERT_EQ(importer.Skeleton(":version 1\n" + Bones(kFew, "rx")), Outcome());
-    ASSERT_EQ(importer.ParseMotion("1\n" + Repeated("x\n", kFew / 2) + Repeated("2 ", kBones)),
+    ASSERT_EQ(parsed.Parse(":version 1\n" + Bones(kFew, "rx")), (Outcome{1, "", 0}));
+    ASSERT_EQ(parsed.ParseMotion("1\n" + Repeated("x\n", kFew / 2) + Repeated("2 ", kBones)),
               Outcome());
-    EXPECT_GE(LogLines().size(), kFew / 2);
+    EXPECT_GE(parsed.Warnings().size(), kFew / 2);
 }
 
 TEST(LargeMotions, MayBeNumbersAlone) {
-    StartSession(false);
-    OpenImporter importer;
-    ASSERT_EQ(importer.Skeleton(":version 1\n:root order tx"), Outcome());
-    ASSERT_EQ(importer.ParseMotion("1\nx\n" + Repeated("2\n", 3'000'000)), Outcome());
-    EXPECT_EQ(importer.FrameCount(), 3'000'001u);
+    ParsedAcclaim parsed;
+    ASSERT_EQ(parsed.Parse(":version 1\n:root order tx"), (Outcome{1, "", 0}));
+    ASSERT_EQ(parsed.ParseMotion("1\nx\n" + Repeated("2\n", 3'000'000)), Outcome());
+    EXPECT_EQ(parsed.skeleton.frameCount, 3'000'001u);
 }
 
 TEST(LargeMotions, MayHangAnyNumberOfChildrenOnALength) {
     StartSession(false);
-    OpenImporter importer;
+    CAcclaimImport importer;
     importer.SetOptions(true, true, false, true);
     std::string asf =
         ":version 1\n:root order tx\n:bonedata begin name a\n length 1\n dof |\n end\n";
@@ -191,12 +187,12 @@ TEST(LargeMotions, MayHangAnyNumberOfChildrenOnALength) {
         asf += "begin name " + Name(i) + "\n end\n";
         children += " " + Name(i);
     }
-    ASSERT_EQ(importer.Skeleton(asf + ":hierarchy begin\nroot a\na" + children + "\nend"),
+    ASSERT_EQ(ImportSkeleton(importer, asf + ":hierarchy begin\nroot a\na" + children + "\nend"),
               Outcome());
     std::string frames;
     for (std::size_t i = 1; i <= 20'000; ++i)
         frames += std::to_string(i) + "\nroot 0\na 1\n";
-    EXPECT_EQ(importer.Motion(":fully-specified\n" + frames), Outcome());
+    EXPECT_EQ(ImportMotion(importer, ":fully-specified\n" + frames), Outcome());
 }
 
 }  // namespace

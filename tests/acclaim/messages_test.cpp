@@ -7,7 +7,8 @@
 #include "headless/testing.h"
 #include "host/status.h"
 #include "tests/acclaim/bad_files.h"
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/acclaim_texts.h"
+#include "tests/support/acclaim/parsed_acclaim.h"
 #include "tests/support/bvh_walk.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
@@ -24,20 +25,21 @@ std::string RowName(const testing::TestParamInfo<BadFile>& row) {
 class BadSkeleton : public testing::TestWithParam<BadFile> {
   protected:
     const std::string text = ":version 1.10\n" + GetParam().text;
-    OpenImporter importer;
+    CAcclaimImport importer;
 };
 
 TEST_P(BadSkeleton, IsReportedByTheParser) {
-    StartSession(true);
-    EXPECT_EQ(importer.Parse(text),
+    ParsedAcclaim parsed;
+    EXPECT_EQ(parsed.Parse(text),
               (Outcome{GetParam().status, GetParam().message, GetParam().line}));
 }
 
 // The import has one status for whatever its parser found.
 TEST_P(BadSkeleton, FailsTheImport) {
     StartSession(true);
-    EXPECT_EQ(importer.Skeleton(text), (Outcome{kFail, GetParam().message, GetParam().line}));
-    EXPECT_TRUE(importer.Nodes().empty());
+    EXPECT_EQ(ImportSkeleton(importer, text),
+              (Outcome{kFail, GetParam().message, GetParam().line}));
+    EXPECT_TRUE(importer.GetSkeleton().models.empty());
     EXPECT_FALSE(importer.GetLastModel().IsValid());
     EXPECT_THAT(SceneProblems(false), testing::IsEmpty());
 }
@@ -48,14 +50,14 @@ class BadMotion : public testing::TestWithParam<BadFile> {};
 
 TEST_P(BadMotion, LeavesTheSkeleton) {
     StartSession(true);
-    OpenImporter importer;
+    CAcclaimImport importer;
     importer.SetOptions(true, true, false, true);
-    ASSERT_EQ(importer.Skeleton(kSampleAsf), Outcome());
-    EXPECT_EQ(importer.Motion(GetParam().text),
+    ASSERT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
+    EXPECT_EQ(ImportMotion(importer, GetParam().text),
               (Outcome{GetParam().status, GetParam().message, GetParam().line}));
     EXPECT_EQ(ModelNamed("skel").modelData->actions.size(), 1u);
     EXPECT_THAT(SceneProblems(true), testing::IsEmpty());
-    EXPECT_EQ(importer.Motion(kSampleAmc), Outcome());
+    EXPECT_EQ(ImportMotion(importer, kSampleAmc), Outcome());
     EXPECT_EQ(MotionCurves().size(), 18u);
 }
 
@@ -90,9 +92,9 @@ class RefusedSkeleton : public testing::TestWithParam<RefusedFile> {};
 // The file is gone when the message is recorded, so the line is the first.
 TEST_P(RefusedSkeleton, IsNotParsed) {
     StartSession(true);
-    OpenImporter importer;
+    CAcclaimImport importer;
     const bool isRead = GetParam().status != kFileNotFound;
-    EXPECT_EQ(importer.Skeleton(GetParam().text),
+    EXPECT_EQ(ImportSkeleton(importer, GetParam().text),
               (Outcome{GetParam().status, GetParam().message, isRead ? 1u : 0u}));
     EXPECT_TRUE(BarLines().empty());
 }
@@ -102,36 +104,37 @@ INSTANTIATE_TEST_SUITE_P(, RefusedSkeleton, testing::ValuesIn(kRefusedSkeletons)
 
 TEST(AcclaimArguments, MustNameASkeletonFileAndAModel) {
     StartSession(true);
-    OpenImporter importer;
-    EXPECT_EQ(importer.Report(importer.ImportSkeleton({}, L"skel").GetCode()),
+    CAcclaimImport importer;
+    EXPECT_EQ(Report(importer, importer.ImportSkeleton({}, L"skel").GetCode()),
               (Outcome{kInvalidArgument, "ASF file not specified. Specify a valid file name", 0}));
-    EXPECT_EQ(importer.Report(importer.ImportSkeleton(L"a.asf", {}).GetCode()),
+    EXPECT_EQ(Report(importer, importer.ImportSkeleton(L"a.asf", {}).GetCode()),
               (Outcome{kInvalidArgument,
                        "Container model name not specified. Specify a valid model name", 0}));
-    EXPECT_EQ(importer.Report(importer.ImportSkeleton(L"/nowhere/a.asf", L"skel").GetCode()),
+    EXPECT_EQ(Report(importer, importer.ImportSkeleton(L"/nowhere/a.asf", L"skel").GetCode()),
               (Outcome{kFileNotFound, "Failed to read ASF file. Specify a valid file name", 0}));
 }
 
 TEST(AcclaimArguments, MustNameAMotionFileAndAMotion) {
     StartSession(true);
-    OpenImporter importer;
-    EXPECT_EQ(importer.Report(importer.ImportMotion(L"/nowhere/a.amc", L"motion").GetCode()),
+    CAcclaimImport importer;
+    EXPECT_EQ(Report(importer, importer.ImportMotion(L"/nowhere/a.amc", L"motion").GetCode()),
               (Outcome{kInvalidArgument, "Skeleton not defined yet", 0}));
-    ASSERT_EQ(importer.Skeleton(kSampleAsf), Outcome());
-    EXPECT_EQ(importer.Report(importer.ImportMotion({}, L"motion").GetCode()),
+    ASSERT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
+    EXPECT_EQ(Report(importer, importer.ImportMotion({}, L"motion").GetCode()),
               (Outcome{kInvalidArgument, "AMC file not specified. Specify a valid file name", 0}));
     EXPECT_EQ(
-        importer.Report(importer.ImportMotion(L"a.amc", {}).GetCode()),
+        Report(importer, importer.ImportMotion(L"a.amc", {}).GetCode()),
         (Outcome{kInvalidArgument, "Motion name not specified. Specify a valid motion name", 0}));
-    EXPECT_EQ(importer.Report(importer.ImportMotion(L"/nowhere/a.amc", L"motion").GetCode()),
+    EXPECT_EQ(Report(importer, importer.ImportMotion(L"/nowhere/a.amc", L"motion").GetCode()),
               (Outcome{kFileNotFound, "Failed to read AMC file. Specify a valid file name", 0}));
 }
 
 TEST(AcclaimArguments, FailWithoutTheModelInTheScene) {
     StartSession(true);
     headless::FailOperation("AddModel", 1);
-    OpenImporter importer;
-    EXPECT_EQ(importer.Skeleton(kSampleAsf), (Outcome{kFail, "Failed to create main model", 0}));
+    CAcclaimImport importer;
+    EXPECT_EQ(ImportSkeleton(importer, kSampleAsf),
+              (Outcome{kFail, "Failed to create main model", 0}));
 }
 
 // --- The sources against the rows ---

@@ -5,7 +5,7 @@
 
 #include "headless/testing.h"
 #include "host/status.h"
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/acclaim_texts.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
 
@@ -25,10 +25,10 @@ class MotionScene : public testing::Test {
 
     void Skeleton(const std::string& asf, bool nulls = true) {
         importer.SetOptions(nulls, true, false, true);
-        ASSERT_EQ(importer.Skeleton(asf), Outcome());
+        ASSERT_EQ(ImportSkeleton(importer, asf), Outcome());
     }
     void Import(const std::string& amc) {
-        ASSERT_EQ(importer.Motion(amc), Outcome());
+        ASSERT_EQ(ImportMotion(importer, amc), Outcome());
         EXPECT_FALSE(importer.WasParsing());
         EXPECT_THAT(SceneProblems(true), IsEmpty());
     }
@@ -37,7 +37,7 @@ class MotionScene : public testing::Test {
         return curves.count(target) > 0 ? curves.at(target) : TestCurve();
     }
 
-    OpenImporter importer;
+    CAcclaimImport importer;
 };
 
 TEST_F(MotionScene, HasACurveForEachChannel) {
@@ -117,14 +117,14 @@ TEST_F(MotionScene, StopsAtEachPoll) {
         for (std::uint64_t poll = before + 1; poll <= after; ++poll) {
             StartSession(true);
             headless::PressCancelAtPoll(poll);
-            OpenImporter cancelled;
+            CAcclaimImport cancelled;
             cancelled.SetOptions(nulls, true, false, true);
-            ASSERT_EQ(cancelled.Skeleton(kSampleAsf), Outcome());
-            const Outcome outcome = cancelled.Motion(kSampleAmc);
+            ASSERT_EQ(ImportSkeleton(cancelled, kSampleAsf), Outcome());
+            const Outcome outcome = ImportMotion(cancelled, kSampleAmc);
             EXPECT_EQ(outcome.status, Zelk::status::kCancelled) << poll;
             EXPECT_EQ(outcome.message, "User cancelled command") << poll;
             EXPECT_THAT(SceneProblems(false), IsEmpty());
-            EXPECT_EQ(cancelled.FrameCount(), 0u);
+            EXPECT_EQ(cancelled.GetSkeleton().frameCount, 0u);
         }
         StartSession(true);
     }
@@ -163,7 +163,8 @@ INSTANTIATE_TEST_SUITE_P(, MotionRate, testing::ValuesIn(kRates),
 
 TEST_F(MotionScene, EndsAtTheHighestNumberWithoutSign) {
     Skeleton(":version 1\n:root order tx");
-    ASSERT_EQ(importer.Motion(":fully-specified\n9\nroot 1\n-1\nroot 2\n3\nroot 3"), Outcome());
+    ASSERT_EQ(ImportMotion(importer, ":fully-specified\n9\nroot 1\n-1\nroot 2\n3\nroot 3"),
+              Outcome());
     EXPECT_EQ(ActionNamed("motion").animEnd, 4294967295.0 * kThirtieth);
 }
 
@@ -182,7 +183,7 @@ TEST_F(MotionScene, KeepsTheRateForWhatFollows) {
 TEST_F(MotionScene, MayBeInRadiansWhereTheSkeletonIs) {
     Skeleton(":version 1\n:units angle rad\n:root order rx");
     Import(":FULLY-SPECIFIED\n:Radians\n1\nroot 0");
-    EXPECT_EQ(importer.Motion(":fully-specified\n:DEGREES\n1\nroot 0").message,
+    EXPECT_EQ(ImportMotion(importer, ":fully-specified\n:DEGREES\n1\nroot 0").message,
               "Incompatible AMC file. File must use same angle units as the ASF file");
 }
 
@@ -244,16 +245,17 @@ class SecondMotion : public testing::TestWithParam<bool> {};
 
 TEST_P(SecondMotion, IsReadLikeTheFirst) {
     StartSession(true);
-    OpenImporter importer;
+    CAcclaimImport importer;
     importer.SetOptions(GetParam(), true, false, true);
-    ASSERT_EQ(importer.Skeleton(kSampleAsf), Outcome());
-    ASSERT_EQ(importer.Motion(kSampleAmc), Outcome());
+    ASSERT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
+    ASSERT_EQ(ImportMotion(importer, kSampleAmc), Outcome());
     const auto first = MotionCurves();
-    ASSERT_EQ(importer.Motion(kSampleAmc), Outcome());
+    ASSERT_EQ(ImportMotion(importer, kSampleAmc), Outcome());
     EXPECT_EQ(MotionCurves("motion1"), first);
     EXPECT_EQ(importer.GetLastMotion().GetName(), Zelk::CString(L"motion1"));
-    ASSERT_EQ(importer.Motion(":fully-specified\n5\nback 1 2 3\nroot 1 2 3 4 5 6\njoint 7 8\n"
-                              "arm 1 2 3\n"),
+    ASSERT_EQ(ImportMotion(importer,
+                           ":fully-specified\n5\nback 1 2 3\nroot 1 2 3 4 5 6\njoint 7 8\n"
+                           "arm 1 2 3\n"),
               Outcome());
     EXPECT_EQ(MotionCurves("motion2").size(), first.size());
     EXPECT_EQ(MotionCurves("motion2").at("root.kine.local.posz"), (TestCurve{{5}, {3}}));

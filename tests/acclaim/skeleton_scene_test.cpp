@@ -5,7 +5,7 @@
 #include "headless/session.h"
 #include "headless/testing.h"
 #include "host/status.h"
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/acclaim_texts.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
 
@@ -32,12 +32,12 @@ class SkeletonScene : public testing::Test {
     void SetUp() override { StartSession(true); }
     void Import(bool nulls, bool group = true) {
         importer.SetOptions(nulls, true, false, group);
-        ASSERT_EQ(importer.Skeleton(kSampleAsf), Outcome());
+        ASSERT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
         EXPECT_FALSE(importer.WasParsing());
         EXPECT_THAT(SceneProblems(true), IsEmpty());
     }
 
-    OpenImporter importer;
+    CAcclaimImport importer;
 };
 
 TEST_F(SkeletonScene, HoldsANullForEachNode) {
@@ -96,9 +96,9 @@ TEST_F(SkeletonScene, HasBasePosesOfAnimatedLengths) {
 
 TEST_F(SkeletonScene, IsNamedAsTheHostCanNameIt) {
     Import(true);
-    OpenImporter other;
+    CAcclaimImport other;
     other.SetOptions(true, true, false, true);
-    ASSERT_EQ(other.Skeleton(kSampleAsf), Outcome());
+    ASSERT_EQ(ImportSkeleton(other, kSampleAsf), Outcome());
     const headless::Object& second = ModelNamed("skel1");
     EXPECT_EQ(Utf8(second.modelData->actions.at(0)->name), "skel1_BasePose");
     EXPECT_EQ(Utf8(second.modelData->groups.at(0)->name), "skel1_Animated_Objects");
@@ -106,15 +106,15 @@ TEST_F(SkeletonScene, IsNamedAsTheHostCanNameIt) {
 
 TEST_F(SkeletonScene, ReplacesTheSkeletonThatTheImporterHeld) {
     Import(true);
-    ASSERT_EQ(importer.Skeleton(":version 1\n:root order tx"), Outcome());
-    EXPECT_EQ(importer.Nodes().size(), 1u);
+    ASSERT_EQ(ImportSkeleton(importer, ":version 1\n:root order tx"), Outcome());
+    EXPECT_EQ(importer.GetSkeleton().models.size(), 1u);
     EXPECT_TRUE(importer.GetDocumentation().IsEmpty());
-    EXPECT_EQ(importer.ChannelCount(), 1u);
+    EXPECT_EQ(importer.GetSkeleton().channelCount, 1u);
     EXPECT_EQ(Utf8(importer.GetLastModel().GetName()), "skel1");
 }
 
 TEST_F(SkeletonScene, MayBeEmpty) {
-    ASSERT_EQ(importer.Skeleton(":version 1"), Outcome());
+    ASSERT_EQ(ImportSkeleton(importer, ":version 1"), Outcome());
     EXPECT_EQ(ModelNamed("skel").firstChild, nullptr);
     EXPECT_THAT(GroupMembers(), IsEmpty());
 }
@@ -134,7 +134,7 @@ TEST_F(SkeletonScene, MovesTheBarThroughItsSteps) {
 }
 
 TEST_F(SkeletonScene, MovesTheBarOnlyForSectionsThatAreThere) {
-    ASSERT_EQ(importer.Skeleton(":version 1\n:bonedata"), Outcome());
+    ASSERT_EQ(ImportSkeleton(importer, ":version 1\n:bonedata"), Outcome());
     EXPECT_EQ(BarLines()[6], "value 5486");
     EXPECT_EQ(BarLines()[7], "caption Creating Zelk model...");
 }
@@ -144,24 +144,24 @@ TEST_F(SkeletonScene, StopsAtEachPoll) {
     for (std::uint64_t poll = 1; poll <= 7; ++poll) {
         StartSession(true);
         headless::PressCancelAtPoll(poll);
-        OpenImporter cancelled;
-        const Outcome outcome = cancelled.Skeleton(kSampleAsf);
+        CAcclaimImport cancelled;
+        const Outcome outcome = ImportSkeleton(cancelled, kSampleAsf);
         EXPECT_EQ(outcome.message, "User cancelled command");
         // The parser's own statuses are not passed on.
         EXPECT_EQ(outcome.status, poll < 7 ? Zelk::status::kFail : Zelk::status::kCancelled);
-        EXPECT_TRUE(cancelled.Nodes().empty());
+        EXPECT_TRUE(cancelled.GetSkeleton().models.empty());
         EXPECT_THAT(headless::Session::Current().GetScene().Models(), IsEmpty());
         EXPECT_TRUE(BarIsHidden());
     }
     StartSession(true);
     headless::PressCancelAtPoll(8);
-    EXPECT_EQ(importer.Skeleton(kSampleAsf), Outcome());
+    EXPECT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
 }
 
 TEST_F(SkeletonScene, CancelsOnlyWhereTheFlagIsAllBits) {
     headless::SetPressedValue(1);
     headless::Session::Current().PressCancel();
-    EXPECT_EQ(importer.Skeleton(kSampleAsf), Outcome());
+    EXPECT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
 }
 
 TEST_F(SkeletonScene, NeedsNoBar) {
@@ -199,10 +199,10 @@ TEST_P(OddTrees, AreSurvived) {
     const std::string motion =
         ":fully-specified\n1\nroot 0 0 0 10 20 30\na 1 2\nb 3 4\nc 5 6\nd 7 8\n";
     StartSession(true);
-    OpenImporter importer;
+    CAcclaimImport importer;
     importer.SetOptions(nulls, fromParent, false, true);
-    EXPECT_EQ(importer.Skeleton(text), Outcome());
-    const Outcome outcome = importer.Motion(motion);
+    EXPECT_EQ(ImportSkeleton(importer, text), Outcome());
+    const Outcome outcome = ImportMotion(importer, motion);
     // In bones, a joint that no chain reaches has nothing that could be driven.
     if (outcome.status != 0) {
         EXPECT_FALSE(nulls);
@@ -245,16 +245,17 @@ class OddNames : public testing::TestWithParam<OddName> {};
 TEST_P(OddNames, AreImported) {
     for (const bool nulls : {true, false}) {
         StartSession(true);
-        OpenImporter importer;
+        CAcclaimImport importer;
         importer.SetOptions(nulls, true, false, true);
         const std::string& name = GetParam().text;
-        EXPECT_EQ(importer.Skeleton(":version 1\n:name " + name +
-                                    "\n:root order tx\n:bonedata begin name " + name +
-                                    "\n direction 1 0 0 length 2\n dof rx\n end\n"
-                                    ":hierarchy begin\n root " +
-                                    name + "\n end"),
+        EXPECT_EQ(ImportSkeleton(importer, ":version 1\n:name " + name +
+                                               "\n:root order tx\n:bonedata begin name " + name +
+                                               "\n direction 1 0 0 length 2\n dof rx\n end\n"
+                                               ":hierarchy begin\n root " +
+                                               name + "\n end"),
                   Outcome());
-        EXPECT_EQ(importer.Motion(":fully-specified\n1\nroot 1\n" + name + " 5\n"), Outcome());
+        EXPECT_EQ(ImportMotion(importer, ":fully-specified\n1\nroot 1\n" + name + " 5\n"),
+                  Outcome());
         EXPECT_EQ(MotionCurves().size(), 4u);
         EXPECT_THAT(SceneProblems(true), IsEmpty());
     }

@@ -7,6 +7,7 @@
 #include "tests/bvh/importer.h"
 #include "tests/bvh/samples.h"
 #include "tests/support/core/scene_check.h"
+#include "tests/support/parsed_bvh.h"
 
 namespace {
 
@@ -22,12 +23,11 @@ constexpr const char* kParseFailure = "0x80004005";
 class BvhBadFile : public testing::TestWithParam<BadFile> {};
 
 TEST_P(BvhBadFile, FailsInTheParserWithItsMessageAndCode) {
-    support::StartSession(true);
-    Importer importer;
-    EXPECT_EQ(StatusText(importer.Parse(GetParam().text)),
+    support::ParsedBvh parsed;
+    EXPECT_EQ(StatusText(parsed.Parse(GetParam().text)),
               StatusText(static_cast<std::int32_t>(GetParam().status)));
-    EXPECT_EQ(importer.Message(), GetParam().message);
-    EXPECT_EQ(importer.Line(), GetParam().line);
+    EXPECT_EQ(parsed.Message(), GetParam().message);
+    EXPECT_EQ(parsed.parser.LastError().line, GetParam().line);
 }
 
 TEST_P(BvhBadFile, LeavesNothingBehind) {
@@ -43,8 +43,7 @@ TEST_P(BvhBadFile, LeavesNothingBehind) {
             EXPECT_FALSE(importer.GetLastModel().IsValid());
             EXPECT_FALSE(importer.GetLastBasePose().IsValid());
             EXPECT_FALSE(importer.GetLastMotion().IsValid());
-            EXPECT_THAT(importer.models, IsEmpty());
-            EXPECT_EQ(importer.stringFile.GetSize(), 0u);
+            EXPECT_THAT(importer.Nodes(), IsEmpty());
             EXPECT_THAT(bvh_test::Scene().Objects(), IsEmpty());
             EXPECT_THAT(support::SceneProblems(false), IsEmpty());
         }

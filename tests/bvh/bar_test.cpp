@@ -203,7 +203,7 @@ void ExpectCancelled(const Importer& importer, std::int32_t status, std::uint64_
     // A cancelled parse is a failed parse, with a line; what comes later has its own code.
     EXPECT_EQ(importer.WasParsing(), poll <= reading);
     EXPECT_EQ(support::StatusText(status), poll <= reading ? "0x80004005" : "0x800704C7");
-    EXPECT_THAT(importer.models, IsEmpty());
+    EXPECT_THAT(importer.Nodes(), IsEmpty());
     EXPECT_EQ(BarLines().back(), "visible 0");
     EXPECT_THAT(support::SceneProblems(false), IsEmpty());
 }

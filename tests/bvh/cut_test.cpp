@@ -35,8 +35,7 @@ class AnyImport {
         const std::int32_t status = importer.Import(bytes);
         const bool imported = status == 0;
         EXPECT_THAT(support::SceneProblems(imported), IsEmpty());
-        EXPECT_THAT(importer.models, IsEmpty());
-        EXPECT_EQ(importer.stringFile.GetSize(), 0u);
+        EXPECT_THAT(importer.Nodes(), IsEmpty());
         if (imported) {
             EXPECT_GT(importer.GetModelsCount(), 0u);
             EXPECT_TRUE(importer.GetLastMotion().IsValid());

@@ -45,7 +45,7 @@ bool LeavesItsMark(std::string_view operation) {
 void CheckFault(std::string_view operation, const Importer& importer, std::int32_t status,
                 std::set<const HostFailure*>& reached) {
     EXPECT_FALSE(importer.WasParsing());
-    EXPECT_THAT(importer.models, IsEmpty());
+    EXPECT_THAT(importer.Nodes(), IsEmpty());
     if (!LeavesItsMark(operation)) {
         EXPECT_THAT(support::SceneProblems(status == 0), IsEmpty());
     }
@@ -118,7 +118,7 @@ TEST(BvhHostFailure, OfTheBarForLackOfMemoryIsReported) {
         const std::int32_t status = importer.Import(bvh_test::kTree);
         EXPECT_EQ(StatusText(status), importer.WasParsing() ? "0x80004005" : "0x8007000E");
         EXPECT_EQ(importer.Message(), "Out of memory");
-        EXPECT_THAT(importer.models, IsEmpty());
+        EXPECT_THAT(importer.Nodes(), IsEmpty());
     }
 }
 

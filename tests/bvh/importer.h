@@ -1,4 +1,4 @@
-// The importer with its inside in the open, fed with text.
+// Imports of texts, and what is in the scene after them.
 #pragma once
 
 #include <cstdint>
@@ -23,28 +23,15 @@ inline std::wstring Wide(const std::string& ascii) {
     return std::wstring(ascii.begin(), ascii.end());
 }
 
-class Importer : public CBiovisionImport {
+// The importer, fed with texts.
+class Importer {
   public:
-    using CBiovisionImport::Clear;
-    using CBiovisionImport::CreateZelkEntities;
-    using CBiovisionImport::ParseBVH;
-    using CBiovisionImport::ParseMotion;
-    using CMocapImportBase::channelCount;
-    using CMocapImportBase::frameCount;
-    using CMocapImportBase::lastBasePose;
-    using CMocapImportBase::lastModel;
-    using CMocapImportBase::lastMotion;
-    using CMocapImportBase::modelName;
-    using CMocapImportBase::models;
-    using CMocapImportBase::progressBar;
-    using CMocapImportBase::stringFile;
-
     explicit Importer(const Options& options = {}) {
-        SetOptions(options.nulls, options.chainFromParent, options.effectorToLastBone,
-                   options.group);
+        importer_.SetOptions(options.nulls, options.chainFromParent, options.effectorToLastBone,
+                             options.group);
     }
 
-    // The whole import of these bytes as a model called "walk".
+    // Imports these bytes as a file, as a model called "walk".
     std::int32_t Import(const std::string& bytes) {
         const support::TempDir dir;
         return ImportFile(dir.Write("walk.bvh", bytes));
@@ -52,28 +39,30 @@ class Importer : public CBiovisionImport {
     std::int32_t ImportFile(const std::string& path) {
         return ImportBVH(Wide(path).c_str(), L"walk").GetCode();
     }
-
-    // The parser alone, from behind the first token; nodes and keys stay.
-    std::int32_t Parse(const std::string& bytes) {
-        const support::TempDir dir;
-        Clear(true);
-        CIFPlugProgressBar bar;
-        progressBar = &bar;
-        stringFile.ReadFile(Wide(dir.Write("parsed.bvh", bytes)).c_str());
-        stringFile.GetNextString();
-        const std::int32_t status = ParseBVH(nullptr);
-        progressBar = nullptr;
-        return status;
+    Zelk::CStatus ImportBVH(const Zelk::CString& file, const Zelk::CString& name) {
+        return importer_.ImportBVH(file, name);
     }
 
-    std::string Message() const { return support::Utf8(GetLastError(nullptr, nullptr)); }
+    std::string Message() const { return support::Utf8(importer_.GetLastError(nullptr, nullptr)); }
     std::uint32_t Line() const {
         std::uint32_t line = 0;
-        GetLastError(&line, nullptr);
+        importer_.GetLastError(&line, nullptr);
         return line;
     }
-    MOCAPMODEL& Node(std::size_t index) { return *models.at(index); }
-    std::string Name(std::size_t index) { return Node(index).name.get(); }
+    std::uint32_t Column() const {
+        std::uint32_t column = 0;
+        importer_.GetLastError(nullptr, &column);
+        return column;
+    }
+    bool WasParsing() const { return importer_.WasParsing(); }
+    std::uint32_t GetModelsCount() const { return importer_.GetModelsCount(); }
+    Zelk::Model GetLastModel() const { return importer_.GetLastModel(); }
+    Zelk::ActionSource GetLastBasePose() const { return importer_.GetLastBasePose(); }
+    Zelk::ActionSource GetLastMotion() const { return importer_.GetLastMotion(); }
+    const auto& Nodes() const { return importer_.GetSkeleton().models; }
+
+  private:
+    CBiovisionImport importer_;
 };
 
 inline const headless::Scene& Scene() {

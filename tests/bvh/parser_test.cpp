@@ -5,19 +5,17 @@
 #include <string>
 #include <vector>
 
-#include "tests/bvh/importer.h"
 #include "tests/bvh/samples.h"
+#include "tests/support/parsed_bvh.h"
 
 namespace {
 
-using bvh_test::Importer;
+using support::ParsedBvh;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 class BvhParser : public testing::Test {
   protected:
-    void SetUp() override { support::StartSession(false); }
-
     // The types of a node's slots, empty ones included.
     static std::vector<int> Types(const MOCAPMODEL& node) {
         std::vector<int> types;
@@ -28,14 +26,14 @@ class BvhParser : public testing::Test {
         return types;
     }
 
-    Importer importer_;
+    ParsedBvh parsed_;
 };
 
 TEST_F(BvhParser, ReadsATreeInTheFilesOrder) {
-    ASSERT_EQ(importer_.Parse(bvh_test::kTree), 0);
+    ASSERT_EQ(parsed_.Parse(bvh_test::kTree), 0);
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < importer_.models.size(); ++i)
-        names.push_back(importer_.Name(i));
+    for (std::size_t i = 0; i < parsed_.skeleton.models.size(); ++i)
+        names.push_back(parsed_.Name(i));
     EXPECT_THAT(names, ElementsAre("Hips", "Spine", "Head", "Head_End", "Arm", "Hand", "Finger",
                                    "Finger_End", "Prop"));
     const std::vector<int> parents = {-1, 0, 1, 2, 1, 4, 5, 6, 0};
@@ -45,9 +43,9 @@ TEST_F(BvhParser, ReadsATreeInTheFilesOrder) {
     const std::vector<bool> detached = {true, false, false, true, false, false, false, false, true};
     for (std::size_t i = 0; i < parents.size(); ++i) {
         SCOPED_TRACE(names[i]);
-        const MOCAPMODEL& node = importer_.Node(i);
+        const MOCAPMODEL& node = parsed_.Node(i);
         const MOCAPMODEL* const parent =
-            parents[i] < 0 ? nullptr : &importer_.Node(static_cast<std::size_t>(parents[i]));
+            parents[i] < 0 ? nullptr : &parsed_.Node(static_cast<std::size_t>(parents[i]));
         EXPECT_EQ(node.parent, parent);
         EXPECT_EQ(node.depth, depths[i]);
         EXPECT_EQ(node.childCount, children[i]);
@@ -55,82 +53,82 @@ TEST_F(BvhParser, ReadsATreeInTheFilesOrder) {
         EXPECT_EQ(node.isDetached, detached[i]);
         EXPECT_EQ(node.isEndSite, i == 3 || i == 7);
     }
-    EXPECT_EQ(importer_.channelCount, 18u);
+    EXPECT_EQ(parsed_.skeleton.channelCount, 18u);
 }
 
 TEST_F(BvhParser, AddsOffsetsUpToPositions) {
-    ASSERT_EQ(importer_.Parse(bvh_test::kTree), 0);
-    const MOCAPMODEL& finger = importer_.Node(6);
+    ASSERT_EQ(parsed_.Parse(bvh_test::kTree), 0);
+    const MOCAPMODEL& finger = parsed_.Node(6);
     EXPECT_THAT(finger.offset, ElementsAre(1, 0, 0));
     EXPECT_THAT(finger.globalPosition, ElementsAre(10, 14, 0));
-    EXPECT_THAT(importer_.Node(0).globalPosition, ElementsAre(0, 1, 0));
-    EXPECT_THAT(importer_.Node(3).globalPosition, ElementsAre(0, 17, 1));
+    EXPECT_THAT(parsed_.Node(0).globalPosition, ElementsAre(0, 1, 0));
+    EXPECT_THAT(parsed_.Node(3).globalPosition, ElementsAre(0, 17, 1));
 }
 
 TEST_F(BvhParser, FillsSlotsFromTheFirstInTheFilesOrder) {
-    ASSERT_EQ(importer_.Parse(bvh_test::kTree), 0);
-    EXPECT_THAT(Types(importer_.Node(0)), ElementsAre(1, 2, 3, 6, 4, 5, 0));
-    EXPECT_THAT(Types(importer_.Node(4)), ElementsAre(5, 6, 4, 0, 0, 0, 0));
-    EXPECT_THAT(Types(importer_.Node(5)), testing::Each(0));
-    EXPECT_THAT(Types(importer_.Node(8)), ElementsAre(1, 6, 5, 0, 0, 0, 0));
+    ASSERT_EQ(parsed_.Parse(bvh_test::kTree), 0);
+    EXPECT_THAT(Types(parsed_.Node(0)), ElementsAre(1, 2, 3, 6, 4, 5, 0));
+    EXPECT_THAT(Types(parsed_.Node(4)), ElementsAre(5, 6, 4, 0, 0, 0, 0));
+    EXPECT_THAT(Types(parsed_.Node(5)), testing::Each(0));
+    EXPECT_THAT(Types(parsed_.Node(8)), ElementsAre(1, 6, 5, 0, 0, 0, 0));
 }
 
 TEST_F(BvhParser, TakesKeywordsInAnyLetterCase) {
     const char* const text =
         "hierarchy rOOt H { oFFset 0 1 0 chaNNels 2 XPOSITION zrotation joint J { offset 0 1 0 "
         "eND sITE { Offset 0 1 0 } } } mOTION fRAMES: 1 fRAME tIME: 0.5 7 8";
-    ASSERT_EQ(importer_.Parse(text), 0);
-    EXPECT_EQ(importer_.models.size(), 3u);
-    EXPECT_EQ(importer_.Name(2), "J_End");
-    EXPECT_THAT(Types(importer_.Node(0)), ElementsAre(1, 6, 0, 0, 0, 0, 0));
-    EXPECT_EQ(importer_.Node(0).channels[1].keys[0].value, 8.0);
+    ASSERT_EQ(parsed_.Parse(text), 0);
+    EXPECT_EQ(parsed_.skeleton.models.size(), 3u);
+    EXPECT_EQ(parsed_.Name(2), "J_End");
+    EXPECT_THAT(Types(parsed_.Node(0)), ElementsAre(1, 6, 0, 0, 0, 0, 0));
+    EXPECT_EQ(parsed_.Node(0).channels[1].keys[0].value, 8.0);
 }
 
 TEST_F(BvhParser, NamesEndSitesAfterTheirParents) {
-    ASSERT_EQ(importer_.Parse("HIERARCHY ROOT Hips { OFFSET 0 0 0 End Site { OFFSET 0 1 0 "
-                              "End Site { OFFSET 0 1 0 } } } End Site { OFFSET 1 0 0 }"),
+    ASSERT_EQ(parsed_.Parse("HIERARCHY ROOT Hips { OFFSET 0 0 0 End Site { OFFSET 0 1 0 "
+                            "End Site { OFFSET 0 1 0 } } } End Site { OFFSET 1 0 0 }"),
               1);
-    EXPECT_EQ(importer_.Name(1), "Hips_End");
-    EXPECT_EQ(importer_.Name(2), "Hips_End_End");
-    EXPECT_EQ(importer_.Name(3), "End_Site");
-    EXPECT_EQ(importer_.Node(3).parent, nullptr);
-    EXPECT_TRUE(importer_.Node(3).isEndSite);
+    EXPECT_EQ(parsed_.Name(1), "Hips_End");
+    EXPECT_EQ(parsed_.Name(2), "Hips_End_End");
+    EXPECT_EQ(parsed_.Name(3), "End_Site");
+    EXPECT_EQ(parsed_.Node(3).parent, nullptr);
+    EXPECT_TRUE(parsed_.Node(3).isEndSite);
 }
 
 TEST_F(BvhParser, ReadsChannelsOfEndSitesToo) {
-    ASSERT_EQ(importer_.Parse("HIERARCHY End Site { OFFSET 0 1 0 CHANNELS 1 Xrotation } MOTION "
-                              "Frames: 1 Frame Time: 1 5"),
+    ASSERT_EQ(parsed_.Parse("HIERARCHY End Site { OFFSET 0 1 0 CHANNELS 1 Xrotation } MOTION "
+                            "Frames: 1 Frame Time: 1 5"),
               0);
-    EXPECT_EQ(importer_.Node(0).channels[0].keys[0].value, 5.0);
+    EXPECT_EQ(parsed_.Node(0).channels[0].keys[0].value, 5.0);
 }
 
 TEST_F(BvhParser, TreatsRootAndJointAlike) {
-    ASSERT_EQ(importer_.Parse("HIERARCHY JOINT A { OFFSET 0 0 0 ROOT B { OFFSET 0 1 0 } } ROOT C { "
-                              "OFFSET 0 0 0 }"),
+    ASSERT_EQ(parsed_.Parse("HIERARCHY JOINT A { OFFSET 0 0 0 ROOT B { OFFSET 0 1 0 } } ROOT C { "
+                            "OFFSET 0 0 0 }"),
               1);
-    EXPECT_EQ(importer_.Node(0).parent, nullptr);
-    EXPECT_EQ(importer_.Node(1).parent, &importer_.Node(0));
-    EXPECT_EQ(importer_.Node(2).parent, nullptr);
+    EXPECT_EQ(parsed_.Node(0).parent, nullptr);
+    EXPECT_EQ(parsed_.Node(1).parent, &parsed_.Node(0));
+    EXPECT_EQ(parsed_.Node(2).parent, nullptr);
 }
 
 TEST_F(BvhParser, TakesAnyTokenForAName) {
-    ASSERT_EQ(importer_.Parse("HIERARCHY ROOT ROOT { OFFSET 0 0 0 JOINT { { OFFSET 0 1 0 } JOINT "
-                              "MOTION { OFFSET 0 1 0 } JOINT CHANNELS { OFFSET 0 0 0 } }"),
+    ASSERT_EQ(parsed_.Parse("HIERARCHY ROOT ROOT { OFFSET 0 0 0 JOINT { { OFFSET 0 1 0 } JOINT "
+                            "MOTION { OFFSET 0 1 0 } JOINT CHANNELS { OFFSET 0 0 0 } }"),
               1);
-    EXPECT_EQ(importer_.Name(0), "ROOT");
-    EXPECT_EQ(importer_.Name(1), "{");
-    EXPECT_EQ(importer_.Name(2), "MOTION");
-    EXPECT_EQ(importer_.Name(3), "CHANNELS");
+    EXPECT_EQ(parsed_.Name(0), "ROOT");
+    EXPECT_EQ(parsed_.Name(1), "{");
+    EXPECT_EQ(parsed_.Name(2), "MOTION");
+    EXPECT_EQ(parsed_.Name(3), "CHANNELS");
 }
 
 TEST_F(BvhParser, AcceptsNoChannels) {
     for (const char* count : {"0", "-0", "-3", "0x6"}) {
-        ASSERT_EQ(importer_.Parse(bvh_test::kStill.substr(0, bvh_test::kStill.find('}')) +
-                                  "CHANNELS " + count + "\n}\nMOTION\nFrames: 0\nFrame Time: 1"),
+        ASSERT_EQ(parsed_.Parse(bvh_test::kStill.substr(0, bvh_test::kStill.find('}')) +
+                                "CHANNELS " + count + "\n}\nMOTION\nFrames: 0\nFrame Time: 1"),
                   0)
             << count;
-        EXPECT_EQ(importer_.channelCount, 0u);
-        EXPECT_THAT(Types(importer_.Node(0)), testing::Each(0));
+        EXPECT_EQ(parsed_.skeleton.channelCount, 0u);
+        EXPECT_THAT(Types(parsed_.Node(0)), testing::Each(0));
     }
 }
 
@@ -161,48 +159,39 @@ const LooseRow kLooseRows[] = {
 class LooseNode : public testing::TestWithParam<LooseRow> {};
 
 TEST_P(LooseNode, IsMarkedAndCounted) {
-    support::StartSession(false);
-    Importer importer;
-    ASSERT_EQ(importer.Parse(std::string("HIERARCHY ROOT A { OFFSET 0 1 0 JOINT B { OFFSET ") +
-                             GetParam().offset + " CHANNELS " + GetParam().channels + " } }"),
+    ParsedBvh parsed;
+    ASSERT_EQ(parsed.Parse(std::string("HIERARCHY ROOT A { OFFSET 0 1 0 JOINT B { OFFSET ") +
+                           GetParam().offset + " CHANNELS " + GetParam().channels + " } }"),
               1);
-    EXPECT_EQ(importer.Node(1).isDetached, GetParam().isDetached);
-    EXPECT_EQ(importer.Node(0).boneChildCount, GetParam().counted);
-    EXPECT_EQ(importer.Node(0).childCount, 1u);
-    EXPECT_FALSE(importer.Node(0).isDetached);
+    EXPECT_EQ(parsed.Node(1).isDetached, GetParam().isDetached);
+    EXPECT_EQ(parsed.Node(0).boneChildCount, GetParam().counted);
+    EXPECT_EQ(parsed.Node(0).childCount, 1u);
+    EXPECT_FALSE(parsed.Node(0).isDetached);
 }
 
 INSTANTIATE_TEST_SUITE_P(, LooseNode, testing::ValuesIn(kLooseRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(BvhParser, GivesOneForAFileThatEndsBehindItsHierarchy) {
-    EXPECT_EQ(importer_.Parse("HIERARCHY\nROOT A { OFFSET 0 1 0 CHANNELS 1 Xrotation }\n"), 1);
-    EXPECT_EQ(importer_.Message(), "");
-    EXPECT_EQ(importer_.channelCount, 1u);
-    EXPECT_EQ(importer_.frameCount, 0u);
-    EXPECT_EQ(importer_.Node(0).channels[0].keys, nullptr);
-    EXPECT_EQ(importer_.Parse("HIERARCHY"), 1);
-    EXPECT_THAT(importer_.models, IsEmpty());
+    EXPECT_EQ(parsed_.Parse("HIERARCHY\nROOT A { OFFSET 0 1 0 CHANNELS 1 Xrotation }\n"), 1);
+    EXPECT_EQ(parsed_.Message(), "");
+    EXPECT_EQ(parsed_.skeleton.channelCount, 1u);
+    EXPECT_EQ(parsed_.skeleton.frameCount, 0u);
+    EXPECT_EQ(parsed_.Node(0).channels[0].keys, nullptr);
+    EXPECT_EQ(parsed_.Parse("HIERARCHY"), 1);
+    EXPECT_THAT(parsed_.skeleton.models, IsEmpty());
 }
 
 TEST_F(BvhParser, ReadsAMotionInsideOpenBraces) {
-    EXPECT_EQ(
-        importer_.Parse("HIERARCHY ROOT A { OFFSET 0 1 0 CHANNELS 1 Xrotation MOTION Frames: 1 "
-                        "Frame Time: 1 5"),
-        0);
-    EXPECT_EQ(importer_.Node(0).channels[0].keys[0].value, 5.0);
-}
-
-TEST_F(BvhParser, MakesNoSceneObject) {
-    ASSERT_EQ(importer_.Parse(bvh_test::kTree), 0);
-    EXPECT_THAT(bvh_test::Scene().Objects(), IsEmpty());
+    EXPECT_EQ(parsed_.Parse("HIERARCHY ROOT A { OFFSET 0 1 0 CHANNELS 1 Xrotation MOTION Frames: 1 "
+                            "Frame Time: 1 5"),
+              0);
+    EXPECT_EQ(parsed_.Node(0).channels[0].keys[0].value, 5.0);
 }
 
 TEST_F(BvhParser, KeepsWhatItReadBeforeAFailure) {
-    EXPECT_LT(importer_.Parse("HIERARCHY ROOT A { OFFSET 0 1 0 JOINT B { OFFSET 0 1"), 0);
-    EXPECT_EQ(importer_.models.size(), 2u);
-    importer_.Clear(true);
-    EXPECT_THAT(importer_.models, IsEmpty());
+    EXPECT_LT(parsed_.Parse("HIERARCHY ROOT A { OFFSET 0 1 0 JOINT B { OFFSET 0 1"), 0);
+    EXPECT_EQ(parsed_.skeleton.models.size(), 2u);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -13,6 +14,7 @@
 #include "tests/fuzz/memory_file.h"
 #include "tests/fuzz/require.h"
 #include "tests/fuzz/scene_requirements.h"
+#include "tests/support/acclaim/acclaim_probe.h"
 #include "tests/support/core/session_text.h"
 
 namespace fuzz {
@@ -40,109 +42,106 @@ struct Choices {
     }
 };
 
-// The importer with its nodes in the open.
-class Importer : public CAcclaimImport {
-  public:
-    Importer(const Choices& choices, bool nulls) {
-        SetOptions(nulls, choices.chainFromParent, choices.effectorToLastBone, choices.group);
-        ApplyLimits(choices.limits);
-        if (choices.length) OverrideLengthMultiplier(true, *choices.length);
-    }
+void SetChoices(CAcclaimImport& importer, const Choices& choices, bool nulls) {
+    importer.SetOptions(nulls, choices.chainFromParent, choices.effectorToLastBone, choices.group);
+    importer.ApplyLimits(choices.limits);
+    if (choices.length) importer.OverrideLengthMultiplier(true, *choices.length);
+}
 
-    std::int32_t Import(const MemoryFile& asf, const std::optional<MemoryFile>& amc) {
-        std::int32_t status = ImportSkeleton(asf.Path().c_str(), L"probe").GetCode();
-        if (status == 0 && amc) status = ImportMotion(amc->Path().c_str(), L"motion").GetCode();
-        return status;
-    }
+std::int32_t Import(CAcclaimImport& importer, const MemoryFile& asf,
+                    const std::optional<MemoryFile>& amc) {
+    std::int32_t status = importer.ImportSkeleton(asf.Path().c_str(), L"probe").GetCode();
+    if (status == 0 && amc)
+        status = importer.ImportMotion(amc->Path().c_str(), L"motion").GetCode();
+    return status;
+}
 
-    std::string Message() const { return support::Utf8(GetLastError(nullptr, nullptr)); }
+std::string MessageOf(const CAcclaimImport& importer) {
+    return support::Utf8(importer.GetLastError(nullptr, nullptr));
+}
 
-    support::ProbedSection Section() const {
-        support::ProbedSection section;
-        section.model = lastModel.GetRef().Object();
-        for (const auto& node : models) {
-            section.joints.push_back(ObjectOf(*node));
-            support::WalkJoint joint;
-            joint.offset = {node->offset[0], node->offset[1], node->offset[2]};
-            section.parsed.joints.push_back(joint);
-        }
-        return section;
-    }
+using Nodes = std::vector<std::unique_ptr<MOCAPMODEL>>;
 
-    std::vector<int> Parents() const {
-        std::unordered_map<const MOCAPMODEL*, int> places;
-        for (const auto& node : models)
-            places.emplace(node.get(), static_cast<int>(places.size()));
-        std::vector<int> parents;
-        for (const auto& node : models)
-            parents.push_back(node->parent == nullptr ? -1 : places.at(node->parent));
-        return parents;
+support::ProbedSection SectionOf(const CAcclaimImport& importer) {
+    support::ProbedSection section = support::ProbeNodes(importer);
+    for (const auto& node : importer.GetSkeleton().models) {
+        support::WalkJoint joint;
+        joint.offset = {node->offset[0], node->offset[1], node->offset[2]};
+        section.parsed.joints.push_back(joint);
     }
+    return section;
+}
 
-    // Whether the skeleton is a tree that is listed from the top down, where each bone lies at its
-    // parent's end, and without animated lengths: what else a file may say, each kind of skeleton
-    // makes something of its own of.
-    bool IsPlainTree() const {
-        const std::vector<int> parents = Parents();
-        std::vector<std::uint32_t> children(models.size());
-        for (std::size_t i = 0; i < models.size(); ++i) {
-            const MOCAPMODEL& node = *models[i];
-            for (const auto& channel : node.channels)
-                if (channel.type == kBoneLength) return false;
-            if (parents[i] < 0) continue;
-            if (parents[i] >= static_cast<int>(i)) return false;
-            ++children[static_cast<std::size_t>(parents[i])];
-            for (int axis = 0; axis < 3; ++axis)
-                if (node.globalPosition[axis] !=
-                    node.parent->globalPosition[axis] + node.offset[axis])
-                    return false;
-            if (!node.isDetached && !HasOffset(node)) return false;
-        }
-        for (std::size_t i = 0; i < models.size(); ++i)
-            if (children[i] != models[i]->childCount) return false;
-        return true;
-    }
+// The index of each node's parent; -1 for a root.
+std::vector<int> ParentsOf(const Nodes& nodes) {
+    std::unordered_map<const MOCAPMODEL*, int> indices;
+    for (const auto& node : nodes)
+        indices.emplace(node.get(), static_cast<int>(indices.size()));
+    std::vector<int> parents;
+    for (const auto& node : nodes)
+        parents.push_back(node->parent == nullptr ? -1 : indices.at(node->parent));
+    return parents;
+}
 
-  private:
-    static bool HasOffset(const MOCAPMODEL& node) {
-        return node.offset[0] != 0.0 || node.offset[1] != 0.0 || node.offset[2] != 0.0;
+bool HasOffset(const MOCAPMODEL& node) {
+    return node.offset[0] != 0.0 || node.offset[1] != 0.0 || node.offset[2] != 0.0;
+}
+
+// Whether the skeleton is a tree whose parents are listed before their children, where each bone
+// starts at its parent's end, and without animated lengths. Other skeletons may differ between
+// nulls and bones.
+bool IsPlainTree(const Nodes& nodes) {
+    const std::vector<int> parents = ParentsOf(nodes);
+    std::vector<std::uint32_t> children(nodes.size());
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const MOCAPMODEL& node = *nodes[i];
+        for (const auto& channel : node.channels)
+            if (channel.type == kBoneLength) return false;
+        if (parents[i] < 0) continue;
+        if (parents[i] >= static_cast<int>(i)) return false;
+        ++children[static_cast<std::size_t>(parents[i])];
+        for (int axis = 0; axis < 3; ++axis)
+            if (node.globalPosition[axis] != node.parent->globalPosition[axis] + node.offset[axis])
+                return false;
+        if (!node.isDetached && !HasOffset(node)) return false;
     }
-    static std::uint32_t ObjectOf(const MOCAPMODEL& node) {
-        if (node.nullObject.IsValid()) return node.nullObject.GetRef().Object();
-        if (node.bone.IsValid()) return node.bone.GetRef().Object();
-        if (node.parent == nullptr || !node.parent->bone.IsValid()) return 0;
-        return node.parent->bone.GetEffector().GetRef().Object();
-    }
-};
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        if (children[i] != nodes[i]->childCount) return false;
+    return true;
+}
 
 void CheckImport(const MemoryFile& asf, const std::optional<MemoryFile>& amc,
                  const Choices& choices) {
     support::StartSession(choices.interactive);
-    Importer importer(choices, choices.nulls);
-    const std::int32_t status = importer.Import(asf, amc);
-    RequireKnownStatus(status, importer.Message());
+    CAcclaimImport importer;
+    SetChoices(importer, choices, choices.nulls);
+    const std::int32_t status = Import(importer, asf, amc);
+    RequireKnownStatus(status, MessageOf(importer));
     RequireSoundScene(status == 0, true);
     // A second motion finds the skeleton as the first one found it.
     if (status != 0 || !amc) return;
     const std::int32_t again = importer.ImportMotion(amc->Path().c_str(), L"again").GetCode();
-    Require(again == 0, "a motion that was imported once is refused: " + importer.Message());
+    Require(again == 0, "a motion that was imported once is refused: " + MessageOf(importer));
     RequireSoundScene(true, true);
 }
 
 void CheckBothSkeletons(const MemoryFile& asf, const std::optional<MemoryFile>& amc,
                         const Choices& choices) {
     support::StartSession(false);
-    Importer asNulls(choices, true);
-    if (asNulls.Import(asf, amc) != 0 || !asNulls.IsPlainTree()) return;
-    const support::ProbedSection nullsSection = asNulls.Section();
+    CAcclaimImport asNulls;
+    SetChoices(asNulls, choices, true);
+    const Nodes& nodes = asNulls.GetSkeleton().models;
+    if (Import(asNulls, asf, amc) != 0 || !IsPlainTree(nodes)) return;
+    const support::ProbedSection nullsSection = SectionOf(asNulls);
     const Places nulls = PlacesOf(nullsSection);
 
     support::StartSession(false);
-    Importer asBones(choices, false);
-    if (asBones.Import(asf, amc) != 0) return;
-    support::ProbedSection bonesSection = asBones.Section();
+    CAcclaimImport asBones;
+    SetChoices(asBones, choices, false);
+    if (Import(asBones, asf, amc) != 0) return;
+    support::ProbedSection bonesSection = support::ProbeNodes(asBones);
     bonesSection.parsed = nullsSection.parsed;
-    const std::vector<int> parents = asNulls.Parents();
+    const std::vector<int> parents = ParentsOf(nodes);
     std::vector<std::string> setApart;
     for (std::size_t joint = 0; joint < parents.size(); ++joint) {
         const int parent = parents[joint];

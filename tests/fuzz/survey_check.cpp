@@ -88,21 +88,18 @@ std::string TextOf(const survey::FileSurvey& surveyed, std::string_view file) {
     return surveyed.mended ? surveyed.mended->text : std::string(file);
 }
 
-// The importer with its nodes in the open.
-class BvhImporter : public CBiovisionImport {
-  public:
-    void Import(const std::string& text, bool nulls) {
-        const MemoryFile file(text);
-        SetOptions(nulls, true, false, true);
-        support::StartSession(false);
-        const Zelk::CStatus status = ImportBVH(file.Path().c_str(), L"probe");
-        Require(status.Succeeded(),
-                std::string("the plug-in refuses a file that the survey takes") +
-                    (nulls ? "" : " for bones") + ": " +
-                    support::Utf8(GetLastError(nullptr, nullptr)));
-        RequireSoundScene(true);
-    }
-};
+// The plug-in must import what the survey passes.
+void ImportBvh(const std::string& text, bool nulls) {
+    const MemoryFile file(text);
+    CBiovisionImport importer;
+    importer.SetOptions(nulls, true, false, true);
+    support::StartSession(false);
+    const Zelk::CStatus status = importer.ImportBVH(file.Path().c_str(), L"probe");
+    Require(status.Succeeded(), std::string("the plug-in refuses a file that the survey passes") +
+                                    (nulls ? "" : " for bones") + ": " +
+                                    support::Utf8(importer.GetLastError(nullptr, nullptr)));
+    RequireSoundScene(true);
+}
 
 std::size_t NullsInScene() {
     const auto objects = headless::Session::Current().GetScene().Objects();
@@ -111,26 +108,22 @@ std::size_t NullsInScene() {
         [](const headless::Object* object) { return object->type == headless::ObjectType::Null; }));
 }
 
-class AcclaimImporter : public CAcclaimImport {
-  public:
-    AcclaimImporter(std::optional<double> length, bool nulls) {
-        SetOptions(nulls, true, false, true);
-        if (length) OverrideLengthMultiplier(true, *length);
+void ImportPair(const std::string& asf, const std::optional<std::string>& amc,
+                std::optional<double> length, bool nulls) {
+    support::StartSession(false);
+    CAcclaimImport importer;
+    importer.SetOptions(nulls, true, false, true);
+    if (length) importer.OverrideLengthMultiplier(true, *length);
+    const MemoryFile skeleton(asf);
+    Zelk::CStatus status = importer.ImportSkeleton(skeleton.Path().c_str(), L"probe");
+    if (status.Succeeded() && amc) {
+        const MemoryFile motion(*amc);
+        status = importer.ImportMotion(motion.Path().c_str(), L"motion");
     }
-
-    void Import(const std::string& asf, const std::optional<std::string>& amc) {
-        support::StartSession(false);
-        const MemoryFile skeleton(asf);
-        Zelk::CStatus status = ImportSkeleton(skeleton.Path().c_str(), L"probe");
-        if (status.Succeeded() && amc) {
-            const MemoryFile motion(*amc);
-            status = ImportMotion(motion.Path().c_str(), L"motion");
-        }
-        Require(status.Succeeded(), "the plug-in refuses a file that the survey takes: " +
-                                        support::Utf8(GetLastError(nullptr, nullptr)));
-        RequireSoundScene(true, true);
-    }
-};
+    Require(status.Succeeded(), "the plug-in refuses a file that the survey passes: " +
+                                    support::Utf8(importer.GetLastError(nullptr, nullptr)));
+    RequireSoundScene(true, true);
+}
 
 struct AcclaimTexts {
     std::string asf;
@@ -177,7 +170,7 @@ void CheckBvhSurvey(std::string_view input) {
     }
     const survey::Options options = OptionsOf(input[0], Purpose::Import);
     const survey::BvhSurvey surveyed = survey::SurveyBvh(file, options);
-    BvhImporter().Import(TextOf(surveyed, file), !options.bones);
+    ImportBvh(TextOf(surveyed, file), !options.bones);
     if (!options.bones) {
         const std::size_t joints = surveyed.facts.joints + surveyed.facts.endSites;
         Require(NullsInScene() == joints, "the survey counts " + std::to_string(joints) +
@@ -189,7 +182,7 @@ void CheckBvhSurvey(std::string_view input) {
     RequireNothingToMend(survey::SurveyBvh(text, OptionsOf(input[0], Purpose::Fix)));
     survey::Options nulls = options;
     nulls.bones = false;
-    BvhImporter().Import(TextOf(survey::SurveyBvh(text, nulls), text), true);
+    ImportBvh(TextOf(survey::SurveyBvh(text, nulls), text), true);
     headless::Session::Current().Reset();
 }
 
@@ -207,7 +200,7 @@ void CheckAcclaimSurvey(std::string_view input) {
     const survey::Options options = OptionsOf(input[0], Purpose::Import);
     const survey::AcclaimSurvey surveyed = files.Survey(options);
     const AcclaimTexts mended = TextsOf(surveyed, files);
-    AcclaimImporter(surveyed.lengthMultiplier, !options.bones).Import(mended.asf, mended.amc);
+    ImportPair(mended.asf, mended.amc, surveyed.lengthMultiplier, !options.bones);
 
     const AcclaimTexts fixed = TextsOf(files.Survey(OptionsOf(input[0], Purpose::Fix)), files);
     const survey::AcclaimSurvey again = fixed.Survey(OptionsOf(input[0], Purpose::Fix));

@@ -10,7 +10,7 @@
 #include "headless/evaluation.h"
 #include "headless/session.h"
 #include "headless/transform.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/parsed_bvh.h"
 
 namespace support {
 namespace {
@@ -26,116 +26,101 @@ const headless::Scene& CurrentScene() {
     return headless::Session::Current().GetScene();
 }
 
-// The importer with its steps in the open, so that nodes and their objects can be seen together.
-class Importer : public CBiovisionImport {
-  public:
-    ProbedImport Run(const std::wstring& path, const ImportOptions& options) {
-        SetOptions(options.nulls, options.chainFromParent, options.effectorToLastBone, true);
-        CIFPlugProgressBar bar;
-        progressBar = &bar;
-        ProbedImport import;
-        if (!stringFile.ReadFile(path.c_str()))
-            throw std::runtime_error("cannot read " + Narrow(path.c_str()));
-        while (import.status == 0 && stringFile.GetNextString() != nullptr) {
-            import.status = RunSection(import);
-            Clear(false);
+// The joints as the parser left them.
+WalkFile JointsOf(const MocapSkeleton& skeleton) {
+    static constexpr const char* kTypes[] = {"",          "xposition", "yposition", "zposition",
+                                             "xrotation", "yrotation", "zrotation"};
+    WalkFile file;
+    std::unordered_map<const MOCAPMODEL*, int> indices;
+    for (const auto& node : skeleton.models) {
+        WalkJoint joint;
+        joint.name = node->name.get();
+        joint.parent = node->parent != nullptr ? indices.at(node->parent) : -1;
+        joint.isEndSite = node->isEndSite;
+        joint.offset = {node->offset[0], node->offset[1], node->offset[2]};
+        for (const auto& channel : node->channels)
+            if (channel.type != kEmptySlot) joint.channels.emplace_back(kTypes[channel.type]);
+        indices[node.get()] = static_cast<int>(file.joints.size());
+        file.joints.push_back(std::move(joint));
+    }
+    return file;
+}
+
+// At rest nothing above a chain of one bone is rotated, so the bone is the leaf's offset.
+bool Reaches(const headless::Object& bone, const MOCAPMODEL& leaf) {
+    const auto frame = headless::FromLocal(bone.local);
+    double off = 0.0;
+    for (int i = 0; i < 3; ++i)
+        off += std::fabs(frame.axes[0][i] * bone.length - leaf.offset[i]);
+    return off <= 1e-9 * (1.0 + bone.length);
+}
+
+// A leaf without an object is where its chain ends.
+std::uint32_t EffectorAt(const MOCAPMODEL& leaf) {
+    if (leaf.parent->bone.IsValid()) return leaf.parent->bone.GetEffector().GetRef().Object();
+    const auto* above = CurrentScene().FindObject(leaf.parent->nullObject.GetRef().Object());
+    if (above == nullptr) return 0;
+    for (const auto* child = above->firstChild; child != nullptr; child = child->nextSibling)
+        if (child->type == headless::ObjectType::ChainRoot && child->chainData->bones.size() == 1 &&
+            Reaches(*child->chainData->bones.front(), leaf))
+            return child->chainData->effector->id;
+    return 0;
+}
+
+std::uint32_t ObjectOf(const MOCAPMODEL& node) {
+    if (node.nullObject.IsValid()) return node.nullObject.GetRef().Object();
+    if (node.bone.IsValid()) return node.bone.GetRef().Object();
+    return node.parent == nullptr ? 0 : EffectorAt(node);
+}
+
+ProbedImport Import(ParsedBvh& file, const ImportOptions& options) {
+    headless::Session::Current().Reset();
+    ProbedImport import;
+    while (import.status == 0 && file.file.PeekNextString() != nullptr) {
+        import.status = file.ParseSection();
+        if (import.status < 0) {
+            import.error = file.Message();
+            break;
         }
-        import.error = Narrow(GetLastError(nullptr, nullptr));
-        progressBar = nullptr;
-        return import;
-    }
-
-  private:
-    std::int32_t RunSection(ProbedImport& import) {
-        const std::int32_t parsed = ParseBVH(nullptr);
-        if (parsed < 0) return parsed;
-        const std::int32_t fixed = FixRotationsOrder();
-        if (fixed < 0) return fixed;
-        RecordError(Zelk::CString());
-        // The builder moves nodes, so they are written down before.
-        WalkFile asParsed = Parsed();
-        const Zelk::CStatus status = CreateZelkEntities(L"probe");
-        if (!status.Succeeded()) return status.GetCode();
-        import.sections.push_back(Section());
-        import.sections.back().parsed = std::move(asParsed);
-        return status.GetCode();
-    }
-
-    WalkFile Parsed() const {
-        static constexpr const char* kTypes[] = {"",          "xposition", "yposition", "zposition",
-                                                 "xrotation", "yrotation", "zrotation"};
-        WalkFile file;
-        std::unordered_map<const MOCAPMODEL*, int> places;
-        for (const auto& node : models) {
-            WalkJoint joint;
-            joint.name = node->name.get();
-            joint.parent = node->parent != nullptr ? places.at(node->parent) : -1;
-            joint.isEndSite = node->isEndSite;
-            joint.offset = {node->offset[0], node->offset[1], node->offset[2]};
-            for (const auto& channel : node->channels)
-                if (channel.type != kEmptySlot) joint.channels.emplace_back(kTypes[channel.type]);
-            places[node.get()] = static_cast<int>(file.joints.size());
-            file.joints.push_back(std::move(joint));
-        }
-        return file;
-    }
-
-    ProbedSection Section() {
         ProbedSection section;
-        section.model = lastModel.GetRef().Object();
-        for (const auto& node : models)
+        section.parsed = JointsOf(file.skeleton);
+        CBiovisionImport importer;
+        importer.SetOptions(options.nulls, options.chainFromParent, options.effectorToLastBone,
+                            true);
+        import.status =
+            importer.ImportParsed(std::move(file.skeleton), file.parser.FrameTime(), L"probe")
+                .GetCode();
+        import.error = Narrow(importer.GetLastError(nullptr, nullptr));
+        if (import.status != 0) break;
+        section.model = importer.GetLastModel().GetRef().Object();
+        for (const auto& node : importer.GetSkeleton().models)
             section.joints.push_back(ObjectOf(*node));
-        return section;
+        import.sections.push_back(std::move(section));
     }
-
-    std::uint32_t ObjectOf(const MOCAPMODEL& node) {
-        if (node.nullObject.IsValid()) return node.nullObject.GetRef().Object();
-        if (node.bone.IsValid()) return node.bone.GetRef().Object();
-        return node.parent == nullptr ? 0 : EffectorAt(node);
-    }
-
-    // A leaf without an object is where its chain ends.
-    std::uint32_t EffectorAt(const MOCAPMODEL& leaf) {
-        if (leaf.parent->bone.IsValid()) return leaf.parent->bone.GetEffector().GetRef().Object();
-        const auto* above = CurrentScene().FindObject(leaf.parent->nullObject.GetRef().Object());
-        if (above == nullptr) return 0;
-        for (const auto* child = above->firstChild; child != nullptr; child = child->nextSibling)
-            if (child->type == headless::ObjectType::ChainRoot &&
-                child->chainData->bones.size() == 1 &&
-                Reaches(*child->chainData->bones.front(), leaf))
-                return child->chainData->effector->id;
-        return 0;
-    }
-
-    // At rest nothing above a single-bone chain is turned, so the offset is the bone itself.
-    static bool Reaches(const headless::Object& bone, const MOCAPMODEL& leaf) {
-        const auto frame = headless::FromLocal(bone.local);
-        double off = 0.0;
-        for (int i = 0; i < 3; ++i)
-            off += std::fabs(frame.axes[0][i] * bone.length - leaf.offset[i]);
-        return off <= 1e-9 * (1.0 + bone.length);
-    }
-};
+    return import;
+}
 
 }  // namespace
 
 ProbedImport ImportBvhText(const std::string& text, const ImportOptions& options) {
-    const TempDir dir;
-    const std::string path = dir.Write("probe.bvh", text);
-    return ImportBvhFile(std::wstring(path.begin(), path.end()), options);
+    ParsedBvh file;
+    if (!file.Open(text)) throw std::runtime_error("the text is empty or too long");
+    return Import(file, options);
 }
 
 ProbedImport ImportBvhFile(const std::wstring& path, const ImportOptions& options) {
-    headless::Session::Current().Reset();
-    Importer importer;
-    return importer.Run(path, options);
+    ParsedBvh file;
+    if (!file.file.ReadFile(path.c_str()))
+        throw std::runtime_error("cannot read " + Narrow(path.c_str()));
+    file.allowances.Reset(file.file.GetSize());
+    return Import(file, options);
 }
 
 struct SectionMotion::Impl {
     static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 
     headless::MotionEvaluator evaluator;
-    std::vector<std::size_t> places;  // of each joint among the evaluator's objects
+    std::vector<std::size_t> indices;  // of each joint among the evaluator's objects
     std::vector<headless::Transform> globals;
     std::vector<headless::Transform> locals;
 };
@@ -145,12 +130,12 @@ SectionMotion::SectionMotion(const ProbedSection& section) {
     const headless::ActionSource* motion = model.modelData->actions.back().get();
     impl_ = std::make_unique<Impl>(
         Impl{headless::MotionEvaluator(CurrentScene(), model, motion), {}, {}, {}});
-    std::unordered_map<std::uint32_t, std::size_t> placeOf;
+    std::unordered_map<std::uint32_t, std::size_t> indexOf;
     const auto& objects = impl_->evaluator.Objects();
     for (std::size_t i = 0; i < objects.size(); ++i)
-        placeOf[objects[i]->id] = i;
+        indexOf[objects[i]->id] = i;
     for (const std::uint32_t joint : section.joints)
-        impl_->places.push_back(joint == 0 ? Impl::kNowhere : placeOf.at(joint));
+        impl_->indices.push_back(joint == 0 ? Impl::kNowhere : indexOf.at(joint));
     impl_->globals.resize(objects.size());
     impl_->locals.resize(objects.size());
 }
@@ -163,15 +148,15 @@ SectionMotion::Pose SectionMotion::At(double frame) {
     impl_->evaluator.Evaluate(frame, impl_->globals);
     impl_->evaluator.EvaluateLocal(frame, impl_->locals);
     Pose pose;
-    for (const std::size_t place : impl_->places) {
-        if (place == Impl::kNowhere) {
+    for (const std::size_t index : impl_->indices) {
+        if (index == Impl::kNowhere) {
             pose.positions.push_back({});
             pose.nearRightAngle.push_back(false);
             continue;
         }
-        const double* origin = impl_->globals[place].origin;
+        const double* origin = impl_->globals[index].origin;
         pose.positions.push_back({origin[0], origin[1], origin[2]});
-        pose.nearRightAngle.push_back(std::fabs(impl_->locals[place].axes[0][2]) > kRightAngleSine);
+        pose.nearRightAngle.push_back(std::fabs(impl_->locals[index].axes[0][2]) > kRightAngleSine);
     }
     return pose;
 }

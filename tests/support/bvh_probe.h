@@ -17,14 +17,14 @@ struct ImportOptions {
     bool effectorToLastBone = false;
 };
 
-// The object whose origin is the joint's place: its null, its bone or the effector of the chain
+// The object whose origin is at the joint: its null, its bone or the effector of the chain
 // that it ends. 0 where there is none.
 using JointObjects = std::vector<std::uint32_t>;
 
 struct ProbedSection {
     std::uint32_t model = 0;
     JointObjects joints;  // in the file's order
-    // Of a BVH section: the joints as they were parsed, completed rotations included; no values.
+    // Of a BVH section: the joints as they were parsed, without values.
     WalkFile parsed;
 };
 

@@ -12,34 +12,29 @@ std::wstring Wide(const std::string& ascii) {
     return {ascii.begin(), ascii.end()};
 }
 
-// The importer with its nodes in the open.
-class Importer : public CAcclaimImport {
-  public:
-    ProbedSection Section() {
-        ProbedSection section;
-        section.model = lastModel.GetRef().Object();
-        for (const auto& node : models)
-            section.joints.push_back(ObjectOf(*node));
-        return section;
-    }
-
-  private:
-    // A node without an object is the end of a leaf, where the leaf's chain ends too.
-    static std::uint32_t ObjectOf(const MOCAPMODEL& node) {
-        if (node.nullObject.IsValid()) return node.nullObject.GetRef().Object();
-        if (node.bone.IsValid()) return node.bone.GetRef().Object();
-        if (node.parent == nullptr || !node.parent->bone.IsValid()) return 0;
-        return node.parent->bone.GetEffector().GetRef().Object();
-    }
-};
+// A node without an object is the end of a leaf, where the leaf's chain ends too.
+std::uint32_t ObjectOf(const MOCAPMODEL& node) {
+    if (node.nullObject.IsValid()) return node.nullObject.GetRef().Object();
+    if (node.bone.IsValid()) return node.bone.GetRef().Object();
+    if (node.parent == nullptr || !node.parent->bone.IsValid()) return 0;
+    return node.parent->bone.GetEffector().GetRef().Object();
+}
 
 }  // namespace
+
+ProbedSection ProbeNodes(const CAcclaimImport& importer) {
+    ProbedSection section;
+    section.model = importer.GetLastModel().GetRef().Object();
+    for (const auto& node : importer.GetSkeleton().models)
+        section.joints.push_back(ObjectOf(*node));
+    return section;
+}
 
 ProbedPair ImportAcclaimText(const std::string& asf, const std::optional<std::string>& amc,
                              const AcclaimOptions& options) {
     headless::Session::Current().Reset();
     const TempDir dir;
-    Importer importer;
+    CAcclaimImport importer;
     importer.SetOptions(options.nulls, options.chainFromParent, options.effectorToLastBone,
                         options.group);
     importer.ApplyLimits(options.limits);
@@ -53,7 +48,7 @@ ProbedPair ImportAcclaimText(const std::string& asf, const std::optional<std::st
             result.motionStatus =
                 importer.ImportMotion(Wide(dir.Write("probe.amc", *amc)).c_str(), L"motion")
                     .GetCode();
-        result.section = importer.Section();
+        result.section = ProbeNodes(importer);
     }
     result.error = Utf8(importer.GetLastError(nullptr, nullptr));
     return result;

@@ -1,4 +1,4 @@
-// Imports an Acclaim pair with the real importer and remembers which scene object stands for each
+// Imports an Acclaim pair with the real importer and tells which scene object was made for each
 // node.
 #pragma once
 
@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "acclaim/acclaim_import.h"
 #include "tests/support/bvh_probe.h"
 
 namespace support {
@@ -26,7 +27,10 @@ struct ProbedPair {
     ProbedSection section;          // of a skeleton that was made: its nodes in the file's order
 };
 
-// Resets the session first. Without a motion the skeleton alone.
+// The scene objects of the importer's nodes, in the order of the nodes.
+ProbedSection ProbeNodes(const CAcclaimImport& importer);
+
+// Resets the session first. Without a motion it imports the skeleton alone.
 ProbedPair ImportAcclaimText(const std::string& asf, const std::optional<std::string>& amc,
                              const AcclaimOptions& options);
 

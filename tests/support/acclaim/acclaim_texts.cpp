@@ -1,9 +1,10 @@
-#include "tests/support/acclaim/open_importer.h"
+#include "tests/support/acclaim/acclaim_texts.h"
 
 #include <stdexcept>
 
 #include "headless/session.h"
 #include "tests/support/core/session_text.h"
+#include "tests/support/temp_dir.h"
 
 namespace support {
 namespace {
@@ -22,68 +23,27 @@ void PrintTo(const Outcome& outcome, std::ostream* out) {
     *out << StatusText(outcome.status) << " \"" << outcome.message << "\" line " << outcome.line;
 }
 
-std::string OpenImporter::File(const std::string& name, const std::string& text) const {
-    return dir_.Write(name, text);
-}
-
-Outcome OpenImporter::Report(std::int32_t status) const {
+Outcome Report(const CAcclaimImport& importer, std::int32_t status) {
     std::uint32_t line = 0;
-    Outcome outcome{status, Utf8(GetLastError(&line, nullptr)), 0};
-    if (!outcome.message.empty() && WasParsing()) outcome.line = line + 1;
+    Outcome outcome{status, Utf8(importer.GetLastError(&line, nullptr)), 0};
+    if (!outcome.message.empty() && importer.WasParsing()) outcome.line = line + 1;
     return outcome;
 }
 
-Outcome OpenImporter::Skeleton(const std::string& asf) {
-    return Report(ImportSkeleton(HostText(File("test.asf", asf)), L"skel").GetCode());
+Outcome ImportSkeleton(CAcclaimImport& importer, const std::string& asf) {
+    const TempDir dir;
+    return Report(importer,
+                  importer.ImportSkeleton(HostText(dir.Write("test.asf", asf)), L"skel").GetCode());
 }
 
-Outcome OpenImporter::Motion(const std::string& amc) {
-    return Report(ImportMotion(HostText(File("test.amc", amc)), L"motion").GetCode());
+Outcome ImportMotion(CAcclaimImport& importer, const std::string& amc) {
+    const TempDir dir;
+    return Report(importer,
+                  importer.ImportMotion(HostText(dir.Write("test.amc", amc)), L"motion").GetCode());
 }
 
-Outcome OpenImporter::Parse(const std::string& asf) {
-    CIFPlugProgressBar bar;
-    progressBar = &bar;
-    Clear(true);
-    if (!stringFile.ReadFile(HostText(File("test.asf", asf)).GetWideString()))
-        throw std::runtime_error("the file cannot be read");
-    ResetAllowances();
-    stringFile.GetNextString();
-    stringFile.GetNextString();
-    RecordError(Zelk::CString());
-    parsing = true;
-    const Outcome outcome = Report(ParseASF());
-    progressBar = nullptr;
-    return outcome;
-}
-
-Outcome OpenImporter::ParseMotion(const std::string& amc) {
-    CIFPlugProgressBar bar;
-    progressBar = &bar;
-    Clear(false);
-    RecordError(Zelk::CString());
-    if (!stringFile.ReadFile(HostText(File("test.amc", amc)).GetWideString()))
-        throw std::runtime_error("the file cannot be read");
-    parsing = true;
-    const Outcome outcome = Report(ParseAMC());
-    progressBar = nullptr;
-    return outcome;
-}
-
-TestCurve OpenImporter::Keys(const std::string& node, std::size_t slot) {
-    TestCurve curve;
-    const auto* const channels = Node(node).channels.begin();
-    if (channels == nullptr) return curve;
-    const auto& channel = channels[slot];
-    for (std::uint32_t i = 0; channel.keys && i < frameCount; ++i) {
-        curve.times.push_back(channel.keys[i].time);
-        curve.values.push_back(channel.keys[i].value);
-    }
-    return curve;
-}
-
-const MOCAPMODEL& OpenImporter::Node(const std::string& name) {
-    const MOCAPMODEL* const node = FindModelByName(name.c_str());
+const MOCAPMODEL& NodeOf(CAcclaimImport& importer, const std::string& name) {
+    const MOCAPMODEL* const node = importer.FindModelByName(name.c_str());
     if (node == nullptr) throw std::runtime_error("no node is called " + name);
     return *node;
 }

@@ -1,0 +1,68 @@
+// What the parsers of both files share: tokens without comments, and nodes by name.
+#include "acclaim/acclaim_parser.h"
+
+#include <cstring>
+#include <limits>
+
+namespace {
+
+constexpr std::uint32_t kUnknown = std::numeric_limits<std::uint32_t>::max();
+
+}  // namespace
+
+AcclaimParser::AcclaimParser(CStringFile& fileReader, MocapSkeleton& parsedSkeleton,
+                             FileAllowances& fileAllowances, ParseMonitor& parseMonitor)
+    : MocapParser(fileReader, parsedSkeleton, fileAllowances, parseMonitor),
+      hasSeparators(fileReader.RegisterWhiteSpaces("\t\r\n (),")),
+      lastLine(kUnknown) {}
+
+void AcclaimParser::ForgetFile() {
+    ForgetError();
+    lastLine = kUnknown;
+    facts.lastFrame = 0;
+}
+
+void AcclaimParser::ForgetSkeleton() {
+    ForgetFile();
+    facts.degrees = true;
+    facts.name.clear();
+    facts.documentation.clear();
+    names.Clear();
+    namedNodes = 0;
+    settledNodes = 0;
+}
+
+void AcclaimParser::OverrideLengthMultiplier(bool overrideMultiplier, double multiplier) {
+    overrideLengthMultiplier = overrideMultiplier;
+    if (overrideMultiplier) facts.lengthMultiplier = multiplier;
+}
+
+MOCAPMODEL* AcclaimParser::FindModelByName(const char* name) {
+    const auto& models = skeleton.models;
+    for (; namedNodes < models.size(); ++namedNodes)
+        if (models[namedNodes]->name)
+            names.Add(models[namedNodes]->name.get(), static_cast<std::uint32_t>(namedNodes));
+    const std::uint32_t found = names.Find(name);
+    return found == NodeNames::kNone ? nullptr : models[found].get();
+}
+
+const char* AcclaimParser::GetNextAccString() {
+    for (;;) {
+        const char* const token = stringFile.GetNextString();
+        if (token == nullptr || token[0] != '#') return token;
+        if (SkipLine()) continue;
+        // Back before the comment, so that the next call meets the comment again and not its words.
+        const std::uint32_t end = stringFile.GetPosition();
+        if (end < stringFile.GetSize())
+            stringFile.SetPosition(end - static_cast<std::uint32_t>(std::strlen(token)));
+        return nullptr;
+    }
+}
+
+// The last line may be long and full of words to skip, so it is searched for its end only once.
+bool AcclaimParser::SkipLine() {
+    if (stringFile.GetPosition() >= lastLine) return false;
+    if (stringFile.GotoNextLine()) return true;
+    lastLine = stringFile.GetPosition();
+    return false;
+}

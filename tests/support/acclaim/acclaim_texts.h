@@ -1,0 +1,52 @@
+// The Acclaim importer, fed with texts, and what it made, as text.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "acclaim/acclaim_import.h"
+#include "headless/scene.h"
+
+namespace support {
+
+struct Outcome {
+    std::int32_t status = 0;
+    std::string message;     // empty where none was recorded
+    std::uint32_t line = 0;  // as printed, from 1; 0 where no file was being parsed
+    bool operator==(const Outcome&) const = default;
+};
+void PrintTo(const Outcome& outcome, std::ostream* out);
+
+struct TestCurve {
+    std::vector<double> times;
+    std::vector<double> values;
+    bool operator==(const TestCurve&) const = default;
+};
+
+// Imports a file with that text, as the command does, as model "skel" or as motion "motion".
+Outcome ImportSkeleton(CAcclaimImport& importer, const std::string& asf);
+Outcome ImportMotion(CAcclaimImport& importer, const std::string& amc);
+// What the importer recorded, with the status that it returned.
+Outcome Report(const CAcclaimImport& importer, std::int32_t status);
+// The first node of that name; throws when there is none.
+const MOCAPMODEL& NodeOf(CAcclaimImport& importer, const std::string& name);
+
+// The scene's model of that name; throws when there is none.
+const headless::Object& ModelNamed(const std::string& name);
+const headless::Object& ObjectNamed(const std::string& name);
+// The action of that name of the model "skel".
+const headless::ActionSource& ActionNamed(const std::string& name);
+
+// The curves of an action by target.
+std::map<std::string, TestCurve> MotionCurves(const std::string& motion = "motion");
+
+// A skeleton with something of everything and a motion of three frames for it: bones that turn
+// about one axis and about three in another order, an animated length, a bone that is too short to
+// be one, limits.
+extern const char kSampleAsf[];
+extern const char kSampleAmc[];
+
+}  // namespace support
