@@ -1,4 +1,4 @@
-// From keys to fcurves of the motion, and from fresh objects to the base pose.
+// Turns keys into fcurves of the motion, and the state of new objects into the base pose.
 #include "host/application.h"
 #include "mocap/mocap_import_base.h"
 #include "mocap/scene_helpers.h"
@@ -7,7 +7,7 @@ namespace {
 
 constexpr const wchar_t* kBoneLengthName = L"bone.length";
 
-// By channel type; 0 names nothing.
+// By channel type; type 0 has no parameter.
 constexpr const wchar_t* kParameterNames[] = {nullptr, L"posx", L"posy", L"posz",
                                               L"rotx", L"roty", L"rotz", kBoneLengthName};
 
@@ -17,7 +17,7 @@ Zelk::Parameter FindParameter(const Zelk3DObject& object, const Zelk::CString& n
     return Zelk::Parameter(object.GetKinematics().GetLocal().GetParameters().GetItem(name));
 }
 
-// The parameter's full name without the model's name and the dot after it.
+// Returns the parameter's full name without the model's name and the dot after it.
 Zelk::CString TargetName(const Zelk3DObject& object, const Zelk::Parameter& parameter) {
     const Zelk::CString fullName = parameter.GetFullName();
     const std::uint32_t skipped = object.GetModel().GetName().Length() + 1;
@@ -86,7 +86,8 @@ Zelk::CStatus CMocapImportBase::AttachCurves(MOCAPMODEL& node, Zelk::FCurve& fcu
             RecordError(L"Failed to add channel FCurve");
             return status;
         }
-        // The scene has them now; a long motion need not stand in memory twice.
+        // The scene has a copy now. The keys are freed so that a long motion is not in memory
+        // twice.
         channel.keys.reset();
     }
     return Zelk::status::kOk;

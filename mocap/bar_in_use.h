@@ -2,7 +2,7 @@
 
 #include "mocap/progress_bar.h"
 
-// The importer's bar for as long as it runs.
+// Sets the importer's progress bar, and clears it when the scope ends.
 class BarInUse {
   public:
     BarInUse(CIFPlugProgressBar*& slot, CIFPlugProgressBar& bar) : slot_(slot) { slot_ = &bar; }

@@ -7,14 +7,14 @@
 #include "host/scene_objects.h"
 #include "host/string.h"
 
-// What GetBoneGlobalMatrix gives for an object.
+// The two matrices that GetBoneGlobalMatrix returns for an object.
 struct BoneMatrices {
     double global[4][4];
     double inverse[4][4];
 };
 
-// GetBoneGlobalMatrix for many objects of one scene that does not change meanwhile: no ancestor is
-// read more than twice, so that deep skeletons cost no more than their objects.
+// GetBoneGlobalMatrix for many objects of a scene that does not change in the meantime. No ancestor
+// is read more than twice, so the time for a deep skeleton grows with the number of its objects.
 class BoneMatrixCache {
   public:
     explicit BoneMatrixCache(Zelk::CString stopName) : stopName_(std::move(stopName)) {}
@@ -23,7 +23,7 @@ class BoneMatrixCache {
     BoneMatrices Get(const Zelk3DObject& object);
 
   private:
-    // The rotations alone: what else is in a BoneMatrices is that of the identity.
+    // The rotations alone; the fourth row and column of a BoneMatrices are those of the identity.
     struct Rotations {
         double global[3][3];
         double inverse[3][3];
@@ -32,7 +32,7 @@ class BoneMatrixCache {
     static BoneMatrices Unpacked(const Rotations& rotations);
 
     Zelk::CString stopName_;
-    // Of what stood above something that was asked for. Most of a large skeleton stands above
-    // nothing.
+    // The matrices of ancestors only. Most objects of a large skeleton have no child, and storing
+    // their matrices would only cost memory.
     std::unordered_map<std::uint32_t, Rotations> known_;
 };

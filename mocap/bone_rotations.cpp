@@ -1,5 +1,5 @@
-// Re-expresses the rotations of a file in the frame of each bone or null, whose rest orientation is
-// the scene's and not the file's.
+// Converts the rotations of a file to the axes of each bone or null. Its axes at rest are those
+// that the scene gave it; the rotations in the file are about other axes.
 #include "math/angles.h"
 #include "math/rotation_math.h"
 #include "mocap/bone_matrices.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-// global * Rx * Ry * Rz * inverse * pose, frame by frame
+// Replaces the rotation Rx * Ry * Rz of each frame by global * Rx * Ry * Rz * inverse * pose.
 void MapRotations(MOCAPMODEL::CHANNELS* const* list, std::uint32_t frameCount,
                   const BoneMatrices& bone, const double pose[4][4]) {
     double behind[4][4];

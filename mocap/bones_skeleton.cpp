@@ -1,5 +1,6 @@
-// The skeleton as chains of bones. The tree is cut where joints branch or come loose; what cannot
-// be a bone becomes a null, above all the joints at which chains end and others begin.
+// Builds the skeleton as chains of bones. The tree is divided where a joint has several children
+// and where a joint is detached. What cannot be a bone becomes a null; most of these are joints at
+// which one chain ends and others begin.
 #include "mocap/bones_skeleton.h"
 
 #include <algorithm>
@@ -29,8 +30,8 @@ bool HasZeroOffset(const MOCAPMODEL& node) {
     return node.offset[0] == 0.0 && node.offset[1] == 0.0 && node.offset[2] == 0.0;
 }
 
-// The host's name as 8-bit text by the process's character locale, up to the first character that
-// has none there; null without memory.
+// Converts the host's name to 8-bit text by the process's character locale, up to the first
+// character that the locale cannot express. Returns null when memory runs out.
 std::unique_ptr<char[]> NarrowName(const Zelk::CString& name) {
     const std::size_t capacity = std::size_t{name.Length()} * MB_CUR_MAX + 1;
     std::unique_ptr<char[]> text(new (std::nothrow) char[capacity]());
@@ -51,7 +52,7 @@ std::vector<BoneChain> GatherChains(const std::vector<std::unique_ptr<MOCAPMODEL
     return chains;
 }
 
-// Parents before children, short before long, otherwise in list order.
+// Sorts parents before children and short chains before long ones; equal chains keep their order.
 std::vector<BoneChain*> Sorted(std::vector<BoneChain>& chains) {
     std::vector<BoneChain*> sorted;
     sorted.reserve(chains.size());
@@ -112,7 +113,7 @@ std::size_t CMocapImportBase::CountChains(const std::vector<BoneChain>& chains) 
     return count;
 }
 
-// A node by itself needs a joint above it that a bone can start from.
+// A single node can be a bone only when a joint above it exists from which the bone can start.
 bool CMocapImportBase::BecomesNull(const BoneChain& chain) const {
     const MOCAPMODEL& first = *chain.front();
     return chain.size() == 1 &&
@@ -139,7 +140,7 @@ Zelk::CStatus CMocapImportBase::CreateChainObjects(const BoneChain& chain) {
         if (!status.Succeeded()) return status;
     }
     if (!EndsInNull(*last)) return Zelk::status::kOk;
-    // At the effector exactly; the chains below find their parent here.
+    // The null is exactly at the effector. It becomes the parent of the chains below.
     std::fill(last->offset, last->offset + 3, 0.0);
     return CreateNull(last, effector);
 }
@@ -153,8 +154,8 @@ Zelk::CStatus CMocapImportBase::CreateChainBones(const BoneChain& chain, Zelk3DO
     Zelk::CStatus status;
     if (chainFromParentJoint && !startsAtItself) {
         MOCAPMODEL start;
-        // The bone, the chain's root and its effector get the name, as often as the parent begins a
-        // chain.
+        // Three objects of each chain that begins at the parent are named after it: the root, the
+        // first bone and the effector.
         const Zelk::CString parentName = parent.GetName();
         if (!allowances.derivedNames.Reserve(std::uint64_t{3} * parentName.Length()))
             return FailForDerivedNames();

@@ -4,13 +4,12 @@
 
 #include "mocap/mocap_model.h"
 
-// Nodes that rigid bones join one to one, from the top one to the last. Not empty; does not own
-// them.
+// Nodes of which each is the only bone child of the one before. Not empty. Does not own the nodes.
 using BoneChain = std::vector<MOCAPMODEL*>;
 
-// The chain that ends at `last`, upwards to where the tree branches or comes loose.
+// Returns the chain that ends at `last` and begins where the tree branches or a node is detached.
 BoneChain GatherChain(MOCAPMODEL* last);
 
-// Orders chains for qsort-like use: `a` and `b` point to pointers to chains. By the depth of the
-// first node, then by length, rising.
+// Compares chains by the depth of their first nodes, then by their lengths, in rising order. `a`
+// and `b` point to pointers to chains; the result is as qsort needs it.
 int ChainsCompare(const void* a, const void* b);

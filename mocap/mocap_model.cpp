@@ -9,17 +9,17 @@
 
 namespace {
 
-// New memory is cheap in large pieces; smaller ones go back sooner as channels are done with.
+// Large blocks are cheaper to allocate; smaller ones can be freed sooner, as channels are finished.
 constexpr std::size_t kPieceBytes = std::size_t{8} << 20;
 
-// `arrays` times `count` keys in one piece; null without memory.
+// Returns memory for `arrays` arrays of `count` keys in one block, or null when memory runs out.
 std::shared_ptr<void> AllocatePiece(std::size_t arrays, std::uint32_t count) {
     const std::uint64_t bytes = std::uint64_t{arrays} * count * sizeof(MOCAP_RAWKEY);
     if (bytes > static_cast<std::uint64_t>(PTRDIFF_MAX)) return nullptr;
     try {
         return memory::AllocateLargeMemory(static_cast<std::size_t>(bytes));
     } catch (const std::bad_alloc&) {
-        return nullptr;  // no room to count its owners
+        return nullptr;  // no memory for the reference count
     }
 }
 

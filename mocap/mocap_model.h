@@ -14,17 +14,18 @@ struct MOCAP_RAWKEY {
     double value;  // degrees for rotations, file units for positions and lengths
 };
 
-// A channel's keys, one a frame, or null while there is no motion. Shared, since several channels
-// may lie in one piece of memory, which goes with the last of them.
+// A channel's keys, one for each frame, or null while there is no motion. The pointer is shared
+// because the keys of several channels may be in one block of memory, which is freed with the last
+// of them.
 using KeyArray = std::shared_ptr<MOCAP_RAWKEY[]>;
 
-// Uninitialised keys; null without memory.
+// Returns uninitialised keys, or null when memory runs out.
 KeyArray AllocateKeys(std::uint32_t count);
-// Several such arrays; empty without memory for all of them. Throws std::bad_alloc where there is
-// none for their list.
+// Returns several such arrays, or none when memory runs out. Throws std::bad_alloc when memory runs
+// out for their list.
 std::vector<KeyArray> AllocateKeyArrays(std::uint32_t arrays, std::uint32_t count);
 
-// The kinds of channels, which are also the selectors of the host's parameters.
+// The kinds of channels. The same numbers select the parameters of the host.
 enum ChannelType : std::uint8_t {
     kEmptySlot = 0,
     kPositionX = 1,
@@ -61,8 +62,8 @@ struct MOCAPMODEL {
         double maxLimit = 0.0;
     };
 
-    // Seven slots, or none yet: most nodes of a large file have no channel, and then take no memory
-    // for any. Going over them meets all seven or nothing; asking for one by number makes them.
+    // Seven slots. Their memory is allocated when one is first asked for by index, because most
+    // nodes of a large file have no channel. Until then begin() and end() are an empty range.
     class ChannelSlots {
       public:
         CHANNELS* begin() { return slots_.get(); }
@@ -102,11 +103,11 @@ struct MOCAPMODEL {
     double basePose[7] = {};  // as the host reports it, by channel type - 1
 };
 
-// A copy that belongs to the caller; null without memory.
+// Returns a copy of `text` followed by `tail`, or null when memory runs out.
 std::unique_ptr<char[]> CopyText(const char* text, const char* tail = "");
 
-// The first slot of that type; null without one. Throws std::bad_alloc where it is the first of all
-// that is asked for.
+// Returns the first slot of that type, or null when there is none. Throws std::bad_alloc when the
+// slots have to be allocated and memory runs out.
 MOCAPMODEL::CHANNELS* FindChannel(MOCAPMODEL& node, std::uint8_t type);
 
 // Whether any slot holds a channel that is imported.

@@ -1,4 +1,4 @@
-// The skeleton as null objects, and the group of what is animated.
+// Builds the skeleton as null objects, and the group of animated objects.
 #include "host/math.h"
 #include "mocap/mocap_import_base.h"
 #include "mocap/scene_helpers.h"
@@ -20,7 +20,8 @@ Zelk::CStatus CMocapImportBase::CreateNull(MOCAPMODEL* node, Zelk3DObject& paren
     place.SetTranslationFromValues(node->offset[0], node->offset[1], node->offset[2]);
     node->nullObject.GetKinematics().GetLocal().PutTransform(place, Zelk::kCurrentTime);
 
-    // A null without a base pose still is a null: what fails here leaves its message and no more.
+    // When the base pose fails, its message is recorded, but the null is kept and the import goes
+    // on.
     double* value = node->basePose;
     for (const wchar_t* parameter : kPoseParameters)
         AddBasePose(node->nullObject, parameter, value++);

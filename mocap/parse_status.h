@@ -1,14 +1,14 @@
-// What the importers' own operations return beside the host's status codes: successes that the
-// caller must tell from Zelk::status::kOk. Neither reaches the host.
+// Status codes of the importers' own: successes that the caller must tell from Zelk::status::kOk.
+// The host never gets them.
 #pragma once
 
 #include <cstdint>
 
 namespace mocap {
 
-// Of a parser: success, and the end of the file was reached.
+// A parser reached the end of the file. This is a success.
 inline constexpr std::int32_t kEndOfFile = 1;
-// Of the completion of a node's rotation channels: the node has none, so there is nothing to do.
+// A node has no rotation channel, so there was nothing to complete.
 inline constexpr std::int32_t kNoRotation = 1;
 
 }  // namespace mocap

@@ -5,22 +5,22 @@
 #include "host/automation.h"
 #include "host/string.h"
 
-// The host's progress bar for the time of one import: the caller's steps and range scaled onto the
-// host's 0 to 32000. In a session without a user interface there is no bar; everything then does
-// nothing and nobody cancels.
+// The host's progress bar during one import. The caller's steps and range are scaled to the host's
+// 0 to 32000. In a session without a user interface there is no bar: then all operations do
+// nothing, and IsCancelled returns false.
 class CIFPlugProgressBar {
   public:
     CIFPlugProgressBar();
-    // Hides the bar, unless the host has no memory left to do that with.
+    // Hides the bar. When the host has no memory left for that, the bar stays visible.
     ~CIFPlugProgressBar();
     CIFPlugProgressBar(const CIFPlugProgressBar&) = delete;
     CIFPlugProgressBar& operator=(const CIFPlugProgressBar&) = delete;
 
     void Show();
     void Hide();
-    // What a full bar is in the caller's steps.
+    // How many of the caller's steps make a full bar.
     void SetRange(unsigned int newRange);
-    // Not clamped: steps beyond the range give a value beyond the host's maximum.
+    // Not clamped: steps beyond the range give the host's bar a value above its maximum.
     void Advance(unsigned int step);
     void Reset();
     void SetText(const Zelk::CString& text);

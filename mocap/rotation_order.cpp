@@ -9,8 +9,8 @@ namespace {
 
 using CHANNELS = MOCAPMODEL::CHANNELS;
 
-// Strictly rising, so that a gap (x, then z) is in order too. Over all slots, however many
-// rotations there are: what comes behind the third is never in order.
+// Whether the rotations are listed in strictly rising order, x before y before z. One may be
+// missing. A node with more than three rotations is never in order.
 bool IsInOrder(const MOCAPMODEL& node) {
     std::uint8_t previous = kEmptySlot;
     for (const CHANNELS& slot : node.channels) {
@@ -21,9 +21,8 @@ bool IsInOrder(const MOCAPMODEL& node) {
     return true;
 }
 
-// The formats read a channel list differently: in a BVH file the first rotation is the outermost,
-// in an Acclaim file the last. Whatever the slots held, x, y and z come to stand in them in this
-// order.
+// The first rotation of a BVH file acts last; the first of an Acclaim file acts first. Afterwards
+// the three slots hold the x, y and z angles, in this order.
 void ConvertKeys(CHANNELS* const* list, std::uint32_t frameCount, bool firstIsOutermost) {
     RotationKeys keys;
     RotationProduct product;
@@ -36,7 +35,8 @@ void ConvertKeys(CHANNELS* const* list, std::uint32_t frameCount, bool firstIsOu
     keys.Convert(frameCount, product);
 }
 
-// A channel of `frameCount` zeros at the key times of `like`.
+// Fills the slot with `frameCount` zeros at the key times of `like`. Returns false when memory runs
+// out.
 bool AddZeroChannel(CHANNELS& slot, std::uint8_t type, const CHANNELS& like,
                     std::uint32_t frameCount) {
     slot.keys = AllocateKeys(frameCount);
@@ -47,10 +47,10 @@ bool AddZeroChannel(CHANNELS& slot, std::uint8_t type, const CHANNELS& like,
     return true;
 }
 
-// What AllocateAllRotationChannels finds in the slots of a node.
+// What AllocateAllRotationChannels needs to know about the slots of a node.
 struct RotationSlots {
-    int rotations = 0;        // all of them, however many fit the list
-    bool repeated = false;    // the same axis twice
+    int rotations = 0;        // may be more than the three that fit the list
+    bool repeated = false;    // an axis is listed twice
     bool present[3] = {};     // x, y, z
     CHANNELS* spare[2] = {};  // the first two empty slots
 };

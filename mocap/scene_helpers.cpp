@@ -24,7 +24,7 @@
 
 namespace {
 
-// Tells the leak checker, where the build has one, that this memory is never given back on purpose.
+// Tells the leak checker, in builds that have one, that this memory is left allocated on purpose.
 void AllowLeak([[maybe_unused]] const void* memory) {
 #ifdef MOCAP_HAS_LEAK_CHECKER
     __lsan_ignore_object(memory);
@@ -44,7 +44,8 @@ void CopyMatrix(double to[4][4], const double from[4][4]) {
 
 Zelk::CString GetKineParamFullName(const Zelk::CString& paramName, const Zelk::CString& stopName,
                                    Zelk3DObject& object) {
-    // Gathered from the object upwards and joined once, so that depth costs no more than its names.
+    // The names are collected from the object upwards and joined once, so that the time grows with
+    // the length of the path and not with its square.
     std::vector<Zelk::CString> names;
     ZKObject current = object;
     while (current.IsValid()) {
@@ -101,8 +102,8 @@ void GetBoneGlobalMatrix(Zelk3DObject& object, const Zelk::CString& stopName, do
 Zelk::CString ZelkStringFromANSI(const char* text) {
     if (text == nullptr) return {};
     const std::size_t length = std::strlen(text) + 1;
-    // Left to the process on purpose, one small buffer a name. Zeroed, so that a text that does not
-    // convert ends where the conversion stopped.
+    // The buffer is not freed, on purpose. It is zeroed, so that a text that cannot be converted
+    // ends where the conversion stopped.
     auto* const wide = new (std::nothrow) wchar_t[length]();
     if (wide == nullptr) return {};
     AllowLeak(wide);

@@ -1,4 +1,5 @@
-// Recurring exchanges with the host's scene. No state; everything touched belongs to the scene.
+// What the importers often do with the host's scene. There is no state here; all objects belong to
+// the scene.
 #pragma once
 
 #include "host/action.h"
@@ -11,22 +12,22 @@
 Zelk::CString GetKineParamFullName(const Zelk::CString& paramName, const Zelk::CString& stopName,
                                    Zelk3DObject& object);
 
-// A new, empty action source of the model, ending at `animEnd` seconds. Fails, with `source` empty,
-// where the host does not make it.
+// Makes a new, empty action source of the model that ends at `animEnd` seconds. When the host does
+// not make it, fails and leaves `source` empty.
 Zelk::CStatus AddActionSource(Zelk::Model& model, const Zelk::CString& name,
                               Zelk::ActionSource& source, double animEnd);
 
-// The object's own rotation as it stands in the scene, and the inverse of it.
+// Returns the object's present local rotation and its inverse.
 void GetLocalRotation(const Zelk3DObject& object, double rotation[4][4], double inverse[4][4]);
 
-// The rotations of the object and its ancestors below `stopName` as they stand in the scene, the
-// object's acting first, and the inverse of that. The object itself always counts.
+// Returns the product of the present local rotations of the object and its ancestors below
+// `stopName`, and its inverse. The object's rotation acts first, and always takes part.
 void GetBoneGlobalMatrix(Zelk3DObject& object, const Zelk::CString& stopName, double global[4][4],
                          double inverse[4][4]);
 
-// The host string of a text from a file, by the process's character locale; up to the first byte
-// that has no character there. Null gives an empty string.
+// Converts a text from a file to a host string by the process's character locale, up to the first
+// byte that is not valid there. Null gives an empty string.
 Zelk::CString ZelkStringFromANSI(const char* text);
 
-// One line to the host's log, with its default severity.
+// Writes a line to the host's log, with the host's default severity.
 void LogStatus(const Zelk::CString& message);

@@ -4,7 +4,7 @@
 
 namespace textio {
 
-// Letter case in the files' keywords and names is that of ASCII, whatever the process's locale.
+// Comparison of keywords and names. Only the letters of ASCII have two cases, in every locale.
 constexpr char ToLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }

@@ -1,4 +1,4 @@
-// std::from_chars for a double, by fast_float.
+// std::from_chars for a double, made of fast_float.
 #pragma once
 
 #include <charconv>
@@ -8,12 +8,13 @@
 
 namespace textio::stand_ins {
 
-// Alike in what is accepted, in the results and in what is left of `value` where there is none.
+// Accepts the same texts as std::from_chars, with the same results, and leaves `value` as it was
+// when there is no number.
 inline std::from_chars_result from_chars(const char* first, const char* last, double& value) {
     double number = 0.0;
     const auto [end, error] = fast_float::from_chars(first, last, number);
     if (error != std::errc()) return {end, error};
-    // fast_float gives an infinity or a zero for what is out of range.
+    // fast_float stores an infinity or a zero when the number is out of range.
     const char* const begin = first + (*first == '-' ? 1 : 0);
     const bool isNumeral = *begin == '.' || (*begin >= '0' && *begin <= '9');
     if (isNumeral && std::isinf(number)) return {end, std::errc::result_out_of_range};

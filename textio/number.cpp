@@ -30,7 +30,7 @@ const char* TakeDigits(const char* at, std::uint64_t& digits) {
 const char* ReadAnyDecimal(const char* first, const char* last, double& value) {
     double number = 0.0;
     const auto [end, error] = from_chars(first, last, number);
-    // Zero has rules of its own, and out of range is what the C library makes of it.
+    // ToDouble handles zeros, and numbers out of range as the C library does.
     if (error != std::errc() || number == 0.0) return nullptr;
     value = number;
     return end;
@@ -39,7 +39,7 @@ const char* ReadAnyDecimal(const char* first, const char* last, double& value) {
 }  // namespace
 
 double ToDouble(const char* text) {
-    // The C library's own "C" locale: it needs no memory and is never released.
+    // The "C" locale that the C library always has: it needs no memory and is never freed.
     static const locale_t plainLocale = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(text, nullptr, plainLocale);
 }
@@ -48,8 +48,8 @@ int ToInt(const char* text) {
     return static_cast<int>(std::strtol(text, nullptr, 10));
 }
 
-// All digits as one integer, divided once: both are exact where they are small enough, so the
-// quotient is the nearest double, as strtod's is.
+// All digits are read as one integer and divided once by a power of ten. When both are small enough
+// to be exact doubles, the quotient is the nearest double, which strtod returns too.
 const char* ReadPlainDecimal(const char* first, const char* last, double& value) {
     const bool negative = *first == '-';
     const char* const start = first + (negative ? 1 : 0);

@@ -1,5 +1,5 @@
-// What the standard library of older compilers lacks (clang 14's and emscripten 3.1.6's), under one
-// name everywhere. Where the library has it, it is the library's own.
+// Functions that the standard libraries of clang 14 and emscripten 3.1.6 lack, under one name for
+// all compilers. Where the standard library has the function, that one is used.
 #pragma once
 
 #include <bit>
