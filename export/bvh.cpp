@@ -23,12 +23,13 @@ constexpr std::string_view kSixChannels =
     "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n";
 constexpr std::string_view kThreeChannels = "CHANNELS 3 Zrotation Xrotation Yrotation\n";
 constexpr std::string_view kEndSuffix = "_End";
-// Deeper levels are not indented further, or a long chain would be mostly white space.
+// Levels deeper than this are not indented further; otherwise the file of a long chain would be
+// mostly white space.
 constexpr std::size_t kMostTabs = 32;
-// The frame time of a pose, which has no rate; the file must have one.
+// The frame time, in seconds, of a pose. A pose has no rate, but the format requires a frame time.
 constexpr double kPoseFrameTime = 1.0 / 30.0;
 
-// A text that readers read as one word: without white space and control characters.
+// The name as one word: white space and control characters, which would end it, become "_".
 std::string Token(const Zelk::CString& name) {
     std::string token = text::EncodeUtf8(headless::View(name));
     for (char& character : token) {
@@ -38,7 +39,8 @@ std::string Token(const Zelk::CString& name) {
     return token.empty() ? "_" : token;
 }
 
-// "X_End" or, where that name was in use, "X_End1" under a joint "X".
+// Whether an end site of the joint `parent` has this name. For a joint "X" that is "X_End", or
+// "X_End" with a number if the name was already in use.
 bool IsEndName(std::string_view name, std::string_view parent) {
     if (!name.starts_with(parent)) return false;
     name.remove_prefix(parent.size());
@@ -63,7 +65,7 @@ bool IsPositionChannel(headless::Channel channel) {
            channel == headless::Channel::PosZ || channel == headless::Channel::BoneLength;
 }
 
-// One model as a section of the file.
+// Writes one model as a section of the file.
 class Section {
   public:
     Section(text::ByteSink& out, const headless::Scene& scene, const Object& model,
@@ -81,7 +83,7 @@ class Section {
         turn_ = motion_.Turn().value_or(Transform());
         lengthDecimals_ = digits.value_or(text::DecimalsFor(motion_.Size(motion_.Times())));
         angleDecimals_ = digits.value_or(text::kAngleDecimals);
-        FindMovingJoints();
+        ClassifyJoints();
     }
 
     void Write() {
@@ -92,7 +94,8 @@ class Section {
   private:
     enum class Kind : std::uint8_t { Rotating, Moving, EndSite };
 
-    // Whether anything but the root can move, so that every frame has to be looked at.
+    // Whether the motion can change the position of a joint other than the root. Only then does
+    // ClassifyJoints evaluate every frame.
     bool MayMove() const {
         const headless::ActionSource* const motion = motion_.Motion();
         if (motion == nullptr) return false;
@@ -103,7 +106,7 @@ class Section {
         });
     }
 
-    void FindMovingJoints() {
+    void ClassifyJoints() {
         motion_.BaseLocals(locals_);
         base_ = locals_;
         kinds_.assign(locals_.size(), Kind::Rotating);
@@ -114,20 +117,20 @@ class Section {
                     if (!SameOrigin(locals_[joint], base_[joint])) kinds_[joint] = Kind::Moving;
             }
         }
-        FindEndSites();
+        ClassifyEndSites();
         if (!addsRoot_) kinds_[0] = Kind::Moving;
     }
 
-    void FindEndSites() {
-        std::vector<bool> hasCurve(locals_.size(), false);
+    void ClassifyEndSites() {
+        std::vector<bool> isDriven(locals_.size(), false);
         if (const headless::ActionSource* const motion = motion_.Motion()) {
             motion_.Locals(motion_.Times().frames.front(), locals_);
-            MarkTargets(*motion, hasCurve);
+            MarkDriven(*motion, isDriven);
         }
         const auto& joints = motion_.Joints();
         for (std::size_t index = 0; index < joints.size(); ++index) {
             const Joint& joint = joints[index];
-            if (!joint.isLeaf || joint.parent == Joint::kNoParent || hasCurve[index] ||
+            if (!joint.isLeaf || joint.parent == Joint::kNoParent || isDriven[index] ||
                 kinds_[index] == Kind::Moving || IsTurned(locals_[index]) ||
                 joint.object->type != headless::ObjectType::Null)
                 continue;
@@ -136,7 +139,8 @@ class Section {
         }
     }
 
-    void MarkTargets(const headless::ActionSource& motion, std::vector<bool>& marks) const {
+    // Sets the marks of the joints that some active item of the motion drives.
+    void MarkDriven(const headless::ActionSource& motion, std::vector<bool>& marks) const {
         std::vector<std::uint32_t> ids;
         for (const headless::ActionItem& item : motion.items) {
             if (!item.active) continue;
@@ -149,7 +153,8 @@ class Section {
                 std::binary_search(ids.begin(), ids.end(), motion_.Joints()[index].object->id);
     }
 
-    // The joints are in the order of the file; `open` holds those whose braces are open.
+    // The joints are already in the order of the file. `open` holds the joints whose braces are
+    // open, the innermost last.
     void WriteHierarchy() {
         out_.Write("HIERARCHY\n");
         if (addsRoot_) OpenJoint("ROOT " + Token(model_.name), Transform(), Kind::Moving);
@@ -193,7 +198,7 @@ class Section {
         out_.Write("OFFSET");
         for (const double coordinate : local.origin) {
             char text[text::kLongestNumber + 1] = {' '};
-            const char* end = text::WriteNumber(text + 1, Finite(coordinate), lengthDecimals_);
+            const char* end = text::WriteNumber(text + 1, CheckFinite(coordinate), lengthDecimals_);
             out_.Write({text, static_cast<std::size_t>(end - text)});
         }
         out_.Write("\n");
@@ -213,13 +218,13 @@ class Section {
         const double seconds =
             motion_.Times().IsPose() ? kPoseFrameTime : SecondsPerStep(motion_.Times());
         out_.Write("MOTION\nFrames: " + std::to_string(frames) + "\nFrame Time: ");
-        out_.Write(text::NumberText(Finite(seconds)) + "\n");
+        out_.Write(text::NumberText(CheckFinite(seconds)) + "\n");
 
         std::vector<BvhAngles> angles(locals_.size());
         std::vector<char> row((locals_.size() + 1) * 6 * (text::kLongestNumber + 1) + 1);
         const auto write = [&](const BvhFrames::Frame& frame) {
             char* const end = WriteRow(row.data(), frame, angles);
-            // Without the blank before the first number.
+            // WriteJoint puts a blank before every number; the first blank of a row is left out.
             out_.Write({row.data() + 1, static_cast<std::size_t>(end - row.data() - 1)});
         };
         const Transform rootTurn = addsRoot_ ? Transform() : turn_;
@@ -249,25 +254,27 @@ class Section {
         return end;
     }
 
-    // Each number with a blank before it.
-    char* WriteJoint(char* end, const Transform& local, const PlainAngles& plain, Kind kind,
+    // Writes the channels of a joint, each number with a blank before it. Returns the end of the
+    // text. `angles` holds those of the frame before and receives those of this frame.
+    char* WriteJoint(char* end, const Transform& local, const PrincipalAngles& principal, Kind kind,
                      BvhAngles& angles) const {
         if (kind == Kind::EndSite) return end;
         const auto put = [&](double number, int decimals) {
             *end++ = ' ';
-            end = text::WriteNumber(end, Finite(number), decimals);
+            end = text::WriteNumber(end, CheckFinite(number), decimals);
         };
         if (kind == Kind::Moving)
             for (const double coordinate : local.origin)
                 put(coordinate, lengthDecimals_);
-        angles = AnglesNear(plain, local.axes, angles);
+        angles = AnglesNear(principal, local.axes, angles);
         put(angles.z, angleDecimals_);
         put(angles.x, angleDecimals_);
         put(angles.y, angleDecimals_);
         return end;
     }
 
-    double Finite(double number) const {
+    // Returns the number. Throws ExportError if it is not finite.
+    double CheckFinite(double number) const {
         if (IsFinite(number)) return number;
         throw ExportError(ReadableName(model_.name) +
                           ": a number grows beyond what a file can hold");
@@ -279,10 +286,10 @@ class Section {
     ExportedMotion& motion_;
     std::vector<Transform> locals_;
     std::vector<Transform> base_;
-    std::vector<PlainAngles> baseAngles_;
+    std::vector<PrincipalAngles> baseAngles_;
     std::vector<Kind> kinds_;
-    bool addsRoot_ = false;
-    Transform turn_;
+    bool addsRoot_ = false;  // a root that is no object of the scene is written above the joints
+    Transform turn_;         // the rotation that makes Y the up axis
     BvhAngles rootAngles_;
     int lengthDecimals_ = 0;
     int angleDecimals_ = 0;

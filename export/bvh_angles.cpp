@@ -6,7 +6,7 @@
 
 #include "math/angles.h"
 
-// By this declaration g++ learns of the C library's vector function.
+// This declaration tells g++ that the C library has a vectorised atan2.
 #if defined(__x86_64__) && defined(__GLIBC__) && !defined(__clang__)
 extern "C" __attribute__((__simd__("notinbranch"))) double atan2(double, double) noexcept;
 #endif
@@ -18,7 +18,7 @@ using math::kDegreesPerRadian;
 using math::kFullTurn;
 using math::kHalfTurn;
 
-// Below this cosine of x, y and z cannot be told apart.
+// If the cosine of the angle x is not above this, y and z cannot be told apart.
 constexpr double kGimbalLock = 1e-15;
 
 // `angle` plus as many whole turns as bring it nearest to `before`.
@@ -36,21 +36,22 @@ BvhAngles Unrolled(const BvhAngles& angles, const BvhAngles& before) {
             Unrolled(angles.y, before.y)};
 }
 
-// Of z, x and y; each pair times some factor above zero.
+// The sines and cosines of the angles z, x and y, in this order. The two values of one angle may be
+// multiplied by a common factor above zero, which the arc tangent of their quotient ignores.
 struct SinesAndCosines {
     double sine[3];
     double cosine[3];
 };
 
 SinesAndCosines PartsAround(const double axes[3][3], double sineOfZ, double cosineOfZ) {
-    // From what is left when the turn about z is undone: it gives y and x exactly, however inexact
-    // z is.
+    // x and y are taken from the rotation with the turn about z undone. They so make up for an
+    // error in z, and the three angles together give `axes` again.
     return {{sineOfZ, axes[1][2], axes[2][0] * cosineOfZ + axes[2][1] * sineOfZ},
             {cosineOfZ, axes[1][1] * cosineOfZ - axes[1][0] * sineOfZ,
              axes[0][0] * cosineOfZ + axes[0][1] * sineOfZ}};
 }
 
-// False at gimbal lock.
+// Returns false at gimbal lock.
 bool PartsOf(const double axes[3][3], SinesAndCosines& parts) {
     const double cosineOfX = std::sqrt(axes[1][0] * axes[1][0] + axes[1][1] * axes[1][1]);
     if (!(cosineOfX > kGimbalLock)) return false;
@@ -64,22 +65,24 @@ BvhAngles AnglesFrom(const SinesAndCosines& parts) {
             std::atan2(parts.sine[2], parts.cosine[2]) * kDegreesPerRadian};
 }
 
-// Joints that are computed together, and a number for each of their angles.
+// The number of joints that are computed together.
 constexpr std::size_t kBatch = 32;
+// One value for each angle of each joint in a batch: first those of z, then of x, then of y.
 using Lanes = double[3 * kBatch];
 
-// A function of its own, without branches, so that the compiler vectorises it.
+// This loop is a function without branches so that the compiler vectorises it.
 [[gnu::noinline]] void ArcTangents(const Lanes& sines, const Lanes& cosines, Lanes& degrees) {
     for (std::size_t i = 0; i < 3 * kBatch; ++i)
         degrees[i] = atan2(sines[i], cosines[i]) * kDegreesPerRadian;
 }
 
-void AnglesOfBatch(std::span<const headless::Transform> turned, std::span<PlainAngles> out) {
+void AnglesOfBatch(std::span<const headless::Transform> transforms,
+                   std::span<PrincipalAngles> out) {
     Lanes sines = {};
     Lanes cosines = {};
-    for (std::size_t i = 0; i < turned.size(); ++i) {
+    for (std::size_t i = 0; i < transforms.size(); ++i) {
         SinesAndCosines parts{};
-        out[i].locked = !PartsOf(turned[i].axes, parts);
+        out[i].isGimbalLocked = !PartsOf(transforms[i].axes, parts);
         for (std::size_t axis = 0; axis < 3; ++axis) {
             sines[axis * kBatch + i] = parts.sine[axis];
             cosines[axis * kBatch + i] = parts.cosine[axis];
@@ -87,32 +90,34 @@ void AnglesOfBatch(std::span<const headless::Transform> turned, std::span<PlainA
     }
     Lanes degrees;
     ArcTangents(sines, cosines, degrees);
-    for (std::size_t i = 0; i < turned.size(); ++i)
+    for (std::size_t i = 0; i < transforms.size(); ++i)
         out[i].angles = {degrees[i], degrees[kBatch + i], degrees[2 * kBatch + i]};
 }
 
 }  // namespace
 
-PlainAngles AnglesOf(const double axes[3][3]) {
+PrincipalAngles AnglesOf(const double axes[3][3]) {
     SinesAndCosines parts{};
     if (!PartsOf(axes, parts)) return {{}, true};
     return {AnglesFrom(parts), false};
 }
 
-void AnglesOf(std::span<const headless::Transform> turned, std::span<PlainAngles> out) {
-    for (std::size_t first = 0; first < turned.size(); first += kBatch) {
-        const std::size_t count = std::min(kBatch, turned.size() - first);
-        AnglesOfBatch(turned.subspan(first, count), out.subspan(first, count));
+void AnglesOf(std::span<const headless::Transform> transforms, std::span<PrincipalAngles> out) {
+    for (std::size_t first = 0; first < transforms.size(); first += kBatch) {
+        const std::size_t count = std::min(kBatch, transforms.size() - first);
+        AnglesOfBatch(transforms.subspan(first, count), out.subspan(first, count));
     }
 }
 
-BvhAngles AnglesNear(const PlainAngles& plain, const double axes[3][3], const BvhAngles& before) {
-    BvhAngles angles = plain.angles;
-    if (plain.locked)
+BvhAngles AnglesNear(const PrincipalAngles& principal, const double axes[3][3],
+                     const BvhAngles& before) {
+    BvhAngles angles = principal.angles;
+    if (principal.isGimbalLocked)
         angles = AnglesFrom(PartsAround(axes, std::sin(before.z / kDegreesPerRadian),
                                         std::cos(before.z / kDegreesPerRadian)));
     const BvhAngles first = Unrolled(angles, before);
-    // The other angles differ from these by half a turn in two of three, so they are no nearer.
+    // The only other angles differ from these by half a turn in both z and y, so they cannot be
+    // nearer.
     if (Distance(first, before) <= kHalfTurn) return first;
     const BvhAngles flipped{angles.z + kHalfTurn, kHalfTurn - angles.x, angles.y + kHalfTurn};
     const BvhAngles second = Unrolled(flipped, before);

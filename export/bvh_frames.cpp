@@ -5,11 +5,13 @@
 namespace exporters {
 namespace {
 
-// Large enough that the cost of starting a thread does not matter, small compared with the motion.
+// The size of a block: large enough that the cost of starting a thread does not matter, and small
+// compared with a long motion.
 constexpr std::size_t kBlockBytes = std::size_t{1} << 19;
 
-// WebAssembly without threads aborts where another system, asked for one thread too many, throws
-// an exception that std::async answers by working when the result is asked for.
+// If no thread can be started, std::async normally catches the exception and computes the block
+// when its result is needed. WebAssembly without threads aborts instead, so it never asks for a
+// thread.
 #if defined(__EMSCRIPTEN__) && !defined(__EMSCRIPTEN_PTHREADS__)
 constexpr std::launch kLaunch = std::launch::deferred;
 #else
@@ -20,7 +22,7 @@ constexpr std::launch kLaunch = std::launch::async | std::launch::deferred;
 
 BvhFrames::BvhFrames(const ExportedMotion& motion, const headless::Transform& rootTurn)
     : motion_(motion), rootTurn_(rootTurn), joints_(motion.Joints().size()) {
-    const std::size_t jointBytes = sizeof(headless::Transform) + sizeof(PlainAngles);
+    const std::size_t jointBytes = sizeof(headless::Transform) + sizeof(PrincipalAngles);
     framesInBlock_ =
         std::max<std::size_t>(kBlockBytes / (std::max<std::size_t>(joints_, 1) * jointBytes), 1);
     for (std::size_t ahead = 1; ahead <= kAhead; ++ahead)
@@ -33,7 +35,7 @@ BvhFrames::~BvhFrames() {
 }
 
 BvhFrames::Frame BvhFrames::Next() {
-    if (frameInBlock_ == blocks_[current_].frames) {
+    if (IsCurrentUsedUp()) {
         Start(blocks_[current_]);
         current_ = (current_ + 1) % blocks_.size();
         blocks_[current_].work.get();
@@ -46,9 +48,9 @@ BvhFrames::Frame BvhFrames::Next() {
 }
 
 void BvhFrames::Start(Block& block) {
-    const std::size_t first = begun_;
+    const std::size_t first = startedFrames_;
     block.frames = std::min(framesInBlock_, motion_.Times().frames.size() - first);
-    begun_ += block.frames;
+    startedFrames_ += block.frames;
     block.locals.resize(joints_ * block.frames);
     block.angles.resize(joints_ * block.frames);
     block.work = std::async(kLaunch, [this, &block, first] { Fill(block, first); });

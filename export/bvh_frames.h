@@ -1,5 +1,5 @@
-// The frames of a motion as BVH rows need them, computed ahead by other threads while earlier ones
-// are written.
+// Computes the frames of a motion for BVH rows. Other threads compute the next frames while the
+// caller writes the earlier ones.
 // Internal to export/.
 #pragma once
 
@@ -16,33 +16,38 @@ namespace exporters {
 
 class BvhFrames {
   public:
-    // `motion` has to outlive it. `rootTurn` is applied to the first joint.
+    // Keeps a reference to `motion`. `rootTurn` is applied to the first joint.
     BvhFrames(const ExportedMotion& motion, const headless::Transform& rootTurn);
     // Waits for the other threads.
     ~BvhFrames();
     BvhFrames(const BvhFrames&) = delete;
     BvhFrames& operator=(const BvhFrames&) = delete;
 
-    // The joints seen from their parents, and their angles, of which AnglesNear makes those that
-    // follow the frame before.
+    // One element for each joint. The caller passes the angles to AnglesNear, which continues those
+    // of the frame before.
     struct Frame {
         std::span<const headless::Transform> locals;
-        std::span<const PlainAngles> angles;
+        std::span<const PrincipalAngles> angles;
     };
-    // The next frame; to be called once for each frame at most. Valid until the next call. Throws
-    // what computing the frame throws.
+    // Returns the next frame, valid until the next call. May be called at most once for each frame
+    // of the motion. Throws what computing the frame throws.
     Frame Next();
 
   private:
     struct Block {
         std::vector<headless::Transform> locals;  // frame by frame
-        std::vector<PlainAngles> angles;          // likewise
+        std::vector<PrincipalAngles> angles;      // frame by frame
         std::size_t frames = 0;
         std::future<void> work;
     };
 
-    // Computing a block takes about three times as long as writing it.
+    // The number of blocks that are computed while the caller writes another one. Computing a block
+    // takes about three times as long as writing it.
     static constexpr std::size_t kAhead = 2;
+
+    // Whether Next() has returned all frames of the current block. This is so at the start too,
+    // because the first of the blocks is empty then.
+    bool IsCurrentUsedUp() const { return frameInBlock_ == blocks_[current_].frames; }
 
     void Start(Block& block);
     void Fill(Block& block, std::size_t first) const;
@@ -51,10 +56,10 @@ class BvhFrames {
     headless::Transform rootTurn_;
     std::size_t joints_;
     std::size_t framesInBlock_;
-    std::array<Block, 1 + kAhead> blocks_;  // a ring: one is read, the others are computed
-    std::size_t current_ = 0;               // the one that is read
-    std::size_t begun_ = 0;                 // frames of the blocks that were started
-    std::size_t frameInBlock_ = 0;          // the next one, in the current block
+    std::array<Block, 1 + kAhead> blocks_;  // a ring: one is read while the others are computed
+    std::size_t current_ = 0;               // index of the block that is read
+    std::size_t startedFrames_ = 0;         // frames of all blocks that were started so far
+    std::size_t frameInBlock_ = 0;          // index of the next frame in the current block
 };
 
 }  // namespace exporters

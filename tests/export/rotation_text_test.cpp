@@ -58,11 +58,11 @@ TEST(BvhAngles, AreTheSameForManyAtATime) {
         std::vector<Transform> turned;
         for (std::size_t i = 0; i < count; ++i)
             turned.push_back(FromLocal(RandomLocal(random)));
-        std::vector<exporters::PlainAngles> many(count);
+        std::vector<exporters::PrincipalAngles> many(count);
         exporters::AnglesOf(turned, many);
         for (std::size_t i = 0; i < count; ++i) {
-            const exporters::PlainAngles one = exporters::AnglesOf(turned[i].axes);
-            ASSERT_EQ(many[i].locked, one.locked) << i;
+            const exporters::PrincipalAngles one = exporters::AnglesOf(turned[i].axes);
+            ASSERT_EQ(many[i].isGimbalLocked, one.isGimbalLocked) << i;
             ASSERT_NEAR(many[i].angles.z, one.angles.z, 1e-12) << i;
             ASSERT_NEAR(many[i].angles.x, one.angles.x, 1e-12) << i;
             ASSERT_NEAR(many[i].angles.y, one.angles.y, 1e-12) << i;
