@@ -9,13 +9,14 @@
 namespace exporters {
 namespace {
 
-constexpr std::uint32_t kMagic = 0x46546C67;      // "glTF"
-constexpr std::uint32_t kJsonChunk = 0x4E4F534A;  // "JSON"
-constexpr std::uint32_t kBinaryChunk = 0x004E4942;
+constexpr std::uint32_t kMagic = 0x46546C67;        // "glTF"
+constexpr std::uint32_t kJsonChunk = 0x4E4F534A;    // "JSON"
+constexpr std::uint32_t kBinaryChunk = 0x004E4942;  // "BIN" and a zero byte
 constexpr std::uint32_t kVersion = 2;
 constexpr std::uint64_t kHeaderSize = 12;
 constexpr std::uint64_t kChunkHeaderSize = 8;
 
+// Writes 32 bits, little-endian.
 void WriteWord(text::ByteSink& out, std::uint64_t word) {
     char bytes[4];
     for (char& byte : bytes) {

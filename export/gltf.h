@@ -1,4 +1,4 @@
-// glTF 2.0, as one binary file, or as a JSON file and a binary file.
+// Writes glTF 2.0, as one binary file (.glb) or as a JSON file with a binary file (.gltf, .bin).
 // Internal to export/.
 #pragma once
 
@@ -11,15 +11,19 @@
 
 namespace exporters {
 
-// Each model becomes a holder node with its joints below it, one skin of those joints, bound in the
-// base pose, a body of bone shapes on it (options.mesh), and an animation for each of its motions,
-// named after it, with every key. Motions without a rate, and models without motion, keep the base
-// pose. Names stay as they are; one that viewers are known to change is repeated in the node's
-// extras. The asset's extras say where the file comes from.
-// Throws ExportError before anything is written.
+// Each model becomes a holder node with its joints below it, one skin of these joints with the base
+// pose as its bind pose, a mesh of bone shapes (with options.mesh), and one animation for each of
+// its motions. An animation has the motion's name and holds all of its keys, or its samples with
+// options.resampleTo. A motion without a rate has no animation. Names stay as they are; a name that
+// viewers are known to change is repeated in the node's extras. The asset's extras say where the
+// file comes from.
+//
+// Returns what was left out. Throws ExportError before anything is written; errors of the sink are
+// passed on.
 Notes WriteGlb(text::ByteSink& out, const headless::Scene& scene, const Options& options);
 
-// The same in two files; `binaryName` is the name by which the JSON file refers to the other.
+// Writes the same as two files: the JSON to `out`, the buffer to `binary`. The JSON file refers to
+// the other file by `binaryName`.
 Notes WriteGltf(text::ByteSink& out, text::ByteSink& binary, std::string_view binaryName,
                 const headless::Scene& scene, const Options& options);
 

@@ -36,8 +36,8 @@ Vector OriginOf(const Transform& transform) {
     return {transform.origin[0], transform.origin[1], transform.origin[2]};
 }
 
-// Whether the joint is made to be at its parent's point: it is a part of a chain without length, or
-// was put at the end of a chain.
+// Whether a joint that no bone shape touches is at its parent's point by design: it is part of a
+// chain without length, or a null at the end of a chain.
 bool IsAtItsParent(const Joint& joint) {
     if (joint.parent == Joint::kNoParent) return false;
     using headless::ObjectType;
@@ -45,10 +45,12 @@ bool IsAtItsParent(const Joint& joint) {
            joint.object->parent->type == ObjectType::ChainEffector;
 }
 
-// Fractions of a bone's length: where it is thickest, and how thick.
+// As fractions of a bone's length: how far its thickest point is from the parent joint, and its
+// radius there.
 constexpr double kWaist = 0.18;
 constexpr double kThickness = 0.11;
-// Fractions of the skeleton's size.
+// As fractions of the skeleton's size: the least and the greatest radius of a bone, the greatest
+// distance of two joints that count as one point, and the radius of a marker.
 constexpr double kThinnest = 0.005;
 constexpr double kThickest = 0.026;
 constexpr double kNoLength = 1e-6;
@@ -57,13 +59,13 @@ constexpr double kMarker = 0.012;
 class BodyBuilder {
   public:
     BodyBuilder(const std::vector<Joint>& joints, std::span<const Transform> globals)
-        : joints_(joints), globals_(globals), isAtAnEnd_(joints.size(), false) {
+        : joints_(joints), globals_(globals), hasBoneShape_(joints.size(), false) {
         double most = 0.0;
         for (std::size_t joint = 0; joint < joints.size(); ++joint) {
             const Vector fromFirst = OriginOf(globals[joint]) - OriginOf(globals[0]);
             most = std::max(most, Length(fromFirst));
         }
-        // About the height of a figure whose first joint is its hips.
+        // If the first joint is the hips of a figure, this is about the figure's height.
         size_ = most > 0.0 ? 2.0 * most : 1.0;
     }
 
@@ -71,7 +73,7 @@ class BodyBuilder {
         for (std::size_t joint = 0; joint < joints_.size(); ++joint)
             if (joints_[joint].parent != Joint::kNoParent) AddBone(joints_[joint].parent, joint);
         for (std::size_t joint = 0; joint < joints_.size(); ++joint)
-            if (!isAtAnEnd_[joint]) AddMarker(joint);
+            if (!hasBoneShape_[joint]) AddMarker(joint);
         return std::move(body_);
     }
 
@@ -81,7 +83,7 @@ class BodyBuilder {
         const Vector end = OriginOf(globals_[to]);
         const double length = Length(end - start);
         if (!(length > kNoLength * size_)) return;
-        isAtAnEnd_[from] = isAtAnEnd_[to] = true;
+        hasBoneShape_[from] = hasBoneShape_[to] = true;
         const double radius = std::clamp(length * kThickness, size_ * kThinnest, size_ * kThickest);
         AddShape(from, start, end, kWaist, radius);
     }
@@ -93,7 +95,8 @@ class BodyBuilder {
         AddShape(joint, center - half, center + half, 0.5, size_ * kMarker);
     }
 
-    // Two pyramids with one square as their base, at the fraction `waist` of the way.
+    // Adds two pyramids that share a square base. The base is at the fraction `waist` of the way
+    // from `start` to `end`; `radius` is half its diagonal.
     void AddShape(std::size_t joint, const Vector& start, const Vector& end, double waist,
                   double radius) {
         const Vector along = Unit(end - start);
@@ -124,7 +127,7 @@ class BodyBuilder {
 
     const std::vector<Joint>& joints_;
     std::span<const Transform> globals_;
-    std::vector<bool> isAtAnEnd_;
+    std::vector<bool> hasBoneShape_;
     double size_;
     GltfBody body_;
 };

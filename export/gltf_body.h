@@ -1,4 +1,4 @@
-// A mesh for a skeleton, so that viewers show a moving figure.
+// Builds a mesh for a skeleton, so that viewers show a moving figure.
 // Internal to export/.
 #pragma once
 
@@ -12,20 +12,23 @@
 
 namespace exporters {
 
-// Triangles with flat faces; each vertex moves with one joint.
+// A mesh of flat triangles. The first three lists have one element for each vertex; each vertex
+// moves with one joint. `indices` has three vertices for each triangle.
 struct GltfBody {
     std::vector<std::array<float, 3>> positions;
     std::vector<std::array<float, 3>> normals;
-    std::vector<std::array<std::uint16_t, 4>> joints;  // only the first has a weight
+    std::vector<std::array<std::uint16_t, 4>> joints;  // only the first of the four has a weight
     std::vector<std::uint32_t> indices;
 };
 
 // The most joints that a 16-bit JOINTS_0 index can address.
 inline constexpr std::size_t kMostBodyJoints = 65536;
 
-// A bone shape from each joint to each of its children that is at another point in the base pose,
-// `globals`; the shape moves with the parent. A joint at neither end of such a shape gets a small
-// one of its own. At most kMostBodyJoints joints.
+// Puts a bone shape between each joint and each of its children that is at another point in the
+// base pose; the shape moves with the parent. A joint that no bone shape touches gets a small
+// marker, unless it is part of a chain without length or is at the end of a chain. `globals` holds
+// the base pose, one transform for each joint. There must be at most kMostBodyJoints joints. Throws
+// ExportError if a coordinate is not finite or too large for 32 bits.
 GltfBody BuildBody(const std::vector<Joint>& joints, std::span<const headless::Transform> globals);
 
 }  // namespace exporters

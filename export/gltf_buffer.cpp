@@ -10,9 +10,10 @@ namespace {
 
 using nlohmann::json;
 
-// Numbers are written as they are in memory; the format is little-endian.
+// The format is little-endian, and numbers are written as they are in memory.
 static_assert(std::endian::native == std::endian::little);
 
+// The bytes to add to a piece of this size, so that the next piece is aligned to four bytes.
 std::size_t PaddingOf(std::size_t size) {
     return (4 - size % 4) % 4;
 }
@@ -35,7 +36,7 @@ void GltfBuffer::BeginView(GltfTarget target) {
 }
 
 void GltfBuffer::Finish() {
-    if (byteLength_ == viewStart_) return;
+    if (IsViewEmpty()) return;
     json view = {{"buffer", 0}, {"byteLength", byteLength_ - viewStart_}};
     if (viewStart_ > 0) view["byteOffset"] = viewStart_;
     if (target_ != GltfTarget::None) view["target"] = static_cast<int>(target_);
@@ -49,7 +50,7 @@ std::size_t GltfBuffer::AddBytes(std::span<const std::byte> bytes, std::size_t c
                      {"componentType", static_cast<int>(component)},
                      {"count", count},
                      {"type", type}};
-    if (byteLength_ > viewStart_) accessor["byteOffset"] = byteLength_ - viewStart_;
+    if (!IsViewEmpty()) accessor["byteOffset"] = byteLength_ - viewStart_;
     accessor.update(more);
     pieces_.push_back(bytes);
     byteLength_ += bytes.size() + PaddingOf(bytes.size());

@@ -1,4 +1,4 @@
-// The binary part of a glTF file, and the lists that describe it.
+// Collects the binary buffer of a glTF file and the JSON lists that describe it.
 // Internal to export/.
 #pragma once
 
@@ -14,12 +14,12 @@
 
 namespace exporters {
 
-// A JSON array as text that grows by an element at a time, so that a long list needs no tree of
-// JSON values.
+// A JSON array that is kept as text, so that a long list needs no tree of JSON values.
 class JsonList {
   public:
-    // Returns the index of the new element.
+    // Appends an element and returns its index, counted from 0.
     std::size_t Add(const nlohmann::json& element);
+    // Appends an element that is JSON text already and returns its index.
     std::size_t AddText(const std::string& json);
     bool IsEmpty() const { return count_ == 0; }
     std::size_t Count() const { return count_; }
@@ -38,31 +38,34 @@ enum class GltfComponent : std::uint16_t {
 };
 enum class GltfTarget : std::uint16_t { None = 0, Vertices = 34962, Indices = 34963 };
 
-// Keeps references to the elements, which have to stay as they are until the last call of Write.
+// The elements are not copied: the caller keeps them unchanged until the last call of Write.
 class GltfBuffer {
   public:
-    // The accessors that are added from now on belong to a new view.
+    // Ends the current buffer view and begins a new one, to which the next accessors belong.
     void BeginView(GltfTarget target);
-    // `type` is "SCALAR", "VEC3", …; `more` are further properties of the accessor. Returns its
-    // index.
+    // Adds an accessor to the current view and returns its index. `type` is "SCALAR", "VEC3", ...;
+    // `more` holds further properties of the accessor.
     template <class Element>
     std::size_t Add(std::span<const Element> elements, GltfComponent component, const char* type,
                     const nlohmann::json& more);
-    // Ends the last view.
+    // Ends the last view. To be called before Views().
     void Finish();
 
+    // The size of the buffer in bytes.
     std::uint64_t ByteLength() const { return byteLength_; }
     const JsonList& Accessors() const { return accessors_; }
     const JsonList& Views() const { return views_; }
+    // Writes the buffer. May be called several times.
     void Write(text::ByteSink& out) const;
 
   private:
+    bool IsViewEmpty() const { return byteLength_ == viewStart_; }
     std::size_t AddBytes(std::span<const std::byte> bytes, std::size_t count,
                          GltfComponent component, const char* type, const nlohmann::json& more);
 
-    std::vector<std::span<const std::byte>> pieces_;  // each padded to four bytes
+    std::vector<std::span<const std::byte>> pieces_;  // each is padded to a multiple of four bytes
     std::uint64_t byteLength_ = 0;
-    std::uint64_t viewStart_ = 0;
+    std::uint64_t viewStart_ = 0;  // byte offset of the current view
     GltfTarget target_ = GltfTarget::None;
     JsonList accessors_;
     JsonList views_;

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "export/exported_motion.h"
+#include "export/motion_facts.h"
 #include "export/quaternion.h"
 #include "export/timeline.h"
 #include "headless/object_walk.h"
@@ -17,8 +18,8 @@ using headless::Object;
 using headless::Transform;
 using nlohmann::json;
 
-// glTF has matrices for column vectors, column after column, which are in memory what matrices for
-// row vectors are, row after row.
+// glTF stores a matrix for column vectors column by column. In memory that is the same as a matrix
+// for row vectors row by row, which is what a Transform is.
 std::array<float, 16> MatrixOf(const Transform& transform) {
     std::array<float, 16> matrix{};
     for (std::size_t row = 0; row < 3; ++row) {
@@ -45,7 +46,7 @@ void PutTransform(json& node, const Transform& transform) {
     if (rotation != json{0.0, 0.0, 0.0, 1.0}) node["rotation"] = rotation;
 }
 
-// The last part of a path, as valid UTF-8.
+// The last part of a path, as valid UTF-8: no other bytes may be in JSON.
 std::string FileName(const std::string& path) {
     return text::EncodeUtf8(text::DecodeUtf8(std::string_view(path).substr(path.rfind('/') + 1)));
 }
@@ -82,7 +83,7 @@ json AssetJson(const Options& options) {
     return asset;
 }
 
-// Bytes that a URI may hold stay, all others become %XX.
+// The name of a file as a URI: all bytes but those that every part of a URI may hold become %XX.
 std::string UriOf(std::string_view name) {
     static constexpr std::string_view kPlain =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
@@ -217,19 +218,19 @@ void GltfDocument::AddBody(const std::string& name, std::size_t skin, Model& par
         buffer_.Add(std::span(body.indices), GltfComponent::UnsignedInt, "SCALAR", json::object());
     const json primitive = {{"attributes", attributes}, {"indices", indices}, {"material", 0}};
     const std::size_t mesh = meshes_.Add({{"primitives", json::array({primitive})}});
-    json node = {{"name", names_.Free(name + "_Body")}, {"mesh", mesh}, {"skin", skin}};
+    json node = {{"name", names_.UnusedName(name + "_Body")}, {"mesh", mesh}, {"skin", skin}};
     roots_.Add(nodes_.Count());
     nodes_.Add(node);
 }
 
 void GltfDocument::AddMotions(const Object& model, std::size_t holder, Model& parts) {
-    // The base pose is always made first.
+    if (MotionOf(model) == nullptr) NoteNoMotion(model, notes_);
+    // The first action is the base pose; all others are motions.
     const auto& actions = model.modelData->actions;
-    if (actions.size() < 2) MakeTimeline(model, nullptr, options_, notes_);
     for (std::size_t action = 1; action < actions.size(); ++action) {
         ExportedMotion motion(scene_, model, actions[action].get(), options_, notes_);
         if (motion.Motion() == nullptr || parts.inverseBinds.empty()) continue;
-        parts.motions.push_back(GatherMotion(scene_, model, motion));
+        parts.motions.push_back(BuildGltfMotion(scene_, model, motion));
         AddAnimation(parts.motions.back(), holder);
     }
 }
@@ -262,7 +263,7 @@ void GltfDocument::AddAnimation(const GltfMotion& motion, std::size_t holder) {
                         R"(,"extras":)" + extras.dump() + "}");
 }
 
-std::string GltfDocument::Json(std::string_view uri) const {
+std::string GltfDocument::Json(std::string_view bufferName) const {
     std::string text = "{\"asset\":" + AssetJson(options_).dump() +
                        R"(,"scene":0,"scenes":[{"nodes":)" + roots_.Text() + "}]";
     const auto put = [&](const char* name, const JsonList& list) {
@@ -284,7 +285,7 @@ std::string GltfDocument::Json(std::string_view uri) const {
     put("bufferViews", buffer_.Views());
     if (buffer_.ByteLength() > 0) {
         json buffer = {{"byteLength", buffer_.ByteLength()}};
-        if (!uri.empty()) buffer["uri"] = UriOf(uri);
+        if (!bufferName.empty()) buffer["uri"] = UriOf(bufferName);
         text += ",\"buffers\":[" + buffer.dump() + "]";
     }
     return text + "}";

@@ -1,5 +1,5 @@
-// A whole glTF file in memory: the motions' keys once, as 32-bit numbers, and the JSON.
-// Internal to export/.
+// Builds a whole glTF file in memory: the JSON, and the buffer with the keys of the motions as
+// 32-bit numbers. Internal to export/.
 #pragma once
 
 #include <deque>
@@ -19,16 +19,17 @@ namespace exporters {
 
 class GltfDocument {
   public:
-    // Throws ExportError.
+    // Keeps references to the scene and to the options. Throws ExportError.
     GltfDocument(const headless::Scene& scene, const Options& options);
 
-    // `uri` names the file with the buffer; empty where it is in the same file.
-    std::string Json(std::string_view uri) const;
+    // Returns the JSON text. `bufferName` is the name of the file with the buffer, or empty if the
+    // buffer is in the same file.
+    std::string Json(std::string_view bufferName) const;
     const GltfBuffer& Buffer() const { return buffer_; }
     const Notes& GetNotes() const { return notes_; }
 
   private:
-    // The memory that the buffer refers to.
+    // The elements that the buffer refers to.
     struct Model {
         std::vector<std::array<float, 16>> inverseBinds;
         GltfBody body;
@@ -38,12 +39,13 @@ class GltfDocument {
 
     void AddModel(const headless::Object& model);
     void AddNodes(const headless::Object& model, ExportedMotion& pose);
-    // `holder` is the index of the node above the joints, whose nodes follow it.
+    // `holder` is the index of the node above the joints; the nodes of the joints follow it.
+    // Returns the index of the skin.
     std::size_t AddSkin(const std::string& name, std::size_t holder);
     void AddBody(const std::string& name, std::size_t skin, Model& parts);
     void AddMotions(const headless::Object& model, std::size_t holder, Model& parts);
     void AddAnimation(const GltfMotion& motion, std::size_t holder);
-    // Names a node; a name that viewers would change is repeated in its extras.
+    // Sets the name of a node. A name that viewers would change is repeated in the node's extras.
     void PutName(nlohmann::json& node, const std::string& name) const;
 
     const headless::Scene& scene_;

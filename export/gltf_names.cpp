@@ -3,8 +3,9 @@
 namespace exporters {
 namespace {
 
-// White space becomes "_"; characters that separate the parts of a path are removed.
-std::string AsViewersHaveIt(std::string_view name) {
+// The name after a viewer's changes: white space becomes "_", and characters that have a meaning in
+// paths are removed.
+std::string ChangedByViewers(std::string_view name) {
     static constexpr std::string_view kSpaces = " \t\n\r\v\f";
     static constexpr std::string_view kRemoved = "[]./:";
     std::string result;
@@ -15,32 +16,34 @@ std::string AsViewersHaveIt(std::string_view name) {
     return result;
 }
 
-bool HasForeignSpace(std::string_view name) {
-    // Lead bytes of the white space beyond ASCII: U+00A0, U+1680, U+2000 to U+205F, U+3000, U+FEFF.
-    for (const std::string_view lead :
+// Whether the name may contain white space beyond ASCII: U+00A0, U+1680, U+2000 to U+205F, U+3000
+// or U+FEFF. Some other characters have the same first bytes; a name with one of them is also
+// reported, which only means that the name is repeated without need.
+bool MayHaveOtherSpace(std::string_view name) {
+    for (const std::string_view firstBytes :
          {"\xC2\xA0", "\xE1\x9A\x80", "\xE2\x80", "\xE2\x81\x9F", "\xE3\x80\x80", "\xEF\xBB\xBF"})
-        if (name.find(lead) != std::string_view::npos) return true;
+        if (name.find(firstBytes) != std::string_view::npos) return true;
     return false;
 }
 
 }  // namespace
 
 void GltfNames::Add(std::string_view name) {
-    ++counts_[AsViewersHaveIt(name)];
+    ++counts_[ChangedByViewers(name)];
 }
 
 bool GltfNames::IsChanged(std::string_view name) const {
-    const std::string changed = AsViewersHaveIt(name);
-    if (changed != name || HasForeignSpace(name)) return true;
+    const std::string changed = ChangedByViewers(name);
+    if (changed != name || MayHaveOtherSpace(name)) return true;
     const auto found = counts_.find(changed);
     return found != counts_.end() && found->second > 1;
 }
 
-std::string GltfNames::Free(const std::string& name) const {
-    std::string free = name;
-    for (int number = 1; counts_.contains(AsViewersHaveIt(free)); ++number)
-        free = name + std::to_string(number);
-    return free;
+std::string GltfNames::UnusedName(const std::string& name) const {
+    std::string unused = name;
+    for (int number = 1; counts_.contains(ChangedByViewers(unused)); ++number)
+        unused = name + std::to_string(number);
+    return unused;
 }
 
 }  // namespace exporters

@@ -33,13 +33,15 @@ std::vector<float> TimesOf(const Timeline& timeline) {
     std::vector<float> times(timeline.frames.size());
     for (std::size_t frame = 0; frame < times.size(); ++frame) {
         times[frame] = GltfFloat(timeline.Seconds(frame));
-        // Times that are equal as floats are made to rise.
+        // glTF requires times that rise. If rounding made two times equal, the second becomes the
+        // next larger float.
         if (frame > 0 && times[frame] <= times[frame - 1])
             times[frame] = std::nextafter(times[frame - 1], std::numeric_limits<float>::infinity());
     }
     return times;
 }
 
+// The objects that have an active curve of a rotation.
 std::unordered_set<const Object*> TurnedByCurves(const headless::Scene& scene, const Object& model,
                                                  const headless::ActionSource& motion) {
     std::unordered_set<const Object*> turned;
@@ -66,7 +68,8 @@ float GltfFloat(double value) {
     return static_cast<float>(value);
 }
 
-GltfMotion GatherMotion(const headless::Scene& scene, const Object& model, ExportedMotion& motion) {
+GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
+                           ExportedMotion& motion) {
     const headless::ActionSource& source = *motion.Motion();
     const Timeline& timeline = motion.Times();
     const std::size_t frames = timeline.frames.size();
@@ -85,9 +88,9 @@ GltfMotion GatherMotion(const headless::Scene& scene, const Object& model, Expor
     motion.BaseLocals(locals);
     const auto turned = TurnedByCurves(scene, model, source);
     for (std::size_t joint = 0; joint < count; ++joint) {
-        // An animation must have a channel, so the first joint always has one.
-        const bool isKept = joint == 0 || turned.contains(motion.Joints()[joint].object);
-        out.rotations[joint].Start(RotationOf(locals[joint], kUnturned), frames, isKept);
+        // An animation must have at least one channel, so the first joint always has one.
+        const bool storesAll = joint == 0 || turned.contains(motion.Joints()[joint].object);
+        out.rotations[joint].Start(RotationOf(locals[joint], kUnturned), frames, storesAll);
         out.translations[joint].Start(TranslationOf(locals[joint]), frames, false);
     }
     for (std::size_t frame = 0; frame < frames; ++frame) {

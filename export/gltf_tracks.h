@@ -1,5 +1,5 @@
-// A motion as glTF animates it: for each joint its rotations, and its translations where it moves,
-// at times that all joints share.
+// Builds a motion as glTF animates it: for each joint its rotations and, if they change, its
+// translations, at times that all joints share.
 // Internal to export/.
 #pragma once
 
@@ -13,45 +13,50 @@
 
 namespace exporters {
 
-// The value as glTF holds it. Throws ExportError where it is not finite there.
+// Rounds the value to 32 bits, as the buffer holds it. Throws ExportError if the value is not
+// finite or too large for 32 bits.
 float GltfFloat(double value);
-// Throws ExportError where GltfFloat does, for numbers that are written as text.
+// Throws ExportError if the value is not finite or too large for 32 bits. Numbers in the JSON are
+// checked with this, because readers store them in 32 bits.
 void RequireGltfFloat(double value);
 
-// Values of one property of one joint, frame after frame. As long as they are those of its node
-// they are not kept, so that a property that never changes needs no memory.
+// The values of one property of one joint, frame by frame. As long as all of them are equal to the
+// value of the joint's node, they are not stored: a property that never changes needs no memory.
 template <std::size_t kWidth>
 class GltfTrack {
   public:
     using Value = std::array<float, kWidth>;
 
-    // `rest` is the node's value; `frames` how many Add calls follow. With `isKept`, all are kept.
-    void Start(const Value& rest, std::size_t frames, bool isKept) {
+    // `rest` is the node's value. `frames` is the number of calls of Add that follow. With
+    // `storesAll`, all values are stored even if they never change.
+    void Start(const Value& rest, std::size_t frames, bool storesAll) {
         rest_ = last_ = rest;
         frames_ = frames;
-        if (isKept) Keep(0);
+        if (storesAll) StartStoring(0);
     }
+    // The value that was added last, or the node's value before the first.
     const Value& Last() const { return last_; }
+    // `frame` counts from 0.
     void Add(std::size_t frame, const Value& value) {
         last_ = value;
-        if (!isKept_) {
+        if (!isStoring_) {
             if (value == rest_) return;
-            Keep(frame);
+            StartStoring(frame);
         }
         values_.push_back(value);
     }
-    // One for each frame, or none where all are that of the node.
+    // One for each frame; empty if all are equal to the node's value and need not be stored.
     const std::vector<Value>& Values() const { return values_; }
 
   private:
-    // From now on; the `before` values so far were those of the node.
-    void Keep(std::size_t before) {
-        isKept_ = true;
+    // Stores the values from now on. The first `skipped` values were equal to the node's value.
+    void StartStoring(std::size_t skipped) {
+        isStoring_ = true;
         values_.reserve(frames_);
-        values_.assign(before, rest_);
+        values_.assign(skipped, rest_);
     }
 
-    bool isKept_ = false;
+    bool isStoring_ = false;
     Value rest_{};
     Value last_{};
     std::size_t frames_ = 0;
@@ -60,17 +65,18 @@ class GltfTrack {
 
 struct GltfMotion {
     std::string name;
-    double firstFrame = 0.0;
-    double secondsPerFrame = 0.0;            // of the motion, also where it was resampled
-    double sourceSecondsPerFrame = 0.0;      // as the file has it; 0: it does not say
+    double firstFrame = 0.0;                 // frame number of the first time
+    double secondsPerFrame = 0.0;            // of the motion's frames, not of samples
+    double sourceSecondsPerFrame = 0.0;      // as in the file; 0 if the file has no frame time
     std::vector<float> times;                // seconds, strictly rising from 0
     std::vector<GltfTrack<4>> rotations;     // x y z w; one for each joint
     std::vector<GltfTrack<3>> translations;  // one for each joint
 };
 
-// Rotations are kept for all joints that have a curve for one, and for others that turn.
-// `motion` must have frames.
-GltfMotion GatherMotion(const headless::Scene& scene, const headless::Object& model,
-                        ExportedMotion& motion);
+// Stores rotations for the first joint, for all joints that have a curve of a rotation and for the
+// others whose rotation changes; stores translations for joints whose translation changes. `motion`
+// must have frames. Throws ExportError if a number is not finite or too large for 32 bits.
+GltfMotion BuildGltfMotion(const headless::Scene& scene, const headless::Object& model,
+                           ExportedMotion& motion);
 
 }  // namespace exporters

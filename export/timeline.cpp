@@ -12,11 +12,12 @@
 namespace exporters {
 namespace {
 
-// More than a day at a hundred frames per second; a motion of more has a wrong frame number.
+// At a hundred frames per second this is more than a day. A longer motion must have a wrong frame
+// number.
 constexpr double kMostFrames = 10'000'000.0;
 
-// `count` frames from the first, `step` apart.
-std::vector<double> Steps(double first, double step, double count) {
+// `count` frames from the first on, with `step` between them.
+std::vector<double> EvenFrames(double first, double step, double count) {
     if (!(count <= kMostFrames))
         throw ExportError(
             fmt::format("the motion would take more than {:.0f} frames", kMostFrames));
@@ -26,8 +27,8 @@ std::vector<double> Steps(double first, double step, double count) {
     return frames;
 }
 
-// Leaves those in the range.
-void Cut(std::vector<double>& frames, const FrameRange& range, const std::string& name) {
+// Removes the frames outside the range. Throws ExportError if none is left.
+void KeepRange(std::vector<double>& frames, const FrameRange& range, const std::string& name) {
     const auto first =
         std::lower_bound(frames.begin(), frames.end(), static_cast<double>(range.first));
     const auto end =
@@ -40,17 +41,18 @@ void Cut(std::vector<double>& frames, const FrameRange& range, const std::string
     frames.erase(frames.begin(), first);
 }
 
-// Refuses a rate whose frames would be infinitely long.
-void RequireRate(double framesPerSecond, double framesApart) {
-    if (!IsFinite(framesApart))
+// Refuses a rate so low that `step`, the time between two of its frames, is infinite.
+void RequireFiniteStep(double framesPerSecond, double step) {
+    if (!IsFinite(step))
         throw ExportError(fmt::format("{} frames per second are too few", framesPerSecond));
 }
 
-double RateOf(const std::string& name, const headless::ActionSource& motion,
-              const Options& options) {
+// Not above zero if the motion has no rate.
+double SecondsPerFrameOf(const std::string& name, const headless::ActionSource& motion,
+                         const Options& options) {
     if (options.framesPerSecond) {
         const double seconds = 1.0 / *options.framesPerSecond;
-        RequireRate(*options.framesPerSecond, seconds);
+        RequireFiniteStep(*options.framesPerSecond, seconds);
         return seconds;
     }
     if (!IsFinite(motion.animEnd))
@@ -60,31 +62,35 @@ double RateOf(const std::string& name, const headless::ActionSource& motion,
 
 }  // namespace
 
+void NoteNoMotion(const headless::Object& model, Notes& notes) {
+    notes.push_back(ReadableName(model.name) + ": no motion, only the base pose is written");
+}
+
 Timeline MakeTimeline(const headless::Object& model, const headless::ActionSource* motion,
                       const Options& options, Notes& notes) {
     const std::string name = ReadableName(model.name);
     Timeline timeline;
     if (motion) timeline.frames = headless::KeyTimes(*motion);
     if (motion == nullptr || timeline.frames.empty()) {
-        notes.push_back(name + ": no motion, only the base pose is written");
+        NoteNoMotion(model, notes);
         return timeline;
     }
-    timeline.secondsPerFrame = RateOf(name, *motion, options);
+    timeline.secondsPerFrame = SecondsPerFrameOf(name, *motion, options);
     if (!(timeline.secondsPerFrame > 0.0)) {
         notes.push_back(name +
                         ": the motion has no frame time, only the base pose is written"
                         " (--fps N gives it one)");
         return {};
     }
-    if (options.frames) Cut(timeline.frames, *options.frames, name);
+    if (options.frames) KeepRange(timeline.frames, *options.frames, name);
     if (options.resampleTo) {
         const double first = timeline.frames.front();
         const double length = timeline.frames.back() - first;
         const double step = 1.0 / (*options.resampleTo * timeline.secondsPerFrame);
-        RequireRate(*options.resampleTo, step);
-        // A last sample that is after the end by rounding alone is kept.
+        RequireFiniteStep(*options.resampleTo, step);
+        // The small terms keep a last sample that is after the end only because of rounding.
         const double count = std::floor(length / step * (1.0 + 1e-12) + 1e-9) + 1.0;
-        timeline.frames = Steps(first, step, count);
+        timeline.frames = EvenFrames(first, step, count);
     }
     return timeline;
 }
@@ -96,7 +102,7 @@ Timeline EvenTimeline(Timeline timeline) {
     for (std::size_t index = 1; index < frames.size(); ++index) {
         const double expected = frames.front() + static_cast<double>(index) * step;
         if (std::abs(frames[index] - expected) <= 1e-6 * step) continue;
-        frames = Steps(frames.front(), 1.0, std::floor(frames.back() - frames.front()) + 1.0);
+        frames = EvenFrames(frames.front(), 1.0, std::floor(frames.back() - frames.front()) + 1.0);
         break;
     }
     return timeline;
