@@ -40,7 +40,7 @@ ExportedMotion::ExportedMotion(const headless::Scene& scene, const Object& model
     if (!times_.IsPose()) motion_ = motion;
 }
 
-void ExportedMotion::TurnTops(std::span<Transform> locals) const {
+void ExportedMotion::TurnTopJoints(std::span<Transform> locals) const {
     if (!turn_) return;
     for (std::size_t joint = 0; joint < locals.size(); ++joint)
         if (Joints()[joint].parent == Joint::kNoParent) locals[joint] = locals[joint] * *turn_;
@@ -63,7 +63,7 @@ void ExportedMotion::Globals(double frame, std::span<Transform> globals) {
 }
 
 double ExportedMotion::Size(const Timeline& times) {
-    // A turn by a right angle does not change it.
+    // Turn() is by a right angle, so it does not change the size.
     return SkeletonSize(poses_, times.frames);
 }
 

@@ -1,5 +1,5 @@
-// A model and a motion of it as the options ask for them. The one place where scale, up axis, rate,
-// resampling and frame range are applied: formats read none of these options themselves.
+// Evaluates a model and one of its motions as the options ask for. Scale, up axis, rate, resampling
+// and frame range are applied here alone; the formats do not read these options.
 // Internal to export/.
 #pragma once
 
@@ -15,49 +15,51 @@
 
 namespace exporters {
 
-// Keeps references to the scene, but none to the options.
+// Keeps references to the scene, but not to the options.
 class ExportedMotion {
   public:
-    // The base pose. Throws ExportError where a value of it is not finite.
+    // Holds the base pose alone. Throws ExportError if a value of the base pose is not finite.
     ExportedMotion(const headless::Scene& scene, const headless::Object& model,
                    const Options& options);
-    // `motion` may be null. Without keys or without a rate only the base pose is left, and a note
-    // says so. Throws ExportError where a value is not finite and where the times make no sense.
+    // `motion` may be null. If it is null or has no keys or no rate, this holds the base pose
+    // alone, and a note says so. Throws ExportError if a value is not finite, and what MakeTimeline
+    // throws.
     ExportedMotion(const headless::Scene& scene, const headless::Object& model,
                    const headless::ActionSource* motion, const Options& options, Notes& notes);
 
-    // Null where only the base pose is left.
+    // Null if this holds the base pose alone.
     const headless::ActionSource* Motion() const { return motion_; }
     const Timeline& Times() const { return times_; }
-    // Puts one step between all frames (see EvenTimeline).
+    // Makes the steps between the frames equal (see EvenTimeline).
     void SpaceEvenly() { times_ = EvenTimeline(std::move(times_)); }
-    // Moves the timeline out, for a table whose models share one.
+    // Moves the timeline to the caller, for a table whose models share one timeline.
     Timeline ReleaseTimes() { return std::move(times_); }
 
     const std::vector<Joint>& Joints() const { return poses_.Joints(); }
-    // What turns the scene, once it is scaled, so that Y is up; none where Y is up already.
+    // The rotation that is applied to the scaled scene to make Y the up axis; none if Y is up
+    // already.
     const std::optional<headless::Transform>& Turn() const { return turn_; }
 
-    // Scaled, one for each joint, seen from the parent joint; a joint without one is seen from the
-    // scene before its turn, for formats that turn a node above it or leave this to TurnTops.
+    // The scaled local transform of each joint. For a joint without a parent it is the transform
+    // seen from the scene, without Turn(): the format turns a node above it or calls TurnTopJoints.
     void BaseLocals(std::span<headless::Transform> locals) { poses_.BaseLocals(locals); }
     void Locals(double frame, std::span<headless::Transform> locals) {
         poses_.Locals(frame, locals);
     }
-    // The same for several threads at once, each with a scratch of its own.
+    // The same, for several threads at once. Each thread has its own scratch memory.
     using Scratch = SkeletonPoses::Scratch;
     void Locals(double frame, std::span<headless::Transform> locals, Scratch& scratch) const {
         poses_.Locals(frame, locals, scratch);
     }
-    // Turns the joints without a parent.
-    void TurnTops(std::span<headless::Transform> locals) const;
-    // Scaled and turned, one for each joint, seen from the scene.
+    // Applies Turn() to the joints without a parent.
+    void TurnTopJoints(std::span<headless::Transform> locals) const;
+    // The scaled and turned global transform of each joint.
     void BaseGlobals(std::span<headless::Transform> globals);
     void Globals(double frame, std::span<headless::Transform> globals);
 
-    // The diagonal of the box around all joints, scaled, in the base pose and in the first frame of
-    // `times`, whichever is larger; 0 where all are at one point. `times` is Times(), or that of a
-    // table.
+    // The diagonal, in scaled units, of the box around all joints: that of the base pose or that of
+    // the first frame of `times`, whichever is larger. 0 if all joints are at one point or a box is
+    // not finite. `times` is Times() or the timeline of a table.
     double Size(const Timeline& times);
 
   private:
@@ -69,7 +71,7 @@ class ExportedMotion {
     std::optional<headless::Transform> turn_;
 };
 
-// The first `options.models` models. Throws ExportError where there is none.
+// The first `options.models` models of the scene, or all. Throws ExportError if there is none.
 std::vector<const headless::Object*> ExportedModels(const headless::Scene& scene,
                                                     const Options& options);
 

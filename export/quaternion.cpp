@@ -4,8 +4,9 @@
 
 namespace exporters {
 
-// The component that is computed from the diagonal is a large one. The others are divided by it, so
-// that nothing is divided by a small difference.
+// Each of the four cases computes one component, times a common factor, from the diagonal and the
+// others from sums and differences of two elements. The case is chosen so that the component from
+// the diagonal is large: a small one would be a difference of nearly equal numbers.
 Quaternion QuaternionOf(const double m[3][3]) {
     const double trace = m[0][0] + m[1][1] + m[2][2];
     Quaternion q;

@@ -16,7 +16,8 @@ using headless::Object;
 using headless::ObjectType;
 using headless::Transform;
 
-// Null for a chain without bones: its effector keeps its parent in the scene.
+// The last bone of an effector's chain. Null for a chain without bones, whose effector keeps its
+// parent in the scene.
 const Object* LastBoneOf(const Object& effector) {
     const Object* const end = headless::EndOfChain(effector);
     return end != nullptr && end->type == ObjectType::ChainBone ? end : nullptr;
@@ -37,7 +38,7 @@ void Scale(Transform& transform, double scale) {
         coordinate *= scale;
 }
 
-// How far `point` is along the X axis of `bone`.
+// The coordinate of `point` along the X axis of `bone`.
 double DistanceAlong(const Transform& bone, const Transform& point) {
     double distance = 0.0;
     for (int axis = 0; axis < 3; ++axis)
@@ -45,7 +46,7 @@ double DistanceAlong(const Transform& bone, const Transform& point) {
     return distance;
 }
 
-// Bones whose length the motion sets.
+// The bones whose length the motion drives.
 std::unordered_set<const Object*> DrivenLengths(const headless::Scene& scene, const Object& model,
                                                 const headless::ActionSource* motion) {
     std::unordered_set<const Object*> bones;
@@ -88,13 +89,14 @@ double SizeOf(const std::vector<Transform>& globals) {
 SkeletonPoses::SkeletonPoses(const headless::Scene& scene, const Object& model,
                              const headless::ActionSource* motion, double scale)
     : base_(scene, model, nullptr), motion_(scene, model, motion), scale_(scale) {
-    GatherJoints(true);
-    // An effector above its own chain cannot be a child of that chain's end; it was not reached.
-    if (joints_.size() + 1 != base_.Objects().size()) GatherJoints(false);
-    FindEffectors(scene, model, motion);
+    CollectJoints(true);
+    // An effector that is an ancestor of its own chain cannot become a child of the chain's last
+    // bone: the two would form a ring that CollectJoints does not reach. Then no effector is moved.
+    if (joints_.size() + 1 != base_.Objects().size()) CollectJoints(false);
+    CollectEffectors(scene, model, motion);
 }
 
-void SkeletonPoses::GatherJoints(bool moveEffectors) {
+void SkeletonPoses::CollectJoints(bool moveEffectors) {
     const std::vector<const Object*>& objects = base_.Objects();
     std::unordered_map<const Object*, std::size_t> indexOf;
     for (std::size_t index = 0; index < objects.size(); ++index)
@@ -132,8 +134,8 @@ void SkeletonPoses::GatherJoints(bool moveEffectors) {
     }
 }
 
-void SkeletonPoses::FindEffectors(const headless::Scene& scene, const Object& model,
-                                  const headless::ActionSource* motion) {
+void SkeletonPoses::CollectEffectors(const headless::Scene& scene, const Object& model,
+                                     const headless::ActionSource* motion) {
     const auto driven = DrivenLengths(scene, model, motion);
     for (std::size_t joint = 0; joint < joints_.size(); ++joint) {
         const Object& object = *joints_[joint].object;
@@ -147,8 +149,8 @@ void SkeletonPoses::FindEffectors(const headless::Scene& scene, const Object& mo
     }
 }
 
-void SkeletonPoses::LocalsOf(const headless::MotionEvaluator& evaluator, double frame, bool moves,
-                             std::span<Transform> locals, Scratch& scratch) const {
+void SkeletonPoses::LocalsOf(const headless::MotionEvaluator& evaluator, double frame,
+                             bool usesMotion, std::span<Transform> locals, Scratch& scratch) const {
     std::vector<Transform>& objects = scratch.objects;
     objects.resize(base_.Objects().size());
     evaluator.EvaluateLocal(frame, objects);
@@ -159,13 +161,13 @@ void SkeletonPoses::LocalsOf(const headless::MotionEvaluator& evaluator, double 
             locals[joint] = locals[joint] * objects[0];
     }
     std::vector<Transform>& globals = scratch.globals;
-    if (moves && needsGlobals_) {
+    if (usesMotion && needsGlobals_) {
         globals.resize(objects.size());
         evaluator.Evaluate(frame, globals);
     }
     for (const Effector& effector : effectors_) {
         const Object& object = *joints_[effector.joint].object;
-        const double length = moves && effector.lengthIsDriven
+        const double length = usesMotion && effector.lengthIsDriven
                                   ? DistanceAlong(globals[effector.bone], globals[effector.object])
                                   : headless::EndOfChain(object)->length;
         locals[effector.joint] = headless::EffectorSeenFromEnd(object, length);

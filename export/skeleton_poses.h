@@ -1,4 +1,4 @@
-// A model as files have it: joints in one tree, and their transforms at any time.
+// Evaluates a model as files store it: as one tree of joints with their transforms in any frame.
 // Internal to export/.
 #pragma once
 
@@ -17,49 +17,51 @@ struct Joint {
     static constexpr std::size_t kNoParent = std::numeric_limits<std::size_t>::max();
 
     const headless::Object* object = nullptr;
-    std::size_t parent = kNoParent;  // index among the joints; none directly under the model
+    std::size_t parent = kNoParent;  // index of a joint; kNoParent if directly under the model
     bool isLeaf = true;
 };
 
-// Everything below a model, depth first: each parent before its children, as files nest them. An
-// effector is the child of its chain's last bone, whatever its parent in the scene is, so that it
-// moves with the bone without curves of its own. Keeps references to the scene.
+// The joints are all objects below a model, depth first: each parent comes before its children, as
+// files nest them. An effector becomes the child of its chain's last bone, whatever its parent in
+// the scene is, so that it moves with the bone and needs no curves. Keeps references to the scene.
 class SkeletonPoses {
   public:
-    // `motion` may be null: then every frame is the base pose. Lengths are multiplied by `scale`.
+    // `motion` may be null; then every frame is the base pose. Lengths are multiplied by `scale`.
     SkeletonPoses(const headless::Scene& scene, const headless::Object& model,
                   const headless::ActionSource* motion, double scale);
 
     const std::vector<Joint>& Joints() const { return joints_; }
 
-    // Seen from the parent joint, from the scene where there is none. One for each joint.
+    // One transform for each joint, as seen from its parent joint or, without one, from the scene.
     void Locals(double frame, std::span<headless::Transform> locals);
-    // The same for several threads at once, each with a scratch of its own.
+    // The same, for several threads at once. Each thread has its own scratch memory.
     struct Scratch {
         std::vector<headless::Transform> objects;
         std::vector<headless::Transform> globals;
     };
     void Locals(double frame, std::span<headless::Transform> locals, Scratch& scratch) const;
     void BaseLocals(std::span<headless::Transform> locals);
-    // Seen from the scene.
+    // One transform for each joint, as seen from the scene.
     void Globals(double frame, std::span<headless::Transform> globals);
     void BaseGlobals(std::span<headless::Transform> globals);
 
   private:
-    // An effector as the child of its last bone. Its transform there is known without transforms
-    // seen from the scene, so that one that does not move is the same to the last bit in each
-    // frame.
+    // An effector that is the child of its chain's last bone. If the motion does not drive the
+    // length of that bone, the local transform follows from the length at rest. Global transforms
+    // are not used for it, because their rounding errors would differ from frame to frame.
     struct Effector {
         std::size_t joint;
-        std::size_t object;  // index among the evaluator's objects
-        std::size_t bone;    // the same of the last bone
+        std::size_t object;  // index of the effector among the evaluator's objects
+        std::size_t bone;    // index of the last bone among the evaluator's objects
         bool lengthIsDriven;
     };
 
-    void GatherJoints(bool moveEffectors);
-    void FindEffectors(const headless::Scene& scene, const headless::Object& model,
-                       const headless::ActionSource* motion);
-    void LocalsOf(const headless::MotionEvaluator& evaluator, double frame, bool moves,
+    // With `moveEffectors`, effectors become children of the last bones of their chains.
+    void CollectJoints(bool moveEffectors);
+    void CollectEffectors(const headless::Scene& scene, const headless::Object& model,
+                          const headless::ActionSource* motion);
+    // `usesMotion` tells whether `evaluator` is motion_, so that bones may change their lengths.
+    void LocalsOf(const headless::MotionEvaluator& evaluator, double frame, bool usesMotion,
                   std::span<headless::Transform> locals, Scratch& scratch) const;
     void GlobalsOf(const headless::MotionEvaluator& evaluator, double frame,
                    std::span<headless::Transform> globals);
@@ -68,14 +70,14 @@ class SkeletonPoses {
     headless::MotionEvaluator motion_;
     double scale_;
     std::vector<Joint> joints_;
-    std::vector<std::size_t> objectOf_;  // index among the evaluator's objects, for each joint
+    std::vector<std::size_t> objectOf_;  // for each joint, its index among the evaluator's objects
     std::vector<Effector> effectors_;
-    bool needsGlobals_ = false;  // some effector's transform follows from global ones
+    bool needsGlobals_ = false;  // whether the motion drives the length of an effector's bone
     Scratch scratch_;
 };
 
-// The corner-to-corner size of the box around all joints, in the base pose and in the first frame
-// of the motion, whichever is larger; 0 where all are at one point.
+// The diagonal of the box around all joints: that of the base pose or that of the first of
+// `frames`, whichever is larger. 0 if all joints are at one point or a box is not finite.
 double SkeletonSize(SkeletonPoses& poses, const std::vector<double>& frames);
 
 }  // namespace exporters

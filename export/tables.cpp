@@ -15,11 +15,12 @@ namespace {
 using headless::Object;
 using headless::Transform;
 
-// Rates that come from one file may differ in their last digits.
+// The rates of models from one file may differ in their last digits.
 bool SameRate(double a, double b) {
     return std::abs(a - b) <= 1e-9 * std::max(a, b);
 }
 
+// The sum is infinite or NaN if one of its terms is.
 bool HoldsFiniteNumbers(const Transform& transform) {
     double sum = 0.0;
     for (int row = 0; row < 3; ++row) {
@@ -54,7 +55,7 @@ void Table::AddColumns(const Object& model, ExportedMotion& motion, bool several
     const std::size_t first = columns_.size();
     std::vector<Transform> locals(motion.Joints().size());
     motion.BaseLocals(locals);
-    motion.TurnTops(locals);
+    motion.TurnTopJoints(locals);
     const std::wstring prefix =
         several ? std::wstring(headless::View(model.name)) + L'.' : std::wstring();
     for (std::size_t joint = 0; joint < locals.size(); ++joint) {

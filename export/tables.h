@@ -1,4 +1,4 @@
-// What both kinds of table hold: the transform of every joint in the scene, frame by frame.
+// Collects what both table formats hold: the global transform of every joint, frame by frame.
 // Internal to export/.
 #pragma once
 
@@ -16,26 +16,28 @@
 
 namespace exporters {
 
-// The joints of all models one after the other. All models share the frames of the longest; one
-// whose motion ends earlier keeps its last frame, one without motion its base pose.
+// The columns are the joints of all models, model after model; the rows are the frames. All models
+// share the timeline with the most frames. After the end of its motion a model keeps its last
+// frame; a model without motion keeps its base pose. Keeps references to the scene.
 class Table {
   public:
-    // Throws ExportError, also where models differ in their rate. With `even`, the frames are one
-    // step apart.
+    // With `even`, the steps between the frames are equal (see EvenTimeline). Throws what
+    // ExportedMotion throws, and ExportError if the models differ in their rate.
     Table(const headless::Scene& scene, const Options& options, bool even);
 
     struct Column {
-        std::wstring name;                      // begins with the model's where there are several
-        std::size_t parent = Joint::kNoParent;  // index among the columns
-        headless::Transform rest;               // in the base pose, seen from the parent
+        std::wstring name;                      // with several models: "model.joint"
+        std::size_t parent = Joint::kNoParent;  // index of the parent's column
+        headless::Transform rest;               // the local transform in the base pose
     };
     const std::vector<Column>& Columns() const { return columns_; }
     const Timeline& Times() const { return timeline_; }
-    // At least one: a table without motion is the base pose.
+    // At least 1: a table without motion has one row, the base pose.
     std::size_t Rows() const { return timeline_.IsPose() ? 1 : timeline_.frames.size(); }
-    // One for each column, seen from the scene. Throws ExportError where one is not finite.
+    // Computes the global transforms of a row, one for each column. Throws ExportError if one is
+    // not finite.
     void Row(std::size_t row, std::span<headless::Transform> globals);
-    // Of all models, for rounding.
+    // The size of the largest skeleton (ExportedMotion::Size), from which decimals are chosen.
     double Size();
     const Notes& GetNotes() const { return notes_; }
 
