@@ -26,6 +26,7 @@ void WriteHeader(text::ByteSink& out, const Table& table) {
     out.Write("\n");
 }
 
+// Returns the end of the text.
 char* WriteCell(char* end, double number, int decimals) {
     *end++ = ',';
     return text::WriteNumber(end, number, decimals);

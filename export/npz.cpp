@@ -19,15 +19,17 @@ namespace {
 
 using headless::Transform;
 
-// Numbers and characters are written as they are in memory; the arrays say "<", little-endian.
+// Numbers and characters are written as they are in memory. The headers declare them as
+// little-endian ("<").
 static_assert(std::endian::native == std::endian::little && sizeof(wchar_t) == 4);
 
-// The header of an array: its type and shape, padded so that the elements are aligned.
+// The header of an array: its type and shape, padded so that the elements begin at a multiple of 64
+// bytes.
 std::string NpyHeader(std::string_view type, std::string_view shape) {
     std::string text =
         fmt::format("{{'descr': '{}', 'fortran_order': False, 'shape': {}, }}", type, shape);
-    constexpr std::size_t kBefore = 10;
-    text.append(63 - (kBefore + text.size()) % 64, ' ');
+    constexpr std::size_t kPrefixSize = 10;  // signature, version and length
+    text.append(63 - (kPrefixSize + text.size()) % 64, ' ');
     text += '\n';
     std::string header("\x93NUMPY\x01\x00", 8);
     header += static_cast<char>(text.size() & 0xFF);
@@ -57,7 +59,7 @@ struct PositionRow {
 
 struct QuaternionRow {
     static constexpr std::size_t kWidth = 4;
-    // `values` holds the quaternion of the frame before.
+    // `values` holds the quaternion of the frame before and receives the new one.
     void Put(const Transform& global, double* values) const {
         const Quaternion q =
             QuaternionNear(global.axes, {values[0], values[1], values[2], values[3]});
@@ -66,7 +68,7 @@ struct QuaternionRow {
     }
 };
 
-// Calls `visit` with each row of an array.
+// Calls `visit` with the bytes of each row of an array.
 template <class RowKind, class Visit>
 void ForEachRow(Table& table, RowKind kind, Visit visit) {
     std::vector<Transform> globals(table.Columns().size());
@@ -79,8 +81,8 @@ void ForEachRow(Table& table, RowKind kind, Visit visit) {
     }
 }
 
-// The motion is evaluated twice, because an archive has the checksum of the contents before them;
-// keeping the contents would need more memory than the motion itself.
+// In an archive the checksum of the contents comes before them. The motion is therefore evaluated
+// twice; to keep the contents would need more memory than the motion itself.
 template <class RowKind>
 void AddRows(ZipWriter& zip, const std::string& name, Table& table, RowKind kind) {
     const std::size_t joints = table.Columns().size();
@@ -112,12 +114,14 @@ void AddParents(ZipWriter& zip, const Table& table) {
     AddArray(zip, "parents", NpyHeader("<i4", shape), BytesOf(parents));
 }
 
-// What is no character becomes U+FFFD, or the array could not be read.
-wchar_t Character(wchar_t character) {
+// Returns the character, or U+FFFD for a code that is no character: an array with such a code could
+// not be read.
+wchar_t ValidCharacter(wchar_t character) {
     return text::IsCharacter(character) ? character : L'\xFFFD';
 }
 
-// The length of the longest name. Every name takes up as much in the array, so there is a bound.
+// The length of the longest name. Every name takes this many characters in the array, so one long
+// name could make the array very large. Throws ExportError if it would be too large.
 std::size_t NameWidth(const Table& table) {
     constexpr std::size_t kMostCharacters = std::size_t{16} << 20;
     std::size_t width = 1;
@@ -130,12 +134,12 @@ std::size_t NameWidth(const Table& table) {
     return width;
 }
 
-// All as wide as the longest, filled up with zeros.
+// Writes each name with `width` characters, filled up with zeros.
 void AddNames(ZipWriter& zip, const Table& table, std::size_t width) {
     std::vector<wchar_t> text(width * table.Columns().size(), L'\0');
     auto at = text.begin();
     for (const Table::Column& column : table.Columns()) {
-        std::transform(column.name.begin(), column.name.end(), at, Character);
+        std::transform(column.name.begin(), column.name.end(), at, ValidCharacter);
         at += static_cast<std::ptrdiff_t>(width);
     }
     const std::string shape = fmt::format("({},)", table.Columns().size());

@@ -1,4 +1,4 @@
-// A table as numpy arrays.
+// Writes a table of global positions and rotations as numpy arrays.
 // Internal to export/.
 #pragma once
 
@@ -8,15 +8,20 @@
 
 namespace exporters {
 
-// An archive of the arrays
-//   positions    frames x joints x 3, in the scene
-//   quaternions  frames x joints x 4, in the scene, w last, the signs nearest to the frame before
-//   offsets      joints x 3, in the base pose, seen from the parent
-//   parents      joints, -1 where there is none; every parent comes before its children
-//   names        joints; with several models each begins with the model's: "walk.Hips"
-//   fps          one number, frames per second; 0 for a pose
-// of 64-bit numbers (parents: 32-bit, names: text). One frame, the base pose, where there is no
-// motion. Missing frames are filled in, so that all are one step apart.
+// Writes an archive of these arrays:
+//   positions    float64, frames x joints x 3: global positions, in scaled units
+//   quaternions  float64, frames x joints x 4: global rotations, w last; of the two quaternions of
+//   a
+//                rotation the one nearer to that of the frame before
+//   offsets      float64, joints x 3: positions in the base pose, as seen from the parent joint
+//   parents      int32, joints: the index of the parent joint, which comes before its children, or
+//   -1 names        text, joints; with several models "walk.Hips", the model's name first fps
+//   float64, one number: frames per second, or 0 for a pose
+// The steps between the frames are equal; missing frames are filled in. Without motion there is one
+// frame, the base pose.
+//
+// Returns what was left out. Throws ExportError before anything is written; errors of `out` are
+// passed on.
 Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options& options);
 
 }  // namespace exporters

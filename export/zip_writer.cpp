@@ -14,7 +14,7 @@ constexpr std::uint16_t kUtf8Names = 0x0800;
 constexpr std::uint16_t kFirstOfJanuary1980 = 0x0021;
 constexpr std::uint16_t kZip64Extra = 0x0001;
 
-// A record, little-endian.
+// Collects the bytes of a record; numbers are little-endian.
 class Record {
   public:
     Record& Put16(std::uint64_t value) { return Put(value, 2); }
@@ -24,8 +24,9 @@ class Record {
         bytes_ += text;
         return *this;
     }
-    // A value that is all ones where a ZIP64 record has it.
-    Record& PutSmall32(std::uint64_t value) { return Put32(std::min(value, kLargest32)); }
+    // Appends a value as 32 bits. A larger value is replaced by 0xFFFFFFFF, which tells the reader
+    // to look for the value in a ZIP64 record.
+    Record& PutCapped32(std::uint64_t value) { return Put32(std::min(value, kLargest32)); }
     const std::string& Bytes() const { return bytes_; }
 
   private:
@@ -37,11 +38,12 @@ class Record {
     std::string bytes_;
 };
 
-// What comes between the signature and the sizes, of a member and of its directory entry alike.
+// Appends the fields between the signature and the CRC-32. They are the same in the header of a
+// member and in its directory entry.
 void PutMethod(Record& record, bool isZip64) {
     record.Put16(isZip64 ? kZip64Version : kPlainVersion).Put16(kUtf8Names);
-    record.Put16(0);                             // stored
-    record.Put16(0).Put16(kFirstOfJanuary1980);  // the earliest time there is
+    record.Put16(0);                             // the method "stored"
+    record.Put16(0).Put16(kFirstOfJanuary1980);  // the earliest date that the format has
 }
 
 }  // namespace
@@ -53,21 +55,21 @@ std::uint32_t Crc32(std::uint32_t crc, std::string_view bytes) {
 
 void ZipWriter::BeginMember(const std::string& name, std::uint64_t size, std::uint32_t crc) {
     const bool isZip64 = size >= kLargest32;
-    members_.push_back({name, size, position_, crc});
+    members_.push_back({name, size, written_, crc});
     Record extra;
     if (isZip64) extra.Put16(kZip64Extra).Put16(16).Put64(size).Put64(size);
     Record record;
     record.Put32(0x04034B50);
     PutMethod(record, isZip64);
-    const std::uint64_t shown = isZip64 ? kLargest32 : size;
-    record.Put32(crc).Put32(shown).Put32(shown);
+    const std::uint64_t size32 = isZip64 ? kLargest32 : size;
+    record.Put32(crc).Put32(size32).Put32(size32);
     record.Put16(name.size()).Put16(extra.Bytes().size()).PutText(name).PutText(extra.Bytes());
     Write(record.Bytes());
 }
 
 void ZipWriter::Write(std::string_view bytes) {
     sink_(bytes);
-    position_ += bytes.size();
+    written_ += bytes.size();
 }
 
 void ZipWriter::WriteDirectoryEntry(const Member& member) {
@@ -82,31 +84,32 @@ void ZipWriter::WriteDirectoryEntry(const Member& member) {
     Record record;
     record.Put32(0x02014B50).Put16(kZip64Version);
     PutMethod(record, isLarge || isFar);
-    const std::uint64_t shown = isLarge ? kLargest32 : member.size;
-    record.Put32(member.crc).Put32(shown).Put32(shown);
+    const std::uint64_t size32 = isLarge ? kLargest32 : member.size;
+    record.Put32(member.crc).Put32(size32).Put32(size32);
     record.Put16(member.name.size()).Put16(extra.Bytes().size()).Put16(0);
-    record.Put16(0).Put16(0).Put32(0);  // the first disk, no attributes
-    record.PutSmall32(member.offset).PutText(member.name).PutText(extra.Bytes());
+    record.Put16(0).Put16(0).Put32(0);  // disk 0 and no attributes
+    record.PutCapped32(member.offset).PutText(member.name).PutText(extra.Bytes());
     Write(record.Bytes());
 }
 
 void ZipWriter::Finish() {
-    const std::uint64_t start = position_;
+    const std::uint64_t start = written_;
     for (const Member& member : members_)
         WriteDirectoryEntry(member);
-    const std::uint64_t size = position_ - start;
-    const std::uint64_t end = position_;
+    const std::uint64_t size = written_ - start;
+    const std::uint64_t end = written_;
     if (start >= kLargest32 || size >= kLargest32) {
         Record record;
         record.Put32(0x06064B50).Put64(44).Put16(kZip64Version).Put16(kZip64Version);
         record.Put32(0).Put32(0).Put64(members_.size()).Put64(members_.size());
         record.Put64(size).Put64(start);
-        record.Put32(0x07064B50).Put32(0).Put64(end).Put32(1);  // where to find it
+        // The record that says where the record above is: at the byte offset `end`.
+        record.Put32(0x07064B50).Put32(0).Put64(end).Put32(1);
         Write(record.Bytes());
     }
     Record record;
     record.Put32(0x06054B50).Put16(0).Put16(0).Put16(members_.size()).Put16(members_.size());
-    record.PutSmall32(size).PutSmall32(start).Put16(0);
+    record.PutCapped32(size).PutCapped32(start).Put16(0);
     Write(record.Bytes());
 }
 
