@@ -1,4 +1,4 @@
-// Refuses infinite values and NaN, which only the record of a run can hold.
+// Refuses infinite values and NaN. Of all outputs only the record of a run can hold them.
 // Internal to export/.
 #pragma once
 
@@ -8,13 +8,13 @@
 
 namespace exporters {
 
-// std::isfinite as one function, which algorithms can be given.
+// std::isfinite without overloads, so that it can be passed to algorithms.
 inline bool IsFinite(double value) {
     return std::isfinite(value);
 }
 
-// Throws ExportError, naming the first value of the model's base pose or of an active item of
-// `motion` (which may be null) that is not a finite number.
+// Throws ExportError if a value of the model at rest, or a value or key time of an active item of
+// `motion`, is not finite. The message names the first such value. `motion` may be null.
 void RequireFinite(const headless::Object& model, const headless::ActionSource* motion);
 
 }  // namespace exporters

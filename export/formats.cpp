@@ -20,21 +20,21 @@ Notes WriteGltfPair(const Content& content, const Sinks& sinks) {
     return WriteGltf(sinks.out, *sinks.side, sinks.sideName, content.scene, content.options);
 }
 
-// For a format that is a function of scene and options, in one file.
+// For a format with one file that needs no record.
 template <auto kWriter>
-Notes WriteAlone(const Content& content, const Sinks& sinks) {
+Notes WriteOneFile(const Content& content, const Sinks& sinks) {
     return kWriter(sinks.out, content.scene, content.options);
 }
 
-// What ExportedMotion applies.
+// The options that ExportedMotion applies.
 constexpr unsigned kMotion = kScale | kUpAxis | kRate | kResampling | kFrames;
 
 constexpr Format kFormats[] = {
-    {".glb", "", kMotion | kMesh, false, WriteAlone<WriteGlb>},
+    {".glb", "", kMotion | kMesh, false, WriteOneFile<WriteGlb>},
     {".gltf", ".bin", kMotion | kMesh, false, WriteGltfPair},
-    {".bvh", "", kMotion | kDigits, false, WriteAlone<WriteBvh>},
-    {".csv", "", kMotion, false, WriteAlone<WriteCsv>},
-    {".npz", "", kMotion, false, WriteAlone<WriteNpz>},
+    {".bvh", "", kMotion | kDigits, false, WriteOneFile<WriteBvh>},
+    {".csv", "", kMotion, false, WriteOneFile<WriteCsv>},
+    {".npz", "", kMotion, false, WriteOneFile<WriteNpz>},
     {".json", "", 0, true, WriteRecord},
 };
 

@@ -12,7 +12,8 @@
 namespace exporters {
 namespace {
 
-// The elements of an array, one a line.
+// Writes the member `key`: an array with one line for each element. `append(line, element)` appends
+// the text of an element.
 template <class Range, class AppendElement>
 void WriteLines(text::ByteSink& out, std::string_view key, const Range& range,
                 AppendElement append) {

@@ -42,7 +42,7 @@ class SceneWriter {
         text::AppendJsonString(line_, headless::View(text));
     }
 
-    // Fills up the line with elements made by `append`, which is told each in turn.
+    // Appends an array to the line. `append(element)` appends the text of an element.
     template <class Range, class Append>
     void AppendList(const Range& range, Append append) {
         line_ += '[';
@@ -157,7 +157,7 @@ class SceneWriter {
         EndLine();
     }
 
-    // The curves of a motion share their times, so the text of the last ones is kept.
+    // Most curves of a motion share one array of times, so its text is kept for the next curve.
     void WriteTimes(const std::shared_ptr<const std::vector<double>>& times) {
         if (!times) {
             line_ += "[]";
@@ -172,6 +172,7 @@ class SceneWriter {
         out_.Write(timesText_);
     }
 
+    // Writes the line out in parts, so that it needs little memory.
     void WriteNumbers(const std::vector<double>& numbers) {
         AppendNumbers(line_, numbers, [&] {
             if (line_.size() > kLongLine) EndLine();
@@ -192,7 +193,7 @@ class SceneWriter {
         text += ']';
     }
 
-    static constexpr std::size_t kLongLine = 1 << 14;
+    static constexpr std::size_t kLongLine = 1 << 14;  // bytes
 
     text::ByteSink& out_;
     const headless::Scene& scene_;

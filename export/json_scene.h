@@ -1,4 +1,4 @@
-// The "scene" member of the record of a run.
+// Writes the member "scene" of the record of a run.
 // Internal to export/.
 #pragma once
 
@@ -7,8 +7,8 @@
 
 namespace exporters {
 
-// Writes `"scene": [...]` and a line break: every object in the order they were made, an object a
-// line, a model's actions item by item.
+// Writes `"scene": [...]` and a line break. The objects are in the order in which they were made.
+// Each object begins a line, and so does each item of a model's actions.
 void WriteJsonScene(text::ByteSink& out, const headless::Scene& scene);
 
 }  // namespace exporters

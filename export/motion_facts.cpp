@@ -16,8 +16,8 @@ using headless::ActionSource;
 using headless::Object;
 using headless::ObjectType;
 
-// A null under an effector is at the end of a bone, which is counted already. A chain root is a
-// joint of its own only where it is not at another one.
+// A null under an effector is at the end of a bone, which is already counted. A chain root counts
+// only if it is not under another joint, at whose point it would be.
 bool IsJoint(const Object& object) {
     switch (object.type) {
         case ObjectType::ChainBone:
@@ -31,7 +31,7 @@ bool IsJoint(const Object& object) {
     }
 }
 
-std::size_t CountNotFinite(const std::vector<double>& values) {
+std::size_t CountNonFinite(const std::vector<double>& values) {
     return static_cast<std::size_t>(
         std::count_if(values.begin(), values.end(), std::not_fn(IsFinite)));
 }
@@ -48,7 +48,7 @@ void MeasureMotion(const ActionSource& motion, ModelFacts& facts) {
         if (!item.active || !item.IsCurve()) continue;
         ++facts.curves;
         if (item.GetCurve().keys.values)
-            facts.badKeys += CountNotFinite(*item.GetCurve().keys.values);
+            facts.badKeys += CountNonFinite(*item.GetCurve().keys.values);
     }
     const std::vector<double> frames = headless::KeyTimes(motion);
     facts.frames = frames.size();
@@ -63,7 +63,7 @@ void MeasureMotion(const ActionSource& motion, ModelFacts& facts) {
 }  // namespace
 
 const ActionSource* MotionOf(const Object& model) {
-    // The base pose is always made first.
+    // The first action is always the base pose.
     const bool hasMotion = model.modelData && model.modelData->actions.size() > 1;
     return hasMotion ? model.modelData->actions.back().get() : nullptr;
 }

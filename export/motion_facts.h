@@ -1,4 +1,4 @@
-// What a person wants to know of a model that was imported.
+// Measures what a user wants to know about an imported model.
 // Part of the public surface of the library.
 #pragma once
 
@@ -10,24 +10,24 @@
 
 namespace exporters {
 
-// Items of a motion that are not active count nowhere: evaluation passes them over.
+// Items that are not active are not counted, because evaluation ignores them too.
 struct ModelFacts {
-    // Points where parts of the skeleton meet or end: nulls, and the ends of bones.
+    // The points where parts of the skeleton meet or end. Nulls, bones and the roots of chains that
+    // begin at the model count as one each; a null at the end of a chain does not count again.
     std::size_t joints = 0;
     std::size_t curves = 0;
-    std::size_t frames = 0;  // distinct key times
-    double firstFrame = 0.0;
-    double lastFrame = 0.0;
-    // 0 where the motion does not tell.
-    double secondsPerFrame = 0.0;
-    // Values that are not finite numbers, in the motion's keys and in the base pose.
-    std::size_t badKeys = 0;
-    std::size_t badRestValues = 0;
+    std::size_t frames = 0;         // distinct key times
+    double firstFrame = 0.0;        // the first key time; 0 without keys
+    double lastFrame = 0.0;         // the last key time; 0 without keys
+    double secondsPerFrame = 0.0;   // 0 if the motion has no rate
+    std::size_t badKeys = 0;        // values of the motion's keys that are not finite
+    std::size_t badRestValues = 0;  // values of the base pose that are not finite
 };
 
-// The motion that was imported onto the model; null without one.
+// The motion that was imported last onto the model. Null if it has none.
 ZKMOCAP_API const headless::ActionSource* MotionOf(const headless::Object& model);
 
+// Measures the model, with the motion that MotionOf returns.
 ZKMOCAP_API ModelFacts MeasureModel(const headless::Object& model);
 
 }  // namespace exporters

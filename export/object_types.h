@@ -1,4 +1,4 @@
-// The types of objects by their names.
+// Names the types of objects.
 // Internal: for export/ and the command line.
 #pragma once
 

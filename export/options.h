@@ -1,4 +1,4 @@
-// What the exporters are asked for, and how they refuse.
+// The options of the exporters, and the exception with which they refuse a scene.
 // Part of the public surface of the library.
 #pragma once
 
@@ -12,51 +12,53 @@
 
 namespace exporters {
 
-// The scene cannot be written in this format; says why, in one line.
+// Thrown if the scene cannot be written in a format. The message says why, in one line.
 class ExportError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// Where the scene came from, for formats that have room for it.
+// Where the scene came from. glTF files say it.
 struct Source {
-    std::vector<std::string> files;  // as the user named them; only the last part of each is kept
-    std::string format;              // "Biovision BVH", "Acclaim ASF/AMC"
-    // Name and value; a value is "true", "false", a number or a text.
+    std::vector<std::string>
+        files;           // paths as the user gave them; only their file names are written
+    std::string format;  // "Biovision BVH" or "Acclaim ASF/AMC"
+    // The options of the import as names with values. A value is "true", "false", a number or text.
     std::vector<std::pair<std::string, std::string>> options;
-    std::string tool;  // name and version
+    std::string tool;  // name and version of the program
 };
 
-// Frames by the numbers that they have in the motion, both ends included.
+// A range of frame numbers of the motion. Both ends belong to it.
 struct FrameRange {
     std::int64_t first = 0;
     std::int64_t last = 0;
 };
 
 struct Options {
-    // The factor on all lengths. Finite and above zero.
+    // The factor by which all lengths are multiplied. Finite and above zero.
     double scale = 1.0;
-    // The capture has its Z axis up; it is turned so that Y is up in the file.
+    // Whether the Z axis is up in the scene. The output is then turned so that Y is up.
     bool zUp = false;
-    // The rate of the motion's frames, in place of the motion's own. Above zero.
+    // The rate of the motion's frames; by default the motion's own. Above zero.
     std::optional<double> framesPerSecond = std::nullopt;
-    // Sample the motion at this rate in place of its own keys. Above zero.
+    // Samples per second that are written instead of the motion's keys. Above zero.
     std::optional<double> resampleTo = std::nullopt;
-    // Only the frames in this range. Those of the motion's own keys are chosen first; resampling,
-    // and filling in of missing frames, go from the first to the last of these. A motion without a
-    // frame in it is refused; models without motion are written in the base pose as ever.
+    // Only the frames in this range are written. It first selects from the frames that have keys;
+    // samples, and missing frames that are filled in, then go from the first to the last of these.
+    // A motion without a frame in the range is refused. A model without motion is not affected.
     std::optional<FrameRange> frames = std::nullopt;
-    // glTF: a body of bone shapes, so that viewers show a figure.
+    // glTF only: adds a mesh of bone shapes, so that viewers show a figure.
     bool mesh = true;
-    // BVH: digits after the decimal point of every number; by default as many as it needs to read
-    // positions back within a millionth of the skeleton's size.
+    // BVH only: the most digits after the decimal point of every number. By default there are as
+    // many as a reader needs to get positions within a millionth of the skeleton's size.
     std::optional<int> digits = std::nullopt;
-    // Only the first so many models of the scene: those that were imported whole.
+    // Writes only this many models, the first of the scene; by default all. A program sets it if
+    // only the first models were imported completely.
     std::optional<std::size_t> models = std::nullopt;
     Source source = {};
 };
 
-// Lines for the user about what was left out ("walk: no motion, ..."), in order.
+// Lines for the user about what was left out ("walk: no motion, ..."), in the order of the models.
 using Notes = std::vector<std::string>;
 
 }  // namespace exporters

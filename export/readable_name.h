@@ -1,4 +1,4 @@
-// Names in messages.
+// Prepares names of the scene for messages.
 // Internal to export/.
 #pragma once
 
@@ -8,7 +8,8 @@
 
 namespace exporters {
 
-// UTF-8 in which control characters are written out ("\n"), so that a message is one line.
+// The name as UTF-8. Control characters are replaced by escapes such as "\n", so that a message
+// stays on one line.
 std::string ReadableName(const Zelk::CString& name);
 
 }  // namespace exporters
