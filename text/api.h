@@ -1,4 +1,4 @@
 #pragma once
 
-// Marks what the library for programs exports.
+// Marks the classes and functions that the library for programs (libzkmocap) exports.
 #define ZKMOCAP_API __attribute__((visibility("default")))

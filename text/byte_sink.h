@@ -1,4 +1,4 @@
-// Where bytes are written to, a file or memory.
+// The interface to which exporters write bytes, with an implementation in memory.
 #pragma once
 
 #include <exception>
@@ -10,13 +10,13 @@
 
 namespace text {
 
-// The bytes could not be written; says where to and why, in one line.
+// Thrown if bytes could not be written. The message says where to and why, in one line.
 class ZKMOCAP_API WriteError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// The user asked to stop while bytes were being written.
+// Thrown if the user asked to stop while bytes were being written.
 class ZKMOCAP_API WriteCancelled : public std::exception {
   public:
     const char* what() const noexcept override { return "cancelled"; }
@@ -29,8 +29,8 @@ class ZKMOCAP_API ByteSink {
     ByteSink(const ByteSink&) = delete;
     ByteSink& operator=(const ByteSink&) = delete;
 
-    // Writes the bytes after those of the calls before. Throws WriteError or WriteCancelled; the
-    // sink is of no further use then.
+    // Appends the bytes to those of earlier calls. Throws WriteError or WriteCancelled; after that
+    // the sink must not be written to again.
     virtual void Write(std::string_view bytes) = 0;
 };
 

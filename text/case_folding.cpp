@@ -10,7 +10,7 @@ namespace text {
 namespace {
 
 locale_t FoldingLocale() {
-    // Where a system lacks it, letters beyond ASCII stay as they are.
+    // If the system does not have C.UTF-8, letters beyond ASCII are not changed.
     static const locale_t folding = [] {
         const locale_t found = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
         return found ? found : newlocale(LC_CTYPE_MASK, "C", nullptr);
@@ -23,6 +23,7 @@ locale_t FoldingLocale() {
 std::wstring FoldCase(std::string_view name) {
     std::wstring folded = DecodeUtf8(name);
     for (wchar_t& character : folded)
+        // To upper case and back, because some lower-case letters share one upper-case letter.
         character = static_cast<wchar_t>(towlower_l(
             towupper_l(static_cast<std::wint_t>(character), FoldingLocale()), FoldingLocale()));
     return folded;

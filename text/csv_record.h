@@ -1,4 +1,5 @@
-// Records of comma-separated values, quoted as RFC 4180 says, each ended by a line feed.
+// Writes and reads records of comma-separated values. They are quoted as in RFC 4180, and each ends
+// with a line feed.
 #pragma once
 
 #include <string>
@@ -7,13 +8,14 @@
 
 namespace text {
 
-// A field as a record holds it, in quotes where it needs them.
+// The text of a field, in quotes if it needs them.
 std::string CsvField(const std::string& field);
 
+// The text of a record, with its line feed.
 std::string CsvRecord(const std::vector<std::string>& fields);
 
-// Reads the first record of `text` and removes it there. Empty where no whole one is left: without
-// its line feed a record may have been cut.
+// Reads the first record of `text` and removes it from `text`. Without a line feed at its end a
+// record may be cut off: then the result is empty, and so is `text` afterwards.
 std::vector<std::string> ReadCsvRecord(std::string_view& text);
 
 }  // namespace text

@@ -1,4 +1,4 @@
-// Control characters as a person can read them.
+// Replaces control characters by readable escapes.
 #pragma once
 
 #include <string>
@@ -6,14 +6,15 @@
 
 namespace text {
 
-// Whether a terminal would do something else than show it.
+// Whether the character controls a terminal or the direction of text instead of being shown.
 bool IsControl(wchar_t character);
 
-// The text with control characters written out ("\n", "\x1b", "\u2028"), so that no text from a
-// file steers a terminal. With `keepLineBreaks`, line feeds stay.
+// Replaces control characters by escapes ("\n", "\x1b", "\u2028"), so that text from a file cannot
+// control the terminal on which it is shown. With `keepLineBreaks`, line feeds are not replaced.
 std::wstring EscapeControls(std::wstring_view text, bool keepLineBreaks = false);
 
-// The same of UTF-8; the result is valid UTF-8.
+// The same for UTF-8. The result is valid UTF-8: bytes that are no part of a character become
+// U+FFFD.
 std::string EscapeControls(std::string_view bytes, bool keepLineBreaks = false);
 
 }  // namespace text

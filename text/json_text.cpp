@@ -11,7 +11,7 @@
 namespace text {
 namespace {
 
-// The escape of a character that JSON does not hold as it is; empty for one that it does.
+// The short escape of a character. Empty if it has none.
 std::string_view EscapeOf(wchar_t character) {
     switch (character) {
         case L'"':
@@ -40,7 +40,7 @@ void AppendJsonNumber(std::string& out, double number) {
         out += std::isnan(number) ? "\"nan\"" : number > 0 ? "\"inf\"" : "\"-inf\"";
         return;
     }
-    char digits[32];  // the shortest form of a double takes 24 at most
+    char digits[32];  // the shortest text of a double has at most 24 characters
     const char* end = to_chars(digits, digits + sizeof(digits), number).ptr;
     const std::string_view text(digits, static_cast<std::size_t>(end - digits));
     out += text;

@@ -1,4 +1,4 @@
-// The pieces of JSON text that everything else is put together from.
+// Writes numbers and strings of JSON texts.
 #pragma once
 
 #include <string>
@@ -6,12 +6,12 @@
 
 namespace text {
 
-// Appends the number so that it reads back to the same double, as a number with a fraction or an
-// exponent ("5.0", "-0.0"), since readers make integers of others. What is not finite becomes the
-// string "nan", "inf" or "-inf".
+// Appends the shortest text that reads back as the same double. It always has a fraction or an
+// exponent ("5.0", "-0.0"), because readers turn other numbers into integers. A number that is not
+// finite becomes the string "nan", "inf" or "-inf".
 void AppendJsonNumber(std::string& out, double number);
 
-// Appends the text in quotes, as UTF-8.
+// Appends the text in quotes, as UTF-8. Codes and bytes that are no characters become U+FFFD.
 void AppendJsonString(std::string& out, std::wstring_view text);
 void AppendJsonString(std::string& out, std::string_view utf8);
 

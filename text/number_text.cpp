@@ -14,10 +14,10 @@ namespace {
 
 constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-// Below this a double counts whole numbers without gaps, and halves of them too.
+// Below this, a double can hold every multiple of one half.
 constexpr double kExact = 4e15;
 
-// "00" to "99".
+// The digits of "00" to "99", two for each number.
 constexpr std::array<char, 200> kPairs = [] {
     std::array<char, 200> pairs{};
     for (std::size_t i = 0; i < 100; ++i) {
@@ -27,7 +27,7 @@ constexpr std::array<char, 200> kPairs = [] {
     return pairs;
 }();
 
-// `count` digits of `number`, with zeros in front.
+// Writes the last `count` digits of `number`, with zeros in front if it has fewer.
 void WriteDigits(char* out, std::uint64_t number, int count) {
     for (; count >= 2; number /= 100) {
         count -= 2;
@@ -36,7 +36,8 @@ void WriteDigits(char* out, std::uint64_t number, int count) {
     if (count == 1) *out = static_cast<char>('0' + number);
 }
 
-// Angles and most lengths have at most three digits before the point.
+// Writes a whole number and returns the end of the text. It is fast for up to three digits, because
+// angles and most lengths have no more before the decimal point.
 char* WriteWhole(char* out, std::uint64_t number) {
     if (number >= 1000) return std::to_chars(out, out + kLongestNumber, number).ptr;
     const int count = number >= 100 ? 3 : number >= 10 ? 2 : 1;
@@ -52,7 +53,7 @@ char* WriteNumber(char* out, double number, int decimals) {
     const double scaled = std::abs(number) * power;
     if (!(scaled < kExact)) return to_chars(out, out + kLongestNumber, number).ptr;
 
-    // NOLINTNEXTLINE(bugprone-incorrect-roundings): exact below kExact, and fast.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): fast, and wrong only next to a half.
     auto digits = static_cast<std::uint64_t>(scaled + 0.5);
     if (digits == 0) {
         *out = '0';

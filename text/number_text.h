@@ -1,28 +1,32 @@
-// Numbers as text, fast and the same in every locale.
+// Writes numbers as text. The result does not depend on the locale.
 #pragma once
 
 #include <string>
 
 namespace text {
 
-// The most characters that AppendNumber writes.
+// The most characters that WriteNumber writes.
 inline constexpr int kLongestNumber = 32;
-// As many decimals as AppendNumber can keep; more ask for the shortest text that reads back whole.
+// The most decimals to which WriteNumber rounds.
 inline constexpr int kMostDecimals = 15;
 
-// Writes a finite number rounded to `decimals` places (0 or more), without zeros at the end ("1.5",
-// "0", never "-0"), and returns the end of the text. What has no room for so many digits is written
-// as the shortest text that reads back to the same double.
+// Writes a finite number, rounded to `decimals` digits after the decimal point, without zeros at
+// the end ("1.5", "0", never "-0"). If `decimals` is above kMostDecimals, or the number is too
+// large to be rounded, writes the shortest text that reads back as the same double ("-0" for -0.0).
+// `out` needs room for kLongestNumber characters. Returns the end of the text, which has no NUL
+// byte.
 char* WriteNumber(char* out, double number, int decimals);
 
-// The shortest text that reads back to the same double.
+// The shortest text that reads back as the same double.
 std::string NumberText(double number);
 
-// Decimals that keep lengths within a hundred-millionth of `size`; at least 4. 0 for a size gives
-// all there are.
+// The decimals, at least 4, with which the rounding error of a length stays below a
+// hundred-millionth of `size`. If `size` is 0, the result is above kMostDecimals, so that nothing
+// is rounded.
 int DecimalsFor(double size);
 
-// Of angles in degrees: a skeleton's length away the error stays below a hundred-millionth of it.
+// The decimals of an angle in degrees. A point at a skeleton's size from the joint is then wrong by
+// less than a hundred-millionth of that size.
 inline constexpr int kAngleDecimals = 6;
 
 }  // namespace text

@@ -5,7 +5,7 @@
 namespace text {
 
 std::string_view FolderPart(std::string_view path) {
-    return path.substr(0, path.rfind('/') + 1);  // 0 without a slash
+    return path.substr(0, path.rfind('/') + 1);  // without a slash, npos + 1 is 0
 }
 
 std::string_view NamePart(std::string_view path) {
@@ -19,7 +19,7 @@ std::string_view WithoutExtension(std::string_view path) {
 }
 
 std::string LowerCaseExtension(std::string_view path) {
-    // Not std::filesystem's: a file named ".bvh" is one.
+    // std::filesystem is not used, because for it a file named ".bvh" has no extension.
     const std::size_t dot = path.rfind('.');
     if (dot == std::string_view::npos || dot < FolderPart(path).size()) return {};
     std::string extension(path.substr(dot));

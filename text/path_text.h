@@ -1,4 +1,4 @@
-// The parts of a path as text; no file is looked at.
+// Splits paths into their parts. Only the text of the path is used; no file is read.
 #pragma once
 
 #include <string>
@@ -6,15 +6,16 @@
 
 namespace text {
 
-// Up to the last slash, that included; empty without one.
+// The path up to its last slash, with the slash. Empty if there is no slash.
 std::string_view FolderPart(std::string_view path);
-// After the last slash.
+// The path after its last slash.
 std::string_view NamePart(std::string_view path);
-// The path without its extension, the dot included; a name that begins with its only dot is whole.
+// The path without its extension and the dot of the extension. A name whose only dot is its first
+// character, such as ".bvh", has no extension here.
 std::string_view WithoutExtension(std::string_view path);
 
-// From the name's last dot on, in lower case (ASCII letters alone): ".bvh", of a file that is named
-// ".BVH" too. Empty without a dot.
+// The name from its last dot on, with ASCII letters in lower case: ".bvh". A file that is named
+// ".BVH" has the extension ".bvh" here. Empty if the name has no dot.
 std::string LowerCaseExtension(std::string_view path);
 
 }  // namespace text

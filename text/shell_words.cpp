@@ -12,6 +12,7 @@ namespace {
 constexpr std::string_view kPlain =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./,:=@%+";
 
+// The word in single quotes.
 std::string Quoted(std::string_view word) {
     std::string quoted = "'";
     for (const char character : word) {
@@ -23,7 +24,8 @@ std::string Quoted(std::string_view word) {
     return quoted + '\'';
 }
 
-// Quotes alone would let a line feed break the line in two.
+// The word as the output of a printf command with escapes. In plain quotes a line feed would break
+// the line in two.
 std::string Printed(std::string_view word) {
     std::string printed = "\"$(printf %b '";
     for (const char character : word) {

@@ -1,4 +1,4 @@
-// Command lines for a POSIX shell.
+// Writes command lines for a POSIX shell.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace text {
 
-// The word as one that any POSIX shell reads back as it is, on one line whatever it holds. (A word
-// with control characters that ends in line feeds loses those.)
+// Quotes a word so that any POSIX shell reads it back unchanged. The result is on one line,
+// whatever the word contains. (Line feeds at the end of a word are lost.)
 std::string ShellWord(std::string_view word);
 
 // The words, separated by spaces.

@@ -1,5 +1,5 @@
-// Where texts are read from and, for a while, put: the file system of a program, or what stands in
-// for one.
+// The interface through which imports read texts and write temporary files. A program implements it
+// with its file system (files/system_storage.h) or with something else, such as memory.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace text {
 
-// A whole text in memory.
+// A whole text that was read into memory, or the reason why it could not be read.
 class ZKMOCAP_API StoredText {
   public:
     StoredText() = default;
@@ -19,13 +19,14 @@ class ZKMOCAP_API StoredText {
     StoredText(const StoredText&) = delete;
     StoredText& operator=(const StoredText&) = delete;
 
-    // Followed by a NUL byte. Valid as long as this lives.
+    // The text; a NUL byte follows it in memory. Valid as long as this object. Empty if it could
+    // not be read.
     virtual std::string_view Text() const = 0;
-    // Why it could not be read, in plain words ("no such file"); empty where it was.
+    // Why the text could not be read, in plain words ("no such file"). Empty if it was read.
     virtual const std::string& Problem() const = 0;
 };
 
-// A folder that is removed, with the files in it, at the end of this object's life.
+// A temporary folder. The destructor removes it with the files in it.
 class ZKMOCAP_API TemporaryFolder {
   public:
     TemporaryFolder() = default;
@@ -33,7 +34,8 @@ class ZKMOCAP_API TemporaryFolder {
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    // Writes a file of that base name and returns its path. Throws WriteError (byte_sink.h).
+    // Writes a file with this name into the folder and returns its path. Throws WriteError
+    // (byte_sink.h).
     virtual std::string Write(const std::string& baseName, std::string_view text) = 0;
 };
 
@@ -44,9 +46,10 @@ class ZKMOCAP_API Storage {
     Storage(const Storage&) = delete;
     Storage& operator=(const Storage&) = delete;
 
-    // Never null: a text that cannot be read says why.
+    // Reads the text at the path. Never returns null: StoredText::Problem says if it failed.
     virtual std::unique_ptr<StoredText> Read(const std::string& path) = 0;
-    // `bytes`: what will be written to it. Throws WriteError where no folder can be made.
+    // Creates a temporary folder for files with `bytes` bytes in all. Never returns null. Throws
+    // WriteError if no folder can be created.
     virtual std::unique_ptr<TemporaryFolder> MakeTemporaryFolder(std::size_t bytes) = 0;
 };
 

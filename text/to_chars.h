@@ -1,5 +1,5 @@
-// std::to_chars for a double, under one name everywhere: the standard library's own, or, where an
-// older one (emscripten 3.1.6's) has none, one that gives the same.
+// Provides text::to_chars for a double. It is std::to_chars or, if an older standard library (that
+// of emscripten 3.1.6) has none for a double, a stand-in with the same results.
 #pragma once
 
 #include <version>

@@ -11,18 +11,19 @@
 namespace text::stand_ins {
 namespace {
 
-// Longer than any number: 17 digits, a sign, a point and an exponent, or 23 digits of a whole one.
-constexpr std::size_t kRoom = 40;
+// More characters than any number needs: 17 digits with a sign, a point and an exponent, or the 23
+// digits of a whole number with a sign.
+constexpr std::size_t kMostCharacters = 40;
 
-// A number greater than zero is 0.digits * 10^point.
+// A number above zero: the value is 0.digits * 10^point.
 struct Decimal {
-    char digits[kRoom];
-    int count = 0;
+    char digits[kMostCharacters];
+    int count = 0;  // of the digits
     int point = 0;
 };
 
 Decimal ShortestDecimal(double number) {
-    char shortest[kRoom];
+    char shortest[kMostCharacters];
     const char* const end = fmt::format_to(shortest, "{}", number);
     Decimal decimal;
     bool isPastPoint = false;
@@ -69,7 +70,7 @@ char* WriteScientific(char* out, const Decimal& decimal) {
 
 char* WriteFixed(char* out, const Decimal& decimal, double number) {
     const std::string_view digits(decimal.digits, static_cast<std::size_t>(decimal.count));
-    // A whole number is written to its last digit.
+    // A whole number is written with all of its digits, not with zeros after the shortest ones.
     if (decimal.point >= decimal.count) return fmt::format_to(out, "{:.0f}", number);
     if (decimal.point <= 0) return Append(AppendZeros(Append(out, "0."), -decimal.point), digits);
     const auto whole = static_cast<std::size_t>(decimal.point);
@@ -98,7 +99,7 @@ char* WritePositive(char* out, double number) {
 }  // namespace
 
 std::to_chars_result to_chars(char* first, char* last, double number) {
-    char written[kRoom];
+    char written[kMostCharacters];
     char* end = written;
     if (std::signbit(number)) *end++ = '-';
     end = WritePositive(end, std::fabs(number));

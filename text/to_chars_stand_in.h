@@ -1,12 +1,13 @@
-// std::to_chars for a double, by fmt's shortest digits.
+// A stand-in for std::to_chars of a double, made from the shortest digits that fmt finds.
 #pragma once
 
 #include <charconv>
 
 namespace text::stand_ins {
 
-// The fewest digits that read back as `number`, in whichever of the two notations is shorter.
-// Writes nothing and gives std::errc::value_too_large where there is no room.
+// Writes the fewest digits that read back as `number`, in fixed or scientific notation, whichever
+// is shorter. If there is no room, writes nothing and returns `last` with
+// std::errc::value_too_large.
 std::to_chars_result to_chars(char* first, char* last, double number);
 
 }  // namespace text::stand_ins

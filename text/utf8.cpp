@@ -17,12 +17,13 @@ char Byte(char32_t bits) {
     return static_cast<char>(static_cast<unsigned char>(bits));
 }
 
-// Of a character's first byte: how many bytes it has, and the smallest character that needs so
-// many.
+// What the first byte of a character says.
 struct Form {
-    std::size_t length;
-    char32_t smallest;
-    char32_t firstBits;
+    std::size_t length;  // of the character, in bytes; 0 if no character begins with this byte
+    char32_t smallest;   // the smallest character of that length; a smaller one is overlong
+    char32_t firstBits;  // the bits of the character that the first byte holds
+
+    bool IsValid() const { return length > 0; }
 };
 
 Form FormOf(unsigned char first) {
@@ -33,7 +34,8 @@ Form FormOf(unsigned char first) {
     return {0, 0, 0};
 }
 
-// Skips ASCII eight bytes at a time.
+// Returns the byte offset, from `at` on, of the first byte that is not ASCII, or the size of
+// `bytes`. It reads eight bytes at a time.
 std::size_t SkipAscii(std::string_view bytes, std::size_t at) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080U;
     for (; at + 8 <= bytes.size(); at += 8) {
@@ -74,7 +76,7 @@ bool IsCharacter(char32_t character) {
 DecodedCharacter DecodeCharacter(std::string_view bytes) {
     if (bytes.empty()) return {};
     const Form form = FormOf(static_cast<unsigned char>(bytes[0]));
-    if (form.length == 0 || form.length > bytes.size()) return {};
+    if (!form.IsValid() || form.length > bytes.size()) return {};
     char32_t character = form.firstBits;
     for (std::size_t index = 1; index < form.length; ++index) {
         const auto byte = static_cast<unsigned char>(bytes[index]);
@@ -88,9 +90,9 @@ DecodedCharacter DecodeCharacter(std::string_view bytes) {
 std::size_t FindInvalidUtf8(std::string_view bytes) {
     std::size_t at = 0;
     while ((at = SkipAscii(bytes, at)) < bytes.size()) {
-        const std::size_t length = DecodeCharacter(bytes.substr(at)).length;
-        if (length == 0) return at;
-        at += length;
+        const DecodedCharacter next = DecodeCharacter(bytes.substr(at));
+        if (!next.IsValid()) return at;
+        at += next.length;
     }
     return std::string_view::npos;
 }

@@ -1,4 +1,4 @@
-// UTF-8 as bytes: whether a text is valid, and how characters are written and read.
+// Checks, reads and writes UTF-8.
 #pragma once
 
 #include <cstddef>
@@ -7,35 +7,37 @@
 
 namespace text {
 
-// What stands in for a character that cannot be read.
+// The character that replaces what cannot be read.
 inline constexpr char32_t kReplacement = 0xFFFD;
 
-// Appends the character's bytes. What is no character of Unicode's (a surrogate, or beyond
-// U+10FFFF) is written as U+FFFD.
+// Appends the bytes of a character. A code that is no character (see IsCharacter) is written as
+// U+FFFD.
 void AppendUtf8(std::string& out, char32_t character);
 
-// Whether it is one of Unicode's: no surrogate, and nothing beyond U+10FFFF.
+// Whether the code is a character of Unicode: no surrogate, and not beyond U+10FFFF.
 bool IsCharacter(char32_t character);
 
 struct DecodedCharacter {
-    std::size_t length = 0;  // in bytes, 1 to 4; 0: there is no valid character
+    std::size_t length = 0;  // in bytes, 1 to 4; 0 if there is no valid character
     char32_t character = 0;
+
+    bool IsValid() const { return length > 0; }
 };
-// The valid character that `bytes` begins with, if it does. Overlong forms, surrogates and what
-// lies beyond U+10FFFF are not valid.
+// Decodes the character at the beginning of `bytes`. Overlong forms, surrogates and codes beyond
+// U+10FFFF are not valid.
 DecodedCharacter DecodeCharacter(std::string_view bytes);
 
-// The index of the first byte that is no part of a valid character; npos where all are.
+// The byte offset of the first byte that is not part of a valid character; npos if there is none.
 std::size_t FindInvalidUtf8(std::string_view bytes);
 inline bool IsValidUtf8(std::string_view bytes) {
     return FindInvalidUtf8(bytes) == std::string_view::npos;
 }
 
-// The text with U+FFFD in the stead of each byte that is no part of a valid character.
+// Replaces each byte that is not part of a valid character by U+FFFD.
 std::string ReplaceInvalidUtf8(std::string_view bytes);
 
-// As much of the valid text as fits into `most` bytes, in whole characters, with an ellipsis at the
-// end where something was left out.
+// Shortens valid UTF-8 to at most `most` bytes, between two characters. A shortened text ends with
+// an ellipsis, which takes three of the bytes; `most` must be at least 3.
 std::string Shortened(std::string text, std::size_t most);
 
 }  // namespace text

@@ -6,12 +6,12 @@ namespace text {
 namespace {
 
 char32_t CodeOf(wchar_t character) {
-    // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c): no char, and never negative here.
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c): a wchar_t is never negative here.
     return static_cast<char32_t>(character);
 }
 
-// Where the reader of a file name looks for a byte that is not part of valid UTF-8.
-constexpr char32_t kBytes = 0xDC00;
+// A byte that is not part of valid UTF-8 becomes the surrogate with this code plus the byte.
+constexpr char32_t kFirstByteSurrogate = 0xDC00;
 
 }  // namespace
 
@@ -20,9 +20,10 @@ std::wstring DecodeUtf8(std::string_view bytes) {
     wide.reserve(bytes.size());
     while (!bytes.empty()) {
         const DecodedCharacter next = DecodeCharacter(bytes);
-        const bool isValid = next.length > 0;
-        const char32_t code =
-            isValid ? next.character : kBytes + static_cast<unsigned char>(bytes.front());
+        const bool isValid = next.IsValid();
+        const char32_t code = isValid
+                                  ? next.character
+                                  : kFirstByteSurrogate + static_cast<unsigned char>(bytes.front());
         wide += static_cast<wchar_t>(code);
         bytes.remove_prefix(isValid ? next.length : 1);
     }

@@ -1,4 +1,4 @@
-// Text between wide strings, a character each, and the bytes that people and files hold.
+// Converts text between UTF-8 and wide strings, which have one element for each character.
 #pragma once
 
 #include <string>
@@ -6,14 +6,15 @@
 
 namespace text {
 
-// UTF-8 to wide. A byte that is not part of valid UTF-8 becomes the lone surrogate 0xDC00 + byte,
-// so that every file name survives: the reader of the file turns it back into that byte.
+// Converts UTF-8 to a wide string. A byte that is not part of valid UTF-8 becomes the lone
+// surrogate 0xDC00 + byte. The importers, when they open a file, turn it back into the byte, so
+// that every file name can be used.
 std::wstring DecodeUtf8(std::string_view bytes);
 
-// Whether it is one of Unicode's: no surrogate, and nothing beyond the last.
+// Whether the code is a character of Unicode: no surrogate, and not beyond U+10FFFF.
 bool IsCharacter(wchar_t character);
 
-// Wide to UTF-8, always valid: surrogates and what lies beyond Unicode become U+FFFD.
+// Converts a wide string to valid UTF-8. Codes that are no characters become U+FFFD.
 std::string EncodeUtf8(std::wstring_view wide);
 
 }  // namespace text
