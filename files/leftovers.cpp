@@ -13,6 +13,7 @@
 namespace files {
 namespace {
 
+// The paths of all temporary files in the folder. Empty if it cannot be listed.
 std::vector<std::string> TemporariesIn(const std::string& folder) {
     std::vector<std::string> found;
     DIR* listing = opendir(folder.c_str());
@@ -23,20 +24,21 @@ std::vector<std::string> TemporariesIn(const std::string& folder) {
     return found;
 }
 
-// Whether the path still leads to the file that is open: it may have got its final name, and the
-// path another writer, before its lock was taken.
-bool IsStill(const std::string& path, int file) {
+// Whether the path still names the open file. Before the lock was obtained, the file may have been
+// given its final name, and another writer may have created a new file at the path.
+bool IsStillAt(const std::string& path, int file) {
     struct stat named {};
     struct stat opened {};
     return lstat(path.c_str(), &named) == 0 && fstat(file, &opened) == 0 &&
            named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
-// The writer holds a lock for as long as it lives.
+// A process that writes the file holds a lock on it until it ends, so a file that can be locked
+// here is abandoned.
 void RemoveIfAbandoned(const std::string& path) {
     const int file = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (file < 0) return;
-    if (flock(file, LOCK_EX | LOCK_NB) == 0 && IsStill(path, file)) unlink(path.c_str());
+    if (flock(file, LOCK_EX | LOCK_NB) == 0 && IsStillAt(path, file)) unlink(path.c_str());
     close(file);
 }
 

@@ -5,8 +5,9 @@
 
 namespace files {
 
-// Removes the unfinished files that writers of this program left in the folders when they were
-// killed. What someone is still writing, on whatever machine, stays.
+// Removes the temporary files that killed processes of this program left in the folders (see
+// OutputFile). A file that a process still writes, also on another machine, is not removed, because
+// its writer holds a lock on it. Files that cannot be listed or removed are ignored.
 void RemoveLeftovers(const std::set<std::string>& folders);
 
 }  // namespace files

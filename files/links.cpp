@@ -10,7 +10,7 @@
 namespace files {
 
 std::string FollowLinks(std::string path) {
-    // As many as the system itself would follow.
+    // The system itself follows at most 40 links.
     for (int links = 0; links < 40; ++links) {
         char target[4096];
         const ssize_t length = readlink(path.c_str(), target, sizeof(target));

@@ -12,7 +12,7 @@
 namespace files {
 namespace {
 
-// The plug-in counts a file's bytes in 32 bits.
+// In bytes. The plug-in counts the bytes of a file in 32 bits.
 constexpr std::uint64_t kTooLarge = std::uint64_t{1} << 32;
 
 std::string TextOf(int error) {
@@ -37,7 +37,7 @@ std::string ProblemOf(const struct stat& status) {
 }  // namespace
 
 MappedFile::MappedFile(const std::string& path) {
-    // A FIFO would otherwise block until somebody writes to it.
+    // Without O_NONBLOCK, opening a FIFO would block until another process writes to it.
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (file < 0) {
         problem_ = TextOf(errno);
@@ -52,8 +52,8 @@ MappedFile::MappedFile(const std::string& path) {
     close(file);
 }
 
-// A page of zeros lies after the file's last one, so that a file that fills its pages ends in a NUL
-// byte too.
+// Reserves one page of zeros more than the file needs, so that a NUL byte follows the text even if
+// the file fills its last page.
 void MappedFile::Map(int file) {
     struct stat status {};
     if (fstat(file, &status) != 0) {
@@ -69,7 +69,8 @@ void MappedFile::Map(int file) {
     if (memory == MAP_FAILED) throw std::bad_alloc();
     memory_ = memory;
     memorySize_ = all;
-    // All of it is looked at, and mapping its pages one by one would cost as much as the look.
+    // MAP_POPULATE: the whole file will be read, and to map each page at its first access would
+    // take as long as the reading.
     constexpr int kHow = MAP_PRIVATE | MAP_FIXED | MAP_POPULATE;
     if (mmap(memory, size, PROT_READ, kHow, file, 0) == MAP_FAILED) {
         problem_ = TextOf(errno);

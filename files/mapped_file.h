@@ -1,4 +1,4 @@
-// A whole file in memory, looked at in place.
+// Maps a whole file into memory.
 #pragma once
 
 #include <cstddef>
@@ -9,16 +9,17 @@
 
 namespace files {
 
-// Maps a regular file for reading. Another process that shortens the file meanwhile ends this one,
-// as with every mapping.
+// Maps a regular file of less than 4 GiB for reading. If another process shortens the file while it
+// is mapped, reading the lost part raises SIGBUS.
 class MappedFile final : public text::StoredText {
   public:
-    // Why a file cannot be read is kept, in plain words, and the text is empty then.
+    // If the file cannot be read, the text is empty and Problem() says why. Throws std::bad_alloc
+    // when memory runs out.
     explicit MappedFile(const std::string& path);
     ~MappedFile() override;
 
     std::string_view Text() const override { return {text_, size_}; }
-    // "no such file", "permission denied", "is a folder", ...
+    // Empty, or for example "no such file", "permission denied" or "is a folder".
     const std::string& Problem() const override { return problem_; }
 
   private:

@@ -19,12 +19,12 @@ namespace files {
 namespace {
 
 constexpr char kMemoryFolder[] = "/dev/shm";
-// Left free in memory for everybody else.
-constexpr std::size_t kSpare = std::size_t{16} << 20;
+// The bytes in memory that are left free for other programs.
+constexpr std::size_t kSpareBytes = std::size_t{16} << 20;
 constexpr std::size_t kMostFiles = 2;
 
-// What a signal handler removes: paths that stay as they are while `count` says that they are
-// there.
+// The paths that a signal handler removes: the first `fileCount` of `files`, and `folder` if
+// `hasFolder` is set. Registered paths are not changed, so the handler may run at any time.
 struct Registered {
     std::array<std::array<char, 4096>, kMostFiles> files{};
     std::array<char, 4096> folder{};
@@ -34,40 +34,46 @@ struct Registered {
 Registered registered;
 static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
-// No signal is handled while this lives, so that none comes between making and registering.
-class SignalsHeld {
+// Blocks all signals in this thread as long as it exists, so that no signal is handled between the
+// creation of a folder and its registration.
+class SignalsBlocked {
   public:
-    SignalsHeld() {
+    SignalsBlocked() {
         sigset_t all;
         sigfillset(&all);
         pthread_sigmask(SIG_BLOCK, &all, &former_);
     }
-    ~SignalsHeld() { pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
-    SignalsHeld(const SignalsHeld&) = delete;
-    SignalsHeld& operator=(const SignalsHeld&) = delete;
+    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
+    SignalsBlocked(const SignalsBlocked&) = delete;
+    SignalsBlocked& operator=(const SignalsBlocked&) = delete;
 
   private:
     sigset_t former_{};
 };
 
-std::vector<std::string> Candidates(std::size_t bytes) {
+// The folders in which a temporary folder for `bytes` bytes can be created, the best first.
+std::vector<std::string> ParentFolders(std::size_t bytes) {
     std::vector<std::string> folders;
-    struct statvfs room {};
-    if (statvfs(kMemoryFolder, &room) == 0 && bytes + kSpare <= room.f_bavail * room.f_frsize)
+    struct statvfs space {};
+    if (statvfs(kMemoryFolder, &space) == 0 &&
+        bytes + kSpareBytes <= space.f_bavail * space.f_frsize)
         folders.emplace_back(kMemoryFolder);
     const char* temporary = std::getenv("TMPDIR");
     folders.emplace_back(temporary && *temporary != '\0' ? temporary : "/tmp");
     return folders;
 }
 
-std::string NameStart(pid_t process) {
+// The beginning of the names of a process's folders.
+std::string NamePrefix(pid_t process) {
     return fmt::format("zkhost-{}-", process);
 }
 
+// Copies the path, with its NUL byte, for the signal handler. Throws text::WriteError if it is too
+// long.
 template <std::size_t Size>
-void Register(std::array<char, Size>& room, const std::string& path) {
+void CopyPath(const std::string& path, std::array<char, Size>& copy) {
     if (path.size() >= Size) throw text::WriteError(fmt::format("cannot write {}: too long", path));
-    std::memcpy(room.data(), path.c_str(), path.size() + 1);
+    std::memcpy(copy.data(), path.c_str(), path.size() + 1);
 }
 
 void WriteAll(int file, std::string_view text, const std::string& path) {
@@ -83,10 +89,10 @@ void WriteAll(int file, std::string_view text, const std::string& path) {
 }  // namespace
 
 MendedFolder::MendedFolder(std::size_t bytes) {
-    const SignalsHeld held;
+    const SignalsBlocked blocked;
     int error = 0;
-    for (const std::string& folder : Candidates(bytes)) {
-        std::string name = fmt::format("{}/{}XXXXXX", folder, NameStart(getpid()));
+    for (const std::string& folder : ParentFolders(bytes)) {
+        std::string name = fmt::format("{}/{}XXXXXX", folder, NamePrefix(getpid()));
         if (mkdtemp(name.data())) {
             folder_ = name;
             break;
@@ -97,7 +103,7 @@ MendedFolder::MendedFolder(std::size_t bytes) {
         throw text::WriteError(
             fmt::format("cannot make a temporary folder (TMPDIR): {}", std::strerror(error)));
     try {
-        Register(registered.folder, folder_);
+        CopyPath(folder_, registered.folder);
     } catch (...) {
         rmdir(folder_.c_str());
         throw;
@@ -113,7 +119,7 @@ std::string MendedFolder::Write(const std::string& baseName, std::string_view te
     std::string path = folder_ + '/' + baseName;
     const auto index = static_cast<std::size_t>(registered.fileCount.load());
     if (index >= kMostFiles) throw text::WriteError(fmt::format("cannot write {}: too many", path));
-    Register(registered.files[index], path);
+    CopyPath(path, registered.files[index]);
     ++registered.fileCount;
     const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (file < 0)
@@ -139,14 +145,14 @@ void RemoveMendedFolder() noexcept {
 }
 
 void RemoveMendedFolders(pid_t process) {
-    for (const std::string& folder : Candidates(0)) {
+    for (const std::string& folder : ParentFolders(0)) {
         std::error_code error;
         std::filesystem::directory_iterator entry(folder, error);
         const std::filesystem::directory_iterator end;
         for (; !error && entry != end; entry.increment(error)) {
             const std::string name = entry->path().filename().string();
             std::error_code ignored;
-            if (name.starts_with(NameStart(process)) && !entry->is_symlink(ignored))
+            if (name.starts_with(NamePrefix(process)) && !entry->is_symlink(ignored))
                 std::filesystem::remove_all(entry->path(), ignored);
         }
     }

@@ -1,4 +1,4 @@
-// Texts that are handed to the plug-in in the stead of files, for as long as it reads them.
+// Stores mended texts as temporary files, which the plug-in reads instead of the user's files.
 #pragma once
 
 #include <string>
@@ -9,28 +9,29 @@
 
 namespace files {
 
-// A folder that only this user may enter, in memory where the system has room there. It and the
-// files in it are removed at the end of this object's life; a program that wants them removed where
-// a signal ends it before has a MendedFolderWatch. A process that is killed leaves them to
-// RemoveMendedFolders. One of them lives at a time.
+// A temporary folder that only this user may enter. It is in memory (/dev/shm) if there is room,
+// otherwise in the folder that TMPDIR names, or in /tmp. The destructor removes it with its files.
+// If a signal may end the process before, a MendedFolderWatch removes it; after SIGKILL another
+// process removes it with RemoveMendedFolders. Only one object may exist at a time.
 class MendedFolder final : public text::TemporaryFolder {
   public:
-    // `bytes`: what will be written to it. Throws text::WriteError where no folder can be made.
+    // `bytes` is the number of bytes that will be written. Throws text::WriteError if no folder can
+    // be created.
     explicit MendedFolder(std::size_t bytes);
     ~MendedFolder() override;
 
-    // At most two files.
+    // Writes one of at most two files and returns its path. Throws text::WriteError.
     std::string Write(const std::string& baseName, std::string_view text) override;
 
   private:
     std::string folder_;
 };
 
-// Removes what stands in the folder of this process, if there is one. Callable from a signal
+// Removes the folder of this process and its files, if there are any. May be called from a signal
 // handler.
 void RemoveMendedFolder() noexcept;
 
-// Removes the folders that a process of that number left.
+// Removes the folders that the process with this id left. The process must have ended.
 void RemoveMendedFolders(pid_t process);
 
 }  // namespace files

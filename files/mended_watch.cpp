@@ -9,15 +9,16 @@
 namespace files {
 namespace {
 
-// Signals that end a process of themselves, crashes and others.
+// The signals that end a process if nothing handles them: those of crashes, and others.
 constexpr std::array kFatalSignals = {SIGSEGV, SIGBUS,  SIGFPE,  SIGILL,  SIGABRT,
                                       SIGSYS,  SIGQUIT, SIGPIPE, SIGALRM, SIGTERM,
                                       SIGHUP,  SIGINT,  SIGXCPU, SIGUSR1, SIGUSR2};
 std::array<struct sigaction, kFatalSignals.size()> formerActions;
 
-// A stack of its own, since a crash may be for lack of one.
+// The handler has its own stack, because a full stack may be the reason for the crash.
 std::array<char, 65536> handlerStack;
 
+// Whether the signal ends the process: it has the default action.
 bool EndsTheProcess(const struct sigaction& action) {
     return (action.sa_flags & SA_SIGINFO) == 0 && action.sa_handler == SIG_DFL;
 }
@@ -27,7 +28,8 @@ bool IsCrash(int signal) {
            signal == SIGABRT || signal == SIGSYS;
 }
 
-// Puts back what was there before: a crash then happens once more, another signal is sent again.
+// Removes the folder and restores the former action of the signal. Then the crash happens once
+// more, because the same instruction is executed again; any other signal is raised again.
 extern "C" void OnFatalSignal(int signal) {
     RemoveMendedFolder();
     for (std::size_t index = 0; index < kFatalSignals.size(); ++index)
@@ -48,8 +50,8 @@ void WatchSignals() {
     action.sa_flags = SA_ONSTACK;
     for (std::size_t index = 0; index < kFatalSignals.size(); ++index) {
         sigaction(kFatalSignals[index], nullptr, &formerActions[index]);
-        // A signal that somebody handles or ignores keeps that handling. Crashes are watched all
-        // the same, and their former handler is put back once the folder is removed.
+        // A signal that the program handles or ignores is left alone. The signals of crashes are
+        // always watched; OnFatalSignal restores their former action after it removed the folder.
         if (EndsTheProcess(formerActions[index]) || IsCrash(kFatalSignals[index]))
             sigaction(kFatalSignals[index], &action, nullptr);
     }

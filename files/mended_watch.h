@@ -2,9 +2,10 @@
 
 namespace files {
 
-// For as long as one of these lives, a signal that ends the process, a crash included, first
-// removes the MendedFolder there is. A signal that somebody handles or ignores keeps that handling.
-// For programs: it sets signal handlers, which a library must not. One of them lives at a time.
+// As long as it exists, a signal that ends the process, by a crash or otherwise, first removes the
+// MendedFolder of the process. A signal that the program handles or ignores is still handled or
+// ignored; at a crash the program's handler runs after the removal. It is for programs, because it
+// sets signal handlers, which a library must not do. Only one object may exist at a time.
 class MendedFolderWatch {
   public:
     MendedFolderWatch();

@@ -20,12 +20,14 @@ namespace {
 constexpr mode_t kAllPermissions = 07777;
 constexpr std::string_view kTemporaryStart = ".zkhost-";
 constexpr std::string_view kTemporaryEnd = ".tmp";
-// There are file systems that count no links.
-constexpr unsigned kHoldAttempts = 16;
+// How many names are tried. Without a limit, OpenTemporary would not end on a file system that
+// reports 0 links for every file.
+constexpr unsigned kMostAttempts = 16;
 
-// Shows that the file is not abandoned. False where it was taken for that before, and removed.
-// (Where files cannot be locked, none is taken for abandoned.)
-bool HoldTemporary(int file) {
+// Locks the temporary file, which shows other processes that it is not abandoned. Returns false if
+// one of them removed it before it was locked. (On a file system without locks no file counts as
+// abandoned, so a failure to lock is ignored.)
+bool LockTemporary(int file) {
     flock(file, LOCK_EX);
     struct stat status {};
     return fstat(file, &status) != 0 || status.st_nlink > 0;
@@ -42,7 +44,7 @@ OutputFile::OutputFile(const std::string& path, std::function<bool()> isCancelle
     const bool exists = stat(target_.c_str(), &existing) == 0;
     if (exists && !S_ISREG(existing.st_mode))
         throw text::WriteError(fmt::format("cannot write {}: not a regular file", path_));
-    // Renaming would replace a write-protected file without asking.
+    // Without this check, renaming would replace a write-protected file.
     if (exists && access(target_.c_str(), W_OK) != 0) Fail(errno);
     OpenTemporary();
     if (exists) fchmod(file_, existing.st_mode & kAllPermissions);
@@ -50,7 +52,7 @@ OutputFile::OutputFile(const std::string& path, std::function<bool()> isCancelle
 
 OutputFile::~OutputFile() {
     if (file_ >= 0) close(file_);
-    if (!temporary_.empty()) unlink(temporary_.c_str());
+    if (!IsCommitted()) unlink(temporary_.c_str());
 }
 
 void OutputFile::OpenTemporary() {
@@ -60,7 +62,7 @@ void OutputFile::OpenTemporary() {
         const std::string name = fmt::format("{}{}{}", stem, number, kTemporaryEnd);
         file_ = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (file_ < 0 && errno != EEXIST) Fail(errno);
-        if (file_ >= 0 && !HoldTemporary(file_) && number < kHoldAttempts) {
+        if (file_ >= 0 && !LockTemporary(file_) && number < kMostAttempts) {
             close(file_);
             file_ = -1;
         }
@@ -68,10 +70,10 @@ void OutputFile::OpenTemporary() {
     }
 }
 
-void OutputFile::WriteAcross(std::string_view bytes) {
+void OutputFile::FlushAndWrite(std::string_view bytes) {
     Flush();
     if (bytes.size() >= kBufferSize) {
-        WriteThrough(bytes);
+        WriteUnbuffered(bytes);
         return;
     }
     bytes.copy(buffer_.data(), bytes.size());
@@ -81,12 +83,12 @@ void OutputFile::WriteAcross(std::string_view bytes) {
 void OutputFile::Flush() {
     const std::size_t size = used_;
     used_ = 0;
-    WriteThrough({buffer_.data(), size});
+    WriteUnbuffered({buffer_.data(), size});
 }
 
-void OutputFile::WriteThrough(std::string_view bytes) {
+void OutputFile::WriteUnbuffered(std::string_view bytes) {
     while (!bytes.empty()) {
-        StopWhereCancelled();
+        CheckCancelled();
         const ssize_t written = write(file_, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) Fail(errno);
@@ -94,67 +96,68 @@ void OutputFile::WriteThrough(std::string_view bytes) {
     }
 }
 
-void OutputFile::Settle() {
+void OutputFile::FinishWriting() {
     Flush();
-    // What a file system puts off until a file is closed fails now; its lock stays.
+    // Some file systems report write errors only when a file is closed. Closing a copy of the file
+    // descriptor reports them too and keeps the lock.
     const int copy = dup(file_);
     if (copy < 0 || close(copy) != 0) Fail(errno);
-    StopWhereCancelled();
-    settled_ = true;
+    CheckCancelled();
+    isFinished_ = true;
 }
 
 void OutputFile::Commit() {
-    if (temporary_.empty()) return;
-    if (!settled_) Settle();
-    // Still open, and so still held.
+    if (IsCommitted()) return;
+    if (!isFinished_) FinishWriting();
+    // The file is renamed before it is closed, so that it is locked until it has its final name.
     if (std::rename(temporary_.c_str(), target_.c_str()) != 0) Fail(errno);
     temporary_.clear();
     close(file_);
     file_ = -1;
 }
 
-OutputFile::Kept OutputFile::KeepOld() const {
+OutputFile::Backup OutputFile::BackUpTarget() const {
     struct stat existing {};
-    Kept kept;
-    kept.exists = stat(target_.c_str(), &existing) == 0;
+    Backup backup;
+    backup.hadFile = stat(target_.c_str(), &existing) == 0;
     const std::string stem =
         temporary_.substr(0, temporary_.size() - kTemporaryEnd.size()) + "-old";
-    for (unsigned number = 0; kept.exists && number < kHoldAttempts; ++number) {
+    for (unsigned number = 0; backup.hadFile && number < kMostAttempts; ++number) {
         const std::string name = fmt::format("{}{}{}", stem, number, kTemporaryEnd);
         if (link(target_.c_str(), name.c_str()) == 0) {
-            kept.name = name;
+            backup.name = name;
             break;
         }
-        if (errno != EEXIST) break;  // a file system without links
+        if (errno != EEXIST) break;  // for example on a file system without hard links
     }
-    return kept;
+    return backup;
 }
 
-void OutputFile::PutBack(const Kept& kept) const {
-    if (kept.name.empty()) {
-        if (!kept.exists) unlink(target_.c_str());
+void OutputFile::RestoreTarget(const Backup& backup) const {
+    if (backup.name.empty()) {
+        if (!backup.hadFile) unlink(target_.c_str());
         return;
     }
-    std::rename(kept.name.c_str(), target_.c_str());
-    // Two names of one file stay two when one is renamed to the other.
-    unlink(kept.name.c_str());
+    std::rename(backup.name.c_str(), target_.c_str());
+    // If both names are still those of one file, rename does nothing and leaves both.
+    unlink(backup.name.c_str());
 }
 
 void OutputFile::CommitBoth(OutputFile& first, OutputFile& second) {
-    first.Settle();
-    second.Settle();
-    const Kept kept = first.KeepOld();
+    first.FinishWriting();
+    second.FinishWriting();
+    const Backup backup = first.BackUpTarget();
     try {
         first.Commit();
         second.Commit();
     } catch (...) {
-        first.PutBack(kept);
+        first.RestoreTarget(backup);
         throw;
     }
-    if (!kept.name.empty()) unlink(kept.name.c_str());
+    if (!backup.name.empty()) unlink(backup.name.c_str());
 }
 
-void OutputFile::StopWhereCancelled() const {
+void OutputFile::CheckCancelled() const {
     if (isCancelled_ && isCancelled_()) throw text::WriteCancelled();
 }
 

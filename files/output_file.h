@@ -1,4 +1,4 @@
-// A file that appears under its name when it is whole, or not at all.
+// Writes a file that appears under its name when it is whole, or not at all.
 #pragma once
 
 #include <cstddef>
@@ -11,60 +11,72 @@
 
 namespace files {
 
-// Writes to a temporary file in the folder of `path`, through a buffer; Commit writes what is
-// left and gives it its name. Without Commit, or after any failure, the temporary file is removed
-// and what stood under the name stays. A symbolic link is followed; anything that is not a regular
-// file is refused. Failures are text::WriteError or text::WriteCancelled.
+// Writes through a buffer to a temporary file, which is in the same folder as the final one. Commit
+// gives the temporary file its final name. Without Commit, or after a failure, the destructor
+// removes the temporary file, and a file that already had the final name is unchanged. If `path` is
+// a symbolic link, the file that it leads to is replaced. All functions throw text::WriteError,
+// also if `path` exists and is not a regular file, or text::WriteCancelled.
 class OutputFile final : public text::ByteSink {
   public:
-    // `isCancelled` is asked from time to time whether the user wants to stop; empty: never.
+    // `isCancelled` is called from time to time and returns whether the user wants to stop. If it
+    // is empty, writing is never cancelled.
     explicit OutputFile(const std::string& path, std::function<bool()> isCancelled = nullptr);
     ~OutputFile() override;
 
     void Write(std::string_view bytes) override {
         if (bytes.size() > kBufferSize - used_) {
-            WriteAcross(bytes);
+            FlushAndWrite(bytes);
             return;
         }
         bytes.copy(buffer_.data() + used_, bytes.size());
         used_ += bytes.size();
     }
-    // Hands everything to the system, so that all that can still fail is the new name.
-    void Settle();
+    // Hands all bytes to the system, so that after it only the renaming can fail.
+    void FinishWriting();
+    // Finishes the writing if that was not done, and gives the file its final name. A second call
+    // does nothing.
     void Commit();
-    // Both, or neither: where the second cannot have its name, what stood under the first's is put
-    // back.
+    // Commits both files or neither: if the second cannot be renamed, the file that had the first
+    // one's name before is restored.
     static void CommitBoth(OutputFile& first, OutputFile& second);
 
-    static constexpr std::size_t kBufferSize = std::size_t{1} << 20;
+    static constexpr std::size_t kBufferSize = std::size_t{1} << 20;  // bytes
 
   private:
-    void OpenTemporary();
-    // Another name for what stands under the output's, and whether something does.
-    struct Kept {
-        std::string name;  // empty without one
-        bool exists = false;
+    // A second name (hard link) for the file that has the output's final name, so that it can be
+    // restored.
+    struct Backup {
+        bool hadFile = false;  // whether a file has the final name
+        std::string name;      // the second name; empty if there is none
     };
-    Kept KeepOld() const;
-    void PutBack(const Kept& kept) const;
-    void WriteAcross(std::string_view bytes);
+
+    // The temporary file does not exist any more after it was renamed.
+    bool IsCommitted() const { return temporary_.empty(); }
+    void OpenTemporary();
+    Backup BackUpTarget() const;
+    // Restores what had the final name when the backup was made.
+    void RestoreTarget(const Backup& backup) const;
+    // Writes bytes for which the buffer has no room.
+    void FlushAndWrite(std::string_view bytes);
     void Flush();
-    void WriteThrough(std::string_view bytes);
-    void StopWhereCancelled() const;
+    void WriteUnbuffered(std::string_view bytes);
+    // Throws text::WriteCancelled if the user wants to stop.
+    void CheckCancelled() const;
+    // Throws text::WriteError with the text of the error number.
     [[noreturn]] void Fail(int error) const;
 
     std::string path_;       // as the user gave it, for messages
-    std::string target_;     // what is replaced: where symbolic links lead to
-    std::string temporary_;  // empty once renamed
-    int file_ = -1;
+    std::string target_;     // the final name, after symbolic links were followed
+    std::string temporary_;  // path of the temporary file; empty after Commit
+    int file_ = -1;          // the open temporary file
     std::vector<char> buffer_;
-    std::size_t used_ = 0;
-    bool settled_ = false;
+    std::size_t used_ = 0;     // bytes of the buffer that hold output
+    bool isFinished_ = false;  // FinishWriting has succeeded
     std::function<bool()> isCancelled_;
 };
 
-// Whether a file of that name is an output that is being written, or was when its writer was
-// killed. Writers hold a lock on it (flock).
+// Whether a file with this name (without a folder) is the temporary file of an OutputFile. As long
+// as its writer runs, the writer holds a lock on it (flock).
 bool IsTemporaryName(std::string_view name);
 
 }  // namespace files

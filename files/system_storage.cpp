@@ -10,6 +10,7 @@
 namespace files {
 namespace {
 
+// A temporary folder that is also removed if a signal ends the process.
 class WatchedFolder final : public text::TemporaryFolder {
   public:
     explicit WatchedFolder(std::size_t bytes) : folder_(bytes) {}
@@ -18,7 +19,7 @@ class WatchedFolder final : public text::TemporaryFolder {
     }
 
   private:
-    MendedFolderWatch watch_;  // ends after the folder does
+    MendedFolderWatch watch_;  // destroyed after the folder
     MendedFolder folder_;
 };
 

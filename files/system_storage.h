@@ -1,4 +1,4 @@
-// The file system as a program sees it.
+// Implements text::Storage with the file system.
 #pragma once
 
 #include <cstddef>
@@ -10,11 +10,12 @@
 
 namespace files {
 
-// Maps the files it reads; temporary folders are of this user alone (MendedFolder).
+// Files that are read are mapped into memory (MappedFile). Only this user may enter the temporary
+// folders (MendedFolder).
 class ZKMOCAP_API SystemStorage final : public text::Storage {
   public:
-    // `removeOnSignals`: temporary folders are removed too where a signal ends the process while
-    // one exists (MendedFolderWatch), for programs that may handle signals.
+    // With `removeOnSignals`, a temporary folder is also removed if a signal ends the process
+    // (MendedFolderWatch). Only programs may ask for it, because it sets signal handlers.
     explicit SystemStorage(bool removeOnSignals = false) : removeOnSignals_(removeOnSignals) {}
 
     std::unique_ptr<text::StoredText> Read(const std::string& path) override;

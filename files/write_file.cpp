@@ -13,7 +13,7 @@ std::string CannotWrite(const std::string& path, const std::string& reason) {
     return fmt::format("cannot write {}: {}", path, reason);
 }
 
-// What `write` throws, as a value.
+// Calls `write`, which returns why it failed, and turns that and its exceptions into a value.
 WriteOutcome Outcome(const std::string& path, const std::function<std::string()>& write) {
     WriteOutcome outcome;
     try {

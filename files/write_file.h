@@ -1,4 +1,4 @@
-// Outputs on disk, whole or not at all, with errors as values.
+// Writes outputs to disk, whole or not at all, and returns errors as values.
 #pragma once
 
 #include <functional>
@@ -10,24 +10,28 @@
 namespace files {
 
 struct WriteOutcome {
-    // Why there is no output, in one line that names it; empty: it was written, or `isCancelled`.
+    // Why the output was not written, in one line with its path. Empty if it was written or if
+    // `isCancelled` is set.
     std::string problem;
     bool isCancelled = false;
 
     bool IsWritten() const { return problem.empty() && !isCancelled; }
 };
 
-// What fills an output. Returns why it cannot be filled, empty where it was; then nothing is left
-// of it. What the sinks throw is to come through.
+// Functions that write the contents of an output to its sinks. They return an empty text, or why
+// the contents cannot be written; then no file is left. They must not catch what the sinks throw.
 using FillFile = std::function<std::string(text::ByteSink& out)>;
 using FillPair = std::function<std::string(text::ByteSink& out, text::ByteSink& side)>;
 
-// Writes one file, or leaves what had its name. `isCancelled` is asked from time to time whether
-// the user wants to stop; empty: never.
+// Writes one file. If it is not written, a file that already has its name stays as it is.
+// `isCancelled` is called from time to time and returns whether the user wants to stop; it may be
+// empty. Exceptions of `fill` other than text::WriteError, text::WriteCancelled and std::bad_alloc
+// are passed on.
 ZKMOCAP_API WriteOutcome WriteFile(const std::string& path, const FillFile& fill,
                                    const std::function<bool()>& isCancelled = nullptr);
 
-// Two files that belong together, both or neither.
+// Writes both of two files that belong together, or neither. The sink `side` of `fill` writes to
+// `sidePath`.
 ZKMOCAP_API WriteOutcome WriteFilePair(const std::string& path, const std::string& sidePath,
                                        const FillPair& fill,
                                        const std::function<bool()>& isCancelled = nullptr);
