@@ -5,6 +5,7 @@
 namespace pairing {
 namespace {
 
+// The table of inputs: a new format that can be read gets a row.
 struct Input {
     CaptureKind kind;
     std::string_view extension;

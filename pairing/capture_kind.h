@@ -1,4 +1,4 @@
-// Which files are captures, by their names: the one table of inputs.
+// Tells from the names of files which of them are captures.
 #pragma once
 
 #include <cstdint>
@@ -8,19 +8,19 @@
 namespace pairing {
 
 enum class CaptureKind : std::uint8_t {
-    Biovision,  // .bvh: a skeleton and its motion
-    Skeleton,   // .asf
-    Motion,     // .amc: the motion of a skeleton
+    Biovision,  // .bvh: a skeleton with its motion
+    Skeleton,   // .asf: an Acclaim skeleton
+    Motion,     // .amc: the motion of an Acclaim skeleton
 };
 
-// By the extension, in upper or lower case; a file that is named ".bvh" has it too. None for a file
-// with another extension or without one.
+// The kind of a file by its extension, in any letter case; a file that is named ".bvh" has this
+// extension. None for another extension or without one.
 std::optional<CaptureKind> KindOf(std::string_view path);
 
-// "bvh", "asf", "amc"
+// "bvh", "asf" or "amc".
 std::string_view NameOf(CaptureKind kind);
 
-// Whether the file is a skeleton or a motion for one, by its name.
+// Whether the file is an Acclaim skeleton or motion, by its extension.
 bool IsAcclaim(std::string_view path);
 
 }  // namespace pairing

@@ -10,6 +10,7 @@
 namespace pairing {
 namespace {
 
+// Every character beyond ASCII counts as a letter.
 bool IsLetterOrDigit(wchar_t character) {
     const bool ascii = (character >= L'0' && character <= L'9') ||
                        (character >= L'a' && character <= L'z') ||
@@ -17,10 +18,13 @@ bool IsLetterOrDigit(wchar_t character) {
     return ascii || character >= 0x80;
 }
 
+// How well a skeleton's name fits a motion's; a greater Fit is better.
 struct Fit {
-    std::size_t length = 0;  // 0: does not fit
+    std::size_t length = 0;  // characters of the name that fits; 0 if it does not fit
     bool sameCase = false;
-    // NOLINTNEXTLINE(modernize-use-nullptr): meant is the zero that the compiler puts there.
+
+    bool Fits() const { return length > 0; }
+    // NOLINTNEXTLINE(modernize-use-nullptr): it warns of a zero that the compiler generates.
     auto operator<=>(const Fit&) const = default;
 };
 
@@ -42,7 +46,7 @@ Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& sk
     const std::string* alike = nullptr;
     for (const std::string& skeleton : skeletons) {
         const Fit fit = FitOf(text::WithoutExtension(motion), text::WithoutExtension(skeleton));
-        if (fit.length == 0 || fit < best) continue;
+        if (!fit.Fits() || fit < best) continue;
         alike = fit == best ? found : nullptr;
         best = fit;
         found = &skeleton;
