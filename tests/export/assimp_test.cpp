@@ -1,4 +1,4 @@
-// Assimp reads what is exported and puts every joint where the host does.
+// Assimp reads the exported files and finds every joint at the same position as the host.
 #include <assimp/Importer.hpp>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
@@ -10,7 +10,7 @@
 
 namespace {
 
-// Of the skeleton's size; Assimp keeps 32-bit numbers.
+// The greatest distance, as a fraction of the skeleton's size. Assimp stores numbers in 32 bits.
 constexpr double kBound = 1e-4;
 constexpr std::size_t kFrames = 20;
 
@@ -25,7 +25,7 @@ Channels ChannelsOf(const aiScene& scene) {
     return channels;
 }
 
-// The key of that frame; a property that stays has one key for all.
+// The key of that frame. A property that does not change has one key for all frames.
 template <class Key>
 const Key& KeyAt(const Key* keys, unsigned count, std::size_t frame) {
     return keys[count == 1 ? 0 : frame];
@@ -46,28 +46,30 @@ aiMatrix4x4 LocalAt(const aiNode& node, const Channels& channels, std::size_t fr
     return aiMatrix4x4(aiVector3D(1, 1, 1), rotation, position);
 }
 
-// End sites have no names in a BVH file; this reader calls them otherwise.
+// End sites have no names in a BVH file. Assimp names them differently from the host.
 const aiNode* NodeOf(const aiScene& scene, const std::string& name) {
     const aiNode* node = scene.mRootNode->FindNode(name.c_str());
     if (node || !name.ends_with("_End")) return node;
     return scene.mRootNode->FindNode(("EndSite_" + name.substr(0, name.size() - 4)).c_str());
 }
 
+// The greatest distance between Assimp's and the host's position of a joint, as a fraction of the
+// skeleton's size.
 double WorstDistance(const aiScene& scene, const exported::Take& take) {
     const Channels channels = ChannelsOf(scene);
     double worst = 0.0;
-    for (std::size_t moment = 0; moment < kFrames; ++moment) {
-        const std::size_t frame = moment * (take.positions.size() - 1) / (kFrames - 1);
+    for (std::size_t sample = 0; sample < kFrames; ++sample) {
+        const std::size_t frame = sample * (take.positions.size() - 1) / (kFrames - 1);
         for (std::size_t joint = 0; joint < take.names.size(); ++joint) {
             const aiNode* node = NodeOf(scene, take.names[joint]);
             if (!node) return NAN;
             aiMatrix4x4 global;
             for (; node; node = node->mParent)
                 global = LocalAt(*node, channels, frame) * global;
-            const exported::Vec3& place = take.positions[frame][joint];
-            const double distance = std::hypot(static_cast<double>(global.a4) - place[0],
-                                               static_cast<double>(global.b4) - place[1],
-                                               static_cast<double>(global.c4) - place[2]);
+            const exported::Vec3& position = take.positions[frame][joint];
+            const double distance = std::hypot(static_cast<double>(global.a4) - position[0],
+                                               static_cast<double>(global.b4) - position[1],
+                                               static_cast<double>(global.c4) - position[2]);
             if (!(distance <= worst)) worst = distance;
         }
     }
@@ -82,7 +84,7 @@ struct Row {
     const char* extension;
 };
 
-// Keeps the row's bytes out of the test's name.
+// Without this, the name of the test would contain the bytes of the row.
 std::ostream& operator<<(std::ostream& out, const Row& row) {
     return out << row.name;
 }
@@ -96,7 +98,7 @@ const Row kRows[] = {
 
 class AssimpReader : public testing::TestWithParam<Row> {};
 
-TEST_P(AssimpReader, PutsEveryJointWhereTheHostDoes) {
+TEST_P(AssimpReader, FindsEveryJointAtTheHostsPosition) {
     const Row& row = GetParam();
     ASSERT_TRUE(exported::Import(exported::Samples()[row.sample], {.nulls = row.nulls}));
     const std::string extension = std::string(".") + row.extension;

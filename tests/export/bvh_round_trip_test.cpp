@@ -1,4 +1,5 @@
-// Import, export, import: every joint stands where it stood, in every frame.
+// Imports a file, exports it and imports the export: every joint must be at the same position in
+// every frame.
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -10,17 +11,17 @@ namespace {
 
 using exported::Take;
 
-// Of the skeleton's size.
+// The greatest distance, as a fraction of the skeleton's size.
 constexpr double kBound = 1e-5;
 constexpr std::uint64_t kRandomFiles = 200;
 
 struct Trip {
     std::string name;
-    exported::Road there;
+    exported::ImportSettings settings;
     bool backAsNulls = true;
 };
 
-// Keeps the row's bytes out of the test's name.
+// Without this, the name of the test would contain the bytes of the row.
 std::ostream& operator<<(std::ostream& out, const Trip& row) {
     return out << row.name;
 }
@@ -36,7 +37,7 @@ void ExpectSameMotion(const std::vector<Take>& before, const std::vector<Take>& 
     for (std::size_t model = 0; model < before.size(); ++model) {
         const Take& first = before[model];
         const Take& second = after[model];
-        // A root of its own may stand before the joints.
+        // The export may have added a root before the joints.
         const std::size_t added = second.names.size() - first.names.size();
         ASSERT_LE(added, 1u);
         ASSERT_EQ(first.positions.size(), second.positions.size());
@@ -48,10 +49,10 @@ void ExpectSameMotion(const std::vector<Take>& before, const std::vector<Take>& 
     }
 }
 
-// False where the file cannot be imported at all.
+// Returns false if the files cannot be imported.
 bool MakeTrip(const std::vector<std::string>& files, const Trip& trip) {
     SCOPED_TRACE(files.back() + " " + trip.name);
-    if (!exported::Import(files, trip.there)) return false;
+    if (!exported::Import(files, trip.settings)) return false;
     const std::vector<Take> before = exported::RecordAll();
     const support::TempDir folder;
     const std::string name = std::filesystem::path(files.front()).stem().string() + ".bvh";

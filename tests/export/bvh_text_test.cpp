@@ -1,4 +1,4 @@
-// What a .bvh says, line by line.
+// The text of exported .bvh files, line by line.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ std::string Motion(const std::string& rows, int count, const char* frameTime = "
     return "MOTION\nFrames: " + std::to_string(count) + "\nFrame Time: " + frameTime + "\n" + rows;
 }
 
-TEST(BvhText, WritesAFileAsPeopleKnowIt) {
+TEST(BvhText, WritesTheUsualLayout) {
     ASSERT_TRUE(exported::ImportText(kHead +
                                      "JOINT Leg\n{\nOFFSET 0 -4.5 0\nCHANNELS 1 Xrotation\nEnd "
                                      "Site\n{\nOFFSET 0 -4 0\n}\n}\n}\n" +
@@ -67,7 +67,7 @@ TEST(BvhText, PutsOneRootAboveSeveral) {
     EXPECT_THAT(text, HasSubstr("\tJOINT Hand\n\t{\n\t\tOFFSET 9 0 0\n"));
 }
 
-TEST(BvhText, CountsDecimalsAsAskedFor) {
+TEST(BvhText, RoundsToTheDigitsAskedFor) {
     ASSERT_TRUE(
         exported::ImportText(kHead + "}\n" + Motion("0.123456789 0 0 0.987654321 0 0\n", 1)));
     EXPECT_THAT(exported::Export(".bvh", {.digits = 2}), HasSubstr("\n0.12 0 0 0.99 0 0\n"));

@@ -1,5 +1,5 @@
-"""check_tables.py FOLDER: numpy and the csv module read every table, and find every joint where the
-host puts it."""
+"""check_tables.py FOLDER: reads every table in the folder with numpy and the csv module, and checks
+that every joint is at the same position as in the host."""
 
 import csv
 import glob
@@ -8,15 +8,16 @@ import sys
 
 import numpy
 
-BOUND = 1e-6  # of the skeleton's height; tables hold more digits than glTF
+BOUND = 1e-6  # as a fraction of the skeleton's height; tables hold more digits than glTF
 
 
 def expected_rows(models):
-    """Row number -> positions of all models, of those rows that every model tells of."""
+    """The positions of all models by row number, for the rows that are known of every model; and the
+    number of rows."""
     tables = [{moment["row"]: moment["positions"] for moment in model["moments"]} for model in models]
     longest = max(model["frames"] for model in models)
     for table, model in zip(tables, models):
-        for row in range(model["frames"], longest):  # a shorter motion stays where it ended
+        for row in range(model["frames"], longest):  # after its end a motion keeps its last row
             table[row] = table[model["frames"] - 1]
     shared = set.intersection(*(set(table) for table in tables))
     return {row: numpy.array(sum((table[row] for table in tables), [])) for row in shared}, longest
@@ -43,12 +44,12 @@ def check_npz(path, models, height):
     assert [str(name).split(".", 1)[-1] if len(models) > 1 else str(name) for name in names] == joints
     seconds = models[0]["secondsPerFrame"]
     assert abs(fps * seconds - 1.0) < 1e-9 if seconds > 0 else fps == 0
-    worst = max(numpy.abs(positions[row] - places).max() for row, places in rows.items())
-    # Parents come first, and where no joint moves in its parent the offset leads from one to the other.
+    worst = max(numpy.abs(positions[row] - expected).max() for row, expected in rows.items())
+    # Parents come before their children.
     assert all(-1 <= parent < joint for joint, parent in enumerate(parents))
     assert numpy.allclose(numpy.linalg.norm(quaternions, axis=2), 1.0, atol=1e-12)
     assert ((quaternions[1:] * quaternions[:-1]).sum(axis=2) >= 0).all()
-    if "walk" in path:
+    if "walk" in path:  # no joint moves in its parent, so the offsets must give the positions
         children = numpy.flatnonzero(parents >= 0)
         above = parents[children]
         predicted = positions[:, above] + rotated(quaternions[:, above], offsets[children])
@@ -68,7 +69,7 @@ def check_csv(path, models, height):
     times = {moment["row"]: moment["time"] for moment in models[0]["moments"]}
     assert all(abs(table[row, 1] - time) < 1e-8 for row, time in times.items())
     positions = table[:, 2:].reshape(len(table), len(joints), 6)[:, :, :3]
-    return max(numpy.abs(positions[row] - places).max() for row, places in rows.items()) / height
+    return max(numpy.abs(positions[row] - expected).max() for row, expected in rows.items()) / height
 
 
 def main():

@@ -31,18 +31,19 @@ Zelk::CString HostText(const std::string& text) {
     return Zelk::CString(text::DecodeUtf8(text).c_str());
 }
 
-double BoxSize(const std::vector<Vec3>& places) {
+double BoxSize(const std::vector<Vec3>& positions) {
     constexpr double kFar = std::numeric_limits<double>::infinity();
     Vec3 least{kFar, kFar, kFar};
     Vec3 most{-kFar, -kFar, -kFar};
-    for (const Vec3& place : places) {
+    for (const Vec3& position : positions) {
         for (std::size_t axis = 0; axis < 3; ++axis) {
-            least[axis] = std::min(least[axis], place[axis]);
-            most[axis] = std::max(most[axis], place[axis]);
+            least[axis] = std::min(least[axis], position[axis]);
+            most[axis] = std::max(most[axis], position[axis]);
         }
     }
-    return places.empty() ? 0.0
-                          : std::hypot(most[0] - least[0], most[1] - least[1], most[2] - least[2]);
+    return positions.empty()
+               ? 0.0
+               : std::hypot(most[0] - least[0], most[1] - least[1], most[2] - least[2]);
 }
 
 std::vector<double> FramesOf(const headless::ActionSource& motion) {
@@ -53,26 +54,26 @@ std::vector<double> FramesOf(const headless::ActionSource& motion) {
 
 }  // namespace
 
-bool Import(const std::vector<std::string>& files, const Road& road) {
+bool Import(const std::vector<std::string>& files, const ImportSettings& settings) {
     headless::Session::Current().Reset();
     const std::string name = std::filesystem::path(files.front()).stem().string();
     if (files.front().ends_with(".bvh")) {
         CBiovisionImport importer;
-        importer.SetOptions(road.nulls, true, road.effectorToLastBone, true);
+        importer.SetOptions(settings.nulls, true, settings.effectorToLastBone, true);
         return importer.ImportBVH(HostText(files.front()), HostText(name)).Succeeded();
     }
     CAcclaimImport importer;
-    importer.SetOptions(road.nulls, true, road.effectorToLastBone, true);
-    if (road.lengthMultiplier != 0.0)
-        importer.OverrideLengthMultiplier(true, road.lengthMultiplier);
+    importer.SetOptions(settings.nulls, true, settings.effectorToLastBone, true);
+    if (settings.lengthMultiplier != 0.0)
+        importer.OverrideLengthMultiplier(true, settings.lengthMultiplier);
     return importer.ImportSkeleton(HostText(files.front()), HostText(name)).Succeeded() &&
            (files.size() == 1 ||
             importer.ImportMotion(HostText(files[1]), HostText(name + "_Motion")).Succeeded());
 }
 
-bool ImportText(const std::string& bvh, const Road& road) {
+bool ImportText(const std::string& bvh, const ImportSettings& settings) {
     const support::TempDir folder;
-    return Import({folder.Write("take.bvh", bvh)}, road);
+    return Import({folder.Write("take.bvh", bvh)}, settings);
 }
 
 const headless::Scene& CurrentScene() {
@@ -99,16 +100,16 @@ double Take::Distance(const Take& other, std::size_t frame, std::size_t skipped)
 Take Record(const Object& model) {
     const headless::ActionSource* motion = MotionOf(model);
     const headless::MotionEvaluator evaluator(CurrentScene(), model, motion);
-    std::unordered_map<const Object*, std::size_t> places;
-    for (std::size_t place = 0; place < evaluator.Objects().size(); ++place)
-        places[evaluator.Objects()[place]] = place;
+    std::unordered_map<const Object*, std::size_t> indexOf;
+    for (std::size_t index = 0; index < evaluator.Objects().size(); ++index)
+        indexOf[evaluator.Objects()[index]] = index;
 
     const exporters::SkeletonPoses order(CurrentScene(), model, nullptr, 1.0);
     Take take;
-    std::vector<std::size_t> kept;
+    std::vector<std::size_t> indices;
     for (const exporters::Joint& joint : order.Joints()) {
         take.names.push_back(text::EncodeUtf8(headless::View(joint.object->name)));
-        kept.push_back(places.at(joint.object));
+        indices.push_back(indexOf.at(joint.object));
     }
     if (motion) {
         take.frames = FramesOf(*motion);
@@ -119,8 +120,8 @@ Take Record(const Object& model) {
     for (const double frame : frames) {
         evaluator.Evaluate(frame, globals);
         auto& row = take.positions.emplace_back();
-        for (const std::size_t place : kept) {
-            const double* origin = globals[place].origin;
+        for (const std::size_t index : indices) {
+            const double* origin = globals[index].origin;
             row.push_back({origin[0], origin[1], origin[2]});
         }
     }
@@ -158,8 +159,8 @@ std::string Export(const std::string& extension, const exporters::Options& optio
                    exporters::Notes* notes) {
     const support::TempDir folder;
     const std::string path = (folder.Path() / ("export" + extension)).string();
-    const exporters::Notes said = ExportTo(path, options);
-    if (notes) *notes = said;
+    const exporters::Notes written = ExportTo(path, options);
+    if (notes) *notes = written;
     return support::ReadText(path);
 }
 

@@ -1,4 +1,4 @@
-// Imports files, exports the scene, and remembers where everything stood.
+// Imports files, exports the scene, and records the positions of all objects.
 #pragma once
 
 #include <array>
@@ -12,46 +12,50 @@ namespace exported {
 
 using Vec3 = std::array<double, 3>;
 
-// How a file becomes a scene.
-struct Road {
+// How a file is imported.
+struct ImportSettings {
     bool nulls = true;
     bool effectorToLastBone = false;
-    double lengthMultiplier = 0.0;  // of Acclaim files; 0: the file's own
+    double lengthMultiplier = 0.0;  // for Acclaim files; 0 for the file's own
 };
 
-// Resets the session and imports a .bvh, or an .asf with the .amc that follows it. False where the
-// importer refuses a file.
-bool Import(const std::vector<std::string>& files, const Road& road = {});
-// The same with the text of a BVH file, whose models are named "take".
-bool ImportText(const std::string& bvh, const Road& road = {});
+// Resets the session and imports a .bvh file, or an .asf file and the .amc file that follows it.
+// Returns false if the importer refuses a file.
+bool Import(const std::vector<std::string>& files, const ImportSettings& settings = {});
+// Imports the text of a BVH file in the same way. Its first model is named "take".
+bool ImportText(const std::string& bvh, const ImportSettings& settings = {});
 const headless::Scene& CurrentScene();
-// The motion that was imported last; null without one.
+// The motion that was imported last. Null if there is none.
 const headless::ActionSource* MotionOf(const headless::Object& model);
 
-// Where the objects below a model stand in each frame of its motion, by the host's own evaluation,
-// in the order in which exporters write them.
+// The positions of the objects below a model in each frame of its motion, as the host evaluates
+// them. The objects are in the order in which exporters write them.
 struct Take {
     std::vector<std::string> names;
-    std::vector<double> frames;
+    std::vector<double> frames;  // empty without motion; `positions` then has one frame
     double secondsPerFrame = 0.0;
-    std::vector<std::vector<Vec3>> positions;  // of each frame, of each object
+    std::vector<std::vector<Vec3>> positions;  // positions[frame][object]
     double size = 0.0;                         // the diagonal of the box around the first frame
 
+    // The greatest distance in a frame between an object and that of `other`, whose first `skipped`
+    // objects are left out.
     double Distance(const Take& other, std::size_t frame, std::size_t skipped) const;
 };
 Take Record(const headless::Object& model);
 std::vector<Take> RecordAll();
 
-// Writes the scene to a file of that extension, the numbers of a .gltf to the .bin beside it.
+// Writes the scene to the file, in the format of its extension. The second file of a .gltf is the
+// .bin file in the same folder.
 exporters::Notes ExportTo(const std::string& path, const exporters::Options& options = {});
-// The scene as a file of that extension, read back as bytes. Throws what the exporter throws.
+// Writes the scene to a file with this extension and returns its bytes. Throws what the exporter
+// throws.
 std::string Export(const std::string& extension, const exporters::Options& options = {},
                    exporters::Notes* notes = nullptr);
 
-// Every file of the folder of real captures, motions behind their skeletons; empty where the folder
-// is not there.
+// The real captures: a .bvh file each, or an .asf file with an .amc file. Empty if their folder
+// does not exist.
 std::vector<std::vector<std::string>> RealCaptures();
-// The samples of this project.
+// The samples in examples/: the .bvh file, then the .asf file with the .amc file.
 std::vector<std::vector<std::string>> Samples();
 
 }  // namespace exported

@@ -28,7 +28,7 @@ TEST(Formats, NameTheFilesOfAnOutput) {
 
 class EveryFormat : public testing::TestWithParam<exporters::Format> {};
 
-// The table tells of each format what a caller may count on.
+// What the table says about a format must be true.
 TEST_P(EveryFormat, WritesToItsSinksAlone) {
     const TestScene scene;
     Zelk::Model model = scene.AddModel(L"walk");

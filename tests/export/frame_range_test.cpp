@@ -1,4 +1,4 @@
-// A range of frames in every format that honours one.
+// Exports of a range of frames, in every format that honours the option.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -17,8 +17,8 @@ using testing::HasSubstr;
 
 const exporters::Options kMiddle{.frames = FrameRange{3, 5}};
 
-// The frames `first` to `last` of a motion whose frame n has the root at x = n and the arm turned
-// by n degrees.
+// A BVH file with the frames `first` to `last` of a motion. In frame n the root is at x = n and the
+// arm is turned by n degrees.
 std::string Capture(int first, int last) {
     std::string text =
         "HIERARCHY\nROOT Hips\n{\nOFFSET 0 0 0\nCHANNELS 6 Xposition Yposition Zposition "
@@ -61,7 +61,7 @@ TEST_P(FrameRangeIn, OfAllFramesIsTheWholeMotion) {
         const Written written = Write({.frames = range});
         EXPECT_EQ(written.refusal, "");
         EXPECT_EQ(written.side, whole.side);
-        // A glTF file says which options it was made with.
+        // A glTF file names the options with which it was made, so it differs.
         if (GetParam().extension.starts_with(".gl")) continue;
         EXPECT_EQ(written.out, whole.out);
     }
@@ -105,8 +105,9 @@ INSTANTIATE_TEST_SUITE_P(
     , FrameRangeIn, testing::ValuesIn(exporters::Formats().begin(), exporters::Formats().end()),
     [](const auto& row) { return std::string(row.param.extension.substr(1)); });
 
-// These say nothing of frame numbers, so that a part is what a capture of that part alone gives.
-TEST(FrameRange, IsAFileOfItsOwnAsBvhAndNpz) {
+// These formats have no frame numbers, so an exported range is equal to the export of a capture
+// that has only these frames.
+TEST(FrameRange, EqualsAShorterCaptureInBvhAndNpz) {
     for (const char* extension : {".bvh", ".npz"}) {
         ASSERT_TRUE(exported::ImportText(Capture(3, 5)));
         const std::string part = exported::Export(extension);

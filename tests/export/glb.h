@@ -1,4 +1,4 @@
-// A .glb taken apart.
+// Reads the JSON and the buffer of a .glb file, and the values in them.
 #pragma once
 
 #include <cstring>
@@ -24,6 +24,7 @@ struct Glb {
         if (20 + word(12) < bytes.size()) binary = bytes.substr(28 + word(12));
     }
 
+    // The values of an accessor.
     std::vector<float> Floats(std::size_t accessor) const {
         const nlohmann::json& about = json["accessors"][accessor];
         const nlohmann::json& view = json["bufferViews"][about["bufferView"].get<std::size_t>()];
@@ -39,14 +40,15 @@ struct Glb {
         return values;
     }
 
-    // The node of that name.
+    // The node with this name. Throws std::out_of_range if there is none.
     const nlohmann::json& Node(const std::string& name) const {
         for (const nlohmann::json& node : json["nodes"])
             if (node["name"] == name) return node;
         throw std::out_of_range(name);
     }
 
-    // Values of the sampler that drives that property of that node; empty without one.
+    // The values of the channel that drives the property `path` of the node with this name. Empty
+    // if there is none.
     std::vector<float> Track(const std::string& name, const std::string& path) const {
         for (const nlohmann::json& animation : json["animations"])
             for (const nlohmann::json& channel : animation["channels"]) {
@@ -59,6 +61,7 @@ struct Glb {
         return {};
     }
 
+    // The times, in seconds, of the first animation.
     std::vector<float> Times() const {
         return Floats(json["animations"][0]["samplers"][0]["input"].get<std::size_t>());
     }

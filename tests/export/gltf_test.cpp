@@ -1,4 +1,4 @@
-// What a .glb holds.
+// The contents of exported .glb and .gltf files.
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ const std::string kLimb =
     "1 5 3 180 0 0  0 0 0  10 20 30\n"
     "1 5 3 270 0 0  0 0 0  10 20 30\n";
 
-Transform PlaceOf(const json& node) {
+Transform LocalOf(const json& node) {
     const auto t = node.value("translation", std::vector<double>{0, 0, 0});
     const auto q = node.value("rotation", std::vector<double>{0, 0, 0, 1});
     const double x = q[0], y = q[1], z = q[2], w = q[3];
@@ -36,11 +36,11 @@ Transform PlaceOf(const json& node) {
             {t[0], t[1], t[2]}};
 }
 
-// The scene transforms of all nodes, as the file's own numbers have them.
+// The global transforms of all nodes, computed from the transforms in the file.
 std::vector<Transform> GlobalsOf(const json& file) {
     std::vector<Transform> globals;
     for (const json& node : file["nodes"])
-        globals.push_back(PlaceOf(node));
+        globals.push_back(LocalOf(node));
     // Parents come before their children.
     for (std::size_t node = 0; node < globals.size(); ++node)
         for (const std::size_t child :
@@ -84,7 +84,7 @@ TEST(Gltf, BindsTheSkinInTheBasePose) {
     }
 }
 
-TEST(Gltf, HoldsOneArmatureAModel) {
+TEST(Gltf, HoldsOneSkinForEachModel) {
     ASSERT_TRUE(exported::ImportText(kLimb + kLimb));
     const json file = Glb(exported::Export(".glb")).json;
     ASSERT_EQ(file["skins"].size(), 2u);
@@ -120,12 +120,12 @@ TEST(Gltf, KeepsTranslationsOnlyWhereTheyChange) {
     EXPECT_THAT(glb.Track("a:Hips", "translation"),
                 testing::ElementsAre(1, 2, 3, 1, 2, 3, 1, 5, 3, 1, 5, 3));
     EXPECT_TRUE(glb.Track("leg.L", "translation").empty());
-    // A curve that stays is a curve all the same; an end site has none.
+    // A curve whose values do not change is written too. An end site has no curve.
     EXPECT_EQ(glb.Track("leg.L", "rotation").size(), 16u);
     EXPECT_TRUE(glb.Track("leg.L_End", "rotation").empty());
 }
 
-TEST(Gltf, KeepsQuaternionsOfUnitLengthOnOneSide) {
+TEST(Gltf, WritesUnitQuaternionsNearToTheOneBefore) {
     for (std::uint64_t seed = 0; seed < 20; ++seed) {
         ASSERT_TRUE(exported::ImportText(support::RandomBvh(seed)));
         const Glb glb(exported::Export(".glb"));
@@ -149,7 +149,7 @@ TEST(Gltf, KeepsQuaternionsOfUnitLengthOnOneSide) {
     }
 }
 
-TEST(Gltf, SaysTwiceWhatViewersWouldRename) {
+TEST(Gltf, RepeatsNamesThatViewersWouldChange) {
     ASSERT_TRUE(exported::ImportText(kLimb));
     const Glb glb(exported::Export(".glb"));
     EXPECT_EQ(glb.Node("a:Hips")["extras"]["name"], "a:Hips");
@@ -173,7 +173,7 @@ TEST(Gltf, SaysWhereItComesFrom) {
     EXPECT_EQ(glb.json["animations"][0]["extras"]["sourceFramesPerSecond"], 2.0);
 }
 
-TEST(Gltf, LeavesTheSkinAloneWithoutAMesh) {
+TEST(Gltf, WritesTheSkinWithoutAMesh) {
     ASSERT_TRUE(exported::ImportText(kLimb));
     const json file = Glb(exported::Export(".glb", {.mesh = false})).json;
     EXPECT_FALSE(file.contains("meshes"));
@@ -181,7 +181,7 @@ TEST(Gltf, LeavesTheSkinAloneWithoutAMesh) {
     EXPECT_EQ(file["scenes"][0]["nodes"].size(), 1u);
 }
 
-TEST(Gltf, TakesAnotherRateAndResamples) {
+TEST(Gltf, HonoursRateAndResampling) {
     ASSERT_TRUE(exported::ImportText(kLimb));
     const Glb faster(exported::Export(".glb", {.framesPerSecond = 10.0}));
     EXPECT_THAT(faster.Times(), testing::ElementsAre(0.0F, 0.1F, 0.2F, 0.3F));
@@ -195,7 +195,7 @@ TEST(Gltf, TakesAnotherRateAndResamples) {
     EXPECT_FLOAT_EQ(both.Times().back(), 0.3F);
 }
 
-TEST(Gltf, WritesThePoseAloneWithoutARate) {
+TEST(Gltf, WritesOnlyThePoseWithoutARate) {
     std::string text = kLimb;
     text.replace(text.find("0.5"), 3, "0.0");
     ASSERT_TRUE(exported::ImportText(text));
@@ -206,7 +206,7 @@ TEST(Gltf, WritesThePoseAloneWithoutARate) {
     EXPECT_THAT(notes, testing::ElementsAre(HasSubstr("take: the motion has no frame time")));
 }
 
-TEST(Gltf, HangsEffectorsUnderTheLastBone) {
+TEST(Gltf, MakesEffectorsChildrenOfTheLastBone) {
     ASSERT_TRUE(exported::Import(exported::Samples()[0], {.nulls = false}));
     const Glb glb(exported::Export(".glb"));
     std::size_t effectors = 0;
@@ -224,7 +224,7 @@ TEST(Gltf, HangsEffectorsUnderTheLastBone) {
     EXPECT_GT(effectors, 3u);
 }
 
-TEST(Gltf, FollowsItsOtherFileByName) {
+TEST(Gltf, RefersToItsSecondFileByName) {
     ASSERT_TRUE(exported::ImportText(kLimb));
     const json file = json::parse(exported::Export(".gltf"));
     EXPECT_EQ(file["buffers"][0]["uri"], "export.bin");

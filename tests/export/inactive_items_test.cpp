@@ -1,4 +1,5 @@
-// An item of a motion that is not active plays no part in anything that is told or written of it.
+// An item of a motion that is not active changes neither the facts about the motion nor its
+// exports.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
@@ -38,7 +39,7 @@ const Row kRows[] = {
 
 class InactiveItem : public testing::TestWithParam<Row> {
   protected:
-    // A motion of two keys with what else is given.
+    // Makes a model with a motion: one curve of two keys, and the curves in `more`.
     static const headless::Object& Import(const std::vector<TestCurve>& more) {
         TestScene scene;
         const Zelk::Model model = scene.AddModel(L"take");
@@ -52,7 +53,7 @@ class InactiveItem : public testing::TestWithParam<Row> {
     }
 };
 
-TEST_P(InactiveItem, IsUnknownToFactsTimelineAndEvaluation) {
+TEST_P(InactiveItem, IsIgnoredByFactsTimelineAndEvaluation) {
     const headless::Object& model = Import({GetParam().inactive});
     const headless::ActionSource* const motion = exporters::MotionOf(model);
     ASSERT_EQ(motion->items.size(), 2u);

@@ -24,7 +24,7 @@ ordered_json Record(std::int32_t result = 0, const std::string& userInput = "{}"
     return ordered_json::parse(RecordText(result, userInput));
 }
 
-TEST(JsonRecord, OfNothingIsWhole) {
+TEST(JsonRecord, OfAnEmptySceneIsComplete) {
     const TestScene scene;
     EXPECT_EQ(Record(), ordered_json::parse(R"({
         "result": 0, "log": [], "bar": [], "commands": [],
@@ -49,7 +49,7 @@ TEST(JsonRecord, HoldsTheUnsignedResultAndTheArguments) {
     EXPECT_EQ(record["userInput"], ordered_json::parse(R"({"bAddClip": true})"));
 }
 
-TEST(JsonRecord, HoldsFindingsAndAFactorWhereThereAreAny) {
+TEST(JsonRecord, HoldsFindingsAndAFactorIfThereAreAny) {
     const TestScene scene;
     const headless::Session& session = headless::Session::Current();
     exporters::RunRecord record{0, session.Log(), session.Bar(), session.Commands(), "{}"};
@@ -169,7 +169,7 @@ TEST(JsonRecord, KeepsAnObjectOnALine) {
     EXPECT_THAT(RecordText(), testing::HasSubstr("\n  {\"name\": \"Hips\", "));
 }
 
-TEST(JsonRecord, OfALongMotionIsWhole) {
+TEST(JsonRecord, OfALongMotionIsComplete) {
     const TestScene scene;
     Zelk::Model model = scene.AddModel(L"walk");
     std::vector<double> times;

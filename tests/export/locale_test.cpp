@@ -1,4 +1,4 @@
-// Exports are the same bytes in every locale.
+// An export has the same bytes in every locale.
 #include <gtest/gtest.h>
 
 #include "tests/export/exported.h"

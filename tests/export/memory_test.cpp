@@ -1,4 +1,5 @@
-// Exporting takes no more memory than three times the motion's own keys, those included.
+// While a motion is exported, its keys and the exporter's memory together need at most three times
+// the memory of the keys.
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <unordered_set>
@@ -12,10 +13,12 @@ namespace {
 
 constexpr int kFrames = 20'000;
 constexpr int kJoints = 24;
-// The buffers of the outputs, of which a .gltf has two, and what does not grow with the motion.
+// Memory in bytes that does not grow with the motion: the buffers of the outputs, of which a .gltf
+// has two, and some more.
 constexpr std::size_t kFixed = 4 * files::OutputFile::kBufferSize;
 
-// A chain whose joints turn about one axis each: the fewest keys for the most to write.
+// A BVH file with a chain of joints that have the given channels. With one channel for each joint,
+// the output is largest compared with the keys.
 std::string Hinges(const char* channels) {
     std::string text = "HIERARCHY\nROOT J0\n{\nOFFSET 0 0 0\nCHANNELS " + std::string(channels);
     for (int joint = 1; joint < kJoints; ++joint)
@@ -32,6 +35,7 @@ std::string Hinges(const char* channels) {
     return text;
 }
 
+// The size in bytes of all keys of the scene. Arrays that curves share count once.
 std::size_t KeyBytes() {
     std::unordered_set<const std::vector<double>*> seen;
     std::size_t bytes = 0;

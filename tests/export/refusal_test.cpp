@@ -1,4 +1,4 @@
-// What no file can hold is refused in one line, and nothing is written.
+// A scene that a format cannot hold is refused with a message of one line, and no file is left.
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ std::string Take(const char* offset, const char* frameTime, const char* value) {
            frameTime + "\n0 0 0 0 0 0\n" + value + " 0 0 0 0 0\n";
 }
 
-// One long name above many short ones.
+// A BVH file whose root has this name, with `count` children that have short names.
 std::string ManyJoints(int count, const std::string& name) {
     std::string text = "HIERARCHY ROOT " + name + " { OFFSET 0 0 0\n";
     for (; count > 0; --count)
@@ -36,7 +36,7 @@ struct Row {
     std::vector<std::string> extensions = {std::begin(kExtensions), std::end(kExtensions)};
 };
 
-// Keeps the row's bytes out of the test's name.
+// Without this, the name of the test would contain the bytes of the row.
 std::ostream& operator<<(std::ostream& out, const Row& row) {
     return out << row.name;
 }
@@ -68,7 +68,7 @@ const Row kRows[] = {
 
 class Refusal : public testing::TestWithParam<Row> {};
 
-TEST_P(Refusal, LeavesNoFileBehind) {
+TEST_P(Refusal, LeavesNoFile) {
     ASSERT_TRUE(exported::ImportText(GetParam().bvh));
     for (const std::string& extension : GetParam().extensions) {
         const support::TempDir folder;

@@ -1,4 +1,4 @@
-// Rotations in the forms that files hold.
+// Tests the conversion of rotations to the angles of BVH files and to quaternions.
 #include <cmath>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -30,23 +30,24 @@ double Difference(const Transform& a, const Transform& b) {
 }
 
 std::array<double, 6> RandomLocal(std::mt19937_64& random) {
-    // Not rarely a multiple of a right angle, or hardly beside one.
+    // About two of three angles are a multiple of a right angle or differ from one by at most a
+    // degree.
     std::array<double, 6> local{};
     for (std::size_t channel = 3; channel < 6; ++channel) {
         const double any = std::uniform_real_distribution<double>(-400.0, 400.0)(random);
         const double right = 90.0 * std::round(any / 90.0);
-        const double beside = std::pow(10.0, -static_cast<double>(random() % 16));
-        local[channel] = random() % 3 == 0 ? any : random() % 2 == 0 ? right : right + beside;
+        const double deviation = std::pow(10.0, -static_cast<double>(random() % 16));
+        local[channel] = random() % 3 == 0 ? any : random() % 2 == 0 ? right : right + deviation;
     }
     return local;
 }
 
-TEST(BvhAngles, TurnBackIntoTheSameAxes) {
+TEST(BvhAngles, GiveTheSameAxesAgain) {
     std::mt19937_64 random(7);
     for (int count = 0; count < 100'000; ++count) {
         const Transform turned = FromLocal(RandomLocal(random));
         const BvhAngles before{std::uniform_real_distribution<double>(-700.0, 700.0)(random), 0, 0};
-        // Angles of several turns lose some digits in degrees.
+        // The bound allows for angles of several turns, which lose some digits in degrees.
         ASSERT_LE(Difference(FromAngles(exporters::AnglesNear(turned.axes, before)), turned),
                   1e-14);
     }
@@ -70,7 +71,7 @@ TEST(BvhAngles, AreTheSameForManyAtATime) {
     }
 }
 
-TEST(BvhAngles, RunOnWithoutAJump) {
+TEST(BvhAngles, ContinueWithoutAJump) {
     BvhAngles angles;
     for (int frame = 0; frame <= 1000; ++frame) {
         const double turn = 1.25 * frame;
@@ -82,7 +83,7 @@ TEST(BvhAngles, RunOnWithoutAJump) {
     }
 }
 
-TEST(BvhAngles, GoThroughTheRightAngleOfTheMiddleAxis) {
+TEST(BvhAngles, ContinueThroughGimbalLock) {
     BvhAngles angles;
     for (int frame = 0; frame <= 360; ++frame) {
         angles = exporters::AnglesNear(FromAngles({10.0, 1.0 * frame, 30.0}).axes,
@@ -109,7 +110,8 @@ TEST(Quaternion, TurnsTheAxesIntoTheRows) {
 }
 
 TEST(Quaternion, IsTheOneNearerToTheFrameBefore) {
-    // A turn of `degrees` about z; the same rotation for each whole turn more.
+    // The quaternion of a turn of `degrees` about z. Another whole turn gives the other quaternion
+    // of the same rotation.
     const auto turned = [](double degrees) {
         const double half = degrees * std::acos(-1.0) / 360.0;
         return exporters::Quaternion{0.0, 0.0, std::sin(half), std::cos(half)};

@@ -1,10 +1,11 @@
-// What the tests of the readers share.
+// Functions that the scripts with readers share.
 import { readFileSync, readdirSync } from 'node:fs';
 import { join } from 'node:path';
 
-// Of the skeleton's height.
+// The greatest distance, as a fraction of the skeleton's height.
 export const bound = 1e-4;
 
+// The samples in the folder: their names, paths and what NAME.json says about them.
 export function samples(folder) {
   return readdirSync(folder)
     .filter((name) => name.endsWith('.json'))
@@ -22,7 +23,8 @@ export function distance(a, b) {
   return Math.hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
 }
 
-// Prints a line a sample and ends the process.
+// Calls `measure` for each sample, prints the distance that it returns, and ends the process: with
+// status 0 if no distance is above the bound. A sample without a result is left out.
 export async function check(folder, measure) {
   const all = samples(folder);
   let failed = all.length === 0;

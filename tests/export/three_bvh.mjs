@@ -1,5 +1,6 @@
-// three_bvh.mjs FOLDER: three.js reads the .bvh of the walks and puts every joint where the host
-// does. It reads one section, and adds positions to offsets, so the other samples are not for it.
+// three_bvh.mjs FOLDER: three.js reads the .bvh files of the walks, and every joint must be at the
+// same position as in the host. The other samples are left out, because three.js reads only one
+// section and adds positions to offsets.
 import { AnimationMixer, LoopOnce, Vector3 } from 'three';
 import { BVHLoader } from 'three/addons/loaders/BVHLoader.js';
 import { readFileSync } from 'node:fs';
@@ -20,8 +21,8 @@ await check(process.argv[2], (sample) => {
     mixer.setTime(moment.time);
     root.updateMatrixWorld(true);
     for (const [joint, bone] of skeleton.bones.entries()) {
-      const place = new Vector3().setFromMatrixPosition(bone.matrixWorld).toArray();
-      most = Math.max(most, distance(place, moment.positions[joint]) / model.height);
+      const position = new Vector3().setFromMatrixPosition(bone.matrixWorld).toArray();
+      most = Math.max(most, distance(position, moment.positions[joint]) / model.height);
     }
   }
   return skeleton.bones.length === model.joints.length ? most : NaN;

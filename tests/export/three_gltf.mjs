@@ -1,5 +1,5 @@
-// three_gltf.mjs FOLDER: three.js plays every .glb and puts every joint where the host does, and the
-// body goes with the joints.
+// three_gltf.mjs FOLDER: three.js plays every .glb file. Every joint must be at the same position as
+// in the host, and the mesh must move with the joints.
 import assert from 'node:assert';
 import { AnimationMixer, LoopOnce, Vector3 } from 'three';
 import { GLTFLoader } from 'three/addons/loaders/GLTFLoader.js';
@@ -20,20 +20,21 @@ function play(gltf, clip) {
   return mixer;
 }
 
-// How far the vertices come off their joints, each of which carries them rigidly.
+// The greatest change of a vertex's distance from its joint. It must be 0, because each vertex moves
+// with one joint.
 function looseness(body) {
   body.skeleton.update();
   const position = body.geometry.getAttribute('position');
   const joint = body.geometry.getAttribute('skinIndex');
-  const place = new Vector3();
+  const vertex = new Vector3();
   let most = 0;
   for (let index = 0; index < position.count; ++index) {
     const bone = joint.getX(index);
     const bind = body.skeleton.boneInverses[bone];
-    const atRest = place.fromBufferAttribute(position, index).applyMatrix4(bind).length();
-    place.fromBufferAttribute(position, index);
-    body.applyBoneTransform(index, place);
-    const now = distance(place.toArray(), worldOf(body.skeleton.bones[bone]));
+    const atRest = vertex.fromBufferAttribute(position, index).applyMatrix4(bind).length();
+    vertex.fromBufferAttribute(position, index);
+    body.applyBoneTransform(index, vertex);
+    const now = distance(vertex.toArray(), worldOf(body.skeleton.bones[bone]));
     most = Math.max(most, Math.abs(now - atRest));
   }
   return most;

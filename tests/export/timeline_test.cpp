@@ -39,7 +39,7 @@ TEST(Timeline, StartsAtItsFirstFrame) {
     EXPECT_DOUBLE_EQ(timeline.Seconds(2), 2.0 / 30.0);
 }
 
-TEST(Timeline, FillsGapsWhereOnlyARateIsKnown) {
+TEST(Timeline, FillsGapsForFormatsWithOnlyARate) {
     EXPECT_THAT(exporters::EvenTimeline(TimelineOf({{1, 2, 5}}, 5.0)).frames,
                 ElementsAre(1, 2, 3, 4, 5));
     const exporters::Timeline coarse = exporters::EvenTimeline(TimelineOf({{1, 3, 5}}, 5.0));
@@ -47,11 +47,11 @@ TEST(Timeline, FillsGapsWhereOnlyARateIsKnown) {
     EXPECT_DOUBLE_EQ(exporters::SecondsPerStep(coarse), 2.0);
 }
 
-TEST(Timeline, RefusesToFillAnAbsurdGap) {
+TEST(Timeline, RefusesToFillAHugeGap) {
     EXPECT_THROW(exporters::EvenTimeline(TimelineOf({{1, 2, 2e9}}, 2e9)), exporters::ExportError);
 }
 
-TEST(Timeline, SamplesUpToTheLastMomentThatExists) {
+TEST(Timeline, SamplesUpToTheLastKey) {
     exporters::Options options;
     options.resampleTo = 20.0;
     EXPECT_EQ(TimelineOf({{1, 2, 3, 4}}, 0.4, options).frames.size(), 7u);
@@ -63,7 +63,7 @@ TEST(Timeline, KeepsTheFramesInTheRange) {
     const struct {
         const char* name;
         exporters::FrameRange range;
-        std::vector<double> frames;  // of keys at -2, 1, 2, 4.5 and 6
+        std::vector<double> frames;  // expected, for keys at -2, 1, 2, 4.5 and 6
     } kRows[] = {
         {"Middle", {1, 2}, {1, 2}},
         {"OneFrame", {2, 2}, {2}},
@@ -98,7 +98,7 @@ TEST(Timeline, OfARangeIsResampledAndFilledWithinIt) {
     EXPECT_THAT(TimelineOf({{1, 2, 3, 6, 10}}, 1.0, options).frames, ElementsAre(2, 4, 6));
 }
 
-TEST(Timeline, OfAPoseKnowsNoRange) {
+TEST(Timeline, OfAPoseIgnoresTheRange) {
     EXPECT_TRUE(TimelineOf({}, 1.0, {.frames = exporters::FrameRange{1, 2}}).IsPose());
     EXPECT_TRUE(TimelineOf({{1, 2}}, 0.0, {.frames = exporters::FrameRange{5, 6}}).IsPose());
 }

@@ -1,5 +1,5 @@
-// validate_gltf.mjs FOLDER: the Khronos validator finds neither an error nor a warning in any
-// .glb or .gltf.
+// validate_gltf.mjs FOLDER: the Khronos validator must find neither an error nor a warning in the .glb
+// and .gltf files of the folder.
 import { readFileSync, readdirSync } from 'node:fs';
 import { join } from 'node:path';
 import validator from 'gltf-validator';

@@ -1,7 +1,7 @@
-// write_samples OUT_DIR [captures]: exports of every kind for readers that are no part of this
-// project, and beside each what the host says about it: NAME.glb and NAME.json, which holds where
-// every joint stands at twenty moments. With "captures", the real ones in place of the samples, and
-// only as .glb.
+// write_samples OUT_DIR [captures]: writes exports in every format, for readers that are no part of
+// this project. For each sample NAME it also writes NAME.json with the positions of all joints in
+// up to twenty frames, as the host evaluates them. With "captures" it writes the real captures
+// instead of the samples, and only as .glb.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -21,12 +21,12 @@ constexpr std::size_t kMoments = 20;
 struct Sample {
     std::string name;
     std::vector<std::string> files;
-    exported::Road road;
+    exported::ImportSettings settings;
     exporters::Options options;
 };
 
-// Two models, one of them with two objects directly below it, joints that move, names that readers
-// trip over, an end site without length.
+// A file with unusual features: two models, one of which has two objects directly under it; joints
+// that move; names that some readers cannot handle; an end site without length.
 constexpr const char* kOddBvh =
     "HIERARCHY\n"
     "ROOT a:Hips\n{\nOFFSET 1 2 3\n"
@@ -52,26 +52,29 @@ constexpr const char* kOddBvh =
     "0 0 0 0 0 0 0 0 0\n"
     "1 1 1 10 20 30 40 50 60\n";
 
-// A single frame without a rate: nothing but a pose.
+// One frame without a rate, which is only a pose.
 constexpr const char* kPoseBvh =
     "HIERARCHY\nROOT Hips\n{\nOFFSET 0 1 0\n"
     "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n"
     "End Site\n{\nOFFSET 0 1 0\n}\n}\nMOTION\nFrames: 1\nFrame Time: 0\n0 1 0 0 0 0\n";
 
-exported::Vec3 Placed(const exported::Vec3& place, const exporters::Options& options) {
-    exported::Vec3 out = place;
-    if (options.zUp) out = {place[0], place[2], -place[1]};
+// The position as the options change it.
+exported::Vec3 Transformed(const exported::Vec3& position, const exporters::Options& options) {
+    exported::Vec3 out = position;
+    if (options.zUp) out = {position[0], position[2], -position[1]};
     for (double& coordinate : out)
         coordinate *= options.scale;
     return out;
 }
 
-double HeightOf(const std::vector<exported::Vec3>& places) {
-    const auto [least, most] = std::minmax_element(
-        places.begin(), places.end(), [](const auto& a, const auto& b) { return a[1] < b[1]; });
-    return places.empty() ? 0.0 : (*most)[1] - (*least)[1];
+double HeightOf(const std::vector<exported::Vec3>& positions) {
+    const auto [least, most] =
+        std::minmax_element(positions.begin(), positions.end(),
+                            [](const auto& a, const auto& b) { return a[1] < b[1]; });
+    return positions.empty() ? 0.0 : (*most)[1] - (*least)[1];
 }
 
+// What NAME.json says about a model.
 json Expected(const exported::Take& take, const exporters::Options& options) {
     json model = {{"joints", take.names}, {"frames", take.positions.size()}};
     model["secondsPerFrame"] =
@@ -84,13 +87,13 @@ json Expected(const exported::Take& take, const exporters::Options& options) {
         const std::size_t frame = count == 1 ? 0 : moment * last / (count - 1);
         const double first = take.frames.empty() ? 0.0 : take.frames.front();
         const double number = take.frames.empty() ? 0.0 : take.frames[frame];
-        std::vector<exported::Vec3> places;
-        for (const exported::Vec3& place : take.positions[frame])
-            places.push_back(Placed(place, options));
-        height = std::max(height, HeightOf(places));
+        std::vector<exported::Vec3> positions;
+        for (const exported::Vec3& position : take.positions[frame])
+            positions.push_back(Transformed(position, options));
+        height = std::max(height, HeightOf(positions));
         moments.push_back({{"row", frame},
                            {"time", (number - first) * model["secondsPerFrame"].get<double>()},
-                           {"positions", places}});
+                           {"positions", positions}});
     }
     model["moments"] = moments;
     model["height"] = height > 0.0 ? height : take.size * options.scale;
@@ -106,8 +109,8 @@ std::vector<Sample> AllSamples(const std::filesystem::path& folder) {
     const auto samples = exported::Samples();
     const std::string odd = file("odd-source.bvh", kOddBvh);
     const std::string pose = file("pose-source.bvh", kPoseBvh);
-    const exported::Road nulls;
-    const exported::Road bones{.nulls = false};
+    const exported::ImportSettings nulls;
+    const exported::ImportSettings bones{.nulls = false};
     exporters::Options plain;
     exporters::Options noMesh;
     noMesh.mesh = false;
@@ -145,10 +148,10 @@ std::vector<Sample> AllCaptures() {
     return samples;
 }
 
-// False where the importer refuses the file.
+// Returns false if the importer refuses a file.
 bool WriteSample(const std::filesystem::path& folder, Sample sample,
                  const std::vector<const char*>& extensions) {
-    if (!exported::Import(sample.files, sample.road)) return false;
+    if (!exported::Import(sample.files, sample.settings)) return false;
     sample.options.source = {sample.files, "test", {{"nulls", "true"}}, "write_samples"};
     for (const char* extension : extensions)
         exported::ExportTo((folder / (sample.name + extension)).string(), sample.options);
@@ -165,7 +168,7 @@ bool WriteSample(const std::filesystem::path& folder, Sample sample,
 
 }  // namespace
 
-// NOLINTNEXTLINE(bugprone-exception-escape): what throws ends it, as it should.
+// NOLINTNEXTLINE(bugprone-exception-escape): an exception should end the program.
 int main(int count, char** arguments) {
     if (count < 2) return 2;
     const bool captures = count > 2;

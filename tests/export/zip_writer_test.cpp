@@ -5,7 +5,7 @@
 
 namespace {
 
-// Keeps the records and passes over the contents, which may be of any length.
+// Stores the records of an archive and leaves out the contents, which may be very long.
 class Archive {
   public:
     exporters::ZipWriter Writer() {
@@ -29,7 +29,7 @@ constexpr std::string_view kDirectory = "PK\x01\x02";
 constexpr std::string_view kEnd = "PK\x05\x06";
 constexpr std::string_view kZip64End = "PK\x06\x06";
 
-TEST(ZipWriter, SumsAsTheStandardSays) {
+TEST(ZipWriter, ComputesTheStandardCrc32) {
     EXPECT_EQ(exporters::Crc32(0, "123456789"), 0xCBF43926U);
     EXPECT_EQ(exporters::Crc32(exporters::Crc32(0, "12345"), "6789"), 0xCBF43926U);
 }
@@ -41,15 +41,15 @@ TEST(ZipWriter, WritesSmallArchivesWithoutLargeRecords) {
     writer.Write("abc");
     writer.Finish();
     const std::size_t entry = archive.Find(kDirectory);
-    EXPECT_EQ(archive.At<std::uint32_t>(14), 7U);     // the sum, before the contents
+    EXPECT_EQ(archive.At<std::uint32_t>(14), 7U);     // the CRC-32
     EXPECT_EQ(archive.At<std::uint32_t>(18), 3U);     // the size
-    EXPECT_EQ(archive.records.substr(31, 3), "abc");  // behind the name
+    EXPECT_EQ(archive.records.substr(31, 3), "abc");  // the contents, after the name
     EXPECT_EQ(entry, 34U);
-    EXPECT_EQ(archive.At<std::uint32_t>(entry + 42), 0U);  // where the member is
+    EXPECT_EQ(archive.At<std::uint32_t>(entry + 42), 0U);  // byte offset of the member
     EXPECT_EQ(archive.Find(kZip64End), std::string::npos);
     const std::size_t end = archive.Find(kEnd);
     EXPECT_EQ(archive.At<std::uint16_t>(end + 10), 1U);     // members
-    EXPECT_EQ(archive.At<std::uint32_t>(end + 16), entry);  // where the directory is
+    EXPECT_EQ(archive.At<std::uint32_t>(end + 16), entry);  // byte offset of the directory
 }
 
 TEST(ZipWriter, PutsLargeSizesAndOffsetsIntoRecordsOf64Bits) {
@@ -66,20 +66,22 @@ TEST(ZipWriter, PutsLargeSizesAndOffsetsIntoRecordsOf64Bits) {
     writer.Finish();
 
     EXPECT_EQ(archive.At<std::uint32_t>(18), 0xFFFFFFFFU);
-    EXPECT_EQ(archive.At<std::uint64_t>(30 + 5 + 4), kSize);  // behind name and extra's head
+    EXPECT_EQ(archive.At<std::uint64_t>(30 + 5 + 4),
+              kSize);  // after the name and the extra field's header
     const std::size_t large = archive.Find(kDirectory);
     EXPECT_EQ(archive.At<std::uint32_t>(large + 24), 0xFFFFFFFFU);
     EXPECT_EQ(archive.At<std::uint64_t>(large + 46 + 5 + 4), kSize);
     const std::size_t far = archive.records.find(kDirectory, large + 4);
     EXPECT_EQ(archive.At<std::uint32_t>(far + 24), 0U);
     EXPECT_EQ(archive.At<std::uint32_t>(far + 42), 0xFFFFFFFFU);
-    const auto place = archive.At<std::uint64_t>(far + 46 + 3 + 4);
-    EXPECT_EQ(place, kSize + 30 + 5 + 20);
+    const auto offset = archive.At<std::uint64_t>(far + 46 + 3 + 4);
+    EXPECT_EQ(offset, kSize + 30 + 5 + 20);
 
     const std::size_t end64 = archive.Find(kZip64End);
     EXPECT_EQ(archive.At<std::uint64_t>(end64 + 32), 2U);
     EXPECT_EQ(archive.At<std::uint64_t>(end64 + 48), kSize + large);
-    EXPECT_EQ(archive.At<std::uint64_t>(end64 + 56 + 8), kSize + end64);  // the way to it
+    EXPECT_EQ(archive.At<std::uint64_t>(end64 + 56 + 8),
+              kSize + end64);  // byte offset of that record
     EXPECT_EQ(archive.At<std::uint32_t>(archive.Find(kEnd) + 16), 0xFFFFFFFFU);
 }
 
