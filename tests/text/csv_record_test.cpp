@@ -8,7 +8,7 @@ using testing::IsEmpty;
 using text::CsvRecord;
 using text::ReadCsvRecord;
 
-TEST(CsvRecord, QuotesWhatMustBe) {
+TEST(CsvRecord, QuotesFieldsThatNeedIt) {
     EXPECT_EQ(CsvRecord({"a", "b c", ""}), "a,b c,\n");
     EXPECT_EQ(CsvRecord({"a,b", "say \"a\"", "a\nb", "a\rb"}),
               "\"a,b\",\"say \"\"a\"\"\",\"a\nb\",\"a\rb\"\n");
@@ -25,7 +25,7 @@ TEST(CsvRecord, IsReadBack) {
     EXPECT_THAT(rest, IsEmpty());
 }
 
-TEST(CsvRecord, IsNotTakenInPart) {
+TEST(CsvRecord, IsNotReadIfItIsCutOff) {
     const std::string text = CsvRecord({"a,\n", "12.5"});
     for (std::size_t length = 0; length < text.size(); ++length) {
         std::string_view rest(text.data(), length);

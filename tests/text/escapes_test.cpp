@@ -9,13 +9,13 @@ TEST(EscapedControls, AreReadable) {
               L"a\\x1b[2Jb\\r\\n\\t\\x7f\\x9b\\u2028z");
 }
 
-// What follows would be read the other way round.
-TEST(EscapedControls, TakeInWhatTurnsTextAround) {
+// These characters change the direction in which the text after them is read.
+TEST(EscapedControls, IncludeCharactersThatChangeTheDirection) {
     EXPECT_EQ(text::EscapeControls(L"a\x202Ez\x2066\x200F\x61C"),
               L"a\\u202ez\\u2066\\u200f\\u061c");
 }
 
-TEST(EscapedControls, KeepLineBreaksWhereAsked) {
+TEST(EscapedControls, KeepLineBreaksIfAsked) {
     EXPECT_EQ(text::EscapeControls(L"a\nb\r", true), L"a\nb\\r");
 }
 

@@ -31,7 +31,7 @@ TEST(JsonNumber, IsNeverAnInteger) {
     EXPECT_EQ(Number(1e300), "1e+300");
 }
 
-TEST(JsonNumber, NamesWhatIsNotFinite) {
+TEST(JsonNumber, NamesNumbersThatAreNotFinite) {
     EXPECT_EQ(Number(std::numeric_limits<double>::quiet_NaN()), "\"nan\"");
     EXPECT_EQ(Number(-std::numeric_limits<double>::quiet_NaN()), "\"nan\"");
     EXPECT_EQ(Number(HUGE_VAL), "\"inf\"");
@@ -55,7 +55,7 @@ TEST(JsonNumber, ReadsBackToTheSameBits) {
     }
 }
 
-TEST(JsonString, IsReadBackByAParserWhateverItHolds) {
+TEST(JsonString, IsReadBackByAParser) {
     std::wstring all;
     for (wchar_t character = 1; character < 0x800; ++character)
         all += character;

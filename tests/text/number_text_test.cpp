@@ -45,7 +45,7 @@ TEST(NumberText, RoundsToTheDecimalsAskedFor) {
         EXPECT_EQ(Written(row.number, row.decimals), row.text) << row.number;
 }
 
-TEST(NumberText, ReadsBackWithinHalfOfTheLastPlace) {
+TEST(NumberText, ReadsBackWithinHalfOfTheLastDigit) {
     std::mt19937_64 random(1);
     std::uniform_real_distribution<double> exponent(-6.0, 8.0);
     for (int count = 0; count < 100'000; ++count) {
@@ -61,7 +61,7 @@ TEST(NumberText, ReadsBackWithinHalfOfTheLastPlace) {
     }
 }
 
-TEST(NumberText, NeverTakesMoreThanItsRoom) {
+TEST(NumberText, NeverExceedsTheLongestNumber) {
     for (const double number :
          {std::numeric_limits<double>::denorm_min(), -std::numeric_limits<double>::denorm_min(),
           -std::numeric_limits<double>::max(), -3.999999999999999e15, -2.2250738585072014e-308})

@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(PathParts, AreCutAtTheRightPlaces) {
+TEST(PathParts, AreSplitAtSlashesAndDots) {
     EXPECT_EQ(text::FolderPart("a/b.c/d"), "a/b.c/");
     EXPECT_EQ(text::FolderPart("d"), "");
     EXPECT_EQ(text::NamePart("a/b.c/d"), "d");

@@ -12,6 +12,7 @@ using testing::Not;
 using text::ShellLine;
 using text::ShellWord;
 
+// What the shell command prints.
 std::string OutputOf(const std::string& command) {
     std::string output;
     const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
@@ -56,7 +57,7 @@ const std::string kWords[] = {
 
 TEST(ShellWord, IsReadBackByAShell) {
     for (const std::string& word : kWords) {
-        if (word.ends_with('\n')) continue;  // loses them, as the header says
+        if (word.ends_with('\n')) continue;  // line feeds at the end are lost, as the header says
         EXPECT_EQ(OutputOf("printf '%s|' " + ShellWord(word)), word + '|') << ShellWord(word);
     }
 }
@@ -68,12 +69,12 @@ TEST(ShellWord, StaysOnOneLine) {
     }
 }
 
-TEST(ShellWord, IsPlainWhereItCanBe) {
+TEST(ShellWord, IsNotQuotedWithoutNeed) {
     EXPECT_EQ(ShellWord("takes/07/07_01.amc"), "takes/07/07_01.amc");
     EXPECT_EQ(ShellWord("--length=-0.5"), "--length=-0.5");
 }
 
-TEST(ShellLine, KeepsWordsApart) {
+TEST(ShellLine, SeparatesWords) {
     EXPECT_EQ(OutputOf("printf '[%s]' " + ShellLine({"a", "", "b c", "'"})), "[a][][b c][']");
 }
 

@@ -1,4 +1,4 @@
-// The stand-in for std::to_chars against the original.
+// Compares the stand-in for std::to_chars with the original.
 #include <bit>
 #include <charconv>
 #include <cmath>

@@ -34,7 +34,7 @@ TEST_P(Utf8Character, IsWrittenAndReadBack) {
 INSTANTIATE_TEST_SUITE_P(, Utf8Character, testing::ValuesIn(kCharacters),
                          [](const auto& row) { return row.param.name; });
 
-TEST(Utf8, WritesTheReplacementForWhatIsNoCharacter) {
+TEST(Utf8, WritesTheReplacementForCodesThatAreNoCharacters) {
     for (const char32_t wrong : {0xD800U, 0xDFFFU, 0x110000U, 0xFFFFFFFFU}) {
         std::string written;
         text::AppendUtf8(written, wrong);
@@ -65,7 +65,7 @@ TEST_P(InvalidUtf8, IsFoundAtItsFirstByte) {
 INSTANTIATE_TEST_SUITE_P(, InvalidUtf8, testing::ValuesIn(kInvalid),
                          [](const auto& row) { return row.param.name; });
 
-TEST(Utf8, ReplacesWhatIsNoCharacter) {
+TEST(Utf8, ReplacesInvalidBytes) {
     EXPECT_EQ(text::ReplaceInvalidUtf8("H\xC3\xBC"), "H\xC3\xBC");
     EXPECT_EQ(text::ReplaceInvalidUtf8("\xFC\xE3\x81x\x80"),
               "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDx\xEF\xBF\xBD");

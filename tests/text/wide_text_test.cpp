@@ -43,12 +43,12 @@ const Decoded kDecoded[] = {
 INSTANTIATE_TEST_SUITE_P(, WideText, testing::ValuesIn(kDecoded),
                          [](const auto& row) { return row.param.name; });
 
-TEST(EncodedText, ReadsBackWhereItWasValid) {
+TEST(EncodedText, GivesValidBytesAgain) {
     const std::string text = "a\xC3\xA9\xE6\xAD\xA9\xF0\x9F\x9A\xB6";
     EXPECT_EQ(EncodeUtf8(DecodeUtf8(text)), text);
 }
 
-TEST(EncodedText, ShowsAReplacementForWhatIsNoCharacter) {
+TEST(EncodedText, HasTheReplacementForCodesThatAreNoCharacters) {
     const std::wstring text = {L'a', wchar_t(0xDC80), wchar_t(0xD800), wchar_t(0x110000), L'z'};
     EXPECT_EQ(EncodeUtf8(text), "a\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDz");
 }
