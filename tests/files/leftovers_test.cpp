@@ -14,7 +14,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-TEST(Leftovers, GoWhereTheirWriterIsGone) {
+TEST(Leftovers, AreRemovedIfTheirWriterHasEnded) {
     const TemporaryFolder folder;
     folder.Put(".zkhost-123-0.tmp", "half");
     folder.Put(".zkhost-convert", "kept");
@@ -23,7 +23,7 @@ TEST(Leftovers, GoWhereTheirWriterIsGone) {
     EXPECT_THAT(folder.Names(), ElementsAre(".zkhost-convert", "walk.glb"));
 }
 
-TEST(Leftovers, StayWhileTheyAreWritten) {
+TEST(Leftovers, AreKeptWhileTheyAreWritten) {
     const TemporaryFolder folder;
     {
         files::OutputFile file(folder.Path("walk.glb"));
@@ -36,7 +36,7 @@ TEST(Leftovers, StayWhileTheyAreWritten) {
     EXPECT_EQ(folder.Get("walk.glb"), "whole");
 }
 
-TEST(Leftovers, AreToldFromFilesThatAreJustBegun) {
+TEST(Leftovers, AreNotFilesThatWereJustCreated) {
     const TemporaryFolder folder;
     std::atomic<bool> done = false;
     std::thread remover([&] {
@@ -57,7 +57,7 @@ TEST(Leftovers, AreToldFromFilesThatAreJustBegun) {
     EXPECT_THAT(lost, IsEmpty());
 }
 
-TEST(Leftovers, MayBeInNoFolder) {
+TEST(Leftovers, AreIgnoredIfTheFolderDoesNotExist) {
     const TemporaryFolder folder;
     files::RemoveLeftovers({folder.Path("none")});
     EXPECT_TRUE(folder.Names().empty());

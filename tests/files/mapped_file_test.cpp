@@ -10,9 +10,9 @@ namespace {
 
 using files::MappedFile;
 
-TEST(MappedFile, IsTheWholeTextAndANul) {
+TEST(MappedFile, IsTheWholeTextWithANulAfterIt) {
     const TemporaryFolder folder;
-    // The last one fills its pages.
+    // The last of the sizes fills a whole page.
     for (const std::size_t size : {std::size_t{1}, std::size_t{4095}, std::size_t{4096}}) {
         const std::string text(size, 'x');
         folder.Put("walk.bvh", text);
@@ -46,8 +46,8 @@ TEST(MappedFile, SaysWhyItCannotBeRead) {
     EXPECT_EQ(MappedFile(folder.Path("folder.bvh/walk.bvh")).Problem(), "no such file");
 }
 
-// Root may read everything.
-TEST(MappedFile, SaysThatItMayNotBeRead) {
+// Root may read every file, so there is no problem for root.
+TEST(MappedFile, SaysThatPermissionIsDenied) {
     const TemporaryFolder folder;
     folder.Put("walk.bvh", "text");
     chmod(folder.Path("walk.bvh").c_str(), 0);

@@ -39,7 +39,7 @@ TEST(MendedFolder, HoldsFilesForThisUserAlone) {
     EXPECT_FALSE(std::filesystem::exists(FolderOf(path)));
 }
 
-TEST(MendedFolder, IsMadeInTheTemporaryFolderWhereMemoryHasNoRoom) {
+TEST(MendedFolder, IsCreatedInTmpdirIfMemoryHasNoRoom) {
     const TemporaryFolder temporary;
     setenv("TMPDIR", temporary.Path("").c_str(), 1);
     {
@@ -53,7 +53,8 @@ TEST(MendedFolder, IsMadeInTheTemporaryFolderWhereMemoryHasNoRoom) {
     unsetenv("TMPDIR");
 }
 
-// A child that makes a folder in `temporary` and then ends by `end`; returns how it ended.
+// Starts a child process, which creates a folder in `temporary` and calls `end` to end itself.
+// Returns the status with which it ended.
 template <class End>
 int StatusOfChild(const TemporaryFolder& temporary, End end) {
     const pid_t child = fork();
@@ -74,7 +75,8 @@ class EndOfAProcess : public testing::TestWithParam<int> {};
 
 TEST_P(EndOfAProcess, LeavesNoFolder) {
     const TemporaryFolder temporary;
-    // The handlers of a sanitizer would print a report and choose another end.
+    // A raised signal of a crash does not happen again after its handler, as a real crash does, so
+    // it is raised twice. The handlers of a sanitizer may end the process in another way.
     const int status = StatusOfChild(temporary, [] {
         raise(GetParam());
         raise(GetParam());
@@ -83,8 +85,8 @@ TEST_P(EndOfAProcess, LeavesNoFolder) {
     EXPECT_TRUE(temporary.Names().empty());
 }
 
-// What handled a signal before handles it again.
-TEST(MendedFolderWatch, LeavesTheHandlersAsTheyWere) {
+// After the watch ends, signals are handled as before.
+TEST(MendedFolderWatch, RestoresTheHandlers) {
     struct sigaction before {};
     sigaction(SIGTERM, nullptr, &before);
     {

@@ -63,8 +63,8 @@ TEST(TwoOutputFiles, AppearTogether) {
     EXPECT_EQ(folder.Names().size(), 2U);
 }
 
-// A folder takes the second name at the last moment.
-TEST(TwoOutputFiles, LeaveWhatStoodThereTogether) {
+// A folder that is created with the second name at the last moment makes the renaming fail.
+TEST(TwoOutputFiles, RestoreTheFirstIfTheSecondFails) {
     for (const bool hadNumbers : {true, false}) {
         const TemporaryFolder folder;
         if (hadNumbers) folder.Put("a.bin", "old numbers");
@@ -83,7 +83,7 @@ TEST(TwoOutputFiles, LeaveWhatStoodThereTogether) {
     }
 }
 
-TEST(TwoOutputFiles, LeaveTheOldOneWhereTheFirstHasNoName) {
+TEST(TwoOutputFiles, KeepTheOldFilesIfTheFirstFails) {
     const TemporaryFolder folder;
     folder.Put("a.bin", "old numbers");
     {
@@ -98,7 +98,7 @@ TEST(TwoOutputFiles, LeaveTheOldOneWhereTheFirstHasNoName) {
     EXPECT_THAT(folder.Names(), ElementsAre("a.bin"));
 }
 
-TEST(OutputFile, KeepsItsBytesAcrossTheBuffer) {
+TEST(OutputFile, WritesTheSameBytesInPiecesOfAnySize) {
     const TemporaryFolder folder;
     std::string expected;
     OutputFile file(folder.Path("a.json"));

@@ -12,14 +12,14 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-std::string Nothing(text::ByteSink& out) {
+std::string WriteNew(text::ByteSink& out) {
     out.Write("new");
     return {};
 }
 
 TEST(WriteFile, WritesTheWholeFile) {
     const TemporaryFolder folder;
-    const files::WriteOutcome outcome = files::WriteFile(folder.Path("a"), Nothing);
+    const files::WriteOutcome outcome = files::WriteFile(folder.Path("a"), WriteNew);
     EXPECT_TRUE(outcome.IsWritten());
     EXPECT_EQ(folder.Get("a"), "new");
 }
@@ -27,7 +27,7 @@ TEST(WriteFile, WritesTheWholeFile) {
 struct FailedWrite {
     const char* name;
     files::FillFile fill;
-    const char* problem;  // after the path; null: cancelled
+    const char* problem;  // the message after the path; null if the write is cancelled
 };
 
 std::ostream& operator<<(std::ostream& out, const FailedWrite& row) {
@@ -36,7 +36,7 @@ std::ostream& operator<<(std::ostream& out, const FailedWrite& row) {
 
 class WriteFileFails : public testing::TestWithParam<FailedWrite> {};
 
-TEST_P(WriteFileFails, AndLeavesWhatWasThere) {
+TEST_P(WriteFileFails, AndKeepsTheOldFile) {
     const TemporaryFolder folder;
     folder.Put("a", "old");
     const bool isCancelled = GetParam().problem == nullptr;
@@ -59,14 +59,14 @@ const FailedWrite kFailedWrites[] = {
      "too large"},
     {"WithoutMemory", [](text::ByteSink&) -> std::string { throw std::bad_alloc(); },
      "out of memory"},
-    {"WhenCancelled", Nothing, nullptr},
+    {"WhenCancelled", WriteNew, nullptr},
 };
 INSTANTIATE_TEST_SUITE_P(, WriteFileFails, testing::ValuesIn(kFailedWrites),
                          [](const auto& row) { return row.param.name; });
 
 TEST(WriteFile, SaysWhereItCannotWrite) {
     const TemporaryFolder folder;
-    const files::WriteOutcome outcome = files::WriteFile(folder.Path("none/a"), Nothing);
+    const files::WriteOutcome outcome = files::WriteFile(folder.Path("none/a"), WriteNew);
     EXPECT_THAT(outcome.problem, HasSubstr("none/a: No such file or directory"));
     EXPECT_FALSE(outcome.isCancelled);
 }

@@ -24,7 +24,7 @@ const NameRow kNames[] = {
     {"", std::nullopt},
 };
 
-TEST(CaptureKind, IsToldByTheExtension) {
+TEST(CaptureKind, FollowsFromTheExtension) {
     for (const NameRow& row : kNames)
         EXPECT_EQ(pairing::KindOf(row.path), row.kind) << row.path;
 }

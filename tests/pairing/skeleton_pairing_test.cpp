@@ -11,7 +11,7 @@ struct Pair {
     const char* name;
     const char* motion;
     std::vector<std::string> skeletons;
-    const char* skeleton;  // empty: none
+    const char* skeleton;  // the expected one; empty if none
     const char* problem = "";
 };
 
