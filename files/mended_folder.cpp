@@ -51,15 +51,19 @@ class SignalsBlocked {
     sigset_t former_{};
 };
 
+std::string TemporaryFolder() {
+    const char* const folder = std::getenv("TMPDIR");
+    return folder != nullptr && *folder != '\0' ? folder : "/tmp";
+}
+
 // The folders in which a temporary folder for `bytes` bytes can be created, the best first.
-std::vector<std::string> ParentFolders(std::size_t bytes) {
+std::vector<std::string> FoldersWithSpace(std::size_t bytes) {
     std::vector<std::string> folders;
     struct statvfs space {};
     if (statvfs(kMemoryFolder, &space) == 0 &&
         bytes + kSpareBytes <= space.f_bavail * space.f_frsize)
         folders.emplace_back(kMemoryFolder);
-    const char* temporary = std::getenv("TMPDIR");
-    folders.emplace_back(temporary && *temporary != '\0' ? temporary : "/tmp");
+    folders.push_back(TemporaryFolder());
     return folders;
 }
 
@@ -91,7 +95,7 @@ void WriteAll(int file, std::string_view text, const std::string& path) {
 MendedFolder::MendedFolder(std::size_t bytes) {
     const SignalsBlocked blocked;
     int error = 0;
-    for (const std::string& folder : ParentFolders(bytes)) {
+    for (const std::string& folder : FoldersWithSpace(bytes)) {
         std::string name = fmt::format("{}/{}XXXXXX", folder, NamePrefix(getpid()));
         if (mkdtemp(name.data())) {
             folder_ = name;
@@ -145,7 +149,8 @@ void RemoveMendedFolder() noexcept {
 }
 
 void RemoveMendedFolders(pid_t process) {
-    for (const std::string& folder : ParentFolders(0)) {
+    // Wherever a folder may have been created, even if there is no space for another one now.
+    for (const std::string& folder : {std::string(kMemoryFolder), TemporaryFolder()}) {
         std::error_code error;
         std::filesystem::directory_iterator entry(folder, error);
         const std::filesystem::directory_iterator end;
