@@ -12,7 +12,7 @@
 #include "tests/support/acclaim/acclaim_texts.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 extern "C" std::int32_t ZelkOnCommand(const wchar_t* name, const VARIANT* arguments) noexcept;
 
@@ -53,7 +53,7 @@ class AcclaimCommand : public testing::Test {
     std::int32_t Import() { return ImportAcclaim(model, basePose, motion).GetCode(); }
     static std::string NameOf(const Zelk::CRef& ref) { return Utf8(ZKObject(ref).GetName()); }
 
-    TempDir dir;
+    TemporaryFolder dir;
     Zelk::CRef model, basePose, motion;
 };
 

@@ -11,6 +11,7 @@
 #include "tests/support/acclaim/acclaim_random.h"
 #include "tests/support/acclaim/acclaim_walk.h"
 #include "tests/support/effort.h"
+#include "tests/support/files.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
 #include "tests/support/memory/new_operators.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 // The first and last address of this program, by the linker. What the program links statically is
 // the importer; the host is a library, whose allocations are its own.
@@ -35,7 +35,7 @@ class AllocationFaults : public testing::TestWithParam<bool> {};
 
 // Fails the n-th allocation, n counted up until none is left to fail.
 TEST_P(AllocationFaults, AreReported) {
-    const TempDir dir;
+    const TemporaryFolder dir;
     const auto path = [&](const char* name, const char* text) {
         const std::string file = dir.Write(name, text);
         return Zelk::CString(std::wstring(file.begin(), file.end()).c_str());

@@ -12,6 +12,7 @@
 #include "tests/support/bvh_walk.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
+#include "tests/support/files.h"
 
 namespace {
 

@@ -147,7 +147,7 @@ TEST_P(BvhExtremes, FramesThatNoFileCanHold) {
 }
 
 TEST_P(BvhExtremes, AFileOfFourGibibytesIsRefused) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     const std::string path = dir.Write("huge.bvh", bvh_test::kChain);
     std::filesystem::resize_file(path, std::uintmax_t{1} << 32);
     Importer importer(Skeleton());

@@ -56,7 +56,7 @@ void CheckFault(std::string_view operation, const Importer& importer, std::int32
 }
 
 TEST(BvhHostFailure, OfEachCallIsReportedAsListed) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     const std::string path = dir.Write("walk.bvh", bvh_test::kTree);
     std::set<const HostFailure*> reached;
     for (const Options& options : kAllOptions) {
@@ -84,7 +84,7 @@ TEST(BvhHostFailure, OfEachCallIsReportedAsListed) {
 
 // Whatever fails in the second of two sections, the first is what the importer hands out.
 TEST(BvhHostFailure, InASecondSectionLeavesTheFirst) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     const std::string path = dir.Write("walk.bvh", bvh_test::kChain + bvh_test::kTree);
     for (const bool nulls : {true, false}) {
         for (const std::string_view operation : headless::FaultyOperations()) {

@@ -324,9 +324,9 @@ TEST_F(BvhImport, NeedsAFileNameFirst) {
 }
 
 TEST_F(BvhImport, RefusesAFolder) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     Importer importer;
-    EXPECT_EQ(StatusText(importer.ImportFile(dir.Path().string())), "0x80070002");
+    EXPECT_EQ(StatusText(importer.ImportFile(dir.Path())), "0x80070002");
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include "headless/scene.h"
 #include "headless/session.h"
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace bvh_test {
 
@@ -33,7 +33,7 @@ class Importer {
 
     // Imports these bytes as a file, as a model called "walk".
     std::int32_t Import(const std::string& bytes) {
-        const support::TempDir dir;
+        const support::TemporaryFolder dir;
         return ImportFile(dir.Write("walk.bvh", bytes));
     }
     std::int32_t ImportFile(const std::string& path) {

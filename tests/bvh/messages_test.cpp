@@ -1,9 +1,7 @@
 // The messages in the sources against those that the tests' rows reach: a new message needs a row.
 #include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <set>
 #include <string>
 
@@ -11,6 +9,7 @@
 #include "tests/bvh/host_failures.h"
 #include "tests/bvh/import_failures.h"
 #include "tests/mocap/step_messages.h"
+#include "tests/support/files.h"
 
 namespace {
 
@@ -28,11 +27,6 @@ constexpr const char* kPiecesOfRefusals[] = {
 };
 
 using Messages = std::set<std::string>;
-
-std::string ReadAll(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // The first wide text at or behind `from`, with what is written in several pieces joined; `from`
 // moves behind it. Empty where there is none left.
@@ -66,7 +60,8 @@ Messages MessagesOfRooms() {
     for (const char* room : {"bvh", "mocap"}) {
         const auto folder = std::filesystem::path(ZKMOCAP_SOURCE_DIR) / room;
         for (const auto& entry : std::filesystem::directory_iterator(folder))
-            if (entry.path().extension() == ".cpp") all.merge(MessagesOf(ReadAll(entry.path())));
+            if (entry.path().extension() == ".cpp")
+                all.merge(MessagesOf(support::ReadText(entry.path())));
     }
     return all;
 }

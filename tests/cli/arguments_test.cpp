@@ -1,6 +1,7 @@
 #include "cli/arguments.h"
 
 #include <cmath>
+#include <filesystem>
 #include <gmock/gmock.h>
 
 #include "tests/support/temporary_folder.h"
@@ -149,8 +150,8 @@ TEST(CheckArguments, AreTaken) {
 }
 
 TEST(CheckArguments, AnInputIsNotOverwritten) {
-    const TemporaryFolder folder;
-    folder.Put("walk.bvh", "text");
+    const support::TemporaryFolder folder;
+    folder.Write("walk.bvh", "text");
     EXPECT_THROW(
         Parse({"check", folder.Path("walk.bvh"), "--fix", "-o", folder.Path("./walk.bvh")}),
         cli::UsageError);
@@ -259,8 +260,8 @@ TEST(CommandArguments, MayBeZeroWhereATextIsRead) {
 }
 
 TEST(ImportArguments, AnInputIsNotOverwritten) {
-    const TemporaryFolder folder;
-    folder.Put("walk.bvh", "text");
+    const support::TemporaryFolder folder;
+    folder.Write("walk.bvh", "text");
     std::filesystem::create_hard_link(folder.Path("walk.bvh"), folder.Path("linked.json"));
     std::filesystem::create_symlink("walk.bvh", folder.Path("symbolic.json"));
     for (const char* output : {"linked.json", "symbolic.json"})

@@ -1,5 +1,6 @@
 #include "dataset/capture_files.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
@@ -15,11 +16,7 @@ using testing::IsEmpty;
 
 class CaptureFiles : public testing::Test {
   protected:
-    void Make(const std::string& name) const {
-        std::filesystem::create_directories(
-            std::filesystem::path(folder_.Path(name)).parent_path());
-        folder_.Put(name, "");
-    }
+    void Make(const std::string& name) const { folder_.Write(name, ""); }
     void Link(const std::string& target, const std::string& name) const {
         std::filesystem::create_symlink(target, folder_.Path(name));
     }
@@ -39,7 +36,7 @@ class CaptureFiles : public testing::Test {
         return FindCaptures(paths, folder_.Path(outDir));
     }
 
-    TemporaryFolder folder_;
+    support::TemporaryFolder folder_;
 };
 
 TEST_F(CaptureFiles, AreFoundInFolders) {

@@ -1,5 +1,6 @@
 #include "dataset/jobs.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 
 #include "dataset/request.h"
@@ -12,11 +13,8 @@ using testing::ElementsAre;
 class Jobs : public testing::Test {
   protected:
     void Make(const std::vector<std::string>& names) const {
-        for (const std::string& name : names) {
-            const std::filesystem::path path = folder_.Path(name);
-            std::filesystem::create_directories(path.parent_path());
-            folder_.Put(name, "");
-        }
+        for (const std::string& name : names)
+            folder_.Write(name, "");
     }
 
     // "skeleton + source > output", or "source ! refusal", without the folder's own path.
@@ -43,7 +41,7 @@ class Jobs : public testing::Test {
         return place == std::string::npos ? text : text.erase(place, folder_.Path("").size());
     }
 
-    TemporaryFolder folder_;
+    support::TemporaryFolder folder_;
     std::string outDir_ = "out";
 };
 

@@ -22,7 +22,7 @@ class LedgerFile : public testing::Test {
   protected:
     std::string Path() const { return folder_.Path(dataset::kLedgerName); }
 
-    TemporaryFolder folder_;
+    support::TemporaryFolder folder_;
 };
 
 TEST_F(LedgerFile, HandsOnWhatWentWell) {
@@ -83,9 +83,9 @@ TEST_F(LedgerFile, MayBeMissing) {
 
 TEST_F(LedgerFile, CutAnywhereTellsNothingWrong) {
     Ledger(Path(), "options").Start({kWalk, kTake}, {RowOf(kWalk), RowOf(kTake)});
-    const std::string whole = folder_.Get(dataset::kLedgerName);
+    const std::string whole = folder_.Read(dataset::kLedgerName);
     for (std::size_t length = 0; length < whole.size(); ++length) {
-        folder_.Put(dataset::kLedgerName, whole.substr(0, length));
+        folder_.Write(dataset::kLedgerName, whole.substr(0, length));
         Ledger ledger(Path(), "options");
         ledger.Read();
         EXPECT_EQ(ledger.Find(kTake), nullptr) << length;

@@ -2,12 +2,13 @@
 
 #include <cmath>
 #include <cstddef>
-#include <fstream>
 #include <locale>
 #include <numbers>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
+
+#include "tests/support/files.h"
 
 namespace examples_test {
 namespace {
@@ -281,16 +282,8 @@ double Distance(const Point& a, const Point& b) {
     return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
 }
 
-std::string ReadFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    if (!file) throw std::runtime_error("cannot read " + path);
-    return text.str();
-}
-
 BvhWalk ReadBvh(const std::string& path) {
-    Tokens tokens(ReadFile(path));
+    Tokens tokens(support::ReadText(path));
     BvhWalk out;
     const std::vector<BvhNode> nodes = ReadHierarchy(tokens);
     std::size_t channels = 0;
@@ -314,14 +307,14 @@ BvhWalk ReadBvh(const std::string& path) {
 
 AcclaimWalk ReadAcclaim(const std::string& asfPath, const std::string& amcPath) {
     AcclaimWalk out;
-    const std::string asf = WithoutComments(ReadFile(asfPath), "(),");
+    const std::string asf = WithoutComments(support::ReadText(asfPath), "(),");
     Tokens tokens(asf);
     tokens.Expect(":version");
     for (std::string word = tokens.Word(); word != ":bonedata"; word = tokens.Word())
         if (word == "length" && out.lengthFactor == 0) out.lengthFactor = tokens.Number();
     ReadBones(tokens, out);
     std::vector<std::string> order = ReadAsfHierarchy(asf, out);
-    ReadMotion(ReadFile(amcPath), out);
+    ReadMotion(support::ReadText(amcPath), out);
     for (std::size_t frame = 0; frame < out.rows.size(); ++frame)
         PlaceAcclaimFrame(out, order, frame);
     return out;

@@ -53,7 +53,4 @@ Point Add(const Point& a, const Point& b);
 Point Apply(const Axes& axes, const Point& v);
 double Distance(const Point& a, const Point& b);
 
-// The bytes of a file.
-std::string ReadFile(const std::string& path);
-
 }  // namespace examples_test

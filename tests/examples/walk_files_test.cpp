@@ -3,15 +3,15 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <ostream>
 #include <string>
 #include <sys/wait.h>
-#include <system_error>
 
 #include "tests/examples/forward_kinematics.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
 
 namespace examples_test {
 namespace {
@@ -24,40 +24,18 @@ int ExitStatus(const std::string& arguments) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-// A folder of its own, gone with the test.
-class Folder {
-  public:
-    Folder() : path_(std::filesystem::path(testing::TempDir()) / "walkXXXXXX") {
-        std::string name = path_.string();
-        path_ = mkdtemp(name.data()) != nullptr ? name : "";
-    }
-    ~Folder() {
-        std::error_code ignored;  // a folder left behind fails no claim
-        if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    std::string Path() const { return path_.string(); }
-
-  private:
-    std::filesystem::path path_;
-};
-
 TEST(MakeWalk, WritesTheSamplesByteForByte) {
-    const Folder folder;
-    ASSERT_FALSE(folder.Path().empty());
+    const support::TemporaryFolder folder;
     ASSERT_EQ(ExitStatus("\"" + folder.Path() + "\""), 0);
-    for (const char* name : {"/walk.bvh", "/walk.asf", "/walk.amc"})
-        EXPECT_TRUE(ReadFile(folder.Path() + name) == ReadFile(kSamples + name)) << name;
+    for (const char* name : {"walk.bvh", "walk.asf", "walk.amc"})
+        EXPECT_TRUE(folder.Read(name) == support::ReadText(kSamples + '/' + name)) << name;
 }
 
 TEST(MakeWalk, TellsWrongUsageFromAFailedOutput) {
-    const Folder folder;
-    ASSERT_FALSE(folder.Path().empty());
+    const support::TemporaryFolder folder;
     EXPECT_EQ(ExitStatus(""), 2);
     EXPECT_EQ(ExitStatus("one two"), 2);
-    EXPECT_EQ(ExitStatus("\"" + folder.Path() + "/missing\""), 1);
+    EXPECT_EQ(ExitStatus("\"" + folder.Path("missing") + "\""), 1);
 }
 
 struct SampleFile {
@@ -71,7 +49,7 @@ std::ostream& operator<<(std::ostream& out, const SampleFile& row) {
 class Sample : public testing::TestWithParam<SampleFile> {};
 
 TEST_P(Sample, IsSmallPlainTextWithUnixLines) {
-    const std::string text = ReadFile(kSamples + GetParam().file);
+    const std::string text = support::ReadText(kSamples + GetParam().file);
     EXPECT_LT(text.size(), GetParam().maxBytes);
     EXPECT_TRUE(text.ends_with('\n'));
     EXPECT_TRUE(std::all_of(text.begin(), text.end(), [](char c) {

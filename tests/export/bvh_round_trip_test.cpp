@@ -5,7 +5,7 @@
 
 #include "tests/export/exported.h"
 #include "tests/support/bvh_random.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -54,7 +54,7 @@ bool MakeTrip(const std::vector<std::string>& files, const Trip& trip) {
     SCOPED_TRACE(files.back() + " " + trip.name);
     if (!exported::Import(files, trip.settings)) return false;
     const std::vector<Take> before = exported::RecordAll();
-    const support::TempDir folder;
+    const support::TemporaryFolder folder;
     const std::string name = std::filesystem::path(files.front()).stem().string() + ".bvh";
     const std::string path = folder.Write(name, exported::Export(".bvh"));
     EXPECT_TRUE(exported::Import({path}, {.nulls = trip.backAsNulls}));
@@ -93,7 +93,7 @@ TEST_P(BvhRoundTrip, KeepsRealMotion) {
 }
 
 TEST_P(BvhRoundTrip, KeepsRandomMotion) {
-    const support::TempDir folder;
+    const support::TemporaryFolder folder;
     std::size_t trips = 0;
     for (std::uint64_t seed = 0; seed < kRandomFiles; ++seed) {
         const std::string name = "random" + std::to_string(seed) + ".bvh";

@@ -18,7 +18,8 @@
 #include "headless/session.h"
 #include "headless/text.h"
 #include "tests/support/bvh_walk.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_folder.h"
 #include "text/wide_text.h"
 
 namespace exported {
@@ -72,7 +73,7 @@ bool Import(const std::vector<std::string>& files, const ImportSettings& setting
 }
 
 bool ImportText(const std::string& bvh, const ImportSettings& settings) {
-    const support::TempDir folder;
+    const support::TemporaryFolder folder;
     return Import({folder.Write("take.bvh", bvh)}, settings);
 }
 
@@ -157,7 +158,7 @@ exporters::Notes ExportTo(const std::string& path, const exporters::Options& opt
 
 std::string Export(const std::string& extension, const exporters::Options& options,
                    exporters::Notes* notes) {
-    const support::TempDir folder;
+    const support::TemporaryFolder folder;
     const std::string path = (folder.Path() / ("export" + extension)).string();
     const exporters::Notes written = ExportTo(path, options);
     if (notes) *notes = written;

@@ -7,7 +7,7 @@
 #include "files/output_file.h"
 #include "tests/export/exported.h"
 #include "tests/support/memory/new_operators.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -58,8 +58,8 @@ TEST(ExportMemory, StaysWithinThreeTimesTheKeys) {
             ASSERT_TRUE(exported::ImportText(Hinges(channels), {.nulls = nulls}));
             const std::size_t keys = KeyBytes();
             for (const char* path : {".glb", ".gltf", ".bvh", ".csv", ".npz"}) {
-                const support::TempDir folder;
-                const std::string file = (folder.Path() / ("out" + std::string(path))).string();
+                const support::TemporaryFolder folder;
+                const std::string file = folder.Path("out" + std::string(path));
                 const std::size_t before = support::memoryUse.live;
                 support::memoryUse.peak = before;
                 exported::ExportTo(file);

@@ -5,7 +5,7 @@
 
 #include "headless/session.h"
 #include "tests/export/exported.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -71,9 +71,9 @@ class Refusal : public testing::TestWithParam<Row> {};
 TEST_P(Refusal, LeavesNoFile) {
     ASSERT_TRUE(exported::ImportText(GetParam().bvh));
     for (const std::string& extension : GetParam().extensions) {
-        const support::TempDir folder;
+        const support::TemporaryFolder folder;
         try {
-            exported::ExportTo((folder.Path() / ("out" + extension)).string(), GetParam().options);
+            exported::ExportTo(folder.Path("out" + extension), GetParam().options);
             ADD_FAILURE() << extension << " was written";
         } catch (const exporters::ExportError& error) {
             EXPECT_THAT(error.what(), HasSubstr(GetParam().message)) << extension;

@@ -10,7 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/export/exported.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

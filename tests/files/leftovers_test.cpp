@@ -15,16 +15,16 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 TEST(Leftovers, AreRemovedIfTheirWriterHasEnded) {
-    const TemporaryFolder folder;
-    folder.Put(".zkhost-123-0.tmp", "half");
-    folder.Put(".zkhost-convert", "kept");
-    folder.Put("walk.glb", "kept");
+    const support::TemporaryFolder folder;
+    folder.Write(".zkhost-123-0.tmp", "half");
+    folder.Write(".zkhost-convert", "kept");
+    folder.Write("walk.glb", "kept");
     files::RemoveLeftovers({folder.Path("")});
     EXPECT_THAT(folder.Names(), ElementsAre(".zkhost-convert", "walk.glb"));
 }
 
 TEST(Leftovers, AreKeptWhileTheyAreWritten) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     {
         files::OutputFile file(folder.Path("walk.glb"));
         files::RemoveLeftovers({folder.Path("")});
@@ -33,11 +33,11 @@ TEST(Leftovers, AreKeptWhileTheyAreWritten) {
         file.Commit();
     }
     EXPECT_THAT(folder.Names(), ElementsAre("walk.glb"));
-    EXPECT_EQ(folder.Get("walk.glb"), "whole");
+    EXPECT_EQ(folder.Read("walk.glb"), "whole");
 }
 
 TEST(Leftovers, AreNotFilesThatWereJustCreated) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     std::atomic<bool> done = false;
     std::thread remover([&] {
         while (!done)
@@ -58,7 +58,7 @@ TEST(Leftovers, AreNotFilesThatWereJustCreated) {
 }
 
 TEST(Leftovers, AreIgnoredIfTheFolderDoesNotExist) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     files::RemoveLeftovers({folder.Path("none")});
     EXPECT_TRUE(folder.Names().empty());
 }

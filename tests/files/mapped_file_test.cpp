@@ -1,5 +1,6 @@
 #include "files/mapped_file.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,11 +12,11 @@ namespace {
 using files::MappedFile;
 
 TEST(MappedFile, IsTheWholeTextWithANulAfterIt) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     // The last of the sizes fills a whole page.
     for (const std::size_t size : {std::size_t{1}, std::size_t{4095}, std::size_t{4096}}) {
         const std::string text(size, 'x');
-        folder.Put("walk.bvh", text);
+        folder.Write("walk.bvh", text);
         const MappedFile file(folder.Path("walk.bvh"));
         EXPECT_EQ(file.Problem(), "");
         EXPECT_EQ(file.Text(), text);
@@ -24,8 +25,8 @@ TEST(MappedFile, IsTheWholeTextWithANulAfterIt) {
 }
 
 TEST(MappedFile, MayBeEmpty) {
-    const TemporaryFolder folder;
-    folder.Put("empty.bvh", "");
+    const support::TemporaryFolder folder;
+    folder.Write("empty.bvh", "");
     const MappedFile file(folder.Path("empty.bvh"));
     EXPECT_EQ(file.Problem(), "");
     EXPECT_TRUE(file.Text().empty());
@@ -33,10 +34,10 @@ TEST(MappedFile, MayBeEmpty) {
 }
 
 TEST(MappedFile, SaysWhyItCannotBeRead) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     std::filesystem::create_directory(folder.Path("folder.bvh"));
     ASSERT_EQ(mkfifo(folder.Path("fifo.bvh").c_str(), 0600), 0);
-    folder.Put("large.bvh", "");
+    folder.Write("large.bvh", "");
     std::filesystem::resize_file(folder.Path("large.bvh"), std::uintmax_t{1} << 32);
     EXPECT_EQ(MappedFile(folder.Path("missing.bvh")).Problem(), "no such file");
     EXPECT_EQ(MappedFile(folder.Path("folder.bvh")).Problem(), "is a folder");
@@ -48,8 +49,8 @@ TEST(MappedFile, SaysWhyItCannotBeRead) {
 
 // Root may read every file, so there is no problem for root.
 TEST(MappedFile, SaysThatPermissionIsDenied) {
-    const TemporaryFolder folder;
-    folder.Put("walk.bvh", "text");
+    const support::TemporaryFolder folder;
+    folder.Write("walk.bvh", "text");
     chmod(folder.Path("walk.bvh").c_str(), 0);
     const std::string expected = geteuid() == 0 ? "" : "permission denied";
     EXPECT_EQ(MappedFile(folder.Path("walk.bvh")).Problem(), expected);

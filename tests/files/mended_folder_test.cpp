@@ -1,15 +1,15 @@
 #include "files/mended_folder.h"
 
 #include <csignal>
-#include <fstream>
+#include <filesystem>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "files/mended_watch.h"
 #include "files/system_storage.h"
+#include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 #include "text/byte_sink.h"
 
@@ -30,9 +30,7 @@ TEST(MendedFolder, HoldsFilesForThisUserAlone) {
         struct stat status {};
         ASSERT_EQ(stat(FolderOf(path).c_str(), &status), 0);
         EXPECT_EQ(status.st_mode & 0777U, 0700U);
-        std::ifstream file(path);
-        const std::string text{std::istreambuf_iterator<char>(file), {}};
-        EXPECT_EQ(text, "HIERARCHY\n");
+        EXPECT_EQ(support::ReadText(path), "HIERARCHY\n");
         folder.Write("walk.amc", "");
         EXPECT_THROW(folder.Write("third.amc", ""), text::WriteError);
     }
@@ -40,7 +38,7 @@ TEST(MendedFolder, HoldsFilesForThisUserAlone) {
 }
 
 TEST(MendedFolder, IsCreatedInTmpdirIfMemoryHasNoRoom) {
-    const TemporaryFolder temporary;
+    const support::TemporaryFolder temporary;
     setenv("TMPDIR", temporary.Path("").c_str(), 1);
     {
         MendedFolder folder(std::size_t{1} << 60U);
@@ -56,7 +54,7 @@ TEST(MendedFolder, IsCreatedInTmpdirIfMemoryHasNoRoom) {
 // Starts a child process, which creates a folder in `temporary` and calls `end` to end itself.
 // Returns the status with which it ended.
 template <class End>
-int StatusOfChild(const TemporaryFolder& temporary, End end) {
+int StatusOfChild(const support::TemporaryFolder& temporary, End end) {
     const pid_t child = fork();
     if (child == 0) {
         setenv("TMPDIR", temporary.Path("").c_str(), 1);
@@ -74,7 +72,7 @@ int StatusOfChild(const TemporaryFolder& temporary, End end) {
 class EndOfAProcess : public testing::TestWithParam<int> {};
 
 TEST_P(EndOfAProcess, LeavesNoFolder) {
-    const TemporaryFolder temporary;
+    const support::TemporaryFolder temporary;
     // A raised signal of a crash does not happen again after its handler, as a real crash does, so
     // it is raised twice. The handlers of a sanitizer may end the process in another way.
     const int status = StatusOfChild(temporary, [] {
@@ -115,7 +113,7 @@ INSTANTIATE_TEST_SUITE_P(, EndOfAProcess,
                                          SIGHUP, SIGPIPE, SIGQUIT));
 
 TEST(MendedFolders, AreRemovedForAProcessThatWasKilled) {
-    const TemporaryFolder temporary;
+    const support::TemporaryFolder temporary;
     pid_t id = 0;
     const pid_t child = fork();
     if (child == 0) {

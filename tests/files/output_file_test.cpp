@@ -1,6 +1,7 @@
 #include "files/output_file.h"
 
 #include <csignal>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -26,48 +27,48 @@ std::string MessageOf(const std::string& path) {
 }
 
 TEST(OutputFile, AppearsWhenItIsWhole) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     OutputFile file(folder.Path("a.json"));
     file.Write("one ");
     EXPECT_FALSE(std::filesystem::exists(folder.Path("a.json")));
     file.Write("two");
     file.Commit();
-    EXPECT_EQ(folder.Get("a.json"), "one two");
+    EXPECT_EQ(folder.Read("a.json"), "one two");
     EXPECT_THAT(folder.Names(), ElementsAre("a.json"));
 }
 
 TEST(OutputFile, LeavesNothingWithoutCommit) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     { OutputFile(folder.Path("a.json")).Write("text"); }
     EXPECT_THAT(folder.Names(), IsEmpty());
 }
 
 TEST(OutputFile, LeavesTheOldFileWithoutCommit) {
-    const TemporaryFolder folder;
-    folder.Put("a.json", "old");
+    const support::TemporaryFolder folder;
+    folder.Write("a.json", "old");
     { OutputFile(folder.Path("a.json")).Write("new"); }
-    EXPECT_EQ(folder.Get("a.json"), "old");
+    EXPECT_EQ(folder.Read("a.json"), "old");
     EXPECT_THAT(folder.Names(), ElementsAre("a.json"));
 }
 
 TEST(TwoOutputFiles, AppearTogether) {
-    const TemporaryFolder folder;
-    folder.Put("a.bin", "old numbers");
+    const support::TemporaryFolder folder;
+    folder.Write("a.bin", "old numbers");
     OutputFile first(folder.Path("a.bin"));
     OutputFile second(folder.Path("a.gltf"));
     first.Write("new numbers");
     second.Write("new text");
     OutputFile::CommitBoth(first, second);
-    EXPECT_EQ(folder.Get("a.bin"), "new numbers");
-    EXPECT_EQ(folder.Get("a.gltf"), "new text");
+    EXPECT_EQ(folder.Read("a.bin"), "new numbers");
+    EXPECT_EQ(folder.Read("a.gltf"), "new text");
     EXPECT_EQ(folder.Names().size(), 2U);
 }
 
 // A folder that is created with the second name at the last moment makes the renaming fail.
 TEST(TwoOutputFiles, RestoreTheFirstIfTheSecondFails) {
     for (const bool hadNumbers : {true, false}) {
-        const TemporaryFolder folder;
-        if (hadNumbers) folder.Put("a.bin", "old numbers");
+        const support::TemporaryFolder folder;
+        if (hadNumbers) folder.Write("a.bin", "old numbers");
         {
             OutputFile first(folder.Path("a.bin"));
             OutputFile second(folder.Path("a.gltf"));
@@ -77,15 +78,15 @@ TEST(TwoOutputFiles, RestoreTheFirstIfTheSecondFails) {
         }
         EXPECT_EQ(std::filesystem::exists(folder.Path("a.bin")), hadNumbers);
         if (hadNumbers) {
-            EXPECT_EQ(folder.Get("a.bin"), "old numbers");
+            EXPECT_EQ(folder.Read("a.bin"), "old numbers");
         }
         EXPECT_EQ(folder.Names().size(), hadNumbers ? 2U : 1U);
     }
 }
 
 TEST(TwoOutputFiles, KeepTheOldFilesIfTheFirstFails) {
-    const TemporaryFolder folder;
-    folder.Put("a.bin", "old numbers");
+    const support::TemporaryFolder folder;
+    folder.Write("a.bin", "old numbers");
     {
         OutputFile first(folder.Path("a.bin"));
         const auto names = folder.Names();
@@ -94,12 +95,12 @@ TEST(TwoOutputFiles, KeepTheOldFilesIfTheFirstFails) {
             if (files::IsTemporaryName(name)) std::filesystem::remove(folder.Path(name));
         EXPECT_THROW(OutputFile::CommitBoth(first, second), text::WriteError);
     }
-    EXPECT_EQ(folder.Get("a.bin"), "old numbers");
+    EXPECT_EQ(folder.Read("a.bin"), "old numbers");
     EXPECT_THAT(folder.Names(), ElementsAre("a.bin"));
 }
 
 TEST(OutputFile, WritesTheSameBytesInPiecesOfAnySize) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     std::string expected;
     OutputFile file(folder.Path("a.json"));
     for (const std::size_t size :
@@ -112,12 +113,12 @@ TEST(OutputFile, WritesTheSameBytesInPiecesOfAnySize) {
         expected += piece;
     }
     file.Commit();
-    EXPECT_TRUE(folder.Get("a.json") == expected);
+    EXPECT_TRUE(folder.Read("a.json") == expected);
 }
 
 TEST(OutputFile, KeepsThePermissionsOfWhatItReplaces) {
-    const TemporaryFolder folder;
-    folder.Put("a.json", "old");
+    const support::TemporaryFolder folder;
+    folder.Write("a.json", "old");
     std::filesystem::permissions(folder.Path("a.json"), std::filesystem::perms(0640));
     OutputFile file(folder.Path("a.json"));
     file.Commit();
@@ -126,21 +127,21 @@ TEST(OutputFile, KeepsThePermissionsOfWhatItReplaces) {
 }
 
 TEST(OutputFile, FollowsASymbolicLink) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     std::filesystem::create_directory(folder.Path("real"));
     std::filesystem::create_symlink("real/b.json", folder.Path("a.json"));
     OutputFile file(folder.Path("a.json"));
     file.Write("text");
     file.Commit();
     EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("a.json")));
-    EXPECT_EQ(folder.Get("real/b.json"), "text");
+    EXPECT_EQ(folder.Read("real/b.json"), "text");
 }
 
 TEST(OutputFile, SaysWhyItCannotBeWritten) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     std::filesystem::create_directory(folder.Path("folder.json"));
     std::filesystem::create_symlink("/dev/full", folder.Path("full.json"));
-    folder.Put("file", "");
+    folder.Write("file", "");
     EXPECT_THAT(MessageOf(folder.Path("none/a.json")), HasSubstr("No such file or directory"));
     EXPECT_THAT(MessageOf(folder.Path("file/a.json")), HasSubstr("Not a directory"));
     EXPECT_THAT(MessageOf(folder.Path("folder.json")), HasSubstr("not a regular file"));
@@ -149,8 +150,8 @@ TEST(OutputFile, SaysWhyItCannotBeWritten) {
 }
 
 TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull) {
-    const TemporaryFolder folder;
-    folder.Put("a.json", "old");
+    const support::TemporaryFolder folder;
+    folder.Write("a.json", "old");
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit limit{};
     getrlimit(RLIMIT_FSIZE, &limit);
@@ -165,7 +166,7 @@ TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull) {
         },
         text::WriteError);
     setrlimit(RLIMIT_FSIZE, &limit);
-    EXPECT_EQ(folder.Get("a.json"), "old");
+    EXPECT_EQ(folder.Read("a.json"), "old");
     EXPECT_THAT(folder.Names(), ElementsAre("a.json"));
 }
 

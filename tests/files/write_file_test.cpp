@@ -18,10 +18,10 @@ std::string WriteNew(text::ByteSink& out) {
 }
 
 TEST(WriteFile, WritesTheWholeFile) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     const files::WriteOutcome outcome = files::WriteFile(folder.Path("a"), WriteNew);
     EXPECT_TRUE(outcome.IsWritten());
-    EXPECT_EQ(folder.Get("a"), "new");
+    EXPECT_EQ(folder.Read("a"), "new");
 }
 
 struct FailedWrite {
@@ -37,8 +37,8 @@ std::ostream& operator<<(std::ostream& out, const FailedWrite& row) {
 class WriteFileFails : public testing::TestWithParam<FailedWrite> {};
 
 TEST_P(WriteFileFails, AndKeepsTheOldFile) {
-    const TemporaryFolder folder;
-    folder.Put("a", "old");
+    const support::TemporaryFolder folder;
+    folder.Write("a", "old");
     const bool isCancelled = GetParam().problem == nullptr;
     const files::WriteOutcome outcome =
         files::WriteFile(folder.Path("a"), GetParam().fill, [&] { return isCancelled; });
@@ -46,7 +46,7 @@ TEST_P(WriteFileFails, AndKeepsTheOldFile) {
     EXPECT_EQ(outcome.isCancelled, isCancelled);
     const std::string start = "cannot write " + folder.Path("a") + ": ";
     EXPECT_EQ(outcome.problem, isCancelled ? "" : start + GetParam().problem);
-    EXPECT_EQ(folder.Get("a"), "old");
+    EXPECT_EQ(folder.Read("a"), "old");
     EXPECT_THAT(folder.Names(), ElementsAre("a"));
 }
 
@@ -65,14 +65,14 @@ INSTANTIATE_TEST_SUITE_P(, WriteFileFails, testing::ValuesIn(kFailedWrites),
                          [](const auto& row) { return row.param.name; });
 
 TEST(WriteFile, SaysWhereItCannotWrite) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     const files::WriteOutcome outcome = files::WriteFile(folder.Path("none/a"), WriteNew);
     EXPECT_THAT(outcome.problem, HasSubstr("none/a: No such file or directory"));
     EXPECT_FALSE(outcome.isCancelled);
 }
 
 TEST(WriteFilePair, WritesBothOrNeither) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     const auto write = [&](const std::string& reason) {
         return files::WriteFilePair(folder.Path("a"), folder.Path("a.bin"),
                                     [&](text::ByteSink& out, text::ByteSink& side) {
@@ -84,8 +84,8 @@ TEST(WriteFilePair, WritesBothOrNeither) {
     EXPECT_THAT(write("too large").problem, HasSubstr("/a: too large"));
     EXPECT_THAT(folder.Names(), IsEmpty());
     EXPECT_TRUE(write("").IsWritten());
-    EXPECT_EQ(folder.Get("a"), "text");
-    EXPECT_EQ(folder.Get("a.bin"), "numbers");
+    EXPECT_EQ(folder.Read("a"), "text");
+    EXPECT_EQ(folder.Read("a.bin"), "numbers");
 }
 
 }  // namespace

@@ -20,7 +20,7 @@
 #include "tests/fuzz/memory_file.h"
 #include "tests/fuzz/require.h"
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 #include "text/byte_sink.h"
 
 namespace fuzz {
@@ -89,10 +89,10 @@ bool IsLong() {
 }
 
 // A folder in memory where there is one.
-const support::TempDir& Folder() {
-    static const support::TempDir folder = [] {
+const support::TemporaryFolder& Folder() {
+    static const support::TemporaryFolder folder = [] {
         if (fs::is_directory("/dev/shm")) setenv("TMPDIR", "/dev/shm", 1);
-        return support::TempDir();
+        return support::TemporaryFolder();
     }();
     return folder;
 }
@@ -116,7 +116,7 @@ class Exports {
         Write({"a.glb"},
               [&](text::ByteSink& out) { exporters::WriteGlb(out, CurrentScene(), options_); });
         Write({"a.gltf", "a.bin"}, [&](text::ByteSink& out) {
-            files::OutputFile binary((Folder().Path() / "a.bin").string());
+            files::OutputFile binary(Folder().Path("a.bin"));
             exporters::WriteGltf(out, binary, "a.bin", CurrentScene(), options_);
             binary.Commit();
         });
@@ -133,7 +133,7 @@ class Exports {
     void Write(std::initializer_list<const char*> names, const Writer& write) {
         bool refused = false;
         try {
-            files::OutputFile file((Folder().Path() / *names.begin()).string());
+            files::OutputFile file(Folder().Path(*names.begin()));
             write(file);
             file.Commit();
         } catch (const exporters::ExportError& error) {
@@ -142,7 +142,7 @@ class Exports {
         }
         Require(FilesLeft() == (refused ? 0 : names.size()), "files are left behind or missing");
         for (const char* name : names) {
-            const fs::path path = Folder().Path() / name;
+            const fs::path path = Folder().Path(name);
             if (refused) continue;
             std::ifstream stream(path, std::ios::binary);
             written_[name] = {std::istreambuf_iterator<char>(stream), {}};

@@ -10,7 +10,7 @@
 #include "tests/fuzz/memory_file.h"
 #include "tests/fuzz/scene_requirements.h"
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -213,12 +213,12 @@ TEST(GreedyWarnings, AreCountedForEachMotion) {
 
 // What is no file that can be measured is not read, and nothing waits for it.
 TEST(StrangePath, IsRefused) {
-    const support::TempDir folder;
-    const std::string pipe = (folder.Path() / "pipe").string();
+    const support::TemporaryFolder folder;
+    const std::string pipe = folder.Path("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     const std::string empty = folder.Write("empty", "");
     for (const std::string& path :
-         {pipe, empty, folder.Path().string(), std::string("/dev/zero"), std::string("/dev/null"),
+         {pipe, empty, folder.Path(), std::string("/dev/zero"), std::string("/dev/null"),
           std::string("/proc/self/mem"), std::string("/proc/self/maps"),
           std::string("/proc/self/fd"), std::string("/nowhere"), std::string(5000, 'x')}) {
         SCOPED_TRACE(path.substr(0, 80));

@@ -5,7 +5,7 @@
 #include <type_traits>
 
 #include "tests/mocap/importer.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ class ImportBase : public testing::Test {
 
     // A reader that stands at line 12, column 5.
     static void Place(Importer& importer) {
-        const support::TempDir dir;
+        const support::TemporaryFolder dir;
         const std::string path = dir.Write("lines", std::string(12, '\n') + "12345 rest");
         ASSERT_TRUE(importer.stringFile.ReadFile(std::wstring(path.begin(), path.end()).c_str()));
         importer.stringFile.GetNextString();

@@ -11,7 +11,7 @@
 #include "tests/plugin/plugin_library.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -66,9 +66,8 @@ const CommandRow kCommandRows[] = {
 
 class BiovisionCommand : public testing::TestWithParam<CommandRow> {};
 
-std::wstring Write(const support::TempDir& dir, const std::string& text) {
-    return text.empty() ? Wide((dir.Path() / "none.bvh").string())
-                        : Wide(dir.Write("walk.bvh", text));
+std::wstring Write(const support::TemporaryFolder& dir, const std::string& text) {
+    return text.empty() ? Wide(dir.Path("none.bvh")) : Wide(dir.Write("walk.bvh", text));
 }
 
 TEST_P(BiovisionCommand, LogsItsOutcome) {
@@ -76,7 +75,7 @@ TEST_P(BiovisionCommand, LogsItsOutcome) {
     expected.insert(expected.end(), GetParam().log.begin(), GetParam().log.end());
     for (const bool interactive : {true, false}) {
         support::StartSession(interactive);
-        const support::TempDir dir;
+        const support::TemporaryFolder dir;
         EXPECT_EQ(Call(kBiovisionCommand, Biovision(Write(dir, GetParam().text))), 0u);
         EXPECT_THAT(LogLines(), ElementsAreArray(expected));
         EXPECT_THAT(support::SceneProblems(true), IsEmpty());
@@ -86,7 +85,7 @@ TEST_P(BiovisionCommand, LogsItsOutcome) {
 // The references are those of the last model that was completed, or empty.
 TEST_P(BiovisionCommand, AddsAClipWhateverTheOutcome) {
     support::StartSession(true);
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     EXPECT_EQ(Call(kBiovisionCommand, Biovision(Write(dir, GetParam().text)).Word(kAddClip, kTrue)),
               0u);
     const auto& log = GetParam().log;
@@ -123,7 +122,7 @@ TEST_F(PluginCommand, WithoutAFileNameMakesNoImporter) {
 }
 
 TEST_F(PluginCommand, PassesTheOptionsOn) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     const std::wstring path = Wide(dir.Write("walk.bvh", kTree));
     const auto count = [](headless::ObjectType type) {
         int found = 0;
@@ -153,7 +152,7 @@ TEST_F(PluginCommand, PassesTheOptionsOn) {
 }
 
 TEST_F(PluginCommand, RunsTwiceInARow) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     const std::wstring path = Wide(dir.Write("walk.bvh", kChain));
     Call(kBiovisionCommand, Biovision(path).Word(kAddClip, kTrue));
     Call(kBiovisionCommand, Biovision(L"/nonexistent").Word(kAddClip, kTrue));
@@ -175,7 +174,7 @@ TEST_F(PluginCommand, RunsTwiceInARow) {
 }
 
 TEST_F(PluginCommand, TellsACancelledImport) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     const std::wstring path = Wide(dir.Write("walk.bvh", kChain));
     headless::PressCancelAtPoll(1);
     EXPECT_EQ(Call(kBiovisionCommand, Biovision(path)), 0u);
@@ -215,11 +214,9 @@ class ModelName : public testing::TestWithParam<NameRow> {};
 
 TEST_P(ModelName, IsTheFilesWithoutItsExtension) {
     support::StartSession(false);
-    const support::TempDir dir;
-    std::filesystem::create_directory(dir.Path() / "folder.with.dots");
+    const support::TemporaryFolder dir;
     dir.Write("folder.with.dots/" + GetParam().file, kStill);
-    Call(kBiovisionCommand,
-         Biovision(Wide((dir.Path() / "folder.with.dots/").string()) + GetParam().path));
+    Call(kBiovisionCommand, Biovision(Wide(dir.Path("folder.with.dots/")) + GetParam().path));
     ASSERT_THAT(Scene().Models(), SizeIs(1)) << LogLines().back();
     EXPECT_EQ(Utf8(Scene().Models()[0]->name), GetParam().model);
 }
@@ -228,11 +225,11 @@ INSTANTIATE_TEST_SUITE_P(, ModelName, testing::ValuesIn(kNameRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(PluginCommand, NeedsANameBesideTheExtension) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     Call(kBiovisionCommand, Biovision(Wide(dir.Write(".bvh", kStill))));
     EXPECT_EQ(LogLines().back(),
               "8: ERROR: Container model name not specified. Specify a valid model name");
-    Call(kBiovisionCommand, Biovision(Wide(dir.Path().string()) + L"/"));
+    Call(kBiovisionCommand, Biovision(Wide(dir.Path()) + L"/"));
     EXPECT_EQ(LogLines().back(),
               "8: ERROR: Container model name not specified. Specify a valid model name");
 }

@@ -15,7 +15,7 @@
 #include "tests/bvh/samples.h"
 #include "tests/plugin/plugin_library.h"
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -127,7 +127,7 @@ class PluginLog : public testing::Test {
     }
 
   private:
-    support::TempDir dir_;
+    support::TemporaryFolder dir_;
 };
 
 const std::string kSkeleton =

@@ -11,7 +11,7 @@
 #include "tests/plugin/plugin_library.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -49,7 +49,7 @@ void CheckClip(std::string_view operation) {
 }
 
 TEST(PluginHostFailure, IsLoggedAndNeverReturned) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     const std::wstring path = plugin_test::Wide(dir.Write("walk.bvh", bvh_test::kChain));
     for (const std::uint16_t nulls : {kTrue, kFalse}) {
         for (const std::string_view operation : headless::FaultyOperations()) {

@@ -10,7 +10,7 @@
 #include "plugin/user_input.h"
 #include "tests/bvh/samples.h"
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -60,7 +60,7 @@ class ImportBiovisionResult : public testing::TestWithParam<Row> {
 };
 
 TEST_P(ImportBiovisionResult, IsAsExpected) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     const std::string path =
         GetParam().file.empty() ? "/nowhere/take.bvh" : dir.Write("take.bvh", GetParam().file);
     g_UserInput.strBVHFile = std::wstring(path.begin(), path.end()).c_str();

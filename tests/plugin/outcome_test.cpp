@@ -6,7 +6,7 @@
 #include <string>
 
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -65,7 +65,7 @@ class Outcome : public testing::Test {
 };
 
 TEST_F(Outcome, OfAFailedParseHasALineFromOne) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     const std::string path = dir.Write("file", "a\nb\nc");
     Importer importer;
     ASSERT_TRUE(importer.stringFile.ReadFile(std::wstring(path.begin(), path.end()).c_str()));

@@ -38,6 +38,4 @@ struct WalkFile {
 // The sections of a file that is known to be good.
 std::vector<WalkFile> ReadBvh(const std::string& text);
 
-std::string ReadText(const std::string& path);
-
 }  // namespace support

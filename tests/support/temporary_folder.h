@@ -1,37 +1,33 @@
-// A folder of a test's own, gone with everything in it at the end of the test.
+// A folder of a test's own in the system's temporary folder. It is removed, with everything in it,
+// when the object goes out of scope.
 #pragma once
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <string>
+#include <string_view>
+
+namespace support {
 
 class TemporaryFolder {
   public:
-    TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "zkhost-test-XXXXXX").string();
-        folder_ = mkdtemp(name.data());
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(folder_); }
+    TemporaryFolder();
+    ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::string Path(const std::string& name) const { return (folder_ / name).string(); }
-    void Put(const std::string& name, const std::string& content) const {
-        std::ofstream(Path(name), std::ios::binary) << content;
-    }
-    std::string Get(const std::string& name) const {
-        std::ifstream file(Path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    std::set<std::string> Names() const {
-        std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_))
-            names.insert(entry.path().filename().string());
-        return names;
-    }
+    // The folder itself, without a slash at the end.
+    const std::string& Path() const { return path_; }
+    // The path that a file or a folder of this name has, or would have, in the folder.
+    std::string Path(std::string_view name) const;
+
+    // Writes a file, creates the folders that its name contains, and returns its path.
+    std::string Write(std::string_view name, std::string_view bytes) const;
+    std::string Read(std::string_view name) const;
+    // The names of the files and folders that are directly in the folder.
+    std::set<std::string> Names() const;
 
   private:
-    std::filesystem::path folder_;
+    std::string path_;
 };
+
+}  // namespace support

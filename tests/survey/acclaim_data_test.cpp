@@ -1,10 +1,9 @@
 // Pairs that other people's tools wrote.
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 
 #include "survey/codes.h"
+#include "tests/support/files.h"
 #include "tests/survey/acclaim_case.h"
 
 namespace {
@@ -12,11 +11,6 @@ namespace {
 namespace fs = std::filesystem;
 using acclaim_case::ExpectFindings;
 using survey::Severity;
-
-std::string Read(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 struct Row {
     const char* name;
@@ -39,8 +33,8 @@ class AcclaimData : public testing::TestWithParam<Row> {};
 TEST_P(AcclaimData, NeedsNoOtherTextAndIsOfAPersonsSize) {
     const fs::path folder = fs::path(ZKMOCAP_DATA_DIR) / "acclaim";
     if (!fs::exists(folder)) GTEST_SKIP() << "no data in " << folder;
-    const std::string asf = Read(folder / GetParam().asf);
-    const std::string amc = Read(folder / GetParam().amc);
+    const std::string asf = support::ReadText(folder / GetParam().asf);
+    const std::string amc = support::ReadText(folder / GetParam().amc);
     const survey::AcclaimFile motion = {amc, GetParam().amc};
     survey::Options options;
     options.purpose = survey::Purpose::Import;

@@ -3,14 +3,13 @@
 #include <cctype>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <new>
 #include <string>
 #include <vector>
 
 #include "survey/survey.h"
+#include "tests/support/files.h"
 #include "tests/support/memory/new_operators.h"
 
 namespace {
@@ -27,11 +26,6 @@ void PrintTo(const Sample& sample, std::ostream* out) {
     *out << sample.name;
 }
 
-std::string ContentOf(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 // Every so-manieth file of the corpus, so that a run takes seconds; each is small.
 std::vector<Sample> Samples() {
     constexpr std::size_t kEvery = 4;
@@ -45,9 +39,9 @@ std::vector<Sample> Samples() {
     std::sort(paths.begin(), paths.end());
     std::vector<Sample> samples;
     for (std::size_t index = 0; index < paths.size(); index += kEvery) {
-        Sample sample{paths[index].stem().string(), ContentOf(paths[index]), ""};
+        Sample sample{paths[index].stem().string(), support::ReadText(paths[index]), ""};
         const auto motion = std::filesystem::path(paths[index]).replace_extension(".amc");
-        if (std::filesystem::exists(motion)) sample.motion = ContentOf(motion);
+        if (std::filesystem::exists(motion)) sample.motion = support::ReadText(motion);
         for (char& c : sample.name)
             if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
         sample.name += paths[index].extension() == ".asf" ? "_asf" : "";

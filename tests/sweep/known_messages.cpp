@@ -1,15 +1,14 @@
 #include "tests/sweep/known_messages.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+
+#include "tests/support/files.h"
 
 namespace sweep {
 namespace {
 
 void AddTexts(const std::filesystem::path& source, std::set<std::string>& messages) {
-    std::ifstream stream(source);
-    const std::string code{std::istreambuf_iterator<char>(stream), {}};
+    const std::string code = support::ReadText(source);
     for (std::size_t at = code.find("L\""); at != std::string::npos; at = code.find("L\"", at)) {
         const std::size_t end = code.find('"', at + 2);
         if (end == std::string::npos) return;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "tests/plugin/plugin_library.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/sweep/samples.h"
 
 namespace sweep {
@@ -30,7 +30,7 @@ class SampleRun {
 
   private:
     const Sample& sample_;
-    support::TempDir folder_;
+    support::TemporaryFolder folder_;
     plugin_test::Arguments arguments_;  // made ahead: a call takes no memory of the test's
 };
 

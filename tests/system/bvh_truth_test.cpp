@@ -8,6 +8,7 @@
 #include "tests/support/bvh_walk.h"
 #include "tests/support/chain_prediction.h"
 #include "tests/support/effort.h"
+#include "tests/support/files.h"
 
 namespace {
 

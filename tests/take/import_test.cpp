@@ -2,13 +2,13 @@
 
 #include <clocale>
 #include <csignal>
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <thread>
 
 #include "export/formats.h"
 #include "files/system_storage.h"
 #include "headless/text.h"
+#include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 #include "text/wide_text.h"
 
@@ -51,8 +51,7 @@ TEST(Import, OfAFileOrItsBytesIsTheSame) {
     take::Request fromFile;
     fromFile.file = {Sample("walk.bvh")};
     take::Request fromMemory = fromFile;
-    std::ifstream file(Sample("walk.bvh"), std::ios::binary);
-    fromMemory.file.content = std::string{std::istreambuf_iterator<char>(file), {}};
+    fromMemory.file.content = support::ReadText(Sample("walk.bvh"));
     for (const bool asIs : {false, true}) {
         fromFile.asIs = fromMemory.asIs = asIs;
         const take::Result a = Import(fromFile);
@@ -70,14 +69,10 @@ TEST(Import, OfAFileOrItsBytesIsTheSame) {
 }
 
 TEST(Import, OfAPairFromMemoryBuildsItsScene) {
-    const auto read = [](const std::string& path) {
-        std::ifstream file(path, std::ios::binary);
-        return std::string{std::istreambuf_iterator<char>(file), {}};
-    };
     take::Request request;
     request.format = take::Format::Acclaim;
-    request.file = {"walk.asf", read(Sample("walk.asf"))};
-    request.motion = {"walk.amc", read(Sample("walk.amc"))};
+    request.file = {"walk.asf", support::ReadText(Sample("walk.asf"))};
+    request.motion = {"walk.amc", support::ReadText(Sample("walk.amc"))};
     const take::Result result = Import(request);
     ASSERT_TRUE(result.IsImported()) << result.FirstError();
     EXPECT_EQ(result.Scene().Models().size(), 1U);
@@ -87,7 +82,7 @@ TEST(Import, OfAPairFromMemoryBuildsItsScene) {
 }
 
 TEST(Import, LeavesNothingInTheTemporaryFolder) {
-    const TemporaryFolder temporary;
+    const support::TemporaryFolder temporary;
     setenv("TMPDIR", temporary.Path("").c_str(), 1);
     EXPECT_TRUE(Import(Memory(kBvh)).IsImported());
     EXPECT_FALSE(Import(Memory("no capture\n")).IsImported());

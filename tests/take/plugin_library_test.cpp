@@ -23,8 +23,8 @@ TEST(PluginLibrary, IsLookedForBesideTheProgramAndInItsTree) {
 }
 
 TEST(PluginLibrary, SaysWhyItCannotBeLoaded) {
-    const TemporaryFolder folder;
-    folder.Put("text.so", "text");
+    const support::TemporaryFolder folder;
+    folder.Write("text.so", "text");
     EXPECT_THAT(MessageOf(folder.Path("none.so")), HasSubstr("No such file"));
     EXPECT_THAT(MessageOf(folder.Path("text.so")), HasSubstr("cannot load the plug-in"));
 }

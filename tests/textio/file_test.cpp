@@ -10,7 +10,7 @@
 
 namespace {
 
-using support::TempDir;
+using support::TemporaryFolder;
 using textio_test::Wide;
 
 TEST(File, IsHeldWholeWithANulBehindIt) {
@@ -29,7 +29,7 @@ TEST(File, OfOneByteIsAFile) {
 }
 
 TEST(File, ReplacesTheOneBefore) {
-    const TempDir dir;
+    const TemporaryFolder dir;
     CStringFile reader;
     ASSERT_TRUE(reader.ReadFile(Wide(dir.Write("first", "one two three")).c_str()));
     reader.GetNextString();
@@ -69,7 +69,7 @@ TEST(Memory, OfNoBytesLeavesTheReaderEmpty) {
 }
 
 TEST(Memory, ReplacesAFileAndTheOtherWayRound) {
-    const TempDir dir;
+    const TemporaryFolder dir;
     CStringFile reader;
     ASSERT_TRUE(reader.ReadFile(Wide(dir.Write("first", "one")).c_str()));
     ASSERT_TRUE(reader.ReadMemory("two"));
@@ -102,51 +102,52 @@ TEST(File, IsGoneAfterClear) {
 // Makes, in the folder, what cannot be loaded, and gives its path.
 struct RefusedRow {
     const char* name;
-    std::string (*make)(const TempDir& dir);
+    std::string (*make)(const TemporaryFolder& dir);
 };
 std::ostream& operator<<(std::ostream& out, const RefusedRow& row) {
     return out << row.name;
 }
 
-std::string SparseFile(const TempDir& dir, std::uintmax_t size) {
+std::string SparseFile(const TemporaryFolder& dir, std::uintmax_t size) {
     std::string path = dir.Write("sparse", "x");
     std::filesystem::resize_file(path, size);
     return path;
 }
 
 const RefusedRow kRefusedRows[] = {
-    {"Missing", [](const TempDir& dir) { return (dir.Path() / "none").string(); }},
-    {"MissingFolder", [](const TempDir& dir) { return (dir.Path() / "none" / "file").string(); }},
-    {"EmptyPath", [](const TempDir&) { return std::string(); }},
-    {"EmptyFile", [](const TempDir& dir) { return dir.Write("empty", ""); }},
-    {"Folder", [](const TempDir& dir) { return dir.Path().string(); }},
-    {"FileAsFolder", [](const TempDir& dir) { return dir.Write("file", "x") + "/y"; }},
+    {"Missing", [](const TemporaryFolder& dir) { return dir.Path("none"); }},
+    {"MissingFolder", [](const TemporaryFolder& dir) { return dir.Path("none/file"); }},
+    {"EmptyPath", [](const TemporaryFolder&) { return std::string(); }},
+    {"EmptyFile", [](const TemporaryFolder& dir) { return dir.Write("empty", ""); }},
+    {"Folder", [](const TemporaryFolder& dir) { return dir.Path(); }},
+    {"FileAsFolder", [](const TemporaryFolder& dir) { return dir.Write("file", "x") + "/y"; }},
     // Waiting for its other end would never end.
     {"Pipe",
-     [](const TempDir& dir) {
-         std::string path = (dir.Path() / "pipe").string();
+     [](const TemporaryFolder& dir) {
+         std::string path = dir.Path("pipe");
          EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
          return path;
      }},
     {"DanglingLink",
-     [](const TempDir& dir) {
-         const auto path = dir.Path() / "link";
+     [](const TemporaryFolder& dir) {
+         std::string path = dir.Path("link");
          std::filesystem::create_symlink("none", path);
-         return path.string();
+         return path;
      }},
-    {"NullDevice", [](const TempDir&) { return std::string("/dev/null"); }},
-    {"EndlessDevice", [](const TempDir&) { return std::string("/dev/zero"); }},
-    {"FourGiB", [](const TempDir& dir) { return SparseFile(dir, std::uintmax_t{1} << 32); }},
+    {"NullDevice", [](const TemporaryFolder&) { return std::string("/dev/null"); }},
+    {"EndlessDevice", [](const TemporaryFolder&) { return std::string("/dev/zero"); }},
+    {"FourGiB",
+     [](const TemporaryFolder& dir) { return SparseFile(dir, std::uintmax_t{1} << 32); }},
     // Five bytes, were the size taken as a 32-bit number.
     {"FourGiBAndFive",
-     [](const TempDir& dir) { return SparseFile(dir, (std::uintmax_t{1} << 32) + 5); }},
-    {"OneTiB", [](const TempDir& dir) { return SparseFile(dir, std::uintmax_t{1} << 40); }},
+     [](const TemporaryFolder& dir) { return SparseFile(dir, (std::uintmax_t{1} << 32) + 5); }},
+    {"OneTiB", [](const TemporaryFolder& dir) { return SparseFile(dir, std::uintmax_t{1} << 40); }},
 };
 
 class RefusedFile : public testing::TestWithParam<RefusedRow> {};
 
 TEST_P(RefusedFile, LeavesTheReaderEmpty) {
-    const TempDir dir;
+    const TemporaryFolder dir;
     const std::wstring path = Wide(GetParam().make(dir));
     CStringFile reader;
     EXPECT_FALSE(reader.ReadFile(path.c_str()));
@@ -156,7 +157,7 @@ TEST_P(RefusedFile, LeavesTheReaderEmpty) {
 }
 
 TEST_P(RefusedFile, TakesTheOneBeforeAway) {
-    const TempDir dir;
+    const TemporaryFolder dir;
     const std::wstring path = Wide(GetParam().make(dir));
     CStringFile reader;
     ASSERT_TRUE(reader.ReadFile(Wide(dir.Write("good", "one two")).c_str()));
@@ -171,7 +172,7 @@ INSTANTIATE_TEST_SUITE_P(, RefusedFile, testing::ValuesIn(kRefusedRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(File, WithoutPermissionIsRefused) {
-    const TempDir dir;
+    const TemporaryFolder dir;
     const std::string path = dir.Write("locked", "x");
     ASSERT_EQ(chmod(path.c_str(), 0), 0);
     // Nothing is forbidden to the superuser.
@@ -205,10 +206,10 @@ const NamedFile kNamedFiles[] = {
 class FileName : public testing::TestWithParam<NamedFile> {};
 
 TEST_P(FileName, IsFound) {
-    const TempDir dir;
+    const TemporaryFolder dir;
     dir.Write(GetParam().bytes, "found");
     CStringFile reader;
-    const std::wstring path = Wide(dir.Path().string()) + L"/" + GetParam().spelled;
+    const std::wstring path = Wide(dir.Path()) + L"/" + GetParam().spelled;
     ASSERT_TRUE(reader.ReadFile(path.c_str()));
     EXPECT_STREQ(reader.GetNextString(), "found");
 }
@@ -217,11 +218,11 @@ INSTANTIATE_TEST_SUITE_P(, FileName, testing::ValuesIn(kNamedFiles),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(File, FollowsLinks) {
-    const TempDir dir;
+    const TemporaryFolder dir;
     dir.Write("file", "linked");
-    std::filesystem::create_symlink("file", dir.Path() / "link");
+    std::filesystem::create_symlink("file", dir.Path("link"));
     CStringFile reader;
-    ASSERT_TRUE(reader.ReadFile(Wide((dir.Path() / "link").string()).c_str()));
+    ASSERT_TRUE(reader.ReadFile(Wide(dir.Path("link")).c_str()));
     EXPECT_STREQ(reader.GetNextString(), "linked");
 }
 
@@ -230,7 +231,7 @@ TEST(File, LeavesNoDescriptorOpen) {
         const auto all = std::filesystem::directory_iterator("/proc/self/fd");
         return std::distance(begin(all), end(all));
     };
-    const TempDir dir;
+    const TemporaryFolder dir;
     const std::wstring good = Wide(dir.Write("good", "x"));
     const std::wstring empty = Wide(dir.Write("empty", ""));
     const auto before = openFiles();
@@ -238,7 +239,7 @@ TEST(File, LeavesNoDescriptorOpen) {
     for (int i = 0; i < 10; ++i) {
         EXPECT_TRUE(reader.ReadFile(good.c_str()));
         EXPECT_FALSE(reader.ReadFile(empty.c_str()));
-        EXPECT_FALSE(reader.ReadFile(Wide(dir.Path().string()).c_str()));
+        EXPECT_FALSE(reader.ReadFile(Wide(dir.Path()).c_str()));
     }
     EXPECT_EQ(openFiles(), before);
 }

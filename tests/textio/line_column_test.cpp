@@ -57,7 +57,7 @@ TEST(LineAndColumn, AreTrueOfEveryPositionInAnyOrder) {
 }
 
 TEST(LineAndColumn, BelongToTheFileThatIsLoaded) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     CStringFile reader;
     ASSERT_TRUE(reader.ReadFile(textio_test::Wide(dir.Write("a", "1\n2\n3\n4")).c_str()));
     while (reader.GetNextString() != nullptr) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 #include "textio/string_file.h"
 
 namespace textio_test {
@@ -19,7 +19,7 @@ inline std::wstring Wide(std::string_view text) {
 // A reader that holds these bytes, or none where the file could not be loaded.
 inline std::unique_ptr<CStringFile> Load(const std::string& bytes,
                                          const char* separators = nullptr) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     auto reader = std::make_unique<CStringFile>();
     EXPECT_TRUE(separators == nullptr || reader->RegisterWhiteSpaces(separators));
     EXPECT_TRUE(reader->ReadFile(Wide(dir.Write("text", bytes)).c_str()));

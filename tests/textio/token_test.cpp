@@ -104,14 +104,14 @@ TEST(Separators, RefuseAnEmptySetAndKeepTheOldOne) {
     CStringFile reader;
     EXPECT_TRUE(reader.RegisterWhiteSpaces(","));
     EXPECT_FALSE(reader.RegisterWhiteSpaces(""));
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     ASSERT_TRUE(reader.ReadFile(textio_test::Wide(dir.Write("f", "a b,c")).c_str()));
     EXPECT_STREQ(reader.GetNextString(), "a b");
     EXPECT_STREQ(reader.GetNextString(), "c");
 }
 
 TEST(Separators, OutliveTheFile) {
-    const support::TempDir dir;
+    const support::TemporaryFolder dir;
     const std::wstring path = textio_test::Wide(dir.Write("f", "a;b c"));
     CStringFile reader;
     ASSERT_TRUE(reader.RegisterWhiteSpaces(";"));

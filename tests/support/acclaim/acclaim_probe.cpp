@@ -3,7 +3,7 @@
 #include "acclaim/acclaim_import.h"
 #include "headless/session.h"
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace support {
 namespace {
@@ -33,7 +33,7 @@ ProbedSection ProbeNodes(const CAcclaimImport& importer) {
 ProbedPair ImportAcclaimText(const std::string& asf, const std::optional<std::string>& amc,
                              const AcclaimOptions& options) {
     headless::Session::Current().Reset();
-    const TempDir dir;
+    const TemporaryFolder dir;
     CAcclaimImport importer;
     importer.SetOptions(options.nulls, options.chainFromParent, options.effectorToLastBone,
                         options.group);

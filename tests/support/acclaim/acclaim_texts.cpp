@@ -4,7 +4,7 @@
 
 #include "headless/session.h"
 #include "tests/support/core/session_text.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace support {
 namespace {
@@ -31,13 +31,13 @@ Outcome Report(const CAcclaimImport& importer, std::int32_t status) {
 }
 
 Outcome ImportSkeleton(CAcclaimImport& importer, const std::string& asf) {
-    const TempDir dir;
+    const TemporaryFolder dir;
     return Report(importer,
                   importer.ImportSkeleton(HostText(dir.Write("test.asf", asf)), L"skel").GetCode());
 }
 
 Outcome ImportMotion(CAcclaimImport& importer, const std::string& amc) {
-    const TempDir dir;
+    const TemporaryFolder dir;
     return Report(importer,
                   importer.ImportMotion(HostText(dir.Write("test.amc", amc)), L"motion").GetCode());
 }

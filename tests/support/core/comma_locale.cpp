@@ -47,7 +47,7 @@ bool CommaLocale::TryInstalled() {
 
 bool CommaLocale::TryBuilt() {
     built_.emplace();
-    const std::string target = (built_->Path() / kBuiltName).string();
+    const std::string target = built_->Path(kBuiltName);
     const char* const command[] = {"localedef", "-c",    "-i",           "de_DE",
                                    "-f",        "UTF-8", target.c_str(), nullptr};
     const int status = Run(command);

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "tests/support/temp_dir.h"
+#include "tests/support/temporary_folder.h"
 
 namespace support {
 
@@ -25,7 +25,7 @@ class CommaLocale {
 
     std::string before_;
     std::string problem_;
-    std::optional<TempDir> built_;
+    std::optional<TemporaryFolder> built_;
 };
 
 }  // namespace support
