@@ -1,6 +1,5 @@
 // One truth for every joint: the skeleton as nulls, as bones and a plain walk of the files agree.
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -12,6 +11,7 @@
 #include "tests/support/acclaim/acclaim_walk.h"
 #include "tests/support/effort.h"
 #include "tests/support/files.h"
+#include "tests/support/math.h"
 
 namespace {
 
@@ -20,10 +20,6 @@ using namespace support;
 // Of the skeleton's size. Near gimbal lock the decomposition rounds a cosine below 1e-5 to 0.
 constexpr double kTolerance = 1e-6;
 constexpr double kToleranceNearRightAngle = 3e-5;
-
-double Distance(const Vec3& a, const Vec3& b) {
-    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
-}
 
 struct Compared {
     std::size_t joints = 0;

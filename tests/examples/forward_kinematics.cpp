@@ -1,9 +1,7 @@
 #include "tests/examples/forward_kinematics.h"
 
-#include <cmath>
 #include <cstddef>
 #include <locale>
-#include <numbers>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -13,46 +11,11 @@
 namespace examples_test {
 namespace {
 
-constexpr Axes kStraight{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
-
-Axes Multiply(const Axes& a, const Axes& b) {
-    Axes product{};
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j)
-            for (std::size_t k = 0; k < 3; ++k)
-                product[i][j] += a[i][k] * b[k][j];
-    return product;
-}
-
-Axes Transposed(const Axes& a) {
-    Axes out{};
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j)
-            out[i][j] = a[j][i];
-    return out;
-}
-
-// The turn about one axis, 'x', 'y' or 'z'.
-Axes Turn(char axis, double degrees) {
-    const double c = std::cos(degrees * std::numbers::pi / 180);
-    const double s = std::sin(degrees * std::numbers::pi / 180);
-    switch (axis) {
-        case 'x':
-            return {{{1, 0, 0}, {0, c, -s}, {0, s, c}}};
-        case 'y':
-            return {{{c, 0, s}, {0, 1, 0}, {-s, 0, c}}};
-        case 'z':
-            return {{{c, -s, 0}, {s, c, 0}, {0, 0, 1}}};
-        default:
-            throw std::runtime_error("an axis that is none");
-    }
-}
-
 // x first, whatever of the three is there.
-Axes TurnsXyz(const std::string& axes, const double* degrees) {
-    Axes turns = kStraight;
+Matrix3 TurnsXyz(const std::string& axes, const double* degrees) {
+    Matrix3 turns = support::kIdentity3;
     for (std::size_t i = 0; i < axes.size(); ++i)
-        turns = Multiply(Turn(axes[i], degrees[i]), turns);
+        turns = support::ColumnRotation(axes[i], support::Radians(degrees[i])) * turns;
     return turns;
 }
 
@@ -78,7 +41,7 @@ class Tokens {
         if (!(stream_ >> value)) throw std::runtime_error("expected a number");
         return value;
     }
-    Point ThreeNumbers() {
+    Vec3 ThreeNumbers() {
         const double x = Number();
         const double y = Number();
         return {x, y, Number()};
@@ -91,7 +54,7 @@ class Tokens {
 struct BvhNode {
     std::string name;
     int parent = -1;
-    Point offset{};
+    Vec3 offset{};
     std::vector<std::string> channels;
 };
 
@@ -128,12 +91,12 @@ void PlaceBvhFrame(const std::vector<BvhNode>& nodes, const std::vector<double>&
     std::vector<Joint> placed;
     std::size_t value = 0;
     for (const BvhNode& node : nodes) {
-        Point offset = node.offset;
-        Axes local = kStraight;
+        Vec3 offset = node.offset;
+        Matrix3 local = support::kIdentity3;
         for (const std::string& channel : node.channels) {
             const char axis = static_cast<char>(channel[0] - 'X' + 'x');
             if (channel.substr(1) == "rotation")
-                local = Multiply(local, Turn(axis, row[value]));
+                local = local * support::ColumnRotation(axis, support::Radians(row[value]));
             else
                 offset[static_cast<std::size_t>(axis - 'x')] = row[value];
             ++value;
@@ -142,8 +105,7 @@ void PlaceBvhFrame(const std::vector<BvhNode>& nodes, const std::vector<double>&
             placed.push_back({offset, local});
         } else {
             const Joint& parent = placed[static_cast<std::size_t>(node.parent)];
-            placed.push_back(
-                {Add(parent.place, Apply(parent.axes, offset)), Multiply(parent.axes, local)});
+            placed.push_back({Add(parent.place, parent.axes * offset), parent.axes * local});
         }
         walk[node.name].push_back(placed.back());
     }
@@ -245,42 +207,23 @@ void PlaceAcclaimFrame(AcclaimWalk& out, const std::vector<std::string>& order, 
         const Joint& start = out.walk.at(name)[frame];
         const auto bone = out.bones.find(name);
         if (bone == out.bones.end()) return start.place;
-        Point segment = bone->second.direction;
-        for (double& value : segment)
-            value *= bone->second.length * out.lengthFactor;
-        return Add(start.place, Apply(start.axes, segment));
+        const double length = bone->second.length * out.lengthFactor;
+        return Add(start.place, start.axes * support::Scale(bone->second.direction, length));
     };
     for (const std::string& name : order) {
         const AsfBone& bone = out.bones.at(name);
-        const Axes axis = TurnsXyz("xyz", bone.axis.data());
+        const Matrix3 axis = TurnsXyz("xyz", bone.axis.data());
         const auto values = row.find(name);
-        const Axes motion =
-            values == row.end() ? kStraight : TurnsXyz(bone.dof, values->second.data());
-        const Axes local = Multiply(Multiply(axis, motion), Transposed(axis));
-        out.walk[name].push_back(
-            {end(bone.parent), Multiply(out.walk.at(bone.parent)[frame].axes, local)});
+        const Matrix3 motion =
+            values == row.end() ? support::kIdentity3 : TurnsXyz(bone.dof, values->second.data());
+        const Matrix3 local = axis * motion * Transposed(axis);
+        out.walk[name].push_back({end(bone.parent), out.walk.at(bone.parent)[frame].axes * local});
     }
     for (const std::string& name : order)
         out.walk[name + "_End"].push_back({end(name), out.walk.at(name)[frame].axes});
 }
 
 }  // namespace
-
-Point Add(const Point& a, const Point& b) {
-    return {a[0] + b[0], a[1] + b[1], a[2] + b[2]};
-}
-
-Point Apply(const Axes& axes, const Point& v) {
-    Point out{};
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t k = 0; k < 3; ++k)
-            out[i] += axes[i][k] * v[k];
-    return out;
-}
-
-double Distance(const Point& a, const Point& b) {
-    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
-}
 
 BvhWalk ReadBvh(const std::string& path) {
     Tokens tokens(support::ReadText(path));

@@ -8,14 +8,18 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/math.h"
+
 namespace examples_test {
 
-using Point = std::array<double, 3>;
-using Axes = std::array<Point, 3>;  // rows of the rotation from the joint to the world
+using support::Add;
+using support::Distance;
+using support::Matrix3;
+using support::Vec3;
 
 struct Joint {
-    Point place;
-    Axes axes;
+    Vec3 place;
+    Matrix3 axes;  // the rotation from the joint to the world
 };
 
 // The joints by name, one entry a frame. An end site is named after its joint, with "_End".
@@ -23,16 +27,16 @@ using Walk = std::map<std::string, std::vector<Joint>>;
 
 struct BvhWalk {
     double frameSeconds = 0;
-    std::map<std::string, Point> offsets;
+    std::map<std::string, Vec3> offsets;
     std::vector<std::vector<double>> rows;  // the values of each frame, as they stand
     Walk walk;
 };
 BvhWalk ReadBvh(const std::string& path);
 
 struct AsfBone {
-    Point direction{};
+    Vec3 direction{};
     double length = 0;  // in the file's unit
-    Point axis{};
+    Vec3 axis{};
     std::string dof;  // the letters of its rotations
     std::vector<std::array<double, 2>> limits;
     std::string parent;
@@ -48,9 +52,5 @@ struct AcclaimWalk {
     Walk walk;
 };
 AcclaimWalk ReadAcclaim(const std::string& asfPath, const std::string& amcPath);
-
-Point Add(const Point& a, const Point& b);
-Point Apply(const Axes& axes, const Point& v);
-double Distance(const Point& a, const Point& b);
 
 }  // namespace examples_test

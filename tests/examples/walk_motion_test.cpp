@@ -33,7 +33,7 @@ class WalkMotion : public testing::Test {
     // The bend between two segments, degrees.
     double Bend(const std::string& a, const std::string& b, const std::string& c,
                 std::size_t frame) const {
-        const Point& middle = Of(b)[frame].place;
+        const Vec3& middle = Of(b)[frame].place;
         const double before = Distance(Of(a)[frame].place, middle);
         const double after = Distance(Of(c)[frame].place, middle);
         const double across = Distance(Of(a)[frame].place, Of(c)[frame].place);
@@ -69,7 +69,7 @@ double Correlation(const std::vector<double>& a, const std::vector<double>& b) {
 struct Contact {
     const char* name;
     const char* joint;
-    Point fromJoint;       // cm, in the joint's axes
+    Vec3 fromJoint;        // cm, in the joint's axes
     double leastStanding;  // parts of a cycle
     double mostStanding;
 };
@@ -79,17 +79,17 @@ std::ostream& operator<<(std::ostream& out, const Contact& row) {
 }
 class WalkContact : public WalkMotion, public testing::WithParamInterface<Contact> {
   protected:
-    std::vector<Point> Path() const {
-        std::vector<Point> path;
+    std::vector<Vec3> Path() const {
+        std::vector<Vec3> path;
         for (const Joint& joint : Of(GetParam().joint))
-            path.push_back(Add(joint.place, Apply(joint.axes, GetParam().fromJoint)));
+            path.push_back(Add(joint.place, joint.axes * GetParam().fromJoint));
         return path;
     }
 };
 
 TEST_P(WalkContact, StandsStillWhileItIsDown) {
-    const std::vector<Point> path = Path();
-    const auto lower = [](const Point& a, const Point& b) { return a[1] < b[1]; };
+    const std::vector<Vec3> path = Path();
+    const auto lower = [](const Vec3& a, const Vec3& b) { return a[1] < b[1]; };
     const double floor = (*std::min_element(path.begin(), path.end(), lower))[1];
     EXPECT_GT(floor, -kRounding) << "below the floor";
     std::size_t standing = 0;
@@ -104,7 +104,7 @@ TEST_P(WalkContact, StandsStillWhileItIsDown) {
 }
 
 // The heel is 5 cm behind and 0.039 of the stature of 175 cm below the ankle.
-constexpr Point kHeel{0, -6.825, -5};
+constexpr Vec3 kHeel{0, -6.825, -5};
 INSTANTIATE_TEST_SUITE_P(, WalkContact,
                          testing::Values(Contact{"LeftHeel", "LeftFoot", kHeel, 0.22, 0.35},
                                          Contact{"RightHeel", "RightFoot", kHeel, 0.22, 0.35},
@@ -163,8 +163,8 @@ TEST_F(WalkMotion, MirrorsTheLeftHalfACycleLater) {
         if (name.starts_with("Left")) mirror = "Right" + name.substr(4);
         if (name.starts_with("Right")) mirror = "Left" + name.substr(5);
         for (std::size_t frame = 0; frame + kCycle / 2 < Frames(); ++frame) {
-            const Point& a = joints[frame].place;
-            const Point& b = Of(mirror)[frame + kCycle / 2].place;
+            const Vec3& a = joints[frame].place;
+            const Vec3& b = Of(mirror)[frame + kCycle / 2].place;
             ASSERT_LT(Distance({-a[0], a[1], a[2] + halfStride}, b), kRounding)
                 << name << ", frame " << frame;
         }
@@ -172,8 +172,8 @@ TEST_F(WalkMotion, MirrorsTheLeftHalfACycleLater) {
 }
 
 TEST_F(WalkMotion, EndsInThePoseItBeganWith) {
-    const Point& first = Of("Hips").front().place;
-    const Point& last = Of("Hips").back().place;
+    const Vec3& first = Of("Hips").front().place;
+    const Vec3& last = Of("Hips").back().place;
     EXPECT_EQ((Frames() - 1) % kCycle, 0U);
     EXPECT_NEAR(last[0], first[0], kRounding);
     EXPECT_NEAR(last[1], first[1], kRounding);
@@ -213,8 +213,8 @@ INSTANTIATE_TEST_SUITE_P(, WalkExcursion,
 
 TEST_F(WalkMotion, KeepsTheHeadLevelAndAhead) {
     for (const Joint& head : Of("Head")) {
-        EXPECT_GT(head.axes[1][1], std::cos(4 * std::numbers::pi / 180));  // its Y axis is up
-        EXPECT_GT(head.axes[2][2], std::cos(4 * std::numbers::pi / 180));  // its Z axis is ahead
+        EXPECT_GT(head.axes[1][1], std::cos(support::Radians(4)));  // its Y axis is up
+        EXPECT_GT(head.axes[2][2], std::cos(support::Radians(4)));  // its Z axis is ahead
     }
 }
 

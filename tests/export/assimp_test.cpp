@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "tests/export/exported.h"
+#include "tests/support/math.h"
 
 namespace {
 
@@ -66,10 +67,8 @@ double WorstDistance(const aiScene& scene, const exported::Take& take) {
             aiMatrix4x4 global;
             for (; node; node = node->mParent)
                 global = LocalAt(*node, channels, frame) * global;
-            const exported::Vec3& position = take.positions[frame][joint];
-            const double distance = std::hypot(static_cast<double>(global.a4) - position[0],
-                                               static_cast<double>(global.b4) - position[1],
-                                               static_cast<double>(global.c4) - position[2]);
+            const support::Vec3 read = {global.a4, global.b4, global.c4};
+            const double distance = support::Distance(read, take.positions[frame][joint]);
             if (!(distance <= worst)) worst = distance;
         }
     }

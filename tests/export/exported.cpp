@@ -1,7 +1,6 @@
 #include "tests/export/exported.h"
 
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
 #include <limits>
 #include <unordered_map>
@@ -42,9 +41,7 @@ double BoxSize(const std::vector<Vec3>& positions) {
             most[axis] = std::max(most[axis], position[axis]);
         }
     }
-    return positions.empty()
-               ? 0.0
-               : std::hypot(most[0] - least[0], most[1] - least[1], most[2] - least[2]);
+    return positions.empty() ? 0.0 : support::Distance(least, most);
 }
 
 std::vector<double> FramesOf(const headless::ActionSource& motion) {
@@ -89,10 +86,8 @@ const headless::ActionSource* MotionOf(const Object& model) {
 double Take::Distance(const Take& other, std::size_t frame, std::size_t skipped) const {
     double most = 0.0;
     for (std::size_t joint = 0; joint < names.size(); ++joint) {
-        const Vec3& here = positions[frame][joint];
-        const Vec3& there = other.positions[frame][joint + skipped];
         const double distance =
-            std::hypot(here[0] - there[0], here[1] - there[1], here[2] - there[2]);
+            support::Distance(positions[frame][joint], other.positions[frame][joint + skipped]);
         if (!(distance <= most)) most = distance;
     }
     return most;
@@ -159,7 +154,7 @@ exporters::Notes ExportTo(const std::string& path, const exporters::Options& opt
 std::string Export(const std::string& extension, const exporters::Options& options,
                    exporters::Notes* notes) {
     const support::TemporaryFolder folder;
-    const std::string path = (folder.Path() / ("export" + extension)).string();
+    const std::string path = folder.Path("export" + extension);
     const exporters::Notes written = ExportTo(path, options);
     if (notes) *notes = written;
     return support::ReadText(path);

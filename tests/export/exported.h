@@ -1,16 +1,16 @@
 // Imports files, exports the scene, and records the positions of all objects.
 #pragma once
 
-#include <array>
 #include <string>
 #include <vector>
 
 #include "export/options.h"
 #include "headless/scene.h"
+#include "tests/support/math.h"
 
 namespace exported {
 
-using Vec3 = std::array<double, 3>;
+using support::Vec3;
 
 // How a file is imported.
 struct ImportSettings {

@@ -8,6 +8,7 @@
 #include "export/bvh_angles.h"
 #include "export/quaternion.h"
 #include "headless/transform.h"
+#include "tests/support/math.h"
 
 namespace {
 
@@ -19,14 +20,6 @@ using headless::Transform;
 Transform FromAngles(const BvhAngles& angles) {
     return FromLocal({0, 0, 0, 0, angles.y, 0}) * FromLocal({0, 0, 0, angles.x, 0, 0}) *
            FromLocal({0, 0, 0, 0, 0, angles.z});
-}
-
-double Difference(const Transform& a, const Transform& b) {
-    double most = 0.0;
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 3; ++column)
-            most = std::max(most, std::abs(a.axes[row][column] - b.axes[row][column]));
-    return most;
 }
 
 std::array<double, 6> RandomLocal(std::mt19937_64& random) {
@@ -48,7 +41,8 @@ TEST(BvhAngles, GiveTheSameAxesAgain) {
         const Transform turned = FromLocal(RandomLocal(random));
         const BvhAngles before{std::uniform_real_distribution<double>(-700.0, 700.0)(random), 0, 0};
         // The bound allows for angles of several turns, which lose some digits in degrees.
-        ASSERT_LE(Difference(FromAngles(exporters::AnglesNear(turned.axes, before)), turned),
+        ASSERT_LE(support::Distance(FromAngles(exporters::AnglesNear(turned.axes, before)).axes,
+                                    turned.axes),
                   1e-14);
     }
 }
@@ -105,7 +99,7 @@ TEST(Quaternion, TurnsTheAxesIntoTheRows) {
                               {2 * (q.x * q.z + q.y * q.w), 2 * (q.y * q.z - q.x * q.w),
                                1 - 2 * (q.x * q.x + q.y * q.y)}},
                              {0, 0, 0}};
-        ASSERT_LE(Difference(back, turned), 2e-15);
+        ASSERT_LE(support::Distance(back.axes, turned.axes), 2e-15);
     }
 }
 

@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/export/exported.h"
+#include "tests/support/math.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -59,15 +60,15 @@ constexpr const char* kPoseBvh =
     "End Site\n{\nOFFSET 0 1 0\n}\n}\nMOTION\nFrames: 1\nFrame Time: 0\n0 1 0 0 0 0\n";
 
 // The position as the options change it.
-exported::Vec3 Transformed(const exported::Vec3& position, const exporters::Options& options) {
-    exported::Vec3 out = position;
+support::Vec3 Transformed(const support::Vec3& position, const exporters::Options& options) {
+    support::Vec3 out = position;
     if (options.zUp) out = {position[0], position[2], -position[1]};
     for (double& coordinate : out)
         coordinate *= options.scale;
     return out;
 }
 
-double HeightOf(const std::vector<exported::Vec3>& positions) {
+double HeightOf(const std::vector<support::Vec3>& positions) {
     const auto [least, most] =
         std::minmax_element(positions.begin(), positions.end(),
                             [](const auto& a, const auto& b) { return a[1] < b[1]; });
@@ -87,8 +88,8 @@ json Expected(const exported::Take& take, const exporters::Options& options) {
         const std::size_t frame = count == 1 ? 0 : moment * last / (count - 1);
         const double first = take.frames.empty() ? 0.0 : take.frames.front();
         const double number = take.frames.empty() ? 0.0 : take.frames[frame];
-        std::vector<exported::Vec3> positions;
-        for (const exported::Vec3& position : take.positions[frame])
+        std::vector<support::Vec3> positions;
+        for (const support::Vec3& position : take.positions[frame])
             positions.push_back(Transformed(position, options));
         height = std::max(height, HeightOf(positions));
         moments.push_back({{"row", frame},

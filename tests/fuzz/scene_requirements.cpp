@@ -8,6 +8,7 @@
 #include "tests/fuzz/require.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
+#include "tests/support/math.h"
 
 namespace fuzz {
 namespace {
@@ -120,9 +121,9 @@ void RequireSamePlaces(const std::vector<int>& parents, const std::vector<std::s
                           bones.nearRightAngle[frame][joint] ||
                           (parents[joint] >= 0 && near[static_cast<std::size_t>(parents[joint])]);
             if (!setApart[joint].empty()) continue;
-            const support::Vec3& a = nulls.positions[frame][joint];
-            const support::Vec3& b = bones.positions[frame][joint];
-            const double off = std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]) / size;
+            const double off =
+                support::Distance(nulls.positions[frame][joint], bones.positions[frame][joint]) /
+                size;
             Require(off <= (near[joint] ? kToleranceNearRightAngle : kTolerance),
                     "frame " + std::to_string(nulls.frames[frame]) + ", joint " +
                         std::to_string(joint) + ": bones are off by " + std::to_string(off));

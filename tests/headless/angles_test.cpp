@@ -12,25 +12,16 @@ using headless::AnglesOf;
 using headless::FromLocal;
 using headless::Inverse;
 using headless::Transform;
-using host_test::Distance;
 using host_test::OfLocal;
 using host_test::OfTransform;
 using testing::ElementsAre;
 
 namespace {
 
-double Difference(const double a[3][3], const double b[3][3]) {
-    double largest = 0.0;
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 3; ++column)
-            largest = std::max(largest, std::fabs(a[row][column] - b[row][column]));
-    return largest;
-}
-
 // What the angles of a matrix give is that matrix.
 double Error(const Transform& transform) {
     const auto [x, y, z] = AnglesOf(transform.axes);
-    return Difference(FromLocal({0, 0, 0, x, y, z}).axes, transform.axes);
+    return support::Distance(FromLocal({0, 0, 0, x, y, z}).axes, transform.axes);
 }
 
 TEST(Angles, ReproduceAnyMatrix) {
@@ -148,8 +139,8 @@ TEST(Transforms, TurnXFirst) {
 
 TEST(Transforms, OfHugeAnglesAreThoseOfTheirRemainder) {
     for (const double turns : {1.0, -1.0, 1e3, 1e6, 1e12})
-        EXPECT_LT(Difference(FromLocal({0, 0, 0, 30 + 360 * turns, 0, 0}).axes,
-                             FromLocal({0, 0, 0, 30, 0, 0}).axes),
+        EXPECT_LT(support::Distance(FromLocal({0, 0, 0, 30 + 360 * turns, 0, 0}).axes,
+                                    FromLocal({0, 0, 0, 30, 0, 0}).axes),
                   1e-15)
             << turns;
     EXPECT_TRUE(std::isfinite(FromLocal({0, 0, 0, 1e300, 1e300, 1e300}).axes[0][0]));

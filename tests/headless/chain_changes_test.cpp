@@ -98,11 +98,11 @@ void ExpectTrue(const Object& object) {
     if (object.type != ObjectType::ChainEffector || object.chainRoot == nullptr) return;
     const auto& bones = object.chainRoot->chainData->bones;
     const Object& end = bones.empty() ? *object.chainRoot : *bones.back();
-    Matrix seen = OfLocal({bones.empty() ? 0.0 : end.length, 0, 0, 0, 0, 0});
+    Matrix4 seen = OfLocal({bones.empty() ? 0.0 : end.length, 0, 0, 0, 0, 0});
     for (std::size_t entry = 0; entry < 9; ++entry)
         seen[entry / 3][entry % 3] = object.chainRoot->chainData->effectorAngle[entry];
     // Deep scenes of some tens of units.
-    EXPECT_LT(Distance(Standing(object), Multiply(seen, Standing(end))), 1e-11);
+    EXPECT_LT(Distance(Standing(object), seen * Standing(end)), 1e-11);
 }
 
 TEST_P(ChainChanges, LeaveTheSceneTrue) {

@@ -7,8 +7,12 @@
 #include "headless/evaluation.h"
 #include "tests/headless/host_scene.h"
 #include "tests/headless/matrix_walk.h"
+#include "tests/support/math.h"
 
 using namespace host_test;
+using support::Cross;
+using support::Dot;
+using support::Vec3;
 using testing::DoubleNear;
 using testing::ElementsAre;
 using Zelk::MATH::CVector3;
@@ -34,27 +38,19 @@ class Chains : public HostScene {
         Put(null, L"rotz", 110);
         return null;
     }
-    static CVector3 Axis(const Zelk::CBase& object, std::size_t row) {
-        const Matrix matrix = Standing(RecordOf(object));
+    static Vec3 Axis(const Zelk::CBase& object, std::size_t row) {
+        const Matrix4 matrix = Standing(RecordOf(object));
         return {matrix[row][0], matrix[row][1], matrix[row][2]};
     }
-    static CVector3 Origin(const Zelk::CBase& object) { return Axis(object, 3); }
+    static Vec3 Origin(const Zelk::CBase& object) { return Axis(object, 3); }
 
-    static void ExpectNear(const CVector3& a, const CVector3& b, double bound = kExact) {
-        EXPECT_NEAR(a.x, b.x, bound);
-        EXPECT_NEAR(a.y, b.y, bound);
-        EXPECT_NEAR(a.z, b.z, bound);
+    static void ExpectNear(const Vec3& a, const Vec3& b, double bound = kExact) {
+        for (std::size_t axis = 0; axis < 3; ++axis)
+            EXPECT_NEAR(a[axis], b[axis], bound);
     }
 
     Zelk::Model model;
 };
-
-double Dot(const CVector3& a, const CVector3& b) {
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-CVector3 Cross(const CVector3& a, const CVector3& b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
 
 TEST_F(Chains, HaveARootABoneAndAnEffectorInThatOrder) {
     const Zelk::ChainRoot chain = AddChain(model, {1, 2, 3}, {1, 2, 8});
@@ -139,24 +135,20 @@ TEST_F(Chains, HaveBonesThatPointAlongXWithTheNormalAsZ) {
         for (const CVector3& normal : kNormals) {
             const Zelk::ChainRoot chain = AddChain(hips, {}, way, L"Root", normal);
             const Zelk::ChainBone bone = BoneOf(chain, 0);
-            const CVector3 x = Axis(bone, 0);
-            const CVector3 z = Axis(bone, 2);
+            const Vec3 x = Axis(bone, 0);
+            const Vec3 z = Axis(bone, 2);
             ExpectNear(Axis(bone, 1), Cross(z, x));
             EXPECT_NEAR(Dot(x, x), 1.0, kExact);
             EXPECT_NEAR(Dot(z, z), 1.0, kExact);
             EXPECT_NEAR(Dot(x, z), 0.0, kExact);
-            const double length = std::hypot(way.x, way.y, way.z);
-            ExpectNear(x, {way.x / length, way.y / length, way.z / length});
-            const double size = std::hypot(normal.x, normal.y, normal.z);
-            const CVector3 unit = {normal.x / size, normal.y / size, normal.z / size};
+            ExpectNear(x, support::Unit({way.x, way.y, way.z}));
+            const Vec3 unit = support::Unit({normal.x, normal.y, normal.z});
             const double share = Dot(unit, x);
             if (std::fabs(share) > 1.0 - 1e-14) continue;  // parallel
             // What is left of the normal without its share along the bone; short where they are
             // nearly parallel, with its rounding error against it.
-            const CVector3 rest = {unit.x - share * x.x, unit.y - share * x.y,
-                                   unit.z - share * x.z};
-            const double left = std::hypot(rest.x, rest.y, rest.z);
-            ExpectNear(z, {rest.x / left, rest.y / left, rest.z / left}, 1e-15 / left + kExact);
+            const Vec3 rest = support::Subtract(unit, support::Scale(x, share));
+            ExpectNear(z, support::Unit(rest), 1e-15 / support::Length(rest) + kExact);
         }
 }
 
@@ -230,7 +222,7 @@ TEST_F(Chains, GrowAndMoveLongAfterTheyWereMade) {
     for (int number = 0; number < 3000; ++number)
         ASSERT_TRUE(AddChain(model, {0, 1, 0}, {0, 2, 0}).IsValid());
 
-    const auto expectAt = [&](const CVector3& end) {
+    const auto expectAt = [&](const Vec3& end) {
         for (const Zelk::CBase& object :
              {Zelk::CBase(plain.GetEffector()), Zelk::CBase(carried), Zelk::CBase(led)})
             ExpectNear(Origin(object), end, 2 * kExact);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -29,26 +30,27 @@ class Effectors : public HostScene {
         Place(tip, 0.5, 0.25, -1);
     }
 
-    static Matrix At(const Zelk::CBase& object) { return Standing(RecordOf(object)); }
+    static Matrix4 At(const Zelk::CBase& object) { return Standing(RecordOf(object)); }
+    static Matrix4 WithoutOrigin(Matrix4 matrix) {
+        std::fill_n(matrix[3], 3, 0.0);
+        return matrix;
+    }
     // The effector's pose as the last bone has it: at its end, turned by the kept angle.
-    Matrix ByTheBone() const {
+    Matrix4 ByTheBone() const {
         const headless::Object& last = *RecordOf(chain).chainData->bones.back();
-        Matrix seen = OfLocal({last.length, 0, 0, 0, 0, 0});
+        Matrix4 seen = OfLocal({last.length, 0, 0, 0, 0, 0});
         const auto& angle = RecordOf(effector).chainRoot->chainData->effectorAngle;
         for (std::size_t entry = 0; entry < 9; ++entry)
             seen[entry / 3][entry % 3] = angle[entry];
-        return Multiply(seen, Standing(last));
+        return seen * Standing(last);
     }
     void ExpectAtTheEnd() const { EXPECT_LT(Distance(At(effector), ByTheBone()), kExact); }
     void ExpectRotationOf(const Zelk::CBase& other) const {
-        Matrix a = At(effector);
-        Matrix b = At(other);
-        a[3] = b[3] = {};
-        EXPECT_LT(Distance(a, b), kExact);
+        EXPECT_LT(Distance(WithoutOrigin(At(effector)), WithoutOrigin(At(other))), kExact);
     }
     void Move(Zelk3DObject parent) {
-        const Matrix before = At(effector);
-        const Matrix tipBefore = At(tip);
+        const Matrix4 before = At(effector);
+        const Matrix4 tipBefore = At(tip);
         ASSERT_TRUE(parent.AddChild(Refs({effector})).Succeeded());
         ASSERT_EQ(effector.GetParent().GetRef(), parent.GetRef());
         EXPECT_LT(Distance(At(effector), before), kExact) << "it keeps its pose";
@@ -65,7 +67,7 @@ class Effectors : public HostScene {
 };
 
 TEST_F(Effectors, StandAtTheEndTurnedLikeTheRoot) {
-    const Matrix place = At(effector);
+    const Matrix4 place = At(effector);
     EXPECT_NEAR(place[3][0], 4.0, kExact);
     EXPECT_NEAR(place[3][1], 14.0, kExact);
     EXPECT_NEAR(place[3][2], 12.0, kExact);
@@ -76,10 +78,7 @@ TEST_F(Effectors, StandAtTheEndTurnedLikeTheRoot) {
 }
 
 TEST_F(Effectors, LeaveWhatHangsUnderThemUnturned) {
-    Matrix turned = At(tip);
-    Matrix around = At(hips);
-    turned[3] = around[3] = {};
-    EXPECT_LT(Distance(turned, around), kExact);
+    EXPECT_LT(Distance(WithoutOrigin(At(tip)), WithoutOrigin(At(hips))), kExact);
 }
 
 TEST_F(Effectors, TurnWithTheLastBone) {
@@ -94,10 +93,10 @@ TEST_F(Effectors, TurnWithTheLastBone) {
 }
 
 TEST_F(Effectors, CarryWhatHangsUnderThem) {
-    const Matrix seen = OfLocal(RecordOf(tip).local);
+    const Matrix4 seen = OfLocal(RecordOf(tip).local);
     Put(second, L"roty", 25);
     Put(BoneOf(chain, 0), L"rotz", 10);
-    EXPECT_LT(Distance(At(tip), Multiply(seen, ByTheBone())), kExact);
+    EXPECT_LT(Distance(At(tip), seen * ByTheBone()), kExact);
 }
 
 TEST_F(Effectors, GoWithTheChain) {
@@ -172,7 +171,7 @@ TEST_F(Effectors, KeepTheirPoseUnderAnyParent) {
 TEST_F(Effectors, StayAtTheEndWhenTheirParentMovesAway) {
     Move(AddNull(model, L"Far"));
     const Zelk::Null far(effector.GetParent().GetRef());
-    const Matrix before = At(effector);
+    const Matrix4 before = At(effector);
     Place(far, 100, 0, 0);
     Put(far, L"rotz", 45);
     EXPECT_LT(Distance(At(effector), before), 1e-12);
@@ -193,7 +192,7 @@ TEST_F(Effectors, GoToTheNewEndWhoeverTheirParentIs) {
 
 TEST_F(Effectors, StayWhereTheyAreWhenTheirChainGoes) {
     Move(AddNull(model, L"Far"));
-    const Matrix before = At(effector);
+    const Matrix4 before = At(effector);
     ASSERT_EQ(Delete(L"Skel.Root"), Zelk::status::kOk);
     ASSERT_TRUE(effector.IsValid());
     EXPECT_FALSE(second.IsValid());

@@ -50,13 +50,13 @@ class Evaluation : public HostScene {
             evaluator.EvaluateLocal(frame, locals);
             for (std::size_t place = 0; place < globals.size(); ++place) {
                 const headless::Object& object = *evaluator.Objects()[place];
-                const Matrix expected = walk.Global(object, frame);
+                const Matrix4 expected = walk.Global(object, frame);
                 EXPECT_LT(Distance(OfTransform(globals[place]), expected), bound)
                     << Wide(object.name).c_str() << " in frame " << frame;
                 if (place == 0) continue;
-                const Matrix parent =
+                const Matrix4 parent =
                     walk.Global(*evaluator.Objects()[evaluator.Parents()[place]], frame);
-                EXPECT_LT(Distance(Multiply(OfTransform(locals[place]), parent), expected), bound);
+                EXPECT_LT(Distance(OfTransform(locals[place]) * parent, expected), bound);
             }
         }
     }

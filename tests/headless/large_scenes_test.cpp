@@ -72,7 +72,7 @@ TEST_F(LargeScenes, HoldAChainOfManyBones) {
                                static_cast<double>(number)});
     EXPECT_EQ(chain.GetBones().GetCount(), kMany);
     // Every bone's error leans on those of the bones before it.
-    const Matrix end = Standing(RecordOf(chain.GetEffector()));
+    const Matrix4 end = Standing(RecordOf(chain.GetEffector()));
     EXPECT_NEAR(end[3][2], kMany - 1.0, 1e-12);
     const headless::MotionEvaluator evaluator(Scene(), RecordOf(model), nullptr);
     std::vector<headless::Transform> globals(evaluator.Objects().size());

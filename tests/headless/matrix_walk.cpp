@@ -1,8 +1,6 @@
 #include "tests/headless/matrix_walk.h"
 
-#include <cmath>
 #include <limits>
-#include <numbers>
 
 #include "tests/headless/host_scene.h"
 
@@ -13,24 +11,6 @@ using headless::Object;
 using headless::ObjectType;
 
 namespace {
-
-Matrix Identity() {
-    Matrix matrix{};
-    for (std::size_t axis = 0; axis < 4; ++axis)
-        matrix[axis][axis] = 1.0;
-    return matrix;
-}
-
-Matrix Turn(std::size_t axis, double degrees) {
-    const double angle = degrees * std::numbers::pi / 180.0;
-    const std::size_t next = (axis + 1) % 3;
-    const std::size_t last = (axis + 2) % 3;
-    Matrix matrix = Identity();
-    matrix[next][next] = matrix[last][last] = std::cos(angle);
-    matrix[next][last] = std::sin(angle);
-    matrix[last][next] = -std::sin(angle);
-    return matrix;
-}
 
 // Linear between the keys around `frame`, held outside all of them; the last of equal times counts.
 double ValueOf(const headless::Keys& keys, double frame) {
@@ -55,24 +35,15 @@ constexpr const wchar_t* kPaths[] = {L".kine.local.posx", L".kine.local.posy", L
 
 }  // namespace
 
-Matrix Multiply(const Matrix& a, const Matrix& b) {
-    Matrix product{};
-    for (std::size_t row = 0; row < 4; ++row)
-        for (std::size_t column = 0; column < 4; ++column)
-            for (std::size_t inner = 0; inner < 4; ++inner)
-                product[row][column] += a[row][inner] * b[inner][column];
-    return product;
-}
-
-Matrix OfLocal(const std::array<double, 6>& local) {
-    Matrix matrix = Multiply(Multiply(Turn(0, local[3]), Turn(1, local[4])), Turn(2, local[5]));
+Matrix4 OfLocal(const std::array<double, 6>& local) {
+    Matrix4 matrix = support::RowRotationOfDegrees(local[3], local[4], local[5]);
     for (std::size_t axis = 0; axis < 3; ++axis)
         matrix[3][axis] = local[axis];
     return matrix;
 }
 
-Matrix OfTransform(const headless::Transform& transform) {
-    Matrix matrix = Identity();
+Matrix4 OfTransform(const headless::Transform& transform) {
+    Matrix4 matrix = support::kIdentity4;
     for (std::size_t column = 0; column < 3; ++column) {
         for (std::size_t row = 0; row < 3; ++row)
             matrix[row][column] = transform.axes[row][column];
@@ -81,20 +52,10 @@ Matrix OfTransform(const headless::Transform& transform) {
     return matrix;
 }
 
-double Distance(const Matrix& a, const Matrix& b) {
-    double largest = 0.0;
-    for (std::size_t row = 0; row < 4; ++row)
-        for (std::size_t column = 0; column < 4; ++column) {
-            const double difference = std::fabs(a[row][column] - b[row][column]);
-            if (!(difference <= largest)) largest = std::isnan(difference) ? INFINITY : difference;
-        }
-    return largest;
-}
-
-Matrix Standing(const Object& object) {
-    Matrix global = Identity();
+Matrix4 Standing(const Object& object) {
+    Matrix4 global = support::kIdentity4;
     for (const Object* step = &object; step != nullptr; step = step->parent)
-        global = Multiply(global, OfLocal(step->local));
+        global = global * OfLocal(step->local);
     return global;
 }
 
@@ -112,19 +73,19 @@ double MatrixWalk::Value(const Object& object, Channel channel, double frame) co
     return item.IsCurve() ? ValueOf(item.GetCurve().keys, frame) : item.Value();
 }
 
-Matrix MatrixWalk::Around(const Object& object, double frame) const {
+Matrix4 MatrixWalk::Around(const Object& object, double frame) const {
     if (object.parent != nullptr && &object != &model_) return Global(*object.parent, frame);
-    return object.parent == nullptr ? Identity() : Standing(*object.parent);
+    return object.parent == nullptr ? support::kIdentity4 : Standing(*object.parent);
 }
 
-Matrix MatrixWalk::Global(const Object& object, double frame) const {
+Matrix4 MatrixWalk::Global(const Object& object, double frame) const {
     if (object.type == ObjectType::ChainEffector && object.chainRoot != nullptr) {
         const Object& last = *object.chainRoot->chainData->bones.back();
-        Matrix seen = Identity();
+        Matrix4 seen = support::kIdentity4;
         for (std::size_t entry = 0; entry < 9; ++entry)
             seen[entry / 3][entry % 3] = object.chainRoot->chainData->effectorAngle[entry];
         seen[3][0] = Value(last, Channel::BoneLength, frame);
-        return Multiply(seen, Global(last, frame));
+        return seen * Global(last, frame);
     }
     std::array<double, 6> local{};
     for (std::size_t channel = 0; channel < 6; ++channel)
@@ -141,7 +102,7 @@ Matrix MatrixWalk::Global(const Object& object, double frame) const {
             if (items_.count(Wide(first.name) + kPaths[channel]) != 0)
                 local[channel] = Value(first, static_cast<Channel>(channel), frame);
     }
-    return Multiply(OfLocal(local), Around(object, frame));
+    return OfLocal(local) * Around(object, frame);
 }
 
 }  // namespace host_test

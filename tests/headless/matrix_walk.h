@@ -8,31 +8,29 @@
 
 #include "headless/scene.h"
 #include "headless/transform.h"
+#include "tests/support/math.h"
 
 namespace host_test {
 
-using Matrix = std::array<std::array<double, 4>, 4>;
+using support::Matrix4;
 
-Matrix Multiply(const Matrix& a, const Matrix& b);
 // x turns first, then y, then z, then the translation.
-Matrix OfLocal(const std::array<double, 6>& local);
-Matrix OfTransform(const headless::Transform& transform);
-// The largest difference between two entries; infinite where one is no number.
-double Distance(const Matrix& a, const Matrix& b);
+Matrix4 OfLocal(const std::array<double, 6>& local);
+Matrix4 OfTransform(const headless::Transform& transform);
 
 // Up the parents by the local states alone, effectors like everything else.
-Matrix Standing(const headless::Object& object);
+Matrix4 Standing(const headless::Object& object);
 
 // At a frame of a motion. Chains below the model only, not too deep.
 class MatrixWalk {
   public:
     MatrixWalk(const headless::Object& model, const headless::ActionSource& motion);
-    Matrix Global(const headless::Object& object, double frame) const;
+    Matrix4 Global(const headless::Object& object, double frame) const;
 
   private:
     // Of the channel of the object that goes by that name, or else what stands.
     double Value(const headless::Object& object, headless::Channel channel, double frame) const;
-    Matrix Around(const headless::Object& object, double frame) const;
+    Matrix4 Around(const headless::Object& object, double frame) const;
 
     const headless::Object& model_;
     std::unordered_map<std::wstring, const headless::ActionItem*> items_;

@@ -8,24 +8,23 @@
 
 #include "math/angles.h"
 #include "math/rotation_math.h"
-#include "tests/math/matrix_text.h"
+#include "tests/support/math.h"
 
 namespace {
 
-using math_test::Distance;
-using math_test::Matrix;
+using support::Matrix4;
 
 struct Angles {
     double x = 0.0, y = 0.0, z = 0.0;
 };
 
-Matrix MatrixOf(const Angles& angles) {
-    Matrix matrix;
+Matrix4 MatrixOf(const Angles& angles) {
+    Matrix4 matrix;
     MatrixRotationXYZ(matrix.m, angles.x, angles.y, angles.z);
     return matrix;
 }
 
-Angles AnglesOf(const Matrix& matrix) {
+Angles AnglesOf(const Matrix4& matrix) {
     Angles angles;
     MatrixGetEulerAngles(matrix.m, angles.x, angles.y, angles.z);
     return angles;
@@ -111,7 +110,7 @@ TEST(EulerAngles, ReproduceTheMatrixOnAGrid) {
     for (int x = -8; x <= 8; ++x)
         for (int y = -8; y <= 8; ++y)
             for (int z = -8; z <= 8; ++z) {
-                const Matrix m =
+                const Matrix4 m =
                     MatrixOf({x * math::kPi / 8, y * math::kPi / 8, z * math::kPi / 8});
                 const Angles back = AnglesOf(m);
                 ASSERT_LE(Distance(MatrixOf(back), m), 1e-11) << x << ' ' << y << ' ' << z;
@@ -130,7 +129,7 @@ TEST(EulerAngles, ReproduceTheMatrixOfAnyAngles) {
     for (int i = 0; i < 20'000; ++i) {
         const Angles angles{angle(), angle(), angle()};
         const double cosine = std::cos(angles.y);
-        const Matrix m = MatrixOf(angles);
+        const Matrix4 m = MatrixOf(angles);
         ASSERT_LE(Distance(MatrixOf(AnglesOf(m)), m), 2e-15 + 1e-15 / (cosine * cosine));
     }
 }
@@ -161,7 +160,7 @@ TEST(EulerAngles, ShareTheFreeAngleWithinTheThreshold) {
 }
 
 TEST(EulerAngles, SurviveAMatrixThatIsNoRotation) {
-    Matrix m = math_test::Of({{{0, 0, 5, 0}, {9, 9, 9, 0}, {9, 9, 9, 0}, {0, 0, 0, 1}}});
+    Matrix4 m = {{{0, 0, 5, 0}, {9, 9, 9, 0}, {9, 9, 9, 0}, {0, 0, 0, 1}}};
     EXPECT_EQ(AnglesOf(m).y, -math::kPi - std::asin(-1.0));
     m.m[0][2] = -5;
     EXPECT_EQ(AnglesOf(m).y, math::kPi - std::asin(1.0));
@@ -200,10 +199,10 @@ class RotationOrderTable : public testing::TestWithParam<OrderRow> {};
 TEST_P(RotationOrderTable, TurnsTheLastNamedFirst) {
     const OrderRow& row = GetParam();
     const double angles[3] = {0.4, -1.1, 2.3};
-    Matrix all;
+    Matrix4 all;
     MatrixIdentity(all.m);
     for (int i = 0; i < 3; ++i) {
-        Matrix turn, product;
+        Matrix4 turn, product;
         const double angle = angles[row.places[i]];
         MatrixIdentity(turn.m);
         if (row.axes[i] == 'X') MatrixRotationX(turn.m, angle);

@@ -12,26 +12,19 @@
 #include "math/angles.h"
 #include "math/rotation_kernel.h"
 #include "math/rotation_math.h"
-#include "tests/math/matrix_text.h"
+#include "tests/support/math.h"
 
 namespace {
 
-using math_test::Distance;
-using math_test::Matrix;
+using support::Matrix4;
+using support::RowRotationOfDegrees;
 
 constexpr int kOrders[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}};
 
-Matrix Rotation(double x, double y, double z) {
-    Matrix matrix;
-    MatrixRotationXYZ(matrix.m, x * math::kRadiansPerDegree, y * math::kRadiansPerDegree,
-                      z * math::kRadiansPerDegree);
-    return matrix;
-}
-
 // The last of a few matrices is none.
 struct Surroundings {
-    Matrix before = Rotation(17, -33, 71);
-    Matrix behind = Rotation(-140, 25, 9);
+    Matrix4 before = RowRotationOfDegrees(17, -33, 71);
+    Matrix4 behind = RowRotationOfDegrees(-140, 25, 9);
 
     template <class Use>
     void ForEach(Use use) const {
@@ -57,8 +50,9 @@ RotationBlock RandomBlock(std::uint64_t seed, double range) {
 
 // The same turn, told apart from the same angles: near half a turn the two signs are neighbours.
 double DistanceOfTurns(const RotationBlock& block, std::size_t lane, const double angles[3]) {
-    return Distance(Rotation(block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]),
-                    Rotation(angles[0], angles[1], angles[2]));
+    return Distance(
+        RowRotationOfDegrees(block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]),
+        RowRotationOfDegrees(angles[0], angles[1], angles[2]));
 }
 
 void ExpectAlike(const RotationBlock& given, const RotationProduct& product) {

@@ -8,34 +8,29 @@
 
 #include "math/angles.h"
 #include "math/rotation_math.h"
-#include "tests/math/matrix_text.h"
+#include "tests/support/math.h"
 
 namespace {
 
-using math_test::Distance;
-using math_test::Matrix;
-using math_test::Of;
-using math_test::Same;
-using math_test::Transposed;
-
-const Matrix kIdentity = Of({{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}});
+using support::kIdentity4;
+using support::Matrix4;
 
 // Every entry is written: nothing of what stood there before may show.
-Matrix Dirty() {
-    Matrix matrix;
+Matrix4 Dirty() {
+    Matrix4 matrix;
     std::fill_n(&matrix.m[0][0], 16, std::numeric_limits<double>::quiet_NaN());
     return matrix;
 }
 
 template <class Function, class... Angles>
-Matrix Made(Function function, Angles... angles) {
-    Matrix matrix = Dirty();
+Matrix4 Made(Function function, Angles... angles) {
+    Matrix4 matrix = Dirty();
     function(matrix.m, angles...);
     return matrix;
 }
 
-Matrix Product(const Matrix& a, const Matrix& b) {
-    Matrix out = Dirty();
+Matrix4 Product(const Matrix4& a, const Matrix4& b) {
+    Matrix4 out = Dirty();
     MatrixMult(a.m, b.m, out.m);
     return out;
 }
@@ -47,19 +42,19 @@ TEST(AngleConstants, AreTheStatedDoubles) {
 }
 
 TEST(Identity, HasOnesOnItsDiagonalAlone) {
-    EXPECT_TRUE(Same(Made(MatrixIdentity), kIdentity));
+    EXPECT_TRUE(Made(MatrixIdentity) == kIdentity4);
 }
 
 TEST(AxisRotation, HoldsTheAnglesCosineAndSine) {
     for (const double angle : {0.0, 0.3, -1.2, math::kPi / 2, math::kPi, -math::kPi, 4.0, 100.0}) {
         const double c = std::cos(angle);
         const double s = std::sin(angle);
-        EXPECT_TRUE(Same(Made(MatrixRotationX, angle),
-                         Of({{{1, 0, 0, 0}, {0, c, s, 0}, {0, -s, c, 0}, {0, 0, 0, 1}}})));
-        EXPECT_TRUE(Same(Made(MatrixRotationY, angle),
-                         Of({{{c, 0, -s, 0}, {0, 1, 0, 0}, {s, 0, c, 0}, {0, 0, 0, 1}}})));
-        EXPECT_TRUE(Same(Made(MatrixRotationZ, angle),
-                         Of({{{c, s, 0, 0}, {-s, c, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}})));
+        EXPECT_TRUE((Made(MatrixRotationX, angle) ==
+                     Matrix4{{{1, 0, 0, 0}, {0, c, s, 0}, {0, -s, c, 0}, {0, 0, 0, 1}}}));
+        EXPECT_TRUE((Made(MatrixRotationY, angle) ==
+                     Matrix4{{{c, 0, -s, 0}, {0, 1, 0, 0}, {s, 0, c, 0}, {0, 0, 0, 1}}}));
+        EXPECT_TRUE((Made(MatrixRotationZ, angle) ==
+                     Matrix4{{{c, s, 0, 0}, {-s, c, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}}));
     }
 }
 
@@ -71,25 +66,25 @@ TEST(AxisRotation, TurnsTheNextAxisTowardsTheOneAfter) {
 }
 
 TEST(Product, IsThatOfFullMatrices) {
-    const Matrix a = Of({{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 10, 11, 12}, {13, 14, 15, 16}}});
-    const Matrix b = Of({{{2, 0, 1, 0}, {0, 3, 0, 1}, {1, 0, 0, 2}, {0, 1, 4, 0}}});
-    EXPECT_TRUE(Same(Product(a, b),
-                     Of({{{5, 10, 17, 8}, {17, 26, 37, 20}, {29, 42, 57, 32}, {41, 58, 77, 44}}})));
-    EXPECT_TRUE(Same(Product(a, kIdentity), a));
-    EXPECT_TRUE(Same(Product(kIdentity, a), a));
+    const Matrix4 a{{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 10, 11, 12}, {13, 14, 15, 16}}};
+    const Matrix4 b{{{2, 0, 1, 0}, {0, 3, 0, 1}, {1, 0, 0, 2}, {0, 1, 4, 0}}};
+    EXPECT_TRUE((Product(a, b) ==
+                 Matrix4{{{5, 10, 17, 8}, {17, 26, 37, 20}, {29, 42, 57, 32}, {41, 58, 77, 44}}}));
+    EXPECT_TRUE(Product(a, kIdentity4) == a);
+    EXPECT_TRUE(Product(kIdentity4, a) == a);
 }
 
 // Summed from zero in rising order, one term after the other.
 TEST(Product, AddsItsTermsInOrder) {
-    const Matrix a = Of({{{1e16, 1, -1e16, 1}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}}});
-    const Matrix ones = Of({{{1, 1, 1, 1}, {1, 1, 1, 1}, {1, 1, 1, 1}, {1, 1, 1, 1}}});
+    const Matrix4 a{{{1e16, 1, -1e16, 1}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}}};
+    const Matrix4 ones{{{1, 1, 1, 1}, {1, 1, 1, 1}, {1, 1, 1, 1}, {1, 1, 1, 1}}};
     EXPECT_EQ(Product(a, ones).m[0][0], ((0.0 + 1e16 + 1.0) - 1e16) + 1.0);
 }
 
 TEST(Product, ClearsItsResultBeforeItReads) {
-    Matrix a = Of({{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 1, 2, 3}, {4, 5, 6, 7}}});
-    MatrixMult(a.m, kIdentity.m, a.m);
-    EXPECT_TRUE(Same(a, Of({{{0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}}})));
+    Matrix4 a{{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 1, 2, 3}, {4, 5, 6, 7}}};
+    MatrixMult(a.m, kIdentity4.m, a.m);
+    EXPECT_TRUE((a == Matrix4{{{0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}}}));
 }
 
 struct Angles {
@@ -102,26 +97,26 @@ const Angles kAngles[] = {{0, 0, 0},         {0.1, 0.2, 0.3},       {-1.0, 2.0, 
 
 TEST(Composite, TurnsInTheOrderOfItsName) {
     for (const auto& [x, y, z] : kAngles) {
-        const Matrix rx = Made(MatrixRotationX, x);
-        const Matrix ry = Made(MatrixRotationY, y);
-        const Matrix rz = Made(MatrixRotationZ, z);
-        EXPECT_TRUE(Same(Made(MatrixRotationXYZ, x, y, z), Product(Product(rx, ry), rz)));
-        EXPECT_TRUE(Same(Made(MatrixRotationZYX, x, y, z), Product(Product(rz, ry), rx)));
+        const Matrix4 rx = Made(MatrixRotationX, x);
+        const Matrix4 ry = Made(MatrixRotationY, y);
+        const Matrix4 rz = Made(MatrixRotationZ, z);
+        EXPECT_TRUE(Made(MatrixRotationXYZ, x, y, z) == Product(Product(rx, ry), rz));
+        EXPECT_TRUE(Made(MatrixRotationZYX, x, y, z) == Product(Product(rz, ry), rx));
     }
 }
 
 TEST(Composite, OfNegatedAnglesBackwardsIsTheInverse) {
     for (const auto& [x, y, z] : kAngles) {
-        const Matrix there = Made(MatrixRotationXYZ, x, y, z);
-        const Matrix back = Made(MatrixRotationZYX, -x, -y, -z);
+        const Matrix4 there = Made(MatrixRotationXYZ, x, y, z);
+        const Matrix4 back = Made(MatrixRotationZYX, -x, -y, -z);
         // The same products, term for term, so the very same numbers up to the order of sums.
         EXPECT_LE(Distance(back, Transposed(there)), 1e-15);
-        EXPECT_LE(Distance(Product(there, back), kIdentity), 1e-15);
+        EXPECT_LE(Distance(Product(there, back), kIdentity4), 1e-15);
     }
 }
 
 TEST(Composite, MovesNothing) {
-    const Matrix m = Made(MatrixRotationXYZ, 0.4, -0.7, 2.2);
+    const Matrix4 m = Made(MatrixRotationXYZ, 0.4, -0.7, 2.2);
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(m.m[3][i], 0.0);
         EXPECT_EQ(m.m[i][3], 0.0);

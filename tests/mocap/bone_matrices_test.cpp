@@ -7,17 +7,16 @@
 
 #include "headless/testing.h"
 #include "mocap/scene_helpers.h"
-#include "tests/math/matrix_text.h"
 #include "tests/mocap/scene.h"
 #include "tests/support/core/session_text.h"
+#include "tests/support/math.h"
 
 namespace {
 
-using math_test::Distance;
-using math_test::Matrix;
 using mocap_test::MakeModel;
 using mocap_test::MakeNull;
 using mocap_test::Turn;
+using support::Matrix4;
 
 class BoneMatricesTest : public testing::Test {
   protected:
@@ -36,10 +35,10 @@ class BoneMatricesTest : public testing::Test {
 };
 
 void ExpectAlike(BoneMatrixCache& cache, Zelk3DObject object, const Zelk::CString& stop) {
-    Matrix global, inverse;
+    Matrix4 global, inverse;
     GetBoneGlobalMatrix(object, stop, global.m, inverse.m);
     const BoneMatrices cached = cache.Get(object);
-    Matrix cachedGlobal, cachedInverse;
+    Matrix4 cachedGlobal, cachedInverse;
     std::copy_n(&cached.global[0][0], 16, &cachedGlobal.m[0][0]);
     std::copy_n(&cached.inverse[0][0], 16, &cachedInverse.m[0][0]);
     // The products are formed from the other end, which moves the last digit or two.

@@ -1,6 +1,5 @@
 // The file's rotations in the frames of bones and nulls.
 #include <algorithm>
-#include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -10,41 +9,19 @@
 #include "math/rotation_math.h"
 #include "tests/mocap/importer.h"
 #include "tests/mocap/step_messages.h"
+#include "tests/support/math.h"
 
 namespace {
 
 using mocap_test::Importer;
 using mocap_test::Keys;
+using support::Matrix4;
+using support::RowRotationOfDegrees;
 using support::StatusText;
 using testing::ElementsAre;
 
 constexpr auto kBiovision = CMocapImportBase::MOCAP_FORMAT_BIOVISION;
 constexpr auto kAcclaim = CMocapImportBase::MOCAP_FORMAT_ACCLAIM;
-
-struct Matrix {
-    double m[4][4];
-};
-
-Matrix Rotation(double x, double y, double z) {
-    Matrix out;
-    MatrixRotationXYZ(out.m, x * math::kRadiansPerDegree, y * math::kRadiansPerDegree,
-                      z * math::kRadiansPerDegree);
-    return out;
-}
-
-Matrix operator*(const Matrix& a, const Matrix& b) {
-    Matrix out;
-    MatrixMult(a.m, b.m, out.m);
-    return out;
-}
-
-double Distance(const Matrix& a, const Matrix& b) {
-    double largest = 0.0;
-    for (int row = 0; row < 4; ++row)
-        for (int column = 0; column < 4; ++column)
-            largest = std::max(largest, std::fabs(a.m[row][column] - b.m[row][column]));
-    return largest;
-}
 
 class BoneRotations : public testing::Test {
   protected:
@@ -67,11 +44,11 @@ class BoneRotations : public testing::Test {
     }
 
     // The rotation that the slots of a node hold in a frame.
-    static Matrix Held(MOCAPMODEL& node, std::uint32_t frame) {
+    static Matrix4 Held(MOCAPMODEL& node, std::uint32_t frame) {
         const auto angle = [&](std::uint8_t type) {
             return FindChannel(node, type)->keys[frame].value;
         };
-        return Rotation(angle(kRotationX), angle(kRotationY), angle(kRotationZ));
+        return RowRotationOfDegrees(angle(kRotationX), angle(kRotationY), angle(kRotationZ));
     }
 };
 
@@ -80,17 +57,19 @@ TEST_F(BoneRotations, AreTurnedIntoTheBonesFrame) {
         support::StartSession(false);
         Importer importer(format);
         Build(importer);
-        const Matrix file[3][2] = {{Rotation(10, 20, 30), Rotation(1, 2, 3)},
-                                   {Rotation(40, -50, 60), Rotation(4, 5, 6)},
-                                   {Rotation(0, 25, 0), Rotation(0, -35, 0)}};
+        const Matrix4 file[3][2] = {
+            {RowRotationOfDegrees(10, 20, 30), RowRotationOfDegrees(1, 2, 3)},
+            {RowRotationOfDegrees(40, -50, 60), RowRotationOfDegrees(4, 5, 6)},
+            {RowRotationOfDegrees(0, 25, 0), RowRotationOfDegrees(0, -35, 0)}};
         ASSERT_EQ(importer.FixBonesRotations(), 0);
         for (std::size_t i = 0; i < 3; ++i) {
             MOCAPMODEL& node = *importer.models[i];
-            Matrix global, inverse;
+            Matrix4 global, inverse;
             Zelk3DObject bone = node.bone;
             ASSERT_TRUE(bone.IsValid());
             GetBoneGlobalMatrix(bone, L"Skel", global.m, inverse.m);
-            const Matrix pose = Rotation(node.basePose[3], node.basePose[4], node.basePose[5]);
+            const Matrix4 pose =
+                RowRotationOfDegrees(node.basePose[3], node.basePose[4], node.basePose[5]);
             for (std::uint32_t frame = 0; frame < 2; ++frame)
                 // A handful of products and a decomposition away from right angles.
                 EXPECT_LE(Distance(Held(node, frame), global * file[i][frame] * inverse * pose),
@@ -111,9 +90,9 @@ TEST_F(BoneRotations, OfNothingAreTheBasePose) {
     ASSERT_EQ(importer.FixBonesRotations(), 0);
     for (std::size_t i = 0; i < 3; ++i) {
         MOCAPMODEL& node = *importer.models[i];
-        EXPECT_LE(
-            Distance(Held(node, 0), Rotation(node.basePose[3], node.basePose[4], node.basePose[5])),
-            1e-13);
+        EXPECT_LE(Distance(Held(node, 0), RowRotationOfDegrees(node.basePose[3], node.basePose[4],
+                                                               node.basePose[5])),
+                  1e-13);
     }
 }
 
@@ -125,7 +104,7 @@ TEST_F(BoneRotations, OfANullAtRestKeepTheirTurn) {
     ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded());
     ASSERT_EQ(importer.FixBonesRotations(), 0);
     EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(4, 6, 5, 0, 0, 0, 0));
-    EXPECT_LE(Distance(Held(*importer.models[0], 0), Rotation(15, 0, 40)), 1e-14);
+    EXPECT_LE(Distance(Held(*importer.models[0], 0), RowRotationOfDegrees(15, 0, 40)), 1e-14);
 }
 
 TEST_F(BoneRotations, AreWrittenByTypeAndNotByPlace) {
@@ -137,7 +116,7 @@ TEST_F(BoneRotations, AreWrittenByTypeAndNotByPlace) {
     ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded());
     ASSERT_EQ(importer.FixBonesRotations(), 0);
     EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(6, 2, 4, 5, 0, 0, 0));
-    EXPECT_LE(Distance(Held(*importer.models[0], 0), Rotation(15, 0, 40)), 1e-14);
+    EXPECT_LE(Distance(Held(*importer.models[0], 0), RowRotationOfDegrees(15, 0, 40)), 1e-14);
     EXPECT_THAT(importer.Values(importer.models[0]->channels[1]), ElementsAre(5));
 }
 

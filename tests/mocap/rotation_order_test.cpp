@@ -1,4 +1,3 @@
-#include <cmath>
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,11 +10,13 @@
 #include "math/rotation_math.h"
 #include "tests/mocap/importer.h"
 #include "tests/mocap/step_messages.h"
+#include "tests/support/math.h"
 
 namespace {
 
 using mocap_test::Importer;
 using mocap_test::Keys;
+using support::Matrix4;
 using support::StatusText;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -29,36 +30,8 @@ class RotationOrderTest : public testing::Test {
     void SetUp() override { support::StartSession(false); }
 };
 
-struct Matrix {
-    double m[4][4];
-};
-
-Matrix Turn(int type, double degrees) {
-    Matrix out;
-    const double angle = degrees * math::kRadiansPerDegree;
-    if (type == kRotationX) MatrixRotationX(out.m, angle);
-    if (type == kRotationY) MatrixRotationY(out.m, angle);
-    if (type == kRotationZ) MatrixRotationZ(out.m, angle);
-    return out;
-}
-
-Matrix operator*(const Matrix& a, const Matrix& b) {
-    Matrix out;
-    MatrixMult(a.m, b.m, out.m);
-    return out;
-}
-
-// What the host makes of the angles.
-Matrix HostRotation(double x, double y, double z) {
-    return Turn(kRotationX, x) * Turn(kRotationY, y) * Turn(kRotationZ, z);
-}
-
-double Distance(const Matrix& a, const Matrix& b) {
-    double largest = 0.0;
-    for (int row = 0; row < 4; ++row)
-        for (int column = 0; column < 4; ++column)
-            largest = std::max(largest, std::fabs(a.m[row][column] - b.m[row][column]));
-    return largest;
+Matrix4 Turn(int type, double degrees) {
+    return support::RowRotation("xyz"[type - kRotationX], support::Radians(degrees));
 }
 
 // --- GetAllRotationChannels ---
@@ -249,15 +222,15 @@ TEST_P(ListedOrder, BecomesTheHostsWithTheSameTurn) {
         }
         EXPECT_THAT(Importer::Types(node), ElementsAre(2, 4, 5, 6, 0, 0, 0));
         for (std::uint32_t frame = 0; frame < 2; ++frame) {
-            Matrix file = HostRotation(0, 0, 0);
+            Matrix4 file = support::kIdentity4;
             for (std::size_t i = 0; i < GetParam().axes.size(); ++i) {
-                const Matrix turn = Turn(GetParam().axes[i], kAngles[i][frame]);
+                const Matrix4 turn = Turn(GetParam().axes[i], kAngles[i][frame]);
                 // Row vectors: the left factor turns first. A BVH's first-listed is the outermost.
                 file = format == kBiovision ? turn * file : file * turn;
             }
-            const Matrix host =
-                HostRotation(node.channels[1].keys[frame].value, node.channels[2].keys[frame].value,
-                             node.channels[3].keys[frame].value);
+            const Matrix4 host = support::RowRotationOfDegrees(node.channels[1].keys[frame].value,
+                                                               node.channels[2].keys[frame].value,
+                                                               node.channels[3].keys[frame].value);
             // The pitches above stay clear of right angles, where the decomposition loses digits.
             EXPECT_LE(Distance(host, file), 1e-13);
             EXPECT_EQ(node.channels[3].keys[frame].time, frame + 1.0);
@@ -274,8 +247,8 @@ TEST_F(RotationOrderTest, StoresTheAnglesOfTheDecomposition) {
     MOCAPMODEL& node = importer.AddNode(
         "n", nullptr, {}, {{kRotationZ, {30}}, {kRotationX, {10}}, {kRotationY, {20}}});
     ASSERT_EQ(importer.FixRotationsOrder(), 0);
-    const Matrix file = Turn(kRotationY, 20) *
-                        (Turn(kRotationX, 10) * (Turn(kRotationZ, 30) * HostRotation(0, 0, 0)));
+    const Matrix4 file = Turn(kRotationY, 20) *
+                         (Turn(kRotationX, 10) * (Turn(kRotationZ, 30) * support::kIdentity4));
     double angles[3];
     MatrixGetEulerAngles(file.m, angles[0], angles[1], angles[2]);
     for (int i = 0; i < 3; ++i)

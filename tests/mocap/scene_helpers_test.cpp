@@ -11,18 +11,18 @@
 #include "headless/testing.h"
 #include "math/angles.h"
 #include "math/rotation_math.h"
-#include "tests/math/matrix_text.h"
 #include "tests/mocap/scene.h"
 #include "tests/support/core/session_text.h"
+#include "tests/support/math.h"
 
 namespace {
 
-using math_test::Distance;
-using math_test::Matrix;
-using math_test::Transposed;
 using mocap_test::MakeModel;
 using mocap_test::MakeNull;
 using mocap_test::Turn;
+using support::kIdentity4;
+using support::Matrix4;
+using support::RowRotationOfDegrees;
 using support::Utf8;
 using testing::ElementsAre;
 
@@ -135,8 +135,8 @@ TEST_F(SceneHelpers, PassesOverAnEndThatCannotBeSet) {
 // --- GetBoneGlobalMatrix ---
 
 struct Both {
-    Matrix global;
-    Matrix inverse;
+    Matrix4 global;
+    Matrix4 inverse;
 };
 
 Both MatricesOf(Zelk3DObject object, const wchar_t* stop) {
@@ -145,37 +145,18 @@ Both MatricesOf(Zelk3DObject object, const wchar_t* stop) {
     return both;
 }
 
-Matrix Rotation(double x, double y, double z) {
-    Matrix matrix;
-    MatrixRotationXYZ(matrix.m, x * math::kRadiansPerDegree, y * math::kRadiansPerDegree,
-                      z * math::kRadiansPerDegree);
-    return matrix;
-}
-
-Matrix operator*(const Matrix& a, const Matrix& b) {
-    Matrix out;
-    MatrixMult(a.m, b.m, out.m);
-    return out;
-}
-
-Matrix Identity() {
-    Matrix matrix;
-    MatrixIdentity(matrix.m);
-    return matrix;
-}
-
 TEST_F(SceneHelpers, MatricesOfUnturnedObjectsAreTheIdentity) {
     const Zelk::Model model = MakeModel(L"Skel");
     const Zelk::Null arm = MakeNull(MakeNull(model, L"Hips"), L"LeftArm");
     const Both both = MatricesOf(arm, L"Skel");
-    EXPECT_TRUE(math_test::Same(both.global, Identity()));
-    EXPECT_TRUE(math_test::Same(both.inverse, Identity()));
+    EXPECT_TRUE(both.global == kIdentity4);
+    EXPECT_TRUE(both.inverse == kIdentity4);
 }
 
 TEST_F(SceneHelpers, MatricesOfNothingAreTheIdentity) {
     const Both both = MatricesOf(Zelk3DObject(), L"Skel");
-    EXPECT_TRUE(math_test::Same(both.global, Identity()));
-    EXPECT_TRUE(math_test::Same(both.inverse, Identity()));
+    EXPECT_TRUE(both.global == kIdentity4);
+    EXPECT_TRUE(both.inverse == kIdentity4);
 }
 
 TEST_F(SceneHelpers, MatrixOfOneObjectIsItsRotation) {
@@ -183,10 +164,10 @@ TEST_F(SceneHelpers, MatrixOfOneObjectIsItsRotation) {
     const Zelk::Null hips = MakeNull(model, L"Hips");
     Turn(hips, 0, 0, 90);
     const Both both = MatricesOf(hips, L"Skel");
-    Matrix quarter;
+    Matrix4 quarter;
     MatrixRotationZ(quarter.m, math::kPi / 2);
-    EXPECT_TRUE(math_test::Same(both.global, quarter));
-    EXPECT_TRUE(math_test::Same(both.inverse, Transposed(quarter)));
+    EXPECT_TRUE(both.global == quarter);
+    EXPECT_TRUE(both.inverse == Transposed(quarter));
 }
 
 // The bounds below are a few roundings of numbers that are at most 1.
@@ -199,17 +180,20 @@ TEST_F(SceneHelpers, MatricesTurnTheObjectFirstAndLeaveTheStopOut) {
     Turn(hips, 10, 20, 30);
     Turn(arm, -40, 50, -60);
     Turn(hand, 170, 80, 5);
-    const Matrix expected = Rotation(170, 80, 5) * Rotation(-40, 50, -60) * Rotation(10, 20, 30);
+    const Matrix4 expected = RowRotationOfDegrees(170, 80, 5) * RowRotationOfDegrees(-40, 50, -60) *
+                             RowRotationOfDegrees(10, 20, 30);
     const Both both = MatricesOf(hand, L"Skel");
     EXPECT_LE(Distance(both.global, expected), 1e-15);
     EXPECT_LE(Distance(both.inverse, Transposed(expected)), 1e-15);
-    EXPECT_LE(Distance(both.global * both.inverse, Identity()), 2e-15);
+    EXPECT_LE(Distance(both.global * both.inverse, kIdentity4), 2e-15);
 
-    EXPECT_LE(
-        Distance(MatricesOf(hand, L"Hips").global, Rotation(170, 80, 5) * Rotation(-40, 50, -60)),
-        1e-15);
+    EXPECT_LE(Distance(MatricesOf(hand, L"Hips").global,
+                       RowRotationOfDegrees(170, 80, 5) * RowRotationOfDegrees(-40, 50, -60)),
+              1e-15);
     // The object itself always counts, and a stop that is not met does not stop.
-    EXPECT_LE(Distance(MatricesOf(hand, L"Hand").global, expected * Rotation(33, 44, 55)), 2e-15);
+    EXPECT_LE(
+        Distance(MatricesOf(hand, L"Hand").global, expected * RowRotationOfDegrees(33, 44, 55)),
+        2e-15);
 }
 
 TEST_F(SceneHelpers, MatricesHeedRotationsAlone) {
@@ -218,7 +202,7 @@ TEST_F(SceneHelpers, MatricesHeedRotationsAlone) {
     Zelk::MATH::CTransformation place;
     place.SetTranslationFromValues(1, 2, 3);
     hips.GetKinematics().GetLocal().PutTransform(place, Zelk::kCurrentTime);
-    EXPECT_TRUE(math_test::Same(MatricesOf(hips, L"Skel").global, Identity()));
+    EXPECT_TRUE(MatricesOf(hips, L"Skel").global == kIdentity4);
 }
 
 // --- ZelkStringFromANSI ---

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cmath>
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
@@ -10,31 +9,10 @@
 namespace support {
 namespace {
 
-using Rotation = std::array<std::array<double, 3>, 3>;
-
 std::string Lower(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return text;
-}
-
-// About one axis, for column vectors.
-Rotation AxisTurn(char axis, double degrees) {
-    const double angle = degrees * std::acos(-1.0) / 180.0;
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
-    if (axis == 'x') return {{{1, 0, 0}, {0, c, -s}, {0, s, c}}};
-    if (axis == 'y') return {{{c, 0, s}, {0, 1, 0}, {-s, 0, c}}};
-    return {{{c, -s, 0}, {s, c, 0}, {0, 0, 1}}};
-}
-
-Rotation Times(const Rotation& a, const Rotation& b) {
-    Rotation out{};
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j)
-            for (std::size_t k = 0; k < 3; ++k)
-                out[i][j] += a[i][k] * b[k][j];
-    return out;
 }
 
 class Reader {
@@ -112,20 +90,20 @@ bool WalkJoint::KeepsRisingOrder() const {
 
 std::vector<Vec3> WalkFile::Positions(std::size_t frame, bool turnRisingAsScene) const {
     std::vector<Vec3> positions(joints.size());
-    std::vector<Rotation> turns(joints.size());
+    std::vector<Matrix3> turns(joints.size());
     for (std::size_t j = 0; j < joints.size(); ++j) {
         const WalkJoint& joint = joints[j];
         Vec3 place = joint.offset;
-        Rotation own = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+        Matrix3 own = kIdentity3;
         for (std::size_t c = 0; c < joint.channels.size(); ++c) {
             const double value = frames[frame][joint.firstValue + c];
             const char axis = joint.channels[c][0];
             if (joint.channels[c].substr(1) == "position") {
                 place[static_cast<std::size_t>(axis - 'x')] = value;
             } else if (turnRisingAsScene && joint.KeepsRisingOrder()) {
-                own = Times(AxisTurn(axis, value), own);
+                own = ColumnRotation(axis, Radians(value)) * own;
             } else {
-                own = Times(own, AxisTurn(axis, value));
+                own = own * ColumnRotation(axis, Radians(value));
             }
         }
         if (joint.parent < 0) {
@@ -134,12 +112,8 @@ std::vector<Vec3> WalkFile::Positions(std::size_t frame, bool turnRisingAsScene)
             continue;
         }
         const auto p = static_cast<std::size_t>(joint.parent);
-        for (std::size_t i = 0; i < 3; ++i) {
-            positions[j][i] = positions[p][i];
-            for (std::size_t k = 0; k < 3; ++k)
-                positions[j][i] += turns[p][i][k] * place[k];
-        }
-        turns[j] = Times(turns[p], own);
+        positions[j] = Add(positions[p], turns[p] * place);
+        turns[j] = turns[p] * own;
     }
     return positions;
 }
@@ -149,7 +123,7 @@ double WalkFile::Size() const {
     double longest = 0.0;
     for (std::size_t j = 0; j < joints.size(); ++j) {
         const WalkJoint& joint = joints[j];
-        const double own = std::hypot(joint.offset[0], joint.offset[1], joint.offset[2]);
+        const double own = Length(joint.offset);
         reach[j] = joint.parent < 0 ? 0.0 : reach[static_cast<std::size_t>(joint.parent)] + own;
         longest = std::max(longest, reach[j]);
     }

@@ -3,13 +3,12 @@
 // its component of the offset.
 #pragma once
 
-#include <array>
 #include <string>
 #include <vector>
 
-namespace support {
+#include "tests/support/math.h"
 
-using Vec3 = std::array<double, 3>;
+namespace support {
 
 struct WalkJoint {
     std::string name;

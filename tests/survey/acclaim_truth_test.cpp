@@ -11,6 +11,7 @@
 #include "tests/support/acclaim/acclaim_random.h"
 #include "tests/support/acclaim/acclaim_walk.h"
 #include "tests/support/effort.h"
+#include "tests/support/math.h"
 #include "tests/survey/acclaim_case.h"
 
 namespace {
@@ -22,10 +23,6 @@ constexpr double kTolerance = 1e-9;
 constexpr double kToleranceOfBones = 1e-6;
 constexpr double kToleranceNearRightAngle = 3e-5;
 
-double Distance(const Vec3& a, const Vec3& b) {
-    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
-}
-
 // The pair by the format's rules, lengths times `factor`.
 AcclaimPair ReadAsMeant(const AcclaimTexts& texts, double factor) {
     AcclaimPair pair = ReadAcclaim(texts.asf, texts.amc, {factor, texts.limits});
@@ -33,7 +30,7 @@ AcclaimPair ReadAsMeant(const AcclaimTexts& texts, double factor) {
     for (AcclaimBone& bone : pair.bones) {
         for (double& component : bone.position)
             component *= factor;
-        const double size = std::hypot(bone.direction[0], bone.direction[1], bone.direction[2]);
+        const double size = Length(bone.direction);
         const bool hasLength = bone.length != 0.0 || bone.AnimatesLength();
         if (!hasLength || size == 0.0 || std::fabs(size - 1.0) <= 0.02) continue;
         for (double& component : bone.direction)

@@ -1,7 +1,6 @@
 // What the survey hands on, or leaves as it is, against an independent walk of the original by the
 // format's own rules, and the plug-in's import of it against both.
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -14,6 +13,7 @@
 #include "tests/support/chain_prediction.h"
 #include "tests/support/effort.h"
 #include "tests/support/files.h"
+#include "tests/support/math.h"
 
 namespace {
 
@@ -25,10 +25,6 @@ constexpr double kMended = 1e-9;
 constexpr double kFolded = 1e-5;
 constexpr double kImported = 1e-6;
 constexpr double kImportedNearRightAngle = 3e-5;
-
-double Distance(const Vec3& a, const Vec3& b) {
-    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
-}
 
 // Of each of the original's joints, its index among those that were handed on: where end sites were
 // added, one follows each joint without children.

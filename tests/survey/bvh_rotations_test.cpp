@@ -1,7 +1,6 @@
 #include "survey/bvh_rotations.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <random>
@@ -10,42 +9,15 @@
 #include <vector>
 
 #include "survey/survey.h"
+#include "tests/support/math.h"
 
 namespace {
 
+using support::Matrix3;
 using survey::BvhChannel;
-using Matrix = std::array<std::array<double, 3>, 3>;
 
-// About one axis, for column vectors; exact at whole quarter turns.
-Matrix About(std::size_t axis, double degrees) {
-    const double angle = degrees * std::acos(-1.0) / 180.0;
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
-    const std::size_t from = (axis + 1) % 3;
-    const std::size_t to = (axis + 2) % 3;
-    Matrix m{};
-    m[axis][axis] = 1.0;
-    m[from][from] = m[to][to] = c;
-    m[to][from] = s;
-    m[from][to] = -s;
-    return m;
-}
-
-Matrix Times(const Matrix& a, const Matrix& b) {
-    Matrix out{};
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j)
-            for (std::size_t k = 0; k < 3; ++k)
-                out[i][j] += a[i][k] * b[k][j];
-    return out;
-}
-
-double Difference(const Matrix& a, const Matrix& b) {
-    double most = 0.0;
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j)
-            most = std::max(most, std::abs(a[i][j] - b[i][j]));
-    return most;
+Matrix3 About(std::size_t axis, double degrees) {
+    return support::ColumnRotation("xyz"[axis], support::Radians(degrees));
 }
 
 survey::BvhJoint Listing(const std::vector<std::size_t>& axes) {
@@ -55,15 +27,15 @@ survey::BvhJoint Listing(const std::vector<std::size_t>& axes) {
     return joint;
 }
 
-Matrix Product(const std::vector<std::size_t>& axes, const double (&row)[3]) {
-    Matrix m = About(axes[0], row[0]);
+Matrix3 Product(const std::vector<std::size_t>& axes, const double (&row)[3]) {
+    Matrix3 m = About(axes[0], row[0]);
     for (std::size_t i = 1; i < std::min<std::size_t>(axes.size(), 3); ++i)
-        m = Times(m, About(axes[i], row[i]));
+        m = m * About(axes[i], row[i]);
     return m;
 }
 
-Matrix OfAngles(const double angles[3]) {
-    return Times(Times(About(2, angles[2]), About(1, angles[1])), About(0, angles[0]));
+Matrix3 OfAngles(const double angles[3]) {
+    return About(2, angles[2]) * About(1, angles[1]) * About(0, angles[0]);
 }
 
 const std::vector<std::vector<std::size_t>> kRising = {{0, 1, 2}, {0, 1}, {0, 2}, {1, 2}};
@@ -77,7 +49,7 @@ TEST(TurnedAngles, TurnTheSameWay) {
             survey::TurnedAngles turned(Listing(axes));
             double angles[3] = {};
             turned.Next(row, angles);
-            ASSERT_LE(Difference(Product(axes, row), OfAngles(angles)), 5e-14);
+            ASSERT_LE(Distance(Product(axes, row), OfAngles(angles)), 5e-14);
         }
     }
 }
@@ -91,7 +63,7 @@ TEST(TurnedAngles, TurnTheSameWayNearGimbalLock) {
         for (int i = 0; i < 500; ++i) {
             // Angles about x, y and z near the lock, as the x y z that give them.
             const double near[] = {any(random), 90.0 - std::pow(10.0, -exponent), any(random)};
-            const Matrix m = OfAngles(near);
+            const Matrix3 m = OfAngles(near);
             const double row[] = {
                 std::atan2(-m[1][2], m[2][2]) * 180.0 / std::acos(-1.0),
                 std::asin(std::clamp(m[0][2], -1.0, 1.0)) * 180.0 / std::acos(-1.0),
@@ -99,7 +71,7 @@ TEST(TurnedAngles, TurnTheSameWayNearGimbalLock) {
             survey::TurnedAngles turned(Listing(axes));
             double angles[3] = {};
             turned.Next(row, angles);
-            ASSERT_LE(Difference(Product(axes, row), OfAngles(angles)), 5e-14) << exponent;
+            ASSERT_LE(Distance(Product(axes, row), OfAngles(angles)), 5e-14) << exponent;
         }
     }
 }
@@ -156,7 +128,7 @@ TEST(TurnedAngles, KeepZAtGimbalLock) {
     const double locked[] = {0.0, 90.0, 0.0};
     turned.Next(locked, angles);
     EXPECT_NEAR(angles[2], z, 1e-9);
-    EXPECT_LE(Difference(Product({0, 1, 2}, locked), OfAngles(angles)), 5e-14);
+    EXPECT_LE(Distance(Product({0, 1, 2}, locked), OfAngles(angles)), 5e-14);
 }
 
 // So many values that two threads share them.

@@ -1,5 +1,4 @@
 // One truth for every joint: the skeleton as nulls, as bones and a plain walk of the file agree.
-#include <cmath>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -9,6 +8,7 @@
 #include "tests/support/chain_prediction.h"
 #include "tests/support/effort.h"
 #include "tests/support/files.h"
+#include "tests/support/math.h"
 
 namespace {
 
@@ -17,10 +17,6 @@ using namespace support;
 // Of the skeleton's size. Near gimbal lock the decomposition rounds a cosine below 1e-5 to 0.
 constexpr double kTolerance = 1e-6;
 constexpr double kToleranceNearRightAngle = 3e-5;
-
-double Distance(const Vec3& a, const Vec3& b) {
-    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
-}
 
 struct Compared {
     std::size_t joints = 0;

@@ -2,14 +2,15 @@
 
 #include <cmath>
 
+#include "tests/support/math.h"
+
 namespace support {
 namespace {
 
 constexpr double kShortest = 0.01;
 
 bool HasUnitDirection(const AcclaimBone& bone) {
-    return std::fabs(std::hypot(bone.direction[0], bone.direction[1], bone.direction[2]) - 1.0) <
-           1e-9;
+    return std::fabs(Length(bone.direction) - 1.0) < 1e-9;
 }
 
 // Of the bone's own doing: what it says holds from its children on, or from itself on.

@@ -8,13 +8,13 @@
 #include <stdexcept>
 #include <unordered_map>
 
+#include "tests/support/math.h"
+
 namespace support {
 namespace {
 
-using Rotation = std::array<std::array<double, 3>, 3>;
 using Words = std::vector<std::string>;
 
-constexpr Rotation kNoTurn = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 constexpr double kShortest = 0.01;
 
 std::string Lower(std::string text) {
@@ -210,47 +210,22 @@ void ReadFrames(const std::string& amc, const std::unordered_map<std::string, st
     }
 }
 
-Rotation AxisTurn(char axis, double angle) {
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
-    if (axis == 'x') return {{{1, 0, 0}, {0, c, -s}, {0, s, c}}};
-    if (axis == 'y') return {{{c, 0, s}, {0, 1, 0}, {-s, 0, c}}};
-    return {{{c, -s, 0}, {s, c, 0}, {0, 0, 1}}};
-}
-
-Rotation Times(const Rotation& a, const Rotation& b) {
-    Rotation out{};
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j)
-            for (std::size_t k = 0; k < 3; ++k)
-                out[i][j] += a[i][k] * b[k][j];
-    return out;
-}
-
-Rotation Transposed(const Rotation& a) {
-    Rotation out{};
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j)
-            out[i][j] = a[j][i];
-    return out;
-}
-
 // R = Rz * Ry * Rx has -sin(ry) there; the cosine is 1e-5 where the sine is this close to 1.
-bool IsNearRightAngle(const Rotation& turn) {
+bool IsNearRightAngle(const Matrix3& turn) {
     return std::fabs(turn[2][0]) > 1.0 - 0.5e-10;
 }
 
 // What a frame makes of one bone.
 struct BoneState {
-    Rotation motion = kNoTurn;  // M
-    Vec3 place;                 // of a root
+    Matrix3 motion = kIdentity3;  // M
+    Vec3 place;                   // of a root
     double length;
 };
 
 BoneState StateOf(const AcclaimPair& pair, const AcclaimBone& bone,
                   const std::vector<double>& values) {
-    const double unit = pair.degrees ? std::acos(-1.0) / 180.0 : 1.0;
-    BoneState state{kNoTurn, bone.position, bone.length};
+    const double unit = pair.degrees ? Radians(1.0) : 1.0;
+    BoneState state{kIdentity3, bone.position, bone.length};
     for (std::size_t i = 0; i < values.size(); ++i) {
         double value = values[i];
         if (pair.limited && bone.limits[i]) {
@@ -261,7 +236,7 @@ BoneState StateOf(const AcclaimPair& pair, const AcclaimBone& bone,
         if (channel == "|")
             state.length = value * pair.lengthFactor;
         else if (channel[0] == 'r')
-            state.motion = Times(AxisTurn(channel[1], value * unit), state.motion);
+            state.motion = ColumnRotation(channel[1], value * unit) * state.motion;
         else if (bone.isRoot)
             state.place[static_cast<std::size_t>(channel[1] - 'x')] =
                 pair.factorIsGiven ? value * pair.lengthFactor : value;
@@ -269,12 +244,13 @@ BoneState StateOf(const AcclaimPair& pair, const AcclaimBone& bone,
     return state;
 }
 
-Rotation AxisFrame(const AcclaimPair& pair, const AcclaimBone& bone) {
-    const double unit = pair.degrees ? std::acos(-1.0) / 180.0 : 1.0;
-    Rotation frame = kNoTurn;
+Matrix3 AxisFrame(const AcclaimPair& pair, const AcclaimBone& bone) {
+    const double unit = pair.degrees ? Radians(1.0) : 1.0;
+    Matrix3 frame = kIdentity3;
     for (std::size_t i = 0; i < 3; ++i)
-        frame = Times(
-            AxisTurn(pair.axesAsListed ? bone.axisOrder[i] : "xyz"[i], bone.axis[i] * unit), frame);
+        frame =
+            ColumnRotation(pair.axesAsListed ? bone.axisOrder[i] : "xyz"[i], bone.axis[i] * unit) *
+            frame;
     return frame;
 }
 
@@ -313,14 +289,14 @@ AcclaimPair::Pose AcclaimPair::At(const AcclaimFrame& frame) const {
     Pose pose;
     pose.positions.resize(bones.size());
     pose.nearRightAngle.resize(bones.size());
-    std::vector<Rotation> turns(bones.size());
+    std::vector<Matrix3> turns(bones.size());
     std::vector<double> lengths(bones.size());
     std::vector<double> reach(bones.size());
     for (const std::size_t i : WalkOrder(bones)) {
         const AcclaimBone& bone = bones[i];
         const BoneState state = StateOf(*this, bone, frame.values[i]);
-        const Rotation axes = AxisFrame(*this, bone);
-        const Rotation own = Times(Times(axes, state.motion), Transposed(axes));
+        const Matrix3 axes = AxisFrame(*this, bone);
+        const Matrix3 own = axes * state.motion * Transposed(axes);
         lengths[i] = state.length;
         pose.nearRightAngle[i] = IsNearRightAngle(state.motion) || IsNearRightAngle(own);
         if (bone.parent < 0) {
@@ -329,15 +305,12 @@ AcclaimPair::Pose AcclaimPair::At(const AcclaimFrame& frame) const {
             continue;
         }
         const auto p = static_cast<std::size_t>(bone.parent);
-        turns[i] = Times(turns[p], own);
+        turns[i] = turns[p] * own;
         const Vec3& along = bones[p].direction;
-        reach[i] = reach[p] + std::hypot(along[0], along[1], along[2]) *
-                                  std::max(std::fabs(bones[p].length), std::fabs(lengths[p]));
+        reach[i] =
+            reach[p] + Length(along) * std::max(std::fabs(bones[p].length), std::fabs(lengths[p]));
         pose.size = std::max(pose.size, reach[i]);
-        pose.positions[i] = pose.positions[p];
-        for (std::size_t row = 0; row < 3; ++row)
-            for (std::size_t k = 0; k < 3; ++k)
-                pose.positions[i][row] += turns[p][row][k] * along[k] * lengths[p];
+        pose.positions[i] = Add(pose.positions[p], turns[p] * Scale(along, lengths[p]));
     }
     return pose;
 }
