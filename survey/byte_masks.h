@@ -1,5 +1,5 @@
-// Which bytes of a block of text are of which kind, as bits: bit i is byte i. Each instruction set
-// has its own copy of the loop.
+// Classifies the bytes of a block of text. Each mask has one bit for each byte: bit i is byte i.
+// There is one kernel for each instruction set; all give the same masks.
 #pragma once
 
 #include <cstddef>
@@ -7,17 +7,17 @@
 
 namespace survey {
 
-inline constexpr std::size_t kMaskBlock = 64;
+inline constexpr std::size_t kMaskBlock = 64;  // bytes
 
 struct ByteMasks {
     std::uint64_t digits = 0;
     std::uint64_t points = 0;
     std::uint64_t minuses = 0;
     std::uint64_t lineEnds = 0;  // line feeds and carriage returns
-    std::uint64_t white = 0;     // these, blanks and tabs
+    std::uint64_t white = 0;     // line ends, blanks and tabs
 };
 
-// `text` holds `blocks` blocks of kMaskBlock bytes.
+// `text` holds `blocks` blocks of kMaskBlock bytes each; `masks` receives one item for each block.
 using ByteMasksKernel = void (*)(const char* text, std::size_t blocks, ByteMasks* masks);
 
 void ByteMasksPlain(const char* text, std::size_t blocks, ByteMasks* masks);
@@ -28,7 +28,7 @@ void ByteMasksSse2(const char* text, std::size_t blocks, ByteMasks* masks);
 void ByteMasksAvx2(const char* text, std::size_t blocks, ByteMasks* masks);
 #endif
 
-// The fastest one that this processor runs.
+// The fastest kernel that this processor can run.
 ByteMasksKernel ChooseByteMasks();
 
 }  // namespace survey

@@ -1,4 +1,4 @@
-// Compiled for processors with AVX2; nothing here may be called on others.
+// The kernel for AVX2. To be called only on processors that have AVX2.
 #include <immintrin.h>
 
 #include "survey/byte_masks.h"

@@ -6,7 +6,7 @@
 
 namespace survey::codes {
 
-// Of any file.
+// Codes for files of any format.
 inline constexpr std::string_view kByteOrderMark = "byte-order-mark";
 inline constexpr std::string_view kTextEncoding = "text-encoding";
 inline constexpr std::string_view kEmpty = "empty";
@@ -18,7 +18,7 @@ inline constexpr std::string_view kNumberNotFinite = "number-not-finite";
 inline constexpr std::string_view kMotionEmpty = "motion-empty";
 inline constexpr std::string_view kFigureSize = "figure-size";
 
-// Of BVH files.
+// Codes for BVH files.
 inline constexpr std::string_view kRotationOrder = "rotation-order";
 inline constexpr std::string_view kEndSiteText = "end-site-text";
 inline constexpr std::string_view kBraceGlued = "brace-glued";
@@ -47,7 +47,7 @@ inline constexpr std::string_view kMotionMissing = "motion-missing";
 inline constexpr std::string_view kSurplusText = "surplus-text";
 inline constexpr std::string_view kNotBvh = "not-bvh";
 
-// Of ASF and AMC files.
+// Codes for ASF and AMC files.
 inline constexpr std::string_view kPresetCmu = "preset-cmu";
 inline constexpr std::string_view kRateMissing = "rate-missing";
 inline constexpr std::string_view kRateText = "rate-text";
@@ -80,7 +80,7 @@ inline constexpr std::string_view kLimitsExceeded = "limits-exceeded";
 inline constexpr std::string_view kNotAsf = "not-asf";
 inline constexpr std::string_view kNotAmc = "not-amc";
 
-// Every one of them, in the order above.
+// All codes, in the order above.
 std::span<const std::string_view> All();
 
 }  // namespace survey::codes

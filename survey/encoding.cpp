@@ -11,7 +11,7 @@
 namespace survey {
 namespace {
 
-// Enough to tell a text's zeros from a stray one.
+// Enough units to tell UTF-16 from a text with a stray zero byte.
 constexpr std::size_t kUnitsLookedAt = 8;
 
 unsigned Byte(std::string_view bytes, std::size_t index) {
@@ -24,7 +24,7 @@ unsigned Unit(std::string_view bytes, std::size_t index, ByteOrder order) {
     return order == ByteOrder::Little ? first | second << 8U : first << 8U | second;
 }
 
-// Whether the text begins with units that are ASCII characters of that order.
+// Whether the first units, in this byte order, are all ASCII characters other than NUL.
 bool BeginsWithAscii(std::string_view bytes, ByteOrder order) {
     const std::size_t units = std::min(bytes.size() / 2, kUnitsLookedAt);
     if (units < 2) return false;
@@ -39,7 +39,7 @@ class Converter {
   public:
     explicit Converter(const std::string& name)
         : handle_(iconv_open("UTF-8", name.c_str())),
-          // iconv's own word for failure is the address -1.
+          // iconv_open returns the address -1 if it fails.
           isOpen_(reinterpret_cast<std::intptr_t>(handle_) != -1) {}
     ~Converter() {
         if (IsOpen()) iconv_close(handle_);
@@ -49,19 +49,19 @@ class Converter {
 
     bool IsOpen() const { return isOpen_; }
 
-    // Converts as far as it can; returns what is left.
+    // Converts up to the first invalid byte; returns the bytes that are left.
     std::string_view Convert(std::string_view bytes, std::string& out) {
-        std::array<char, 4096> room{};
-        // iconv's interface wants a pointer that it never writes through.
+        std::array<char, 4096> buffer{};
+        // iconv asks for a pointer to non-const, but does not write through it.
         char* from =
             const_cast<char*>(bytes.data());  // NOLINT(cppcoreguidelines-pro-type-const-cast)
         std::size_t left = bytes.size();
         while (left > 0) {
-            char* to = room.data();
-            std::size_t free = room.size();
+            char* to = buffer.data();
+            std::size_t free = buffer.size();
             const std::size_t result = iconv(handle_, &from, &left, &to, &free);
             const int error = errno;
-            out.append(room.data(), room.size() - free);
+            out.append(buffer.data(), buffer.size() - free);
             if (result == static_cast<std::size_t>(-1) && error != E2BIG) break;
         }
         return bytes.substr(bytes.size() - left);
@@ -72,7 +72,8 @@ class Converter {
     bool isOpen_;
 };
 
-// Of the bytes 0x80 to 0x9F; 0 where there is none. From the Unicode consortium's table CP1252.
+// The characters of the bytes 0x80 to 0x9F; 0 where a byte has none. From the Unicode consortium's
+// table CP1252.
 constexpr std::array<char32_t, 32> kWindows1252 = {
     0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,

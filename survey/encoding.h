@@ -1,4 +1,4 @@
-// Bytes of other encodings as UTF-8.
+// Converts other encodings to UTF-8.
 #pragma once
 
 #include <cstdint>
@@ -10,19 +10,21 @@ namespace survey {
 
 enum class ByteOrder : std::uint8_t { Little, Big };
 
-// Whether the bytes are UTF-16: by a mark, or because every second one of the first is zero.
+// The byte order, if the bytes are UTF-16: they have a byte-order mark, or every second one of the
+// first bytes is zero. Otherwise nullopt.
 std::optional<ByteOrder> FindUtf16(std::string_view bytes);
 
-// Without the mark. What is no character becomes U+FFFD.
+// Leaves out the byte-order mark. Units that are no character become U+FFFD.
 std::string Utf16ToUtf8(std::string_view bytes, ByteOrder order);
 
 // Whether iconv can convert from the encoding of that name.
 bool IsKnownEncoding(const std::string& name);
 
-// From an encoding that IsKnownEncoding. A byte that is none of its characters becomes U+FFFD.
+// Converts from the encoding `name`. Bytes that are not valid in it become U+FFFD. The result is
+// empty unless IsKnownEncoding(name).
 std::string ConvertEncoding(std::string_view bytes, const std::string& name);
 
-// From Windows-1252. Its five bytes without a character become U+FFFD.
+// The five bytes that have no character in Windows-1252 become U+FFFD.
 std::string Windows1252ToUtf8(std::string_view bytes);
 
 }  // namespace survey

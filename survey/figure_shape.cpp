@@ -10,19 +10,19 @@
 namespace survey {
 namespace {
 
-// Metres: what an export may be tall without a word.
+// Heights of an export outside of these bounds, in metres, are reported.
 constexpr double kTallest = 5.0;
 constexpr double kSmallest = 0.3;
-// Of a figure of unknown unit.
+// The height in metres that the suggested scale gives a figure whose unit is unknown.
 constexpr double kUsualHeight = 1.7;
-// A rest pose whose height is a smaller part of the first frame's is flat.
+// A rest pose counts as flat if its height is a smaller part of the first frame's.
 constexpr double kFlat = 1e-3;
 
 struct Unit {
     std::string_view name;
-    double least;
-    double most;
-    double metres;
+    double least;   // height of a person, in this unit
+    double most;    // likewise
+    double metres;  // length of one unit
 };
 constexpr Unit kUnits[] = {
     {"metres", 1.0, 2.3, 1.0},
@@ -39,10 +39,10 @@ const Unit* FindUnit(double height) {
     return found == std::end(kUnits) ? nullptr : found;
 }
 
-// Four digits that count, for people.
+// Four significant digits, for messages. `number` is above 0.
 std::string Rounded(double number) {
     const double power = std::pow(10.0, 3.0 - std::floor(std::log10(number)));
-    // A power of ten below 1 is not exact, and its inverse is.
+    // A power of ten below 1 is not exact, so its inverse, which is exact, is used.
     const double rounded = power >= 1.0 ? std::round(number * power) / power
                                         : std::round(number * power) * std::round(1.0 / power);
     return text::NumberText(rounded);
@@ -64,7 +64,7 @@ double Extent::Along(std::size_t axis) const {
 }
 
 std::size_t Extent::LongestAxis() const {
-    std::size_t longest = 1;  // y of equals
+    std::size_t longest = 1;  // y wins if sizes are equal
     for (const std::size_t axis : {std::size_t{2}, std::size_t{0}})
         if (Along(axis) > Along(longest)) longest = axis;
     return longest;

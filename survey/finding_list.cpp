@@ -9,11 +9,11 @@
 namespace survey {
 namespace {
 
-// Of a message and of a joint's name: a file may hold words of any length.
+// The most characters of a message and of a joint's name, since a file's words may have any length.
 constexpr std::size_t kLongestMessage = 400;
 constexpr std::size_t kLongestName = 100;
 
-// As words of the file may be quoted in it, it may hold any bytes.
+// Makes a text that may quote any bytes of the file valid UTF-8 of at most `longest` characters.
 std::string Readable(const std::string& text, std::size_t longest) {
     return text::Shortened(text::ReplaceInvalidUtf8(text), longest);
 }

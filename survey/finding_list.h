@@ -13,33 +13,35 @@ namespace survey {
 
 class FindingList {
   public:
-    // `source` stays as long as this.
+    // `source` must outlive this object.
     explicit FindingList(const SourceText& source) : source_(source) {}
 
-    // What a case of a code is, besides how often.
+    // One case of a finding.
     struct Case {
         std::string_view code;
         Severity severity = Severity::Note;
-        const char* at = nullptr;  // a byte of the text; null: the file as a whole
-        // May hold any bytes: those that are not UTF-8 become U+FFFD, and long texts are shortened.
+        const char* at = nullptr;  // a byte of the source's text; null means the file as a whole
+        // Both may hold any bytes. Bytes that are not UTF-8 become U+FFFD; long texts are
+        // shortened.
         std::string message = {};
         std::string joint = {};
         bool mended = false;
     };
 
-    // Counts a case. The first of the highest severity gives position, joint and message; the
-    // finding is mended where any case is.
+    // Counts a case. The first case of the highest severity gives the finding its position, joint
+    // and message. The finding is mended if any case is.
     void Add(const Case& added);
-    // Counts further cases of a code that has this severity or a higher one, which need no message;
-    // false, with nothing done, where Add must be called.
+    // Counts further cases if there already is a finding of this code with this severity or a
+    // higher one, since these need no message. Otherwise does nothing and returns false; then call
+    // Add.
     bool AddAgain(std::string_view code, Severity severity, std::size_t cases = 1);
 
-    // Null where there is none. Valid until the next Add.
+    // The finding of this code, or null if there is none. Valid until the next Add.
     Finding* Find(std::string_view code);
     bool HasErrors() const;
     bool HasMended() const;
 
-    // All, by line and column.
+    // All findings, by line and column.
     std::vector<Finding> Sorted() const;
 
     const SourceText& Source() const { return source_; }

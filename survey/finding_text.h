@@ -1,4 +1,4 @@
-// Findings as people and programs read them.
+// Findings as text and as JSON.
 #pragma once
 
 #include <string>
@@ -10,20 +10,21 @@
 
 namespace survey {
 
-// Of a file that cannot be read, for the reason that is given.
+// The finding for a file that cannot be read; `problem` is its message.
 Finding UnreadableFinding(const std::string& problem);
 
 ZKMOCAP_API std::string_view NameOf(Severity severity);  // "note", "warning", "error"
 
-// As compilers print it, without the file: "12:3: note: words [code]".
+// The finding in the style of compilers, without the file: "12:3: note: message [code]".
 ZKMOCAP_API std::string FindingText(const Finding& finding);
 
-// "walk.bvh:12:3: note: words [code]" and a line feed. With `escapeControls`, for a terminal.
+// "walk.bvh:12:3: note: message [code]" and a line feed. `escapeControls` replaces control
+// characters by visible escapes, as terminals need it.
 ZKMOCAP_API std::string FindingLine(const std::string& file, const Finding& finding,
                                     bool escapeControls = false);
 
 // Appends {"code": ..., "severity": ..., "line": ..., "column": ..., "count": ..., "joint": ...,
-// "message": ..., "mended": ...}; with `file`, that first.
+// "message": ..., "mended": ...}. If `file` is given, "file" comes first.
 ZKMOCAP_API void AppendFindingJson(std::string& out, const Finding& finding,
                                    const std::string* file = nullptr);
 

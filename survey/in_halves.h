@@ -1,4 +1,4 @@
-// Work on many like things in two halves, the second one on another thread.
+// Splits a loop into two halves and runs the second one on another thread.
 #pragma once
 
 #include <cstddef>
@@ -11,9 +11,9 @@
 
 namespace survey {
 
-// Calls work(first, last) for [0, count), or for its two halves at the same time where there are at
-// least `worthwhile` and the machine has two processors. What a half throws comes through, after
-// both have ended.
+// Calls work(0, count), or work(0, count / 2) and work(count / 2, count) at the same time if
+// `count` is at least `worthwhile` and the machine has more than one processor. An exception of
+// either half is rethrown after both have ended; if both throw, that of the first half.
 template <class Work>
 void InHalves(std::size_t count, std::size_t worthwhile, const Work& work) {
 #ifdef ZKMOCAP_HAVE_THREADS
@@ -29,7 +29,7 @@ void InHalves(std::size_t count, std::size_t worthwhile, const Work& work) {
                 }
             });
         } catch (const std::system_error&) {
-            // Without another thread this one does it all.
+            // The thread could not be started.
             return work(std::size_t{0}, count);
         }
         try {

@@ -8,7 +8,8 @@ namespace survey {
 
 namespace {
 
-// Between the two, which are not inside a pair of carriage return and line feed.
+// Number of line ends in [first, last). Neither may lie between a carriage return and its line
+// feed.
 std::size_t LineEnds(const char* first, const char* last, const char* end) {
     auto count = static_cast<std::size_t>(std::count(first, last, '\n'));
     const auto size = static_cast<std::size_t>(last - first);
@@ -32,7 +33,7 @@ MendedText MarkedText::Finish() {
         line += static_cast<std::size_t>(std::count(first, last, '\n'));
         mended.lines[i].mended = line;
     }
-    // One pass over the source, in its own order.
+    // The marks are sorted by their position in the source, so that one pass over it is enough.
     std::vector<std::size_t> order(marks_.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     const auto before = [&](std::size_t a, std::size_t b) { return marks_[a].at < marks_[b].at; };

@@ -1,4 +1,4 @@
-// Where the lines of a text that is written anew come from.
+// Writes a text and records which line of the source each part comes from.
 #pragma once
 
 #include <cstddef>
@@ -10,14 +10,15 @@
 
 namespace survey {
 
-// The text so far with its lines counted.
+// Unlike LineWriter, needs no line numbers: they are counted at the end. `source` must outlive it.
 class MarkedText {
   public:
     explicit MarkedText(const SourceText& source) : source_(source) {}
 
-    // What is appended from here on comes from the line of `at`, a byte of the source.
+    // What is appended to `text` after this call comes from the source's line that holds `at`,
+    // which points into the source's text.
     void Mark(const char* at) { marks_.push_back({text.size(), at}); }
-    // Counts the lines. To be called once.
+    // Counts the lines and moves the text out. To be called once.
     MendedText Finish();
 
     std::string text;

@@ -11,7 +11,7 @@
 namespace survey {
 namespace {
 
-// Longer words are copied before they are read.
+// Longer words are copied to a std::string before they are read, shorter ones to an array.
 constexpr std::size_t kShortWord = 64;
 
 bool IsDigit(char c) {
@@ -28,7 +28,7 @@ std::size_t SkipDigits(std::string_view word, std::size_t at) {
     return at;
 }
 
-// The length of the decimal that the word begins with; 0 where it begins with none.
+// The length of the decimal that the word begins with; 0 if it begins with none.
 std::size_t DecimalLength(std::string_view word, char point) {
     const std::size_t first = !word.empty() && IsSign(word[0]) ? 1 : 0;
     std::size_t at = SkipDigits(word, first);
@@ -75,7 +75,7 @@ bool IsNotFiniteWord(std::string_view word) {
     std::transform(lower.begin(), lower.end(), lower.begin(), textio::ToLower);
     std::string_view rest = lower;
     if (!rest.empty() && IsSign(rest[0])) rest.remove_prefix(1);
-    // "1.#IND", "1.#QNAN", "1.#INF00": what one C library wrote.
+    // One C library wrote "1.#IND", "1.#QNAN" and "1.#INF00".
     return rest == "inf" || rest == "infinity" || rest.starts_with("nan") ||
            rest.starts_with("1.#");
 }

@@ -1,4 +1,4 @@
-// Words of a file in messages.
+// Quotes words of a file in messages.
 #pragma once
 
 #include <string>
@@ -6,7 +6,8 @@
 
 namespace survey {
 
-// In quotes, as UTF-8 whatever the bytes are, and no longer than a message bears.
+// The word in quotes, as UTF-8. Long words are cut off, and control characters become blanks. A
+// word that is not UTF-8 is read as Windows-1252.
 std::string Quoted(std::string_view word);
 
 }  // namespace survey

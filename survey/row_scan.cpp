@@ -12,7 +12,7 @@ namespace survey {
 namespace {
 
 constexpr std::size_t kBlocksAtOnce = 32;
-// A decimal of so few characters, with an exponent of two digits, is far from a double's limits.
+// A decimal with at most this many characters and an exponent of two digits fits a double.
 constexpr std::size_t kShortMantissa = 200;
 
 bool IsDigit(char c) {
@@ -23,7 +23,7 @@ bool IsSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
-// "-1.5e-07": most of the words that are no plain decimals.
+// Recognises numbers such as "-1.5e-07" quickly, which are most of the words with an exponent.
 bool IsShortExponent(std::string_view word) {
     std::size_t at = word.starts_with('-') ? 1 : 0;
     if (at == word.size() || !IsDigit(word[at]) || word.size() > kShortMantissa) return false;
@@ -61,7 +61,7 @@ class Scanner {
             for (std::size_t block = 0; block < blocks; ++block, at += kMaskBlock)
                 if (!ScanBlock(masks[block], at)) return Result();
         }
-        // The rest, and a line end after it.
+        // The last, incomplete block, filled up with line ends.
         std::array<char, kMaskBlock> rest;
         rest.fill('\n');
         std::memcpy(rest.data(), at, static_cast<std::size_t>(last_ - at));
@@ -74,7 +74,7 @@ class Scanner {
     }
 
   private:
-    // False where the rest is not to be looked at.
+    // Returns false if the rest of the text is not to be scanned.
     bool ScanBlock(const ByteMasks& block, const char* at) {
         const std::uint64_t words = ~block.white;
         const std::uint64_t starts = words & ~(words << 1 | (inWord_ ? 1U : 0U));
@@ -84,11 +84,13 @@ class Scanner {
         return false;
     }
 
-    // Bytes for which a word may be no plain decimal; for each that is none, a byte of it, or of
-    // the block after its first ones.
+    // Marks bytes because of which a word may not be a plain decimal. Every word that is none gets
+    // at least one mark: on one of its bytes or, after a final minus, on the byte after the word.
     std::uint64_t OddBytes(const ByteMasks& block, std::uint64_t words, std::uint64_t starts) {
         const std::uint64_t minusBefore = block.minuses << 1 | (afterMinus_ ? 1U : 0U);
-        // Digits after a point, with those of the block before.
+        // Bit of the byte after each point, or of the first byte if the block before ended in a
+        // fraction. Adding it to the digits carries to the byte after the fraction, where a second
+        // point is then found.
         std::uint64_t fractions = block.points << 1 | (inFraction_ ? 1U : 0U);
         const std::uint64_t seeds = fractions & block.digits;
         std::uint64_t ends = 0;
@@ -100,18 +102,19 @@ class Scanner {
         inFraction_ = carry || (block.points >> 63U) != 0;
         afterMinus_ = (block.minuses >> 63U) != 0;
         inWord_ = (words >> 63U) != 0;
-        // A word that fills a block may be of any length.
+        // A word that fills a whole block is checked, since its length is not known.
         return words == ~std::uint64_t{0} ? words : odd;
     }
 
-    // Looks at the words that the odd bytes are of or, where a minus ends them, follow.
+    // Checks each word that holds an odd byte, or that ends with a minus before it. Returns false
+    // at the first word that is not surely plain.
     bool CheckWords(std::uint64_t odd, const ByteMasks& block, std::uint64_t starts,
                     const char* at) {
         for (; odd != 0; odd &= odd - 1) {
             const int index = std::countr_zero(odd);
             const char* byte = at + index;
             if (byte < checked_) continue;
-            if (byte >= last_ || IsSpace(*byte)) --byte;  // after a minus alone
+            if (byte >= last_ || IsSpace(*byte)) --byte;  // the word ends with a minus
             const char* first = byte;
             while (first > first_ && !IsSpace(first[-1]))
                 --first;
@@ -127,7 +130,7 @@ class Scanner {
         return true;
     }
 
-    // The rows end where a line begins with the word.
+    // Ends the scan before `word`, which is HIERARCHY. The scan is plain if it begins a line.
     void EndRows(const ByteMasks& block, std::uint64_t starts, const char* at, const char* word) {
         const auto before = word < at ? 0 : (std::uint64_t{1} << (word - at)) - 1;
         if (!CountLines(block.lineEnds & before, starts & before)) return;
@@ -155,7 +158,7 @@ class Scanner {
     const char* last_;
     std::size_t words_;
     ByteMasksKernel kernel_;
-    const char* checked_;  // words before this need no further look
+    const char* checked_;  // words before this one are checked
     const char* end_ = nullptr;
     std::size_t rows_ = 0;
     std::size_t wordsInLine_ = 0;

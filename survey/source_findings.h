@@ -1,4 +1,4 @@
-// What the readers of all formats tell of a text before they read it, and of names in it.
+// Findings that are the same for all formats: about the text as a whole, and about names in it.
 #pragma once
 
 #include <string>
@@ -8,12 +8,12 @@
 
 namespace survey {
 
-// Tells of a byte-order mark and of a text that was converted as a whole, each of which makes the
-// file one to be mended. An empty file is an error. Returns whether there is anything to read.
+// Reports a byte-order mark, and a text that was converted as a whole; both count as mended.
+// Reports an empty file as an error and then returns false.
 bool ReportSource(FindingList& findings);
 
-// A name of the text as UTF-8: as it is, or read as Windows-1252 with a warning, and then the file
-// is one to be mended. Never shorter than the name in characters.
+// The name as UTF-8. `name` points into the text. A name that is not UTF-8 is read as Windows-1252,
+// which is reported as a mended warning.
 std::string NameAsUtf8(std::string_view name, FindingList& findings);
 
 }  // namespace survey

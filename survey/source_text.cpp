@@ -20,7 +20,7 @@ bool IsContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
 }
 
-// Eight bytes at a time: most texts have none, and are looked at as a whole.
+// Looks at 64 bytes at a time, because most texts have no high byte and are searched to their end.
 bool HasHighByte(std::string_view text) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080;
     constexpr std::size_t kAtOnce = 64;

@@ -1,5 +1,5 @@
-// A file's text as the readers see it: UTF-8 where the file is Unicode, without a byte-order mark
-// and without white space, Ctrl-Z and NUL bytes at its end; and where in the file a byte of it is.
+// A file's text as the readers see it: UTF-8 if the file is Unicode, without a byte-order mark, and
+// without white space, Ctrl-Z and NUL bytes at its end. Also finds the line and column of a byte.
 #pragma once
 
 #include <cstddef>
@@ -8,36 +8,36 @@
 
 namespace survey {
 
-// Counted from 1.
+// Both count from 1.
 struct Position {
     std::size_t line = 0;
-    std::size_t column = 0;  // in characters; a byte that is no part of UTF-8 is one
+    std::size_t column = 0;  // in characters, or in bytes if the line up to there is not UTF-8
 };
 
 class SourceText {
   public:
-    // `bytes` are looked at in place, stay as they are while this lives, and are followed by a byte
-    // that can be read and belongs to no number (a NUL, as in std::string). UTF-16, told by its
-    // mark or by its zeros, is converted. Bytes that are no UTF-8 are converted where `encoding`, a
-    // name that iconv knows, says from what; without it they stay, for the reader to treat.
+    // `bytes` are not copied: they must outlive this object, and be followed by a readable byte
+    // that is no part of a number (a NUL, as in std::string). UTF-16 is recognised by its mark or
+    // its zero bytes, and converted. Any other text that is not UTF-8 is converted from `encoding`,
+    // a name that iconv knows; if that is empty, its bytes stay as they are.
     explicit SourceText(std::string_view bytes, const std::string& encoding = {});
     SourceText(const SourceText&) = delete;
     SourceText& operator=(const SourceText&) = delete;
 
-    // Followed by a byte that can be read and belongs to no number.
+    // Followed by a readable byte that is no part of a number.
     std::string_view Text() const { return text_; }
 
-    // Where `at`, a byte of the text or its end, is in the file. Costs a pass over the text before
-    // it.
+    // The line and column of `at`, which points into the text or to its end. Reads all of the text
+    // before it.
     Position PositionOf(const char* at) const;
 
-    bool HadMark() const { return hadMark_; }        // UTF-8's
-    bool WasUtf16() const { return wasUtf16_; }      // with or without a mark
+    bool HadMark() const { return hadMark_; }        // the byte-order mark of UTF-8
+    bool WasUtf16() const { return wasUtf16_; }      // with or without a byte-order mark
     bool WasEncoded() const { return wasEncoded_; }  // converted from `encoding`
-    // Bytes above 127 are in the text; without them nothing about encodings needs to be asked.
+    // Whether bytes above 127 are in the text. A text without them is valid UTF-8.
     bool HasHighBytes() const { return hasHighBytes_; }
-    // What was left out at the end has more than blanks, tabs and line ends, which alone mean
-    // nothing to the plug-in.
+    // Whether the end that was left out holds bytes other than blanks, tabs and line ends. The
+    // plug-in ignores only these three.
     bool HadTrailingControls() const { return hadTrailingControls_; }
 
   private:

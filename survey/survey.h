@@ -1,9 +1,9 @@
-// A look at capture files before they are imported: what is odd about them, what they hold, and,
-// where the plug-in would not read what the author meant, a text that it does.
+// Looks at capture files before they are imported. Reports what is odd about them and what they
+// hold. Where the plug-in would misread a file, returns a text that it reads as the author meant.
 //
-// Every text is followed by a byte that can be read and belongs to no number (a NUL, as in
-// std::string), and is only looked at during the call. Nothing here knows files or hosts; a
-// second thread may share the work during a call. Only lack of memory throws.
+// Every text must be followed by a readable byte that is no part of a number (a NUL, as in
+// std::string), and is only read during the call. Nothing here knows files or hosts. During a
+// call a second thread may share the work. Only lack of memory throws.
 #pragma once
 
 #include <cstddef>
@@ -21,69 +21,75 @@ namespace survey {
 
 // What the survey is for.
 enum class Purpose : std::uint8_t {
-    Check,  // findings and facts, those that need forward kinematics included
-    // Findings, and the text for the plug-in: what it reads otherwise than the format has it is
-    // written its way, so that another look at that text may find it odd.
+    Check,  // findings and facts, also the facts that need forward kinematics
+    // Findings and facts, and the text for the plug-in. Where the plug-in reads something otherwise
+    // than the format defines it, the text follows the plug-in, so that a survey of that text may
+    // report it as odd.
     Import,
-    // Findings, and the text for every reader: units and rate as in the file. Another look at it
-    // finds nothing to mend. None where no finding is mended.
+    // Findings and facts, and a text for every reader, in the file's units and at its rate. A
+    // survey of that text finds nothing to mend. There is no text if no finding is mended.
     Fix,
 };
 
 enum class Preset : std::uint8_t {
-    Auto,  // the archive's, where the file looks like one of them
-    Cmu,   // the archive's
-    None,
+    Auto,  // the archive's unit and rate, if the file looks like one of the archive's
+    Cmu,   // the archive's unit and rate
+    None,  // the file's own unit and rate
 };
 
 struct Options {
     Purpose purpose = Purpose::Check;
-    bool bones = false;    // Import: the skeleton is built as bone chains
-    std::string encoding;  // of names that are no UTF-8, as iconv names it; empty: Windows-1252
-    // Stated by the user in the file's stead.
+    bool bones = false;  // Import only: the skeleton is built as bone chains
+    // The encoding of a file that is not UTF-8, by iconv's name for it. If empty, names that are
+    // not UTF-8 are read as Windows-1252.
+    std::string encoding;
+    // The user's values, which override the file's.
     std::optional<double> framesPerSecond;
-    std::optional<double> lengthMultiplier;  // of Acclaim files
-    Preset preset = Preset::Auto;            // likewise
+    std::optional<double> lengthMultiplier;  // for Acclaim files only
+    Preset preset = Preset::Auto;            // for Acclaim files only
 };
 
-// From line `mended` of a text on, counted from 1, lines are those from `original` of the file on,
-// up to the next mark.
+// Line `mended` of a mended text comes from line `original` of the file, and the lines after it
+// from those after `original`, up to the next mark. Both count from 1.
 struct LineMark {
     std::size_t mended = 1;
     std::size_t original = 1;
 };
 
-// The text that is handed on in a file's stead: UTF-8, line feeds, one row a frame.
+// The text that readers get instead of the file: UTF-8, with line feeds, one row for each frame.
 struct MendedText {
     std::string text;
-    std::vector<LineMark> lines;  // rising
+    std::vector<LineMark> lines;  // `mended` rises
 };
 
-// What a file holds. What cannot be told is nothing or empty.
+// What a file holds. A fact that is not known is nullopt or empty.
 struct Facts {
-    std::size_t joints = 0;  // without end sites; of ASF files the root and the bones
+    std::size_t joints = 0;  // without end sites; for ASF files, the root and the bones
     std::size_t endSites = 0;
     std::size_t channels = 0;
     std::optional<std::size_t> frames;
     std::optional<double> framesPerSecond;
-    std::optional<double> seconds;  // a frame lasts until the next one, the last frame too
-    // Only for Purpose::Check: in the file's units, after its own factor on lengths.
+    std::optional<double> seconds;  // every frame counts with its full duration, also the last one
+    // Height, unit and up axis are only known for Purpose::Check. The height is in the file's unit;
+    // for Acclaim files, with the length multiplier that is in effect.
     std::optional<double> height;
-    std::string unit;                 // "metres", "centimetres", "inches", ...: the likely one
-    std::string up;                   // "x", "y" or "z": the likely one
-    std::vector<std::string> orders;  // of rotations as listed ("ZXY"), each once, as they come up
+    std::string unit;  // the likely one: "metres", "centimetres", "inches", ...
+    std::string up;    // the axis that likely points up: "x", "y" or "z"
+    // The orders in which joints list their rotations, such as "ZXY"; each once, in file order.
+    std::vector<std::string> orders;
 };
 
 struct FileSurvey {
     std::vector<Finding> findings;     // by line
-    std::optional<MendedText> mended;  // none: the plug-in reads the file itself
+    std::optional<MendedText> mended;  // nullopt if the plug-in can read the file itself
     Facts facts;
 
-    ZKMOCAP_API bool Has(Severity severity) const;  // a finding of it
+    ZKMOCAP_API bool Has(Severity severity) const;  // whether there is a finding of this severity
 };
 
 struct BvhSurvey : FileSurvey {
-    // Of exports and summary, where it is not what the text that the plug-in reads states.
+    // The rate for exports and the summary, if it is not the one in the text that the plug-in
+    // reads.
     std::optional<double> framesPerSecond;
 };
 
@@ -91,29 +97,31 @@ ZKMOCAP_API BvhSurvey SurveyBvh(std::string_view bvh, const Options& options);
 
 struct AcclaimFile {
     std::string_view text;
-    std::string name;  // without folder, for messages and for ":name" where it is empty
+    std::string name;  // without folder; for messages, and for a skeleton whose ":name" is empty
 };
 
 struct AmcSurvey : FileSurvey {
-    // Of exports and summary, where it is not what the text that the plug-in reads states.
+    // The rate for exports and the summary, if it is not the one in the text that the plug-in
+    // reads.
     std::optional<double> framesPerSecond;
 };
 
 struct AcclaimSurvey {
     FileSurvey skeleton;
-    std::vector<AmcSurvey> motions;  // side by side with what was given
-    // The length that overrides the file's own, where one is to.
+    std::vector<AmcSurvey> motions;  // one for each motion that was given, in the same order
+    // What the plug-in has to multiply lengths by instead of the file's own factor; nullopt if it
+    // can use the file's.
     std::optional<double> lengthMultiplier;
-    // What the lengths of all texts are multiplied by beyond their unit; exports and summary divide
-    // by it. 1 but for bones too short for the plug-in.
+    // An extra factor in `lengthMultiplier`, by which exports and the summary divide again. It is 1
+    // unless a bone would be too short for the plug-in.
     double multiplied = 1.0;
 };
 
-// A skeleton with any number of motions, which are looked at together. Import takes at most one.
+// Surveys a skeleton together with any number of motions; for Purpose::Import, at most one.
 ZKMOCAP_API AcclaimSurvey SurveyAcclaim(const AcclaimFile& asf, std::span<const AcclaimFile> amcs,
                                         const Options& options);
 
-// A motion whose skeleton is not known.
+// Surveys a motion whose skeleton is not known.
 ZKMOCAP_API AmcSurvey SurveyAmcAlone(const AcclaimFile& amc, const Options& options);
 
 }  // namespace survey

@@ -10,8 +10,8 @@
 namespace survey {
 namespace {
 
-// As much as is looked at.
-constexpr std::size_t kLookedAt = 4096;
+// Only so many bytes of the text are examined.
+constexpr std::size_t kExaminedBytes = 4096;
 
 struct Magic {
     std::string_view bytes;
@@ -33,7 +33,7 @@ constexpr Magic kMagics[] = {
     {R"({\rtf)"sv, "an RTF document"},
 };
 
-// ASF and AMC in lower case; each word begins a line.
+// Words, in lower case, that show the format if a line begins with one.
 constexpr Magic kLineWords[] = {
     {":version", "an Acclaim skeleton (ASF)"},        {":bonedata", "an Acclaim skeleton (ASF)"},
     {":hierarchy", "an Acclaim skeleton (ASF)"},      {":units", "an Acclaim skeleton (ASF)"},
@@ -53,7 +53,7 @@ bool AreNumbers(std::string_view text) {
     std::size_t at = text.find_first_not_of(separators);
     while (at != std::string_view::npos) {
         const std::size_t end = text.find_first_of(separators, at);
-        if (end == std::string_view::npos) return true;  // likely cut
+        if (end == std::string_view::npos) return true;  // the last word may have been cut off
         double value = 0.0;
         const std::string word(text.substr(at, end - at));
         if (ClassifyWord(word, value) != WordKind::Number) return false;
@@ -78,7 +78,7 @@ std::string_view LineKind(std::string_view lower) {
 std::string_view DescribeText(std::string_view text) {
     for (const Magic& magic : kMagics)
         if (text.starts_with(magic.bytes)) return magic.kind;
-    const std::string_view start = text.substr(0, kLookedAt);
+    const std::string_view start = text.substr(0, kExaminedBytes);
     if (IsBinary(start)) return "binary data";
     std::string lower(start);
     std::transform(lower.begin(), lower.end(), lower.begin(), textio::ToLower);
