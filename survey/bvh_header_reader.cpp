@@ -10,8 +10,8 @@
 namespace survey {
 namespace {
 
-constexpr double kLongestFrame = 2.0;  // seconds
-constexpr double kShortestFrame = 0.5e-3;
+constexpr double kLongestFrame = 2.0;      // seconds
+constexpr double kShortestFrame = 0.5e-3;  // seconds
 
 class HeaderReader {
   public:
@@ -32,10 +32,10 @@ class HeaderReader {
             motion_.timeAt = framesSeen_ ? motion_.framesAt : hasRows ? motion_.rows : motion_.at;
     }
 
-    // Nothing follows MOTION, which is told as a motion without rows.
+    // Whether nothing follows MOTION. Then only the missing rows are reported, by another function.
     bool IsEmpty() const { return isEmpty_; }
 
-    void TellFrames() {
+    void ReportFrames() {
         if (motion_.frames) return;
         findings_.Add({codes::kFramesMissing, Severity::Note, motion_.framesAt.at,
                        framesSeen_ ? "\"Frames:\" is followed by " + Quoted(framesText_) +
@@ -45,7 +45,7 @@ class HeaderReader {
                        "", true});
     }
 
-    void TellTime(bool rateStated) {
+    void ReportTime(bool rateStated) {
         const bool stated = motion_.frameTime && *motion_.frameTime > 0.0;
         if (rateStated) return;
         if (!stated) {
@@ -73,8 +73,8 @@ class HeaderReader {
         if (!value.empty() && value[0] != ':') return false;
         words_.Next();
         framesSeen_ = true;
-        if (!early_.IsEnd()) TellKeyword(early_, R"("Frame Time:" after "Frames:")");
-        if (value != ":") TellKeyword(keyword, R"("Frames:")");
+        if (!early_.IsEnd()) ReportKeyword(early_, R"("Frame Time:" after "Frames:")");
+        if (value != ":") ReportKeyword(keyword, R"("Frames:")");
         const BvhWord count = ReadValue(keyword, value);
         motion_.framesAt = (count.IsEnd() ? keyword : count).Spot();
         motion_.frames = WholeNumber(count.text);
@@ -94,7 +94,7 @@ class HeaderReader {
         } else if (EqualsWord(keyword.text, "Frame")) {
             words_.Next();
             if (!BeginsWithWord(words_.Peek().text, "Time")) {
-                TellKeyword(keyword, R"("Frame Time:")");
+                ReportKeyword(keyword, R"("Frame Time:")");
                 return true;
             }
             value = words_.Next().text.substr(4);
@@ -103,7 +103,7 @@ class HeaderReader {
             return false;
         }
         if (!exact)
-            TellKeyword(keyword, R"("Frame Time:")");
+            ReportKeyword(keyword, R"("Frame Time:")");
         else if (!framesSeen_)
             early_ = keyword;
         timeSeen_ = true;
@@ -114,8 +114,9 @@ class HeaderReader {
         return true;
     }
 
-    // What follows the keyword's colon: in the same word, as a word of the line, or alone on the
-    // next line where that is no row. No word where there is none.
+    // Reads the value of a keyword: the rest of its word after the colon, the next word of the
+    // line, or a number alone on the next line, unless that may be a row of one channel. The
+    // result's text is empty if there is no value.
     BvhWord ReadValue(const BvhWord& keyword, std::string_view rest) {
         BvhWord value = keyword;
         if (!rest.empty() && rest[0] == ':') rest.remove_prefix(1);
@@ -139,7 +140,8 @@ class HeaderReader {
         return at == words_.End() || IsLineEnd(*at);
     }
 
-    // Decimals that are all zero belong to a whole number. None where it is no number like that.
+    // Accepts decimals if all of them are zero. Nullopt if the word is not a whole number. Numbers
+    // beyond 64 bits become the largest or the smallest one.
     static std::optional<std::int64_t> WholeNumber(std::string_view word) {
         const std::size_t point = word.find('.');
         if (point != std::string_view::npos &&
@@ -173,7 +175,7 @@ class HeaderReader {
         }
     }
 
-    void TellKeyword(const BvhWord& found, const std::string& expected) {
+    void ReportKeyword(const BvhWord& found, const std::string& expected) {
         if (findings_.AddAgain(codes::kMotionKeyword, Severity::Note)) return;
         const char* last = found.text.data();
         while (last < words_.End() && !IsLineEnd(*last) && last - found.text.data() < 40)
@@ -192,7 +194,8 @@ class HeaderReader {
     bool framesSeen_ = false;
     bool timeSeen_ = false;
     bool isEmpty_ = false;
-    BvhWord early_;  // "Frame Time:" before "Frames:", if that follows
+    // The keyword "Frame Time:" if it comes first. It is reported only if "Frames:" follows.
+    BvhWord early_;
     std::string_view framesText_;
     std::string_view timeText_;
 };
@@ -204,8 +207,8 @@ void ReadMotionHeader(BvhWords& words, BvhSection& section, bool rateStated,
     HeaderReader reader(words, section, findings);
     reader.Read();
     if (reader.IsEmpty()) return;
-    reader.TellFrames();
-    reader.TellTime(rateStated);
+    reader.ReportFrames();
+    reader.ReportTime(rateStated);
 }
 
 }  // namespace survey

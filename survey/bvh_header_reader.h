@@ -1,4 +1,5 @@
-// The header of a BVH's motion as people write it: "Frames:" and "Frame Time:" with their numbers.
+// Reads the header of a BVH motion, "Frames:" and "Frame Time:" with their numbers, with the
+// deviations that occur in files.
 #pragma once
 
 #include "survey/bvh_skeleton.h"
@@ -7,8 +8,9 @@
 
 namespace survey {
 
-// From the word after MOTION up to the first row. Fills in the section's header and tells what is
-// odd about its words; `rateStated` leaves out what is odd about its frame time.
+// Reads from the word after MOTION up to the first row. Fills in `section.motion` and reports what
+// is odd about the header. `rateStated` says that the user states the rate; then a missing or odd
+// frame time is not reported.
 void ReadMotionHeader(BvhWords& words, BvhSection& section, bool rateStated, FindingList& findings);
 
 }  // namespace survey

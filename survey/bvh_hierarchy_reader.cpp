@@ -23,7 +23,7 @@ bool IsHeaderWord(std::string_view word) {
            EqualsWord(word, "Frame") || BeginsWithWord(word, "FrameTime");
 }
 
-// White space before the word; a tab reaches the next multiple of eight.
+// Columns of white space before the word. A tab goes to the next multiple of eight.
 std::int64_t IndentationBefore(const char* word, const char* textStart) {
     const char* first = word;
     while (first > textStart && !IsLineEnd(first[-1]))
@@ -45,8 +45,8 @@ std::string JointLabel(const BvhSection& section, const BvhJoint& joint) {
 bool BvhHierarchyReader::Read(BvhSection& section) {
     section_ = &section;
     current_ = kNoParent;
-    Step step = Step::Further;
-    while (step == Step::Further)
+    Step step = Step::Continue;
+    while (step == Step::Continue)
         step = ReadWord();
     if (step == Step::Refused) return false;
     for (const BvhJoint& joint : section.joints)
@@ -105,7 +105,7 @@ BvhHierarchyReader::Step BvhHierarchyReader::ReadWord() {
                    Quoted(ahead.text) + " is no word of a hierarchy; " +
                        (inside ? "JOINT, End Site, OFFSET, CHANNELS or \"}\"" : "ROOT or MOTION") +
                        " was expected; correct or remove it");
-    return read ? Step::Further : Step::Refused;
+    return read ? Step::Continue : Step::Refused;
 }
 
 bool BvhHierarchyReader::IsHeaderAhead() const {
@@ -167,7 +167,7 @@ bool BvhHierarchyReader::OpenEndSite() {
     return ReadBrace(joint);
 }
 
-// A name is the rest of its line.
+// A name is the rest of its line. Blanks in it become underscores.
 bool BvhHierarchyReader::ReadName(BvhJoint& joint) {
     const BvhWord first = words_.Peek();
     if (first.IsEnd() || first.text == "{")
@@ -193,7 +193,7 @@ bool BvhHierarchyReader::ReadName(BvhJoint& joint) {
     return true;
 }
 
-// "End" "Site", or what means it, and whatever else is before the brace.
+// Reads "End" "Site" or a variant of it, and any further words before the brace.
 void BvhHierarchyReader::ReadEndSiteText() {
     const BvhWord first = Next();
     const bool apart = EqualsWord(first.text, "End");
@@ -232,7 +232,7 @@ bool BvhHierarchyReader::ReadBrace(const BvhJoint& joint) {
     return true;
 }
 
-// Whether a list of numbers or channels ends before the next word.
+// Whether the next word ends a list of numbers or channels.
 bool BvhHierarchyReader::IsBodyWord() const {
     const std::string_view word = words_.Peek().text;
     return word.empty() || word == "{" || word == "}" || IsJointWord(word) || IsEndSiteWord(word) ||

@@ -1,5 +1,5 @@
-// The hierarchy of a BVH section as people write it: line breaks mean nothing but to names, and
-// braces may touch other words.
+// Reads the hierarchy of a BVH section with the deviations that occur in files. Line breaks only
+// matter for names, and braces may touch other words.
 #pragma once
 
 #include <cstddef>
@@ -16,12 +16,12 @@ class BvhHierarchyReader {
     BvhHierarchyReader(BvhWords& words, FindingList& findings)
         : words_(words), findings_(findings) {}
 
-    // From the word after HIERARCHY up to the motion's header, the next HIERARCHY or the end of the
-    // text. False where the section is refused; what was read until then is in it.
+    // Reads from the word after HIERARCHY up to the motion's header, the next HIERARCHY or the end
+    // of the text. Returns false if the section is refused; it then holds what was read before.
     bool Read(BvhSection& section);
 
   private:
-    enum class Step { Further, Done, Refused };
+    enum class Step { Continue, Done, Refused };
     Step ReadWord();
     Step OpenMotion(bool hasKeyword);
     bool CloseBrace();
@@ -48,10 +48,10 @@ class BvhHierarchyReader {
     FindingList& findings_;
     BvhSection* section_ = nullptr;
     std::uint32_t current_ = kNoParent;
-    bool afterNumber_ = false;  // of words that touch each other, the first was a number
+    bool afterNumber_ = false;  // the first of the words that touch each other is a number
 };
 
-// How a joint is called in messages: its name, or that it is an end site of its parent.
+// What messages call a joint: its name, or "the end site of" its parent.
 std::string JointLabel(const BvhSection& section, const BvhJoint& joint);
 
 }  // namespace survey

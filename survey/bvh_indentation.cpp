@@ -10,10 +10,10 @@
 namespace survey {
 namespace {
 
-// A message names no more joints than this.
+// The most joints that a message names.
 constexpr std::size_t kMostNamed = 8;
 
-// After each joint's last descendant, as joints are counted.
+// For each joint, the index after that of its last descendant.
 std::vector<std::uint32_t> SubtreeEnds(const std::vector<BvhJoint>& joints) {
     std::vector<std::uint32_t> ends(joints.size(), 0);
     for (std::size_t i = joints.size(); i-- > 0;) {
@@ -24,7 +24,7 @@ std::vector<std::uint32_t> SubtreeEnds(const std::vector<BvhJoint>& joints) {
     return ends;
 }
 
-// Empty where a joint's indentation cannot be told.
+// Each joint's parent by indentation; empty if the indentation of a joint is not known.
 std::vector<std::uint32_t> ParentsByIndentation(const std::vector<BvhJoint>& joints) {
     std::vector<std::uint32_t> parents;
     parents.reserve(joints.size());
@@ -39,15 +39,16 @@ std::vector<std::uint32_t> ParentsByIndentation(const std::vector<BvhJoint>& joi
     return parents;
 }
 
-bool DecidesIndentation(const std::vector<BvhJoint>& joints,
-                        const std::vector<std::uint32_t>& parents) {
+// Whether the parents by indentation fit the braces that are there.
+bool IndentationFits(const std::vector<BvhJoint>& joints,
+                     const std::vector<std::uint32_t>& parents) {
     if (parents.empty()) return false;
     const std::vector<std::uint32_t> ends = SubtreeEnds(joints);
     for (std::uint32_t i = 0; i < joints.size(); ++i) {
         const std::uint32_t parent = parents[i];
         const std::uint32_t byBraces = joints[i].parent;
         if (parent == byBraces) continue;
-        // Nothing is above a root.
+        // Only a joint with the keyword ROOT may have no parent.
         const bool isAbove = parent == kNoParent ? joints[i].isRoot
                                                  : byBraces != kNoParent && parent <= byBraces &&
                                                        byBraces < ends[parent];
@@ -74,16 +75,15 @@ std::string OpenJoints(const BvhSection& section) {
 void CloseOpenBraces(BvhSection& section, FindingList& findings) {
     if (section.bracesOpen == 0) return;
     const std::vector<std::uint32_t> parents = ParentsByIndentation(section.joints);
-    const bool decides = DecidesIndentation(section.joints, parents);
+    const bool fits = IndentationFits(section.joints, parents);
     const auto first = std::find_if(section.joints.begin(), section.joints.end(),
                                     [](const BvhJoint& joint) { return joint.end.at == nullptr; });
     if (first == section.joints.end()) return;
-    findings.Add(
-        {codes::kBracesOpen, Severity::Warning, first->brace.at,
-         "braces that are never closed: " + OpenJoints(section) +
-             (decides ? "; parents are told by indentation" : "; they are closed at MOTION"),
-         first->name, true});
-    if (!decides) return;
+    findings.Add({codes::kBracesOpen, Severity::Warning, first->brace.at,
+                  "braces that are never closed: " + OpenJoints(section) +
+                      (fits ? "; parents are told by indentation" : "; they are closed at MOTION"),
+                  first->name, true});
+    if (!fits) return;
     for (BvhJoint& joint : section.joints)
         joint.hasJoints = false;
     for (std::uint32_t i = 0; i < section.joints.size(); ++i) {

@@ -1,4 +1,4 @@
-// Parents by indentation, where braces are missing.
+// Finds the parents of joints by indentation if closing braces are missing.
 #pragma once
 
 #include "survey/bvh_skeleton.h"
@@ -6,9 +6,10 @@
 
 namespace survey {
 
-// For a section whose motion begins with joints still open, tells so. A joint's parent by
-// indentation is the nearest earlier joint with less white space before it; where that is, for
-// every joint, its parent by braces or one above that, it becomes its parent.
+// If joints are still open where the section's motion begins, reports them; they end there. The
+// parent by indentation is the nearest earlier joint with less white space before it. If, for every
+// joint, that is the parent by braces or one of its ancestors, it becomes the joint's parent;
+// otherwise the parents by braces stay.
 void CloseOpenBraces(BvhSection& section, FindingList& findings);
 
 }  // namespace survey

@@ -1,4 +1,4 @@
-// What is between a joint's braces: its OFFSET and its CHANNELS.
+// Reads the OFFSET and the CHANNELS between a joint's braces.
 #include <algorithm>
 #include <array>
 #include <string>
@@ -14,7 +14,7 @@ namespace {
 constexpr std::array<std::string_view, kMostChannels> kChannelNames = {
     "Xposition", "Yposition", "Zposition", "Xrotation", "Yrotation", "Zrotation"};
 
-// Its index; the number of channels where it is none of them.
+// The channel's index in kChannelNames; kMostChannels if the word is no channel.
 std::size_t ChannelOf(std::string_view word) {
     std::size_t index = 0;
     while (index < kMostChannels && !EqualsWord(word, kChannelNames[index]))
@@ -63,8 +63,8 @@ bool BvhHierarchyReader::ReadOffset() {
     return true;
 }
 
-// Whether the next word is on a further line and neither a number nor a channel: no part of a list
-// that is complete without it.
+// Whether the next word is on another line than `line` and neither a number nor a channel. Such a
+// word is no part of a list that is complete without it.
 bool BvhHierarchyReader::IsWordOfAnotherLine(std::uint32_t line) const {
     const BvhWord& word = words_.Peek();
     double value = 0.0;
@@ -72,14 +72,14 @@ bool BvhHierarchyReader::IsWordOfAnotherLine(std::uint32_t line) const {
            ClassifyWord(word.text, value) == WordKind::Other;
 }
 
-// A word of an OFFSET, which is one number or, where their signs part them, several.
+// Reads a word of an OFFSET: one number, or several that only their signs separate.
 bool BvhHierarchyReader::ReadOffsetWord(BvhJoint& joint, std::size_t& count, const BvhWord& word,
                                         bool& commas, bool& points) {
     double value = 0.0;
     const WordKind kind = ClassifyWord(word.text, value);
     commas |= kind == WordKind::Comma;
     points |= word.text.find('.') != std::string_view::npos;
-    const auto keep = [&](std::string_view text, bool asWritten) {
+    const auto store = [&](std::string_view text, bool asWritten) {
         if (count < 3) {
             joint.offset[count] = value;
             joint.offsetWords[count] = asWritten ? text : std::string_view();
@@ -87,7 +87,7 @@ bool BvhHierarchyReader::ReadOffsetWord(BvhJoint& joint, std::size_t& count, con
         ++count;
     };
     if (kind == WordKind::Number || kind == WordKind::Comma) {
-        keep(word.text, kind == WordKind::Number && IsPlainWord(word.text, value));
+        store(word.text, kind == WordKind::Number && IsPlainWord(word.text, value));
         if (count <= 3) return true;
         return Refuse(codes::kNumberBad, word.text.data(),
                       "a fourth number, " + Quoted(word.text) +
@@ -100,7 +100,7 @@ bool BvhHierarchyReader::ReadOffsetWord(BvhJoint& joint, std::size_t& count, con
         if (ClassifyWord(part, value) != WordKind::Number)
             return Refuse(codes::kNumberBad, part.data(),
                           Quoted(part) + " is too large for a number of OFFSET; correct it");
-        keep(part, IsPlainWord(part, value));
+        store(part, IsPlainWord(part, value));
     }
     if (!findings_.AddAgain(codes::kNumberGlued, Severity::Warning))
         findings_.Add({codes::kNumberGlued, Severity::Warning, word.text.data(),

@@ -16,7 +16,7 @@ namespace {
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr std::uint32_t kMostValues = (1U << 28U) - 1;
 
-// What parts words, by byte.
+// Whether a byte separates words.
 constexpr std::array<bool, 256> kSeparators = [] {
     std::array<bool, 256> separators{};
     for (const char c : {' ', '\t', '\v', '\f', '\n', '\r', '\0'})
@@ -28,12 +28,12 @@ bool IsSeparator(char c) {
     return kSeparators[static_cast<unsigned char>(c)];
 }
 
-// Of what parts words, what does not part them for the plug-in.
+// Whether a byte that separates words here does not do so for the plug-in.
 bool IsOddWhite(char c) {
     return c == '\v' || c == '\f' || c == '\0';
 }
 
-// "0", "-0.000": of the plain decimals the one that has rules of its own.
+// "0", "-0.000": ReadPlainDecimal does not read zeros.
 bool IsPlainZero(std::string_view word) {
     if (word.starts_with('-')) word.remove_prefix(1);
     return word.starts_with('0') && word.find_first_not_of("0.") == std::string_view::npos &&
@@ -91,14 +91,14 @@ class LinesReader {
         row_.clear();
         words_ = values_ = 0;
         isPlain_ = true;
-        notFinite_ = glued_ = commas_ = rivals_ = {};
+        notFinite_ = glued_ = commas_ = otherCommas_ = {};
         bool isText = false;
         std::string_view word;
         while (NextWord(word)) {
             const WordKind kind = AddWord(word);
-            if (words_ == 1) isText = kind == WordKind::Other && rivals_.count == 0;
+            if (words_ == 1) isText = kind == WordKind::Other && otherCommas_.count == 0;
         }
-        // Words that touch each other are parted only where the row then has its count.
+        // Words of several numbers are split only if the row then has one value for each channel.
         const bool isSplit = values_ != words_ && values_ == channels_;
         if (values_ != words_ && words_ == channels_) Unsplit();
         Finish(isText, isSplit);
@@ -125,7 +125,7 @@ class LinesReader {
         }
         if (kind == WordKind::Comma) Count(commas_, word);
         if (kind == WordKind::Other && word.find(',') != std::string_view::npos)
-            Count(rivals_, word);
+            Count(otherCommas_, word);
         if (kind == WordKind::Other || kind == WordKind::NotFinite) Count(notFinite_, word);
         AddValue(value);
         return kind;
@@ -151,7 +151,7 @@ class LinesReader {
         odd.index = values_;
     }
 
-    // Reads the line again, and words that touch each other as no numbers.
+    // Reads the line again without splitting words; words of several numbers become NaN.
     void Unsplit() {
         row_.clear();
         values_ = 0;
@@ -183,9 +183,9 @@ class LinesReader {
         }
         AddKept();
         Add(read_.commas, commas_);
-        CompareCommas();
+        CountMixedCommas();
         if (values_ != channels_) {
-            CompareCounter();
+            CheckCounter();
             return;
         }
         Add(read_.notFinite, notFinite_);
@@ -194,8 +194,8 @@ class LinesReader {
         read_.values.insert(read_.values.end(), row_.begin(), row_.end());
     }
 
-    // Makes room for the rows that follow if all are as long as this one, but for no more than a
-    // multiple of those that are there: another section may come next.
+    // Reserves memory for the rows that follow if all are as long as this one. The growth is
+    // limited to a multiple of the rows so far, since the rest of the text may be another section.
     void ReserveRows() {
         constexpr std::size_t kGrowth = 16;
         const std::size_t rows = read_.lines.size();
@@ -205,7 +205,8 @@ class LinesReader {
         read_.values.reserve(read_.values.size() + (expected + expected / 16) * row_.size());
     }
 
-    // A line that begins with text is a row only where it has a row's values and rows follow.
+    // A line that begins with text counts as a row if it has one value for each channel, at most
+    // half of them are not numbers, and a row follows. Until one does, it is stored apart.
     void KeepForLater() {
         if (values_ != channels_ || 2 * notFinite_.count > values_) return;
         kept_.push_back(read_.lines.size() - 1);
@@ -230,14 +231,14 @@ class LinesReader {
         sum.count = count;
     }
 
-    void CompareCommas() {
+    void CountMixedCommas() {
         const auto length = static_cast<std::size_t>(at_ - lineStart_);
         const bool mixes = commas_.count > 0 && std::memchr(lineStart_, '.', length) != nullptr;
         if (mixes) Add(read_.mixed, commas_);
-        if (rivals_.count > 0) Add(read_.mixed, rivals_);
+        if (otherCommas_.count > 0) Add(read_.mixed, otherCommas_);
     }
 
-    void CompareCounter() {
+    void CheckCounter() {
         const double value = row_.empty() ? kNoNumber : row_[0];
         const double step = value - lastCounter_;
         if (counted_ == 1) counterStep_ = step;
@@ -255,22 +256,23 @@ class LinesReader {
     std::size_t channels_;
     BvhLines read_;
 
-    // Of the line that is being read.
+    // The line that is being read.
     const char* lineStart_ = nullptr;
-    std::vector<double> row_;  // at most `channels_`
+    std::vector<double> row_;  // its first values, at most `channels_`
     std::size_t words_ = 0;
     std::size_t values_ = 0;
     bool isPlain_ = true;
     OddValue notFinite_;
     OddValue glued_;
     OddValue commas_;
-    OddValue rivals_;
+    OddValue otherCommas_;  // in words that are not numbers
 
     // Lines that begin with text, until it is known whether rows follow.
     std::vector<std::size_t> kept_;
     std::vector<double> keptValues_;
     OddValue keptNotFinite_;
 
+    // Lines with another number of values than there are channels.
     std::size_t counted_ = 0;
     double lastCounter_ = 0.0;
     double counterStep_ = 0.0;

@@ -17,7 +17,7 @@ bool IsSeparator(char c) {
     return c == '\t' || c == '\r' || c == '\n' || c == ' ';
 }
 
-// Follows the plug-in's grammar word by word and compares.
+// Reads the text by the plug-in's grammar and compares each value with the section's.
 class PlainReader {
   public:
     PlainReader(const BvhSection& section, std::string_view text)
@@ -48,7 +48,8 @@ class PlainReader {
     }
 
   private:
-    // A NUL byte before the section ends the text for the plug-in; other blanks part no words.
+    // Whether the plug-in comes to the section's first word. A NUL byte before it would end the
+    // text, and vertical tabs and form feeds would be a part of the word.
     bool IsReached() const {
         const char* before = section_.at.at;
         while (before > textStart_ && IsSeparator(before[-1]))
@@ -131,7 +132,7 @@ class PlainReader {
     const char* at_;
     const char* last_;
     std::uint32_t current_ = kNoParent;
-    std::uint32_t next_ = 0;  // joint
+    std::uint32_t next_ = 0;  // index of the next joint
     std::size_t depth_ = 0;
     std::size_t values_ = 0;
 };

@@ -1,5 +1,5 @@
-// Whether the plug-in, which knows nothing but words between tab, line end and space, reads a
-// section as the tolerant readers did.
+// Checks whether the plug-in reads a section as the tolerant readers of this folder did. The
+// plug-in only knows words that are separated by tabs, line ends and spaces.
 #pragma once
 
 #include <string_view>
@@ -8,7 +8,8 @@
 
 namespace survey {
 
-// Of the section from its HIERARCHY up to its rows or, without a motion, the end of the text.
+// Compares the section from its HIERARCHY up to its rows or, without a motion, up to the end of
+// `text`, which is the whole file.
 bool IsReadPlainly(const BvhSection& section, std::string_view text);
 
 }  // namespace survey

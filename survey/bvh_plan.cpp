@@ -13,15 +13,17 @@
 namespace survey {
 namespace {
 
-// Parts of the figure's size: what a position that keeps one value may vary by, what one that is
-// counted from the OFFSET is away from 0, and what an OFFSET is at least.
-constexpr double kConstant = 1e-6;
-constexpr double kRelative = 1e-4;
-constexpr double kOffset = 2e-4;
-// Of an end site that is added: parts of the joint's own offset and of the rest box's diagonal.
-constexpr double kOfOffset = 0.25;
-constexpr double kOfBox = 0.05;
+// As parts of the figure's size: the most that a constant position varies, the most that a position
+// relative to OFFSET differs from 0, and the shortest OFFSET that counts as one.
+constexpr double kConstantRange = 1e-6;
+constexpr double kRelativeRange = 1e-4;
+constexpr double kLeastOffset = 2e-4;
+// The offset of an added end site, as a part of the joint's own offset or, if that is 0, of the
+// diagonal of the box around the rest pose.
+constexpr double kEndSiteOfOffset = 0.25;
+constexpr double kEndSiteOfBox = 0.05;
 
+// The rotations as listed, such as "x y z".
 std::string Listed(const BvhJoint& joint) {
     std::string listed;
     for (std::size_t i = 0; i < joint.channelCount; ++i) {
@@ -36,45 +38,45 @@ double Length(const std::array<double, 3>& offset) {
     return std::hypot(offset[0], offset[1], offset[2]);
 }
 
-// The positions of joints below the root: the least and the largest value of each channel.
-class LoosePositions {
+// The lowest and the highest value of each position channel of joints below the root.
+class PositionsBelowRoot {
   public:
-    LoosePositions(const BvhSection& section, const BvhFrames& frames) : section_(section) {
+    PositionsBelowRoot(const BvhSection& section, const BvhFrames& frames) : section_(section) {
         for (const BvhJoint& joint : section.joints)
-            if (IsLoose(joint)) AddColumns(joint);
+            if (Covers(joint)) AddColumns(joint);
         low_.assign(columns_.size(), std::numeric_limits<double>::infinity());
         high_.assign(columns_.size(), -std::numeric_limits<double>::infinity());
         for (std::size_t frame = 0; frame < frames.Count(); ++frame)
             AddFrame(frames.Frame(frame));
     }
 
-    static bool IsLoose(const BvhJoint& joint) {
+    // Whether the joint is below the root and lists positions.
+    static bool Covers(const BvhJoint& joint) {
         return joint.parent != kNoParent && joint.HasPositions();
     }
 
-    bool IsEmpty() const { return columns_.empty(); }
-
-    // Whether all are near 0, though most of the joints have an OFFSET.
+    // Whether all positions are near 0 although most of the joints have an OFFSET.
     bool AreRelative(double size) const {
         std::size_t joints = 0;
         std::size_t withOffset = 0;
         for (const BvhJoint& joint : section_.joints) {
-            if (!IsLoose(joint)) continue;
+            if (!Covers(joint)) continue;
             ++joints;
-            if (Length(joint.offset) > kOffset * size) ++withOffset;
+            if (Length(joint.offset) > kLeastOffset * size) ++withOffset;
         }
-        const double most = kRelative * size;
+        const double most = kRelativeRange * size;
         for (std::size_t i = 0; i < columns_.size(); ++i)
             if (low_[i] < -most || high_[i] > most) return false;
         return 2 * withOffset > joints;
     }
 
-    // To be asked joint by joint, in their order.
+    // Whether the joint's positions keep one value. To be called once for each joint for which
+    // Covers is true, in file order.
     bool NextIsConstant(const BvhJoint& joint, double size) {
         bool isConstant = true;
         for (std::size_t i = 0; i < joint.channelCount; ++i) {
             if (IsRotation(joint.channels[i])) continue;
-            isConstant &= high_[next_] - low_[next_] <= kConstant * size;
+            isConstant &= high_[next_] - low_[next_] <= kConstantRange * size;
             ++next_;
         }
         return isConstant;
@@ -102,7 +104,7 @@ class LoosePositions {
 };
 
 void Fold(const BvhJoint& joint, const double* row, bool addsOffsets, BvhJointPlan& plan) {
-    plan.folds = true;
+    plan.foldsPositions = true;
     plan.offset = joint.offset;
     for (std::size_t i = 0; i < joint.channelCount; ++i) {
         if (IsRotation(joint.channels[i])) continue;
@@ -112,17 +114,17 @@ void Fold(const BvhJoint& joint, const double* row, bool addsOffsets, BvhJointPl
     }
 }
 
-// The joints stay at their OFFSETs.
+// Leaves out the positions; the joints stay at their OFFSETs.
 void DropPositions(const BvhSection& section, BvhPlan& plan) {
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
-        plan.joints[i].folds = LoosePositions::IsLoose(section.joints[i]);
+        plan.joints[i].foldsPositions = PositionsBelowRoot::Covers(section.joints[i]);
         plan.joints[i].offset = section.joints[i].offset;
     }
 }
 
-void TellRelative(const BvhSection& section, FindingList& findings) {
+void ReportRelative(const BvhSection& section, FindingList& findings) {
     for (const BvhJoint& joint : section.joints) {
-        if (!LoosePositions::IsLoose(joint)) continue;
+        if (!PositionsBelowRoot::Covers(joint)) continue;
         if (findings.AddAgain(codes::kPositionRelative, Severity::Warning)) continue;
         findings.Add(
             {codes::kPositionRelative, Severity::Warning, joint.channelsAt.at,
@@ -132,11 +134,11 @@ void TellRelative(const BvhSection& section, FindingList& findings) {
     }
 }
 
-// Joints of a section that are told of in one finding.
+// Joints of a section that one finding is about.
 struct Joints {
     const BvhJoint* first = nullptr;
     std::size_t count = 0;
-    bool areMended = false;  // some are written otherwise
+    bool areMended = false;  // the mended text differs for at least one
 
     void Add(const BvhJoint& joint, bool isMended) {
         if (count++ == 0) first = &joint;
@@ -144,25 +146,25 @@ struct Joints {
     }
 };
 
-// Adds them to what an earlier section has told; false where it has told nothing.
+// Adds the joints to the finding of an earlier section; false if there is none.
 bool AddToEarlier(std::string_view code, const Joints& joints, FindingList& findings) {
     if (!findings.AddAgain(code, Severity::Note, joints.count)) return false;
     findings.Find(code)->mended |= joints.areMended;
     return true;
 }
 
-void TellJoints(std::string_view code, const Joints& joints, const char* at, std::string message,
-                FindingList& findings) {
+void ReportJoints(std::string_view code, const Joints& joints, const char* at, std::string message,
+                  FindingList& findings) {
     findings.Add(
         {code, Severity::Note, at, std::move(message), joints.first->name, joints.areMended});
     findings.AddAgain(code, Severity::Note, joints.count - 1);
 }
 
-void TellRising(const BvhSection& section, const Joints& joints, bool isAlike,
-                FindingList& findings) {
-    const bool isTold =
+void ReportRising(const BvhSection& section, const Joints& joints, bool isAlike,
+                  FindingList& findings) {
+    const bool isReported =
         joints.count == 0 || findings.AddAgain(codes::kRotationOrder, Severity::Note, joints.count);
-    if (isTold) return;
+    if (isReported) return;
     const std::string listed = Listed(*joints.first);
     const std::string who = joints.count == 1
                                 ? JointLabel(section, *joints.first) + " lists its rotations "
@@ -175,7 +177,7 @@ void TellRising(const BvhSection& section, const Joints& joints, bool isAlike,
     findings.AddAgain(codes::kRotationOrder, Severity::Note, joints.count - 1);
 }
 
-void TellConstant(const BvhSection& section, const Joints& joints, FindingList& findings) {
+void ReportConstant(const BvhSection& section, const Joints& joints, FindingList& findings) {
     const std::string_view code = codes::kPositionConstant;
     if (joints.count == 0 || AddToEarlier(code, joints, findings)) return;
     const bool isOne = joints.count == 1;
@@ -184,10 +186,10 @@ void TellConstant(const BvhSection& section, const Joints& joints, FindingList& 
     message += " that keep one value";
     if (joints.areMended)
         message += isOne ? "; they become its OFFSET" : "; they become the joints' OFFSETs";
-    TellJoints(code, joints, joints.first->channelsAt.at, std::move(message), findings);
+    ReportJoints(code, joints, joints.first->channelsAt.at, std::move(message), findings);
 }
 
-void TellMoving(const BvhSection& section, const Joints& joints, FindingList& findings) {
+void ReportMoving(const BvhSection& section, const Joints& joints, FindingList& findings) {
     const std::string_view code = codes::kPositionMoving;
     if (joints.count == 0 || AddToEarlier(code, joints, findings)) return;
     const bool isOne = joints.count == 1;
@@ -197,17 +199,17 @@ void TellMoving(const BvhSection& section, const Joints& joints, FindingList& fi
                                       " joints list positions and move apart from their parents";
     if (joints.areMended)
         message += isOne ? "; its OFFSET becomes 0 0 0" : "; their OFFSETs become 0 0 0";
-    TellJoints(code, joints, joints.first->channelsAt.at, std::move(message), findings);
+    ReportJoints(code, joints, joints.first->channelsAt.at, std::move(message), findings);
 }
 
-void TellEnds(const Joints& joints, FindingList& findings) {
+void ReportEnds(const Joints& joints, FindingList& findings) {
     const std::string_view code = codes::kEndSiteMissing;
     if (joints.count == 0 || AddToEarlier(code, joints, findings)) return;
     const bool isOne = joints.count == 1;
     std::string message = isOne ? joints.first->name + " ends without an end site"
                                 : std::to_string(joints.count) + " joints end without an end site";
     if (joints.areMended) message += isOne ? "; it is given one" : "; each is given one";
-    TellJoints(code, joints, joints.first->keyword.at, std::move(message), findings);
+    ReportJoints(code, joints, joints.first->keyword.at, std::move(message), findings);
 }
 
 }  // namespace
@@ -222,67 +224,67 @@ bool PlanRotations(const BvhSection& section, bool bones, BvhPlan& plan, Finding
         const bool drops = bones && isEnd && joint.HasRotations();
         const bool rises = joint.HasRisingRotations();
         plan.joints[i].dropsRotations = drops;
-        plan.joints[i].turns = rises && !drops;
+        plan.joints[i].reexpressesRotations = rises && !drops;
         areDropped |= drops;
         if (!rises) continue;
         rising.Add(joint, true);
         isAlike &= Listed(joint) == Listed(*rising.first);
     }
-    TellRising(section, rising, isAlike, findings);
+    ReportRising(section, rising, isAlike, findings);
     return areDropped;
 }
 
 bool PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
                    FindingList& findings) {
-    const bool isLoose =
-        std::any_of(section.joints.begin(), section.joints.end(), LoosePositions::IsLoose);
-    if (!isLoose) return false;
+    const bool hasPositions =
+        std::any_of(section.joints.begin(), section.joints.end(), PositionsBelowRoot::Covers);
+    if (!hasPositions) return false;
     if (frames.Count() == 0) {
         if (bones) DropPositions(section, plan);
         return bones;
     }
-    LoosePositions positions(section, frames);
+    PositionsBelowRoot positions(section, frames);
     const double size = FigureSize(section, frames);
     plan.addsOffsets = positions.AreRelative(size);
-    if (plan.addsOffsets) TellRelative(section, findings);
+    if (plan.addsOffsets) ReportRelative(section, findings);
     Joints constant;
     Joints moving;
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const BvhJoint& joint = section.joints[i];
-        if (!LoosePositions::IsLoose(joint)) continue;
+        if (!PositionsBelowRoot::Covers(joint)) continue;
         const bool isConstant = positions.NextIsConstant(joint, size);
         const bool changes = bones && (isConstant || Length(joint.offset) > 0.0);
         (isConstant ? constant : moving).Add(joint, changes);
         if (changes && isConstant)
             Fold(joint, frames.Frame(0), plan.addsOffsets, plan.joints[i]);
         else if (changes)
-            plan.joints[i].detaches = true;
+            plan.joints[i].clearsOffset = true;
     }
     if (plan.addsOffsets) return false;
-    TellConstant(section, constant, findings);
-    TellMoving(section, moving, findings);
+    ReportConstant(section, constant, findings);
+    ReportMoving(section, moving, findings);
     return false;
 }
 
 void PlanEnds(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
               FindingList& findings) {
     Joints open;
-    double size = -1.0;  // told where it is needed
+    double size = -1.0;  // of the figure; negative until it is needed
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const BvhJoint& joint = section.joints[i];
         if (joint.isEndSite || joint.hasJoints) continue;
         open.Add(joint, bones);
         if (!bones) continue;
         BvhJointPlan& own = plan.joints[i];
-        own.addsEnd = true;
-        own.endOffset = own.folds ? own.offset : joint.offset;
-        for (double& component : own.endOffset)
-            component *= kOfOffset;
-        if (Length(own.endOffset) > 0.0) continue;
+        own.addsEndSite = true;
+        own.endSiteOffset = own.foldsPositions ? own.offset : joint.offset;
+        for (double& component : own.endSiteOffset)
+            component *= kEndSiteOfOffset;
+        if (Length(own.endSiteOffset) > 0.0) continue;
         if (size < 0.0) size = FigureSize(section, frames);
-        own.endOffset = {0.0, size > 0.0 ? kOfBox * size : 1.0, 0.0};
+        own.endSiteOffset = {0.0, size > 0.0 ? kEndSiteOfBox * size : 1.0, 0.0};
     }
-    TellEnds(open, findings);
+    ReportEnds(open, findings);
 }
 
 }  // namespace survey

@@ -8,23 +8,24 @@
 namespace survey {
 namespace {
 
-// The cosine of the middle angle below which the outer two turn about one axis.
+// If the cosine of the middle angle is below this, the outer two rotate about the same axis.
 constexpr double kLock = 1e-14;
-// Angles that take longer than it takes to start a thread.
+// With fewer angles, starting a thread takes longer than it saves.
 constexpr std::size_t kWorthAThread = 20'000;
 
 using Angles = std::array<double, 3>;  // about x, y and z, degrees
 
-// The same angle by whole turns, nearest to another.
-double Nearest(double angle, double to) {
+// The angle plus the number of full turns that brings it nearest to `to`, in degrees.
+double NearestTurn(double angle, double to) {
     const double turns = std::nearbyint((to - angle) * (1.0 / math::kFullTurn));
     return angle + math::kFullTurn * turns;
 }
 
-double Follow(Angles& angles, const Angles& before) {
+// Brings each angle nearest to the one before. Returns the sum of the squared differences.
+double FollowFrom(Angles& angles, const Angles& before) {
     double distance = 0.0;
     for (std::size_t axis = 0; axis < 3; ++axis) {
-        angles[axis] = Nearest(angles[axis], before[axis]);
+        angles[axis] = NearestTurn(angles[axis], before[axis]);
         const double step = angles[axis] - before[axis];
         distance += step * step;
     }
@@ -33,7 +34,7 @@ double Follow(Angles& angles, const Angles& before) {
 
 }  // namespace
 
-TurnedAngles::TurnedAngles(const BvhJoint& joint) {
+ReexpressedAngles::ReexpressedAngles(const BvhJoint& joint) {
     for (std::size_t i = 0; i < joint.channelCount; ++i) {
         if (!IsRotation(joint.channels[i])) continue;
         axes_[count_] = AxisOf(joint.channels[i]);
@@ -41,7 +42,7 @@ TurnedAngles::TurnedAngles(const BvhJoint& joint) {
     }
 }
 
-TurnedAngles::Matrix TurnedAngles::Product(const double* row) const {
+ReexpressedAngles::Matrix ReexpressedAngles::Product(const double* row) const {
     Matrix m = {1, 0, 0, 0, 1, 0, 0, 0, 1};
     for (std::size_t i = 0; i < count_; ++i) {
         const double angle = row[columns_[i]] * math::kRadiansPerDegree;
@@ -59,19 +60,19 @@ TurnedAngles::Matrix TurnedAngles::Product(const double* row) const {
     return m;
 }
 
-// The outer angle z is read from the first column, the middle one from its last row, and x from
-// what is left once z is turned back: what z lacks near gimbal lock, x then has.
-void TurnedAngles::Next(const double* row, double angles[3]) {
+// The outer angle z is computed from the first column of the matrix, y from the column's last row,
+// and x from what remains when z is undone. So near gimbal lock x makes up for the error of z.
+void ReexpressedAngles::Next(const double* row, double angles[3]) {
     if (isFirst_)
         for (std::size_t i = 0; i < count_; ++i)
-            before_[axes_[i]] = row[columns_[i]];
+            previous_[axes_[i]] = row[columns_[i]];
     isFirst_ = false;
     const Matrix m = Product(row);
     const double cosine = std::sqrt(m[0] * m[0] + m[3] * m[3]);
     const bool isLocked = cosine < kLock;
     double sinZ = 0.0;
     double cosZ = 1.0;
-    double z = before_[2] * math::kRadiansPerDegree;
+    double z = previous_[2] * math::kRadiansPerDegree;
     if (isLocked) {
         sinZ = std::sin(z);
         cosZ = std::cos(z);
@@ -86,27 +87,28 @@ void TurnedAngles::Next(const double* row, double angles[3]) {
     Angles near = {x * math::kDegreesPerRadian, y * math::kDegreesPerRadian,
                    z * math::kDegreesPerRadian};
     Angles far = {near[0] + math::kHalfTurn, math::kHalfTurn - near[1], near[2] + math::kHalfTurn};
-    // At gimbal lock both are one but for turns of z.
-    if (Follow(near, before_) <= Follow(far, before_) || isLocked)
-        before_ = near;
+    // At gimbal lock z must stay, so `near` is used.
+    if (FollowFrom(near, previous_) <= FollowFrom(far, previous_) || isLocked)
+        previous_ = near;
     else
-        before_ = far;
+        previous_ = far;
     for (std::size_t axis = 0; axis < 3; ++axis)
-        angles[axis] = before_[axis];
+        angles[axis] = previous_[axis];
 }
 
-// A joint's angles follow each other from frame to frame, so it is the joints that are shared out.
-TurnedFrames::TurnedFrames(const BvhSection& section, const std::vector<std::size_t>& joints,
-                           const BvhFrames& frames)
+// Each frame of a joint depends on the one before, so the threads share the joints, not the frames.
+ReexpressedFrames::ReexpressedFrames(const BvhSection& section,
+                                     const std::vector<std::size_t>& joints,
+                                     const BvhFrames& frames)
     : width_(3 * joints.size()), angles_(width_ * frames.Count()) {
     const std::size_t worthwhile = angles_.size() >= kWorthAThread ? 2 : joints.size() + 1;
     InHalves(joints.size(), worthwhile, [&](std::size_t first, std::size_t last) {
-        std::vector<TurnedAngles> turned;
+        std::vector<ReexpressedAngles> turned;
         for (std::size_t i = first; i < last; ++i)
             turned.emplace_back(section.joints[joints[i]]);
         for (std::size_t frame = 0; frame < frames.Count(); ++frame) {
             double* angles = angles_.data() + frame * width_ + 3 * first;
-            for (TurnedAngles& joint : turned) {
+            for (ReexpressedAngles& joint : turned) {
                 joint.Next(frames.Frame(frame), angles);
                 angles += 3;
             }

@@ -1,5 +1,5 @@
-// Listed rotations as angles about x, y and z that turn the same way, x first, and follow each
-// other without jumps.
+// Re-expresses rotations that are listed in any order as angles about x, y and z, of which x acts
+// first. The angles do not jump from frame to frame.
 #pragma once
 
 #include <array>
@@ -11,15 +11,15 @@
 
 namespace survey {
 
-// Of one joint, frame by frame.
-class TurnedAngles {
+// The angles of one joint, frame by frame.
+class ReexpressedAngles {
   public:
-    explicit TurnedAngles(const BvhJoint& joint);
+    explicit ReexpressedAngles(const BvhJoint& joint);
 
-    // The next frame's, from its row, in degrees about x, y and z: R = Rz * Ry * Rx for column
-    // vectors is the product of the listed rotations from left to right. Of the angles that give it
-    // they are those nearest to the frame before, in the first frame to the listed ones. At gimbal
-    // lock z stays.
+    // Writes the angles of the next frame, whose values are `row`, in degrees about x, y and z.
+    // They satisfy Rz * Ry * Rx = the product of the listed rotations from left to right, for
+    // column vectors. Of all such angles they are the ones nearest to those of the frame before; in
+    // the first frame, to the listed angles. At gimbal lock z keeps its value.
     void Next(const double* row, double angles[3]);
 
   private:
@@ -27,21 +27,21 @@ class TurnedAngles {
 
     Matrix Product(const double* row) const;
 
-    std::array<std::size_t, 3> axes_{};  // as listed
-    std::array<std::size_t, 3> columns_{};
-    std::size_t count_ = 0;
+    std::array<std::size_t, 3> axes_{};     // of the rotations, as listed
+    std::array<std::size_t, 3> columns_{};  // their indexes in a row
+    std::size_t count_ = 0;                 // number of rotations
     bool isFirst_ = true;
-    std::array<double, 3> before_{};  // about x, y and z
+    std::array<double, 3> previous_{};  // the last frame's angles about x, y and z
 };
 
-// The angles of all joints that turn, of every frame.
-class TurnedFrames {
+// The angles of several joints in every frame.
+class ReexpressedFrames {
   public:
-    // `joints` are indexes into the section, in its order.
-    TurnedFrames(const BvhSection& section, const std::vector<std::size_t>& joints,
-                 const BvhFrames& frames);
+    // `joints` are rising indexes into the section's joints.
+    ReexpressedFrames(const BvhSection& section, const std::vector<std::size_t>& joints,
+                      const BvhFrames& frames);
 
-    // Three for each joint that turns: about x, y and z.
+    // The frame's angles: three for each of `joints`, in degrees about x, y and z.
     const double* Frame(std::size_t frame) const { return angles_.data() + frame * width_; }
 
   private:

@@ -12,13 +12,15 @@ namespace {
 
 constexpr int kAngleDecimals = 12;
 
-BvhColumn Turned(std::size_t index, bool rises) {
+// One of the joint's three re-expressed columns, by its index. Their order is x y z if `rises`,
+// otherwise z y x.
+BvhColumn Reexpressed(std::size_t index, bool rises) {
     constexpr BvhChannel kOrder[] = {BvhChannel::RotationX, BvhChannel::RotationY,
                                      BvhChannel::RotationZ};
-    return {BvhColumn::Kind::Turned, kOrder[rises ? index : 2 - index], index, 0.0};
+    return {BvhColumn::Kind::Reexpressed, kOrder[rises ? index : 2 - index], index, 0.0};
 }
 
-// The component of a position that the joint does not list.
+// Adds a constant column for each component of OFFSET that is not 0 and has no position channel.
 void AddMissingPositions(const BvhJoint& joint, std::vector<BvhColumn>& columns) {
     for (std::size_t axis = 0; axis < 3; ++axis) {
         const auto channel = static_cast<BvhChannel>(axis);
@@ -37,42 +39,43 @@ std::vector<BvhColumn> PlannedColumns(const BvhSection& section, const BvhPlan& 
     const BvhJoint& joint = section.joints[index];
     const BvhJointPlan& plan = whole.joints[index];
     std::vector<BvhColumn> columns;
-    std::size_t turned = 0;
+    std::size_t reexpressed = 0;
     for (std::size_t i = 0; i < joint.channelCount; ++i) {
         const BvhChannel channel = joint.channels[i];
         const std::size_t value = joint.firstValue + i;
         if (IsRotation(channel)) {
             if (plan.dropsRotations) continue;
-            columns.push_back(plan.turns
-                                  ? Turned(turned++, whole.turnsRising)
+            columns.push_back(plan.reexpressesRotations
+                                  ? Reexpressed(reexpressed++, whole.listsXyz)
                                   : BvhColumn{BvhColumn::Kind::AsWritten, channel, value, 0});
-        } else if (!plan.folds) {
+        } else if (!plan.foldsPositions) {
             const double offset = whole.addsOffsets ? joint.offset[AxisOf(channel)] : 0.0;
             const auto kind = offset != 0.0 ? BvhColumn::Kind::Added : BvhColumn::Kind::AsWritten;
             columns.push_back({kind, channel, value, offset});
         }
     }
-    // A third angle follows the two that were listed.
-    if (turned == 2) {
+    // Two listed rotations become three angles.
+    if (reexpressed == 2) {
         const auto last = std::find_if(columns.rbegin(), columns.rend(), [](const auto& column) {
-            return column.kind == BvhColumn::Kind::Turned;
+            return column.kind == BvhColumn::Kind::Reexpressed;
         });
-        columns.insert(last.base(), Turned(2, whole.turnsRising));
+        columns.insert(last.base(), Reexpressed(2, whole.listsXyz));
     }
-    if (plan.detaches) AddMissingPositions(joint, columns);
+    if (plan.clearsOffset) AddMissingPositions(joint, columns);
     return columns;
 }
 
-std::vector<std::size_t> TurningJoints(const BvhPlan& plan) {
+std::vector<std::size_t> ReexpressedJoints(const BvhPlan& plan) {
     std::vector<std::size_t> joints;
     for (std::size_t joint = 0; joint < plan.joints.size(); ++joint)
-        if (plan.joints[joint].turns && !plan.joints[joint].dropsRotations) joints.push_back(joint);
+        if (plan.joints[joint].reexpressesRotations && !plan.joints[joint].dropsRotations)
+            joints.push_back(joint);
     return joints;
 }
 
 BvhRowWriter::BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
-                           const TurnedFrames& turned, std::string_view text)
-    : frames_(frames), textEnd_(text.data() + text.size()), turned_(turned) {
+                           const ReexpressedFrames& reexpressed, std::string_view text)
+    : frames_(frames), textEnd_(text.data() + text.size()), reexpressed_(reexpressed) {
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const auto own = PlannedColumns(section, plan, i);
         columns_.insert(columns_.end(), own.begin(), own.end());
@@ -82,7 +85,7 @@ BvhRowWriter::BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const
             wordsNeeded_ = std::max(wordsNeeded_, column.value + 1);
 }
 
-// Numbers as they were written: a word a value.
+// Fills `words_` with the row's values as they are written in the file, one word for each.
 void BvhRowWriter::ReadWords(const BvhRow& row) {
     words_.clear();
     RowWords words(row.at, textEnd_);
@@ -102,14 +105,14 @@ void BvhRowWriter::Write(std::size_t frame, std::string& out) {
     const BvhRow& row = frames_.rows[frame];
     const double* values = frames_.Frame(frame);
     ReadWords(row);
-    std::size_t room = 0;
+    std::size_t longest = 0;
     for (const std::string_view word : words_)
-        room += word.size();
-    room += columns_.size() * (text::kLongestNumber + 1);
-    if (row_.size() < room) row_.resize(room);
+        longest += word.size();
+    longest += columns_.size() * (text::kLongestNumber + 1);
+    if (row_.size() < longest) row_.resize(longest);
     char* const first = row_.data();
     char* last = first;
-    angles_ = turned_.Frame(frame);
+    angles_ = reexpressed_.Frame(frame);
     for (const BvhColumn& column : columns_) {
         last = WriteColumn(column, row, values, last);
         *last++ = ' ';
@@ -121,9 +124,9 @@ void BvhRowWriter::Write(std::size_t frame, std::string& out) {
 char* BvhRowWriter::WriteColumn(const BvhColumn& column, const BvhRow& row, const double* values,
                                 char* out) {
     switch (column.kind) {
-        case BvhColumn::Kind::Turned:
+        case BvhColumn::Kind::Reexpressed:
             out = text::WriteNumber(out, angles_[AxisOf(column.channel)], kAngleDecimals);
-            // The joint's third angle is its last.
+            // After the third angle, the next joint's follow.
             if (column.value == 2) angles_ += 3;
             return out;
         case BvhColumn::Kind::Constant:

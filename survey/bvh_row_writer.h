@@ -1,4 +1,4 @@
-// The rows of a canonical text, as a section's plan wants them.
+// Writes the rows of a mended text by a section's plan.
 #pragma once
 
 #include <string>
@@ -12,27 +12,30 @@
 
 namespace survey {
 
-// A channel of a joint as it is handed on.
+// A channel of a joint in the mended text.
 struct BvhColumn {
-    enum class Kind : std::uint8_t { AsWritten, Added, Constant, Turned };
+    enum class Kind : std::uint8_t { AsWritten, Added, Constant, Reexpressed };
     Kind kind = Kind::AsWritten;
     BvhChannel channel = BvhChannel::PositionX;
-    std::size_t value = 0;  // in the file's row; Turned: 0, 1 or 2 within the joint
-    double number = 0.0;    // Added: what is added; Constant: the value
+    // AsWritten, Added: index of the value in the file's row. Reexpressed: how many re-expressed
+    // columns of the joint come before this one.
+    std::size_t value = 0;
+    double number = 0.0;  // Added: what is added to the value. Constant: the value.
 };
 
-// The channels of a joint, in their order; at most kMostChannels.
+// The columns of a joint in the order of the mended text; at most kMostChannels.
 std::vector<BvhColumn> PlannedColumns(const BvhSection& section, const BvhPlan& plan,
                                       std::size_t joint);
 
-// The joints that the plan turns, in the section's order.
-std::vector<std::size_t> TurningJoints(const BvhPlan& plan);
+// The indexes of the joints whose rotations the plan re-expresses, rising.
+std::vector<std::size_t> ReexpressedJoints(const BvhPlan& plan);
 
 class BvhRowWriter {
   public:
-    // `turned` are the angles of the joints that the plan turns. All stay as long as this.
+    // `reexpressed` holds the angles of ReexpressedJoints(plan). `frames`, `reexpressed` and `text`
+    // must outlive this object.
     BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
-                 const TurnedFrames& turned, std::string_view text);
+                 const ReexpressedFrames& reexpressed, std::string_view text);
 
     // Appends the frame's row without a line end.
     void Write(std::size_t frame, std::string& out);
@@ -44,11 +47,11 @@ class BvhRowWriter {
     const BvhFrames& frames_;
     const char* textEnd_;
     std::vector<BvhColumn> columns_;
-    const TurnedFrames& turned_;
-    std::size_t wordsNeeded_ = 0;  // of a row, those that are copied and those before them
+    const ReexpressedFrames& reexpressed_;
+    std::size_t wordsNeeded_ = 0;  // number of words of a row up to the last one that is copied
     std::vector<std::string_view> words_;
-    std::vector<char> row_;
-    const double* angles_ = nullptr;  // of the joints of the row that turn and are still to come
+    std::vector<char> row_;           // buffer for the row that is being written
+    const double* angles_ = nullptr;  // the three angles of the next joint that is re-expressed
 };
 
 }  // namespace survey

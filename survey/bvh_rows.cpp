@@ -12,11 +12,12 @@
 namespace survey {
 namespace {
 
-// Of so many rows one may have a wrong length; from the lower number on, always one.
+// One row in kRowsForOneBad may have a wrong length; in any motion with at least
+// kFewestRowsForOneBad rows, one row may.
 constexpr std::size_t kRowsForOneBad = 100;
 constexpr std::size_t kFewestRowsForOneBad = 10;
-// A motion with a larger part of values that are no numbers is refused.
-constexpr std::size_t kMostNotFinite = 4;
+// A motion is refused if more than one value in this many is not a finite number.
+constexpr std::size_t kNotFiniteShare = 4;
 
 class RowsReader {
   public:
@@ -38,12 +39,12 @@ class RowsReader {
             if (!CheckLengths()) return false;
             KeepRows();
         }
-        TellGlued();
+        ReportGlued();
         return RepairValues();
     }
 
   private:
-    // Lines of text are passed over.
+    // Removes the lines of text, which are no rows.
     void RemoveText() {
         const auto isText = [](const BvhLine& line) { return line.isText != 0; };
         auto& lines = read_.lines;
@@ -84,13 +85,14 @@ class RowsReader {
                                "; write numbers with a point and part them by blanks"});
             return false;
         }
-        Tell(codes::kNumberComma, read_.commas,
-             Quoted(read_.commas.word) + " has a decimal comma; it is read so");
+        ReportOddValue(codes::kNumberComma, read_.commas,
+                       Quoted(read_.commas.word) + " has a decimal comma; it is read so");
         return true;
     }
 
-    // Whether most lines have another number of values than there are channels, and every frame is
-    // broken over lines alike.
+    // Whether rows and lines differ: most lines have another number of values than there are
+    // channels, but either each line holds several whole frames, or all frames are split into lines
+    // alike.
     bool IsStream() const {
         const std::size_t channels = section_.channels;
         const auto& lines = read_.lines;
@@ -105,7 +107,7 @@ class RowsReader {
             return line.values % channels == 0;
         });
         if (areWhole) return true;
-        std::size_t pattern = 0;  // lines of a frame
+        std::size_t pattern = 0;  // lines in each frame
         for (std::size_t values = 0; values < channels; ++pattern) {
             if (pattern == lines.size()) return false;
             values += lines[pattern].values;
@@ -117,7 +119,8 @@ class RowsReader {
         return true;
     }
 
-    // The plug-in reads value after value by itself, so there is nothing to tell.
+    // Reads value after value, whatever the lines are. The plug-in does the same, so nothing is
+    // reported.
     void ReadStream() {
         read_.notFinite = {};
         for (const BvhLine& line : read_.lines) {
@@ -175,7 +178,8 @@ class RowsReader {
         return !isRefused;
     }
 
-    // Whether the plug-in, which reads value after value, finds as many as the header announces.
+    // Whether the plug-in, which ignores line ends, would find as many values as the header
+    // announces.
     bool CanBeStream() const {
         double values = 0.0;
         for (const BvhLine& line : read_.lines)
@@ -185,8 +189,8 @@ class RowsReader {
                values >= static_cast<double>(*frames) * static_cast<double>(section_.channels);
     }
 
-    // One frame a line; a line of another length holds the frame before, the first ones the one
-    // that follows.
+    // Stores one frame for each line. A line with a wrong number of values repeats the values of
+    // the frame before; before the first good line, those of the first good line.
     void KeepRows() {
         const auto& lines = read_.lines;
         const auto toRow = [](const BvhLine& line) {
@@ -217,25 +221,27 @@ class RowsReader {
         }
     }
 
-    void TellGlued() {
+    void ReportGlued() {
         if (read_.glued.count == 0) return;
-        Tell(codes::kNumberGlued, read_.glued,
-             Quoted(read_.glued.word) + " is read as numbers that follow each other");
+        ReportOddValue(codes::kNumberGlued, read_.glued,
+                       Quoted(read_.glued.word) + " is read as numbers that follow each other");
     }
 
-    void Tell(std::string_view code, const OddValue& odd, std::string message) {
+    void ReportOddValue(std::string_view code, const OddValue& odd, std::string message) {
         const BvhJoint* joint = JointOfValue(section_, odd.index);
         findings_.Add({code, Severity::Warning, odd.at, std::move(message),
                        joint ? joint->name : std::string(), true});
         findings_.AddAgain(code, Severity::Warning, odd.count - 1);
     }
 
-    // A channel holds its last finite value, before the first one that.
+    // Replaces each value that is not finite by the channel's last finite value; before the first
+    // finite one by that one, and by 0 if the channel has none. Returns false if too many are not
+    // finite.
     bool RepairValues() {
         const std::size_t count = read_.notFinite.count;
         if (count == 0) return true;
         const BvhJoint* joint = JointOfValue(section_, read_.notFinite.index);
-        const bool isRefused = kMostNotFinite * count > frames_.values.size();
+        const bool isRefused = kNotFiniteShare * count > frames_.values.size();
         const Severity severity = isRefused ? Severity::Error : Severity::Warning;
         double value = 0.0;
         const bool isText = ReadRowWord(read_.notFinite.word, value) == WordKind::Other;
@@ -272,7 +278,7 @@ class RowsReader {
     BvhFrames& frames_;
     BvhLines read_;
     bool hasBadRows_ = false;
-    bool isTextBetween_ = false;  // text is followed by rows
+    bool isTextBetween_ = false;  // rows follow after a line of text
 };
 
 }  // namespace

@@ -1,5 +1,5 @@
-// What a BVH file says, as its readers hand it on: joints and the header of the motion, with where
-// in the text they are. Lines count from 1.
+// What the readers return from a BVH file: joints and the header of the motion, and where in the
+// text they are. Lines count from 1.
 #pragma once
 
 #include <array>
@@ -44,19 +44,21 @@ struct BvhJoint {
     bool isEndSite = false;
     bool isRoot = false;  // its keyword is ROOT
     bool hasOffset = false;
-    bool hasChannels = false;  // a CHANNELS, be it of none
-    bool hasJoints = false;    // joints or end sites below it
+    bool hasChannels = false;  // there is a CHANNELS, even one without channels
+    bool hasJoints = false;    // has children, which may be end sites
     std::uint8_t channelCount = 0;
     std::array<BvhChannel, kMostChannels> channels{};  // in the file's order
-    std::size_t firstValue = 0;                        // of its channels in a row
-    std::array<double, 3> offset{};
-    std::array<std::string_view, 3> offsetWords{};  // empty: the value must be written
+    std::size_t firstValue = 0;                        // index of its first channel in a row
+    std::array<double, 3> offset{};                    // in the file's unit
+    // The numbers of OFFSET as they are in the text; empty if the plug-in would not read them so.
+    std::array<std::string_view, 3> offsetWords{};
     BvhSpot keyword;
     BvhSpot brace;
     BvhSpot offsetAt;
     BvhSpot channelsAt;
-    BvhSpot end;                    // of its closing brace, where it has one
-    std::int64_t indentation = -1;  // columns before its keyword; -1 where a word is before it
+    BvhSpot end;  // its closing brace; null if it is missing
+    std::int64_t indentation =
+        -1;  // columns before its keyword; -1 if that does not begin its line
 
     bool HasPositions() const {
         for (std::size_t i = 0; i < channelCount; ++i)
@@ -68,10 +70,10 @@ struct BvhJoint {
             if (IsRotation(channels[i])) return true;
         return false;
     }
+    // Whether it lists two or three rotations, x before y before z.
     bool HasRisingRotations() const;
 };
 
-// Two or three rotations, x before y before z.
 inline bool BvhJoint::HasRisingRotations() const {
     std::size_t rotations = 0;
     BvhChannel last = BvhChannel::PositionX;
@@ -85,26 +87,26 @@ inline bool BvhJoint::HasRisingRotations() const {
 }
 
 struct BvhMotionHeader {
-    bool present = false;  // MOTION, or what follows it
+    bool present = false;  // MOTION is there, or it is missing before a header
     BvhSpot at;
-    BvhSpot framesAt;  // the count or, without one, its keyword
-    BvhSpot timeAt;
-    std::optional<std::int64_t> frames;  // a count beyond 64 bits is the largest one
-    std::optional<double> frameTime;     // seconds; a number, of whatever size
-    std::string timeWord;                // as it was written, where the plug-in reads it so
-    BvhSpot rows;                        // after the header
+    BvhSpot framesAt;                    // where the count of frames is, or where it is missing
+    BvhSpot timeAt;                      // where the frame time is, or where it is missing
+    std::optional<std::int64_t> frames;  // a count beyond 64 bits becomes the largest one
+    std::optional<double> frameTime;     // seconds; may be any number, also 0 or negative
+    std::string timeWord;                // `frameTime` as it was written, with a decimal point
+    BvhSpot rows;                        // the first word after the header
 };
 
-// A HIERARCHY and its motion.
+// One HIERARCHY and the MOTION that follows it.
 struct BvhSection {
     BvhSpot at;
     std::vector<BvhJoint> joints;  // in the file's order, so that parents come first
     std::size_t channels = 0;      // values in a row
     BvhMotionHeader motion;
     std::size_t bracesOpen = 0;  // joints without a closing brace
-    // Closing braces glued to numbers, which the plug-in passes over with the number.
+    // Number of closing braces that touch a number. The plug-in skips them with the number.
     std::size_t bracesAfterNumbers = 0;
-    BvhSpot firstBraceAfterNumber;
+    BvhSpot firstBraceAfterNumber;  // the first of these
 };
 
 }  // namespace survey

@@ -1,4 +1,4 @@
-// The survey of a BVH file from end to end.
+// Surveys a BVH file: reads it, reports, and writes the mended text.
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -28,7 +28,7 @@ namespace survey {
 namespace {
 
 constexpr double kUsualRate = 30.0;
-// Frames whose poses are looked at for the figure's shape.
+// The most frames whose poses are computed to find the figure's shape.
 constexpr std::size_t kMostPoses = 500;
 
 class BvhSurveyor {
@@ -40,9 +40,9 @@ class BvhSurveyor {
 
     BvhSurvey Survey() {
         if (ReportSource(findings_) && ReadSections()) {
-            TellEncoding();
-            TellFacts();
-            if (options_.purpose == Purpose::Check) TellShape();
+            ReportEncoding();
+            FillFacts();
+            if (options_.purpose == Purpose::Check) ExamineShape();
             if (IsWritten()) Write();
         }
         if (options_.purpose == Purpose::Import) result_.framesPerSecond = options_.framesPerSecond;
@@ -94,7 +94,7 @@ class BvhSurveyor {
         section.at = words.Next().Spot();
         if (!BvhHierarchyReader(words, findings_).Read(section)) return false;
         CloseOpenBraces(section, findings_);
-        TellDuplicates(section);
+        ReportDuplicates(section);
         const bool hasMotion = section.motion.present;
         if (hasMotion)
             ReadMotionHeader(words, section, options_.framesPerSecond.has_value(), findings_);
@@ -103,14 +103,14 @@ class BvhSurveyor {
                            "the hierarchy has no motion; the skeleton is imported"});
         const bool isPlain = IsReadPlainly(section, Text());
         isAltered_ |= !isPlain || source_.HadTrailingControls();
-        if (!isPlain) TellBracesAfterNumbers(section);
+        if (!isPlain) ReportBracesAfterNumbers(section);
         part.plan.joints.resize(section.joints.size());
-        part.plan.turnsRising = options_.purpose == Purpose::Import;
+        part.plan.listsXyz = options_.purpose == Purpose::Import;
         isAltered_ |= PlanRotations(section, bones_, part.plan, findings_);
         return ReadMotion(part, words);
     }
 
-    void TellBracesAfterNumbers(const BvhSection& section) {
+    void ReportBracesAfterNumbers(const BvhSection& section) {
         if (section.bracesAfterNumbers == 0) return;
         if (!findings_.AddAgain(codes::kBraceGlued, Severity::Note, section.bracesAfterNumbers)) {
             findings_.Add({codes::kBraceGlued, Severity::Note, section.firstBraceAfterNumber.at,
@@ -119,7 +119,7 @@ class BvhSurveyor {
         }
     }
 
-    void TellDuplicates(const BvhSection& section) {
+    void ReportDuplicates(const BvhSection& section) {
         std::unordered_map<std::string_view, std::uint32_t> lines;
         for (const BvhJoint& joint : section.joints) {
             if (joint.isEndSite) continue;
@@ -134,7 +134,7 @@ class BvhSurveyor {
         }
     }
 
-    // The rows are looked at and, only where their values are needed, read.
+    // Scans the rows, and reads them only if their values are needed.
     bool ReadMotion(BvhPart& part, BvhWords& words) {
         BvhSection& section = part.section;
         BvhSpot end{words.End(), 0};
@@ -151,7 +151,7 @@ class BvhSurveyor {
                 isRead = ReadPartRows(part);
                 end = part.frames.end;
             }
-            words.Continue(end);
+            words.MoveTo(end);
         }
         if (!isRead) return false;
         isAltered_ |= PlanPositions(section, part.frames, bones_, part.plan, findings_);
@@ -184,8 +184,8 @@ class BvhSurveyor {
         return true;
     }
 
-    // Bytes that are no UTF-8, outside of names.
-    void TellEncoding() {
+    // Reports bytes outside of names that are not UTF-8.
+    void ReportEncoding() {
         if (!source_.HasHighBytes() || findings_.Find(codes::kTextEncoding)) return;
         const std::size_t invalid = text::FindInvalidUtf8(Text());
         if (invalid == std::string_view::npos) return;
@@ -195,13 +195,13 @@ class BvhSurveyor {
 
     bool IsAltered() const { return isAltered_ || findings_.HasMended(); }
 
-    // A fix leaves alone what only the plug-in reads otherwise.
+    // Whether a text is written. For Purpose::Fix, only a mended finding is a reason.
     bool IsWritten() const {
         if (options_.purpose == Purpose::Check) return false;
         return options_.purpose == Purpose::Fix ? findings_.HasMended() : IsAltered();
     }
 
-    // Seconds a frame.
+    // The duration of a frame in seconds.
     double FrameTime(const BvhSection& section) const {
         if (options_.framesPerSecond && options_.purpose != Purpose::Fix)
             return 1.0 / *options_.framesPerSecond;
@@ -210,7 +210,7 @@ class BvhSurveyor {
     }
 
     void Write() {
-        // Angles that are re-expressed have up to twice the digits of those that were listed.
+        // Re-expressed angles have about twice as many digits as the listed ones.
         LineWriter writer(2 * Text().size());
         for (std::size_t i = 0; i < parts_.size(); ++i) {
             BvhPart& part = parts_[i];
@@ -224,7 +224,7 @@ class BvhSurveyor {
         result_.mended = writer.Finish();
     }
 
-    void TellFacts() {
+    void FillFacts() {
         Facts& facts = result_.facts;
         for (const BvhPart& part : parts_)
             for (const BvhJoint& joint : part.section.joints) {
@@ -251,23 +251,23 @@ class BvhSurveyor {
             orders.push_back(order);
     }
 
-    // Of the first section, in poses spread over the take.
-    void TellShape() {
+    // Reports the figure's shape from poses of the first section, spread over the take.
+    void ExamineShape() {
         const BvhPart& part = parts_.front();
         FigureShape shape;
         BvhWalk walk(part.section, part.plan.addsOffsets);
-        shape.SetRest(walk.Rest());
+        shape.SetRest(walk.RestExtent());
         const std::size_t count = part.frames.Count();
         const std::size_t poses = std::min(count, kMostPoses);
         for (std::size_t i = 0; i < poses; ++i)
-            shape.AddFrame(walk.Frame(part.frames.Frame(i * count / poses)));
+            shape.AddFrame(walk.FrameExtent(part.frames.Frame(i * count / poses)));
         ReportShape(shape, result_.facts, findings_);
     }
 
     void Finish() {
         result_.findings = findings_.Sorted();
         if (!findings_.HasErrors()) return;
-        // Nothing is handed on.
+        // A refused file has no mended text.
         for (Finding& finding : result_.findings)
             finding.mended = false;
     }
@@ -276,7 +276,7 @@ class BvhSurveyor {
     SourceText source_;
     FindingList findings_;
     bool bones_ = false;
-    bool isAltered_ = false;  // without a finding
+    bool isAltered_ = false;  // the text must be written although no finding says so
     std::vector<BvhPart> parts_;
     BvhSurvey result_;
 };

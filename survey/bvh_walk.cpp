@@ -7,20 +7,20 @@
 namespace survey {
 namespace {
 
-constexpr std::array<double, 9> kNoTurn = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+constexpr std::array<double, 9> kIdentity = {1, 0, 0, 0, 1, 0, 0, 0, 1};
 
-// turn = turn * R, with R about that axis.
-void TurnAbout(std::array<double, 9>& turn, std::size_t axis, double degrees) {
+// rotation = rotation * R, where R rotates about `axis`.
+void RotateAbout(std::array<double, 9>& rotation, std::size_t axis, double degrees) {
     const double angle = degrees * math::kRadiansPerDegree;
     const double sine = std::sin(angle);
     const double cosine = std::cos(angle);
     const std::size_t from = (axis + 1) % 3;
     const std::size_t to = (axis + 2) % 3;
     for (std::size_t row = 0; row < 9; row += 3) {
-        const double a = turn[row + from];
-        const double b = turn[row + to];
-        turn[row + from] = a * cosine + b * sine;
-        turn[row + to] = b * cosine - a * sine;
+        const double a = rotation[row + from];
+        const double b = rotation[row + to];
+        rotation[row + from] = a * cosine + b * sine;
+        rotation[row + to] = b * cosine - a * sine;
     }
 }
 
@@ -29,21 +29,21 @@ void TurnAbout(std::array<double, 9>& turn, std::size_t axis, double degrees) {
 BvhWalk::BvhWalk(const BvhSection& section, bool addsOffsets)
     : section_(section),
       addsOffsets_(addsOffsets),
-      turns_(section.joints.size()),
+      rotations_(section.joints.size()),
       positions_(section.joints.size()) {}
 
-void BvhWalk::PutJoint(std::size_t index, const double* row) {
+void BvhWalk::PoseJoint(std::size_t index, const double* row) {
     const BvhJoint& joint = section_.joints[index];
     std::array<double, 3> local = joint.offset;
     const bool isRoot = joint.parent == kNoParent;
-    Turn& turn = turns_[index];
-    turn = isRoot ? kNoTurn : turns_[joint.parent];
-    const Turn& above = isRoot ? kNoTurn : turns_[joint.parent];
+    Rotation& rotation = rotations_[index];
+    rotation = isRoot ? kIdentity : rotations_[joint.parent];
+    const Rotation& above = isRoot ? kIdentity : rotations_[joint.parent];
     for (std::size_t i = 0; row != nullptr && i < joint.channelCount; ++i) {
         const std::size_t axis = AxisOf(joint.channels[i]);
         const double value = row[joint.firstValue + i];
         if (IsRotation(joint.channels[i]))
-            TurnAbout(turn, axis, value);
+            RotateAbout(rotation, axis, value);
         else
             local[axis] = addsOffsets_ ? joint.offset[axis] + value : value;
     }
@@ -54,14 +54,14 @@ void BvhWalk::PutJoint(std::size_t index, const double* row) {
     }
 }
 
-Extent BvhWalk::Rest() {
-    return Frame(nullptr);
+Extent BvhWalk::RestExtent() {
+    return FrameExtent(nullptr);
 }
 
-Extent BvhWalk::Frame(const double* row) {
+Extent BvhWalk::FrameExtent(const double* row) {
     Extent extent;
     for (std::size_t joint = 0; joint < section_.joints.size(); ++joint) {
-        PutJoint(joint, row);
+        PoseJoint(joint, row);
         extent.Include(positions_[joint].data());
     }
     return extent;
@@ -69,8 +69,8 @@ Extent BvhWalk::Frame(const double* row) {
 
 double FigureSize(const BvhSection& section, const BvhFrames& frames) {
     BvhWalk walk(section, false);
-    const double size = walk.Rest().Diagonal();
-    return size > 0.0 || frames.Count() == 0 ? size : walk.Frame(frames.Frame(0)).Diagonal();
+    const double size = walk.RestExtent().Diagonal();
+    return size > 0.0 || frames.Count() == 0 ? size : walk.FrameExtent(frames.Frame(0)).Diagonal();
 }
 
 }  // namespace survey

@@ -1,5 +1,6 @@
-// Forward kinematics of a section by the format's own rules: the first-listed rotation is the
-// outermost, and a position channel replaces its component of the OFFSET.
+// Forward kinematics of a section by the rules of the format: a joint's rotation is the product of
+// its listed rotations from left to right, for column vectors, and a position channel replaces its
+// component of the OFFSET.
 #pragma once
 
 #include <array>
@@ -13,26 +14,27 @@ namespace survey {
 
 class BvhWalk {
   public:
-    // With `addsOffsets` a position channel is added to its component. The section stays.
+    // With `addsOffsets` a position channel is added to its component instead. The section must
+    // outlive this object.
     BvhWalk(const BvhSection& section, bool addsOffsets);
 
-    // The box around all joints and end sites, without a motion and in a frame.
-    Extent Rest();
-    Extent Frame(const double* row);
+    // The box around all joints and end sites: at rest, and in the frame with the values `row`.
+    Extent RestExtent();
+    Extent FrameExtent(const double* row);
 
   private:
-    using Turn = std::array<double, 9>;  // m[3 * row + column], for column vectors
+    using Rotation = std::array<double, 9>;  // m[3 * row + column], for column vectors
 
-    void PutJoint(std::size_t joint, const double* row);
+    void PoseJoint(std::size_t joint, const double* row);
 
     const BvhSection& section_;
     bool addsOffsets_;
-    std::vector<Turn> turns_;
+    std::vector<Rotation> rotations_;
     std::vector<std::array<double, 3>> positions_;
 };
 
-// The diagonal of the rest box or, where that is a point, of the first frame's; 0 where that is one
-// too.
+// The diagonal of the box around the rest pose; if that is 0, of the box around the first frame.
+// 0 if both are points.
 double FigureSize(const BvhSection& section, const BvhFrames& frames);
 
 }  // namespace survey

@@ -29,7 +29,7 @@ BvhWord BvhWords::Next() {
     return word;
 }
 
-void BvhWords::Continue(BvhSpot spot) {
+void BvhWords::MoveTo(BvhSpot spot) {
     at_ = spot.at;
     line_ = spot.line;
     beginsLine_ = at_ == text_.data() || IsLineEnd(at_[-1]);
@@ -79,8 +79,9 @@ void BvhWords::Advance() {
     afterWord_ = true;
 }
 
-// A brace that touches a name opens the body, unless its word is the line's last and the next line
-// begins with the brace that does.
+// The end of a name that begins at `first`: the end of its line, or a brace that opens the body. A
+// brace that touches the name is part of it if its word is the last of the line and the next line
+// begins with a brace, which then opens the body.
 const char* BvhWords::NameEnd(const char* first) const {
     const char* const brace =
         std::find_if(first, End(), [](char c) { return IsLineEnd(c) || c == '{'; });

@@ -1,6 +1,5 @@
-// The words of a BVH's hierarchy and of its motion's header: between white space, NUL bytes count
-// as it, and braces, which are words of their own. Lines that begin with "#" or "//" are passed
-// over.
+// Splits a BVH hierarchy and a motion's header into words. White space and NUL bytes separate
+// words, and each brace is a word. Lines that begin with "#" or "//" are skipped.
 #pragma once
 
 #include <string_view>
@@ -14,7 +13,7 @@ struct BvhWord {
     std::string_view text;  // empty at the end of the text
     std::uint32_t line = 0;
     bool beginsLine = false;
-    bool glued = false;  // no white space parts it from the word before
+    bool glued = false;  // there is no white space between it and the word before
 
     bool IsEnd() const { return text.empty(); }
     BvhSpot Spot() const { return {text.data(), line}; }
@@ -22,16 +21,16 @@ struct BvhWord {
 
 class BvhWords {
   public:
-    // Tells of comments. Text and findings stay as long as this.
+    // Reports comments. `text` and `findings` must outlive this object.
     BvhWords(std::string_view text, FindingList& findings);
 
     const BvhWord& Peek() const { return next_; }
     BvhWord Next();
-    // The rest of the line that the next word is on, up to its end or to a brace that opens a body;
-    // without white space around it. The next word is the one after it.
+    // Consumes the rest of the line that the next word is on, up to a brace that opens a body, and
+    // returns it without white space around it.
     std::string_view RestOfLine();
-    // On from a spot after the next word.
-    void Continue(BvhSpot spot);
+    // Continues at a later spot of the text.
+    void MoveTo(BvhSpot spot);
 
     const char* End() const { return text_.data() + text_.size(); }
 
@@ -51,7 +50,8 @@ class BvhWords {
     BvhWord next_;
 };
 
-bool EqualsWord(std::string_view word, std::string_view keyword);      // in any letter case
-bool BeginsWithWord(std::string_view word, std::string_view keyword);  // likewise
+// Both ignore letter case.
+bool EqualsWord(std::string_view word, std::string_view keyword);
+bool BeginsWithWord(std::string_view word, std::string_view keyword);
 
 }  // namespace survey

@@ -11,9 +11,9 @@
 namespace survey {
 namespace {
 
-// Deeper joints are not moved further to the right.
+// Joints at a greater depth are not indented further.
 constexpr std::size_t kDeepest = 32;
-// Values that take longer to write than it takes to start a thread.
+// With fewer values, starting a thread takes longer than it saves.
 constexpr std::size_t kWorthAThread = 20'000;
 
 constexpr std::string_view kChannelNames[] = {"Xposition", "Yposition", "Zposition",
@@ -52,14 +52,14 @@ class SectionWriter {
   private:
     void WriteRows(std::string_view text) {
         const BvhFrames& frames = part_.frames;
-        const TurnedFrames turned(section_, TurningJoints(part_.plan), frames);
+        const ReexpressedFrames reexpressed(section_, ReexpressedJoints(part_.plan), frames);
         const std::size_t worthwhile =
             frames.values.size() >= kWorthAThread ? 2 : frames.Count() + 1;
         std::string second;
         InHalves(frames.Count(), worthwhile, [&](std::size_t first, std::size_t last) {
             std::string& out = first == 0 ? writer_.Text() : second;
             if (first > 0) out.reserve(text.size());
-            BvhRowWriter rows(section_, part_.plan, frames, turned, text);
+            BvhRowWriter rows(section_, part_.plan, frames, reexpressed, text);
             for (std::size_t frame = first; frame < last; ++frame) {
                 rows.Write(frame, out);
                 out += '\n';
@@ -79,11 +79,11 @@ class SectionWriter {
         open_.push_back(index);
         Line(joint.offsetAt.line, "OFFSET" + Offset(joint, plan));
         WriteChannels(index);
-        if (!plan.addsEnd) return;
+        if (!plan.addsEndSite) return;
         Line(0, "End Site");
         Line(0, "{");
         open_.push_back(index);
-        Line(0, "OFFSET" + Numbers(plan.endOffset));
+        Line(0, "OFFSET" + Numbers(plan.endSiteOffset));
         open_.pop_back();
         Line(0, "}");
     }
@@ -95,10 +95,10 @@ class SectionWriter {
     }
 
     static std::string Offset(const BvhJoint& joint, const BvhJointPlan& plan) {
-        if (plan.detaches) return " 0 0 0";
+        if (plan.clearsOffset) return " 0 0 0";
         std::string numbers;
         for (std::size_t axis = 0; axis < 3; ++axis) {
-            const bool isNew = plan.folds && plan.offset[axis] != joint.offset[axis];
+            const bool isNew = plan.foldsPositions && plan.offset[axis] != joint.offset[axis];
             const double number = isNew ? plan.offset[axis] : joint.offset[axis];
             numbers += ' ';
             if (isNew || joint.offsetWords[axis].empty())
@@ -128,7 +128,7 @@ class SectionWriter {
         Line(joint.channelsAt.line, line);
     }
 
-    // `original` is the line of the file; 0 where it has none.
+    // Writes an indented line. `original` is its line in the file; 0 if it has none there.
     void Line(std::size_t original, std::string_view text) {
         writer_.From(original);
         writer_.Text().append(std::min(open_.size(), kDeepest), '\t');

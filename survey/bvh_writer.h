@@ -1,6 +1,6 @@
-// The canonical text of a BVH: keywords in their usual case, a joint a group of lines, line feeds,
-// "Frames:" as there are, one row a frame. What reads it by the format's rules reads it right,
-// unless the plan lists turned rotations as the plug-in alone takes them.
+// Writes the mended text of a BVH: keywords in their usual letter case, line feeds, the true number
+// of frames, one row for each frame. Every reader that follows the format's rules reads it as
+// meant, unless the plan lists re-expressed rotations in the order that only the plug-in reads so.
 #pragma once
 
 #include <cstddef>
@@ -13,17 +13,17 @@
 
 namespace survey {
 
-// A section with what is handed on of it.
+// A section, its frames, and how its text is written.
 struct BvhPart {
     BvhSection section;
     BvhFrames frames;
     BvhPlan plan;
-    bool hasFrames = false;    // the rows were read
-    std::size_t rowCount = 0;  // whether they were or not
+    bool hasFrames = false;    // `frames` is filled
+    std::size_t rowCount = 0;  // number of frames, also without `frames`
 };
 
-// Writes a section. `text` is the file's; `frameTime` is written where the section states none.
-// `needsMotion` writes one without rows for a section that has none.
+// Writes a section. `text` is the file's text. `frameTime`, in seconds, is written if the section
+// states none. If the section has no motion, `needsMotion` writes one without rows.
 void WriteSection(const BvhPart& part, std::string_view text, double frameTime, bool needsMotion,
                   LineWriter& writer);
 

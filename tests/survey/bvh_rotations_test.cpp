@@ -40,13 +40,13 @@ Matrix3 OfAngles(const double angles[3]) {
 
 const std::vector<std::vector<std::size_t>> kRising = {{0, 1, 2}, {0, 1}, {0, 2}, {1, 2}};
 
-TEST(TurnedAngles, TurnTheSameWay) {
+TEST(ReexpressedAngles, TurnTheSameWay) {
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> any(-400.0, 400.0);
     for (const auto& axes : kRising) {
         for (int i = 0; i < 20'000; ++i) {
             const double row[] = {any(random), any(random), any(random)};
-            survey::TurnedAngles turned(Listing(axes));
+            survey::ReexpressedAngles turned(Listing(axes));
             double angles[3] = {};
             turned.Next(row, angles);
             ASSERT_LE(Distance(Product(axes, row), OfAngles(angles)), 5e-14);
@@ -55,7 +55,7 @@ TEST(TurnedAngles, TurnTheSameWay) {
 }
 
 // At and around gimbal lock of the angles that come out: a right angle in the middle.
-TEST(TurnedAngles, TurnTheSameWayNearGimbalLock) {
+TEST(ReexpressedAngles, TurnTheSameWayNearGimbalLock) {
     std::mt19937_64 random(4);
     std::uniform_real_distribution<double> any(-180.0, 180.0);
     const std::vector<std::size_t> axes = {0, 1, 2};
@@ -68,7 +68,7 @@ TEST(TurnedAngles, TurnTheSameWayNearGimbalLock) {
                 std::atan2(-m[1][2], m[2][2]) * 180.0 / std::acos(-1.0),
                 std::asin(std::clamp(m[0][2], -1.0, 1.0)) * 180.0 / std::acos(-1.0),
                 std::atan2(-m[0][1], m[0][0]) * 180.0 / std::acos(-1.0)};
-            survey::TurnedAngles turned(Listing(axes));
+            survey::ReexpressedAngles turned(Listing(axes));
             double angles[3] = {};
             turned.Next(row, angles);
             ASSERT_LE(Distance(Product(axes, row), OfAngles(angles)), 5e-14) << exponent;
@@ -78,8 +78,8 @@ TEST(TurnedAngles, TurnTheSameWayNearGimbalLock) {
 
 // A smooth take through many turns comes out without jumps where the middle angle keeps away from a
 // right one.
-TEST(TurnedAngles, FollowTheFrameBefore) {
-    survey::TurnedAngles turned(Listing({0, 1, 2}));
+TEST(ReexpressedAngles, FollowTheFrameBefore) {
+    survey::ReexpressedAngles turned(Listing({0, 1, 2}));
     double before[3] = {};
     for (int frame = 0; frame < 5000; ++frame) {
         const double t = 0.01 * frame;
@@ -93,8 +93,8 @@ TEST(TurnedAngles, FollowTheFrameBefore) {
     EXPECT_GT(before[2], 4000.0);  // z has turned a dozen times
 }
 
-TEST(TurnedAngles, OfTheFirstFrameAreNearTheListedOnes) {
-    survey::TurnedAngles turned(Listing({0, 1, 2}));
+TEST(ReexpressedAngles, OfTheFirstFrameAreNearTheListedOnes) {
+    survey::ReexpressedAngles turned(Listing({0, 1, 2}));
     const double row[] = {0.0, 0.0, 750.0};
     double angles[3] = {};
     turned.Next(row, angles);
@@ -104,8 +104,8 @@ TEST(TurnedAngles, OfTheFirstFrameAreNearTheListedOnes) {
 }
 
 // A middle angle that goes on beyond a right angle does not turn back.
-TEST(TurnedAngles, PassGimbalLock) {
-    survey::TurnedAngles turned(Listing({0, 1}));
+TEST(ReexpressedAngles, PassGimbalLock) {
+    survey::ReexpressedAngles turned(Listing({0, 1}));
     double before = 0.0;
     for (int frame = 0; frame <= 360; ++frame) {
         const double row[] = {0.0, static_cast<double>(frame)};
@@ -119,8 +119,8 @@ TEST(TurnedAngles, PassGimbalLock) {
     EXPECT_NEAR(before, 360.0, 1e-9);
 }
 
-TEST(TurnedAngles, KeepZAtGimbalLock) {
-    survey::TurnedAngles turned(Listing({0, 1, 2}));
+TEST(ReexpressedAngles, KeepZAtGimbalLock) {
+    survey::ReexpressedAngles turned(Listing({0, 1, 2}));
     double angles[3] = {};
     const double first[] = {0.0, 60.0, 35.0};
     turned.Next(first, angles);
@@ -132,7 +132,7 @@ TEST(TurnedAngles, KeepZAtGimbalLock) {
 }
 
 // So many values that two threads share them.
-TEST(TurnedFrames, AreThoseOfEachJointByItself) {
+TEST(ReexpressedFrames, AreThoseOfEachJointByItself) {
     constexpr std::size_t kJoints = 5;
     constexpr std::size_t kFrames = 3000;
     survey::BvhSection section;
@@ -149,9 +149,9 @@ TEST(TurnedFrames, AreThoseOfEachJointByItself) {
     std::uniform_real_distribution<double> angle(-400.0, 400.0);
     for (std::size_t i = 0; i < kFrames * frames.channels; ++i)
         frames.values.push_back(angle(random));
-    const survey::TurnedFrames turned(section, joints, frames);
+    const survey::ReexpressedFrames turned(section, joints, frames);
     for (const std::size_t joint : joints) {
-        survey::TurnedAngles alone(section.joints[joint]);
+        survey::ReexpressedAngles alone(section.joints[joint]);
         for (std::size_t frame = 0; frame < kFrames; ++frame) {
             double angles[3];
             alone.Next(frames.Frame(frame), angles);
@@ -162,7 +162,7 @@ TEST(TurnedFrames, AreThoseOfEachJointByItself) {
 }
 
 // Likewise; rows stay in their order, each on its line.
-TEST(TurnedFrames, AreWrittenInTheirOrder) {
+TEST(ReexpressedFrames, AreWrittenInTheirOrder) {
     constexpr std::size_t kFrames = 4000;
     std::string file =
         "HIERARCHY\nROOT Hips\n{\nOFFSET 0 0 0\nCHANNELS 6 Xposition Yposition Zposition "
