@@ -9,16 +9,17 @@
 namespace survey {
 namespace {
 
-// Closer to 1 a direction is a unit vector as it was written.
+// A direction whose size differs from 1 by at most this is a unit vector.
 constexpr double kUnitTolerance = 1e-9;
 
 bool HasTranslation(const AsfBone& bone) {
     return std::any_of(bone.dof.begin(), bone.dof.end(), IsTranslation);
 }
 
-// The plug-in counts bones by what it keeps of them, and needs room for a position where the
-// parent's length moves.
-bool HindersPlugIn(const AsfSkeleton& skeleton, const AsfBone& bone) {
+// Whether the plug-in cannot read a skeleton with this bone's translations, which it ignores. It
+// expects no row for a bone without any other dof. And if the parent's length changes, it stores
+// positions in the bone's free channels, of which ignored dofs may leave too few.
+bool PlugInFailsOn(const AsfSkeleton& skeleton, const AsfBone& bone) {
     if (!HasTranslation(bone)) return false;
     if (std::all_of(bone.dof.begin(), bone.dof.end(),
                     [&](Dof dof) { return IsTranslation(dof) || bone.IsLeftOut(dof); }))
@@ -28,11 +29,11 @@ bool HindersPlugIn(const AsfSkeleton& skeleton, const AsfBone& bone) {
     return parent.Has(Dof::Length) && !parent.IsLeftOut(Dof::Length);
 }
 
-// What all motions have for the bone's length.
-AmcLength Together(std::uint32_t bone, std::span<AmcMotion* const> motions) {
+// The lengths that all motions have for the bone, in one record.
+AmcLength CombinedLength(std::uint32_t bone, std::span<AmcMotion* const> motions) {
     AmcLength all{bone, {}, false, false};
     for (const AmcMotion* motion : motions) {
-        // They are in the order of the bones.
+        // The lengths are sorted by bone.
         const auto length =
             std::lower_bound(motion->lengths.begin(), motion->lengths.end(), bone,
                              [](const AmcLength& l, std::uint32_t b) { return l.bone < b; });
@@ -56,8 +57,9 @@ void MoveSizeToLength(AsfBone& bone, double size) {
                 bone.limits[k] = {bone.limits[k].value * size, {}};
 }
 
-// Tells what becomes of the bone's length. A dof "l" was told of when it was read.
-void Tell(const AsfBone& bone, const std::string& what, FindingList& findings) {
+// Reports what happens to the bone's length. A dof that is written "l" has already been reported by
+// the reader; then only the message changes.
+void ReportLength(const AsfBone& bone, const std::string& what, FindingList& findings) {
     const std::string message = "the length of \"" + bone.name + "\" " + what;
     Finding* const known = findings.Find(codes::kDofLength);
     if (!known) {
@@ -75,24 +77,27 @@ void Refuse(const AsfBone& bone, const std::string& what, FindingList& findings)
                       "the length of \"" + bone.name + "\" moves, " + what, bone.name});
 }
 
-// In the text that is written, with a value of the motion's.
-AsfNumber Written(const AsfBone& bone, const AsfNumber& value) {
+// A length of the motion as the mended text has it.
+AsfNumber InWrittenUnits(const AsfBone& bone, const AsfNumber& value) {
     return bone.lengthScale != 1.0 ? AsfNumber{value.value * bone.lengthScale, {}} : value;
 }
 
-// Whether bone chains have a bone for it, with a length that may move.
-bool IsOneBone(const AsfBone& bone, double scale) {
+// Whether a bone chain builds one bone for it, whose length can then change.
+bool BuildsOneBone(const AsfBone& bone, double scale) {
     return bone.length.value * scale >= kShortestBone && bone.children.size() <= 1;
 }
 
-// Of a bone whose length moves though it has none at rest, so that bone chains lack it.
-void GiveLength(AsfBone& bone, const AsfNumber& first, double scale, FindingList& findings) {
+// Handles a changing length of a bone that a bone chain cannot build, because it has no length at
+// rest: leaves the length out, takes that of the first frame, or reports an error.
+void SetRestLength(AsfBone& bone, const AsfNumber& first, double scale, FindingList& findings) {
     if (bone.children.empty()) {
         bone.LeaveOut(Dof::Length);
-        Tell(bone, "moves nothing, since the bone has none at rest; it is left out", findings);
-    } else if (Written(bone, first).value * scale >= kShortestBone) {
-        bone.length = Written(bone, first);
-        Tell(bone, "moves and is nothing at rest; there it is that of the first frame", findings);
+        ReportLength(bone, "moves nothing, since the bone has none at rest; it is left out",
+                     findings);
+    } else if (InWrittenUnits(bone, first).value * scale >= kShortestBone) {
+        bone.length = InWrittenUnits(bone, first);
+        ReportLength(bone, "moves and is nothing at rest; there it is that of the first frame",
+                     findings);
     } else {
         Refuse(bone,
                "but is nothing at rest and in the first frame, where bones need one; --nulls does "
@@ -104,10 +109,10 @@ void GiveLength(AsfBone& bone, const AsfNumber& first, double scale, FindingList
 }  // namespace
 
 bool PlanTranslations(AsfSkeleton& skeleton) {
-    const bool hinders =
+    const bool fails =
         std::any_of(skeleton.bones.begin() + 1, skeleton.bones.end(),
-                    [&](const AsfBone& bone) { return HindersPlugIn(skeleton, bone); });
-    if (!hinders) return false;
+                    [&](const AsfBone& bone) { return PlugInFailsOn(skeleton, bone); });
+    if (!fails) return false;
     skeleton.changed = true;
     for (std::size_t bone = 1; bone < skeleton.bones.size(); ++bone)
         for (const Dof dof : skeleton.bones[bone].dof)
@@ -134,7 +139,7 @@ void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings) {
     }
 }
 
-void KeepTranslations(AsfSkeleton& skeleton) {
+void RestoreTranslations(AsfSkeleton& skeleton) {
     for (AsfBone& bone : skeleton.bones)
         for (const Dof dof : bone.dof)
             if (IsTranslation(dof)) bone.Keep(dof);
@@ -147,9 +152,9 @@ void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,
     for (std::uint32_t index = 1; index < skeleton.bones.size() && !motions.empty(); ++index) {
         AsfBone& bone = skeleton.bones[index];
         if (!bone.Has(Dof::Length) || bone.IsLeftOut(Dof::Length)) continue;
-        const AmcLength length = Together(index, motions);
+        const AmcLength length = CombinedLength(index, motions);
         const bool isShared = hasFrames && bone.children.size() > 1;
-        const bool isBuilt = !chainScale || IsOneBone(bone, *chainScale);
+        const bool isBuilt = !chainScale || BuildsOneBone(bone, *chainScale);
         if (isBuilt && !isShared && (length.moves || !bone.hasLetterLength || !length.isKnown))
             continue;
         skeleton.changed = true;
@@ -159,14 +164,14 @@ void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,
                        " children; only one could be moved with it",
                    findings);
         } else if (length.moves) {
-            GiveLength(bone, length.first, *chainScale, findings);
+            SetRestLength(bone, length.first, *chainScale, findings);
         } else if (length.isKnown) {
-            bone.length = Written(bone, length.first);
+            bone.length = InWrittenUnits(bone, length.first);
             bone.LeaveOut(Dof::Length);
-            Tell(bone, "keeps one value, which becomes the bone's length", findings);
+            ReportLength(bone, "keeps one value, which becomes the bone's length", findings);
         } else {
             bone.LeaveOut(Dof::Length);
-            Tell(bone, "has no values in the motion; the bone's length is kept", findings);
+            ReportLength(bone, "has no values in the motion; the bone's length is kept", findings);
         }
     }
 }

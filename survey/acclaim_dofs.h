@@ -1,4 +1,5 @@
-// Degrees of freedom that only the format has, or that the plug-in cannot build.
+// Handles degrees of freedom (dofs) that the format has but the plug-in cannot build: translations
+// of bones, and some changes of a bone's length.
 #pragma once
 
 #include <optional>
@@ -10,20 +11,22 @@
 
 namespace survey {
 
-// Leaves bones' translations out of canonical texts where the plug-in would not read the rest;
-// whether it would not. To be called again once other degrees of freedom are left out.
+// If the plug-in would fail on the translations of a bone, leaves those of all bones out of the
+// mended texts and returns true. To be called again after other dofs are left out.
 bool PlanTranslations(AsfSkeleton& skeleton);
 
-// Bone chains lengthen by the length alone, whatever the direction's size is. Where a bone's length
-// moves, the size becomes part of it; without a direction the length is left out, and that is told.
+// For bone chains, which ignore the size of a bone's direction: where a bone has a length dof, the
+// direction becomes a unit vector and its size a factor of the length. If the direction is 0, the
+// length dof is left out, which is reported.
 void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings);
 
-// Takes that back, where it would lose nothing and so was not told.
-void KeepTranslations(AsfSkeleton& skeleton);
+// Undoes PlanTranslations.
+void RestoreTranslations(AsfSkeleton& skeleton);
 
-// A length that keeps one value in all motions becomes the bone's. One that moves several children
-// is an error. `chainScale` is given for bone chains, and is what lengths are multiplied by: a bone
-// that has no length at rest cannot move there.
+// Handles length dofs that are written "l", or that the plug-in cannot build. A length that keeps
+// one value in all motions becomes the bone's own, and the dof is left out. Reports an error if a
+// changing length would move several children. `chainScale` is given for bone chains and is the
+// factor on lengths: there a bone needs a length at rest if its length changes.
 void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,
                  std::optional<double> chainScale, FindingList& findings);
 

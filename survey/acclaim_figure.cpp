@@ -13,8 +13,8 @@ namespace survey {
 namespace {
 
 constexpr std::size_t kMostPoses = 500;
-constexpr std::size_t kBonesListed = 8;
-// What a value may be beyond its limit by rounding alone, in its unit.
+constexpr std::size_t kBonesListed = 8;  // in a message
+// A value may exceed its limit by this much, in its own unit, because of rounding.
 constexpr double kLimitTolerance = 1e-9;
 
 using Matrix = std::array<std::array<double, 4>, 4>;
@@ -38,7 +38,7 @@ Matrix Identity() {
     return matrix;
 }
 
-Matrix TurnAbout(std::size_t axis, double angle) {
+Matrix RotationAbout(std::size_t axis, double angle) {
     Matrix matrix;
     if (axis == 0) MatrixRotationX(Raw(matrix), angle);
     if (axis == 1) MatrixRotationY(Raw(matrix), angle);
@@ -63,41 +63,43 @@ AcclaimFigure::AcclaimFigure(const AsfSkeleton& skeleton, double factor)
     }
 }
 
-void AcclaimFigure::PutAtRest() {
+void AcclaimFigure::SetToRest() {
     for (std::size_t bone = 0; bone < states_.size(); ++bone)
         states_[bone] = {{}, Identity(), skeleton_.bones[bone].length.value};
     for (std::size_t axis = 0; axis < 3; ++axis)
-        states_[0].place[axis] = skeleton_.position[axis].value;
+        states_[0].position[axis] = skeleton_.position[axis].value;
 }
 
-Extent AcclaimFigure::AtRest() {
-    PutAtRest();
+Extent AcclaimFigure::RestExtent() {
+    SetToRest();
     return Walk();
 }
 
-Extent AcclaimFigure::At(const AmcValues& values, bool degrees) {
-    PutAtRest();
+Extent AcclaimFigure::FrameExtent(const AmcValues& values, bool degrees) {
+    SetToRest();
     for (std::uint32_t bone = 0; bone < skeleton_.bones.size(); ++bone)
-        if (values.WasSeen(bone)) Turn(bone, values, RadiansPerUnit(degrees));
+        if (values.WasSeen(bone)) ApplyValues(bone, values, RadiansPerUnit(degrees));
     return Walk();
 }
 
-// The first rotation of the dofs acts first.
-void AcclaimFigure::Turn(std::uint32_t index, const AmcValues& values, double radiansPerUnit) {
+// Applies the bone's values to its state. The rotation that the dofs list first acts first.
+void AcclaimFigure::ApplyValues(std::uint32_t index, const AmcValues& values,
+                                double radiansPerUnit) {
     const AsfBone& bone = skeleton_.bones[index];
     State& state = states_[index];
-    Matrix turn = Identity();
+    Matrix rotation = Identity();
     const auto numbers = values.Of(index);
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         const Dof dof = bone.dof[i];
         if (dof == Dof::Length)
             state.length = numbers[i].value;
         else if (IsRotation(dof))
-            turn = Product(turn, TurnAbout(AxisOf(dof), numbers[i].value * radiansPerUnit));
+            rotation =
+                Product(rotation, RotationAbout(AxisOf(dof), numbers[i].value * radiansPerUnit));
         else if (index == 0)
-            state.place[AxisOf(dof)] = numbers[i].value;
+            state.position[AxisOf(dof)] = numbers[i].value;
     }
-    state.turn = Product(Product(inverses_[index], turn), axes_[index]);
+    state.rotation = Product(Product(inverses_[index], rotation), axes_[index]);
 }
 
 Extent AcclaimFigure::Walk() {
@@ -106,18 +108,18 @@ Extent AcclaimFigure::Walk() {
         const AsfBone& bone = skeleton_.bones[index];
         State& state = states_[index];
         if (bone.parent != kNoBone) {
-            state.place = ends_[bone.parent];
-            state.turn = Product(state.turn, states_[bone.parent].turn);
+            state.position = ends_[bone.parent];
+            state.rotation = Product(state.rotation, states_[bone.parent].rotation);
         } else {
-            for (double& component : state.place)
+            for (double& component : state.position)
                 component *= factor_;
         }
-        ends_[index] = state.place;
+        ends_[index] = state.position;
         for (std::size_t column = 0; column < 3; ++column)
             for (std::size_t row = 0; row < 3; ++row)
-                ends_[index][column] +=
-                    bone.direction[row].value * state.length * factor_ * state.turn[row][column];
-        extent.Include(state.place.data());
+                ends_[index][column] += bone.direction[row].value * state.length * factor_ *
+                                        state.rotation[row][column];
+        extent.Include(state.position.data());
         extent.Include(ends_[index].data());
     }
     return extent;
@@ -132,7 +134,7 @@ void PoseSample::Add(const Extent& extent) {
     stride_ *= 2;
 }
 
-void PoseSample::GiveTo(FigureShape& shape) const {
+void PoseSample::AddTo(FigureShape& shape) const {
     for (const Extent& extent : extents_)
         shape.AddFrame(extent);
 }

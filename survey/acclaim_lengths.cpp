@@ -9,16 +9,16 @@
 namespace survey {
 namespace {
 
-// What the archive's files state, and what its lengths times that come to in metres.
+// The length factor that the archive's files state, and the factor that makes its lengths metres.
 constexpr double kArchiveLength = 0.45;
 constexpr double kArchiveMultiplier = 0.056444;
-// A bone that is a smaller part of the longest one has no length worth a word.
+// A bone counts as one without length if it is a smaller part of the longest bone.
 constexpr double kNoLength = 1e-9;
-// Powers of ten up to this one are exact.
+// The largest exponent whose power of ten a double holds exactly.
 constexpr int kLargestPower = 22;
-constexpr double kDirectionTolerance = 0.02;
+constexpr double kDirectionTolerance = 0.02;  // of a direction's size, which should be 1
 
-void TellPreset(const AsfSkeleton& skeleton, const Options& options, FindingList& findings) {
+void ReportPreset(const AsfSkeleton& skeleton, const Options& options, FindingList& findings) {
     const std::string length =
         options.lengthMultiplier
             ? "lengths are multiplied by " + text::NumberText(*options.lengthMultiplier) +
@@ -30,14 +30,14 @@ void TellPreset(const AsfSkeleton& skeleton, const Options& options, FindingList
                       "the file as it is"});
 }
 
-// The factor in force; tells where it comes from the file.
-double SettleFactor(const AsfSkeleton& skeleton, const Options& options, LengthSettings& settings,
+// The factor on lengths. If it comes from the file, that is reported.
+double DecideFactor(const AsfSkeleton& skeleton, const Options& options, LengthSettings& settings,
                     FindingList& findings) {
     const double stated = skeleton.length.value;
     const bool looksLikeArchive = stated == kArchiveLength;
     settings.isArchive =
         options.preset == Preset::Cmu || (options.preset == Preset::Auto && looksLikeArchive);
-    if (settings.isArchive && looksLikeArchive) TellPreset(skeleton, options, findings);
+    if (settings.isArchive && looksLikeArchive) ReportPreset(skeleton, options, findings);
     if (options.lengthMultiplier) return *options.lengthMultiplier;
     if (settings.isArchive) return kArchiveMultiplier;
     if (stated != 1.0)
@@ -47,8 +47,9 @@ double SettleFactor(const AsfSkeleton& skeleton, const Options& options, LengthS
     return stated;
 }
 
-// The smallest power of ten that gives every bone a length; 1 where none needs it. `first` is the
-// file's first bone that is too short.
+// The smallest power of ten that, as a further factor, makes no bone too short for the plug-in. It
+// is 1 if none is too short, or if no power is enough. `first` is set to the first bone that is too
+// short, if there is one.
 double PowerFor(const AsfSkeleton& skeleton, double factor, const AsfBone*& first) {
     double longest = 0.0;
     for (const AsfBone& bone : skeleton.bones)
@@ -74,7 +75,8 @@ bool HasPosition(const AsfSkeleton& skeleton) {
                        [](const AsfNumber& number) { return number.value != 0.0; });
 }
 
-// The plug-in multiplies bones and the root's path, and not where the root is at rest.
+// The plug-in multiplies bones and the root's motion, but not the root's position at rest. So that
+// is written multiplied.
 void MultiplyPosition(AsfSkeleton& skeleton, const LengthSettings& settings,
                       FindingList& findings) {
     if (!settings.multiplier || *settings.multiplier == 1.0 || !HasPosition(skeleton)) return;
@@ -88,9 +90,9 @@ void MultiplyPosition(AsfSkeleton& skeleton, const LengthSettings& settings,
 
 }  // namespace
 
-LengthSettings SettleLengths(AsfSkeleton& skeleton, const Options& options, FindingList& findings) {
+LengthSettings DecideLengths(AsfSkeleton& skeleton, const Options& options, FindingList& findings) {
     LengthSettings settings;
-    settings.factor = SettleFactor(skeleton, options, settings, findings);
+    settings.factor = DecideFactor(skeleton, options, settings, findings);
     if (settings.factor != 1.0 || options.lengthMultiplier) settings.multiplier = settings.factor;
     const AsfBone* first = nullptr;
     const double power = PowerFor(skeleton, settings.factor, first);

@@ -1,4 +1,4 @@
-// Lengths of Acclaim skeletons: the factor on them, bones that are too short, directions.
+// Lengths of Acclaim skeletons: their factor, bones that are too short, and directions.
 #pragma once
 
 #include <optional>
@@ -11,22 +11,22 @@
 namespace survey {
 
 struct LengthSettings {
-    // On bones and root translations, in force: the unit's, the archive's or the user's.
+    // The factor on bones and root translations: the user's, the archive's or that of :units.
     double factor = 1.0;
-    // What the plug-in is to be told; none: nothing.
+    // The multiplier that the plug-in gets; if nullopt, it uses the file's own.
     std::optional<double> multiplier;
-    double multiplied = 1.0;  // the part of `multiplier` that is undone afterwards
-    bool isArchive = false;   // a motion without a rate has the archive's
+    double multiplied = 1.0;  // the part of `multiplier` that exports undo
+    bool isArchive = false;   // a motion that states no rate has kArchiveRate
 };
 
-constexpr double kArchiveRate = 120.0;
-// The plug-in gives a shorter bone no length.
+constexpr double kArchiveRate = 120.0;  // frames per second
+// The plug-in builds shorter bones without a length.
 constexpr double kShortestBone = 0.01;
 
-// Settles the factor, and tells of preset, unit and bones that are too short.
-LengthSettings SettleLengths(AsfSkeleton& skeleton, const Options& options, FindingList& findings);
+// Decides the factor, and reports preset, unit and bones that are too short.
+LengthSettings DecideLengths(AsfSkeleton& skeleton, const Options& options, FindingList& findings);
 
-// Makes directions unit vectors where they are not, and tells of it.
+// Makes directions of bones with a length unit vectors, and reports those that were not.
 void MendDirections(AsfSkeleton& skeleton, FindingList& findings);
 
 }  // namespace survey

@@ -10,10 +10,10 @@
 namespace survey {
 namespace {
 
-// A cosine below this is none: the outer angles turn about the same axis.
+// If the cosine of the middle angle is not above this, the outer two rotate about the same axis.
 constexpr double kGimbalLock = 1e-12;
 
-void Turn(double m[4][4], char axis, double angle) {
+void SetRotation(double m[4][4], char axis, double angle) {
     if (axis == 'X') MatrixRotationX(m, angle);
     if (axis == 'Y') MatrixRotationY(m, angle);
     if (axis == 'Z') MatrixRotationZ(m, angle);
@@ -23,10 +23,10 @@ void Reexpress(AsfBone& bone, double radiansPerUnit) {
     double product[4][4];
     MatrixIdentity(product);
     for (std::size_t i = 0; i < 3; ++i) {
-        double turn[4][4];
+        double rotation[4][4];
         double next[4][4];
-        Turn(turn, bone.axisOrder[i], bone.axis[i].value * radiansPerUnit);
-        MatrixMult(product, turn, next);
+        SetRotation(rotation, bone.axisOrder[i], bone.axis[i].value * radiansPerUnit);
+        MatrixMult(product, rotation, next);
         std::memcpy(product, next, sizeof(product));
     }
     double angles[3];

@@ -1,4 +1,5 @@
-// Orders of axes in Acclaim files: value i turns about letter i, the first letter first.
+// Axis orders of Acclaim files: the angle at index i rotates about the axis that letter i names,
+// and the first one acts first.
 #pragma once
 
 #include "survey/acclaim_skeleton.h"
@@ -6,14 +7,15 @@
 
 namespace survey {
 
-// The angles, in radians, that turn about x, then y, then z as `m` does; the middle one is within a
-// quarter turn.
+// Writes the angles, in radians, of a rotation matrix for row vectors: rotating about x, then y,
+// then z is the same as `m`. The middle angle is between -90 and 90 degrees.
 void AnglesOf(const double m[4][4], double angles[3]);
 
-// From degrees, or from radians: the angles in radians per unit.
+// Factor from degrees, or else from radians, to radians.
 double RadiansPerUnit(bool degrees);
 
-// Axes and the root's orientation in other orders are made x y z, and told.
+// Re-expresses axes, and the root's orientation, whose order is not XYZ as angles in that order,
+// and reports them.
 void ReexpressAxes(AsfSkeleton& skeleton, FindingList& findings);
 
 }  // namespace survey

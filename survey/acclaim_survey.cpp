@@ -1,3 +1,4 @@
+// Surveys Acclaim skeletons with their motions.
 #include <algorithm>
 #include <memory>
 
@@ -31,8 +32,8 @@ std::string SubjectOf(const std::string& name) {
     return {name.begin(), std::find_if(name.begin(), name.end(), isNoDigit)};
 }
 
-// Bytes that no reader asks for may be of any encoding; that is worth a note.
-void TellOtherBytes(FindingList& findings) {
+// Adds a note if the text is not UTF-8 outside of names.
+void ReportOtherBytes(FindingList& findings) {
     const std::string_view text = findings.Source().Text();
     if (!findings.Source().HasHighBytes() || findings.Find(codes::kTextEncoding)) return;
     const std::size_t invalid = text::FindInvalidUtf8(text);
@@ -41,8 +42,8 @@ void TellOtherBytes(FindingList& findings) {
                       "the text is not UTF-8 here; no name is meant, so nothing is lost"});
 }
 
-// Whether the text is to be written anew. What only the plug-in would stumble over stays in a file
-// that is fixed.
+// Whether a mended text is to be written. `isChanged` says that the plug-in would misread the file;
+// for Purpose::Fix that is no reason.
 bool NeedsText(const FindingList& findings, const AsfSkeleton& skeleton, bool isChanged,
                Purpose purpose) {
     const bool isTouched = std::any_of(skeleton.bones.begin(), skeleton.bones.end(),
@@ -51,7 +52,8 @@ bool NeedsText(const FindingList& findings, const AsfSkeleton& skeleton, bool is
            (isTouched || findings.HasMended() || (isChanged && purpose == Purpose::Import));
 }
 
-// What is refused is not mended. About a file of another kind nothing else is worth a word.
+// The sorted findings. Errors do not count as mended. For a file of another format, only the
+// finding that says so is returned.
 std::vector<Finding> FinishedFindings(FindingList& findings) {
     for (const std::string_view code : {codes::kNotAsf, codes::kNotAmc})
         if (const Finding* refused = findings.Find(code)) return {*refused};
@@ -61,7 +63,7 @@ std::vector<Finding> FinishedFindings(FindingList& findings) {
     return finished;
 }
 
-// The survey of one motion, first to last.
+// Surveys one motion.
 class MotionSurvey {
   public:
     MotionSurvey(const AcclaimFile& file, const Options& options)
@@ -81,7 +83,7 @@ class MotionSurvey {
         if (options_.purpose == Purpose::Check)
             setting.onFrame = [&](const AmcValues& values) {
                 limits.Add(values, degrees);
-                if (poses_.Wants()) poses_.Add(figure.At(values, degrees));
+                if (poses_.IncludesNext()) poses_.Add(figure.FrameExtent(values, degrees));
             };
         motion_.emplace(ReadAmc(header_, setting, findings_));
         if (options_.purpose == Purpose::Check) limits.Report(findings_);
@@ -89,19 +91,19 @@ class MotionSurvey {
 
     void ReadAlone() {
         if (findings_.HasErrors()) return;
-        made_ = SkeletonOfMotion(source_.Text(), header_);
-        motion_.emplace(
-            ReadAmc(header_, {made_, options_, options_.preset == Preset::Cmu, {}}, findings_));
+        rowsSkeleton_ = SkeletonOfMotion(source_.Text(), header_);
+        motion_.emplace(ReadAmc(
+            header_, {rowsSkeleton_, options_, options_.preset == Preset::Cmu, {}}, findings_));
     }
 
     const PoseSample& Poses() const { return poses_; }
 
     AmcSurvey Finish(const AsfSkeleton* skeleton, bool isRefused) {
-        TellOtherBytes(findings_);
+        ReportOtherBytes(findings_);
         AmcSurvey survey;
         if (motion_) {
-            FillFacts(skeleton ? *skeleton : made_, survey.facts);
-            Write(skeleton ? *skeleton : made_, isRefused, survey);
+            FillFacts(skeleton ? *skeleton : rowsSkeleton_, survey.facts);
+            Write(skeleton ? *skeleton : rowsSkeleton_, isRefused, survey);
         }
         survey.findings = FinishedFindings(findings_);
         return survey;
@@ -130,25 +132,26 @@ class MotionSurvey {
         return motion_->header.rateText.empty() ? 0 : NearestRate(motion_->header.rate);
     }
 
-    // Without a stated one.
+    // The plug-in's rate for a motion that states none.
     static constexpr double kPlugInRate = 30.0;
 
     const Options& options_;
     SourceText source_;
     FindingList findings_;
     AmcHeader header_;
-    AsfSkeleton made_;  // of a motion alone
+    AsfSkeleton rowsSkeleton_;  // built from the rows of a motion whose skeleton is not known
     std::optional<AmcMotion> motion_;
     PoseSample poses_;
 };
 
+// Surveys a skeleton with its motions.
 class PairSurvey {
   public:
     PairSurvey(const AcclaimFile& asf, std::span<const AcclaimFile> amcs, const Options& options)
         : asf_(asf), options_(options), source_(asf.text, options.encoding), findings_(source_) {
         for (const AcclaimFile& amc : amcs)
             motions_.push_back(std::make_unique<MotionSurvey>(amc, options));
-        TellNames(amcs);
+        ReportNames(amcs);
     }
 
     AcclaimSurvey Run() {
@@ -163,7 +166,7 @@ class PairSurvey {
             survey.motions.push_back(motion->Finish(IsUsable() ? &skeleton_ : nullptr, isRefused));
             CopyShape(survey.skeleton.facts, survey.motions.back().facts);
         }
-        TellOtherBytes(findings_);
+        ReportOtherBytes(findings_);
         const bool isChanged = skeleton_.changed || source_.HadTrailingControls();
         if (NeedsText(findings_, skeleton_, isChanged, options_.purpose))
             survey.skeleton.mended = WriteAsf(skeleton_, source_);
@@ -185,12 +188,12 @@ class PairSurvey {
         PlanTranslations(skeleton_);
         if (options_.purpose == Purpose::Import && options_.bones)
             PlanLengthsOfChains(skeleton_, findings_);
-        lengths_ = SettleLengths(skeleton_, options_, findings_);
+        lengths_ = DecideLengths(skeleton_, options_, findings_);
     }
 
     void ReadMotions() {
         std::vector<AmcMotion*> read;
-        bool toldTranslations = false;
+        bool reportedTranslations = false;
         for (const auto& motion : motions_) {
             if (!IsUsable()) {
                 motion->ReadAlone();
@@ -198,25 +201,25 @@ class PairSurvey {
             }
             motion->Read(skeleton_, lengths_);
             if (motion->Motion()) read.push_back(motion->Motion());
-            toldTranslations |= motion->Findings().Find(codes::kDofTranslation) != nullptr;
+            reportedTranslations |= motion->Findings().Find(codes::kDofTranslation) != nullptr;
         }
         if (!IsUsable()) return;
         std::optional<double> chainScale;
         if (options_.purpose == Purpose::Import && options_.bones)
             chainScale = lengths_.factor * lengths_.multiplied;
         FoldLengths(skeleton_, read, chainScale, findings_);
-        SettleTranslations(toldTranslations);
+        DecideTranslations(reportedTranslations);
     }
 
-    void SettleTranslations(bool areTold) {
+    void DecideTranslations(bool areReported) {
         const bool areLeftOut = PlanTranslations(skeleton_);
         for (const auto& motion : motions_)
-            if (Finding* told = motion->Findings().Find(codes::kDofTranslation))
-                told->mended |= areLeftOut;
-        if (options_.purpose == Purpose::Fix && !areTold) KeepTranslations(skeleton_);
+            if (Finding* known = motion->Findings().Find(codes::kDofTranslation))
+                known->mended |= areLeftOut;
+        if (options_.purpose == Purpose::Fix && !areReported) RestoreTranslations(skeleton_);
     }
 
-    void TellNames(std::span<const AcclaimFile> amcs) {
+    void ReportNames(std::span<const AcclaimFile> amcs) {
         const std::string subject = SubjectOf(asf_.name);
         for (std::size_t i = 0; i < amcs.size(); ++i) {
             const std::string other = SubjectOf(amcs[i].name);
@@ -228,7 +231,7 @@ class PairSurvey {
         }
     }
 
-    // The orders of rotations as the bones list them.
+    // Collects the orders in which bones list their rotations.
     void ListOrders() {
         for (const AsfBone& bone : skeleton_.bones) {
             std::string order;
@@ -247,9 +250,9 @@ class PairSurvey {
         facts.orders = orders_;
         if (options_.purpose != Purpose::Check) return;
         FigureShape shape;
-        shape.SetRest(AcclaimFigure(skeleton_, lengths_.factor).AtRest());
+        shape.SetRest(AcclaimFigure(skeleton_, lengths_.factor).RestExtent());
         for (const auto& motion : motions_)
-            motion->Poses().GiveTo(shape);
+            motion->Poses().AddTo(shape);
         ReportShape(shape, facts, findings_);
     }
 

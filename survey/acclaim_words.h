@@ -1,5 +1,5 @@
-// The words of Acclaim texts, between white space, parentheses and commas and without comments,
-// which run from a word that begins with "#" to the end of its line.
+// Splits Acclaim texts into words. White space, parentheses and commas separate words. A word that
+// begins with "#" begins a comment, which goes to the end of the line and is skipped.
 #pragma once
 
 #include <string>
@@ -15,19 +15,20 @@ struct AsfWord {
 
     bool IsEnd() const { return text.empty(); }
     bool IsKeyword() const { return text.starts_with(':'); }
-    // In any letter case of ASCII; `lower` is in lower case.
+    // Compares, ignoring the case of ASCII letters. `lower` is in lower case.
     bool Is(std::string_view lower) const;
 };
 
+// Whether `word` is `lower`, which is in lower case, if the case of ASCII letters is ignored.
 bool EqualsLower(std::string_view word, std::string_view lower);
 std::string ToLowerText(std::string_view text);
 
-// A NUL byte would end a text for the plug-in, so it is a part of no word.
+// NUL bytes separate words too, since they would end the text for the plug-in.
 constexpr bool IsAsfSeparator(char c) {
     return IsWhite(c) || c == '(' || c == ')' || c == ',' || c == '\0';
 }
 
-// As people mean them: every line end ends a line.
+// The words as authors mean them: carriage returns and line feeds both end lines.
 class AsfWords {
   public:
     explicit AsfWords(std::string_view text) : at_(text.data()), end_(at_ + text.size()) {
@@ -36,9 +37,10 @@ class AsfWords {
 
     const AsfWord& Peek() const { return next_; }
     AsfWord Next();
-    // To the first word of a later line.
+    // Moves to the first word of the next line that has words.
     void SkipLine();
-    // To the first word from there on, which is taken as the first of its line where `startsLine`.
+    // Moves to the first word from `at` on. `startsLine` says that it counts as the first of its
+    // line even if no line end comes before it.
     void MoveTo(const char* at, bool startsLine);
 
   private:
@@ -49,21 +51,21 @@ class AsfWords {
     AsfWord next_;
 };
 
-// As the plug-in reads them: only line feeds end a line, and vertical tabs and form feeds are
-// characters like others. The text holds no NUL.
+// The words as the plug-in reads them: only line feeds end lines, and vertical tabs and form feeds
+// are parts of words. The text must not hold a NUL.
 class PlugInWords {
   public:
     explicit PlugInWords(std::string_view text) : at_(text.data()), end_(at_ + text.size()) {}
 
-    // The next word, a comment's too; empty after the last one.
+    // The next word, which may be in a comment; empty after the last one.
     std::string_view NextRaw();
-    // The next word that begins no comment.
+    // The next word that is not in a comment; empty after the last one.
     std::string_view Next();
     std::string_view Peek() const { return PlugInWords(*this).Next(); }
-    // As the plug-in reads numbers: false, and nothing is read, for what it refuses.
+    // Read a number as the plug-in does. Return false, without moving, for a word that it refuses.
     bool NextNumber(double& value);
     bool NextWholeNumber(int& value);
-    // False, without moving, in the last line.
+    // Moves to the next line. Returns false, without moving, in the last line.
     bool SkipLine();
     // Whether a line ends between here and the next word.
     bool AtLineEnd() const;

@@ -12,7 +12,7 @@
 namespace survey {
 namespace {
 
-// Commas may part decimals, so they do not part words.
+// Bytes that separate words. Commas do not, since they may be decimal commas.
 constexpr std::array<bool, 256> kBreaks = [] {
     std::array<bool, 256> breaks{};
     for (const char c : {' ', '\t', '\v', '\f', '\r', '\n', '(', ')'})
@@ -59,8 +59,8 @@ void AmcFrameReader::Read(const char* at, AmcFrame& frame) {
         lastRows_.push_back({row.name, row.bone});
 }
 
-// The next word, without commas around it; empty at the end of the text. `atLineStart_` says
-// whether it is the first of its line.
+// The next word without commas around it; empty at the end of the text. Sets `atLineStart_` if a
+// line end comes before it.
 std::string_view AmcFrameReader::NextWord(AmcFrame& frame) {
     for (;;) {
         for (; at_ < end_ && (IsBreak(*at_) || *at_ == ','); ++at_) {
@@ -79,7 +79,7 @@ std::string_view AmcFrameReader::NextWord(AmcFrame& frame) {
     return word;
 }
 
-// One word of the frame, or its end.
+// Reads one word of the frame, and all of a keyword's line. Sets `frame.end` if the frame ends.
 void AmcFrameReader::ReadLine(AmcFrame& frame) {
     const std::string_view word = NextWord(frame);
     const bool startsLine = atLineStart_;
@@ -105,8 +105,8 @@ void AmcFrameReader::ReadLine(AmcFrame& frame) {
     }
 }
 
-// A whole number alone in its line, or with a name after it. Other numbers go on with the row of
-// the line before.
+// A frame begins with a whole number that is alone in its line or has a name after it. Any other
+// number at the start of a line continues the row of the line before.
 bool AmcFrameReader::BeginsFrame(std::string_view word, const AmcFrame& frame) {
     double number = 0.0;
     if (!IsFrameNumber(word, number)) return false;
@@ -117,12 +117,12 @@ bool AmcFrameReader::BeginsFrame(std::string_view word, const AmcFrame& frame) {
     return frame.rows.empty() || !BeginsNumber({next, 1});
 }
 
-// False where the row is that of the next frame, whose number is missing: it names the bone that
-// this one began with.
+// Returns false if the row belongs to the next frame, whose number is missing: it names the bone
+// that this frame began with.
 bool AmcFrameReader::AddRow(std::string_view name, AmcFrame& frame) {
     const std::uint32_t bone = FindBone(name, frame.rows.size());
     if (bone != kNoBone && frame.rows.size() > 1 && frame.rows[0].bone == bone) return false;
-    // The root may be called "root" in a motion alone.
+    // The motion calls the root "root", but the skeleton gives it another name.
     frame.isOdd |= bone == 0 && bones_.Skeleton().names.Find(name) != 0;
     frame.rows.push_back({name, bone, frame.words.size(), 0});
     return true;

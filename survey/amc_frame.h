@@ -1,4 +1,4 @@
-// The frames of an AMC file, one at a time, as their author meant them.
+// Reads the frames of an AMC file, one at a time, as their author meant them.
 #pragma once
 
 #include <cstdint>
@@ -9,30 +9,33 @@
 
 namespace survey {
 
+// The values of one bone in a frame.
 struct AmcRow {
     std::string_view name;
-    std::uint32_t bone = kNoBone;  // kNoBone: the skeleton has none of that name
-    std::size_t first = 0;         // of its words
-    std::size_t count = 0;
+    std::uint32_t bone = kNoBone;  // kNoBone if the skeleton has no bone of that name
+    std::size_t first = 0;         // index of its first value in AmcFrame::words
+    std::size_t count = 0;         // number of its values
 };
 
 struct AmcFrame {
-    const char* at = nullptr;   // its number, or its first row where it has none
-    const char* end = nullptr;  // the next frame's, or the text's end
+    const char* at = nullptr;   // its number; if it has none, its first row
+    const char* end = nullptr;  // where the next frame begins, or the text's end
     bool hasNumber = false;
     double number = 0.0;
-    std::vector<std::string_view> words;
-    std::vector<AmcRow> rows;
-    std::vector<std::string_view> keywords;  // lines that begin with a colon; passed over
-    // Comments, keywords, white space and a name that the plug-in does not read as such.
+    std::vector<std::string_view> words;     // the values of all rows
+    std::vector<AmcRow> rows;                // in file order
+    std::vector<std::string_view> keywords;  // of lines that begin with a colon, which are skipped
+    // Holds comments, keywords, white space or a name for the root that the plug-in does not know
+    // as such, or values before the first row.
     bool isOdd = false;
 };
 
-// The bones of a motion's rows.
+// Finds the bones of a motion's rows. The skeleton must outlive this object.
 class AmcBones {
   public:
     explicit AmcBones(const AsfSkeleton& skeleton) : skeleton_(skeleton) {}
-    // By the name in the motion, in any encoding. "root" is the root, whatever it is called.
+    // Finds a bone by its name in the motion; a name that is not UTF-8 is read as Windows-1252.
+    // "root" finds the root, whatever its name is. Returns kNoBone if there is none.
     std::uint32_t Find(std::string_view name) const;
     const AsfSkeleton& Skeleton() const { return skeleton_; }
 
@@ -45,7 +48,7 @@ class AmcFrameReader {
     AmcFrameReader(std::string_view text, const AmcBones& bones)
         : end_(text.data() + text.size()), bones_(bones) {}
 
-    // From a frame's number on. What `frame` held is gone.
+    // Reads the frame that begins at `at` and overwrites `frame`.
     void Read(const char* at, AmcFrame& frame);
 
   private:
@@ -63,7 +66,7 @@ class AmcFrameReader {
         std::string_view name;
         std::uint32_t bone;
     };
-    std::vector<Known> lastRows_;  // of the frame before: most frames have the same
+    std::vector<Known> lastRows_;  // rows of the frame before, since most frames have the same
     bool atLineStart_ = true;
 };
 

@@ -77,7 +77,8 @@ class HeaderReader {
         header_.isRateLate = isSpecified_;
     }
 
-    // Without any keyword a number may begin a file of anything.
+    // Whether a row with a name follows. A file without keywords may begin with a number and yet be
+    // no motion.
     bool HasRow() {
         AsfWords words = words_;
         const char first = words.Peek().text.empty() ? '0' : words.Peek().text[0];
@@ -134,7 +135,7 @@ bool PlugInReadsHeader(std::string_view text, const AmcHeader& header, bool degr
         if (!EqualsLower(unit, degrees ? ":degrees" : ":radians")) return false;
         words = ahead;
     }
-    // A comment here would be taken for a line that is no frame.
+    // NextRaw, since the plug-in would take a comment here for a line that is no frame.
     const std::string_view first = words.NextRaw();
     return (first.empty() ? text.data() + text.size() : first.data()) == header.frames;
 }

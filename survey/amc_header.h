@@ -1,4 +1,4 @@
-// What an AMC file states before its first frame.
+// Reads what an AMC file states before its first frame.
 #pragma once
 
 #include <optional>
@@ -9,26 +9,28 @@
 namespace survey {
 
 struct AmcHeader {
-    // The first frame's number; the text's end where there is none.
+    // Where the first frame's number is; the text's end if there is no frame.
     const char* frames = nullptr;
-    bool isMotion = false;  // a keyword of the format was there
-    std::optional<bool> degrees;
-    const char* unitAt = nullptr;
-    std::string_view rateText;  // empty: no rate that is a number above 0
-    double rate = 0.0;
+    bool isMotion = false;         // there is a keyword of the format
+    std::optional<bool> degrees;   // false for radians; nullopt if no unit is stated
+    const char* unitAt = nullptr;  // where the unit is stated
+    std::string_view rateText;     // empty if no rate is stated that is a number above 0
+    double rate = 0.0;             // frames per second
     const char* rateAt = nullptr;
     bool isRateLate = false;  // it follows :FULLY-SPECIFIED
     bool has3Dof = false;     // :FORCE-ALL-JOINTS-BE-3DOF
 };
 
-// Whether the word is a frame's number; `number` is it.
+// Whether the word can be a frame's number, which is a whole number; then sets `number`. Otherwise
+// `number` may change too.
 bool IsFrameNumber(std::string_view word, double& number);
 
-// Adds a note for unknown keywords, and an error where the file is not a motion.
+// Reads the header of `findings`' text. Adds a note for unknown keywords, and an error if the file
+// is not a motion.
 AmcHeader ReadAmcHeader(FindingList& findings);
 
-// Whether the plug-in, with a skeleton in that unit, finds the first frame there too. `rate` is the
-// whole rate that it reads; 0 where it reads none.
+// Whether the plug-in reads the same unit, `degrees` or else radians, and finds the first frame at
+// the same position. Sets `rate` to the whole rate that it reads, or to 0 if it reads none.
 bool PlugInReadsHeader(std::string_view text, const AmcHeader& header, bool degrees, int& rate);
 
 }  // namespace survey

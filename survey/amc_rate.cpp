@@ -10,11 +10,11 @@ namespace survey {
 namespace {
 
 constexpr double kUsualRate = 30.0;
-// A lower one is none to the plug-in.
+// The plug-in ignores lower rates.
 constexpr int kLowestRate = 2;
 constexpr double kHighestRate = 1e9;
 
-void TellRateText(const AmcHeader& header, bool mended, FindingList& findings) {
+void ReportRateText(const AmcHeader& header, bool mended, FindingList& findings) {
     const std::string rate = text::NumberText(header.rate);
     findings.Add({codes::kRateText, Severity::Note, header.rateAt,
                   header.isRateLate
@@ -37,7 +37,7 @@ std::string WrittenRate(const AmcHeader& header, Purpose purpose) {
     return std::to_string(NearestRate(header.rate));
 }
 
-void SettleRate(const Options& options, bool isArchive, bool degrees, FindingList& findings,
+void DecideRate(const Options& options, bool isArchive, bool degrees, FindingList& findings,
                 AmcMotion& motion) {
     const AmcHeader& header = motion.header;
     const bool isStated = !header.rateText.empty();
@@ -45,7 +45,7 @@ void SettleRate(const Options& options, bool isArchive, bool degrees, FindingLis
         PlugInReadsHeader(findings.Source().Text(), header, degrees, motion.plugInRate);
     if (!isPlain) motion.changed = true;
     const int nearest = isStated ? NearestRate(header.rate) : 0;
-    // A rate that only lacks its fraction stays in the file that is fixed.
+    // The plug-in reads whole rates only. That is no reason to change the file for Purpose::Fix.
     const bool isRead = !isStated || nearest < kLowestRate || motion.plugInRate == nearest;
     const bool isWritten = !isRead && options.purpose == Purpose::Import;
     if (isWritten || (isStated && header.isRateLate)) motion.changed = true;
@@ -55,7 +55,7 @@ void SettleRate(const Options& options, bool isArchive, bool degrees, FindingLis
     }
     motion.framesPerSecond = isStated ? header.rate : isArchive ? kArchiveRate : kUsualRate;
     if (isStated && (header.isRateLate || header.rate != std::floor(header.rate)))
-        TellRateText(header, header.isRateLate || isWritten, findings);
+        ReportRateText(header, header.isRateLate || isWritten, findings);
     if (!isStated && !isArchive)
         findings.Add({codes::kRateMissing, Severity::Warning, nullptr,
                       "the motion does not state how many frames a second has; it is read as 30, "

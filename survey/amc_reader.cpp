@@ -14,7 +14,7 @@
 namespace survey {
 namespace {
 
-// More of the skeleton's bones than one in so many must not be missing.
+// A motion is refused if more than one in this many of the skeleton's bones has no row.
 constexpr std::size_t kMissingShare = 5;
 
 bool IsPlainNumber(const AmcFrame& frame) {
@@ -35,7 +35,7 @@ class Reader {
           scan_(text_),
           tally_(setting.skeleton, findings),
           lengthOf_(setting.skeleton.bones.size(), kNoBone),
-          looksOnly_(!setting.onFrame) {
+          canSkipValues_(!setting.onFrame) {
         motion_.header = header;
         for (std::uint32_t bone = 0; bone < setting.skeleton.bones.size(); ++bone) {
             const AsfBone& listed = setting.skeleton.bones[bone];
@@ -44,7 +44,7 @@ class Reader {
                 motion_.lengths.push_back({bone, {}, false, false});
             }
             for (const Dof dof : listed.dof)
-                if (bone != 0 && !IsRotation(dof)) looksOnly_ = false;
+                if (bone != 0 && !IsRotation(dof)) canSkipValues_ = false;
         }
     }
 
@@ -62,10 +62,10 @@ class Reader {
         if (motion_.frames == 0)
             findings_.Add({codes::kMotionEmpty, Severity::Note, nullptr,
                            "there are no frames; the skeleton is imported alone"});
-        SettleRate(setting_.options, setting_.isArchive, setting_.skeleton.degrees, findings_,
+        DecideRate(setting_.options, setting_.isArchive, setting_.skeleton.degrees, findings_,
                    motion_);
         motion_.numbers.Report(motion_.framesPerSecond, findings_);
-        TellUnit();
+        ReportUnit();
         motion_.values.Rewind();
         return std::move(motion_);
     }
@@ -73,8 +73,8 @@ class Reader {
   private:
     const char* ReadOne(const char* at) {
         std::uint32_t number = 0;
-        if (looksOnly_ && scan_.HasLearned() && motion_.values.IsComplete()) {
-            if (const char* const end = scan_.Look(at, number)) {
+        if (canSkipValues_ && scan_.HasLearned() && motion_.values.IsComplete()) {
+            if (const char* const end = scan_.MatchFrame(at, number)) {
                 motion_.numbers.Add(number, at);
                 oddNames_ += oddNamesOfLearned_;
                 return end;
@@ -86,7 +86,7 @@ class Reader {
         const bool isLast = frame_.end == text_.data() + text_.size();
         if (!isFirst && isLast && IsCut()) return frame_.end;
         motion_.values.Apply(frame_, events_);
-        if (isFirst && TellMismatch()) return frame_.end;
+        if (isFirst && ReportMismatch()) return frame_.end;
         Note();
         if (!scan_.HasLearned() && IsClean()) {
             scan_.Learn(frame_);
@@ -96,7 +96,7 @@ class Reader {
         return frame_.end;
     }
 
-    // The plug-in leaves translations of bones out by itself.
+    // Whether the plug-in reads the frame as meant. It ignores translations of bones by itself.
     bool IsClean() const {
         return !frame_.isOdd && IsPlainNumber(frame_) &&
                std::all_of(events_.begin(), events_.end(), [](const AmcEvent& event) {
@@ -117,13 +117,13 @@ class Reader {
         }
         for (const AmcRow& row : frame_.rows)
             if (row.bone != kNoBone && lengthOf_[row.bone] != kNoBone)
-                WatchLength(motion_.lengths[lengthOf_[row.bone]]);
-        // A frame of few bones costs no look at all of them.
+                NoteLength(motion_.lengths[lengthOf_[row.bone]]);
+        // The callback looks at all bones, which would take too long for many frames of few bones.
         if (setting_.onFrame && 2 * frame_.rows.size() >= motion_.values.Order().size())
             setting_.onFrame(motion_.values);
     }
 
-    // Of the frame's rows, those whose names are not UTF-8.
+    // Number of rows of the frame whose names are not UTF-8.
     std::size_t OddNames() const {
         if (!findings_.Source().HasHighBytes()) return 0;
         return static_cast<std::size_t>(
@@ -131,7 +131,7 @@ class Reader {
                           [](const AmcRow& row) { return !text::IsValidUtf8(row.name); }));
     }
 
-    void WatchLength(AmcLength& length) {
+    void NoteLength(AmcLength& length) {
         if (!motion_.values.WasSeen(length.bone)) return;
         const std::vector<Dof>& dofs = setting_.skeleton.bones[length.bone].dof;
         const auto dof = std::find(dofs.begin(), dofs.end(), Dof::Length) - dofs.begin();
@@ -141,7 +141,7 @@ class Reader {
         if (value.value != length.first.value) length.moves = true;
     }
 
-    // A last frame that lacks what an earlier one has is not the frame that it was to be.
+    // Whether the last frame is incomplete: a bone that had values before lacks some. Reports it.
     bool IsCut() {
         std::vector<std::uint8_t> isWhole(setting_.skeleton.bones.size());
         for (const AmcRow& row : frame_.rows)
@@ -152,7 +152,7 @@ class Reader {
                            "the last frame lacks values of \"" +
                                setting_.skeleton.bones[bone].name + "\"; it is left out",
                            setting_.skeleton.bones[bone].name, true});
-            motion_.numbers.Forget();
+            motion_.numbers.RemoveLast();
             motion_.end = frame_.at;
             motion_.changed = true;
             return true;
@@ -160,7 +160,7 @@ class Reader {
         return false;
     }
 
-    // Numbers that are written together may make up for words.
+    // Whether the row has too few values, even if every sign or comma separates two of them.
     bool LacksValues(const AmcRow& row) const {
         std::size_t signs = 0;
         for (std::size_t word = row.first; word < row.first + row.count; ++word)
@@ -171,6 +171,7 @@ class Reader {
         return row.count < expected && row.count + signs < expected;
     }
 
+    // The first bone that had a row before and has none in the frame that begins at `frame`.
     std::uint32_t FindMissing(const char* frame) {
         frameReader_.Read(frame, frame_);
         std::vector<std::uint8_t> hasRow(setting_.skeleton.bones.size());
@@ -183,7 +184,7 @@ class Reader {
         return found == order.end() ? kNoBone : *found;
     }
 
-    bool TellMismatch() {
+    bool ReportMismatch() {
         const std::size_t bones = motion_.values.Order().size();
         const bool isAny = !events_.empty() && events_.back().kind == AmcEvent::Missing;
         const std::size_t missing = isAny ? events_.back().count : 0;
@@ -196,7 +197,7 @@ class Reader {
         return true;
     }
 
-    void TellUnit() {
+    void ReportUnit() {
         const AmcHeader& header = motion_.header;
         if (!header.degrees || *header.degrees == setting_.skeleton.degrees) return;
         findings_.Add({codes::kAngleUnits, Severity::Note, header.unitAt,
@@ -217,10 +218,10 @@ class Reader {
     std::vector<AmcEvent> events_;
     AmcScan scan_;
     AmcTally tally_;
-    std::vector<std::uint32_t> lengthOf_;  // by bone: which of the motion's lengths
-    bool looksOnly_;                       // values need not be known
-    std::size_t oddNamesOfLearned_ = 0;    // of the frame that others are held against
-    std::size_t oddNames_ = 0;             // of frames that were only looked at
+    std::vector<std::uint32_t> lengthOf_;  // by bone: index in the motion's lengths, or kNoBone
+    bool canSkipValues_;                   // frames may be matched without reading their values
+    std::size_t oddNamesOfLearned_ = 0;    // OddNames of the frame that others are matched with
+    std::size_t oddNames_ = 0;             // sum of OddNames of the frames that were only matched
     bool isRefused_ = false;
 };
 

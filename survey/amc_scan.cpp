@@ -16,8 +16,8 @@
 namespace survey {
 namespace {
 
-constexpr std::size_t kLookahead = 64;
-// Longer numbers are read with care.
+constexpr std::size_t kLookahead = 64;  // bytes that are classified at once
+// Frames with more digits in their number do not match.
 constexpr int kLongestFrameNumber = 9;
 
 bool IsDigit(char c) {
@@ -28,7 +28,7 @@ bool IsGap(char c) {
     return c == ' ' || c == '\t' || c == '\r';
 }
 
-// What the bytes from somewhere on are, a bit each.
+// The kinds of up to 64 bytes: bit i is byte i.
 struct Kinds {
     std::uint64_t digits = 0;
     std::uint64_t points = 0;
@@ -45,7 +45,7 @@ struct Kinds {
     }
 };
 
-constexpr unsigned kStep = 16;
+constexpr unsigned kStep = 16;  // bytes that KindsAt classifies
 
 #ifdef __SSE2__
 std::uint64_t Bits(__m128i bytes) {
@@ -55,7 +55,7 @@ std::uint64_t Bits(__m128i bytes) {
 Kinds KindsAt(const char* at) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
     const auto is = [&](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
-    // Moved so that the digits are the ten lowest signed bytes.
+    // Shifts the values so that the digits are the ten lowest signed bytes.
     const __m128i moved = _mm_sub_epi8(bytes, _mm_set1_epi8(static_cast<char>('0' - 128)));
     Kinds kinds;
     kinds.digits = Bits(_mm_cmplt_epi8(moved, _mm_set1_epi8(-118)));
@@ -80,15 +80,16 @@ Kinds KindsAt(const char* at) {
 }
 #endif
 
-// Whether so many bits are set. There are few, and not every processor counts bits by itself.
+// Whether exactly `count` bits are set. There are few, so this is fast without an instruction that
+// counts bits.
 bool HasBits(std::uint64_t bits, unsigned count) {
     for (; count > 0 && bits != 0; --count)
         bits &= bits - 1;
     return count == 0 && bits == 0;
 }
 
-// Whether the bytes before the line feed at bit `length`, of which the first is a gap, are so many
-// decimals without sign or with "-", without exponent, each with a digit before its point.
+// Whether the bytes before the line feed at bit `length` begin with a gap and are `values`
+// decimals. Each may have a "-", needs a digit before its point, and has no exponent.
 bool AreDecimals(const Kinds& kinds, unsigned length, unsigned values) {
     const std::uint64_t line = (std::uint64_t{1} << length) - 1;
     const std::uint64_t digits = kinds.digits & line;
@@ -99,8 +100,8 @@ bool AreDecimals(const Kinds& kinds, unsigned length, unsigned values) {
     const std::uint64_t starts = words & ~(words << 1U);
     const std::uint64_t afterMinus = minuses << 1U;
     const std::uint64_t afterPoint = points << 1U;
-    // Adding carries through the digits after each point; the bits that end up outside of digits
-    // mark the characters after them.
+    // The addition carries through the digits after each point to the character after them, so
+    // `ends` marks the character after each decimal with a point. It must not be part of a word.
     const std::uint64_t runs = afterPoint & digits;
     const std::uint64_t ends = ((digits + runs) & ~digits) | (afterPoint & ~digits);
     return (minuses & ~starts) == 0 && (afterMinus & ~digits) == 0 && (starts & points) == 0 &&
@@ -125,13 +126,13 @@ void AmcScan::Learn(const AmcFrame& first) {
     }
 }
 
-const char* AmcScan::Look(const char* at, std::uint32_t& number) const {
-    at = LookAtNumber(at, number);
+const char* AmcScan::MatchFrame(const char* at, std::uint32_t& number) const {
+    at = MatchNumber(at, number);
     for (auto row = rows_.begin(); at && row != rows_.end(); ++row) {
         while (at < end_ && IsGap(*at))
             ++at;
         if (!BeginsWith(*row, at)) return nullptr;
-        at = LookAtValues(at + row->name.size(), row->values);
+        at = MatchValues(at + row->name.size(), row->values);
     }
     if (!at) return nullptr;
     while (at < end_ && (IsGap(*at) || *at == '\n'))
@@ -151,7 +152,7 @@ bool AmcScan::BeginsWith(const Row& row, const char* at) const {
     return length <= sizeof(word) || std::memcmp(at, row.name.data(), length) == 0;
 }
 
-const char* AmcScan::LookAtNumber(const char* at, std::uint32_t& number) const {
+const char* AmcScan::MatchNumber(const char* at, std::uint32_t& number) const {
     number = 0;
     int digits = 0;
     for (; at < end_ && IsDigit(*at) && digits < kLongestFrameNumber; ++at, ++digits)
@@ -161,8 +162,9 @@ const char* AmcScan::LookAtNumber(const char* at, std::uint32_t& number) const {
     return digits > 0 && at < end_ && *at == '\n' ? at + 1 : nullptr;
 }
 
-// From after a row's name to after its line feed.
-const char* AmcScan::LookAtValues(const char* at, unsigned values) const {
+// From the end of a row's name, matches `values` values. Returns the position after the line feed,
+// or null.
+const char* AmcScan::MatchValues(const char* at, unsigned values) const {
     if (static_cast<std::size_t>(end_ - at) < kLookahead) return ReadValues(at, values);
     Kinds kinds = KindsAt(at);
     for (unsigned step = kStep; kinds.feeds == 0; step += kStep) {
@@ -174,7 +176,7 @@ const char* AmcScan::LookAtValues(const char* at, unsigned values) const {
     return ReadValues(at, values);
 }
 
-// The same for longer lines, the text's end and numbers of other forms.
+// Does the same for lines that are longer, at the text's end, or have numbers of other forms.
 const char* AmcScan::ReadValues(const char* at, unsigned values) const {
     for (unsigned read = 0;; ++read) {
         const char* const gap = at;

@@ -1,5 +1,5 @@
-// A quick look at frames: whether one is like the first, with nothing that the plug-in would read
-// otherwise than it is meant.
+// Quickly checks whether a frame has the same rows as a pattern, and nothing in it that the plug-in
+// would misread.
 #pragma once
 
 #include <cstdint>
@@ -15,25 +15,26 @@ class AmcScan {
   public:
     explicit AmcScan(std::string_view text) : end_(text.data() + text.size()) {}
 
-    // What every frame is held against.
+    // Makes this frame the pattern for MatchFrame.
     void Learn(const AmcFrame& first);
     bool HasLearned() const { return !rows_.empty(); }
 
-    // The end of the frame that begins with the number at `at`, which is where the next one's
-    // number is; null where it must be read. `number` is set where it is not null.
-    const char* Look(const char* at, std::uint32_t& number) const;
+    // If the frame that begins at `at` matches, sets `number` to its number and returns where the
+    // next frame's number is, or the text's end. Otherwise returns null; `number` may change then
+    // too.
+    const char* MatchFrame(const char* at, std::uint32_t& number) const;
 
   private:
     struct Row {
         std::string name;
-        std::uint64_t word[2];  // the name's first bytes
-        std::uint64_t mask[2];
-        unsigned values;
+        std::uint64_t word[2];  // the first 16 bytes of the name
+        std::uint64_t mask[2];  // which of these bytes belong to the name
+        unsigned values;        // number of values in the row
     };
 
     bool BeginsWith(const Row& row, const char* at) const;
-    const char* LookAtNumber(const char* at, std::uint32_t& number) const;
-    const char* LookAtValues(const char* at, unsigned values) const;
+    const char* MatchNumber(const char* at, std::uint32_t& number) const;
+    const char* MatchValues(const char* at, unsigned values) const;
     const char* ReadValues(const char* at, unsigned values) const;
 
     const char* end_;

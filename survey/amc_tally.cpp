@@ -10,13 +10,15 @@
 namespace survey {
 namespace {
 
-// Names that a message lists.
+// The most unknown names that a message lists, and that are counted one by one.
 constexpr std::size_t kNamesListed = 12;
 constexpr std::size_t kNamesKept = 1000;
-constexpr std::size_t kLongestShown = 40;
-// Of frames in a hundred: what is mended; and how many frames there must be for one to be.
+constexpr std::size_t kLongestShown = 40;  // bytes of a word
+// An oddity is mended if at most one frame in kMendedShare has it, or one frame of a motion with at
+// least kFramesForOne frames.
 constexpr std::size_t kMendedShare = 100;
 constexpr std::size_t kFramesForOne = 10;
+// A motion is refused if more than one value in this many is not a finite number.
 constexpr std::size_t kNotFiniteShare = 4;
 
 bool AreFew(std::size_t count, std::size_t frames) {
@@ -37,8 +39,8 @@ std::string AmcTally::NameOf(const AmcEvent& event) const {
     return event.bone == kNoBone ? std::string() : skeleton_.bones[event.bone].name;
 }
 
-void AmcTally::Tell(std::string_view code, Severity severity, const AmcEvent& event,
-                    const std::string& message, bool mended) {
+void AmcTally::AddFinding(std::string_view code, Severity severity, const AmcEvent& event,
+                          const std::string& message, bool mended) {
     findings_.Add({code, severity, event.at.data(), message, NameOf(event), mended});
 }
 
@@ -71,58 +73,63 @@ void AmcTally::AddEvent(const AmcEvent& event) {
     switch (event.kind) {
         case AmcEvent::RowOrder:
             if (!again(codes::kRowOrder, Severity::Note))
-                Tell(codes::kRowOrder, Severity::Note, event,
-                     "the frame lists its bones in another order than the first frame; they are "
-                     "put in order");
+                AddFinding(
+                    codes::kRowOrder, Severity::Note, event,
+                    "the frame lists its bones in another order than the first frame; they are "
+                    "put in order");
             break;
         case AmcEvent::UnknownBone:
             AddUnknown(event);
             break;
         case AmcEvent::NoDof:
             if (!again(codes::kBoneWithoutDof, Severity::Note))
-                Tell(codes::kBoneWithoutDof, Severity::Note, event,
-                     "\"" + bone +
-                         "\" has values without a degree of freedom; they are zeros and "
-                         "are left out");
+                AddFinding(codes::kBoneWithoutDof, Severity::Note, event,
+                           "\"" + bone +
+                               "\" has values without a degree of freedom; they are zeros and "
+                               "are left out");
             break;
         case AmcEvent::NoDofLost:
             if (!again(codes::kBoneWithoutDof, Severity::Warning))
-                Tell(codes::kBoneWithoutDof, Severity::Warning, event,
-                     "\"" + bone + "\" has values without a degree of freedom; they are left out");
+                AddFinding(
+                    codes::kBoneWithoutDof, Severity::Warning, event,
+                    "\"" + bone + "\" has values without a degree of freedom; they are left out");
             break;
         case AmcEvent::Glued:
             if (!again(codes::kNumberGlued, Severity::Warning))
-                Tell(codes::kNumberGlued, Severity::Warning, event,
-                     "two numbers of \"" + bone + "\" are written as one word; they are parted");
+                AddFinding(
+                    codes::kNumberGlued, Severity::Warning, event,
+                    "two numbers of \"" + bone + "\" are written as one word; they are parted");
             break;
         case AmcEvent::Comma:
             if (!again(codes::kNumberComma, Severity::Warning))
-                Tell(codes::kNumberComma, Severity::Warning, event,
-                     "a number of \"" + bone + "\" has a comma, which is read as its point");
+                AddFinding(codes::kNumberComma, Severity::Warning, event,
+                           "a number of \"" + bone + "\" has a comma, which is read as its point");
             break;
         case AmcEvent::CommaWrong:
             if (!again(codes::kNumberComma, Severity::Error))
-                Tell(codes::kNumberComma, Severity::Error, event,
-                     "the commas in the row of \"" + bone +
-                         "\" are neither its points nor between its numbers",
-                     false);
+                AddFinding(codes::kNumberComma, Severity::Error, event,
+                           "the commas in the row of \"" + bone +
+                               "\" are neither its points nor between its numbers",
+                           false);
             break;
         case AmcEvent::NotFinite:
             if (notFinite_++ == 0) firstNotFinite_ = event;
             break;
         case AmcEvent::Translation:
             if (!again(codes::kDofTranslation, Severity::Warning))
-                Tell(codes::kDofTranslation, Severity::Warning, event,
-                     "\"" + bone + "\" is moved by " + Quoted(event.at) +
-                         ", but a bone begins where its parent ends; its translations are left out",
-                     skeleton_.bones[event.bone].leftOut != 0);
+                AddFinding(
+                    codes::kDofTranslation, Severity::Warning, event,
+                    "\"" + bone + "\" is moved by " + Quoted(event.at) +
+                        ", but a bone begins where its parent ends; its translations are left out",
+                    skeleton_.bones[event.bone].leftOut != 0);
             break;
         default:
             break;
     }
 }
 
-// Further names than a file of a person's making has are counted alone.
+// Counts the rows of each unknown name. After kNamesKept names, rows of new names only count in the
+// total.
 void AmcTally::AddUnknown(const AmcEvent& event) {
     if (unknownRows_++ == 0) firstUnknown_ = event;
     const std::string name = ToLowerText(event.at);
@@ -141,7 +148,7 @@ void AmcTally::Report(const AmcValues& values, std::size_t frames,
     ReportTally(codes::kValuesMore, more_, frames, "more");
     ReportMissing(values, frames, findMissing);
     ReportAbsent(values);
-    // Both cannot be meant.
+    // Commas cannot be both decimal points and separators.
     if (values.CommasBetween() && findings_.Find(codes::kNumberComma))
         findings_.Add({codes::kNumberComma, Severity::Error, values.CommasBetween(),
                        "commas part the numbers of this row and are points in others"});
@@ -154,13 +161,13 @@ void AmcTally::ReportTally(std::string_view code, const Tally& tally, std::size_
     if (tally.frames == 0) return;
     const bool few = AreFew(tally.frames, frames);
     const std::size_t dofs = skeleton_.bones[tally.first.bone].dof.size();
-    Tell(code, few ? Severity::Warning : Severity::Error, tally.first,
-         "the row of \"" + NameOf(tally.first) + "\" has " + what + " values than the " +
-             std::to_string(dofs) + " of its dof; " +
-             (few ? "the bone is held from the frame before"
-                  : "so it is in " + Frames(tally.frames) + " of " + std::to_string(frames) +
-                        ", too many to mend; --as-is reads on regardless"),
-         few);
+    AddFinding(code, few ? Severity::Warning : Severity::Error, tally.first,
+               "the row of \"" + NameOf(tally.first) + "\" has " + what + " values than the " +
+                   std::to_string(dofs) + " of its dof; " +
+                   (few ? "the bone is held from the frame before"
+                        : "so it is in " + Frames(tally.frames) + " of " + std::to_string(frames) +
+                              ", too many to mend; --as-is reads on regardless"),
+               few);
     findings_.AddAgain(code, Severity::Note, tally.frames - 1);
 }
 
@@ -179,12 +186,12 @@ void AmcTally::ReportMissing(const AmcValues& values, std::size_t frames,
     if (count == 0) return;
     const AmcEvent event = {AmcEvent::Missing, findMissing(first), {first, 1}, 1};
     const bool few = AreFew(count, frames);
-    Tell(codes::kBoneMissing, few ? Severity::Warning : Severity::Error, event,
-         "the frame has no row of \"" + NameOf(event) + "\"; " +
-             (few ? "it is held from the frame before"
-                  : Frames(count) + " of " + std::to_string(frames) +
-                        " lack a bone, too many to mend; --as-is reads on regardless"),
-         few);
+    AddFinding(codes::kBoneMissing, few ? Severity::Warning : Severity::Error, event,
+               "the frame has no row of \"" + NameOf(event) + "\"; " +
+                   (few ? "it is held from the frame before"
+                        : Frames(count) + " of " + std::to_string(frames) +
+                              " lack a bone, too many to mend; --as-is reads on regardless"),
+               few);
     findings_.AddAgain(codes::kBoneMissing, Severity::Note, count - 1);
 }
 
@@ -217,13 +224,13 @@ void AmcTally::ReportUnknown() {
 void AmcTally::ReportNotFinite(std::size_t all) {
     if (notFinite_ == 0) return;
     const bool few = notFinite_ * kNotFiniteShare <= all;
-    Tell(codes::kNumberNotFinite, few ? Severity::Warning : Severity::Error, firstNotFinite_,
-         Quoted(firstNotFinite_.at) + " of \"" + NameOf(firstNotFinite_) +
-             "\" is no finite number; " +
-             (few ? "the channel holds its last one"
-                  : std::to_string(notFinite_) + " of " + std::to_string(all) +
-                        " values are none, too many to mend"),
-         few);
+    AddFinding(codes::kNumberNotFinite, few ? Severity::Warning : Severity::Error, firstNotFinite_,
+               Quoted(firstNotFinite_.at) + " of \"" + NameOf(firstNotFinite_) +
+                   "\" is no finite number; " +
+                   (few ? "the channel holds its last one"
+                        : std::to_string(notFinite_) + " of " + std::to_string(all) +
+                              " values are none, too many to mend"),
+               few);
     findings_.AddAgain(codes::kNumberNotFinite, Severity::Note, notFinite_ - 1);
 }
 

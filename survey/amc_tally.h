@@ -1,4 +1,5 @@
-// Counts what a motion's frames lack, and tells of it once all are read.
+// Counts what is odd about a motion's frames, and reports it. How grave it is depends on the number
+// of frames, so most of it is reported after the last one.
 #pragma once
 
 #include <cstdint>
@@ -18,28 +19,28 @@ class AmcTally {
     AmcTally(const AsfSkeleton& skeleton, FindingList& findings)
         : skeleton_(skeleton), findings_(findings) {}
 
-    // Of each frame, in file order.
+    // Adds the events of the next frame.
     void Add(const std::vector<AmcEvent>& events);
 
-    // After the last frame. `findMissing` finds the first bone that had rows and lacks one in the
-    // frame that begins there.
+    // To be called after the last frame. `findMissing` finds the first bone that has rows, but none
+    // in the frame that begins at its argument.
     void Report(const AmcValues& values, std::size_t frames,
                 const std::function<std::uint32_t(const char*)>& findMissing);
 
   private:
     struct Lack {
         std::size_t frames = 0;
-        const char* first = nullptr;
+        const char* first = nullptr;  // where the first of these frames begins
     };
-    // Of a code that is counted by frames.
+    // The number of frames with an oddity, and its first case.
     struct Tally {
         std::size_t frames = 0;
         AmcEvent first{};
     };
 
     void AddEvent(const AmcEvent& event);
-    void Tell(std::string_view code, Severity severity, const AmcEvent& event,
-              const std::string& message, bool mended = true);
+    void AddFinding(std::string_view code, Severity severity, const AmcEvent& event,
+                    const std::string& message, bool mended = true);
     void ReportTally(std::string_view code, const Tally& tally, std::size_t frames,
                      const std::string& what);
     void ReportMissing(const AmcValues& values, std::size_t frames,
@@ -54,7 +55,7 @@ class AmcTally {
     FindingList& findings_;
     Tally fewer_;
     Tally more_;
-    std::map<std::size_t, Lack> missing_;  // by how many bones a frame lacks
+    std::map<std::size_t, Lack> missing_;  // by the number of bones that have no row
     struct Unknown {
         std::string name;
         std::size_t rows = 0;

@@ -44,7 +44,7 @@ void SplitAllGlued(std::span<const std::string_view> words, std::vector<std::str
     }
 }
 
-bool IsOnlyMoved(const AsfBone& bone) {
+bool HasOnlyTranslations(const AsfBone& bone) {
     return std::all_of(bone.dof.begin(), bone.dof.end(), IsTranslation);
 }
 
@@ -69,7 +69,7 @@ void AmcValues::Apply(const AmcFrame& frame, std::vector<AmcEvent>& events) {
     if (++frame_ == 1 && order_.empty())
         LearnOrder(frame);
     else
-        TellOrder(frame, events);
+        NoteOrder(frame, events);
     found_ = 0;
     for (const AmcRow& row : frame.rows)
         ApplyRow(frame, row, events);
@@ -86,12 +86,12 @@ void AmcValues::LearnOrder(const AmcFrame& frame) {
     for (const AmcRow& row : frame.rows)
         if (row.bone != kNoBone) append(row.bone);
     inFirst_ = order_.size();
-    // A bone that is only moved need not have a row: it is not moved.
+    // A bone whose dofs are all translations needs no row, since its translations are ignored.
     for (std::uint32_t bone = 0; bone < skeleton_.bones.size(); ++bone)
-        if (bone == 0 || !IsOnlyMoved(skeleton_.bones[bone])) append(bone);
+        if (bone == 0 || !HasOnlyTranslations(skeleton_.bones[bone])) append(bone);
 }
 
-void AmcValues::TellOrder(const AmcFrame& frame, std::vector<AmcEvent>& events) {
+void AmcValues::NoteOrder(const AmcFrame& frame, std::vector<AmcEvent>& events) {
     std::uint32_t last = 0;
     for (const AmcRow& row : frame.rows) {
         if (row.bone == kNoBone || ranks_[row.bone] == kNoBone || ranks_[row.bone] >= inFirst_)
@@ -118,7 +118,7 @@ void AmcValues::ApplyRow(const AmcFrame& frame, const AmcRow& row, std::vector<A
     std::span<const std::string_view> words(frame.words);
     words = words.subspan(row.first, row.count);
     const std::size_t expected = skeleton_.bones[row.bone].dof.size();
-    words = Part(words, row, expected, events);
+    words = SplitRow(words, row, expected, events);
     if (words.size() < expected) {
         events.push_back({AmcEvent::Fewer, row.bone, row.name, 1});
         return;
@@ -128,7 +128,7 @@ void AmcValues::ApplyRow(const AmcFrame& frame, const AmcRow& row, std::vector<A
             events.push_back({AmcEvent::More, row.bone, row.name, 1});
             return;
         }
-        TellLeftOut(words.subspan(expected), row, events);
+        NoteLeftOut(words.subspan(expected), row, events);
     }
     if (seen_[row.bone] == 0) unknown_ += expected;
     seen_[row.bone] = 1;
@@ -136,10 +136,11 @@ void AmcValues::ApplyRow(const AmcFrame& frame, const AmcRow& row, std::vector<A
         Store(row, dof, words[dof], events);
 }
 
-// The row's numbers where commas part them, or nothing but their signs does.
-std::span<const std::string_view> AmcValues::Part(std::span<const std::string_view> words,
-                                                  const AmcRow& row, std::size_t expected,
-                                                  std::vector<AmcEvent>& events) {
+// Splits words at commas between numbers, and words whose numbers only their signs separate.
+// Returns the given words if there is nothing to split.
+std::span<const std::string_view> AmcValues::SplitRow(std::span<const std::string_view> words,
+                                                      const AmcRow& row, std::size_t expected,
+                                                      std::vector<AmcEvent>& events) {
     if (std::any_of(words.begin(), words.end(), HasComma)) {
         if (words.size() == expected && std::all_of(words.begin(), words.end(), IsDecimal)) {
             const bool mixes = std::any_of(words.begin(), words.end(), [](std::string_view word) {
@@ -164,7 +165,7 @@ std::span<const std::string_view> AmcValues::Part(std::span<const std::string_vi
     return parts_;
 }
 
-void AmcValues::TellLeftOut(std::span<const std::string_view> words, const AmcRow& row,
+void AmcValues::NoteLeftOut(std::span<const std::string_view> words, const AmcRow& row,
                             std::vector<AmcEvent>& events) const {
     const bool isLost = std::any_of(words.begin(), words.end(), [](std::string_view word) {
         double value = 0.0;
@@ -193,7 +194,7 @@ void AmcValues::Store(const AmcRow& row, std::size_t dof, std::string_view word,
     initial_[channel] = values_[channel];
 }
 
-AsfNumber AmcValues::AtRest(const AsfBone& bone, Dof dof) const {
+AsfNumber AmcValues::RestValue(const AsfBone& bone, Dof dof) const {
     if (dof == Dof::Length && bone.lengthScale != 1.0)
         return {bone.length.value / bone.lengthScale, {}};
     if (dof == Dof::Length) return bone.length;
@@ -206,10 +207,10 @@ void AmcValues::Rewind() {
         const AsfBone& bone = skeleton_.bones[index];
         for (std::size_t dof = 0; dof < bone.dof.size(); ++dof) {
             const std::size_t channel = firsts_[index] + dof;
-            // A row whose values never are numbers holds zeros.
+            // If a bone has rows, but never a finite number for this channel, the value is 0.
             values_[channel] = isKnown_[channel] != 0 ? initial_[channel]
                                : seen_[index] != 0    ? AsfNumber{0.0, "0"}
-                                                      : AtRest(bone, bone.dof[dof]);
+                                                      : RestValue(bone, bone.dof[dof]);
         }
     }
     std::fill(lastFrame_.begin(), lastFrame_.end(), std::size_t{0});

@@ -41,10 +41,10 @@ class Writer {
     void WriteFrames() {
         FrameNumbers::Rewriter numbers(motion_.numbers);
         AmcScan scan(source_.Text());
-        const char* held = nullptr;  // the last frame that was copied
+        const char* held = nullptr;  // the last frame, if it was copied without reading its values
         for (const char* at = motion_.header.frames; at < motion_.end;) {
             std::uint32_t number = 0;
-            const char* const end = scan.HasLearned() ? scan.Look(at, number) : nullptr;
+            const char* const end = scan.HasLearned() ? scan.MatchFrame(at, number) : nullptr;
             out_.Mark(at);
             if (end) {
                 CopyFrame(at, end, numbers.Next(number));
@@ -70,7 +70,7 @@ class Writer {
         motion_.values.Apply(frame_, events_);
     }
 
-    // Whether the frame's rows are those that would be written for it.
+    // Whether the frame's rows are already as they would be written.
     bool IsAsWritten() const {
         const auto& order = motion_.values.Order();
         if (!events_.empty() || frame_.isOdd || scale_ != 1.0) return false;
@@ -82,7 +82,7 @@ class Writer {
                           });
     }
 
-    // The rows as they are, with line feeds alone.
+    // Copies the frame's rows without carriage returns, after its new number.
     void CopyFrame(const char* at, const char* end, std::int64_t number) {
         text_ += std::to_string(number);
         at = std::find(at, end, '\n');

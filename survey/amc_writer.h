@@ -1,11 +1,12 @@
-// Writes AMC motions in a form that every reader takes.
+// Writes AMC motions in a form that every reader accepts.
 #pragma once
 
 #include "survey/amc_reader.h"
 
 namespace survey {
 
-// One line a bone in the first frame's order, angles in the skeleton's unit. Reads the text anew.
+// Writes one line for each bone, in the order of the first frame, with angles in the skeleton's
+// unit. Reads the frames of `source` again, which changes `motion.values`.
 MendedText WriteAmc(const AsfSkeleton& skeleton, Purpose purpose, const SourceText& source,
                     AmcMotion& motion);
 

@@ -1,4 +1,4 @@
-// The bones of an ASF file.
+// Reads the :bonedata section of an ASF file.
 #include "survey/asf_sections.h"
 #include "survey/codes.h"
 #include "survey/quoted_word.h"
@@ -13,13 +13,13 @@ class BoneReader {
         values_.SetBone(&bone_.name);
     }
 
-    // From after "begin" to after "end".
+    // Reads from after "begin" to after "end".
     AsfBone Read(const AsfWord& begin) {
         bone_.at = begin.text.data();
         for (;;) {
             const AsfWord word = words_.Peek();
             if (word.IsEnd() || word.Is("begin") || (word.startsLine && IsAsfSection(word))) {
-                context_.skeleton.changed = true;  // without an "end" of its own
+                context_.skeleton.changed = true;  // the bone has no "end"
                 break;
             }
             words_.Next();
@@ -54,7 +54,7 @@ class BoneReader {
             limitsAt_ = word;
             limitsRead_ = values_.ReadLimits(word, bone_.limits);
         } else if (!bone_.dof.empty() && IsDofWord(word.text)) {
-            // The list goes on in a second line.
+            // The dofs continue on a second line.
             context_.skeleton.changed = true;
             words_.MoveTo(word.text.data(), false);
             values_.ReadDofs(word, false, bone_);
@@ -114,7 +114,7 @@ void ReadAsfBones(AsfContext& context) {
         if (word.Is("begin"))
             AddBone(context, BoneReader(context).Read(word));
         else
-            PassUnknown(context, word, true);
+            SkipUnknown(context, word, true);
     }
 }
 

@@ -1,4 +1,4 @@
-// Which bone is at the end of which.
+// Reads the :hierarchy section of an ASF file, which gives each bone its parent.
 #include <algorithm>
 
 #include "survey/amc_header.h"
@@ -10,7 +10,7 @@
 namespace survey {
 namespace {
 
-// The bones of the section's lines, told apart from where each line begins.
+// Iterates over the lines of a section: each is a parent followed by its children.
 class HierarchyLines {
   public:
     HierarchyLines(std::string_view text, const char* start)
@@ -19,7 +19,7 @@ class HierarchyLines {
         if (hasBegin_) words_.Next();
     }
 
-    // The line's first word; false after the last line.
+    // Moves to the next line and gets its first word; false after the last line.
     bool NextParent(AsfWord& parent) {
         if (!isFirst_) words_.SkipLine();
         isFirst_ = false;
@@ -33,7 +33,7 @@ class HierarchyLines {
         child = words_.Next();
         return true;
     }
-    // Whether it began with "begin" and, when all is read, ended with "end".
+    // After the last line: whether the section begins with "begin" and ends with "end".
     bool IsWhole() const { return hasBegin_ && hasEnd_; }
 
   private:
@@ -65,8 +65,8 @@ class Hierarchy {
         if (findings_.HasErrors()) return;
         OrderBones();
         if (findings_.HasErrors()) return;
-        TellOrder();
-        TellUnattached();
+        ReportOrder();
+        ReportUnattached();
     }
 
   private:
@@ -76,8 +76,9 @@ class Hierarchy {
             findings_.Add({code, Severity::Error, at, message, bone});
     }
 
-    // The root is what the lines call "root", or else the first that begins a line and is no bone.
-    // A motion could not tell a number from that of a frame.
+    // Finds the root's name: "root" if a line begins with it, or else the first word that begins a
+    // line and is no bone. It must not be a whole number, which a motion would take for a frame
+    // number.
     void NameRoot() {
         std::string name;
         double number = 0.0;
@@ -143,8 +144,8 @@ class Hierarchy {
         }
     }
 
-    // Whether the one bone is the other or above it. What is found out costs no more, all together,
-    // than a few looks at each bone; beyond that the answer is no.
+    // Whether the bone `above` is `bone` or one of its ancestors. All calls together take a limited
+    // number of steps; after these the answer is no, so that another error is reported.
     bool IsAbove(std::uint32_t above, std::uint32_t bone) {
         for (; bone != kNoBone && looks_ < kLooksPerBone * bones_.size(); ++looks_) {
             if (bone == above) return true;
@@ -153,10 +154,11 @@ class Hierarchy {
         return false;
     }
 
-    // Parents first, and otherwise as in the file. A bone whose ancestors lead back to it is on a
-    // circle.
+    // Sorts parents before their children; otherwise the order is that of the file. Fails if a bone
+    // is its own ancestor.
     void OrderBones() {
-        std::vector<std::uint8_t> state(bones_.size());  // 1: waits for its parent, 2: in order
+        // By bone: 1 while it waits for its parent, 2 when it is in `order`.
+        std::vector<std::uint8_t> state(bones_.size());
         std::vector<std::uint32_t> waiting;
         for (std::uint32_t bone = 0; bone < bones_.size(); ++bone) {
             std::uint32_t next = bone;
@@ -175,7 +177,7 @@ class Hierarchy {
         }
     }
 
-    void TellOrder() {
+    void ReportOrder() {
         const auto add = [&](const char* at, const std::string& message, const std::string& bone) {
             if (!findings_.AddAgain(codes::kHierarchyOrder, Severity::Note))
                 findings_.Add({codes::kHierarchyOrder, Severity::Note, at, message, bone, true});
@@ -202,7 +204,7 @@ class Hierarchy {
                child.at < bones_[child.parent].at;
     }
 
-    void TellUnattached() {
+    void ReportUnattached() {
         for (std::uint32_t bone = 1; bone < bones_.size(); ++bone) {
             if (bones_[bone].parent != kNoBone) continue;
             if (!findings_.AddAgain(codes::kBoneUnattached, Severity::Note))
@@ -219,10 +221,10 @@ class Hierarchy {
     const std::vector<const char*>& starts_;
     AsfSkeleton& skeleton_;
     std::vector<AsfBone>& bones_;
-    std::vector<const char*> linesAt_;  // of each bone: its first line as a parent
+    std::vector<const char*> linesAt_;  // by bone: its first line as a parent, or null
     const char* firstLine_ = nullptr;
-    std::size_t looks_ = 0;  // of IsAbove
-    bool isRootLate_ = false;
+    std::size_t looks_ = 0;    // steps of IsAbove so far
+    bool isRootLate_ = false;  // the first line is not the root's
 };
 
 }  // namespace

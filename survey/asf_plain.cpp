@@ -18,7 +18,7 @@ bool SameNumbers(std::span<const AsfNumber> numbers, std::span<const double> val
                       });
 }
 
-// A bone as the plug-in keeps it, before anything is converted.
+// A bone as the plug-in reads it, in the file's units.
 struct PlainBone {
     bool hasName = false;
     double direction[3] = {};
@@ -60,7 +60,7 @@ class PlainReader {
     bool ReadSection(std::string_view word) {
         if (EqualsLower(word, ":name")) return !words_.Next().empty();
         if (EqualsLower(word, ":units")) return ReadUnits();
-        if (EqualsLower(word, ":documentation")) return PassDocumentation();
+        if (EqualsLower(word, ":documentation")) return SkipDocumentation();
         if (EqualsLower(word, ":root")) return ReadRoot();
         if (EqualsLower(word, ":bonedata")) return ReadBones();
         if (EqualsLower(word, ":hierarchy")) return ReadHierarchy();
@@ -82,11 +82,11 @@ class PlainReader {
                 return false;
             }
         }
-        // What was read before is not converted any more.
+        // The plug-in does not convert a root that comes before :units.
         return !hasRoot_ || (degrees_ && length_ == 1.0);
     }
 
-    bool PassDocumentation() {
+    bool SkipDocumentation() {
         const char* const start = words_.At();
         if (words_.NextRaw().empty()) return true;
         words_.MoveTo(start);
@@ -111,7 +111,7 @@ class PlainReader {
         return letters == "xyz";
     }
 
-    // A second list is laid over the first one.
+    // False for a second list, since the plug-in would overwrite the first one in part.
     bool ReadDofs(bool isRoot, std::vector<Dof>& dofs) {
         if (!dofs.empty()) return false;
         while (!words_.AtLineEnd()) {

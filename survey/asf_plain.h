@@ -1,4 +1,4 @@
-// What the plug-in reads from an ASF text.
+// Checks whether the plug-in reads an ASF text as the tolerant reader did.
 #pragma once
 
 #include <string_view>
@@ -7,8 +7,9 @@
 
 namespace survey {
 
-// Whether it reads `skeleton`, which was read from that text, with the bones in its order and
-// angles and lengths as they are meant. Axis orders are compared as words.
+// Whether the plug-in reads `skeleton` from `text`, with the bones in the same order and the same
+// units. ReadAsf must have read `skeleton` from that text, and its axes must be in the file's
+// orders.
 bool PlugInReads(std::string_view text, const AsfSkeleton& skeleton);
 
 }  // namespace survey

@@ -14,18 +14,17 @@
 namespace survey {
 namespace {
 
-// Where the file has no usable version.
+// Lower versions are replaced by the default.
 constexpr double kLowestVersion = 1.0;
 
-// As a name that every reader takes for one word.
+// Replaces characters so that every reader takes the name for one word.
 std::string OneWord(std::string name) {
     for (char& c : name)
         if (IsAsfSeparator(c) || c == ':' || c == '#' || c == '\0') c = '_';
     return name.empty() ? "skeleton" : name;
 }
 
-// From `at` on, the first word at the start of a line that begins with a colon; the text's end
-// where there is none.
+// The first line after that of `at` that begins with a colon; `end` if there is none.
 const char* FindSection(const char* at, const char* end) {
     while (at < end) {
         at = std::find_if(at, end, IsLineEnd);
@@ -35,12 +34,12 @@ const char* FindSection(const char* at, const char* end) {
     return at;
 }
 
-// What the plug-in takes for a part of a word, or for the text's end.
+// White space that the plug-in takes for a part of a word, or for the end of the text.
 bool IsOdd(char c) {
     return c == '\v' || c == '\f' || c == '\0';
 }
 
-// Line feeds, no white space at the end, UTF-8.
+// The text as UTF-8, with line feeds, and without white space at its end.
 std::string CleanText(std::string_view text) {
     while (!text.empty() && IsWhite(text.back()))
         text.remove_suffix(1);
@@ -99,7 +98,7 @@ class Reader {
             hierarchies_.push_back(word.text.data() + word.text.size());
             words_.MoveTo(FindSection(word.text.data(), text_.data() + text_.size()), true);
         } else {
-            PassSection(word);
+            SkipSection(word);
         }
     }
 
@@ -114,7 +113,7 @@ class Reader {
             skeleton_.changed = true;
     }
 
-    // The rest of the line, in one word.
+    // Makes the rest of the line one word.
     void ReadName(const AsfWord& keyword) {
         const AsfWord& next = words_.Peek();
         if (next.IsEnd() || next.startsLine || next.IsKeyword()) {
@@ -156,19 +155,20 @@ class Reader {
         words_.MoveTo(end, true);
     }
 
-    // A section of another name, or words outside any. The plug-in passes over the name alone.
-    void PassSection(const AsfWord& word) {
+    // Skips an unknown section, or words outside of all sections. The plug-in skips only the name
+    // of such a section, so that its content, if there is any, must be left out.
+    void SkipSection(const AsfWord& word) {
         const bool isBare = word.IsKeyword() && words_.Peek().IsKeyword();
         if (isBare) {
-            PassUnknown(context_, word, false);
+            SkipUnknown(context_, word, false);
             return;
         }
-        PassUnknown(context_, word, true);
+        SkipUnknown(context_, word, true);
         while (!words_.Peek().IsEnd() && !words_.Peek().IsKeyword())
             words_.Next();
     }
 
-    // Texts have none of these bytes, though data may have a text in it.
+    // Whether the word holds control characters, which texts do not.
     static bool IsBinary(std::string_view word) {
         return std::any_of(word.begin(), word.end(),
                            [](char c) { return static_cast<unsigned char>(c) < 0x20; });

@@ -8,8 +8,8 @@
 
 namespace survey {
 
-// The skeleton of `findings`' text, whose findings are told. `fileName` is the name where the file
-// has an empty one. What cannot be read is told as an error; the skeleton then is of no use.
+// Reads the skeleton of `findings`' text and reports what is odd about it. `fileName` becomes the
+// skeleton's name if ":name" is empty. After an error the result must not be used.
 AsfSkeleton ReadAsf(FindingList& findings, const std::string& fileName);
 
 }  // namespace survey

@@ -20,7 +20,7 @@ bool InSection(const AsfWords& words) {
     return !words.Peek().IsEnd() && !words.Peek().IsKeyword();
 }
 
-// The factor or mass of :units; nothing where no positive number is there, which is told.
+// Reads the length or mass of :units. If it is not a positive number, reports that and returns 1.
 AsfNumber ReadUnit(AsfContext& context, const AsfWord& keyword) {
     const AsfWord word = context.words.Peek();
     double value = 0.0;
@@ -58,7 +58,7 @@ bool IsAsfSection(const AsfWord& word) {
                        [&](std::string_view section) { return word.Is(section); });
 }
 
-void PassUnknown(AsfContext& context, const AsfWord& word, bool mended) {
+void SkipUnknown(AsfContext& context, const AsfWord& word, bool mended) {
     if (!context.findings.AddAgain(codes::kKeywordUnknown, Severity::Note) || mended) {
         Finding* known = context.findings.Find(codes::kKeywordUnknown);
         if (known)
@@ -84,7 +84,7 @@ void ReadAsfUnits(AsfContext& context) {
         } else if (word.Is("angle")) {
             ReadAngleUnit(context);
         } else {
-            PassUnknown(context, word, true);
+            SkipUnknown(context, word, true);
         }
     }
 }
@@ -106,7 +106,7 @@ void ReadAsfRoot(AsfContext& context) {
         } else if (word.Is("orientation")) {
             values.ReadNumbers(word, "the root's orientation", root.axis);
         } else {
-            PassUnknown(context, word, true);
+            SkipUnknown(context, word, true);
         }
     }
 }

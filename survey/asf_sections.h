@@ -1,4 +1,4 @@
-// The sections of an ASF file, each read from after its keyword to the next one.
+// Reads the sections of an ASF file, each from after its keyword to the next keyword.
 #pragma once
 
 #include "survey/asf_values.h"
@@ -13,15 +13,17 @@ struct AsfContext {
 
 // Whether the word begins a section that the format knows.
 bool IsAsfSection(const AsfWord& word);
-// An unknown word: told, and its line is passed over. `mended`: the plug-in stumbles over it.
-void PassUnknown(AsfContext& context, const AsfWord& word, bool mended);
+// Reports an unknown word and skips its line. `mended` says that the plug-in cannot read it, so
+// that it must be left out.
+void SkipUnknown(AsfContext& context, const AsfWord& word, bool mended);
 
 void ReadAsfUnits(AsfContext& context);
 void ReadAsfRoot(AsfContext& context);
 void ReadAsfBones(AsfContext& context);
 
-// Attaches the bones as the sections say that begin at `starts`, and puts the bones in order.
-// Without a section nothing is attached.
+// Reads the :hierarchy sections that begin at `starts`, of which there is at least one. Gives bones
+// their parents and children, and fills in `skeleton.order`. `hasRoot` says that there is a :root
+// section; without one an error is reported.
 void ReadAsfHierarchy(FindingList& findings, const std::vector<const char*>& starts, bool hasRoot,
                       AsfSkeleton& skeleton);
 

@@ -23,7 +23,7 @@ std::optional<Dof> DofOf(std::string_view word) {
     return static_cast<Dof>((kind == 'r' ? 3 : 0) + axis - 'x');
 }
 
-// Reads one bound of a limit; returns nothing where the word is not a number.
+// Reads one limit, which may be infinite; nullopt if the word is not a number.
 std::optional<AsfNumber> LimitOf(std::string_view word, WordKind kind, double value) {
     if (kind == WordKind::Number) return AsfNumber{value, word};
     if (kind != WordKind::NotFinite) return std::nullopt;

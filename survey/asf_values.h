@@ -1,5 +1,5 @@
-// The values of an ASF file's keywords. What is wrong with them is told; the keyword's line is then
-// passed over.
+// Reads the values of an ASF file's keywords. Wrong values are reported as errors; then the
+// functions return false and the rest of the line is skipped.
 #pragma once
 
 #include <span>
@@ -17,21 +17,23 @@ class AsfValues {
   public:
     AsfValues(AsfWords& words, FindingList& findings) : words_(words), findings_(findings) {}
 
-    // Exactly as many numbers as `numbers` holds. `what` names them in messages.
+    // Fills `numbers`. Fails if there are more or fewer numbers. `what` names them in messages.
     bool ReadNumbers(const AsfWord& keyword, const std::string& what, std::span<AsfNumber> numbers);
-    // The bounds that follow, infinite ones too, however many there are.
+    // Reads the limits that follow, which may be infinite. Fails if their count is odd, or if
+    // another word follows on their line.
     bool ReadLimits(const AsfWord& keyword, std::vector<AsfNumber>& limits);
-    // The letters of a word such as "zyx", as capitals.
+    // Reads a word such as "zyx"; `order` gets its letters as capitals.
     bool ReadAxisOrder(const AsfWord& keyword, std::array<char, 3>& order);
-    // The rest of the line, of which two characters a word count, after what the bone has already.
-    // A length is no degree of freedom of the root's.
+    // Appends the dofs on the rest of the line to those of the bone. Only the first two characters
+    // of a word count. The root cannot have a length.
     bool ReadDofs(const AsfWord& keyword, bool isRoot, AsfBone& bone);
-    // A name in UTF-8; empty where the line holds none.
+    // Reads a name as UTF-8; empty if the line holds none.
     std::string ReadName();
 
+    // Reports an error at the word, skips the line, and returns false.
     bool Fail(const AsfWord& at, const std::string& message);
 
-    // The bone that is being read, for messages.
+    // Sets the bone that errors are reported for. `name` must outlive this object.
     void SetBone(const std::string* name) { bone_ = name; }
 
   private:
@@ -43,7 +45,7 @@ class AsfValues {
     const std::string* bone_ = nullptr;
 };
 
-// Whether the word is a degree of freedom of a bone.
+// Whether the word, of two characters, is a dof of a bone.
 bool IsDofWord(std::string_view word);
 
 }  // namespace survey

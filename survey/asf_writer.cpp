@@ -14,7 +14,7 @@ namespace {
 constexpr int kDecimals = 12;
 constexpr const char* kDofWords[] = {"tx", "ty", "tz", "rx", "ry", "rz", "|"};
 
-// What is worked out from a very large number of the file may be none any more.
+// Limits a value to finite numbers, since a value computed from very large ones may be infinite.
 double Finite(double value) {
     return std::clamp(value, std::numeric_limits<double>::lowest(),
                       std::numeric_limits<double>::max());
@@ -136,16 +136,16 @@ class Writer {
 
 void AppendNumber(std::string& out, const AsfNumber& number) {
     if (!number.text.empty()) {
-        // A zero of another form is one that the plug-in refuses.
+        // A word that is not plain is a zero in a form that the plug-in refuses, such as ".0".
         if (IsPlainWord(number.text, number.value) || !std::isfinite(number.value))
             out += number.text;
         else
             out += '0';
         return;
     }
-    std::array<char, text::kLongestNumber> room{};
-    const char* const last = text::WriteNumber(room.data(), Finite(number.value), kDecimals);
-    out.append(room.data(), static_cast<std::size_t>(last - room.data()));
+    std::array<char, text::kLongestNumber> digits{};
+    const char* const last = text::WriteNumber(digits.data(), Finite(number.value), kDecimals);
+    out.append(digits.data(), static_cast<std::size_t>(last - digits.data()));
 }
 
 MendedText WriteAsf(const AsfSkeleton& skeleton, const SourceText& source) {

@@ -1,4 +1,4 @@
-// Writes ASF skeletons in a form that every reader takes.
+// Writes ASF skeletons in a form that every reader accepts.
 #pragma once
 
 #include <string>
@@ -9,10 +9,11 @@
 
 namespace survey {
 
-// A number as it was written, or, where it is worked out, with 12 decimals.
+// Appends a number as the file has it; a computed one with at most 12 decimals.
 void AppendNumber(std::string& out, const AsfNumber& number);
 
-// Parents before children; axes in the order XYZ; without the dofs that are left out.
+// Writes parents before their children, and leaves out the dofs that bones leave out. All axis
+// orders must be XYZ. `source` is the text that the skeleton was read from.
 MendedText WriteAsf(const AsfSkeleton& skeleton, const SourceText& source);
 
 }  // namespace survey

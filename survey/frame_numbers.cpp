@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kLongestGapSeconds = 10.0;
 
-// As the plug-in's whole numbers can have it.
+// The number as an integer, if it fits the plug-in's 32-bit numbers and is not negative.
 std::optional<std::int64_t> Whole(std::optional<double> number) {
     if (!number || *number < 0.0 || *number > INT32_MAX) return std::nullopt;
     return static_cast<std::int64_t>(*number);
@@ -26,7 +26,7 @@ std::int64_t FrameNumbers::Counter::Advance(std::optional<double> number) {
     isFault = !whole || (!isFirst && *whole <= stated);
     if (isFirst) return stated = reached = whole.value_or(1);
     std::int64_t step = 1;
-    // After a fault the numbers may go on as if it had been none.
+    // After a fault, a number above all earlier ones shows that only the faulty number was wrong.
     if (!isFault) step = *whole - (wasFault && *whole > reached ? reached : stated);
     reached += step;
     stated = whole ? *whole : stated + 1;
@@ -41,7 +41,7 @@ void FrameNumbers::Add(std::optional<double> number, const char* at) {
     now_.gaps = gaps_.size();
 }
 
-void FrameNumbers::Forget() {
+void FrameNumbers::RemoveLast() {
     now_ = before_;
     gaps_.resize(now_.gaps);
 }
@@ -49,7 +49,7 @@ void FrameNumbers::Forget() {
 void FrameNumbers::Report(double framesPerSecond, FindingList& findings) {
     const double longest = std::max(kLongestGapSeconds * framesPerSecond, double(now_.count));
     longestGap_ = static_cast<std::int64_t>(std::min(longest, double(INT32_MAX)));
-    // Numbers that fall now and then may leave more gaps than there are numbers.
+    // If numbers fall again and again, the sum of the gaps may exceed 32 bits; then none is kept.
     if (Span() > INT32_MAX) longestGap_ = 0;
     for (const Gap& gap : gaps_) {
         const bool isLong = gap.frames > longestGap_;

@@ -1,5 +1,5 @@
-// The numbers of a motion's frames. They may leave gaps; where they repeat, fall or leave too large
-// a gap, they go on by one.
+// The numbers of a motion's frames. Gaps between them are kept as time. Where numbers repeat, fall
+// or leave too long a gap, the frame gets the number after the one before it.
 #pragma once
 
 #include <cstdint>
@@ -11,32 +11,34 @@
 namespace survey {
 
 class FrameNumbers {
-    // Follows the numbers as they are stated.
+    // Goes through the numbers in file order.
     struct Counter {
-        std::size_t count = 0;
-        std::int64_t stated = 0;   // the number of the last frame
-        std::int64_t reached = 0;  // what it becomes where no gap is too long
-        bool isFault = false;      // the last number was none, or not above the one before
+        std::size_t count = 0;     // frames so far
+        std::int64_t stated = 0;   // the last frame's number in the file
+        std::int64_t reached = 0;  // the last frame's new number, if no gap is too long
+        bool isFault = false;      // the last number is missing or not above the one before it
 
-        // How far the frame is from the one before; its number where it is the first.
+        // Returns the step from the frame before to this one; for the first frame, its number.
         std::int64_t Advance(std::optional<double> number);
     };
 
   public:
-    // The frame's number, in file order; none where it has none that is a frame's.
+    // Adds the next frame of the file. `number` is nullopt if the frame states none. `at` is where
+    // the frame is in the text.
     void Add(std::optional<double> number, const char* at);
-    // The frame that was added last does not count.
-    void Forget();
+    // Undoes the last Add. To be called at most once after each.
+    void RemoveLast();
 
-    // Once all are added: tells of faults and gaps. More frames than `longestGap` are too many to
-    // lack between two frames.
+    // To be called after the last Add. Reports faults and gaps, and decides from which length on a
+    // gap is too long to be kept.
     void Report(double framesPerSecond, FindingList& findings);
 
     std::size_t Count() const { return now_.count; }
-    // After Report: from before the first frame to after the last one, in frames.
+    // To be called after Report. The duration of the motion in frames, kept gaps included.
     std::int64_t Span() const;
 
-    // After Report: the numbers as they are to be written. Goes through the frames anew.
+    // To be created after Report. Goes through the frames once more, in file order, and gives each
+    // the number to be written.
     class Rewriter {
       public:
         explicit Rewriter(const FrameNumbers& numbers);
@@ -51,8 +53,8 @@ class FrameNumbers {
 
   private:
     struct Gap {
-        std::int64_t frames;
-        const char* at;
+        std::int64_t frames;  // how many are missing
+        const char* at;       // the frame after the gap
     };
     struct State : Counter {
         std::size_t gaps = 0;
@@ -60,10 +62,10 @@ class FrameNumbers {
     };
 
     State now_;
-    State before_;  // the last Add
+    State before_;  // the state before the last Add
     std::vector<Gap> gaps_;
     const char* firstFault_ = nullptr;
-    std::int64_t longestGap_ = INT32_MAX;
+    std::int64_t longestGap_ = INT32_MAX;  // frames; longer gaps are closed
 };
 
 }  // namespace survey
