@@ -1,4 +1,4 @@
-// Acclaim pairs that differ from a clean one in one thing.
+// Builds Acclaim pairs that differ from a clean pair in one thing, and compares their findings.
 #pragma once
 
 #include <optional>
@@ -10,11 +10,11 @@
 
 namespace acclaim_case {
 
-// A skeleton with a root, a spine with a child on each of two arms, and a motion of twelve frames.
+// A skeleton with a root, a spine and two arms, and a motion of twelve frames.
 std::string CleanAsf();
 std::string CleanAmc();
 
-// With the first occurrence of `old` replaced; fails the test where there is none.
+// The text with the first occurrence of `old` replaced. Fails the test if there is none.
 std::string With(std::string text, std::string_view old, std::string_view replacement);
 
 struct Told {
@@ -26,16 +26,16 @@ struct Told {
     std::string joint = {};
 };
 
-// Fails the test unless the findings are those, in any order.
+// Fails the test unless `findings` are those of `told`, in any order.
 void ExpectFindings(const std::vector<survey::Finding>& findings, const std::vector<Told>& told);
 
 survey::Options For(survey::Purpose purpose);
 
-// A fixed text differs from the file only where a finding is mended; what the plug-in alone would
-// stumble over is left to the import.
+// The purpose for which a mended text is written: Fix if a finding is mended, otherwise Import,
+// which also mends what only the plug-in would misread.
 survey::Purpose PurposeThatWrites(const std::vector<Told>& told);
 
-// Of one skeleton and one motion.
+// Surveys one skeleton with one motion.
 survey::AcclaimSurvey Survey(const std::string& asf, const std::string& amc,
                              const survey::Options& options);
 

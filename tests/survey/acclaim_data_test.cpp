@@ -1,4 +1,4 @@
-// Pairs that other people's tools wrote.
+// Surveys captured pairs, which other programs wrote.
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ const Row kRows[] = {
 
 class AcclaimData : public testing::TestWithParam<Row> {};
 
-TEST_P(AcclaimData, NeedsNoOtherTextAndIsOfAPersonsSize) {
+TEST_P(AcclaimData, NeedsNoMendingAndHasAPersonsSize) {
     const fs::path folder = fs::path(ZKMOCAP_DATA_DIR) / "acclaim";
     if (!fs::exists(folder)) GTEST_SKIP() << "no data in " << folder;
     const std::string asf = support::ReadText(folder / GetParam().asf);

@@ -1,5 +1,5 @@
-// Files that nobody means. What they cost is in proportion to their size, so that each of these
-// takes moments.
+// Files that are made to cost time or memory. The cost of a survey must be proportional to the size
+// of the file, so each of these tests takes only moments.
 #include <gtest/gtest.h>
 #include <random>
 
@@ -54,13 +54,13 @@ TEST(AcclaimHostile, AChainFromItsEnd) {
     for (std::size_t i = kMany - 1; i > 0; --i)
         text += Name(i) + " " + Name(i - 1) + "\n";
     SurveyAll(text + "end", Frame(1));
-    // A circle.
+    // Each bone is its own ancestor.
     const auto found = Survey(text + "b0 " + Name(kMany - 1), "", For(Purpose::Import));
     ASSERT_FALSE(found.skeleton.findings.empty());
     EXPECT_TRUE(found.skeleton.Has(survey::Severity::Error));
 }
 
-TEST(AcclaimHostile, TheSameOverAndOver) {
+TEST(AcclaimHostile, TheSameLinesManyTimes) {
     std::string text = CleanAsf();
     std::string bones;
     std::string lines;
@@ -75,7 +75,7 @@ TEST(AcclaimHostile, TheSameOverAndOver) {
     SurveyAll(text + sections, CleanAmc());
 }
 
-TEST(AcclaimHostile, ManyFramesOfNothing) {
+TEST(AcclaimHostile, ManyEmptyFrames) {
     const std::string asf = Chain("dof rx") + "end";
     std::string amc = ":FULLY-SPECIFIED\n" + Frame(1);
     for (std::size_t i = 0; i < kMany; ++i)
@@ -104,7 +104,7 @@ TEST(AcclaimHostile, HugeLinesAndWords) {
     }
 }
 
-// Whatever comes back, what is handed on is not mended again.
+// A mended text must not be mended again when it is surveyed once more.
 TEST(AcclaimHostile, CutAndShuffledPairsAreMendedOnce) {
     std::mt19937 random(7);
     const std::string bytes = "\n\r 01-.,:#()|lxrend\x1A\v\xE9";

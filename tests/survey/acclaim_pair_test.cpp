@@ -1,4 +1,5 @@
-// Skeletons and motions that need each other: lengths, translations, several motions, none.
+// Findings that depend on both the skeleton and its motions: lengths, translations, several motions
+// or none.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -18,7 +19,8 @@ constexpr auto kNote = Severity::Note;
 constexpr auto kWarning = Severity::Warning;
 constexpr auto kError = Severity::Error;
 
-// The value that `larm` has in each frame after its own, or `spine`.
+// The clean motion with one more value for `bone` in each frame: `first` in the first one, `others`
+// in the others.
 std::string WithLengths(const std::string& bone, const char* first, const char* others) {
     std::string amc;
     std::string rest = CleanAmc();
@@ -45,7 +47,7 @@ TEST(AcclaimLengthDof, BecomesTheBonesLengthWhereItKeepsOneValue) {
     EXPECT_THAT(found.motions[0].mended->text, HasSubstr("larm 4.1\n2\n"));
 }
 
-TEST(AcclaimLengthDof, IsABarWhereItMoves) {
+TEST(AcclaimLengthDof, IsWrittenAsABarIfItChanges) {
     const std::string asf = With(CleanAsf(), "dof rz", "dof rz L");
     const auto found = Survey(asf, WithLengths("larm", "7.5", "8"), For(Purpose::Import));
     ExpectFindings(found.skeleton.findings, {{kDofLength, kNote, 33, true, 1, "larm"}});
@@ -68,14 +70,14 @@ TEST(AcclaimLengthDof, MayNotMoveSeveralChildren) {
     EXPECT_THAT(still.skeleton.mended->text, HasSubstr("length 41\n"));
 }
 
-// Without a length at rest, on a bone with and without a child.
+// A length dof of a bone that has no length at rest, with and without a child.
 struct RestRow {
     const char* name;
     const char* first;
     const char* others;
     bool hasChild;
     std::vector<Told> told;
-    const char* written;  // of the skeleton
+    const char* written;  // part of the mended skeleton; null if it is not mended
 };
 
 const RestRow kRestRows[] = {
@@ -149,7 +151,7 @@ TEST(AcclaimLengthDof, IsJudgedByAllMotionsTogether) {
     EXPECT_FALSE(found.motions[0].mended || found.motions[1].mended);
 }
 
-TEST(AcclaimTranslation, IsToldWhereItIsNotNothing) {
+TEST(AcclaimTranslation, IsReportedIfItIsNotZero) {
     const std::string asf = With(CleanAsf(), "dof rz", "dof rz tx");
     const auto zero = Survey(asf, WithLengths("larm", "0", "0"), For(Purpose::Import));
     ExpectFindings(zero.skeleton.findings, {});
@@ -160,7 +162,7 @@ TEST(AcclaimTranslation, IsToldWhereItIsNotNothing) {
     EXPECT_FALSE(moved.skeleton.mended || moved.motions[0].mended);
 }
 
-TEST(AcclaimTranslation, IsLeftOutWhereABoneHasNothingElse) {
+TEST(AcclaimTranslation, IsLeftOutIfABoneHasNoOtherDof) {
     const std::string asf = With(CleanAsf(), "dof rz", "dof tx");
     const auto found = Survey(asf, CleanAmc(), For(Purpose::Import));
     ASSERT_TRUE(found.skeleton.mended && found.motions[0].mended);
@@ -172,7 +174,7 @@ TEST(AcclaimTranslation, IsLeftOutWhereABoneHasNothingElse) {
     EXPECT_EQ(fixed.motions[0].mended.has_value(), isMoved);
 }
 
-TEST(AcclaimTranslation, IsLeftOutWhereOnlyALengthWasBesideIt) {
+TEST(AcclaimTranslation, IsLeftOutIfTheOnlyOtherDofIsAFoldedLength) {
     const std::string asf = With(CleanAsf(), "dof rz", "dof tx |");
     const std::string amc = WithLengths("larm", "20", "20");
     const auto found = Survey(asf, amc, For(Purpose::Fix));
@@ -187,7 +189,7 @@ TEST(AcclaimTranslation, IsLeftOutWhereOnlyALengthWasBesideIt) {
     ExpectFindings(again.motions[0].findings, {});
 }
 
-TEST(AcclaimRoot, MayBeCalledRootInTheMotionAlone) {
+TEST(AcclaimRoot, MayBeNamedRootInTheMotionOnly) {
     const std::string asf = With(CleanAsf(), "    root spine", "    hips spine");
     const auto found = Survey(asf, CleanAmc(), For(Purpose::Import));
     ExpectFindings(found.skeleton.findings, {});
@@ -208,7 +210,7 @@ TEST(AcclaimAngleUnits, KeepVeryLargeAnglesFinite) {
 }
 
 TEST(AcclaimBoneMissing, StaysAtRestWhereItHasNoRowAtAll) {
-    // Six bones with dof, of which one may be missing.
+    // With six bones, one may be missing, since that is not more than a fifth of them.
     std::string asf = CleanAsf();
     std::string amc = CleanAmc();
     std::string children;
@@ -249,14 +251,14 @@ TEST(AcclaimPair, NamesFilesThatDoNotFit) {
     ExpectFindings(found.motions[2].findings, {});
 }
 
-TEST(AcclaimPair, LeadsMendedLinesBackToTheFile) {
+TEST(AcclaimPair, MapsMendedLinesToTheFile) {
     const auto found =
         Survey(CleanAsf(), With(CleanAmc(), "\n3\n", "\n# three\n\n3\n"), For(Purpose::Import));
     ASSERT_TRUE(found.motions[0].mended);
     std::size_t original = 0;
     for (const survey::LineMark& mark : found.motions[0].mended->lines)
         if (mark.mended <= 13) original = mark.original + 13 - mark.mended;
-    // The root's row of the third frame.
+    // Line 13 of the mended text is the root's row of the third frame.
     EXPECT_EQ(original, 15U);
 }
 
@@ -267,7 +269,7 @@ TEST(AcclaimPair, ReadsTheMotionAloneWhereTheSkeletonIsBad) {
     ExpectFindings(found.motions[0].findings, {{kValuesFewer, kWarning, 14, true, 1, "spine"}});
 }
 
-TEST(AmcAlone, IsHeldAgainstItsFirstFrame) {
+TEST(AmcAlone, IsComparedWithItsFirstFrame) {
     const std::string clean = CleanAmc();
     const auto found = survey::SurveyAmcAlone({clean, "a.amc"}, For(Purpose::Fix));
     ExpectFindings(found.findings, {});
@@ -282,7 +284,7 @@ TEST(AmcAlone, IsHeldAgainstItsFirstFrame) {
     EXPECT_FALSE(survey::SurveyAmcAlone({mended.mended->text, "a.amc"}, For(Purpose::Fix)).mended);
 }
 
-TEST(AcclaimCheck, TellsOfLimitsAndSize) {
+TEST(AcclaimCheck, ReportsLimitsAndSize) {
     const auto found = Survey(CleanAsf(), With(CleanAmc(), "spine 3 15 -20", "spine 3 75.5 -20"),
                               For(Purpose::Check));
     ExpectFindings(found.motions[0].findings, {{kLimitsExceeded, kNote, 0, false, 1, "spine"}});

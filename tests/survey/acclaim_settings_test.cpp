@@ -1,4 +1,4 @@
-// Rates and lengths: what is asked for, what files state, and what becomes of both.
+// Which rate and length factor result from the options and from what the files state.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -18,8 +18,8 @@ constexpr auto kWarning = Severity::Warning;
 
 struct Row {
     const char* name;
-    const char* length;  // of :units
-    const char* rate;    // the line before :FULLY-SPECIFIED
+    const char* length;  // the number in :units
+    const char* rate;    // the line before :FULLY-SPECIFIED; may be empty
     Preset preset = Preset::Auto;
     std::optional<double> fps = {};
     std::optional<double> multiplier = {};
@@ -111,7 +111,7 @@ const Row kRows[] = {
 
 class AcclaimSettings : public testing::TestWithParam<Row> {};
 
-TEST_P(AcclaimSettings, AreSettledWithoutAnotherText) {
+TEST_P(AcclaimSettings, NeedNoMendedText) {
     const Row& row = GetParam();
     survey::Options options = For(survey::Purpose::Import);
     options.preset = row.preset;
@@ -156,14 +156,14 @@ TEST(AcclaimLengths, MultiplyTheRootAtRestToo) {
     EXPECT_FALSE(fixed.skeleton.mended);
 }
 
-TEST(AcclaimRates, AreTheNearestWholeOnesInTheTextForThePlugIn) {
+TEST(AcclaimRates, AreRoundedInTheTextForThePlugIn) {
     const std::string amc = With(CleanAmc(), "SECOND 60", "SECOND 59.94");
     const auto found = Survey(CleanAsf(), amc, For(survey::Purpose::Import));
     EXPECT_EQ(found.motions[0].framesPerSecond, 59.94);
     ASSERT_TRUE(found.motions[0].mended);
     EXPECT_THAT(found.motions[0].mended->text, testing::StartsWith(":SAMPLES-PER-SECOND 60\n"));
     ExpectFindings(found.motions[0].findings, {{kRateText, kNote, 1, true}});
-    // 120.3 is 120 to the plug-in as well.
+    // The plug-in reads 120.3 as 120, which is the nearest whole rate, so no text is needed.
     const auto near = Survey(CleanAsf(), With(CleanAmc(), "SECOND 60", "SECOND 120.3"),
                              For(survey::Purpose::Import));
     EXPECT_FALSE(near.motions[0].mended);

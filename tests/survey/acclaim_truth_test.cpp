@@ -1,5 +1,5 @@
-// Random pairs, surveyed and then imported, are where a plain walk of the original files by the
-// format's own rules puts them.
+// Surveys and imports random pairs, and compares every joint's position with forward kinematics
+// that reads the original files by the format's own rules.
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -18,12 +18,12 @@ namespace {
 
 using namespace support;
 
-// Of the figure's size.
+// As parts of the figure's size.
 constexpr double kTolerance = 1e-9;
 constexpr double kToleranceOfBones = 1e-6;
 constexpr double kToleranceNearRightAngle = 3e-5;
 
-// The pair by the format's rules, lengths times `factor`.
+// Reads the pair by the format's rules, with lengths multiplied by `factor`.
 AcclaimPair ReadAsMeant(const AcclaimTexts& texts, double factor) {
     AcclaimPair pair = ReadAcclaim(texts.asf, texts.amc, {factor, texts.limits});
     pair.axesAsListed = true;
@@ -120,8 +120,8 @@ void Compare(const AcclaimTexts& texts, bool nulls, Compared& total) {
                   total);
 }
 
-// A length that keeps one value may become the bone's, where several children share it or, as
-// bones, where the rest length is too short to build one; it then has no limits any more.
+// Whether a length that keeps one value may become the bone's own length: if the bone has several
+// children or, for bone chains, if it is too short at rest. Its limits are then lost.
 bool MayFoldLength(const AcclaimTexts& texts, bool nulls) {
     const AcclaimPair pair = ReadAcclaim(texts.asf, texts.amc, {});
     return std::any_of(pair.bones.begin(), pair.bones.end(), [&](const AcclaimBone& bone) {
@@ -129,7 +129,7 @@ bool MayFoldLength(const AcclaimTexts& texts, bool nulls) {
     });
 }
 
-TEST(SurveyTruth, RandomPairsAreWhereTheirAuthorsMeantThem) {
+TEST(SurveyTruth, RandomPairsAreWhereTheFormatPutsThem) {
     for (const bool nulls : {true, false}) {
         Compared total;
         for (std::uint64_t seed = 0; seed < 1000 / support::kShorter; ++seed) {

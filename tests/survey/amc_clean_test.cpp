@@ -1,4 +1,4 @@
-// What the plug-in reads as it is meant gets no other text.
+// A pair that the plug-in reads as it is meant must not be mended.
 #include <gtest/gtest.h>
 
 #include "tests/survey/acclaim_case.h"
@@ -57,7 +57,7 @@ const Row kRows[] = {
 
 class CleanPair : public testing::TestWithParam<Row> {};
 
-TEST_P(CleanPair, GetsNoOtherText) {
+TEST_P(CleanPair, IsNotMended) {
     for (const survey::Purpose purpose :
          {survey::Purpose::Import, survey::Purpose::Fix, survey::Purpose::Check}) {
         const auto found = Survey(GetParam().asf, GetParam().amc, For(purpose));

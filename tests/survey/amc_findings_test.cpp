@@ -1,4 +1,4 @@
-// What is told of AMC files, case by case, and what becomes of them.
+// Findings and mended texts of AMC files, one row for each case.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -18,14 +18,14 @@ constexpr auto kError = Severity::Error;
 
 struct Row {
     const char* name;
-    const char* old;  // in the clean motion; null: nothing is replaced
+    const char* old;  // in the clean motion; null if `replacement` is the whole motion
     const char* replacement;
     std::vector<Told> told;
-    // In the text that is handed on; null: none is.
+    // Part of the mended text; null if there must be none.
     const char* mended = nullptr;
 };
 
-// A frame has four lines, the first of them 4, 8, 12, ...
+// Each frame of the clean motion has four lines, so frame n begins in line 4 * n.
 const Row kRows[] = {
     {"RateMissing", ":SAMPLES-PER-SECOND 60\n", "", {{kRateMissing, kWarning}}},
     {"RateOfNothing", "60\n:F", "0\n:F", {{kRateMissing, kWarning}}},
@@ -221,7 +221,7 @@ const Row kRows[] = {
 
 class AmcFinding : public testing::TestWithParam<Row> {};
 
-TEST_P(AmcFinding, IsToldAndMended) {
+TEST_P(AmcFinding, IsReportedAndMended) {
     const Row& row = GetParam();
     const std::string amc =
         row.old ? With(CleanAmc(), row.old, row.replacement) : std::string(row.replacement);

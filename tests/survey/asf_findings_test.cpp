@@ -1,4 +1,4 @@
-// What is told of ASF files, case by case, and what becomes of them.
+// Findings and mended texts of ASF files, one row for each case.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -14,10 +14,10 @@ using testing::HasSubstr;
 
 struct Row {
     const char* name;
-    const char* old;  // in the clean skeleton; null: nothing is replaced
+    const char* old;  // in the clean skeleton; null if `replacement` is the whole skeleton
     const char* replacement;
     std::vector<Told> told;
-    // In the text that is handed on; null: none is.
+    // Part of the mended text; null if there must be none.
     const char* mended = nullptr;
 };
 
@@ -217,7 +217,7 @@ const Row kRows[] = {
 
 class AsfFinding : public testing::TestWithParam<Row> {};
 
-TEST_P(AsfFinding, IsToldAndMended) {
+TEST_P(AsfFinding, IsReportedAndMended) {
     const Row& row = GetParam();
     const std::string asf =
         row.old ? With(CleanAsf(), row.old, row.replacement) : std::string(row.replacement);

@@ -1,5 +1,5 @@
-// A text that the survey leaves as it is means to the plug-in what it means to the survey, whatever
-// was done to it.
+// If the survey does not mend a text, the plug-in must read it exactly as the survey does. The
+// texts are clean ones with random changes.
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
@@ -17,7 +17,7 @@ using namespace support;
 
 constexpr std::uint64_t kTexts = 6000 / kShorter;
 
-// What programs are known to write where it does not belong, and what nobody writes.
+// Pieces that are inserted at random: some that programs write in wrong positions, and others.
 constexpr std::string_view kPieces[] = {
     " ",
     "\t",
@@ -95,7 +95,7 @@ void ExpectSameJoints(const ProbedSection& a, const ProbedSection& b) {
     }
 }
 
-// Positions in the first frames, which the scene of the last import has.
+// Positions in the first six frames of the last import's scene.
 std::vector<std::vector<Vec3>> Positions(const ProbedImport& import) {
     std::vector<std::vector<Vec3>> positions;
     for (const ProbedSection& section : import.sections) {
@@ -113,7 +113,7 @@ survey::BvhSurvey Survey(const std::string& text,
     return survey::SurveyBvh(text, options);
 }
 
-// What a fix writes of a text is left as it is by another look.
+// A text written for Purpose::Fix must not be mended again.
 void ExpectFixedOnce(const std::string& text) {
     const survey::BvhSurvey fixed = Survey(text, survey::Purpose::Fix);
     if (!fixed.mended) return;
@@ -123,7 +123,8 @@ void ExpectFixedOnce(const std::string& text) {
         EXPECT_FALSE(finding.mended) << finding.message;
 }
 
-// What the survey reads of a text, as the plug-in reads it back: a comment has it written.
+// Compares the plug-in's import of the text with that of the mended text, which shows how the
+// survey reads it. A comment is added so that a mended text is written.
 void ExpectAgreement(const std::string& text) {
     const survey::BvhSurvey written = Survey("#\n" + text);
     ASSERT_TRUE(written.mended);
@@ -145,7 +146,7 @@ std::vector<std::string> CleanTexts() {
     return clean;
 }
 
-TEST(BvhAgreement, OfTheSurveyAndThePlugInOnChangedTexts) {
+TEST(BvhAgreement, OfSurveyAndPlugInOnChangedTexts) {
     std::mt19937_64 random(11);
     const std::vector<std::string> clean = CleanTexts();
     std::size_t left = 0;

@@ -11,7 +11,7 @@ std::string Told(const std::vector<survey::Finding>& findings) {
     return told;
 }
 
-// What a fix makes of a text needs none.
+// A text written for Purpose::Fix must need no mending.
 void ExpectFixed(const std::string& original, survey::Options options) {
     options.purpose = survey::Purpose::Fix;
     const survey::BvhSurvey fixed = survey::SurveyBvh(original, options);

@@ -1,4 +1,4 @@
-// What a survey of a BVH text must give, as a row of a table.
+// Compares the survey of a BVH text with a row of a table.
 #pragma once
 
 #include <cstddef>
@@ -27,11 +27,12 @@ struct BvhRow {
     const char* name;
     std::string text;
     std::vector<Expected> findings;  // by line and column
-    // A part of the text that is handed on; empty: the file itself is.
+    // A part of the mended text; empty if there must be none.
     std::string mended;
 };
 
-// Surveys as the options say and compares; what a fix makes of the text must need no mending.
+// Surveys the row's text and compares. Also checks that the text written for Purpose::Fix needs no
+// mending.
 void ExpectSurvey(const BvhRow& row, const survey::Options& options);
 
 }  // namespace survey_test

@@ -1,5 +1,4 @@
-// What is told of rotations, positions and ends, and what of it is handed on, with bones and
-// without.
+// Findings and mended texts about rotations, positions and end sites, with bones and without.
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
@@ -17,7 +16,8 @@ constexpr Severity kWarning = Severity::Warning;
 const std::string kHeader = "MOTION\nFrames: 2\nFrame Time: 0.04\n";
 const std::string kEnd = "End Site\n{\nOFFSET 0 5 0\n}\n";
 
-// Of two joints with those channels; the figure's size is 15. The child's CHANNELS are in line 9.
+// A text with two joints that have these channels. The figure's size is 15. The child's CHANNELS
+// are in line 9.
 std::string Figure(const std::string& root, const std::string& child, const std::string& rows,
                    const std::string& end = kEnd) {
     return "HIERARCHY\nROOT a\n{\nOFFSET 0 0 0\nCHANNELS " + root +
@@ -140,7 +140,7 @@ const BvhRow kBones[] = {
 };
 
 class BvhFigureOfNulls : public testing::TestWithParam<BvhRow> {};
-TEST_P(BvhFigureOfNulls, IsToldAndMended) {
+TEST_P(BvhFigureOfNulls, IsReportedAndMended) {
     survey::Options options;
     options.purpose = survey::Purpose::Import;
     survey_test::ExpectSurvey(GetParam(), options);
@@ -149,7 +149,7 @@ INSTANTIATE_TEST_SUITE_P(, BvhFigureOfNulls, testing::ValuesIn(kNulls),
                          [](const auto& row) { return row.param.name; });
 
 class BvhFigureOfBones : public testing::TestWithParam<BvhRow> {};
-TEST_P(BvhFigureOfBones, IsToldAndMended) {
+TEST_P(BvhFigureOfBones, IsReportedAndMended) {
     survey::Options options;
     options.purpose = survey::Purpose::Import;
     options.bones = true;
@@ -158,7 +158,7 @@ TEST_P(BvhFigureOfBones, IsToldAndMended) {
 INSTANTIATE_TEST_SUITE_P(, BvhFigureOfBones, testing::ValuesIn(kBones),
                          [](const auto& row) { return row.param.name; });
 
-// Bones are none of a fix's business.
+// Purpose::Fix ignores the option `bones`.
 TEST(BvhFigure, IsFixedWithoutBones) {
     survey::Options options;
     options.purpose = survey::Purpose::Fix;
@@ -173,7 +173,7 @@ TEST(BvhFigure, IsFixedWithoutBones) {
     }
 }
 
-// A fix lists rotations so that all readers turn them alike, an import as the plug-in takes them.
+// Purpose::Fix lists re-expressed rotations z y x, which all readers read alike.
 TEST(BvhFigure, IsFixedForEveryReader) {
     const std::string text =
         Figure("3 Xrotation Yrotation Zrotation", kTurn, "0 0 10 7\n90 0 90 8.50\n");
@@ -186,7 +186,7 @@ TEST(BvhFigure, IsFixedForEveryReader) {
     EXPECT_NE(fixed.find("\n10 0 0 7\n10 -90 80 8.50\n"), std::string::npos) << fixed;
 }
 
-TEST(BvhFigure, TellsItsFacts) {
+TEST(BvhFigure, HasFacts) {
     const std::string text =
         Figure("6 Xposition Yposition Zposition Zrotation Xrotation Yrotation",
                "3 Zrotation Yrotation Xrotation", "0 0 0 0 0 0 0 0 0\n0 0 0 0 0 0 0 0 0\n");
@@ -250,7 +250,7 @@ const Told kTold[] = {
 };
 
 class BvhJointsTold : public testing::TestWithParam<Told> {};
-TEST_P(BvhJointsTold, InWordsThatCountThem) {
+TEST_P(BvhJointsTold, HaveMessagesInSingularAndPlural) {
     survey::Options options;
     options.purpose = survey::Purpose::Import;
     for (const bool bones : {false, true}) {
@@ -265,7 +265,8 @@ TEST_P(BvhJointsTold, InWordsThatCountThem) {
 INSTANTIATE_TEST_SUITE_P(, BvhJointsTold, testing::ValuesIn(kTold),
                          [](const auto& row) { return row.param.name; });
 
-// A further section's joints are counted with those of the first, and mended where either's are.
+// Joints of all sections are counted in one finding, which is mended if the joints of any section
+// are.
 TEST(BvhFigure, JointsOfAllSectionsAreOneFinding) {
     survey::Options options;
     options.purpose = survey::Purpose::Import;
@@ -280,8 +281,8 @@ TEST(BvhFigure, JointsOfAllSectionsAreOneFinding) {
     EXPECT_FALSE(survey::SurveyBvh(apart, options).mended);
 }
 
-// Lines of the text that is handed on lead back to the file's.
-TEST(BvhFigure, LinesLeadBack) {
+// The lines of the mended text are mapped to those of the file.
+TEST(BvhFigure, MapsMendedLinesToTheFile) {
     survey::Options options;
     options.purpose = survey::Purpose::Import;
     const auto found = survey::SurveyBvh(

@@ -1,4 +1,4 @@
-// Hierarchies as people write them: what is told of them, and what is handed on.
+// Findings and mended texts about hierarchies.
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -21,7 +21,7 @@ const std::string kMotion = "MOTION\nFrames: 1\nFrame Time: 0.04\n1 2 3\n";
 const std::string kMotionOfTwo = "MOTION\nFrames: 1\nFrame Time: 0.04\n1 2 3 4 5 6\n";
 const std::string kEnd = "End Site\n{\nOFFSET 0 1 0\n}\n";
 
-// A root, from its name's line on.
+// A hierarchy with one root. `body` is what its braces hold.
 std::string Root(const std::string& body) {
     return "HIERARCHY\nROOT a\n{\n" + body + "}\n";
 }
@@ -31,7 +31,7 @@ std::string Rest(const std::string& text) {
 std::string Joint(const std::string& name, const std::string& below) {
     return "JOINT " + name + "\n{\nOFFSET 0 2 0\n" + kTurns + below + "}\n";
 }
-// As they are handed on.
+// The mended text of Rest(kEnd) + kMotion.
 const std::string kWritten =
     "HIERARCHY\nROOT a\n{\n\tOFFSET 0 1 0\n\tCHANNELS 3 Zrotation Xrotation Yrotation\n\tEnd "
     "Site\n\t{\n\t\tOFFSET 0 1 0\n\t}\n}\nMOTION\nFrames: 1\nFrame Time: 0.04\n1 2 3\n";
@@ -210,7 +210,7 @@ const BvhRow kRows[] = {
 
 class BvhHierarchy : public testing::TestWithParam<BvhRow> {};
 
-TEST_P(BvhHierarchy, IsToldAndMended) {
+TEST_P(BvhHierarchy, IsReportedAndMended) {
     survey::Options options;
     options.purpose = survey::Purpose::Import;
     survey_test::ExpectSurvey(GetParam(), options);

@@ -1,4 +1,5 @@
-// Texts made to cost time or memory: each is surveyed in time that is in proportion to its size.
+// Texts that are made to cost time or memory. The cost of a survey must be proportional to the size
+// of the text.
 #include <chrono>
 #include <gtest/gtest.h>
 #include <string>
@@ -82,7 +83,7 @@ const Row kRows[] = {
 
 class BvhHostile : public testing::TestWithParam<Row> {};
 
-TEST_P(BvhHostile, CostsInProportion) {
+TEST_P(BvhHostile, CostsAreProportional) {
     const std::string text = GetParam().text();
     for (const auto purpose :
          {survey::Purpose::Check, survey::Purpose::Import, survey::Purpose::Fix}) {
@@ -92,7 +93,7 @@ TEST_P(BvhHostile, CostsInProportion) {
         const auto start = std::chrono::steady_clock::now();
         const survey::BvhSurvey found = survey::SurveyBvh(text, options);
         const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-        EXPECT_LT(seconds.count(), 10.0);  // a square would take minutes
+        EXPECT_LT(seconds.count(), 10.0);  // quadratic time would be minutes
         EXPECT_LE(found.findings.size(), 20U);
         if (found.mended) {
             EXPECT_LT(found.mended->text.size(), 40 * text.size() + 1000);

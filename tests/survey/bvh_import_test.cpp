@@ -1,5 +1,6 @@
-// What the survey hands on, or leaves as it is, against an independent walk of the original by the
-// format's own rules, and the plug-in's import of it against both.
+// Surveys and imports texts, and compares every joint's position with forward kinematics (the
+// "walk") that reads the original text by the format's own rules: first that of the mended text, or
+// of the original if it is not mended, then that of the plug-in's import.
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -19,39 +20,39 @@ namespace {
 
 using namespace support;
 
-// Parts of the figure's size. Folded positions may have varied; the import rounds a cosine below
-// 1e-5 to 0 near gimbal lock.
+// Tolerances as parts of the figure's size. Positions that become offsets may vary a little. Near
+// gimbal lock the import rounds a cosine below 1e-5 to 0.
 constexpr double kMended = 1e-9;
 constexpr double kFolded = 1e-5;
 constexpr double kImported = 1e-6;
 constexpr double kImportedNearRightAngle = 3e-5;
 
-// Of each of the original's joints, its index among those that were handed on: where end sites were
-// added, one follows each joint without children.
-std::vector<std::size_t> Handed(const WalkFile& original, const WalkFile& mended) {
+// For each joint of the original, its index in the mended text. If end sites were added there, one
+// follows each joint without children.
+std::vector<std::size_t> MendedIndexes(const WalkFile& original, const WalkFile& mended) {
     std::vector<bool> ends(original.joints.size(), true);
     for (const WalkJoint& joint : original.joints)
         if (joint.parent >= 0) ends[static_cast<std::size_t>(joint.parent)] = false;
     const bool added = mended.joints.size() != original.joints.size();
-    std::vector<std::size_t> handed;
+    std::vector<std::size_t> indexes;
     std::size_t next = 0;
     for (std::size_t i = 0; i < original.joints.size(); ++i) {
-        handed.push_back(next++);
+        indexes.push_back(next++);
         if (added && ends[i] && !original.joints[i].isEndSite) ++next;
     }
-    return handed;
+    return indexes;
 }
 
 bool ComparesWalks(const WalkFile& original, const WalkFile& mended, double bound) {
-    const auto handed = Handed(original, mended);
+    const auto indexes = MendedIndexes(original, mended);
     const double size = std::max(original.Size(), 1.0);
     if (mended.frames.size() != original.frames.size()) return false;
     for (std::size_t frame = 0; frame < original.frames.size(); ++frame) {
         const auto expected = original.Positions(frame, false);
-        // As the plug-in reads it.
+        // By the plug-in's rule for the order of rotations.
         const auto actual = mended.Positions(frame, true);
         for (std::size_t joint = 0; joint < expected.size(); ++joint)
-            if (Distance(expected[joint], actual.at(handed[joint])) > bound * size) return false;
+            if (Distance(expected[joint], actual.at(indexes[joint])) > bound * size) return false;
     }
     return true;
 }
@@ -64,18 +65,18 @@ std::vector<bool> NearRightAngle(const WalkFile& file, std::vector<bool> near) {
     return near;
 }
 
-// The import of what was handed on is where the walk of the original is.
+// Compares the import of the mended text with the walk of the original.
 void CompareImport(const WalkFile& original, const WalkFile& mended, const ProbedSection& section,
                    const std::vector<JointPrediction>& predictions) {
     SectionMotion motion(section);
-    const auto handed = Handed(original, mended);
+    const auto indexes = MendedIndexes(original, mended);
     const double size = std::max(original.Size(), 1.0);
     for (std::size_t frame = 0; frame < original.frames.size(); ++frame) {
         const auto expected = original.Positions(frame, false);
         const auto actual = motion.At(static_cast<double>(frame + 1));
         const auto near = NearRightAngle(mended, actual.nearRightAngle);
         for (std::size_t joint = 0; joint < expected.size(); ++joint) {
-            const std::size_t index = handed[joint];
+            const std::size_t index = indexes[joint];
             if (!predictions[index].setApart.empty()) continue;
             ASSERT_NE(section.joints[index], 0U) << original.joints[joint].name;
             ASSERT_LE(Distance(expected[joint], actual.positions[index]) / size,
@@ -96,16 +97,16 @@ survey::Options ImportOptionsOf(bool bones) {
 void ComparesEndToEnd(const std::string& text, const ImportOptions& options) {
     const survey::BvhSurvey found = survey::SurveyBvh(text, ImportOptionsOf(!options.nulls));
     ASSERT_FALSE(found.Has(survey::Severity::Error)) << found.findings[0].message;
-    const std::string& handedOn = found.mended ? found.mended->text : text;
+    const std::string& readText = found.mended ? found.mended->text : text;
     const std::vector<WalkFile> originals = ReadBvh(text);
-    const std::vector<WalkFile> mended = ReadBvh(handedOn);
+    const std::vector<WalkFile> mended = ReadBvh(readText);
     ASSERT_EQ(mended.size(), originals.size());
-    const ProbedImport import = ImportBvhText(handedOn, options);
-    ASSERT_GE(import.status, 0) << import.error << '\n' << handedOn;
+    const ProbedImport import = ImportBvhText(readText, options);
+    ASSERT_GE(import.status, 0) << import.error << '\n' << readText;
     ASSERT_EQ(import.sections.size(), originals.size());
     for (std::size_t s = 0; s < originals.size(); ++s) {
         ASSERT_TRUE(ComparesWalks(originals[s], mended[s], options.nulls ? kMended : kFolded))
-            << handedOn;
+            << readText;
         std::vector<JointPrediction> predictions(mended[s].joints.size());
         if (!options.nulls) predictions = PredictChains(mended[s], options.chainFromParent);
         CompareImport(originals[s], mended[s], import.sections[s], predictions);
@@ -127,7 +128,7 @@ TEST(BvhImport, RandomTreesAreWhereTheFormatPutsThem) {
     EXPECT_LT(mended, 900U / kShorter);
 }
 
-// Changes what means nothing to a reader of lines.
+// Changes white space and line ends in ways that do not matter.
 std::string WithOtherSpaces(std::string text) {
     const std::size_t motion = text.find("MOTION");
     std::string changed;
@@ -155,7 +156,7 @@ TEST(BvhImport, SpacesChangeNothing) {
     }
 }
 
-// What is written of a text that has nothing to mend but one quirk means what the text does.
+// If a text has only one quirk, here a comment, the mended text means the same as the original.
 TEST(BvhImport, AQuirkChangesNothingElse) {
     for (std::uint64_t seed = 0; seed < 300 / kShorter; ++seed) {
         const std::string text = RandomBvh(seed);
@@ -178,7 +179,7 @@ TEST(BvhImport, AQuirkChangesNothingElse) {
 
 class BvhCapture : public testing::TestWithParam<std::filesystem::path> {};
 
-// The walk knows the end site's keywords as two words alone.
+// Removes what follows "End Site", since the walk only knows these two words.
 std::string Walkable(std::string text) {
     for (std::size_t at = 0; (at = text.find("End Site-", at)) != std::string::npos;) {
         const std::size_t end = text.find_first_of("\r\n", at);

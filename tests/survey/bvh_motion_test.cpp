@@ -1,4 +1,4 @@
-// Rows and header of a motion: what is told of them, and what is handed on.
+// Findings and mended texts about the rows and the header of a motion.
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
@@ -14,7 +14,7 @@ constexpr Severity kNote = Severity::Note;
 constexpr Severity kWarning = Severity::Warning;
 constexpr Severity kError = Severity::Error;
 
-// Ten lines with three channels.
+// A hierarchy of ten lines with three channels.
 const std::string kHead =
     "HIERARCHY\nROOT a\n{\nOFFSET 0 1 0\nCHANNELS 3 Zrotation Xrotation Yrotation\nEnd Site\n{\n"
     "OFFSET 0 1 0\n}\n}\n";
@@ -23,7 +23,7 @@ std::string Header(const std::string& frames, const std::string& time = "0.04") 
     return kHead + "MOTION\nFrames: " + frames + "\nFrame Time: " + time + "\n";
 }
 
-// From line 14 on.
+// Rows, which begin in line 14 if they follow Header.
 std::string Rows(int count, const std::string& row = "1 2 3\n") {
     std::string rows;
     for (int i = 0; i < count; ++i)
@@ -263,7 +263,7 @@ const BvhRow kRows[] = {
 
 class BvhMotion : public testing::TestWithParam<BvhRow> {};
 
-TEST_P(BvhMotion, IsToldAndMended) {
+TEST_P(BvhMotion, IsReportedAndMended) {
     survey::Options options;
     options.purpose = survey::Purpose::Import;
     survey_test::ExpectSurvey(GetParam(), options);
@@ -276,7 +276,7 @@ survey::BvhSurvey Survey(const std::string& text, const survey::Options& options
     return survey::SurveyBvh(text, options);
 }
 
-TEST(BvhMotionOptions, AStatedRateLeavesOutWhatIsToldOfRates) {
+TEST(BvhMotionOptions, WithAStatedRateNoFindingIsAboutRates) {
     survey::Options options;
     options.purpose = survey::Purpose::Import;
     options.framesPerSecond = 50.0;
@@ -291,8 +291,9 @@ TEST(BvhMotionOptions, AStatedRateLeavesOutWhatIsToldOfRates) {
     EXPECT_NE(missing.mended->text.find("Frame Time: 0.02\n"), std::string::npos);
 }
 
-// A fix writes no text of a file that has nothing to mend, whatever the plug-in makes of it.
-TEST(BvhMotionOptions, AFixLeavesAloneWhatHasNoFindings) {
+// For Purpose::Fix no text is written if no finding is mended, even if the plug-in would misread
+// the file.
+TEST(BvhMotionOptions, AFixNeedsAMendedFinding) {
     survey::Options options;
     options.purpose = survey::Purpose::Fix;
     std::size_t silent = 0;
@@ -306,7 +307,7 @@ TEST(BvhMotionOptions, AFixLeavesAloneWhatHasNoFindings) {
     EXPECT_GE(silent, 7U);
 }
 
-TEST(BvhMotionOptions, AFixWritesOneRowAFrame) {
+TEST(BvhMotionOptions, AFixWritesOneRowForEachFrame) {
     survey::Options options;
     options.purpose = survey::Purpose::Fix;
     const auto stream = Survey(Header("1") + "1 2\n3\n4 5\n6\n", options);
@@ -317,7 +318,7 @@ TEST(BvhMotionOptions, AFixWritesOneRowAFrame) {
 struct Message {
     const char* name;
     std::string text;
-    const char* message;  // of the only error
+    const char* message;  // the message of the only error
 };
 
 const Message kMessages[] = {

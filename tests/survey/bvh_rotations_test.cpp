@@ -16,6 +16,7 @@ namespace {
 using support::Matrix3;
 using survey::BvhChannel;
 
+// Rotation about one axis, for column vectors.
 Matrix3 About(std::size_t axis, double degrees) {
     return support::ColumnRotation("xyz"[axis], support::Radians(degrees));
 }
@@ -40,7 +41,7 @@ Matrix3 OfAngles(const double angles[3]) {
 
 const std::vector<std::vector<std::size_t>> kRising = {{0, 1, 2}, {0, 1}, {0, 2}, {1, 2}};
 
-TEST(ReexpressedAngles, TurnTheSameWay) {
+TEST(ReexpressedAngles, AreTheSameRotation) {
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> any(-400.0, 400.0);
     for (const auto& axes : kRising) {
@@ -54,14 +55,14 @@ TEST(ReexpressedAngles, TurnTheSameWay) {
     }
 }
 
-// At and around gimbal lock of the angles that come out: a right angle in the middle.
-TEST(ReexpressedAngles, TurnTheSameWayNearGimbalLock) {
+// The resulting angles are at or near gimbal lock, where the middle angle is 90 degrees.
+TEST(ReexpressedAngles, AreTheSameRotationNearGimbalLock) {
     std::mt19937_64 random(4);
     std::uniform_real_distribution<double> any(-180.0, 180.0);
     const std::vector<std::size_t> axes = {0, 1, 2};
     for (int exponent = 0; exponent < 18; ++exponent) {
         for (int i = 0; i < 500; ++i) {
-            // Angles about x, y and z near the lock, as the x y z that give them.
+            // From the wanted angles, the listed angles of the same rotation are computed.
             const double near[] = {any(random), 90.0 - std::pow(10.0, -exponent), any(random)};
             const Matrix3 m = OfAngles(near);
             const double row[] = {
@@ -76,8 +77,8 @@ TEST(ReexpressedAngles, TurnTheSameWayNearGimbalLock) {
     }
 }
 
-// A smooth take through many turns comes out without jumps where the middle angle keeps away from a
-// right one.
+// A smooth take of many full turns gets angles without jumps if the middle angle stays away from 90
+// degrees.
 TEST(ReexpressedAngles, FollowTheFrameBefore) {
     survey::ReexpressedAngles turned(Listing({0, 1, 2}));
     double before[3] = {};
@@ -90,7 +91,7 @@ TEST(ReexpressedAngles, FollowTheFrameBefore) {
             ASSERT_LE(std::abs(angles[i] - before[i]), 5.0) << frame;
         std::copy(angles, angles + 3, before);
     }
-    EXPECT_GT(before[2], 4000.0);  // z has turned a dozen times
+    EXPECT_GT(before[2], 4000.0);  // more than eleven full turns
 }
 
 TEST(ReexpressedAngles, OfTheFirstFrameAreNearTheListedOnes) {
@@ -103,7 +104,7 @@ TEST(ReexpressedAngles, OfTheFirstFrameAreNearTheListedOnes) {
     EXPECT_NEAR(angles[2], 750.0, 1e-9);
 }
 
-// A middle angle that goes on beyond a right angle does not turn back.
+// A middle angle that rises beyond 90 degrees must not fall again.
 TEST(ReexpressedAngles, PassGimbalLock) {
     survey::ReexpressedAngles turned(Listing({0, 1}));
     double before = 0.0;
@@ -131,8 +132,8 @@ TEST(ReexpressedAngles, KeepZAtGimbalLock) {
     EXPECT_LE(Distance(Product({0, 1, 2}, locked), OfAngles(angles)), 5e-14);
 }
 
-// So many values that two threads share them.
-TEST(ReexpressedFrames, AreThoseOfEachJointByItself) {
+// There are enough values that two threads share them.
+TEST(ReexpressedFrames, AreTheAnglesOfEachJoint) {
     constexpr std::size_t kJoints = 5;
     constexpr std::size_t kFrames = 3000;
     survey::BvhSection section;
@@ -161,7 +162,7 @@ TEST(ReexpressedFrames, AreThoseOfEachJointByItself) {
     }
 }
 
-// Likewise; rows stay in their order, each on its line.
+// There are enough values that two threads share them. The rows must keep their order.
 TEST(ReexpressedFrames, AreWrittenInTheirOrder) {
     constexpr std::size_t kFrames = 4000;
     std::string file =

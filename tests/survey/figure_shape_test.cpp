@@ -34,7 +34,7 @@ const UnitRow kUnits[] = {
     {99, ""},
 };
 
-TEST(LikelyUnit, IsTheOneInWhichAPersonIsThatTall) {
+TEST(LikelyUnit, IsTheOneInWhichAPersonHasThisHeight) {
     for (const UnitRow& row : kUnits)
         EXPECT_EQ(survey::LikelyUnit(row.height), row.unit) << row.height;
 }
@@ -68,7 +68,7 @@ TEST(FigureShape, LeavesOutWhatIsNotFinite) {
 struct SizeRow {
     const char* name;
     double height;
-    const char* message;  // null: no finding
+    const char* message;  // null if there must be no finding
 };
 
 const SizeRow kSizes[] = {
@@ -87,7 +87,7 @@ const SizeRow kSizes[] = {
 
 class FigureSize : public testing::TestWithParam<SizeRow> {};
 
-TEST_P(FigureSize, IsToldWhereAnExportWouldBeFarFromAPerson) {
+TEST_P(FigureSize, IsReportedIfAnExportIsFarFromAPersonsSize) {
     const survey::SourceText source("x");
     survey::FindingList list(source);
     survey::FigureShape shape;

@@ -71,8 +71,8 @@ TEST_P(NumberWord, IsClassified) {
 
 INSTANTIATE_TEST_SUITE_P(, NumberWord, testing::ValuesIn(kRows));
 
-// What follows a word in its text is no part of it.
-TEST(NumberWords, EndWhereTheyAreSaidToEnd) {
+// Characters after the word in the same text must not be read.
+TEST(NumberWords, EndWhereTheViewEnds) {
     const std::string text = "12.5 34";
     double value = 0.0;
     EXPECT_EQ(survey::ClassifyWord(std::string_view(text).substr(0, 4), value), WordKind::Number);

@@ -26,7 +26,7 @@ std::vector<ByteMasksKernel> Kernels() {
     return kernels;
 }
 
-TEST(ByteMasks, AreTheSameOfEveryKernel) {
+TEST(ByteMasks, AreTheSameFromEveryKernel) {
     std::string bytes(4 * survey::kMaskBlock, '\0');
     for (std::size_t i = 0; i < bytes.size(); ++i)
         bytes[i] = static_cast<char>(i);
@@ -88,8 +88,8 @@ const Row kRows[] = {
 
 class RowScan : public testing::TestWithParam<Row> {};
 
-// Before the text, digits shift it across the borders of blocks.
-TEST_P(RowScan, TellsPlainRows) {
+// Line feeds and a blank before the text shift it across the borders of blocks.
+TEST_P(RowScan, RecognisesPlainRows) {
     for (const ByteMasksKernel kernel : Kernels()) {
         for (std::size_t shift = 0; shift < 2 * survey::kMaskBlock; ++shift) {
             std::string text;
@@ -114,13 +114,13 @@ INSTANTIATE_TEST_SUITE_P(, RowScan, testing::ValuesIn(kRows),
 
 TEST(RowScanWords, MayBeLong) {
     const std::string digits(10'000, '1');
-    EXPECT_FALSE(survey::ScanRows(digits, 1).plain);  // more than a double holds
+    EXPECT_FALSE(survey::ScanRows(digits, 1).plain);  // too large for a double
     EXPECT_TRUE(survey::ScanRows("0." + digits, 1).plain);
     EXPECT_TRUE(survey::ScanRows(std::string(300, '1'), 1).plain);
     EXPECT_FALSE(survey::ScanRows("0." + digits + "." + digits, 1).plain);
 }
 
-// Word by word, as slowly as can be.
+// A simple reference scan, word by word.
 survey::RowScan ScanSlowly(const std::string& text, std::size_t words) {
     survey::RowScan scan;
     std::string lines = text;
@@ -143,7 +143,7 @@ survey::RowScan ScanSlowly(const std::string& text, std::size_t words) {
     return scan;
 }
 
-TEST(RowScanWords, AreToldAsByASlowOneOnRandomTexts) {
+TEST(RowScanWords, AgreeWithTheReferenceOnRandomTexts) {
     std::mt19937 random(7);
     const std::vector<std::string> words = {"1",    "-2.5", "0.000001", "-0",  "12.",   "1e-5",
                                             "-1.5", "3",    ".5",       "100", "0.125", "1.5E+3"};

@@ -16,7 +16,7 @@ struct Row {
     std::string_view bytes;
     std::string encoding;
     bool readable;
-    std::string_view code;  // empty: no finding
+    std::string_view code;  // empty if there must be no finding
     Severity severity = Severity::Note;
 };
 
@@ -33,7 +33,7 @@ const Row kRows[] = {
 
 class SourceFindings : public testing::TestWithParam<Row> {};
 
-TEST_P(SourceFindings, AreTold) {
+TEST_P(SourceFindings, AreReported) {
     const survey::SourceText source(GetParam().bytes, GetParam().encoding);
     survey::FindingList list(source);
     EXPECT_EQ(survey::ReportSource(list), GetParam().readable);

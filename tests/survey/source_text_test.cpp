@@ -13,7 +13,7 @@ TEST(SourceText, IsThePlainFile) {
                  source.HasHighBytes() || source.HadTrailingControls());
 }
 
-TEST(SourceText, LeavesOutWhatIsNothingAtTheEnd) {
+TEST(SourceText, LeavesOutWhiteSpaceAndControlsAtTheEnd) {
     const SourceText white("1 2 \t\r\n\n");
     EXPECT_EQ(white.Text(), "1 2");
     EXPECT_FALSE(white.HadTrailingControls());
@@ -52,20 +52,20 @@ TEST_P(Utf16Text, IsConverted) {
 INSTANTIATE_TEST_SUITE_P(, Utf16Text, testing::ValuesIn(kUtf16),
                          [](const auto& row) { return row.param.name; });
 
-TEST(SourceText, TellsUtf16ByItsZeros) {
+TEST(SourceText, RecognisesUtf16ByItsZeros) {
     EXPECT_EQ(SourceText("H\0I\0E\0"sv).Text(), "HIE");
     EXPECT_EQ(SourceText("\0H\0I\0E"sv).Text(), "HIE");
     EXPECT_FALSE(SourceText("H"sv).WasUtf16());
 }
 
-TEST(SourceText, ConvertsOtherEncodingsWhereOneIsNamed) {
+TEST(SourceText, ConvertsFromTheNamedEncoding) {
     const SourceText source("Schl\xFCssel", "ISO-8859-1");
     EXPECT_EQ(source.Text(), "Schl\xC3\xBCssel");
     EXPECT_TRUE(source.WasEncoded());
     const SourceText unnamed("Schl\xFCssel");
     EXPECT_EQ(unnamed.Text(), "Schl\xFCssel");
     EXPECT_TRUE(unnamed.HasHighBytes());
-    // What is UTF-8 stays so, whatever is named.
+    // A text that is UTF-8 is not converted, whatever encoding is named.
     EXPECT_EQ(SourceText("\xC3\xBC", "ISO-8859-1").Text(), "\xC3\xBC");
 }
 

@@ -1,4 +1,4 @@
-// Small files with every allocation failing once, and cut after every byte.
+// Surveys small files with every allocation failing once, and cut off after every byte.
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
@@ -18,15 +18,15 @@ using survey::Purpose;
 
 struct Sample {
     std::string name;
-    std::string file;    // .bvh or .asf
-    std::string motion;  // .amc; empty: none
+    std::string file;    // content of a .bvh or .asf
+    std::string motion;  // content of an .amc; empty if there is none
 };
 
 void PrintTo(const Sample& sample, std::ostream* out) {
     *out << sample.name;
 }
 
-// Every so-manieth file of the corpus, so that a run takes seconds; each is small.
+// Every fourth file of the corpus without the large ones, so that a run takes seconds.
 std::vector<Sample> Samples() {
     constexpr std::size_t kEvery = 4;
     constexpr std::size_t kLargest = 3000;
@@ -51,7 +51,7 @@ std::vector<Sample> Samples() {
     return samples;
 }
 
-// The survey for `purpose`; everything that it says in one text.
+// All findings and mended texts of a survey for `purpose`, in one text.
 std::string Told(const Sample& sample, Purpose purpose) {
     survey::Options options;
     options.purpose = purpose;
@@ -84,7 +84,7 @@ bool FailsAtZero(const void*) {
 
 class SurveySweep : public testing::TestWithParam<Sample> {};
 
-TEST_P(SurveySweep, LackOfMemoryIsThrownAndNothingElse) {
+TEST_P(SurveySweep, OnlyLackOfMemoryIsThrown) {
     for (const Purpose purpose : {Purpose::Check, Purpose::Import, Purpose::Fix}) {
         const std::string undisturbed = Told(GetParam(), purpose);
         bool failed = true;
