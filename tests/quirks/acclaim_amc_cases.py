@@ -11,7 +11,7 @@ KEEP = list(range(1, FRAMES + 1))
 
 
 def start(frame):
-    """The line of a frame's number, of frames as tall as the plain ones."""
+    """The line with a frame's number, if each frame has as many lines as a plain one."""
     return HEADER + 1 + HEIGHT * (frame - 1)
 
 
@@ -29,13 +29,13 @@ def adder(corpus):
 
 
 def dropped(frame_numbers, bone):
-    """Plain frames, some without the row of a bone."""
+    """The plain frames; those in `frame_numbers`, from 1, have no row of `bone`."""
     return [[line for line in lines if number + 1 not in frame_numbers or line.split()[0] != bone]
             for number, lines in enumerate(frames())]
 
 
 def rewritten(frame_numbers, bone, change):
-    """Plain frames in which `change` makes another row of a bone's row, in some frames."""
+    """The plain frames; `change` replaces the row of `bone` in those in `frame_numbers`, from 1."""
     return [[change(line) if number + 1 in frame_numbers and line.split()[0] == bone else line for line in lines]
             for number, lines in enumerate(frames())]
 

@@ -7,7 +7,8 @@ from corpus import edit, error, line_of, maybe, note, warning
 
 
 def adder(corpus, about="asf"):
-    """Adds a pair and its case. A finding with a line is about the file that `about` names, unless it says otherwise."""
+    """Adds a pair and its case. A finding with a line is expected in the file with the extension `about`, unless
+    it names another."""
     def one(name, skeleton, findings=(), outcome="mended", motion="as:plain", motion_text=None, **more):
         skeleton_file, motion_file = f"{name}.asf", f"{name}.amc"
         corpus.file(skeleton_file, skeleton)

@@ -30,7 +30,7 @@ def bone_block(number, bone, changes=None):
 
 def asf(unit="1.0", angle="deg", bones=None, changes=None, extra="", hierarchy=None, order=ROOT_ORDER,
         axis="XYZ", orientation="0 0 0"):
-    """`changes`: lines by keyword, by bone; a line of None is left out."""
+    """`changes` maps a bone to its changed lines by keyword; None leaves a line out."""
     bones = bones or BONES
     blocks = "".join(bone_block(number + 1, bone, (changes or {}).get(bone[0])) for number, bone in enumerate(bones))
     parents = dict.fromkeys(parent for _, parent, _, _, _, _ in bones)
@@ -56,7 +56,7 @@ def row(name, numbers):
 
 
 def frames(count=FRAMES, rows=None, numbers=None):
-    """A list of frames, each a list of lines. `rows`: functions of the frame by bone, in place of the plain ones."""
+    """A list of frames, each a list of lines. `rows` maps a bone to a function of the frame that gives its values."""
     rows = rows or {}
     result = []
     for frame in range(count):

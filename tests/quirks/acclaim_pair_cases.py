@@ -1,4 +1,4 @@
-"""Quirks of a pair of Acclaim files, the archive's units, and files that are none."""
+"""Quirks of a pair of Acclaim files, the archive's units, and files of other formats."""
 
 from acclaim_asf_cases import adder
 from acclaim_base import amc, asf, frames, values
@@ -6,11 +6,11 @@ from bvh_base import plain as plain_bvh
 from corpus import edit, error, gzip_data, line_of, maybe, note, warning
 
 BARE = ":FULLY-SPECIFIED\n:DEGREES\n"
-UNITS = 17.7165  # lengths of the archive in a metre
+UNITS = 17.7165  # of the archive's lengths make one metre
 
 
 def archive_figure(unit="0.45"):
-    """The plain figure in the archive's units, which come out as metres."""
+    """The plain figure in the archive's units, which are imported as metres."""
     lines = []
     for line in asf(unit="1.0").splitlines():
         words = line.split()

@@ -20,7 +20,7 @@ def channel_line(names):
 
 
 def hierarchy(channels=None, offsets=None):
-    """Keyword to MOTION. `channels` and `offsets`: by joint, where they differ from the plain figure's."""
+    """The text from HIERARCHY up to MOTION. `channels` and `offsets` replace those of the plain figure, by joint."""
     channels, offsets = channels or {}, offsets or {}
     lines = ["HIERARCHY"]
 
@@ -42,7 +42,7 @@ def hierarchy(channels=None, offsets=None):
 
 
 def value(frame, column, kind="r"):
-    """A position of the root, or an angle."""
+    """A value of the plain motion: a position of the root if `kind` is "p", otherwise an angle."""
     if kind == "p":
         return [0.08 * frame, 0.95 + wave(frame, 1, 0.03), wave(frame, 2, 0.1)][column]
     return wave(frame, column, 12.0 + 9.0 * (column % 4))
@@ -67,7 +67,7 @@ def plain(rows=None, **more):
     return hierarchy(**more) + motion(plain_rows() if rows is None else rows)
 
 
-# A joint with a second one, for takes with many rows.
+# Two joints, for takes with many rows.
 SMALL = """HIERARCHY
 ROOT Base
 {

@@ -7,14 +7,14 @@ OFFSETS = {name: [float(word) for word in offset.split()] for name, _, offset, _
 
 
 def with_positions(joint, place, rows=None):
-    """Rows in which a joint with six channels has `place(frame)` before its rotations."""
+    """Rows in which `joint` has the positions `place(frame)` before its rotations."""
     first = 6 + 3 * [name for name, _, _, _ in FIGURE if name != "Hips"].index(joint)
     return [row[:first] + list(place(frame)) + row[first:]
             for frame, row in enumerate(rows or plain_rows())]
 
 
 def all_positions(place):
-    """Every joint below the root has six channels."""
+    """Rows in which every joint below the root has the positions `place(frame, joint)` before its rotations."""
     rows = plain_rows()
     for joint in ("LeftLeg", "LeftArm", "Head", "Spine"):
         rows = with_positions(joint, lambda frame, joint=joint: place(frame, joint), rows)
@@ -107,7 +107,7 @@ CHAIN_END = "\t\t\tEnd Site\n\t\t\t{\n\t\t\t\tOFFSET 0.1 0.3 0\n\t\t\t}\n"
 
 
 def add_chains(corpus):
-    """Joints whose only child lists positions, of which a run of bones cannot be made as they are."""
+    """Joints whose only child lists positions, so that no bone chain can be built from them as they are."""
     def one(name, middle, upper, findings, end=CHAIN_END, folded=True):
         rows = []
         for frame, row in enumerate(plain_rows()):

@@ -62,7 +62,7 @@ def add_rotations(corpus):
     middle = [89.0, 89.9, 89.999, 89.99999, 90.0, 90.00001, 90.001, 90.1, 91.0, 95.0]
     near = [row[:7] + [middle[frame]] + row[8:] for frame, row in enumerate(plain_rows())]
     risen("rotation-order-gimbal", {"Spine": XYZ}, [[round(number, 5) for number in row] for row in near])
-    corpus.cases[-1].details.pop("smooth")  # x and z turn over where the middle angle passes a right angle
+    corpus.cases[-1].details.pop("smooth")  # x and z jump where the middle angle passes 90 degrees
     corpus.cases[-1].details["tolerance"] = {"bones": 3e-5}
     second = plain() + plain(channels={"Spine": XYZ})
     corpus.file("rotation-order-section.bvh", second)
@@ -170,7 +170,7 @@ def add_lines(corpus):
 
 
 def tabs_and_blanks(text):
-    """The same columns of indentation, every second line with blanks in place of tabs."""
+    """The same columns of indentation, with blanks instead of tabs in every second line."""
     head, rest = text.split("MOTION", 1)
     lines = []
     for number, line in enumerate(head.split("\n")):

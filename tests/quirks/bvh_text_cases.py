@@ -1,4 +1,4 @@
-"""Quirks of a BVH file's bytes: line ends, marks, encodings, and files that are none."""
+"""Quirks of a BVH file's bytes: line ends, byte-order marks and encodings; and files of other formats."""
 
 from bvh_base import hierarchy, motion, plain, plain_rows
 from corpus import edit, error, gzip_data, line_of, maybe, note, warning
@@ -39,7 +39,7 @@ def add_numbers(corpus):
 
 
 def odd_form(number, place):
-    """The same number with a plus, as a power of ten, or without what it does not need."""
+    """The same number with a plus, with an exponent, or without the zero before its point."""
     plain_form = f"{number:.4f}"
     if place % 4 == 0 and number > 0:
         return "+" + plain_form

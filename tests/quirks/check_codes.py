@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Every code that docs/findings.md explains has a case in the corpus, every case's codes are explained,
-and the page's table of other readers has a row for every BVH file with a finding.
+"""Checks that every code in docs/findings.md has a case in the corpus, that the codes of every case are
+explained there, and that the page's table of other readers has a row for every BVH file with a finding.
 
 usage: check_codes.py PAGE
 """

@@ -1,4 +1,4 @@
-"""Compares the joints' places of an import with a walk of the file."""
+"""Compares the joints' positions in an import with a walk of the file (format_walk.py)."""
 
 import numpy
 
@@ -6,13 +6,13 @@ from program_runs import Failure
 
 
 def end_name(name, names):
-    """The name of an end site after its joint was renamed."""
+    """The name of an end site in the import. `names` maps joints to their new names."""
     leaf = name[:-len("_End")]
     return f"{names[leaf]}_End" if isinstance(names.get(leaf), str) else name
 
 
 def candidates(name, is_end, names):
-    """The names that a joint may have in the import; none where only its place counts."""
+    """The names that a joint may have in the import; empty if any object at its position will do."""
     if is_end and names.get(name[:-len("_End")], "") is None:
         return []
     if is_end:
@@ -22,20 +22,20 @@ def candidates(name, is_end, names):
 
 
 def taken(name, walk):
-    """Whether bones may use the name: they number those that they add to a joint where it branches."""
+    """Whether a bone chain may already have the name: a joint that branches gets further bones with numbers."""
     stem = name.rstrip("0123456789")
     return any(name[:end] in walk.names for end in range(len(stem), len(name)))
 
 
 def nodes_of(options, found, numbered):
-    """The objects with one of these names; `numbered`: or with one and a further number."""
+    """Indexes of the objects with one of these names. With `numbered`, a number may follow the name."""
     return [node for node, other in enumerate(found)
             if other in options or numbered and any(other.startswith(option) and other[len(option):].isdigit()
                                                     for option in options)]
 
 
 def split_models(arrays, count):
-    """(names, positions) of each model of an import."""
+    """Returns (names, positions) for each model of an import."""
     names, positions = [str(name) for name in arrays["names"]], arrays["positions"]
     if count == 1:
         return [(names, positions)]
@@ -47,16 +47,18 @@ def split_models(arrays, count):
 
 
 def rows_of(numbers, frames, several):
-    """The rows of an import that show a walk's frames. Of several models, shorter ones stay where they end."""
+    """Indexes of the import's rows for a walk's frames. If there are several models, one may be shorter than the
+    import; it then keeps its last pose."""
     if len(numbers) == frames or several and len(numbers) < frames:
         return numpy.arange(len(numbers))
-    if len(numbers) and numbers[-1] - numbers[0] + 1 == frames:  # gaps are filled
+    if len(numbers) and numbers[-1] - numbers[0] + 1 == frames:  # the import fills gaps
         return numbers - numbers[0]
     raise Failure(f"{frames} frames where {len(numbers)} were expected")
 
 
 def expected_places(walk, frames):
-    """(positions, frame numbers) that an import must show. `frames`: rows of the walk, from 1, or None."""
+    """Returns the (positions, frame numbers) that an import must have. `frames` are rows of the walk, from 1, or None
+    for all."""
     if frames is None and len(walk.positions):
         return walk.positions, walk.frame_numbers
     if not frames:
@@ -65,7 +67,7 @@ def expected_places(walk, frames):
 
 
 def compare(arrays, walks, bound, names=None, frames=None, bones=False, numbered=True):
-    """Yields what is not where it should be. `bound` is in parts of the figure's size."""
+    """Yields a message for each joint that is not at its position, within `bound` times the figure's size."""
     names = names or {}
     for walk, (found, places) in zip(walks, split_models(arrays, len(walks))):
         expected, numbers = expected_places(walk, frames)
@@ -92,7 +94,7 @@ def compare(arrays, walks, bound, names=None, frames=None, bones=False, numbered
 
 
 def compare_end(arrays, joint, offset, size):
-    """In bones, some object must stay at the distance of an added end site."""
+    """With bones, some object must always have the distance of the added end site from its joint."""
     names = [str(name) for name in arrays["names"]]
     places = arrays["positions"]
     distances = numpy.linalg.norm(places - places[:, names.index(joint):names.index(joint) + 1], axis=2)
@@ -102,7 +104,7 @@ def compare_end(arrays, joint, offset, size):
 
 
 def jumps(record, joints):
-    """Angles of these joints follow the frame before: none is more than half a turn from it."""
+    """Yields a message for each angle of these joints that changes by more than 180 degrees from frame to frame."""
     curves = {}
     for entry in record["scene"]:
         for action in entry.get("actions", []):

@@ -1,4 +1,4 @@
-"""What the scripts that write the corpus share: a case and its expected findings, and edits of a text."""
+"""Shared by the scripts that write the corpus: cases, expected findings, and changes of a text."""
 
 import dataclasses
 import math
@@ -22,7 +22,7 @@ class Case:
 
 
 class Corpus:
-    """The files and the cases of one folder, gathered before anything is written."""
+    """The files and the cases of one folder, which are collected before anything is written."""
 
     def __init__(self, folder):
         self.folder = folder
@@ -37,7 +37,7 @@ class Corpus:
         return path
 
     def case(self, name, files, outcome, findings=(), motion=None, **details):
-        """`files`: names in the folder. A case that is refused has no motion."""
+        """Adds a case. `files` are names in the folder. A refused case has no motion."""
         assert all(case.name != name for case in self.cases), name
         motion = motion or ("none" if outcome == "refused" else "walk")
         paths = [f"{self.folder}/{file}" for file in files]
@@ -45,7 +45,7 @@ class Corpus:
 
 
 def finding(code, severity, line=None, **more):
-    """`line`: a number, a list of those that will do, or None where the finding is about the whole file."""
+    """`line` is a number, a list of allowed numbers, or None if any line is right."""
     return {"code": code, "severity": severity, "line": line, **more}
 
 
@@ -62,12 +62,12 @@ def error(code, line=None, **more):
 
 
 def maybe(expected):
-    """A finding that may be told or not."""
+    """Makes a finding optional: it may be reported or not."""
     return {**expected, "optional": True}
 
 
 def edit(text, *pairs):
-    """The text with each `old` replaced by `new`; `old` must be there exactly once."""
+    """The text with each `old` replaced by its `new`. Each `old` must occur exactly once."""
     for old, new in pairs:
         assert text.count(old) == 1, f"{old!r} is there {text.count(old)} times"
         text = text.replace(old, new)
@@ -91,5 +91,5 @@ def gzip_data(text):
 
 
 def wave(frame, column, size):
-    """A smooth made-up value that is another one in every column."""
+    """A smooth made-up value that differs from column to column."""
     return size * math.sin(0.37 * frame + 1.3 * column + 0.2) + 0.2 * size * math.cos(0.9 * frame * (1 + column % 3))

@@ -1,13 +1,13 @@
-"""Where the joints of a capture file are in every frame, by the rules of its format alone.
+"""Computes the joints' positions in every frame of a capture file by the rules of its format alone.
 
-An independent forward-kinematics walk for the tests: it reads files that are written by the book (and
-a few habits that no reader stumbles over) and shares nothing with the program under test.
+This is an independent forward kinematics (a "walk") for the tests. It reads files that follow the format,
+and some with harmless deviations, and shares no code with the program under test.
 
-Conventions: column vectors, right-handed turns, world(child) = world(parent) * T(offset) * R.
+Conventions: column vectors, right-handed rotations, global(child) = global(parent) * T(offset) * R.
   BVH  R is the product of the listed rotations from left to right. A position channel replaces its
        component of the OFFSET.
   ASF  A bone's local rotation is C * M * C^-1. C comes from its axis line and M from its values; in
-       both the first listed turn acts first on a vector. A joint is at the end of its parent's bone.
+       both the rotation that is listed first acts first. A joint is at the end of its parent's bone.
 """
 
 import dataclasses
@@ -16,8 +16,8 @@ import re
 import numpy
 
 AXES = {"x": 0, "y": 1, "z": 2}
-ARCHIVE_UNIT = 0.45        # what the well-known archive writes as its unit of length
-ARCHIVE_FACTOR = 0.056444  # metres in one of its lengths: an inch over 0.45
+ARCHIVE_UNIT = 0.45        # the length factor that the files of a well-known archive state
+ARCHIVE_FACTOR = 0.056444  # metres in one of its lengths: an inch divided by 0.45
 ARCHIVE_RATE = 120.0
 
 
@@ -28,13 +28,13 @@ class Walk:
     parents: list
     is_end: list
     positions: numpy.ndarray
-    rest: numpy.ndarray             # (joints, 3)
-    frame_numbers: numpy.ndarray    # whole numbers, as the file counts
-    seconds: float                  # of one step between frame numbers; 0: not stated
-    loose: set = dataclasses.field(default_factory=set)  # joints without a place in the tree
+    rest: numpy.ndarray             # of the rest pose: (joints, 3)
+    frame_numbers: numpy.ndarray    # whole numbers, as in the file
+    seconds: float                  # between two frame numbers; 0 if not stated
+    loose: set = dataclasses.field(default_factory=set)  # names of bones that the hierarchy does not attach
 
     def size(self):
-        """The diagonal of the rest pose's box or, where the joints rest together, of the first frame's."""
+        """The diagonal of the box around the rest pose; if that is 0, of the box around the first frame; else 1."""
         for pose in [self.rest, *self.positions[:1]]:
             diagonal = float(numpy.linalg.norm(pose.max(axis=0) - pose.min(axis=0)))
             if diagonal > 1e-9:
@@ -43,7 +43,7 @@ class Walk:
 
 
 def turn(axis, degrees):
-    """(n, 3, 3): turns by n angles about axis 0, 1 or 2."""
+    """Rotation matrices, (n, 3, 3), for n angles in degrees about axis 0, 1 or 2."""
     radians = numpy.radians(numpy.asarray(degrees, dtype=float))
     cos, sin = numpy.cos(radians), numpy.sin(radians)
     result = numpy.zeros((len(radians), 3, 3))
@@ -72,7 +72,7 @@ class BvhJoint:
 
 
 def bvh_hierarchy(lines, start):
-    """The joints from the line after HIERARCHY on, and the index of the line with MOTION."""
+    """Reads joints from lines[start] on. Returns them and the index of the line with MOTION."""
     joints, open_joints, column = [], [], 0
     for index in range(start, len(lines)):
         words = lines[index].split()
@@ -102,7 +102,7 @@ def bvh_hierarchy(lines, start):
 
 
 def bvh_pose(joints, rows, relative=False, at_rest=False):
-    """(frames, joints, 3) for an array of rows."""
+    """The positions, (frames, joints, 3), for an array of rows. `relative` adds positions to offsets."""
     frames = len(rows)
     places, turns = [], []
     for joint in joints:
@@ -123,7 +123,7 @@ def bvh_pose(joints, rows, relative=False, at_rest=False):
 
 
 def walk_bvh(path, relative=False):
-    """A list of walks, one a section of the file."""
+    """A list of walks, one for each section of the file."""
     lines = re.split("\r\n|\r|\n", text_of(path))
     walks, index = [], 0
     while True:
@@ -175,7 +175,8 @@ def asf_lines(text):
 
 
 def read_asf(path):
-    """(bones by lower-case name, root first; unit of length; degrees; place of the root)."""
+    """Returns the bones by lower-case name, the root first; the length factor; whether angles are in degrees; and the
+    root's position."""
     root, bone, section = Bone(), None, ""
     bones, unit, degrees, place, pairs = {"root": root}, 1.0, True, [0.0, 0.0, 0.0], []
     for words in asf_lines(text_of(path)):
@@ -206,7 +207,7 @@ def read_asf(path):
 
 
 def bone_line(bones, bone, key, words):
-    """Applies one line inside :bonedata; the bone that is open after it."""
+    """Applies one line of :bonedata to `bone`. Returns the bone that the next line is about."""
     if key == "begin":
         return Bone()
     if key == "name":
@@ -224,7 +225,8 @@ def bone_line(bones, bone, key, words):
 
 
 def read_amc(path):
-    """(frame numbers, a dictionary of values by lower-case bone a frame, rate or 0, degrees or None)."""
+    """Returns the frame numbers; for each frame, the values by lower-case bone name; the rate, or 0; and whether
+    angles are in degrees, or None if that is not stated."""
     moments, frames, rate, degrees = [], [], 0.0, None
     for words in asf_lines(text_of(path)):
         if not words:
@@ -251,7 +253,7 @@ def bone_axes(bone, degrees):
 
 
 def bone_motion(bone, frames, degrees, factor):
-    """Translation (or None), turns about the bone's own axes, and lengths (or None)."""
+    """Returns translations (or None), rotations about the bone's own axes, and lengths (or None)."""
     scale = 1.0 if degrees else 180.0 / numpy.pi
     count = len(frames)
     moved, turns, lengths = None, numpy.tile(numpy.eye(3), (count, 1, 1)), None
@@ -272,7 +274,7 @@ def bone_motion(bone, frames, degrees, factor):
 
 
 def skeleton_order(bones):
-    """Lower-case names with every parent before its children, and those that no line attaches."""
+    """Returns the lower-case names with every parent before its children, and the names that no line attaches."""
     order = ["root"]
     for name in order:
         order += [child for child, bone in bones.items() if bone.parent == name]
@@ -280,7 +282,8 @@ def skeleton_order(bones):
 
 
 def pose_asf(bones, order, frames, degrees, unit, place):
-    """(names, parents, is_end, positions) of the bones in `order`; `unit` is (axes' degrees, factor)."""
+    """Returns (names, parents, is_end, positions) of the bones in `order`. `degrees` is for the motion's angles; `unit`
+    is (whether the axes are in degrees, length factor); `place` is the root's position at rest."""
     axes_degrees, factor = unit
     count = max(len(frames), 1)
     names, parents, ends, places = [], [], [], []
@@ -322,7 +325,8 @@ def length_factor(unit, preset, length):
 
 
 def walk_acclaim(asf, amc=None, preset=True, length=None):
-    """A list of one walk. `preset`: the archive's unit means the archive; `length` replaces any unit."""
+    """A list of one walk. With `preset`, a file with the archive's length factor is read as the archive's. `length`
+    replaces any length factor."""
     bones, unit, axes_degrees, place = read_asf(asf)
     factor = length_factor(unit, preset, length)
     moments, frames, rate, degrees = read_amc(amc) if amc else ([], [], 0.0, None)
@@ -339,7 +343,7 @@ def walk_acclaim(asf, amc=None, preset=True, length=None):
 
 
 def walk_files(files, relative=False, preset=True, length=None):
-    """The walks of a .bvh, or of an .asf with at most one .amc."""
+    """The walks of a .bvh, or the walk of an .asf with at most one .amc."""
     if str(files[0]).lower().endswith(".bvh"):
         return walk_bvh(files[0], relative)
     return walk_acclaim(files[0], files[1] if len(files) > 1 else None, preset, length)

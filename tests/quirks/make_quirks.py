@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Writes the files of the corpus and table.json, the list of what each must give.
+"""Writes the files of the corpus, and table.json with what is expected of each.
 
-usage: make_quirks.py           write everything anew; read the difference before committing it
-       make_quirks.py --check   exit 1 where a file is not as this would write it
+usage: make_quirks.py           write all files again; read the difference before committing it
+       make_quirks.py --check   exit with status 1 if a file is not as this script would write it
 """
 
 import json

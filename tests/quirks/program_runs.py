@@ -1,4 +1,4 @@
-"""Runs of zkhost for the quirks: what check tells, and what import writes."""
+"""Runs zkhost for the quirks, and compares what `check` reports and `import` writes with what is expected."""
 
 import json
 import os
@@ -8,21 +8,21 @@ import subprocess
 import numpy
 
 LIMIT = 300
-CHECK_ONLY = {"figure-size", "limits-exceeded"}  # they need every pose, which an import does not work out
+CHECK_ONLY = {"figure-size", "limits-exceeded"}  # need every pose, which an import does not compute
 
 
-# file:line:column: severity: words [code]; a file that cannot be read has no lines.
+# file:line:column: severity: message [code]. A finding about the whole file has no line and column.
 FINDING = re.compile(r".+?:(?:(?P<line>\d+):\d+:)? (?P<severity>error|warning|note): .+ \[(?P<code>[a-z0-9-]+)\]$")
 
 
 class Failure(Exception):
-    """What differed, in words."""
+    """A run that did not do what was expected. The message says how."""
 
 
 class Program:
     def __init__(self, path, folder):
         self.path = str(path)
-        self.folder = folder  # file names are seen from here
+        self.folder = folder  # file names are relative to it
 
     def run(self, *arguments):
         done = subprocess.run([self.path, *map(str, arguments)], cwd=self.folder, capture_output=True,
@@ -32,7 +32,7 @@ class Program:
         return done.returncode, done.stdout.decode("utf-8", "replace"), done.stderr.decode("utf-8", "replace")
 
     def check(self, files):
-        """The exit status, and each file's object."""
+        """Runs check --json. Returns the exit status and the object of each file."""
         status, out, err = self.run("check", "--json", *files)
         try:
             objects = [json.loads(line) for line in out.splitlines() if line.strip()]
@@ -43,13 +43,13 @@ class Program:
         return status, objects
 
     def strict_lines(self, files):
-        """The exit status of check --strict, and (line, severity, code) of each finding it prints."""
+        """Runs check --strict. Returns the exit status and (line, severity, code) of each printed finding."""
         status, out, _ = self.run("check", "--strict", *files)
         found = [FINDING.match(line) for line in out.splitlines()]
         return status, sorted((int(match["line"] or 0), match["severity"], match["code"]) for match in found if match)
 
     def imported(self, files, options, out):
-        """Imports to out.npz and out.json: (arrays, record). Raises where that fails."""
+        """Imports to out.npz and out.json and returns their content. Raises Failure if the import fails."""
         status, _, err = self.run("import", *files, *options, "-o", f"{out}.npz", "-o", f"{out}.json")
         if status != 0:
             raise Failure(f"import {' '.join(options)}: exit status {status}: {err[-600:]}")
@@ -59,7 +59,7 @@ class Program:
             return arrays, json.load(file)
 
     def refused(self, files, options, out):
-        """Stderr of an import that must be refused, with nothing written. `out`: a name that is new."""
+        """Runs an import that must be refused and write nothing. Returns its stderr. `out` must be a new name."""
         status, _, err = self.run("import", *files, *options, "-o", f"{out}.npz", "-o", f"{out}.glb")
         if status != 1:
             raise Failure(f"import {' '.join(options)}: exit status {status} where 1 was expected: {err[-600:]}")
@@ -70,7 +70,7 @@ class Program:
 
 
 def told(objects):
-    """All findings, each with the extension of the file that it is about."""
+    """All findings. Each gets the extension of its file as "file"."""
     return [{**finding, "file": os.path.splitext(entry["file"])[1][1:].lower()}
             for entry in objects for finding in entry["findings"]]
 
@@ -81,7 +81,7 @@ def lines_that_do(expected):
 
 
 def differs(expected, actual):
-    """Why a finding is not the expected one, or None."""
+    """Says why a finding is not the expected one; None if it is."""
     for key in ("severity", "joint", "count", "file"):
         if key in expected and actual.get(key) != expected[key]:
             return f"{key} is {actual.get(key)!r}, not {expected[key]!r}"
@@ -95,7 +95,7 @@ def differs(expected, actual):
 
 
 def compare_findings(expected_list, actual_list):
-    """Each difference, in words."""
+    """Yields a message for each difference."""
     rest = list(actual_list)
     for expected in expected_list:
         same = [actual for actual in rest if actual["code"] == expected["code"]
@@ -113,7 +113,7 @@ def compare_findings(expected_list, actual_list):
 
 
 def same_findings(checked, imported):
-    """Import tells what check tells, but for what only check works out."""
+    """Yields a message if import does not report what check reports, except the codes that only check reports."""
     def key(entry):
         return entry["code"], entry["severity"], entry["line"], entry["count"], entry["joint"] or ""
     left = sorted(key(entry) for entry in checked if entry["code"] not in CHECK_ONLY)

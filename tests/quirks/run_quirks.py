@@ -1,24 +1,24 @@
 #!/usr/bin/env python3
-"""Holds zkhost to table.json: what `check` tells of each file, and the motion that `import` gives.
+"""Compares zkhost with table.json: what `check` reports about each file, and the motion that `import` gives.
 
 usage: run_quirks.py --zkhost PATH [--folder bvh|acclaim] [--case NAME]
 
 A row of the table:
-  files     seen from this folder; an .asf with its .amc
-  outcome   right (handed on as it is), mended, right|mended (either), or refused
-  findings  all that `check` must tell, and nothing else: code, severity, line (a number, some that will
-            do, or null), and perhaps joint, count, file (an extension), words of the message;
-            "optional": may be missing
-  motion    walk (of the file itself), walk:relative (positions are added to offsets), as:NAME (of another
-            case's files) or none
-  frames    the frames of that motion that the import must show, from 1
-  names     new names of joints (several that will do; null: its place alone counts)
-  options   of import; `check` is left out then
-  walk      the arguments of the walk
-  fps       the rate of the import
-  tolerance of nulls and bones, where they are not 1e-9 and 1e-6 of the figure's size
+  files     names, relative to this folder; an .asf with its .amc
+  outcome   right (the plug-in gets the file itself), mended, right|mended (either), or refused
+  findings  all that `check` must report, and nothing else: code, severity, line (a number, a list of allowed
+            numbers, or null for any), and perhaps joint, count, file (an extension), words of the message;
+            "optional" findings may be missing
+  motion    what the import is compared with: walk (of the file itself), walk:relative (with positions added
+            to offsets), as:NAME (the walk of another case's files) or none
+  frames    the frames of that motion that the import must have, from 1
+  names     new names of joints, by old name: one, a list of allowed ones, or null if only the position counts
+  options   of `import`; `check` is not run then
+  walk      arguments of format_walk.walk_files
+  fps       the rate of the import, in frames per second
+  tolerance for nulls and bones, as parts of the figure's size, if not 1e-9 and 1e-6
   smooth    joints whose angles must not jump
-  bones_end end sites that bones get, by joint
+  bones_end offsets of end sites that must be added for bones, by joint
 """
 
 import argparse
@@ -52,7 +52,7 @@ class Case:
                                       **self.row.get("walk", {}))
 
     def run(self):
-        """Yields each difference."""
+        """Yields a message for each difference."""
         checked = None
         if not self.options:
             checked = yield from self.check()
@@ -90,7 +90,7 @@ class Case:
         return findings
 
     def settings(self):
-        """Units and rates may be mended by an option of the import instead of another text."""
+        """Whether a unit or rate is corrected by an option of the plug-in, without a mended text."""
         return any(finding["code"] in ("preset-cmu", "length-unit", "rate-text") for finding in self.row["findings"])
 
     @staticmethod
@@ -128,7 +128,7 @@ class Case:
                     yield from compare_end(arrays, joint, offset, walks[0].size())
 
     def recorded(self, record, checked):
-        """The findings of the import's record."""
+        """Compares the findings in the import's record."""
         if checked is not None:
             yield from same_findings(checked, record["findings"])
         elif self.row["findings"]:
@@ -143,11 +143,11 @@ class Case:
             yield f"{float(arrays['fps'])} frames per second, not {fps}"
 
     def as_is(self):
-        """What is handed on as it is gives what the plug-in gives by itself, bit for bit."""
+        """If no text was mended, the import must be the same as with --as-is, bit for bit."""
         for skeleton in ("nulls", "bones"):
             plain, alone = self.folder / skeleton, self.folder / f"{skeleton}-as-is"
             if not pathlib.Path(f"{plain}.json").is_file():
-                continue  # the import failed, and that was told
+                continue  # the import failed, which was reported before
             record = json.loads(pathlib.Path(f"{plain}.json").read_text(encoding="utf-8"))
             _, own = self.program.imported(self.row["files"], [f"--{skeleton}", "--as-is"], alone)
             if record.pop("findings", None) is None or "findings" in own:
@@ -156,7 +156,7 @@ class Case:
                 yield f"{skeleton}: the result is not that of --as-is"
 
     def fixed(self, checked):
-        """The canonical text has nothing to mend, and the same motion. Without anything to mend it is a copy."""
+        """The text of check --fix must need no mending and have the same motion. If nothing is mended, it is a copy."""
         out = self.folder / "fixed"
         out.mkdir()
         status, _, err = self.program.run("check", *self.row["files"], "--fix", "--out-dir", out)

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Imports real captures, as nulls and as bones, and finds every joint in every frame where a walk of
-the file by its format's rules has it.
+"""Imports real captures, as nulls and as bones, and compares every joint's position in every frame with a
+walk of the file (format_walk.py).
 
 usage: run_shared.py --zkhost PATH --data FOLDER
 """
@@ -24,7 +24,7 @@ BONES_NEAR_GIMBAL = 3e-5
 
 
 def bound_of(skeleton, codes):
-    """Folded positions are known to 1e-6 of the figure; middle angles may come near a right angle."""
+    """The tolerance, which is larger for bones if positions that vary a little became offsets."""
     if skeleton == "bones" and "position-constant" in codes:
         return BONES_FOLDED
     return BOUNDS[skeleton]
@@ -43,7 +43,7 @@ def differences(program, files, folder):
     for skeleton in ("nulls", "bones"):
         try:
             arrays, _ = program.imported(files, [f"--{skeleton}"], folder / skeleton)
-            # A leaf without an end site has one more object in bones; a gap of frames is filled.
+            # With bones, a leaf without an end site has one more object. The import fills gaps of frames.
             for problem in compare(arrays, walks, bound_of(skeleton, codes), bones=skeleton == "bones"):
                 yield f"{skeleton}: {problem}"
         except Failure as failure:
