@@ -6,23 +6,26 @@
 
 namespace Zelk {
 
-// One entry of an action source: a target parameter with a static value or with an fcurve's keys.
+// One item of an action: a target parameter with a static value, or with the keys of an fcurve.
 class ZELK_API AnimationSourceItem : public CBase {
   public:
     using CBase::CBase;
 };
 
-// A set of values and curves for the parameters of a model. Has the parameter "AnimEnd" (seconds).
+// An action: a set of values and curves for the parameters of a model. Its own parameter "AnimEnd"
+// is its length in seconds.
 class ZELK_API ActionSource : public ProjectItem {
   public:
     using ProjectItem::ProjectItem;
 
-    // `target` is the parameter's full name without the model's name and the dot after it. The keys
-    // are taken as the curve holds them now. The item is empty where the host did not make it.
+    // `target` is the parameter's full name without the model's name and the dot after it. The item
+    // gets the keys that the curve has at the time of the call. An empty item is returned if the
+    // host could not add one.
     AnimationSourceItem AddSourceItem(const CString& target, const CRef& fcurve, bool active);
     AnimationSourceItem AddSourceItem(const CString& target, double value, bool active);
 };
 
+// A set of objects of a model.
 class ZELK_API Group : public ProjectItem {
   public:
     using ProjectItem::ProjectItem;

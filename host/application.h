@@ -12,6 +12,7 @@ namespace Zelk {
 
 class ZELK_API Application {
   public:
+    // The root of the scene, which is above all objects. Empty if the host has none.
     Model GetActiveSceneRoot() const;
     // Runs a host command by name: "AddClip", "DeleteObj", "ApplyAction". A command with empty or
     // wrong arguments fails and changes nothing.

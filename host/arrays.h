@@ -10,7 +10,7 @@
 
 namespace Zelk {
 
-// Times of keys, in the unit that the host keeps times in: frames.
+// The times of keys, in frames. New elements are 0.
 class CTimeArray {
   public:
     explicit CTimeArray(std::uint32_t count = 0) : times_(count) {}
@@ -26,7 +26,7 @@ class CValueArray {
   public:
     explicit CValueArray(std::uint32_t count = 0) : values_(count) {}
     std::uint32_t GetCount() const { return static_cast<std::uint32_t>(values_.size()); }
-    // Keeps the first `count` values; new ones are empty.
+    // Changes the number of values to `count`. The first ones are kept; new ones are empty.
     void Resize(std::uint32_t count) { values_.resize(count); }
     CValue& operator[](std::uint32_t index) { return values_[index]; }
     const CValue& operator[](std::uint32_t index) const { return values_[index]; }
@@ -40,7 +40,8 @@ class CRefArray {
     std::uint32_t GetCount() const { return static_cast<std::uint32_t>(refs_.size()); }
     void Add(const CRef& ref) { refs_.push_back(ref); }
     const CRef& operator[](std::uint32_t index) const { return refs_[index]; }
-    // The first element whose object or parameter has that name; the empty reference without one.
+    // The first element whose object or parameter has that name. If there is none, the empty
+    // reference.
     ZELK_API CRef GetItem(const CString& name) const;
 
   private:

@@ -1,6 +1,6 @@
 // The host's automation objects as typed classes: the application as scripts see it, the toolkit of
-// user-interface objects and its progress bar. Booleans are automation booleans: 0 is false, -1
-// (all sixteen bits) true.
+// user-interface objects and its progress bar. Booleans are automation booleans: 0 is false; -1,
+// with all sixteen bits set, is true.
 #pragma once
 
 #include <cstdint>
@@ -17,9 +17,10 @@ inline constexpr std::int16_t kAutomationFalse = 0;
 
 class ZELK_API AutomationApplication {
   public:
-    // Whether somebody sits before the host. A host that does not know leaves `interactive` alone.
+    // Sets `interactive` to whether the host has a user. A host that cannot tell leaves it
+    // unchanged.
     void GetInteractive(std::int16_t& interactive) const;
-    // One line to the log, with the host's default severity.
+    // Adds one line to the log, with the host's default severity.
     void LogMessage(const CString& message);
 };
 
@@ -33,6 +34,8 @@ class ZELK_API ProgressBar : public CBase {
     void PutValue(std::int32_t value);
     void PutCaption(const CString& text);
     void PutVisible(std::int16_t visible);
+    // Sets `pressed` to whether the user has pressed the cancel button. An empty bar leaves it
+    // unchanged.
     void GetCancelPressed(std::int16_t& pressed) const;
 };
 
@@ -40,9 +43,9 @@ class ZELK_API UIToolkit : public CBase {
   public:
     using CBase::CBase;
 
-    // Fails where the host has no user interface.
+    // Fails if the host has no user interface.
     static CStatus Create(UIToolkit& toolkit);
-    // Empty where the host gives none.
+    // Empty if the host has none.
     ProgressBar GetProgressBar() const;
 };
 

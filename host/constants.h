@@ -5,10 +5,10 @@
 
 namespace Zelk {
 
-// Passed as a time, this means the host's current time.
+// A time argument with this value means the host's current time.
 inline constexpr double kCurrentTime = std::numeric_limits<double>::max();
 
-// Of a log line.
+// The severity of a log line.
 enum zkSeverityType : std::int32_t {
     zkErrorSeverity = 2,
     zkWarningSeverity = 4,

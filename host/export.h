@@ -1,4 +1,4 @@
 #pragma once
 
-// Marks what the host library exports. The plug-in sees the host through these symbols alone.
+// Marks what the host library exports. The plug-in uses no other symbols of the host.
 #define ZELK_API __attribute__((visibility("default")))

@@ -8,8 +8,7 @@ struct CVector3 {
     double z = 0.0;
 };
 
-// A placement without rotation or scaling: those stay at identity for everything the plug-in
-// places.
+// A transform without rotation and scaling. The plug-in needs nothing but the translation.
 class CTransformation {
   public:
     void SetTranslationFromValues(double x, double y, double z) { translation_ = {x, y, z}; }

@@ -1,4 +1,4 @@
-// What all named things of the scene have in common.
+// The base classes of everything in the scene that has a name.
 #pragma once
 
 #include "host/arrays.h"
@@ -11,17 +11,18 @@ namespace Zelk {
 class Model;
 }
 
-// Anything with a name. Stands outside the namespace, as in the host's own headers.
+// Anything with a name. This class is not in the namespace, because the host declares it that way.
 class ZELK_API ZKObject : public Zelk::CBase {
   public:
     using Zelk::CBase::CBase;
 
     Zelk::CString GetName() const;
-    // The host may alter the name to keep it unique; GetName tells what it became.
+    // The host may append a number to keep the name unique; GetName then returns the result.
     void PutName(const Zelk::CString& name);
-    // "Model", "Model.Object", "Model.Object.kine.local.posx", "Model.Object.Property".
+    // For example "Model", "Model.Object", "Model.Object.kine.local.posx" or
+    // "Model.Object.Property".
     Zelk::CString GetFullName() const;
-    // Empty for what stands under nothing.
+    // Empty if there is no parent, as for an object directly under the scene root.
     ZKObject GetParent() const;
 };
 
@@ -31,11 +32,12 @@ class ZELK_API ProjectItem : public ZKObject {
   public:
     using ZKObject::ZKObject;
 
-    // The model this belongs to; a model belongs to itself.
+    // The model that this belongs to. A model belongs to itself, an object in no model to the scene
+    // root.
     Model GetModel() const;
     // The item's parameters; find one with CRefArray::GetItem.
     CRefArray GetParameters() const;
-    // Sets the parameter of that name at that time.
+    // Sets the parameter of that name at that time, which is in frames or kCurrentTime.
     CStatus PutParameterValue(const CString& name, double value, double time);
 };
 

@@ -9,22 +9,25 @@
 
 namespace Zelk {
 
-// One animatable value, or a set of them under one name. Positions are in scene units, rotations in
-// degrees, times in frames (kCurrentTime: now).
+// One value that can be animated, or a set of them under one name. Positions are in scene units,
+// rotations in degrees, times in frames or kCurrentTime.
 class ZELK_API Parameter : public ProjectItem {
   public:
     using ProjectItem::ProjectItem;
 
     CValue GetValue(double time) const;
-    // The value of the member of that name; empty without one.
+    // The value of the member of that name; empty if there is none.
     CValue GetParameterValue(const CString& name, double time) const;
 };
 
-// Where an object stands seen from its parent: members "posx" to "posz" and "rotx" to "rotz".
+// The local transform of an object. Its members are "posx", "posy", "posz", "rotx", "roty" and
+// "rotz"; x rotates first, then y, then z.
 class ZELK_API KinematicState : public Parameter {
   public:
     using Parameter::Parameter;
 
+    // Sets the position to the translation, and the rotation to zero. Fails for a bone and for an
+    // effector.
     CStatus PutTransform(const MATH::CTransformation& transformation, double time);
 };
 
@@ -35,13 +38,14 @@ class ZELK_API Kinematics : public CBase {
     KinematicState GetLocal() const;
 };
 
-// A function curve: keys of (time, value), handed over whole.
+// A function curve ("fcurve"): keys, each of them a time and a value.
 class ZELK_API FCurve : public CBase {
   public:
     using CBase::CBase;
 
     CStatus PutInterpolation(zkFCurveInterpolation interpolation);
-    // Replaces all keys. Times and values are of one length, in any order.
+    // Sets the keys (times[i], values[i]), in any order of the times. Fails if the arrays differ in
+    // length. The existing keys are kept if `keepExisting` is true, and removed otherwise.
     CStatus SetKeys(const CTimeArray& times, const CValueArray& values, bool keepExisting);
 };
 
@@ -49,7 +53,8 @@ class ZELK_API CustomProperty : public ProjectItem {
   public:
     using ProjectItem::ProjectItem;
 
-    // Adds a parameter whose value is a reference to an fcurve of its own.
+    // Adds a parameter with a new fcurve; the parameter's value is a reference to that fcurve.
+    // Fails if the name is empty or already used in the property.
     CStatus AddFCurveParameter(const CString& name, Parameter& parameter);
 };
 

@@ -7,12 +7,13 @@
 namespace Zelk {
 
 // A reference to something the scene owns: an object, or a part of one (its local kinematic state,
-// a parameter, an item of an action source). Cheap to copy, owns nothing. Once the scene deletes
-// the object every reference to it is invalid; an identity is never given out twice.
+// a parameter, an item of an action). It is cheap to copy and owns nothing. When the object is
+// deleted, every reference to it becomes invalid; its id is never used again.
 class CRef {
   public:
     constexpr CRef() = default;
-    // For the host: `object` counts from 1 (0 refers to nothing), `part` 0 is the object itself.
+    // For the host only. `object` is an id, counted from 1; 0 refers to nothing. `part` is 0 for
+    // the object itself.
     constexpr CRef(std::uint32_t object, std::uint32_t part) : object_(object), part_(part) {}
     constexpr std::uint32_t Object() const { return object_; }
     constexpr std::uint32_t Part() const { return part_; }
@@ -23,16 +24,16 @@ class CRef {
     std::uint32_t part_ = 0;
 };
 
-// The root of all handles. An empty handle is legal everywhere: what is asked of it does nothing
-// and returns an empty result or a failing status.
+// The base class of all handles. An empty handle may be used everywhere: its operations do nothing
+// and return an empty result or a failing status.
 class ZELK_API CBase {
   public:
     CBase() = default;
     explicit CBase(const CRef& ref) : ref_(ref) {}
 
-    // Whether the handle refers to something that still stands in the scene.
+    // Whether the handle refers to something that still exists.
     bool IsValid() const;
-    // Makes the handle empty; the object it referred to is left alone.
+    // Makes the handle empty. The object that it referred to does not change.
     void ResetObject() { ref_ = CRef(); }
     CRef GetRef() const { return ref_; }
 

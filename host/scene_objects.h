@@ -1,5 +1,5 @@
-// The objects a scene is made of. Positions given to Add2DChain and AddBone are in scene space,
-// everything else is seen from the parent.
+// The objects in a scene. Positions that are passed to Add2DChain and AddBone are in scene space;
+// all other transforms are relative to the parent.
 #pragma once
 
 #include "host/action.h"
@@ -34,11 +34,14 @@ class ZELK_API Zelk3DObject : public Zelk::SceneItem {
     // `objects` become children of the new model.
     Zelk::CStatus AddModel(const Zelk::CRefArray& objects, const Zelk::CString& name,
                            Zelk::Model& model);
-    // A chain root at `root` with one bone that reaches `effector`, and an effector there. The
-    // bone's Z axis is `normal` made perpendicular to it.
+    // Adds a chain root at `root`, a bone from there to `effector`, and an effector at its end. The
+    // bone's X axis points along it; its Z axis is `normal` made perpendicular to it.
     Zelk::CStatus Add2DChain(const Zelk::MATH::CVector3& root, const Zelk::MATH::CVector3& effector,
                              const Zelk::MATH::CVector3& normal, Zelk::zk2DChainAlignType alignment,
                              const Zelk::CString& name, Zelk::ChainRoot& chain);
+    // Moves the objects under this one. They keep their local transforms, but an effector keeps its
+    // global transform. Fails, and changes nothing, for a bone and for an object that this one is
+    // under.
     Zelk::CStatus AddChild(const Zelk::CRefArray& objects);
 };
 
@@ -60,7 +63,7 @@ class ZELK_API ChainRoot : public ChainElement {
   public:
     using ChainElement::ChainElement;
 
-    // In order from the root to the last.
+    // The bones in order; the first one is next to the root.
     CRefArray GetBones() const;
     // Appends a bone from the chain's end to `end` and moves the effector there.
     CStatus AddBone(const MATH::CVector3& end, zkChainBoneType type, const CString& name,
@@ -81,7 +84,7 @@ class ZELK_API Model : public Zelk3DObject {
   public:
     using Zelk3DObject::Zelk3DObject;
 
-    // Empty where the host did not make it.
+    // Empty if the host could not add one.
     ActionSource AddActionSource(const CString& name);
     CStatus AddGroup(const CRefArray& members, const CString& name, bool branch, Group& group);
 };

@@ -1,5 +1,5 @@
-// The host's 32-bit status codes: negative is failure, 0 success. Every code that the host returns,
-// and every one of these codes that the plug-in returns, has its name here and nowhere else.
+// The host's 32-bit status codes: a negative one is a failure, 0 is success. Every code of the host
+// that the host or the plug-in returns has its name here and nowhere else.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@ namespace Zelk {
 
 namespace status {
 
-// A code written as the unsigned number that people look up.
+// Converts a code from the unsigned number that people look up.
 constexpr std::int32_t FromUnsigned(std::uint32_t code) {
     return static_cast<std::int32_t>(code);
 }

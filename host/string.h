@@ -7,8 +7,10 @@
 
 namespace Zelk {
 
-// An immutable wide-character text, shared between copies: copying costs a counter, assigning
-// copies the text once. Always NUL-terminated; a default-constructed one is empty.
+// A wide-character text. Copies of a string share one text, so that copying only counts a
+// reference; strings in different threads may share a text. The text is NUL-terminated. A string
+// that is made or assigned from a pointer copies the characters; it throws std::bad_alloc if memory
+// runs out or the text has 2^32 characters or more.
 class ZELK_API CString {
   public:
     CString() noexcept = default;
@@ -29,7 +31,7 @@ class ZELK_API CString {
     // Never null; valid until this string is changed or destroyed.
     const wchar_t* GetWideString() const noexcept;
 
-    // Exact comparison, character by character.
+    // Compares character by character, with the case of letters.
     bool operator==(const CString& other) const noexcept;
 
   private:

@@ -9,7 +9,8 @@
 
 namespace Zelk {
 
-// A variant: nothing, a number, a text or a reference. 16 bytes, since arrays of it hold motions.
+// A value that is empty, a number, a text or a reference. It has 16 bytes, because arrays of values
+// hold whole motions.
 class ZELK_API CValue {
   public:
     enum class Type : std::uint32_t { Empty, Integer, Double, String, Reference };
@@ -28,7 +29,7 @@ class ZELK_API CValue {
         }
         return *this;
     }
-    // The form that fills key arrays.
+    // This one fills arrays of keys.
     CValue& operator=(double value) noexcept {
         if (type_ == Type::String) ReleaseString();
         type_ = Type::Double;
@@ -39,16 +40,15 @@ class ZELK_API CValue {
         if (type_ == Type::String) ReleaseString();
     }
 
-    // For the host, which reads what it is handed; the plug-in asks for doubles and references
-    // only.
+    // For the host, which gets values of any type. The plug-in only reads doubles and references.
     Type GetType() const noexcept { return type_; }
-    // A number as it is; anything else is 0.
+    // The number; 0 if the value is not a number.
     double AsDouble() const noexcept {
         return type_ == Type::Double ? double_ : type_ == Type::Integer ? integer_ : 0.0;
     }
-    // Anything but a reference is the empty reference.
+    // The reference; empty if the value is not a reference.
     CRef AsRef() const noexcept { return type_ == Type::Reference ? ref_ : CRef(); }
-    // Anything but a text is the empty text.
+    // The text; empty if the value is not a text.
     CString AsString() const noexcept;
 
   private:

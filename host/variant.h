@@ -3,13 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 
-// The automation variant with its published 64-bit layout, as the host hands arguments to a
-// callback.
+// The automation variant with its published 64-bit layout. The host passes the arguments of a
+// callback in such records.
 struct VARIANT {
-    std::uint16_t vt;  // what the value slot holds
+    std::uint16_t vt;  // the type of the value
     std::uint16_t reserved[3];
     union {
-        const wchar_t* bstrVal;  // NUL-terminated text, the caller's
+        const wchar_t* bstrVal;  // NUL-terminated text, owned by the caller
         std::uint16_t boolVal;   // 0xFFFF is true
         double dblVal;
         std::uint64_t slot[2];
