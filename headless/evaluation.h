@@ -1,4 +1,4 @@
-// Where every object of a model stands in a frame of a motion.
+// The transforms of all objects of a model at any frame of a motion.
 #pragma once
 
 #include <cstddef>
@@ -12,25 +12,27 @@
 
 namespace headless {
 
-// Resolves the motion's targets once; then a frame is one pass over the objects in parent order.
-// Keeps references to the scene, which must not change meanwhile. Several threads may make
-// evaluators of one scene, and ask one evaluator, at once.
+// The constructor resolves the targets of the motion; each frame is then one pass over the objects.
+// The evaluator keeps references to the scene and the motion, which must not change or be destroyed
+// while it is used. Several threads may construct evaluators for one scene, or use one evaluator,
+// at the same time.
 class ZELK_API MotionEvaluator {
   public:
-    // `motion` may be null: every frame is then the state in which the objects stand.
+    // `motion` may be null; every frame then has the transforms that the objects have at present.
     MotionEvaluator(const Scene& scene, const Object& model, const ActionSource* motion);
     ~MotionEvaluator();
     MotionEvaluator(MotionEvaluator&&) noexcept;
 
-    // The model, then everything below it, every parent before its children.
+    // The model, then everything under it, every parent before its children.
     const std::vector<const Object*>& Objects() const;
-    // Place in Objects() of the parent of each; the model's own is its own place, 0.
+    // For each of Objects(), the index in Objects() of its parent. For the model it is 0.
     const std::vector<std::size_t>& Parents() const;
 
-    // Scene transforms at `frame` (in the unit of the key times; between keys linear, outside them
-    // the nearest key), one for each of Objects().
+    // Computes the global transform of each of Objects() at `frame`, which is in the unit of the
+    // key times. `globals` must have as many elements as Objects(). Values between two keys are
+    // interpolated linearly; before the first and after the last key, that key's value is used.
     void Evaluate(double frame, std::span<Transform> globals) const;
-    // Local states at `frame`: the transform seen from the parent.
+    // The same for the local transforms, as seen from the parents.
     void EvaluateLocal(double frame, std::span<Transform> locals) const;
 
   private:
@@ -38,9 +40,9 @@ class ZELK_API MotionEvaluator {
     std::unique_ptr<Impl> impl_;
 };
 
-// AnimEnd divided by the time of the last key of an active curve; 0 where there is no key or no
-// such quotient. A time that is no number (NaN) is passed over; after an infinite one there is no
-// quotient.
+// The seconds that a frame lasts: AnimEnd divided by the largest key time of the active curves. NaN
+// is skipped. Returns 0 if there are no keys, or if the largest time is zero or infinite, or if the
+// quotient is not finite.
 ZELK_API double SecondsPerFrame(const ActionSource& motion);
 
 }  // namespace headless

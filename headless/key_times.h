@@ -1,5 +1,5 @@
-// When the keys of a motion are. Times are in the unit of the keys (frames). An item that is not
-// active plays no part: evaluation passes it over, and so do these functions.
+// The times of a motion's keys, in frames. Items that are not active are skipped, as they are by
+// the evaluation of a motion.
 #pragma once
 
 #include <vector>
@@ -9,9 +9,9 @@
 
 namespace headless {
 
-// Calls `visit(times)` for the arrays of key times of the active curves, as they were set: in any
-// order, with times that are not finite. Curves with the same times mostly follow each other and
-// share an array, which is then visited once; one that comes back later is visited again.
+// Calls `visit(times)` for the arrays of key times of the active curves. The times are as they were
+// set: in any order, and not always finite. Curves with the same times mostly follow each other and
+// share an array, which is then visited once. An array may be visited again after another one.
 template <class Visit>
 void WalkKeyTimes(const ActionSource& motion, Visit visit) {
     const std::vector<double>* last = nullptr;
@@ -24,8 +24,7 @@ void WalkKeyTimes(const ActionSource& motion, Visit visit) {
     }
 }
 
-// Every finite time at which an active curve of the motion has a key, each once, rising. Times that
-// are not finite are left out. Curves that share an array of times are looked at once.
+// Every finite time at which an active curve of the motion has a key, each once, in rising order.
 ZELK_API std::vector<double> KeyTimes(const ActionSource& motion);
 
 }  // namespace headless

@@ -1,4 +1,5 @@
-// Everything below an object, without recursion: the depth comes from a file.
+// Walks over everything under an object. There is no recursion, because the depth comes from a
+// file.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +8,8 @@
 
 namespace headless {
 
-// Calls `visit(object, depth)` for `root` (depth 0) and all objects below it, every parent before
-// its children and children in their order. Needs no memory. `visit` must not change the scene.
+// Calls `visit(object, depth)` for `root` (depth 0) and all objects under it, every parent before
+// its children and children in their order. Allocates nothing. `visit` must not change the scene.
 template <class Visit>
 void WalkObjects(const Object& root, Visit visit) {
     const Object* object = &root;

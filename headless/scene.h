@@ -1,8 +1,8 @@
-// The scene of the embedded host: every object, action, group and clip, in memory, as plain
-// records. The plug-in reaches it through host/ alone; applications and tests read it here. What is
-// const here has no hidden state: while nobody changes a scene, any number of threads may read it.
-// Positions and lengths are in scene units, rotations in degrees, key times in frames, AnimEnd in
-// seconds.
+// The scene of the embedded host: its objects, actions, groups and clips as plain records in
+// memory. The plug-in changes them through host/; applications and tests read them here. The scene
+// owns every record. Const functions change no hidden state, so several threads may read a scene
+// while no thread changes it. Positions and lengths are in scene units, rotations in degrees, key
+// times in frames, AnimEnd in seconds.
 #pragma once
 
 #include <array>
@@ -22,13 +22,15 @@ namespace headless {
 
 enum class ObjectType : std::uint8_t { Model, Null, ChainRoot, ChainBone, ChainEffector };
 
-// The parameters of an object, in the order of the `local` array; `BoneLength` is Object::length.
+// The channels of an object, in the order of Object::local; `BoneLength` is Object::length.
 enum class Channel : std::uint8_t { PosX, PosY, PosZ, RotX, RotY, RotZ, BoneLength };
 
 struct Object;
 
-// Keys of a curve. Times and values are of one length and immutable once set, so that a curve and
-// the items made of it share them; a curve whose times equal those set just before shares these.
+// The keys of a curve: values[i] belongs to times[i]. Times are as they were set: in any order, and
+// not always finite. Both pointers are null until keys are set; the arrays never change afterwards,
+// so the action items that are made from a curve share its arrays. A curve whose times equal those
+// of the curve that was set just before it shares that curve's times.
 struct Keys {
     std::shared_ptr<const std::vector<double>> times;
     std::shared_ptr<const std::vector<double>> values;
@@ -36,17 +38,18 @@ struct Keys {
 };
 
 struct Curve {
-    std::int32_t interpolation = 0;  // 1 is linear
+    std::int32_t interpolation = 0;  // 1 is linear (Zelk::zkLinearInterpolation), 0 is not set
     Keys keys;
 };
 
-// One entry of an action source: a static value or a curve for a target, whose name is relative to
-// the model ("LeftArm.kine.local.rotx"). A large skeleton has millions of them, so one is small:
-// the object's name is the object's own text, shared, and the rest of the target is a number.
+// One item of an action: a static value or a curve for one target, which is the name of a channel
+// relative to the model ("LeftArm.kine.local.rotx"). A large scene has millions of items, so an
+// item is small: it shares the text of the object's name with the object, and keeps the channel as
+// a number.
 struct ZELK_API ActionItem {
     Zelk::CString object;            // empty: the model's own channel
-    std::optional<Channel> channel;  // none: `object` is the target as it was given, whole
-    bool active = true;
+    std::optional<Channel> channel;  // empty: `object` is the whole target, as it was given
+    bool active = true;              // an inactive item has no effect
 
     explicit ActionItem(double value) : value_(value) {}
     explicit ActionItem(std::unique_ptr<const Curve> curve)
@@ -58,11 +61,11 @@ struct ZELK_API ActionItem {
     }
 
     bool IsCurve() const { return isCurve_; }
-    // Of a static item; 0 of a curve item.
+    // The static value; 0 for a curve item.
     double Value() const { return isCurve_ ? 0.0 : value_; }
-    // Of a curve item.
+    // Must only be called for a curve item.
     const Curve& GetCurve() const { return *curve_; }
-    // The name as it was given.
+    // The whole target, as it was given.
     Zelk::CString Target() const;
 
   private:
@@ -94,6 +97,7 @@ struct Clip {
     std::uint32_t source = 0;
 };
 
+// A custom property of an object: a list of named curves.
 struct Property {
     std::uint32_t id = 0;
     Zelk::CString name;
@@ -107,34 +111,38 @@ struct Property {
 
 // What only a model has.
 struct ModelData {
-    NameTable objectNames;  // the model's own name included
+    NameTable objectNames;  // of the model's objects, and of the model itself
     NameTable actionNames;
     NameTable groupNames;
     NameTable clipNames;
     std::vector<std::unique_ptr<ActionSource>> actions;
     std::vector<std::unique_ptr<Group>> groups;
     std::vector<Clip> clips;
-    // The action whose curves "ApplyAction" attached last. They do not change the objects' states:
-    // this host does not play, MotionEvaluator tells where a frame puts everything.
+    // The action whose curves "ApplyAction" attached last; null if there is none. The curves do not
+    // change the objects' local transforms, because this host does not play motions;
+    // MotionEvaluator computes the transforms at a frame.
     const ActionSource* attached = nullptr;
 };
 
 // What only a chain root has.
 struct ChainData {
-    std::vector<Object*> bones;  // from the root to the last
-    Object* effector = nullptr;
+    std::vector<Object*> bones;  // in order, the first one is next to the root
+    Object* effector = nullptr;  // null if it was deleted
+    // In scene space, as it was given. A new bone's z axis is as close to it as possible.
     std::array<double, 3> normal{0.0, 0.0, 1.0};
-    // The effector's angle to the last bone: row vectors, effector axes seen from the bone.
+    // The rotation of the effector relative to the last bone (to the root in a chain without
+    // bones), row by row: the effector's x, y and z axis as seen from the bone.
     std::array<double, 9> effectorAngle{1, 0, 0, 0, 1, 0, 0, 0, 1};
 };
 
-// What few objects have: properties, in the order they were made.
+// What only an object with properties has. They are in the order in which they were made.
 struct PropertyData {
     NameTable names;
     std::vector<std::unique_ptr<Property>> properties;
 };
 
-// Most objects of a large scene are alike and plain: what only some have stands apart.
+// Most objects of a large scene are nulls and bones. Data that only some objects have is allocated
+// separately, so that those stay small.
 struct ZELK_API Object {
     Zelk::CString name;
     Object* parent = nullptr;  // null under the scene root
@@ -142,19 +150,21 @@ struct ZELK_API Object {
     Object* lastChild = nullptr;
     Object* previousSibling = nullptr;
     Object* nextSibling = nullptr;
-    Object* model = nullptr;  // a model's own is itself; null under the scene root without one
-    // posx posy posz rotx roty rotz, seen from the parent. Of bones and effectors it is kept true
-    // by the scene: a bone stands at (previous length, 0, 0), an effector at the end of the last
-    // bone.
+    Object* model = nullptr;  // the model it belongs to, for a model itself; null if there is none
+    // The local transform: posx, posy, posz, rotx, roty, rotz. x rotates first, then y, then z; the
+    // translation comes last. The scene computes the position of a bone, which is (length of the
+    // bone before it, 0, 0), and the whole transform of an effector, which is at the end of the
+    // last bone.
     std::array<double, 6> local{};
-    double length = 0.0;          // of a bone
-    Object* chainRoot = nullptr;  // of a bone, an effector and the root itself
-    std::unique_ptr<ModelData> modelData;
-    std::unique_ptr<ChainData> chainData;
+    double length = 0.0;  // of a bone; 0 for other objects
+    // Of a bone, an effector and the root itself; null for an effector whose chain was deleted.
+    Object* chainRoot = nullptr;
+    std::unique_ptr<ModelData> modelData;                // null unless it is a model
+    std::unique_ptr<ChainData> chainData;                // null unless it is a chain root
     std::unique_ptr<PropertyData> propertyData;          // null without a property
     std::unique_ptr<std::vector<std::uint32_t>> groups;  // ids of its groups; null without any
-    // In the order the objects were made, from 1 in a new process. Actions, groups and properties
-    // take theirs from the same count; none is ever given out twice, a session's Reset included.
+    // Objects, actions, groups and properties are numbered together, from 1, in the order in which
+    // they are made. A session never uses an id again, not even after its Reset.
     std::uint32_t id = 0;
     ObjectType type = ObjectType::Null;
 
@@ -168,19 +178,19 @@ class ZELK_API Scene {
     Scene(const Scene&) = delete;
     Scene& operator=(const Scene&) = delete;
 
-    // Every object that stands in the scene, in the order they were made.
+    // All objects without the scene root, in the order in which they were made.
     std::vector<const Object*> Objects() const;
     std::vector<const Object*> Models() const;
-    // Null where no object, or no longer one, has that id.
+    // Null if there is no object, or no action, with that id.
     const Object* FindObject(std::uint32_t id) const;
     const ActionSource* FindAction(std::uint32_t id) const;
-    // "Model" or "Model.Object"; empty for an unknown id. Also names actions, groups and
-    // properties.
+    // "Model" or "Model.Object". The full name of an action, a group or a property is that of its
+    // owner, a dot and its own name. Empty for an unknown id.
     Zelk::CString FullName(std::uint32_t id) const;
 
-    // What the object that a target of an action of `model` names is, and which channel of it; null
-    // where there is none. A target without an object's name ("kine.local.posx") is the model's
-    // own. Constant time in the number of objects.
+    // The object and the channel that a target in an action of `model` names. `object` is null if
+    // there is no such object or channel. A target without an object's name ("kine.local.posx") is
+    // a channel of the model itself. The time does not depend on the number of objects.
     struct Target {
         const Object* object = nullptr;
         Channel channel = Channel::PosX;
@@ -190,9 +200,10 @@ class ZELK_API Scene {
 
   private:
     friend class SceneEditor;
-    // The object of that name in the model, by an empty name the model itself; null without one.
+    // The object of that name in the model, or the model itself for an empty name. Null if there is
+    // none.
     const Object* FindIn(const Object& model, std::wstring_view name) const;
-    // Empty where the object, which may be null, has no such channel.
+    // Empty if `object` is null or has no such channel.
     static Target TargetOn(const Object* object, Channel channel);
 
     struct Impl;

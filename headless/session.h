@@ -1,6 +1,7 @@
-// The embedded host as an application or a test holds it: one session at a time, its scene, its
-// log, its progress bar and the commands that were run. Reset makes it new; Release moves out what
-// it holds. The session is used from one thread at a time; what was released belongs to the caller.
+// The embedded host, as an application or a test uses it. A process has one session, with a scene,
+// a log, a progress bar and a list of the commands that were run. Reset empties the session;
+// Release moves its contents out to the caller. Use the session from one thread at a time; only
+// PressCancel may be called from any thread, or from a signal handler.
 #pragma once
 
 #include <cstdint>
@@ -17,29 +18,30 @@
 namespace headless {
 
 struct LogLine {
-    std::optional<std::int32_t> severity;  // none: the host's default
+    std::optional<std::int32_t> severity;  // Zelk::zkSeverityType; empty: the host's default
     Zelk::CString text;
 };
 
 struct BarEvent {
     enum class Kind : std::uint8_t { Minimum, Maximum, Step, Value, Caption, Visible };
     Kind kind = Kind::Value;
-    std::int32_t number = 0;  // of Visible: 0 or 1
-    Zelk::CString caption;
+    std::int32_t number = 0;  // the new value; for Visible 0 or 1, for Caption unused
+    Zelk::CString caption;    // for Caption only
 };
 
 struct CommandRecord {
-    // Empty values are monostate, references the full name they had when the command was run (an
-    // empty reference is monostate too).
+    // A reference is recorded as the full name that its target had before the command ran. An empty
+    // value, and a reference to nothing, is std::monostate.
     using Argument = std::variant<std::monostate, std::int32_t, double, Zelk::CString>;
     Zelk::CString name;
-    std::vector<Argument> arguments;
-    std::int32_t status = 0;
+    std::vector<Argument> arguments;  // empty if memory ran out while they were recorded
+    std::int32_t status = 0;          // a code of host/status.h
 };
 
 // Everything that a session held, moved out of it and owned by the caller. It does not refer to the
-// session, so that it outlives any Reset or import, and any number of recordings may exist side by
-// side. Several threads may read one at once; any thread may destroy it when nobody reads it.
+// session, so it stays valid after a Reset or another import, and any number of recordings may
+// exist at the same time. Several threads may read a recording at once; any thread may destroy it
+// when no thread reads it any more.
 struct Recording {
     std::unique_ptr<const Scene> scene;  // never null
     std::vector<LogLine> log;
@@ -52,30 +54,34 @@ class ZELK_API Session {
     // The one session of this process.
     static Session& Current();
 
-    // Empties scene, log, bar and commands; forgets faults and listeners; non-interactive.
+    // Empties the scene, the log, the bar and the commands, removes the listeners, undoes a pressed
+    // cancel button and makes the session non-interactive. New objects get ids that were never used
+    // before. When memory runs out, std::bad_alloc is thrown and nothing has changed. Do not call
+    // Reset or Release from a listener, nor while a command of the plug-in runs.
     void Reset();
-    // Moves out scene, log, bar and commands; costs the same however large they are. The session
-    // then has an empty scene, whose ids go on from where they were, and GetScene() returns it.
-    // Objects and the records of the released scene stay where they are in memory. Handles (host/)
-    // to its objects become invalid: they do not find anything in the new scene. A handle of the
-    // scene root refers to the new scene's root. Everything else stays as it is: listeners,
-    // interactivity, a pressed button. Without memory it throws std::bad_alloc and changes nothing.
-    // Neither Reset nor Release may be called by a listener, nor while a command of the plug-in
-    // runs.
+    // Moves the scene, the log, the bar and the commands out, in a time that does not depend on
+    // their size. GetScene() then returns a new, empty scene, whose ids go on from the old ones.
+    // The objects and records of the released scene keep their addresses. Handles (host/) to its
+    // objects become invalid and find nothing in the new scene; only a handle of the scene root
+    // then refers to the new root. The listeners, a pressed cancel button and whether the session
+    // is interactive stay as they are. When memory runs out, std::bad_alloc is thrown and nothing
+    // has changed.
     Recording Release();
 
-    // Only an interactive session has a progress bar. Off at the start.
+    // Only an interactive session has a progress bar. A new session is not interactive.
     void SetInteractive(bool interactive);
-    // Presses the bar's cancel button, for good. Callable from a signal handler.
+    // Presses the bar's cancel button, which stays pressed until Reset. May be called from a signal
+    // handler.
     void PressCancel() noexcept;
 
-    // Asked on the importing thread each time the plug-in reads the bar's cancel button, until the
-    // button is pressed: true presses it for good, as PressCancel does. It is never asked in a
-    // session that is not interactive, which has no bar. It must not throw, nor replace itself.
-    // Null removes it.
+    // `isCancelled` is called on the importing thread each time the plug-in reads the bar's cancel
+    // button, until the button is pressed. When it returns true, the button is pressed as by
+    // PressCancel. It is not called in a session that is not interactive, which has no bar. It must
+    // not throw, nor call OnCancelPoll. An empty function removes it.
     void OnCancelPoll(std::function<bool()> isCancelled);
 
-    // Called with each log line and bar event as it happens.
+    // `listener` is called with each log line or bar event after it was recorded. It must not
+    // throw, nor replace itself. An empty function removes it.
     void OnLog(std::function<void(const LogLine&)> listener);
     void OnBar(std::function<void(const BarEvent&)> listener);
 

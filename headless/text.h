@@ -1,4 +1,4 @@
-// Host texts as views, and back.
+// Converts host texts to views and standard strings to host texts.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ inline std::wstring_view View(const Zelk::CString& text) {
     return {text.GetWideString(), text.Length()};
 }
 
-// A NUL character ends the text.
+// Only the characters before the first NUL are copied.
 inline Zelk::CString Text(const std::wstring& text) {
     return Zelk::CString(text.c_str());
 }
