@@ -17,10 +17,11 @@ namespace headless {
 
 namespace {
 
-constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 constexpr std::size_t kLength = static_cast<std::size_t>(Channel::BoneLength);
 
-Transform StandingGlobal(const Object* object) {
+// The global transform that the object, which may be null, has at present.
+Transform GlobalOf(const Object* object) {
     Transform global;
     for (; object != nullptr; object = object->parent)
         global = global * FromLocal(object->local);
@@ -33,33 +34,34 @@ struct Driver {
     const std::vector<double>* values = nullptr;  // null: nothing drives it
 };
 
-// What a frame needs to know of one object. Places are those in `objects`.
-struct Part {
+// What is needed to compute an object's transform at a frame. Objects are given by their indexes in
+// Impl::objects.
+struct Entry {
     std::size_t parent = 0;
-    std::size_t endOfChain = kNowhere;  // of an effector
-    bool hangsInChain = false;          // an effector below its chain's root or one of its bones
-    bool followsBone = false;           // a bone that stands at the end of the bone above it
-    std::size_t drivers = kNowhere;     // in Impl::drivers; most objects have none
+    std::size_t endOfChain = kNone;  // for an effector, EndOfChain
+    bool isUnderOwnChain = false;    // an effector whose parent is its chain's root or bone
+    bool followsBone = false;        // a bone that begins at the end of its parent, another bone
+    std::size_t drivers = kNone;     // in Impl::drivers; most objects have none
     std::array<double, 6> local{};
     double length = 0.0;
-    Transform standing;  // `local` as a transform
+    Transform localTransform;  // `local` as a transform
 };
 
-// Where a frame lies on each axis. Most motions have one axis, and a frame of those needs no
-// memory.
-class Places {
+// The interval on each axis that a frame is in. Up to four axes, which is enough for most motions,
+// need no allocation.
+class Intervals {
   public:
-    explicit Places(std::size_t count) : many_(count > few_.size() ? count : 0) {}
-    KeyAxis::Place& operator[](std::size_t axis) {
+    explicit Intervals(std::size_t count) : many_(count > few_.size() ? count : 0) {}
+    KeyAxis::Interval& operator[](std::size_t axis) {
         return many_.empty() ? few_[axis] : many_[axis];
     }
-    const KeyAxis::Place& operator[](std::size_t axis) const {
+    const KeyAxis::Interval& operator[](std::size_t axis) const {
         return many_.empty() ? few_[axis] : many_[axis];
     }
 
   private:
-    std::array<KeyAxis::Place, 4> few_;
-    std::vector<KeyAxis::Place> many_;
+    std::array<KeyAxis::Interval, 4> few_;
+    std::vector<KeyAxis::Interval> many_;
 };
 
 }  // namespace
@@ -69,39 +71,40 @@ struct HEADLESS_HIDDEN MotionEvaluator::Impl {
 
     std::vector<const Object*> objects;
     std::vector<std::size_t> parents;
-    std::vector<Part> parts;
+    std::vector<Entry> entries;
     std::vector<Drivers> drivers;
     std::vector<KeyAxis> axes;
-    Transform aroundModel;
-    std::unordered_map<const Object*, std::size_t> places;
+    Transform parentGlobal;                                  // of the model's parent
+    std::unordered_map<const Object*, std::size_t> indexes;  // in `objects`; kNone: not listed yet
     std::unordered_map<const std::vector<double>*, std::size_t> axisOfTimes;
 
     void PutInOrder(const Object& model);
-    void MakeParts();
+    void BuildEntries();
     void Resolve(const Scene& scene, const Object& model, const ActionSource& motion);
-    void Attach(std::size_t place, std::size_t channel, const ActionItem& item);
+    void Attach(std::size_t index, std::size_t channel, const ActionItem& item);
     std::size_t AxisOf(const std::vector<double>& times);
 
-    Places PlacesAt(double frame) const;
-    double Value(const Part& part, std::size_t channel, double standing, const Places& at) const;
-    double LengthAt(const Part& part, const Places& at) const;
-    Transform LocalAt(const Part& part, const Places& at) const;
-    Transform EndAt(std::size_t place, const Places& at) const;
-    void Globals(const Places& at, std::span<Transform> globals) const;
+    Intervals IntervalsAt(double frame) const;
+    double Value(const Entry& entry, std::size_t channel, double undriven,
+                 const Intervals& at) const;
+    double LengthAt(const Entry& entry, const Intervals& at) const;
+    Transform LocalAt(const Entry& entry, const Intervals& at) const;
+    Transform EndAt(std::size_t index, const Intervals& at) const;
+    void Globals(const Intervals& at, std::span<Transform> globals) const;
 };
 
-// Parents before children, and an effector after the end of its chain, wherever either of them
-// hangs.
+// Lists the objects so that a parent is before its children and an effector is after the end of its
+// chain, even if the effector has been moved out of the chain.
 void MotionEvaluator::Impl::PutInOrder(const Object& model) {
     std::vector<const Object*> all{&model};
     for (std::size_t index = 0; index < all.size(); ++index) {
-        places.emplace(all[index], kNowhere);
+        indexes.emplace(all[index], kNone);
         for (const Object* child = all[index]->firstChild; child; child = child->nextSibling)
             all.push_back(child);
     }
-    const auto isWaitedFor = [this](const Object* object) {
-        const auto found = places.find(object);
-        return found != places.end() && found->second == kNowhere;
+    const auto isStillToCome = [this](const Object* object) {
+        const auto found = indexes.find(object);
+        return found != indexes.end() && found->second == kNone;
     };
     std::unordered_map<const Object*, const Object*> waitingFor;  // chain end -> effector
     std::vector<const Object*> next{&model};
@@ -109,11 +112,11 @@ void MotionEvaluator::Impl::PutInOrder(const Object& model) {
         const Object* const object = next.back();
         next.pop_back();
         const Object* const end = EndOfChain(*object);
-        if (end != nullptr && isWaitedFor(end)) {
+        if (end != nullptr && isStillToCome(end)) {
             waitingFor.emplace(end, object);
             continue;
         }
-        places[object] = objects.size();
+        indexes[object] = objects.size();
         objects.push_back(object);
         for (const Object* child = object->lastChild; child; child = child->previousSibling)
             next.push_back(child);
@@ -122,23 +125,24 @@ void MotionEvaluator::Impl::PutInOrder(const Object& model) {
     }
 }
 
-void MotionEvaluator::Impl::MakeParts() {
-    parts.resize(objects.size());
+void MotionEvaluator::Impl::BuildEntries() {
+    entries.resize(objects.size());
     parents.resize(objects.size());
-    for (std::size_t place = 0; place < objects.size(); ++place) {
-        const Object& object = *objects[place];
-        Part& part = parts[place];
-        part.local = object.local;
-        part.length = object.length;
-        part.parent = place == 0 ? 0 : places.at(object.parent);
-        parents[place] = part.parent;
-        part.followsBone = place != 0 && object.type == ObjectType::ChainBone &&
-                           object.parent->type == ObjectType::ChainBone;
-        // A chain that is not below the model stands still, and its effector with it.
-        const auto end = places.find(EndOfChain(object));
-        if (end == places.end()) continue;
-        part.endOfChain = end->second;
-        part.hangsInChain =
+    for (std::size_t index = 0; index < objects.size(); ++index) {
+        const Object& object = *objects[index];
+        Entry& entry = entries[index];
+        entry.local = object.local;
+        entry.length = object.length;
+        entry.parent = index == 0 ? 0 : indexes.at(object.parent);
+        parents[index] = entry.parent;
+        entry.followsBone = index != 0 && object.type == ObjectType::ChainBone &&
+                            object.parent->type == ObjectType::ChainBone;
+        // A chain that is not under the model does not move, so its effector keeps its local
+        // transform.
+        const auto end = indexes.find(EndOfChain(object));
+        if (end == indexes.end()) continue;
+        entry.endOfChain = end->second;
+        entry.isUnderOwnChain =
             object.parent == object.chainRoot || (object.parent->type == ObjectType::ChainBone &&
                                                   object.parent->chainRoot == object.chainRoot);
     }
@@ -150,8 +154,8 @@ std::size_t MotionEvaluator::Impl::AxisOf(const std::vector<double>& times) {
     return found->second;
 }
 
-void MotionEvaluator::Impl::Attach(std::size_t place, std::size_t channel, const ActionItem& item) {
-    Part& part = parts[place];
+void MotionEvaluator::Impl::Attach(std::size_t index, std::size_t channel, const ActionItem& item) {
+    Entry& entry = entries[index];
     Driver driver;
     if (item.IsCurve()) {
         const Keys& keys = item.GetCurve().keys;
@@ -160,16 +164,16 @@ void MotionEvaluator::Impl::Attach(std::size_t place, std::size_t channel, const
         driver.values = keys.values.get();
         if (axes[driver.axis].IsEmpty()) return;
     } else if (channel == kLength) {
-        part.length = item.Value();
+        entry.length = item.Value();
     } else {
-        part.local[channel] = item.Value();
+        entry.local[channel] = item.Value();
     }
-    if (part.drivers == kNowhere) {
+    if (entry.drivers == kNone) {
         if (driver.values == nullptr) return;
-        part.drivers = drivers.size();
+        entry.drivers = drivers.size();
         drivers.emplace_back();
     }
-    drivers[part.drivers][channel] = driver;
+    drivers[entry.drivers][channel] = driver;
 }
 
 void MotionEvaluator::Impl::Resolve(const Scene& scene, const Object& model,
@@ -178,56 +182,57 @@ void MotionEvaluator::Impl::Resolve(const Scene& scene, const Object& model,
         if (!item.active) continue;
         const Scene::Target target = scene.ResolveTarget(model, item);
         if (target.object == nullptr) continue;
-        const auto place = places.find(DrivenBy(*target.object, target.channel));
-        if (place != places.end())
-            Attach(place->second, static_cast<std::size_t>(target.channel), item);
+        const auto found = indexes.find(DrivenBy(*target.object, target.channel));
+        if (found != indexes.end())
+            Attach(found->second, static_cast<std::size_t>(target.channel), item);
     }
 }
 
-Places MotionEvaluator::Impl::PlacesAt(double frame) const {
-    Places at(axes.size());
+Intervals MotionEvaluator::Impl::IntervalsAt(double frame) const {
+    Intervals at(axes.size());
     for (std::size_t axis = 0; axis < axes.size(); ++axis)
         if (!axes[axis].IsEmpty()) at[axis] = axes[axis].At(frame);
     return at;
 }
 
-double MotionEvaluator::Impl::Value(const Part& part, std::size_t channel, double standing,
-                                    const Places& at) const {
-    if (part.drivers == kNowhere) return standing;
-    const Driver& driver = drivers[part.drivers][channel];
-    return driver.values == nullptr ? standing : ValueAt(*driver.values, at[driver.axis]);
+double MotionEvaluator::Impl::Value(const Entry& entry, std::size_t channel, double undriven,
+                                    const Intervals& at) const {
+    if (entry.drivers == kNone) return undriven;
+    const Driver& driver = drivers[entry.drivers][channel];
+    return driver.values == nullptr ? undriven : ValueAt(*driver.values, at[driver.axis]);
 }
 
-double MotionEvaluator::Impl::LengthAt(const Part& part, const Places& at) const {
-    return Value(part, kLength, part.length, at);
+double MotionEvaluator::Impl::LengthAt(const Entry& entry, const Intervals& at) const {
+    return Value(entry, kLength, entry.length, at);
 }
 
-Transform MotionEvaluator::Impl::LocalAt(const Part& part, const Places& at) const {
-    Transform seen = part.standing;
-    if (part.drivers != kNowhere) {
+Transform MotionEvaluator::Impl::LocalAt(const Entry& entry, const Intervals& at) const {
+    Transform seen = entry.localTransform;
+    if (entry.drivers != kNone) {
         std::array<double, 6> local;
         for (std::size_t channel = 0; channel < local.size(); ++channel)
-            local[channel] = Value(part, channel, part.local[channel], at);
+            local[channel] = Value(entry, channel, entry.local[channel], at);
         seen = FromLocal(local);
     }
-    if (part.followsBone) seen.origin[0] = LengthAt(parts[part.parent], at);
+    if (entry.followsBone) seen.origin[0] = LengthAt(entries[entry.parent], at);
     return seen;
 }
 
-// An effector, seen from the end of its chain.
-Transform MotionEvaluator::Impl::EndAt(std::size_t place, const Places& at) const {
-    const std::size_t end = parts[place].endOfChain;
+// The transform of an effector relative to the end of its chain.
+Transform MotionEvaluator::Impl::EndAt(std::size_t index, const Intervals& at) const {
+    const std::size_t end = entries[index].endOfChain;
     const bool isBone = objects[end]->type == ObjectType::ChainBone;
-    return EffectorSeenFromEnd(*objects[place], isBone ? LengthAt(parts[end], at) : 0.0);
+    return EffectorSeenFromEnd(*objects[index], isBone ? LengthAt(entries[end], at) : 0.0);
 }
 
-void MotionEvaluator::Impl::Globals(const Places& at, std::span<Transform> globals) const {
-    for (std::size_t place = 0; place < parts.size(); ++place) {
-        const Part& part = parts[place];
-        if (part.endOfChain != kNowhere)
-            globals[place] = EndAt(place, at) * globals[part.endOfChain];
+void MotionEvaluator::Impl::Globals(const Intervals& at, std::span<Transform> globals) const {
+    for (std::size_t index = 0; index < entries.size(); ++index) {
+        const Entry& entry = entries[index];
+        if (entry.endOfChain != kNone)
+            globals[index] = EndAt(index, at) * globals[entry.endOfChain];
         else
-            globals[place] = LocalAt(part, at) * (place == 0 ? aroundModel : globals[part.parent]);
+            globals[index] =
+                LocalAt(entry, at) * (index == 0 ? parentGlobal : globals[entry.parent]);
     }
 }
 
@@ -235,11 +240,11 @@ MotionEvaluator::MotionEvaluator(const Scene& scene, const Object& model,
                                  const ActionSource* motion)
     : impl_(std::make_unique<Impl>()) {
     impl_->PutInOrder(model);
-    impl_->MakeParts();
-    impl_->aroundModel = StandingGlobal(model.parent);
+    impl_->BuildEntries();
+    impl_->parentGlobal = GlobalOf(model.parent);
     if (motion != nullptr) impl_->Resolve(scene, model, *motion);
-    for (Part& part : impl_->parts)
-        part.standing = FromLocal(part.local);
+    for (Entry& entry : impl_->entries)
+        entry.localTransform = FromLocal(entry.local);
 }
 
 MotionEvaluator::~MotionEvaluator() = default;
@@ -255,39 +260,40 @@ const std::vector<std::size_t>& MotionEvaluator::Parents() const {
 }
 
 void MotionEvaluator::Evaluate(double frame, std::span<Transform> globals) const {
-    impl_->Globals(impl_->PlacesAt(frame), globals);
+    impl_->Globals(impl_->IntervalsAt(frame), globals);
 }
 
 void MotionEvaluator::EvaluateLocal(double frame, std::span<Transform> locals) const {
-    const Places at = impl_->PlacesAt(frame);
-    const std::vector<Part>& parts = impl_->parts;
+    const Intervals at = impl_->IntervalsAt(frame);
+    const std::vector<Entry>& entries = impl_->entries;
     std::vector<Transform> globals;
-    for (std::size_t place = 0; place < parts.size(); ++place) {
-        const Part& part = parts[place];
-        if (part.endOfChain == kNowhere) {
-            locals[place] = impl_->LocalAt(part, at);
+    for (std::size_t index = 0; index < entries.size(); ++index) {
+        const Entry& entry = entries[index];
+        if (entry.endOfChain == kNone) {
+            locals[index] = impl_->LocalAt(entry, at);
             continue;
         }
-        if (part.hangsInChain) {
-            // Along the bones, which all stand before their effector here.
-            locals[place] = impl_->EndAt(place, at);
-            for (std::size_t bone = part.endOfChain; bone != part.parent; bone = parts[bone].parent)
-                locals[place] = locals[place] * locals[bone];
+        if (entry.isUnderOwnChain) {
+            // The transforms of the bones are known, because bones are before their effector.
+            locals[index] = impl_->EndAt(index, at);
+            for (std::size_t bone = entry.endOfChain; bone != entry.parent;
+                 bone = entries[bone].parent)
+                locals[index] = locals[index] * locals[bone];
             continue;
         }
         if (globals.empty()) {
-            globals.resize(parts.size());
+            globals.resize(entries.size());
             impl_->Globals(at, globals);
         }
-        // A model is never an effector, so an effector here has a parent.
-        locals[place] = globals[place] * Inverse(globals[part.parent]);
+        // The model is no effector, so an effector has a parent here.
+        locals[index] = globals[index] * Inverse(globals[entry.parent]);
     }
 }
 
 double SecondsPerFrame(const ActionSource& motion) {
     double last = -std::numeric_limits<double>::infinity();
     WalkKeyTimes(motion, [&](const std::vector<double>& times) {
-        // In this order: a comparison with NaN is false, so `last` stays.
+        // With the arguments in this order, std::max returns `last` if `time` is NaN.
         for (const double time : times)
             last = std::max(last, time);
     });

@@ -7,7 +7,7 @@ namespace headless {
 
 namespace {
 
-// Also false where one of them is no number.
+// Returns false if one of the times is NaN.
 bool Rises(const std::vector<double>& times) {
     for (std::size_t index = 1; index < times.size(); ++index)
         if (!(times[index - 1] < times[index])) return false;
@@ -37,17 +37,17 @@ KeyAxis::KeyAxis(const std::vector<double>& times) {
     sorted_ = ownTimes_;
 }
 
-KeyAxis::Place KeyAxis::At(double frame) const {
-    // A frame that is no number is before all keys.
+KeyAxis::Interval KeyAxis::At(double frame) const {
+    // NaN counts as a frame before all keys.
     const auto after = std::isnan(frame) ? sorted_.begin()
                                          : std::upper_bound(sorted_.begin(), sorted_.end(), frame);
     const auto next = static_cast<std::size_t>(after - sorted_.begin());
-    if (next == 0) return {KeyOf(0), KeyOf(0), 0.0};
-    const std::size_t last = KeyOf(next - 1);
+    if (next == 0) return {KeyAt(0), KeyAt(0), 0.0};
+    const std::size_t last = KeyAt(next - 1);
     if (next == sorted_.size()) return {last, last, 0.0};
     const double start = sorted_[next - 1];
     const double share = (frame - start) / (sorted_[next] - start);
-    return {last, KeyOf(next), std::isfinite(share) ? share : 0.0};
+    return {last, KeyAt(next), std::isfinite(share) ? share : 0.0};
 }
 
 }  // namespace headless
