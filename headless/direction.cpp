@@ -81,7 +81,8 @@ constexpr DoublePair kArcTangents[] = {
 };
 constexpr double kSteps = static_cast<double>(std::size(kArcTangents) - 1);
 
-// Of an angle of at most 1/128, without the first term of the series, which is the tangent itself.
+// The arc tangent, in radians, of a tangent of at most 1/128, minus the first term of its series,
+// which is the tangent itself.
 double ArcTangentCorrection(double tangent) {
     const double square = tangent * tangent;
     const double series =
@@ -89,9 +90,10 @@ double ArcTangentCorrection(double tangent) {
     return tangent * square * series;
 }
 
-// For 0 <= shorter <= longer: turned back by the nearest angle of the table, few terms are enough.
+// The arc tangent of shorter / longer, in degrees, where 0 <= shorter <= longer. The vector is
+// first rotated back by the nearest angle of the table, so that few terms of the series are enough.
 DoublePair ArcTangent(const DoublePair& shorter, const DoublePair& longer) {
-    // NOLINTNEXTLINE(bugprone-incorrect-roundings): either neighbour does half-way.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): half-way, either neighbour will do.
     const auto step = static_cast<std::size_t>(shorter.high / longer.high * kSteps + 0.5);
     const double tangent = static_cast<double>(step) / kSteps;
     const DoublePair rest =
@@ -99,7 +101,7 @@ DoublePair ArcTangent(const DoublePair& shorter, const DoublePair& longer) {
     const DoublePair radians = {rest.high, rest.low + ArcTangentCorrection(rest.high)};
     const DoublePair degrees = {
         radians.high * kDegreesPerRadian.high,
-        RoundedOff(radians.high, kDegreesPerRadian.high, radians.high * kDegreesPerRadian.high) +
+        RoundingError(radians.high, kDegreesPerRadian.high, radians.high * kDegreesPerRadian.high) +
             radians.high * kDegreesPerRadian.low + radians.low * kDegreesPerRadian.high};
     return Sum(kArcTangents[step], degrees);
 }
@@ -107,7 +109,8 @@ DoublePair ArcTangent(const DoublePair& shorter, const DoublePair& longer) {
 }  // namespace
 
 DoublePair DirectionInDegrees(const DoublePair& sine, const DoublePair& cosine) {
-    // Beyond these no number can be squared; they are no entries of a rotation.
+    // Beyond these limits, products overflow or are too small for a DoublePair. The entries of
+    // rotations, for which accuracy counts, are within them.
     constexpr double kLargest = 1e150;
     constexpr double kSmallest = 1e-140;
     DoublePair y = std::signbit(sine.high) ? Negative(sine) : sine;

@@ -4,9 +4,9 @@
 
 namespace headless {
 
-// The angle from (1, 0) to (`cosine`, `sine`), which may have any length, in degrees from -180 to
-// 180: in `high` the double nearest to it (in all but about one of 10,000 cases; then a neighbour),
-// in `low` what is missing. Exact on the axes.
+// The angle from (1, 0) to (`cosine`, `sine`), in degrees from -180 to 180. The vector may have any
+// length. `high` is the double nearest to the angle, or in about one of 10,000 cases the double
+// next to that; `low` is the rest. Multiples of 90 degrees are exact.
 DoublePair DirectionInDegrees(const DoublePair& sine, const DoublePair& cosine);
 
 }  // namespace headless

@@ -1,5 +1,6 @@
-// Numbers of about 106 bits as unevaluated sums of two doubles, alike on every machine. Accurate
-// for finite operands of whose products none overflows or falls below 1e-290.
+// Numbers of about 106 bits, each of them the sum of two doubles that is never added up. The
+// results are the same on every machine. They are accurate if the operands are finite and no
+// product of them overflows or has a magnitude below 1e-290.
 #pragma once
 
 #include <cmath>
@@ -18,10 +19,10 @@ inline DoublePair ExactSum(double a, double b) {
     return {sum, (a - (sum - part)) + (b - part)};
 }
 
-// What rounding took from a * b = `product`, to the last bit: both factors in halves, whose
-// products are exact (T. J. Dekker, A floating-point technique for extending the available
-// precision, 1971).
-inline double RoundedOff(double a, double b, double product) {
+// The exact a * b minus `product`, which is a * b rounded to a double. Both factors are split into
+// halves, whose products are exact (T. J. Dekker, A floating-point technique for extending the
+// available precision, 1971).
+inline double RoundingError(double a, double b, double product) {
 #ifdef __FP_FAST_FMA
     return std::fma(a, b, -product);
 #else
@@ -34,16 +35,16 @@ inline double RoundedOff(double a, double b, double product) {
 #endif
 }
 
-// The sign of a zero is that of the plain operation in all of these.
+// In all functions below, a zero has the same sign as the result of the operation on doubles.
 
 inline DoublePair Product(double a, double b) {
     const double product = a * b;
-    return {product, RoundedOff(a, b, product)};
+    return {product, RoundingError(a, b, product)};
 }
 
 inline DoublePair Product(const DoublePair& a, double b) {
     const double product = a.high * b;
-    return {product, RoundedOff(a.high, b, product) + a.low * b};
+    return {product, RoundingError(a.high, b, product) + a.low * b};
 }
 
 inline DoublePair Sum(const DoublePair& a, const DoublePair& b) {
@@ -59,11 +60,11 @@ inline DoublePair Negative(const DoublePair& a) {
 
 inline DoublePair Quotient(const DoublePair& a, const DoublePair& b) {
     const double quotient = a.high / b.high;
-    const DoublePair taken = Product(b, quotient);
-    return {quotient, ((a.high - taken.high) - taken.low + a.low) / b.high};
+    const DoublePair multiple = Product(b, quotient);
+    return {quotient, ((a.high - multiple.high) - multiple.low + a.low) / b.high};
 }
 
-// Of a number that is greater than zero.
+// `a` must be greater than zero.
 inline DoublePair SquareRoot(const DoublePair& a) {
     const double root = std::sqrt(a.high);
     const DoublePair square = Product(root, root);

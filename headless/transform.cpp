@@ -11,7 +11,7 @@ namespace headless {
 
 namespace {
 
-// pi / 180 as a sum, so that an angle loses nothing on its way to radians.
+// pi / 180 as a sum of two doubles, so that converting an angle to radians loses no accuracy.
 constexpr double kRadiansHigh = 0x1.1df46a2529d39p-6;
 constexpr double kRadiansLow = 0x1.5c1d8becdd291p-62;
 
@@ -20,21 +20,21 @@ struct SineCosine {
     double cosine;
 };
 
-// The whole number nearest to `number`, which is below 2^51, without a call of the library.
+// The integer nearest to `number`, whose magnitude is below 2^51, without a library call.
 double Nearest(double number) {
     constexpr double kUnitsOnly = 0x1.8p52;
     return (number + kUnitsOnly) - kUnitsOnly;
 }
 
-// Exact at multiples of 90 degrees, within rounding of the result elsewhere.
-SineCosine OfDegrees(double degrees) {
+// Exact at multiples of 90 degrees; elsewhere only the result is rounded.
+SineCosine SineCosineOfDegrees(double degrees) {
     constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
     if (!std::isfinite(degrees)) return {kNan, kNan};
-    const double turned = std::fabs(degrees) < 1e9 ? degrees : std::fmod(degrees, 360.0);
-    const double quarters = Nearest(turned / 90.0);
-    const double rest = turned - 90.0 * quarters;  // exact, at most 45 or so
+    const double reduced = std::fabs(degrees) < 1e9 ? degrees : std::fmod(degrees, 360.0);
+    const double quarters = Nearest(reduced / 90.0);
+    const double rest = reduced - 90.0 * quarters;  // exact, at most 45 or so
     const double high = rest * kRadiansHigh;
-    const double low = RoundedOff(rest, kRadiansHigh, high) + rest * kRadiansLow;
+    const double low = RoundingError(rest, kRadiansHigh, high) + rest * kRadiansLow;
     double sine = std::sin(high);
     double cosine = std::cos(high);
     const double correction = low * sine;
@@ -80,26 +80,28 @@ Transform Inverse(const Transform& rigid) {
 }
 
 Transform FromLocal(const std::array<double, 6>& local) {
-    const auto [sx, cx] = OfDegrees(local[3]);
-    const auto [sy, cy] = OfDegrees(local[4]);
-    const auto [sz, cz] = OfDegrees(local[5]);
+    const auto [sx, cx] = SineCosineOfDegrees(local[3]);
+    const auto [sy, cy] = SineCosineOfDegrees(local[4]);
+    const auto [sz, cz] = SineCosineOfDegrees(local[5]);
     return {{{cy * cz, cy * sz, -sy},
              {sx * sy * cz - cx * sz, sx * sy * sz + cx * cz, sx * cy},
              {cx * sy * cz + sx * sz, cx * sy * sz - sx * cz, cx * cy}},
             {local[0], local[1], local[2]}};
 }
 
-// With M = Rx * Ry * Rz: z comes from the first row, and M * Rz^-1 = Rx * Ry then gives x and y
-// from entries of which one of each pair is large, whatever z was. So the lock, where z means
-// nothing, needs no case of its own: x makes up for any z. z is rounded to what is returned before
-// it is taken out: its sine and cosine are the first row's, turned by what rounding took.
+// With M = Rx * Ry * Rz, z follows from the first row. Then x and y follow from M * Rz^-1, which is
+// Rx * Ry. Each of them is computed from a sine and a cosine of which one is large for any z, so
+// gimbal lock, where z may be any angle, needs no special case: x is right for the z chosen. Before
+// z is removed from M, it is rounded to the double that is returned. Its sine and cosine are those
+// of the first row, rotated by the rounding error.
 std::array<double, 3> AnglesOf(const double axes[3][3]) {
-    // What is this short says nothing about z, and nothing is the plainest angle.
+    // If the vector (cosine, sine) is shorter than this, it is a rounding error, and z is set to 0.
     constexpr double kNoDirection = 2.5e-16;
     DoublePair sine = {axes[0][1], 0.0};
     DoublePair cosine = {axes[0][0], 0.0};
     DoublePair z = {0.0, 0.0};
-    // The sine and cosine of z have this length, which no direction minds.
+    // The squared length of (cosine, sine). That vector need not have the length 1, because
+    // DirectionInDegrees accepts any length.
     DoublePair length = Sum(Product(sine.high, sine.high), Product(cosine.high, cosine.high));
     if (length.high < kNoDirection * kNoDirection) {
         sine = {0.0, 0.0};
@@ -118,7 +120,7 @@ std::array<double, 3> AnglesOf(const double axes[3][3]) {
         DirectionInDegrees(Sum(Product(sine, axes[2][0]), Product(cosine, -axes[2][1])),
                            Sum(Product(cosine, axes[1][1]), Product(sine, -axes[1][0])));
     const DoublePair y = DirectionInDegrees({-axes[0][2], 0.0}, length);
-    // Adding zero makes a negative zero a plain one.
+    // Adding 0.0 turns -0.0 into 0.0.
     return {x.high + 0.0, y.high + 0.0, z.high + 0.0};
 }
 
