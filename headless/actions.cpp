@@ -1,4 +1,4 @@
-// Keys, clips, and what applying an action does.
+// Sets keys, creates clips and applies actions.
 #include <cstddef>
 #include <cstring>
 #include <iterator>
@@ -14,8 +14,8 @@ namespace {
 
 using Values = std::vector<double>;
 
-// The numbers of values, to be read once in a row. A category of its own lets std::vector take them
-// all without filling itself with zeros before.
+// An iterator over host values that gives them as numbers. It counts as a random access iterator,
+// so that std::vector allocates once and does not fill itself with zeros first.
 class Numbers {
   public:
     using iterator_category = std::random_access_iterator_tag;
@@ -37,7 +37,7 @@ class Numbers {
     const Zelk::CValue* value_;
 };
 
-// The kept keys first, then the new ones; sized once, since motions are long.
+// The kept keys, then the new ones. Memory is allocated once, because motions are long.
 template <class Iterator>
 std::shared_ptr<const Values> Joined(const Values* kept, Iterator begin, Iterator end) {
     if (kept == nullptr || kept->empty()) return std::make_shared<const Values>(begin, end);
@@ -49,7 +49,7 @@ std::shared_ptr<const Values> Joined(const Values* kept, Iterator begin, Iterato
     return std::make_shared<const Values>(std::move(joined));
 }
 
-// Bit by bit: a time that is no number equals itself here.
+// Compares the bits, so that NaN equals NaN.
 bool SameTimes(const Values& stored, const Zelk::CTimeArray& times) {
     const std::uint32_t count = times.GetCount();
     return stored.size() == count &&
@@ -77,8 +77,8 @@ Zelk::CStatus SceneEditor::SetKeys(Curve& curve, const Zelk::CTimeArray& times,
     return Zelk::status::kOk;
 }
 
-// The text of the object's name is taken from the object, or from the item before, where it is the
-// same there: a target stays what it was when objects get other names.
+// The item shares the text of the object's name with the item before it or with the object, if that
+// text is the same. A target does not change when its object gets another name later.
 std::uint32_t SceneEditor::AddItem(ActionSource& action, const Zelk::CString& target,
                                    ActionItem item) {
     const SplitTarget split = Split(View(target));
@@ -97,16 +97,17 @@ std::uint32_t SceneEditor::AddItem(ActionSource& action, const Zelk::CString& ta
     return static_cast<std::uint32_t>(action.items.size() - 1);
 }
 
-void SceneEditor::MakeClip(Node& model, const ActionSource& motion) {
-    MakeRoom(model.modelData->clips);
+void SceneEditor::CreateClip(Node& model, const ActionSource& motion) {
+    ReserveRoom(model.modelData->clips);
     const Zelk::CString name =
-        TakeName(model.modelData->clipNames, motion.name + L"_Clip", kActionName, motion.id);
+        ReserveName(model.modelData->clipNames, motion.name + L"_Clip", kActionName, motion.id);
     model.modelData->clips.push_back({name, motion.id});
 }
 
 void SceneEditor::Apply(ActionSource& action, Node& owner, Node& model) {
     bool hasCurves = false;
-    // Items of one object mostly follow each other, and share its name.
+    // Items of one object mostly follow each other and share the text of its name, so the object is
+    // looked up only when that text is another one.
     const wchar_t* name = nullptr;
     const Object* object = nullptr;
     for (const ActionItem& item : action.items) {

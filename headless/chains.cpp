@@ -13,9 +13,10 @@ namespace {
 
 using Vector = std::array<double, 3>;
 
-// The vector at length one; false for one that points nowhere.
+// Scales the vector to length one. Returns false if it is zero or not finite.
 bool Normalise(Vector& vector) {
-    // Scaled first: the squares of very long and very short vectors are no numbers any more.
+    // It is divided by its largest component first, because the squares of very large components
+    // overflow and those of very small ones are rounded to zero.
     const double largest =
         std::max({std::fabs(vector[0]), std::fabs(vector[1]), std::fabs(vector[2])});
     if (!(largest > 0.0) || !std::isfinite(largest)) return false;
@@ -35,29 +36,32 @@ Vector Cross(const Vector& a, const Vector& b) {
     return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
-void TakeOut(Vector& vector, const Vector& unit) {
+// Subtracts from `vector` its component along `unit`.
+void RemoveComponent(Vector& vector, const Vector& unit) {
     const double share = Dot(vector, unit);
     for (std::size_t axis = 0; axis < 3; ++axis)
         vector[axis] -= share * unit[axis];
 }
 
-// `vector` made perpendicular to `unit` and of length one; false where the two are parallel.
+// Makes `vector` perpendicular to `unit` and of length one. Returns false if the two are parallel.
 bool MakePerpendicular(Vector& vector, const Vector& unit) {
     constexpr double kParallel = 1e-9;
     if (!Normalise(vector)) return false;
-    TakeOut(vector, unit);
+    RemoveComponent(vector, unit);
     if (std::hypot(vector[0], vector[1], vector[2]) < kParallel) return false;
-    // What is left may be short, and rounding large against it: the second time puts that right.
+    // The remaining vector may be so short that its rounding errors are large in comparison. They
+    // are removed by doing the same again.
     if (!Normalise(vector)) return false;
-    TakeOut(vector, unit);
+    RemoveComponent(vector, unit);
     return Normalise(vector);
 }
 
-// The axes of a bone along `direction`, or false where that points nowhere.
+// Computes the axes of a bone: x points along `direction`, z is as close to `normal` as possible.
+// Returns false if `direction` is zero or not finite.
 bool BoneAxes(Vector direction, Vector normal, double axes[3][3]) {
     if (!Normalise(direction)) return false;
     if (!MakePerpendicular(normal, direction)) {
-        // The scene axis that is furthest from the bone.
+        // The normal is of no use here, so the scene axis that is furthest from the bone is used.
         const auto furthest =
             std::min_element(direction.begin(), direction.end(),
                              [](double a, double b) { return std::fabs(a) < std::fabs(b); });
@@ -85,7 +89,8 @@ void SetLocal(Object& object, const Transform& seen) {
 
 }  // namespace
 
-// With the orientation of the last bone.
+// The end of the last bone, in scene space and with that bone's orientation. The end of a chain
+// without bones is its root.
 Transform SceneEditor::ChainEnd(Node& chainRoot) {
     const ChainData& chain = *chainRoot.chainData;
     if (chain.bones.empty()) return Global(chainRoot);
@@ -93,28 +98,31 @@ Transform SceneEditor::ChainEnd(Node& chainRoot) {
     Transform end;
     end.origin[0] = last.length;
     end = end * Global(last);
-    // Of the effector the place is known as it was given, without the way along the bones.
+    // A valid global transform of the effector has the position as it was given. The sum along the
+    // bones differs from it by rounding errors.
     if (chain.effector != nullptr && AsNode(*chain.effector).globalValid)
         std::copy_n(AsNode(*chain.effector).global->origin, 3, end.origin);
     return end;
 }
 
-// `source` is the bone before or the chain root, and its scene transform is valid.
+// Gives a new bone its length and its transforms. `source` is the bone before it or the chain root,
+// and has a valid global transform.
 void SceneEditor::PlaceBone(Node& bone, Node& source, const double start[3],
                             const Zelk::MATH::CVector3& end) {
-    const Vector way = {end.x - start[0], end.y - start[1], end.z - start[2]};
-    bone.length = std::hypot(way[0], way[1], way[2]);
-    Transform& global = bone.MakeGlobal();
+    const Vector direction = {end.x - start[0], end.y - start[1], end.z - start[2]};
+    bone.length = std::hypot(direction[0], direction[1], direction[2]);
+    Transform& global = bone.AllocateGlobal();
     global = *source.global;
-    const bool turned = BoneAxes(way, bone.chainRoot->chainData->normal, global.axes);
-    if (turned) SetLocal(bone, SeenFrom(global, *source.global));
+    const bool hasAxes = BoneAxes(direction, bone.chainRoot->chainData->normal, global.axes);
+    if (hasAxes) SetLocal(bone, SeenFrom(global, *source.global));
     bone.local[0] = source.type == ObjectType::ChainBone ? source.length : 0.0;
     bone.local[1] = bone.local[2] = 0.0;
     std::copy_n(start, 3, global.origin);
     bone.globalValid = true;
 }
 
-// After a bone was added: the effector takes the chain root's orientation, whatever it had.
+// Moves the effector to the new end of the chain. It gets the chain root's orientation, whatever
+// orientation it had before.
 void SceneEditor::PlaceEffector(Node& chainRoot, const double end[3]) {
     ChainData& chain = *chainRoot.chainData;
     if (chain.effector == nullptr) return;
@@ -123,7 +131,7 @@ void SceneEditor::PlaceEffector(Node& chainRoot, const double end[3]) {
     const Transform& root = Global(chainRoot);
     const Transform& source = Global(PoseSource(effector));
     const Transform& around = Global(ParentNode(effector));
-    Transform& global = effector.MakeGlobal();
+    Transform& global = effector.AllocateGlobal();
     global = root;
     const Transform angle = SeenFrom(global, source);
     std::memcpy(chain.effectorAngle.data(), angle.axes, sizeof angle.axes);
@@ -132,13 +140,13 @@ void SceneEditor::PlaceEffector(Node& chainRoot, const double end[3]) {
 
     const Transform seen = SeenFrom(global, around);
     SetLocal(effector, seen);
-    // Turned like the root exactly, not within rounding.
+    // Under the root the rotation is exactly zero; the one computed has rounding errors.
     if (effector.parent == &chainRoot) std::fill_n(effector.local.begin() + 3, 3, 0.0);
 }
 
-Node* SceneEditor::MakeChain(Node& parent, const Zelk::MATH::CVector3& root,
-                             const Zelk::MATH::CVector3& end, const Zelk::MATH::CVector3& normal,
-                             const Zelk::CString& name) {
+Node* SceneEditor::CreateChain(Node& parent, const Zelk::MATH::CVector3& root,
+                               const Zelk::MATH::CVector3& end, const Zelk::MATH::CVector3& normal,
+                               const Zelk::CString& name) {
     if (!HasRoomFor(3)) return nullptr;
     const Transform& around = Global(parent);
     std::unique_ptr<Node> newRoot = NewNode(ObjectType::ChainRoot, parent);
@@ -148,7 +156,7 @@ Node* SceneEditor::MakeChain(Node& parent, const Zelk::MATH::CVector3& root,
     newRoot->chainData->bones.reserve(1);
     newBone->boneIndex = 0;
     for (Node* const node : {newRoot.get(), newBone.get(), newEffector.get()})
-        node->MakeGlobal();
+        node->AllocateGlobal();
     GiveName(*newRoot, parent, name);
 
     Node& chainRoot = Install(parent, std::move(newRoot));
@@ -160,13 +168,13 @@ Node* SceneEditor::MakeChain(Node& parent, const Zelk::MATH::CVector3& root,
     chainRoot.chainData->effector = &effector;
 
     *chainRoot.global = around;
-    const double place[3] = {root.x, root.y, root.z};
-    std::copy_n(place, 3, chainRoot.global->origin);
+    const double start[3] = {root.x, root.y, root.z};
+    std::copy_n(start, 3, chainRoot.global->origin);
     chainRoot.globalValid = true;
     const Transform seen = SeenFrom(*chainRoot.global, around);
     std::copy_n(seen.origin, 3, chainRoot.local.begin());
 
-    PlaceBone(bone, chainRoot, place, end);
+    PlaceBone(bone, chainRoot, start, end);
     const double tip[3] = {end.x, end.y, end.z};
     PlaceEffector(chainRoot, tip);
     RefreshEffectors();
@@ -174,8 +182,8 @@ Node* SceneEditor::MakeChain(Node& parent, const Zelk::MATH::CVector3& root,
     return &chainRoot;
 }
 
-Node* SceneEditor::MakeBone(Node& chainRoot, const Zelk::MATH::CVector3& end,
-                            const Zelk::CString& name) {
+Node* SceneEditor::CreateBone(Node& chainRoot, const Zelk::MATH::CVector3& end,
+                              const Zelk::CString& name) {
     if (!HasRoomFor(1)) return nullptr;
     ChainData& chain = *chainRoot.chainData;
     Node& source = chain.bones.empty() ? chainRoot : AsNode(*chain.bones.back());
@@ -183,10 +191,11 @@ Node* SceneEditor::MakeBone(Node& chainRoot, const Zelk::MATH::CVector3& end,
     std::unique_ptr<Node> newBone = NewNode(ObjectType::ChainBone, chainRoot);
     newBone->chainRoot = &chainRoot;
     newBone->boneIndex = static_cast<std::uint32_t>(chain.bones.size());
-    newBone->MakeGlobal();
-    // What the effector will be placed by, while nothing has changed.
+    newBone->AllocateGlobal();
+    // PlaceEffector needs this global transform. It is computed here, because that may run out of
+    // memory and nothing has changed yet.
     if (chain.effector != nullptr) Global(ParentNode(AsNode(*chain.effector)));
-    MakeRoom(chain.bones);
+    ReserveRoom(chain.bones);
     GiveName(*newBone, chainRoot, name);
 
     Node& bone = Install(source, std::move(newBone));

@@ -24,7 +24,8 @@ Referent ReferentAt(const SceneEditor& editor, const Arguments& arguments, std::
     return index < arguments.GetCount() ? editor.Resolve(arguments[index].AsRef()) : Referent();
 }
 
-// The model and the action among the first two arguments; null where either is none.
+// The model and the action that the first two arguments refer to. A pointer is null if its argument
+// refers to something else, or if any argument after these two is not empty.
 struct ModelAndAction {
     Node* model = nullptr;
     ActionSource* action = nullptr;
@@ -32,42 +33,42 @@ struct ModelAndAction {
     bool Complete() const { return model != nullptr && action != nullptr; }
 };
 
-ModelAndAction Take(const SceneEditor& editor, const Arguments& arguments, std::uint32_t modelAt,
-                    std::uint32_t actionAt) {
-    ModelAndAction taken;
-    if (!AreEmptyFrom(arguments, 2)) return taken;
-    const Referent model = ReferentAt(editor, arguments, modelAt);
+ModelAndAction FindModelAndAction(const SceneEditor& editor, const Arguments& arguments,
+                                  std::uint32_t modelIndex, std::uint32_t actionIndex) {
+    ModelAndAction found;
+    if (!AreEmptyFrom(arguments, 2)) return found;
+    const Referent model = ReferentAt(editor, arguments, modelIndex);
     if (model.kind == Referent::Kind::Object && model.object->type == ObjectType::Model)
-        taken.model = model.object;
-    const Referent action = ReferentAt(editor, arguments, actionAt);
+        found.model = model.object;
+    const Referent action = ReferentAt(editor, arguments, actionIndex);
     if (action.kind == Referent::Kind::Action) {
-        taken.action = action.action;
-        taken.actionOwner = action.object;
+        found.action = action.action;
+        found.actionOwner = action.object;
     }
-    return taken;
+    return found;
 }
 
-// model, motion, and four that may stay empty
+// Arguments: the model and the motion. Any further ones must be empty.
 Zelk::CStatus AddClip(const Arguments& arguments) {
     if (Fails(Operation::AddClip)) return Zelk::status::kFail;
     SceneEditor editor = Editor();
-    const ModelAndAction taken = Take(editor, arguments, 0, 1);
-    if (!taken.Complete()) return Zelk::status::kInvalidArgument;
-    editor.MakeClip(*taken.model, *taken.action);
+    const ModelAndAction found = FindModelAndAction(editor, arguments, 0, 1);
+    if (!found.Complete()) return Zelk::status::kInvalidArgument;
+    editor.CreateClip(*found.model, *found.action);
     return Zelk::status::kOk;
 }
 
-// action, model
+// Arguments: the action and the model. Any further ones must be empty.
 Zelk::CStatus ApplyAction(const Arguments& arguments) {
     if (Fails(Operation::ApplyAction)) return Zelk::status::kFail;
     SceneEditor editor = Editor();
-    const ModelAndAction taken = Take(editor, arguments, 1, 0);
-    if (!taken.Complete()) return Zelk::status::kInvalidArgument;
-    editor.Apply(*taken.action, *taken.actionOwner, *taken.model);
+    const ModelAndAction found = FindModelAndAction(editor, arguments, 1, 0);
+    if (!found.Complete()) return Zelk::status::kInvalidArgument;
+    editor.Apply(*found.action, *found.actionOwner, *found.model);
     return Zelk::status::kOk;
 }
 
-// a name; what follows it means nothing to the command
+// Arguments: the name of a property or an object. Any further ones are ignored.
 Zelk::CStatus DeleteObj(const Arguments& arguments) {
     if (Fails(Operation::DeleteObj)) return Zelk::status::kFail;
     if (arguments.GetCount() == 0) return Zelk::status::kInvalidArgument;
@@ -124,7 +125,7 @@ CommandRecord::Argument Recorded(const Zelk::CValue& value) {
     return std::monostate();
 }
 
-// None without memory: a command is run all the same.
+// Returns an empty vector when memory runs out, so that the command can still be run.
 std::vector<CommandRecord::Argument> RecordedArguments(const Arguments& arguments) {
     std::vector<CommandRecord::Argument> recorded;
     try {
@@ -136,11 +137,12 @@ std::vector<CommandRecord::Argument> RecordedArguments(const Arguments& argument
     return recorded;
 }
 
-// Without memory the session forgets the command, rather than calling one that was run a failure.
-void Keep(CommandRecord record) noexcept {
+// When memory runs out, the command is not recorded. Failing would be wrong, because the command
+// has been run.
+void Record(CommandRecord record) noexcept {
     std::vector<CommandRecord>& commands = SessionAccess::Current().commands;
     try {
-        MakeRoom(commands);
+        ReserveRoom(commands);
     } catch (const std::bad_alloc&) {
         return;
     }
@@ -150,15 +152,15 @@ void Keep(CommandRecord record) noexcept {
 }  // namespace
 
 Zelk::CStatus RunCommand(const Zelk::CString& name, const Zelk::CValueArray& arguments) {
-    // Before it runs: it may delete what the arguments refer to.
+    // The arguments are recorded before the command runs, which may delete what they refer to.
     CommandRecord record{name, RecordedArguments(arguments), Zelk::status::kOutOfMemory};
     try {
         const Zelk::CStatus status = Dispatch(name, arguments);
         record.status = status.GetCode();
-        Keep(std::move(record));
+        Record(std::move(record));
         return status;
     } catch (const std::bad_alloc&) {
-        Keep(std::move(record));
+        Record(std::move(record));
         throw;
     }
 }

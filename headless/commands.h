@@ -7,8 +7,9 @@
 
 namespace headless {
 
-// Runs the command and keeps a record of it, failed or not. Unknown names fail with kFail, empty or
-// wrong arguments with kInvalidArgument; neither changes the scene.
+// Runs the command and records it in the session, whether it succeeds or fails. An unknown name
+// fails with kFail, empty or wrong arguments with kInvalidArgument; the scene is then unchanged.
+// Throws std::bad_alloc when memory runs out.
 Zelk::CStatus RunCommand(const Zelk::CString& name, const Zelk::CValueArray& arguments);
 
 }  // namespace headless

@@ -14,34 +14,35 @@
 
 namespace headless {
 
-// Names of one owner, each unique. A taken name gets the smallest number from 1 that makes it
-// unique appended; how many names there are does not matter to the cost. Texts are shared with
-// those who hold the names.
+// The names that one owner has given out, each of them unique. If a name is in use, the smallest
+// number from 1 that makes it unique is appended. The time does not grow with the number of names.
+// The table shares the texts of the names with the objects that have them.
 class ZELK_API NameTable {
   public:
-    // Takes and returns the name as it is or with a number; `id` is what Find gives back.
-    Zelk::CString Take(const Zelk::CString& name, std::uint32_t id);
-    // The name is free again.
+    // Reserves `name`, if necessary with a number, and returns the reserved name. Find returns `id`
+    // for it.
+    Zelk::CString Reserve(const Zelk::CString& name, std::uint32_t id);
+    // Makes the name available again. Ignores a name that is not reserved.
     void Free(const Zelk::CString& name);
-    // 0 where the name is not taken.
+    // The id of the name; 0 if it is not reserved.
     std::uint32_t Find(std::wstring_view name) const;
 
   private:
-    // A text that is looked for. The hash goes along, since names may be long.
+    // A text to look up. Its hash is kept, because computing that of a long name takes time.
     struct Key {
         explicit Key(std::wstring_view name)
             : text(name), hash(static_cast<std::uint32_t>(std::hash<std::wstring_view>{}(name))) {}
         std::wstring_view text;
         std::uint32_t hash;
     };
-    struct Taken {
+    struct Reserved {
         Zelk::CString name;
         std::uint32_t id;
         std::uint32_t hash;
     };
     static std::wstring_view TextOf(const Key& key) noexcept { return key.text; }
-    static std::wstring_view TextOf(const Taken& taken) noexcept {
-        return {taken.name.GetWideString(), taken.name.Length()};
+    static std::wstring_view TextOf(const Reserved& reserved) noexcept {
+        return {reserved.name.GetWideString(), reserved.name.Length()};
     }
     struct Hash {
         using is_transparent = void;
@@ -58,8 +59,8 @@ class ZELK_API NameTable {
         }
     };
 
-    // Of a name that was taken when it was asked for: every number below `next` is taken, except
-    // those in `freed` (which may hold some that were taken again since).
+    // The numbers that were appended to one name. All numbers below `next` are in use, except those
+    // in `freed`; some of these may be in use again.
     struct Numbers {
         std::uint64_t next = 1;
         std::unique_ptr<std::set<std::uint64_t>> freed;
@@ -79,13 +80,13 @@ class ZELK_API NameTable {
         bool operator()(std::wstring_view a, const Zelk::CString& b) const {
             return a == std::wstring_view(b.GetWideString(), b.Length());
         }
-        // libc++ of clang 14 asks with the looked-for text second.
+        // libc++ of clang 14 passes the text to look up as the second argument.
         bool operator()(const Zelk::CString& a, std::wstring_view b) const { return (*this)(b, a); }
     };
 
     void Insert(const Zelk::CString& name, const Key& key, std::uint32_t id);
 
-    std::unordered_set<Taken, Hash, Equal> taken_;
+    std::unordered_set<Reserved, Hash, Equal> reserved_;
     std::unordered_map<Zelk::CString, Numbers, TextHash, TextEqual> numbers_;
 };
 

@@ -1,4 +1,4 @@
-// Names: taken, given, released.
+// Reserves, gives and frees names.
 #include <algorithm>
 #include <new>
 #include <span>
@@ -11,7 +11,6 @@ namespace headless {
 
 namespace {
 
-// What an object without a wish is called.
 std::wstring_view DefaultName(ObjectType type) {
     switch (type) {
         case ObjectType::Model:
@@ -28,11 +27,11 @@ std::wstring_view DefaultName(ObjectType type) {
     return L"Object";
 }
 
-Zelk::CString Wish(const Zelk::CString& wanted, std::wstring_view otherwise) {
-    return wanted.IsEmpty() ? Text(std::wstring(otherwise)) : wanted;
+Zelk::CString OrDefault(const Zelk::CString& wanted, std::wstring_view defaultName) {
+    return wanted.IsEmpty() ? Text(std::wstring(defaultName)) : wanted;
 }
 
-// Names that are given back unless they are kept.
+// Reserved names that the destructor frees again unless Keep was called.
 class Reservation {
   public:
     Reservation() = default;
@@ -40,12 +39,12 @@ class Reservation {
     Reservation& operator=(const Reservation&) = delete;
     ~Reservation() {
         for (const auto& [table, name] : names_)
-            Release(*table, name);
+            Free(*table, name);
     }
 
-    void Take(NameTable& table, const Zelk::CString& name, std::uint32_t id) {
+    void Reserve(NameTable& table, const Zelk::CString& name, std::uint32_t id) {
         names_.emplace_back(&table, Zelk::CString());
-        names_.back().second = table.Take(name, id);
+        names_.back().second = table.Reserve(name, id);
     }
     void MoveLastOf(Reservation& other) {
         names_.push_back(std::move(other.names_.back()));
@@ -55,49 +54,51 @@ class Reservation {
     void Keep() noexcept { names_.clear(); }
 
   private:
-    static void Release(NameTable& table, const Zelk::CString& name) noexcept {
+    static void Free(NameTable& table, const Zelk::CString& name) noexcept {
         try {
             if (!name.IsEmpty()) table.Free(name);
         } catch (const std::bad_alloc&) {
-            // The name stays taken: a number is passed over later, nothing worse.
+            // The name stays reserved. The only effect is that a later name gets a larger number.
         }
     }
 
     std::vector<std::pair<NameTable*, Zelk::CString>> names_;
 };
 
-// One name that is free in all tables, the smallest number that makes it so appended; taken in all.
-Zelk::CString TakeInAll(std::span<NameTable* const> tables, const Zelk::CString& wish,
-                        std::uint32_t id) {
-    if (tables.size() == 1) return tables.front()->Take(wish, id);
-    Reservation refused;
+// Reserves one name in all tables: `wanted` itself or, if that is in use in any of them, `wanted`
+// with the smallest number that makes it free in all.
+Zelk::CString ReserveInAll(std::span<NameTable* const> tables, const Zelk::CString& wanted,
+                           std::uint32_t id) {
+    if (tables.size() == 1) return tables.front()->Reserve(wanted, id);
+    Reservation rejected;
     for (;;) {
-        refused.Take(*tables.front(), wish, id);
-        Zelk::CString name = refused.Last();
+        rejected.Reserve(*tables.front(), wanted, id);
+        Zelk::CString name = rejected.Last();
         const auto holds = [&](const NameTable* table) { return table->Find(View(name)) != 0; };
         if (std::any_of(tables.begin() + 1, tables.end(), holds)) continue;
 
-        Reservation taken;
-        taken.MoveLastOf(refused);
+        Reservation reserved;
+        reserved.MoveLastOf(rejected);
         for (NameTable* const table : tables.subspan(1))
-            taken.Take(*table, name, id);
-        taken.Keep();
+            reserved.Reserve(*table, name, id);
+        reserved.Keep();
         return name;
     }
 }
 
 template <class Item>
-void RenameIn(NameTable& table, Item& item, std::wstring_view otherwise,
+void RenameIn(NameTable& table, Item& item, std::wstring_view defaultName,
               const Zelk::CString& name) {
     table.Free(item.name);
     item.name = Zelk::CString();
     NameTable* const tables[] = {&table};
-    item.name = TakeInAll(tables, Wish(name, otherwise), item.id);
+    item.name = ReserveInAll(tables, OrDefault(name, defaultName), item.id);
 }
 
 }  // namespace
 
-// A model's name is unique in the scene, in the model above it and among the objects of its own.
+// The tables that hold the object's name. The name of a model is unique among all models of the
+// scene, among the objects of the model above it, and among its own objects.
 std::vector<NameTable*> SceneEditor::TablesOf(Node& object, Node& parent) const {
     ModelData& around = *ModelOf(parent).modelData;
     if (object.type != ObjectType::Model) return {&around.objectNames};
@@ -108,24 +109,24 @@ std::vector<NameTable*> SceneEditor::TablesOf(Node& object, Node& parent) const 
 }
 
 void SceneEditor::GiveName(Node& object, Node& parent, const Zelk::CString& wanted) {
-    object.name =
-        TakeInAll(TablesOf(object, parent), Wish(wanted, DefaultName(object.type)), object.id);
+    object.name = ReserveInAll(TablesOf(object, parent),
+                               OrDefault(wanted, DefaultName(object.type)), object.id);
     if (object.type == ObjectType::Model)
         records_.longestModelName =
             std::max<std::size_t>(records_.longestModelName, object.name.Length());
 }
 
-void SceneEditor::ReleaseName(Node& object) {
+void SceneEditor::FreeName(Node& object) {
     if (object.name.IsEmpty()) return;
     for (NameTable* const table : TablesOf(object, ParentNode(object)))
         table->Free(object.name);
     object.name = Zelk::CString();
 }
 
-Zelk::CString SceneEditor::TakeName(NameTable& table, const Zelk::CString& wanted,
-                                    std::wstring_view otherwise, std::uint32_t id) {
+Zelk::CString SceneEditor::ReserveName(NameTable& table, const Zelk::CString& wanted,
+                                       std::wstring_view defaultName, std::uint32_t id) {
     NameTable* const tables[] = {&table};
-    return TakeInAll(tables, Wish(wanted, otherwise), id);
+    return ReserveInAll(tables, OrDefault(wanted, defaultName), id);
 }
 
 void SceneEditor::Rename(const Referent& referent, const Zelk::CString& name) {
@@ -133,9 +134,9 @@ void SceneEditor::Rename(const Referent& referent, const Zelk::CString& name) {
         case Referent::Kind::Object: {
             Node& object = *referent.object;
             if (&object == &records_.root) return;
-            // The old name first, so that an object can be given its own name or a shorter form of
-            // it.
-            ReleaseName(object);
+            // The old name is freed first, so that the object can get the same name again, or the
+            // same name without its number.
+            FreeName(object);
             GiveName(object, ParentNode(object), name);
             return;
         }
@@ -151,7 +152,7 @@ void SceneEditor::Rename(const Referent& referent, const Zelk::CString& name) {
                                                                  referent.property->name.Length());
             return;
         default:
-            return;  // what the host names itself keeps its name
+            return;  // the host itself names these, and nobody else can
     }
 }
 

@@ -1,5 +1,6 @@
-// Where objects stand. Scene transforms are worked out when somebody asks and kept until something
-// they depend on changes; the local states of effectors follow at the end of the operation.
+// The transforms of objects. A global transform is computed when it is needed, and kept until
+// something that it depends on changes. The local transforms of effectors are updated at the end of
+// each operation.
 #include <algorithm>
 #include <cstring>
 
@@ -14,9 +15,9 @@ bool IsChainEffector(const Object& object) {
     return object.type == ObjectType::ChainEffector && object.chainRoot != nullptr;
 }
 
-// Whether an effector hangs somewhere outside its chain: only then is its local state more than the
-// bones between its parent and itself.
-bool HangsOutside(const Object& effector) {
+// Whether an effector has been moved out of its chain. Only then does its local transform depend on
+// more than the bones between its parent and itself.
+bool IsOutsideChain(const Object& effector) {
     const Object* const parent = effector.parent;
     if (parent == nullptr) return true;
     if (parent == effector.chainRoot) return false;
@@ -31,7 +32,7 @@ Object* EffectorOf(const Object& chainElement) {
     return chainElement.chainRoot->chainData->effector;
 }
 
-// The effector that stands at the end of `object` itself, or null.
+// The effector of the chain that ends with `object`; null if there is none.
 Object* EffectorAtEndOf(const Object& object) {
     if (object.chainRoot == nullptr || object.type == ObjectType::ChainEffector) return nullptr;
     const ChainData& chain = *object.chainRoot->chainData;
@@ -39,8 +40,8 @@ Object* EffectorAtEndOf(const Object& object) {
     return last == &object ? chain.effector : nullptr;
 }
 
-// Whether anything but the next of its own chain hangs under an element of a chain.
-bool CarriesOthers(const Object& element) {
+// Whether an element of a chain has a child that does not belong to the chain.
+bool HasOtherChildren(const Object& element) {
     for (const Object* child = element.firstChild; child != nullptr; child = child->nextSibling)
         if (child->chainRoot != element.chainRoot) return true;
     return false;
@@ -48,8 +49,8 @@ bool CarriesOthers(const Object& element) {
 
 }  // namespace
 
-// The object that another one's scene transform is worked out from: its parent, but of an effector
-// the last bone of its chain.
+// The object from whose global transform that of `object` is computed: the end of the chain for an
+// effector, the parent for any other object.
 Node& SceneEditor::PoseSource(const Node& object) const {
     const Object* const end = EndOfChain(object);
     if (end == nullptr) return ParentNode(object);
@@ -59,24 +60,25 @@ Node& SceneEditor::PoseSource(const Node& object) const {
 
 Transform SceneEditor::SeenFromPoseSource(const Node& object) const {
     const Object* const end = EndOfChain(object);
-    // A chain root, the end of a chain without bones, has the length 0.
+    // A chain without bones ends with its root, whose length is 0.
     return end == nullptr ? FromLocal(object.local) : EffectorSeenFromEnd(object, end->length);
 }
 
 const Transform& SceneEditor::Global(Node& object) {
-    Node* way = nullptr;
+    Node* path = nullptr;
     for (Node* node = &object; !node->globalValid; node = &PoseSource(*node)) {
-        node->walkNext = way;
-        way = node;
+        node->walkNext = path;
+        path = node;
     }
-    for (; way != nullptr; way = way->walkNext) {
-        way->MakeGlobal() = SeenFromPoseSource(*way) * *PoseSource(*way).global;
-        way->globalValid = true;
+    for (; path != nullptr; path = path->walkNext) {
+        path->AllocateGlobal() = SeenFromPoseSource(*path) * *PoseSource(*path).global;
+        path->globalValid = true;
     }
     return *object.global;
 }
 
-// What depends on an invalid transform is invalid already, so a second call costs nothing.
+// Everything that depends on an invalid transform is already invalid, so that a second call returns
+// at once.
 void SceneEditor::Invalidate(Node& object) noexcept {
     if (!object.globalValid) return;
     object.walkNext = nullptr;
@@ -94,36 +96,36 @@ void SceneEditor::Invalidate(Node& object) noexcept {
         for (Object* child = node.firstChild; child != nullptr; child = child->nextSibling) {
             if (!IsChainEffector(*child))
                 visit(AsNode(*child));
-            else if (HangsOutside(*child))
+            else if (IsOutsideChain(*child))
                 MarkEffector(child);
         }
         if (Object* const effector = EffectorAtEndOf(node)) {
             visit(AsNode(*effector));
-            if (HangsOutside(*effector)) MarkEffector(effector);
+            if (IsOutsideChain(*effector)) MarkEffector(effector);
         }
     }
 }
 
-// A large scene has mostly chains that nothing hangs under, whose scene transforms nobody asks for
-// again once they are built: those of the latest are kept. To others a bone can be added still,
-// from where their effectors are by the states, which is where they were put within rounding.
+// In a large scene most chains have no other objects under them, and once they are built nobody
+// needs their global transforms again. So only those of the latest chains are kept. Older chains
+// can still grow; their end is then computed from the local transforms, with rounding errors.
 void SceneEditor::KeepTransformsOf(const Node& chainRoot) noexcept {
-    std::uint32_t& place = records_.latestChains[records_.nextLatestChain];
-    Node* const oldest = records_.FindNode(place);
+    std::uint32_t& entry = records_.latestChains[records_.nextLatestChain];
+    Node* const oldest = records_.FindNode(entry);
     if (oldest != nullptr) DropTransforms(*oldest);
-    place = chainRoot.id;
+    entry = chainRoot.id;
     records_.nextLatestChain = (records_.nextLatestChain + 1) % records_.latestChains.size();
 }
 
-// Unless something else may have been worked out from them: what hangs under an element of the
-// chain, or its effector elsewhere.
+// Drops nothing if other transforms may have been computed from these: those of other objects under
+// an element of the chain, or that of an effector outside its chain.
 void SceneEditor::DropTransforms(Node& chainRoot) noexcept {
     const ChainData& chain = *chainRoot.chainData;
     Object* const effector = chain.effector;
-    if (CarriesOthers(chainRoot)) return;
-    if (effector != nullptr && (HangsOutside(*effector) || CarriesOthers(*effector))) return;
+    if (HasOtherChildren(chainRoot)) return;
+    if (effector != nullptr && (IsOutsideChain(*effector) || HasOtherChildren(*effector))) return;
     if (std::any_of(chain.bones.begin(), chain.bones.end(),
-                    [](const Object* bone) { return CarriesOthers(*bone); }))
+                    [](const Object* bone) { return HasOtherChildren(*bone); }))
         return;
     const auto drop = [](Object& element) {
         AsNode(element).globalValid = false;
@@ -147,19 +149,20 @@ void SceneEditor::MarkEffector(Object* effector) noexcept {
 void SceneEditor::RefreshEffectors() {
     while (records_.dirtyEffectors != nullptr) {
         Node& effector = *records_.dirtyEffectors;
-        // First, so that one for which there is no memory stays in the list.
+        // This comes first, so that the effector stays in the list if memory runs out.
         RefreshEffector(effector);
         records_.dirtyEffectors = effector.dirtyNext;
         effector.effectorDirty = false;
     }
 }
 
-// Inside its own chain an effector is worked out along the bones alone, so that it neither moves
-// nor costs anything when the chain is moved as a whole. Outside it, its own and its parent's scene
-// transform are both valid from here on: a change of either finds the way back.
+// Inside its chain, an effector's local transform is computed from the bones alone, so it does not
+// change when the chain is moved as a whole. For an effector outside its chain, this function makes
+// the global transforms of the effector and of its parent valid, so that Invalidate finds the
+// effector when either of them changes.
 void SceneEditor::RefreshEffector(Node& effector) {
     Transform seen;
-    if (HangsOutside(effector)) {
+    if (IsOutsideChain(effector)) {
         seen = Global(effector) * Inverse(Global(ParentNode(effector)));
     } else {
         seen = SeenFromPoseSource(effector);

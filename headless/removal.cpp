@@ -1,4 +1,4 @@
-// Finding what a name means, and deleting it.
+// Finds objects and properties by name, and deletes them.
 #include <algorithm>
 
 #include "headless/scene_editor.h"
@@ -17,6 +17,7 @@ void LeaveGroup(Object& member, std::uint32_t group) {
     if (member.groups->empty()) member.groups.reset();
 }
 
+// The one that was made later. Either may be null.
 Node* LaterOf(Node* a, Node* b) {
     if (a == nullptr || b == nullptr) return a == nullptr ? b : a;
     return a->id > b->id ? a : b;
@@ -26,7 +27,7 @@ Node* LaterOf(Node* a, Node* b) {
 
 // --- finding ---
 
-// Names may hold dots, so each dot may be the one after the model's name.
+// Names may contain dots, so each dot may be the one that follows the model's name.
 Node* SceneEditor::FindObject(std::wstring_view fullName) const {
     const NameTable& models = records_.root.modelData->objectNames;
     Node* found = records_.FindNode(models.Find(fullName));
@@ -37,7 +38,7 @@ Node* SceneEditor::FindObject(std::wstring_view fullName) const {
         if (model == nullptr || !model->modelData) continue;
         Node* const object =
             records_.FindNode(model->modelData->objectNames.Find(fullName.substr(dot + 1)));
-        // A model has its name to itself, whatever it stands in.
+        // The full name of a model is its own name, even if the model is in another one.
         if (object != nullptr && object->type != ObjectType::Model) found = LaterOf(found, object);
     }
     return found;
@@ -55,7 +56,8 @@ Property* SceneEditor::FindProperty(std::wstring_view name) const {
     }
     for (std::size_t index = records_.properties.size(); foundId == 0 && index-- > 0;) {
         const std::uint32_t id = records_.properties[index];
-        // By its own name, or by a full name in which its owner has none.
+        // The full name can match here if the owner's own name is empty: FindObject then did not
+        // find the owner.
         const Zelk::CString fullName = scene_.FullName(id);
         if (View(RecordIn<Property>(records_.Find(id))->name) == name || View(fullName) == name)
             foundId = id;
@@ -80,7 +82,7 @@ void SceneEditor::Delete(Property& property) {
     data->names.Free(property.name);
     std::erase_if(data->properties, [id](const auto& kept) { return kept->id == id; });
     if (data->properties.empty()) data.reset();
-    // Most often it is the last one.
+    // The search begins at the end, because the property is mostly the last one.
     std::vector<std::uint32_t>& all = records_.properties;
     all.erase(std::find(all.rbegin(), all.rend(), id).base() - 1);
     records_.Forget(id);
@@ -101,7 +103,8 @@ void SceneEditor::LeaveChain(Node& dying, std::vector<Node*>& shortened) {
     if (dying.chainRoot == nullptr) return;
     ChainData& chain = *dying.chainRoot->chainData;
     if (dying.type == ObjectType::ChainRoot) {
-        // An effector that hangs elsewhere stays where it is, with no chain to follow.
+        // An effector outside the chain is not deleted. It keeps its transform and belongs to no
+        // chain any more.
         if (chain.effector != nullptr && !IsDying(chain.effector))
             chain.effector->chainRoot = nullptr;
         return;
@@ -111,7 +114,7 @@ void SceneEditor::LeaveChain(Node& dying, std::vector<Node*>& shortened) {
         chain.effector = nullptr;
         return;
     }
-    // The bones after a dying one hang below it.
+    // The bones after a dying one are under it, so the last bone of the chain is dying, too.
     if (chain.bones.empty() || !IsDying(chain.bones.back())) return;
     if (chain.effector != nullptr && !IsDying(chain.effector)) Invalidate(AsNode(*chain.effector));
     while (!chain.bones.empty() && IsDying(chain.bones.back()))
@@ -169,7 +172,7 @@ void SceneEditor::Delete(Node& object) {
     std::vector<Node*> shortened;
     for (Node* const node : dying) {
         LeaveChain(*node, shortened);
-        ReleaseName(*node);
+        FreeName(*node);
     }
     for (Node* const node : dying)
         if (node->modelData) DropModelData(*node);

@@ -15,7 +15,7 @@ Scene::Impl::Impl(std::uint32_t first) : firstId(first) {
     root.name = L"Scene_Root";
     root.model = &root;
     root.modelData = std::make_unique<ModelData>();
-    root.MakeGlobal();
+    root.AllocateGlobal();
     root.globalValid = true;
 }
 
@@ -57,7 +57,7 @@ const ActionSource* Scene::FindAction(std::uint32_t id) const {
 }
 
 Zelk::CString Scene::FullName(std::uint32_t id) const {
-    // Naming changes nothing, but the editor is made for what may be changed.
+    // FullNameOf changes nothing, but an editor is constructed with a scene that is not const.
     const SceneEditor editor(const_cast<Scene&>(*this));
     return editor.FullNameOf(editor.Resolve(Zelk::CRef(id, part::kSelf)));
 }

@@ -1,4 +1,4 @@
-// Making objects, actions, groups and properties, and hanging objects under others.
+// Creates objects, actions, groups and properties, and moves objects under other parents.
 #include "headless/scene_editor.h"
 
 #include <algorithm>
@@ -67,7 +67,7 @@ std::unique_ptr<Node> SceneEditor::NewNode(ObjectType type, Node& parent) {
         node->model = &parent == &records_.root ? nullptr : parent.model;
     }
     node->id = records_.NextId();
-    // An id whose object is not made after all is lost: its slot stays empty.
+    // If the object is not created after all, the id stays unused and its slot empty.
     records_.slots.emplace_back();
     return node;
 }
@@ -80,7 +80,7 @@ Node& SceneEditor::Install(Node& parent, std::unique_ptr<Node> node) noexcept {
     return object;
 }
 
-Node* SceneEditor::MakeObject(Node& parent, ObjectType type, const Zelk::CString& name) {
+Node* SceneEditor::CreateObject(Node& parent, ObjectType type, const Zelk::CString& name) {
     if (!HasRoomFor(1)) return nullptr;
     std::unique_ptr<Node> node = NewNode(type, parent);
     GiveName(*node, parent, name);
@@ -88,12 +88,12 @@ Node* SceneEditor::MakeObject(Node& parent, ObjectType type, const Zelk::CString
     return &Install(parent, std::move(node));
 }
 
-Node* SceneEditor::MakeModel(Node& parent, const Zelk::CRefArray& objects,
-                             const Zelk::CString& name, Zelk::CStatus& status) {
+Node* SceneEditor::CreateModel(Node& parent, const Zelk::CRefArray& objects,
+                               const Zelk::CString& name, Zelk::CStatus& status) {
     status = Zelk::status::kInvalidArgument;
     if (!CanReparent(parent, objects)) return nullptr;
     status = Zelk::status::kOutOfMemory;
-    Node* const model = MakeObject(parent, ObjectType::Model, name);
+    Node* const model = CreateObject(parent, ObjectType::Model, name);
     if (model == nullptr) return nullptr;
     for (std::uint32_t index = 0; index < objects.GetCount(); ++index)
         Adopt(*model, *ObjectOf(objects[index]));
@@ -102,41 +102,41 @@ Node* SceneEditor::MakeModel(Node& parent, const Zelk::CRefArray& objects,
     return model;
 }
 
-ActionSource* SceneEditor::MakeAction(Node& model, const Zelk::CString& name) {
+ActionSource* SceneEditor::CreateAction(Node& model, const Zelk::CString& name) {
     if (!HasRoomFor(1)) return nullptr;
     std::vector<std::unique_ptr<ActionSource>>& actions = model.modelData->actions;
-    MakeRoom(actions);
+    ReserveRoom(actions);
     auto action = std::make_unique<ActionSource>();
     action->id = records_.NextId();
     action->owner = &model;
     Slot& slot = records_.slots.emplace_back();
-    action->name = TakeName(model.modelData->actionNames, name, kActionName, action->id);
+    action->name = ReserveName(model.modelData->actionNames, name, kActionName, action->id);
     slot = action.get();
     actions.push_back(std::move(action));
     return actions.back().get();
 }
 
-Group* SceneEditor::MakeGroup(Node& model, const Zelk::CRefArray& members,
-                              const Zelk::CString& name, Zelk::CStatus& status) {
+Group* SceneEditor::CreateGroup(Node& model, const Zelk::CRefArray& members,
+                                const Zelk::CString& name, Zelk::CStatus& status) {
     status = Zelk::status::kInvalidArgument;
     if (!AreObjects(members)) return nullptr;
     status = Zelk::status::kOutOfMemory;
     if (!HasRoomFor(1)) return nullptr;
     std::vector<std::unique_ptr<Group>>& groups = model.modelData->groups;
-    MakeRoom(groups);
+    ReserveRoom(groups);
     auto group = std::make_unique<Group>();
     group->id = records_.NextId();
     group->owner = &model;
     group->members.reserve(members.GetCount());
     Slot& slot = records_.slots.emplace_back();
-    group->name = TakeName(model.modelData->groupNames, name, kGroupName, group->id);
+    group->name = ReserveName(model.modelData->groupNames, name, kGroupName, group->id);
     slot = group.get();
     groups.push_back(std::move(group));
     Group* const made = groups.back().get();
     for (std::uint32_t index = 0; index < members.GetCount(); ++index) {
         Node& member = *ObjectOf(members[index]);
         if (!member.groups) member.groups = std::make_unique<std::vector<std::uint32_t>>();
-        // A member named twice is one member.
+        // A member that is listed twice is added once.
         if (!member.groups->empty() && member.groups->back() == made->id) continue;
         member.groups->push_back(made->id);
         made->members.push_back(member.id);
@@ -145,17 +145,17 @@ Group* SceneEditor::MakeGroup(Node& model, const Zelk::CRefArray& members,
     return made;
 }
 
-Property* SceneEditor::MakeProperty(Node& owner, const Zelk::CString& name) {
+Property* SceneEditor::CreateProperty(Node& owner, const Zelk::CString& name) {
     if (!HasRoomFor(1)) return nullptr;
     if (!owner.propertyData) owner.propertyData = std::make_unique<PropertyData>();
     PropertyData& data = *owner.propertyData;
-    MakeRoom(data.properties);
-    MakeRoom(records_.properties);
+    ReserveRoom(data.properties);
+    ReserveRoom(records_.properties);
     auto property = std::make_unique<Property>();
     property->id = records_.NextId();
     property->owner = &owner;
     Slot& slot = records_.slots.emplace_back();
-    property->name = TakeName(data.names, name, kPropertyName, property->id);
+    property->name = ReserveName(data.names, name, kPropertyName, property->id);
     records_.longestPropertyName =
         std::max<std::size_t>(records_.longestPropertyName, property->name.Length());
     slot = property.get();
@@ -164,7 +164,7 @@ Property* SceneEditor::MakeProperty(Node& owner, const Zelk::CString& name) {
     return data.properties.back().get();
 }
 
-// --- hanging under others ---
+// --- moving under other parents ---
 
 bool SceneEditor::AreObjects(const Zelk::CRefArray& objects) const {
     for (std::uint32_t index = 0; index < objects.GetCount(); ++index) {
@@ -174,15 +174,16 @@ bool SceneEditor::AreObjects(const Zelk::CRefArray& objects) const {
     return true;
 }
 
-// Nothing may come to depend on itself. An object depends on its parent, an effector on the end of
-// its chain too; so what `parent` depends on is looked for among `objects`. Most objects have
-// nothing that could depend on them: those need no look.
+// No object may depend on itself. An object depends on its parent, and an effector also on the end
+// of its chain. So the search visits everything that `parent` depends on, and fails where it meets
+// one of `objects`. Most objects have neither children nor a chain, so nothing can depend on them:
+// they are left out.
 bool SceneEditor::CanReparent(Node& parent, const Zelk::CRefArray& objects) const {
     if (!AreObjects(objects)) return false;
     std::unordered_set<const Node*> moved;
     for (std::uint32_t index = 0; index < objects.GetCount(); ++index) {
         Node& object = *ObjectOf(objects[index]);
-        // A chain's bones stay in their row.
+        // A bone cannot leave its chain.
         if (object.type == ObjectType::ChainBone || &object == &parent) return false;
         if (object.firstChild != nullptr || object.type == ObjectType::ChainRoot)
             moved.insert(&object);
@@ -205,13 +206,14 @@ const Object* SceneEditor::ModelAround(const Node& object) const {
     return object.parent == nullptr ? nullptr : object.parent->model;
 }
 
-// All names go before the first is given again: what moves must not stand in its own way.
-void SceneEditor::Rehouse(const std::vector<Node*>& moved, Object* model, Node& parent) {
+// All old names are freed before the first new one is given. Otherwise one of the moved objects
+// could occupy the name that another one should keep.
+void SceneEditor::MoveToModel(const std::vector<Node*>& moved, Object* model, Node& parent) {
     std::vector<Zelk::CString> names;
     names.reserve(moved.size());
     for (Node* const node : moved) {
         names.push_back(node->name);
-        ReleaseName(*node);
+        FreeName(*node);
     }
     for (std::size_t index = 0; index < moved.size(); ++index) {
         if (moved[index]->type != ObjectType::Model) moved[index]->model = model;
@@ -219,7 +221,7 @@ void SceneEditor::Rehouse(const std::vector<Node*>& moved, Object* model, Node& 
     }
 }
 
-// Objects that come under another model take names there, and so do those below them.
+// An object that moves into another model gets a name in that model, and so do those under it.
 void SceneEditor::Adopt(Node& parent, Node& object) {
     Object* const model = &parent == &records_.root ? nullptr : parent.model;
     const Object* const before = ModelAround(object);
@@ -230,11 +232,11 @@ void SceneEditor::Adopt(Node& parent, Node& object) {
             for (Object* child = moved[index]->firstChild; child; child = child->nextSibling)
                 moved.push_back(&AsNode(*child));
         }
-        Rehouse(moved, model, parent);
+        MoveToModel(moved, model, parent);
     }
     Unlink(object);
     Link(parent, object);
-    // An effector stays where it is, and so does what hangs under it.
+    // The global transforms of an effector and of the objects under it do not change.
     if (object.type == ObjectType::ChainEffector && object.chainRoot != nullptr)
         MarkEffector(&object);
     else

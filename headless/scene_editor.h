@@ -1,6 +1,6 @@
-// The one hand that changes a scene: it makes, names, moves and deletes, and keeps the records
-// true. Host operations, commands and nothing else go through it. What a reference or a position
-// cannot give comes back as null or as a failing status, with the scene as it was.
+// SceneEditor creates, names, moves and deletes what a scene holds, and keeps the records
+// consistent. The host's operations and commands use it. If its arguments do not allow something,
+// it returns null or a failing status, and the scene is unchanged.
 #pragma once
 
 #include <cstddef>
@@ -19,12 +19,12 @@
 
 namespace headless {
 
-// What goes without a wish is called this.
+// Default names.
 inline constexpr std::wstring_view kActionName = L"Action";
 inline constexpr std::wstring_view kGroupName = L"Group";
 inline constexpr std::wstring_view kPropertyName = L"Property";
 
-// What a reference means now.
+// What a reference refers to at present.
 struct Referent {
     enum class Kind : std::uint8_t {
         None,
@@ -41,89 +41,96 @@ struct Referent {
         Curve
     };
     Kind kind = Kind::None;
-    Node* object = nullptr;  // itself, of a part the whole, else the owner
+    // The object itself; the object that a kinematic part or a channel belongs to; otherwise the
+    // owner of the action, the group or the property.
+    Node* object = nullptr;
     Channel channel = Channel::PosX;
     ActionSource* action = nullptr;
     Group* group = nullptr;
     Property* property = nullptr;
-    std::size_t index = 0;  // of an item or a curve
+    std::size_t index = 0;  // of the item in the action, or of the curve in the property
 };
 
 class SceneEditor {
   public:
     explicit SceneEditor(Scene& scene) : scene_(scene), records_(*scene.impl_) {}
 
-    // A scene without anything. Ids go on from where they were.
+    // Empties the scene. Its next ids follow the old ones. If memory runs out, it throws
+    // std::bad_alloc and the scene is unchanged.
     static void Clear(Scene& scene);
-    // Moves everything out of `scene`, which is then as after Clear. Throws std::bad_alloc with the
-    // scene unchanged.
+    // Moves everything out of `scene`, which is then as after Clear. Fails as Clear does.
     static std::unique_ptr<const Scene> Release(Scene& scene);
 
     // --- references ---
 
     Referent Resolve(const Zelk::CRef& ref) const;
-    // The object or the scene root; null for anything else, parts included.
+    // The object, or the scene root, that `ref` refers to. Null if it refers to something else,
+    // such as a part of an object.
     Node* ObjectOf(const Zelk::CRef& ref) const;
-    // Like ObjectOf, of that type; the scene root is a model.
+    // The same, but null if the object is of another type. The scene root is a model.
     Node* ObjectOf(const Zelk::CRef& ref, ObjectType type) const;
-    // Empty for what has no name.
+    // Empty if the referent has no name.
     Zelk::CString NameOf(const Referent& referent) const;
     bool IsCalled(const Referent& referent, std::wstring_view name) const;
     Zelk::CString FullNameOf(const Referent& referent) const;
-    // The empty reference for what stands under nothing, the top models included.
+    // The empty reference for an object that is directly under the scene root.
     Zelk::CRef ParentOf(const Zelk::CRef& ref, const Referent& referent) const;
-    // The model that an object belongs to: itself, one above it, or the scene root.
+    // The model that an object belongs to: the object itself, one above it, or the scene root.
     Node& ModelOf(Node& object) const;
 
     // --- objects ---
 
-    // Null where there is no id left, as with all that makes something.
-    Node* MakeObject(Node& parent, ObjectType type, const Zelk::CString& name);
-    // Null with a failing status.
-    Node* MakeModel(Node& parent, const Zelk::CRefArray& objects, const Zelk::CString& name,
-                    Zelk::CStatus& status);
+    // Like every Create function, it returns null if no id is left.
+    Node* CreateObject(Node& parent, ObjectType type, const Zelk::CString& name);
+    // `objects` become children of the new model. Null with a failing status.
+    Node* CreateModel(Node& parent, const Zelk::CRefArray& objects, const Zelk::CString& name,
+                      Zelk::CStatus& status);
     void Rename(const Referent& referent, const Zelk::CString& name);
-    // The objects keep their local states, an effector its place.
+    // Moves the objects under `parent`. They keep their local transforms, but an effector keeps its
+    // global transform.
     Zelk::CStatus Reparent(Node& parent, const Zelk::CRefArray& objects);
-    // The object, all below it, and what they own.
+    // Deletes the object, all objects under it, and what they own.
     void Delete(Node& object);
     void Delete(Property& property);
-    // By full name; null without one. Of several, the one made last.
+    // The Find functions return null if there is none, and the one made last if there are several.
     Node* FindObject(std::wstring_view fullName) const;
-    // By full name, else by bare name, then the one made last.
+    // By the full name, or if no property has it, by the property's own name.
     Property* FindProperty(std::wstring_view name) const;
-    // The object of that bare name that was made last.
+    // By the object's own name, without that of its model.
     Node* FindByBareName(std::wstring_view name) const;
 
     // --- values ---
 
     double ValueOf(const Node& object, Channel channel) const;
-    // Fails for what the scene works out itself: an effector's state and a bone's position.
+    // Fails for what the scene computes itself, which is an effector's transform and a bone's
+    // position, and for the length of anything but a bone.
     Zelk::CStatus PutValue(Node& object, Channel channel, double value);
+    // Sets the position and sets the rotation to zero. Fails for a bone and an effector.
     Zelk::CStatus PutTranslation(Node& object, const Zelk::MATH::CVector3& translation);
-    // Where the object stands in the scene now.
+    // The object's global transform.
     const Transform& Global(Node& object);
 
-    // --- chains (positions in scene space) ---
+    // --- chains; all positions are in scene space ---
 
-    Node* MakeChain(Node& parent, const Zelk::MATH::CVector3& root, const Zelk::MATH::CVector3& end,
-                    const Zelk::MATH::CVector3& normal, const Zelk::CString& name);
-    Node* MakeBone(Node& chainRoot, const Zelk::MATH::CVector3& end, const Zelk::CString& name);
+    Node* CreateChain(Node& parent, const Zelk::MATH::CVector3& root,
+                      const Zelk::MATH::CVector3& end, const Zelk::MATH::CVector3& normal,
+                      const Zelk::CString& name);
+    Node* CreateBone(Node& chainRoot, const Zelk::MATH::CVector3& end, const Zelk::CString& name);
 
     // --- actions, groups, properties ---
 
-    ActionSource* MakeAction(Node& model, const Zelk::CString& name);
-    // Its place among the items; `target` must not be empty.
+    ActionSource* CreateAction(Node& model, const Zelk::CString& name);
+    // Returns the index of the new item. `target` must not be empty.
     std::uint32_t AddItem(ActionSource& action, const Zelk::CString& target, ActionItem item);
     // Null with a failing status.
-    Group* MakeGroup(Node& model, const Zelk::CRefArray& members, const Zelk::CString& name,
-                     Zelk::CStatus& status);
-    Property* MakeProperty(Node& owner, const Zelk::CString& name);
+    Group* CreateGroup(Node& model, const Zelk::CRefArray& members, const Zelk::CString& name,
+                       Zelk::CStatus& status);
+    Property* CreateProperty(Node& owner, const Zelk::CString& name);
     Zelk::CStatus SetKeys(Curve& curve, const Zelk::CTimeArray& times,
                           const Zelk::CValueArray& values, bool keepExisting);
-    void MakeClip(Node& model, const ActionSource& motion);
-    // Static values onto the model's objects, curves attached. Targets that the model lacks are
-    // passed over.
+    void CreateClip(Node& model, const ActionSource& motion);
+    // Gives the static values of the action to the model's objects, and attaches its curves to the
+    // model. Targets that the model does not have are skipped.
     void Apply(ActionSource& action, Node& owner, Node& model);
 
   private:
@@ -132,43 +139,46 @@ class SceneEditor {
     void Link(Node& parent, Node& object) noexcept;
     void Unlink(Node& object) noexcept;
     bool HasRoomFor(std::uint32_t count) const;
-    // With an id, but without name and place.
+    // The new node has an id, but no name yet, and is not under its parent yet.
     std::unique_ptr<Node> NewNode(ObjectType type, Node& parent);
     // NOLINTNEXTLINE(bugprone-exception-escape): moving a pointer throws nothing.
     Node& Install(Node& parent, std::unique_ptr<Node> node) noexcept;
-    // Everything below `object`, itself first, parents before children.
+    // `object` and everything under it, parents before children.
     std::vector<Node*> Subtree(Node& object) const;
     bool AreObjects(const Zelk::CRefArray& objects) const;
     bool CanReparent(Node& parent, const Zelk::CRefArray& objects) const;
     void Adopt(Node& parent, Node& object);
-    // The model whose namespace holds the object's name; null for the scene root.
+    // The model whose table holds the object's name; null if it is the scene root's table.
     const Object* ModelAround(const Node& object) const;
-    void Rehouse(const std::vector<Node*>& moved, Object* model, Node& parent);
+    // Gives the objects new names in `model` (null for the scene root), under `parent`.
+    void MoveToModel(const std::vector<Node*>& moved, Object* model, Node& parent);
 
     // names
     std::vector<NameTable*> TablesOf(Node& object, Node& parent) const;
-    static Zelk::CString TakeName(NameTable& table, const Zelk::CString& wanted,
-                                  std::wstring_view otherwise, std::uint32_t id);
+    static Zelk::CString ReserveName(NameTable& table, const Zelk::CString& wanted,
+                                     std::wstring_view defaultName, std::uint32_t id);
     void GiveName(Node& object, Node& parent, const Zelk::CString& wanted);
-    void ReleaseName(Node& object);
+    void FreeName(Node& object);
     std::wstring ObjectFullName(const Node& object) const;
 
     // deletion
     void LeaveGroups(const std::vector<Node*>& dying);
-    // Fills in the roots of the chains that lose bones but stay.
+    // Takes a dying object out of its chain. The root of a chain that loses bones but is not
+    // deleted is added to `shortened`.
     void LeaveChain(Node& dying, std::vector<Node*>& shortened);
     void DropProperties(const std::vector<Node*>& dying);
     void DropModelData(Node& model);
     void ForgetAttached(Node& model);
 
-    // placement
+    // transforms
     Node& PoseSource(const Node& object) const;
     Transform SeenFromPoseSource(const Node& object) const;
     void Invalidate(Node& object) noexcept;
-    // After a chain was made.
+    // Called after a chain was made: keeps its global transforms, and drops those of the oldest
+    // chain that were kept.
     void KeepTransformsOf(const Node& chainRoot) noexcept;
     void DropTransforms(Node& chainRoot) noexcept;
-    // Marks an effector whose local state has to be worked out again; null is fine.
+    // Marks an effector whose local transform has to be computed again. Ignores null.
     void MarkEffector(Object* effector) noexcept;
     void RefreshEffectors();
     void RefreshEffector(Node& effector);

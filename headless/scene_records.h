@@ -1,4 +1,4 @@
-// What the scene keeps beyond the records that everybody may read.
+// The records of the scene that only the sources of this folder see.
 #pragma once
 
 #include <algorithm>
@@ -18,33 +18,34 @@
 
 namespace headless {
 
-// What stands inside an exported class, and is not exported with it.
+// Marks a class that is nested in an exported class but is not exported itself.
 #define HEADLESS_HIDDEN __attribute__((visibility("hidden")))
 
-// Every object of a scene is one of these. `global` is its scene transform where `globalValid` says
-// so; it is then valid of everything that it was computed from too. Null until somebody asks for
-// it, which nobody does for most. The two links let walks over any number of objects do without
-// memory, so that none can stop half way.
+// Every object of a scene is a Node. `global` is its global transform and is right only while
+// `globalValid` is true; the global transforms that it was computed from are valid then, too. It is
+// allocated when it is first needed, because most objects never need it. The links `walkNext` and
+// `dirtyNext` allow a walk over any number of objects that allocates nothing, so that it cannot
+// fail half way.
 struct Node : Object {
     bool globalValid = false;
-    bool effectorDirty = false;  // an effector whose local state waits to be worked out
+    bool effectorDirty = false;  // an effector whose local transform has to be computed again
     bool dying = false;          // about to be deleted
     std::unique_ptr<Transform> global;
-    Node* walkNext = nullptr;  // in the walk that is under way
+    Node* walkNext = nullptr;  // the next one in the current walk
     union {
-        Node* dirtyNext = nullptr;  // of an effector, in Scene::Impl::dirtyEffectors
-        std::uint32_t boneIndex;    // of a bone, its place in the chain
+        Node* dirtyNext = nullptr;  // of an effector: the next in Scene::Impl::dirtyEffectors
+        std::uint32_t boneIndex;    // of a bone: its index in ChainData::bones
     };
 
-    Transform& MakeGlobal() {
+    Transform& AllocateGlobal() {
         if (!global) global = std::make_unique<Transform>();
         return *global;
     }
 };
 
-// So that the next push_back, or the next few, cannot fail.
+// Reserves memory so that the next `count` calls of push_back cannot fail.
 template <class Item>
-void MakeRoom(std::vector<Item>& items, std::size_t count = 1) {
+void ReserveRoom(std::vector<Item>& items, std::size_t count = 1) {
     if (items.capacity() - items.size() < count)
         items.reserve(std::max<std::size_t>(4, 2 * items.size()));
 }
@@ -56,10 +57,10 @@ inline const Node& AsNode(const Object& object) {
     return static_cast<const Node&>(object);
 }
 
-// What an id stands for, or nothing any more.
+// What has a certain id; std::monostate if that was deleted or never made.
 using Slot = std::variant<std::monostate, std::unique_ptr<Node>, ActionSource*, Group*, Property*>;
 
-// Null where the slot holds something else.
+// The record of that type in the slot. Null if the slot is null or holds something else.
 template <class Record>
 Record* RecordIn(const Slot* slot) {
     Record* const* const held = slot == nullptr ? nullptr : std::get_if<Record*>(slot);
@@ -75,19 +76,21 @@ struct HEADLESS_HIDDEN Scene::Impl {
     std::uint32_t NextId() const { return firstId + static_cast<std::uint32_t>(slots.size()); }
 
     std::uint32_t firstId;
-    std::deque<Slot> slots;  // by id, from `firstId`
-    // Parent of what has none. Its table of object names holds all models, wherever they hang.
+    std::deque<Slot> slots;  // slots[i] is that of the id firstId + i
+    // The scene root. Its table of object names holds the objects that are in no model, and all
+    // models wherever they are.
     Node root;
     std::set<std::uint32_t> models;         // ids
-    std::vector<std::uint32_t> properties;  // ids of those that stand, in the order they were made
-    std::size_t longestModelName = 0;       // ever
-    std::size_t longestPropertyName = 0;    // ever
-    // Who attached an action that is not its own.
+    std::vector<std::uint32_t> properties;  // ids, in the order in which they were made
+    std::size_t longestModelName = 0;       // characters, of all that ever were
+    std::size_t longestPropertyName = 0;    // characters, of all that ever were
+    // For an action the models, except its owner, whose ModelData::attached is that action.
     std::unordered_map<const ActionSource*, std::vector<Node*>> attachedElsewhere;
-    // Ids of chain roots, a ring: these chains' scene transforms are kept.
+    // A ring of chain roots' ids. The global transforms of these chains are kept.
     std::array<std::uint32_t, 1024> latestChains{};
-    std::size_t nextLatestChain = 0;
-    Node* dirtyEffectors = nullptr;                      // a list; empty between operations
+    std::size_t nextLatestChain = 0;  // the entry that is replaced next
+    // A list, empty between operations unless memory ran out.
+    Node* dirtyEffectors = nullptr;
     std::weak_ptr<const std::vector<double>> lastTimes;  // of the last keys that were set
 };
 

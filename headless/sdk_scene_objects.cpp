@@ -12,9 +12,9 @@ using headless::SceneEditor;
 
 namespace {
 
-// Null is what the editor gives when there is no id left.
+// `made` is null if the editor had no id left.
 template <class Made, class Handle>
-Zelk::CStatus Give(const Made* made, Handle& handle) {
+Zelk::CStatus FillHandle(const Made* made, Handle& handle) {
     if (made == nullptr) return Zelk::status::kOutOfMemory;
     handle = Handle(Zelk::CRef(made->id, headless::part::kSelf));
     return Zelk::status::kOk;
@@ -28,9 +28,9 @@ CStatus SceneItem::AddCustomProperty(const CString& name, bool, CustomProperty& 
     if (Fails(Operation::AddCustomProperty)) return status::kFail;
     SceneEditor editor = Editor();
     Node* const owner = editor.ObjectOf(ref_);
-    // The scene root is no item: it owns objects, actions and groups.
+    // The scene root cannot own properties, only objects, actions and groups.
     if (owner == nullptr || owner->id == headless::kSceneRootId) return status::kFail;
-    return Give(editor.MakeProperty(*owner, name), property);
+    return FillHandle(editor.CreateProperty(*owner, name), property);
 }
 
 ChainEffector ChainElement::GetEffector() const {
@@ -58,7 +58,7 @@ CStatus ChainRoot::AddBone(const MATH::CVector3& end, zkChainBoneType, const CSt
     SceneEditor editor = Editor();
     Node* const root = editor.ObjectOf(ref_, ObjectType::ChainRoot);
     if (root == nullptr) return status::kFail;
-    return Give(editor.MakeBone(*root, end, name), bone);
+    return FillHandle(editor.CreateBone(*root, end, name), bone);
 }
 
 ActionSource Model::AddActionSource(const CString& name) {
@@ -66,7 +66,7 @@ ActionSource Model::AddActionSource(const CString& name) {
     if (Fails(Operation::AddActionSource)) return source;
     SceneEditor editor = Editor();
     Node* const model = editor.ObjectOf(ref_, ObjectType::Model);
-    if (model != nullptr) Give(editor.MakeAction(*model, name), source);
+    if (model != nullptr) FillHandle(editor.CreateAction(*model, name), source);
     return source;
 }
 
@@ -76,8 +76,8 @@ CStatus Model::AddGroup(const CRefArray& members, const CString& name, bool, Gro
     Node* const model = editor.ObjectOf(ref_, ObjectType::Model);
     if (model == nullptr) return status::kFail;
     CStatus result;
-    const headless::Group* const made = editor.MakeGroup(*model, members, name, result);
-    return made == nullptr ? result : Give(made, group);
+    const headless::Group* const made = editor.CreateGroup(*model, members, name, result);
+    return made == nullptr ? result : FillHandle(made, group);
 }
 
 }  // namespace Zelk
@@ -94,7 +94,7 @@ Zelk::CStatus Zelk3DObject::AddNull(const Zelk::CString& name, Zelk::Null& null)
     SceneEditor editor = Editor();
     Node* const parent = editor.ObjectOf(ref_);
     if (parent == nullptr) return Zelk::status::kFail;
-    return Give(editor.MakeObject(*parent, ObjectType::Null, name), null);
+    return FillHandle(editor.CreateObject(*parent, ObjectType::Null, name), null);
 }
 
 Zelk::CStatus Zelk3DObject::AddModel(const Zelk::CRefArray& objects, const Zelk::CString& name,
@@ -104,8 +104,8 @@ Zelk::CStatus Zelk3DObject::AddModel(const Zelk::CRefArray& objects, const Zelk:
     Node* const parent = editor.ObjectOf(ref_);
     if (parent == nullptr) return Zelk::status::kFail;
     Zelk::CStatus result;
-    const Node* const made = editor.MakeModel(*parent, objects, name, result);
-    return made == nullptr ? result : Give(made, model);
+    const Node* const made = editor.CreateModel(*parent, objects, name, result);
+    return made == nullptr ? result : FillHandle(made, model);
 }
 
 Zelk::CStatus Zelk3DObject::Add2DChain(const Zelk::MATH::CVector3& root,
@@ -116,7 +116,7 @@ Zelk::CStatus Zelk3DObject::Add2DChain(const Zelk::MATH::CVector3& root,
     SceneEditor editor = Editor();
     Node* const parent = editor.ObjectOf(ref_);
     if (parent == nullptr) return Zelk::status::kFail;
-    return Give(editor.MakeChain(*parent, root, effector, normal, name), chain);
+    return FillHandle(editor.CreateChain(*parent, root, effector, normal, name), chain);
 }
 
 Zelk::CStatus Zelk3DObject::AddChild(const Zelk::CRefArray& objects) {

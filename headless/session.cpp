@@ -9,15 +9,15 @@ namespace headless {
 
 void Session::Impl::AddLog(LogLine line) {
     log.push_back(std::move(line));
-    // A copy: the listener may make the session add more.
+    // The listener gets a copy, because it may add further lines, which moves the vector's items.
     if (onLog) onLog(LogLine(log.back()));
 }
 
-// Room is kept for one event more, so that a bar can always be hidden, whatever else there is no
-// memory for.
+// Every event reserves room for one more, except the one that hides the bar. So the bar can be
+// hidden even after memory has run out.
 void Session::Impl::AddBar(BarEvent event) {
     const bool isHiding = event.kind == BarEvent::Kind::Visible && event.number == 0;
-    if (!isHiding) MakeRoom(bar, 2);
+    if (!isHiding) ReserveRoom(bar, 2);
     bar.push_back(std::move(event));
     if (onBar) onBar(BarEvent(bar.back()));
 }
@@ -42,12 +42,13 @@ Session::Session() : impl_(std::make_unique<Impl>()) {}
 Session::~Session() = default;
 
 Session& Session::Current() {
-    // Never destroyed: a signal may still press its button while the process ends.
+    // It is never destroyed, because a signal handler may press its button while the process exits.
     static auto* const session = new Session;
     return *session;
 }
 
-// In place, since a signal handler may hold on to the button and callers to the scene.
+// The members are reset one by one and the session is not replaced, because a signal handler may
+// use its button and callers may hold a reference to its scene.
 void Session::Reset() {
     SceneEditor::Clear(impl_->scene);
     impl_->log.clear();
@@ -66,7 +67,7 @@ void Session::Reset() {
 
 Recording Session::Release() {
     Recording released;
-    // First, since only this may fail.
+    // This comes first, because it is the only step that can fail.
     released.scene = SceneEditor::Release(impl_->scene);
     released.log.swap(impl_->log);
     released.bar.swap(impl_->bar);

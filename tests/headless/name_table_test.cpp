@@ -111,7 +111,7 @@ TEST_P(NameTableStory, Holds) {
             EXPECT_EQ(table.Find(step.name), 0u);
             continue;
         }
-        const Zelk::CString given = table.Take(step.name, ++id);
+        const Zelk::CString given = table.Reserve(step.name, ++id);
         EXPECT_EQ(Wide(given), step.given);
         EXPECT_EQ(table.Find(Wide(given)), id);
     }
@@ -127,18 +127,18 @@ TEST(NameTable, FindsNothingInAnEmptyTable) {
 TEST(NameTable, SharesTheTextOfANameThatItLeavesAsItIs) {
     NameTable table;
     const Zelk::CString name(L"Hand");
-    EXPECT_EQ(table.Take(name, 1).GetWideString(), name.GetWideString());
+    EXPECT_EQ(table.Reserve(name, 1).GetWideString(), name.GetWideString());
 }
 
 TEST(NameTable, NumbersManyEqualNamesInOrder) {
     NameTable table;
-    EXPECT_EQ(Wide(table.Take(L"a", 1)), L"a");
+    EXPECT_EQ(Wide(table.Reserve(L"a", 1)), L"a");
     for (std::uint32_t number = 1; number < 100'000; ++number)
-        ASSERT_EQ(Wide(table.Take(L"a", number + 1)), L"a" + std::to_wstring(number));
+        ASSERT_EQ(Wide(table.Reserve(L"a", number + 1)), L"a" + std::to_wstring(number));
     for (std::uint32_t number = 1; number < 100'000; number += 2)
         table.Free(Zelk::CString((L"a" + std::to_wstring(number)).c_str()));
     for (std::uint32_t number = 1; number < 100'000; number += 2)
-        ASSERT_EQ(Wide(table.Take(L"a", number)), L"a" + std::to_wstring(number));
+        ASSERT_EQ(Wide(table.Reserve(L"a", number)), L"a" + std::to_wstring(number));
 }
 
 }  // namespace
