@@ -4,9 +4,9 @@
 
 namespace headless {
 
-// The object whose channel a value or a curve for `target` really drives: mostly itself. A position
-// for a chain's first bone is the place of the chain root; other positions of bones and all of an
-// effector follow from the chain, so nothing drives them (null).
+// The object whose channel a value or a curve for `target` changes: mostly `target` itself. A
+// position for a chain's first bone is the position of the chain root. The other bones' positions
+// and an effector's channels are computed from the chain and cannot be changed: null.
 inline const Object* DrivenBy(const Object& target, Channel channel) {
     if (target.chainRoot == nullptr || target.type == ObjectType::ChainRoot) return &target;
     if (target.type == ObjectType::ChainEffector) return nullptr;

@@ -1,4 +1,5 @@
-// Every operation through which the plug-in reaches the host, counted, and told to fail for tests.
+// The operations of the host that the plug-in can call. Calls are counted, and a test can make one
+// of them fail.
 #pragma once
 
 #include <array>
@@ -7,7 +8,7 @@
 
 namespace headless {
 
-// One name for each: the enumerator is the name that tests use.
+// Tests refer to an operation by the name of its enumerator.
 #define HEADLESS_OPERATIONS(OPERATION) \
     OPERATION(GetActiveSceneRoot)      \
     OPERATION(ExecuteCommand)          \
@@ -62,18 +63,18 @@ enum class Operation : std::uint8_t {
 
 struct OperationState {
     std::uint64_t calls = 0;
-    std::uint64_t failAt = 0;  // the call that fails; 0: none
+    std::uint64_t failAt = 0;  // the call that fails, counted from 1; 0: none
 };
 
 extern std::array<OperationState, static_cast<std::size_t>(Operation::Count)> operationStates;
 
-// Counts a call. True where that call was told to fail; it then has to change nothing.
+// Counts a call. If it returns true, the operation must fail and change nothing.
 inline bool Fails(Operation operation) noexcept {
     OperationState& state = operationStates[static_cast<std::size_t>(operation)];
     return ++state.calls == state.failAt;
 }
 
-// No faults, and the counting starts again.
+// Removes all faults and sets all counts to 0.
 void ResetOperations() noexcept;
 
 }  // namespace headless

@@ -1,6 +1,6 @@
-// What the two numbers of a reference stand for. An object number is the id of a scene object, an
-// action, a group or a property, or one of the two reserved numbers below; what the part means
-// depends on what has that id.
+// The meaning of the two numbers in a reference (Zelk::CRef). Object() is the id of a scene object,
+// an action, a group or a property, or one of the two reserved numbers below. The meaning of Part()
+// depends on which of them it is.
 #pragma once
 
 #include <array>
@@ -9,37 +9,38 @@
 
 namespace headless {
 
-// The root under which the models stand.
+// The scene root, which is above all objects.
 inline constexpr std::uint32_t kSceneRootId = 0xFFFFFFFF;
 // The user interface: the toolkit and its progress bar.
 inline constexpr std::uint32_t kInterfaceId = 0xFFFFFFFE;
-// The last id that can be given out.
+// The largest id that an object can have.
 inline constexpr std::uint32_t kLastId = kInterfaceId - 1;
 
 namespace part {
 
 inline constexpr std::uint32_t kSelf = 0;
 
-// Of a scene object. The channels follow each other in the order of `Channel`.
+// Parts of a scene object. The channels follow each other in the order of `Channel`.
 inline constexpr std::uint32_t kKinematics = 1;
 inline constexpr std::uint32_t kLocalState = 2;
 inline constexpr std::uint32_t kFirstChannel = 3;
 
-// Of an action: its end, then its items in their order.
+// Parts of an action: the parameter AnimEnd, then the items in their order.
 inline constexpr std::uint32_t kAnimEnd = 1;
 inline constexpr std::uint32_t kFirstItem = 2;
 
-// Of a property: parameter and curve in turn, in the order they were added.
+// Parts of a property: a parameter, its curve, the next parameter, its curve and so on, in the
+// order in which they were added.
 inline constexpr std::uint32_t kFirstCurveParameter = 1;
 
-// Of the user interface.
+// Parts of the user interface.
 inline constexpr std::uint32_t kToolkit = 1;
 inline constexpr std::uint32_t kProgressBar = 2;
 
 }  // namespace part
 
-// Of the channels in their order: the parameter's name, and what stands between an object's name
-// and that parameter in a path.
+// In the order of `Channel`: the name of the channel, and its path, which follows the object's name
+// and a dot in a full name.
 inline constexpr std::size_t kChannelCount = 7;
 inline constexpr std::size_t kKinematicChannelCount = 6;
 inline constexpr std::array<std::wstring_view, kChannelCount> kChannelNames = {

@@ -1,4 +1,4 @@
-// What references mean, and how what they mean is called.
+// Resolves references, and finds the names and parents of what they refer to.
 #include <string>
 
 #include "headless/scene_editor.h"
@@ -10,7 +10,7 @@ namespace {
 
 using Kind = Referent::Kind;
 
-Referent OfObject(Node& node, std::uint32_t partNumber) {
+Referent ResolveObject(Node& node, std::uint32_t partNumber) {
     Referent found;
     found.object = &node;
     if (partNumber == part::kSelf) {
@@ -29,7 +29,7 @@ Referent OfObject(Node& node, std::uint32_t partNumber) {
     return found;
 }
 
-Referent OfAction(ActionSource& action, std::uint32_t partNumber) {
+Referent ResolveAction(ActionSource& action, std::uint32_t partNumber) {
     Referent found;
     found.object = &AsNode(*action.owner);
     found.action = &action;
@@ -46,7 +46,7 @@ Referent OfAction(ActionSource& action, std::uint32_t partNumber) {
     return found;
 }
 
-Referent OfGroup(Group& group, std::uint32_t partNumber) {
+Referent ResolveGroup(Group& group, std::uint32_t partNumber) {
     Referent found;
     if (partNumber != part::kSelf) return found;
     found.kind = Kind::Group;
@@ -55,7 +55,7 @@ Referent OfGroup(Group& group, std::uint32_t partNumber) {
     return found;
 }
 
-Referent OfProperty(Property& property, std::uint32_t partNumber) {
+Referent ResolveProperty(Property& property, std::uint32_t partNumber) {
     Referent found;
     found.object = &AsNode(*property.owner);
     found.property = &property;
@@ -63,9 +63,9 @@ Referent OfProperty(Property& property, std::uint32_t partNumber) {
         found.kind = Kind::Property;
         return found;
     }
-    const std::uint32_t place = partNumber - part::kFirstCurveParameter;
-    found.index = place / 2;
-    found.kind = place % 2 == 0 ? Kind::CurveParameter : Kind::Curve;
+    const std::uint32_t ordinal = partNumber - part::kFirstCurveParameter;
+    found.index = ordinal / 2;
+    found.kind = ordinal % 2 == 0 ? Kind::CurveParameter : Kind::Curve;
     return found.index < property.curves.size() ? found : Referent();
 }
 
@@ -73,14 +73,16 @@ Referent OfProperty(Property& property, std::uint32_t partNumber) {
 
 Referent SceneEditor::Resolve(const Zelk::CRef& ref) const {
     if (ref.Object() == kSceneRootId)
-        return ref.Part() == part::kSelf ? OfObject(records_.root, part::kSelf) : Referent();
+        return ref.Part() == part::kSelf ? ResolveObject(records_.root, part::kSelf) : Referent();
     const Slot* const slot = records_.Find(ref.Object());
     if (slot == nullptr) return {};
     if (const auto* const node = std::get_if<std::unique_ptr<Node>>(slot))
-        return OfObject(**node, ref.Part());
-    if (auto* const action = RecordIn<ActionSource>(slot)) return OfAction(*action, ref.Part());
-    if (auto* const group = RecordIn<Group>(slot)) return OfGroup(*group, ref.Part());
-    if (auto* const property = RecordIn<Property>(slot)) return OfProperty(*property, ref.Part());
+        return ResolveObject(**node, ref.Part());
+    if (auto* const action = RecordIn<ActionSource>(slot))
+        return ResolveAction(*action, ref.Part());
+    if (auto* const group = RecordIn<Group>(slot)) return ResolveGroup(*group, ref.Part());
+    if (auto* const property = RecordIn<Property>(slot))
+        return ResolveProperty(*property, ref.Part());
     return {};
 }
 

@@ -18,8 +18,8 @@ AnimationSourceItem Append(const CRef& action, const CString& target, ActionItem
     headless::SceneEditor editor = Editor();
     const Referent referent = editor.Resolve(action);
     if (referent.kind != Referent::Kind::Action || target.IsEmpty()) return AnimationSourceItem();
-    const std::uint32_t place = editor.AddItem(*referent.action, target, std::move(item));
-    return AnimationSourceItem(CRef(action.Object(), headless::part::kFirstItem + place));
+    const std::uint32_t index = editor.AddItem(*referent.action, target, std::move(item));
+    return AnimationSourceItem(CRef(action.Object(), headless::part::kFirstItem + index));
 }
 
 }  // namespace
@@ -29,7 +29,7 @@ AnimationSourceItem ActionSource::AddSourceItem(const CString& target, const CRe
     if (Fails(Operation::AddSourceItem)) return AnimationSourceItem();
     const Referent curve = Editor().Resolve(fcurve);
     if (curve.kind != Referent::Kind::Curve) return AnimationSourceItem();
-    // Keys never change once they are set, so sharing them is as good as a copy.
+    // The arrays of keys never change once they are set, so they can be shared.
     ActionItem item(
         std::make_unique<const headless::Curve>(curve.property->curves[curve.index].curve));
     item.active = active;

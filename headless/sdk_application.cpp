@@ -16,7 +16,7 @@ Model Application::GetActiveSceneRoot() const {
 CStatus Application::ExecuteCommand(const CString& name, const CValueArray& arguments,
                                     CValue& result) {
     const CStatus status = headless::RunCommand(name, arguments);
-    result = CValue();  // none of the commands has anything to say
+    result = CValue();  // no command returns a value
     return status;
 }
 

@@ -13,7 +13,7 @@ using headless::SessionAccess;
 
 namespace {
 
-void Show(const ProgressBar& bar, Operation operation, BarEvent event) {
+void RecordEvent(const ProgressBar& bar, Operation operation, BarEvent event) {
     if (Fails(operation) || !bar.IsValid()) return;
     SessionAccess::Current().AddBar(std::move(event));
 }
@@ -41,30 +41,30 @@ ProgressBar UIToolkit::GetProgressBar() const {
     return ProgressBar(CRef(headless::kInterfaceId, headless::part::kProgressBar));
 }
 
-// They change what the bar shows, not the handle.
+// These functions change what the bar shows, though not the handle, so they are not const.
 // NOLINTBEGIN(readability-make-member-function-const)
 void ProgressBar::PutMinimum(std::int32_t value) {
-    Show(*this, Operation::PutMinimum, {BarEvent::Kind::Minimum, value, {}});
+    RecordEvent(*this, Operation::PutMinimum, {BarEvent::Kind::Minimum, value, {}});
 }
 
 void ProgressBar::PutMaximum(std::int32_t value) {
-    Show(*this, Operation::PutMaximum, {BarEvent::Kind::Maximum, value, {}});
+    RecordEvent(*this, Operation::PutMaximum, {BarEvent::Kind::Maximum, value, {}});
 }
 
 void ProgressBar::PutStep(std::int32_t value) {
-    Show(*this, Operation::PutStep, {BarEvent::Kind::Step, value, {}});
+    RecordEvent(*this, Operation::PutStep, {BarEvent::Kind::Step, value, {}});
 }
 
 void ProgressBar::PutValue(std::int32_t value) {
-    Show(*this, Operation::PutValue, {BarEvent::Kind::Value, value, {}});
+    RecordEvent(*this, Operation::PutValue, {BarEvent::Kind::Value, value, {}});
 }
 
 void ProgressBar::PutCaption(const CString& text) {
-    Show(*this, Operation::PutCaption, {BarEvent::Kind::Caption, 0, text});
+    RecordEvent(*this, Operation::PutCaption, {BarEvent::Kind::Caption, 0, text});
 }
 
 void ProgressBar::PutVisible(std::int16_t visible) {
-    Show(*this, Operation::PutVisible, {BarEvent::Kind::Visible, visible != 0 ? 1 : 0, {}});
+    RecordEvent(*this, Operation::PutVisible, {BarEvent::Kind::Visible, visible != 0 ? 1 : 0, {}});
 }
 // NOLINTEND(readability-make-member-function-const)
 

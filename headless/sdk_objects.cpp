@@ -1,4 +1,4 @@
-// References, and what all things with a name have in common.
+// References, and the operations of everything that has a name.
 #include "headless/operations.h"
 #include "headless/session_state.h"
 #include "headless/text.h"

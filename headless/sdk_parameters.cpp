@@ -34,7 +34,8 @@ CValue OwnValue(const SceneEditor& editor, const CRef& ref, const Referent& refe
     return CValue();
 }
 
-// The parameter of that name: a member of what `ref` refers to, or that itself. Empty without one.
+// The parameter of that name: a member of what `ref` refers to, or `ref` itself. Empty if there is
+// none.
 CRef Member(const SceneEditor& editor, const CRef& ref, const Referent& referent,
             std::wstring_view name) {
     switch (referent.kind) {
@@ -60,7 +61,7 @@ CRef Member(const SceneEditor& editor, const CRef& ref, const Referent& referent
 
 }  // namespace
 
-// A session does not play, so every time is the current one.
+// A session does not play motions, so the functions below ignore the time that they are given.
 
 CRefArray ProjectItem::GetParameters() const {
     CRefArray parameters;
@@ -146,9 +147,9 @@ CStatus CustomProperty::AddFCurveParameter(const CString& name, Parameter& param
     for (const auto& curve : curves)
         if (curve.name == name) return status::kInvalidArgument;
     if (name.IsEmpty()) return status::kInvalidArgument;
-    const auto place = static_cast<std::uint32_t>(curves.size());
+    const auto index = static_cast<std::uint32_t>(curves.size());
     curves.push_back({name, {}});
-    parameter = Parameter(CRef(ref_.Object(), part::kFirstCurveParameter + 2 * place));
+    parameter = Parameter(CRef(ref_.Object(), part::kFirstCurveParameter + 2 * index));
     return status::kOk;
 }
 

@@ -1,4 +1,4 @@
-// What the session keeps, for the host's own files.
+// The data of the session, for the sources of this folder.
 #pragma once
 
 #include <atomic>
@@ -21,13 +21,13 @@ struct HEADLESS_HIDDEN Session::Impl {
     std::function<bool()> onCancelPoll;
     bool interactive = false;
     std::atomic<bool> pressed = false;
-    std::uint64_t pressAtPoll = 0;
-    std::uint64_t polls = 0;
-    std::int16_t pressedValue = -1;
+    std::uint64_t pressAtPoll = 0;   // the button reads as pressed from this poll on; 0: never
+    std::uint64_t polls = 0;         // since the last Reset
+    std::int16_t pressedValue = -1;  // what a pressed button reads as
 
     void AddLog(LogLine line);
     void AddBar(BarEvent event);
-    // Counts as a poll.
+    // Returns `pressedValue` or 0, and counts as a poll.
     std::int16_t ReadCancelFlag();
 };
 

@@ -25,12 +25,12 @@ CString::Rep* CString::Make(const wchar_t* head, std::uint32_t headLength, const
     if (length == 0) return nullptr;
     if (length > kMaxLength) throw std::bad_alloc();
     const std::uint64_t bytes = sizeof(Rep) + length * sizeof(wchar_t);
-    // More than a pointer difference can count where pointers have 32 bits.
+    // Where pointers have 32 bits, no object can be larger than PTRDIFF_MAX.
     if (bytes > static_cast<std::uint64_t>(PTRDIFF_MAX)) throw std::bad_alloc();
-    // The record has room for the terminating NUL already.
+    // sizeof(Rep) already includes the terminating NUL.
     void* memory = ::operator new(static_cast<std::size_t>(bytes));
     Rep* rep = new (memory) Rep{1, static_cast<std::uint32_t>(length), {L'\0'}};
-    // Through the memory rather than through `text`, whose declared length is one.
+    // The address is computed from `memory`, because the declared length of Rep::text is one.
     auto* text = reinterpret_cast<wchar_t*>(static_cast<char*>(memory) + offsetof(Rep, text));
     if (headLength != 0) std::wmemcpy(text, head, headLength);
     if (tailLength != 0) std::wmemcpy(text + headLength, tail, tailLength);
@@ -63,24 +63,24 @@ CString::~CString() {
 
 // NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp): it is handled.
 CString& CString::operator=(const CString& other) noexcept {
-    // Taken before the old text is let go, so that assigning to itself is harmless.
-    Rep* const taken = other.rep_;
-    if (taken != nullptr) taken->references.fetch_add(1, std::memory_order_relaxed);
+    // The new text is counted before the old one is released, so that self-assignment is safe.
+    Rep* const newRep = other.rep_;
+    if (newRep != nullptr) newRep->references.fetch_add(1, std::memory_order_relaxed);
     Release(rep_);
-    rep_ = taken;
+    rep_ = newRep;
     return *this;
 }
 
 CString& CString::operator=(CString&& other) noexcept {
-    Rep* const taken = other.rep_;
+    Rep* const newRep = other.rep_;
     other.rep_ = nullptr;
     Release(rep_);
-    rep_ = taken;
+    rep_ = newRep;
     return *this;
 }
 
 CString& CString::operator=(const wchar_t* text) {
-    // `text` may point into the text that is replaced, so that one goes last.
+    // The old text is released last, because `text` may point into it.
     Rep* const made = text == nullptr ? nullptr : Make(text, CheckedLength(text), nullptr, 0);
     Release(rep_);
     rep_ = made;

@@ -1,4 +1,5 @@
-// The targets of action items: "LeftArm.kine.local.rotx", or "kine.local.rotx" of the model itself.
+// Splits the target of an action item: "LeftArm.kine.local.rotx", or "kine.local.rotx" for a
+// channel of the model itself.
 #pragma once
 
 #include <optional>
@@ -15,7 +16,7 @@ struct SplitTarget {
     std::optional<Channel> channel;
 };
 
-// Without a channel where `target` names none; it then has no object either.
+// Both members are empty if `target` does not end in the path of a channel.
 inline SplitTarget Split(std::wstring_view target) {
     for (std::size_t index = 0; index < kChannelCount; ++index) {
         if (!target.ends_with(kChannelPaths[index])) continue;
