@@ -1,5 +1,5 @@
-// Constants about angles, as the doubles nearest to their values. The importers' results depend on
-// each bit of them.
+// Constants for angles. Each is the double nearest to its value, and the importers' results depend
+// on every bit of it.
 #pragma once
 
 namespace math {

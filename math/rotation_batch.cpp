@@ -10,10 +10,10 @@
 
 namespace {
 
-// Below this cosine the steps' own arc sine loses digits, which then are theirs to lose; it lies
-// well above the one at which they see gimbal lock.
+// Below this cosine of the pitch angle, asin is inaccurate; the scalar path is used so that both
+// give one result. The scalar path's own limit for gimbal lock is much smaller.
 constexpr double kNearGimbalLock = 1e-2;
-// Degrees from half a turn, of which rounding decides whether it is a positive or a negative one.
+// If an angle is within this many degrees of 180 or -180, rounding decides which of the two it is.
 constexpr double kNearHalfTurn = 1e-9;
 
 RotationKernel ChooseKernel() {
@@ -39,18 +39,19 @@ bool IsHalfTurn(double degrees) {
     return std::fabs(std::fabs(degrees) - math::kHalfTurn) < kNearHalfTurn;
 }
 
-// With one angle of zero no element of the matrix is a sum, so that none has a sign by rounding.
+// If one of the angles is zero, no element of the matrix is a sum, so rounding decides no sign.
 bool IsExact(const double angles[3], const RotationProduct& product) {
     if (product.before != nullptr || product.behind != nullptr) return false;
     return angles[0] == 0.0 || angles[1] == 0.0 || angles[2] == 0.0;
 }
 
-// Whether the steps are to decide: what they give may be a whole turn from what a block gives.
-bool NeedsSteps(const double angles[3], const double turned[3], double cosine,
-                const RotationProduct& product) {
+// Whether the scalar path must be used, because the vector loops' angles may differ from it by 360
+// degrees.
+bool NeedsScalarPath(const double angles[3], const double turned[3], double cosine,
+                     const RotationProduct& product) {
     if (!(cosine > kNearGimbalLock)) return true;
-    // What is no number spreads further in the steps, so it goes that way too: each of the three
-    // given angles shows in one of the results.
+    // On the scalar path NaN spreads to more of the angles. Each given angle has an effect on one
+    // of the results, so looking at these finds every NaN.
     if (std::isnan(turned[0] + turned[1] + turned[2])) return true;
     return std::any_of(turned, turned + 3, IsHalfTurn) && !IsExact(angles, product);
 }
@@ -80,7 +81,7 @@ void ConvertRotations(RotationBlock& block, const RotationProduct& product, std:
         double angles[3] = {block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]};
         const double turned[3] = {result.angle[0][lane], result.angle[1][lane],
                                   result.angle[2][lane]};
-        if (NeedsSteps(angles, turned, result.cosine[lane], product))
+        if (NeedsScalarPath(angles, turned, result.cosine[lane], product))
             ConvertRotation(angles, product);
         else
             std::copy_n(turned, 3, angles);

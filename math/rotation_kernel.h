@@ -1,11 +1,11 @@
-// The vector loops behind rotation_batch.h. Each instruction set has its own copy of them.
+// The vector loops that ConvertRotations uses. They are compiled once for each instruction set.
 #pragma once
 
 #include "math/rotation_batch.h"
 
 struct RotationKernelResult {
     alignas(64) double angle[3][kRotationBlock];  // X-Y-Z, degrees
-    // Of the pitch angle, as its magnitude: small means close to gimbal lock.
+    // The magnitude of the pitch angle's cosine. A small one means close to gimbal lock.
     alignas(64) double cosine[kRotationBlock];
 };
 

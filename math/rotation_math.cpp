@@ -8,7 +8,7 @@
 
 namespace {
 
-// Below this cosine the sine loses its digits and the arc cosine is the better one.
+// Up to this magnitude of the cosine, acos is more accurate than asin.
 constexpr double kArcCosineLimit = 0.70710679;
 constexpr double kGimbalLockCosine = 1e-5;
 

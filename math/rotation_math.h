@@ -5,7 +5,7 @@
 
 void MatrixIdentity(double m[4][4]);
 
-// Turn Y towards Z, Z towards X and X towards Y, in this order, for a positive angle.
+// For a positive angle, X turns Y towards Z, Y turns Z towards X, and Z turns X towards Y.
 void MatrixRotationX(double m[4][4], double angle);
 void MatrixRotationY(double m[4][4], double angle);
 void MatrixRotationZ(double m[4][4], double angle);
@@ -13,20 +13,21 @@ void MatrixRotationZ(double m[4][4], double angle);
 // out = a * b. `out` must be neither `a` nor `b`: it is cleared before they are read.
 void MatrixMult(const double a[4][4], const double b[4][4], double out[4][4]);
 
-// m = Rx * Ry * Rz: X turns first.
+// m = Rx * Ry * Rz: X acts first.
 void MatrixRotationXYZ(double m[4][4], double rx, double ry, double rz);
-// m = Rz * Ry * Rx: Z turns first. With all angles negated, the inverse of MatrixRotationXYZ.
+// m = Rz * Ry * Rx: Z acts first. With all angles negated, this is the inverse of
+// MatrixRotationXYZ.
 void MatrixRotationZYX(double m[4][4], double rx, double ry, double rz);
 
-// The angle in [-pi, pi] with that sine and cosine, from whichever of the two is better
-// conditioned.
+// The angle in [-pi, pi] with that sine and cosine, computed from the one that gives it more
+// accurately.
 double arcSinCos(double sinValue, double cosValue);
 
-// Angles that MatrixRotationXYZ turns back into `m`. Of the two solutions the one with |ry| >=
-// pi/2; at gimbal lock the free angle is split equally between rx and rz.
+// The angles from which MatrixRotationXYZ computes `m` again. Of the two solutions it is the one
+// with |ry| >= pi/2. At gimbal lock the free angle is split equally between rx and rz.
 void MatrixGetEulerAngles(const double m[4][4], double& rx, double& ry, double& rz);
 
-// Angles about the axes that `order` names ("zyx", any letter case; the last one turns first), as
-// the same rotation's X-Y-Z angles. Three characters are read; one that names no axis repeats the
-// rotation before it (the first: none).
+// Converts three rotations, angles[i] about the axis order[i], to the X-Y-Z angles of their
+// product. `order` has three letters of either case, such as "zyx"; the last one acts first. A
+// character that is no axis repeats the rotation before it; as the first character it is ignored.
 void RotationToXYZ(const double angles[3], const char* order, double& rx, double& ry, double& rz);
