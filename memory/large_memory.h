@@ -11,9 +11,9 @@ struct LargeMemoryRelease {
 };
 using LargeMemory = std::unique_ptr<void, LargeMemoryRelease>;
 
-// `bytes` of uninitialised memory, aligned to 64 bytes; null where there is none. From 2 MiB on the
-// system is asked for large pages: the first touch of each page costs more than the work on its
-// bytes, and one large page replaces many small ones.
+// Returns `bytes` bytes of uninitialised memory, aligned to 64 bytes; null when memory runs out.
+// From 2 MiB on, the system is asked for large pages, because the first access to a page takes
+// longer than the work on its bytes, and one large page replaces many small ones.
 LargeMemory AllocateLargeMemory(std::size_t bytes);
 
 }  // namespace memory

@@ -16,12 +16,12 @@
 
 namespace {
 
-// The type word and the number of arguments are the host's promise and not looked at.
+// The type words and the number of arguments are not checked; the host guarantees that they match.
 bool IsTrue(const VARIANT& argument) {
     return argument.boolVal == plugin::kTrue;
 }
 
-// The flags first: without memory for a file's name they hold all the same.
+// The flags are copied first, so that they are right even if there is no memory for a file's name.
 void CopyBiovisionArguments(const VARIANT* arguments) {
     using namespace plugin::biovision;
     g_UserInput.bAddClip = IsTrue(arguments[kAddClip]);
@@ -46,11 +46,12 @@ void CopyAcclaimArguments(const VARIANT* arguments) {
     g_UserInput.strAMCFile = arguments[kMotionFile].bstrVal;
 }
 
-// The host command that makes a clip. Running it takes no memory of the plug-in's.
+// The host command that makes a clip. The plug-in allocates nothing when it runs the command.
 class AddClip {
   public:
     AddClip() : name_(L"AddClip"), arguments_(6) {}
-    // The command is run after a failed import too: it then gets empty references and refuses them.
+    // It is also called after a failed import. The references are empty then, and the command
+    // fails.
     void Run(const Zelk::CRef& model, const Zelk::CRef& motion) {
         arguments_[0] = model;
         arguments_[1] = motion;
@@ -73,7 +74,7 @@ constexpr Command kCommands[] = {
     {plugin::kAcclaimCommand, CopyAcclaimArguments, ImportAcclaim},
 };
 
-// Whether there was memory for all of `does`.
+// Calls `does`. Returns false if memory ran out in it.
 template <class Action>
 bool HasMemoryFor(Action does) noexcept {
     try {
@@ -84,8 +85,8 @@ bool HasMemoryFor(Action does) noexcept {
     }
 }
 
-// The same; a lack of memory that nobody below has told of is told to the log. Where there is none
-// for the line either, nothing is said.
+// The same, but if memory ran out, that is logged. If there is no memory for the log line either,
+// nothing is logged.
 template <class Action>
 bool OrOutOfMemory(Action does) noexcept {
     if (HasMemoryFor(does)) return true;
@@ -94,10 +95,10 @@ bool OrOutOfMemory(Action does) noexcept {
     return false;
 }
 
-// Whatever the outcome: the log tells it.
+// Runs the command. Only the log tells the outcome.
 void Run(const Command& command, const VARIANT* arguments) noexcept {
     const bool hasArguments = OrOutOfMemory([&] { command.copyArguments(arguments); });
-    // Made before the import, which may leave no memory for it.
+    // This is made before the import, because there may be no memory for it afterwards.
     std::optional<AddClip> addClip;
     if (g_UserInput.bAddClip) HasMemoryFor([&] { addClip.emplace(); });
 

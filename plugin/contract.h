@@ -1,9 +1,9 @@
-// The contract between the plug-in and its host: what it exports, the arguments of its commands,
-// and how its log lines tell what came of an import.
+// The contract between the plug-in and its host: what the plug-in exports, the arguments of its
+// commands, and the log lines from which a host learns the outcome of an import.
 //
 // A host loads the library, looks up the two exports, fills an array of VARIANT records and calls
-// the callback with a command's name. The callback returns 0 even for an import that failed; the
-// lines that it logs meanwhile tell the outcome.
+// the callback with a command's name. The callback returns 0 even for an import that failed; only
+// the lines that it logs tell the outcome.
 #pragma once
 
 #include <cstddef>
@@ -22,10 +22,10 @@ namespace plugin {
 inline constexpr char kCallbackSymbol[] = "ZelkOnCommand";  // of type Callback, extern "C"
 inline constexpr char kUserInputSymbol[] = "g_UserInput";   // a USERINPUT
 
-// Runs a command. `name` is compared exactly. `arguments` are the caller's, and are not needed any
-// more after the call; nothing checks how many there are. Returns 0 for a known command, whatever
-// came of the import; for any other name Zelk::status::kFail, with nothing read or changed. To be
-// called from one thread at a time.
+// Runs a command. `name` is compared exactly. `arguments` belong to the caller and are only used
+// during the call; their number is not checked. Returns 0 for a known command, whatever the outcome
+// of the import. For any other name it returns Zelk::status::kFail, and reads and changes nothing.
+// Call it from one thread at a time.
 using Callback = std::int32_t (*)(const wchar_t* name, const VARIANT* arguments);
 
 // --- The commands ---
@@ -86,11 +86,12 @@ enum VariantType : std::uint16_t {
 };
 
 // --- The log ---
-// The predicates look at a line as it was logged; a line that was logged with the host's default
-// severity has none.
+// The predicates are given a line as it was logged. `severity` is empty for a line that was logged
+// with the host's default severity.
 
 inline constexpr std::wstring_view kErrorStart = L"ERROR";
-// Of an error in a file: a line number, counted from 1, and "): " with the message follow.
+// The start of an error in a file. A line number, counted from 1, then "): " and the message
+// follow.
 inline constexpr std::wstring_view kErrorLineStart = L"ERROR (LINE ";
 inline constexpr std::wstring_view kMissingFileName = L"File name not specified";
 inline constexpr std::wstring_view kCancelEnd = L": User cancelled command";
@@ -98,20 +99,20 @@ inline constexpr std::wstring_view kCountStart = L"Imported ";
 inline constexpr std::wstring_view kCountEndOfOne = L" model successfully";
 inline constexpr std::wstring_view kCountEnd = L" models successfully";
 
-// Whether the line reports a failure. An import of several models that failed midway logs the line
-// that counts the finished ones after it. The documentation of an Acclaim skeleton may be mistaken
-// for an error where it begins with the same word.
+// Whether the line reports a failure. If an import fails after some of several models, the line
+// with the number of finished models follows the error. If the documentation of an Acclaim skeleton
+// begins with "ERROR", it is mistaken for an error.
 constexpr bool IsErrorLine(std::optional<std::int32_t> severity, std::wstring_view text) {
     if (!severity || *severity == Zelk::zkWarningSeverity) return false;
     return text.starts_with(kErrorStart) || text == kMissingFileName;
 }
 
-// Whether it is the error of an import that the user cancelled.
+// Whether the line is the error of an import that the user cancelled.
 constexpr bool IsCancelLine(std::optional<std::int32_t> severity, std::wstring_view text) {
     return IsErrorLine(severity, text) && text.ends_with(kCancelEnd);
 }
 
-// The number in the line that counts the models of a Biovision import; none for other lines.
+// The number of models in the last line of a Biovision import; empty for other lines.
 constexpr std::optional<std::size_t> CountedModels(std::optional<std::int32_t> severity,
                                                    std::wstring_view text) {
     if (severity != Zelk::zkInfoSeverity || !text.starts_with(kCountStart)) return std::nullopt;
@@ -125,8 +126,9 @@ constexpr std::optional<std::size_t> CountedModels(std::optional<std::int32_t> s
     return count;
 }
 
-// Whether the lines after this one are about the motion of an Acclaim import. A skeleton that was
-// imported is followed by its documentation, empty or not, as the first line of information.
+// Whether the lines after this one are about the motion of an Acclaim import. After the skeleton is
+// imported, its documentation is logged, even if it is empty; that is the first line with the
+// severity of information.
 constexpr bool EndsSkeleton(std::optional<std::int32_t> severity) {
     return severity == Zelk::zkInfoSeverity;
 }

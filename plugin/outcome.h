@@ -1,4 +1,4 @@
-// What both commands do alike: the model's name from the file's, and the lines about the outcome.
+// What both commands share: making the model's name from the file's name, and logging the outcome.
 #pragma once
 
 #include "host/string.h"
@@ -7,11 +7,11 @@
 // The file name without directory and without the last extension, at most 256 characters.
 Zelk::CString BaseName(const Zelk::CString& path);
 
-// "File name not specified", with its severity.
+// Logs "File name not specified", with the severity of an error.
 void LogMissingFileName();
 
-// A line of information.
+// Logs a line with the severity of information.
 void LogResult(const Zelk::CString& message);
 
-// "ERROR (LINE %u): %s" or, where no file was being parsed, "ERROR: %s"; lines count from 1.
+// Logs "ERROR (LINE %u): %s" or, if no file was being parsed, "ERROR: %s". Lines count from 1.
 void LogFailure(const CMocapImportBase& importer);

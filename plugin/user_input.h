@@ -1,6 +1,5 @@
-// The arguments of the current command, as the host's argument list gave them. The record is the
-// only thing that outlives a call; a command writes its own fields and leaves the others as they
-// were.
+// The arguments of the current command, as the host passed them. This record is all that the
+// plug-in keeps between two calls. A command writes its own fields and leaves the others unchanged.
 #pragma once
 
 #include "host/string.h"
@@ -16,7 +15,7 @@ struct USERINPUT {
     bool bCreateGroup = false;
     bool bApplyLimits = false;
     bool bOverrideLength = false;
-    double dLengthMultiplier = 0.0;  // in force when bOverrideLength is set
+    double dLengthMultiplier = 0.0;  // used only if bOverrideLength is true
 };
 
 // Exported. Its strings are constructed when the library is loaded and destroyed, last first, when
