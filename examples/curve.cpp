@@ -11,7 +11,7 @@ double Slope(const Curve::Knot& a, const Curve::Knot& b) {
     return (b.value - a.value) / (b.percent - a.percent);
 }
 
-// The slope at `b` that keeps both pieces monotone: the weighted harmonic mean of theirs.
+// The slope at `b` that keeps both pieces monotone: the weighted harmonic mean of their slopes.
 double SlopeAt(const Curve::Knot& a, const Curve::Knot& b, const Curve::Knot& c) {
     const double before = Slope(a, b);
     const double after = Slope(b, c);

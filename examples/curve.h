@@ -1,12 +1,12 @@
-// A curve over the gait cycle through published values.
+// A smooth curve over the gait cycle that goes through published values.
 #pragma once
 
 #include <vector>
 
 namespace examples {
 
-// Goes through its knots and never beyond the values of the two it is between (monotone cubic
-// pieces, Fritsch and Carlson 1980), so that a foot laid flat stays flat between two equal knots.
+// The curve goes through its knots. Between two knots it stays between their values (monotone cubic
+// pieces, Fritsch and Carlson 1980), so that a flat foot stays flat between two equal knots.
 class Curve {
   public:
     struct Knot {
@@ -17,8 +17,8 @@ class Curve {
     // At least two knots, `percent` rising.
     explicit Curve(std::vector<Knot> knots);
 
-    // `cycle` is the part of a cycle, 1 being a whole one. Beyond its knots the curve keeps the
-    // last value.
+    // `cycle` is in cycles: 1 is a whole one. Before the first knot and after the last one the
+    // curve has that knot's value.
     double At(double cycle) const;
 
   private:

@@ -10,25 +10,28 @@ namespace {
 
 constexpr double kToeOut = 7.0;         // degrees, after Murray et al. (1964)
 constexpr double kHeelHalfWidth = 4.0;  // cm, half the stride width, after the same
-constexpr double kHeelLead = 26.0;      // cm the heel lands ahead of the pelvis' even path
-// cm a cycle: the heel meets the floor with some of its speed left, after Winter (1992).
+constexpr double kHeelLead = 26.0;      // cm that the heel lands ahead of the pelvis's mean path
+// cm in a cycle: the heel still has some speed when it lands, after Winter (1992).
 constexpr double kLandingSpeed = 70.0;
 
-// The curves are by the percent of the foot's own cycle, the feet's and knees' after Winter (1991)
-// and Perry and Burnfield (2010), rounded, and shaped between their landmarks.
+// The curves are given over the percent of the foot's own cycle. Their values are those of Winter
+// (1991) and of Perry and Burnfield (2010), rounded and smoothed between the landmarks.
 
-// The sole against the floor, degrees, toes up. Flat from foot flat until the heel rises.
+// The angle between sole and floor, in degrees; positive if the toes are up. The foot is flat from
+// 8 % until the heel rises.
 const std::vector<Curve::Knot> kPitch = {{0, 20},    {3, 13},   {8, 0},    {28, 0},   {34, -2},
                                          {40, -6.5}, {46, -14}, {52, -28}, {56, -44}, {60, -61},
                                          {64, -66},  {69, -57}, {75, -39}, {80, -21}, {85, -4},
                                          {90, 9},    {95, 17},  {98, 20},  {100, 20}};
-// The toe against the floor while the foot leaves over its tip, degrees, toes up.
+// The angle between toe and floor while the foot leaves the floor over its tip, in degrees;
+// positive if the toe is up.
 const std::vector<Curve::Knot> kToePitch = {{50, 0}, {53, -3}, {56.5, -12}, {60, -26}};
-// The toe against the sole when the foot does not stand on it, degrees, toes up.
+// The angle between toe and sole while the foot is not on its toe, in degrees; positive if the toe
+// is up.
 const std::vector<Curve::Knot> kToeBend = {{0, 10},  {3, 8},   {8, 0},  {60, 35},
                                            {65, 25}, {70, 12}, {80, 5}, {100, 10}};
-// The leg in the air, degrees: the thigh against the plumb line, forward positive, and the knee's
-// bend.
+// The leg in the air, in degrees: the angle between thigh and vertical, positive if the knee is
+// forward, and the bend of the knee.
 const std::vector<Curve::Knot> kThigh = {{55, -13},  {60, -7}, {65, 4},  {70, 14}, {75, 22},
                                          {80, 26.5}, {85, 28}, {90, 27}, {95, 24}, {100, 22}};
 const std::vector<Curve::Knot> kKnee = {{55, 25},   {60, 39}, {65, 54}, {70, 62.5},
@@ -77,24 +80,24 @@ FootPlacement FootPlan::Stance(Side side, double step, double phase) const {
     return {ball - rotation * contacts_.ball, rotation, toePitch - pitch};
 }
 
-// The path that the published angles give, bent so that it leaves one footprint and reaches the
-// next with the place and the speed that the foot has there.
+// The path that the published angles give, bent so that at both ends it has the position and the
+// speed that the foot has in its footprints.
 FootPlacement FootPlan::Swing(Side side, double step, double phase) const {
     constexpr double kSpan = 1 - kToeOff;
     constexpr double kMoment = 1e-4;  // of a cycle, over which the speeds are taken
-    const auto standing = [&](double from, double at) { return Stance(side, from, at).ankle; };
+    const auto stance = [&](double from, double at) { return Stance(side, from, at).ankle; };
     const auto published = [&](double at) { return AnkleByAngles(side, step, at); };
     const auto speed = [](const Vec3& before, const Vec3& after) {
         return (kSpan / kMoment) * (after - before);
     };
-    const Vec3 left = standing(step, kToeOff);
+    const Vec3 left = stance(step, kToeOff);
     const Vec3 leave = left - published(kToeOff);
-    const Vec3 leaveSpeed = speed(standing(step, kToeOff - kMoment), left) -
+    const Vec3 leaveSpeed = speed(stance(step, kToeOff - kMoment), left) -
                             speed(published(kToeOff), published(kToeOff + kMoment));
-    const Vec3 landed = standing(step + 1, 0);
+    const Vec3 landed = stance(step + 1, 0);
     const Vec3 reach = landed - published(1);
     const Vec3 reachSpeed = kSpan * Vec3{0, 0, kLandingSpeed} +
-                            speed(landed, standing(step + 1, kMoment)) -
+                            speed(landed, stance(step + 1, kMoment)) -
                             speed(published(1 - kMoment), published(1));
     const double t = (phase - kToeOff) / kSpan;
     const double u = 1 - t;

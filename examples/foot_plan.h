@@ -1,5 +1,5 @@
-// Where a foot is at any time of the walk: on the ground it rolls over heel, sole, ball and tip, in
-// the air it follows published joint angles from one footprint to the next.
+// The position of each foot at any time of the walk. On the ground the foot rolls over heel, sole,
+// ball and tip; in the air it follows published joint angles from one footprint to the next.
 #pragma once
 
 #include "examples/curve.h"
@@ -8,7 +8,7 @@
 
 namespace examples {
 
-// Parts of a cycle after the foot's own contact.
+// Times in cycles after the foot's own contact with the ground.
 constexpr double kToeOff = 0.60;
 constexpr double kFootFlat = 0.08;
 
@@ -23,8 +23,8 @@ struct FootPlacement {
     double toeBend;     // degrees, the tip of the toe upwards
 };
 
-// Where the pelvis puts the joint of the leg, cm in the world. `cycles` counts from the left foot's
-// first contact; `hipOffset` is the left joint's place from the pelvis in the T-pose.
+// The position of a hip joint in the world, in cm. `cycles` is the time in cycles since the left
+// foot's first contact; `hipOffset` is the vector from the pelvis to the left hip in the T-pose.
 Vec3 HipAt(Side side, double cycles, const Vec3& hipOffset);
 
 class FootPlan {
@@ -34,7 +34,7 @@ class FootPlan {
     FootPlacement At(Side side, double cycles) const;
 
   private:
-    // `step` is the time of the foot's contact, `phase` the part of a cycle since then.
+    // `step` is the time of the foot's contact, `phase` the time since then, both in cycles.
     FootPlacement Stance(Side side, double step, double phase) const;
     FootPlacement Swing(Side side, double step, double phase) const;
     Vec3 AnkleByAngles(Side side, double step, double phase) const;

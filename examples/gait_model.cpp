@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kDegrees = 180 / std::numbers::pi;
 
-// The time in cycles since some contact of the side's own foot.
+// The time in cycles since a contact of the foot of that side.
 double OwnCycles(Side side, double cycles) {
     return side == Side::kLeft ? cycles : cycles + 0.5;
 }
@@ -20,7 +20,7 @@ JointId OfSide(Side side, JointId left, JointId right) {
     return side == Side::kLeft ? left : right;
 }
 
-// A turn in a joint's own frame, seen in the frame of the T-pose.
+// Converts a rotation in a joint's own frame to the frame of the T-pose.
 Rotation InAxisFrame(const Joint& joint, const Rotation& turn) {
     const Rotation frame = TurnXyz(joint.axis);
     return frame * turn * Inverse(frame);
@@ -67,7 +67,8 @@ void GaitModel::PoseTrunk(double cycles, Pose& pose) const {
     const Placement pelvis = PelvisAt(cycles);
     pose.hips = pelvis.origin;
     pose.local[kHips] = pelvis.rotation;
-    // The three joints of the spine, and the two of the neck, share what lies between their ends.
+    // The three joints of the spine, and the two of the neck, share the rotation between their
+    // ends.
     const auto share = [&pose](const Rotation& from, const Rotation& to, JointId first, int count) {
         Rotation below = from;
         for (int i = 1; i <= count; ++i) {

@@ -1,4 +1,4 @@
-// A walk on the level at an ordinary pace, as a skeleton's pose for any time.
+// A walk on level ground at an ordinary pace: the pose of the skeleton at any time.
 #pragma once
 
 #include <array>
@@ -12,20 +12,20 @@ namespace examples {
 constexpr int kFramesPerSecond = 60;
 constexpr int kFramesPerCycle = 64;
 constexpr int kCycles = 4;
-// The last frame stands where the first does in its cycle.
+// The first and the last frame are at the same point of a cycle.
 constexpr int kFrameCount = kFramesPerCycle * kCycles + 1;
 
 struct Pose {
     Vec3 hips;                                // cm, in the world
-    std::array<Rotation, kJointCount> local;  // by JointId: seen from the parent, from the T-pose
+    std::array<Rotation, kJointCount> local;  // by JointId: from the T-pose, as seen by the parent
 };
 
 class GaitModel {
   public:
     explicit GaitModel(const Skeleton& skeleton);
 
-    // `cycles` counts from the left foot's first contact. Fails with std::logic_error where a foot
-    // is planned further from its hip than the leg is long.
+    // `cycles` is the time in cycles since the left foot's first contact. Throws std::logic_error
+    // if a foot is planned further from its hip than the leg is long.
     Pose At(double cycles) const;
 
   private:

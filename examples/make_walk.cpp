@@ -1,5 +1,5 @@
-// make_walk OUT_DIR: writes the sample walk into a folder that exists, as walk.bvh, walk.asf and
-// walk.amc. Exit status: 0 written, 1 a file could not be written, 2 wrong usage.
+// make_walk OUT_DIR: writes the sample walk into an existing folder, as walk.bvh, walk.asf and
+// walk.amc. The exit status is 0 if all were written, 1 if one could not be, 2 for wrong usage.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -15,7 +15,7 @@
 namespace {
 
 bool WriteFile(const std::filesystem::path& path, const std::string& text) {
-    // Binary, so that no system changes the line ends.
+    // The mode is binary, so that no system changes the line ends.
     std::ofstream file(path, std::ios::binary);
     file << text;
     file.close();

@@ -10,7 +10,7 @@ namespace {
 constexpr double kRadians = std::numbers::pi / 180;
 
 double Asin(double value) {
-    // A product of rotations may leave the range of the sine by its last digit.
+    // An entry of a product of rotations may be slightly above 1 by rounding.
     return std::asin(std::clamp(value, -1.0, 1.0));
 }
 

@@ -21,7 +21,7 @@ double Length(const Vec3& v);
 // `v` must not be of zero length.
 Vec3 Normalized(const Vec3& v);
 
-// A rotation, given by the images of the three axes.
+// A rotation: the vectors to which it turns the three axes.
 struct Rotation {
     Vec3 x{1, 0, 0};
     Vec3 y{0, 1, 0};
@@ -40,10 +40,10 @@ Rotation TurnAbout(const Vec3& axis, double degrees);
 // x acts first, then y, then z: the order the Acclaim files name XYZ.
 Rotation TurnXyz(const Vec3& degrees);
 
-// The angles, by their axes, with r = TurnXyz(angles); y lies within a right angle.
+// The angles about x, y and z with r = TurnXyz(angles); y is from -90 to 90.
 Vec3 AnglesXyz(const Rotation& r);
-// The angles, by their axes, with r = TurnZ(z) * TurnX(x) * TurnY(y), which a BVH file lists as
-// Zrotation Xrotation Yrotation; x lies within a right angle.
+// The angles about x, y and z with r = TurnZ(z) * TurnX(x) * TurnY(y), which a BVH file lists as
+// Zrotation Xrotation Yrotation; x is from -90 to 90.
 Vec3 AnglesZxy(const Rotation& r);
 
 }  // namespace examples

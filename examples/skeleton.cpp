@@ -7,8 +7,8 @@
 namespace examples {
 namespace {
 
-// Segment lengths are parts of the stature H, after Drillis and Contini (1966) as Winter gives
-// them.
+// Segment lengths are fractions of the stature H, after Drillis and Contini (1966) as quoted by
+// Winter.
 constexpr double kStature = 175.0;
 constexpr double kHipHeight = 0.530 * kStature;
 constexpr double kKneeHeight = 0.285 * kStature;
@@ -19,16 +19,16 @@ constexpr double kUpperArm = 0.186 * kStature;
 constexpr double kForeArm = 0.146 * kStature;
 constexpr double kHand = 0.108 * kStature;
 
-// Half the distance of the hip joints: each lies 14 % of the width between the front iliac spines
-// inwards of its spine (Bell, Brand and Pedersen 1989), and that width is some 24 cm.
+// Half the distance between the hip joints. The front iliac spines are about 24 cm apart, and each
+// joint is 14 % of that inwards from its spine (Bell, Brand and Pedersen 1989).
 constexpr double kHipHalfWidth = 8.64;
-// The thighs lean inwards, so that the feet stand closer than the hips.
+// Degrees. The thighs lean inwards, so that the feet are closer together than the hips.
 constexpr double kLegLean = 2.0;
-// The outline of the shoulder is 0.129 H from the middle, the centre of its joint some 4 cm inside.
+// The outline of the shoulder is 0.129 H from the middle; the joint is about 4 cm further inwards.
 constexpr double kShoulderHalfWidth = 0.129 * kStature - 4.0;
 
-// Joints of the trunk that the proportions do not name: heights by the vertebra each stands for,
-// depths by the curves of the spine.
+// The joints of the trunk, which the proportions do not include. Each has the height of a vertebra;
+// its depth follows the curve of the spine.
 constexpr double kHipsHeight = 0.560 * kStature;
 constexpr Vec3 kTrunk[] = {{0, 0.585 * kStature, -1.8},  // lumbosacral joint
                            {0, 0.650 * kStature, -0.9},  // middle of the lumbar spine
@@ -42,7 +42,7 @@ constexpr std::array<Limit, 3> kNoLimits{};
 Vec3 MirroredVector(const Vec3& v) {
     return {-v.x, v.y, v.z};
 }
-// Turns about the mirror's normal keep their sign, the others change it.
+// Angles about the normal of the mirror plane keep their sign, the others change it.
 Vec3 MirroredAngles(const Vec3& v) {
     return {v.x, -v.y, -v.z};
 }
@@ -114,7 +114,7 @@ std::vector<Joint> LeftArm() {
          {15, 0, -90},
          "xyz",
          {{{-90, 90}, {-85, 85}, {-120, 90}}}},
-        // The forearm bends about the downward axis: x, once the frame has turned by -90 about z.
+        // The forearm bends about the downward axis, which is x of a frame turned by -90 about z.
         {"LeftForeArm", kLeftArm, {kUpperArm, 0, 0}, {}, {0, 0, -90}, "x", {{{-5, 150}}}},
         {"LeftHand",
          kLeftForeArm,
@@ -125,11 +125,11 @@ std::vector<Joint> LeftArm() {
          {{{-30, 40}, kNoLimits[1], {-80, 70}}}}};
 }
 
-Joint TrunkJoint(std::string name, JointId parent, std::size_t place, const Vec3& axis,
+Joint TrunkJoint(std::string name, JointId parent, std::size_t index, const Vec3& axis,
                  double limit) {
-    const Vec3 from = place == 0 ? Vec3{0, kHipsHeight, 0} : kTrunk[place - 1];
+    const Vec3 from = index == 0 ? Vec3{0, kHipsHeight, 0} : kTrunk[index - 1];
     const Limit both{-limit, limit};
-    return {std::move(name), parent, kTrunk[place] - from, {}, axis, "xyz", {both, both, both}};
+    return {std::move(name), parent, kTrunk[index] - from, {}, axis, "xyz", {both, both, both}};
 }
 
 }  // namespace

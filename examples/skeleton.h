@@ -45,20 +45,21 @@ struct Limit {
 
 struct Joint {
     std::string name;
-    JointId parent;  // kHips for itself
+    JointId parent;  // kHips is its own parent
     Vec3 offset;     // cm from the parent's joint, in the T-pose; of the hips, from the floor
     Vec3 end;        // cm from this joint to its end site; zero where the joint has children
-    Vec3 axis;       // degrees, x first: the frame the joint's freedom and limits speak of
-    std::string_view free;        // the axes of that frame it can turn about, of "xyz"
-    std::array<Limit, 3> limits;  // by x, y, z; of an axis it cannot turn about, without meaning
+    Vec3 axis;       // degrees, x acts first: the joint's own frame, used by `free` and `limits`
+    std::string_view free;        // the axes that the joint can turn about, letters of "xyz"
+    std::array<Limit, 3> limits;  // for x, y and z; unused for an axis that is not in `free`
 };
 
 using Skeleton = std::vector<Joint>;
 
-// The joints in the order of JointId. The right side mirrors the left.
+// The joints in the order of JointId. The right side is the mirror image of the left side.
 Skeleton MakeSkeleton();
 
-// The foot's points of contact from the ankle, cm, in the T-pose of either side.
+// The points where the foot touches the ground, relative to the ankle, in cm. They are those of the
+// T-pose, and the same for both sides.
 struct FootContacts {
     Vec3 heel;
     Vec3 ball;  // the toe joint

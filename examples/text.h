@@ -5,7 +5,7 @@
 
 namespace examples {
 
-// Appends `value` with that many digits behind the point; never a negative zero.
+// Appends `value` with that many digits after the decimal point. A zero never gets a minus sign.
 void AppendNumber(std::string& text, double value, int digits = 6);
 
 }  // namespace examples

@@ -6,7 +6,7 @@
 namespace examples {
 namespace {
 
-// As OncePerCycle, but once a step.
+// Like OncePerCycle, but with a period of one step, half a cycle.
 double OncePerStep(double cycles, double peak) {
     return OncePerCycle(2 * cycles, 2 * peak);
 }
@@ -21,11 +21,11 @@ double OncePerCycle(double cycles, double peak) {
 // 3 cm, sways by 4 cm, turns 5 degrees forward with the leg that lands and drops 4 degrees over the
 // leg that swings.
 Placement PelvisAt(double cycles) {
-    constexpr double kHeight = 95.1;  // cm: the mean, some 3 below standing
+    constexpr double kHeight = 95.1;  // cm: the mean, about 3 cm lower than of a standing person
     Placement pelvis;
     pelvis.origin.x = 2.0 * OncePerCycle(cycles, 0.30);
     pelvis.origin.y = kHeight - 1.6 * OncePerStep(cycles, 0.035);
-    // Fastest while both feet stand, slowest over the single foot.
+    // The pelvis is fastest while both feet are on the ground, and slowest over a single foot.
     pelvis.origin.z = kStride * cycles + 0.7 * OncePerStep(cycles, 0.17);
     const double turn = -5.0 * OncePerCycle(cycles, 0.0);  // the left side backward
     const double lift = 4.0 * OncePerCycle(cycles, 0.17);  // the left side upward
@@ -34,8 +34,8 @@ Placement PelvisAt(double cycles) {
     return pelvis;
 }
 
-// Against the pelvis, after Murray et al. (1964); leaning a little ahead and over the foot that
-// stands.
+// The thorax turns against the pelvis, after Murray et al. (1964). It leans a little forward, and
+// over the foot that is on the ground.
 Rotation ThoraxAt(double cycles) {
     const double turn = 4.0 * OncePerCycle(cycles, 0.02);
     const double lean = -1.3 * OncePerCycle(cycles, 0.28);
@@ -43,7 +43,7 @@ Rotation ThoraxAt(double cycles) {
     return TurnY(turn) * TurnZ(lean) * TurnX(bow);
 }
 
-// Nearly still: it nods against the rise and fall, so that the gaze stays on one point ahead.
+// The head is nearly still: it nods against the rise and fall, so that the gaze stays on one point.
 Rotation HeadAt(double cycles) {
     return TurnY(0.6 * OncePerCycle(cycles, 0.02)) * TurnX(1.0 - 1.2 * OncePerStep(cycles, 0.05));
 }

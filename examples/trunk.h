@@ -1,15 +1,14 @@
-// The trunk of the walker at any time of the walk: the pelvis that carries it, and what stands on
-// that.
+// The pelvis, the thorax and the head of the walker at any time of the walk.
 #pragma once
 
 #include "examples/rotation.h"
 
 namespace examples {
 
-constexpr double kStride = 140.0;  // cm the walker gains in a cycle
+constexpr double kStride = 140.0;  // cm that the walker advances in a cycle
 
-// Times are in cycles, counted from the left foot's first contact. Rotations lead from the T-pose
-// to the world.
+// Times are in cycles since the left foot's first contact. Rotations are from the T-pose to the
+// world.
 struct Placement {
     Vec3 origin;  // cm, in the world
     Rotation rotation;
@@ -19,10 +18,11 @@ Placement PelvisAt(double cycles);
 Rotation ThoraxAt(double cycles);
 Rotation HeadAt(double cycles);
 
-// A swing from -1 to 1, once a cycle, that is at its highest at `peak`; both in cycles.
+// A cosine wave from -1 to 1 with a period of one cycle and its maximum at `peak`. Both arguments
+// are in cycles.
 double OncePerCycle(double cycles, double peak);
 
-// The rotation a part of the way from `from` to `to`, 0 to 1, along the shortest turn.
+// The rotation between `from` (`part` is 0) and `to` (`part` is 1), along the shortest turn.
 Rotation Between(const Rotation& from, const Rotation& to, double part);
 
 }  // namespace examples

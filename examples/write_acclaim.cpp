@@ -28,8 +28,8 @@ constexpr std::string_view kAsfHead = R"(# A walk on the level, made by make_wal
 :bonedata
 )";
 
-// Children of the hips start away from them; the bone that leads there is named for what it is in
-// the body.
+// The joints that are children of the hips are away from them. A bone leads to each, and has the
+// name of that part of the body.
 struct Connector {
     JointId to;
     std::string_view name;
@@ -37,8 +37,7 @@ struct Connector {
 constexpr Connector kConnectors[] = {
     {kLeftUpLeg, "LeftHipJoint"}, {kRightUpLeg, "RightHipJoint"}, {kSpine, "Sacrum"}};
 
-// The segment from the joint to the next: all children of a joint other than the hips start at one
-// place.
+// The vector from the joint to its children, which for all joints but the hips have one position.
 Vec3 Segment(const Skeleton& skeleton, std::size_t id) {
     for (std::size_t child = id + 1; child < skeleton.size(); ++child)
         if (skeleton[child].parent == id) return skeleton[child].offset;
@@ -62,7 +61,7 @@ void AppendNumbers(std::string& text, std::string_view keyword, const Vec3& v, i
 }
 
 void AppendBone(std::string& text, int id, std::string_view name, const Vec3& segment) {
-    // A direction is multiplied by a length, so it needs more digits than a place does.
+    // A direction is multiplied by a length, so it needs more digits than a position.
     constexpr int kDirectionDigits = 9;
     text += "  begin\n    id " + std::to_string(id) + "\n    name ";
     text += name;
@@ -134,7 +133,7 @@ void AppendRoot(std::string& text, const Pose& pose) {
 }
 
 void AppendJoint(std::string& text, const Joint& joint, const Rotation& local) {
-    constexpr double kStill = 1e-9;  // degrees: what rounding leaves
+    constexpr double kStill = 1e-9;  // degrees; smaller angles are rounding errors
     const Rotation frame = TurnXyz(joint.axis);
     const Vec3 angles = AnglesXyz(Inverse(frame) * local * frame);
     for (const char axis : std::string_view("xyz"))

@@ -14,8 +14,8 @@ namespace examples {
 // joints around it.
 std::string WriteAsf(const Skeleton& skeleton);
 
-// The motion for that skeleton. Fails with std::logic_error where a joint turns about an axis that
-// its bone is not free to turn about.
+// The motion for that skeleton. Throws std::logic_error if a joint turns about an axis that its
+// bone is not free to turn about.
 std::string WriteAmc(const Skeleton& skeleton, const std::vector<Pose>& poses);
 
 }  // namespace examples

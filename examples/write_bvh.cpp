@@ -30,7 +30,7 @@ void OpenJoint(std::string& text, const Skeleton& skeleton, std::size_t id, std:
     const std::string indent(depth, '\t');
     const bool isRoot = id == kHips;
     text += indent + (isRoot ? "ROOT " : "JOINT ") + skeleton[id].name + '\n' + indent + "{\n";
-    // The root's height is in its frames.
+    // The root has no offset, because every frame has its whole position.
     AppendOffset(text, indent + '\t', isRoot ? Vec3{} : skeleton[id].offset);
     text += indent +
             (isRoot ? "\tCHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n"
@@ -72,7 +72,7 @@ std::string WriteBvh(const Skeleton& skeleton, const std::vector<Pose>& poses) {
     std::string text;
     AppendHierarchy(text, skeleton);
     text += "MOTION\nFrames: " + std::to_string(poses.size()) + "\nFrame Time: ";
-    // With digits enough that nobody reads another rate out of it.
+    // Ten digits are enough to get exactly the same rate back.
     AppendNumber(text, 1.0 / kFramesPerSecond, 10);
     text += '\n';
     for (const Pose& pose : poses)
