@@ -27,7 +27,7 @@ void Import(const bench::BvhShape& shape, bool nulls) {
     importer.ImportBVH(std::wstring(path.begin(), path.end()).c_str(), L"bench");
 }
 
-// Without the disk's part: what was written is thrown away before it is given its name.
+// The output is discarded before it gets its name, so that the disk has little influence.
 void BM_Export(benchmark::State& state, Writer write, bool nulls) {
     const bench::BvhShape shape{.joints = state.range(0), .frames = state.range(1)};
     Import(shape, nulls);

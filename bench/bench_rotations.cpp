@@ -1,4 +1,4 @@
-// Turning three rotations into X-Y-Z angles: step by step, and in blocks.
+// Converting three rotations to X-Y-Z angles: on the scalar path, and in blocks.
 #include <benchmark/benchmark.h>
 
 #include "math/rotation_batch.h"
@@ -35,7 +35,7 @@ void CountRotations(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kRotationBlock));
 }
 
-void BM_StepByStep(benchmark::State& state) {
+void BM_ScalarPath(benchmark::State& state) {
     const RotationBlock block = SomeAngles();
     const Product product(state.range(0) != 0);
     for (auto _ : state) {
@@ -59,8 +59,9 @@ void BM_Blocks(benchmark::State& state) {
     CountRotations(state);
 }
 
-// 1: between two further rotations, as Acclaim's axes and bones' rest poses are.
-BENCHMARK(BM_StepByStep)->ArgName("framed")->Arg(0)->Arg(1);
+// framed:1 multiplies by two more matrices, one before and one after the rotations, as Acclaim's
+// axes and the rest poses of bones need it.
+BENCHMARK(BM_ScalarPath)->ArgName("framed")->Arg(0)->Arg(1);
 BENCHMARK(BM_Blocks)->ArgName("framed")->Arg(0)->Arg(1);
 
 }  // namespace

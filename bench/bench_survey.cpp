@@ -1,4 +1,4 @@
-// What a look at a BVH file costs before it is imported. Bytes are those of its text.
+// The time that the survey of a BVH file takes before the import. Bytes are those of its text.
 #include <benchmark/benchmark.h>
 #include <string>
 #include <string_view>
@@ -14,7 +14,7 @@ std::string Text(const benchmark::State& state) {
     return bench::SyntheticBvh({.joints = state.range(0), .frames = state.range(1)});
 }
 
-// The same motion, listed in rising order.
+// The same file with its rotations in the order X Y Z, which the survey mends.
 std::string RisingText(const benchmark::State& state) {
     std::string text = Text(state);
     constexpr std::string_view kListed = "Zrotation Xrotation Yrotation";

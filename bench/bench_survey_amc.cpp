@@ -1,4 +1,5 @@
-// Surveys of clean Acclaim pairs, to be held against their imports. Items are values: 62 a frame.
+// Surveys of Acclaim pairs, to compare with their imports in bench_acclaim. Items are values: 62 a
+// frame.
 #include <benchmark/benchmark.h>
 #include <fstream>
 #include <iterator>
@@ -17,7 +18,7 @@ void BM_SurveyPair(benchmark::State& state, bool mended) {
     const bench::AcclaimFiles files = bench::SyntheticAcclaimFiles(state.range(0));
     const std::string asf = Read(files.skeleton);
     std::string amc = Read(files.motion);
-    // A comment where the plug-in would lose a frame.
+    // A comment at this position would make the plug-in lose a frame.
     if (mended) amc.insert(amc.find("\n2\n") + 1, "# two\n");
     const survey::AcclaimFile motion = {amc, "bench.amc"};
     survey::Options options;

@@ -1,4 +1,4 @@
-// Loading a file and walking its tokens, as texts and as numbers.
+// Loading a file, and reading its tokens as texts and as numbers.
 #include <benchmark/benchmark.h>
 
 #include "bench/synthetic_bvh.h"

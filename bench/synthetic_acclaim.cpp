@@ -12,7 +12,7 @@ namespace {
 constexpr int kBones = 30;
 constexpr int kLimbs = 5;
 
-// 56 values in all, beside the root's six.
+// The number of values of a bone in each frame: 56 in all bones, and the root has six more.
 int Freedoms(int bone) {
     return bone >= 28 ? 0 : 2;
 }

@@ -10,14 +10,14 @@ struct BvhShape {
     std::int64_t frames = 1000;
 };
 
-// A skeleton of five limbs, root with six channels, others Zrotation Xrotation Yrotation, six
-// decimals; the same shape gives the same bytes.
+// A BVH file whose skeleton has five limbs. The root has six channels, the other joints have
+// Zrotation Xrotation Yrotation. Values have six decimals; the same shape gives the same bytes.
 std::string SyntheticBvh(const BvhShape& shape);
 
-// Channels of such a file.
+// The number of channels in such a file.
 std::int64_t Channels(const BvhShape& shape);
 
-// The file in the temporary folder, written once a process.
+// The path of the file in the temporary folder. A process writes it once.
 std::string SyntheticBvhFile(const BvhShape& shape);
 
 }  // namespace bench

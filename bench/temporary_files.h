@@ -4,7 +4,7 @@
 
 namespace bench {
 
-// A file in the temporary folder that is removed when the process ends; returns its path.
+// Writes a file in the temporary folder and returns its path. It is removed when the process ends.
 std::string KeepTemporaryFile(const std::string& name, const std::string& bytes);
 
 }  // namespace bench
