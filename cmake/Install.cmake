@@ -29,7 +29,7 @@ configure_package_config_file(cmake/zkmocaputilsConfig.cmake.in
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/zkmocaputilsConfigVersion.cmake
   COMPATIBILITY SameMinorVersion)
 
-# For builds without CMake. Paths in it are relative to the file itself.
+# The pkg-config files, for builds without CMake. Their paths are relative to the files themselves.
 set(ZKMOCAP_PC_FOLDER ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH ZKMOCAP_PC_PREFIX ${ZKMOCAP_PC_FOLDER} ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" ZKMOCAP_PC_PREFIX "${ZKMOCAP_PC_PREFIX}")

@@ -1,10 +1,11 @@
-# zk_fuzzer(NAME SOURCES ... LINKS ... CORPUS folder [DICTIONARY file]): a fuzzer, always built. With
-# ZKMOCAP_FUZZ_ENGINE it runs under libFuzzer (clang, and everything compiled for it: preset "fuzz");
-# without it a plain program replays files. Either way its corpus is a test.
+# zk_fuzzer(NAME SOURCES ... LINKS ... CORPUS folder [DICTIONARY file] [DEFINITIONS ...]): a fuzzer,
+# which is always built. With ZKMOCAP_FUZZ_ENGINE it runs under libFuzzer, for which everything must be
+# compiled by clang with the preset "fuzz". Without it, a plain program reads the files of the corpus.
+# Either way, a test runs the corpus.
 include_guard(GLOBAL)
 
 option(ZKMOCAP_FUZZ_ENGINE "Link the fuzzers to libFuzzer" OFF)
-# All of them.
+# Builds all fuzzers.
 add_custom_target(fuzzers)
 
 function(zk_fuzzer name)
@@ -25,7 +26,7 @@ function(zk_fuzzer name)
   add_test(NAME Corpus.${name} COMMAND ${name} ${arguments} ${FUZZER_CORPUS})
   set_tests_properties(Corpus.${name} PROPERTIES
     TIMEOUT 600 ENVIRONMENT "${ZKMOCAP_TEST_ENVIRONMENT}")
-  # For scripts/fuzz: what belongs together.
+  # scripts/fuzz reads these lines.
   set_property(GLOBAL APPEND PROPERTY ZK_FUZZERS "${name} ${FUZZER_CORPUS} ${FUZZER_DICTIONARY}")
 endfunction()
 

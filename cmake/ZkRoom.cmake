@@ -1,8 +1,8 @@
-# The shapes that every folder is built from.
+# The functions that declare the targets of the folders.
 include_guard(GLOBAL)
 include(CheckCXXSourceCompiles)
 
-# Where nothing can be loaded, what would be is an archive.
+# If the system has no shared libraries, libraries and modules are static.
 get_property(zk_can_load GLOBAL PROPERTY TARGET_SUPPORTS_SHARED_LIBS)
 if(zk_can_load)
   set(ZKMOCAP_SHARED SHARED)
@@ -24,7 +24,7 @@ block()
     int main() {}" ZKMOCAP_HAVE_TO_CHARS)
 endblock()
 
-# What every target of this project is compiled with.
+# Sets what all targets of this project have in common.
 function(zk_common target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES
@@ -36,8 +36,8 @@ function(zk_common target)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:zk_warnings>)
 endfunction()
 
-# zk_room(NAME [SHARED name] HEADERS ... SOURCES ... LINKS ...): a room as a static library that links
-# only what it may know. Its headers compile each alone.
+# zk_room(NAME HEADERS ... SOURCES ... LINKS ...): a room, which is a static library that links only the
+# rooms it may include. Each of its headers compiles alone.
 function(zk_room name)
   cmake_parse_arguments(ROOM "" "" "HEADERS;SOURCES;LINKS" ${ARGN})
   add_library(zk_${name} STATIC)
@@ -49,9 +49,9 @@ function(zk_room name)
   zk_common(zk_${name})
 endfunction()
 
-# gmock is most of what a small test compiles, so it is compiled once for all of them. A precompiled
-# header is of use only to what is compiled as it was, so it belongs to a program that is compiled as a
-# test is.
+# gmock is most of what a small test compiles, so its headers are compiled once for all tests. A
+# precompiled header can only be used with the options that it was compiled with. It therefore belongs
+# to a program that has the options of a test.
 function(zk_precompile_gmock)
   file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/precompiled_gmock.cpp "int main() {}\n")
   add_executable(zk_precompiled_gmock ${CMAKE_CURRENT_BINARY_DIR}/precompiled_gmock.cpp)
@@ -61,7 +61,8 @@ function(zk_precompile_gmock)
   target_precompile_headers(zk_precompiled_gmock PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 endfunction()
 
-# zk_test(NAME SOURCES ... LINKS ...): a GoogleTest program, each of its cases a CTest of its own.
+# zk_test(NAME SOURCES ... LINKS ... [DEFINITIONS ...] [TIMEOUT seconds]): a GoogleTest program. Each of
+# its cases is a test of CTest.
 function(zk_test name)
   cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;LINKS;DEFINITIONS" ${ARGN})
   if(NOT TEST_TIMEOUT)
@@ -75,7 +76,7 @@ function(zk_test name)
   target_compile_options(${name} PRIVATE ${ZKMOCAP_TEST_OPTIONS})
   target_precompile_headers(${name} REUSE_FROM zk_precompiled_gmock)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120
-    # One value each: a list would be taken for further properties.
+    # Each property has one value; the items of a list would become further properties.
     PROPERTIES TIMEOUT ${TEST_TIMEOUT} ENVIRONMENT LC_ALL=C.UTF-8)
 endfunction()
 

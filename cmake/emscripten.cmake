@@ -1,5 +1,6 @@
-# Objects of WebAssembly, by Debian's emscripten.
+# Compiles for WebAssembly with Debian's emscripten.
 include(/usr/share/emscripten/cmake/Modules/Platform/Emscripten.cmake)
 
-# A program would need the system's libraries, which emscripten has yet to build. Objects need none.
+# CMake's checks build static libraries, not programs, because the system's libraries that a program is
+# linked to do not exist until emscripten has built them.
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)

@@ -1,9 +1,10 @@
-# Packages that are all headers, for a compiler that must not search /usr/include: what is there
-# belongs to another machine. It gets a folder of links to just these headers.
+# Packages that consist of headers only, for a compiler that must not search /usr/include, because the
+# other headers there are those of another machine. It searches a folder of links to these packages.
 set(zk_headers ${PROJECT_BINARY_DIR}/headers)
 file(MAKE_DIRECTORY ${zk_headers})
 
-# zk_header_package(PACKAGE TARGET HEADERS ...): find_package(PACKAGE) gives TARGET, if there are its headers.
+# zk_header_package(PACKAGE TARGET HEADERS ...): makes find_package(PACKAGE) define TARGET, if its
+# headers are installed.
 function(zk_header_package package target)
   foreach(header IN LISTS ARGN)
     if(NOT EXISTS /usr/include/${header})
