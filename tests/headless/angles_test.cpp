@@ -18,7 +18,7 @@ using testing::ElementsAre;
 
 namespace {
 
-// What the angles of a matrix give is that matrix.
+// The difference between a matrix and the one that is computed from its angles.
 double Error(const Transform& transform) {
     const auto [x, y, z] = AnglesOf(transform.axes);
     return support::Distance(FromLocal({0, 0, 0, x, y, z}).axes, transform.axes);
@@ -34,7 +34,7 @@ TEST(Angles, ReproduceAnyMatrix) {
     EXPECT_LE(largest, 1e-15);
 }
 
-TEST(Angles, ReproduceTheLockAndAllAroundIt) {
+TEST(Angles, ReproduceMatricesAtAndNearGimbalLock) {
     std::mt19937 random(2);
     std::uniform_real_distribution<double> angle(-360, 360);
     double largest = 0.0;
@@ -48,7 +48,8 @@ TEST(Angles, ReproduceTheLockAndAllAroundIt) {
     EXPECT_LE(largest, 1e-15);
 }
 
-// Only here is long double surely longer than double; the angle about z depends on nothing else.
+// The exact angle is computed with long double, where that is longer than double. Only the angle
+// about z can be checked this way, because it depends on two entries of the matrix alone.
 TEST(Angles, AreTheNearestDoubles) {
     if constexpr (std::numeric_limits<long double>::digits < 64) GTEST_SKIP();
     constexpr long double kDegreesPerRadian = 57.295779513082320876798154814105170L;
@@ -67,7 +68,7 @@ TEST(Angles, AreTheNearestDoubles) {
         const double ulp = std::nextafter(std::fabs(z), 400.0) - std::fabs(z);
         ASSERT_LE(std::fabs(static_cast<long double>(z) - exact), 0.501L * ulp);
     }
-    // Those that lie nearly half-way.
+    // The angles that are nearly half-way between two doubles.
     EXPECT_LE(others, kCount / 1000);
 }
 
@@ -80,7 +81,7 @@ TEST(Angles, ReproduceEveryQuarterTurn) {
             }
 }
 
-TEST(Angles, ArePlainWhereTheMatrixIs) {
+TEST(Angles, AreExactForSingleQuarterTurns) {
     const double plain[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
     for (const double angle : AnglesOf(plain)) {
         EXPECT_EQ(angle, 0.0);
@@ -92,7 +93,7 @@ TEST(Angles, ArePlainWhereTheMatrixIs) {
     EXPECT_THAT(AnglesOf(FromLocal({0, 0, 0, 20, 90, 0}).axes)[1], 90.0);
 }
 
-TEST(Angles, ReproduceMatricesThatRoundingHasTouched) {
+TEST(Angles, ReproduceMatricesWithRoundingErrors) {
     std::mt19937 random(3);
     std::uniform_real_distribution<double> angle(-180, 180);
     std::uniform_int_distribution<int> step(-2, 2);
@@ -107,13 +108,13 @@ TEST(Angles, ReproduceMatricesThatRoundingHasTouched) {
                 entry += change;
                 touched = std::max(touched, std::fabs(change));
             }
-        // No angles can give more than the matrix has of a rotation.
+        // Angles can only reproduce a rotation, which the changed matrix is not quite.
         largest = std::max(largest, Error(transform) - 4 * touched);
     }
     EXPECT_LE(largest, 1e-15);
 }
 
-TEST(Angles, ThatAreNoNumbersGiveNone) {
+TEST(Angles, ThatAreNotFiniteGiveNaN) {
     const double kNan = std::numeric_limits<double>::quiet_NaN();
     for (const double bad : {kNan, std::numeric_limits<double>::infinity()})
         EXPECT_TRUE(std::isnan(FromLocal({0, 0, 0, bad, 0, 0}).axes[1][1]));
@@ -129,8 +130,8 @@ TEST(Transforms, AreTheProductOfThreeTurns) {
     }
 }
 
-TEST(Transforms, TurnXFirst) {
-    // y goes to z by x, and stays there when x has turned it off z's axis of rotation.
+TEST(Transforms, RotateAboutXFirst) {
+    // The rotation about x turns y to z. The rotation about z, which follows, leaves it there.
     const Transform turned = FromLocal({1, 2, 3, 90, 0, 90});
     EXPECT_THAT(turned.axes[1], ElementsAre(0, 0, 1));
     EXPECT_THAT(turned.axes[0], ElementsAre(0, 1, 0));
@@ -146,7 +147,7 @@ TEST(Transforms, OfHugeAnglesAreThoseOfTheirRemainder) {
     EXPECT_TRUE(std::isfinite(FromLocal({0, 0, 0, 1e300, 1e300, 1e300}).axes[0][0]));
 }
 
-TEST(Transforms, ActFirstWhereTheyStandFirst) {
+TEST(Transforms, ActInTheOrderOfTheProduct) {
     const Transform moved = FromLocal({1, 0, 0, 0, 0, 0});
     const Transform turned = FromLocal({0, 0, 0, 0, 0, 90});
     EXPECT_THAT((moved * turned).origin, ElementsAre(0, 1, 0));

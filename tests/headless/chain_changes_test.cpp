@@ -1,4 +1,4 @@
-// Chains under many changes in any order: whatever was done, the scene is true.
+// Many random changes of chains: after each of them the records of the scene are consistent.
 #include <gtest/gtest.h>
 #include <random>
 
@@ -87,8 +87,8 @@ class ChainChanges : public HostScene, public testing::WithParamInterface<unsign
     std::vector<Zelk3DObject> objects_;
 };
 
-// What the records say of bones and effectors is what the chain gives.
-void ExpectTrue(const Object& object) {
+// The records of a bone or an effector agree with its chain.
+void ExpectConsistent(const Object& object) {
     if (object.type == ObjectType::ChainBone) {
         const bool follows = object.parent->type == ObjectType::ChainBone;
         EXPECT_EQ(object.local[0], follows ? object.parent->length : 0.0);
@@ -101,15 +101,15 @@ void ExpectTrue(const Object& object) {
     Matrix4 seen = OfLocal({bones.empty() ? 0.0 : end.length, 0, 0, 0, 0, 0});
     for (std::size_t entry = 0; entry < 9; ++entry)
         seen[entry / 3][entry % 3] = object.chainRoot->chainData->effectorAngle[entry];
-    // Deep scenes of some tens of units.
-    EXPECT_LT(Distance(Standing(object), seen * Standing(end)), 1e-11);
+    // The bound fits deep scenes of some tens of units.
+    EXPECT_LT(Distance(GlobalOf(object), seen * GlobalOf(end)), 1e-11);
 }
 
-TEST_P(ChainChanges, LeaveTheSceneTrue) {
+TEST_P(ChainChanges, KeepTheRecordsConsistent) {
     for (int step = 0; step < 150; ++step) {
         ChangeSomething();
         for (const Object* object : Scene().Objects())
-            ExpectTrue(*object);
+            ExpectConsistent(*object);
         if (HasFailure()) FAIL() << "in step " << step;
     }
     for (const Object* model : Scene().Models()) {
@@ -118,13 +118,13 @@ TEST_P(ChainChanges, LeaveTheSceneTrue) {
         std::vector<headless::Transform> locals(evaluator.Objects().size());
         evaluator.Evaluate(0.0, globals);
         evaluator.EvaluateLocal(0.0, locals);
-        for (std::size_t place = 0; place < globals.size(); ++place) {
-            const Object& object = *evaluator.Objects()[place];
-            EXPECT_LT(Distance(OfTransform(globals[place]), Standing(object)), 1e-11);
-            EXPECT_LT(Distance(OfTransform(locals[place]), OfLocal(object.local)), 1e-11);
-            EXPECT_LE(evaluator.Parents()[place], place);
-            if (place == 0) continue;
-            EXPECT_EQ(evaluator.Objects()[evaluator.Parents()[place]], object.parent);
+        for (std::size_t index = 0; index < globals.size(); ++index) {
+            const Object& object = *evaluator.Objects()[index];
+            EXPECT_LT(Distance(OfTransform(globals[index]), GlobalOf(object)), 1e-11);
+            EXPECT_LT(Distance(OfTransform(locals[index]), OfLocal(object.local)), 1e-11);
+            EXPECT_LE(evaluator.Parents()[index], index);
+            if (index == 0) continue;
+            EXPECT_EQ(evaluator.Objects()[evaluator.Parents()[index]], object.parent);
         }
     }
 }

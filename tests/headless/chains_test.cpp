@@ -1,4 +1,4 @@
-// Chains as they are made.
+// Chains after they were made.
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ using Zelk::MATH::CVector3;
 
 namespace {
 
-// Rounding of a few products of numbers up to 10.
+// The rounding error of a few products of numbers up to 10.
 constexpr double kExact = 2e-14;
 
 class Chains : public HostScene {
@@ -29,7 +29,7 @@ class Chains : public HostScene {
         model = AddModel(L"Skel");
     }
 
-    // Somewhere in the scene, turned in all directions.
+    // A null with a position and rotations about all axes.
     Zelk::Null TurnedNull() {
         const Zelk::Null null = AddNull(model, L"Hips");
         Place(null, 3, -2, 5);
@@ -39,7 +39,7 @@ class Chains : public HostScene {
         return null;
     }
     static Vec3 Axis(const Zelk::CBase& object, std::size_t row) {
-        const Matrix4 matrix = Standing(RecordOf(object));
+        const Matrix4 matrix = GlobalOf(RecordOf(object));
         return {matrix[row][0], matrix[row][1], matrix[row][2]};
     }
     static Vec3 Origin(const Zelk::CBase& object) { return Axis(object, 3); }
@@ -84,7 +84,7 @@ TEST_F(Chains, GrowAtTheirEnd) {
     EXPECT_FALSE(Zelk::ChainElement(model.GetRef()).GetEffector().IsValid());
 }
 
-TEST_F(Chains, StandWhereTheSceneHasTheirPositions) {
+TEST_F(Chains, HaveThePositionsThatWereGiven) {
     const Zelk::Null hips = TurnedNull();
     const Zelk::ChainRoot chain = AddChain(hips, {1, 2, 3}, {4, 2, 7}, L"Root", {0, 1, 0});
     const Zelk::ChainBone second = AddBone(chain, {4, 5, 7});
@@ -103,7 +103,7 @@ TEST_F(Chains, HaveARootWithoutARotationOfItsOwn) {
         ExpectNear(Axis(chain, row), Axis(hips, row));
 }
 
-TEST_F(Chains, HaveBonesAsLongAsTheirWay) {
+TEST_F(Chains, HaveBonesAsLongAsTheirDistances) {
     const Zelk::ChainRoot chain = AddChain(TurnedNull(), {1, 2, 3}, {4, 2, 7});
     const Zelk::ChainBone second = AddBone(chain, {4, 14, 12});
     EXPECT_DOUBLE_EQ(Get(BoneOf(chain, 0), L"length"), 5.0);
@@ -145,14 +145,14 @@ TEST_F(Chains, HaveBonesThatPointAlongXWithTheNormalAsZ) {
             const Vec3 unit = support::Unit({normal.x, normal.y, normal.z});
             const double share = Dot(unit, x);
             if (std::fabs(share) > 1.0 - 1e-14) continue;  // parallel
-            // What is left of the normal without its share along the bone; short where they are
-            // nearly parallel, with its rounding error against it.
+            // The normal without its component along the bone. If the two are nearly parallel, it
+            // is short, and its rounding error is large in comparison.
             const Vec3 rest = support::Subtract(unit, support::Scale(x, share));
             ExpectNear(z, support::Unit(rest), 1e-15 / support::Length(rest) + kExact);
         }
 }
 
-TEST_F(Chains, TakeAnotherAxisForAParallelNormal) {
+TEST_F(Chains, UseAnotherAxisForAParallelNormal) {
     constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const CVector3 kNormals[] = {{0, 0, 1}, {0, 0, -3}, {0, 0, 0}, {0, kNan, 0}, {kInfinity, 0, 0}};
@@ -167,7 +167,7 @@ TEST_F(Chains, TakeAnotherAxisForAParallelNormal) {
         }
 }
 
-TEST_F(Chains, GiveTheFirstBoneTheRootsOrientationWhereItHasNoLength) {
+TEST_F(Chains, GiveAFirstBoneWithoutLengthTheRootsOrientation) {
     const Zelk::Null hips = TurnedNull();
     const Zelk::ChainRoot chain = AddChain(hips, {1, 2, 3}, {1, 2, 3});
     EXPECT_THAT(RecordOf(BoneOf(chain, 0)).local, ElementsAre(0, 0, 0, 0, 0, 0));
@@ -178,7 +178,7 @@ TEST_F(Chains, GiveTheFirstBoneTheRootsOrientationWhereItHasNoLength) {
     ExpectNear(Origin(chain.GetEffector()), {1, 5, 3});
 }
 
-TEST_F(Chains, GiveABoneWithoutLengthTheOrientationBefore) {
+TEST_F(Chains, GiveABoneWithoutLengthTheOrientationOfTheBoneBefore) {
     const Zelk::ChainRoot chain = AddChain(TurnedNull(), {1, 2, 3}, {4, 2, 7});
     const Zelk::ChainBone second = AddBone(chain, {4, 2, 7});
     const Zelk::ChainBone third = AddBone(chain, {4, 2, 7});
@@ -196,22 +196,23 @@ TEST_F(Chains, ContinueStraightWithoutARotation) {
     EXPECT_THAT(RecordOf(second).local, ElementsAre(2, 0, 0, 0, 0, 0));
 }
 
-TEST_F(Chains, SurvivePositionsThatAreNoPlaces) {
+TEST_F(Chains, SurviveExtremePositions) {
     constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     for (const double bad : {kNan, kInfinity, -kInfinity, 1.7e308, 5e-324})
         for (int axis = 0; axis < 3; ++axis) {
-            CVector3 place = {1, 2, 3};
-            (axis == 0 ? place.x : axis == 1 ? place.y : place.z) = bad;
-            const Zelk::ChainRoot chain = AddChain(model, place, {1, 2, 3});
+            CVector3 position = {1, 2, 3};
+            (axis == 0 ? position.x : axis == 1 ? position.y : position.z) = bad;
+            const Zelk::ChainRoot chain = AddChain(model, position, {1, 2, 3});
             ASSERT_TRUE(chain.IsValid());
-            EXPECT_TRUE(AddBone(chain, place).IsValid());
+            EXPECT_TRUE(AddBone(chain, position).IsValid());
             EXPECT_TRUE(AddBone(chain, {0, 0, 0}).IsValid());
             EXPECT_EQ(chain.GetBones().GetCount(), 3u);
         }
 }
 
-// However many chains were made since, and whatever hangs under a chain or from it.
+// This holds after many more chains were made, for a plain chain, for one with an object under its
+// effector, and for one whose effector is outside it.
 TEST_F(Chains, GrowAndMoveLongAfterTheyWereMade) {
     Zelk::Null hips = TurnedNull();
     const auto addChain = [&] { return AddChain(hips, {1, 2, 3}, {4, 2, 7}); };
@@ -238,7 +239,7 @@ TEST_F(Chains, GrowAndMoveLongAfterTheyWereMade) {
     ExpectNear(Origin(under), {4, 7, 9}, 2 * kExact);
 }
 
-TEST_F(Chains, EvaluateWithoutAMotionToWhereTheyStand) {
+TEST_F(Chains, EvaluateWithoutAMotionToTheirPresentTransforms) {
     const Zelk::ChainRoot chain = AddChain(TurnedNull(), {1, 2, 3}, {4, 2, 7});
     AddBone(chain, {4, 14, 12});
     AddNull(chain.GetEffector(), L"Tip");
@@ -246,8 +247,8 @@ TEST_F(Chains, EvaluateWithoutAMotionToWhereTheyStand) {
     std::vector<headless::Transform> globals(evaluator.Objects().size());
     evaluator.Evaluate(1.0, globals);
     ASSERT_EQ(globals.size(), 7u);
-    for (std::size_t place = 0; place < globals.size(); ++place)
-        EXPECT_THAT(Distance(OfTransform(globals[place]), Standing(*evaluator.Objects()[place])),
+    for (std::size_t index = 0; index < globals.size(); ++index)
+        EXPECT_THAT(Distance(OfTransform(globals[index]), GlobalOf(*evaluator.Objects()[index])),
                     DoubleNear(0.0, kExact));
 }
 

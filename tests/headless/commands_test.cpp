@@ -58,7 +58,7 @@ TEST_F(Commands, ApplyActionAttachesTheCurvesAndLeavesTheState) {
     EXPECT_EQ(RecordOf(model).modelData->attached, &RecordOf(second));
 }
 
-TEST_F(Commands, ApplyActionTakesTheLastOfTwoValues) {
+TEST_F(Commands, ApplyActionUsesTheLastOfTwoValues) {
     Zelk::ActionSource twice = model.AddActionSource(L"Twice");
     twice.AddSourceItem(L"Hips.kine.local.posx", 1.0, true);
     twice.AddSourceItem(L"Hips.kine.local.posx", 2.0, true);
@@ -67,7 +67,7 @@ TEST_F(Commands, ApplyActionTakesTheLastOfTwoValues) {
     EXPECT_EQ(Get(hips, L"posx"), 2.0) << "an inactive item does nothing";
 }
 
-TEST_F(Commands, ApplyActionTakesAnotherModelsAction) {
+TEST_F(Commands, ApplyActionAcceptsAnotherModelsAction) {
     EXPECT_EQ(Apply(pose, other), Zelk::status::kOk);
     EXPECT_EQ(Get(hips, L"posx"), 0.0);
     EXPECT_EQ(RecordOf(other).firstChild->local[0], 5.0);

@@ -19,8 +19,8 @@ class Curves : public HostScene {
         scratch = AddScratch(hips);
         motion = model.AddActionSource(L"Walk");
     }
-    const headless::Curve& Record(std::size_t place = 0) const {
-        return RecordOf(hips).Properties()[0]->curves[place].curve;
+    const headless::Curve& Record(std::size_t index = 0) const {
+        return RecordOf(hips).Properties()[0]->curves[index].curve;
     }
 
     Zelk::Model model;
@@ -61,7 +61,7 @@ TEST_F(Curves, RefuseTimesAndValuesOfUnequalLengths) {
     EXPECT_EQ(SceneText(), before);
 }
 
-TEST_F(Curves, TakeWhatIsNoNumberAsZero) {
+TEST_F(Curves, ReadOtherValuesAsZero) {
     Zelk::CTimeArray times(4);
     Zelk::CValueArray values(4);
     values[0] = Zelk::CValue(7);

@@ -15,7 +15,7 @@ using Deletion = HostScene;
 
 constexpr std::int32_t kOk = Zelk::status::kOk;
 
-TEST_F(Deletion, TakesFullNames) {
+TEST_F(Deletion, AcceptsFullNames) {
     const Zelk::Model model = AddModel(L"Skel");
     const Zelk::Null hips = AddNull(model, L"Hips");
     const Zelk::Null other = AddNull(AddModel(L"Other"), L"Hips");
@@ -25,7 +25,7 @@ TEST_F(Deletion, TakesFullNames) {
     EXPECT_TRUE(model.IsValid());
 }
 
-TEST_F(Deletion, TakesTheOneMadeLastOfABareName) {
+TEST_F(Deletion, PrefersTheLastOfABareName) {
     const Zelk::Null first = AddNull(AddModel(L"A"), L"Hips");
     const Zelk::Null second = AddNull(AddModel(L"B"), L"Hips");
     const Zelk::Null third = AddNull(AddModel(L"C"), L"Hips");
@@ -58,7 +58,7 @@ TEST_F(Deletion, FindsNamesWithDots) {
     EXPECT_FALSE(again.IsValid());
 }
 
-TEST_F(Deletion, TakesTheOneMadeLastOfAFullNameThatReadsTwoWays) {
+TEST_F(Deletion, PrefersTheLastOfAnAmbiguousFullName) {
     const Zelk::Null first = AddNull(AddModel(L"a"), L"b.c");
     const Zelk::Null second = AddNull(AddModel(L"a.b"), L"c");
     EXPECT_EQ(FullNameOf(first), FullNameOf(second));
@@ -95,7 +95,7 @@ TEST_F(Deletion, LooksAmongPropertiesOfThatBareNameToo) {
     EXPECT_FALSE(null.IsValid());
 }
 
-TEST_F(Deletion, FindsPropertiesOfWhatHasNoName) {
+TEST_F(Deletion, FindsPropertiesOfObjectsWithoutAName) {
     const Zelk::Model model = AddModel(L"Skel");
     const Zelk::ChainBone bone = BoneOf(AddChain(model, {}, {1, 0, 0}), 0);
     const Scratch scratch = AddScratch(bone);
@@ -121,7 +121,7 @@ TEST_F(Deletion, OfAPropertyLeavesItsOwner) {
     EXPECT_FALSE(scratch.property.IsValid()) << "no identity is given out twice";
 }
 
-TEST_F(Deletion, TakesAllThatHangsBelow) {
+TEST_F(Deletion, IncludesEverythingUnderTheObject) {
     Zelk::Model model = AddModel(L"Skel");
     const Zelk::Null hips = AddNull(model, L"Hips");
     const Zelk::Null stays = AddNull(model, L"Stays");
@@ -162,7 +162,7 @@ TEST_F(Deletion, TakesAllThatHangsBelow) {
     EXPECT_EQ(RecordOf(model).lastChild, &RecordOf(stays));
 }
 
-TEST_F(Deletion, MakesGroupsForget) {
+TEST_F(Deletion, RemovesObjectsFromGroups) {
     const Zelk::Model model = AddModel(L"Skel");
     const Zelk::Null hips = AddNull(model, L"Hips");
     const Zelk::Null leg = AddNull(hips, L"Leg");
@@ -176,7 +176,7 @@ TEST_F(Deletion, MakesGroupsForget) {
     EXPECT_TRUE(others.IsValid());
 }
 
-TEST_F(Deletion, OfAModelTakesItsActionsFromWhoUsesThem) {
+TEST_F(Deletion, OfAModelDetachesItsActionsEverywhere) {
     const Zelk::Model model = AddModel(L"Skel");
     const Zelk::Model other = AddModel(L"Other");
     AddNull(other, L"Hips");
@@ -189,7 +189,7 @@ TEST_F(Deletion, OfAModelTakesItsActionsFromWhoUsesThem) {
     EXPECT_EQ(RecordOf(other).modelData->attached, nullptr);
 }
 
-TEST_F(Deletion, OfAModelThatUsesAnothersActionLeavesThat) {
+TEST_F(Deletion, OfAModelKeepsAnothersAction) {
     const Zelk::Model model = AddModel(L"Skel");
     const Zelk::Model other = AddModel(L"Other");
     const Zelk::ActionSource motion =
@@ -222,7 +222,7 @@ struct Refused {
     std::vector<Zelk::CValue> arguments;
 };
 
-TEST_F(Deletion, RefusesWhatNamesNothing) {
+TEST_F(Deletion, RefusesUnknownNames) {
     const Zelk::Model model = AddModel(L"Skel");
     const Zelk::Null hips = AddNull(model, L"Hips");
     AddChain(hips, {}, {1, 0, 0});

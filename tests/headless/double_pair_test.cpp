@@ -1,4 +1,4 @@
-// Sums of two doubles and the directions made of them.
+// Pairs of doubles, and the directions that are computed with them.
 #include "headless/double_pair.h"
 
 #include <cmath>
@@ -13,13 +13,13 @@ using headless::DoublePair;
 
 namespace {
 
-TEST(DoublePair, LosesNothingOfASum) {
+TEST(DoublePair, IsExactForASum) {
     const DoublePair sum = headless::ExactSum(1.0, 0x1p-80);
     EXPECT_EQ(sum.high, 1.0);
     EXPECT_EQ(sum.low, 0x1p-80);
 }
 
-TEST(DoublePair, LosesNothingOfAProduct) {
+TEST(DoublePair, IsExactForAProduct) {
     std::mt19937_64 random(1);
     std::uniform_real_distribution<double> factor(-2, 2);
     for (int count = 0; count < 10'000; ++count) {
@@ -36,8 +36,8 @@ TEST(DoublePair, KeepsTheSignOfAZero) {
     EXPECT_FALSE(std::signbit(headless::Sum(zero, {0.0, 0.0}).high));
 }
 
-// Twice as many digits as a double has, but for a few.
-TEST(DoublePair, DividesAndDrawsRoots) {
+// The results have nearly twice as many digits as a double.
+TEST(DoublePair, DividesAndComputesRoots) {
     const DoublePair third = headless::Quotient({1.0, 0.0}, {3.0, 0.0});
     EXPECT_EQ(third.high, 1.0 / 3.0);
     EXPECT_NEAR(third.low, std::fma(-3.0, third.high, 1.0) / 3.0, 1e-32);

@@ -10,7 +10,7 @@ using testing::ElementsAre;
 
 namespace {
 
-// Rounding of a few products of numbers up to 20.
+// The rounding error of a few products of numbers up to 20.
 constexpr double kExact = 5e-14;
 
 class Effectors : public HostScene {
@@ -30,19 +30,19 @@ class Effectors : public HostScene {
         Place(tip, 0.5, 0.25, -1);
     }
 
-    static Matrix4 At(const Zelk::CBase& object) { return Standing(RecordOf(object)); }
+    static Matrix4 At(const Zelk::CBase& object) { return GlobalOf(RecordOf(object)); }
     static Matrix4 WithoutOrigin(Matrix4 matrix) {
         std::fill_n(matrix[3], 3, 0.0);
         return matrix;
     }
-    // The effector's pose as the last bone has it: at its end, turned by the kept angle.
+    // The effector's global transform as computed from the last bone and the kept rotation.
     Matrix4 ByTheBone() const {
         const headless::Object& last = *RecordOf(chain).chainData->bones.back();
         Matrix4 seen = OfLocal({last.length, 0, 0, 0, 0, 0});
         const auto& angle = RecordOf(effector).chainRoot->chainData->effectorAngle;
         for (std::size_t entry = 0; entry < 9; ++entry)
             seen[entry / 3][entry % 3] = angle[entry];
-        return seen * Standing(last);
+        return seen * GlobalOf(last);
     }
     void ExpectAtTheEnd() const { EXPECT_LT(Distance(At(effector), ByTheBone()), kExact); }
     void ExpectRotationOf(const Zelk::CBase& other) const {
@@ -66,22 +66,22 @@ class Effectors : public HostScene {
     Zelk::Null tip;
 };
 
-TEST_F(Effectors, StandAtTheEndTurnedLikeTheRoot) {
-    const Matrix4 place = At(effector);
-    EXPECT_NEAR(place[3][0], 4.0, kExact);
-    EXPECT_NEAR(place[3][1], 14.0, kExact);
-    EXPECT_NEAR(place[3][2], 12.0, kExact);
+TEST_F(Effectors, AreAtTheEndWithTheRootsRotation) {
+    const Matrix4 global = At(effector);
+    EXPECT_NEAR(global[3][0], 4.0, kExact);
+    EXPECT_NEAR(global[3][1], 14.0, kExact);
+    EXPECT_NEAR(global[3][2], 12.0, kExact);
     for (const wchar_t* name : {L"rotx", L"roty", L"rotz"})
         EXPECT_EQ(Get(effector, name), 0.0) << "exactly";
     ExpectRotationOf(chain);
     ExpectAtTheEnd();
 }
 
-TEST_F(Effectors, LeaveWhatHangsUnderThemUnturned) {
+TEST_F(Effectors, DoNotRotateTheObjectsUnderThem) {
     EXPECT_LT(Distance(WithoutOrigin(At(tip)), WithoutOrigin(At(hips))), kExact);
 }
 
-TEST_F(Effectors, TurnWithTheLastBone) {
+TEST_F(Effectors, RotateWithTheLastBone) {
     for (const wchar_t* name : {L"rotx", L"roty", L"rotz"}) {
         const auto angle = RecordOf(effector).chainRoot->chainData->effectorAngle;
         ASSERT_TRUE(Put(second, name, 77).Succeeded());
@@ -92,14 +92,14 @@ TEST_F(Effectors, TurnWithTheLastBone) {
     }
 }
 
-TEST_F(Effectors, CarryWhatHangsUnderThem) {
+TEST_F(Effectors, MoveTheObjectsUnderThem) {
     const Matrix4 seen = OfLocal(RecordOf(tip).local);
     Put(second, L"roty", 25);
     Put(BoneOf(chain, 0), L"rotz", 10);
     EXPECT_LT(Distance(At(tip), seen * ByTheBone()), kExact);
 }
 
-TEST_F(Effectors, GoWithTheChain) {
+TEST_F(Effectors, MoveWithTheChain) {
     const auto local = RecordOf(effector).local;
     Put(hips, L"roty", 20);
     Put(chain, L"rotx", 45);
@@ -115,12 +115,12 @@ TEST_F(Effectors, FollowEveryLength) {
         EXPECT_EQ(Get(second, L"length"), length);
         ExpectAtTheEnd();
         ASSERT_TRUE(Put(BoneOf(chain, 0), L"length", -2 * length).Succeeded());
-        EXPECT_EQ(RecordOf(second).local[0], -2 * length) << "the next bone stands at its end";
+        EXPECT_EQ(RecordOf(second).local[0], -2 * length) << "the next bone begins at its end";
         ExpectAtTheEnd();
     }
 }
 
-TEST_F(Effectors, TakeTheRootsOrientationWheneverABoneIsAdded) {
+TEST_F(Effectors, GetTheRootsOrientationWheneverABoneIsAdded) {
     Put(second, L"rotx", 70);
     Put(chain, L"roty", 15);
     const Zelk::ChainBone third = AddBone(chain, {0, 1, 2});
@@ -178,7 +178,7 @@ TEST_F(Effectors, StayAtTheEndWhenTheirParentMovesAway) {
     EXPECT_LT(Get(effector, L"posx"), -50.0);
 }
 
-TEST_F(Effectors, GoToTheNewEndWhoeverTheirParentIs) {
+TEST_F(Effectors, MoveToTheNewEndUnderAnyParent) {
     const Zelk::Null far = AddNull(model, L"Far");
     Place(far, 5, 5, 5);
     for (const Zelk3DObject& parent : {Zelk3DObject(second.GetRef()), Zelk3DObject(far.GetRef())}) {
@@ -190,7 +190,7 @@ TEST_F(Effectors, GoToTheNewEndWhoeverTheirParentIs) {
     }
 }
 
-TEST_F(Effectors, StayWhereTheyAreWhenTheirChainGoes) {
+TEST_F(Effectors, KeepTheirTransformWhenTheirChainIsDeleted) {
     Move(AddNull(model, L"Far"));
     const Matrix4 before = At(effector);
     ASSERT_EQ(Delete(L"Skel.Root"), Zelk::status::kOk);
@@ -198,13 +198,13 @@ TEST_F(Effectors, StayWhereTheyAreWhenTheirChainGoes) {
     EXPECT_FALSE(second.IsValid());
     EXPECT_LT(Distance(At(effector), before), kExact);
     EXPECT_FALSE(effector.GetEffector().IsValid()) << "it belongs to no chain";
-    EXPECT_TRUE(Place(effector, 1, 2, 3).Succeeded()) << "and nothing works it out any more";
+    EXPECT_TRUE(Place(effector, 1, 2, 3).Succeeded()) << "so its transform can be set";
     EXPECT_THAT(RecordOf(effector).local, ElementsAre(1, 2, 3, 0, 0, 0));
     EXPECT_EQ(Delete(L"Skel.Far"), Zelk::status::kOk);
     EXPECT_FALSE(effector.IsValid());
 }
 
-TEST_F(Effectors, GoBackWhenBonesGo) {
+TEST_F(Effectors, MoveBackWhenBonesAreDeleted) {
     second.PutName(L"Second");
     AddBone(chain, {0, 0, 0});
     ASSERT_EQ(Delete(L"Skel.Second"), Zelk::status::kOk);

@@ -1,4 +1,4 @@
-// Handles of nothing, of what is gone and of something else are legal everywhere.
+// Empty handles, handles of deleted objects and handles of another kind can be used everywhere.
 #include <gtest/gtest.h>
 
 #include "tests/headless/operation_calls.h"
@@ -11,8 +11,8 @@ namespace {
 using EmptyHandles = HostScene;
 
 void ExpectNothing(Handles handles, const char* what) {
-    Handles standing;
-    standing.Make();
+    Handles valid;
+    valid.Make();
     const std::wstring scene = SceneText();
     for (const OperationCall& row : OperationCallsOfAllKinds()) {
         if (row.needsNoHandle) continue;
@@ -60,7 +60,7 @@ TEST_F(EmptyHandles, AreLikeHandlesOfWhatIsDeleted) {
     Handles handles;
     handles.Make();
     Delete(L"Skel");
-    handles.toolkit.ResetObject();  // which is no object of the scene
+    handles.toolkit.ResetObject();  // the toolkit is no object of the scene, so it stays valid
     handles.bar.ResetObject();
     ExpectNothing(handles, "what is deleted");
 }
@@ -74,36 +74,35 @@ TEST_F(EmptyHandles, AreLikeHandlesFromAnEarlierSession) {
     ExpectNothing(handles, "what an earlier session had");
 }
 
-TEST_F(EmptyHandles, AreLikeReferencesToWhatNeverWas) {
-    Handles standing;
-    standing.Make();
-    const std::uint32_t object = standing.null.GetRef().Object();
+TEST_F(EmptyHandles, AreLikeReferencesToNothing) {
+    Handles valid;
+    valid.Make();
+    const std::uint32_t object = valid.null.GetRef().Object();
     for (const Zelk::CRef& ref :
          {Zelk::CRef(0, 1), Zelk::CRef(1u << 30, 0), Zelk::CRef(object, 10), Zelk::CRef(object, 9),
-          Zelk::CRef(object, 0xFFFFFFFF), Zelk::CRef(standing.action.GetRef().Object(), 4),
-          Zelk::CRef(standing.property.GetRef().Object(), 3),
-          Zelk::CRef(standing.group.GetRef().Object(), 1), Zelk::CRef(0xFFFFFFFF, 1)}) {
+          Zelk::CRef(object, 0xFFFFFFFF), Zelk::CRef(valid.action.GetRef().Object(), 4),
+          Zelk::CRef(valid.property.GetRef().Object(), 3),
+          Zelk::CRef(valid.group.GetRef().Object(), 1), Zelk::CRef(0xFFFFFFFF, 1)}) {
         EXPECT_FALSE(Zelk::CBase(ref).IsValid()) << ref.Object() << ' ' << ref.Part();
         headless::Session::Current().Reset();
         ExpectNothing(AllOf(Zelk::CRef(ref.Object() == object ? 0 : ref.Object(), ref.Part())),
                       "what never was");
-        standing = Handles();
-        standing.Make();
+        valid = Handles();
+        valid.Make();
     }
 }
 
 // A handle of the wrong kind, as a careless cast makes one, must do no harm.
 TEST_F(EmptyHandles, OfAnotherKindDoNoHarm) {
-    Handles standing;
-    standing.Make();
+    Handles valid;
+    valid.Make();
     for (const Zelk::CBase& wrong :
-         {Zelk::CBase(standing.model), Zelk::CBase(standing.null), Zelk::CBase(standing.chain),
-          Zelk::CBase(standing.bone), Zelk::CBase(standing.chain.GetEffector()),
-          Zelk::CBase(standing.kinematics), Zelk::CBase(standing.local),
-          Zelk::CBase(standing.position), Zelk::CBase(standing.property),
-          Zelk::CBase(standing.curveParameter), Zelk::CBase(standing.curve),
-          Zelk::CBase(standing.action), Zelk::CBase(standing.group), Zelk::CBase(SceneRoot()),
-          Zelk::CBase(standing.toolkit), Zelk::CBase(standing.bar)}) {
+         {Zelk::CBase(valid.model), Zelk::CBase(valid.null), Zelk::CBase(valid.chain),
+          Zelk::CBase(valid.bone), Zelk::CBase(valid.chain.GetEffector()),
+          Zelk::CBase(valid.kinematics), Zelk::CBase(valid.local), Zelk::CBase(valid.position),
+          Zelk::CBase(valid.property), Zelk::CBase(valid.curveParameter), Zelk::CBase(valid.curve),
+          Zelk::CBase(valid.action), Zelk::CBase(valid.group), Zelk::CBase(SceneRoot()),
+          Zelk::CBase(valid.toolkit), Zelk::CBase(valid.bar)}) {
         Handles handles = AllOf(wrong.GetRef());
         for (const OperationCall& row : OperationCallsOfAllKinds())
             row.call(handles);

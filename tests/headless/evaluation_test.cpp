@@ -18,7 +18,7 @@ namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-// Rounding of some tens of products of numbers up to 100.
+// The rounding error of some tens of products of numbers up to 100.
 constexpr double kExact = 1e-12;
 
 class Evaluation : public HostScene {
@@ -36,7 +36,7 @@ class Evaluation : public HostScene {
         evaluator.Evaluate(frame, globals);
         return globals;
     }
-    // Where "Hips" is, which is the second object.
+    // The global x of "Hips", which is the second object.
     double HipsX(const std::vector<Item>& items, double frame) {
         return At(AddAction(model, L"Walk", items), frame).at(1).origin[0];
     }
@@ -48,15 +48,15 @@ class Evaluation : public HostScene {
         for (const double frame : {-5.0, 1.0, 1.5, 2.0, 3.75, 4.0, 99.0}) {
             evaluator.Evaluate(frame, globals);
             evaluator.EvaluateLocal(frame, locals);
-            for (std::size_t place = 0; place < globals.size(); ++place) {
-                const headless::Object& object = *evaluator.Objects()[place];
+            for (std::size_t index = 0; index < globals.size(); ++index) {
+                const headless::Object& object = *evaluator.Objects()[index];
                 const Matrix4 expected = walk.Global(object, frame);
-                EXPECT_LT(Distance(OfTransform(globals[place]), expected), bound)
+                EXPECT_LT(Distance(OfTransform(globals[index]), expected), bound)
                     << Wide(object.name).c_str() << " in frame " << frame;
-                if (place == 0) continue;
+                if (index == 0) continue;
                 const Matrix4 parent =
-                    walk.Global(*evaluator.Objects()[evaluator.Parents()[place]], frame);
-                EXPECT_LT(Distance(OfTransform(locals[place]) * parent, expected), bound);
+                    walk.Global(*evaluator.Objects()[evaluator.Parents()[index]], frame);
+                EXPECT_LT(Distance(OfTransform(locals[index]) * parent, expected), bound);
             }
         }
     }
@@ -104,14 +104,14 @@ TEST_F(Evaluation, ReadsKeysInTimeOrder) {
             << row.name;
 }
 
-TEST_F(Evaluation, LeavesWhatHasNoCurve) {
+TEST_F(Evaluation, LeavesChannelsWithoutACurve) {
     const Transform at =
         At(AddAction(model, L"Walk", {{L"Hips.kine.local.posx", {1, 2}, {10, 20}}}), 1.0)[1];
     EXPECT_THAT(at.origin, ElementsAre(10, 2, 3));
     EXPECT_EQ(Get(hips, L"posx"), 1.0) << "the scene stays as it is";
 }
 
-TEST_F(Evaluation, TakesTheLastItemOfAChannel) {
+TEST_F(Evaluation, UsesTheLastItemOfAChannel) {
     const Item first = {L"Hips.kine.local.posx", {1}, {10}};
     const Item second = {L"Hips.kine.local.posx", {1}, {20}};
     const Item still = {L"Hips.kine.local.posx", {}, {30}};
@@ -120,7 +120,7 @@ TEST_F(Evaluation, TakesTheLastItemOfAChannel) {
     EXPECT_EQ(HipsX({still, first}, 1), 10);
 }
 
-TEST_F(Evaluation, PassesOverWhatDrivesNothing) {
+TEST_F(Evaluation, SkipsItemsThatDriveNothing) {
     Zelk::ActionSource motion = AddAction(model, L"Walk",
                                           {{L"Nobody.kine.local.posx", {1}, {10}},
                                            {L"Hips.bone.length", {1}, {10}},
@@ -139,14 +139,14 @@ TEST_F(Evaluation, MovesTheModelItself) {
     EXPECT_THAT(at[1].origin, ElementsAre(11, 7, 3));
 }
 
-TEST_F(Evaluation, StartsFromWhatTheModelHangsUnder) {
+TEST_F(Evaluation, StartsFromTheModelsParent) {
     const Zelk::Null stage = AddNull(SceneRoot(), L"Stage");
     Place(stage, 0, 0, 100);
     Put(stage, L"roty", 90);
     ASSERT_TRUE(Zelk::Null(stage).AddChild(Refs({model})).Succeeded());
     Zelk::ActionSource motion = model.AddActionSource(L"Walk");
     const Transform at = At(motion, 1)[1];
-    EXPECT_LT(Distance(OfTransform(at), Standing(RecordOf(hips))), kExact);
+    EXPECT_LT(Distance(OfTransform(at), GlobalOf(RecordOf(hips))), kExact);
     EXPECT_NEAR(at.origin[2], 99.0, kExact);
 }
 
@@ -154,7 +154,7 @@ TEST_F(Evaluation, GivesParentsBeforeChildren) {
     const Zelk::ChainRoot chain = AddChain(hips, {}, {1, 0, 0});
     const Zelk::ChainBone second = AddBone(chain, {2, 0, 0});
     ASSERT_TRUE(hips.AddChild(Refs({chain.GetEffector()})).Succeeded());
-    // Now the effector stands before its chain's last bone in the tree, with something below it.
+    // Now the effector is before its chain's last bone in the tree, and has an object under it.
     ASSERT_TRUE(hips.AddChild(Refs({chain})).Succeeded());
     AddNull(chain.GetEffector(), L"Tip");
     AddNull(second, L"Ring");
@@ -163,9 +163,9 @@ TEST_F(Evaluation, GivesParentsBeforeChildren) {
     ASSERT_EQ(objects.size(), Scene().Objects().size());
     EXPECT_EQ(objects[0], &RecordOf(model));
     EXPECT_EQ(evaluator.Parents()[0], 0u);
-    for (std::size_t place = 1; place < objects.size(); ++place) {
-        EXPECT_LT(evaluator.Parents()[place], place);
-        EXPECT_EQ(objects[evaluator.Parents()[place]], objects[place]->parent);
+    for (std::size_t index = 1; index < objects.size(); ++index) {
+        EXPECT_LT(evaluator.Parents()[index], index);
+        EXPECT_EQ(objects[evaluator.Parents()[index]], objects[index]->parent);
     }
 }
 
@@ -230,7 +230,7 @@ TEST_F(ChainEvaluation, AgreesWithAWalkOfMatrices) {
     ExpectLikeTheWalk(Motion(), kExact);
 }
 
-TEST_F(ChainEvaluation, AgreesWhereverTheEffectorHangs) {
+TEST_F(ChainEvaluation, AgreesUnderAnyParentOfTheEffector) {
     const Zelk::Null far = AddNull(model, L"Far");
     Put(far, L"rotx", 20);
     for (Zelk3DObject parent :
@@ -241,22 +241,22 @@ TEST_F(ChainEvaluation, AgreesWhereverTheEffectorHangs) {
     }
 }
 
-TEST_F(ChainEvaluation, TakesAFirstBonesPositionForTheRootsPlace) {
+TEST_F(ChainEvaluation, AppliesAFirstBonesPositionToTheRoot) {
     const Zelk::ActionSource motion =
         AddAction(model, L"Walk",
                   {{L"Arm.kine.local.posx", {1, 2}, {10, 20}}, {L"Arm.kine.local.posz", {}, {7}}});
     const MotionEvaluator evaluator(Scene(), RecordOf(model), &RecordOf(motion));
     std::vector<Transform> locals(evaluator.Objects().size());
     evaluator.EvaluateLocal(1.5, locals);
-    const auto place =
+    const auto index =
         std::find(evaluator.Objects().begin(), evaluator.Objects().end(), &RecordOf(chain)) -
         evaluator.Objects().begin();
-    EXPECT_THAT(locals[static_cast<std::size_t>(place)].origin,
+    EXPECT_THAT(locals[static_cast<std::size_t>(index)].origin,
                 ElementsAre(15, RecordOf(chain).local[1], 7));
-    EXPECT_THAT(locals[static_cast<std::size_t>(place) + 1].origin, ElementsAre(0, 0, 0));
+    EXPECT_THAT(locals[static_cast<std::size_t>(index) + 1].origin, ElementsAre(0, 0, 0));
 }
 
-TEST_F(ChainEvaluation, LeavesOtherPlacesToTheChain) {
+TEST_F(ChainEvaluation, IgnoresWhatTheChainComputes) {
     const Zelk::ActionSource still = AddAction(model, L"Still", {});
     const Zelk::ActionSource motion = AddAction(model, L"Walk",
                                                 {{L"Hand.kine.local.posx", {1}, {10}},
@@ -264,11 +264,11 @@ TEST_F(ChainEvaluation, LeavesOtherPlacesToTheChain) {
                                                  {L"Eff.kine.local.rotx", {1}, {10}}});
     const auto expected = At(still, 1);
     const auto given = At(motion, 1);
-    for (std::size_t place = 0; place < given.size(); ++place)
-        EXPECT_EQ(Distance(OfTransform(given[place]), OfTransform(expected[place])), 0.0);
+    for (std::size_t index = 0; index < given.size(); ++index)
+        EXPECT_EQ(Distance(OfTransform(given[index]), OfTransform(expected[index])), 0.0);
 }
 
-TEST_F(ChainEvaluation, AppliesABasePoseLikeTheFrameOfOne) {
+TEST_F(ChainEvaluation, AgreesWithAnAppliedBasePose) {
     const Zelk::ActionSource pose = AddAction(model, L"Pose",
                                               {{L"Arm.kine.local.posx", {}, {7}},
                                                {L"Arm.kine.local.rotz", {}, {20}},
@@ -279,8 +279,8 @@ TEST_F(ChainEvaluation, AppliesABasePoseLikeTheFrameOfOne) {
     const auto expected = At(pose, 1);
     ASSERT_EQ(Apply(pose, model), Zelk::status::kOk);
     const MotionEvaluator evaluator(Scene(), RecordOf(model), nullptr);
-    for (std::size_t place = 0; place < expected.size(); ++place)
-        EXPECT_LT(Distance(OfTransform(expected[place]), Standing(*evaluator.Objects()[place])),
+    for (std::size_t index = 0; index < expected.size(); ++index)
+        EXPECT_LT(Distance(OfTransform(expected[index]), GlobalOf(*evaluator.Objects()[index])),
                   kExact);
     EXPECT_EQ(Get(chain, L"posx"), 7.0);
     EXPECT_EQ(Get(BoneOf(chain, 0), L"posx"), 0.0);

@@ -54,7 +54,7 @@ TEST_F(Faults, HitTheCallTheyWereSetFor) {
     EXPECT_EQ(headless::OperationCalls("AddNull"), 5u);
 }
 
-TEST_F(Faults, ReplaceEachOtherAndCanBeTakenBack) {
+TEST_F(Faults, ReplaceEachOtherAndCanBeRemoved) {
     const Zelk::Model model = AddModel(L"Skel");
     headless::FailOperation("AddNull", 1);
     headless::FailOperation("AddNull", 2);

@@ -1,4 +1,4 @@
-// Full names, parents and models: where things say they stand.
+// The full names, the parents and the models of objects.
 #include <gtest/gtest.h>
 
 #include "tests/headless/host_scene.h"

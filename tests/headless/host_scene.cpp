@@ -72,9 +72,9 @@ Zelk::CStatus Put(const Zelk3DObject& object, const wchar_t* channel, double val
 }
 
 Zelk::CStatus Place(const Zelk3DObject& object, double x, double y, double z) {
-    Zelk::MATH::CTransformation place;
-    place.SetTranslationFromValues(x, y, z);
-    return object.GetKinematics().GetLocal().PutTransform(place, Zelk::kCurrentTime);
+    Zelk::MATH::CTransformation transform;
+    transform.SetTranslationFromValues(x, y, z);
+    return object.GetKinematics().GetLocal().PutTransform(transform, Zelk::kCurrentTime);
 }
 
 Scratch AddScratch(Zelk::SceneItem owner) {

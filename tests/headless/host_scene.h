@@ -1,4 +1,4 @@
-// A scene made through the host's surface, as a plug-in makes one.
+// Makes a scene through the functions of host/, as a plug-in does.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ inline std::wstring NameOf(const ZKObject& object) {
 inline std::wstring FullNameOf(const ZKObject& object) {
     return Wide(object.GetFullName());
 }
-// The record of what the handle refers to; the handle must be valid.
+// The record that the handle refers to. The handle must be valid.
 inline const headless::Object& RecordOf(const Zelk::CBase& handle) {
     return *Scene().FindObject(handle.GetRef().Object());
 }
@@ -38,7 +38,7 @@ inline const headless::ActionSource& RecordOf(const Zelk::ActionSource& action) 
 }
 
 Zelk::CRefArray Refs(std::initializer_list<Zelk::CBase> handles);
-// What was asked for and given back; empty where the host refused.
+// Each function below returns the handle of what it added, or an empty one if the host refused.
 Zelk::Model SceneRoot();
 Zelk::Model AddModel(const wchar_t* name, Zelk3DObject parent = SceneRoot(),
                      const Zelk::CRefArray& objects = {});
@@ -53,11 +53,11 @@ Zelk::Group AddGroup(Zelk::Model model, const wchar_t* name, const Zelk::CRefArr
 Zelk::CustomProperty AddProperty(Zelk::SceneItem owner, const wchar_t* name);
 
 double Get(const Zelk3DObject& object, const wchar_t* channel);
-// Local state channels and "length".
+// `channel` is a channel of the local transform, or "length".
 Zelk::CStatus Put(const Zelk3DObject& object, const wchar_t* channel, double value);
 Zelk::CStatus Place(const Zelk3DObject& object, double x, double y, double z);
 
-// A curve on a property of its own, which is called "Scratch".
+// A curve on a new property, which is called "Scratch".
 struct Scratch {
     Zelk::CustomProperty property;
     Zelk::Parameter parameter;
@@ -67,17 +67,18 @@ Scratch AddScratch(Zelk::SceneItem owner);
 Zelk::CStatus SetKeys(Zelk::FCurve curve, const std::vector<double>& times,
                       const std::vector<double>& values, bool keepExisting = false);
 
-// An action of these curves and static values, made with a scratch curve that is gone afterwards.
+// An action of these curves and static values. It is made with a scratch curve, which is deleted
+// afterwards.
 struct Item {
     const wchar_t* target;
     std::vector<double> times;   // empty: a static value
-    std::vector<double> values;  // of a static value, that one
+    std::vector<double> values;  // for a static value, only that value
     bool isActive = true;
 };
 Zelk::ActionSource AddAction(Zelk::Model model, const wchar_t* name,
                              const std::vector<Item>& items);
 
-// The status of the command; nothing else comes of it.
+// Runs the command and returns its status.
 std::int32_t Command(const wchar_t* command, const std::vector<Zelk::CValue>& arguments);
 inline std::int32_t Delete(const wchar_t* name) {
     return Command(L"DeleteObj", {Zelk::CString(name)});

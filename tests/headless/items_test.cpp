@@ -25,7 +25,7 @@ class Items : public HostScene {
 
 static_assert(sizeof(headless::ActionItem) <= 24, "large skeletons have millions of them");
 
-TEST_F(Items, StandInTheOrderTheyWereAdded) {
+TEST_F(Items, AreInTheOrderTheyWereAdded) {
     const Scratch scratch = AddScratch(hips);
     action.AddSourceItem(L"Hips.kine.local.posx", 1.5, true);
     action.AddSourceItem(L"Hips.kine.local.rotx", scratch.curve.GetRef(), false);

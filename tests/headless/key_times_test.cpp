@@ -21,8 +21,8 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 struct Row {
     std::string name;
     std::vector<Item> items;
-    std::vector<double> times;  // what KeyTimes says
-    double seconds;             // what SecondsPerFrame says where the motion ends after 2 seconds
+    std::vector<double> times;  // the result of KeyTimes
+    double seconds;             // the result of SecondsPerFrame if AnimEnd is 2 seconds
 };
 
 std::ostream& operator<<(std::ostream& out, const Row& row) {

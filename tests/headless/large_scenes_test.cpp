@@ -1,4 +1,5 @@
-// Scenes of a hundred thousand objects: a cost that grows with the square would take minutes.
+// Scenes of a hundred thousand objects. If the time grew with the square of that, it would be
+// minutes.
 #include <gtest/gtest.h>
 
 #include "headless/evaluation.h"
@@ -71,8 +72,8 @@ TEST_F(LargeScenes, HoldAChainOfManyBones) {
         bone = AddBone(chain, {number % 2 == 0 ? 1.0 : 0.0, number % 3 == 0 ? 1.0 : 0.0,
                                static_cast<double>(number)});
     EXPECT_EQ(chain.GetBones().GetCount(), kMany);
-    // Every bone's error leans on those of the bones before it.
-    const Matrix4 end = Standing(RecordOf(chain.GetEffector()));
+    // The rounding errors of all bones before it add up in each bone.
+    const Matrix4 end = GlobalOf(RecordOf(chain.GetEffector()));
     EXPECT_NEAR(end[3][2], kMany - 1.0, 1e-12);
     const headless::MotionEvaluator evaluator(Scene(), RecordOf(model), nullptr);
     std::vector<headless::Transform> globals(evaluator.Objects().size());
@@ -95,7 +96,7 @@ TEST_F(LargeScenes, HoldManyChains) {
         chain.GetEffector().PutName(L"ArmEff");
         if (number % 2 == 0) parent = AddNull(chain.GetEffector(), L"Joint");
     }
-    EXPECT_NEAR(Standing(RecordOf(parent))[3][0], 1.0, 1e-6);
+    EXPECT_NEAR(GlobalOf(RecordOf(parent))[3][0], 1.0, 1e-6);
     ExpectNothingLeft();
 }
 

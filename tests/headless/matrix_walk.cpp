@@ -12,7 +12,8 @@ using headless::ObjectType;
 
 namespace {
 
-// Linear between the keys around `frame`, held outside all of them; the last of equal times counts.
+// Linear between the keys around `frame`, and constant outside all keys. The last of equal times
+// counts.
 double ValueOf(const headless::Keys& keys, double frame) {
     constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
     const std::vector<double>& times = *keys.times;
@@ -52,7 +53,7 @@ Matrix4 OfTransform(const headless::Transform& transform) {
     return matrix;
 }
 
-Matrix4 Standing(const Object& object) {
+Matrix4 GlobalOf(const Object& object) {
     Matrix4 global = support::kIdentity4;
     for (const Object* step = &object; step != nullptr; step = step->parent)
         global = global * OfLocal(step->local);
@@ -75,7 +76,7 @@ double MatrixWalk::Value(const Object& object, Channel channel, double frame) co
 
 Matrix4 MatrixWalk::Around(const Object& object, double frame) const {
     if (object.parent != nullptr && &object != &model_) return Global(*object.parent, frame);
-    return object.parent == nullptr ? support::kIdentity4 : Standing(*object.parent);
+    return object.parent == nullptr ? support::kIdentity4 : GlobalOf(*object.parent);
 }
 
 Matrix4 MatrixWalk::Global(const Object& object, double frame) const {
@@ -96,7 +97,7 @@ Matrix4 MatrixWalk::Global(const Object& object, double frame) const {
         local[1] = local[2] = 0.0;
     }
     if (object.type == ObjectType::ChainRoot) {
-        // The first bone's curves are the root's; what has none stays.
+        // Curves for the position of the first bone move the root.
         const Object& first = *object.chainData->bones.front();
         for (std::size_t channel = 0; channel < 3; ++channel)
             if (items_.count(Wide(first.name) + kPaths[channel]) != 0)

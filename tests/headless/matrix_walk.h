@@ -1,5 +1,5 @@
-// Where things stand, worked out once more from the records and by other means than the host's: 4x4
-// matrices for row vectors, plain sines, every frame on its own, up from each object.
+// Computes the transforms of objects from the records in another way than the host does: with 4x4
+// matrices for row vectors and plain sines, for each frame and each object anew, up its parents.
 #pragma once
 
 #include <array>
@@ -14,21 +14,23 @@ namespace host_test {
 
 using support::Matrix4;
 
-// x turns first, then y, then z, then the translation.
+// x rotates first, then y, then z; the translation comes last.
 Matrix4 OfLocal(const std::array<double, 6>& local);
 Matrix4 OfTransform(const headless::Transform& transform);
 
-// Up the parents by the local states alone, effectors like everything else.
-Matrix4 Standing(const headless::Object& object);
+// The object's present global transform: the product of the local transforms up its parents. An
+// effector is treated like any other object.
+Matrix4 GlobalOf(const headless::Object& object);
 
-// At a frame of a motion. Chains below the model only, not too deep.
+// Computes global transforms at a frame of a motion. All chains must be under the model. It is
+// recursive, so the scene must not be too deep.
 class MatrixWalk {
   public:
     MatrixWalk(const headless::Object& model, const headless::ActionSource& motion);
     Matrix4 Global(const headless::Object& object, double frame) const;
 
   private:
-    // Of the channel of the object that goes by that name, or else what stands.
+    // The value that the motion gives the channel, or else its present value.
     double Value(const headless::Object& object, headless::Channel channel, double frame) const;
     Matrix4 Around(const headless::Object& object, double frame) const;
 

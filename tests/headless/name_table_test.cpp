@@ -13,7 +13,7 @@ std::wstring Wide(const Zelk::CString& text) {
     return {text.GetWideString(), text.Length()};
 }
 
-// A name that is asked for and what is given; without the second, a name that is freed.
+// Reserves `name` and gets `given`. If `given` is null, `name` is freed.
 struct Step {
     const wchar_t* name;
     const wchar_t* given = nullptr;
@@ -31,7 +31,7 @@ std::ostream& operator<<(std::ostream& out, const Story& story) {
 const Story kStories[] = {
     {"KeepsAFreeName", {{L"Hand", L"Hand"}, {L"Foot", L"Foot"}}},
     {"AppendsTheSmallestNumber", {{L"Hand", L"Hand"}, {L"Hand", L"Hand1"}, {L"Hand", L"Hand2"}}},
-    {"PassesOverNumbersThatAreTaken",
+    {"SkipsNumbersInUse",
      {{L"Hand", L"Hand"},
       {L"Hand1", L"Hand1"},
       {L"Hand3", L"Hand3"},

@@ -41,7 +41,7 @@ TEST_F(Names, OfModelsAreUniqueInTheScene) {
     EXPECT_EQ(NameOf(AddNull(SceneRoot(), L"Skel")), L"Skel4");
 }
 
-TEST_F(Names, OfModelsGiveWayToTheObjectsAroundThem) {
+TEST_F(Names, OfModelsDifferFromTheObjectsAroundThem) {
     const Zelk::Model outer = AddModel(L"Outer");
     AddNull(outer, L"Inner");
     AddNull(outer, L"Inner1");
@@ -51,10 +51,10 @@ TEST_F(Names, OfModelsGiveWayToTheObjectsAroundThem) {
     EXPECT_EQ(NameOf(AddNull(outer, L"Inner2")), L"Inner21");
 }
 
-TEST_F(Names, OfObjectsThatANewModelTakesInGiveWayToItsOwn) {
+TEST_F(Names, OfObjectsInANewModelDifferFromItsOwn) {
     const Zelk::Null skel = AddNull(SceneRoot(), L"Hips");
     const Zelk::Model model = AddModel(L"Hips", SceneRoot(), Refs({skel}));
-    EXPECT_EQ(NameOf(model), L"Hips1") << "the object stood in the scene when the model was named";
+    EXPECT_EQ(NameOf(model), L"Hips1") << "the object was in the scene when the model was named";
     EXPECT_EQ(NameOf(skel), L"Hips");
     EXPECT_EQ(NameOf(AddNull(model, L"Hips1")), L"Hips11");
 }
@@ -85,7 +85,7 @@ TEST_F(Names, OfClipsAreThoseOfTheirMotions) {
     EXPECT_EQ(clips[1].source, motion.GetRef().Object());
 }
 
-TEST_F(Names, AreMissingFromWhatAChainMakesByItself) {
+TEST_F(Names, AreMissingFromTheFirstBoneAndTheEffector) {
     const Zelk::Model model = AddModel(L"Skel");
     Zelk::ChainRoot chain = AddChain(model, {}, {1, 0, 0}, L"ArmRoot");
     Zelk::ChainBone bone = BoneOf(chain, 0);
@@ -111,7 +111,7 @@ TEST_F(Names, StayMissingWhenAChainMovesToAnotherModel) {
     EXPECT_EQ(FullNameOf(chain), L"B.Root");
 }
 
-TEST_F(Names, AreThoseOfTheirKindWithoutAWish) {
+TEST_F(Names, HaveADefaultForEachType) {
     const Zelk::Model model = AddModel(L"");
     EXPECT_EQ(NameOf(model), L"Model");
     EXPECT_EQ(NameOf(AddNull(model, L"")), L"Null");
@@ -210,7 +210,7 @@ TEST_F(Names, OfParametersAndTheSceneRootStay) {
     EXPECT_EQ(NameOf(root), L"Scene_Root");
 }
 
-TEST_F(Names, AreTakenAnewInAnotherModel) {
+TEST_F(Names, AreReservedAnewInAnotherModel) {
     const Zelk::Model first = AddModel(L"A");
     Zelk::Model second = AddModel(L"B");
     const Zelk::Null arm = AddNull(first, L"Arm");
@@ -226,7 +226,7 @@ TEST_F(Names, AreTakenAnewInAnotherModel) {
         EXPECT_EQ(NameOf(AddNull(first, name)), name) << "the old ones are free";
 }
 
-TEST_F(Names, OfWhatMovesTogetherDoNotStandInEachOthersWay) {
+TEST_F(Names, OfObjectsThatMoveTogetherDoNotCollide) {
     const Zelk::Model first = AddModel(L"A");
     Zelk::Model second = AddModel(L"B");
     const Zelk::Null hand = AddNull(first, L"Hand");
@@ -236,7 +236,7 @@ TEST_F(Names, OfWhatMovesTogetherDoNotStandInEachOthersWay) {
     EXPECT_EQ(NameOf(numbered), L"Hand1");
 }
 
-TEST_F(Names, OfAModelThatMovesStayWhereNothingIsInTheirWay) {
+TEST_F(Names, OfAModelThatMovesStayIfTheyAreFree) {
     const Zelk::Model outer = AddModel(L"Outer");
     const Zelk::Model inner = AddModel(L"Inner");
     const Zelk::Null hips = AddNull(inner, L"Hips");

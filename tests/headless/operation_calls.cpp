@@ -4,7 +4,7 @@ namespace host_test {
 
 namespace {
 
-// Whether the bar has told the session anything.
+// Whether the session has recorded an event of the bar.
 template <class Put>
 bool Shows(Put put) {
     const std::size_t before = headless::Session::Current().Bar().size();
@@ -135,9 +135,9 @@ const std::vector<OperationCall>& OperationCallsOfAllKinds() {
          }},
         {"PutTransform",
          [](Handles& on) {
-             Zelk::MATH::CTransformation place;
-             place.SetTranslationFromValues(1, 2, 3);
-             return on.local.PutTransform(place, 0).Succeeded();
+             Zelk::MATH::CTransformation transform;
+             transform.SetTranslationFromValues(1, 2, 3);
+             return on.local.PutTransform(transform, 0).Succeeded();
          }},
         {"GetLocal", [](Handles& on) { return on.kinematics.GetLocal().IsValid(); }},
         {"GetKinematics", [](Handles& on) { return on.bone.GetKinematics().IsValid(); }},

@@ -1,4 +1,4 @@
-// Each operation of the host, called once in a scene that is made for it.
+// Calls each operation of the host once, in a scene that is made for it.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,7 @@
 
 namespace host_test {
 
-// A handle of each kind. Empty ones until Make was called.
+// A handle of each kind. They are empty until Make was called.
 struct Handles {
     Zelk::Model model;
     Zelk::Null null;
@@ -32,10 +32,9 @@ struct Handles {
 
 struct OperationCall {
     std::string_view operation;
-    // Whether it did something or gave something.
+    // Returns whether the call changed something or returned something.
     std::function<bool(Handles&)> call;
-    // Does the same on an empty handle as on a full one: it needs none.
-    bool needsNoHandle = false;
+    bool needsNoHandle = false;  // it does the same with an empty handle
 };
 
 const std::vector<OperationCall>& OperationCallsOfAllKinds();

@@ -90,7 +90,7 @@ TEST_F(Parameters, OfAnActionAreItsEnd) {
               Zelk::status::kInvalidArgument);
 }
 
-TEST_F(Parameters, ThatAreUnknownOrWorkedOutAreRefused) {
+TEST_F(Parameters, ThatAreUnknownOrComputedAreRefused) {
     const std::wstring before = SceneText();
     const Zelk::ChainEffector effector = chain.GetEffector();
     for (const wchar_t* name : {L"", L"sclx", L"local", L"posx ", L"length", L"bone.length"})
@@ -105,7 +105,7 @@ TEST_F(Parameters, ThatAreUnknownOrWorkedOutAreRefused) {
     EXPECT_EQ(SceneText(), before);
 }
 
-TEST_F(Parameters, OfAPlacementAreATranslationWithoutRotation) {
+TEST_F(Parameters, OfATransformAreATranslationWithoutRotation) {
     Put(hips, L"rotx", 40.0);
     EXPECT_TRUE(Place(hips, 1.0, 2.0, 3.0).Succeeded());
     EXPECT_THAT(RecordOf(hips).local, ElementsAre(1, 2, 3, 0, 0, 0));

@@ -1,4 +1,4 @@
-// Scenes that were moved out of the session: several exist side by side, and nothing changes them.
+// Scenes that were moved out of the session: several exist at once, and nothing changes them.
 #include <atomic>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ Built Build(const wchar_t* name, double x) {
     return built;
 }
 
-// Every number and name that may be asked of a scene, in one row.
+// Every number and name that can be read from a scene, in one row.
 struct Reading {
     std::vector<double> numbers;
     std::vector<std::wstring> names;
@@ -175,7 +175,7 @@ TEST_F(Release, GivesEveryReleaseASceneOfItsOwn) {
     EXPECT_EQ(first.scene->Models()[0]->modelData->attached->name, Zelk::CString(L"Walk"));
 }
 
-TEST_F(Release, GivesNoIdOutTwice) {
+TEST_F(Release, NeverUsesAnIdAgain) {
     Session& session = Session::Current();
     Build(L"Skel", 1);
     const Recording first = session.Release();
@@ -215,7 +215,7 @@ TEST_F(Release, MakesHandlesToReleasedObjectsInvalid) {
     EXPECT_TRUE(root.IsValid()) << "the root is that of the session's scene";
     EXPECT_EQ(Read(*released.scene), before);
 
-    // A new object that is told to join what is gone.
+    // An object of the released scene cannot be moved under a new object.
     Zelk::Model model = AddModel(L"Skel");
     EXPECT_EQ(NameOf(model), L"Skel");
     EXPECT_FALSE(model.AddChild(Refs({built.hips})).Succeeded());

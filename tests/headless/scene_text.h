@@ -4,10 +4,10 @@
 
 namespace host_test {
 
-// All that stands in the scene, a line each, numbers as exact as they are kept: two equal texts are
-// two equal scenes. Without the log, the bar and the record of commands.
+// Everything in the scene, one item a line, with exact numbers: equal texts mean equal scenes. The
+// log, the bar and the record of commands are not included.
 std::wstring SceneText();
-// The log, the bar and the count of commands.
+// The log, the bar and the number of commands.
 std::wstring SessionText();
 
 }  // namespace host_test

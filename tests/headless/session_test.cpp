@@ -48,7 +48,7 @@ TEST_F(Sessions, KeepEveryLineWithItsSeverity) {
     EXPECT_EQ(log[3].severity, 4);
 }
 
-TEST_F(Sessions, HaveABarOnlyWhereSomebodySits) {
+TEST_F(Sessions, HaveABarOnlyIfInteractive) {
     std::int16_t interactive = 55;
     Zelk::AutomationApplication().GetInteractive(interactive);
     EXPECT_EQ(interactive, Zelk::kAutomationFalse);
@@ -95,7 +95,7 @@ TEST_F(Sessions, KeepEveryBarEventInOrder) {
     EXPECT_EQ(Wide(events[4].caption), L"Importing Motion...");
 }
 
-TEST_F(Sessions, PressTheCancelButtonForGood) {
+TEST_F(Sessions, KeepTheCancelButtonPressed) {
     const Zelk::ProgressBar bar = Bar();
     EXPECT_EQ(Pressed(bar), 0);
     Session::Current().PressCancel();
@@ -115,7 +115,7 @@ TEST_F(Sessions, PressTheCancelButtonAtAPoll) {
     EXPECT_EQ(Pressed(bar), 0);
 }
 
-TEST_F(Sessions, AskAtEachPollUntilTheButtonIsPressed) {
+TEST_F(Sessions, CallTheListenerAtEachPollUntilTheButtonIsPressed) {
     const Zelk::ProgressBar bar = Bar();
     int asked = 0;
     bool isCancelled = false;
@@ -141,7 +141,7 @@ TEST_F(Sessions, ReadTheButtonAsPressedWhateverTheListenerSays) {
     EXPECT_EQ(Pressed(bar), Zelk::kAutomationTrue);
 }
 
-TEST_F(Sessions, AskNobodyWithoutAListenerOrABar) {
+TEST_F(Sessions, CallNoListenerWithoutABar) {
     const Zelk::ProgressBar bar = Bar();
     Session::Current().OnCancelPoll([] { return true; });
     EXPECT_EQ(Pressed(Zelk::ProgressBar()), 99);
@@ -152,7 +152,7 @@ TEST_F(Sessions, AskNobodyWithoutAListenerOrABar) {
     EXPECT_EQ(Pressed(bar), 0);
 }
 
-TEST_F(Sessions, ReadWhatAPressedButtonIsToldToRead) {
+TEST_F(Sessions, ReadTheValueThatIsSetForAPressedButton) {
     const Zelk::ProgressBar bar = Bar();
     headless::SetPressedValue(1);
     EXPECT_EQ(Pressed(bar), 0);
@@ -160,13 +160,13 @@ TEST_F(Sessions, ReadWhatAPressedButtonIsToldToRead) {
     EXPECT_EQ(Pressed(bar), 1);
 }
 
-TEST_F(Sessions, LeaveTheFlagAloneWithoutABar) {
+TEST_F(Sessions, LeaveTheFlagUnchangedWithoutABar) {
     Session::Current().PressCancel();
     EXPECT_EQ(Pressed(Zelk::ProgressBar()), 99);
     EXPECT_EQ(headless::CancelPolls(), 0u);
 }
 
-TEST_F(Sessions, TellListenersAsItHappens) {
+TEST_F(Sessions, CallListenersAtEachEvent) {
     std::vector<std::wstring> heard;
     Session& session = Session::Current();
     session.OnLog([&](const headless::LogLine& line) {

@@ -1,4 +1,4 @@
-// Texts and values, which the host implements too.
+// Texts and values, whose functions are also implemented by the host library.
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>
@@ -82,7 +82,7 @@ TEST(CValue, GivesWhatItHoldsAndNothingElse) {
     }
 }
 
-TEST(CValue, LetsGoOfItsTextWhenItTakesSomethingElse) {
+TEST(CValue, ReleasesItsTextWhenItIsAssignedAnother) {
     CValue value{CString(L"Hips")};
     CValue copy = value;
     const CValue& same = copy;

@@ -1,4 +1,4 @@
-// Hanging objects under others.
+// Moving objects under other parents.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@ using testing::ElementsAre;
 
 namespace {
 
-using Hanging = HostScene;
+using Reparenting = HostScene;
 
 std::vector<std::wstring> ChildrenOf(const Zelk::CBase& object) {
     std::vector<std::wstring> names;
@@ -20,7 +20,7 @@ std::vector<std::wstring> ChildrenOf(const Zelk::CBase& object) {
     return names;
 }
 
-TEST_F(Hanging, KeepsTheLocalState) {
+TEST_F(Reparenting, KeepsTheLocalState) {
     const Zelk::Model model = AddModel(L"Skel");
     Zelk::Null parent = AddNull(model, L"Parent");
     const Zelk::Null null = AddNull(model, L"Null");
@@ -32,7 +32,7 @@ TEST_F(Hanging, KeepsTheLocalState) {
     EXPECT_EQ(null.GetParent().GetRef(), parent.GetRef());
 }
 
-TEST_F(Hanging, AppendsInTheGivenOrder) {
+TEST_F(Reparenting, AppendsInTheGivenOrder) {
     Zelk::Model model = AddModel(L"Skel");
     const Zelk::Null a = AddNull(model, L"a");
     const Zelk::Null b = AddNull(model, L"b");
@@ -45,7 +45,7 @@ TEST_F(Hanging, AppendsInTheGivenOrder) {
     EXPECT_THAT(ChildrenOf(a), ElementsAre(L"b", L"c"));
 }
 
-TEST_F(Hanging, GivesANewModelItsObjects) {
+TEST_F(Reparenting, GivesANewModelItsObjects) {
     const Zelk::Model old = AddModel(L"Old");
     const Zelk::Null a = AddNull(old, L"a");
     const Zelk::Null below = AddNull(a, L"below");
@@ -56,7 +56,7 @@ TEST_F(Hanging, GivesANewModelItsObjects) {
     EXPECT_EQ(FullNameOf(b), L"New.b");
 }
 
-TEST_F(Hanging, UnderTheSceneRootLeavesTheModel) {
+TEST_F(Reparenting, UnderTheSceneRootLeavesTheModel) {
     const Zelk::Null null = AddNull(AddModel(L"Skel"), L"Hips");
     ASSERT_TRUE(SceneRoot().AddChild(Refs({null})).Succeeded());
     EXPECT_EQ(FullNameOf(null), L"Hips");
@@ -64,7 +64,7 @@ TEST_F(Hanging, UnderTheSceneRootLeavesTheModel) {
     EXPECT_EQ(null.GetModel().GetRef(), SceneRoot().GetRef());
 }
 
-TEST_F(Hanging, RefusesWhatCannotHang) {
+TEST_F(Reparenting, RefusesWhatCannotMove) {
     Zelk::Model model = AddModel(L"Skel");
     Zelk::Null top = AddNull(model, L"top");
     Zelk::Null middle = AddNull(top, L"middle");
@@ -91,9 +91,9 @@ TEST_F(Hanging, RefusesWhatCannotHang) {
         {"TheFirstBone", &top, bone},
         {"AChainUnderItsBone", &second, chain},
         {"AChainUnderItsEffector", &effector, chain},
-        {"AChainUnderWhatHangsFromItsEffector", &tip, chain},
+        {"AChainUnderAChildOfItsEffector", &tip, chain},
         {"WhatHoldsTheChainUnderItsEffector", &effector, top},
-        {"AnEffectorUnderWhatHangsFromIt", &tip, effector},
+        {"AnEffectorUnderItsChild", &tip, effector},
         {"TheModelUnderItsObject", &low, model},
         {"TheSceneRoot", &top, root},
         {"AnAction", &top, action},
@@ -112,7 +112,7 @@ TEST_F(Hanging, RefusesWhatCannotHang) {
     }
 }
 
-TEST_F(Hanging, RefusesAChainUnderItsEffectorElsewhere) {
+TEST_F(Reparenting, RefusesAChainUnderItsEffectorOutsideIt) {
     const Zelk::Model model = AddModel(L"Skel");
     Zelk::Null far = AddNull(model, L"far");
     const Zelk::ChainRoot chain = AddChain(model, {}, {1, 0, 0});
@@ -124,7 +124,7 @@ TEST_F(Hanging, RefusesAChainUnderItsEffectorElsewhere) {
     EXPECT_TRUE(far.AddChild(Refs({chain})).Succeeded());
 }
 
-TEST_F(Hanging, RefusesTwoChainsUnderEachOthersEffectors) {
+TEST_F(Reparenting, RefusesTwoChainsUnderEachOthersEffectors) {
     Zelk::Model model = AddModel(L"Skel");
     const Zelk::ChainRoot first = AddChain(model, {}, {1, 0, 0}, L"first");
     const Zelk::ChainRoot second = AddChain(model, {}, {0, 1, 0}, L"second");
@@ -135,7 +135,7 @@ TEST_F(Hanging, RefusesTwoChainsUnderEachOthersEffectors) {
     EXPECT_FALSE(Zelk::Null(tip).AddChild(Refs({first})).Succeeded());
 }
 
-TEST_F(Hanging, LeavesNoTraceOfAModelThatIsRefused) {
+TEST_F(Reparenting, LeavesNoTraceOfAModelThatIsRefused) {
     const Zelk::Model model = AddModel(L"Skel");
     Zelk::Null null = AddNull(model, L"Hips");
     EXPECT_FALSE(AddModel(L"New", null, Refs({null})).IsValid());
