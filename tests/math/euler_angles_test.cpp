@@ -39,7 +39,7 @@ std::ostream& operator<<(std::ostream& out, const ArcRow& row) {
     return out << row.name;
 }
 
-// The limit between the two ways, and its neighbours.
+// The largest cosine for which acos is used, and the next double.
 const double kLimit = std::bit_cast<double>(std::uint64_t{0x3FE6A09E6B3A8B97});
 const double kAboveLimit = std::nextafter(kLimit, 1.0);
 
@@ -73,7 +73,7 @@ const ArcRow kArcRows[] = {
 
 class ArcSinCosTable : public testing::TestWithParam<ArcRow> {};
 
-TEST_P(ArcSinCosTable, TakesTheBetterConditionedOfTheTwo) {
+TEST_P(ArcSinCosTable, UsesTheBetterConditionedOfTheTwo) {
     EXPECT_EQ(arcSinCos(GetParam().sine, GetParam().cosine), GetParam().angle);
 }
 
@@ -118,9 +118,9 @@ TEST(EulerAngles, ReproduceTheMatrixOnAGrid) {
             }
 }
 
-// Near a right angle the pitch comes out of its sine with an error of an ulp over its cosine, and
-// all else is divided by that cosine: so the bound grows with its square, up to where the free
-// angle is shared.
+// Near a right angle the error of the pitch, which is computed from its sine, is about an ulp
+// divided by its cosine. The other angles are divided by that cosine, too. So the error grows with
+// the inverse square of the cosine, down to the threshold below which the free angle is shared.
 TEST(EulerAngles, ReproduceTheMatrixOfAnyAngles) {
     std::mt19937_64 random(5);
     const auto angle = [&random] {
@@ -134,7 +134,7 @@ TEST(EulerAngles, ReproduceTheMatrixOfAnyAngles) {
     }
 }
 
-TEST(EulerAngles, AtAQuarterTurnShareTheFreeAngle) {
+TEST(EulerAngles, AtGimbalLockShareTheFreeAngle) {
     for (const double x : {0.0, 0.4, -2.0}) {
         for (const double z : {0.0, 0.9, -1.5}) {
             const Angles up = AnglesOf(MatrixOf({x, math::kPi / 2, z}));
@@ -149,7 +149,7 @@ TEST(EulerAngles, AtAQuarterTurnShareTheFreeAngle) {
     }
 }
 
-// With a pitch whose cosine is beside the threshold, the free angle is shared on one side only.
+// The free angle is shared if the pitch's cosine is below the threshold, and not if it is above.
 TEST(EulerAngles, ShareTheFreeAngleWithinTheThreshold) {
     const double threshold = std::bit_cast<double>(std::uint64_t{0x3EE4F8B588E368F1});
     EXPECT_EQ(threshold, 1e-5);
@@ -171,9 +171,10 @@ TEST(EulerAngles, SurviveAMatrixThatIsNoRotation) {
 struct OrderRow {
     const char* name;
     const char* order;
-    // Which angle turns about which axis, as rows: the first acts first.
+    // The expected product: the rotation about axes[0] by the angle angleIndexes[0] acts first. The
+    // axis 'I' is no rotation.
     const char* axes;
-    int places[3];
+    int angleIndexes[3];
 };
 std::ostream& operator<<(std::ostream& out, const OrderRow& row) {
     return out << row.name;
@@ -203,7 +204,7 @@ TEST_P(RotationOrderTable, TurnsTheLastNamedFirst) {
     MatrixIdentity(all.m);
     for (int i = 0; i < 3; ++i) {
         Matrix4 turn, product;
-        const double angle = angles[row.places[i]];
+        const double angle = angles[row.angleIndexes[i]];
         MatrixIdentity(turn.m);
         if (row.axes[i] == 'X') MatrixRotationX(turn.m, angle);
         if (row.axes[i] == 'Y') MatrixRotationY(turn.m, angle);
@@ -213,14 +214,14 @@ TEST_P(RotationOrderTable, TurnsTheLastNamedFirst) {
     }
     Angles found;
     RotationToXYZ(angles, row.order, found.x, found.y, found.z);
-    // Two ways to one rotation: what the decomposition may lose, no more.
+    // The rotation is the same up to the rounding error of computing the angles.
     EXPECT_LE(Distance(MatrixOf(found), all), 1e-11);
 }
 
 INSTANTIATE_TEST_SUITE_P(, RotationOrderTable, testing::ValuesIn(kOrderRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(RotationOrder, TakesNoHeedOfLetterCase) {
+TEST(RotationOrder, IgnoresLetterCase) {
     const double angles[3] = {0.4, -1.1, 2.3};
     Angles upper, lower;
     RotationToXYZ(angles, "ZXY", upper.x, upper.y, upper.z);

@@ -1,4 +1,4 @@
-// Many rotations at a time against the steps one by one.
+// Compares the conversion of many rotations at a time with the scalar path.
 #include "math/rotation_batch.h"
 
 #include <algorithm>
@@ -21,7 +21,7 @@ using support::RowRotationOfDegrees;
 
 constexpr int kOrders[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}};
 
-// The last of a few matrices is none.
+// Products in all orders of the axes, with and without a matrix before and after them.
 struct Surroundings {
     Matrix4 before = RowRotationOfDegrees(17, -33, 71);
     Matrix4 behind = RowRotationOfDegrees(-140, 25, 9);
@@ -48,7 +48,8 @@ RotationBlock RandomBlock(std::uint64_t seed, double range) {
     return block;
 }
 
-// The same turn, told apart from the same angles: near half a turn the two signs are neighbours.
+// The distance between the rotations rather than between the angles, because near half a turn
+// angles of different signs are the same rotation.
 double DistanceOfTurns(const RotationBlock& block, std::size_t lane, const double angles[3]) {
     return Distance(
         RowRotationOfDegrees(block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]),
@@ -67,16 +68,16 @@ void ExpectAlike(const RotationBlock& given, const RotationProduct& product) {
     }
 }
 
-TEST(RotationBatch, GivesTheAnglesOfTheSteps) {
+TEST(RotationBatch, GivesTheAnglesOfTheScalarPath) {
     for (const double range : {180.0, 10.0, 1e-3, 1e5})
         Surroundings().ForEach([range](const RotationProduct& product) {
             ExpectAlike(RandomBlock(static_cast<std::uint64_t>(range), range), product);
         });
 }
 
-// Round angles, where sines and cosines vanish, pitches lock, and rounding decides between half a
-// turn and its negative.
-TEST(RotationBatch, GivesTheAnglesOfTheStepsOnAGrid) {
+// At round angles sines and cosines are zero, there is gimbal lock, and rounding decides between
+// 180 and -180 degrees.
+TEST(RotationBatch, GivesTheAnglesOfTheScalarPathOnAGrid) {
     for (const double step : {45.0, 10.0}) {
         const int count = static_cast<int>(360.0 / step);
         const int lanes = static_cast<int>(kRotationBlock);
@@ -97,7 +98,7 @@ TEST(RotationBatch, GivesTheAnglesOfTheStepsOnAGrid) {
     }
 }
 
-// What does not turn comes out as the same angles to the last bit, whichever way it goes.
+// The identity gives exactly the same angles on both paths.
 TEST(RotationBatch, GivesHalfTurnsTheirSign) {
     for (const auto& order : kOrders) {
         RotationProduct product;
@@ -126,7 +127,7 @@ TEST(RotationBatch, LeavesLanesThatAreNotUsed) {
             ASSERT_EQ(some.angle[i][lane], (lane < kUsed ? all : given).angle[i][lane]) << lane;
 }
 
-TEST(RotationBatch, StepsWhereAPitchIsLocked) {
+TEST(RotationBatch, UsesTheScalarPathAtGimbalLock) {
     for (const double pitch : {90.0, -90.0, 89.9999, 90.5, -89.5, 270.0}) {
         RotationBlock block = RandomBlock(7, 180.0);
         std::fill_n(block.angle[1], kRotationBlock, pitch);
@@ -141,7 +142,7 @@ TEST(RotationBatch, StepsWhereAPitchIsLocked) {
     }
 }
 
-TEST(RotationBatch, StepsWhereAnAngleIsNoNumber) {
+TEST(RotationBatch, UsesTheScalarPathForNaN) {
     const double strange[] = {std::numeric_limits<double>::quiet_NaN(), HUGE_VAL, -HUGE_VAL};
     Surroundings().ForEach([&](const RotationProduct& product) {
         RotationBlock block = RandomBlock(8, 180.0);
@@ -159,11 +160,11 @@ TEST(RotationBatch, StepsWhereAnAngleIsNoNumber) {
     });
 }
 
-// Whichever this machine would choose, both sets of loops agree.
+// The loops for both instruction sets agree, whichever of them this machine would use.
 TEST(RotationBatch, HasTheSameLoopsForEveryProcessor) {
 #ifdef ZKMOCAP_HAVE_AVX2_KERNEL
     if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma"))
-        GTEST_SKIP() << "this processor has one kind of loop alone";
+        GTEST_SKIP() << "this processor can run only the plain loops";
     Surroundings().ForEach([](const RotationProduct& product) {
         const RotationBlock block = RandomBlock(9, 180.0);
         RotationKernelResult plain, vector;
@@ -179,7 +180,7 @@ TEST(RotationBatch, HasTheSameLoopsForEveryProcessor) {
         }
     });
 #else
-    GTEST_SKIP() << "this build has one kind of loop alone";
+    GTEST_SKIP() << "this build has only the plain loops";
 #endif
 }
 

@@ -15,7 +15,7 @@ namespace {
 using support::kIdentity4;
 using support::Matrix4;
 
-// Every entry is written: nothing of what stood there before may show.
+// Full of NaN, so that a test notices an entry that is not written.
 Matrix4 Dirty() {
     Matrix4 matrix;
     std::fill_n(&matrix.m[0][0], 16, std::numeric_limits<double>::quiet_NaN());
@@ -58,7 +58,7 @@ TEST(AxisRotation, HoldsTheAnglesCosineAndSine) {
     }
 }
 
-// Row vectors: row i is where axis i goes.
+// With row vectors, row i is the image of axis i.
 TEST(AxisRotation, TurnsTheNextAxisTowardsTheOneAfter) {
     EXPECT_NEAR(Made(MatrixRotationX, math::kPi / 2).m[1][2], 1.0, 1e-15);
     EXPECT_NEAR(Made(MatrixRotationY, math::kPi / 2).m[2][0], 1.0, 1e-15);
@@ -74,7 +74,7 @@ TEST(Product, IsThatOfFullMatrices) {
     EXPECT_TRUE(Product(kIdentity4, a) == a);
 }
 
-// Summed from zero in rising order, one term after the other.
+// Each sum begins with zero, and its terms are added one after the other in rising order.
 TEST(Product, AddsItsTermsInOrder) {
     const Matrix4 a{{{1e16, 1, -1e16, 1}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}}};
     const Matrix4 ones{{{1, 1, 1, 1}, {1, 1, 1, 1}, {1, 1, 1, 1}, {1, 1, 1, 1}}};
@@ -109,7 +109,7 @@ TEST(Composite, OfNegatedAnglesBackwardsIsTheInverse) {
     for (const auto& [x, y, z] : kAngles) {
         const Matrix4 there = Made(MatrixRotationXYZ, x, y, z);
         const Matrix4 back = Made(MatrixRotationZYX, -x, -y, -z);
-        // The same products, term for term, so the very same numbers up to the order of sums.
+        // Both have the same products; only the order of their sums differs.
         EXPECT_LE(Distance(back, Transposed(there)), 1e-15);
         EXPECT_LE(Distance(Product(there, back), kIdentity4), 1e-15);
     }

@@ -1,4 +1,4 @@
-// From the host's argument list to the record.
+// How a command copies the host's arguments to g_UserInput.
 #include <bit>
 #include <cmath>
 #include <cstddef>
@@ -37,7 +37,7 @@ class PluginArguments : public testing::Test {
     void SetUp() override { support::StartSession(true); }
 };
 
-// All of the record as one text.
+// The whole of g_UserInput as one text.
 std::string InputText() {
     const USERINPUT& input = Input();
     std::string text =
@@ -138,7 +138,7 @@ TEST_F(PluginArguments, HoldCopiesOfTheTexts) {
     EXPECT_EQ(Utf8(Input().strBVHFile), "/none/\xE6\xAD\xA9\xE3\x81\x8F.bvh");
 }
 
-TEST_F(PluginArguments, TakeNoTextForAnEmptyOne) {
+TEST_F(PluginArguments, ReadANullTextAsEmpty) {
     Call(kBiovisionCommand, Biovision(L"/none/w.bvh"));
     EXPECT_EQ(Call(kBiovisionCommand, Biovision(L"").NullText(biovision::kFile)), 0u);
     EXPECT_TRUE(Input().strBVHFile.IsEmpty());

@@ -1,4 +1,4 @@
-// Whole commands: what is logged, what is handed on.
+// Whole commands: what they log, and what they pass to the importer and to the host.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <ostream>
@@ -40,8 +40,8 @@ const headless::Scene& Scene() {
 
 struct CommandRow {
     const char* name;
-    std::string text;  // of the file; none is written for an empty one
-    Lines log;         // behind the opening line
+    std::string text;  // of the file; if it is empty, no file is written
+    Lines log;         // after the opening line
 };
 std::ostream& operator<<(std::ostream& out, const CommandRow& row) {
     return out << row.name;
@@ -190,7 +190,7 @@ TEST_F(PluginCommand, TellsACancelledImport) {
 struct NameRow {
     const char* name;
     std::string file;
-    std::wstring path;  // below the folder, as the host spells it
+    std::wstring path;  // relative to the folder, as the host passes it
     std::string model;
 };
 std::ostream& operator<<(std::ostream& out, const NameRow& row) {
@@ -224,7 +224,7 @@ TEST_P(ModelName, IsTheFilesWithoutItsExtension) {
 INSTANTIATE_TEST_SUITE_P(, ModelName, testing::ValuesIn(kNameRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(PluginCommand, NeedsANameBesideTheExtension) {
+TEST_F(PluginCommand, NeedsANameBeforeTheExtension) {
     const support::TemporaryFolder dir;
     Call(kBiovisionCommand, Biovision(Wide(dir.Write(".bvh", kStill))));
     EXPECT_EQ(LogLines().back(),

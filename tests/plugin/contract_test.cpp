@@ -1,4 +1,4 @@
-// What the plug-in's header promises about log lines, for lines made up and for those of imports.
+// What plugin/contract.h promises about log lines, for invented lines and for those of imports.
 #include "plugin/contract.h"
 
 #include <cstdint>
@@ -78,7 +78,7 @@ TEST_P(PluginLogLine, IsRecognised) {
 INSTANTIATE_TEST_SUITE_P(, PluginLogLine, testing::ValuesIn(kLines),
                          [](const auto& row) { return std::string(row.param.name); });
 
-// The names that hosts of every kind look for.
+// These values are fixed, because every host relies on them.
 TEST(PluginContract, NamesWhatIsFixed) {
     EXPECT_STREQ(plugin::kCallbackSymbol, "ZelkOnCommand");
     EXPECT_STREQ(plugin::kUserInputSymbol, "g_UserInput");
@@ -92,8 +92,8 @@ std::wstring_view TextOf(const headless::LogLine& line) {
     return {line.text.GetWideString(), line.text.Length()};
 }
 
-// What the lines of the session say, each as a letter: an error, a cancelled one, a count of
-// models, the end of a skeleton, or anything else. An error of severity information is an end too.
+// The kind of each line of the session's log: 'x' for a cancelled import, 'e' for another error,
+// the number of models, 's' for the end of a skeleton, '.' for any other line.
 std::string Judged() {
     std::string all;
     for (const headless::LogLine& line : headless::Session::Current().Log()) {

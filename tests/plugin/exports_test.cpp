@@ -1,5 +1,4 @@
-// What the library shows to the world and what it needs of it, by the tools that look into
-// libraries.
+// What the plug-in exports and what it needs, as the tools nm and readelf show it.
 #include <array>
 #include <cstdio>
 #include <dlfcn.h>
@@ -50,7 +49,7 @@ TEST(PluginLibrary, ExportsTwoNames) {
     EXPECT_THAT(defined, HasSubstr(" B g_UserInput"));
 }
 
-// The arguments live across calls, and nothing else does.
+// Only the arguments are constructed when the library is loaded.
 TEST(PluginLibrary, MakesTheArgumentsAloneWhenLoaded) {
     std::set<std::string> initialisers;
     for (const std::string& name : LastWords(OutputOf("nm '" ZKMOCAP_PLUGIN "'")))
@@ -59,10 +58,10 @@ TEST(PluginLibrary, MakesTheArgumentsAloneWhenLoaded) {
 }
 
 TEST(PluginLibrary, NeedsTheHostAndTheStandardLibraryAlone) {
-    // The C library's math is two libraries: the second holds its vector functions.
+    // The C library has two libraries for mathematics; libmvec has the vector functions.
     const std::set<std::string> allowed = {"[libzelkhost.so.0]", "[libstdc++.so.6]", "[libm.so.6]",
                                            "[libmvec.so.1]",     "[libgcc_s.so.1]",  "[libc.so.6]"};
-    // What a sanitized build adds, which nobody installs.
+    // A build with sanitizers, which nobody installs, needs these as well.
     const auto isSanitizer = [](const std::string& name) {
         return name.starts_with("[libasan") || name.starts_with("[libubsan");
     };
@@ -75,8 +74,8 @@ TEST(PluginLibrary, NeedsTheHostAndTheStandardLibraryAlone) {
         EXPECT_TRUE(allowed.count(library) == 1 || isSanitizer(library)) << library;
 }
 
-// Another host provides what host/ declares, and no more than that.
-TEST(PluginLibrary, KnowsTheHostThroughItsSurfaceAlone) {
+// Another host provides only what host/ declares.
+TEST(PluginLibrary, UsesOnlyTheDeclaredHost) {
     const std::string undefined = OutputOf("nm -D -C --undefined-only '" ZKMOCAP_PLUGIN "'");
     EXPECT_THAT(undefined, HasSubstr("Zelk::Application::ExecuteCommand"));
     EXPECT_THAT(undefined, testing::Not(HasSubstr("headless")));
@@ -92,7 +91,7 @@ TEST(PluginLibrary, LoadsAndUnloadsAgainAndAgain) {
             reinterpret_cast<plugin::Callback>(dlsym(library, plugin::kCallbackSymbol));
         ASSERT_NE(input, nullptr);
         ASSERT_NE(callback, nullptr);
-        // Constructed anew: nothing of the round before.
+        // The arguments are constructed anew in each round.
         EXPECT_TRUE(input->strBVHFile.IsEmpty());
         EXPECT_TRUE(input->strASFFile.IsEmpty());
         EXPECT_TRUE(input->strAMCFile.IsEmpty());

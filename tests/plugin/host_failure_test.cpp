@@ -1,4 +1,4 @@
-// Each call of the host failing once, under a whole command.
+// Runs a whole command again and again; each time another call of the host fails.
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ using plugin_test::Biovision;
 using plugin_test::Call;
 using support::Lines;
 
-// One call of the log at most was lost.
+// The log is complete, except for the one line that is missing if LogMessage failed.
 void CheckLog(std::string_view operation) {
     const Lines lines = support::LogLines();
     if (operation == "LogMessage") {
@@ -37,7 +37,7 @@ void CheckLog(std::string_view operation) {
         << lines[1];
 }
 
-// "AddClip" gets the model and its motion where the import succeeded, and nothing where it did not.
+// "AddClip" gets the model and its motion if the import succeeded, and empty references otherwise.
 void CheckClip(std::string_view operation) {
     if (operation == "LogMessage" || operation == "ExecuteCommand" || operation == "GetName" ||
         operation == "GetFullName")

@@ -1,4 +1,4 @@
-// What the Biovision import hands back: its status and the three references.
+// The results of the Biovision import: its status and the three references.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <ostream>
@@ -21,9 +21,9 @@ using namespace Zelk::status;
 
 struct Row {
     const char* name;
-    std::string file;  // its text; empty: there is none
+    std::string file;  // the text of the file; if it is empty, there is no file
     std::int32_t status;
-    // What the references lead to; empty: nothing.
+    // The names of what the references refer to; empty for an empty reference.
     const char* model = "";
     const char* basePose = "";
     const char* motion = "";
