@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Imports the samples of this folder and compares every field with the records beside them.
+"""Imports the samples of this folder and compares every field with the records in the same folder.
 
-usage: records.py ZKHOST            compare; exit 1 where a record differs
-       records.py ZKHOST --rewrite  write the records anew; read their difference before committing it
+usage: records.py ZKHOST            compares; the exit status is 1 if a record differs
+       records.py ZKHOST --rewrite  writes the records anew; read the difference before you commit it
 """
 import json
 import pathlib
@@ -12,7 +12,7 @@ import tempfile
 
 HERE = pathlib.Path(__file__).resolve().parent
 
-# Record, files, options, exit status.
+# For each import: the record, the files, the options and the exit status.
 CASES = [
     ("fork_nulls", ["fork.bvh"], ["--progress", "on", "--clip"], 0),
     ("fork_bones", ["fork.bvh"], ["--bones", "--progress", "on"], 0),
@@ -27,7 +27,7 @@ CASES = [
 
 
 def imported(zkhost, files, options, expected):
-    """The record of an import, with paths as if this folder were the current one."""
+    """Returns the record of an import, with paths relative to this folder."""
     with tempfile.TemporaryDirectory() as folder:
         out = pathlib.Path(folder) / "scene.json"
         run = subprocess.run([zkhost, "import", *files, *options, "--as-is", "-o", out, "--quiet"],
@@ -39,7 +39,7 @@ def imported(zkhost, files, options, expected):
 
 
 def close(a, b):
-    """Angles come through the C library's sines, whose last digits differ between its versions."""
+    """Angles depend on the sines of the C library, whose last digits differ between its versions."""
     return a == b or abs(a - b) <= 1e-9 * max(1.0, abs(a), abs(b))
 
 

@@ -48,17 +48,17 @@ Range LibraryWith(const void* address) {
     return search.found;
 }
 
-// The first caller outside the standard library decides. Frames are counted from the operator's
-// caller, which lies in the standard library.
+// Searches the stack for the first caller outside the standard library. The walk begins in this
+// file; the frames before those of the standard library are skipped.
 _Unwind_Reason_Code VisitFrame(_Unwind_Context* context, void* data) {
     const auto address = static_cast<std::uintptr_t>(_Unwind_GetIP(context));
     Search& search = *static_cast<Search*>(data);
-    const bool below = search.found.last == 0;  // not yet at the standard library's frames
+    const bool isBefore = search.found.last == 0;  // not yet at the standard library's frames
     if (standardLibrary.Holds(address)) {
         search.found = standardLibrary;
         return _URC_NO_REASON;
     }
-    if (below) return _URC_NO_REASON;
+    if (isBefore) return _URC_NO_REASON;
     search.address = address;
     return _URC_END_OF_STACK;
 }
@@ -78,7 +78,7 @@ bool NextFails() {
 }
 
 bool FailsForPlugin(const void* caller) {
-    support::failsAllocation = nullptr;  // what unwinding allocates is nobody's
+    support::failsAllocation = nullptr;  // allocations by the stack walk are not counted
     const bool fails = IsPlugins(caller) && NextFails();
     support::failsAllocation = FailsForPlugin;
     return fails;
@@ -98,7 +98,7 @@ void Start(AllocationFaults faults, bool (*fails)(const void*)) {
 
 void FailAllocationsOf(const void* address, AllocationFaults faults) {
     plugin = LibraryWith(address);
-    // The function's own address, not that of a stub for it here.
+    // This conversion gives the address of the function in its library, not that of a stub here.
     void (*const throwing)(const char*) = &std::__throw_length_error;
     standardLibrary = LibraryWith(reinterpret_cast<const void*>(throwing));
     Start(faults, FailsForPlugin);

@@ -1,4 +1,4 @@
-// Each allocation of the plug-in failing once.
+// Repeats an import; each time another allocation of the plug-in fails.
 #include <algorithm>
 #include <map>
 
@@ -42,7 +42,7 @@ TEST_P(AllocationSweep, IsSurvivedAndReported) {
         ExpectNextImportUnharmed();
         if (HasFailure()) return;
     }
-    // A clip is asked for whatever became of the import.
+    // The command for a clip is run after failed imports, too.
     if (GetParam().clip) {
         EXPECT_EQ(withoutClip, 0);
     }

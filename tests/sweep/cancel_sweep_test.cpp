@@ -1,4 +1,4 @@
-// The cancel button pressed at each poll.
+// Repeats an import; each time the cancel button is pressed at another poll.
 #include "headless/testing.h"
 #include "tests/sweep/sweep.h"
 
@@ -21,7 +21,7 @@ TEST_P(CancelSweep, EndsTheImportAtEachPoll) {
         EXPECT_EQ(LogProblem(GetParam(), false), "");
         EXPECT_THAT(LoggedErrors(), testing::ElementsAre("User cancelled command"));
         EXPECT_THAT(Problems(false), testing::IsEmpty());
-        // Nobody asks a second time.
+        // The button is not polled again after it was pressed.
         EXPECT_EQ(headless::CancelPolls(), n);
         ExpectNextImportUnharmed();
         if (HasFailure()) return;

@@ -1,4 +1,4 @@
-// The files cut after each byte.
+// Repeats an import; each time one of its files ends after another byte.
 #include "tests/sweep/known_messages.h"
 #include "tests/sweep/sweep.h"
 

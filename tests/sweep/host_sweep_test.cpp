@@ -1,4 +1,4 @@
-// Each call of each host operation failing once.
+// Repeats an import; each time another call of another host operation fails.
 #include <algorithm>
 #include <initializer_list>
 #include <string_view>
@@ -16,9 +16,9 @@ bool IsOneOf(std::string_view operation, std::initializer_list<std::string_view>
     return std::find(list.begin(), list.end(), operation) != list.end();
 }
 
-// Hiding the bar and deleting the scratch property are calls too: where just those fail, what they
-// were for stays; and the property is deleted by its full name, which it has none where its bone
-// got no name. Everything else must hold all the same.
+// The problems of the scene, without those that the fault makes unavoidable. If the call that hides
+// the bar fails, the bar stays visible. If the call that deletes the scratch property fails, the
+// property stays; it also stays if its bone got no name, because it is deleted by its full name.
 std::vector<std::string> Problems(std::string_view operation, bool imported) {
     std::vector<std::string> problems = support::SceneProblems(imported);
     std::erase_if(problems, [operation](const std::string& problem) {

@@ -5,7 +5,7 @@
 
 namespace sweep {
 
-// Every text in the plug-in's sources: what an error line says is one of them.
+// Every wide text in the plug-in's sources. The message of an error line must be one of them.
 const std::set<std::string>& KnownMessages();
 
 }  // namespace sweep

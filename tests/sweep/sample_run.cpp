@@ -57,7 +57,7 @@ class RecordText {
   private:
     void Add(const std::string& line) { text_ += line + '\n'; }
     std::string Name(std::uint32_t id) { return support::Utf8(scene_.FullName(id)); }
-    // The bits, which no locale changes.
+    // The number's bits as an integer, which no locale changes.
     static std::string Number(double value) {
         return ' ' + std::to_string(std::bit_cast<std::uint64_t>(value));
     }
@@ -103,7 +103,7 @@ class RecordText {
     std::string text_;
 };
 
-// What an error line says; none where it is another line.
+// The message of an error line; empty for any other line.
 std::optional<std::string> ErrorIn(const std::string& line) {
     for (const std::string_view opening : {"8: ERROR: ", "8: ERROR (LINE "}) {
         if (!line.starts_with(opening)) continue;
@@ -116,7 +116,7 @@ std::optional<std::string> ErrorIn(const std::string& line) {
 }
 
 bool IsSuccess(const Sample& sample, const std::string& line) {
-    // An Acclaim import says what the file says about itself.
+    // A successful Acclaim import logs the documentation of the skeleton, which may be any text.
     if (sample.isAcclaim) return line.starts_with("8: ");
     return line.starts_with("8: Imported ") && line.ends_with("successfully");
 }

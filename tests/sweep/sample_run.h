@@ -1,4 +1,4 @@
-// One import of a sample by the real plug-in, and all that came of it.
+// One import of a sample by the real plug-in, and everything that it produced.
 #pragma once
 
 #include <cstdint>
@@ -15,12 +15,11 @@ class SampleRun {
   public:
     explicit SampleRun(const Sample& sample);
 
-    // Runs the command in a new interactive session. `prepare` the session with faults between
-    // Start and Call.
+    // Starts a new interactive session. A test can set faults between Start and Call.
     void Start() const;
-    // What the callback returned.
+    // Runs the command and returns the callback's result.
     std::uint32_t Call() const;
-    // The files hold so many bytes of the sample's from now on.
+    // From now on, the files are the first `first` and `second` bytes of the sample's files.
     void Cut(std::size_t first, std::size_t second);
 
     // An address inside the plug-in.
@@ -31,14 +30,14 @@ class SampleRun {
   private:
     const Sample& sample_;
     support::TemporaryFolder folder_;
-    plugin_test::Arguments arguments_;  // made ahead: a call takes no memory of the test's
+    plugin_test::Arguments arguments_;  // made beforehand, so that Call allocates nothing itself
 };
 
-// The import's messages: what stands behind "ERROR: " and "ERROR (LINE n): " in the log.
+// The messages of the import: the texts after "ERROR: " and "ERROR (LINE n): " in the log.
 std::vector<std::string> LoggedErrors();
 
-// What is wrong with the log, beyond what any import may log; empty where nothing is. A line was
-// lost where `lineLost`.
+// What is wrong with the log; empty if it has only lines that an import of the sample may log. If
+// `lineLost`, lines may be missing.
 std::string LogProblem(const Sample& sample, bool lineLost);
 
 }  // namespace sweep

@@ -3,7 +3,7 @@
 namespace sweep {
 namespace {
 
-// A chain with an end site; the rotations are not in the order of the scene.
+// A chain with an end site. The rotations are not in the order X Y Z of the scene.
 const std::string kChain =
     "HIERARCHY\n"
     "ROOT Hips {\n"
@@ -19,7 +19,8 @@ const std::string kChain =
     "0 20 0 10 20 30 -5 15 2.5\n"
     "1 21 0.5 -10 25 35 5 -15 0\n";
 
-// Branches, a loose joint, a joint with one rotation, one without channels, names that repeat.
+// A tree with branches, a joint without offset, one with one rotation, one without channels, and a
+// name that two joints have.
 const std::string kTree =
     "HIERARCHY\nROOT Hips {\nOFFSET 0 1 0\n"
     "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n"
@@ -37,7 +38,8 @@ const std::string kOneLine =
     "HIERARCHY ROOT A { OFFSET 0 0 0 CHANNELS 2 Xrotation Zrotation } MOTION Frames: 2 Frame Time: "
     "0.1 1 2 3 4 ";
 
-// A leg of two bones, a leaf that is too short to be one, limits, an order of its own.
+// Two bones, one of them with limits and one with another order of rotations, and a third one that
+// is too short to become a bone.
 const std::string kArmSkeleton =
     ":version 1.10\n:name arm\n:units\n length 0.45\n angle deg\n"
     ":documentation\n an arm, (made up)\n"
@@ -53,7 +55,7 @@ const std::string kArmMotion =
     "#!OML:ASF\n:SAMPLES-PER-SECOND 60\n:FULLY-SPECIFIED\n:DEGREES\n"
     "1\nroot 0 1 0 10 20 30\nupper 10 20 30\nlower 40 5\n"
     "2\nroot 1 1 0 10 25 30\nupper 11 21 31\nlower 180 6\n";
-// With a bone that nobody knows, which is passed over with warnings.
+// A motion with an unknown bone, which is ignored with warnings.
 const std::string kStrangeMotion =
     ":FULLY-SPECIFIED\n"
     "1\nnobody\nroot 0 1 0 10 20 30\nupper 10 20 30\n";

@@ -18,7 +18,7 @@ struct Sample {
     bool effectorToLastBone = false;
     bool group = true;
     bool limits = false;
-    double length = 0.0;  // 0: the file's own
+    double length = 0.0;  // the length multiplier; 0: that of the file
 };
 std::ostream& operator<<(std::ostream& out, const Sample& sample);
 

@@ -1,5 +1,5 @@
-// What the sweeps have in common: a disturbed import, what must hold of it, and that the next one
-// does not notice.
+// What the sweeps share: they disturb an import, check its result, and check that the next import
+// is not affected.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -12,7 +12,8 @@
 
 namespace sweep {
 
-// What an import without memory says. A skeleton of bones for which there is none says nothing.
+// The messages of an import for which memory ran out. The message is empty if it ran out while a
+// skeleton of bones was built.
 inline const char* const kMessagesWithoutMemory[] = {
     "Out of memory",
     "",
@@ -30,8 +31,8 @@ class Sweep : public testing::TestWithParam<Sample> {
         EXPECT_THAT(LoggedErrors(), testing::IsEmpty());
     }
 
-    // What is wrong with the scene. Where a cut file numbers its frames, key times are what it
-    // says.
+    // What is wrong with the scene. The key times of Acclaim samples are not checked: they are the
+    // frame numbers in the file, and a cut file may have wrong ones.
     static std::vector<std::string> Problems(bool imported) {
         std::vector<std::string> problems = support::SceneProblems(imported);
         std::erase_if(problems, [](const std::string& problem) {
@@ -40,12 +41,12 @@ class Sweep : public testing::TestWithParam<Sample> {
         return problems;
     }
 
-    // After each disturbance: `run_` is as it was, and imports as it did.
+    // To be called after each disturbance: the same import gives the same result as at first.
     void ExpectNextImportUnharmed() {
         ++disturbances_;
         run_.Start();
         run_.Call();
-        // Not compared by the framework, which would print both for every step.
+        // EXPECT_EQ is not used, because it would print both records.
         EXPECT_TRUE(SampleRun::Record() == undisturbed_) << "the next import is another:\n"
                                                          << SampleRun::Record();
     }

@@ -1,4 +1,5 @@
-// One truth for every joint: the skeleton as nulls, as bones and a plain walk of the file agree.
+// The position of every joint is the same in a skeleton of nulls, in one of bones, and in a simple
+// evaluation of the file.
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -14,17 +15,17 @@ namespace {
 
 using namespace support;
 
-// Of the skeleton's size. Near gimbal lock the decomposition rounds a cosine below 1e-5 to 0.
+// Relative to the skeleton's size. Near gimbal lock the importer rounds a cosine below 1e-5 to 0.
 constexpr double kTolerance = 1e-6;
 constexpr double kToleranceNearRightAngle = 3e-5;
 
 struct Compared {
     std::size_t joints = 0;
     std::size_t setApart = 0;
-    double worst = 0.0;  // of the size, away from right angles
+    double worst = 0.0;  // relative to the size, without joints near right angles
 };
 
-// Rotations of ancestors carry their error down.
+// A joint is affected if its own rotation or that of an ancestor is near a right angle.
 std::vector<bool> NearRightAngle(const WalkFile& file, const std::vector<bool>& own) {
     std::vector<bool> near(own);
     for (std::size_t j = 0; j < near.size(); ++j) {
@@ -108,7 +109,7 @@ TEST(BvhTruth, RandomTreesAgreeInEverySkeleton) {
             setApart += total.setApart;
         }
     }
-    // Most of what is tried must be compared, or the test proves nothing.
+    // The test proves something only if most joints are compared.
     EXPECT_GT(compared, 100000u / support::kShorter);
     EXPECT_LT(setApart, compared / 5);
     RecordProperty("joints", std::to_string(compared));
@@ -127,7 +128,7 @@ TEST_P(BvhFile, AgreesInEverySkeleton) {
     }
 }
 
-// The reader knows the end site's keywords as two words alone.
+// The reader accepts an end site only if its keywords are the two words "End" and "Site".
 bool IsRefused(const std::filesystem::path& file) {
     return ReadText(file.string()).find("End Site-") != std::string::npos;
 }

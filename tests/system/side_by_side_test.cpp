@@ -1,4 +1,4 @@
-// Results of imports that were moved out of the session: they exist side by side, and threads read
+// Results of imports that were moved out of the session: several exist at once, and threads read
 // one while the next import runs.
 #include <atomic>
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ using headless::Transform;
 
 constexpr int kReaders = 8;
 
-// A root with a chain of joints, each turned further in every frame.
+// A root with a chain of joints, each of which rotates further in every frame.
 std::string WalkText(int joints, int frames, double turn) {
     std::string text =
         "HIERARCHY\nROOT Hips\n{\nOFFSET 0 0 0\nCHANNELS 6 Xposition Yposition "
@@ -45,7 +45,7 @@ Recording Import(const std::string& text, bool nulls) {
     return headless::Session::Current().Release();
 }
 
-// All names, and where every object is in every frame.
+// All names, and the position of every object in every frame.
 struct Reading {
     std::vector<std::wstring> names;
     std::vector<double> coordinates;
