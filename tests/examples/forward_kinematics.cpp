@@ -11,7 +11,7 @@
 namespace examples_test {
 namespace {
 
-// x first, whatever of the three is there.
+// The product of rotations about `axes`, letters of "xyz". The first one acts first.
 Matrix3 TurnsXyz(const std::string& axes, const double* degrees) {
     Matrix3 turns = support::kIdentity3;
     for (std::size_t i = 0; i < axes.size(); ++i)
@@ -58,7 +58,7 @@ struct BvhNode {
     std::vector<std::string> channels;
 };
 
-// Up to and with "MOTION".
+// Reads up to and including "MOTION".
 std::vector<BvhNode> ReadHierarchy(Tokens& tokens) {
     std::vector<BvhNode> nodes;
     int open = -1;
@@ -88,7 +88,7 @@ std::vector<BvhNode> ReadHierarchy(Tokens& tokens) {
 }
 
 void PlaceBvhFrame(const std::vector<BvhNode>& nodes, const std::vector<double>& row, Walk& walk) {
-    std::vector<Joint> placed;
+    std::vector<Joint> joints;
     std::size_t value = 0;
     for (const BvhNode& node : nodes) {
         Vec3 offset = node.offset;
@@ -102,12 +102,12 @@ void PlaceBvhFrame(const std::vector<BvhNode>& nodes, const std::vector<double>&
             ++value;
         }
         if (node.parent < 0) {
-            placed.push_back({offset, local});
+            joints.push_back({offset, local});
         } else {
-            const Joint& parent = placed[static_cast<std::size_t>(node.parent)];
-            placed.push_back({Add(parent.place, parent.axes * offset), parent.axes * local});
+            const Joint& parent = joints[static_cast<std::size_t>(node.parent)];
+            joints.push_back({Add(parent.position, parent.axes * offset), parent.axes * local});
         }
-        walk[node.name].push_back(placed.back());
+        walk[node.name].push_back(joints.back());
     }
 }
 
@@ -150,7 +150,7 @@ std::pair<std::string, AsfBone> ReadBone(Tokens& tokens) {
     return {name, bone};
 }
 
-// From behind ":bonedata".
+// Reads from after ":bonedata" up to and including ":hierarchy".
 void ReadBones(Tokens& tokens, AcclaimWalk& out) {
     std::string word = tokens.Word();
     for (; word == "begin"; word = tokens.Word())
@@ -158,7 +158,7 @@ void ReadBones(Tokens& tokens, AcclaimWalk& out) {
     if (word != ":hierarchy") throw std::runtime_error("expected :hierarchy");
 }
 
-// From behind ":hierarchy"; the bones in the order of their lines, parents first.
+// Reads the lines after ":hierarchy". Returns the bones in the order of the lines, parents first.
 std::vector<std::string> ReadAsfHierarchy(const std::string& text, AcclaimWalk& out) {
     std::istringstream lines(text.substr(text.find(":hierarchy")));
     std::vector<std::string> order;
@@ -197,8 +197,8 @@ void ReadMotion(const std::string& text, AcclaimWalk& out) {
     }
 }
 
-// A bone turns by C * M * C^-1 seen from its parent, C being the frame of its axis and M its
-// motion, and stands at its parent's end.
+// The rotation of a bone relative to its parent is C * M * C^-1, where C is the frame of its axis
+// and M its motion. The bone starts at the end of its parent.
 void PlaceAcclaimFrame(AcclaimWalk& out, const std::vector<std::string>& order, std::size_t frame) {
     const auto& row = out.rows[frame];
     const std::vector<double>& root = row.at("root");
@@ -206,9 +206,9 @@ void PlaceAcclaimFrame(AcclaimWalk& out, const std::vector<std::string>& order, 
     const auto end = [&](const std::string& name) {
         const Joint& start = out.walk.at(name)[frame];
         const auto bone = out.bones.find(name);
-        if (bone == out.bones.end()) return start.place;
+        if (bone == out.bones.end()) return start.position;
         const double length = bone->second.length * out.lengthFactor;
-        return Add(start.place, start.axes * support::Scale(bone->second.direction, length));
+        return Add(start.position, start.axes * support::Scale(bone->second.direction, length));
     };
     for (const std::string& name : order) {
         const AsfBone& bone = out.bones.at(name);

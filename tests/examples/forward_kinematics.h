@@ -1,6 +1,6 @@
-// Forward kinematics of the sample files, straight from their text and with nothing of the program
-// that wrote them. Column vectors (p' = R * p), centimetres, degrees. A file that is not of the
-// form the samples have fails with std::runtime_error.
+// Forward kinematics of the sample files, computed from their text without any code of the program
+// that wrote them. Column vectors (p' = R * p), centimetres, degrees. Throws std::runtime_error for
+// a file that has not the form of the samples.
 #pragma once
 
 #include <array>
@@ -18,7 +18,7 @@ using support::Matrix3;
 using support::Vec3;
 
 struct Joint {
-    Vec3 place;
+    Vec3 position;
     Matrix3 axes;  // the rotation from the joint to the world
 };
 
@@ -28,7 +28,7 @@ using Walk = std::map<std::string, std::vector<Joint>>;
 struct BvhWalk {
     double frameSeconds = 0;
     std::map<std::string, Vec3> offsets;
-    std::vector<std::vector<double>> rows;  // the values of each frame, as they stand
+    std::vector<std::vector<double>> rows;  // the values of each frame, as in the file
     Walk walk;
 };
 BvhWalk ReadBvh(const std::string& path);
@@ -46,9 +46,9 @@ struct AcclaimWalk {
     int samplesPerSecond = 0;
     double lengthFactor = 0;
     std::map<std::string, AsfBone> bones;
-    // The values of each frame by bone, as they stand.
+    // The values of each frame by bone, as in the file.
     std::vector<std::map<std::string, std::vector<double>>> rows;
-    // A bone is where it starts, like a joint; the root is "root".
+    // The position of a bone is its start, like that of a joint. The root is "root".
     Walk walk;
 };
 AcclaimWalk ReadAcclaim(const std::string& asfPath, const std::string& amcPath);

@@ -1,4 +1,5 @@
-// What the sample files are as files: made by make_walk, well-formed, and one walk in two formats.
+// The sample files: make_walk writes exactly these, they are well-formed, and both formats have the
+// same walk.
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -70,16 +71,17 @@ class Pair : public testing::Test {
     const AcclaimWalk acclaim_ = ReadAcclaim(kSamples + "/walk.asf", kSamples + "/walk.amc");
 };
 
-TEST_F(Pair, PutsEveryJointAtTheSamePlace) {
-    // Angles are off by up to 5e-7 degrees, 9e-9 radians: 5e-6 cm for a joint's three angles at a
-    // reach of 180 cm, in up to eight joints of two files. Offsets and lengths add 1e-6 cm a bone.
+TEST_F(Pair, GivesEveryJointTheSamePosition) {
+    // Angles are rounded by up to 5e-7 degrees, 9e-9 radians. At a distance of 180 cm, three angles
+    // of a joint give 5e-6 cm, in up to eight joints of two files. Offsets and lengths add 1e-6 cm
+    // a bone.
     constexpr double kRounding = 1e-4;
     ASSERT_EQ(bvh_.rows.size(), acclaim_.rows.size());
     EXPECT_EQ(bvh_.walk.size(), 27U);  // 22 joints and 5 end sites
     for (const auto& [name, joints] : bvh_.walk) {
         const auto& bones = acclaim_.walk.at(name == "Hips" ? "root" : name);
         for (std::size_t frame = 0; frame < joints.size(); ++frame)
-            ASSERT_LT(Distance(joints[frame].place, bones[frame].place), kRounding)
+            ASSERT_LT(Distance(joints[frame].position, bones[frame].position), kRounding)
                 << name << ", frame " << frame;
     }
 }
@@ -90,9 +92,9 @@ TEST_F(Pair, PlaysAtTheSameRate) {
 }
 
 TEST_F(Pair, HasOffsetsAndBonesOfSomeLength) {
-    // Readers take a joint without offset, and a bone below 0.01, for one that no bone leads to.
+    // Importers make no bone from an offset of zero, nor from a length below 0.01.
     for (const auto& [name, offset] : bvh_.offsets) {
-        const double shortest = name == "Hips" ? -1 : 1;  // the root's place is in its frames
+        const double shortest = name == "Hips" ? -1 : 1;  // the root's position is in its frames
         EXPECT_GT(Distance(offset, {}), shortest) << name;
     }
     for (const auto& [name, bone] : acclaim_.bones) {
@@ -118,8 +120,8 @@ TEST_F(Pair, StaysWithinTheLimitsOfEachBone) {
 }
 
 TEST_F(Pair, NeverJumpsFromFrameToFrame) {
-    // The quickest turn of the walk, a knee's, is some 7 degrees a frame; an angle that wraps makes
-    // 360.
+    // The fastest rotation of the walk, that of a knee, is about 7 degrees a frame; an angle that
+    // wraps jumps by 360.
     constexpr double kQuickest = 12;
     for (std::size_t frame = 1; frame < bvh_.rows.size(); ++frame) {
         for (std::size_t i = 0; i < bvh_.rows[frame].size(); ++i)

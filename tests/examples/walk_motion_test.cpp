@@ -1,5 +1,4 @@
-// What the sample walk is as a motion: that it looks like walking, measured on the joints of
-// walk.bvh.
+// Whether the sample walk looks like walking, measured on the joints of walk.bvh.
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -15,28 +14,28 @@ namespace examples_test {
 namespace {
 
 constexpr std::size_t kCycle = 64;  // frames
-constexpr double kRounding = 1e-4;  // cm: of angles written with six digits
+constexpr double kRounding = 1e-4;  // cm, for angles that are written with six digits
 
 class WalkMotion : public testing::Test {
   protected:
     const std::vector<Joint>& Of(const std::string& name) const { return file_.walk.at(name); }
     std::size_t Frames() const { return file_.rows.size(); }
 
-    // How far ahead of the hips a joint is, cm, frame by frame.
+    // For each frame, how far ahead of the hips a joint is, in cm.
     std::vector<double> Ahead(const std::string& name) const {
         std::vector<double> ahead;
         for (std::size_t frame = 0; frame < Frames(); ++frame)
-            ahead.push_back(Of(name)[frame].place[2] - Of("Hips")[frame].place[2]);
+            ahead.push_back(Of(name)[frame].position[2] - Of("Hips")[frame].position[2]);
         return ahead;
     }
 
-    // The bend between two segments, degrees.
+    // The bend between the segments a-b and b-c, in degrees.
     double Bend(const std::string& a, const std::string& b, const std::string& c,
                 std::size_t frame) const {
-        const Vec3& middle = Of(b)[frame].place;
-        const double before = Distance(Of(a)[frame].place, middle);
-        const double after = Distance(Of(c)[frame].place, middle);
-        const double across = Distance(Of(a)[frame].place, Of(c)[frame].place);
+        const Vec3& middle = Of(b)[frame].position;
+        const double before = Distance(Of(a)[frame].position, middle);
+        const double after = Distance(Of(c)[frame].position, middle);
+        const double across = Distance(Of(a)[frame].position, Of(c)[frame].position);
         const double cosine =
             (before * before + after * after - across * across) / (2 * before * after);
         return 180 - std::acos(std::clamp(cosine, -1.0, 1.0)) * 180 / std::numbers::pi;
@@ -65,13 +64,14 @@ double Correlation(const std::vector<double>& a, const std::vector<double>& b) {
     return both / std::sqrt(squareA * squareB);
 }
 
-// A point of the foot that takes its turn on the floor, from a joint of the file.
+// A point of the foot that is on the floor for a part of the cycle, relative to a joint of the
+// file.
 struct Contact {
     const char* name;
     const char* joint;
-    Vec3 fromJoint;        // cm, in the joint's axes
-    double leastStanding;  // parts of a cycle
-    double mostStanding;
+    Vec3 fromJoint;   // cm, in the joint's axes
+    double leastDown;  // parts of a cycle
+    double mostDown;
 };
 
 std::ostream& operator<<(std::ostream& out, const Contact& row) {
@@ -82,25 +82,25 @@ class WalkContact : public WalkMotion, public testing::WithParamInterface<Contac
     std::vector<Vec3> Path() const {
         std::vector<Vec3> path;
         for (const Joint& joint : Of(GetParam().joint))
-            path.push_back(Add(joint.place, joint.axes * GetParam().fromJoint));
+            path.push_back(Add(joint.position, joint.axes * GetParam().fromJoint));
         return path;
     }
 };
 
-TEST_P(WalkContact, StandsStillWhileItIsDown) {
+TEST_P(WalkContact, DoesNotMoveWhileItIsDown) {
     const std::vector<Vec3> path = Path();
     const auto lower = [](const Vec3& a, const Vec3& b) { return a[1] < b[1]; };
     const double floor = (*std::min_element(path.begin(), path.end(), lower))[1];
     EXPECT_GT(floor, -kRounding) << "below the floor";
-    std::size_t standing = 0;
+    std::size_t down = 0;
     for (std::size_t frame = 1; frame < path.size(); ++frame) {
         if (path[frame][1] > floor + 0.005 || path[frame - 1][1] > floor + 0.005) continue;
-        ++standing;
+        ++down;
         EXPECT_LT(Distance(path[frame], path[frame - 1]), 0.01) << "frame " << frame;
     }
-    const double part = static_cast<double>(standing) / static_cast<double>(path.size() - 1);
-    EXPECT_GT(part, GetParam().leastStanding);
-    EXPECT_LT(part, GetParam().mostStanding);
+    const double part = static_cast<double>(down) / static_cast<double>(path.size() - 1);
+    EXPECT_GT(part, GetParam().leastDown);
+    EXPECT_LT(part, GetParam().mostDown);
 }
 
 // The heel is 5 cm behind and 0.039 of the stature of 175 cm below the ankle.
@@ -122,7 +122,7 @@ TEST_F(WalkMotion, SwingsEachArmAgainstTheLegOfItsSide) {
     }
 }
 
-// Landmarks of the knee's bend that every textbook's curve of normal walking has.
+// Landmarks of the knee's bend that textbooks show for normal walking.
 struct Landmark {
     const char* name;
     std::size_t from;  // percent of the cycle
@@ -136,7 +136,8 @@ std::ostream& operator<<(std::ostream& out, const Landmark& row) {
 class WalkKnee : public WalkMotion, public testing::WithParamInterface<Landmark> {};
 
 TEST_P(WalkKnee, BendsAsKneesDo) {
-    // The cycles of the left foot begin with the file's; the right foot's half a cycle later.
+    // The cycles of the left foot begin with those of the file, the right foot's half a cycle
+    // later.
     for (const std::string side : {"Left", "Right"}) {
         const std::size_t start = kCycle + (side == "Left" ? 0 : kCycle / 2);
         double largest = 0;
@@ -157,14 +158,14 @@ INSTANTIATE_TEST_SUITE_P(, WalkKnee,
                          [](const auto& row) { return row.param.name; });
 
 TEST_F(WalkMotion, MirrorsTheLeftHalfACycleLater) {
-    const double halfStride = (Of("Hips")[kCycle].place[2] - Of("Hips")[0].place[2]) / 2;
+    const double halfStride = (Of("Hips")[kCycle].position[2] - Of("Hips")[0].position[2]) / 2;
     for (const auto& [name, joints] : file_.walk) {
         std::string mirror = name;
         if (name.starts_with("Left")) mirror = "Right" + name.substr(4);
         if (name.starts_with("Right")) mirror = "Left" + name.substr(5);
         for (std::size_t frame = 0; frame + kCycle / 2 < Frames(); ++frame) {
-            const Vec3& a = joints[frame].place;
-            const Vec3& b = Of(mirror)[frame + kCycle / 2].place;
+            const Vec3& a = joints[frame].position;
+            const Vec3& b = Of(mirror)[frame + kCycle / 2].position;
             ASSERT_LT(Distance({-a[0], a[1], a[2] + halfStride}, b), kRounding)
                 << name << ", frame " << frame;
         }
@@ -172,8 +173,8 @@ TEST_F(WalkMotion, MirrorsTheLeftHalfACycleLater) {
 }
 
 TEST_F(WalkMotion, EndsInThePoseItBeganWith) {
-    const Vec3& first = Of("Hips").front().place;
-    const Vec3& last = Of("Hips").back().place;
+    const Vec3& first = Of("Hips").front().position;
+    const Vec3& last = Of("Hips").back().position;
     EXPECT_EQ((Frames() - 1) % kCycle, 0U);
     EXPECT_NEAR(last[0], first[0], kRounding);
     EXPECT_NEAR(last[1], first[1], kRounding);
@@ -182,7 +183,7 @@ TEST_F(WalkMotion, EndsInThePoseItBeganWith) {
         EXPECT_NEAR(file_.rows.front()[i], file_.rows.back()[i], 2e-6) << "value " << i;
 }
 
-// What a joint ranges over in a walk, cm.
+// The range of a joint's position in a walk, in cm.
 struct Excursion {
     const char* name;
     const char* joint;
@@ -198,7 +199,7 @@ class WalkExcursion : public WalkMotion, public testing::WithParamInterface<Excu
 TEST_P(WalkExcursion, IsAsLargeAsInAWalk) {
     std::vector<double> values;
     for (const Joint& joint : Of(GetParam().joint))
-        values.push_back(joint.place[GetParam().axis]);
+        values.push_back(joint.position[GetParam().axis]);
     const auto [low, high] = std::minmax_element(values.begin(), values.end());
     EXPECT_GT(*high - *low, GetParam().least);
     EXPECT_LT(*high - *low, GetParam().most);

@@ -1,6 +1,6 @@
-# What must be true of the tree that run.cmake installed and moved; a part of that script.
+# Checks the tree that run.cmake installed and moved. run.cmake includes this file.
 
-# What only the project's own tests may call is not installed.
+# Headers for the project's own tests must not be installed.
 foreach(header testing.h faults.h)
   file(GLOB_RECURSE found ${WORK_DIR}/moved/*/headless/${header})
   if(found)
@@ -22,7 +22,7 @@ foreach(user ${library_folder}/libzkmocaputils.so ${WORK_DIR}/moved/bin/zkhost)
   endif()
 endforeach()
 
-# A program that includes every installed header, built with what pkg-config says.
+# Builds a program that includes every installed header of the host, with the flags of pkg-config.
 file(GLOB_RECURSE headers RELATIVE ${WORK_DIR}/moved/include/zkmocaputils
   ${WORK_DIR}/moved/include/zkmocaputils/h*/*.h)
 list(TRANSFORM headers REPLACE "(.+)" "#include \"\\1\"")

@@ -1,6 +1,6 @@
-// Imports a BVH file the way any host would: load the plug-in, hand it an argument array, look at
-// the log and the scene. Prints the number of objects and the last log line; a failed import gives
-// the exit status 1 and its error on stderr.
+// Imports a BVH file as any host would: it loads the plug-in, passes it an argument array and reads
+// the log and the scene. Prints the number of objects and the last log line. If the import fails,
+// the exit status is 1 and the error is on stderr.
 #include <clocale>
 #include <cstdio>
 #include <cstring>
@@ -16,8 +16,8 @@
 
 namespace {
 
-// The plug-in turns the names in a file into wide text by the character locale, which a program
-// must choose itself. File names are UTF-8, whatever the user's locale says.
+// The plug-in converts the names in a file to wide text with the character locale, which a program
+// must choose itself. File names are UTF-8, whatever the user's locale is.
 void UseUtf8() {
     std::setlocale(LC_CTYPE, "");
     const bool isUtf8 = std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0;
@@ -25,7 +25,7 @@ void UseUtf8() {
 }
 
 // The path as wide text. A byte that belongs to no UTF-8 character becomes 0xDC00 + byte, which the
-// plug-in turns back into that byte when it opens the file.
+// plug-in converts back to that byte when it opens the file.
 std::wstring WidePath(std::string_view bytes) {
     std::wstring path;
     while (!bytes.empty()) {
@@ -43,7 +43,7 @@ std::wstring WidePath(std::string_view bytes) {
     return path;
 }
 
-// The callback returns 0 for failed imports too, so the log has to be asked.
+// The callback returns 0 for failed imports, too, so only the log tells whether there were errors.
 bool ReportErrors(const headless::Session& session) {
     bool failed = false;
     for (const headless::LogLine& line : session.Log()) {

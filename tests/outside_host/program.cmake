@@ -1,5 +1,5 @@
-# A program on the library for programs, built against the tree that run.cmake installed and moved; a
-# part of that script. PROGRAM is its source, README shows it.
+# Builds a program with libzkmocap, against the tree that run.cmake installed and moved. run.cmake
+# includes this file. PROGRAM is the program's source, which README shows.
 file(GLOB_RECURSE program_library ${WORK_DIR}/moved/libzkmocap.so)
 run(readelf --dynamic ${program_library})
 if(NOT output MATCHES "Library soname: \\[libzkmocap\\.so\\.0\\]")
@@ -8,8 +8,8 @@ endif()
 
 file(READ ${PROGRAM} source)
 file(READ ${README} readme)
-string(FIND "${readme}" "${source}" place)
-if(place EQUAL -1)
+string(FIND "${readme}" "${source}" position)
+if(position EQUAL -1)
   message(FATAL_ERROR "${README} does not show ${PROGRAM} as it is")
 endif()
 
@@ -38,7 +38,7 @@ foreach(compiler IN LISTS compilers)
   endif()
 endforeach()
 
-# The same by CMake's package.
+# Builds the same program with CMake's package.
 file(WRITE ${WORK_DIR}/program_source/CMakeLists.txt "cmake_minimum_required(VERSION 3.25)
 project(program LANGUAGES CXX)
 find_package(zkmocaputils REQUIRED)

@@ -30,7 +30,7 @@ run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 set(host ${WORK_DIR}/build/outside_host)
 run_import(${host} ${SAMPLE})
 
-# File names in UTF-8, and one with a byte that is none, in any locale.
+# Imports files with a name in UTF-8 and with a name that is not UTF-8, in any locale.
 string(ASCII 233 byte)
 foreach(name "Übung 歩く.bvh" "w${byte}.bvh")
   file(COPY_FILE ${SAMPLE} "${WORK_DIR}/${name}")
@@ -39,7 +39,7 @@ foreach(name "Übung 歩く.bvh" "w${byte}.bvh")
   endforeach()
 endforeach()
 
-# A failed import is told by the log alone.
+# Only the log tells that an import failed.
 execute_process(COMMAND ${host} ${WORK_DIR}/missing.bvh
   RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
 if(NOT result EQUAL 1 OR NOT output STREQUAL ""
@@ -47,6 +47,6 @@ if(NOT result EQUAL 1 OR NOT output STREQUAL ""
   message(FATAL_ERROR "a missing file gave ${result}: ${output}${errors}")
 endif()
 
-# The installed command finds its plug-in and its host by itself.
+# The installed command finds its plug-in and its host.
 run(${WORK_DIR}/moved/bin/zkhost import ${SAMPLE})
 file(REMOVE_RECURSE ${WORK_DIR})
