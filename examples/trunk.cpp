@@ -21,7 +21,7 @@ double OncePerCycle(double cycles, double peak) {
 // 3 cm, sways by 4 cm, turns 5 degrees forward with the leg that lands and drops 4 degrees over the
 // leg that swings.
 Placement PelvisAt(double cycles) {
-    constexpr double kHeight = 95.1;  // cm: the mean, about 3 cm lower than of a standing person
+    constexpr double kHeight = 95.1;  // cm: the mean height, about 3 cm lower than at rest
     Placement pelvis;
     pelvis.origin.x = 2.0 * OncePerCycle(cycles, 0.30);
     pelvis.origin.y = kHeight - 1.6 * OncePerStep(cycles, 0.035);

@@ -30,7 +30,7 @@ void OpenJoint(std::string& text, const Skeleton& skeleton, std::size_t id, std:
     const std::string indent(depth, '\t');
     const bool isRoot = id == kHips;
     text += indent + (isRoot ? "ROOT " : "JOINT ") + skeleton[id].name + '\n' + indent + "{\n";
-    // The root has no offset, because every frame has its whole position.
+    // The root's offset is zero, because each frame gives the whole position of the root.
     AppendOffset(text, indent + '\t', isRoot ? Vec3{} : skeleton[id].offset);
     text += indent +
             (isRoot ? "\tCHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n"
@@ -72,7 +72,7 @@ std::string WriteBvh(const Skeleton& skeleton, const std::vector<Pose>& poses) {
     std::string text;
     AppendHierarchy(text, skeleton);
     text += "MOTION\nFrames: " + std::to_string(poses.size()) + "\nFrame Time: ";
-    // Ten digits are enough to get exactly the same rate back.
+    // With ten digits, the rate that a reader computes is wrong by less than 1e-6.
     AppendNumber(text, 1.0 / kFramesPerSecond, 10);
     text += '\n';
     for (const Pose& pose : poses)

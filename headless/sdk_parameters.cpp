@@ -34,8 +34,8 @@ CValue OwnValue(const SceneEditor& editor, const CRef& ref, const Referent& refe
     return CValue();
 }
 
-// The parameter of that name: a member of what `ref` refers to, or `ref` itself. Empty if there is
-// none.
+// Finds the parameter of that name among the members of what `ref` refers to. If `ref` is itself a
+// parameter of that name, it is the result. Empty if there is none.
 CRef Member(const SceneEditor& editor, const CRef& ref, const Referent& referent,
             std::wstring_view name) {
     switch (referent.kind) {

@@ -1,6 +1,6 @@
 // Rotations as 4x4 matrices, m[row][column], for row vectors (p' = p * M): in A * B, A acts first.
-// Row 3 and column 3 are those of the identity. Angles are radians. No state, no allocation, no
-// failure.
+// Row 3 and column 3 are those of the identity. Angles are radians. The functions have no state,
+// allocate nothing and cannot fail.
 #pragma once
 
 void MatrixIdentity(double m[4][4]);
@@ -19,12 +19,12 @@ void MatrixRotationXYZ(double m[4][4], double rx, double ry, double rz);
 // MatrixRotationXYZ.
 void MatrixRotationZYX(double m[4][4], double rx, double ry, double rz);
 
-// The angle in [-pi, pi] with that sine and cosine, computed from the one that gives it more
-// accurately.
+// The angle in [-pi, pi] with that sine and cosine. It is computed with asin or acos, whichever is
+// more accurate at that angle.
 double arcSinCos(double sinValue, double cosValue);
 
-// The angles from which MatrixRotationXYZ computes `m` again. Of the two solutions it is the one
-// with |ry| >= pi/2. At gimbal lock the free angle is split equally between rx and rz.
+// The angles from which MatrixRotationXYZ computes `m` again. There are two solutions; the result
+// is the one with |ry| >= pi/2. At gimbal lock the free angle is split equally between rx and rz.
 void MatrixGetEulerAngles(const double m[4][4], double& rx, double& ry, double& rz);
 
 // Converts three rotations, angles[i] about the axis order[i], to the X-Y-Z angles of their
