@@ -32,7 +32,7 @@ class ChainEnd : public HostScene {
 TEST_F(ChainEnd, IsTheLastBone) {
     EXPECT_EQ(EndOfChain(Effector()), &RecordOf(hand));
     model.AddChild(Refs({effector}));
-    EXPECT_EQ(EndOfChain(Effector()), &RecordOf(hand)) << "whoever the parent is";
+    EXPECT_EQ(EndOfChain(Effector()), &RecordOf(hand)) << "under any parent";
     EXPECT_EQ(EndOfChain(RecordOf(hand)), nullptr) << "a bone is no effector";
     EXPECT_EQ(EndOfChain(RecordOf(model)), nullptr);
 }

@@ -39,7 +39,7 @@ TEST_F(Deletion, PrefersTheLastOfABareName) {
 TEST_F(Deletion, PrefersAFullNameToABareOne) {
     const Zelk::Null bare = AddNull(SceneRoot(), L"Hips");
     const Zelk::Null last = AddNull(AddModel(L"Skel"), L"Hips");
-    EXPECT_EQ(Delete(L"Hips"), kOk) << "which is the full name of what stands in no model";
+    EXPECT_EQ(Delete(L"Hips"), kOk) << "which is the full name of an object in no model";
     EXPECT_FALSE(bare.IsValid());
     EXPECT_TRUE(last.IsValid());
 }

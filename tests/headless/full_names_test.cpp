@@ -41,7 +41,7 @@ class FullNames : public HostScene {
     Scratch scratch;
 };
 
-TEST_F(FullNames, AreFlat) {
+TEST_F(FullNames, NameTheModelAndTheObjectAlone) {
     const struct {
         ZKObject object;
         const wchar_t* fullName;
@@ -75,7 +75,7 @@ TEST_F(FullNames, AreFlat) {
         EXPECT_EQ(FullNameOf(row.object), row.fullName);
 }
 
-TEST_F(FullNames, OfRecordsAreThoseOfHandles) {
+TEST_F(FullNames, AreTheSameForRecordsAndHandles) {
     for (const ZKObject& item :
          {ZKObject(model.GetRef()), ZKObject(pelvis.GetRef()), ZKObject(action.GetRef()),
           ZKObject(group.GetRef()), ZKObject(scratch.property.GetRef())})
@@ -84,7 +84,7 @@ TEST_F(FullNames, OfRecordsAreThoseOfHandles) {
     EXPECT_EQ(Wide(Scene().FullName(123'456'789)), L"");
 }
 
-TEST_F(FullNames, LeadToTheParent) {
+TEST_F(FullNames, ComeWithTheRightParents) {
     const struct {
         ZKObject object;
         Zelk::CBase parent;
@@ -110,7 +110,7 @@ TEST_F(FullNames, LeadToTheParent) {
         EXPECT_EQ(row.object.GetParent().GetRef(), row.parent.GetRef()) << FullNameOf(row.object);
 }
 
-TEST_F(FullNames, BelongToAModel) {
+TEST_F(FullNames, ComeWithTheRightModels) {
     const Zelk::Model inner = AddModel(L"Inner", hips);
     const struct {
         Zelk::ProjectItem item;

@@ -47,7 +47,7 @@ TEST_F(Names, OfModelsDifferFromTheObjectsAroundThem) {
     AddNull(outer, L"Inner1");
     const Zelk::Model inner = AddModel(L"Inner", outer);
     EXPECT_EQ(NameOf(inner), L"Inner2");
-    EXPECT_EQ(NameOf(AddModel(L"Inner")), L"Inner") << "nothing else was taken for good";
+    EXPECT_EQ(NameOf(AddModel(L"Inner")), L"Inner") << "no other name stayed reserved";
     EXPECT_EQ(NameOf(AddNull(outer, L"Inner2")), L"Inner21");
 }
 

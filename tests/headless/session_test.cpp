@@ -129,7 +129,7 @@ TEST_F(Sessions, CallTheListenerAtEachPollUntilTheButtonIsPressed) {
     isCancelled = true;
     EXPECT_EQ(Pressed(bar), Zelk::kAutomationTrue);
     isCancelled = false;
-    EXPECT_EQ(Pressed(bar), Zelk::kAutomationTrue) << "for good";
+    EXPECT_EQ(Pressed(bar), Zelk::kAutomationTrue) << "it stays pressed";
     EXPECT_EQ(asked, 3);
 }
 
