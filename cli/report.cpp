@@ -44,7 +44,7 @@ std::string FirstLoggedError(const take::Request& request, const take::Result& r
 }
 
 std::string Refusal(const take::Result& result) {
-    const take::FoundIn refusal = take::RefusalOf(result.findings);
+    const take::FindingInFile refusal = take::RefusalOf(result.findings);
     if (!refusal.finding) return {};
     return FilePrefix(refusal.file->file, refusal.file == &result.findings.back()) +
            survey::FindingText(*refusal.finding);

@@ -3,21 +3,21 @@
 namespace take {
 namespace {
 
-// The session's listeners, forgotten at the end.
-class Listening {
+// Connects the listener to the session; disconnects it when the scope ends.
+class ListenerScope {
   public:
-    Listening(headless::Session& session, const Listener& listener) : session_(session) {
+    ListenerScope(headless::Session& session, const Listener& listener) : session_(session) {
         session_.OnLog(listener.onLog);
         session_.OnBar(listener.onBar);
         session_.OnCancelPoll(listener.isCancelled);
     }
-    ~Listening() {
+    ~ListenerScope() {
         session_.OnLog(nullptr);
         session_.OnBar(nullptr);
         session_.OnCancelPoll(nullptr);
     }
-    Listening(const Listening&) = delete;
-    Listening& operator=(const Listening&) = delete;
+    ListenerScope(const ListenerScope&) = delete;
+    ListenerScope& operator=(const ListenerScope&) = delete;
 
   private:
     headless::Session& session_;
@@ -32,7 +32,7 @@ CallResult Call(const SessionLock& /*lock*/, const Plugin& plugin, const std::ws
     session.SetInteractive(hasProgressBar);
     CallResult result;
     {
-        const Listening listening(session, listener);
+        const ListenerScope scope(session, listener);
         result.code = plugin.Call(name.c_str(), arguments.Data());
     }
     result.userInput = plugin.UserInput();

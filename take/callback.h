@@ -15,12 +15,13 @@ namespace take {
 
 struct CallResult {
     std::int32_t code = 0;          // what the callback returned
-    headless::Recording recording;  // the scene and what happened
-    USERINPUT userInput;            // what the plug-in recorded of its arguments
+    headless::Recording recording;  // the scene, the log, the bar events and the commands
+    USERINPUT userInput;            // the plug-in's record of its arguments
 };
 
-// Makes the host's session new, calls the plug-in and moves out what it made. The listener's onLog
-// and onBar are called as things happen; isCancelled presses the bar's button.
+// Resets the host's session, calls the plug-in, and moves everything that the call made out of the
+// session. During the call the listener's onLog and onBar receive each line and each event, and the
+// bar's cancel button is pressed once isCancelled returns true.
 CallResult Call(const SessionLock& lock, const Plugin& plugin, const std::wstring& name,
                 const VariantList& arguments, bool hasProgressBar, const Listener& listener);
 

@@ -11,15 +11,15 @@ namespace take {
 
 struct FormatInfo {
     std::string_view name;  // "Biovision BVH"
-    // Whether it has limits of values and a length of its own, and so the options about them.
+    // Whether its skeletons have joint limits and a length multiplier, which options can change.
     bool hasLimitsAndLengths;
-    std::wstring_view command;
-    // How many of the command's arguments, the first ones, are texts.
+    std::wstring_view command;  // the name of the plug-in's command
+    // The command's first arguments are texts; this is how many of them.
     std::size_t textArguments;
 };
 
 const FormatInfo& InfoOf(Format format);
-// Null for a name that is no command of the plug-in.
+// Returns null where the plug-in has no command of that name.
 const FormatInfo* FindCommand(std::wstring_view command);
 
 }  // namespace take

@@ -13,7 +13,8 @@
 namespace take {
 namespace {
 
-constexpr double kCmuLengthMultiplier = 0.056444;  // inches, and the archive's own 0.45, to metres
+// The archive counts lengths in inches times 0.45; this turns them into metres.
+constexpr double kCmuLengthMultiplier = 0.056444;
 constexpr double kCmuFramesPerSecond = 120.0;
 
 survey::Preset PresetOf(const Request& request) {
@@ -39,7 +40,7 @@ survey::Options OptionsOf(const Request& request) {
     return options;
 }
 
-// The text of an input, from memory or from the storage.
+// The text of an input file, which is in memory already or is read from the storage.
 class InputText {
   public:
     InputText(const InputFile& file, text::Storage& storage)
@@ -47,8 +48,9 @@ class InputText {
         if (!content_) stored_ = storage.Read(file.path);
     }
 
-    // Followed by a NUL byte.
+    // A NUL byte follows the text.
     std::string_view Text() const { return content_ ? *content_ : stored_->Text(); }
+    // Why the file cannot be read; empty: it can.
     std::string Problem() const { return content_ ? std::string() : stored_->Problem(); }
     survey::AcclaimFile AsAcclaim() const { return {Text(), name_}; }
 
@@ -58,16 +60,16 @@ class InputText {
     std::unique_ptr<text::StoredText> stored_;
 };
 
-// Gathers what the surveys of the files found.
-class Gathering {
+// Collects the results of one import's surveys.
+class SurveyCollector {
   public:
-    explicit Gathering(const Request& request) : request_(request) {
+    explicit SurveyCollector(const Request& request) : request_(request) {
         result_.framesPerSecond = request.framesPerSecond;
         result_.lengthMultiplier = request.lengthMultiplier;
     }
 
-    // Whether the file could be read; otherwise that is a finding.
-    bool IsReadable(const InputFile& file, const InputText& text) {
+    // Returns whether the file could be read; adds a finding where it could not.
+    bool CheckReadable(const InputFile& file, const InputText& text) {
         if (text.Problem().empty()) return true;
         Add(file, {survey::UnreadableFinding(text.Problem())});
         return false;
@@ -80,15 +82,17 @@ class Gathering {
         result_.findings.push_back({file.path, std::move(findings)});
     }
 
-    // A rate or a length of the user's own is already in the options that the survey got.
+    // A rate of the request is kept: the user's choice comes before the file's.
     void SetRate(std::optional<double> framesPerSecond) {
         if (framesPerSecond && !result_.framesPerSecond) result_.framesPerSecond = framesPerSecond;
     }
+    // The survey got the request's length in its options, so its answer already respects it.
     void SetLengths(const survey::AcclaimSurvey& acclaim) {
         if (acclaim.lengthMultiplier) result_.lengthMultiplier = acclaim.lengthMultiplier;
         result_.multiplied = acclaim.multiplied;
     }
 
+    // Adds the mended texts, unless the files are refused.
     FileSurvey Finish(survey::FileSurvey* file = nullptr, survey::FileSurvey* motion = nullptr) {
         if (result_.isRefused) return std::move(result_);
         if (file) result_.file = std::move(file->mended);
@@ -102,35 +106,35 @@ class Gathering {
 };
 
 FileSurvey SurveyBiovision(const Request& request, text::Storage& storage) {
-    Gathering gathering(request);
+    SurveyCollector collector(request);
     const InputText file(request.file, storage);
-    if (!gathering.IsReadable(request.file, file)) return gathering.Finish();
+    if (!collector.CheckReadable(request.file, file)) return collector.Finish();
     survey::BvhSurvey surveyed = survey::SurveyBvh(file.Text(), OptionsOf(request));
-    gathering.Add(request.file, std::move(surveyed.findings));
-    gathering.SetRate(surveyed.framesPerSecond);
-    return gathering.Finish(&surveyed);
+    collector.Add(request.file, std::move(surveyed.findings));
+    collector.SetRate(surveyed.framesPerSecond);
+    return collector.Finish(&surveyed);
 }
 
 FileSurvey SurveyAcclaim(const Request& request, text::Storage& storage) {
-    Gathering gathering(request);
+    SurveyCollector collector(request);
     const InputText skeleton(request.file, storage);
     std::optional<InputText> motion;
     if (request.motion) motion.emplace(*request.motion, storage);
-    const bool isSkeletonReadable = gathering.IsReadable(request.file, skeleton);
-    const bool isMotionReadable = !motion || gathering.IsReadable(*request.motion, *motion);
-    if (!isSkeletonReadable || !isMotionReadable) return gathering.Finish();
+    const bool isSkeletonReadable = collector.CheckReadable(request.file, skeleton);
+    const bool isMotionReadable = !motion || collector.CheckReadable(*request.motion, *motion);
+    if (!isSkeletonReadable || !isMotionReadable) return collector.Finish();
 
     std::vector<survey::AcclaimFile> motions;
     if (motion) motions.push_back(motion->AsAcclaim());
     survey::AcclaimSurvey surveyed =
         survey::SurveyAcclaim(skeleton.AsAcclaim(), motions, OptionsOf(request));
-    gathering.Add(request.file, std::move(surveyed.skeleton.findings));
-    gathering.SetLengths(surveyed);
-    if (surveyed.motions.empty()) return gathering.Finish(&surveyed.skeleton);
-    survey::AmcSurvey& moved = surveyed.motions.front();
-    gathering.Add(*request.motion, std::move(moved.findings));
-    gathering.SetRate(moved.framesPerSecond);
-    return gathering.Finish(&surveyed.skeleton, &moved);
+    collector.Add(request.file, std::move(surveyed.skeleton.findings));
+    collector.SetLengths(surveyed);
+    if (surveyed.motions.empty()) return collector.Finish(&surveyed.skeleton);
+    survey::AmcSurvey& surveyedMotion = surveyed.motions.front();
+    collector.Add(*request.motion, std::move(surveyedMotion.findings));
+    collector.SetRate(surveyedMotion.framesPerSecond);
+    return collector.Finish(&surveyed.skeleton, &surveyedMotion);
 }
 
 FileSurvey WithoutSurvey(const Request& request) {

@@ -1,4 +1,4 @@
-// The look at an import's files before the plug-in gets them.
+// The survey of an import's files, before the plug-in reads them.
 #pragma once
 
 #include <optional>
@@ -12,20 +12,22 @@
 namespace take {
 
 struct FileSurvey {
-    std::vector<FileFindings> findings;  // of each file; empty without a survey
-    bool isRefused = false;
-    // The texts that the plug-in is to read in the files' stead; none: the files themselves.
+    std::vector<FileFindings> findings;  // one element for each file; empty without a survey
+    bool isRefused = false;              // the findings forbid the import
+    // The mended texts that the plug-in reads instead of the files; none: it reads the file itself.
     std::optional<survey::MendedText> file;
     std::optional<survey::MendedText> motion;
-    // As the request states them or else as the survey found them; none: what the plug-in reads
-    // says so itself.
+    // The values of the request or, where it has none, those that the survey found. None: the text
+    // that the plug-in reads states the value itself.
     std::optional<double> framesPerSecond;
     std::optional<double> lengthMultiplier;
-    // What the scene's lengths are multiplied by beyond the unit that was asked for.
+    // The survey enlarges a skeleton whose bones are too short for the plug-in. This is the factor
+    // on all lengths of the scene; exports divide by it. 1: nothing was enlarged.
     double multiplied = 1.0;
 };
 
-// With Request::asIs no file is looked at, and a preset that was asked for is applied.
+// Surveys the files as the request's format asks. With Request::asIs no file is read; then only the
+// request's own values and those of Preset::Cmu are filled in.
 FileSurvey SurveyFiles(const Request& request, text::Storage& storage);
 
 }  // namespace take

@@ -13,7 +13,7 @@ std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files) {
     return all;
 }
 
-FoundIn RefusalOf(const std::vector<FileFindings>& files) {
+FindingInFile RefusalOf(const std::vector<FileFindings>& files) {
     for (const survey::Severity severity : {survey::Severity::Error, survey::Severity::Warning})
         for (const FileFindings& file : files)
             for (const survey::Finding& finding : file.findings)

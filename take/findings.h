@@ -1,4 +1,4 @@
-// What surveys found, file by file.
+// The findings of an import's surveys, one list for each file.
 #pragma once
 
 #include <string>
@@ -9,22 +9,22 @@
 
 namespace take {
 
-// The findings of one file, by line.
+// The findings of one file, sorted by line.
 struct FileFindings {
     std::string file;  // as the user named it
     std::vector<survey::Finding> findings;
 };
 
-// Each finding of the files as a JSON object. Where there are several files, each says its own.
+// Returns each finding as a JSON object. Where there are several files, each object names its file.
 ZKMOCAP_API std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files);
 
-// A finding and the file that it is about.
-struct FoundIn {
+// A finding and the file that it is about. Both are null where there is no such finding.
+struct FindingInFile {
     const FileFindings* file = nullptr;
     const survey::Finding* finding = nullptr;
 };
-// Of files that were refused, the finding that says why: the first error or, in a strict import,
-// the first warning. Refers to `files`; both null where nothing refuses them.
-FoundIn RefusalOf(const std::vector<FileFindings>& files);
+// Returns the finding for which refused files were refused: the first error or, where there is no
+// error, the first warning, which refuses a strict import. The result points into `files`.
+FindingInFile RefusalOf(const std::vector<FileFindings>& files);
 
 }  // namespace take

@@ -18,18 +18,21 @@
 namespace take {
 namespace {
 
-// As the plug-in wants it: absolute, symbolic links as they are.
+// Makes the path absolute, which the plug-in needs. Symbolic links are not resolved, because the
+// plug-in names the model after the file.
 std::wstring AbsolutePath(const std::string& path) {
-    std::error_code unknown;
-    const std::filesystem::path absolute = std::filesystem::absolute(path, unknown);
-    return text::DecodeUtf8(unknown ? path : absolute.string());
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    return text::DecodeUtf8(error ? path : absolute.string());
 }
 
-// The files as the plug-in reads them, for as long as this lives.
+// The paths of the files that the plug-in reads. Temporary files are removed at the end of this
+// object's life.
 class PluginFiles {
   public:
-    // Writes mended texts and files from memory to a folder of the storage, and gives up their
-    // memory. Throws text::WriteError.
+    // Writes mended texts, and files that exist only in memory, to a temporary folder of the
+    // storage. Empties the mended texts, so that their memory is free during the import. Throws
+    // text::WriteError.
     PluginFiles(const Request& request, FileSurvey& survey, text::Storage& storage) {
         const std::size_t bytes = SizeOf(request.file, survey.file) +
                                   (request.motion ? SizeOf(*request.motion, survey.motion) : 0);
@@ -57,7 +60,7 @@ class PluginFiles {
         return text::DecodeUtf8(path);
     }
 
-    std::unique_ptr<text::TemporaryFolder> folder_;  // null where all files are read themselves
+    std::unique_ptr<text::TemporaryFolder> folder_;  // null: the plug-in reads the files themselves
     std::wstring file_;
     std::wstring motion_;
 };
@@ -94,12 +97,12 @@ Command AcclaimCommand(const Request& request, const FileSurvey& survey, const P
     return command;
 }
 
-// What sets the formats apart.
+// What differs between the formats.
 struct FormatTraits {
     Command (*command)(const Request&, const FileSurvey&, const PluginFiles&);
-    // Where the plug-in records the files.
+    // The members of the plug-in's record that name the files.
     Zelk::CString USERINPUT::*file;
-    Zelk::CString USERINPUT::*motion;  // null: a format without
+    Zelk::CString USERINPUT::*motion;  // null: the format has no second file
 };
 
 const FormatTraits& TraitsOf(Format format) {
@@ -110,7 +113,7 @@ const FormatTraits& TraitsOf(Format format) {
     return kTraits[static_cast<std::size_t>(format)];
 }
 
-// The record names the files as the user did, whatever the plug-in was handed.
+// Puts the user's files into the record, where the plug-in noted the temporary files that it read.
 void NameFiles(const Request& request, USERINPUT& input) {
     const FormatTraits& traits = TraitsOf(request.format);
     input.*traits.file = AbsolutePath(request.file.path).c_str();
@@ -119,7 +122,8 @@ void NameFiles(const Request& request, USERINPUT& input) {
         request.motion ? AbsolutePath(request.motion->path).c_str() : Zelk::CString();
 }
 
-// Has the plug-in import the files, with log lines as they would be of the files themselves.
+// Lets the plug-in import the files. Line numbers in the log are turned back into those of the
+// user's files.
 void CallPlugin(const Plugin& plugin, const Request& request, FileSurvey& survey,
                 text::Storage& storage, const Listener& listener, Result& result) {
     const SessionLock lock;
@@ -133,7 +137,7 @@ void CallPlugin(const Plugin& plugin, const Request& request, FileSurvey& survey
         log.push_back(lines.Restore(line));
         if (listener.onLog) listener.onLog(log.back());
     };
-    // A mended text is UTF-8, whatever the locale.
+    // A mended text is always UTF-8, so the locale's encoding must not be used for it.
     const bool isMended = survey.file || survey.motion;
     const Utf8Characters characters(isMended || !request.readsInLocale);
     const Command command = TraitsOf(request.format).command(request, survey, files);
@@ -152,7 +156,7 @@ void CallPlugin(const Plugin& plugin, const Request& request, FileSurvey& survey
 
 std::string Result::FirstError() const {
     if (!problem.empty()) return problem;
-    const FoundIn refusal = isRefused ? RefusalOf(findings) : FoundIn();
+    const FindingInFile refusal = isRefused ? RefusalOf(findings) : FindingInFile();
     if (refusal.finding) return refusal.file->file + ": " + survey::FindingText(*refusal.finding);
     for (const headless::LogLine& line : recording.log)
         if (IsError(line)) return text::EncodeUtf8(headless::View(line.text));

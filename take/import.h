@@ -1,7 +1,7 @@
 // One import, from files or memory to a scene.
 //
 // The library sets no locale and no signal handler, and writes nothing to the standard streams.
-// What goes wrong is in the result; only lack of memory is thrown (std::bad_alloc).
+// The result says what went wrong; only std::bad_alloc is thrown, where memory runs out.
 #pragma once
 
 #include <cstdint>
@@ -22,40 +22,41 @@
 
 namespace take {
 
-// What an import brought. It owns its scene: any number of results exist side by side, stay as they
-// are, and may be read from several threads at once.
+// The result of an import. It owns its scene and does not change when another import runs, so that
+// a program may keep any number of results and read each from several threads at once.
 struct Result {
     Outcome outcome;
-    // Why there was nothing to import with, in one line (a text could not be handed to the
-    // plug-in); empty otherwise.
+    // Why the plug-in could not be called, in one line: no temporary file could be written for a
+    // mended text. Empty: it was called, or the files were refused.
     std::string problem;
     // Whether the survey refused the files; the findings say why.
     bool isRefused = false;
-    // Of each file; empty without a survey.
+    // One element for each file; empty without a survey.
     std::vector<FileFindings> findings;
 
-    std::int32_t code = 0;  // the callback's, 0 even for a failed import
-    headless::Recording
-        recording;        // the scene, the log and what else happened; never without a scene
-    USERINPUT userInput;  // the plug-in's record of its arguments, files as the user named them
+    std::int32_t code = 0;          // the callback's result, 0 even for a failed import
+    headless::Recording recording;  // the scene, which is never null, and the log, bar and commands
+    USERINPUT userInput;            // the plug-in's record of its arguments, with absolute paths
 
-    // The take's rate, where it is not the one that the motion has.
+    // The take's rate, where it differs from the one of the imported motion.
     std::optional<double> framesPerSecond;
-    // The factor on an Acclaim skeleton's lengths, where it is not the file's own.
+    // The factor on an Acclaim skeleton's lengths, where it differs from the file's own.
     std::optional<double> lengthMultiplier;
-    // What the scene's lengths are multiplied by beyond their unit; exports divide by it.
+    // The survey enlarges a skeleton whose bones are too short for the plug-in. This is the factor
+    // on all lengths of the scene; exports divide by it. 1: nothing was enlarged.
     double multiplied = 1.0;
 
     bool IsImported() const {
         return outcome.status == Status::Imported || outcome.status == Status::ImportedInPart;
     }
     const headless::Scene& Scene() const { return *recording.scene; }
-    // The first error of the survey or in the log, in one line; empty without one.
+    // Why the import failed, in one line: the problem, the finding that refused the files, the
+    // first error of the log, or "cancelled". Empty: it did not fail.
     ZKMOCAP_API std::string FirstError() const;
 };
 
-// Surveys the files, mends what it can, and has the plug-in build the scene. Imports in one process
-// run one after the other, from whatever threads they are asked for.
+// Surveys the files, mends what it can, and lets the plug-in build the scene. Several threads may
+// call this; a second import in the same process waits until the first one has ended.
 ZKMOCAP_API Result Import(const Plugin& plugin, const Request& request, text::Storage& storage,
                           const Listener& listener = {});
 

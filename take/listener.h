@@ -1,4 +1,4 @@
-// What can be watched while an import runs.
+// Functions that an import calls while it runs.
 #pragma once
 
 #include <functional>
@@ -9,15 +9,16 @@
 
 namespace take {
 
-// Each may be empty. All are called on the thread that imports; they must neither throw nor import.
+// Each may be empty. All are called on the thread that imports; they must not throw and must not
+// start an import.
 struct Listener {
-    // The files were surveyed, and the plug-in gets them next unless they are refused.
+    // Called after the survey. The plug-in reads the files next, unless they are refused.
     std::function<void(const std::vector<FileFindings>&, bool isRefused)> onSurveyed{};
     std::function<void(const headless::LogLine&)> onLog{};
-    // Of a request with a progress bar.
+    // Called only where the request has a progress bar.
     std::function<void(const headless::BarEvent&)> onBar{};
-    // Whether the user wants to stop. Asked from time to time while the plug-in runs, by a request
-    // with a progress bar, and at the end by any.
+    // Returns whether the user wants to stop. It is asked once after the plug-in has returned and,
+    // where the request has a progress bar, also from time to time while the plug-in runs.
     std::function<bool()> isCancelled{};
 };
 

@@ -1,4 +1,4 @@
-// The lines of the files themselves in log lines about the texts in their stead.
+// Line numbers of mended texts, which the plug-in logs, turned into those of the user's files.
 #pragma once
 
 #include <cstddef>
@@ -14,12 +14,13 @@ using LineMarks = std::vector<survey::LineMark>;
 
 class OriginalLines {
   public:
-    // The marks of the texts that the plug-in reads; null where it reads the file itself, or where
-    // there is no motion. What they point to has to outlive this.
+    // `file` and `motion` are the line marks of the mended texts; null where the plug-in reads the
+    // file itself or where there is no motion. The marks have to outlive this object.
     OriginalLines(const LineMarks* file, const LineMarks* motion, bool hasMotion)
         : file_(file), motion_(motion), hasMotion_(hasMotion) {}
 
-    // A log line as it would be of the file itself. To be called with each in order.
+    // Returns the log line with the line number of the user's file. It has to be called with every
+    // line of the log, in order.
     headless::LogLine Restore(const headless::LogLine& line);
 
   private:
@@ -29,7 +30,7 @@ class OriginalLines {
     LogSubject subject_;
 };
 
-// The line of the file that line `mended` of the text is from, both from 1.
+// Returns the line of the file that line `mended` of the mended text came from. Both count from 1.
 std::size_t OriginalLine(const LineMarks& marks, std::size_t mended);
 
 }  // namespace take

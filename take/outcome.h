@@ -1,4 +1,4 @@
-// What became of an import, judged from what the host logged.
+// The outcome of an import, judged from the host's log.
 #pragma once
 
 #include <cstddef>
@@ -13,30 +13,31 @@ namespace take {
 
 enum class Status : std::uint8_t {
     Imported,
-    ImportedInPart,  // an error, after some models were imported whole
+    ImportedInPart,  // an error followed after some models were complete
     Failed,
     Cancelled,
 };
 
 struct Outcome {
     Status status = Status::Failed;
-    // What the line that counts the models says; none without that line.
+    // The number of complete models, as the log counts them; none: the log has no such line.
     std::optional<std::size_t> models;
 };
 
-// Whether the line reports a failed import.
+// Returns whether the line reports that the import failed.
 ZKMOCAP_API bool IsError(const headless::LogLine& line);
 
-// `result` is the callback's code, 0 even for a failed import. `isCancelled`: the user asked to
-// stop, whether the plug-in noticed or not.
+// `result` is the callback's result, which is 0 even for a failed import. `isCancelled` says
+// whether the user asked to stop, even if the plug-in ended before it noticed.
 Outcome JudgeImport(std::int32_t result, const std::vector<headless::LogLine>& log,
                     bool isCancelled);
 
-// Which file each line of a log is about. An import of a skeleton and a motion logs what it has to
-// say about the skeleton, then its documentation, then what there is about the motion.
+// Tells which file each log line is about. An Acclaim import logs the lines about the skeleton,
+// then the skeleton's documentation, then the lines about the motion.
 class LogSubject {
   public:
-    // To be called with each line in order.
+    // Returns whether the line is about the motion. It has to be called with every line of the log,
+    // in order.
     bool IsMotion(const headless::LogLine& line);
 
   private:

@@ -21,7 +21,8 @@ namespace {
 
 LoadedPlugin Load(const std::string& path) {
     if (path.empty()) return {Plugin(ZelkOnCommand, g_UserInput), {}};
-    return {std::nullopt, fmt::format("cannot load the plug-in: {}: one is linked in", path)};
+    return {std::nullopt,
+            fmt::format("cannot load the plug-in {}: this program has one linked in", path)};
 }
 
 #else
@@ -31,8 +32,9 @@ constexpr char kPluginName[] = "libzkmocaputils.so";
 std::vector<std::string> AllCandidates() {
     std::vector<std::string> folders;
     Dl_info module{};
-    static const char here = 0;
-    if (dladdr(&here, &module) != 0 && module.dli_fname && *module.dli_fname == '/')
+    // Any address of this library tells which file the library was loaded from.
+    static const char address = 0;
+    if (dladdr(&address, &module) != 0 && module.dli_fname && *module.dli_fname == '/')
         folders.emplace_back(text::FolderPart(module.dli_fname));
     std::error_code unreadable;
     const auto executable = std::filesystem::read_symlink("/proc/self/exe", unreadable);
@@ -47,20 +49,21 @@ std::vector<std::string> AllCandidates() {
     return candidates;
 }
 
-// Returns the file, or why there is none in `problem`.
+// Returns the plug-in's path. Where there is none, sets `problem` and returns an empty text.
 std::string FindPlugin(std::string& problem) {
     const std::vector<std::string> candidates = AllCandidates();
     std::error_code unreadable;
     for (const std::string& candidate : candidates)
         if (std::filesystem::exists(candidate, unreadable)) return candidate;
-    problem = fmt::format("no plug-in found (--plugin names one); looked for\n  {}",
+    problem = fmt::format("no plug-in found (--plugin PATH chooses one); looked for\n  {}",
                           fmt::join(candidates, "\n  "));
     return {};
 }
 
 LoadedPlugin Load(const std::string& path) {
     LoadedPlugin loaded;
-    // Absolute, since a bare name would be looked for in the system's folders.
+    // dlopen looks for a name without a slash in the system's folders, so the path is made
+    // absolute.
     std::error_code unreadable;
     const std::string file = path.empty() ? FindPlugin(loaded.problem)
                                           : std::filesystem::absolute(path, unreadable).string();

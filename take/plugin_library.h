@@ -1,5 +1,5 @@
-// The plug-in, known by its two exports alone: loaded as any host would load it or, in a build with
-// ZKMOCAP_STATIC_PLUGIN, linked in.
+// The plug-in as a host uses it: through its two exports alone. It is loaded from its file or, in a
+// build with ZKMOCAP_STATIC_PLUGIN, linked into the program.
 #pragma once
 
 #include <cstdint>
@@ -12,13 +12,14 @@
 
 namespace take {
 
-// Stays loaded until the end of the process: what it made may refer to its code. May be copied.
+// The two exports. May be copied. The library stays loaded until the process ends, because objects
+// that it made may refer to its code.
 class Plugin {
   public:
     Plugin(plugin::Callback callback, const USERINPUT& userInput)
         : callback_(callback), userInput_(&userInput) {}
 
-    // `arguments`: at least as many records as the command reads (plugin/contract.h).
+    // `arguments` has at least as many records as the command reads (plugin/contract.h).
     std::int32_t Call(const wchar_t* name, const VARIANT* arguments) const {
         return callback_(name, arguments);
     }
@@ -32,15 +33,17 @@ class Plugin {
 
 struct LoadedPlugin {
     std::optional<Plugin> plugin;
-    std::string problem;  // why there is none, and what was tried
+    std::string
+        problem;  // why there is no plug-in, and which files were tried; empty: there is one
 };
 
-// `path` empty: the one that is linked in, or the first that exists of the candidates around the
-// library that this function is in, then around the executable.
+// Loads the plug-in from `path`. With an empty path it returns the plug-in that is linked in or, in
+// other builds, loads the first PluginCandidates file that exists: first around the library that
+// contains this function, then around the executable.
 ZKMOCAP_API LoadedPlugin LoadPlugin(const std::string& path = {});
 
-// Where a plug-in is looked for when none is named: in `folder`, then in the library folders of a
-// build or install tree around it.
+// Returns the paths where a plug-in is looked for around `folder`: in the folder itself, then in
+// the library folders of a build tree or an install tree that the folder belongs to.
 std::vector<std::string> PluginCandidates(const std::string& folder);
 
 }  // namespace take

@@ -1,4 +1,4 @@
-// What is asked of one import.
+// The files and the options of one import.
 #pragma once
 
 #include <cstddef>
@@ -8,59 +8,59 @@
 
 namespace take {
 
-// The formats that there are. Tables of formats have a row for each, in this order.
+// How many formats there are. A table indexed by Format has this many rows, in the enum's order.
 inline constexpr std::size_t kFormatCount = 2;
 
-// Which of the plug-in's two commands reads the files.
+// Each format has its own command of the plug-in.
 enum class Format : std::uint8_t {
     Biovision,  // a .bvh: a skeleton and its motion
-    Acclaim,    // an .asf: a skeleton, with or without the .amc of a motion
+    Acclaim,    // an .asf, which is a skeleton, with or without an .amc, which is its motion
 };
 
-// Of Acclaim files, which lengths and rate they have.
+// The unit of length and the rate of Acclaim files, which often state neither.
 enum class Preset : std::uint8_t {
-    Auto,  // the archive's, where a file looks like one of its
-    Cmu,   // the archive's: metres and 120 frames a second
-    None,  // what the file says
+    Auto,  // Cmu for files that look like those of that archive, None for others
+    Cmu,   // the scene is in metres, the motion has 120 frames a second
+    None,  // what the file itself states
 };
 
 struct InputFile {
-    // As the user named it, in UTF-8. The model of a file that does not name one itself is called
-    // after it.
+    // The path as the user wrote it, in UTF-8. Where the file does not name its model, the model is
+    // named after the path.
     std::string path;
-    // The file itself, where it is in memory; none: it is read from the storage.
+    // The file's bytes, where they are in memory; none: the file is read from the storage.
     std::optional<std::string> content = std::nullopt;
 };
 
 struct Request {
     Format format = Format::Biovision;
     InputFile file;                   // the .bvh or .asf
-    std::optional<InputFile> motion;  // the .amc of Acclaim files
+    std::optional<InputFile> motion;  // the .amc; none: the skeleton alone
 
-    bool useNulls = true;  // false: chains of bones
-    bool chainFromParentJoint = true;
-    bool effectorToLastBone = false;
+    bool useNulls = true;              // false: chains of bones
+    bool chainFromParentJoint = true;  // a chain starts at its parent joint
+    bool effectorToLastBone = false;   // an effector is a child of its chain's last bone
     bool createGroup = true;
     bool addClip = false;
-    // Of Acclaim files: hold the values within the limits; the factor on lengths in the place of
-    // the file's own.
+    // For Acclaim files only: whether values are clamped to the skeleton's limits, and a factor on
+    // lengths that replaces the file's own.
     bool applyLimits = false;
     std::optional<double> lengthMultiplier;
     Preset preset = Preset::Auto;
 
-    // Without a survey: the plug-in reads the files to the letter.
+    // Skips the survey: the plug-in reads the files as they are.
     bool asIs = false;
-    // A warning of the survey refuses the import too.
+    // A warning of the survey refuses the files, as an error does.
     bool strict = false;
-    // Of names that are no UTF-8, as iconv names it; empty: Windows-1252.
+    // The encoding of names that are not valid UTF-8, as iconv names it; empty: Windows-1252.
     std::string encoding;
-    // The take's rate, stated in the file's stead. Above zero.
+    // The take's rate, above zero, which replaces the one that the file states.
     std::optional<double> framesPerSecond;
 
-    // Lets the plug-in show a progress bar, which can be watched and cancelled.
+    // Gives the plug-in a progress bar. Only with it can a listener cancel while the plug-in runs.
     bool hasProgressBar = false;
-    // Names in a file that is read to the letter are read by the character locale of the calling
-    // thread; otherwise as UTF-8.
+    // Where no file was mended, names are decoded by the character locale of the calling thread;
+    // false: always as UTF-8.
     bool readsInLocale = false;
 };
 

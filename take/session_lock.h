@@ -4,8 +4,8 @@
 
 namespace take {
 
-// For as long as one lives, no other thread imports: the host has one session in a process, and the
-// plug-in one record of its arguments.
+// While one of these exists, no other thread can import; a second one waits for it. The reason: a
+// process has one session of the host, and the plug-in has one record of its arguments.
 class SessionLock {
   public:
     SessionLock() : lock_(Mutex()) {}

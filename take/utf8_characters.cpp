@@ -8,12 +8,12 @@ Utf8Characters::Utf8Characters(bool applies) {
     if (!applies) return;
     utf8_ = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     if (!utf8_) throw std::bad_alloc();
-    former_ = uselocale(utf8_);
+    previous_ = uselocale(utf8_);
 }
 
 Utf8Characters::~Utf8Characters() {
     if (!utf8_) return;
-    uselocale(former_);
+    uselocale(previous_);
     freelocale(utf8_);
 }
 

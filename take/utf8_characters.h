@@ -4,10 +4,11 @@
 
 namespace take {
 
-// For as long as this lives, this thread reads characters as UTF-8, whatever its locale says.
+// While this exists, the C library decodes characters as UTF-8 on this thread, whatever the locale
+// of the process says.
 class Utf8Characters {
   public:
-    // Where `applies` is false, nothing changes.
+    // With `applies` false, nothing changes. Throws std::bad_alloc where the locale cannot be made.
     explicit Utf8Characters(bool applies);
     ~Utf8Characters();
     Utf8Characters(const Utf8Characters&) = delete;
@@ -15,7 +16,7 @@ class Utf8Characters {
 
   private:
     locale_t utf8_ = nullptr;
-    locale_t former_ = nullptr;
+    locale_t previous_ = nullptr;
 };
 
 }  // namespace take

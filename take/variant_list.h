@@ -1,4 +1,4 @@
-// The argument array of a callback.
+// The array of arguments that the plug-in's callback reads.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,8 @@
 
 namespace take {
 
-// Owns the texts its records point to. Arguments that were not added are zero, a missing text a
-// null pointer, for as many as any command reads.
+// Owns the texts that its records point to. It always has at least as many records as any command
+// reads; those that were not added are zero, which is a null pointer where a text is read.
 class VariantList {
   public:
     void AddText(std::wstring text);
@@ -20,7 +20,7 @@ class VariantList {
     void AddWord(std::uint16_t word);
     void AddReal(double value);
 
-    // Valid until the next addition.
+    // The pointer is valid until the next addition.
     const VARIANT* Data() const { return records_.data(); }
 
   private:
@@ -30,7 +30,7 @@ class VariantList {
     static_assert(kLeastRecords >= plugin::acclaim::kArgumentCount &&
                   kLeastRecords >= plugin::biovision::kArgumentCount);
 
-    std::deque<std::wstring> texts_;  // whose elements stay where they are
+    std::deque<std::wstring> texts_;  // a deque, because records point to its elements
     std::vector<VARIANT> records_ = std::vector<VARIANT>(kLeastRecords);
     std::size_t added_ = 0;
 };

@@ -19,7 +19,7 @@ TEST(LinkedPlugin, ImportsWithoutAFileOfItsOwn) {
 TEST(LinkedPlugin, IsTheOnlyOne) {
     const take::LoadedPlugin loaded = take::LoadPlugin("/nonexistent/plugin.so");
     EXPECT_FALSE(loaded.plugin);
-    EXPECT_THAT(loaded.problem, testing::HasSubstr("one is linked in"));
+    EXPECT_THAT(loaded.problem, testing::HasSubstr("has one linked in"));
 }
 
 }  // namespace
