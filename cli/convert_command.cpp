@@ -20,22 +20,26 @@ int Plan(const dataset::Conversion& conversion, const std::string& program) {
             words.insert(words.begin(), program);
             ToStdout()(text::ShellLine(words) + '\n');
         },
-        [&](const dataset::IndexRow& row) { show.Take(row); });
+        [&](const dataset::IndexRow& row) { show.RecordNotConverted(row); });
     return show.Failures() > 0 ? dataset::kSomeFailed : dataset::kImported;
 }
 
 int Run(dataset::Conversion& conversion, const dataset::Request& request) {
-    // Said once, not by every import.
+    // The plug-in is loaded here only so that a failure is reported once and not by every import.
     const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
     if (!loaded.plugin) throw PluginError(loaded.problem);
     ConvertShow show(conversion.JobCount());
     dataset::Watcher watcher;
-    watcher.onConverted = [&](const auto& row, const auto& told) { show.Take(row, told); };
-    watcher.onKnown = [&](const auto& row, const auto& told) { show.TakeKnown(row, told); };
-    watcher.onMessage = [&](std::string_view message) { show.Say(message); };
+    watcher.onConverted = [&](const auto& row, const auto& findings) {
+        show.RecordConverted(row, findings);
+    };
+    watcher.onNotConverted = [&](const auto& row, const auto& findings) {
+        show.RecordNotConverted(row, findings);
+    };
+    watcher.onMessage = [&](std::string_view message) { show.PrintMessage(message); };
     const dataset::RunEnd end = conversion.Run(watcher);
     if (!end.indexProblem.empty()) PrintError(end.indexProblem);
-    ToStdout()(show.ClosingLine(end.index));
+    ToStdout()(show.Summary(end.index));
     if (end.isCancelled) return dataset::kCancelled;
     if (!end.indexProblem.empty()) return dataset::kOutputFailed;
     return show.Failures() > 0 ? dataset::kSomeFailed : dataset::kImported;

@@ -6,8 +6,9 @@
 
 namespace cli {
 
-// Converts a data set, or prints how. `program` is what this program was called by. Returns the
-// exit status; throws UsageError, and PluginError where there is no plug-in to import with.
+// Converts a data set or, with --plan, prints the command lines that would. `program` is the name
+// that they begin with. Returns the exit status. Throws UsageError, and PluginError where the
+// plug-in cannot be loaded.
 int RunConvert(const dataset::Request& request, const std::string& program);
 
 }  // namespace cli

@@ -14,14 +14,14 @@
 namespace cli {
 namespace {
 
-// Every change is shown: an import takes long enough.
+// The bar changes once per import, which is rare enough to redraw it every time.
 constexpr std::chrono::milliseconds kInterval{0};
 
 std::string Readable(const std::string& text) {
     return text::EscapeControls(text);
 }
 
-// Each line's end stays.
+// Keeps line feeds.
 std::string ReadableLines(const std::string& text) {
     return text::EscapeControls(text, true);
 }
@@ -40,28 +40,30 @@ headless::BarEvent Event(headless::BarEvent::Kind kind, std::size_t number) {
 ConvertShow::ConvertShow(std::size_t total) : total_(total) {
     if (total == 0 || !CanRedrawLines()) return;
     bar_.emplace(TerminalColumns(STDERR_FILENO), kInterval, ToStderr());
-    bar_->Take(Event(headless::BarEvent::Kind::Maximum, total));
-    bar_->Take(Event(headless::BarEvent::Kind::Visible, 1));
+    bar_->Receive(Event(headless::BarEvent::Kind::Maximum, total));
+    bar_->Receive(Event(headless::BarEvent::Kind::Visible, 1));
 }
 
-void ConvertShow::Take(const dataset::IndexRow& row, const dataset::ToldFindings& told) {
-    Count(row, told, converted_);
+void ConvertShow::RecordConverted(const dataset::IndexRow& row,
+                                  const dataset::ReportedFindings& findings) {
+    Record(row, findings, converted_);
 }
 
-void ConvertShow::TakeKnown(const dataset::IndexRow& row, const dataset::ToldFindings& told) {
-    Count(row, told, known_);
+void ConvertShow::RecordNotConverted(const dataset::IndexRow& row,
+                                     const dataset::ReportedFindings& findings) {
+    Record(row, findings, upToDate_);
 }
 
-void ConvertShow::Say(std::string_view message) {
+void ConvertShow::PrintMessage(std::string_view message) {
     if (bar_) bar_->Erase();
     PrintError(message);
 }
 
-void ConvertShow::Count(const dataset::IndexRow& row, const dataset::ToldFindings& told,
-                        std::size_t& whenOk) {
+void ConvertShow::Record(const dataset::IndexRow& row, const dataset::ReportedFindings& findings,
+                         std::size_t& okCount) {
     switch (row.status) {
         case dataset::JobStatus::Ok:
-            ++whenOk;
+            ++okCount;
             break;
         case dataset::JobStatus::Partial:
             ++partial_;
@@ -75,8 +77,8 @@ void ConvertShow::Count(const dataset::IndexRow& row, const dataset::ToldFinding
     std::istringstream codes(row.findings);
     for (std::string code; codes >> code;)
         ++filesByCode_[code];
-    std::string lines = ReadableLines(told.lines);
-    if (row.status != dataset::JobStatus::Ok && !told.refused)
+    std::string lines = ReadableLines(findings.lines);
+    if (row.status != dataset::JobStatus::Ok && !findings.refused)
         lines += fmt::format("{}: {}\n", Readable(row.source), Readable(row.error));
     if (bar_ && !lines.empty()) bar_->Erase();
     ToStderr()(lines);
@@ -85,25 +87,25 @@ void ConvertShow::Count(const dataset::IndexRow& row, const dataset::ToldFinding
 
 void ConvertShow::Draw() {
     if (!bar_) return;
-    const std::size_t done = converted_ + known_ + Failures();
+    const std::size_t done = converted_ + upToDate_ + Failures();
     const std::string caption =
         Failures() == 0 ? fmt::format("{} of {} done", done, total_)
                         : fmt::format("{} of {} done, {} failed", done, total_, Failures());
     const std::wstring wide = text::DecodeUtf8(caption);
-    bar_->Take(Event(headless::BarEvent::Kind::Value, done));
-    bar_->Take({headless::BarEvent::Kind::Caption, 0, Zelk::CString(wide.c_str())});
+    bar_->Receive(Event(headless::BarEvent::Kind::Value, done));
+    bar_->Receive({headless::BarEvent::Kind::Caption, 0, Zelk::CString(wide.c_str())});
 }
 
-std::string ConvertShow::ClosingLine(const std::string& index) {
+std::string ConvertShow::Summary(const std::string& index) {
     bar_.reset();
     std::string line = fmt::format("{} converted", converted_);
     const auto add = [&](std::size_t count, std::string_view what) {
         if (count > 0) line += fmt::format(", {} {}", count, what);
     };
-    add(known_, "up to date");
-    add(partial_, "in part");
+    add(upToDate_, "up to date");
+    add(partial_, "imported in part");
     add(failed_, "failed");
-    add(total_ - converted_ - known_ - Failures(), "cancelled: --resume goes on");
+    add(total_ - converted_ - upToDate_ - Failures(), "cancelled (--resume continues)");
     for (const auto& [code, files] : filesByCode_)
         line += fmt::format("\n  {}: {} file{}", code, files, files == 1 ? "" : "s");
     return fmt::format("{}\n{}\n", line, Readable(index));

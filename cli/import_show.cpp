@@ -43,7 +43,7 @@ take::Listener ImportShow::Listen() {
         log_.Print(line);
     };
     listener.onBar = [this](const headless::BarEvent& event) {
-        if (bar_) bar_->Take(event);
+        if (bar_) bar_->Receive(event);
     };
     listener.isCancelled = Interrupted;
     return listener;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kBarColumns = 24;
 constexpr int kPercentColumns = 4;  // "100%"
-constexpr int kLeastCaption = 8;
+constexpr int kLeastCaption = 8;    // columns
 constexpr std::string_view kClearLine = "\r\x1b[K";
 
 int Percentage(std::int64_t minimum, std::int64_t maximum, std::int64_t value) {
@@ -34,7 +34,7 @@ ProgressLine::~ProgressLine() {
     Erase();
 }
 
-void ProgressLine::Take(const headless::BarEvent& event) {
+void ProgressLine::Receive(const headless::BarEvent& event) {
     using Kind = headless::BarEvent::Kind;
     switch (event.kind) {
         case Kind::Minimum:
@@ -77,12 +77,12 @@ void ProgressLine::Draw() {
     lastDrawn_ = now;
 }
 
-// "Importing Motion...  [#########               ]  37%", shorter where the terminal is narrow.
+// Returns "Importing Motion...  [#########               ]  37%", or less for a narrow terminal.
 std::string ProgressLine::Text() const {
     const int percentage = Percentage(minimum_, maximum_, value_);
-    // The last column stays free: some terminals go to the next line once it is written.
+    // The last column stays free, because some terminals start a new line after writing it.
     const int room = columns_ - 1 - kPercentColumns;
-    const int barRoom = kBarColumns + 5;  // brackets, two spaces before, one after
+    const int barRoom = kBarColumns + 5;  // with two brackets, two spaces before and one after
     if (room < kLeastCaption) return fmt::format("{:3}%", percentage);
     if (room < kLeastCaption + barRoom)
         return fmt::format("{} {:3}%", text::EncodeUtf8(Elide(caption_, room - 1)), percentage);

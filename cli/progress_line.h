@@ -1,4 +1,4 @@
-// The session's progress bar as one line of a terminal.
+// Draws the host's progress bar as one line of a terminal.
 #pragma once
 
 #include <chrono>
@@ -11,18 +11,20 @@
 
 namespace cli {
 
-// Redraws in place as events arrive, never more often than `interval`; leaves an empty line behind.
+// Redraws its line when an event arrives, but not more often than once per `interval`. The
+// destructor erases the line.
 class ProgressLine {
   public:
-    // `columns`: the terminal's width. `print` takes what goes to the terminal as it is.
+    // `columns` is the terminal's width. `print` writes to the terminal, control sequences
+    // included.
     ProgressLine(int columns, std::chrono::milliseconds interval,
                  std::function<void(std::string_view)> print);
     ~ProgressLine();
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
 
-    void Take(const headless::BarEvent& event);
-    // Clears the line, so that something else can be printed; the next event draws it again.
+    void Receive(const headless::BarEvent& event);
+    // Erases the line, so that something else can be printed; the next event draws it again.
     void Erase();
 
   private:
@@ -33,7 +35,7 @@ class ProgressLine {
     std::chrono::milliseconds interval_;
     std::function<void(std::string_view)> print_;
     std::optional<std::chrono::steady_clock::time_point> lastDrawn_;
-    std::string drawn_;  // empty: nothing stands on the line
+    std::string drawn_;  // the text on the line; empty: the line is empty
 
     std::int32_t minimum_ = 0;
     std::int32_t maximum_ = 100;
@@ -42,7 +44,8 @@ class ProgressLine {
     bool visible_ = false;
 };
 
-// Columns of the terminal that file descriptor leads to, 80 where it does not tell.
+// Returns the width of the terminal that the file descriptor refers to, or 80 where that is
+// unknown.
 int TerminalColumns(int file);
 
 }  // namespace cli

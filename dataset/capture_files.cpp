@@ -18,8 +18,8 @@
 namespace dataset {
 namespace {
 
-// The names in a folder, sorted, without those that begin with a dot. `error` is 0, or the reason
-// why some may be missing.
+// Returns the names in a folder, sorted, without those that begin with a dot. `error` becomes 0 or,
+// where names may be missing, the errno that says why.
 std::vector<std::string> NamesIn(const std::string& folder, int& error) {
     std::vector<std::string> names;
     DIR* listing = opendir(folder.empty() ? "." : folder.c_str());
@@ -37,14 +37,16 @@ FileId IdOf(const struct stat& status) {
     return {status.st_dev, status.st_ino};
 }
 
-class Walk {
+// The search for capture files.
+class Search {
   public:
-    explicit Walk(const std::string& outDir) {
+    explicit Search(const std::string& outDir) {
         struct stat status {};
         if (stat(outDir.c_str(), &status) == 0) outDir_ = IdOf(status);
     }
 
-    void TakeNamed(const std::string& path) {
+    // Adds a path that the user named: a capture file, or a folder and everything below it.
+    void AddNamedPath(const std::string& path) {
         struct stat status {};
         if (stat(path.c_str(), &status) != 0)
             throw RequestError(fmt::format("{}: {}", path, std::strerror(errno)));
@@ -52,23 +54,23 @@ class Walk {
             std::string start = path;
             if (start.back() != '/') start += '/';
             pending_.push_back({start, "", IdOf(status)});
-            WalkPending();
+            SearchPending();
             return;
         }
         const auto kind = pairing::KindOf(path);
-        if (!kind) throw RequestError(fmt::format("{}: neither .bvh, .asf nor .amc", path));
-        TakeFile(path, std::string(text::NamePart(path)), *kind, status);
+        if (!kind) throw RequestError(fmt::format("{}: not a .bvh, .asf or .amc file", path));
+        AddFile(path, std::string(text::NamePart(path)), *kind, status);
     }
 
-    // Each round brings the links of the folders behind the last round's.
+    // Searches the folders that links lead to. These may contain further links, hence the loop.
     void FollowLinks() {
         while (!links_.empty()) {
             pending_ = std::move(links_);
             links_.clear();
-            // The last one is walked first.
+            // SearchPending searches the last element first, so the order is descending.
             std::sort(pending_.begin(), pending_.end(),
                       [](const Folder& a, const Folder& b) { return a.path > b.path; });
-            WalkPending();
+            SearchPending();
         }
     }
 
@@ -81,12 +83,12 @@ class Walk {
 
   private:
     struct Folder {
-        std::string path;   // with a slash at the end
-        std::string place;  // likewise, or empty
+        std::string path;          // with a slash at the end
+        std::string relativePath;  // likewise; empty for a folder that the user named
         FileId id;
     };
 
-    void WalkPending() {
+    void SearchPending() {
         while (!pending_.empty()) {
             const Folder folder = std::move(pending_.back());
             pending_.pop_back();
@@ -94,15 +96,15 @@ class Walk {
             int error = 0;
             const std::vector<std::string> names = NamesIn(folder.path, error);
             if (error != 0) tree_.problems.push_back({folder.path, std::strerror(error)});
-            // Backwards, so that the first subfolder is the next to be walked.
+            // In reverse order, because the last pending folder is searched next.
             for (auto name = names.rbegin(); name != names.rend(); ++name)
-                TakeEntry(folder, *name);
+                AddEntry(folder, *name);
         }
     }
 
-    void TakeEntry(const Folder& folder, const std::string& name) {
+    void AddEntry(const Folder& folder, const std::string& name) {
         const std::string path = folder.path + name;
-        const std::string place = folder.place + name;
+        const std::string relativePath = folder.relativePath + name;
         const auto kind = pairing::KindOf(name);
         struct stat status {};
         if (lstat(path.c_str(), &status) != 0) {
@@ -116,43 +118,43 @@ class Walk {
         }
         if (S_ISDIR(status.st_mode)) {
             if (IdOf(status) == outDir_) return;
-            (isLink ? links_ : pending_).push_back({path + '/', place + '/', IdOf(status)});
+            (isLink ? links_ : pending_).push_back({path + '/', relativePath + '/', IdOf(status)});
         } else if (kind) {
-            TakeFile(path, place, *kind, status);
+            AddFile(path, relativePath, *kind, status);
         }
     }
 
-    void TakeFile(const std::string& path, const std::string& place, pairing::CaptureKind kind,
-                  const struct stat& status) {
+    void AddFile(const std::string& path, const std::string& relativePath,
+                 pairing::CaptureKind kind, const struct stat& status) {
         if (!files_.insert(std::filesystem::absolute(path).lexically_normal().string()).second)
             return;
-        // Whoever opens a pipe may wait forever.
+        // Only regular files are read: opening a pipe could block for ever.
         if (S_ISREG(status.st_mode))
-            tree_.files.push_back({path, place, kind});
+            tree_.files.push_back({path, relativePath, kind});
         else
             tree_.problems.push_back({path, "not a regular file"});
     }
 
     CaptureTree tree_;
     std::optional<FileId> outDir_;
-    std::vector<Folder> pending_;  // the last one is the next
-    std::vector<Folder> links_;
-    std::unordered_set<std::string> files_;  // absolute paths, links as they are
+    std::vector<Folder> pending_;            // folders to search; the last element is next
+    std::vector<Folder> links_;              // links to folders, which are searched afterwards
+    std::unordered_set<std::string> files_;  // absolute paths; symbolic links are not resolved
 };
 
 }  // namespace
 
 CaptureTree FindCaptures(const std::vector<std::string>& paths, const std::string& outDir) {
-    Walk walk(outDir);
+    Search search(outDir);
     for (const std::string& path : paths)
-        walk.TakeNamed(path);
-    walk.FollowLinks();
-    return walk.Finish();
+        search.AddNamedPath(path);
+    search.FollowLinks();
+    return search.Finish();
 }
 
 std::vector<std::string> SkeletonsIn(const std::string& folder) {
-    int unread = 0;
-    std::vector<std::string> names = NamesIn(folder, unread);
+    int ignoredError = 0;
+    std::vector<std::string> names = NamesIn(folder, ignoredError);
     std::erase_if(names, [&](const std::string& name) {
         struct stat status {};
         return pairing::KindOf(name) != pairing::CaptureKind::Skeleton ||

@@ -1,4 +1,4 @@
-// The capture files behind the paths of a command line, folders walked.
+// Finds the capture files under the paths of a command line.
 #pragma once
 
 #include <set>
@@ -12,34 +12,35 @@
 namespace dataset {
 
 struct CaptureFile {
-    std::string path;   // the path that was named, then what lies below it
-    std::string place;  // in the tree that is kept: below the folder that was named
+    std::string path;          // as the user wrote it, with the path below that folder added
+    std::string relativePath;  // below the folder that the user named; a named file: its base name
     pairing::CaptureKind kind = pairing::CaptureKind::Biovision;
 };
 
-// What was found but cannot be taken.
+// A capture file or a folder that was found but cannot be read.
 struct CaptureProblem {
     std::string path;
     std::string error;
 };
 
-// A file or folder, by whatever name: device and number.
+// Identifies a file or folder whatever path leads to it: its device and its inode.
 using FileId = std::pair<dev_t, ino_t>;
 
 struct CaptureTree {
     std::vector<CaptureFile> files;        // sorted by path
     std::vector<CaptureProblem> problems;  // sorted by path
-    std::set<FileId> folders;              // those that were walked
+    std::set<FileId> folders;              // every folder that was searched
 };
 
-// Folders are walked once each, by whatever way they are reached, those behind symbolic links last:
-// no loop of links keeps it busy. Names that begin with a dot are passed over, and so is `outDir`,
-// unless it is named itself. A file that is reached twice counts once, at its first place. Throws
-// RequestError for a path that names no folder and no capture file.
+// Searches the paths and all folders below them. Each folder is searched once, whatever paths lead
+// to it, and symbolic links to folders are followed last, so loops of links do no harm. Names that
+// begin with a dot are skipped, and so is `outDir`, unless the user named it. A file that is found
+// twice is listed once, with the path that was found first. Throws RequestError for a path that is
+// neither a folder nor a capture file.
 CaptureTree FindCaptures(const std::vector<std::string>& paths, const std::string& outDir);
 
-// The names of the skeletons in a folder, sorted; none where it cannot be read. An empty folder is
-// the current one.
+// Returns the names of the .asf files in a folder, sorted; none where it cannot be read. `folder`
+// ends with a slash; an empty text is the current folder.
 std::vector<std::string> SkeletonsIn(const std::string& folder);
 
 }  // namespace dataset

@@ -19,9 +19,9 @@ namespace {
 
 std::optional<std::chrono::duration<double>> TimeLimit(const Request& request) {
     if (request.timeLimitSeconds <= 0) return std::nullopt;
-    // Thirty years, which clocks can hold.
-    constexpr double kLongest = 1e9;
-    return std::chrono::duration<double>(std::min(request.timeLimitSeconds, kLongest));
+    // The clock cannot count arbitrarily many seconds. These are about thirty years.
+    constexpr double kMostSeconds = 1e9;
+    return std::chrono::duration<double>(std::min(request.timeLimitSeconds, kMostSeconds));
 }
 
 }  // namespace
@@ -32,26 +32,25 @@ Conversion::Conversion(const Request& request)
       rows_(jobs_.size()),
       tasks_(jobs_.size(), Task::Convert),
       ledger_(request.outDir + '/' + kLedgerName, OptionsLine(request)) {
-    std::optional<Ledger::Found> found;
-    if (request.resume) found = ledger_.Read();
-    otherOptions_ = found == Ledger::Found::OtherOptions;
+    std::optional<Ledger::Content> ledger;
+    if (request.resume) ledger = ledger_.Read();
+    otherOptions_ = ledger == Ledger::Content::OtherOptions;
     for (std::size_t index = 0; index < jobs_.size(); ++index)
-        tasks_[index] = Prepare(jobs_[index], found, rows_[index]);
+        tasks_[index] = Prepare(jobs_[index], ledger, rows_[index]);
 }
 
-// Fills in the row as far as it is known before anything is run. `found` is what there is to
-// resume; none: nothing is left out.
-Conversion::Task Conversion::Prepare(const Job& job, std::optional<Ledger::Found> found,
+Conversion::Task Conversion::Prepare(const Job& job, std::optional<Ledger::Content> ledger,
                                      IndexRow& row) const {
     row.source = job.source;
     if (!job.refusal.empty()) {
         row = RefusedRow(job);
         return Task::Nothing;
     }
-    const bool isDone = found != Ledger::Found::OtherOptions && IsUpToDate(job, request_.outDir);
-    if (!found || !isDone) return Task::Convert;
-    // Without a ledger the output was made by a plan.
-    if (found == Ledger::Found::Nothing) return Task::LookAgain;
+    const bool isDone = ledger != Ledger::Content::OtherOptions && IsUpToDate(job, request_.outDir);
+    if (!ledger || !isDone) return Task::Convert;
+    // There is an output but no ledger: the command lines of a plan wrote the output, or the user
+    // removed the ledger.
+    if (ledger == Ledger::Content::Nothing) return Task::FillInRow;
     const IndexRow* noted = ledger_.Find(job);
     if (!noted) return Task::Convert;
     row = *noted;
@@ -66,12 +65,12 @@ std::set<std::string> Conversion::OutputFolders() const {
 }
 
 void Conversion::Plan(const std::function<void(const std::vector<std::string>&)>& onCommand,
-                      const std::function<void(const IndexRow&)>& onRefused) const {
+                      const std::function<void(const IndexRow&)>& onNotConverted) const {
     for (std::size_t index = 0; index < jobs_.size(); ++index) {
         if (tasks_[index] == Task::Convert)
             onCommand(ImportArguments(jobs_[index], request_));
         else if (tasks_[index] == Task::Nothing)
-            onRefused(rows_[index]);
+            onNotConverted(rows_[index]);
     }
 }
 
@@ -83,7 +82,7 @@ void Conversion::Start() {
         ledger_.Start(jobs_, rows_);
     } catch (const std::filesystem::filesystem_error& error) {
         throw text::WriteError(
-            fmt::format("cannot make {}: {}", request_.outDir, error.code().message()));
+            fmt::format("cannot create {}: {}", request_.outDir, error.code().message()));
     }
 }
 
@@ -93,9 +92,9 @@ RunEnd Conversion::Run(const Watcher& watcher) {
     Start();
     files::RemoveLeftovers(OutputFolders());
     if (otherOptions_)
-        watcher.onMessage("other options than before: everything is converted again");
+        watcher.onMessage("the options differ from the last run: everything is converted again");
     for (std::size_t index = 0; index < jobs_.size(); ++index)
-        if (tasks_[index] == Task::Nothing) watcher.onKnown(rows_[index], {});
+        if (tasks_[index] == Task::Nothing) watcher.onNotConverted(rows_[index], {});
     RunTasks(runner, watcher);
     return Finish();
 }
@@ -119,17 +118,17 @@ void Conversion::RecordEnd(std::size_t index, const ProcessEnd& end, const Watch
     const Job& job = jobs_[index];
     IndexRow& row = rows_[index];
     row = JudgeJob(job, end);
-    const bool lookedAgain = tasks_[index] == Task::LookAgain;
-    if (lookedAgain && row.status != JobStatus::Cancelled) row.output = job.output;
+    const bool isUpToDate = tasks_[index] == Task::FillInRow;
+    if (isUpToDate && row.status != JobStatus::Cancelled) row.output = job.output;
     if (row.status == JobStatus::Ok) ledger_.Note(job, row);
-    // One that was killed could not clean up.
+    // A process that was killed could not remove its temporary files.
     if (!end.exitStatus) {
         files::RemoveLeftovers(
             {fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output))});
         files::RemoveMendedFolders(end.id);
     }
-    const ToldFindings told = FindingsOf(end);
-    lookedAgain ? watcher.onKnown(row, told) : watcher.onConverted(row, told);
+    const ReportedFindings findings = FindingsOf(end);
+    isUpToDate ? watcher.onNotConverted(row, findings) : watcher.onConverted(row, findings);
 }
 
 RunEnd Conversion::Finish() {

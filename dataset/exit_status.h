@@ -2,13 +2,13 @@
 
 namespace dataset {
 
-// How zkhost ends, and what the end of one of its processes means to another.
+// The exit statuses of zkhost. "zkhost convert" reads them from the imports that it starts.
 enum ExitStatus : int {
     kImported = 0,
     kImportFailed = 1,
     kWrongUsage = 2,
     kOutputFailed = 3,
-    kSomeFailed = 4,
+    kSomeFailed = 4,  // of convert: some imports failed
     kImportedInPart = 5,
     kCancelled = 130,
 };

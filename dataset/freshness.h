@@ -6,10 +6,11 @@
 
 namespace dataset {
 
-// Whether all files of the job's output are there, not empty, and newer than all of its inputs.
+// Returns whether all files of the job's output exist, are not empty and are newer than its inputs.
 bool IsUpToDate(const Job& job, const std::string& outDir);
 
-// How large the files of the job's output are, in one line; empty where one is missing.
+// Returns the sizes of the output's files in bytes, separated by spaces; empty where one is
+// missing.
 std::string SizesOf(const Job& job, const std::string& outDir);
 
 }  // namespace dataset

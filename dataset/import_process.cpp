@@ -15,6 +15,7 @@ namespace {
 
 constexpr char kThisProgram[] = "/proc/self/exe";
 constexpr std::size_t kKeptBytes = std::size_t{1} << 18;
+// The exit status of a child that cannot run the program; shells use the same number.
 constexpr int kCannotRun = 127;
 
 struct Pipe {
@@ -35,16 +36,17 @@ struct Pipe {
     Pipe(const Pipe&) = delete;
     Pipe& operator=(const Pipe&) = delete;
 
-    int TakeRead() { return std::exchange(read, -1); }
+    int ReleaseReadEnd() { return std::exchange(read, -1); }
 };
 
-// Between fork and exec: system calls alone.
+// Runs in the child between fork and exec, where only async-signal-safe functions may be called.
 [[noreturn]] void BecomeImport(char* const* arguments, int output, int errors, pid_t parent) {
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGINT);
+    // The parent may have died before prctl was called; then no signal will come.
     if (getppid() != parent) _exit(kCannotRun);
-    const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
-    if (nothing < 0 || dup2(nothing, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0 ||
+    const int nullDevice = open("/dev/null", O_RDWR | O_CLOEXEC);
+    if (nullDevice < 0 || dup2(nullDevice, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0 ||
         dup2(errors, STDERR_FILENO) < 0)
         _exit(kCannotRun);
     sigset_t none;
@@ -73,8 +75,8 @@ ImportProcess::ImportProcess(const std::vector<std::string>& arguments) {
     id_ = fork();
     if (id_ < 0) throw std::system_error(errno, std::generic_category());
     if (id_ == 0) BecomeImport(pointers.data(), output.write, errors.write, parent);
-    output_.file = output.TakeRead();
-    errors_.file = errors.TakeRead();
+    output_.file = output.ReleaseReadEnd();
+    errors_.file = errors.ReleaseReadEnd();
 }
 
 ImportProcess::~ImportProcess() {
@@ -115,8 +117,8 @@ void ImportProcess::Stream::Read() {
     while (file >= 0) {
         const ssize_t count = read(file, bytes, sizeof(bytes));
         if (count > 0) {
-            const std::size_t room = kKeptBytes - text.size();
-            text.append(bytes, std::min(room, static_cast<std::size_t>(count)));
+            const std::size_t left = kKeptBytes - text.size();
+            text.append(bytes, std::min(left, static_cast<std::size_t>(count)));
         } else if (count < 0 && errno == EINTR) {
             continue;
         } else {

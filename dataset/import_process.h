@@ -1,4 +1,4 @@
-// One import in a process of its own.
+// One import in its own process.
 #pragma once
 
 #include <string>
@@ -7,25 +7,26 @@
 
 namespace dataset {
 
-// This program, run once more. Lives in a process group of its own, so that a Ctrl-C on the
-// terminal reaches it only as Interrupt, and is asked to stop should this process die. Everything
-// it has to say is kept, up to a limit.
+// A child process that runs this program with other arguments. It has its own process group, so a
+// Ctrl-C on the terminal reaches it only through Interrupt. It gets SIGINT when this process dies.
+// The first 256 KiB of its standard output and of its standard error are kept.
 class ImportProcess {
   public:
-    // Throws std::system_error where no process can be made.
+    // Throws std::system_error where the process cannot be started.
     explicit ImportProcess(const std::vector<std::string>& arguments);
-    ~ImportProcess();  // kills what still runs
+    ~ImportProcess();  // kills the process if it still runs
     ImportProcess(const ImportProcess&) = delete;
     ImportProcess& operator=(const ImportProcess&) = delete;
 
-    // Ends of pipes to be read once they are readable, -1 when there is no more to read.
+    // File descriptors of its output pipes, to be waited for; -1 after the end of the output.
     int OutputFile() const { return output_.file; }
     int ErrorFile() const { return errors_.file; }
+    // Reads what the pipes hold, without waiting.
     void Read();
 
-    // Whether it has ended; then, everything it said has been read.
+    // Returns whether the process has ended; then all its output has been read.
     bool Reap();
-    // As waitpid says; valid once it has ended.
+    // The status from waitpid; valid after the process has ended.
     int WaitStatus() const { return waitStatus_; }
 
     void Interrupt() const;

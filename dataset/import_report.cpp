@@ -11,7 +11,7 @@ using Json = nlohmann::ordered_json;
 
 Json FindingsJson(const ImportReport& report) {
     Json findings = Json::array();
-    for (const ImportReport::FoundCode& found : report.findings)
+    for (const ImportReport::ReportedFinding& found : report.findings)
         findings.push_back({found.code, found.severity, found.line});
     return findings;
 }

@@ -11,7 +11,8 @@
 namespace dataset {
 namespace {
 
-// Enough for any rate, too few to show how a rate of 1 / 0.0083333 was come by.
+// Six decimals are enough for any rate. More would only show rounding: a frame time of 0.0083333
+// gives 120.00048000192 frames per second.
 constexpr int kDecimals = 6;
 
 std::string NumberOrNothing(const std::optional<double>& number) {
@@ -26,7 +27,7 @@ std::string Valid(const std::string& text) {
 
 }  // namespace
 
-void TakeFacts(const ImportReport& report, IndexRow& row) {
+void RecordMeasures(const ImportReport& report, IndexRow& row) {
     row.joints = std::to_string(report.joints);
     row.frames = std::to_string(report.frames);
     row.framesPerSecond = NumberOrNothing(report.framesPerSecond);
@@ -35,11 +36,11 @@ void TakeFacts(const ImportReport& report, IndexRow& row) {
 
 void RecordFindings(const ImportReport& report, IndexRow& row) {
     std::size_t warnings = 0;
-    std::set<std::string> told;
-    for (const ImportReport::FoundCode& found : report.findings) {
+    std::set<std::string> listed;
+    for (const ImportReport::ReportedFinding& found : report.findings) {
         if (found.severity == "warning") ++warnings;
-        // A skeleton and its motion may have the same.
-        if (!told.insert(found.code).second) continue;
+        // The skeleton and the motion may have findings with the same code; it is listed once.
+        if (!listed.insert(found.code).second) continue;
         row.findings += (row.findings.empty() ? "" : " ") + found.code;
     }
     row.warnings = std::to_string(warnings);

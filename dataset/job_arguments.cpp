@@ -7,7 +7,7 @@
 namespace dataset {
 namespace {
 
-// A file that begins with a dash must not be taken for an option.
+// Puts "./" before a path that begins with a dash, which would be read as an option.
 std::string AsFile(const std::string& path) {
     return path.starts_with('-') ? "./" + path : path;
 }
@@ -25,7 +25,8 @@ std::vector<std::string> ImportArguments(const Job& job, const Request& request,
     Append(words, request.importOptions);
     if (pairing::IsAcclaim(job.source)) Append(words, request.acclaimOptions);
     if (!request.plugin.empty()) words.push_back("--plugin=" + request.plugin);
-    // The record of a run tells what the bar showed, which is not to depend on the terminal.
+    // The JSON record contains the events of the progress bar, and outputs must not depend on
+    // whether there is a terminal.
     words.emplace_back("--progress=off");
     if (withOutput)
         Append(words, {"--make-folders", "-o", AsFile(request.outDir + '/' + job.output)});

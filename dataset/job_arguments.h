@@ -8,12 +8,12 @@
 
 namespace dataset {
 
-// The arguments of zkhost that run the job; they alone decide what its output holds. `withOutput`:
-// without it, only look at what the import brings.
+// Returns the arguments of zkhost that run the job. The output depends on these and on the job's
+// files alone. With `withOutput` false the import writes no output; it is run only for its report.
 std::vector<std::string> ImportArguments(const Job& job, const Request& request,
                                          bool withOutput = true);
 
-// What the outputs of a data set depend on besides their inputs, in one line.
+// Returns, in one line, everything that the outputs of a data set depend on except their inputs.
 std::string OptionsLine(const Request& request);
 
 }  // namespace dataset

@@ -10,10 +10,10 @@
 namespace dataset {
 namespace {
 
-// As the program's own errors begin on stderr.
+// The program's own errors on stderr begin with this.
 constexpr std::string_view kErrorStart = "zkhost: ";
 
-// The report is the last line: a plug-in may print too.
+// The report is the last line of the output, because a plug-in may have printed before it.
 std::optional<ImportReport> ReportIn(std::string_view output) {
     if (!output.ends_with('\n')) return std::nullopt;
     output.remove_suffix(1);
@@ -53,23 +53,23 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
     if (row.status == JobStatus::Cancelled) return row;
     const std::optional<ImportReport> report = ReportIn(end.output);
     if (report && report->written) row.output = job.output;
-    // A plug-in may end the process, as if all were well.
+    // Without a report, the plug-in ended the process itself, perhaps with a status of success.
     if (!report && row.status != JobStatus::Failed) row.status = JobStatus::Failed;
     if (report) RecordFindings(*report, row);
     const bool imported = row.status != JobStatus::Failed || end.exitStatus == kOutputFailed;
-    if (report && imported) TakeFacts(*report, row);
+    if (report && imported) RecordMeasures(*report, row);
     if (row.status != JobStatus::Ok) row.error = ErrorOf(end, report);
     return row;
 }
 
-ToldFindings FindingsOf(const ProcessEnd& end) {
-    ToldFindings told;
+ReportedFindings FindingsOf(const ProcessEnd& end) {
+    ReportedFindings findings;
     const std::optional<ImportReport> report = ReportIn(end.output);
-    if (!report) return told;
-    told.refused = report->refused;
-    for (const ImportReport::FoundCode& found : report->findings)
-        if (found.severity != "note") told.lines += found.line;
-    return told;
+    if (!report) return findings;
+    findings.refused = report->refused;
+    for (const ImportReport::ReportedFinding& found : report->findings)
+        if (found.severity != "note") findings.lines += found.line;
+    return findings;
 }
 
 IndexRow RefusedRow(const Job& job) {

@@ -1,4 +1,4 @@
-// What the end of an import's process means for its row of the index.
+// Turns the end of an import's process into its row of the index.
 #pragma once
 
 #include "dataset/index_file.h"
@@ -9,14 +9,14 @@ namespace dataset {
 
 IndexRow JudgeJob(const Job& job, const ProcessEnd& end);
 
-// What the survey of a job's files told beyond notes.
-struct ToldFindings {
-    std::string lines;     // as they are printed
-    bool refused = false;  // they say why there was no import
+// The warnings and errors of the survey of a job's files.
+struct ReportedFindings {
+    std::string lines;     // as they are printed, one line each
+    bool refused = false;  // the files were refused; the lines say why
 };
-ToldFindings FindingsOf(const ProcessEnd& end);
+ReportedFindings FindingsOf(const ProcessEnd& end);
 
-// Of a job that is not run.
+// Returns the row of a job that was refused and is therefore not run.
 IndexRow RefusedRow(const Job& job);
 
 }  // namespace dataset

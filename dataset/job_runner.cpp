@@ -15,9 +15,9 @@
 namespace dataset {
 namespace {
 
-// To stop an import is a matter of moments.
-constexpr std::chrono::seconds kPatience{5};
-// Until it is tried again to start a process where none could be made.
+// The time between SIGINT and SIGKILL. An import usually stops within a moment.
+constexpr std::chrono::seconds kGracePeriod{5};
+// How long to wait before trying again to start a process, after the system refused one.
 constexpr int kRetryMilliseconds = 50;
 
 std::string SignalText(int signal) {
@@ -41,8 +41,8 @@ bool JobRunner::Run(const std::vector<std::vector<std::string>>& commands,
     StartMore();
     while (!running_.empty()) {
         Wait();
-        TakeSignals();
-        TakeEnded();
+        ReceiveSignals();
+        CollectEnded();
         EnforceTimeLimit();
         StartMore();
     }
@@ -57,11 +57,11 @@ void JobRunner::StartMore() {
             running_.push_back({index, std::move(process), Clock::now()});
             ++next_;
         } catch (const std::system_error& error) {
-            // One that ends may make room.
+            // The system may allow a new process after one of the running ones has ended.
             if (!running_.empty()) return;
             ++next_;
             ProcessEnd end;
-            end.trouble = fmt::format("no process for it: {}", error.code().message());
+            end.trouble = fmt::format("cannot start a process: {}", error.code().message());
             (*onEnd_)(index, end);
         }
     }
@@ -71,7 +71,7 @@ void JobRunner::Wait() {
     std::vector<pollfd> files = {{signals_.File(), POLLIN, 0}};
     for (const Running& running : running_)
         for (const int file : {running.process->OutputFile(), running.process->ErrorFile()})
-            files.push_back({file, POLLIN, 0});  // poll passes over what is below 0
+            files.push_back({file, POLLIN, 0});  // poll ignores negative descriptors
     int milliseconds = -1;
     if (const auto deadline = NextDeadline()) {
         const std::chrono::duration<double, std::milli> left = *deadline - Clock::now();
@@ -86,7 +86,7 @@ void JobRunner::Wait() {
 
 std::optional<JobRunner::Clock::time_point> JobRunner::NextDeadline() const {
     std::optional<Clock::time_point> next;
-    if (stopped_) next = *stopped_ + kPatience;
+    if (stopped_) next = *stopped_ + kGracePeriod;
     if (!timeLimit_) return next;
     for (const Running& running : running_) {
         if (running.timedOut) continue;
@@ -97,16 +97,16 @@ std::optional<JobRunner::Clock::time_point> JobRunner::NextDeadline() const {
     return next;
 }
 
-void JobRunner::TakeSignals() {
-    const int stops = signals_.TakeStops();
+void JobRunner::ReceiveSignals() {
+    const int stops = signals_.ReceiveStops();
     const bool wasStopped = stopped_.has_value();
     if (stops > 0 && !wasStopped) {
         stopped_ = Clock::now();
         for (const Running& running : running_)
             running.process->Interrupt();
     }
-    const bool outOfPatience = stopped_ && Clock::now() - *stopped_ >= kPatience;
-    if ((stops > 0 && wasStopped) || outOfPatience)
+    const bool graceIsOver = stopped_ && Clock::now() - *stopped_ >= kGracePeriod;
+    if ((stops > 0 && wasStopped) || graceIsOver)
         for (const Running& running : running_)
             running.process->Kill();
 }
@@ -120,14 +120,14 @@ void JobRunner::EnforceTimeLimit() {
     }
 }
 
-void JobRunner::TakeEnded() {
-    for (std::size_t place = 0; place < running_.size();) {
-        if (!running_[place].process->Reap()) {
-            ++place;
+void JobRunner::CollectEnded() {
+    for (auto running = running_.begin(); running != running_.end();) {
+        if (!running->process->Reap()) {
+            ++running;
             continue;
         }
-        const Running ended = std::move(running_[place]);
-        running_.erase(running_.begin() + static_cast<std::ptrdiff_t>(place));
+        const Running ended = std::move(*running);
+        running = running_.erase(running);
         (*onEnd_)(ended.index, EndOf(ended));
     }
 }
@@ -140,10 +140,12 @@ ProcessEnd JobRunner::EndOf(const Running& running) const {
     const int status = running.process->WaitStatus();
     if (WIFEXITED(status)) end.exitStatus = WEXITSTATUS(status);
     if (running.timedOut && !end.exitStatus)
-        end.trouble = fmt::format("stopped: not done after {} seconds", timeLimit_->count());
+        end.trouble =
+            fmt::format("stopped after the time limit of {} seconds", timeLimit_->count());
     else if (!end.exitStatus)
         end.trouble = SignalText(WTERMSIG(status));
-    // Asked very early or a second time, it dies of the signal itself.
+    // A process that has not installed its handler yet dies of SIGINT, and a second request kills
+    // it.
     const int signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
     end.cancelled = stopped_ && !running.timedOut &&
                     (end.exitStatus == kCancelled || signal == SIGINT || signal == SIGKILL);

@@ -1,4 +1,4 @@
-// Imports side by side, each in a process of its own.
+// Runs several imports at a time, each in its own process.
 #pragma once
 
 #include <chrono>
@@ -15,25 +15,26 @@
 
 namespace dataset {
 
-// How one of them ended.
+// How one process ended.
 struct ProcessEnd {
     pid_t id = -1;
-    std::optional<int> exitStatus;  // none: it did not end by itself
-    std::string trouble;            // then, why ("killed by SIGSEGV (Segmentation fault)")
-    bool cancelled = false;         // it was asked to stop, and did
+    std::optional<int> exitStatus;  // none: it was killed, or could not be started
+    std::string trouble;            // why there is no exit status; empty where there is one
+    bool cancelled = false;         // the user asked to stop, and it stopped
     std::string output;
     std::string errors;
 };
 
 class JobRunner {
   public:
-    // `timeLimit`: of one process; none: as long as it takes.
+    // `timeLimit` is that of one process; none: a process may run for any time.
     JobRunner(std::size_t parallel, std::optional<std::chrono::duration<double>> timeLimit);
 
-    // Runs this program with each of `commands`, in order. `onEnd` gets the place in the list.
-    // After a request to stop no further one is begun, and those that run are asked to stop; after
-    // a second one, or some seconds, they are killed. Returns whether there was such a request;
-    // what had not been begun then gets no onEnd.
+    // Runs this program once for each element of `commands`, which are its arguments. Processes are
+    // started in order; `onEnd` gets the command's index as each one ends. After SIGINT, SIGTERM or
+    // SIGHUP no further process is started and the running ones get SIGINT; after a second signal,
+    // or five seconds later, they are killed. Returns whether there was such a signal. `onEnd` is
+    // not called for commands that were not started.
     bool Run(const std::vector<std::vector<std::string>>& commands,
              const std::function<void(std::size_t, const ProcessEnd&)>& onEnd);
 
@@ -49,8 +50,8 @@ class JobRunner {
     void StartMore();
     void Wait();
     void EnforceTimeLimit();
-    void TakeSignals();
-    void TakeEnded();
+    void ReceiveSignals();
+    void CollectEnded();
     ProcessEnd EndOf(const Running& running) const;
     std::optional<Clock::time_point> NextDeadline() const;
 
@@ -59,12 +60,12 @@ class JobRunner {
     SignalWatch signals_;
     const std::vector<std::vector<std::string>>* commands_ = nullptr;
     const std::function<void(std::size_t, const ProcessEnd&)>* onEnd_ = nullptr;
-    std::size_t next_ = 0;
+    std::size_t next_ = 0;  // the index of the next command to start
     std::vector<Running> running_;
-    std::optional<Clock::time_point> stopped_;
+    std::optional<Clock::time_point> stopped_;  // when the user first asked to stop
 };
 
-// Processors that this process may use.
+// Returns how many processors this process may use.
 std::size_t ProcessorCount();
 
 }  // namespace dataset

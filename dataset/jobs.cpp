@@ -26,7 +26,8 @@ std::optional<FileId> IdOf(const std::string& path) {
     return FileId{status.st_dev, status.st_ino};
 }
 
-// One job for every file; a skeleton is only one of its own where no motion took it.
+// Makes a job for every .bvh and .amc file, and for every .asf file that no .amc file is paired
+// with.
 class JobMaker {
   public:
     explicit JobMaker(const std::string& skeleton) : skeleton_(skeleton) {}
@@ -39,7 +40,7 @@ class JobMaker {
             const bool isPaired =
                 file.kind == pairing::CaptureKind::Skeleton && IsPaired(file.path);
             if (file.kind != pairing::CaptureKind::Motion && !isPaired)
-                jobs.push_back({file.path, "", file.place, "", ""});
+                jobs.push_back({file.path, "", file.relativePath, "", ""});
         }
         for (const CaptureProblem& problem : tree.problems)
             jobs.push_back({problem.path, "", "", "", problem.error});
@@ -48,11 +49,11 @@ class JobMaker {
 
   private:
     Job MotionJob(const CaptureFile& motion) {
-        Job job{motion.path, skeleton_, motion.place, "", ""};
+        Job job{motion.path, skeleton_, motion.relativePath, "", ""};
         if (skeleton_.empty()) {
             const std::string folder(text::FolderPart(motion.path));
             const pairing::Pairing pairing =
-                pairing::FindSkeleton(text::NamePart(motion.path), SkeletonsBeside(folder));
+                pairing::FindSkeleton(text::NamePart(motion.path), SkeletonsOf(folder));
             job.refusal = pairing.problem;
             if (pairing.skeleton.empty()) return job;
             job.skeleton = folder + pairing.skeleton;
@@ -66,7 +67,7 @@ class JobMaker {
         return id && paired_.contains(*id);
     }
 
-    const std::vector<std::string>& SkeletonsBeside(const std::string& folder) {
+    const std::vector<std::string>& SkeletonsOf(const std::string& folder) {
         const auto [entry, isNew] = skeletons_.try_emplace(folder);
         if (isNew) entry->second = SkeletonsIn(folder);
         return entry->second;
@@ -94,7 +95,7 @@ void RefuseToOverwriteInputs(std::vector<Job>& jobs, const std::string& outDir) 
     }
 }
 
-// The names are this program's choice, and where they lead must be too.
+// The program chose the outputs' names itself, so it must not follow a link to another file.
 void RefuseLinks(std::vector<Job>& jobs, const std::string& outDir) {
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
@@ -106,26 +107,28 @@ void RefuseLinks(std::vector<Job>& jobs, const std::string& outDir) {
     }
 }
 
-// A capture file in a folder that is walked would be an input of the next run.
+// Refuses outputs that are capture files in a searched folder: the next run would read them as
+// inputs.
 void RefuseToAddInputs(std::vector<Job>& jobs, const std::string& outDir,
-                       const std::set<FileId>& walked) {
-    std::unordered_map<std::string, bool> isWalked;  // by folder of the output
+                       const std::set<FileId>& searched) {
+    std::unordered_map<std::string, bool> isSearched;  // by folder of the output
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
         const std::string folder(text::FolderPart(job.output));
-        const auto [entry, isNew] = isWalked.try_emplace(folder, false);
+        const auto [entry, isNew] = isSearched.try_emplace(folder, false);
         if (isNew) {
-            // Where the folder is still to be made, what it will stand in tells.
-            std::string_view place = folder;
+            // A folder that does not exist yet will be searched if the nearest folder above it is.
+            std::string_view existing = folder;
             auto id = IdOf(outDir + folder);
-            while (!id && !place.empty()) {
-                place = text::FolderPart(place.substr(0, place.size() - 1));
-                id = IdOf(outDir + std::string(place));
+            while (!id && !existing.empty()) {
+                existing = text::FolderPart(existing.substr(0, existing.size() - 1));
+                id = IdOf(outDir + std::string(existing));
             }
-            entry->second = id && walked.contains(*id);
+            entry->second = id && searched.contains(*id);
         }
         if (entry->second)
-            job.refusal = "its output would stand among the inputs, and be one the next time";
+            job.refusal =
+                "its output would be in an input folder and become an input of the next run";
     }
 }
 
@@ -142,7 +145,7 @@ std::vector<Job> ListJobs(const Request& request) {
         throw RequestError(fmt::format("--asf {}: {}", request.skeleton, std::strerror(errno)));
     const CaptureTree tree = FindCaptures(request.paths, request.outDir);
     std::vector<Job> jobs = JobMaker(request.skeleton).Make(tree);
-    if (jobs.empty()) throw RequestError("nothing to convert: no .bvh, .asf or .amc file there");
+    if (jobs.empty()) throw RequestError("nothing to convert: there is no .bvh, .asf or .amc file");
     std::sort(jobs.begin(), jobs.end(),
               [](const Job& a, const Job& b) { return a.source < b.source; });
     NameOutputs(jobs, request.extension, request.sideExtension);

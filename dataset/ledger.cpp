@@ -22,25 +22,26 @@ Ledger::~Ledger() {
     if (file_ >= 0) close(file_);
 }
 
-Ledger::Found Ledger::Read() {
-    // What is no file might never end.
-    std::error_code unreadable;
-    if (!std::filesystem::is_regular_file(path_, unreadable)) return Found::Nothing;
+Ledger::Content Ledger::Read() {
+    // Only a regular file is read: a FIFO or a device could block for ever.
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path_, error)) return Content::Nothing;
     std::ifstream file(path_, std::ios::binary);
-    if (!file) return Found::Nothing;
+    if (!file) return Content::Nothing;
     std::ostringstream content;
     content << file.rdbuf();
     const std::string text = std::move(content).str();
     std::string_view rest = text;
-    if (text::ReadCsvRecord(rest) != std::vector<std::string>{options_}) return Found::OtherOptions;
+    if (text::ReadCsvRecord(rest) != std::vector<std::string>{options_})
+        return Content::OtherOptions;
     while (!rest.empty()) {
         std::vector<std::string> fields = text::ReadCsvRecord(rest);
-        if (fields.size() != 10) continue;
+        if (fields.size() != 10) continue;  // a record that was cut when its run was killed
         IndexRow row{fields[0], fields[2], JobStatus::Ok, fields[3], fields[4], fields[5],
                      fields[6], "",        fields[8],     fields[9]};
         entries_[fields[0]] = {std::move(fields[1]), std::move(fields[7]), std::move(row)};
     }
-    return Found::Usable;
+    return Content::Usable;
 }
 
 const IndexRow* Ledger::Find(const Job& job) const {
@@ -72,7 +73,7 @@ void Ledger::Note(const Job& job, const IndexRow& row) {
     const std::string record = RecordOf(job, row);
     const ssize_t written = write(file_, record.data(), record.size());
     if (written == static_cast<ssize_t>(record.size())) return;
-    // What follows half a record could not be told from it.
+    // The record was written in part. Nothing may follow it, because it would be read as its rest.
     close(file_);
     file_ = -1;
 }

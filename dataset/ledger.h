@@ -1,5 +1,5 @@
-// What a run has done so far, in a hidden file of the output folder, so that a later one can go on
-// after any end of it.
+// The record of the jobs that a run has finished, in a hidden file of the output folder. With it a
+// later run can continue, however the first one ended.
 #pragma once
 
 #include <cstdint>
@@ -13,33 +13,38 @@ namespace dataset {
 
 inline constexpr char kLedgerName[] = ".zkhost-convert";
 
-// One line of options, then one record for each job that went well, as it was done.
+// The file begins with a line of options; then follows one CSV record for each job that succeeded,
+// in the order in which they ended.
 class Ledger {
   public:
-    // `path`: beside the outputs. `options`: what outputs depend on besides their inputs. Reads
-    // nothing, writes nothing.
+    // `path` is the ledger's path in the output folder. `options` is what the outputs depend on
+    // except their inputs (OptionsLine). The file is neither read nor written yet.
     Ledger(std::string path, std::string options);
     ~Ledger();
     Ledger(const Ledger&) = delete;
     Ledger& operator=(const Ledger&) = delete;
 
-    enum class Found : std::uint8_t { Nothing, OtherOptions, Usable };
-    // Takes over what an earlier run with the same options noted.
-    Found Read();
+    // What the ledger of an earlier run holds: there is none, its options differ, or it was read.
+    enum class Content : std::uint8_t { Nothing, OtherOptions, Usable };
+    // Reads the records of an earlier run, if it had the same options.
+    Content Read();
 
-    // What was noted of this very job, with this output, which is as long as it was; null: nothing.
+    // Returns the row of a job that the ledger lists with the same skeleton and the same output;
+    // null where it does not, or where the output's files have other sizes now.
     const IndexRow* Find(const Job& job) const;
 
-    // Writes the ledger anew, holding `rows` of `jobs` (side by side) that went well, and keeps it
-    // open for Note. Throws text::WriteError.
+    // Replaces the ledger's file by one that holds the `rows` of the `jobs` that succeeded, and
+    // keeps it open for Note. `jobs` and `rows` have one element for each job. Throws
+    // text::WriteError.
     void Start(const std::vector<Job>& jobs, const std::vector<IndexRow>& rows);
-    // Adds a job that went well. Where it cannot be written, only a later run's time is lost.
+    // Adds a job that succeeded. A failure to write is ignored: a later run then converts more
+    // files again than necessary.
     void Note(const Job& job, const IndexRow& row);
 
   private:
     struct Entry {
         std::string skeleton;
-        std::string sizes;  // of the outputs, when they were made
+        std::string sizes;  // of the output's files when they were written (SizesOf)
         IndexRow row;
     };
 
@@ -49,7 +54,7 @@ class Ledger {
     std::string folder_;
     std::string options_;
     std::unordered_map<std::string, Entry> entries_;  // by source
-    int file_ = -1;
+    int file_ = -1;  // the file descriptor that Note writes to; -1: none
 };
 
 }  // namespace dataset

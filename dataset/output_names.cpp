@@ -10,47 +10,47 @@
 namespace dataset {
 namespace {
 
-using Takers = std::unordered_map<std::wstring, std::vector<Job*>>;
+// The jobs by their output, in folded case.
+using JobsByOutput = std::unordered_map<std::wstring, std::vector<Job*>>;
 
-Takers TakersOf(std::vector<Job>& jobs) {
-    Takers takers;
+JobsByOutput GroupByOutput(std::vector<Job>& jobs) {
+    JobsByOutput groups;
     for (Job& job : jobs)
-        if (job.refusal.empty()) takers[text::FoldCase(job.output)].push_back(&job);
-    return takers;
+        if (job.refusal.empty()) groups[text::FoldCase(job.output)].push_back(&job);
+    return groups;
 }
 
-// What the outputs' names end in.
-struct Endings {
-    std::string_view extension;
-    std::string_view sideExtension;  // empty: there is no file beside them
+struct Extensions {
+    std::string_view output;
+    std::string_view sideOutput;  // empty: the outputs have no second file
 };
 
-void NameOutput(Job& job, std::string_view stem, const Endings& endings) {
-    job.output = fmt::format("{}{}", stem, endings.extension);
+void NameOutput(Job& job, std::string_view stem, const Extensions& extensions) {
+    job.output = fmt::format("{}{}", stem, extensions.output);
     job.sideOutput =
-        endings.sideExtension.empty() ? "" : fmt::format("{}{}", stem, endings.sideExtension);
+        extensions.sideOutput.empty() ? "" : fmt::format("{}{}", stem, extensions.sideOutput);
 }
 
-void KeepSourceExtensions(std::vector<Job>& jobs, const Endings& endings) {
-    for (const auto& [output, takers] : TakersOf(jobs)) {
-        if (takers.size() < 2 && output != text::FoldCase(kIndexName)) continue;
-        for (Job* job : takers)
-            NameOutput(*job, job->place, endings);
+void KeepSourceExtensions(std::vector<Job>& jobs, const Extensions& extensions) {
+    for (const auto& [output, sharers] : GroupByOutput(jobs)) {
+        if (sharers.size() < 2 && output != text::FoldCase(kIndexName)) continue;
+        for (Job* job : sharers)
+            NameOutput(*job, job->relativePath, extensions);
     }
 }
 
 void RefuseSharedNames(std::vector<Job>& jobs) {
-    for (const auto& [output, takers] : TakersOf(jobs)) {
-        if (takers.size() < 2) continue;
-        for (Job* job : takers) {
-            const Job* other = job == takers[0] ? takers[1] : takers[0];
+    for (const auto& [output, sharers] : GroupByOutput(jobs)) {
+        if (sharers.size() < 2) continue;
+        for (Job* job : sharers) {
+            const Job* other = job == sharers[0] ? sharers[1] : sharers[0];
             job->refusal = fmt::format("its output {} would collide with that of {}", job->output,
                                        other->source);
         }
     }
 }
 
-// The folders that outputs stand in, each folded, without a slash at the end.
+// Returns all folders that contain outputs, in folded case and without a slash at the end.
 std::unordered_set<std::wstring> FoldersOf(const std::vector<Job>& jobs) {
     std::unordered_set<std::wstring> folders;
     for (const Job& job : jobs) {
@@ -76,10 +76,11 @@ void RefuseNamesOfFolders(std::vector<Job>& jobs) {
 
 void NameOutputs(std::vector<Job>& jobs, std::string_view extension,
                  std::string_view sideExtension) {
-    const Endings endings{extension, sideExtension};
+    const Extensions extensions{extension, sideExtension};
     for (Job& job : jobs)
-        if (job.refusal.empty()) NameOutput(job, text::WithoutExtension(job.place), endings);
-    KeepSourceExtensions(jobs, endings);
+        if (job.refusal.empty())
+            NameOutput(job, text::WithoutExtension(job.relativePath), extensions);
+    KeepSourceExtensions(jobs, extensions);
     RefuseSharedNames(jobs);
     RefuseNamesOfFolders(jobs);
 }

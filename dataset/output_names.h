@@ -1,4 +1,4 @@
-// Where the outputs of a data set go.
+// The names of a data set's outputs.
 #pragma once
 
 #include <string>
@@ -11,11 +11,12 @@ namespace dataset {
 
 inline constexpr std::string_view kIndexName = "index.csv";
 
-// Names the outputs after their places: another extension in place of the source's. Where that
-// would give one name to several (case aside), these keep the source's extension before the new
-// one: walk.bvh.glb, walk.amc.glb. Jobs whose outputs would still take another's name, or the
-// place of a folder that another needs, are refused, all of them. Jobs that are refused already
-// are left alone. With `sideExtension`, each output has a second file beside it that ends so.
+// Names each output after its source: the path below the output folder is the source's relativePath
+// with `extension` instead of the source's extension. Where several outputs would get the same
+// name, ignoring case, they keep the source's extension before the new one: walk.bvh.glb,
+// walk.amc.glb. Jobs whose outputs would still have the same name, or the name of a folder of other
+// outputs, are all refused. Jobs that are refused already get no name. With a `sideExtension`, each
+// output has a second file with the same name and that extension.
 void NameOutputs(std::vector<Job>& jobs, std::string_view extension,
                  std::string_view sideExtension = {});
 

@@ -16,7 +16,7 @@ bool IsIgnored(int signal) {
 }  // namespace
 
 SignalWatch::SignalWatch() {
-    // Whoever started this program may have chosen not to hear of its children.
+    // The parent may have started this program with SIGCHLD ignored; then waitpid would fail.
     std::signal(SIGCHLD, SIG_DFL);
     sigset_t watched;
     sigemptyset(&watched);
@@ -25,16 +25,16 @@ SignalWatch::SignalWatch() {
         if (!IsIgnored(stop)) sigaddset(&watched, stop);
     file_ = signalfd(-1, &watched, SFD_CLOEXEC | SFD_NONBLOCK);
     if (file_ < 0) throw std::system_error(errno, std::generic_category());
-    sigprocmask(SIG_BLOCK, &watched, &before_);
+    sigprocmask(SIG_BLOCK, &watched, &previousMask_);
 }
 
 SignalWatch::~SignalWatch() {
-    TakeStops();
+    ReceiveStops();
     close(file_);
-    sigprocmask(SIG_SETMASK, &before_, nullptr);
+    sigprocmask(SIG_SETMASK, &previousMask_, nullptr);
 }
 
-int SignalWatch::TakeStops() const {
+int SignalWatch::ReceiveStops() const {
     int stops = 0;
     signalfd_siginfo signal{};
     while (read(file_, &signal, sizeof(signal)) == static_cast<ssize_t>(sizeof(signal)))

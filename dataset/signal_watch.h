@@ -1,12 +1,13 @@
-// Signals as something to wait for among files.
+// Signals received through a file descriptor, which poll can wait for together with others.
 #pragma once
 
 #include <csignal>
 
 namespace dataset {
 
-// While it lives, the end of a child and requests to stop (SIGINT, SIGTERM, SIGHUP; those that were
-// not ignored already) do nothing of themselves and wait here. Throws std::system_error.
+// While this exists, SIGCHLD and the signals that ask to stop (SIGINT, SIGTERM and SIGHUP, unless
+// the process ignores them) are blocked and wait to be received here. The constructor throws
+// std::system_error.
 class SignalWatch {
   public:
     SignalWatch();
@@ -14,14 +15,14 @@ class SignalWatch {
     SignalWatch(const SignalWatch&) = delete;
     SignalWatch& operator=(const SignalWatch&) = delete;
 
-    // Readable when something waits.
+    // A file descriptor that is readable when a signal waits.
     int File() const { return file_; }
-    // Takes what waits; returns how many requests to stop were among it.
-    int TakeStops() const;
+    // Receives all signals that wait; returns how many of them asked to stop.
+    int ReceiveStops() const;
 
   private:
     int file_ = -1;
-    sigset_t before_;
+    sigset_t previousMask_;
 };
 
 }  // namespace dataset

@@ -23,24 +23,24 @@ class ProgressLine : public testing::Test {
 };
 
 void Begin(cli::ProgressLine& line) {
-    line.Take({Kind::Minimum, 0, {}});
-    line.Take({Kind::Maximum, 32000, {}});
-    line.Take({Kind::Step, 1, {}});
-    line.Take({Kind::Caption, 0, L"Importing Motion..."});
+    line.Receive({Kind::Minimum, 0, {}});
+    line.Receive({Kind::Maximum, 32000, {}});
+    line.Receive({Kind::Step, 1, {}});
+    line.Receive({Kind::Caption, 0, L"Importing Motion..."});
 }
 
 TEST_F(ProgressLine, ShowsNothingUntilItIsVisible) {
     cli::ProgressLine line = Line(80);
     Begin(line);
-    line.Take({Kind::Value, 16000, {}});
+    line.Receive({Kind::Value, 16000, {}});
     EXPECT_EQ(text_, "");
 }
 
 TEST_F(ProgressLine, DrawsCaptionAndPercentage) {
     cli::ProgressLine line = Line(80);
     Begin(line);
-    line.Take({Kind::Visible, 1, {}});
-    line.Take({Kind::Value, 16000, {}});
+    line.Receive({Kind::Visible, 1, {}});
+    line.Receive({Kind::Value, 16000, {}});
     EXPECT_EQ(Last(), "Importing Motion...  [############            ]  50%");
 }
 
@@ -48,8 +48,8 @@ TEST_F(ProgressLine, StaysWithinTheTerminal) {
     for (int columns = 1; columns <= 100; ++columns) {
         cli::ProgressLine line = Line(columns);
         Begin(line);
-        line.Take({Kind::Visible, 1, {}});
-        line.Take({Kind::Value, 32000, {}});
+        line.Receive({Kind::Visible, 1, {}});
+        line.Receive({Kind::Value, 32000, {}});
         EXPECT_THAT(Last(), EndsWith("100%"));
         if (columns > 4) {
             EXPECT_LT(Last().size(), static_cast<std::size_t>(columns) + 2) << columns;
@@ -60,18 +60,18 @@ TEST_F(ProgressLine, StaysWithinTheTerminal) {
 TEST_F(ProgressLine, HoldsValuesWithinItsRange) {
     cli::ProgressLine line = Line(80);
     Begin(line);
-    line.Take({Kind::Visible, 1, {}});
-    line.Take({Kind::Value, 50000, {}});
+    line.Receive({Kind::Visible, 1, {}});
+    line.Receive({Kind::Value, 50000, {}});
     EXPECT_THAT(Last(), EndsWith("100%"));
-    line.Take({Kind::Value, std::numeric_limits<std::int32_t>::min(), {}});
+    line.Receive({Kind::Value, std::numeric_limits<std::int32_t>::min(), {}});
     EXPECT_THAT(Last(), EndsWith("  0%"));
 }
 
 TEST_F(ProgressLine, IsErasedWhenHidden) {
     cli::ProgressLine line = Line(80);
     Begin(line);
-    line.Take({Kind::Visible, 1, {}});
-    line.Take({Kind::Visible, 0, {}});
+    line.Receive({Kind::Visible, 1, {}});
+    line.Receive({Kind::Visible, 0, {}});
     EXPECT_THAT(text_, EndsWith("\r\x1b[K"));
 }
 
@@ -79,7 +79,7 @@ TEST_F(ProgressLine, IsErasedAtTheEnd) {
     {
         cli::ProgressLine line = Line(80);
         Begin(line);
-        line.Take({Kind::Visible, 1, {}});
+        line.Receive({Kind::Visible, 1, {}});
     }
     EXPECT_THAT(text_, EndsWith("\r\x1b[K"));
 }
@@ -87,18 +87,18 @@ TEST_F(ProgressLine, IsErasedAtTheEnd) {
 TEST_F(ProgressLine, IsNotDrawnAnewForEveryEvent) {
     cli::ProgressLine line = Line(80, 3'600'000);
     Begin(line);
-    line.Take({Kind::Visible, 1, {}});
+    line.Receive({Kind::Visible, 1, {}});
     const std::string first = text_;
     EXPECT_THAT(first, HasSubstr("0%"));
     for (int value = 0; value < 32000; ++value)
-        line.Take({Kind::Value, value, {}});
+        line.Receive({Kind::Value, value, {}});
     EXPECT_EQ(text_, first);
 }
 
 TEST_F(ProgressLine, EscapesControlsInTheCaption) {
     cli::ProgressLine line = Line(80);
-    line.Take({Kind::Caption, 0, L"a\x1B[2J"});
-    line.Take({Kind::Visible, 1, {}});
+    line.Receive({Kind::Caption, 0, L"a\x1B[2J"});
+    line.Receive({Kind::Visible, 1, {}});
     EXPECT_THAT(Last(), StartsWith("a\\x1b[2J"));
 }
 

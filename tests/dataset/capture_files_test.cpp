@@ -21,12 +21,12 @@ class CaptureFiles : public testing::Test {
         std::filesystem::create_symlink(target, folder_.Path(name));
     }
 
-    // Without the folder's own path: "path -> place".
+    // Without the folder's own path: "path -> relativePath".
     std::vector<std::string> Found(const std::vector<std::string>& names,
                                    const std::string& outDir = "none") const {
         std::vector<std::string> found;
         for (const dataset::CaptureFile& file : Tree(names, outDir).files)
-            found.push_back(file.path.substr(folder_.Path("").size()) + " -> " + file.place);
+            found.push_back(file.path.substr(folder_.Path("").size()) + " -> " + file.relativePath);
         return found;
     }
     CaptureTree Tree(const std::vector<std::string>& names, const std::string& outDir) const {

@@ -116,9 +116,10 @@ TEST(JobFindings, AreCountedAndNamedInTheRow) {
 }
 
 TEST(JobFindings, AreToldButForNotes) {
-    const dataset::ToldFindings told = dataset::FindingsOf(EndWithFindings(true));
-    EXPECT_TRUE(told.refused);
-    EXPECT_EQ(told.lines, "walk.bvh:2:1: warning: b\nwalk.bvh:3:1: x\nwalk.amc:4:1: warning: c\n");
+    const dataset::ReportedFindings findings = dataset::FindingsOf(EndWithFindings(true));
+    EXPECT_TRUE(findings.refused);
+    EXPECT_EQ(findings.lines,
+              "walk.bvh:2:1: warning: b\nwalk.bvh:3:1: x\nwalk.amc:4:1: warning: c\n");
     EXPECT_FALSE(dataset::FindingsOf(EndWithFindings(false)).refused);
     EXPECT_EQ(dataset::FindingsOf(Ended(77)).lines, "");
 }

@@ -37,8 +37,8 @@ class Jobs : public testing::Test {
         return list;
     }
     std::string Short(std::string text) const {
-        const std::size_t place = text.find(folder_.Path(""));
-        return place == std::string::npos ? text : text.erase(place, folder_.Path("").size());
+        const std::size_t index = text.find(folder_.Path(""));
+        return index == std::string::npos ? text : text.erase(index, folder_.Path("").size());
     }
 
     support::TemporaryFolder folder_;
@@ -100,8 +100,8 @@ TEST_F(Jobs, RefuseToMakeInputsOfTheNextRun) {
     Make({"t/07.asf", "t/07_01.amc"});
     outDir_ = "t";
     EXPECT_THAT(List({"t"}, ".bvh"),
-                ElementsAre("t/07.asf + t/07_01.amc ! its output would stand among the inputs, and "
-                            "be one the next time"));
+                ElementsAre("t/07.asf + t/07_01.amc ! its output would be in an input folder and "
+                            "become an input of the next run"));
     outDir_ = "t/out";
     EXPECT_THAT(List({"t"}, ".bvh"), ElementsAre("t/07.asf + t/07_01.amc > 07_01.bvh"));
     Make({"t/out/x"});

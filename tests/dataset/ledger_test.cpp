@@ -32,7 +32,7 @@ TEST_F(LedgerFile, HandsOnWhatWentWell) {
         ledger.Note(kTake, RowOf(kTake));
     }
     Ledger ledger(Path(), "options");
-    ASSERT_EQ(ledger.Read(), Ledger::Found::Usable);
+    ASSERT_EQ(ledger.Read(), Ledger::Content::Usable);
     for (const Job& job : {kWalk, kTake}) {
         const IndexRow* row = ledger.Find(job);
         ASSERT_NE(row, nullptr);
@@ -71,13 +71,13 @@ TEST_F(LedgerFile, KnowsAJobByItsInputsAndItsOutput) {
 TEST_F(LedgerFile, CountsForTheSameOptionsOnly) {
     Ledger(Path(), "options").Start({kTake}, {RowOf(kTake)});
     Ledger ledger(Path(), "options --bones");
-    EXPECT_EQ(ledger.Read(), Ledger::Found::OtherOptions);
+    EXPECT_EQ(ledger.Read(), Ledger::Content::OtherOptions);
     EXPECT_EQ(ledger.Find(kTake), nullptr);
 }
 
 TEST_F(LedgerFile, MayBeMissing) {
     Ledger ledger(Path(), "options");
-    EXPECT_EQ(ledger.Read(), Ledger::Found::Nothing);
+    EXPECT_EQ(ledger.Read(), Ledger::Content::Nothing);
     EXPECT_TRUE(folder_.Names().empty());
 }
 

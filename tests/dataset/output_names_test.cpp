@@ -53,13 +53,13 @@ class OutputNames : public testing::TestWithParam<Row> {};
 
 TEST_P(OutputNames, AreAsExpected) {
     std::vector<Job> jobs;
-    for (const auto& [place, output] : GetParam().outputs)
-        jobs.push_back({"source of " + std::string(place), "", place, "", ""});
+    for (const auto& [relativePath, output] : GetParam().outputs)
+        jobs.push_back({"source of " + std::string(relativePath), "", relativePath, "", ""});
     const std::string_view side = GetParam().extension == std::string_view(".gltf") ? ".bin" : "";
     dataset::NameOutputs(jobs, GetParam().extension, side);
     for (std::size_t index = 0; index < jobs.size(); ++index) {
         const std::string expected = GetParam().outputs[index].second;
-        SCOPED_TRACE(jobs[index].place);
+        SCOPED_TRACE(jobs[index].relativePath);
         if (expected.starts_with('!')) {
             EXPECT_THAT(jobs[index].refusal, HasSubstr(expected.substr(1)));
         } else {

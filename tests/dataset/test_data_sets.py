@@ -111,7 +111,7 @@ class Index(DataSet):
         self.assertIn("takes/broken.bvh: ERROR (LINE 4): Expected a float value for OFFSET y\n", err)
         failures = [row for row in self.index() if row["status"] != "ok"]
         self.assertEqual(err.count("\n"), len(failures))
-        self.assertRegex(out, r"^\d converted, 1 in part, \d failed\nout/index.csv\n$")
+        self.assertRegex(out, r"^\d converted, 1 imported in part, \d failed\nout/index.csv\n$")
 
     def test_it_lists_what_the_survey_found(self):
         self.put("takes/07.asf", ASF)
@@ -203,7 +203,7 @@ class Collisions(DataSet):
         before = self.tree("takes")
         _, err = self.convert("takes", status=4, to="bvh", out="takes")
         self.assertIn("takes/w.bvh: its output would overwrite takes/w.bvh\n", err)
-        self.assertIn("takes/07_1.amc: its output would stand among the inputs", err)
+        self.assertIn("takes/07_1.amc: its output would be in an input folder", err)
         after = self.tree("takes")
         self.assertEqual({name: after[name] for name in before}, before)
         self.assertEqual(set(after) - set(before), {"index.csv", ".zkhost-convert"})

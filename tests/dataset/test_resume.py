@@ -100,7 +100,7 @@ class Resume(DataSet):
         self.convert("takes")
         out, err = self.convert("takes --resume --bones")
         self.assertEqual(out, "3 converted\nout/index.csv\n")
-        self.assertIn("other options than before", err)
+        self.assertIn("the options differ from the last run", err)
         self.assertEqual(self.tree(), self.tree("fresh"))
 
     def test_outputs_without_a_ledger_are_looked_at_again_only(self):
@@ -131,7 +131,7 @@ class CtrlC(DataSet):
         """`killed`: so many may have written their output, and had no time left to say so."""
         out, err = run.communicate(timeout=60)
         self.assertEqual(run.returncode, 130, err)
-        self.assertIn(b"cancelled: --resume goes on", out)
+        self.assertIn(b"cancelled (--resume continues)", out)
         statuses = self.statuses()
         self.assertEqual(set(statuses.values()), {"ok", "cancelled"})
         unheard = self.outputs() - list(statuses.values()).count("ok")

@@ -33,7 +33,7 @@ class Imports(DataSet):
     def test_a_hang_is_ended(self):
         self.put_named("a", "hang", "z")
         self.convert("takes -j1 --time-limit 0.5", status=4, plugin=self.stand_in)
-        self.assertEqual(self.errors(), {"takes/hang.bvh": "stopped: not done after 0.5 seconds"})
+        self.assertEqual(self.errors(), {"takes/hang.bvh": "stopped after the time limit of 0.5 seconds"})
         self.assertEqual(self.outputs(), 2)
 
     def test_a_time_limit_leaves_others_alone(self):
