@@ -1,4 +1,4 @@
-// What --help prints, each fitting a screen.
+// The texts that --help prints. Each fits on a screen of 80 columns and 24 lines.
 #pragma once
 
 #include <string>
