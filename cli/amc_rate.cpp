@@ -8,14 +8,15 @@
 namespace cli {
 namespace {
 
-// Longer than the keyword and any number that matters: the rest of a longer token is left out.
+// The keyword and every sensible number are shorter than this. The rest of a longer token is
+// dropped.
 constexpr std::size_t kTokenLimit = 64;
 
 bool IsSeparator(char character) {
     return std::string_view("\t\r\n (),").find(character) != std::string_view::npos;
 }
 
-// The next token that does not begin a comment; empty at the end.
+// Reads the next token and skips comments; empty at the end of the file.
 std::string NextToken(std::istream& file) {
     std::string token;
     bool inComment = false;

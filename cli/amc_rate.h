@@ -4,8 +4,8 @@
 
 namespace cli {
 
-// Whether an AMC motion says how many frames a second has: it does so before anything else, and by
-// a number above 1.
+// Returns whether an AMC file states its rate: its first token is :SAMPLES-PER-SECOND, and a number
+// above 1 follows.
 bool StatesRate(std::istream& amc);
 
 }  // namespace cli

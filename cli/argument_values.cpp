@@ -1,4 +1,4 @@
-// The values that options and arguments take, each on its own.
+// Parses the values of single arguments: numbers, and the arguments of "zkhost command".
 #include <charconv>
 #include <fmt/format.h>
 #include <system_error>
@@ -20,7 +20,7 @@ std::optional<std::uint16_t> ParseWord(std::string_view text) {
 
 RawArgument ParseBoolean(std::string_view value) {
     if (value != "true" && value != "false")
-        throw UsageError(fmt::format("bool:{} is neither bool:true nor bool:false", value));
+        throw UsageError(fmt::format("bool:{}: expected bool:true or bool:false", value));
     RawArgument argument;
     argument.kind = RawArgument::Kind::Boolean;
     argument.boolean = value == "true";
@@ -51,7 +51,8 @@ RawArgument ParseRawArgument(std::string_view text) {
     if (colon != std::string_view::npos && kind == "bool") return ParseBoolean(value);
     if (colon != std::string_view::npos && kind == "word") {
         const auto word = ParseWord(value);
-        if (!word) throw UsageError(fmt::format("{} is not a word from 0 to 65535", text));
+        if (!word)
+            throw UsageError(fmt::format("{}: expected a whole number from 0 to 65535", text));
         argument.kind = RawArgument::Kind::Word;
         argument.word = *word;
         return argument;
@@ -63,7 +64,8 @@ RawArgument ParseRawArgument(std::string_view text) {
         argument.real = *real;
         return argument;
     }
-    throw UsageError(fmt::format("{}: an argument begins with str:, bool:, word: or real:", text));
+    throw UsageError(
+        fmt::format("{}: an argument must begin with str:, bool:, word: or real:", text));
 }
 
 }  // namespace cli

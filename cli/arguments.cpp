@@ -29,7 +29,7 @@ struct ConvertWords {
     std::optional<std::string> timeLimit;
 };
 
-// What was asked for on the whole, filled in while CLI11 parses.
+// The values of all options and arguments. CLI11 fills them in while it parses the command line.
 struct Words {
     ImportWords import;
     CheckRequest check;
@@ -39,12 +39,12 @@ struct Words {
     dataset::Request convert;
     ConvertWords convertWords;
     ImportWords convertImport;
-    // Of convert: those that each import gets.
+    // The options of convert that it passes on to each import, except those for Acclaim files.
     std::vector<const CLI::Option*> passedOn;
 };
 
-// "--bones=1" and the like are wrong usage.
-void RefuseValuesOfFlags(CLI::App& command) {
+// Makes a flag with a value, such as "--bones=1", wrong usage.
+void DisallowFlagValues(CLI::App& command) {
     for (CLI::Option* option : command.get_options())
         if (option->get_expected_max() == 0) option->disable_flag_override();
 }
@@ -75,8 +75,8 @@ void DescribeCommand(CLI::App& command, Words& words) {
     command.add_option("--plugin", words.command.plugin);
 }
 
-// Outputs that would overwrite each other or an input.
-void RefuseWrongOutputs(const CheckRequest& request) {
+// Throws where an output of --fix would overwrite another output or an input.
+void RequireSeparateOutputs(const CheckRequest& request) {
     std::set<std::string> names;
     for (const std::string& file : request.files) {
         const std::string name(text::NamePart(file));
@@ -85,7 +85,7 @@ void RefuseWrongOutputs(const CheckRequest& request) {
         const std::string output =
             request.output.empty() ? request.outDir + '/' + name : request.output;
         for (const std::string& input : request.files)
-            RefuseToOverwrite(output, input);
+            RequireNotOverwritten(input, output);
     }
 }
 
@@ -99,26 +99,26 @@ void DescribeCheck(CLI::App& check, CheckRequest& request) {
     check.add_option("--encoding", request.encoding);
 }
 
-CheckRequest UnderstandCheck(const CheckRequest& request) {
+CheckRequest BuildCheckRequest(const CheckRequest& request) {
     for (const std::string& file : request.files) {
         if (!pairing::KindOf(file))
-            throw UsageError(fmt::format("{}: neither a .bvh, an .asf nor an .amc file", file));
+            throw UsageError(fmt::format("{}: not a .bvh, .asf or .amc file", file));
     }
     RequireKnownEncoding(request.encoding);
     const bool hasOutput = !request.output.empty();
     const bool hasFolder = !request.outDir.empty();
-    if (!request.fix && (hasOutput || hasFolder))
-        throw UsageError("-o and --out-dir are where --fix writes to");
+    if (!request.fix && (hasOutput || hasFolder)) throw UsageError("-o and --out-dir need --fix");
     if (!request.fix) return request;
     if (hasOutput == hasFolder)
-        throw UsageError("--fix writes to one of -o OUT, for one file, and --out-dir DIR");
+        throw UsageError("--fix needs either -o OUT, for one file, or --out-dir DIR");
     if (hasOutput && request.files.size() > 1)
-        throw UsageError("-o takes one file; --out-dir DIR takes several");
-    RefuseWrongOutputs(request);
+        throw UsageError("-o is for one file; use --out-dir DIR for several");
+    RequireSeparateOutputs(request);
     return request;
 }
 
-// The options as they were given, each once and in the order they are described in.
+// Returns the options that the user gave as words, each once. The order is that of their
+// description, so that it does not depend on the order in which the user gave them.
 std::vector<std::string> AsGiven(const std::vector<const CLI::Option*>& options) {
     std::vector<std::string> words;
     for (const CLI::Option* option : options) {
@@ -135,21 +135,21 @@ std::vector<std::string> AsGiven(const std::vector<const CLI::Option*>& options)
     return words;
 }
 
-dataset::Request UnderstandConvert(Words& words) {
+dataset::Request BuildConvertRequest(Words& words) {
     dataset::Request& request = words.convert;
     const exporters::Format* format = exporters::FindFormat('.' + words.convertWords.format);
     if (!format)
-        throw UsageError(fmt::format("--to {}: no such output", words.convertWords.format));
+        throw UsageError(fmt::format("--to {}: unknown format", words.convertWords.format));
     request.extension = format->extension;
     request.sideExtension = format->sideExtension;
-    if (request.outDir.empty()) throw UsageError("--out-dir: no folder named");
+    if (request.outDir.empty()) throw UsageError("--out-dir: the name of the folder is empty");
     if (!request.skeleton.empty() &&
         pairing::KindOf(request.skeleton) != pairing::CaptureKind::Skeleton)
         throw UsageError(fmt::format("--asf {}: not an .asf file", request.skeleton));
-    // Wrong values are better said once than by every import.
+    // The values are checked here, so that a mistake is reported once and not by every import.
     ImportWords& import = words.convertImport;
-    UnderstandImportOptions(import, true);
-    // At the preset's rate, which others do not have.
+    ParseImportOptions(import, true);
+    // Without --fps, a bare --resample uses the rate of the preset, which only Acclaim files have.
     if (!import.fps && import.resample == kRateOfFps) {
         std::erase(words.passedOn, import.resampleOption);
         import.acclaimOptions.push_back(import.resampleOption);
@@ -159,47 +159,48 @@ dataset::Request UnderstandConvert(Words& words) {
     if (words.convertWords.parallel) {
         const double count = PositiveNumber("--jobs", *words.convertWords.parallel);
         if (count != std::floor(count) || count > kMostJobs)
-            throw UsageError(
-                fmt::format("--jobs {}: not a number of imports that can run at a time",
-                            *words.convertWords.parallel));
+            throw UsageError(fmt::format("--jobs {}: expected a whole number from 1 to {}",
+                                         *words.convertWords.parallel, kMostJobs));
         request.parallel = static_cast<std::size_t>(count);
     }
     if (words.convertWords.timeLimit) {
         request.timeLimitSeconds = FiniteNumber("--time-limit", *words.convertWords.timeLimit);
         if (request.timeLimitSeconds < 0.0)
-            throw UsageError(fmt::format("--time-limit {}: expected seconds, or 0 for none",
-                                         *words.convertWords.timeLimit));
+            throw UsageError(
+                fmt::format("--time-limit {}: expected a number of seconds, or 0 for no limit",
+                            *words.convertWords.timeLimit));
     }
     return request;
 }
 
-// The callback reads a text at each of these places: what is neither one nor zero leads it nowhere.
-void RefuseNumbersForTexts(const CommandRequest& request) {
+// Throws where an argument that the callback reads as a pointer to a text is a number other than
+// zero, which would be an invalid pointer.
+void RequireTexts(const CommandRequest& request) {
     const take::FormatInfo* command = take::FindCommand(text::DecodeUtf8(request.name));
     if (!command) return;
-    for (std::size_t place = 0; place < request.arguments.size(); ++place) {
-        const RawArgument& argument = request.arguments[place];
+    for (std::size_t index = 0; index < request.arguments.size(); ++index) {
+        const RawArgument& argument = request.arguments[index];
         const bool isZero = !argument.boolean && argument.word == 0 && argument.real == 0.0 &&
                             !std::signbit(argument.real);
-        if (place < command->textArguments && argument.kind != RawArgument::Kind::Text && !isZero)
+        if (index < command->textArguments && argument.kind != RawArgument::Kind::Text && !isZero)
             throw UsageError(
-                fmt::format("argument {} of {} is a text, str:...", place + 1, request.name));
+                fmt::format("argument {} of {} must be a text (str:...)", index + 1, request.name));
     }
 }
 
-CommandRequest UnderstandCommand(Words& words) {
+CommandRequest BuildCommandRequest(Words& words) {
     words.command.progress = ProgressChoice(words.commandProgress);
     for (const std::string& argument : words.commandArguments) {
         words.command.arguments.push_back(ParseRawArgument(argument));
         if (!words.command.jsonFile.empty())
-            RefuseToOverwrite(words.command.jsonFile, words.command.arguments.back().text);
+            RequireNotOverwritten(words.command.arguments.back().text, words.command.jsonFile);
     }
-    RefuseNumbersForTexts(words.command);
+    RequireTexts(words.command);
     return words.command;
 }
 
-// A --resample without a number after it gets a word that stands for the rate of --fps, so that it
-// takes none that is meant otherwise.
+// CLI11 would read the word after --resample as its value, even a file name. Where that word is not
+// a number, this adds the value kRateOfFps.
 std::vector<std::string> WithResampleRates(std::span<const char* const> arguments) {
     std::vector<std::string> words;
     for (std::size_t index = 0; index < arguments.size(); ++index) {
@@ -216,9 +217,10 @@ std::vector<std::string> WithResampleRates(std::span<const char* const> argument
     return words;
 }
 
-// As CLI11 takes them. What looks like "[a,b]", a folder's name maybe, must not be taken for one of
-// the lists that it splits.
-std::vector<std::string> LastFirst(std::span<const char* const> arguments) {
+// Returns the arguments in reverse order, which CLI11 expects. CLI11 would split a word such as
+// "[a,b]", which may be a folder's name, where a command takes several values; "./" before it
+// prevents that.
+std::vector<std::string> ReversedForParser(std::span<const char* const> arguments) {
     std::vector<std::string> words = WithResampleRates(arguments);
     const bool isImport = words.front() == "import";
     std::reverse(words.begin(), words.end());
@@ -235,10 +237,10 @@ bool IsCommand(std::string_view word) {
 }
 
 Request ParseArguments(std::span<const char* const> arguments) {
-    constexpr std::string_view kNeither = "neither import, check, convert nor command";
-    if (arguments.empty()) throw UsageError(fmt::format("nothing to do: {}", kNeither));
+    constexpr std::string_view kCommands = "expected import, check, convert or command";
+    if (arguments.empty()) throw UsageError(fmt::format("no command: {}", kCommands));
     if (!IsCommand(arguments[0]) && arguments[0][0] != '-')
-        throw UsageError(fmt::format("{}: {}", arguments[0], kNeither));
+        throw UsageError(fmt::format("{}: unknown command: {}", arguments[0], kCommands));
     Words words;
     CLI::App program;
     program.set_help_flag("-h,--help");
@@ -253,10 +255,10 @@ Request ParseArguments(std::span<const char* const> arguments) {
     DescribeConvert(*convert, words);
     DescribeCommand(*command, words);
     for (CLI::App* each : {import, check, convert, command})
-        RefuseValuesOfFlags(*each);
+        DisallowFlagValues(*each);
 
     try {
-        program.parse(LastFirst(arguments));
+        program.parse(ReversedForParser(arguments));
     } catch (const CLI::CallForHelp&) {
         return Answer{std::string(import->parsed()    ? kImportHelp
                                   : check->parsed()   ? kCheckHelp
@@ -268,10 +270,10 @@ Request ParseArguments(std::span<const char* const> arguments) {
     } catch (const CLI::ParseError& error) {
         throw UsageError(error.what());
     }
-    if (import->parsed()) return UnderstandImport(words.import);
-    if (check->parsed()) return UnderstandCheck(words.check);
-    if (convert->parsed()) return UnderstandConvert(words);
-    return UnderstandCommand(words);
+    if (import->parsed()) return BuildImportRequest(words.import);
+    if (check->parsed()) return BuildCheckRequest(words.check);
+    if (convert->parsed()) return BuildConvertRequest(words);
+    return BuildCommandRequest(words);
 }
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// What the user asked for on the command line.
+// The requests that a command line is parsed into.
 #pragma once
 
 #include <cstdint>
@@ -18,22 +18,24 @@
 
 namespace cli {
 
-// The command line makes no sense; says why.
+// The command line is wrong; the message says why.
 class UsageError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// There is no plug-in to import with; says what was tried.
+// The plug-in cannot be loaded; the message says which files were tried.
 class PluginError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-enum class Progress : std::uint8_t { Auto, On, Off };  // Auto: where stderr is a terminal
+// Whether the plug-in gets a progress bar. Auto: where stderr is a terminal.
+enum class Progress : std::uint8_t { Auto, On, Off };
+
 struct OutputRequest {
     std::string path;
-    const exporters::Format* format = nullptr;  // by the path's extension
+    const exporters::Format* format = nullptr;  // the one that the path's extension names
 };
 
 struct ImportRequest {
@@ -41,16 +43,16 @@ struct ImportRequest {
     exporters::Options exports;
     std::vector<OutputRequest> outputs;
 
-    bool makeFolders = false;  // those that the outputs go to
-    bool tree = false;
-    bool quiet = false;
-    bool timing = false;
-    bool report = false;  // for convert: what came of it, in one line of stdout
+    bool makeFolders = false;  // create the folders of the outputs
+    bool tree = false;         // print the scene's objects
+    bool quiet = false;        // print only errors and warnings
+    bool timing = false;       // print how long the import and each output took
+    bool report = false;       // for convert: print an ImportReport as one line
     Progress progress = Progress::Auto;
-    std::string plugin;  // empty: the one that belongs to this program
+    std::string plugin;  // its path; empty: the one installed with zkhost
 };
 
-// An argument of the raw callback as the user wrote it.
+// One argument for the plug-in's callback. Only the member that `kind` names is used.
 struct RawArgument {
     enum class Kind : std::uint8_t { Text, Boolean, Word, Real };
     Kind kind = Kind::Text;
@@ -63,28 +65,28 @@ struct RawArgument {
 struct CommandRequest {
     std::string name;
     std::vector<RawArgument> arguments;
-    std::string jsonFile;  // empty: none
+    std::string jsonFile;  // where the JSON record is written; empty: nowhere
     Progress progress = Progress::Auto;
-    std::string plugin;
+    std::string plugin;  // as in ImportRequest
 };
 
-// A text that answers the command line by itself: help or the version.
+// The text to print for --help or --version; nothing else is done.
 struct Answer {
     std::string text;
 };
 
 using Request = std::variant<Answer, ImportRequest, CheckRequest, dataset::Request, CommandRequest>;
 
-// "import", "check", "convert", "command".
+// Returns whether the word is "import", "check", "convert" or "command".
 bool IsCommand(std::string_view word);
 
-// `arguments` without the program's name. Throws UsageError.
+// Parses the arguments, which do not include the program's name. Throws UsageError.
 Request ParseArguments(std::span<const char* const> arguments);
 
-// "str:TEXT", "bool:true", "word:0x10", "real:1.5". Throws UsageError.
+// Parses "str:TEXT", "bool:true", "word:0x10" or "real:1.5". Throws UsageError.
 RawArgument ParseRawArgument(std::string_view text);
 
-// The whole text as a number: decimal, "inf" or "nan".
+// Parses a decimal number, "inf" or "nan"; nothing where the text is not one number as a whole.
 std::optional<double> ParseNumber(std::string_view text);
 
 }  // namespace cli

@@ -117,7 +117,8 @@ void PrintForPeople(const CheckedFile& file) {
     if (!shape.empty()) ToStdout()(fmt::format("  {}\n", shape));
 }
 
-// The canonical text, or a copy of the file where there is nothing to mend.
+// Writes the mended text, or a copy of the file where nothing was mended. A file with an error is
+// not written.
 void WriteFixed(const CheckRequest& request, const CheckedFile& file) {
     if (file.survey.Has(survey::Severity::Error)) return;
     const std::string name(text::NamePart(file.path));

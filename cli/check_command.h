@@ -4,7 +4,7 @@
 
 namespace cli {
 
-// Surveys the files and prints what is found and what they hold; with --fix writes their canonical
+// Surveys the files and prints their findings and what they contain; with --fix writes their mended
 // texts. Returns the exit status.
 int RunCheck(const CheckRequest& request);
 

@@ -22,12 +22,13 @@ survey::Options OptionsOf(const CheckRequest& request, survey::Purpose purpose) 
 
 using pairing::CaptureKind;
 
-// The arguments were checked: each names a capture.
+// ParseArguments has checked that each path is that of a capture file, so the default is never
+// used.
 CaptureKind KindOf(const std::string& path) {
     return pairing::KindOf(path).value_or(CaptureKind::Biovision);
 }
 
-// Files that are looked at together: one, or a skeleton and its motions.
+// Files that are surveyed together: a single file, or a skeleton and its motions.
 class Group {
   public:
     void Add(const std::string& path) {
@@ -37,7 +38,8 @@ class Group {
         checked_.push_back(std::move(checked));
     }
 
-    // The next one, in the order they were added. Looks at all of them at the first call.
+    // Returns the files one after another, in the order they were added. The first call surveys
+    // all.
     const CheckedFile& Next(const survey::Options& options) {
         if (next_ == 0) Survey(options);
         return checked_[next_++];
@@ -89,12 +91,13 @@ class Group {
         }
     }
 
-    std::deque<files::MappedFile> files_;  // side by side with `checked_`
+    std::deque<files::MappedFile> files_;  // one element for each of `checked_`
     std::vector<CheckedFile> checked_;
     std::size_t next_ = 0;
 };
 
-// The group of each file. An .amc joins the last .asf, whatever was named in between.
+// Returns the group of each file. An .amc belongs to the last .asf before it, even if other files
+// are named between them.
 std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& files) {
     std::vector<std::shared_ptr<Group>> groups;
     std::shared_ptr<Group> skeleton;
@@ -114,7 +117,7 @@ std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& fil
 void CheckFiles(const CheckRequest& request, survey::Purpose purpose,
                 const std::function<void(const CheckedFile&)>& each) {
     const survey::Options options = OptionsOf(request, purpose);
-    // A group goes with the last of its files.
+    // `held` keeps the group during the call; after its last file, the group frees its memory.
     for (std::shared_ptr<Group>& group : GroupsOf(request.files)) {
         const std::shared_ptr<Group> held = std::move(group);
         each(held->Next(options));

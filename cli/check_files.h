@@ -1,5 +1,5 @@
-// The survey of files as they were named on a command line: an .asf together with the .amc files
-// after it.
+// Surveys the files of a command line: each .bvh alone, each .asf together with the .amc files that
+// are named after it.
 #pragma once
 
 #include <functional>
@@ -16,11 +16,11 @@ struct CheckedFile {
     std::string path;
     pairing::CaptureKind kind = pairing::CaptureKind::Biovision;
     survey::FileSurvey survey;
-    std::string_view text;  // the file itself; empty where it could not be read
+    std::string_view text;  // the file's bytes; empty where it could not be read
 };
 
-// Calls `each` with every file in the order they were named; what it is given is valid during the
-// call.
+// Calls `each` with every file, in the order in which the files were named. The argument is valid
+// only during that call.
 void CheckFiles(const CheckRequest& request, survey::Purpose purpose,
                 const std::function<void(const CheckedFile&)>& each);
 

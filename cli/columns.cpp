@@ -24,7 +24,7 @@ int DisplayWidth(std::wstring_view text) {
 
 std::wstring Elide(std::wstring_view text, int columns) {
     int width = 0;
-    std::size_t fitting = 0;  // characters that leave a column for the ellipsis
+    std::size_t fitting = 0;  // how many characters leave a free column for the ellipsis
     for (std::size_t index = 0; index < text.size(); ++index) {
         width += WidthOf(text[index]);
         if (width < columns) fitting = index + 1;

@@ -1,4 +1,4 @@
-// Text in the columns of a terminal, by the current character locale.
+// The width of text on a terminal, in columns. It depends on the current character locale.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 namespace cli {
 
-// Columns that the text takes; East Asian characters take two.
+// Returns how many columns the text takes; an East Asian character takes two.
 int DisplayWidth(std::wstring_view text);
 
-// The text, cut at the end to at most `columns` columns, the last of them an ellipsis where
-// something was cut. `columns` is at least 1.
+// Returns the text, shortened at its end to at most `columns` columns. A shortened text ends in an
+// ellipsis. `columns` is at least 1.
 std::wstring Elide(std::wstring_view text, int columns);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// What an import hands to the exporters.
+// The options and the record that the exporters need from an import.
 #pragma once
 
 #include "cli/arguments.h"
@@ -8,10 +8,11 @@
 
 namespace cli {
 
-// The options of the outputs, with what the import settled.
+// Returns the user's options, completed with the results of the import: rate, scale, models,
+// source.
 exporters::Options ExportOptionsOf(const ImportRequest& request, const take::Result& result);
 
-// The record of the run. Refers to the result.
+// Returns the record of the run. It points into `result`.
 exporters::RunRecord RecordOf(const ImportRequest& request, const take::Result& result);
 
 }  // namespace cli

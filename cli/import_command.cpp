@@ -41,7 +41,7 @@ SummaryRequest SummaryOf(const take::Request& request, const take::Result& resul
     if (request.motion) {
         const std::string& path = request.motion->path;
         summary.files.push_back(path);
-        // The survey tells of it otherwise.
+        // Without --as-is, the survey has reported a missing rate already.
         std::ifstream motion(path, std::ios::binary);
         if (request.asIs && !StatesRate(motion)) summary.fileWithoutRate = path;
     }
@@ -65,23 +65,25 @@ ExitStatus StatusOf(take::Status status) {
     return dataset::kImportFailed;
 }
 
-// One import from the survey to the last output.
+// One import, from loading the plug-in to the last output.
 class ImportRun {
   public:
+    // Runs the import. Throws PluginError.
     explicit ImportRun(const ImportRequest& request) : request_(request) {
         const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
         if (!loaded.plugin) throw PluginError(loaded.problem);
         ImportShow show(ShowOptionsOf(request));
-        take::Request asked = request.take;
-        asked.hasProgressBar = show.HasProgressBar();
+        take::Request takeRequest = request.take;
+        takeRequest.hasProgressBar = show.HasProgressBar();
         files::SystemStorage storage(true);
         const auto start = std::chrono::steady_clock::now();
-        result_ = take::Import(*loaded.plugin, asked, storage, show.Listen());
+        result_ = take::Import(*loaded.plugin, takeRequest, storage, show.BuildListener());
         const std::chrono::duration<double, std::milli> took =
             std::chrono::steady_clock::now() - start;
         loadMilliseconds_ = took.count();
     }
 
+    // Writes the outputs and prints the results. Returns the exit status.
     int Finish() {
         if (!result_.problem.empty()) {
             PrintError(result_.problem);
@@ -90,9 +92,9 @@ class ImportRun {
         const ExitStatus status = StatusOf(result_.outcome.status);
         OutputsResult written;
         if (status != dataset::kCancelled) written = WriteOutputs(request_, result_);
-        // convert, which reads the report, sends one signal at most. It must not end this process
-        // before the report says that an output was written.
-        if (!request_.report) ReleaseInterrupts();
+        // From here on, a signal may end the process. A child of convert is the exception: it must
+        // first report that an output was written, and convert sends it only one SIGINT.
+        if (!request_.report) RestoreInterrupts();
         if (status == dataset::kCancelled || written.interrupted) return dataset::kCancelled;
         if (request_.report) PrintReport(!written.milliseconds.empty());
         if (result_.IsImported()) PrintScene();

@@ -4,8 +4,8 @@
 
 namespace cli {
 
-// Imports, writes the outputs, prints. Returns the exit status; throws PluginError where there is
-// no plug-in to import with.
+// Imports the files, writes the outputs and prints the summary. Returns the exit status. Throws
+// PluginError where the plug-in cannot be loaded.
 int RunImport(const ImportRequest& request);
 
 }  // namespace cli

@@ -22,24 +22,26 @@ namespace {
 constexpr double kCmuFramesPerSecond = 120.0;
 constexpr int kMostDigits = 15;
 
-void FindFormat(const std::string& motionFile, take::Request& request) {
+// Sets the format and the motion by the extensions of the files.
+void SetFiles(const std::string& motionFile, take::Request& request) {
     using pairing::CaptureKind;
     const std::string& file = request.file.path;
     const std::optional<CaptureKind> kind = pairing::KindOf(file);
-    if (!kind) throw UsageError(fmt::format("{}: neither a .bvh nor an .asf file", file));
+    if (!kind) throw UsageError(fmt::format("{}: not a .bvh or .asf file", file));
     if (kind == CaptureKind::Motion)
-        throw UsageError(fmt::format("{}: a motion needs its skeleton, SKEL.asf, before it", file));
+        throw UsageError(
+            fmt::format("{}: an .amc file needs its skeleton, SKEL.asf, before it", file));
     const bool isAlone = kind == CaptureKind::Biovision;
     request.format = isAlone ? take::Format::Biovision : take::Format::Acclaim;
     if (motionFile.empty()) return;
-    if (isAlone) throw UsageError(fmt::format("{}: a .bvh file is imported alone", motionFile));
+    if (isAlone) throw UsageError(fmt::format("{}: a .bvh file takes no second file", motionFile));
     if (pairing::KindOf(motionFile) != CaptureKind::Motion)
         throw UsageError(fmt::format("{}: not an .amc file", motionFile));
     request.motion = {motionFile};
 }
 
-// --fps alone is the take's rate. A bare --resample makes it the rate of the samples, and the
-// take's own is then what it was.
+// --fps is the take's rate. With a --resample that has no number, it is the rate of the samples
+// instead, and the take keeps its own rate.
 void SetRates(const ImportWords& words, ImportRequest& request) {
     std::optional<double> rate;
     if (words.fps) rate = PositiveNumber("--fps", *words.fps);
@@ -50,7 +52,7 @@ void SetRates(const ImportWords& words, ImportRequest& request) {
         return;
     }
     if (!rate && request.take.preset == take::Preset::Cmu) rate = kCmuFramesPerSecond;
-    if (!rate) throw UsageError("--resample needs a rate: --resample N, or --fps N beside it");
+    if (!rate) throw UsageError("--resample needs a rate: --resample N, or --fps N with it");
     request.exports.resampleTo = rate;
 }
 
@@ -61,11 +63,13 @@ int Digits(const std::string& text) {
     return static_cast<int>(number);
 }
 
+// Returns the absolute path with symbolic links resolved, so that two names of one file compare
+// equal.
 std::string Resolved(const std::string& path) {
-    std::error_code unreadable;
-    const auto absolute = std::filesystem::absolute(files::FollowLinks(path), unreadable);
-    const auto resolved = std::filesystem::weakly_canonical(absolute, unreadable);
-    return unreadable ? path : resolved.string();
+    std::error_code error;
+    const auto absolute = std::filesystem::absolute(files::FollowLinks(path), error);
+    const auto resolved = std::filesystem::weakly_canonical(absolute, error);
+    return error ? path : resolved.string();
 }
 
 const exporters::Format* FormatOf(const std::string& path) {
@@ -73,18 +77,19 @@ const exporters::Format* FormatOf(const std::string& path) {
     std::set<std::string_view> known;
     for (const exporters::Format& format : exporters::Formats())
         known.insert(format.extension);
-    throw UsageError(fmt::format("{}: no such output; known are {}", path, fmt::join(known, " ")));
+    throw UsageError(
+        fmt::format("{}: unknown output format; known are {}", path, fmt::join(known, " ")));
 }
 
 void ReadOutputs(const ImportWords& words, ImportRequest& request) {
-    std::set<std::string> taken;
+    std::set<std::string> names;
     for (const std::string& path : words.outputs) {
         const OutputRequest output = {path, FormatOf(path)};
         for (const std::string& file : exporters::FilesOf(*output.format, path)) {
-            RefuseToOverwrite(file, request.take.file.path);
-            RefuseToOverwrite(file, words.motionFile);
-            if (!taken.insert(Resolved(file)).second)
-                throw UsageError(fmt::format("{}: named as an output twice", file));
+            RequireNotOverwritten(request.take.file.path, file);
+            RequireNotOverwritten(words.motionFile, file);
+            if (!names.insert(Resolved(file)).second)
+                throw UsageError(fmt::format("{}: two outputs would write this file", file));
         }
         request.outputs.push_back(output);
     }
@@ -131,7 +136,7 @@ void DescribeImport(CLI::App& import, ImportWords& words) {
     import.add_flag("--report", request.report);
 }
 
-void UnderstandImportOptions(ImportWords& words, bool isAcclaim) {
+void ParseImportOptions(ImportWords& words, bool isAcclaim) {
     ImportRequest& request = words.request;
     take::Request& take = request.take;
     take.useNulls = !words.bones;
@@ -150,16 +155,16 @@ void UnderstandImportOptions(ImportWords& words, bool isAcclaim) {
         throw UsageError("--limits, --length and --preset are for Acclaim files");
     RequireKnownEncoding(take.encoding);
     if (take.asIs && (take.strict || !take.encoding.empty()))
-        throw UsageError("--strict and --encoding are about the survey, which --as-is leaves out");
+        throw UsageError("--strict and --encoding need the survey, which --as-is skips");
 }
 
-ImportRequest UnderstandImport(ImportWords& words) {
+ImportRequest BuildImportRequest(ImportWords& words) {
     ImportRequest& request = words.request;
     request.progress = ProgressChoice(words.progress);
     if (request.report) request.quiet = true;
-    FindFormat(words.motionFile, request.take);
-    UnderstandImportOptions(words, pairing::IsAcclaim(request.take.file.path));
-    // What the plug-in reads to the letter it reads as the user's programs do.
+    SetFiles(words.motionFile, request.take);
+    ParseImportOptions(words, pairing::IsAcclaim(request.take.file.path));
+    // Files that are not mended are decoded by the user's locale, as other programs of the user do.
     request.take.readsInLocale = true;
     ReadOutputs(words, request);
     return request;

@@ -1,4 +1,5 @@
-// The options of an import, which convert takes as well and hands to each of its imports.
+// The options of "zkhost import". "zkhost convert" has most of them too and passes them on to each
+// of its imports.
 #pragma once
 
 #include <optional>
@@ -14,7 +15,8 @@ class Option;
 
 namespace cli {
 
-// As the user wrote them, before they are made sense of.
+// The options as the user wrote them. CLI11 sets the flags in `request` directly; values are texts
+// here until BuildImportRequest parses them.
 struct ImportWords {
     ImportRequest request;
     std::string motionFile;  // empty: none
@@ -29,22 +31,22 @@ struct ImportWords {
     std::vector<std::string> outputs;
     bool nulls = false;
     bool bones = false;
-    std::vector<const CLI::Option*> acclaimOptions;  // those that only Acclaim files take
+    std::vector<const CLI::Option*> acclaimOptions;  // the options for Acclaim files only
     const CLI::Option* resampleOption = nullptr;
 };
 
-// What a bare --resample is made before it is parsed: the rate that --fps says.
+// The value that a --resample without a number gets; it stands for the rate of --fps.
 inline constexpr char kRateOfFps[] = "fps";
 
-// What convert takes as well.
+// Declares the options that import and convert have in common.
 void DescribeImportOptions(CLI::App& command, ImportWords& words);
-// All of "zkhost import".
+// Declares all options and arguments of "zkhost import".
 void DescribeImport(CLI::App& import, ImportWords& words);
 
-// Makes sense of the numbers and names. `isAcclaim`: options that only Acclaim files have are
-// allowed. Throws UsageError.
-void UnderstandImportOptions(ImportWords& words, bool isAcclaim);
-// All of "zkhost import". Throws UsageError.
-ImportRequest UnderstandImport(ImportWords& words);
+// Parses the values of the common options into words.request. `isAcclaim` allows the options that
+// are for Acclaim files only. Throws UsageError.
+void ParseImportOptions(ImportWords& words, bool isAcclaim);
+// Parses all values of "zkhost import". Throws UsageError.
+ImportRequest BuildImportRequest(ImportWords& words);
 
 }  // namespace cli

@@ -27,14 +27,14 @@ ImportShow::ImportShow(const ShowOptions& options)
                       (options.progress == Progress::Auto && isTerminal_)),
       log_(options.file, options.motionFile, {isTerminal_, options.errorsOnly}, ToStderr()) {
     CatchInterrupts();
-    // The survey asks nobody whether to go on.
-    uncancellable_.emplace();
+    // The survey cannot be cancelled, so a signal ends the process until it is done.
+    exitOnInterrupt_.emplace();
 }
 
-take::Listener ImportShow::Listen() {
+take::Listener ImportShow::BuildListener() {
     take::Listener listener;
     listener.onSurveyed = [this](const auto& findings, bool isRefused) {
-        uncancellable_.reset();
+        exitOnInterrupt_.reset();
         if (options_.showFindings) ShowFindings(findings);
         if (!isRefused) BeginCall();
     };
@@ -50,14 +50,14 @@ take::Listener ImportShow::Listen() {
 }
 
 void ImportShow::BeginCall() {
-    uncancellable_.reset();
-    if (!hasProgressBar_) uncancellable_.emplace();
+    exitOnInterrupt_.reset();
+    if (!hasProgressBar_) exitOnInterrupt_.emplace();
     if (hasProgressBar_ && isTerminal_ && options_.drawBar && CanRedrawLines())
         bar_.emplace(TerminalColumns(STDERR_FILENO), kBarInterval, ToStderr());
 }
 
 void ImportShow::EndCall() {
-    uncancellable_.reset();
+    exitOnInterrupt_.reset();
     bar_.reset();
 }
 

@@ -1,5 +1,5 @@
-// An import, or a call of the plug-in, as it appears to the person before the terminal: the log on
-// stderr as it is written, the bar there where stderr is a terminal, Ctrl-C as a request to stop.
+// What the user sees of an import, or of another call of the plug-in, while it runs: the log on
+// stderr and, where stderr is a terminal, the progress bar. Also decides what Ctrl-C does.
 #pragma once
 
 #include <optional>
@@ -15,26 +15,26 @@ namespace cli {
 
 struct ShowOptions {
     Progress progress = Progress::Auto;
-    bool drawBar = true;      // where it can be
-    bool errorsOnly = false;  // of the log errors and warnings, of findings all but notes
+    bool drawBar = true;      // if there is a bar and stderr is a terminal
+    bool errorsOnly = false;  // print only errors and warnings
     bool showFindings = true;
-    // Before each log line; both empty: nothing.
+    // The file that is printed before each log line; with both empty, no name is printed.
     std::string file{};
     std::string motionFile{};
 };
 
-// To be made before the import begins and kept until it ends.
+// Has to exist from before the import begins until it ends.
 class ImportShow {
   public:
     explicit ImportShow(const ShowOptions& options);
 
-    // Whether the plug-in is to have a progress bar, which is what the user can cancel by.
+    // Returns whether the plug-in gets a progress bar. Without one it cannot notice a cancellation.
     bool HasProgressBar() const { return hasProgressBar_; }
-    // Refers to this.
-    take::Listener Listen();
-    // From now on the plug-in runs: without a bar nothing but the end of the process can stop it.
+    // Returns a listener that refers to this object.
+    take::Listener BuildListener();
+    // To be called before the plug-in runs. Shows the bar; without one, Ctrl-C ends the process.
     void BeginCall();
-    // Ctrl-C is a request to stop again, and the bar is gone.
+    // To be called after the plug-in has run. Removes the bar; Ctrl-C is a request to stop again.
     void EndCall();
 
   private:
@@ -45,7 +45,7 @@ class ImportShow {
     bool hasProgressBar_;
     LogPrinter log_;
     std::optional<ProgressLine> bar_;
-    std::optional<UncancellableStretch> uncancellable_;
+    std::optional<ExitOnInterruptScope> exitOnInterrupt_;
 };
 
 }  // namespace cli

@@ -13,12 +13,12 @@ namespace {
 constexpr int kStopSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 std::atomic<bool> interrupted = false;
-std::atomic<bool> uncancellable = false;
+std::atomic<bool> exitOnInterrupt = false;
 static_assert(std::atomic<bool>::is_always_lock_free);
 
-// The second one ends the process by the system's own handling.
+// The first signal is recorded; a second one ends the process as the system does by default.
 extern "C" void OnInterrupt(int signal) {
-    if (uncancellable) {
+    if (exitOnInterrupt) {
         files::RemoveMendedFolder();
         _exit(dataset::kCancelled);
     }
@@ -31,8 +31,9 @@ extern "C" void OnInterrupt(int signal) {
     interrupted = true;
 }
 
-// Whether whoever started this program chose that it goes on when the terminal is closed.
-bool OutlivesTerminal(int signal) {
+// Returns whether the program was started so that it continues after its terminal is closed
+// (nohup).
+bool IgnoresHangup(int signal) {
     struct sigaction action {};
     return signal == SIGHUP && sigaction(signal, nullptr, &action) == 0 &&
            action.sa_handler == SIG_IGN;
@@ -45,19 +46,19 @@ void CatchInterrupts() {
     action.sa_handler = OnInterrupt;
     action.sa_flags = SA_RESTART;
     for (const int signal : kStopSignals)
-        if (!OutlivesTerminal(signal)) sigaction(signal, &action, nullptr);
+        if (!IgnoresHangup(signal)) sigaction(signal, &action, nullptr);
 }
 
-void ReleaseInterrupts() {
+void RestoreInterrupts() {
     for (const int signal : kStopSignals)
-        if (!OutlivesTerminal(signal)) std::signal(signal, SIG_DFL);
+        if (!IgnoresHangup(signal)) std::signal(signal, SIG_DFL);
 }
 
-UncancellableStretch::UncancellableStretch() noexcept {
-    uncancellable = true;
+ExitOnInterruptScope::ExitOnInterruptScope() noexcept {
+    exitOnInterrupt = true;
 }
-UncancellableStretch::~UncancellableStretch() {
-    uncancellable = false;
+ExitOnInterruptScope::~ExitOnInterruptScope() {
+    exitOnInterrupt = false;
 }
 
 bool Interrupted() noexcept {

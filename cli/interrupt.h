@@ -1,25 +1,26 @@
-// Requests to stop (Ctrl-C at the keyboard is SIGINT; SIGTERM), to whatever is under way.
+// The signals that ask the program to stop: SIGINT, which Ctrl-C sends, SIGTERM, and SIGHUP unless
+// it is ignored.
 #pragma once
 
 namespace cli {
 
-// From now on the first of them is a request to stop, which Interrupted() tells. A second one ends
-// the process at once. To be called while nothing runs.
+// From now on the first of these signals only makes Interrupted() true; a second one ends the
+// process. To be called before the import begins.
 void CatchInterrupts();
-// From now on they do what the system does of itself.
-void ReleaseInterrupts();
+// Restores the system's default handling of the signals.
+void RestoreInterrupts();
 
-// For as long as one of these lives, a request ends the process with the status of a cancelled run:
-// for a stretch that nothing else can stop and that has nothing to clean up but mended texts, which
-// are removed.
-class UncancellableStretch {
+// While this exists, a signal removes the mended texts and ends the process with the exit status of
+// a cancelled run. It is for work that cannot be cancelled otherwise and leaves no other files.
+class ExitOnInterruptScope {
   public:
-    UncancellableStretch() noexcept;
-    ~UncancellableStretch();
-    UncancellableStretch(const UncancellableStretch&) = delete;
-    UncancellableStretch& operator=(const UncancellableStretch&) = delete;
+    ExitOnInterruptScope() noexcept;
+    ~ExitOnInterruptScope();
+    ExitOnInterruptScope(const ExitOnInterruptScope&) = delete;
+    ExitOnInterruptScope& operator=(const ExitOnInterruptScope&) = delete;
 };
 
+// Returns whether one of the signals arrived since CatchInterrupts.
 bool Interrupted() noexcept;
 
 }  // namespace cli

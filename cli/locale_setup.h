@@ -2,7 +2,8 @@
 
 namespace cli {
 
-// The character locale: the environment's, UTF-8 where that has none. Numbers keep the "C" locale.
+// Sets the character locale to that of the environment or, where the environment names none that
+// knows more than ASCII, to UTF-8. Numbers keep the "C" locale.
 void SetCharacterLocale();
 
 }  // namespace cli

@@ -23,7 +23,7 @@ void LogPrinter::Print(const headless::LogLine& line) {
         const std::string prefix = Prefix(isMotion);
         std::string text = prefix;
         if (style_.escapeControls) {
-            // A text of several lines stays one on a terminal too, each under the file's name.
+            // A message may have several lines. Each one begins with the file's name.
             for (const char character :
                  text::EncodeUtf8(text::EscapeControls(headless::View(line.text), true))) {
                 text += character;

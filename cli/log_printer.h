@@ -1,4 +1,4 @@
-// The host's log as it appears on stderr.
+// Prints the host's log to stderr.
 #pragma once
 
 #include <functional>
@@ -11,15 +11,17 @@
 namespace cli {
 
 struct LogStyle {
-    bool escapeControls = false;  // for a terminal
-    bool errorsOnly = false;      // errors and warnings
+    bool escapeControls = false;  // replace control characters, which a terminal would obey
+    bool errorsOnly = false;      // print only errors and warnings
 };
 
-// Prints each line with the file it is about before it, as compilers do: "walk.bvh: message".
+// Prints each line after the name of the file that it is about, as compilers do: "walk.bvh:
+// message".
 class LogPrinter {
   public:
-    // `skeleton` and `motion` are the files as the user named them, either may be empty; with no
-    // file the lines stand alone. `print` takes whole lines.
+    // `skeleton` and `motion` are the files as the user named them. Without a motion all lines are
+    // about the skeleton; with both empty, lines are printed without a name. `print` gets whole
+    // lines.
     LogPrinter(std::string skeleton, std::string motion, LogStyle style,
                std::function<void(std::string_view)> print);
 

@@ -19,8 +19,8 @@
 
 namespace {
 
-// A closed standard stream would let the next file that is opened take its number, and messages
-// would end up in that file.
+// If a standard stream is closed, the next file that is opened gets its descriptor, and messages
+// would be written into that file. /dev/null takes the free descriptors instead.
 void OccupyStandardStreams() {
     while (true) {
         const int file = open("/dev/null", O_RDWR);
@@ -49,7 +49,7 @@ int RunArguments(const std::string& program, std::span<const char* const> argume
         const bool named = !arguments.empty() && cli::IsCommand(arguments[0]);
         const std::string command = named ? fmt::format(" {}", arguments[0]) : std::string();
         cli::PrintError(error.what());
-        cli::PrintError(fmt::format("'zkhost{} --help' says more", command));
+        cli::PrintError(fmt::format("see 'zkhost{} --help'", command));
         return dataset::kWrongUsage;
     } catch (const cli::PluginError& error) {
         cli::PrintError(error.what());
@@ -67,7 +67,7 @@ int RunArguments(const std::string& program, std::span<const char* const> argume
 
 int main(int argc, char** argv) {
     OccupyStandardStreams();
-    // A file that would grow beyond the limit is then an error like a full disk.
+    // A write beyond the file size limit then fails with an error and does not end the process.
     std::signal(SIGXFSZ, SIG_IGN);
     cli::SetCharacterLocale();
     const auto count = static_cast<std::size_t>(argc > 0 ? argc - 1 : 0);

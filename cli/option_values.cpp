@@ -17,7 +17,8 @@ double FiniteNumber(const char* option, const std::string& text) {
 
 double PositiveNumber(const char* option, const std::string& text) {
     const double number = FiniteNumber(option, text);
-    if (number <= 0.0) throw UsageError(fmt::format("{} {}: not above zero", option, text));
+    if (number <= 0.0)
+        throw UsageError(fmt::format("{} {}: must be greater than zero", option, text));
     return number;
 }
 
@@ -31,10 +32,10 @@ Progress ProgressChoice(const std::optional<std::string>& text) {
 void RequireKnownEncoding(const std::string& encoding) {
     if (!encoding.empty() && !survey::IsKnownEncoding(encoding))
         throw UsageError(
-            fmt::format("--encoding {}: no encoding that iconv knows ('iconv --list')", encoding));
+            fmt::format("--encoding {}: unknown; 'iconv --list' lists the encodings", encoding));
 }
 
-void RefuseToOverwrite(const std::string& output, const std::string& input) {
+void RequireNotOverwritten(const std::string& input, const std::string& output) {
     if (!input.empty() && files::IsSameFile(output, input))
         throw UsageError(fmt::format("{} would be overwritten by an output", input));
 }

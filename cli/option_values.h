@@ -1,4 +1,4 @@
-// Values of options as the user wrote them, made sense of. All throw UsageError.
+// Parses and checks the values of options. All functions throw UsageError for a wrong value.
 #pragma once
 
 #include <fmt/format.h>
@@ -14,6 +14,7 @@ namespace cli {
 double FiniteNumber(const char* option, const std::string& text);
 double PositiveNumber(const char* option, const std::string& text);
 
+// Returns the value of the choice that the text names.
 template <class Value>
 Value Choice(const char* option, const std::string& text,
              std::initializer_list<std::pair<std::string_view, Value>> choices) {
@@ -27,10 +28,10 @@ Value Choice(const char* option, const std::string& text,
 
 Progress ProgressChoice(const std::optional<std::string>& text);
 
-// One that iconv knows; empty is fine.
+// Requires an encoding that iconv knows, or an empty text.
 void RequireKnownEncoding(const std::string& encoding);
 
-// An existing input must not be written to.
-void RefuseToOverwrite(const std::string& output, const std::string& input);
+// Requires that `output` is not the same existing file as `input`, even under another name.
+void RequireNotOverwritten(const std::string& input, const std::string& output);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// The files that an import writes.
+// Writes the outputs of an import.
 #pragma once
 
 #include <functional>
@@ -12,16 +12,17 @@
 namespace cli {
 
 struct OutputsResult {
-    bool failed = false;               // one could not be written; it was said on stderr
-    bool interrupted = false;          // the user asked to stop; no further one was begun
-    std::vector<double> milliseconds;  // of each that was written
+    bool failed = false;               // an output could not be written; stderr says which and why
+    bool interrupted = false;          // the user asked to stop; the remaining outputs were skipped
+    std::vector<double> milliseconds;  // how long each written output took
 };
 
-// Writes what the request names; of a failed import the record alone. What an export had to leave
-// out is said on stderr.
+// Writes the outputs of the request. After a failed import only the JSON record is written. Prints
+// to stderr what an output could not contain.
 OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result);
 
-// Adds to the result what came of writing one output; what went wrong is said on stderr.
+// Calls `write`, which writes one output, and adds its outcome to `result`. Prints errors to
+// stderr.
 void AddOutput(const std::function<files::WriteOutcome()>& write, OutputsResult& result);
 
 }  // namespace cli

@@ -17,7 +17,7 @@ Print ToStderr() {
 }
 
 void PrintError(std::string_view message) {
-    // Names of files are part of it.
+    // A message may contain file names, and these may contain control characters.
     const std::string shown =
         isatty(STDERR_FILENO) != 0 ? text::EscapeControls(message) : std::string(message);
     ToStderr()("zkhost: " + shown + "\n");

@@ -5,17 +5,17 @@
 
 namespace cli {
 
-// Where text for people goes.
+// A function that prints a text.
 using Print = std::function<void(std::string_view)>;
 
 Print ToStdout();
-// Each text in one write, at once.
+// Writes each text at once, without a buffer.
 Print ToStderr();
 
-// "zkhost: message" on stderr.
+// Prints "zkhost: message" to stderr.
 void PrintError(std::string_view message);
 
-// Writes out what stdout still buffers; false when anything printed there was lost.
+// Writes the buffered text of stdout. Returns false where any text could not be written.
 bool FlushStdout();
 
 }  // namespace cli

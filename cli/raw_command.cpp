@@ -54,8 +54,9 @@ int RunCommand(const CommandRequest& request) {
     ImportShow show(options);
     show.BeginCall();
     const take::SessionLock lock;
-    const take::CallResult called = take::Call(lock, *loaded.plugin, text::DecodeUtf8(request.name),
-                                               arguments, show.HasProgressBar(), show.Listen());
+    const take::CallResult called =
+        take::Call(lock, *loaded.plugin, text::DecodeUtf8(request.name), arguments,
+                   show.HasProgressBar(), show.BuildListener());
     show.EndCall();
 
     const headless::Recording& recording = called.recording;
@@ -75,7 +76,7 @@ int RunCommand(const CommandRequest& request) {
                 return files::WriteFile(request.jsonFile, fill, Interrupted);
             },
             written);
-    ReleaseInterrupts();
+    RestoreInterrupts();
     ToStdout()(fmt::format("0x{:08X}\n", static_cast<std::uint32_t>(called.code)));
     if (isCancelled || written.interrupted) return dataset::kCancelled;
     if (written.failed) return dataset::kOutputFailed;

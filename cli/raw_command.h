@@ -4,8 +4,8 @@
 
 namespace cli {
 
-// Calls the plug-in's callback and prints what it returned. Returns the exit status; throws
-// PluginError where there is no plug-in to call.
+// Calls the plug-in's callback and prints its result. Returns the exit status. Throws PluginError
+// where the plug-in cannot be loaded.
 int RunCommand(const CommandRequest& request);
 
 }  // namespace cli

@@ -16,8 +16,8 @@ namespace {
 
 using dataset::ImportReport;
 
-void PutMotion(const exporters::ModelFacts& facts, const take::Result& result,
-               ImportReport& report) {
+void RecordMotion(const exporters::ModelFacts& facts, const take::Result& result,
+                  ImportReport& report) {
     report.frames = facts.frames;
     report.framesPerSecond = result.framesPerSecond;
     if (!report.framesPerSecond && facts.secondsPerFrame > 0.0)
@@ -27,17 +27,19 @@ void PutMotion(const exporters::ModelFacts& facts, const take::Result& result,
         report.seconds = (facts.lastFrame - facts.firstFrame + 1.0) / *report.framesPerSecond;
 }
 
-// Before a message about another file than the one that names the job.
-std::string FilePrefix(const std::string& file, bool isMotion) {
-    return isMotion ? "" : text::ReplaceInvalidUtf8(file) + ": ";
+// Returns what precedes a message: nothing where it is about the file that the job is named after,
+// otherwise the file's name.
+std::string FilePrefix(const std::string& file, bool isJobFile) {
+    return isJobFile ? "" : text::ReplaceInvalidUtf8(file) + ": ";
 }
 
 std::string FirstLoggedError(const take::Request& request, const take::Result& result) {
     take::LogSubject subject;
     for (const headless::LogLine& line : result.recording.log) {
-        const bool isMotion = subject.IsMotion(line) || !request.motion;
+        // The job is named after the motion or, without one, after the only file.
+        const bool isJobFile = subject.IsMotion(line) || !request.motion;
         if (take::IsError(line))
-            return FilePrefix(request.file.path, isMotion) +
+            return FilePrefix(request.file.path, isJobFile) +
                    text::EncodeUtf8(headless::View(line.text));
     }
     return {};
@@ -50,14 +52,15 @@ std::string Refusal(const take::Result& result) {
            survey::FindingText(*refusal.finding);
 }
 
-// Whoever reads the report keeps so much of a line, however long the names in it.
+// Shortens a line that contains a very long name, because convert keeps only the first part of an
+// import's output (ImportProcess).
 std::string Shortened(std::string line) {
     constexpr std::size_t kLongest = 600;
     if (line.size() > kLongest) line = line.substr(0, kLongest) + "...\n";
     return text::ReplaceInvalidUtf8(line);
 }
 
-void PutFindings(const take::Result& result, ImportReport& report) {
+void RecordFindings(const take::Result& result, ImportReport& report) {
     for (const take::FileFindings& file : result.findings)
         for (const survey::Finding& finding : file.findings)
             report.findings.push_back({std::string(finding.code),
@@ -69,7 +72,7 @@ void PutFindings(const take::Result& result, ImportReport& report) {
 
 ImportReport ReportOf(const take::Request& request, const take::Result& result) {
     ImportReport report;
-    PutFindings(result, report);
+    RecordFindings(result, report);
     report.refused = result.isRefused;
     report.error = result.isRefused ? Refusal(result) : FirstLoggedError(request, result);
     if (!result.IsImported()) return report;
@@ -78,7 +81,7 @@ ImportReport ReportOf(const take::Request& request, const take::Result& result) 
     for (const headless::Object* model : models) {
         const exporters::ModelFacts facts = exporters::MeasureModel(*model);
         report.joints += facts.joints;
-        if (facts.frames > report.frames) PutMotion(facts, result, report);
+        if (facts.frames > report.frames) RecordMotion(facts, result, report);
     }
     return report;
 }

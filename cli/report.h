@@ -6,8 +6,7 @@
 
 namespace cli {
 
-// What the import brought, for the process that started this one; whether an output was written is
-// for the caller to add.
+// Returns the report for "zkhost convert", which started this process. The caller sets `written`.
 dataset::ImportReport ReportOf(const take::Request& request, const take::Result& result);
 
 }  // namespace cli

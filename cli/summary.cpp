@@ -23,7 +23,7 @@ std::string Counted(std::size_t count, std::string_view what) {
     return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
-// At most three places after the point, no zeros at the end.
+// At most three digits after the decimal point, without trailing zeros.
 std::string Short(double number) {
     if (std::abs(number) < 1.0 || std::abs(number) >= 1e9) return fmt::format("{:.6g}", number);
     std::string text = fmt::format("{:.3f}", number);
@@ -47,7 +47,7 @@ std::string MotionText(const exporters::ModelFacts& facts, const SummaryRequest&
     std::string counts = Counted(facts.curves, "curve") + ", " + Counted(facts.frames, "frame");
     if (facts.frames == 0) return counts;
     if (secondsPerFrame == 0.0) return counts + ", frame rate unknown";
-    // A frame lasts until the next one, the last frame too.
+    // Every frame lasts until the next one would come, also the last frame.
     const double seconds = (facts.lastFrame - facts.firstFrame + 1.0) * secondsPerFrame;
     return fmt::format("{}, {} seconds, {} frames per second", counts, Short(seconds),
                        Short(1.0 / secondsPerFrame));

@@ -1,4 +1,4 @@
-// What an import brought, for stdout.
+// The summary of an import, for stdout.
 #pragma once
 
 #include <cstddef>
@@ -13,12 +13,12 @@ namespace cli {
 
 struct SummaryRequest {
     std::vector<std::string> files{};  // as the user named them
-    bool inPart = false;               // an error cut the import short
-    // Models that were completed, the first ones of the scene; none: all of them.
+    bool inPart = false;               // an error ended the import after some models
+    // How many models are complete; these are the first ones of the scene. None: all models.
     std::optional<std::size_t> models{};
-    // Of the exports, where the user chose it.
+    // The take's rate, where it differs from the one of the imported motion.
     std::optional<double> framesPerSecond{};
-    // The motion file that does not state its rate; empty: all do.
+    // The motion file, where it does not state its rate; otherwise empty.
     std::string fileWithoutRate{};
 };
 

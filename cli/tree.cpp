@@ -19,10 +19,11 @@ namespace {
 
 using headless::Object;
 
-// Together with the blanks between them, 79 columns.
+// Widths in columns: name, type and three coordinates, with spaces between them, make 79.
 constexpr int kNameColumns = 35;
 constexpr int kTypeColumns = 13;
 constexpr int kNumberColumns = 9;
+// Deeper objects are not indented further; a number tells their depth.
 constexpr std::size_t kDrawnDepth = 10;
 constexpr std::size_t kColumnsPerLevel = 2;
 
@@ -39,9 +40,9 @@ std::string NameColumn(const Object& object, std::size_t depth) {
         const std::string number = fmt::format("({}) ", depth);
         indent.append(number.begin(), number.end());
     }
-    const int room = kNameColumns - static_cast<int>(indent.size());
-    const std::wstring name = Elide(text::EscapeControls(headless::View(object.name)), room);
-    const int padding = room - DisplayWidth(name);
+    const int left = kNameColumns - static_cast<int>(indent.size());
+    const std::wstring name = Elide(text::EscapeControls(headless::View(object.name)), left);
+    const int padding = left - DisplayWidth(name);
     return text::EncodeUtf8(indent + name) + std::string(static_cast<std::size_t>(padding), ' ');
 }
 
@@ -54,15 +55,15 @@ void PrintRow(std::string_view name, std::string_view type, std::string_view x, 
 void PrintModel(const headless::Scene& scene, const Object& model, const Print& print) {
     const headless::MotionEvaluator evaluator(scene, model, nullptr);
     const std::vector<const Object*>& objects = evaluator.Objects();
-    std::vector<headless::Transform> places(objects.size());
-    evaluator.Evaluate(0.0, places);
-    std::unordered_map<const Object*, const headless::Transform*> placeOf;
-    placeOf.reserve(objects.size());
+    std::vector<headless::Transform> globals(objects.size());
+    evaluator.Evaluate(0.0, globals);
+    std::unordered_map<const Object*, const headless::Transform*> globalOf;
+    globalOf.reserve(objects.size());
     for (std::size_t index = 0; index < objects.size(); ++index)
-        placeOf.emplace(objects[index], &places[index]);
+        globalOf.emplace(objects[index], &globals[index]);
 
     headless::WalkObjects(model, [&](const Object& object, std::size_t depth) {
-        const double* origin = placeOf.at(&object)->origin;
+        const double* origin = globalOf.at(&object)->origin;
         PrintRow(NameColumn(object, depth), exporters::TypeName(object.type), Coordinate(origin[0]),
                  Coordinate(origin[1]), Coordinate(origin[2]), print);
     });

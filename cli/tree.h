@@ -6,8 +6,9 @@
 
 namespace cli {
 
-// Prints every object under its parent with its type and its place in the scene at rest. Long names
-// are cut; from a certain depth on a number stands for the indentation, so that lines stay short.
+// Prints every object below its parent, with its type and its global position at rest. To keep
+// lines short, long names are shortened, and below a depth of ten the depth is printed as a number
+// instead of further indentation.
 void PrintTree(const headless::Scene& scene, const Print& print);
 
 }  // namespace cli
