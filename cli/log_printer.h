@@ -15,8 +15,7 @@ struct LogStyle {
     bool errorsOnly = false;      // print only errors and warnings
 };
 
-// Prints each line after the name of the file that it is about, as compilers do: "walk.bvh:
-// message".
+// Prints each line with the name of its file before it, as compilers do: "walk.bvh: message".
 class LogPrinter {
   public:
     // `skeleton` and `motion` are the files as the user named them. Without a motion all lines are

@@ -27,8 +27,8 @@ void RecordMotion(const exporters::ModelFacts& facts, const take::Result& result
         report.seconds = (facts.lastFrame - facts.firstFrame + 1.0) / *report.framesPerSecond;
 }
 
-// Returns what precedes a message: nothing where it is about the file that the job is named after,
-// otherwise the file's name.
+// Returns the file's name, to be put before a message about it. The name is left out where the job
+// is named after this file.
 std::string FilePrefix(const std::string& file, bool isJobFile) {
     return isJobFile ? "" : text::ReplaceInvalidUtf8(file) + ": ";
 }

@@ -13,8 +13,8 @@ namespace dataset {
 
 inline constexpr char kLedgerName[] = ".zkhost-convert";
 
-// The file begins with a line of options; then follows one CSV record for each job that succeeded,
-// in the order in which they ended.
+// The file begins with a line of options. After it comes one CSV record for each job that
+// succeeded.
 class Ledger {
   public:
     // `path` is the ledger's path in the output folder. `options` is what the outputs depend on
