@@ -23,7 +23,8 @@ std::string Counted(std::size_t count, std::string_view what) {
     return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
-// At most three digits after the decimal point, without trailing zeros.
+// Formats a number with at most three decimal places. A number below 1, or a very large one, gets
+// six significant digits.
 std::string Short(double number) {
     if (std::abs(number) < 1.0 || std::abs(number) >= 1e9) return fmt::format("{:.6g}", number);
     std::string text = fmt::format("{:.3f}", number);
@@ -47,7 +48,8 @@ std::string MotionText(const exporters::ModelFacts& facts, const SummaryRequest&
     std::string counts = Counted(facts.curves, "curve") + ", " + Counted(facts.frames, "frame");
     if (facts.frames == 0) return counts;
     if (secondsPerFrame == 0.0) return counts + ", frame rate unknown";
-    // Every frame lasts until the next one would come, also the last frame.
+    // The last frame has a duration too, which adds one frame to the time between the first and
+    // last.
     const double seconds = (facts.lastFrame - facts.firstFrame + 1.0) * secondsPerFrame;
     return fmt::format("{}, {} seconds, {} frames per second", counts, Short(seconds),
                        Short(1.0 / secondsPerFrame));
@@ -81,8 +83,8 @@ void PrintModel(const Object& model, const SummaryRequest& request, const Print&
         const std::string assumed = Short(1.0 / facts.secondsPerFrame);
         if (request.framesPerSecond)
             print(
-                fmt::format("    {} does not state its rate: {} frames per second assumed,"
-                            " --fps {} for exports\n",
+                fmt::format("    {} does not state its rate: {} frames per second assumed;"
+                            " exports use {}\n",
                             file, assumed, Short(*request.framesPerSecond)));
         else
             print(

@@ -66,7 +66,7 @@ TEST(Summary, TakesTheRateOfTheExports) {
     const std::string text =
         Summary({.files = {"07.asf"}, .framesPerSecond = 2.0, .fileWithoutRate = "07_01.amc"});
     EXPECT_THAT(text, HasSubstr("4 frames, 2 seconds, 2 frames per second"));
-    EXPECT_THAT(text, HasSubstr("30 frames per second assumed, --fps 2 for exports"));
+    EXPECT_THAT(text, HasSubstr("30 frames per second assumed; exports use 2\n"));
 }
 
 TEST(Summary, CountsATakeFromItsFirstFrame) {
