@@ -21,7 +21,7 @@ class CaptureFiles : public testing::Test {
         std::filesystem::create_symlink(target, folder_.Path(name));
     }
 
-    // Without the folder's own path: "path -> relativePath".
+    // Returns "path -> relativePath" for each file that is found, both without the path of folder_.
     std::vector<std::string> Found(const std::vector<std::string>& names,
                                    const std::string& outDir = "none") const {
         std::vector<std::string> found;
@@ -49,27 +49,27 @@ TEST_F(CaptureFiles, AreFoundInFolders) {
     EXPECT_EQ(Found({"t/"}), Found({"t"}));
 }
 
-TEST_F(CaptureFiles, AreSortedByPathWhateverTheOrderOfNaming) {
+TEST_F(CaptureFiles, AreSortedByPathWhateverTheOrderOfTheArguments) {
     for (const char* name : {"a/z.bvh", "b.bvh", "a-b/c.bvh"})
         Make(name);
     EXPECT_THAT(Found({"b.bvh", "a", "a-b"}),
                 ElementsAre("a-b/c.bvh -> c.bvh", "a/z.bvh -> z.bvh", "b.bvh -> b.bvh"));
 }
 
-TEST_F(CaptureFiles, PassOverHiddenNamesThatAreNotNamed) {
+TEST_F(CaptureFiles, AreSkippedIfHiddenUnlessTheyAreNamed) {
     for (const char* name : {"t/.hidden/a.bvh", "t/._a.bvh", "t/.bvh", "t/a.bvh", ".b.bvh"})
         Make(name);
     EXPECT_THAT(Found({"t", ".b.bvh"}), ElementsAre(".b.bvh -> .b.bvh", "t/a.bvh -> a.bvh"));
 }
 
-TEST_F(CaptureFiles, CountOnceThoughReachedTwice) {
+TEST_F(CaptureFiles, AreListedOnceEvenIfFoundTwice) {
     Make("t/07/a.bvh");
     EXPECT_THAT(Found({"t", "t/07", "t/07/a.bvh", "t/./07/../07/a.bvh"}),
                 ElementsAre("t/07/a.bvh -> 07/a.bvh"));
     EXPECT_THAT(Found({"t/07/a.bvh", "t"}), ElementsAre("t/07/a.bvh -> a.bvh"));
 }
 
-TEST_F(CaptureFiles, PassOverTheOutputFolder) {
+TEST_F(CaptureFiles, AreSkippedInTheOutputFolder) {
     for (const char* name : {"t/a.bvh", "t/out/a.bvh", "t/out/deep/b.bvh"})
         Make(name);
     EXPECT_THAT(Found({"t"}, "t/out"), ElementsAre("t/a.bvh -> a.bvh"));
@@ -77,7 +77,7 @@ TEST_F(CaptureFiles, PassOverTheOutputFolder) {
                 ElementsAre("t/out/a.bvh -> a.bvh", "t/out/deep/b.bvh -> deep/b.bvh"));
 }
 
-TEST_F(CaptureFiles, AreFoundBehindLinks) {
+TEST_F(CaptureFiles, AreFoundThroughLinks) {
     Make("elsewhere/deep/a.bvh");
     Make("t/b.bvh");
     Link("../elsewhere", "t/link");
@@ -86,7 +86,7 @@ TEST_F(CaptureFiles, AreFoundBehindLinks) {
                                           "t/link/deep/a.bvh -> link/deep/a.bvh"));
 }
 
-TEST_F(CaptureFiles, AreReachedByTheirOwnFoldersBeforeLinks) {
+TEST_F(CaptureFiles, AreFoundInTheirOwnFoldersBeforeLinks) {
     Make("t/z/a.bvh");
     Link("z", "t/a");
     EXPECT_THAT(Found({"t"}), ElementsAre("t/z/a.bvh -> z/a.bvh"));
@@ -115,14 +115,14 @@ TEST_F(CaptureFiles, AreProblemsWhereTheyCannotBeRead) {
     EXPECT_EQ(tree.problems[1].error, "not a regular file");
 }
 
-TEST_F(CaptureFiles, MustBeWhatIsNamed) {
+TEST_F(CaptureFiles, MustBeNamedByACapturesOrAFoldersPath) {
     Make("notes.txt");
     EXPECT_THROW(Tree({"notes.txt"}, "none"), dataset::RequestError);
     EXPECT_THROW(Tree({"none.bvh"}, "none"), dataset::RequestError);
     EXPECT_THROW(Tree({"none"}, "none"), dataset::RequestError);
 }
 
-TEST_F(CaptureFiles, AreFoundHoweverDeep) {
+TEST_F(CaptureFiles, AreFoundInDeepFolders) {
     std::string name = "t/";
     for (int level = 0; level < 300; ++level)
         name += "d/";

@@ -1,4 +1,4 @@
-"""A data set to convert, in a folder of its own, and zkhost to do it with.
+"""The base class of the tests of "zkhost convert": it has a temporary folder for a data set.
 
 usage of each test: test_THEME.py ZKHOST PLUGIN STAND_IN [UNITTEST ARGUMENTS]
 """
@@ -48,7 +48,7 @@ ASF = """:version 1.10
 
 
 def bvh(frames=2, joints=3, seed=0):
-    """A chain whose joints turn; another seed, another motion."""
+    """Returns a BVH file with a chain of rotating joints. Each seed gives another motion."""
     lines = ["HIERARCHY"]
     for joint in range(joints):
         lines += [f"{'JOINT' if joint else 'ROOT'} J{joint}", "{", f"OFFSET 0 {joint and 1} 0",
@@ -76,13 +76,13 @@ class DataSet(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
 
-    # Files below the folder, by name.
+    # Functions about files. Names are paths below the temporary folder.
 
     def put(self, name, content):
         path = self.folder / name
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(content if isinstance(content, bytes) else content.encode())
-        # No output is as old as its input, however coarse the clock.
+        # An old time makes every output newer than its input, even where file times are coarse.
         os.utime(path, (1_600_000_000, 1_600_000_000))
         return path
 
@@ -94,7 +94,7 @@ class DataSet(unittest.TestCase):
         self.put(name, "HIERARCHY\nROOT Hips\n{\nOFFSET 0 up 0\n}\n")
 
     def tree(self, name="out"):
-        """Every file below, hidden ones too: its name and its bytes."""
+        """Returns the name and the bytes of every file in the folder and below it, including hidden files."""
         root = self.folder / name
         return {str(path.relative_to(root)): path.read_bytes() for path in sorted(root.rglob("*"))
                 if path.is_file()}
@@ -111,14 +111,14 @@ class DataSet(unittest.TestCase):
     def errors(self, name="out"):
         return {row["source"]: row["first error"] for row in self.index(name) if row["first error"]}
 
-    # Runs.
+    # Functions that run zkhost.
 
     def words(self, line, to="json", out="out", plugin=None):
         return [self.zkhost, "convert", *shlex.split(line), "--to", to, "--out-dir", out,
                 "--plugin", plugin or self.plugin]
 
     def convert(self, line, status=0, prepare=None, **how):
-        """Returns what it printed to stdout and to stderr."""
+        """Runs zkhost convert. Returns its stdout and its stderr."""
         run = subprocess.run(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL,
                              capture_output=True, timeout=LIMIT, preexec_fn=prepare)
         out, err = (text.decode("utf-8", "surrogateescape") for text in (run.stdout, run.stderr))
@@ -129,10 +129,10 @@ class DataSet(unittest.TestCase):
         return subprocess.Popen(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL,
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, start_new_session=True)
 
-    def wait_for(self, what, seconds=60):
-        """Until `what()` is true."""
+    def wait_for(self, condition, seconds=60):
+        """Waits until `condition()` is true."""
         end = time.monotonic() + seconds
-        while not what():
+        while not condition():
             self.assertLess(time.monotonic(), end, "waited in vain")
             time.sleep(0.005)
 
@@ -140,7 +140,7 @@ class DataSet(unittest.TestCase):
         return len(list((self.folder / name).rglob(pattern)))
 
     def assert_no_leftovers(self, name="out"):
-        # Whose parent was killed may need a moment to hear of it.
+        # An import whose parent was killed may need a moment to receive its signal and remove its file.
         self.wait_for(lambda: not list((self.folder / name).rglob(".zkhost-*.tmp")), 20)
 
 

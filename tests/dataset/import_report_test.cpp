@@ -53,7 +53,7 @@ TEST(ImportReport, IsReadBack) {
                  {"name-blank", "note", "a.bvh:5:1: note: z\n"}}});
 }
 
-TEST(ImportReport, IsNothingElse) {
+TEST(ImportReport, IsNotReadFromOtherTexts) {
     for (const char* text :
          {"", "{}", "walk.bvh: 1 model imported", "[1, 2]", R"({"joints": -)",
           R"({"joints":"a","frames":1,"fps":null,"seconds":null,"written":true,"error":""})",

@@ -10,7 +10,7 @@ using dataset::ProcessEnd;
 
 const dataset::Job kJob{"t/walk.bvh", "", "walk.bvh", "walk.glb", ""};
 
-// A process that ended by itself.
+// Returns the end of a process that was not killed.
 ProcessEnd Ended(int exitStatus, const std::string& output = "", const std::string& errors = "") {
     ProcessEnd end;
     end.exitStatus = exitStatus;
@@ -115,7 +115,7 @@ TEST(JobFindings, AreCountedAndNamedInTheRow) {
     EXPECT_EQ(refused.error, "3:1: error: x [row-length]");
 }
 
-TEST(JobFindings, AreToldButForNotes) {
+TEST(JobFindings, AreReportedExceptNotes) {
     const dataset::ReportedFindings findings = dataset::FindingsOf(EndWithFindings(true));
     EXPECT_TRUE(findings.refused);
     EXPECT_EQ(findings.lines,

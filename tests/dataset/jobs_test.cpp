@@ -17,7 +17,8 @@ class Jobs : public testing::Test {
             folder_.Write(name, "");
     }
 
-    // "skeleton + source > output", or "source ! refusal", without the folder's own path.
+    // Returns "skeleton + source > output" or "source ! refusal" for each job, without the path of
+    // folder_.
     std::vector<std::string> List(const std::vector<std::string>& names,
                                   const std::string& extension = ".glb",
                                   const std::string& skeleton = "") const {
@@ -61,7 +62,7 @@ TEST_F(Jobs, PairAMotionThatIsNamedAlone) {
                 ElementsAre("t/07.asf + t/07_01.amc > 07_01.glb"));
 }
 
-TEST_F(Jobs, TakeASkeletonAloneWhereNoMotionDoes) {
+TEST_F(Jobs, ImportASkeletonAloneIfNoMotionIsPairedWithIt) {
     Make({"t/07.asf", "t/08.asf", "t/07_01.amc"});
     EXPECT_THAT(List({"t"}),
                 ElementsAre("t/07.asf + t/07_01.amc > 07_01.glb", "t/08.asf > 08.glb"));
@@ -96,7 +97,7 @@ TEST_F(Jobs, RefuseToOverwriteAnInput) {
     EXPECT_THAT(List({"t"}, ".glb"), ElementsAre("t/walk.bvh > walk.glb"));
 }
 
-TEST_F(Jobs, RefuseToMakeInputsOfTheNextRun) {
+TEST_F(Jobs, RefuseOutputsThatTheNextRunWouldRead) {
     Make({"t/07.asf", "t/07_01.amc"});
     outDir_ = "t";
     EXPECT_THAT(List({"t"}, ".bvh"),
@@ -116,7 +117,7 @@ TEST_F(Jobs, AreTheSameForPathsInAnyOrder) {
     EXPECT_EQ(List({"a", "b"}), List({"b", "a"}));
 }
 
-TEST_F(Jobs, MustBeSome) {
+TEST_F(Jobs, CannotBeAnEmptyList) {
     Make({"t/notes.txt"});
     EXPECT_THROW(List({"t"}), dataset::RequestError);
 }

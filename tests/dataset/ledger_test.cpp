@@ -25,7 +25,7 @@ class LedgerFile : public testing::Test {
     support::TemporaryFolder folder_;
 };
 
-TEST_F(LedgerFile, HandsOnWhatWentWell) {
+TEST_F(LedgerFile, ReadsBackJobsThatSucceeded) {
     {
         Ledger ledger(Path(), "options");
         ledger.Start({kWalk}, {RowOf(kWalk)});
@@ -45,7 +45,7 @@ TEST_F(LedgerFile, HandsOnWhatWentWell) {
     }
 }
 
-TEST_F(LedgerFile, KeepsOnlyWhatWentWell) {
+TEST_F(LedgerFile, HoldsOnlyJobsThatSucceeded) {
     {
         Ledger ledger(Path(), "options");
         ledger.Start({kWalk, kTake}, {RowOf(kWalk, JobStatus::Partial), RowOf(kTake)});
@@ -56,7 +56,7 @@ TEST_F(LedgerFile, KeepsOnlyWhatWentWell) {
     EXPECT_NE(ledger.Find(kTake), nullptr);
 }
 
-TEST_F(LedgerFile, KnowsAJobByItsInputsAndItsOutput) {
+TEST_F(LedgerFile, FindsAJobOnlyWithTheSameInputsAndOutput) {
     Ledger(Path(), "options").Start({kTake}, {RowOf(kTake)});
     Ledger ledger(Path(), "options");
     ledger.Read();
@@ -68,7 +68,7 @@ TEST_F(LedgerFile, KnowsAJobByItsInputsAndItsOutput) {
     EXPECT_EQ(ledger.Find(other), nullptr);
 }
 
-TEST_F(LedgerFile, CountsForTheSameOptionsOnly) {
+TEST_F(LedgerFile, IsUsedOnlyWithTheSameOptions) {
     Ledger(Path(), "options").Start({kTake}, {RowOf(kTake)});
     Ledger ledger(Path(), "options --bones");
     EXPECT_EQ(ledger.Read(), Ledger::Content::OtherOptions);
@@ -81,7 +81,7 @@ TEST_F(LedgerFile, MayBeMissing) {
     EXPECT_TRUE(folder_.Names().empty());
 }
 
-TEST_F(LedgerFile, CutAnywhereTellsNothingWrong) {
+TEST_F(LedgerFile, GivesNoWrongRowWhenItIsCut) {
     Ledger(Path(), "options").Start({kWalk, kTake}, {RowOf(kWalk), RowOf(kTake)});
     const std::string whole = folder_.Read(dataset::kLedgerName);
     for (std::size_t length = 0; length < whole.size(); ++length) {

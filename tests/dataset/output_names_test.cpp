@@ -9,10 +9,11 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// Sources at these places, and where their outputs go; "!" and a part of the reason: refused.
 struct Row {
     const char* name;
     const char* extension;
+    // The relative path of each source, and the expected output. "!" followed by a part of the
+    // reason means that the job is refused.
     std::vector<std::pair<const char*, const char*>> outputs;
 };
 
@@ -32,19 +33,19 @@ const Row kRows[] = {
     {"CaseBeyondAscii", ".glb", {{"É.bvh", "!collide"}, {"é.bvh", "!collide"}}},
     {"CaseOfFolders", ".glb", {{"A/w.bvh", "!collide"}, {"a/w.bvh", "!collide"}}},
     {"FoldersByCaseWithOtherNames", ".glb", {{"A/v.bvh", "A/v.glb"}, {"a/w.bvh", "a/w.glb"}}},
-    {"SamePlaceTwice", ".glb", {{"w.bvh", "!collide with that of"}, {"w.bvh", "!collide"}}},
+    {"SameRelativePathTwice", ".glb", {{"w.bvh", "!collide with that of"}, {"w.bvh", "!collide"}}},
     {"LongNameIsTaken",
      ".glb",
      {{"w.amc", "w.amc.glb"}, {"w.bvh", "!collide"}, {"w.bvh.bvh", "!collide"}}},
     {"NameOfTheIndex", ".csv", {{"Index.bvh", "Index.bvh.csv"}, {"a/index.bvh", "a/index.csv"}}},
-    {"NoNameOfTheIndex", ".glb", {{"index.bvh", "index.glb"}}},
+    {"NameOfTheIndexWithAnotherExtension", ".glb", {{"index.bvh", "index.glb"}}},
     {"FolderOfOthers",
      ".glb",
      {{"w.bvh", "!a folder of other outputs"}, {"w.glb/v.bvh", "w.glb/v.glb"}}},
     {"FolderOfOthersInOtherCase",
      ".glb",
      {{"w.bvh", "!a folder"}, {"W.GLB/b/v.bvh", "W.GLB/b/v.glb"}}},
-    {"FolderWithTheNameOfTheNumbers",
+    {"FolderWithTheNameOfASecondFile",
      ".gltf",
      {{"w.bvh", "!w.bin is a folder"}, {"w.bin/v.bvh", "w.bin/v.gltf"}}},
 };
@@ -72,7 +73,7 @@ TEST_P(OutputNames, AreAsExpected) {
 INSTANTIATE_TEST_SUITE_P(, OutputNames, testing::ValuesIn(kRows),
                          [](const auto& row) { return row.param.name; });
 
-TEST(NameOutputs, LeaveARefusedJobAlone) {
+TEST(NameOutputs, DoesNotNameTheOutputOfARefusedJob) {
     std::vector<Job> jobs = {{"a/w.bvh", "", "w.bvh", "", ""}, {"b/w.bvh", "", "w.bvh", "", "no"}};
     dataset::NameOutputs(jobs, ".glb");
     EXPECT_EQ(jobs[0].output, "w.glb");
@@ -81,7 +82,7 @@ TEST(NameOutputs, LeaveARefusedJobAlone) {
     EXPECT_EQ(jobs[1].refusal, "no");
 }
 
-TEST(FilesOf, AreTwoOfAFormatWithTwoFiles) {
+TEST(FilesOf, AreTwoForAFormatWithTwoFiles) {
     std::vector<dataset::Job> jobs = {{"a.b/w.bvh", "", "a.b/w.bvh", "", ""}};
     dataset::NameOutputs(jobs, ".gltf", ".bin");
     EXPECT_THAT(dataset::FilesOf(jobs[0]), ElementsAre("a.b/w.gltf", "a.b/w.bin"));

@@ -1,6 +1,6 @@
-// A plug-in that does what the name of the imported file says, for tests of those who start it:
-// "abort" and "segv" end the process, "hang" never comes back, "slow" takes a while; anything else
-// is an import that brings nothing.
+// A plug-in for tests of programs that start imports. The name of the imported file says what it
+// does: "abort" and "segv" end the process, "hang" never returns, "slow" takes 100 milliseconds.
+// With every other name it returns at once. It never creates an object.
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>

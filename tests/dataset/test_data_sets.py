@@ -1,4 +1,4 @@
-"""What comes out of a data set."""
+"""Tests of the outputs, the index and the usage of "zkhost convert"."""
 
 import os
 import pty
@@ -55,7 +55,7 @@ class Outputs(DataSet):
         self.convert("takes")
         self.assertEqual({path.name for path in self.folder.iterdir()}, {"takes", "out"})
 
-    def test_names_may_be_anything(self):
+    def test_names_may_have_any_characters(self):
         names = ["two words.bvh", "it's.bvh", "-dash.bvh", "a\nb.bvh", "quote\"comma,.bvh",
                  "\u6b69\u304f.bvh", "$HOME `ls`.bvh", "{}.bvh", "\x1b[31mred.bvh"]
         for name in names:
@@ -65,7 +65,7 @@ class Outputs(DataSet):
         for name in names:
             self.assertTrue((self.folder / "out" / name.replace(".bvh", ".json")).exists(), name)
 
-    def test_a_name_that_is_no_text_leaves_the_index_readable(self):
+    def test_the_index_is_readable_despite_a_name_that_is_not_utf8(self):
         path = os.fsencode(self.folder / "takes") + b"/\xe9.bvh"
         self.put("takes/a.bvh", bvh())
         with open(path, "w", encoding="ascii") as file:
@@ -82,7 +82,7 @@ class Outputs(DataSet):
 
 
 class Index(DataSet):
-    def test_it_tells_what_became_of_each(self):
+    def test_it_lists_the_outcome_of_each_job(self):
         self.put("takes/07.asf", ASF)
         self.put("takes/07_01.amc", amc(5))
         self.put("takes/bad.amc", amc().replace("upper", "lower 1"))
@@ -102,7 +102,7 @@ class Index(DataSet):
         self.assertEqual(rows["takes/alone/s.asf"], ["alone/s.json", "ok", "3", "0", "", "", ""])
         self.assertEqual(rows["takes/part.bvh"][:6], ["part.json", "partial", "4", "3", "20", "0.15"])
         self.assertRegex(rows["takes/part.bvh"][6], r"^ERROR \(LINE \d+\): Expected a float value for OFFSET y$")
-        # The record of what went wrong is an output too.
+        # The JSON record of a failed import is an output too.
         self.assertEqual(rows["takes/broken.bvh"], ["broken.json", "failed", "", "", "", "",
                                                     "ERROR (LINE 4): Expected a float value for OFFSET y"])
         self.assertEqual(rows["takes/none/x.amc"][:6], ["", "failed", "", "", "", ""])
@@ -129,7 +129,7 @@ class Index(DataSet):
             "takes/xyz.bvh": ("ok", "0", "rotation-order"),
             "takes/broken.bvh": ("failed", "0", "number-bad")})
         self.assertRegex(self.errors()["takes/broken.bvh"], r"^4:10: error: .* \[number-bad\]$")
-        # Errors and warnings are told at once, notes in the index alone.
+        # Errors and warnings are printed during the run; notes are only in the index.
         self.assertEqual(sorted(line.split(":")[0] for line in err.splitlines()),
                          ["takes/07_01.amc", "takes/broken.bvh", "takes/cut.bvh", "takes/cut.bvh"])
         for line in ("frames-fewer: 1 file", "number-bad: 1 file", "rotation-order: 1 file"):
@@ -179,7 +179,7 @@ class Collisions(DataSet):
         self.assertEqual(self.outputs(), 1)
         self.assertIn("would collide with that of takes/walk.BVH", err)
 
-    def test_one_place_from_two_paths_is_refused(self):
+    def test_one_relative_path_from_two_folders_is_refused(self):
         self.put("a/w.bvh", bvh())
         self.put("b/w.bvh", bvh())
         self.convert("a b", status=4)
@@ -192,12 +192,12 @@ class Collisions(DataSet):
         self.convert("[a,b] [] ./-j")
         self.assertEqual(set(self.statuses()), {"./[a,b]/0.bvh", "./[]/1.bvh", "./-j/2.bvh"})
 
-    def test_the_index_is_no_output(self):
+    def test_no_output_gets_the_name_of_the_index(self):
         self.put("takes/index.bvh", bvh())
         self.convert("takes", to="csv")
         self.assertEqual([row["output"] for row in self.index()], ["index.bvh.csv"])
 
-    def test_outputs_are_no_inputs(self):
+    def test_outputs_do_not_become_inputs(self):
         for name, content in (("w.bvh", bvh()), ("07.asf", ASF), ("07_1.amc", amc())):
             self.put(f"takes/{name}", content)
         before = self.tree("takes")
@@ -207,7 +207,7 @@ class Collisions(DataSet):
         after = self.tree("takes")
         self.assertEqual({name: after[name] for name in before}, before)
         self.assertEqual(set(after) - set(before), {"index.csv", ".zkhost-convert"})
-        # Inside, they are told apart.
+        # An output folder inside the input folder is not searched.
         for _ in range(2):
             self.convert("takes", to="bvh", out="takes/out")
             self.assertEqual(len(self.index("takes/out")), 2)
@@ -229,7 +229,7 @@ class Usage(DataSet):
         self.assertIn("Usage: zkhost convert", out)
         self.assertLessEqual(out.count("\n"), 40)
 
-    def test_a_terminal_shows_how_far_it_is(self):
+    def test_a_terminal_shows_the_progress(self):
         self.put_samples(3)
         self.put_broken("takes/bro\x1bken.bvh")
         control, terminal = pty.openpty()

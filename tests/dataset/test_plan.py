@@ -1,4 +1,4 @@
-"""A plan, run by something else, makes what convert makes."""
+"""Tests that the command lines of a plan write the same outputs as "zkhost convert"."""
 
 import os
 import pathlib
@@ -29,7 +29,7 @@ class Plan(DataSet):
                 if path not in ("index.csv", ".zkhost-convert")}
 
     def check_outputs(self, to):
-        """What the plan made in out/ is what convert makes elsewhere."""
+        """Checks that convert writes the same outputs as those that the plan wrote to out/."""
         made = self.outputs_of("out")
         os.rename(self.folder / "out", self.folder / "by_plan")
         self.convert("takes --bones", to=to)
@@ -41,7 +41,7 @@ class Plan(DataSet):
         self.plan()
         self.assertEqual({path.name for path in self.folder.iterdir()}, {"takes", "plan.sh"})
 
-    def test_it_is_one_line_an_import(self):
+    def test_it_has_one_line_per_import(self):
         self.put_data_set()
         text, _ = self.plan()
         self.assertEqual(text.count("\n"), 8)
@@ -77,7 +77,7 @@ class Plan(DataSet):
         self.assertGreater(lines, tasks)
         self.check_outputs("npz")
 
-    def test_convert_makes_the_index_of_what_it_made(self):
+    def test_convert_writes_the_index_of_its_outputs(self):
         self.put_data_set()
         self.put_broken("takes/broken.bvh")
         self.plan("takes --bones")
@@ -96,7 +96,7 @@ class Plan(DataSet):
         self.assertRegex(self.plan("takes --resume")[0], r"^\S+ import takes/walk\.bvh .* -o out/walk\.json\n$")
         self.assertEqual(self.plan("takes --resume --bones")[0].count("\n"), 8)
 
-    def test_what_cannot_be_run_is_a_failure(self):
+    def test_jobs_that_cannot_be_run_are_failures(self):
         self.put("takes/x.amc", amc())
         self.put("takes/walk.bvh", bvh())
         text, err = self.plan(status=4)

@@ -1,4 +1,4 @@
-"""Whatever ends a run, a later one goes on with it."""
+"""Tests that a run can be resumed, however it ended."""
 
 import os
 import pathlib
@@ -17,7 +17,7 @@ def read(path):
 
 
 def state(process):
-    """As /proc tells it; empty where there is no such process."""
+    """Returns the state letter of a process from /proc; empty where there is no such process."""
     return read(f"/proc/{process}/stat").rpartition(") ")[2][:1]
 
 
@@ -25,7 +25,7 @@ class Resume(DataSet):
     def times(self):
         return {path: path.stat().st_mtime_ns for path in (self.folder / "out").rglob("*.json")}
 
-    def test_what_is_whole_and_newer_is_left_alone(self):
+    def test_complete_and_newer_outputs_are_kept(self):
         self.put_samples(5)
         self.put_broken("takes/broken.bvh")
         self.convert("takes", status=4)
@@ -39,7 +39,7 @@ class Resume(DataSet):
         self.assertGreater(again.pop(broken), times.pop(broken))
         self.assertEqual(again, times)
 
-    def test_without_it_everything_is_made_again(self):
+    def test_without_the_option_everything_is_made_again(self):
         self.put_samples(3)
         self.convert("takes")
         first, times = self.tree(), self.times()
@@ -52,7 +52,7 @@ class Resume(DataSet):
         self.assertEqual([line for line in out.splitlines() if not line.startswith("  ")],
                          [f"1 converted, {count - 1} up to date", "out/index.csv"])
 
-    def test_what_is_missing_is_made(self):
+    def test_a_missing_output_is_made(self):
         self.put_samples(3)
         self.convert("takes")
         first = self.tree()
@@ -60,7 +60,7 @@ class Resume(DataSet):
         self.check_one_is_made()
         self.assertEqual(self.tree(), first)
 
-    def test_what_is_no_longer_whole_is_made(self):
+    def test_a_cut_output_is_made_again(self):
         self.put_samples(3)
         self.convert("takes", to="gltf")
         first = self.tree()
@@ -70,7 +70,7 @@ class Resume(DataSet):
                 self.check_one_is_made(to="gltf")
                 self.assertEqual(self.tree(), first)
 
-    def test_what_is_older_than_its_input_is_made(self):
+    def test_an_output_older_than_its_input_is_made_again(self):
         self.put_samples(3)
         self.convert("takes")
         path = self.put("takes/0/take000.bvh", bvh(frames=9))
@@ -79,7 +79,7 @@ class Resume(DataSet):
         self.check_one_is_made()
         self.assertEqual(self.index()[0]["frames"], "9")
 
-    def test_what_is_older_than_its_skeleton_is_made(self):
+    def test_an_output_older_than_its_skeleton_is_made_again(self):
         skeleton = self.put("takes/07.asf", ASF)
         self.put("takes/07_01.amc", amc())
         self.put("takes/walk.bvh", bvh())
@@ -88,7 +88,7 @@ class Resume(DataSet):
         os.utime(skeleton, (later, later))
         self.check_one_is_made(2)
 
-    def test_what_is_new_is_made(self):
+    def test_the_output_of_a_new_source_is_made(self):
         self.put_samples(2)
         self.convert("takes")
         self.put("takes/2/new.bvh", bvh())
@@ -103,7 +103,7 @@ class Resume(DataSet):
         self.assertIn("the options differ from the last run", err)
         self.assertEqual(self.tree(), self.tree("fresh"))
 
-    def test_outputs_without_a_ledger_are_looked_at_again_only(self):
+    def test_without_a_ledger_newer_outputs_are_kept(self):
         self.put_samples(4)
         self.convert("takes")
         first, times = self.tree(), self.times()
@@ -115,7 +115,7 @@ class Resume(DataSet):
         self.assertEqual(self.tree(), first)
         self.assertEqual({path: self.times()[path] for path in times}, times)
 
-    def test_leftovers_of_the_dead_are_removed(self):
+    def test_temporary_files_of_killed_processes_are_removed(self):
         self.put_samples(3)
         self.put("out/1/.zkhost-1-0.tmp", "half")
         self.convert("takes --resume")
@@ -128,7 +128,7 @@ class CtrlC(DataSet):
             self.put(f"takes/slow{number:02}.bvh", bvh())
 
     def check_cancelled(self, run, killed=0):
-        """`killed`: so many may have written their output, and had no time left to say so."""
+        """`killed` is how many imports may have been killed after writing their output but before reporting it."""
         out, err = run.communicate(timeout=60)
         self.assertEqual(run.returncode, 130, err)
         self.assertIn(b"cancelled (--resume continues)", out)
@@ -151,14 +151,14 @@ class CtrlC(DataSet):
             for path in (self.folder / "out").rglob("*.json"):
                 path.unlink()
 
-    def test_the_terminal_may_send_it_to_all_of_them(self):
+    def test_the_terminal_may_send_it_to_all_processes(self):
         self.put_slow()
         run = self.start("takes -j2", plugin=self.stand_in)
         self.wait_for(lambda: self.outputs() >= 3)
         os.killpg(run.pid, signal.SIGINT)
         self.check_cancelled(run)
 
-    def test_it_ends_what_hangs(self):
+    def test_it_ends_an_import_that_hangs(self):
         self.put("takes/a.bvh", bvh())
         self.put("takes/hang.bvh", bvh())
         run = self.start("takes -j1", plugin=self.stand_in)
@@ -168,7 +168,7 @@ class CtrlC(DataSet):
         self.check_cancelled(run)
         self.assertEqual(self.statuses(), {"takes/a.bvh": "ok", "takes/hang.bvh": "cancelled"})
 
-    def test_twice_is_not_worse(self):
+    def test_twice_does_no_more_harm_than_once(self):
         self.put_slow()
         run = self.start("takes -j2", plugin=self.stand_in)
         self.wait_for(lambda: self.outputs() >= 3)
@@ -193,7 +193,7 @@ class Kill(DataSet):
     def test_at_random_moments(self):
         self.put_samples(16, frames=300, joints=20)
         start = time.monotonic()
-        # In two files each, so that there is more to fall apart.
+        # glTF outputs have two files each, so a kill can come between the two.
         self.convert("takes -j2", out="whole", to="gltf")
         seconds = time.monotonic() - start
         whole = self.tree("whole")
@@ -209,7 +209,7 @@ class Kill(DataSet):
         self.assert_no_leftovers()
 
     def hanging_imports(self, run):
-        """Children that have loaded the plug-in and sleep: in it, nothing else waits."""
+        """Returns the children that have loaded the plug-in and sleep; only the call of the plug-in sleeps then."""
         return [int(child) for child in read(f"/proc/{run.pid}/task/{run.pid}/children").split()
                 if "stand_in_plugin" in read(f"/proc/{child}/maps") and "hang" in read(f"/proc/{child}/cmdline")
                 and state(child) == "S"]
@@ -222,7 +222,7 @@ class Kill(DataSet):
             if path.is_file() and not path.name.startswith(".zkhost-"):
                 self.assertEqual(path.read_bytes(), whole[name], name)
 
-    def test_of_an_import_costs_that_one(self):
+    def test_of_one_import_affects_no_other(self):
         self.put_samples(6)
         self.put("takes/hang.bvh", bvh())
         run = self.start("takes -j1", plugin=self.stand_in)
@@ -234,7 +234,7 @@ class Kill(DataSet):
         self.assertEqual(run.returncode, 4, (out, err))
         self.assertEqual(self.errors(), {"takes/hang.bvh": "killed by SIGKILL (Killed)"})
 
-    def test_leaves_no_import_behind(self):
+    def test_of_convert_ends_its_imports(self):
         self.put("takes/hang.bvh", bvh())
         run = self.start("takes", plugin=self.stand_in)
         self.wait_for(lambda: self.hanging_imports(run))

@@ -1,4 +1,4 @@
-"""What goes wrong costs the one file that it goes wrong with."""
+"""Tests that a failure affects only the file that it is about."""
 
 import os
 import pathlib
@@ -30,20 +30,20 @@ class Imports(DataSet):
         self.assertIn("takes/abort.bvh: killed by SIGABRT (Aborted)\n", err)
         self.assertEqual(self.outputs(), 2)
 
-    def test_a_hang_is_ended(self):
+    def test_an_import_that_hangs_is_killed(self):
         self.put_named("a", "hang", "z")
         self.convert("takes -j1 --time-limit 0.5", status=4, plugin=self.stand_in)
         self.assertEqual(self.errors(), {"takes/hang.bvh": "stopped after the time limit of 0.5 seconds"})
         self.assertEqual(self.outputs(), 2)
 
-    def test_a_time_limit_leaves_others_alone(self):
+    def test_a_time_limit_affects_no_others(self):
         self.put_named("slow1", "slow2", "slow3")
         self.convert("takes -j1 --time-limit 30", plugin=self.stand_in)
         self.convert("takes -j3 --time-limit 0", plugin=self.stand_in)
         self.convert("takes -j3 --time-limit 1e300", plugin=self.stand_in)
         self.convert("takes --time-limit -1", status=2)
 
-    def test_broken_files_cost_themselves_alone(self):
+    def test_broken_files_affect_no_others(self):
         self.put("takes/good.bvh", bvh())
         self.put("takes/empty.bvh", "")
         self.put("takes/binary.bvh", bytes(range(256)) * 40)
@@ -56,7 +56,7 @@ class Imports(DataSet):
                          {"takes/good.bvh", "takes/cut.bvh", "takes/s/good.amc"})
         self.assertEqual(len(self.errors()), 3)
 
-    def test_what_an_export_refuses_is_a_failure(self):
+    def test_a_scene_that_an_export_refuses_is_a_failure(self):
         self.put("takes/good.bvh", bvh())
         self.put("takes/nan.bvh", bvh(3).rpartition(" ")[0] + " nan\n")
         self.convert("takes --as-is", status=4, to="glb")
@@ -65,7 +65,7 @@ class Imports(DataSet):
         self.assertIn("cannot write out/nan.glb: ", row["first error"])
         self.assertEqual(set(self.tree()), {"good.glb", "index.csv", ".zkhost-convert"})
 
-    def test_what_cannot_be_opened_is_a_failure(self):
+    def test_a_file_that_cannot_be_opened_is_a_failure(self):
         self.put("takes/a.bvh", bvh())
         (self.folder / "takes/gone.bvh").symlink_to("nowhere.bvh")
         os.mkfifo(self.folder / "takes/pipe.bvh")
@@ -74,7 +74,7 @@ class Imports(DataSet):
         self.assertEqual(self.errors(), {"takes/gone.bvh": "No such file or directory",
                                          "takes/pipe.bvh": "not a regular file"})
 
-    def test_links_lead_no_output_elsewhere(self):
+    def test_outputs_do_not_follow_links(self):
         self.put("takes/a.bvh", bvh())
         self.put("takes/b.bvh", bvh())
         before = (self.folder / "takes/a.bvh").read_text()
@@ -94,7 +94,7 @@ class Imports(DataSet):
         self.assertEqual((self.folder / "takes/a.bvh").read_text(), before)
         self.assertFalse((self.folder / "elsewhere.bin").exists())
 
-    def test_a_ledger_that_never_ends_is_not_read(self):
+    def test_a_ledger_that_is_a_fifo_is_not_read(self):
         self.put("takes/a.bvh", bvh())
         (self.folder / "out").mkdir()
         os.mkfifo(self.folder / "out/.zkhost-convert")
@@ -175,7 +175,7 @@ class Folders(DataSet):
 
 
 class FullDisk(DataSet):
-    def test_large_outputs_fail_alone_and_old_ones_stay(self):
+    def test_only_large_outputs_fail_and_old_ones_stay(self):
         self.put("takes/large.bvh", bvh(frames=3000))
         self.put("takes/small.bvh", bvh())
         self.put("out/large.json", "old")
@@ -187,11 +187,11 @@ class FullDisk(DataSet):
         self.convert("takes --resume")
         self.assertEqual(set(self.statuses().values()), {"ok"})
 
-    def test_a_file_with_numbers_beside_it_is_replaced_whole(self):
+    def test_the_two_files_of_a_gltf_are_replaced_together(self):
         self.put("takes/w.bvh", bvh())
         self.convert("takes --no-mesh", to="gltf")
         pair = {name: content for name, content in self.tree().items() if name.startswith("w.")}
-        # Its numbers are few, and what describes them is long.
+        # The .bin file stays below the limit, and the .gltf file, which describes many joints, does not.
         self.put("takes/w.bvh", bvh(frames=3, joints=60))
         self.convert("takes --no-mesh", to="gltf", status=4, prepare=file_size_limit(12_000))
         self.assertIn("cannot write out/w.gltf: File too large", self.errors()["takes/w.bvh"])
@@ -201,7 +201,7 @@ class FullDisk(DataSet):
         self.assertLess(len(self.tree()["w.bin"]), 12_000)
         self.assertGreater(len(self.tree()["w.gltf"]), 12_000)
 
-    def test_an_index_that_cannot_be_written_is_said(self):
+    def test_an_index_that_cannot_be_written_is_an_error(self):
         self.put_samples(40)
         self.put("out/index.csv", "old")
         _, err = self.convert("takes", status=3, prepare=file_size_limit(1000), plugin=self.stand_in)

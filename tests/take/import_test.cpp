@@ -47,7 +47,7 @@ std::string ModelName(const take::Result& result) {
     return text::EncodeUtf8(headless::View(result.Scene().Models().front()->name));
 }
 
-TEST(Import, OfAFileOrItsBytesIsTheSame) {
+TEST(Import, OfAFileAndOfItsBytesGivesTheSame) {
     take::Request fromFile;
     fromFile.file = {Sample("walk.bvh")};
     take::Request fromMemory = fromFile;
@@ -90,7 +90,7 @@ TEST(Import, LeavesNothingInTheTemporaryFolder) {
     unsetenv("TMPDIR");
 }
 
-TEST(Import, ResultsExistSideBySide) {
+TEST(Import, ResultsAreIndependent) {
     take::Request named = Memory(kBvh);
     named.file.path = "first.bvh";
     const take::Result first = Import(named);
@@ -102,8 +102,8 @@ TEST(Import, ResultsExistSideBySide) {
     EXPECT_NE(first.Scene().Objects().size(), second.Scene().Objects().size());
 }
 
-// Imports take turns; results are read meanwhile.
-TEST(Import, MayBeAskedForBySeveralThreads) {
+// The imports wait for each other. Meanwhile, the threads read an earlier result.
+TEST(Import, CanBeCalledBySeveralThreads) {
     const take::Result kept = Import(Memory(kBvh));
     std::vector<std::thread> threads;
     std::atomic<int> imported = 0;
@@ -203,9 +203,9 @@ const Failure kFailures[] = {
 INSTANTIATE_TEST_SUITE_P(, FailedImport, testing::ValuesIn(kFailures),
                          [](const auto& row) { return row.param.name; });
 
-// No folder can be made for the text.
-TEST(Import, WithoutStorageHasAProblem) {
-    class Full final : public text::Storage {
+// The storage cannot create a temporary folder for the text.
+TEST(Import, WithFullStorageHasAProblem) {
+    class FullStorage final : public text::Storage {
       public:
         std::unique_ptr<text::StoredText> Read(const std::string& path) override {
             return files::SystemStorage().Read(path);
@@ -214,13 +214,13 @@ TEST(Import, WithoutStorageHasAProblem) {
             throw text::WriteError("no room");
         }
     };
-    Full storage;
+    FullStorage storage;
     const take::Result result = take::Import(ThePlugin(), Memory(kBvh), storage);
     EXPECT_EQ(result.outcome.status, Status::Failed);
     EXPECT_EQ(result.FirstError(), "no room");
 }
 
-TEST(Import, LeavesLocaleSignalsAndStreamsAlone) {
+TEST(Import, DoesNotChangeLocaleSignalsAndStreams) {
     const std::string locale = std::setlocale(LC_ALL, nullptr);
     struct sigaction before {};
     sigaction(SIGINT, nullptr, &before);

@@ -26,24 +26,25 @@ std::string Text(const headless::LogLine& line) {
     return text::EncodeUtf8(headless::View(line.text));
 }
 
-TEST(OriginalLines, AreOfTheFileThatIsRead) {
+TEST(OriginalLines, AreThoseOfTheSkeletonThenOfTheMotion) {
     const take::LineMarks file = {{1, 101}};
     const take::LineMarks motion = {{1, 1001}};
     take::OriginalLines lines(&file, &motion, true);
     EXPECT_EQ(Text(lines.Restore(Line(L"ERROR (LINE 5): x"))), "ERROR (LINE 105): x");
-    // That line was an information, as the documentation is.
+    // The line above had the severity of information, as the skeleton's documentation has. So the
+    // lines after it are about the motion.
     EXPECT_EQ(Text(lines.Restore(Line(L"ERROR (LINE 5): x"))), "ERROR (LINE 1005): x");
     EXPECT_EQ(Text(lines.Restore(Line(L"ERROR: x"))), "ERROR: x");
     EXPECT_EQ(Text(lines.Restore(Line(L"Imported 1 model"))), "Imported 1 model");
 }
 
-TEST(OriginalLines, StayWhereTheFileItselfIsRead) {
+TEST(OriginalLines, AreNotChangedWithoutAMendedText) {
     take::OriginalLines lines(nullptr, nullptr, false);
     EXPECT_EQ(Text(lines.Restore(Line(L"ERROR (LINE 5): x"))), "ERROR (LINE 5): x");
 }
 
-// A file alone has an information before its errors too.
-TEST(OriginalLines, StayWithTheOnlyFileThereIs) {
+// A BVH import also logs a line of information before its errors; it has no second file.
+TEST(OriginalLines, AreThoseOfTheOnlyFile) {
     const take::LineMarks file = {{1, 101}};
     take::OriginalLines lines(&file, nullptr, false);
     lines.Restore(Line(L"Importing Biovision BVH File..."));

@@ -14,7 +14,7 @@ std::string MessageOf(const std::string& path) {
     return loaded.problem;
 }
 
-TEST(PluginLibrary, IsLookedForBesideTheProgramAndInItsTree) {
+TEST(PluginLibrary, IsLookedForInTheProgramsFolderAndInItsTree) {
     const std::vector<std::string> candidates = take::PluginCandidates("/opt/zk/bin");
     ASSERT_EQ(candidates.size(), 3u);
     EXPECT_EQ(candidates[0], "/opt/zk/bin/libzkmocaputils.so");
@@ -30,12 +30,12 @@ TEST(PluginLibrary, SaysWhyItCannotBeLoaded) {
 }
 
 TEST(PluginLibrary, MustExportTheCallback) {
-    // A library that is surely there: the one that this program takes its math from.
+    // The C library's mathematical functions are a library that exists but is not a plug-in.
     EXPECT_THAT(MessageOf("/lib/x86_64-linux-gnu/libm.so.6"),
                 testing::AnyOf(HasSubstr("lacks ZelkOnCommand"), HasSubstr("No such file")));
 }
 
-TEST(PluginLibrary, IsThereByItsPath) {
+TEST(PluginLibrary, IsLoadedByItsPath) {
     const take::LoadedPlugin loaded = take::LoadPlugin(ZKMOCAP_PLUGIN);
     ASSERT_TRUE(loaded.plugin) << loaded.problem;
     EXPECT_NE(loaded.plugin->Call(L"no such command", nullptr), 0);

@@ -12,10 +12,10 @@ wchar_t FirstOf(const char* bytes) {
     return std::mbrtowc(&character, bytes, 4, &state) <= 4 ? character : L'\0';
 }
 
-TEST(Utf8Characters, AreReadAsLongAsItLives) {
+TEST(Utf8Characters, AreDecodedWhileTheObjectExists) {
     const char bytes[] = "\xE6\xAD\xA9";
     const locale_t plain = newlocale(LC_CTYPE_MASK, "C", nullptr);
-    const locale_t former = uselocale(plain);
+    const locale_t previous = uselocale(plain);
     EXPECT_NE(FirstOf(bytes), L'\x6B69');
     {
         const take::Utf8Characters characters(true);
@@ -26,7 +26,7 @@ TEST(Utf8Characters, AreReadAsLongAsItLives) {
         const take::Utf8Characters characters(false);
         EXPECT_EQ(uselocale(nullptr), plain);
     }
-    uselocale(former);
+    uselocale(previous);
     freelocale(plain);
 }
 
