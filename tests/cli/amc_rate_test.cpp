@@ -17,7 +17,7 @@ std::ostream& operator<<(std::ostream& out, const Amc& row) {
 
 class AmcRate : public testing::TestWithParam<Amc> {};
 
-TEST_P(AmcRate, IsFoundWhereItStands) {
+TEST_P(AmcRate, IsStatedOnlyByTheFirstToken) {
     std::istringstream file(GetParam().text);
     EXPECT_EQ(cli::StatesRate(file), GetParam().states);
 }

@@ -43,7 +43,7 @@ TEST(ImportArguments, HaveTheirDefaults) {
     EXPECT_TRUE(request.outputs.empty() && request.plugin.empty());
 }
 
-TEST(ImportArguments, AreAllTaken) {
+TEST(ImportArguments, AreAllParsed) {
     const ImportRequest request = ParseImport({"--bones",
                                                "--no-chain-from-parent",
                                                "--effector-to-last-bone",
@@ -110,7 +110,7 @@ TEST(ImportArguments, ResamplesAtItsOwnRateOrAtTheOneOfFps) {
     EXPECT_THROW(rates({"--resample", "0"}), cli::UsageError);
 }
 
-TEST(ImportArguments, ResampleTakesTheNextWordOnlyWhereItIsANumber) {
+TEST(ImportArguments, TheValueOfResampleIsTheNextWordOnlyIfThatIsANumber) {
     const ImportRequest request = ParseImport({"--fps", "60", "--resample", "walk.bvh"});
     EXPECT_EQ(request.take.file.path, "walk.bvh");
     EXPECT_EQ(request.exports.resampleTo, 60.0);
@@ -121,13 +121,13 @@ TEST(ImportArguments, ThePresetIsKeptForTheSurvey) {
     EXPECT_EQ(ParseImport({"07.asf", "--preset", "auto"}).take.preset, take::Preset::Auto);
     EXPECT_EQ(ParseImport({"07.asf", "--preset", "cmu"}).take.preset, take::Preset::Cmu);
     EXPECT_EQ(ParseImport({"07.asf", "--preset", "none"}).take.preset, take::Preset::None);
-    const ImportRequest said =
+    const ImportRequest request =
         ParseImport({"07.asf", "--length", "1", "--fps", "60", "--preset", "cmu"});
-    EXPECT_EQ(said.take.lengthMultiplier, 1.0);
-    EXPECT_EQ(said.take.framesPerSecond, 60.0);
+    EXPECT_EQ(request.take.lengthMultiplier, 1.0);
+    EXPECT_EQ(request.take.framesPerSecond, 60.0);
 }
 
-TEST(ImportArguments, SayHowFilesAreSurveyed) {
+TEST(ImportArguments, ChooseHowFilesAreSurveyed) {
     const ImportRequest plain = ParseImport({"walk.bvh"});
     EXPECT_FALSE(plain.take.asIs || plain.take.strict);
     EXPECT_EQ(plain.take.encoding, "");
@@ -137,7 +137,7 @@ TEST(ImportArguments, SayHowFilesAreSurveyed) {
     EXPECT_TRUE(ParseImport({"walk.bvh", "--as-is"}).take.asIs);
 }
 
-TEST(CheckArguments, AreTaken) {
+TEST(CheckArguments, AreParsed) {
     const auto request = std::get<cli::CheckRequest>(
         Parse({"check", "a.BVH", "07.asf", "07_01.amc", "--json", "--strict", "--fix", "--out-dir",
                "fixed", "--encoding", "LATIN1"}));
@@ -190,8 +190,8 @@ const WrongUsage kWrongUsages[] = {
      {"export", "walk.bvh"},
      "export: unknown command: expected import, check, convert or command"},
     {"FlagWithAValue", {"import", "walk.bvh", "--bones=1"}, "bones was given"},
-    {"FlagDenied", {"import", "walk.bvh", "--nulls=false"}, "nulls was given"},
-    {"NegativeFlagWithAValue", {"import", "walk.bvh", "--no-group=3"}, "no-group was given"},
+    {"FlagWithTheValueFalse", {"import", "walk.bvh", "--nulls=false"}, "nulls was given"},
+    {"NegatedFlagWithAValue", {"import", "walk.bvh", "--no-group=3"}, "no-group was given"},
     {"FlagOfConvert",
      {"convert", "a", "--to", "glb", "--out-dir", "o", "--clip=false"},
      "clip was given"},
@@ -279,7 +279,7 @@ TEST(ImportArguments, AnInputIsNotOverwritten) {
                  cli::UsageError);
 }
 
-TEST(CommandArguments, AreTakenInOrder) {
+TEST(CommandArguments, AreParsedInOrder) {
     const auto request =
         std::get<cli::CommandRequest>(Parse({"command", "import", "str:-o", "--json", "r.json",
                                              "bool:true", "word:1", "real:2", "--progress", "on"}));
@@ -329,7 +329,7 @@ TEST(RawArguments, HoldNumbers) {
     EXPECT_TRUE(std::isnan(cli::ParseRawArgument("real:nan").real));
 }
 
-TEST(RawArguments, AreRefusedWhole) {
+TEST(RawArguments, AreRefusedWithoutAKindOrWithAnotherValue) {
     for (const char* text :
          {"",         "str",          "walk.bvh",   ":",        "text:a",  "STR:a",
           "bool:",    "bool:1",       "bool:TRUE",  "word:",    "word:-1", "word:65536",

@@ -22,7 +22,7 @@ TEST_P(Help, FitsAScreen) {
     int count = 0;
     for (std::string line; std::getline(lines, line); ++count)
         EXPECT_LE(line.size(), 80u) << line;
-    // With the line of the next prompt.
+    // A screen has 24 lines, and the next prompt needs one.
     EXPECT_LE(count, 23);
 }
 
@@ -45,7 +45,7 @@ std::string AnswerTo(std::vector<const char*> words) {
     return std::get<cli::Answer>(cli::ParseArguments(words)).text;
 }
 
-TEST(HelpOption, AnswersForItsCommand) {
+TEST(HelpOption, PrintsTheHelpOfItsCommand) {
     EXPECT_EQ(AnswerTo({"--help"}), cli::kMainHelp);
     EXPECT_EQ(AnswerTo({"-h"}), cli::kMainHelp);
     EXPECT_EQ(AnswerTo({"import", "--help"}), cli::kImportHelp);
@@ -55,7 +55,7 @@ TEST(HelpOption, AnswersForItsCommand) {
     EXPECT_EQ(AnswerTo({"command", "--help"}), cli::kCommandHelp);
 }
 
-// Both lists follow from the table of formats.
+// Both lists are made from the table of formats.
 TEST(HelpOption, NamesEveryOutput) {
     for (const exporters::Format& format : exporters::Formats()) {
         const std::string name(format.extension.substr(1));

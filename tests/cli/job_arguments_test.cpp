@@ -31,7 +31,7 @@ TEST(JobArguments, NameInputsAndOutput) {
               "import t/s.asf t/a.amc --progress=off --make-folders -o out/a.json");
 }
 
-TEST(JobArguments, HoldTheOptionsInOneOrder) {
+TEST(JobArguments, HaveTheOptionsInAFixedOrder) {
     const std::string one =
         LineOf(kBiovision, {"--scale", "0.01", "--no-group", "--bones", "--clip", "--fps=30",
                             "--up", "z", "--no-chain-from-parent", "--effector-to-last-bone"});
@@ -43,7 +43,7 @@ TEST(JobArguments, HoldTheOptionsInOneOrder) {
               "--clip --scale=0.01 --up=z --fps=30 --progress=off --make-folders -o out/walk.json");
 }
 
-TEST(JobArguments, HoldWhatIsForAcclaimForAcclaimAlone) {
+TEST(JobArguments, HaveAcclaimOptionsOnlyForAcclaimFiles) {
     const std::vector<const char*> options = {"--limits", "--length=-2", "--preset", "cmu",
                                               "--nulls"};
     EXPECT_EQ(LineOf(kBiovision, options),
@@ -54,7 +54,7 @@ TEST(JobArguments, HoldWhatIsForAcclaimForAcclaimAlone) {
     EXPECT_THAT(LineOf(kSkeleton, options), HasSubstr("--limits"));
 }
 
-TEST(JobArguments, ResampleAtThePresetsRateWhatThePresetIsFor) {
+TEST(JobArguments, ResampleAtThePresetsRateOnlyForAcclaimFiles) {
     const std::vector<const char*> options = {"--preset", "cmu", "--resample"};
     EXPECT_EQ(LineOf(kBiovision, options),
               "import t/walk.bvh --progress=off --make-folders -o out/walk.json");
@@ -63,7 +63,7 @@ TEST(JobArguments, ResampleAtThePresetsRateWhatThePresetIsFor) {
                 HasSubstr("--fps=60 --resample"));
 }
 
-TEST(JobArguments, KeepFilesApartFromOptions) {
+TEST(JobArguments, NameFilesThatLookLikeOptionsByAPath) {
     dataset::Request request = RequestOf({});
     request.outDir = "-out";
     const Job job{"-s.bvh", "", "-s.bvh", "-s.json", ""};
@@ -71,7 +71,7 @@ TEST(JobArguments, KeepFilesApartFromOptions) {
               "import ./-s.bvh --progress=off --make-folders -o ./-out/-s.json");
 }
 
-TEST(JobArguments, AreUnderstoodByImport) {
+TEST(JobArguments, AreParsedByImport) {
     std::vector<std::string> words = dataset::ImportArguments(
         kAcclaim, RequestOf({"--limits", "--length", "-0.5", "--bones", "--no-group", "--plugin",
                              "p.so", "--scale=2"}));
@@ -94,7 +94,7 @@ TEST(JobArguments, AreUnderstoodByImport) {
     EXPECT_EQ(import.outputs[0].path, "out/a.json");
 }
 
-TEST(OptionsLine, ChangesWithWhatOutputsDependOn) {
+TEST(OptionsLine, ChangesOnlyWithOptionsThatChangeOutputs) {
     const std::string line = dataset::OptionsLine(RequestOf({}));
     for (const std::vector<const char*>& options : std::vector<std::vector<const char*>>{
              {"--bones"}, {"--limits"}, {"--asf=s.asf"}, {"--plugin=p.so"}, {"--scale=2"}})
@@ -137,7 +137,7 @@ TEST_P(ConvertUsage, IsRefused) {
     words.insert(words.begin(), "convert");
     try {
         cli::ParseArguments(words);
-        FAIL() << "taken";
+        FAIL() << "was accepted";
     } catch (const cli::UsageError& error) {
         EXPECT_THAT(error.what(), HasSubstr(GetParam().message));
     }

@@ -20,7 +20,7 @@ TEST(LogPrinter, PutsTheFileBeforeEachLine) {
               "a/walk.bvh: one\na/walk.bvh: two\n");
 }
 
-TEST(LogPrinter, PrintsLinesAloneWithoutAFile) {
+TEST(LogPrinter, PrintsLinesWithoutANameWithoutAFile) {
     EXPECT_EQ(Printed("", "", {}, {{8, L"one"}}), "one\n");
 }
 
@@ -30,7 +30,7 @@ TEST(LogPrinter, NamesTheMotionAfterTheSkeletonsDocumentation) {
               "s.asf: Importing\ns.asf: odd\ns.asf: text\nm.amc: bone\n");
 }
 
-TEST(LogPrinter, LeavesTextsAloneOutsideATerminal) {
+TEST(LogPrinter, PrintsControlCharactersOutsideATerminal) {
     EXPECT_EQ(Printed("a.bvh", "", {}, {{8, L"a\x1B[2J\nb"}}), "a.bvh: a\x1B[2J\nb\n");
 }
 
@@ -39,7 +39,7 @@ TEST(LogPrinter, EscapesControlsOnATerminal) {
               "a\\r.bvh: a\\x1b[2J\na\\r.bvh: b\n");
 }
 
-TEST(LogPrinter, CanLeaveOutWhatWentWell) {
+TEST(LogPrinter, CanPrintOnlyErrorsAndWarnings) {
     EXPECT_EQ(Printed("a.bvh", "", {.errorsOnly = true},
                       {{std::nullopt, L"Importing"},
                        {4, L"warning"},

@@ -18,7 +18,7 @@ class ProgressLine : public testing::Test {
         return {columns, std::chrono::milliseconds(interval),
                 [this](std::string_view more) { text_ += more; }};
     }
-    // What a drawn line is, without the control sequence before it.
+    // The last drawn line, without the control sequence before it.
     std::string Last() const { return text_.substr(text_.rfind("\x1b[K") + 3); }
 };
 
@@ -57,7 +57,7 @@ TEST_F(ProgressLine, StaysWithinTheTerminal) {
     }
 }
 
-TEST_F(ProgressLine, HoldsValuesWithinItsRange) {
+TEST_F(ProgressLine, ClampsValuesToItsRange) {
     cli::ProgressLine line = Line(80);
     Begin(line);
     line.Receive({Kind::Visible, 1, {}});
@@ -84,7 +84,7 @@ TEST_F(ProgressLine, IsErasedAtTheEnd) {
     EXPECT_THAT(text_, EndsWith("\r\x1b[K"));
 }
 
-TEST_F(ProgressLine, IsNotDrawnAnewForEveryEvent) {
+TEST_F(ProgressLine, IsNotRedrawnForEveryEvent) {
     cli::ProgressLine line = Line(80, 3'600'000);
     Begin(line);
     line.Receive({Kind::Visible, 1, {}});

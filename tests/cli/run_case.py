@@ -1,22 +1,22 @@
 #!/usr/bin/env python3
-"""Runs one case of the command line in a folder of its own.
+"""Runs one case of the command line in a temporary folder.
 
 A case is a text file of lines "KEY: VALUE"; "#" begins a comment line.
 
-  copy: NAME [AS]     puts a file of data/ into the folder
-  shell: COMMAND      prepares the folder
-  run: ARGUMENTS      runs zkhost; what follows is about this run, until the next one
-                      (${PLUGIN} is the plug-in, ${BYTE:E9} a byte)
-  env: NAME=VALUE     for the run (NAME= alone takes the variable away)
+  copy: NAME [AS]     copies a file of data/ into the folder
+  shell: COMMAND      runs a shell command in the folder
+  run: ARGUMENTS      runs zkhost; the lines up to the next copy, shell or run belong to this run
+                      (${PLUGIN} is the plug-in's path, ${BYTE:E9} the byte 0xE9)
+  env: NAME=VALUE     sets a variable for the run (NAME= removes it)
   terminal: COLUMNS   stdout and stderr are a terminal of that width ("tty" below)
-  interrupt: REGEX    presses Ctrl-C once the terminal shows this
-  signal: REGEX       sends SIGINT once stderr shows this (hangup: SIGHUP)
-  stdout: PATH        stdout goes there; "closed": it is no open file
-  exit: STATUS        the exit status; 0 unless said
-  out: REGEX          a line of stdout matches (also err:, tty:); "out!:" none does
-  out=: TEXT          stdout is this (\\n and \\t understood; also err=:)
-  json: FILE EXPR     an expression over r, the record in FILE, is true
-  files: NAMES        what the folder holds then, all of it
+  interrupt: REGEX    presses Ctrl-C when the text on the terminal matches
+  signal: REGEX       sends SIGINT when stderr matches (hangup: SIGHUP)
+  stdout: PATH        stdout is written to this path; "closed": stdout is not open
+  exit: STATUS        the expected exit status; without this line it is 0
+  out: REGEX          a line of stdout matches (also err:, tty:); "out!:" no line matches
+  out=: TEXT          stdout is exactly this text, in which \\n and \\t are escapes (also err=:)
+  json: FILE EXPR     a Python expression about r, the JSON record in FILE, is true
+  files: NAMES        the folder contains exactly these names after the run
 """
 
 import argparse
@@ -45,7 +45,7 @@ class Failure(Exception):
 
 
 def parse(path):
-    """Steps in order: (key, value), a run as ("run", arguments, [(key, value)])."""
+    """Returns the steps in order: (key, value), or for a run ("run", arguments, [(key, value)])."""
     steps = []
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
         if not line.strip() or line.startswith("#"):

@@ -16,7 +16,7 @@ std::string Summary(const cli::SummaryRequest& request) {
     return text;
 }
 
-// Two nulls, a base pose, and four frames at the given rate.
+// Adds a model with two nulls, a base pose, and a motion of four frames.
 Zelk::Model AddWalk(const TestScene& scene, const wchar_t* name, double secondsPerFrame,
                     double firstFrame = 1, double thirdValue = 0) {
     Zelk::Model model = scene.AddModel(name);
@@ -60,7 +60,7 @@ TEST(Summary, NamesBothFilesAndTheAssumedRate) {
                                 " --fps N changes it for exports"));
 }
 
-TEST(Summary, TakesTheRateOfTheExports) {
+TEST(Summary, UsesTheRateOfTheExports) {
     const TestScene scene;
     AddWalk(scene, L"07", 1.0 / 30);
     const std::string text =
@@ -76,7 +76,7 @@ TEST(Summary, CountsATakeFromItsFirstFrame) {
                 HasSubstr("4 frames, 2 seconds, 2 frames per second"));
 }
 
-TEST(Summary, CountsTheModelsThatWereCompleted) {
+TEST(Summary, CountsOnlyCompleteModels) {
     const TestScene scene;
     AddWalk(scene, L"walk", 0.5);
     scene.AddModel(L"half");
@@ -113,7 +113,7 @@ TEST(Summary, CountsTheJointsOfChainsAsThoseOfNulls) {
     Zelk::ChainBone bone;
     chain.AddBone({0, 3, 0}, Zelk::zkChainBonePin, L"Knee", bone);
     scene.AddNull(chain.GetEffector(), L"Foot", 0, 0, 0);
-    // Hips, Knee, Foot.
+    // The joints are Hips, Knee and Foot.
     EXPECT_THAT(Summary({.files = {"walk.bvh"}}), HasSubstr("walk: 3 joints"));
 }
 

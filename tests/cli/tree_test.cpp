@@ -22,7 +22,7 @@ std::vector<std::string> Lines() {
     return lines;
 }
 
-TEST(Tree, ShowsNamesTypesAndPlacesInTheScene) {
+TEST(Tree, ShowsNamesTypesAndGlobalPositions) {
     const TestScene scene;
     Zelk::Model model = scene.AddModel(L"walk");
     Zelk::Null hips = scene.AddNull(model, L"Hips", 0, 90.5, -0.0001);
@@ -61,7 +61,7 @@ TEST(Tree, FitsEightyColumnsWhateverTheNames) {
     }
 }
 
-TEST(Tree, NumbersTheDepthWhereItIsNoLongerDrawn) {
+TEST(Tree, PrintsTheDepthWhereItIsNotIndentedFurther) {
     const TestScene scene;
     Zelk3DObject parent = scene.AddModel(L"deep");
     for (int depth = 0; depth < 12; ++depth)

@@ -1,4 +1,4 @@
-"""Prints a BVH file of that many frames."""
+"""Prints a BVH file. The argument is its number of frames."""
 import sys
 
 print("HIERARCHY ROOT Hips { OFFSET 0 0 0 CHANNELS 6 Xposition Yposition Zposition Zrotation"
