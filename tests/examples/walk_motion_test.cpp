@@ -69,7 +69,7 @@ double Correlation(const std::vector<double>& a, const std::vector<double>& b) {
 struct Contact {
     const char* name;
     const char* joint;
-    Vec3 fromJoint;   // cm, in the joint's axes
+    Vec3 fromJoint;    // cm, in the joint's axes
     double leastDown;  // parts of a cycle
     double mostDown;
 };
