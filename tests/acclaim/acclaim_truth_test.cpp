@@ -130,14 +130,11 @@ struct PairOfFiles {
     const char* name;
     const char* asf;
     const char* amc;
-    const char* folder = ZKMOCAP_DATA_DIR "/acclaim";
-
-    std::string Asf() const { return std::string(folder) + "/" + asf; }
-    std::string Amc() const { return std::string(folder) + "/" + amc; }
+    bool isCapture = true;
 };
 
 const PairOfFiles kPairs[] = {
-    {"Walk", "walk.asf", "walk.amc", ZKMOCAP_EXAMPLES_DIR},
+    {"Walk", "walk.asf", "walk.amc", false},
     {"Plain", "08.asf", "08_04.amc"},
     {"Zeros", "08.asf", "zeros.amc"},
     {"CarriageReturns", "11.asf", "11_01.amc"},
@@ -148,10 +145,11 @@ const PairOfFiles kPairs[] = {
 class AcclaimFiles : public testing::TestWithParam<PairOfFiles> {};
 
 TEST_P(AcclaimFiles, AgreeInEverySkeleton) {
-    if (!std::filesystem::exists(GetParam().Asf()) || !std::filesystem::exists(GetParam().Amc()))
-        GTEST_SKIP() << GetParam().Amc() << " is not there";
-    const std::string asf = ReadText(GetParam().Asf());
-    const std::string amc = ReadText(GetParam().Amc());
+    if (GetParam().isCapture && !CaptureFolder()) GTEST_SKIP() << kNoCaptures;
+    const std::filesystem::path folder =
+        GetParam().isCapture ? *CaptureFolder() / "acclaim" : ZKMOCAP_EXAMPLES_DIR;
+    const std::string asf = ReadText(folder / GetParam().asf);
+    const std::string amc = ReadText(folder / GetParam().amc);
     for (AcclaimOptions options : AllOptions()) {
         for (const bool metres : {false, true}) {
             SCOPED_TRACE(NameOf(options));

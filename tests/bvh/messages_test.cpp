@@ -59,9 +59,8 @@ Messages MessagesOfRooms() {
     Messages all;
     for (const char* room : {"bvh", "mocap"}) {
         const auto folder = std::filesystem::path(ZKMOCAP_SOURCE_DIR) / room;
-        for (const auto& entry : std::filesystem::directory_iterator(folder))
-            if (entry.path().extension() == ".cpp")
-                all.merge(MessagesOf(support::ReadText(entry.path())));
+        for (const auto& file : support::FilesIn(folder, ".cpp"))
+            all.merge(MessagesOf(support::ReadText(file)));
     }
     return all;
 }

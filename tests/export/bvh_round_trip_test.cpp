@@ -5,6 +5,7 @@
 
 #include "tests/export/exported.h"
 #include "tests/support/bvh_random.h"
+#include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -84,8 +85,8 @@ TEST(BvhNames, ComeBackAsTheyWere) {
 }
 
 TEST_P(BvhRoundTrip, KeepsRealMotion) {
+    if (!support::CaptureFolder()) GTEST_SKIP() << support::kNoCaptures;
     const auto captures = exported::RealCaptures();
-    if (captures.empty()) GTEST_SKIP() << "no real captures at " << ZKMOCAP_DATA_DIR;
     std::size_t trips = 0;
     for (const auto& files : captures)
         trips += MakeTrip(files, GetParam());

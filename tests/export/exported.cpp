@@ -162,15 +162,13 @@ std::string Export(const std::string& extension, const exporters::Options& optio
 
 std::vector<std::vector<std::string>> RealCaptures() {
     std::vector<std::vector<std::string>> captures;
-    const std::filesystem::path folder = ZKMOCAP_DATA_DIR;
+    const std::filesystem::path folder = support::CaptureFolder().value();
     const auto acclaim = [&](const char* skeleton, const char* motion) {
         captures.push_back(
             {(folder / "acclaim" / skeleton).string(), (folder / "acclaim" / motion).string()});
     };
-    if (!std::filesystem::exists(folder / "bvh")) return captures;
-    for (const auto& entry : std::filesystem::directory_iterator(folder / "bvh"))
-        captures.push_back({entry.path().string()});
-    std::sort(captures.begin(), captures.end());
+    for (const auto& file : support::FilesIn(folder / "bvh", ".bvh"))
+        captures.push_back({file.string()});
     acclaim("08.asf", "08_04.amc");
     acclaim("11.asf", "11_01.amc");
     acclaim("14.asf", "14.amc");

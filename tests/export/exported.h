@@ -52,8 +52,8 @@ exporters::Notes ExportTo(const std::string& path, const exporters::Options& opt
 std::string Export(const std::string& extension, const exporters::Options& options = {},
                    exporters::Notes* notes = nullptr);
 
-// The real captures: a .bvh file each, or an .asf file with an .amc file. Empty if their folder
-// does not exist.
+// Every BVH file of the folder with real captures, and its Acclaim pairs, each with the skeleton
+// first. The build must have such a folder.
 std::vector<std::vector<std::string>> RealCaptures();
 // The samples in examples/: the .bvh file, then the .asf file with the .amc file.
 std::vector<std::vector<std::string>> Samples();

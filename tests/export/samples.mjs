@@ -28,6 +28,7 @@ export function distance(a, b) {
 export async function check(folder, measure) {
   const all = samples(folder);
   let failed = all.length === 0;
+  if (failed) console.log(`no file *.json in ${folder}`);
   for (const sample of all) {
     const result = await measure(sample);
     if (result === undefined) continue;

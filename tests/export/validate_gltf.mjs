@@ -8,6 +8,7 @@ const folder = process.argv[2];
 const read = (name) => new Uint8Array(readFileSync(join(folder, name)));
 const files = readdirSync(folder).filter((name) => /\.(glb|gltf)$/.test(name));
 let failed = files.length === 0;
+if (failed) console.log(`no file *.glb or *.gltf in ${folder}`);
 for (const name of files) {
   const report = await validator.validateBytes(read(name), {
     uri: name,

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,11 @@ std::vector<fs::path> FilesOf(int count, char** arguments) {
             files.emplace_back(arguments[i]);
             continue;
         }
+        const std::size_t before = files.size();
         for (const auto& entry : fs::recursive_directory_iterator(arguments[i]))
             if (entry.is_regular_file()) files.push_back(entry.path());
+        if (files.size() == before)
+            throw std::runtime_error(std::string("no file in the folder ") + arguments[i]);
     }
     std::sort(files.begin(), files.end());
     return files;
@@ -39,7 +43,7 @@ std::vector<char> Read(const fs::path& file) {
 
 }  // namespace
 
-int main(int count, char** arguments) {
+int main(int count, char** arguments) try {
     const std::vector<fs::path> files = FilesOf(count, arguments);
     int failed = 0;
     for (const fs::path& file : files) {
@@ -54,4 +58,7 @@ int main(int count, char** arguments) {
     }
     std::printf("%zu files, %d failed\n", files.size(), failed);
     return failed == 0 && !files.empty() ? 0 : 1;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
 }

@@ -58,7 +58,7 @@ def main():
     data = options.data.resolve()
     jobs = [[path] for path in sorted((data / "bvh").glob("*.bvh"))]
     if len(jobs) < BVH_FILES:
-        print(f"{len(jobs)} BVH files where {BVH_FILES} are known")
+        print(f"{len(jobs)} BVH files in {data / 'bvh'}, where {BVH_FILES} are known")
         return 1
     jobs += [[data / "acclaim" / name for name in pair] for pair in PAIRS]
     failed = 0

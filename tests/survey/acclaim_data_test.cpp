@@ -8,7 +8,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 using acclaim_case::ExpectFindings;
 using survey::Severity;
 
@@ -31,8 +30,8 @@ const Row kRows[] = {
 class AcclaimData : public testing::TestWithParam<Row> {};
 
 TEST_P(AcclaimData, NeedsNoMendingAndHasAPersonsSize) {
-    const fs::path folder = fs::path(ZKMOCAP_DATA_DIR) / "acclaim";
-    if (!fs::exists(folder)) GTEST_SKIP() << "no data in " << folder;
+    if (!support::CaptureFolder()) GTEST_SKIP() << support::kNoCaptures;
+    const std::filesystem::path folder = *support::CaptureFolder() / "acclaim";
     const std::string asf = support::ReadText(folder / GetParam().asf);
     const std::string amc = support::ReadText(folder / GetParam().amc);
     const survey::AcclaimFile motion = {amc, GetParam().amc};

@@ -208,13 +208,8 @@ TEST_P(BvhCapture, IsWhereTheFormatPutsIt) {
 }
 
 std::vector<std::filesystem::path> Captures() {
-    std::vector<std::filesystem::path> files;
-    const auto data = std::filesystem::path(ZKMOCAP_DATA_DIR) / "bvh";
-    if (std::filesystem::is_directory(data))
-        for (const auto& entry : std::filesystem::directory_iterator(data))
-            if (entry.path().extension() == ".bvh") files.push_back(entry.path());
-    std::sort(files.begin(), files.end());
-    return files;
+    if (!CaptureFolder()) return {};
+    return FilesIn(*CaptureFolder() / "bvh", ".bvh");
 }
 
 std::string TestName(const testing::TestParamInfo<std::filesystem::path>& row) {

@@ -30,13 +30,10 @@ void PrintTo(const Sample& sample, std::ostream* out) {
 std::vector<Sample> Samples() {
     constexpr std::size_t kEvery = 4;
     constexpr std::size_t kLargest = 3000;
-    std::vector<std::filesystem::path> paths;
-    for (const char* format : {"bvh", "acclaim"})
-        for (const auto& entry : std::filesystem::directory_iterator(
-                 std::filesystem::path(ZKMOCAP_QUIRKS_DIR) / format))
-            if (entry.is_regular_file() && entry.path().extension() != ".amc")
-                paths.push_back(entry.path());
-    std::sort(paths.begin(), paths.end());
+    const std::filesystem::path quirks = ZKMOCAP_QUIRKS_DIR;
+    std::vector<std::filesystem::path> paths = support::FilesIn(quirks / "acclaim", ".asf");
+    const auto bvh = support::FilesIn(quirks / "bvh", ".bvh");
+    paths.insert(paths.end(), bvh.begin(), bvh.end());
     std::vector<Sample> samples;
     for (std::size_t index = 0; index < paths.size(); index += kEvery) {
         Sample sample{paths[index].stem().string(), support::ReadText(paths[index]), ""};

@@ -21,8 +21,8 @@ std::set<std::string> ReadMessages() {
     std::set<std::string> messages;
     for (const char* room : {"acclaim", "bvh", "mocap", "plugin"})
         for (const auto& file :
-             std::filesystem::directory_iterator(std::filesystem::path(ZKMOCAP_SOURCE_DIR) / room))
-            if (file.path().extension() == ".cpp") AddTexts(file.path(), messages);
+             support::FilesIn(std::filesystem::path(ZKMOCAP_SOURCE_DIR) / room, ".cpp"))
+            AddTexts(file, messages);
     messages.erase("");
     return messages;
 }

@@ -136,12 +136,9 @@ bool IsRefused(const std::filesystem::path& file) {
 std::vector<std::filesystem::path> Files(bool refused) {
     std::vector<std::filesystem::path> files;
     if (!refused) files.push_back(std::filesystem::path(ZKMOCAP_EXAMPLES_DIR) / "walk.bvh");
-    const auto data = std::filesystem::path(ZKMOCAP_DATA_DIR) / "bvh";
-    if (std::filesystem::is_directory(data))
-        for (const auto& entry : std::filesystem::directory_iterator(data))
-            if (entry.path().extension() == ".bvh" && IsRefused(entry.path()) == refused)
-                files.push_back(entry.path());
-    std::sort(files.begin(), files.end());
+    if (!CaptureFolder()) return files;
+    for (const auto& file : FilesIn(*CaptureFolder() / "bvh", ".bvh"))
+        if (IsRefused(file) == refused) files.push_back(file);
     return files;
 }
 
