@@ -5,6 +5,7 @@
 #include "headless/session.h"
 #include "headless/testing.h"
 #include "host/status.h"
+#include "tests/acclaim/import_failures.h"
 #include "tests/support/acclaim/acclaim_texts.h"
 #include "tests/support/core/scene_check.h"
 #include "tests/support/core/session_text.h"
@@ -12,6 +13,7 @@
 namespace {
 
 using namespace support;
+using namespace Zelk::status;
 using headless::ObjectType;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -119,57 +121,6 @@ TEST_F(SkeletonScene, MayBeEmpty) {
     EXPECT_THAT(GroupMembers(), IsEmpty());
 }
 
-TEST_F(SkeletonScene, MovesTheBarThroughItsSteps) {
-    Import(true);
-    EXPECT_THAT(BarLines(), ElementsAre("minimum 0", "maximum 32000", "step 1", "value 0",
-                                        "caption Importing Acclaim Skeleton...", "visible 1",
-                                        "value 1829",   // name: 2 of 35
-                                        "value 4571",   // root: 3
-                                        "value 10057",  // bones: 6
-                                        "value 13714",  // hierarchy: 4
-                                        "caption Creating Zelk model...",
-                                        "value 18286",  // base pose: 5
-                                        "value 32000",  // skeleton and group: 15
-                                        "visible 0"));
-}
-
-TEST_F(SkeletonScene, MovesTheBarOnlyForSectionsThatAreThere) {
-    ASSERT_EQ(ImportSkeleton(importer, ":version 1\n:bonedata"), Outcome());
-    EXPECT_EQ(BarLines()[6], "value 5486");
-    EXPECT_EQ(BarLines()[7], "caption Creating Zelk model...");
-}
-
-// One poll a section, one before the scene is touched.
-TEST_F(SkeletonScene, StopsAtEachPoll) {
-    for (std::uint64_t poll = 1; poll <= 7; ++poll) {
-        StartSession(true);
-        headless::PressCancelAtPoll(poll);
-        CAcclaimImport cancelled;
-        const Outcome outcome = ImportSkeleton(cancelled, kSampleAsf);
-        EXPECT_EQ(outcome.message, "User cancelled command");
-        // The parser's own statuses are not passed on.
-        EXPECT_EQ(outcome.status, poll < 7 ? Zelk::status::kFail : Zelk::status::kCancelled);
-        EXPECT_TRUE(cancelled.GetSkeleton().models.empty());
-        EXPECT_THAT(headless::Session::Current().GetScene().Models(), IsEmpty());
-        EXPECT_TRUE(BarIsHidden());
-    }
-    StartSession(true);
-    headless::PressCancelAtPoll(8);
-    EXPECT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
-}
-
-TEST_F(SkeletonScene, CancelsOnlyWhereTheFlagIsAllBits) {
-    headless::SetPressedValue(1);
-    headless::Session::Current().PressCancel();
-    EXPECT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
-}
-
-TEST_F(SkeletonScene, NeedsNoBar) {
-    StartSession(false);
-    Import(true);
-    EXPECT_THAT(BarLines(), IsEmpty());
-}
-
 // --- Trees that no file should hold ---
 
 struct OddTree {
@@ -222,46 +173,56 @@ INSTANTIATE_TEST_SUITE_P(, OddTrees,
                                     (std::get<1>(row.param) && std::get<2>(row.param) ? "2" : "");
                          });
 
-struct OddName {
-    const char* name;
-    std::string text;
-};
-const OddName kOddNames[] = {
-    {"Long", std::string(10000, 'n')},
-    {"Latin1",
-     "Br\xFC"
-     "cke"},
-    {"Utf8",
-     "Br\xC3\xBC"
-     "cke"},
-    {"InvalidUtf8", "\xFF\xFE\xC3"},
-    {"LikeTheModel", "skel"},
-    {"LikeAKeyword", "begin"},
-    {"Dotted", "arm.L:2"},
-};
+// --- failures outside the parser ---
 
-class OddNames : public testing::TestWithParam<OddName> {};
+class RefusedSkeleton : public testing::TestWithParam<RefusedFile> {};
 
-TEST_P(OddNames, AreImported) {
-    for (const bool nulls : {true, false}) {
-        StartSession(true);
-        CAcclaimImport importer;
-        importer.SetOptions(nulls, true, false, true);
-        const std::string& name = GetParam().text;
-        EXPECT_EQ(ImportSkeleton(importer, ":version 1\n:name " + name +
-                                               "\n:root order tx\n:bonedata begin name " + name +
-                                               "\n direction 1 0 0 length 2\n dof rx\n end\n"
-                                               ":hierarchy begin\n root " +
-                                               name + "\n end"),
-                  Outcome());
-        EXPECT_EQ(ImportMotion(importer, ":fully-specified\n1\nroot 1\n" + name + " 5\n"),
-                  Outcome());
-        EXPECT_EQ(MotionCurves().size(), 4u);
-        EXPECT_THAT(SceneProblems(true), IsEmpty());
-    }
+// The file is gone when the message is recorded, so the line is the first.
+TEST_P(RefusedSkeleton, IsNotParsed) {
+    StartSession(true);
+    CAcclaimImport importer;
+    const bool isRead = GetParam().status != kFileNotFound;
+    EXPECT_EQ(ImportSkeleton(importer, GetParam().text),
+              (Outcome{GetParam().status, GetParam().message, isRead ? 1u : 0u}));
+    EXPECT_TRUE(BarLines().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(, OddNames, testing::ValuesIn(kOddNames),
+INSTANTIATE_TEST_SUITE_P(, RefusedSkeleton, testing::ValuesIn(kRefusedSkeletons),
                          [](const auto& row) { return std::string(row.param.name); });
+
+TEST(AcclaimArguments, MustNameASkeletonFileAndAModel) {
+    StartSession(true);
+    CAcclaimImport importer;
+    EXPECT_EQ(Report(importer, importer.ImportSkeleton({}, L"skel").GetCode()),
+              (Outcome{kInvalidArgument, "ASF file not specified. Specify a valid file name", 0}));
+    EXPECT_EQ(Report(importer, importer.ImportSkeleton(L"a.asf", {}).GetCode()),
+              (Outcome{kInvalidArgument,
+                       "Container model name not specified. Specify a valid model name", 0}));
+    EXPECT_EQ(Report(importer, importer.ImportSkeleton(L"/nowhere/a.asf", L"skel").GetCode()),
+              (Outcome{kFileNotFound, "Failed to read ASF file. Specify a valid file name", 0}));
+}
+
+TEST(AcclaimArguments, MustNameAMotionFileAndAMotion) {
+    StartSession(true);
+    CAcclaimImport importer;
+    EXPECT_EQ(Report(importer, importer.ImportMotion(L"/nowhere/a.amc", L"motion").GetCode()),
+              (Outcome{kInvalidArgument, "Skeleton not defined yet", 0}));
+    ASSERT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
+    EXPECT_EQ(Report(importer, importer.ImportMotion({}, L"motion").GetCode()),
+              (Outcome{kInvalidArgument, "AMC file not specified. Specify a valid file name", 0}));
+    EXPECT_EQ(
+        Report(importer, importer.ImportMotion(L"a.amc", {}).GetCode()),
+        (Outcome{kInvalidArgument, "Motion name not specified. Specify a valid motion name", 0}));
+    EXPECT_EQ(Report(importer, importer.ImportMotion(L"/nowhere/a.amc", L"motion").GetCode()),
+              (Outcome{kFileNotFound, "Failed to read AMC file. Specify a valid file name", 0}));
+}
+
+TEST(AcclaimArguments, FailWithoutTheModelInTheScene) {
+    StartSession(true);
+    headless::FailOperation("AddModel", 1);
+    CAcclaimImport importer;
+    EXPECT_EQ(ImportSkeleton(importer, kSampleAsf),
+              (Outcome{kFail, "Failed to create main model", 0}));
+}
 
 }  // namespace

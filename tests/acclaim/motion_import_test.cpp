@@ -74,62 +74,6 @@ TEST_F(MotionScene, LeavesTheModelInItsBasePose) {
     EXPECT_EQ(importer.GetLastMotion().GetName(), Zelk::CString(L"motion"));
 }
 
-TEST_F(MotionScene, MovesTheBarThroughItsSteps) {
-    for (const bool nulls : {true, false}) {
-        StartSession(true);
-        Skeleton(kSampleAsf, nulls);
-        const std::size_t before = BarLines().size();
-        Import(kSampleAmc);
-        Lines lines = BarLines();
-        lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(before));
-        EXPECT_THAT(lines, ElementsAre("minimum 0", "maximum 32000", "step 1", "value 0",
-                                       "caption Importing Acclaim Motion...", "visible 1",
-                                       "value 3556",   // nodes counted
-                                       "value 7111",   // frames read
-                                       "value 10667",  // keys attached
-                                       "caption Converting rotations order...", "value 14222",
-                                       "caption Converting rotations...", "value 17778",
-                                       nulls ? "caption Converting length animation..."
-                                             : "caption Mapping rotations to bones...",
-                                       "value 21333", "caption Creating model motion action...",
-                                       "value 24889", "caption Almost done...", "value 28444",
-                                       "value 32000", "visible 0"));
-    }
-}
-
-TEST_F(MotionScene, PollsForEachNodeAndValue) {
-    constexpr std::uint64_t kSkeletonPolls = 7;
-    constexpr std::uint64_t kNodes = 6;
-    constexpr std::uint64_t kChannels = 14;
-    constexpr std::uint64_t kFrames = 3;
-    Skeleton(kSampleAsf);
-    Import(kSampleAmc);
-    EXPECT_EQ(headless::CancelPolls(), kSkeletonPolls + kNodes + kFrames * kChannels + 1 +
-                                           kChannels + 1 + 3 * kNodes + 2 + kNodes + 1);
-}
-
-TEST_F(MotionScene, StopsAtEachPoll) {
-    for (const bool nulls : {true, false}) {
-        Skeleton(kSampleAsf, nulls);
-        const std::uint64_t before = headless::CancelPolls();
-        Import(kSampleAmc);
-        const std::uint64_t after = headless::CancelPolls();
-        for (std::uint64_t poll = before + 1; poll <= after; ++poll) {
-            StartSession(true);
-            headless::PressCancelAtPoll(poll);
-            CAcclaimImport cancelled;
-            cancelled.SetOptions(nulls, true, false, true);
-            ASSERT_EQ(ImportSkeleton(cancelled, kSampleAsf), Outcome());
-            const Outcome outcome = ImportMotion(cancelled, kSampleAmc);
-            EXPECT_EQ(outcome.status, Zelk::status::kCancelled) << poll;
-            EXPECT_EQ(outcome.message, "User cancelled command") << poll;
-            EXPECT_THAT(SceneProblems(false), IsEmpty());
-            EXPECT_EQ(cancelled.GetSkeleton().frameCount, 0u);
-        }
-        StartSession(true);
-    }
-}
-
 // --- Length in seconds ---
 
 struct RateRow {
