@@ -28,6 +28,7 @@ TEST_P(BadSkeleton, IsReportedByTheParser) {
     ParsedAcclaim parsed;
     EXPECT_EQ(parsed.Parse(text),
               (Outcome{GetParam().status, GetParam().message, GetParam().line}));
+    EXPECT_EQ(parsed.parser.LastError().column, GetParam().column);
 }
 
 // The import has one status for whatever its parser found.
@@ -35,6 +36,7 @@ TEST_P(BadSkeleton, FailsTheImport) {
     StartSession(true);
     EXPECT_EQ(ImportSkeleton(importer, text),
               (Outcome{kFail, GetParam().message, GetParam().line}));
+    EXPECT_EQ(ColumnOf(importer), GetParam().column);
     EXPECT_TRUE(importer.GetSkeleton().models.empty());
     EXPECT_FALSE(importer.GetLastModel().IsValid());
     EXPECT_THAT(SceneProblems(false), testing::IsEmpty());
@@ -51,6 +53,7 @@ TEST_P(BadMotion, LeavesTheSkeleton) {
     ASSERT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
     EXPECT_EQ(ImportMotion(importer, GetParam().text),
               (Outcome{GetParam().status, GetParam().message, GetParam().line}));
+    EXPECT_EQ(ColumnOf(importer), GetParam().column);
     EXPECT_EQ(ModelNamed("skel").modelData->actions.size(), 1u);
     EXPECT_THAT(SceneProblems(true), testing::IsEmpty());
     EXPECT_EQ(ImportMotion(importer, kSampleAmc), Outcome());

@@ -10,8 +10,9 @@ struct BadFile {
     std::string name;
     std::string text;
     std::string message;
-    std::uint32_t line;   // as printed, from 1
-    std::int32_t status;  // of the parser
+    std::uint32_t line;    // as printed, from 1
+    std::uint32_t column;  // from 0
+    std::int32_t status;   // of the parser
 };
 
 inline void PrintTo(const BadFile& row, std::ostream* out) {

@@ -28,6 +28,7 @@ TEST_P(BvhBadFile, FailsInTheParserWithItsMessageAndCode) {
               StatusText(static_cast<std::int32_t>(GetParam().status)));
     EXPECT_EQ(parsed.Message(), GetParam().message);
     EXPECT_EQ(parsed.parser.LastError().line, GetParam().line);
+    EXPECT_EQ(parsed.parser.LastError().column, GetParam().column);
 }
 
 TEST_P(BvhBadFile, LeavesNothingBehind) {
@@ -38,6 +39,7 @@ TEST_P(BvhBadFile, LeavesNothingBehind) {
             EXPECT_EQ(StatusText(importer.Import(GetParam().text)), kParseFailure);
             EXPECT_EQ(importer.Message(), GetParam().message);
             EXPECT_EQ(importer.Line(), GetParam().line);
+            EXPECT_EQ(importer.Column(), GetParam().column);
             EXPECT_TRUE(importer.WasParsing());
             EXPECT_EQ(importer.GetModelsCount(), 0u);
             EXPECT_FALSE(importer.GetLastModel().IsValid());
@@ -59,6 +61,7 @@ TEST_P(BvhBadFile, BehindAGoodSectionLeavesThatOneAlone) {
         EXPECT_EQ(StatusText(importer.Import(bvh_test::kChain + GetParam().text)), kParseFailure);
         EXPECT_EQ(importer.Message(), GetParam().message);
         EXPECT_EQ(importer.Line(), linesBefore + GetParam().line);
+        EXPECT_EQ(importer.Column(), GetParam().column);
         EXPECT_TRUE(importer.WasParsing());
         EXPECT_EQ(importer.GetModelsCount(), 1u);
         EXPECT_EQ(support::Utf8(importer.GetLastModel().GetFullName()), "walk");

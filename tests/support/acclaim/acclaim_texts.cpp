@@ -30,6 +30,12 @@ Outcome Report(const CAcclaimImport& importer, std::int32_t status) {
     return outcome;
 }
 
+std::uint32_t ColumnOf(const CAcclaimImport& importer) {
+    std::uint32_t column = 0;
+    importer.GetLastError(nullptr, &column);
+    return column;
+}
+
 Outcome ImportSkeleton(CAcclaimImport& importer, const std::string& asf) {
     const TemporaryFolder dir;
     return Report(importer,

@@ -31,6 +31,8 @@ Outcome ImportSkeleton(CAcclaimImport& importer, const std::string& asf);
 Outcome ImportMotion(CAcclaimImport& importer, const std::string& amc);
 // What the importer recorded, with the status that it returned.
 Outcome Report(const CAcclaimImport& importer, std::int32_t status);
+// The column of the recorded error, counted from 0.
+std::uint32_t ColumnOf(const CAcclaimImport& importer);
 // The first node of that name; throws when there is none.
 const MOCAPMODEL& NodeOf(CAcclaimImport& importer, const std::string& name);
 
