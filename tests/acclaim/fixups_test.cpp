@@ -183,7 +183,7 @@ TEST_F(Fixups, FailWithoutRoomForTheTranslation) {
               (Outcome{Zelk::status::kFail, "Failed to convert length animation", 0}));
 }
 
-TEST_F(Fixups, CountForNothingWithoutFrames) {
+TEST_F(Fixups, ReplaceTheLengthEvenWithoutFrames) {
     ASSERT_EQ(Import(kRoot + kLength + ":hierarchy begin\nroot a c\na b\nend", "\n:degrees"),
               Outcome());
     EXPECT_EQ(MotionCurves().count("b.kine.local.posx"), 1u);

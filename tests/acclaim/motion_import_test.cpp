@@ -139,7 +139,7 @@ TEST_F(MotionScene, MayLeaveItsUnitToTheSkeleton) {
 }
 
 // A comment before the first frame costs that frame, as it does between frames.
-TEST_F(MotionScene, LosesTheFrameBehindAComment) {
+TEST_F(MotionScene, LosesTheFrameAfterAComment) {
     Skeleton(":version 1\n:root order tx");
     Import(":fully-specified # :radians\n1\nroot 7\n2\nroot 8");
     EXPECT_EQ(Curve("root.kine.local.posx"), (TestCurve{{2}, {8}}));

@@ -61,7 +61,7 @@ TEST_F(AmcKeys, AreReadWithoutLines) {
     EXPECT_THAT(Values("a", 0), ElementsAre(3, 6));
 }
 
-TEST_F(AmcKeys, GoByNameInTheFirstFrameAndByPositionThen) {
+TEST_F(AmcKeys, AreFoundByNameInTheFirstFrameAndByPositionLater) {
     Skeleton("tx", {"rx", "ry"});
     Parse("1\nB 1\nRoot 2\na 3\n2\nroot 4\na 5\nb 6\n3\nx 7\ny 8\nz 9\n");
     EXPECT_THAT(Values("b", 0), ElementsAre(1, 4, 7));
@@ -136,7 +136,7 @@ TEST_F(AmcKeys, LeaveOutIgnoredChannels) {
     EXPECT_THAT(parsed.Warnings(), IsEmpty());
 }
 
-TEST_F(AmcKeys, LeaveARecordThatIsNotWaitedForToTheNextFrame) {
+TEST_F(AmcKeys, WarnOfARecordTooMany) {
     Skeleton("tx", {"rx", "tz"});
     Parse("1\nroot 1\na 2\nb 3\n2\nroot 5\na 6\nb 7\n");
     EXPECT_THAT(Values("a", 0), ElementsAre(2, 6));
@@ -164,7 +164,7 @@ TEST_F(AmcKeys, PassOverLinesBetweenFrames) {
 }
 
 // The token behind a comment is met as one that is no number.
-TEST_F(AmcKeys, LoseTheFrameBehindAComment) {
+TEST_F(AmcKeys, LoseTheFrameAfterAComment) {
     Skeleton("tx", {});
     Parse("1\nroot 1\n# note\n2\nroot 2\n3\nroot 3\n# end");
     EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{1, 3}, {1, 3}}));

@@ -41,7 +41,7 @@ class AsfNodes : public testing::Test {
     ParsedAcclaim parsed;
 };
 
-TEST_F(AsfNodes, TakeTheRootAsItStands) {
+TEST_F(AsfNodes, HaveTheRootsValues) {
     Parse(":units length 0.5\n:root order tx TZ ry\n position 1 2 3 orientation 4 5 6 axis xyz");
     const MOCAPMODEL& root = parsed.Node("ROOT");
     EXPECT_THAT(Types(root), ElementsAre(1, 3, 5, 0, 0, 0, 0));
@@ -53,7 +53,7 @@ TEST_F(AsfNodes, TakeTheRootAsItStands) {
     EXPECT_EQ(root.parent, nullptr);
 }
 
-TEST_F(AsfNodes, TakeABoneAsItStands) {
+TEST_F(AsfNodes, HaveABonesValues) {
     Parse(
         ":units length 0.45 mass 1\n"
         ":bonedata begin\n id -7\n NAME Hip\n direction 1 -2 .5\n length 10\n"
@@ -193,7 +193,7 @@ TEST_F(AsfNodes, PassOverComments) {
     EXPECT_THAT(Types(parsed.Node("root")), ElementsAre(1, 0, 0, 0, 0, 0, 0));
 }
 
-TEST_F(AsfNodes, PassOverCommentsBehindChannelsAndChildren) {
+TEST_F(AsfNodes, PassOverCommentsAfterChannelsAndChildren) {
     Parse(
         ":root order tx\n:bonedata begin name a length 1\n dof rx #ry\n end begin name b\n end\n"
         ":hierarchy begin\nroot a #b\nend");
@@ -207,7 +207,7 @@ TEST_F(AsfNodes, EndWithACommentInTheLastLine) {
     EXPECT_THAT(Names(), ElementsAre("a"));
 }
 
-TEST_F(AsfNodes, ReadTheWordsBehindAnUnknownOneInTheLastLine) {
+TEST_F(AsfNodes, ReadTheWordsAfterAnUnknownOneInTheLastLine) {
     Parse(":bonedata begin name a bodymass 3 end");
     EXPECT_THAT(Names(), ElementsAre("a"));
 }
@@ -235,7 +235,7 @@ const std::string kBones =
     "begin name none\n end\n"
     "begin name c direction 0 0 1 length 0.01\n end\n:hierarchy begin\n";
 
-TEST_F(AsfNodes, HangAtTheEndsOfTheirParents) {
+TEST_F(AsfNodes, StartAtTheEndsOfTheirParents) {
     Parse(kBones + "root a\na b c\nend");
     const MOCAPMODEL& root = parsed.Node("root");
     const MOCAPMODEL& a = parsed.Node("a");
@@ -254,7 +254,7 @@ TEST_F(AsfNodes, HangAtTheEndsOfTheirParents) {
     EXPECT_EQ(a.boneChildCount, 2u);
 }
 
-TEST_F(AsfNodes, EndInANodeWhereTheyAreLongEnough) {
+TEST_F(AsfNodes, GetAnEndNodeIfTheyAreLongEnough) {
     Parse(kBones + "root a\na b short none c\nend");
     EXPECT_THAT(Names(), ElementsAre("root", "a", "b", "short", "none", "c", "b_End", "c_End"));
     const MOCAPMODEL& end = parsed.Node("b_end");

@@ -31,7 +31,7 @@ TEST_P(BvhBadFile, FailsInTheParserWithItsMessageAndCode) {
     EXPECT_EQ(parsed.parser.LastError().column, GetParam().column);
 }
 
-TEST_P(BvhBadFile, LeavesNothingBehind) {
+TEST_P(BvhBadFile, LeavesNoNodesAndNoObjects) {
     for (const auto& options : kAllOptions) {
         for (const bool interactive : {true, false}) {
             support::StartSession(interactive);
@@ -52,7 +52,7 @@ TEST_P(BvhBadFile, LeavesNothingBehind) {
     }
 }
 
-TEST_P(BvhBadFile, BehindAGoodSectionLeavesThatOneAlone) {
+TEST_P(BvhBadFile, AfterAGoodSectionLeavesThatOneInTheScene) {
     const auto linesBefore = static_cast<std::uint32_t>(
         std::count(bvh_test::kChain.begin(), bvh_test::kChain.end(), '\n'));
     for (const bool nulls : {true, false}) {

@@ -253,7 +253,7 @@ TEST_F(BvhImport, TakesEachSectionsOwnFrames) {
     EXPECT_EQ(Motion(*Scene().Models()[1]).animEnd, 0.05);
 }
 
-TEST_F(BvhImport, EndsWithoutComplaintAtWhateverIsNoSection) {
+TEST_F(BvhImport, IgnoresTextThatIsNoSection) {
     Import(bvh_test::kChain + "99 98 97 HIERARCHY broken {{{");
     support::StartSession(true);
     Import(bvh_test::kChain + "# made by hand");
@@ -268,7 +268,7 @@ TEST_F(BvhImport, NeedsAMotionBetweenTwoSections) {
     EXPECT_EQ(importer.Message(), "Invalid BVH token found");
 }
 
-TEST_F(BvhImport, EndsBehindASectionWithoutMotion) {
+TEST_F(BvhImport, EndsAfterASectionWithoutMotion) {
     Importer importer;
     EXPECT_EQ(importer.Import(bvh_test::kChain + "HIERARCHY ROOT B { OFFSET 0 0 0 }"), 0);
     EXPECT_EQ(importer.GetModelsCount(), 2u);

@@ -89,7 +89,7 @@ TEST(BvhMessages, AreAllReachedByARow) {
         EXPECT_EQ(reached.count(message), 1u) << "no row reaches '" << message << "'";
 }
 
-TEST(BvhMessages, OfTheRowsStandInTheSources) {
+TEST(BvhMessages, OfTheRowsAreInTheSources) {
     const Messages messages = MessagesOfRooms();
     for (const std::string& message : ReachedMessages())
         EXPECT_EQ(messages.count(message), 1u) << "no source says '" << message << "'";

@@ -70,7 +70,7 @@ TEST_F(BvhOptions, BonesStartAtTheirOwnJoint) {
     EXPECT_THAT(NamesOf(ObjectType::ChainBone), ElementsAre("Arm", "Hand", "Finger"));
 }
 
-TEST_F(BvhOptions, EffectorsHangWhereTheyAreTold) {
+TEST_F(BvhOptions, EffectorsAreUnderTheParentThatTheOptionSays) {
     for (const bool toLastBone : {false, true}) {
         support::StartSession(false);
         Importer importer({false, true, toLastBone});
@@ -98,7 +98,7 @@ TEST_F(BvhOptions, BonesNeedSomethingBelowAnAnimatedJoint) {
 
 // --- texts ---
 
-TEST_F(BvhOptions, NamesComeThroughWhole) {
+TEST_F(BvhOptions, NamesAreImportedWhole) {
     const std::string longName(10'000, 'n');
     const std::vector<std::string> names = {
         "mixamorig:Hips", "pelvis.R", "\xE5\x8F\xB3\xE8\x85\x95",

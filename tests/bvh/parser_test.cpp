@@ -172,7 +172,7 @@ TEST_P(LooseNode, IsMarkedAndCounted) {
 INSTANTIATE_TEST_SUITE_P(, LooseNode, testing::ValuesIn(kLooseRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(BvhParser, GivesOneForAFileThatEndsBehindItsHierarchy) {
+TEST_F(BvhParser, ReturnsOneForAFileThatEndsAfterItsHierarchy) {
     EXPECT_EQ(parsed_.Parse("HIERARCHY\nROOT A { OFFSET 0 1 0 CHANNELS 1 Xrotation }\n"), 1);
     EXPECT_EQ(parsed_.Message(), "");
     EXPECT_EQ(parsed_.skeleton.channelCount, 1u);

@@ -158,7 +158,7 @@ TEST(Gltf, RepeatsNamesThatViewersWouldChange) {
     EXPECT_FALSE(glb.Node("take").contains("extras"));
 }
 
-TEST(Gltf, SaysWhereItComesFrom) {
+TEST(Gltf, NamesItsSourceAndOptions) {
     ASSERT_TRUE(exported::ImportText(kLimb));
     exporters::Options options{.scale = 0.5};
     options.source = {{"/some/where/take 1.bvh"}, "Biovision BVH", {{"nulls", "true"}}, "tool 1.0"};

@@ -14,7 +14,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-TEST(Leftovers, AreRemovedIfTheirWriterHasEnded) {
+TEST(Leftovers, AreRemovedWhenTheirWriterHasEnded) {
     const support::TemporaryFolder folder;
     folder.Write(".zkhost-123-0.tmp", "half");
     folder.Write(".zkhost-convert", "kept");

@@ -77,7 +77,7 @@ TEST_F(Effectors, AreAtTheEndWithTheRootsRotation) {
     ExpectAtTheEnd();
 }
 
-TEST_F(Effectors, DoNotRotateTheObjectsUnderThem) {
+TEST_F(Effectors, DoNotRotateTheirChildren) {
     EXPECT_LT(Distance(WithoutOrigin(At(tip)), WithoutOrigin(At(hips))), kExact);
 }
 
@@ -168,7 +168,7 @@ TEST_F(Effectors, KeepTheirPoseUnderAnyParent) {
     }
 }
 
-TEST_F(Effectors, StayAtTheEndWhenTheirParentMovesAway) {
+TEST_F(Effectors, StayAtTheEndWhenTheirParentMoves) {
     Move(AddNull(model, L"Far"));
     const Zelk::Null far(effector.GetParent().GetRef());
     const Matrix4 before = At(effector);

@@ -94,7 +94,7 @@ TEST_F(Items, ShareTheTextOfTheObjectsName) {
     EXPECT_EQ(Last().object.GetWideString(), unknown) << "that of the item before, at least";
 }
 
-TEST_F(Items, KeepTheirTargetsWhenObjectsAreRenamedOrGone) {
+TEST_F(Items, KeepTheirTargetsWhenObjectsAreRenamedOrDeleted) {
     action.AddSourceItem(L"Hips.kine.local.posx", 1.0, true);
     hips.PutName(L"Pelvis");
     EXPECT_EQ(Wide(Last().Target()), L"Hips.kine.local.posx");

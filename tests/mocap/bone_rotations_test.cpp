@@ -79,7 +79,7 @@ TEST_F(BoneRotations, AreTurnedIntoTheBonesFrame) {
 }
 
 // What stands at rest stays at rest: no rotation in the file is the base pose in the scene.
-TEST_F(BoneRotations, OfNothingAreTheBasePose) {
+TEST_F(BoneRotations, OfZeroInTheFileAreTheBasePose) {
     Importer importer;
     Build(importer);
     for (const auto& node : importer.models)
@@ -144,7 +144,7 @@ TEST_F(BoneRotations, OfANodeWithoutAnObjectStayAsTheyAre) {
     EXPECT_THAT(importer.Values(importer.models[0]->channels[0]), ElementsAre(25));
 }
 
-TEST_F(BoneRotations, OfANodeWithoutKeysStayAway) {
+TEST_F(BoneRotations, AreNotAddedToANodeWithoutKeys) {
     Importer importer(kAcclaim);
     importer.frameCount = 2;
     importer.AddNode("silent", nullptr, {0, 0, 0}, {{kRotationX, {}}});

@@ -110,7 +110,7 @@ TEST_F(ImportBase, GivesItsMessageAlone) {
     EXPECT_EQ(column, 5u);
 }
 
-TEST_F(ImportBase, KeepsItsMessageWhenTheFileIsGone) {
+TEST_F(ImportBase, KeepsItsMessageAfterTheFileIsCleared) {
     Importer importer;
     Place(importer);
     importer.RecordError(L"text");

@@ -172,7 +172,7 @@ void UseEverything() {
     bar.Hide();
 }
 
-TEST_F(ProgressBar, DoesNothingWhereNobodySitsBeforeTheHost) {
+TEST_F(ProgressBar, DoesNothingInASessionThatIsNotInteractive) {
     support::StartSession(false);
     Session::Current().PressCancel();
     UseEverything();

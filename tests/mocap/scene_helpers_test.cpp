@@ -153,7 +153,7 @@ TEST_F(SceneHelpers, MatricesOfUnturnedObjectsAreTheIdentity) {
     EXPECT_TRUE(both.inverse == kIdentity4);
 }
 
-TEST_F(SceneHelpers, MatricesOfNothingAreTheIdentity) {
+TEST_F(SceneHelpers, MatricesOfAnEmptyHandleAreTheIdentity) {
     const Both both = MatricesOf(Zelk3DObject(), L"Skel");
     EXPECT_TRUE(both.global == kIdentity4);
     EXPECT_TRUE(both.inverse == kIdentity4);
@@ -196,7 +196,7 @@ TEST_F(SceneHelpers, MatricesTurnTheObjectFirstAndLeaveTheStopOut) {
         2e-15);
 }
 
-TEST_F(SceneHelpers, MatricesHeedRotationsAlone) {
+TEST_F(SceneHelpers, MatricesContainNoTranslation) {
     Zelk::Model model = MakeModel(L"Skel");
     Zelk::Null hips = MakeNull(model, L"Hips");
     Zelk::MATH::CTransformation place;

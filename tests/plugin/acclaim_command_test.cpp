@@ -107,7 +107,7 @@ TEST_F(AcclaimCommand, ReportsAMissingFileWithoutALine) {
 }
 
 // The skeleton stays, and nothing is handed back.
-TEST_F(AcclaimCommand, ReportsABadMotionBehindTheDocumentation) {
+TEST_F(AcclaimCommand, ReportsABadMotionAfterTheDocumentation) {
     g_UserInput.strASFFile = File("skel.asf", kSampleAsf);
     g_UserInput.strAMCFile = File("run.amc", ":fully-specified\n1\nroot 1 2");
     EXPECT_EQ(Import(), Zelk::status::kInvalidData);

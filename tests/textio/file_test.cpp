@@ -13,7 +13,7 @@ namespace {
 using support::TemporaryFolder;
 using textio_test::Wide;
 
-TEST(File, IsHeldWholeWithANulBehindIt) {
+TEST(File, IsHeldWholeWithANulAfterIt) {
     const std::string bytes("a\r\nb\0\xFF c\n", 9);
     const auto reader = textio_test::Load(bytes);
     ASSERT_EQ(reader->GetSize(), bytes.size());
@@ -28,7 +28,7 @@ TEST(File, OfOneByteIsAFile) {
     EXPECT_STREQ(reader->GetNextString(), "x");
 }
 
-TEST(File, ReplacesTheOneBefore) {
+TEST(File, ReplacesTheFileThatWasReadBefore) {
     const TemporaryFolder dir;
     CStringFile reader;
     ASSERT_TRUE(reader.ReadFile(Wide(dir.Write("first", "one two three")).c_str()));
@@ -87,7 +87,7 @@ TEST(Memory, IsRefusedFromFourGibibytes) {
     EXPECT_EQ(reader.GetSize(), 0u);
 }
 
-TEST(File, IsGoneAfterClear) {
+TEST(File, IsEmptyAfterClear) {
     const auto reader = textio_test::Load("one two");
     reader->GetNextString();
     reader->ClearFile();
@@ -156,7 +156,7 @@ TEST_P(RefusedFile, LeavesTheReaderEmpty) {
     EXPECT_EQ(reader.GetNextString(), nullptr);
 }
 
-TEST_P(RefusedFile, TakesTheOneBeforeAway) {
+TEST_P(RefusedFile, UnloadsTheFileThatWasReadBefore) {
     const TemporaryFolder dir;
     const std::wstring path = Wide(GetParam().make(dir));
     CStringFile reader;

@@ -135,7 +135,7 @@ TEST(Position, MovesOnlyInsideTheFile) {
     EXPECT_STREQ(reader->GetNextString(), "abc");
 }
 
-TEST(Position, ComesBackFromTheEnd) {
+TEST(Position, CanBeSetAfterTheEndWasReached) {
     const auto reader = Load("a b");
     while (reader->GetNextString() != nullptr) {
     }
@@ -143,7 +143,7 @@ TEST(Position, ComesBackFromTheEnd) {
     EXPECT_STREQ(reader->GetNextString(), "b");
 }
 
-TEST(Position, BehindANulByteReadsOn) {
+TEST(Position, AfterANulByteReadsTheRest) {
     const auto reader = Load(std::string("a\0b c", 5));
     EXPECT_STREQ(reader->GetNextString(), "a");
     EXPECT_EQ(reader->GetPosition(), 5u);
