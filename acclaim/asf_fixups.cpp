@@ -39,7 +39,7 @@ void GlobalizeKeys(CHANNELS* const* list, std::uint32_t frameCount, const AxisFr
     RotationProduct product;
     if (axes.isTurned) {
         product.before = axes.inverse;
-        product.behind = axes.matrix;
+        product.after = axes.matrix;
     }
     keys.Convert(frameCount, product);
 }

@@ -16,18 +16,18 @@ RotationBlock SomeAngles() {
 
 struct Product {
     double before[4][4];
-    double behind[4][4];
+    double after[4][4];
     RotationProduct product;
 
     explicit Product(bool framed) {
         MatrixRotationXYZ(before, 0.3, 0.5, -2.0);
-        MatrixRotationZYX(behind, -0.3, -0.5, 2.0);
+        MatrixRotationZYX(after, -0.3, -0.5, 2.0);
         product.axis[0] = 1;
         product.axis[1] = 0;
         product.axis[2] = 2;
         if (!framed) return;
         product.before = before;
-        product.behind = behind;
+        product.after = after;
     }
 };
 

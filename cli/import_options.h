@@ -35,7 +35,7 @@ struct ImportWords {
     const CLI::Option* resampleOption = nullptr;
 };
 
-// The value that a --resample without a number gets; it stands for the rate of --fps.
+// The value of a --resample without a number. It means the rate of --fps.
 inline constexpr char kRateOfFps[] = "fps";
 
 // Declares the options that import and convert have in common.

@@ -34,7 +34,7 @@ void RequireFinite(const Object& model, const headless::ActionSource* motion) {
         const bool isFinite = std::all_of(object.local.begin(), object.local.end(), IsFinite) &&
                               IsFinite(object.length);
         if (!isFinite)
-            throw ExportError(fmt::format("{}.{} does not stand in a finite place at rest",
+            throw ExportError(fmt::format("{}.{} has no finite position at rest",
                                           ReadableName(model.name), ReadableName(object.name)));
     });
     if (!motion) return;

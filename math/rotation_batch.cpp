@@ -41,7 +41,7 @@ bool IsHalfTurn(double degrees) {
 
 // If one of the angles is zero, no element of the matrix is a sum, so rounding decides no sign.
 bool IsExact(const double angles[3], const RotationProduct& product) {
-    if (product.before != nullptr || product.behind != nullptr) return false;
+    if (product.before != nullptr || product.after != nullptr) return false;
     return angles[0] == 0.0 || angles[1] == 0.0 || angles[2] == 0.0;
 }
 
@@ -67,7 +67,7 @@ void ConvertRotation(double angles[3], const RotationProduct& product) {
         AxisRotation(turn, product.axis[i], angles[i] * math::kRadiansPerDegree);
         MultiplyInto(all, turn);
     }
-    if (product.behind != nullptr) MultiplyInto(all, product.behind);
+    if (product.after != nullptr) MultiplyInto(all, product.after);
     MatrixGetEulerAngles(all, angles[0], angles[1], angles[2]);
     for (int i = 0; i < 3; ++i)
         angles[i] *= math::kDegreesPerRadian;

@@ -15,11 +15,11 @@ struct RotationBlock {
 };
 
 // The factors of a lane's matrix. The first factor acts first:
-// before * R(axis[0], angle[0]) * R(axis[1], angle[1]) * R(axis[2], angle[2]) * behind
+// before * R(axis[0], angle[0]) * R(axis[1], angle[1]) * R(axis[2], angle[2]) * after
 struct RotationProduct {
     int axis[3] = {0, 1, 2};              // 0 is x, 1 is y, 2 is z; all different
     const double (*before)[4] = nullptr;  // null is the identity; not owned
-    const double (*behind)[4] = nullptr;  // the same
+    const double (*after)[4] = nullptr;   // the same
 };
 
 // Replaces the angles of the first `lanes` lanes by the X-Y-Z angles of their matrices, in degrees.

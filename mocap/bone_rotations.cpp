@@ -12,11 +12,11 @@ namespace {
 // Replaces the rotation Rx * Ry * Rz of each frame by global * Rx * Ry * Rz * inverse * pose.
 void MapRotations(MOCAPMODEL::CHANNELS* const* list, std::uint32_t frameCount,
                   const BoneMatrices& bone, const double pose[4][4]) {
-    double behind[4][4];
-    MatrixMult(bone.inverse, pose, behind);
+    double after[4][4];
+    MatrixMult(bone.inverse, pose, after);
     RotationProduct product;
     product.before = bone.global;
-    product.behind = behind;
+    product.after = after;
     RotationKeys::ByType(list).Convert(frameCount, product);
 }
 

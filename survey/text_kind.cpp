@@ -10,7 +10,7 @@
 namespace survey {
 namespace {
 
-// Only so many bytes of the text are examined.
+// Only the first bytes of the text are examined, at most this many.
 constexpr std::size_t kExaminedBytes = 4096;
 
 struct Magic {

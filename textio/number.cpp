@@ -21,7 +21,7 @@ bool IsDigit(char c) {
     return static_cast<unsigned char>(c - '0') < 10;
 }
 
-const char* TakeDigits(const char* at, std::uint64_t& digits) {
+const char* ParseDigits(const char* at, std::uint64_t& digits) {
     for (; IsDigit(*at); ++at)
         digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
     return at;
@@ -54,11 +54,11 @@ const char* ReadPlainDecimal(const char* first, const char* last, double& value)
     const bool negative = *first == '-';
     const char* const start = first + (negative ? 1 : 0);
     std::uint64_t digits = 0;
-    const char* const point = TakeDigits(start, digits);
+    const char* const point = ParseDigits(start, digits);
     const char* end = point;
     std::ptrdiff_t decimals = 0;
     if (*point == '.') {
-        end = TakeDigits(point + 1, digits);
+        end = ParseDigits(point + 1, digits);
         decimals = end - point - 1;
     }
     const std::ptrdiff_t count = (point - start) + decimals;

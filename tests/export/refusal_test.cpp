@@ -48,7 +48,7 @@ const Row kRows[] = {
      "take.Hips.kine.local.posx is not a finite number in frame 2"},
     {"InfiniteKey", Take("1", "0.1", "-inf"), {}, "not a finite number in frame 2"},
     {"NanKeyOfAPose", Take("1", "0", "nan"), {}, "not a finite number in frame 2"},
-    {"InfiniteOffset", Take("inf", "0.1", "1"), {}, "take.Hips does not stand in a finite place"},
+    {"InfiniteOffset", Take("inf", "0.1", "1"), {}, "take.Hips has no finite position"},
     {"NanFrameTime",
      Take("1", "nan", "1"),
      {},

@@ -24,7 +24,7 @@ constexpr int kOrders[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}, {1, 2, 0}, {2, 0
 // Products in all orders of the axes, with and without a matrix before and after them.
 struct Surroundings {
     Matrix4 before = RowRotationOfDegrees(17, -33, 71);
-    Matrix4 behind = RowRotationOfDegrees(-140, 25, 9);
+    Matrix4 after = RowRotationOfDegrees(-140, 25, 9);
 
     template <class Use>
     void ForEach(Use use) const {
@@ -33,7 +33,7 @@ struct Surroundings {
                 RotationProduct product;
                 std::copy_n(order, 3, product.axis);
                 if (which & 1) product.before = before.m;
-                if (which & 2) product.behind = behind.m;
+                if (which & 2) product.after = after.m;
                 use(product);
             }
     }
