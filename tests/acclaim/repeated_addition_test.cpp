@@ -9,7 +9,7 @@
 #include <ostream>
 #include <random>
 
-namespace {
+namespace repeated_addition_test {
 
 double AddOneByOne(double sum, double term, std::size_t times) {
     for (; times > 0; --times)
@@ -101,4 +101,4 @@ TEST(RepeatedAdditionOfAnything, DoesNotDependOnHowOften) {
     EXPECT_EQ(AddRepeatedly(-0x1p40, 0.5, std::size_t{1} << 41), 0.0);
 }
 
-}  // namespace
+}  // namespace repeated_addition_test

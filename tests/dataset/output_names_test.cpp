@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-namespace {
+namespace output_names_test {
 
 using dataset::Job;
 using testing::ElementsAre;
@@ -90,4 +90,4 @@ TEST(FilesOf, AreTwoForAFormatWithTwoFiles) {
     EXPECT_THAT(dataset::FilesOf(jobs[0]), ElementsAre("a.b/w.glb"));
 }
 
-}  // namespace
+}  // namespace output_names_test

@@ -11,7 +11,7 @@
 #include "tests/export/exported.h"
 #include "tests/support/test_scene.h"
 
-namespace {
+namespace inactive_items_test {
 
 using testing::ElementsAre;
 
@@ -89,4 +89,4 @@ TEST_P(InactiveItem, ChangesNoOutput) {
 INSTANTIATE_TEST_SUITE_P(, InactiveItem, testing::ValuesIn(kRows),
                          [](const auto& row) { return row.param.name; });
 
-}  // namespace
+}  // namespace inactive_items_test

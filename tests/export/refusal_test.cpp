@@ -7,7 +7,7 @@
 #include "tests/export/exported.h"
 #include "tests/support/temporary_folder.h"
 
-namespace {
+namespace refusal_test {
 
 using testing::HasSubstr;
 
@@ -95,4 +95,4 @@ TEST(Tables, RefuseModelsOfDifferentRates) {
     }
 }
 
-}  // namespace
+}  // namespace refusal_test

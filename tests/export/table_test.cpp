@@ -4,7 +4,7 @@
 
 #include "tests/export/exported.h"
 
-namespace {
+namespace table_test {
 
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -40,4 +40,4 @@ TEST(Csv, NamesTheModelIfThereAreSeveral) {
     EXPECT_THAT(text, HasSubstr("\n2,0.25,2,0,0,0,0,0,2,10,0,0,0,0,7,0,0,"));
 }
 
-}  // namespace
+}  // namespace table_test

@@ -17,9 +17,9 @@ namespace {
 
 constexpr std::size_t kLongestFile = 4096;
 
-struct Choices {
+struct BvhChoices {
     bool nulls, chainFromParent, effectorToLastBone, group, interactive;
-    explicit Choices(char bits)
+    explicit BvhChoices(char bits)
         : nulls((bits & 1) != 0),
           chainFromParent((bits & 2) != 0),
           effectorToLastBone((bits & 4) != 0),
@@ -28,7 +28,7 @@ struct Choices {
 };
 
 // The whole import, as the command runs it.
-void CheckImport(const std::wstring& path, const Choices& choices) {
+void CheckImport(const std::wstring& path, const BvhChoices& choices) {
     support::StartSession(choices.interactive);
     CBiovisionImport importer;
     importer.SetOptions(choices.nulls, choices.chainFromParent, choices.effectorToLastBone,
@@ -56,7 +56,7 @@ void CheckSection(const support::ProbedSection& section, const Places& nulls, bo
 }
 
 // Nulls and bones, where no joint asks for what bones cannot do.
-void CheckBothSkeletons(const std::wstring& path, const Choices& choices) {
+void CheckBothSkeletons(const std::wstring& path, const BvhChoices& choices) {
     const auto asNulls = support::ImportBvhFile(path, {});
     if (asNulls.status != 0) return;
     std::vector<Places> nulls;
@@ -79,7 +79,7 @@ void CheckBothSkeletons(const std::wstring& path, const Choices& choices) {
 
 void CheckBvh(std::string_view input) {
     if (input.empty() || input.size() > kLongestFile) return;
-    const Choices choices(input[0]);
+    const BvhChoices choices(input[0]);
     const MemoryFile file(input.substr(1));
     CheckImport(file.Path(), choices);
     // The probe takes for granted what the importer has to find out.

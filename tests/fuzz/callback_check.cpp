@@ -18,7 +18,7 @@ namespace fuzz {
 namespace {
 
 constexpr std::size_t kHead = 24;
-constexpr std::size_t kLongestInput = 6000;
+constexpr std::size_t kLongestCall = 6000;
 constexpr const wchar_t* kCommands[] = {plugin::kBiovisionCommand, plugin::kAcclaimCommand, L"",
                                         L"Biovision import function", L"Acclaim Import function "};
 
@@ -127,7 +127,7 @@ void RequireOutcome(std::int32_t result, bool isImport) {
 }  // namespace
 
 void CheckCallback(plugin::Callback callback, std::string_view input) {
-    if (input.size() < kHead || input.size() > kLongestInput) return;
+    if (input.size() < kHead || input.size() > kLongestCall) return;
     Bytes bytes(input.substr(0, kHead));
     const auto choice = bytes.Take<std::uint8_t>();
     const wchar_t* const command = kCommands[choice % std::size(kCommands)];

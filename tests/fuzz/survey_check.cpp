@@ -25,8 +25,8 @@ using survey::Finding;
 using survey::Purpose;
 using survey::Severity;
 
-constexpr std::size_t kLongestInput = 6000;
-constexpr char kSeparator = '~';
+constexpr std::size_t kLongestText = 6000;
+constexpr char kTextSeparator = '~';
 
 survey::Options OptionsOf(char bits, Purpose purpose) {
     survey::Options options;
@@ -160,7 +160,7 @@ void RequireSoundSurvey(const survey::AcclaimSurvey& surveyed, const AcclaimText
 }  // namespace
 
 void CheckBvhSurvey(std::string_view input) {
-    if (input.empty() || input.size() > kLongestInput) return;
+    if (input.empty() || input.size() > kLongestText) return;
     const std::string file(input.substr(1));
     for (const Purpose purpose : {Purpose::Check, Purpose::Import, Purpose::Fix}) {
         const survey::BvhSurvey surveyed = survey::SurveyBvh(file, OptionsOf(input[0], purpose));
@@ -187,9 +187,9 @@ void CheckBvhSurvey(std::string_view input) {
 }
 
 void CheckAcclaimSurvey(std::string_view input) {
-    if (input.empty() || input.size() > kLongestInput) return;
+    if (input.empty() || input.size() > kLongestText) return;
     const std::string_view texts = input.substr(1);
-    const std::size_t separator = texts.find(kSeparator);
+    const std::size_t separator = texts.find(kTextSeparator);
     AcclaimTexts files{std::string(texts.substr(0, separator)), {}};
     if (separator != std::string_view::npos) files.amc = std::string(texts.substr(separator + 1));
     for (const Purpose purpose : {Purpose::Check, Purpose::Import, Purpose::Fix}) {

@@ -8,7 +8,7 @@
 using namespace host_test;
 using testing::ElementsAre;
 
-namespace {
+namespace effector_test {
 
 // The rounding error of a few products of numbers up to 20.
 constexpr double kExact = 5e-14;
@@ -235,4 +235,4 @@ TEST_F(Effectors, MayBeDeletedAlone) {
     EXPECT_TRUE(Put(second, L"rotx", 2).Succeeded());
 }
 
-}  // namespace
+}  // namespace effector_test

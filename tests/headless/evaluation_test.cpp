@@ -14,7 +14,7 @@ using headless::MotionEvaluator;
 using headless::Transform;
 using testing::ElementsAre;
 
-namespace {
+namespace evaluation_test {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -293,4 +293,4 @@ TEST_F(Evaluation, CanBeMoved) {
     EXPECT_EQ(second.Objects().size(), 2u);
 }
 
-}  // namespace
+}  // namespace evaluation_test

@@ -13,7 +13,7 @@
 using namespace host_test;
 using testing::ElementsAreArray;
 
-namespace {
+namespace key_times_test {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -110,4 +110,4 @@ TEST_F(KeyTimes, AreThoseThatEvaluationKnows) {
     EXPECT_THAT(headless::KeyTimes(RecordOf(motion)), testing::ElementsAre(1, 4));
 }
 
-}  // namespace
+}  // namespace key_times_test

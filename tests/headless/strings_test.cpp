@@ -6,7 +6,7 @@
 #include "host/string.h"
 #include "host/value.h"
 
-namespace {
+namespace strings_test {
 
 using Zelk::CString;
 using Zelk::CValue;
@@ -97,4 +97,4 @@ TEST(CValue, ReleasesItsTextWhenItIsAssignedAnother) {
     EXPECT_TRUE(CValue(CString()).AsString().IsEmpty());
 }
 
-}  // namespace
+}  // namespace strings_test

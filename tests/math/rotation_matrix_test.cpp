@@ -10,7 +10,7 @@
 #include "math/rotation_math.h"
 #include "tests/support/math.h"
 
-namespace {
+namespace rotation_matrix_test {
 
 using support::kIdentity4;
 using support::Matrix4;
@@ -124,4 +124,4 @@ TEST(Composite, MovesNothing) {
     EXPECT_EQ(m.m[3][3], 1.0);
 }
 
-}  // namespace
+}  // namespace rotation_matrix_test

@@ -9,7 +9,7 @@
 #include "tests/mocap/importer.h"
 #include "tests/mocap/step_messages.h"
 
-namespace {
+namespace bones_skeleton_test {
 
 using headless::ObjectType;
 using mocap_test::ActionOf;
@@ -365,4 +365,4 @@ TEST_F(BonesSkeleton, LeavesTheEffectorWhereThereIsNoBone) {
     EXPECT_EQ(Utf8(Named("HipsEff1").parent->name), "Foot");
 }
 
-}  // namespace
+}  // namespace bones_skeleton_test

@@ -12,7 +12,7 @@
 #include "tests/mocap/step_messages.h"
 #include "tests/support/math.h"
 
-namespace {
+namespace rotation_order_test {
 
 using mocap_test::Importer;
 using mocap_test::Keys;
@@ -324,4 +324,4 @@ TEST_F(RotationOrderTest, KeepsWhatWasRewrittenBeforeACancel) {
     EXPECT_THAT(Importer::Types(*importer.models[1]), ElementsAre(5, 4, 0, 0, 0, 0, 0));
 }
 
-}  // namespace
+}  // namespace rotation_order_test

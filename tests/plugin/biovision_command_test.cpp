@@ -13,7 +13,7 @@
 #include "tests/support/core/session_text.h"
 #include "tests/support/temporary_folder.h"
 
-namespace {
+namespace biovision_command_test {
 
 using bvh_test::kChain;
 using bvh_test::kStill;
@@ -234,4 +234,4 @@ TEST_F(PluginCommand, NeedsANameBeforeTheExtension) {
               "8: ERROR: Container model name not specified. Specify a valid model name");
 }
 
-}  // namespace
+}  // namespace biovision_command_test

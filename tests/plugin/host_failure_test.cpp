@@ -13,7 +13,7 @@
 #include "tests/support/core/session_text.h"
 #include "tests/support/temporary_folder.h"
 
-namespace {
+namespace host_failure_test {
 
 using namespace plugin::biovision;
 using plugin::kBiovisionCommand;
@@ -71,4 +71,4 @@ TEST(PluginHostFailure, IsLoggedAndNeverReturned) {
     }
 }
 
-}  // namespace
+}  // namespace host_failure_test

@@ -5,7 +5,7 @@
 #include "survey/codes.h"
 #include "tests/survey/acclaim_case.h"
 
-namespace {
+namespace acclaim_settings_test {
 
 using namespace acclaim_case;
 using namespace survey::codes;
@@ -170,4 +170,4 @@ TEST(AcclaimRates, AreRoundedInTheTextForThePlugIn) {
     EXPECT_EQ(near.motions[0].framesPerSecond, 120.3);
 }
 
-}  // namespace
+}  // namespace acclaim_settings_test

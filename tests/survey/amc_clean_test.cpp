@@ -3,7 +3,7 @@
 
 #include "tests/survey/acclaim_case.h"
 
-namespace {
+namespace amc_clean_test {
 
 using namespace acclaim_case;
 
@@ -75,4 +75,4 @@ TEST_P(CleanPair, IsNotMended) {
 INSTANTIATE_TEST_SUITE_P(, CleanPair, testing::ValuesIn(kRows),
                          [](const auto& row) { return row.param.name; });
 
-}  // namespace
+}  // namespace amc_clean_test

@@ -5,7 +5,7 @@
 #include "survey/codes.h"
 #include "tests/survey/acclaim_case.h"
 
-namespace {
+namespace amc_findings_test {
 
 using namespace acclaim_case;
 using namespace survey::codes;
@@ -247,4 +247,4 @@ TEST_P(AmcFinding, IsReportedAndMended) {
 INSTANTIATE_TEST_SUITE_P(, AmcFinding, testing::ValuesIn(kRows),
                          [](const auto& row) { return row.param.name; });
 
-}  // namespace
+}  // namespace amc_findings_test

@@ -5,7 +5,7 @@
 #include "survey/codes.h"
 #include "tests/survey/acclaim_case.h"
 
-namespace {
+namespace asf_findings_test {
 
 using namespace acclaim_case;
 using namespace survey::codes;
@@ -240,4 +240,4 @@ TEST_P(AsfFinding, IsReportedAndMended) {
 INSTANTIATE_TEST_SUITE_P(, AsfFinding, testing::ValuesIn(kRows),
                          [](const auto& row) { return row.param.name; });
 
-}  // namespace
+}  // namespace asf_findings_test

@@ -5,7 +5,7 @@
 
 #include "tests/survey/bvh_expectation.h"
 
-namespace {
+namespace bvh_hierarchy_test {
 
 using namespace survey::codes;
 using survey::Severity;
@@ -249,4 +249,4 @@ TEST_P(NotBvh, SaysWhatTheTextLooksLike) {
 INSTANTIATE_TEST_SUITE_P(, NotBvh, testing::ValuesIn(kKinds),
                          [](const auto& row) { return row.param.name; });
 
-}  // namespace
+}  // namespace bvh_hierarchy_test

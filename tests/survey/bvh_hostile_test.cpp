@@ -6,7 +6,7 @@
 
 #include "survey/survey.h"
 
-namespace {
+namespace bvh_hostile_test {
 
 constexpr int kMany = 200'000;
 const std::string kTail = "MOTION\nFrames: 1\nFrame Time: 0.04\n";
@@ -104,4 +104,4 @@ TEST_P(BvhHostile, CostsAreProportional) {
 INSTANTIATE_TEST_SUITE_P(, BvhHostile, testing::ValuesIn(kRows),
                          [](const auto& row) { return row.param.name; });
 
-}  // namespace
+}  // namespace bvh_hostile_test

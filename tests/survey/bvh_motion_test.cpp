@@ -5,7 +5,7 @@
 
 #include "tests/survey/bvh_expectation.h"
 
-namespace {
+namespace bvh_motion_test {
 
 using namespace survey::codes;
 using survey::Severity;
@@ -357,4 +357,4 @@ TEST_P(BvhMessage, SaysWhatWasFoundAndWhatToDo) {
 INSTANTIATE_TEST_SUITE_P(, BvhMessage, testing::ValuesIn(kMessages),
                          [](const auto& row) { return row.param.name; });
 
-}  // namespace
+}  // namespace bvh_motion_test

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-namespace {
+namespace number_word_test {
 
 using survey::WordKind;
 
@@ -92,4 +92,4 @@ TEST(NumberWords, ArePlainUnlessTheyAreAnOddZero) {
     EXPECT_TRUE(survey::IsPlainWord("+1", 1.0));
 }
 
-}  // namespace
+}  // namespace number_word_test

@@ -4,7 +4,7 @@
 
 #include "text/utf8.h"
 
-namespace {
+namespace quoted_word_test {
 
 struct Row {
     const char* name;
@@ -34,4 +34,4 @@ TEST_P(QuotedWord, IsUtf8) {
 INSTANTIATE_TEST_SUITE_P(, QuotedWord, testing::ValuesIn(kRows),
                          [](const auto& row) { return row.param.name; });
 
-}  // namespace
+}  // namespace quoted_word_test

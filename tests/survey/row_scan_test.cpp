@@ -9,7 +9,7 @@
 
 #include "textio/number.h"
 
-namespace {
+namespace row_scan_test {
 
 using survey::ByteMasks;
 using survey::ByteMasksKernel;
@@ -173,4 +173,4 @@ TEST(RowScanWords, AgreeWithTheReferenceOnRandomTexts) {
     EXPECT_LT(plain, 15'000U);
 }
 
-}  // namespace
+}  // namespace row_scan_test

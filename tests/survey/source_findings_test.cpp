@@ -4,7 +4,7 @@
 
 #include "survey/codes.h"
 
-namespace {
+namespace source_findings_test {
 
 using survey::Severity;
 using survey::codes::kByteOrderMark;
@@ -63,4 +63,4 @@ TEST(NameAsUtf8, KeepsUtf8AndReadsOtherBytes) {
     EXPECT_EQ(findings[0].severity, Severity::Warning);
 }
 
-}  // namespace
+}  // namespace source_findings_test

@@ -9,7 +9,7 @@
 
 #include "textio/from_chars_stand_in.h"
 
-namespace {
+namespace stand_ins_test {
 
 constexpr double kUntouched = 12345.0;
 
@@ -59,4 +59,4 @@ TEST(FromCharsStandIn, ReadsAnyDecimalTheSame) {
     }
 }
 
-}  // namespace
+}  // namespace stand_ins_test

@@ -7,7 +7,7 @@
 namespace support {
 namespace {
 
-constexpr double kShortest = 0.01;
+constexpr double kShortestParent = 0.01;
 
 bool HasUnitDirection(const AcclaimBone& bone) {
     return std::fabs(Length(bone.direction) - 1.0) < 1e-9;
@@ -46,7 +46,7 @@ std::vector<Node> Survey(const std::vector<AcclaimBone>& bones) {
         nodes[i].isLoose = bones[i].isRoot;
         if (bones[i].parent < 0) continue;
         const auto parent = static_cast<std::size_t>(bones[i].parent);
-        if (bones[parent].length < kShortest)
+        if (bones[parent].length < kShortestParent)
             nodes[i].isLoose = true;
         else
             ++nodes[parent].rigidChildren;
