@@ -36,10 +36,14 @@ function(zk_common target)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:zk_warnings>)
 endfunction()
 
-# zk_room(NAME HEADERS ... SOURCES ... LINKS ...): a room, which is a static library that links only the
-# rooms it may include. Each of its headers compiles alone.
+# zk_room(NAME HEADERS ... SOURCES ... [ALONE ...] LINKS ...): a room, which is a static library that links
+# only the rooms it may include. A unity build compiles the sources of a room together, except those that
+# ALONE repeats: they have a local name that another source has too.
 function(zk_room name)
-  cmake_parse_arguments(ROOM "" "" "HEADERS;SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ROOM "" "" "HEADERS;SOURCES;ALONE;LINKS" ${ARGN})
+  if(ROOM_ALONE)
+    set_source_files_properties(${ROOM_ALONE} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+  endif()
   add_library(zk_${name} STATIC)
   add_library(zkmocap::${name} ALIAS zk_${name})
   target_sources(zk_${name}
