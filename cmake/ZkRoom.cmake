@@ -37,8 +37,10 @@ function(zk_common target)
 endfunction()
 
 # zk_room(NAME HEADERS ... SOURCES ... [ALONE ...] LINKS ...): a room, which is a static library that links
-# only the rooms it may include. A unity build compiles the sources of a room together, except those that
-# ALONE repeats: they have a local name that another source has too.
+# only the rooms it may include. Each of its headers compiles alone: a header with a source is the first one
+# that its source includes, as scripts/architecture checks; the others are verified. A unity build compiles
+# the sources of a room together, except those that ALONE repeats: they have a local name that another
+# source has too.
 function(zk_room name)
   cmake_parse_arguments(ROOM "" "" "HEADERS;SOURCES;ALONE;LINKS" ${ARGN})
   if(ROOM_ALONE)
@@ -46,11 +48,18 @@ function(zk_room name)
   endif()
   add_library(zk_${name} STATIC)
   add_library(zkmocap::${name} ALIAS zk_${name})
+  set(without_source ${ROOM_HEADERS})
+  list(TRANSFORM ROOM_SOURCES REPLACE "\\.cpp$" ".h" OUTPUT_VARIABLE with_source)
+  list(REMOVE_ITEM without_source ${with_source})
+  set(with_source ${ROOM_HEADERS})
+  list(REMOVE_ITEM with_source ${without_source})
   target_sources(zk_${name}
     PRIVATE ${ROOM_SOURCES}
-    PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ROOM_HEADERS})
+    PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${with_source}
+      FILE_SET without_source TYPE HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${without_source})
   target_link_libraries(zk_${name} PUBLIC ${ROOM_LINKS})
   zk_common(zk_${name})
+  set_target_properties(zk_${name} PROPERTIES INTERFACE_HEADER_SETS_TO_VERIFY without_source)
 endfunction()
 
 # gmock is most of what a small test compiles, so its headers are compiled once for all tests. A
