@@ -12,7 +12,7 @@ CHECK_ONLY = {"figure-size", "limits-exceeded"}  # need every pose, which an imp
 
 
 # file:line:column: severity: message [code]. A finding about the whole file has no line and column.
-FINDING = re.compile(r".+?:(?:(?P<line>\d+):\d+:)? (?P<severity>error|warning|note): .+ \[(?P<code>[a-z0-9-]+)\]$")
+FINDING = re.compile(r"(?P<file>.+?):(?:(?P<line>\d+):\d+:)? (?P<severity>error|warning|note): .+ \[(?P<code>[a-z0-9-]+)\]$")
 
 
 class Failure(Exception):
@@ -43,10 +43,12 @@ class Program:
         return status, objects
 
     def strict_lines(self, files):
-        """Runs check --strict. Returns the exit status and (line, severity, code) of each printed finding."""
+        """Runs check --strict. Returns the exit status and, by file, (line, severity, code) of each printed finding."""
         status, out, _ = self.run("check", "--strict", *files)
-        found = [FINDING.match(line) for line in out.splitlines()]
-        return status, sorted((int(match["line"] or 0), match["severity"], match["code"]) for match in found if match)
+        lines = {file: [] for file in files}
+        for match in filter(None, map(FINDING.match, out.splitlines())):
+            lines.setdefault(match["file"], []).append((int(match["line"] or 0), match["severity"], match["code"]))
+        return status, lines
 
     def imported(self, files, options, out):
         """Imports to out.npz and out.json and returns their content. Raises Failure if the import fails."""
