@@ -10,8 +10,9 @@
 
 namespace {
 
-// Below this cosine of the pitch angle, asin is inaccurate; the scalar path is used so that both
-// give one result. The scalar path's own limit for gimbal lock is much smaller.
+// If the cosine of the pitch angle is not above this, the scalar path is used: its asin is
+// inaccurate here, and the vector loops would give another result. The scalar path's own limit for
+// gimbal lock is much smaller.
 constexpr double kNearGimbalLock = 1e-2;
 // If an angle is within this many degrees of 180 or -180, rounding decides which of the two it is.
 constexpr double kNearHalfTurn = 1e-9;
@@ -39,19 +40,21 @@ bool IsHalfTurn(double degrees) {
     return std::fabs(std::fabs(degrees) - math::kHalfTurn) < kNearHalfTurn;
 }
 
-// If one of the angles is zero, no element of the matrix is a sum, so rounding decides no sign.
+// Whether both paths choose the same sign for half a turn. If one of the angles is zero, no element
+// of the matrix is a sum, so rounding cannot change the sign of an element.
 bool IsExact(const double angles[3], const RotationProduct& product) {
     if (product.before != nullptr || product.after != nullptr) return false;
     return angles[0] == 0.0 || angles[1] == 0.0 || angles[2] == 0.0;
 }
 
-// Whether the scalar path must be used, because the vector loops' angles may differ from it by 360
-// degrees.
+// Whether a lane must be converted by the scalar path, because the angles of the vector loops may
+// differ from those of the scalar path.
 bool NeedsScalarPath(const double angles[3], const double turned[3], double cosine,
                      const RotationProduct& product) {
     if (!(cosine > kNearGimbalLock)) return true;
-    // On the scalar path NaN spreads to more of the angles. Each given angle has an effect on one
-    // of the results, so looking at these finds every NaN.
+    // If an input angle is NaN, the scalar path can return more NaN angles than the vector loops.
+    // Each input angle affects at least one angle in `turned`, so the sum is NaN in every such
+    // lane.
     if (std::isnan(turned[0] + turned[1] + turned[2])) return true;
     return std::any_of(turned, turned + 3, IsHalfTurn) && !IsExact(angles, product);
 }
