@@ -14,11 +14,11 @@ AcclaimParser::AcclaimParser(CStringFile& fileReader, MocapSkeleton& parsedSkele
                              FileAllowances& fileAllowances, ParseMonitor& parseMonitor)
     : MocapParser(fileReader, parsedSkeleton, fileAllowances, parseMonitor),
       hasSeparators(fileReader.RegisterWhiteSpaces("\t\r\n (),")),
-      lastLine(kUnknown) {}
+      lastLinePosition(kUnknown) {}
 
 void AcclaimParser::ForgetFile() {
     ForgetError();
-    lastLine = kUnknown;
+    lastLinePosition = kUnknown;
     facts.lastFrame = 0;
 }
 
@@ -61,8 +61,8 @@ const char* AcclaimParser::GetNextAccString() {
 
 // The last line may be long and full of words to skip, so it is searched for its end only once.
 bool AcclaimParser::SkipLine() {
-    if (stringFile.GetPosition() >= lastLine) return false;
+    if (stringFile.GetPosition() >= lastLinePosition) return false;
     if (stringFile.GotoNextLine()) return true;
-    lastLine = stringFile.GetPosition();
+    lastLinePosition = stringFile.GetPosition();
     return false;
 }

@@ -11,8 +11,9 @@
 // What the files of an Acclaim pair say beyond their nodes and keys.
 struct AcclaimFacts {
     std::string name;            // of the skeleton, as in the file
-    std::wstring documentation;  // by the process's character locale
-    // The factor on bone lengths. It stays from file to file, and so does the frame time.
+    std::wstring documentation;  // decoded in the encoding of the process's locale
+    // The factor on bone lengths. A new file does not reset it or the frame time; they stay until a
+    // file states others.
     double lengthMultiplier = 1.0;
     double frameTime = 0.03333333333333333;  // seconds
     std::uint32_t lastFrame = 0;             // the highest frame number of the motion
@@ -20,16 +21,18 @@ struct AcclaimFacts {
 };
 
 // Parses an ASF file to nodes, and then any number of AMC files to keys in the channels of these
-// nodes. Before each file: Forget its predecessor, then load it into the reader.
+// nodes. Before each file, call ForgetSkeleton (ASF) or ForgetFile (AMC), and load the file into
+// the reader.
 class AcclaimParser : public MocapParser {
   public:
     // Keeps references to all four, and sets the reader's separators.
     AcclaimParser(CStringFile& fileReader, MocapSkeleton& parsedSkeleton,
                   FileAllowances& fileAllowances, ParseMonitor& parseMonitor);
 
-    // Before an AMC file: forgets what the parser knows of the file before.
+    // Call this before an AMC file. Clears the error and the number of the last frame.
     void ForgetFile();
-    // Before an ASF file: forgets the skeleton too. The nodes and their keys belong to the caller.
+    // Call this before an ASF file. Also clears what the parser stores about the last skeleton, but
+    // not its nodes and keys: the caller owns them and must clear them.
     void ForgetSkeleton();
 
     // False when there was no memory for the separators. Nothing can be parsed then.
@@ -46,13 +49,14 @@ class AcclaimParser : public MocapParser {
     std::int32_t ParseAMC();
 
     // With true, `multiplier` replaces the length factor of the skeleton file and scales the root's
-    // translations as well. With false, `multiplier` is ignored, and the file's factor is used as
-    // soon as a file has one.
+    // translations as well. With false, `multiplier` is ignored: the factor stays as it is until a
+    // skeleton file states one.
     void OverrideLengthMultiplier(bool overrideMultiplier, double multiplier);
-    // Whether values of a motion are held within the limits of the skeleton file.
+    // Whether values of a motion are clamped to the limits in the skeleton file.
     void ApplyLimits(bool apply) { applyLimits = apply; }
 
-    // The first node of that name, in any letter case of ASCII; null when there is none.
+    // The first node of that name; null when there is none. Upper and lower case of ASCII letters
+    // are not distinguished.
     MOCAPMODEL* FindModelByName(const char* name);
 
     const AcclaimFacts& Facts() const { return facts; }
@@ -70,8 +74,8 @@ class AcclaimParser : public MocapParser {
     bool SkipLine();
 
     // --- asf_parser.cpp, asf_bonedata.cpp, asf_hierarchy.cpp ---
-    // Each handler parses from after its section's keyword up to the next one. It returns kOk when
-    // there is a next one and mocap::kEndOfFile when the file ends.
+    // The keyword of a section was consumed before its handler is called. The handler parses the
+    // section and leaves the keyword of the next one. A negative result is a failure.
     std::int32_t HandleName();
     std::int32_t HandleUnits();
     std::int32_t HandleDocumentation();
@@ -99,10 +103,12 @@ class AcclaimParser : public MocapParser {
     std::int32_t ParseAxisOrder(const char*& order, const wchar_t* unknown);
     std::int32_t ParseRootOrder(MOCAPMODEL& root);
     std::int32_t ParseDof(MOCAPMODEL& bone);
-    // Parses the rest of a line of channel names into the node's slots, from the first.
+    // Parses the channel names in the rest of the line into the node's slots; the first name goes
+    // to slot 0.
     std::int32_t ParseChannels(MOCAPMODEL& node, const ChannelTokens& tokens);
-    // Converts angles about the axes in `order`, the first acting first, to the angles of the same
-    // rotation in the order x, y, z. Both are in the file's unit.
+    // Converts angles about the axes in `order`, of which the last acts first, to the X-Y-Z angles
+    // of the same rotation, of which X acts first. The order "xyz" is an exception: its angles are
+    // not changed. The unit is the file's.
     void ConvertToXYZ(double* angles, const char* order) const;
     // Converts from the file's unit to degrees.
     void ConvertToDegrees(double* angles) const;
@@ -112,7 +118,8 @@ class AcclaimParser : public MocapParser {
     std::int32_t ParseFrames();
     bool ParseFrameNumber(int& number);
     std::int32_t ParseFrame(Motion& motion);
-    // Adds the bone of that name to the motion's slots. An unknown bone is warned of and not added.
+    // Adds the bone of that name to the motion's slots. If there is no such bone, only logs a
+    // warning.
     std::int32_t ResolveBone(Motion& motion, const char* name);
     std::int32_t ParseBoneValues(const MOCAPMODEL& bone, AmcKeyLists& keys);
     double ConvertValue(const CHANNELS& channel, double value) const;
@@ -122,7 +129,8 @@ class AcclaimParser : public MocapParser {
     // One last warning says how many others there are.
     void WarnOfOthers() const;
 
-    // In characters: a line of one or two bytes can ask for a warning of sixty characters.
+    // How many characters the warnings about one file may have. It is limited, because a line of
+    // two bytes can cause a warning of sixty characters.
     FileAllowance warnings{std::uint64_t{4} << 20, 2, 1};
     std::uint64_t warningsLeftOut = 0;
     AcclaimFacts facts;
@@ -131,7 +139,8 @@ class AcclaimParser : public MocapParser {
     bool hasSeparators;
 
     NodeNames names;
-    std::size_t namedNodes = 0;    // how many of the nodes `names` has
-    std::size_t settledNodes = 0;  // how many of them EndLeaves has looked at
-    std::uint32_t lastLine;        // no further line begins from this position on
+    std::size_t namedNodes = 0;    // the number of nodes that FindModelByName has looked at
+    std::size_t settledNodes = 0;  // the number of nodes that EndLeaves has looked at
+    // A position in the last line of the file; the highest number until one is known.
+    std::uint32_t lastLinePosition;
 };
