@@ -123,7 +123,7 @@ Zelk::CString SceneEditor::NameOf(const Referent& referent) const {
     return {};
 }
 
-bool SceneEditor::IsCalled(const Referent& referent, std::wstring_view name) const {
+bool SceneEditor::HasName(const Referent& referent, std::wstring_view name) const {
     if (referent.kind == Kind::Channel)
         return kChannelNames[static_cast<std::size_t>(referent.channel)] == name;
     return View(NameOf(referent)) == name;

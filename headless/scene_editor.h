@@ -71,7 +71,7 @@ class SceneEditor {
     Node* ObjectOf(const Zelk::CRef& ref, ObjectType type) const;
     // Empty if the referent has no name.
     Zelk::CString NameOf(const Referent& referent) const;
-    bool IsCalled(const Referent& referent, std::wstring_view name) const;
+    bool HasName(const Referent& referent, std::wstring_view name) const;
     Zelk::CString FullNameOf(const Referent& referent) const;
     // The empty reference for an object that is directly under the scene root.
     Zelk::CRef ParentOf(const Zelk::CRef& ref, const Referent& referent) const;

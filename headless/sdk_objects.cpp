@@ -1,4 +1,4 @@
-// References, and the operations of everything that has a name.
+// Implements the host's classes for references and for everything that has a name.
 #include "headless/operations.h"
 #include "headless/session_state.h"
 #include "headless/text.h"
@@ -24,7 +24,7 @@ CRef CRefArray::GetItem(const CString& name) const {
     for (const CRef& ref : refs_) {
         const Referent referent = editor.Resolve(ref);
         if (referent.kind == Referent::Kind::None) continue;
-        if (editor.IsCalled(referent, headless::View(name))) return ref;
+        if (editor.HasName(referent, headless::View(name))) return ref;
     }
     return CRef();
 }

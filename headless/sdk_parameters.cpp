@@ -53,7 +53,7 @@ CRef Member(const SceneEditor& editor, const CRef& ref, const Referent& referent
         case Kind::Channel:
         case Kind::AnimEnd:
         case Kind::CurveParameter:
-            return editor.IsCalled(referent, name) ? ref : CRef();
+            return editor.HasName(referent, name) ? ref : CRef();
         default:
             return CRef();
     }
