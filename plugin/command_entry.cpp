@@ -16,7 +16,7 @@
 
 namespace {
 
-// The type words and the number of arguments are not checked; the host guarantees that they match.
+// The types and the number of the arguments are not checked, because the host guarantees them.
 bool IsTrue(const VARIANT& argument) {
     return argument.boolVal == plugin::kTrue;
 }
@@ -74,11 +74,11 @@ constexpr Command kCommands[] = {
     {plugin::kAcclaimCommand, CopyAcclaimArguments, ImportAcclaim},
 };
 
-// Calls `does`. Returns false if memory ran out in it.
+// Calls the action. Returns false if memory ran out in it.
 template <class Action>
-bool HasMemoryFor(Action does) noexcept {
+bool Attempt(Action action) noexcept {
     try {
-        does();
+        action();
         return true;
     } catch (const std::bad_alloc&) {
         return false;
@@ -88,24 +88,23 @@ bool HasMemoryFor(Action does) noexcept {
 // The same, but if memory ran out, that is logged. If there is no memory for the log line either,
 // nothing is logged.
 template <class Action>
-bool OrOutOfMemory(Action does) noexcept {
-    if (HasMemoryFor(does)) return true;
-    HasMemoryFor(
-        [] { Zelk::Application().LogMessage(L"ERROR: Out of memory", Zelk::zkInfoSeverity); });
+bool AttemptOrLog(Action action) noexcept {
+    if (Attempt(action)) return true;
+    Attempt([] { Zelk::Application().LogMessage(L"ERROR: Out of memory", Zelk::zkInfoSeverity); });
     return false;
 }
 
 // Runs the command. Only the log tells the outcome.
 void Run(const Command& command, const VARIANT* arguments) noexcept {
-    const bool hasArguments = OrOutOfMemory([&] { command.copyArguments(arguments); });
+    const bool hasArguments = AttemptOrLog([&] { command.copyArguments(arguments); });
     // This is made before the import, because there may be no memory for it afterwards.
     std::optional<AddClip> addClip;
-    if (g_UserInput.bAddClip) HasMemoryFor([&] { addClip.emplace(); });
+    if (g_UserInput.bAddClip) Attempt([&] { addClip.emplace(); });
 
     Zelk::CRef model, basePose, motion;
-    if (hasArguments) OrOutOfMemory([&] { command.import(model, basePose, motion); });
+    if (hasArguments) AttemptOrLog([&] { command.import(model, basePose, motion); });
     if (!g_UserInput.bAddClip) return;
-    OrOutOfMemory([&] {
+    AttemptOrLog([&] {
         if (!addClip) addClip.emplace();
         addClip->Run(model, motion);
     });
