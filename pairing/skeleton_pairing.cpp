@@ -43,23 +43,24 @@ Fit FitOf(std::string_view motion, std::string_view skeleton) {
 Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& skeletons) {
     Fit best;
     const std::string* found = nullptr;
-    const std::string* alike = nullptr;
+    const std::string* equallyGood = nullptr;
     for (const std::string& skeleton : skeletons) {
         const Fit fit = FitOf(text::WithoutExtension(motion), text::WithoutExtension(skeleton));
         if (!fit.Fits() || fit < best) continue;
-        alike = fit == best ? found : nullptr;
+        equallyGood = fit == best ? found : nullptr;
         best = fit;
         found = &skeleton;
     }
-    if (alike)
-        return {"", fmt::format("{} and {} both fit; --asf FILE says which", *alike, *found)};
+    if (equallyGood)
+        return {"", fmt::format("{} and {} both fit; --asf FILE says which", *equallyGood, *found)};
     if (found) return {*found, ""};
     if (skeletons.size() == 1) return {skeletons.front(), ""};
     if (skeletons.empty())
         return {"", "no skeleton: its folder has no .asf file; --asf FILE names one"};
-    return {"", fmt::format("no skeleton: none of the {} .asf files in its folder begins its name;"
-                            " --asf FILE says which",
-                            skeletons.size())};
+    return {"", fmt::format(
+                    "no skeleton: none of the {} .asf files in its folder has a name that fits; "
+                    "--asf FILE says which",
+                    skeletons.size())};
 }
 
 }  // namespace pairing

@@ -74,8 +74,8 @@ TEST_F(Jobs, RefuseAMotionWithoutSkeleton) {
     EXPECT_THAT(List({"t"}), ElementsAre("t/a.amc ! no skeleton: its folder has no .asf file; "
                                          "--asf FILE names one"));
     EXPECT_THAT(List({"u/x.amc"}),
-                ElementsAre("u/x.amc ! no skeleton: none of the 2 .asf files in its folder begins "
-                            "its name; --asf FILE says which"));
+                ElementsAre("u/x.amc ! no skeleton: none of the 2 .asf files in its folder has a "
+                            "name that fits; --asf FILE says which"));
 }
 
 TEST_F(Jobs, GiveEveryMotionTheSkeletonThatIsNamed) {
