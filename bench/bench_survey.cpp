@@ -1,4 +1,5 @@
-// The time that the survey of a BVH file takes before the import. Bytes are those of its text.
+// The time that the survey of a BVH file takes before the import. The bytes per second count the
+// bytes of the file's text.
 #include <benchmark/benchmark.h>
 #include <string>
 #include <string_view>
@@ -36,7 +37,7 @@ void BM_Scan(benchmark::State& state, survey::ByteMasksKernel kernel) {
         static_cast<std::size_t>(bench::Channels({state.range(0), state.range(1)}));
     for (auto _ : state) {
         const survey::RowScan scan = survey::ScanRows(rows, channels, kernel);
-        if (!scan.plain) state.SkipWithError("the rows are plain");
+        if (!scan.plain) state.SkipWithError("ScanRows found a row that is not plain");
     }
     Count(state, text);
 }
@@ -49,12 +50,13 @@ void BM_ScanRowsPlain(benchmark::State& state) {
 }
 
 void BM_Survey(benchmark::State& state, const std::string& text, survey::Purpose purpose,
-               bool mends) {
+               bool expectsMended) {
     survey::Options options;
     options.purpose = purpose;
     for (auto _ : state) {
         const survey::BvhSurvey found = survey::SurveyBvh(text, options);
-        if (found.mended.has_value() != mends) state.SkipWithError("mended or not");
+        if (found.mended.has_value() != expectsMended)
+            state.SkipWithError(expectsMended ? "the text was not mended" : "the text was mended");
     }
     Count(state, text);
 }
