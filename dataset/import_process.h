@@ -8,7 +8,7 @@
 namespace dataset {
 
 // A child process that runs this program with other arguments. It has its own process group, so a
-// Ctrl-C on the terminal reaches it only through Interrupt. It gets SIGINT when this process dies.
+// Ctrl-C on the terminal reaches it only through Interrupt. It gets SIGINT when its parent dies.
 // The first 256 KiB of its standard output and of its standard error are kept.
 class ImportProcess {
   public:
@@ -18,13 +18,14 @@ class ImportProcess {
     ImportProcess(const ImportProcess&) = delete;
     ImportProcess& operator=(const ImportProcess&) = delete;
 
-    // File descriptors of its output pipes, to be waited for; -1 after the end of the output.
+    // File descriptors of the child's output pipes, for poll; -1 after the end of the output.
     int OutputFile() const { return output_.file; }
     int ErrorFile() const { return errors_.file; }
     // Reads what the pipes hold, without waiting.
     void Read();
 
-    // Returns whether the process has ended; then all its output has been read.
+    // Returns whether the process has ended, without waiting. If it has, Reap has read the rest of
+    // its output.
     bool Reap();
     // The status from waitpid; valid after the process has ended.
     int WaitStatus() const { return waitStatus_; }

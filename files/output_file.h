@@ -1,4 +1,4 @@
-// Writes a file that appears under its name when it is whole, or not at all.
+// Writes a file that gets its final name only after all its bytes were written.
 #pragma once
 
 #include <cstddef>
@@ -14,8 +14,9 @@ namespace files {
 // Writes through a buffer to a temporary file, which is in the same folder as the final one. Commit
 // gives the temporary file its final name. Without Commit, or after a failure, the destructor
 // removes the temporary file, and a file that already had the final name is unchanged. If `path` is
-// a symbolic link, the file that it leads to is replaced. All functions throw text::WriteError,
-// also if `path` exists and is not a regular file, or text::WriteCancelled.
+// a symbolic link, the file that it leads to is replaced. The functions that write throw
+// text::WriteError or text::WriteCancelled. The constructor throws text::WriteError, for example if
+// `path` exists and is not a regular file.
 class OutputFile final : public text::ByteSink {
   public:
     // `isCancelled` is called from time to time and returns whether the user wants to stop. If it
@@ -31,13 +32,15 @@ class OutputFile final : public text::ByteSink {
         bytes.copy(buffer_.data() + used_, bytes.size());
         used_ += bytes.size();
     }
-    // Hands all bytes to the system, so that after it only the renaming can fail.
+    // Writes the rest of the buffer and checks for write errors. Afterwards only the renaming can
+    // fail.
     void FinishWriting();
     // Finishes the writing if that was not done, and gives the file its final name. A second call
     // does nothing.
     void Commit();
-    // Commits both files or neither: if the second cannot be renamed, the file that had the first
-    // one's name before is restored.
+    // Commits both files or neither. If the second file cannot be renamed, the first is removed,
+    // and the file that it replaced is restored. On a file system without hard links a replaced
+    // file cannot be restored; the first file then stays.
     static void CommitBoth(OutputFile& first, OutputFile& second);
 
     static constexpr std::size_t kBufferSize = std::size_t{1} << 20;  // bytes
@@ -46,15 +49,16 @@ class OutputFile final : public text::ByteSink {
     // A second name (hard link) for the file that has the output's final name, so that it can be
     // restored.
     struct Backup {
-        bool hadFile = false;  // whether a file has the final name
+        bool hadFile = false;  // whether a file had the final name
         std::string name;      // the second name; empty if there is none
     };
 
-    // The temporary file does not exist any more after it was renamed.
+    // Commit clears `temporary_`, because it has renamed that file.
     bool IsCommitted() const { return temporary_.empty(); }
     void OpenTemporary();
     Backup BackUpTarget() const;
-    // Restores what had the final name when the backup was made.
+    // Undoes Commit: the file of the backup gets the final name again. If there was no such file,
+    // the new one is removed.
     void RestoreTarget(const Backup& backup) const;
     // Writes bytes for which the buffer has no room.
     void FlushAndWrite(std::string_view bytes);

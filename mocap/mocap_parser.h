@@ -17,13 +17,15 @@ std::wstring ExceededAllowance(const wchar_t* what, const FileAllowance& allowan
 class MocapParser {
   public:
     struct Error {
-        const wchar_t* message = L"";  // empty without an error; owned by the parser
-        std::uint32_t line = 0;        // the reader's at that moment, counted from 0
+        const wchar_t* message = L"";  // empty if there is no error; valid until the next one
+        // The reader's position when the error was recorded, counted from 0.
+        std::uint32_t line = 0;
         std::uint32_t column = 0;
     };
     const Error& LastError() const { return error; }
 
-    // The message when memory runs out. LastError().message is then this very pointer.
+    // The message when memory runs out. A caller recognises it by comparing pointers:
+    // LastError().message is then equal to this one.
     static const wchar_t* const kOutOfMemoryMessage;
 
   protected:
@@ -40,7 +42,7 @@ class MocapParser {
     MocapParser(const MocapParser&) = delete;
     MocapParser& operator=(const MocapParser&) = delete;
 
-    // For a parser that is used again.
+    // Call this before the parser parses another file.
     void ForgetError() noexcept { error = {}; }
     // Records the error with the reader's position and returns `status`. `message` must outlive the
     // parser.
@@ -48,7 +50,7 @@ class MocapParser {
     std::int32_t FailForMemory() noexcept;
     std::int32_t FailForCount(const wchar_t* what, const FileAllowance& allowance);
     std::int32_t FailForDerivedNames();
-    // Whether the user wants to stop; the error is then recorded.
+    // Returns whether the user wants to stop. If so, records that as the error.
     bool CheckCancelled();
     // Appends an empty node. Returns null, with the error recorded, when memory runs out or the
     // file has more nodes than its size allows.

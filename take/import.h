@@ -26,8 +26,9 @@ namespace take {
 // a program may keep any number of results and read each from several threads at once.
 struct Result {
     Outcome outcome;
-    // Why the plug-in could not be called, in one line: no temporary file could be written for a
-    // mended text. Empty: it was called, or the files were refused.
+    // Why the plug-in could not be called, in one line: a temporary file with a mended text, or
+    // with a file from memory, could not be written. Empty: it was called, or the files were
+    // refused.
     std::string problem;
     // Whether the survey refused the files; the findings say why.
     bool isRefused = false;
@@ -35,12 +36,14 @@ struct Result {
     std::vector<FileFindings> findings;
 
     std::int32_t code = 0;          // the callback's result, 0 even for a failed import
-    headless::Recording recording;  // the scene, which is never null, and the log, bar and commands
+    headless::Recording recording;  // the scene (never null), log, progress bar and commands
     USERINPUT userInput;            // the plug-in's record of its arguments, with absolute paths
 
-    // The take's rate, where it differs from the one of the imported motion.
+    // The take's rate, if the request or the survey decided it. None: it is the rate at which the
+    // plug-in imported the motion.
     std::optional<double> framesPerSecond;
-    // The factor on an Acclaim skeleton's lengths, where it differs from the file's own.
+    // The factor that the plug-in was given for an Acclaim skeleton's lengths. None: it used the
+    // factor in the skeleton file.
     std::optional<double> lengthMultiplier;
     // The survey enlarges a skeleton whose bones are too short for the plug-in. This is the factor
     // on all lengths of the scene; exports divide by it. 1: nothing was enlarged.
