@@ -16,7 +16,7 @@ std::int32_t BvhParser::ParseMotion() {
     }
     monitor.BeginValues();
     // A frame count that is too large for the file must not cost memory. The values are then
-    // parsed, up to the one that is missing, but not kept.
+    // parsed but not kept, and parsing fails after the last value of the file.
     if (!CanHoldFrames()) return ParseFrames(nullptr);
 
     std::vector<KeyArray> keys = AllocateKeyArrays(skeleton.channelCount, skeleton.frameCount);

@@ -27,7 +27,7 @@ RotationValue RotationOf(const Transform& local, const RotationValue& before) {
             static_cast<float>(q.w)};
 }
 
-constexpr RotationValue kUnturned = {0.0F, 0.0F, 0.0F, 1.0F};
+constexpr RotationValue kNoRotation = {0.0F, 0.0F, 0.0F, 1.0F};
 
 std::vector<float> TimesOf(const Timeline& timeline) {
     std::vector<float> times(timeline.frames.size());
@@ -90,7 +90,7 @@ GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
     for (std::size_t joint = 0; joint < count; ++joint) {
         // An animation must have at least one channel, so the first joint always has one.
         const bool storesAll = joint == 0 || turned.contains(motion.Joints()[joint].object);
-        out.rotations[joint].Start(RotationOf(locals[joint], kUnturned), frames, storesAll);
+        out.rotations[joint].Start(RotationOf(locals[joint], kNoRotation), frames, storesAll);
         out.translations[joint].Start(TranslationOf(locals[joint]), frames, false);
     }
     for (std::size_t frame = 0; frame < frames; ++frame) {

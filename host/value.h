@@ -9,8 +9,8 @@
 
 namespace Zelk {
 
-// A value that is empty, a number, a text or a reference. It has 16 bytes, because arrays of values
-// hold whole motions.
+// A value that is empty, a number, a text or a reference. It is small (16 bytes), because an array
+// of values can hold all keys of a motion.
 class ZELK_API CValue {
   public:
     enum class Type : std::uint32_t { Empty, Integer, Double, String, Reference };
@@ -29,7 +29,7 @@ class ZELK_API CValue {
         }
         return *this;
     }
-    // This one fills arrays of keys.
+    // Avoids a temporary CValue when an array of keys is filled.
     CValue& operator=(double value) noexcept {
         if (type_ == Type::String) ReleaseString();
         type_ = Type::Double;
@@ -40,7 +40,8 @@ class ZELK_API CValue {
         if (type_ == Type::String) ReleaseString();
     }
 
-    // For the host, which gets values of any type. The plug-in only reads doubles and references.
+    // The host needs the type, because it gets values of any type. The plug-in only reads doubles
+    // and references.
     Type GetType() const noexcept { return type_; }
     // The number; 0 if the value is not a number.
     double AsDouble() const noexcept {

@@ -184,7 +184,7 @@ class BvhSurveyor {
         return true;
     }
 
-    // Reports bytes outside of names that are not UTF-8.
+    // Reports bytes that are not UTF-8, unless a name with such bytes was reported.
     void ReportEncoding() {
         if (!source_.HasHighBytes() || findings_.Find(codes::kTextEncoding)) return;
         const std::size_t invalid = text::FindInvalidUtf8(Text());
@@ -210,7 +210,8 @@ class BvhSurveyor {
     }
 
     void Write() {
-        // Re-expressed angles have about twice as many digits as the listed ones.
+        // Angles that are converted to the order X Y Z have about twice as many digits as those in
+        // the file.
         LineWriter writer(2 * Text().size());
         for (std::size_t i = 0; i < parts_.size(); ++i) {
             BvhPart& part = parts_[i];

@@ -34,8 +34,8 @@ Form FormOf(unsigned char first) {
     return {0, 0, 0};
 }
 
-// Returns the byte offset, from `at` on, of the first byte that is not ASCII, or the size of
-// `bytes`. It reads eight bytes at a time.
+// Searches `bytes` from the byte offset `at`, eight bytes at a time. Returns the byte offset of the
+// first byte that is not ASCII; the size of `bytes` if there is none.
 std::size_t SkipAscii(std::string_view bytes, std::size_t at) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080U;
     for (; at + 8 <= bytes.size(); at += 8) {

@@ -23,21 +23,21 @@ class CStringFile {
 
     // Loads the file, which must be seekable and hold from 1 byte to less than 4 GiB. Returns
     // false, holding no file, when it cannot be loaded. The path's characters become UTF-8; those
-    // from U+DC80 to U+DCFF become the single bytes 0x80 to 0xFF, so that every file name has a
-    // path.
+    // from U+DC80 to U+DCFF become the single bytes 0x80 to 0xFF, so that a path can also name a
+    // file whose name is not UTF-8.
     bool ReadFile(const wchar_t* path);
     // Holds a copy of these bytes, as if they had been read from a file, with the same limits.
     bool ReadMemory(std::string_view bytes);
     void ClearFile();
 
-    // The next token, or null at the end. Owned by the reader until its next token call.
+    // The next token, or null at the end. It is valid until the reader reads another token.
     const char* GetNextString();
     // The same token, but the position stays. When only separators are left, it moves past them.
     const char* PeekNextString();
 
-    // Reads the next token as a number, as atoi and atof do. A result of zero counts only when the
-    // token begins with "0" or "-0". Otherwise returns false, leaves `value` untouched and puts the
-    // position back (when only separators were left, it stays after them).
+    // Reads the next token as a number, as atoi and atof do. Returns false when there is no token,
+    // or when the number is zero and the token does not begin with "0" or "-0". Then `value` is
+    // unchanged and the position stays; when only separators were left, it moves past them.
     bool GetNextInt(int& value);
     bool GetNextFloat(double& value);
 
