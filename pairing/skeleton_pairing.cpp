@@ -24,7 +24,7 @@ struct Fit {
     bool sameCase = false;
 
     bool Fits() const { return length > 0; }
-    // NOLINTNEXTLINE(modernize-use-nullptr): it warns of a zero that the compiler generates.
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check warns about a 0 in generated code.
     auto operator<=>(const Fit&) const = default;
 };
 
@@ -52,15 +52,15 @@ Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& sk
         found = &skeleton;
     }
     if (equallyGood)
-        return {"", fmt::format("{} and {} both fit; --asf FILE says which", *equallyGood, *found)};
+        return {"", fmt::format("{} and {} both fit; choose one with --asf FILE", *equallyGood,
+                                *found)};
     if (found) return {*found, ""};
     if (skeletons.size() == 1) return {skeletons.front(), ""};
     if (skeletons.empty())
-        return {"", "no skeleton: its folder has no .asf file; --asf FILE names one"};
-    return {"", fmt::format(
-                    "no skeleton: none of the {} .asf files in its folder has a name that fits; "
-                    "--asf FILE says which",
-                    skeletons.size())};
+        return {"", "no skeleton: the motion's folder has no .asf file; name one with --asf FILE"};
+    return {"", fmt::format("no skeleton: none of the {} .asf files in the motion's folder fits the"
+                            " motion's name; choose one with --asf FILE",
+                            skeletons.size())};
 }
 
 }  // namespace pairing

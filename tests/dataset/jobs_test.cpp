@@ -71,11 +71,13 @@ TEST_F(Jobs, ImportASkeletonAloneIfNoMotionIsPairedWithIt) {
 
 TEST_F(Jobs, RefuseAMotionWithoutSkeleton) {
     Make({"t/a.amc", "u/a.asf", "u/b.asf", "u/x.amc"});
-    EXPECT_THAT(List({"t"}), ElementsAre("t/a.amc ! no skeleton: its folder has no .asf file; "
-                                         "--asf FILE names one"));
-    EXPECT_THAT(List({"u/x.amc"}),
-                ElementsAre("u/x.amc ! no skeleton: none of the 2 .asf files in its folder has a "
-                            "name that fits; --asf FILE says which"));
+    EXPECT_THAT(List({"t"}),
+                ElementsAre("t/a.amc ! no skeleton: the motion's folder has no .asf file; "
+                            "name one with --asf FILE"));
+    EXPECT_THAT(
+        List({"u/x.amc"}),
+        ElementsAre("u/x.amc ! no skeleton: none of the 2 .asf files in the motion's folder "
+                    "fits the motion's name; choose one with --asf FILE"));
 }
 
 TEST_F(Jobs, GiveEveryMotionTheSkeletonThatIsNamed) {

@@ -37,7 +37,7 @@ const Pair kPairs[] = {
     {"SameCaseBeforeOther", "Walk.amc", {"WALK.asf", "Walk.asf", "walk.asf"}, "Walk.asf"},
     {"OnlyOneOfItsFolder", "take.amc", {"subject.asf"}, "subject.asf"},
     {"OnlyOneWithLongerName", "walk.amc", {"walk_b.asf"}, "walk_b.asf"},
-    {"NoneAtAll", "take.amc", {}, "", "its folder has no .asf file"},
+    {"NoneAtAll", "take.amc", {}, "", "the motion's folder has no .asf file"},
     {"SeveralOthers", "take.amc", {"a.asf", "b.asf", "c.asf"}, "", "none of the 3 .asf files"},
     {"TwoAlike", "walk.amc", {"walk.ASF", "walk.asf"}, "", "walk.ASF and walk.asf both fit"},
     {"TwoAlikeByCase", "walk.amc", {"WALK.asf", "Walk.asf"}, "", "WALK.asf and Walk.asf both fit"},
