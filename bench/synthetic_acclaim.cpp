@@ -12,8 +12,9 @@ namespace {
 constexpr int kBones = 30;
 constexpr int kLimbs = 5;
 
-// The number of values of a bone in each frame: 56 in all bones, and the root has six more.
-int Freedoms(int bone) {
+// Returns how many values the bone has in each frame. All bones together have 56; the root has six
+// more.
+int ValueCount(int bone) {
     return bone >= 28 ? 0 : 2;
 }
 
@@ -30,7 +31,7 @@ std::string Skeleton() {
         text += " begin\n id " + std::to_string(bone + 1) + "\n name " + Bone(bone) +
                 "\n direction 0.6 0.8 0\n length 2.5\n axis 20 " + std::to_string(bone) +
                 " -10 XYZ\n";
-        if (Freedoms(bone) > 0) text += " dof rx rz\n limits (-160 20)\n (-70 70)\n";
+        if (ValueCount(bone) > 0) text += " dof rx rz\n limits (-160 20)\n (-70 70)\n";
         text += " end\n";
     }
     text += ":hierarchy\n begin\n";
@@ -43,7 +44,7 @@ std::string Skeleton() {
     return text + " end\n";
 }
 
-void Value(std::string& text, double phase) {
+void AppendValue(std::string& text, double phase) {
     char number[32];
     const int length = std::snprintf(number, sizeof(number), " %.6g", 40.0 * std::sin(phase));
     text.append(number, static_cast<std::size_t>(length));
@@ -55,12 +56,12 @@ std::string Motion(std::int64_t frames) {
         const double time = 0.05 * static_cast<double>(frame);
         text += std::to_string(frame) + "\nroot";
         for (int i = 0; i < 6; ++i)
-            Value(text, time + i);
+            AppendValue(text, time + i);
         for (int bone = 0; bone < kBones; ++bone) {
-            if (Freedoms(bone) == 0) continue;
+            if (ValueCount(bone) == 0) continue;
             text += "\n" + Bone(bone);
-            for (int i = 0; i < Freedoms(bone); ++i)
-                Value(text, time + bone + 0.5 * i);
+            for (int i = 0; i < ValueCount(bone); ++i)
+                AppendValue(text, time + bone + 0.5 * i);
         }
         text += '\n';
     }

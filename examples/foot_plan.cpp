@@ -8,14 +8,18 @@
 namespace examples {
 namespace {
 
-constexpr double kToeOut = 7.0;         // degrees, after Murray et al. (1964)
-constexpr double kHeelHalfWidth = 4.0;  // cm, half the stride width, after the same
-constexpr double kHeelLead = 26.0;      // cm that the heel lands ahead of the pelvis's mean path
-// cm in a cycle: the heel still has some speed when it lands, after Winter (1992).
+// The angle by which a foot points outwards, in degrees (Murray et al. 1964).
+constexpr double kToeOut = 7.0;
+// Half the stride width, in cm (Murray et al. 1964).
+constexpr double kHeelHalfWidth = 4.0;
+// How far in front of the pelvis's mean position the heel lands, in cm.
+constexpr double kHeelLead = 26.0;
+// The forward speed that the heel still has when it lands, in cm per cycle (Winter 1992).
 constexpr double kLandingSpeed = 70.0;
 
-// The curves are given over the percent of the foot's own cycle. Their values are those of Winter
-// (1991) and of Perry and Burnfield (2010), rounded and smoothed between the landmarks.
+// Each curve is a list of {percent, value}. The percent is the time since the foot's contact with
+// the ground; 100 is a whole cycle. The values come from Winter (1991) and from Perry and Burnfield
+// (2010). They are rounded and smoothed.
 
 // The angle between sole and floor, in degrees; positive if the toes are up. The foot is flat from
 // 8 % until the heel rises.
@@ -23,17 +27,19 @@ const std::vector<Curve::Knot> kPitch = {{0, 20},    {3, 13},   {8, 0},    {28, 
                                          {40, -6.5}, {46, -14}, {52, -28}, {56, -44}, {60, -61},
                                          {64, -66},  {69, -57}, {75, -39}, {80, -21}, {85, -4},
                                          {90, 9},    {95, 17},  {98, 20},  {100, 20}};
-// The angle between toe and floor while the foot leaves the floor over its tip, in degrees;
-// positive if the toe is up.
+// The angle between toe and floor until the foot leaves the floor, in degrees; positive if the toe
+// is up. From 50 % on, the toe turns about its tip, which stays on the floor.
 const std::vector<Curve::Knot> kToePitch = {{50, 0}, {53, -3}, {56.5, -12}, {60, -26}};
-// The angle between toe and sole while the foot is not on its toe, in degrees; positive if the toe
-// is up.
+// The angle between toe and sole in the air, and on the floor until the foot is flat, in degrees;
+// positive if the toe is up. From then until the foot leaves the floor, the angle follows from the
+// two curves above.
 const std::vector<Curve::Knot> kToeBend = {{0, 10},  {3, 8},   {8, 0},  {60, 35},
                                            {65, 25}, {70, 12}, {80, 5}, {100, 10}};
-// The leg in the air, in degrees: the angle between thigh and vertical, positive if the knee is
-// forward, and the bend of the knee.
+// The angle between thigh and vertical while the foot is in the air, in degrees; positive if the
+// knee is forward.
 const std::vector<Curve::Knot> kThigh = {{55, -13},  {60, -7}, {65, 4},  {70, 14}, {75, 22},
                                          {80, 26.5}, {85, 28}, {90, 27}, {95, 24}, {100, 22}};
+// The bend of the knee while the foot is in the air, in degrees; 0 if the leg is straight.
 const std::vector<Curve::Knot> kKnee = {{55, 25},   {60, 39}, {65, 54}, {70, 62.5},
                                         {72, 63.5}, {75, 62}, {80, 52}, {85, 36},
                                         {90, 18},   {95, 6},  {100, 4}};
@@ -80,31 +86,32 @@ FootPlacement FootPlan::Stance(Side side, double step, double phase) const {
     return {ball - rotation * contacts_.ball, rotation, toePitch - pitch};
 }
 
-// The path that the published angles give, bent so that at both ends it has the position and the
-// speed that the foot has in its footprints.
+// The ankle's path in the air comes from the published joint angles. A correction is added to it,
+// so that it joins the ankle's positions and speeds on the floor before and after. At its end the
+// ankle is faster than on the floor by kLandingSpeed.
 FootPlacement FootPlan::Swing(Side side, double step, double phase) const {
     constexpr double kSpan = 1 - kToeOff;
-    constexpr double kMoment = 1e-4;  // of a cycle, over which the speeds are taken
+    constexpr double kMoment = 1e-4;  // cycles between the two positions that give a speed
     const auto stance = [&](double from, double at) { return Stance(side, from, at).ankle; };
     const auto published = [&](double at) { return AnkleByAngles(side, step, at); };
     const auto speed = [](const Vec3& before, const Vec3& after) {
         return (kSpan / kMoment) * (after - before);
     };
-    const Vec3 left = stance(step, kToeOff);
-    const Vec3 leave = left - published(kToeOff);
-    const Vec3 leaveSpeed = speed(stance(step, kToeOff - kMoment), left) -
-                            speed(published(kToeOff), published(kToeOff + kMoment));
+    const Vec3 lifted = stance(step, kToeOff);
+    const Vec3 startError = lifted - published(kToeOff);
+    const Vec3 startSpeedError = speed(stance(step, kToeOff - kMoment), lifted) -
+                                 speed(published(kToeOff), published(kToeOff + kMoment));
     const Vec3 landed = stance(step + 1, 0);
-    const Vec3 reach = landed - published(1);
-    const Vec3 reachSpeed = kSpan * Vec3{0, 0, kLandingSpeed} +
-                            speed(landed, stance(step + 1, kMoment)) -
-                            speed(published(1 - kMoment), published(1));
+    const Vec3 endError = landed - published(1);
+    const Vec3 endSpeedError = kSpan * Vec3{0, 0, kLandingSpeed} +
+                               speed(landed, stance(step + 1, kMoment)) -
+                               speed(published(1 - kMoment), published(1));
     const double t = (phase - kToeOff) / kSpan;
     const double u = 1 - t;
-    const Vec3 bend = (u * u * (1 + 2 * t)) * leave + (u * u * t) * leaveSpeed +
-                      (t * t * (1 + 2 * u)) * reach - (t * t * u) * reachSpeed;
+    const Vec3 correction = (u * u * (1 + 2 * t)) * startError + (u * u * t) * startSpeedError +
+                            (t * t * (1 + 2 * u)) * endError - (t * t * u) * endSpeedError;
     const Rotation rotation = TurnY(Sign(side) * kToeOut) * TurnX(-pitch_.At(phase));
-    return {AnkleByAngles(side, step, phase) + bend, rotation, toeBend_.At(phase)};
+    return {AnkleByAngles(side, step, phase) + correction, rotation, toeBend_.At(phase)};
 }
 
 Vec3 FootPlan::AnkleByAngles(Side side, double step, double phase) const {

@@ -38,7 +38,7 @@ void BvhWalk::PoseJoint(std::size_t index, const double* row) {
     const bool isRoot = joint.parent == kNoParent;
     Rotation& rotation = rotations_[index];
     rotation = isRoot ? kIdentity : rotations_[joint.parent];
-    const Rotation& above = isRoot ? kIdentity : rotations_[joint.parent];
+    const Rotation& parentRotation = isRoot ? kIdentity : rotations_[joint.parent];
     for (std::size_t i = 0; row != nullptr && i < joint.channelCount; ++i) {
         const std::size_t axis = AxisOf(joint.channels[i]);
         const double value = row[joint.firstValue + i];
@@ -48,7 +48,7 @@ void BvhWalk::PoseJoint(std::size_t index, const double* row) {
             local[axis] = addsOffsets_ ? joint.offset[axis] + value : value;
     }
     for (std::size_t axis = 0; axis < 3; ++axis) {
-        const double* m = above.data() + 3 * axis;
+        const double* m = parentRotation.data() + 3 * axis;
         const double moved = m[0] * local[0] + m[1] * local[1] + m[2] * local[2];
         positions_[index][axis] = moved + (isRoot ? 0.0 : positions_[joint.parent][axis]);
     }
