@@ -6,16 +6,17 @@
 
 namespace {
 
-// So few additions are made one by one.
+// Up to this many additions are simply made one by one.
 constexpr std::size_t kFew = 8;
 
-// Whether the number lies between two neighbouring powers of two, is neither of them, and has the
-// given exponent.
+// Whether the magnitude of the number is greater than 2^exponent and less than 2^(exponent + 1).
 bool LiesInside(double number, int exponent) {
     return std::ilogb(number) == exponent && std::fabs(number) != std::ldexp(1.0, exponent);
 }
 
-// How many further steps surely keep `sum` between the powers of two that it lies between.
+// Returns a number of additions of `step` that surely keep the magnitude of `sum` inside its range,
+// which goes from one power of two to the next. It may be slightly smaller than the largest such
+// number.
 std::size_t StepsInside(double sum, double step) {
     const int exponent = std::ilogb(sum);
     const double magnitude = std::fabs(sum);
@@ -23,18 +24,20 @@ std::size_t StepsInside(double sum, double step) {
     const double largest = std::numeric_limits<double>::max();
     const double room = grows ? std::min(std::ldexp(1.0, exponent + 1), largest) - magnitude
                               : magnitude - std::ldexp(1.0, exponent);
-    // One less, since the quotient may have been rounded up.
+    // One step is subtracted, because the division may have rounded up.
     const double steps = std::floor(room / std::fabs(step)) - 1.0;
     return steps > 0.0 ? static_cast<std::size_t>(std::min(steps, 0x1p62)) : 0;
 }
 
 }  // namespace
 
-// Between two powers of two numbers are equally far apart, so that every addition there moves the
-// sum by the same number of these distances. The exception is a term that ends half way between two
-// of them, which rounds to the even one; after one such addition all sums are even, and the way is
-// the same again. Three sums in a row show that way: the first may come from elsewhere, the second
-// may be the odd one.
+// From one power of two to the next, all doubles have the same distance from each other. As long as
+// the sum stays in this range, every addition moves it by the same number of these distances, so
+// that many additions can be replaced by one multiplication. There is one exception: an exact sum
+// half way between two doubles is rounded to the one whose last bit is zero. After one such
+// addition the last bit of the sum stays zero, and all further additions move it equally. The step
+// is therefore measured from the second to the third of three sums, because the last bit of the
+// first one may not be zero.
 double AddRepeatedly(double sum, double term, std::size_t times) {
     while (times > kFew) {
         const double first = sum + term;
@@ -43,7 +46,7 @@ double AddRepeatedly(double sum, double term, std::size_t times) {
         times -= 3;
         sum = third;
         const double step = third - second;
-        // It moves no more, or is no number.
+        // Further additions change nothing: the term is too small, or the sum is infinite or NaN.
         if (step == 0.0 || std::isnan(step)) return sum;
         const int exponent = std::ilogb(third);
         if (!LiesInside(first, exponent) || !LiesInside(second, exponent) ||

@@ -37,7 +37,7 @@ std::string ProblemOf(const struct stat& status) {
 }  // namespace
 
 MappedFile::MappedFile(const std::string& path) {
-    // Without O_NONBLOCK, opening a FIFO would block until another process writes to it.
+    // Without O_NONBLOCK, opening a FIFO would block until another process opens it for writing.
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (file < 0) {
         problem_ = TextOf(errno);
@@ -69,8 +69,8 @@ void MappedFile::Map(int file) {
     if (memory == MAP_FAILED) throw std::bad_alloc();
     memory_ = memory;
     memorySize_ = all;
-    // MAP_POPULATE: the whole file will be read, and to map each page at its first access would
-    // take as long as the reading.
+    // MAP_POPULATE maps all pages at once. The whole file will be read, and mapping each page at
+    // its first access would take about as long as reading the file.
     constexpr int kHow = MAP_PRIVATE | MAP_FIXED | MAP_POPULATE;
     if (mmap(memory, size, PROT_READ, kHow, file, 0) == MAP_FAILED) {
         problem_ = TextOf(errno);

@@ -1,6 +1,6 @@
-// Numbers of about 106 bits, each of them the sum of two doubles that is never added up. The
-// results are the same on every machine. They are accurate if the operands are finite and no
-// product of them overflows or has a magnitude below 1e-290.
+// Numbers of about 106 significant bits. Each number is stored as two doubles; its value is their
+// exact sum. The results are the same on every machine. They are accurate if the operands are
+// finite and no product of them overflows or has a magnitude below 1e-290.
 #pragma once
 
 #include <cmath>
@@ -19,9 +19,9 @@ inline DoublePair ExactSum(double a, double b) {
     return {sum, (a - (sum - part)) + (b - part)};
 }
 
-// The exact a * b minus `product`, which is a * b rounded to a double. Both factors are split into
-// halves, whose products are exact (T. J. Dekker, A floating-point technique for extending the
-// available precision, 1971).
+// The exact a * b minus `product`, which is a * b rounded to a double. Where the processor has no
+// fast std::fma, both factors are split into halves, whose products are exact (T. J. Dekker, A
+// floating-point technique for extending the available precision, 1971).
 inline double RoundingError(double a, double b, double product) {
 #ifdef __FP_FAST_FMA
     return std::fma(a, b, -product);
@@ -35,7 +35,8 @@ inline double RoundingError(double a, double b, double product) {
 #endif
 }
 
-// In all functions below, a zero has the same sign as the result of the operation on doubles.
+// If a result of the functions below is zero, its sign is the one that the same operation on
+// doubles would give.
 
 inline DoublePair Product(double a, double b) {
     const double product = a * b;

@@ -7,10 +7,10 @@
 
 namespace Zelk {
 
-// A wide-character text. Copies of a string share one text, so that copying only counts a
-// reference; strings in different threads may share a text. The text is NUL-terminated. A string
-// that is made or assigned from a pointer copies the characters; it throws std::bad_alloc if memory
-// runs out or the text has 2^32 characters or more.
+// A wide-character text. Copies of a string share one text with a reference count, so that a copy
+// takes little time and no memory; strings in different threads may share a text. The text is
+// NUL-terminated. A string that is made or assigned from a pointer copies the characters. This, and
+// operator+=, throw std::bad_alloc if memory runs out or the text has 2^32 characters or more.
 class ZELK_API CString {
   public:
     CString() noexcept = default;
@@ -31,7 +31,7 @@ class ZELK_API CString {
     // Never null; valid until this string is changed or destroyed.
     const wchar_t* GetWideString() const noexcept;
 
-    // Compares character by character, with the case of letters.
+    // Upper-case and lower-case letters are different.
     bool operator==(const CString& other) const noexcept;
 
   private:

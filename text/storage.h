@@ -19,8 +19,8 @@ class ZKMOCAP_API StoredText {
     StoredText(const StoredText&) = delete;
     StoredText& operator=(const StoredText&) = delete;
 
-    // The text; a NUL byte follows it in memory. Valid as long as this object. Empty if it could
-    // not be read.
+    // The text; a NUL byte follows it in memory. Valid as long as this object exists. Empty if it
+    // could not be read.
     virtual std::string_view Text() const = 0;
     // Why the text could not be read, in plain words ("no such file"). Empty if it was read.
     virtual const std::string& Problem() const = 0;

@@ -114,7 +114,8 @@ bool CStringFile::ReadMemory(std::string_view bytes) {
 }
 
 bool CStringFile::Allocate(std::size_t bytes) {
-    // One byte more for the NUL, which a 32-bit size cannot count for the largest files.
+    // The buffer has one byte more than the file, for the NUL. Where std::size_t has 32 bits, the
+    // sum below would overflow for the largest file.
     if (bytes == std::numeric_limits<std::size_t>::max()) return false;
     buffer = memory::AllocateLargeMemory(bytes + 1);
     token.reset(new (std::nothrow) char[bytes + 1]);
@@ -142,7 +143,8 @@ void CStringFile::ClearFile() {
     lineStart = {};
 }
 
-// The NUL after the last byte is not a separator, so neither scan needs to look at the size.
+// A NUL follows the last byte and is never a separator, so the loops of SkipSeparators and
+// ConsumeToken end there without checking the size.
 bool CStringFile::SkipSeparators() {
     if (position >= size) return false;
     const char* at = Text() + position;
