@@ -1,4 +1,4 @@
-// From the file to the scene: one model for each section.
+// Imports a BVH file into the scene. Each section of the file becomes a model.
 #include <algorithm>
 #include <new>
 #include <utility>
@@ -80,7 +80,8 @@ Zelk::CStatus CBiovisionImport::ImportSection(const Zelk::CString& name, std::in
     try {
         status = BuildSection(name, parsed);
     } catch (const std::bad_alloc&) {
-        // Every failure of the parser has this status; the message tells what it was.
+        // The parser always fails with kFail, even when memory runs out. Only the recorded message
+        // tells the reason.
         status = FailForMemory(parsing ? kFail : kOutOfMemory);
     }
     if (status.Succeeded()) {
@@ -156,8 +157,9 @@ Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
     return status;
 }
 
-// The model, two actions and a group are named after the file, and the host keeps the commands that
-// name them, so that a long name is copied many times for each section.
+// Limits what short sections can create: even a section without channels or frames, which needs few
+// bytes of the file, gets a model, two actions and a group. The file's name is part of their names,
+// and of the commands that the host records, so that each section copies it up to 12 times.
 std::int32_t CBiovisionImport::CountSection(const Zelk::CString& name) {
     if (channelCount > 0 && frameCount > 0) return kOk;
     if (!sectionsLeft.Reserve())
@@ -167,8 +169,8 @@ std::int32_t CBiovisionImport::CountSection(const Zelk::CString& name) {
     return kOk;
 }
 
-// The ends are in seconds although keys are timed in frame numbers. A host divides one by the other
-// to get the seconds per frame.
+// The end of an action is a time in seconds, although the times of keys are frame numbers. A host
+// divides the end by the last key's time to get the seconds per frame.
 Zelk::CStatus CBiovisionImport::CreateActions() {
     const Zelk::CStatus status = AddActionSource(lastModel, modelName + L"_BasePose", lastBasePose,
                                                  kBasePoseFrames * frameTime);

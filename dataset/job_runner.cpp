@@ -144,8 +144,8 @@ ProcessEnd JobRunner::EndOf(const Running& running) const {
             fmt::format("stopped after the time limit of {} seconds", timeLimit_->count());
     else if (!end.exitStatus)
         end.trouble = SignalText(WTERMSIG(status));
-    // A process that has not installed its handler yet dies of SIGINT, and a second request kills
-    // it.
+    // A cancelled process may also end by a signal: by SIGINT if it had not installed its handler
+    // yet, or by SIGKILL after a second request to stop or after the grace period.
     const int signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
     end.cancelled = stopped_ && !running.timedOut &&
                     (end.exitStatus == kCancelled || signal == SIGINT || signal == SIGKILL);

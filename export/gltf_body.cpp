@@ -36,8 +36,8 @@ Vector OriginOf(const Transform& transform) {
     return {transform.origin[0], transform.origin[1], transform.origin[2]};
 }
 
-// Whether a joint that no bone shape touches is at its parent's point by design: it is part of a
-// chain without length, or a null at the end of a chain.
+// Returns true if a joint that no bone shape touches needs no marker: it is part of a chain without
+// length, or it is the null at the end of a chain. Such a joint has its parent's position.
 bool IsAtItsParent(const Joint& joint) {
     if (joint.parent == Joint::kNoParent) return false;
     using headless::ObjectType;
@@ -49,12 +49,11 @@ bool IsAtItsParent(const Joint& joint) {
 // radius there.
 constexpr double kWaist = 0.18;
 constexpr double kThickness = 0.11;
-// As fractions of the skeleton's size: the least and the greatest radius of a bone, the greatest
-// distance of two joints that count as one point, and the radius of a marker.
-constexpr double kThinnest = 0.005;
-constexpr double kThickest = 0.026;
-constexpr double kNoLength = 1e-6;
-constexpr double kMarker = 0.012;
+// As fractions of the skeleton's size.
+constexpr double kThinnest = 0.005;  // the smallest radius of a bone shape
+constexpr double kThickest = 0.026;  // the largest radius of a bone shape
+constexpr double kNoLength = 1e-6;   // up to this distance, two joints count as one point
+constexpr double kMarker = 0.012;    // the radius of a marker
 
 class BodyBuilder {
   public:

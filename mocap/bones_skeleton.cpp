@@ -1,6 +1,7 @@
-// Builds the skeleton as chains of bones. The tree is divided where a joint has several children
-// and where a joint is detached. What cannot be a bone becomes a null; most of these are joints at
-// which one chain ends and others begin.
+// Builds the skeleton as chains of bones. The tree is divided into chains where a joint has several
+// children, and where a joint is detached, that is, not joined to its parent by a rigid bone. A
+// node that cannot be a bone becomes a null. Most of these nulls are joints at which one chain ends
+// and others begin.
 #include "mocap/bones_skeleton.h"
 
 #include <algorithm>
@@ -30,8 +31,8 @@ bool HasZeroOffset(const MOCAPMODEL& node) {
     return node.offset[0] == 0.0 && node.offset[1] == 0.0 && node.offset[2] == 0.0;
 }
 
-// Converts the host's name to 8-bit text by the process's character locale, up to the first
-// character that the locale cannot express. Returns null when memory runs out.
+// Converts the name of a host object to 8-bit text in the encoding of the process's locale, up to
+// the first character that the locale cannot express. Returns null when memory runs out.
 std::unique_ptr<char[]> NarrowName(const Zelk::CString& name) {
     const std::size_t capacity = std::size_t{name.Length()} * MB_CUR_MAX + 1;
     std::unique_ptr<char[]> text(new (std::nothrow) char[capacity]());
@@ -95,7 +96,7 @@ Zelk::CStatus CMocapImportBase::CreateBonesSkeleton() {
     } catch (const std::bad_alloc&) {
         return Zelk::status::kOutOfMemory;
     }
-    // Refused before the first chain is made.
+    // If there are too many chains, the import fails before the first one is created.
     if (!allowances.chains.Reserve(CountChains(chains)))
         return FailForCount(L"bone chains and nulls at their ends", allowances.chains);
     for (BoneChain* const chain : sorted) {
@@ -113,7 +114,7 @@ std::size_t CMocapImportBase::CountChains(const std::vector<BoneChain>& chains) 
     return count;
 }
 
-// A single node can be a bone only when a joint above it exists from which the bone can start.
+// A chain of a single node becomes a bone only if this bone can start at the node's parent joint.
 bool CMocapImportBase::BecomesNull(const BoneChain& chain) const {
     const MOCAPMODEL& first = *chain.front();
     return chain.size() == 1 &&
@@ -154,8 +155,8 @@ Zelk::CStatus CMocapImportBase::CreateChainBones(const BoneChain& chain, Zelk3DO
     Zelk::CStatus status;
     if (chainFromParentJoint && !startsAtItself) {
         MOCAPMODEL start;
-        // Three objects of each chain that begins at the parent are named after it: the root, the
-        // first bone and the effector.
+        // The chain begins at the parent, and three of its objects have the parent's name in their
+        // names: the root, the first bone and the effector.
         const Zelk::CString parentName = parent.GetName();
         if (!allowances.derivedNames.Reserve(std::uint64_t{3} * parentName.Length()))
             return FailForDerivedNames();

@@ -68,8 +68,8 @@ inline constexpr std::size_t kArgumentCount = 10;
 
 }  // namespace acclaim
 
-// All arguments without a type above are booleans: true is all sixteen bits of VARIANT::boolVal,
-// and every other value is false.
+// All arguments without a type above are booleans. They are true if VARIANT::boolVal is kTrue, and
+// false if it has any other value.
 inline constexpr std::uint16_t kTrue = 0xFFFF;
 inline constexpr std::uint16_t kFalse = 0;
 
@@ -77,7 +77,7 @@ constexpr std::uint16_t BooleanWord(bool value) {
     return value ? kTrue : kFalse;
 }
 
-// The published type words for VARIANT::vt. The commands do not read them.
+// The standard values of VARIANT::vt, one for each type. The commands do not read them.
 enum VariantType : std::uint16_t {
     kRealType = 5,
     kTextType = 8,
@@ -90,8 +90,8 @@ enum VariantType : std::uint16_t {
 // with the host's default severity.
 
 inline constexpr std::wstring_view kErrorStart = L"ERROR";
-// The start of an error in a file. A line number, counted from 1, then "): " and the message
-// follow.
+// The start of an error in a file. After it come the line number (counted from 1), "): " and the
+// message.
 inline constexpr std::wstring_view kErrorLineStart = L"ERROR (LINE ";
 inline constexpr std::wstring_view kMissingFileName = L"File name not specified";
 inline constexpr std::wstring_view kCancelEnd = L": User cancelled command";
@@ -126,9 +126,9 @@ constexpr std::optional<std::size_t> CountedModels(std::optional<std::int32_t> s
     return count;
 }
 
-// Whether the lines after this one are about the motion of an Acclaim import. After the skeleton is
-// imported, its documentation is logged, even if it is empty; that is the first line with the
-// severity of information.
+// Whether the lines after this one are about the motion of an Acclaim import. When the skeleton has
+// been imported, its documentation is logged, even if it is empty. It is the first line that is
+// logged with zkInfoSeverity.
 constexpr bool EndsSkeleton(std::optional<std::int32_t> severity) {
     return severity == Zelk::zkInfoSeverity;
 }

@@ -60,7 +60,7 @@ class PluginFiles {
         return text::DecodeUtf8(path);
     }
 
-    std::unique_ptr<text::TemporaryFolder> folder_;  // null: the plug-in reads the files themselves
+    std::unique_ptr<text::TemporaryFolder> folder_;  // null: the plug-in reads the user's files
     std::wstring file_;
     std::wstring motion_;
 };
@@ -113,7 +113,8 @@ const FormatTraits& TraitsOf(Format format) {
     return kTraits[static_cast<std::size_t>(format)];
 }
 
-// Puts the user's files into the record, where the plug-in noted the temporary files that it read.
+// Writes the paths of the user's files into the plug-in's record. The plug-in has recorded the
+// paths that it read, which may be those of temporary files.
 void NameFiles(const Request& request, USERINPUT& input) {
     const FormatTraits& traits = TraitsOf(request.format);
     input.*traits.file = AbsolutePath(request.file.path).c_str();
