@@ -109,7 +109,8 @@ Example: zkhost convert takes/ --to glb --out-dir out
 
 Imports each .bvh, .asf and .amc file in its own process; writes DIR/index.csv.
 Folders are searched, and the outputs keep their tree. An .amc is imported with
-the .asf of its folder that begins its name (07.asf, 07_01.amc) or the only one.
+the .asf file in its folder whose name begins the motion's name (07.asf and
+07_01.amc), or with the only .asf file there.
   --to FORMAT        @outputs@
   --out-dir DIR      the folder of the outputs, named after the sources
   --asf FILE         use this skeleton for every .amc
