@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 
 // How much may be made of one file: a number of objects, or of characters in derived names and
 // warnings. A few bytes of a file can ask for an object of a thousand bytes, or for a copy of a
