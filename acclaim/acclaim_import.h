@@ -15,11 +15,11 @@ class CAcclaimImport : public CMocapImportBase {
     CAcclaimImport();
     ~CAcclaimImport() override;
 
-    // Whether values of a motion are held within the limits of the skeleton file.
+    // Whether values of a motion are clamped to the limits in the skeleton file.
     void ApplyLimits(bool apply) { parser.ApplyLimits(apply); }
     // With true, `multiplier` replaces the length factor of the skeleton file and scales the root's
-    // translations as well. With false, `multiplier` is ignored, and the file's factor is used as
-    // soon as a file has one.
+    // translations as well. With false, `multiplier` is ignored: the factor stays as it is until a
+    // skeleton file states one.
     void OverrideLengthMultiplier(bool overrideMultiplier, double multiplier) {
         parser.OverrideLengthMultiplier(overrideMultiplier, multiplier);
     }
@@ -34,8 +34,8 @@ class CAcclaimImport : public CMocapImportBase {
     // The text of the skeleton file's ":documentation" section.
     const Zelk::CString& GetDocumentation() const { return documentation; }
 
-    // The first node of that name, in any letter case of ASCII; null when there is none. The nodes
-    // stay until the next skeleton is imported.
+    // The first node of that name; null when there is none. Upper and lower case of ASCII letters
+    // are not distinguished. The nodes exist until the next skeleton is imported.
     MOCAPMODEL* FindModelByName(const char* name) { return parser.FindModelByName(name); }
 
   private:
@@ -54,7 +54,8 @@ class CAcclaimImport : public CMocapImportBase {
     // Frees the file and the keys, and with `all` the skeleton too. The length factor, the options
     // and the frame time stay.
     void Clear(bool all);
-    // Clears, then records the error. Without a file it has no line.
+    // Frees what was parsed, then records the error. The file is freed too, so the error has no
+    // line.
     std::int32_t RefuseFile(bool all, std::int32_t status, const Zelk::CString& message);
 
     // --- asf_import.cpp, amc_import.cpp ---

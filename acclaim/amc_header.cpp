@@ -20,7 +20,7 @@ std::int32_t AcclaimParser::ParseMotionHeader() {
     return ParseAngleUnit();
 }
 
-// unit = ":degrees" | ":radians". Without one the values are taken in the skeleton's.
+// unit = ":degrees" | ":radians". Without a unit, the angles are in the unit of the skeleton file.
 std::int32_t AcclaimParser::ParseAngleUnit() {
     const std::uint32_t position = stringFile.GetPosition();
     const char* const token = GetNextAccString();

@@ -98,8 +98,8 @@ Zelk::CStatus CAcclaimImport::BuildMotion(const Zelk::CString& motionName) {
     return CreateMotionZelkEntities(motionName);
 }
 
-// The end is in seconds although keys are timed in frame numbers. A host divides one by the other
-// to get the seconds per frame.
+// The end of an action is a time in seconds, although the times of keys are frame numbers. A host
+// divides the end by the last key's time to get the seconds per frame.
 Zelk::CStatus CAcclaimImport::CreateMotionZelkEntities(const Zelk::CString& motionName) {
     progressBar->SetText(L"Creating model motion action...");
     if (CheckCancelled()) return kCancelled;

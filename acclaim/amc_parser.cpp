@@ -23,12 +23,13 @@ std::uint32_t CountAnimatedChannels(const MOCAPMODEL& node) {
 }  // namespace
 
 struct AcclaimParser::Motion {
-    std::int32_t animatedNodes = 0;  // less one for every unknown bone that was met
-    // The bones in the order of a frame. A bone that was added stays. There are never more bones
-    // here than animated nodes, so that every frame visits all of them.
+    // The number of animated nodes, minus the number of unknown bones that the frames named.
+    std::int32_t animatedNodes = 0;
+    // The bones in the order of a frame. No bone is ever removed. There are never more bones here
+    // than `animatedNodes`, so every frame visits all of them.
     std::vector<MOCAPMODEL*> slots;
-    std::unordered_set<const MOCAPMODEL*> inSlots;  // the same bones
-    AmcKeyLists keys;                               // for each bone in `slots`, for its channels
+    std::unordered_set<const MOCAPMODEL*> inSlots;  // the bones in `slots`
+    AmcKeyLists keys;                               // the values of the channels of these bones
 };
 
 void AcclaimParser::Warn(const std::wstring& message) {
@@ -155,8 +156,8 @@ double AcclaimParser::ConvertValue(const CHANNELS& channel, double value) const 
 
 // Gives every channel its keys. A bone that no frame names gets none.
 std::int32_t AcclaimParser::AttachKeys(Motion& motion) {
-    // The count cannot fall below zero, because a frame has no more names than animated nodes are
-    // left.
+    // This cannot happen: a frame has at most as many names as `animatedNodes`, so that unknown
+    // bones cannot make the count negative.
     if (motion.animatedNodes < 0)
         return Fail(kUnexpectedEnd, L"Unrecoverable errors while parsing motion file");
     if (motion.slots.empty()) return kOk;

@@ -53,7 +53,7 @@ ChildLists GatherChildren(const std::vector<std::unique_ptr<MOCAPMODEL>>& models
     return children;
 }
 
-// The position channels that take the offset of a child, by axis.
+// The position channels to which the offset of a child is added, one for each axis.
 struct Targets {
     CHANNELS* axis[3] = {};
     bool operator==(const Targets&) const = default;
@@ -70,9 +70,10 @@ bool EnsureKeys(CHANNELS& slot, std::uint32_t count) {
 
 enum class Found { All, NoSlot, NoMemory };
 
-// For each axis: the child's own position channel; without one, that of the child before it, which
-// `targets` has; without that, a new channel. It is intended that a child without position channels
-// shares those of another child.
+// Finds a position channel of the child for each axis. If the child has none, it keeps the channel
+// in `targets`, which belongs to the child before it. If there is none in `targets` either, it
+// makes a new one. It is intended that a child without position channels shares those of another
+// child.
 Found FindTargets(MOCAPMODEL& child, std::uint32_t frameCount, Targets& targets) {
     for (CHANNELS& slot : child.channels)
         if (IsPosition(slot.type)) targets.axis[slot.type - kPositionX] = &slot;

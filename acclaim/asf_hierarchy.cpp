@@ -10,7 +10,7 @@ using namespace Zelk::status;
 
 namespace {
 
-// A shorter bone counts as one whose end is its start.
+// A bone that is shorter than this is treated as a point.
 constexpr double kShortestBone = 0.01;
 
 // Puts the node at the end of the bone.
@@ -23,7 +23,7 @@ void MoveToEnd(const MOCAPMODEL& bone, MOCAPMODEL& node) {
 
 }  // namespace
 
-// hierarchy = "begin" { line } "end"; each line ends where the file's does
+// hierarchy = "begin" { line } "end". A line of the grammar is a line of the file.
 std::int32_t AcclaimParser::HandleHierarchy() {
     const char* token = GetNextAccString();
     if (token == nullptr || !EqualsIgnoringCase(token, "begin"))

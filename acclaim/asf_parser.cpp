@@ -37,7 +37,7 @@ std::int32_t AcclaimParser::ParseASF() {
     struct Section {
         const char* keyword;
         std::int32_t (AcclaimParser::*handle)();
-        unsigned int steps;  // of the progress bar
+        unsigned int steps;  // how far the section moves the progress bar
     };
     static constexpr Section kSections[] = {
         {":name", &AcclaimParser::HandleName, 2},

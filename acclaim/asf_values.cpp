@@ -16,7 +16,7 @@ namespace {
 constexpr const char* kAxisOrders[] = {"xyz", "xzy", "yxz", "yzx", "zxy", "zyx"};
 
 struct ChannelToken {
-    const char* text;  // at most two characters, which are compared
+    const char* text;  // one or two characters; the rest of a token is not compared
     std::uint8_t type;
 };
 constexpr ChannelToken kRootTokens[] = {

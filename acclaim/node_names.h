@@ -21,7 +21,8 @@ class NodeNames {
   private:
     const std::string& Fold(const char* name);
 
-    // For each name in lower case, its nodes as a heap with the lowest number first.
+    // The key is a name in lower case. The nodes with this name are a heap; the first one has the
+    // lowest number.
     std::unordered_map<std::string, std::vector<std::uint32_t>> nodes_;
     std::string folded_;
 };

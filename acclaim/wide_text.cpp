@@ -5,7 +5,7 @@
 #include <cwchar>
 
 std::wstring WideText(const char* text) {
-    // Zeros, so that a text that does not convert ends where the conversion stopped.
+    // The buffer is filled with zeros, so that the result ends where the conversion stops.
     std::wstring wide(std::strlen(text) + 1, L'\0');
     std::mbstowcs(wide.data(), text, wide.size());
     wide.resize(std::wcslen(wide.c_str()));

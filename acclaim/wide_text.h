@@ -2,6 +2,6 @@
 
 #include <string>
 
-// Converts 8-bit text to characters by the process's character locale, up to the first byte that is
-// not valid there.
+// Decodes 8-bit text in the encoding of the process's locale, up to the first byte that is not
+// valid in it.
 std::wstring WideText(const char* text);

@@ -13,8 +13,9 @@ struct BoneMatrices {
     double inverse[4][4];
 };
 
-// GetBoneGlobalMatrix for many objects of a scene that does not change in the meantime. No ancestor
-// is read more than twice, so the time for a deep skeleton grows with the number of its objects.
+// Computes what GetBoneGlobalMatrix returns, for many objects of a scene that does not change in
+// the meantime. No ancestor is read more than twice, so the time for a deep skeleton grows with the
+// number of its objects.
 class BoneMatrixCache {
   public:
     explicit BoneMatrixCache(Zelk::CString stopName) : stopName_(std::move(stopName)) {}
@@ -23,7 +24,8 @@ class BoneMatrixCache {
     BoneMatrices Get(const Zelk3DObject& object);
 
   private:
-    // The rotations alone; the fourth row and column of a BoneMatrices are those of the identity.
+    // Only the rotations are stored; the fourth row and column of a BoneMatrices are those of the
+    // identity.
     struct Rotations {
         double global[3][3];
         double inverse[3][3];

@@ -8,7 +8,7 @@
 // long name, so the limit grows with the size of the file.
 class FileAllowance {
   public:
-    // Every file may take `always`, and `each` more for every `bytes` of its size.
+    // A file may reserve `always`, and in addition `each` for every `bytes` bytes of its size.
     constexpr FileAllowance(std::uint64_t always, std::uint64_t each, std::uint64_t bytes)
         : always_(always), each_(each), bytes_(bytes), limit_(always), left_(always) {}
 

@@ -91,7 +91,8 @@ class CMocapImportBase : protected MocapSkeleton {
     // --- bones_skeleton.cpp ---
     // Builds the whole skeleton as chains, with nulls for what cannot be a bone.
     Zelk::CStatus CreateBonesSkeleton();
-    // How many objects count against the allowance: chains, and the nulls at their ends.
+    // How much of the allowance for chains is needed: one for each chain and for each null at the
+    // end of a chain.
     std::size_t CountChains(const std::vector<BoneChain>& chains) const;
     // Whether the chain is a single node that cannot be a bone.
     bool BecomesNull(const BoneChain& chain) const;
@@ -119,9 +120,9 @@ class CMocapImportBase : protected MocapSkeleton {
     // null.
     Zelk::CStatus AddBasePose(Zelk3DObject object, const Zelk::CString& parameterName,
                               double* value);
-    // The property whose curve carries the keys of each channel in turn to the motion. It is on the
-    // first node's object or, when that has none, on the model. `fcurve` is empty when the host did
-    // not make it.
+    // The property with the curve through which the keys of all channels are copied to the motion,
+    // one channel after the other. It is on the first node's object or, when that node has none, on
+    // the model. `fcurve` is empty when the host did not make it.
     struct ScratchCurve {
         Zelk::CustomProperty property;
         Zelk::FCurve fcurve;

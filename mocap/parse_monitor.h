@@ -10,7 +10,7 @@ class ParseMonitor {
 
     // Whether the user wants to stop. The parser then fails with "User cancelled command".
     virtual bool IsCancelled() { return false; }
-    // The parser did `steps` more of its share of the progress bar.
+    // The progress bar should advance by `steps`.
     virtual void Advance(unsigned int /*steps*/) {}
     // The channels and the number of frames are known; their values are parsed next.
     virtual void BeginValues() {}

@@ -1,5 +1,5 @@
-// Status codes of the importers' own: successes that the caller must tell from Zelk::status::kOk.
-// The host never gets them.
+// Status codes that only the importers use. They are successes that a caller must distinguish from
+// Zelk::status::kOk. The host never gets them.
 #pragma once
 
 #include <cstdint>

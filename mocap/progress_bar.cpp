@@ -9,8 +9,8 @@ constexpr std::int32_t kHostMinimum = 0;
 constexpr std::int32_t kHostMaximum = 32000;
 constexpr std::int32_t kHostStep = 1;
 
-// Truncated to 32 bits the way the processor does it: what does not fit, and what is no number, is
-// the smallest integer.
+// Truncates towards zero. Like the processor's conversion, returns the smallest integer for a NaN
+// and for a value that does not fit into 32 bits.
 std::int32_t Truncate(double value) {
     constexpr auto kSmallest = std::numeric_limits<std::int32_t>::min();
     const bool fits = value > -2147483649.0 && value < 2147483648.0;

@@ -12,9 +12,10 @@ struct RotationKeys {
     MOCAP_RAWKEY* factor[3] = {};
     MOCAP_RAWKEY* axis[3] = {};
 
-    // The product Rx * Ry * Rz. The types of the slots count, not their order in `list`.
+    // The keys for the product Rx * Ry * Rz. The order of the slots in `list` does not matter;
+    // their types say which axis they belong to.
     static RotationKeys ByType(const MOCAPMODEL::CHANNELS* const* list);
 
-    // Replaces the values of every frame, in degrees.
+    // Replaces the values of every frame. Values are degrees.
     void Convert(std::uint32_t frameCount, const RotationProduct& product) const;
 };

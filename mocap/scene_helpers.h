@@ -1,4 +1,4 @@
-// What the importers often do with the host's scene. There is no state here; all objects belong to
+// Operations on the host's scene that both importers use. They keep no state. All objects belong to
 // the scene.
 #pragma once
 
@@ -25,8 +25,8 @@ void GetLocalRotation(const Zelk3DObject& object, double rotation[4][4], double 
 void GetBoneGlobalMatrix(Zelk3DObject& object, const Zelk::CString& stopName, double global[4][4],
                          double inverse[4][4]);
 
-// Converts a text from a file to a host string by the process's character locale, up to the first
-// byte that is not valid there. Null gives an empty string.
+// Decodes a text from a file in the encoding of the process's locale, up to the first byte that is
+// not valid in it. A null pointer gives an empty string.
 Zelk::CString ZelkStringFromANSI(const char* text);
 
 // Writes a line to the host's log, with the host's default severity.
