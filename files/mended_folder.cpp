@@ -34,8 +34,8 @@ struct Registered {
 Registered registered;
 static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
-// Blocks all signals in this thread as long as it exists, so that no signal is handled between the
-// creation of a folder and its registration.
+// As long as this object exists, all signals are blocked in its thread, so that no signal is
+// handled between the creation of a folder and its registration.
 class SignalsBlocked {
   public:
     SignalsBlocked() {
@@ -122,7 +122,8 @@ MendedFolder::~MendedFolder() {
 std::string MendedFolder::Write(const std::string& baseName, std::string_view text) {
     std::string path = folder_ + '/' + baseName;
     const auto index = static_cast<std::size_t>(registered.fileCount.load());
-    if (index >= kMostFiles) throw text::WriteError(fmt::format("cannot write {}: too many", path));
+    if (index >= kMostFiles)
+        throw text::WriteError(fmt::format("cannot write {}: too many files", path));
     CopyPath(path, registered.files[index]);
     ++registered.fileCount;
     const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
@@ -149,7 +150,8 @@ void RemoveMendedFolder() noexcept {
 }
 
 void RemoveMendedFolders(pid_t process) {
-    // Wherever a folder may have been created, even if there is no space for another one now.
+    // The process may have used either folder. FoldersWithSpace is not called, because it leaves
+    // out a folder that has no space now.
     for (const std::string& folder : {std::string(kMemoryFolder), TemporaryFolder()}) {
         std::error_code error;
         std::filesystem::directory_iterator entry(folder, error);
