@@ -11,7 +11,8 @@ namespace {
 
 constexpr double kDegrees = 180 / std::numbers::pi;
 
-// The time in cycles since a contact of the foot of that side.
+// Converts the time in cycles since the left foot landed to the time since the foot of `side`
+// landed.
 double OwnCycles(Side side, double cycles) {
     return side == Side::kLeft ? cycles : cycles + 0.5;
 }
@@ -21,7 +22,7 @@ JointId OfSide(Side side, JointId left, JointId right) {
 }
 
 // Converts a rotation in a joint's own frame to the frame of the T-pose.
-Rotation InAxisFrame(const Joint& joint, const Rotation& turn) {
+Rotation FromAxisFrame(const Joint& joint, const Rotation& turn) {
     const Rotation frame = TurnXyz(joint.axis);
     return frame * turn * Inverse(frame);
 }
@@ -32,13 +33,14 @@ struct LegBend {
 };
 
 // Bends a straight leg so that it reaches from the hip to the ankle, its knee pointing towards
-// `ahead`. `down` and `hinge` are the leg's line and the axis its knee bends about in the T-pose,
-// unit vectors at a right angle.
+// `ahead`. In the T-pose, `down` points along the leg, and the knee bends about `hinge`. Both are
+// unit vectors, at a right angle to each other.
 LegBend Reach(const Vec3& hipToAnkle, const Vec3& ahead, const Vec3& down, const Vec3& hinge,
               double thigh, double shank) {
     const double reach = Length(hipToAnkle);
     const double cosine = (reach * reach - thigh * thigh - shank * shank) / (2 * thigh * shank);
-    if (cosine > 1) throw std::logic_error("a foot is planned out of its leg's reach");
+    if (cosine > 1)
+        throw std::logic_error("the planned position of a foot is out of the leg's reach");
     const double knee = std::acos(cosine) * kDegrees;
 
     const Vec3 rest = Normalized(thigh * down + shank * (TurnAbout(hinge, knee) * down));
@@ -67,8 +69,8 @@ void GaitModel::PoseTrunk(double cycles, Pose& pose) const {
     const Placement pelvis = PelvisAt(cycles);
     pose.hips = pelvis.origin;
     pose.local[kHips] = pelvis.rotation;
-    // The three joints of the spine, and the two of the neck, share the rotation between their
-    // ends.
+    // Turns each of the `count` joints from `first` on by an equal part of the rotation between
+    // `from` and `to`.
     const auto share = [&pose](const Rotation& from, const Rotation& to, JointId first, int count) {
         Rotation below = from;
         for (int i = 1; i <= count; ++i) {
@@ -83,7 +85,8 @@ void GaitModel::PoseTrunk(double cycles, Pose& pose) const {
 }
 
 void GaitModel::PoseLeg(Side side, double cycles, Pose& pose) const {
-    constexpr double kKneeOut = 3.0;  // degrees: less than the foot points outwards
+    // Degrees that the knee points outwards. The foot points outwards by more.
+    constexpr double kKneeOut = 3.0;
     const JointId upLeg = OfSide(side, kLeftUpLeg, kRightUpLeg);
     const JointId leg = OfSide(side, kLeftLeg, kRightLeg);
     const JointId foot = OfSide(side, kLeftFoot, kRightFoot);
@@ -102,11 +105,13 @@ void GaitModel::PoseLeg(Side side, double cycles, Pose& pose) const {
     pose.local[toe] = TurnX(-plan.toeBend);
 }
 
-// Shoulder and elbow after Murray, Sepic and Barnard (1967): the arm is furthest back when the foot
-// of its own side lands, and the elbow bends as it comes forward.
+// The angles of shoulder and elbow follow Murray, Sepic and Barnard (1967). The arm is furthest
+// back when the foot of the same side lands; while the arm swings forward, the elbow bends.
 void GaitModel::PoseArm(Side side, double cycles, Pose& pose) const {
-    constexpr double kHang = 78;   // degrees from the T-pose down to the side
-    constexpr double kInward = 8;  // degrees: the forearm swings a little across
+    constexpr double kHang = 78;  // degrees from the T-pose down to the side
+    // Degrees that the upper arm turns about its own length, so that the bent forearm points
+    // inwards.
+    constexpr double kInward = 8;
     const double sign = Sign(side);
     const double own = OwnCycles(side, cycles);
     const auto id = [side](JointId left, JointId right) { return OfSide(side, left, right); };
@@ -120,10 +125,10 @@ void GaitModel::PoseArm(Side side, double cycles, Pose& pose) const {
     const double elbow = 24.0 - 9.0 * OncePerCycle(own, 0.06);
     const double wrist = 6.0 - 4.0 * OncePerCycle(own, 0.12);
     pose.local[shoulder] =
-        InAxisFrame(skeleton_[shoulder], TurnZ(sign * -4.0) * TurnY(sign * 2.0 * back));
+        FromAxisFrame(skeleton_[shoulder], TurnZ(sign * -4.0) * TurnY(sign * 2.0 * back));
     pose.local[arm] = TurnX(-flexion) * TurnZ(sign * -kHang) * TurnX(kInward);
-    pose.local[foreArm] = InAxisFrame(skeleton_[foreArm], TurnX(elbow));
-    pose.local[hand] = InAxisFrame(skeleton_[hand], TurnZ(sign * -wrist) * TurnX(4.0));
+    pose.local[foreArm] = FromAxisFrame(skeleton_[foreArm], TurnX(elbow));
+    pose.local[hand] = FromAxisFrame(skeleton_[hand], TurnZ(sign * -wrist) * TurnX(4.0));
 }
 
 }  // namespace examples
