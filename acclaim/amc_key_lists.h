@@ -15,14 +15,15 @@ class AmcKeyLists {
   public:
     // Begins the row of the frame with this number.
     void BeginFrame(int number) { numbers_.Append(number); }
-    // Adds `count` channels after those so far. Called before their first values are appended.
+    // Adds `count` channels after the existing ones. Called after BeginFrame, before their first
+    // values are appended.
     void AddChannels(std::uint32_t count);
     // Appends the row's next value.
     void Append(double value) { values_.Append(value); }
 
     // Returns an array for each channel, with a key for each row. The rows before a channel was
-    // added get its first value. Rows are freed as their values are copied. Empty when memory runs
-    // out.
+    // added get its first value. The memory of the rows is freed while their values are copied. The
+    // result is empty when memory runs out.
     std::vector<KeyArray> ReleaseKeys();
 
   private:

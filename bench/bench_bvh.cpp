@@ -1,4 +1,5 @@
-// The stages of a BVH import, and whole imports. Items are values: channels times frames.
+// Benchmarks of the stages of a BVH import, and of whole imports. One item is the value of one
+// channel in one frame.
 #include <benchmark/benchmark.h>
 #include <string>
 #include <utility>
@@ -41,7 +42,7 @@ void Count(benchmark::State& state) {
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
-// From text to nodes and keys. Reading the file and freeing the keys is not timed.
+// Parses text to nodes and keys. Reading the file and freeing the keys is not timed.
 void BM_Parse(benchmark::State& state) {
     const std::string path = bench::SyntheticBvhFile(ShapeOf(state));
     for (auto _ : state) {
@@ -57,7 +58,8 @@ void BM_Parse(benchmark::State& state) {
     Count(state);
 }
 
-// From nodes and keys to the scene, the order of rotations included.
+// Builds the scene from nodes and keys. The time includes the conversion of each joint's rotations
+// to the order that the scene uses.
 void BM_Build(benchmark::State& state) {
     const std::string path = bench::SyntheticBvhFile(ShapeOf(state));
     for (auto _ : state) {

@@ -21,13 +21,15 @@ class CBiovisionImport : public CMocapImportBase {
     Zelk::CStatus ImportBVH(const Zelk::CString& fileName, const Zelk::CString& name);
     std::uint32_t GetModelsCount() const { return importedModels; }
 
-    // Builds the scene of a section that was parsed elsewhere, with `frameTime` in seconds, as a
-    // model named after `name`. GetSkeleton then has its nodes and their scene objects.
+    // Builds the scene of a section that the caller parsed, as a model named after `name`.
+    // `sectionFrameTime` is in seconds. Afterwards GetSkeleton returns the section's nodes with
+    // their scene objects.
     Zelk::CStatus ImportParsed(MocapSkeleton section, double sectionFrameTime,
                                const Zelk::CString& name);
 
   private:
-    // Passes what the parser asks and reports on to the progress bar.
+    // Connects the parser to the progress bar: tells it whether the user cancelled, and shows its
+    // progress.
     class Monitor : public ParseMonitor {
       public:
         explicit Monitor(CBiovisionImport& importer) : importer_(importer) {}
@@ -49,10 +51,11 @@ class CBiovisionImport : public CMocapImportBase {
     Zelk::CStatus ImportSections(const Zelk::CString& name);
     Zelk::CStatus ImportSection(const Zelk::CString& name, std::int32_t& parsed);
     Zelk::CStatus BuildSection(const Zelk::CString& name, std::int32_t& parsed);
-    // From nodes and keys to the scene.
+    // Builds the scene from the parsed nodes and keys.
     Zelk::CStatus BuildScene(const Zelk::CString& name);
     Zelk::CStatus CreateZelkEntities(const Zelk::CString& name);
-    // Whether the file may have this section. If not, the error is recorded.
+    // Counts the section against the limits of its file. If a limit is exceeded, records the error
+    // and returns its status.
     std::int32_t CountSection(const Zelk::CString& name);
     Zelk::CStatus CreateActions();
     Zelk::CStatus CreateSkeleton();
@@ -60,8 +63,9 @@ class CBiovisionImport : public CMocapImportBase {
     // Frees what was parsed, and with `clearFile` the file too.
     void Clear(bool clearFile);
 
-    // Sections without channels or frames. Each makes a model, two actions and a group; a section
-    // with channels and frames is long enough for these.
+    // How many sections without channels or frames a file may have. Each of them makes a model, two
+    // actions and a group from very little text. Other sections need more text, so they are not
+    // counted.
     FileAllowance sectionsLeft{10000, 1, 96};
     std::uint32_t importedModels = 0;
     Monitor monitor{*this};

@@ -21,7 +21,7 @@ bool IsDigit(char c) {
     return static_cast<unsigned char>(c - '0') < 10;
 }
 
-const char* ParseDigits(const char* at, std::uint64_t& digits) {
+const char* ReadDigits(const char* at, std::uint64_t& digits) {
     for (; IsDigit(*at); ++at)
         digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
     return at;
@@ -30,7 +30,7 @@ const char* ParseDigits(const char* at, std::uint64_t& digits) {
 const char* ReadAnyDecimal(const char* first, const char* last, double& value) {
     double number = 0.0;
     const auto [end, error] = from_chars(first, last, number);
-    // ToDouble handles zeros, and numbers out of range as the C library does.
+    // Zeros and numbers out of range are left to ToDouble, which returns what the C library does.
     if (error != std::errc() || number == 0.0) return nullptr;
     value = number;
     return end;
@@ -54,11 +54,11 @@ const char* ReadPlainDecimal(const char* first, const char* last, double& value)
     const bool negative = *first == '-';
     const char* const start = first + (negative ? 1 : 0);
     std::uint64_t digits = 0;
-    const char* const point = ParseDigits(start, digits);
+    const char* const point = ReadDigits(start, digits);
     const char* end = point;
     std::ptrdiff_t decimals = 0;
     if (*point == '.') {
-        end = ParseDigits(point + 1, digits);
+        end = ReadDigits(point + 1, digits);
         decimals = end - point - 1;
     }
     const std::ptrdiff_t count = (point - start) + decimals;
