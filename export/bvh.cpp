@@ -39,8 +39,8 @@ std::string Token(const Zelk::CString& name) {
     return token.empty() ? "_" : token;
 }
 
-// Whether an end site of the joint `parent` has this name. For a joint "X" that is "X_End", or
-// "X_End" with a number if the name was already in use.
+// Whether `name` is one that the BVH import gives to an end site of the joint `parent`: the joint's
+// name with "_End" appended, and digits after it if that name was already in use.
 bool IsEndName(std::string_view name, std::string_view parent) {
     if (!name.starts_with(parent)) return false;
     name.remove_prefix(parent.size());
@@ -255,7 +255,8 @@ class Section {
     }
 
     // Writes the channels of a joint, each number with a blank before it. Returns the end of the
-    // text. `angles` holds those of the frame before and receives those of this frame.
+    // text. `angles` are the joint's angles in the previous frame; they are replaced by those of
+    // this frame.
     char* WriteJoint(char* end, const Transform& local, const PrincipalAngles& principal, Kind kind,
                      BvhAngles& angles) const {
         if (kind == Kind::EndSite) return end;
@@ -288,8 +289,10 @@ class Section {
     std::vector<Transform> base_;
     std::vector<PrincipalAngles> baseAngles_;
     std::vector<Kind> kinds_;
-    bool addsRoot_ = false;  // a root that is no object of the scene is written above the joints
-    Transform turn_;         // the rotation that makes Y the up axis
+    // Whether the file gets a root joint that is not in the scene, as the parent of the scene's
+    // root joints.
+    bool addsRoot_ = false;
+    Transform turn_;  // the rotation that makes Y the up axis
     BvhAngles rootAngles_;
     int lengthDecimals_ = 0;
     int angleDecimals_ = 0;

@@ -2,7 +2,7 @@
 // memory. The plug-in changes them through host/; applications and tests read them here. The scene
 // owns every record. Const functions change no hidden state, so several threads may read a scene
 // while no thread changes it. Positions and lengths are in scene units, rotations in degrees, key
-// times in frames, AnimEnd in seconds.
+// times in frames, ActionSource::animEnd in seconds.
 #pragma once
 
 #include <array>
@@ -29,8 +29,8 @@ struct Object;
 
 // The keys of a curve: values[i] belongs to times[i]. Times are as they were set: in any order, and
 // not always finite. Both pointers are null until keys are set; the arrays never change afterwards,
-// so the action items that are made from a curve share its arrays. A curve whose times equal those
-// of the curve that was set just before it shares that curve's times.
+// so the action items that are made from a curve share its arrays. If two curves in a row are set
+// to the same times, they share the array of times.
 struct Keys {
     std::shared_ptr<const std::vector<double>> times;
     std::shared_ptr<const std::vector<double>> values;
@@ -128,7 +128,8 @@ struct ModelData {
 struct ChainData {
     std::vector<Object*> bones;  // in order, the first one is next to the root
     Object* effector = nullptr;  // null if it was deleted
-    // In scene space, as it was given. A new bone's z axis is as close to it as possible.
+    // The direction that each new bone's z axis comes as close to as possible. It is in scene
+    // space, and does not change after the chain was made.
     std::array<double, 3> normal{0.0, 0.0, 1.0};
     // The rotation of the effector relative to the last bone (to the root in a chain without
     // bones), row by row: the effector's x, y and z axis as seen from the bone.
@@ -141,8 +142,8 @@ struct PropertyData {
     std::vector<std::unique_ptr<Property>> properties;
 };
 
-// Most objects of a large scene are nulls and bones. Data that only some objects have is allocated
-// separately, so that those stay small.
+// Most objects of a large scene are nulls and bones. To keep these small, data that few objects
+// have is allocated separately.
 struct ZELK_API Object {
     Zelk::CString name;
     Object* parent = nullptr;  // null under the scene root
@@ -150,14 +151,17 @@ struct ZELK_API Object {
     Object* lastChild = nullptr;
     Object* previousSibling = nullptr;
     Object* nextSibling = nullptr;
-    Object* model = nullptr;  // the model it belongs to, for a model itself; null if there is none
+    // The model that contains the object, or the object itself if it is a model. Null if no model
+    // contains it.
+    Object* model = nullptr;
     // The local transform: posx, posy, posz, rotx, roty, rotz. x rotates first, then y, then z; the
-    // translation comes last. The scene computes the position of a bone, which is (length of the
-    // bone before it, 0, 0), and the whole transform of an effector, which is at the end of the
-    // last bone.
+    // translation comes last. The scene itself computes the position of a bone and the transform of
+    // an effector. A bone is at (length of the bone before it, 0, 0). An effector is at the end of
+    // the last bone.
     std::array<double, 6> local{};
     double length = 0.0;  // of a bone; 0 for other objects
-    // Of a bone, an effector and the root itself; null for an effector whose chain was deleted.
+    // The root of the chain that this bone or effector belongs to. A chain root points to itself.
+    // Null for other objects, and for an effector whose chain was deleted.
     Object* chainRoot = nullptr;
     std::unique_ptr<ModelData> modelData;                // null unless it is a model
     std::unique_ptr<ChainData> chainData;                // null unless it is a chain root
@@ -188,9 +192,10 @@ class ZELK_API Scene {
     // owner, a dot and its own name. Empty for an unknown id.
     Zelk::CString FullName(std::uint32_t id) const;
 
-    // The object and the channel that a target in an action of `model` names. `object` is null if
-    // there is no such object or channel. A target without an object's name ("kine.local.posx") is
-    // a channel of the model itself. The time does not depend on the number of objects.
+    // The result of ResolveTarget: the object and the channel that the target of an action of
+    // `model` refers to. `object` is null if there is no such object or channel. A target without
+    // an object's name ("kine.local.posx") is a channel of the model itself. ResolveTarget takes
+    // the same time however many objects there are.
     struct Target {
         const Object* object = nullptr;
         Channel channel = Channel::PosX;
