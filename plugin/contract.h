@@ -77,7 +77,7 @@ constexpr std::uint16_t BooleanWord(bool value) {
     return value ? kTrue : kFalse;
 }
 
-// The standard values of VARIANT::vt, one for each type. The commands do not read them.
+// The values of VARIANT::vt for the types of arguments. The commands do not read VARIANT::vt.
 enum VariantType : std::uint16_t {
     kRealType = 5,
     kTextType = 8,
@@ -90,8 +90,8 @@ enum VariantType : std::uint16_t {
 // with the host's default severity.
 
 inline constexpr std::wstring_view kErrorStart = L"ERROR";
-// The start of an error in a file. After it come the line number (counted from 1), "): " and the
-// message.
+// The start of a log line that reports an error in a file. After it, the log line contains the line
+// number in the file (counted from 1), then "): ", then the message.
 inline constexpr std::wstring_view kErrorLineStart = L"ERROR (LINE ";
 inline constexpr std::wstring_view kMissingFileName = L"File name not specified";
 inline constexpr std::wstring_view kCancelEnd = L": User cancelled command";
@@ -99,9 +99,9 @@ inline constexpr std::wstring_view kCountStart = L"Imported ";
 inline constexpr std::wstring_view kCountEndOfOne = L" model successfully";
 inline constexpr std::wstring_view kCountEnd = L" models successfully";
 
-// Whether the line reports a failure. If an import fails after some of several models, the line
-// with the number of finished models follows the error. If the documentation of an Acclaim skeleton
-// begins with "ERROR", it is mistaken for an error.
+// Whether the line reports a failure. If a Biovision import fails after it finished at least one
+// model, the next line says how many models were finished. If the documentation of an Acclaim
+// skeleton begins with "ERROR", it is mistaken for an error.
 constexpr bool IsErrorLine(std::optional<std::int32_t> severity, std::wstring_view text) {
     if (!severity || *severity == Zelk::zkWarningSeverity) return false;
     return text.starts_with(kErrorStart) || text == kMissingFileName;

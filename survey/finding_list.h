@@ -21,8 +21,8 @@ class FindingList {
         std::string_view code;
         Severity severity = Severity::Note;
         const char* at = nullptr;  // a byte of the source's text; null means the file as a whole
-        // Both may hold any bytes. Bytes that are not UTF-8 become U+FFFD; long texts are
-        // shortened.
+        // `message` and `joint` may hold any bytes. Bytes that are not UTF-8 become U+FFFD; long
+        // texts are shortened.
         std::string message = {};
         std::string joint = {};
         bool mended = false;
@@ -31,9 +31,9 @@ class FindingList {
     // Counts a case. The first case of the highest severity gives the finding its position, joint
     // and message. The finding is mended if any case is.
     void Add(const Case& added);
-    // Counts further cases if there already is a finding of this code with this severity or a
-    // higher one, since these need no message. Otherwise does nothing and returns false; then call
-    // Add.
+    // If there already is a finding of this code with this severity or a higher one, counts further
+    // cases of it and returns true. Such cases need no message, because the finding keeps its own.
+    // Otherwise does nothing and returns false; then call Add.
     bool AddAgain(std::string_view code, Severity severity, std::size_t cases = 1);
 
     // The finding of this code, or null if there is none. Valid until the next Add.

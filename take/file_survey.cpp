@@ -13,7 +13,8 @@
 namespace take {
 namespace {
 
-// The archive counts lengths in inches times 0.45; this turns them into metres.
+// Files of the CMU archive store lengths as inches times 0.45. This factor, 0.0254 / 0.45, converts
+// them to metres.
 constexpr double kCmuLengthMultiplier = 0.056444;
 constexpr double kCmuFramesPerSecond = 120.0;
 
@@ -50,7 +51,7 @@ class InputText {
 
     // A NUL byte follows the text.
     std::string_view Text() const { return content_ ? *content_ : stored_->Text(); }
-    // Why the file cannot be read; empty: it can.
+    // Why the file cannot be read; empty if it can be read.
     std::string Problem() const { return content_ ? std::string() : stored_->Problem(); }
     survey::AcclaimFile AsAcclaim() const { return {Text(), name_}; }
 
@@ -82,11 +83,12 @@ class SurveyCollector {
         result_.findings.push_back({file.path, std::move(findings)});
     }
 
-    // A rate of the request is kept: the user's choice comes before the file's.
+    // Sets the rate that the survey found, unless the user requested one.
     void SetRate(std::optional<double> framesPerSecond) {
         if (framesPerSecond && !result_.framesPerSecond) result_.framesPerSecond = framesPerSecond;
     }
-    // The survey got the request's length in its options, so its answer already respects it.
+    // If the user requested a multiplier, the survey's is that number times `multiplied`, so the
+    // survey's is used.
     void SetLengths(const survey::AcclaimSurvey& acclaim) {
         if (acclaim.lengthMultiplier) result_.lengthMultiplier = acclaim.lengthMultiplier;
         result_.multiplied = acclaim.multiplied;
