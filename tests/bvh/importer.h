@@ -33,7 +33,9 @@ class Importer {
 
     // Imports these bytes as a file, as a model called "walk".
     std::int32_t Import(const std::string& bytes) {
-        const support::TemporaryFolder dir;
+        // One for all imports of the process: making and removing files takes longer than an
+        // import.
+        static const support::TemporaryFolder dir;
         return ImportFile(dir.Write("walk.bvh", bytes));
     }
     std::int32_t ImportFile(const std::string& path) {

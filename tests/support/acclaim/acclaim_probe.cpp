@@ -33,7 +33,8 @@ ProbedSection ProbeNodes(const CAcclaimImport& importer) {
 ProbedPair ImportAcclaimText(const std::string& asf, const std::optional<std::string>& amc,
                              const AcclaimOptions& options) {
     headless::Session::Current().Reset();
-    const TemporaryFolder dir;
+    // One for all imports of the process: making and removing files takes longer than an import.
+    static const TemporaryFolder dir;
     CAcclaimImport importer;
     importer.SetOptions(options.nulls, options.chainFromParent, options.effectorToLastBone,
                         options.group);
