@@ -5,7 +5,7 @@
 namespace pairing {
 namespace {
 
-// The table of inputs: a new format that can be read gets a row.
+// The kinds of files that can be read, by extension. A new format gets a row here.
 struct Input {
     CaptureKind kind;
     std::string_view extension;

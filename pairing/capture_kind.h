@@ -13,14 +13,14 @@ enum class CaptureKind : std::uint8_t {
     Motion,     // .amc: the motion of an Acclaim skeleton
 };
 
-// The kind of a file by its extension, in any letter case; a file that is named ".bvh" has this
-// extension. None for another extension or without one.
+// Returns the kind that the file's extension, in any letter case, stands for. A file whose whole
+// name is ".bvh" also has this extension. Returns nullopt for any other extension or for none.
 std::optional<CaptureKind> KindOf(std::string_view path);
 
-// "bvh", "asf" or "amc".
+// Returns "bvh", "asf" or "amc".
 std::string_view NameOf(CaptureKind kind);
 
-// Whether the file is an Acclaim skeleton or motion, by its extension.
+// Whether the file's extension is that of an Acclaim skeleton or motion.
 bool IsAcclaim(std::string_view path);
 
 }  // namespace pairing

@@ -20,7 +20,9 @@ bool IsLetterOrDigit(wchar_t character) {
 
 // How well a skeleton's name fits a motion's; a greater Fit is better.
 struct Fit {
-    std::size_t length = 0;  // characters of the name that fits; 0 if it does not fit
+    // Number of characters of the skeleton's name without extension; 0 if the name does not fit.
+    std::size_t length = 0;
+    // Whether the motion's name begins with the skeleton's name in the same letter case.
     bool sameCase = false;
 
     bool Fits() const { return length > 0; }
@@ -28,6 +30,7 @@ struct Fit {
     auto operator<=>(const Fit&) const = default;
 };
 
+// Both names are without extension.
 Fit FitOf(std::string_view motion, std::string_view skeleton) {
     const std::wstring longer = text::FoldCase(motion);
     const std::wstring begin = text::FoldCase(skeleton);
@@ -52,8 +55,8 @@ Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& sk
         found = &skeleton;
     }
     if (equallyGood)
-        return {"", fmt::format("{} and {} both fit; choose one with --asf FILE", *equallyGood,
-                                *found)};
+        return {"", fmt::format("{} and {} both fit the motion's name; choose one with --asf FILE",
+                                *equallyGood, *found)};
     if (found) return {*found, ""};
     if (skeletons.size() == 1) return {skeletons.front(), ""};
     if (skeletons.empty())

@@ -8,17 +8,19 @@
 namespace pairing {
 
 struct Pairing {
-    std::string skeleton;  // one of the names that were given; empty if none fits
-    std::string problem;   // why none fits, for the user; otherwise empty
+    std::string skeleton;  // the skeleton that was chosen; empty if none was chosen
+    std::string problem;   // why no skeleton was chosen, for the user; empty if one was chosen
 };
 
-// `motion` is the name of an .amc file, `skeletons` are the names of the .asf files in its folder.
+// `motion` is the name of an .amc file. `skeletons` are the names of the .asf files in its folder.
 //
-// A skeleton fits if its name without extension is the motion's or is its beginning. After such a
-// beginning, two letters or digits must not meet: "07" fits "07_01", but not "070". The longest
-// name that fits is chosen; of two names that differ only in letter case, the one with the motion's
-// case. If two fit equally well, there is no result. If none fits, the only skeleton of the folder
-// is chosen.
+// Names are compared without extension and without regard to letter case. A skeleton fits if its
+// name is the motion's name or the beginning of it. If the skeleton's name ends with a letter or
+// digit, the next character of the motion's name must be neither: "07" fits "07_01", but not "070".
+//
+// The longest name that fits is chosen. Of two names that differ only in letter case, the one with
+// the motion's letter case is chosen. If two names fit equally well, none is chosen. If no name
+// fits but the folder has only one skeleton, that skeleton is chosen.
 Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& skeletons);
 
 }  // namespace pairing
