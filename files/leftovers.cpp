@@ -13,7 +13,8 @@
 namespace files {
 namespace {
 
-// The paths of all temporary files in the folder. Empty if it cannot be listed.
+// Returns the paths of all temporary files in the folder. The result is empty if the folder cannot
+// be listed.
 std::vector<std::string> TemporariesIn(const std::string& folder) {
     std::vector<std::string> found;
     DIR* listing = opendir(folder.c_str());
@@ -24,8 +25,8 @@ std::vector<std::string> TemporariesIn(const std::string& folder) {
     return found;
 }
 
-// Whether the path still names the open file. Before the lock was obtained, the file may have been
-// given its final name, and another writer may have created a new file at the path.
+// Whether the path still names the open file. Before this process locked the file, its writer may
+// have given it its final name, and another writer may have created a new file with this path.
 bool IsStillAt(const std::string& path, int file) {
     struct stat named {};
     struct stat opened {};
@@ -33,8 +34,8 @@ bool IsStillAt(const std::string& path, int file) {
            named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
-// A process that writes the file holds a lock on it until it ends, so a file that can be locked
-// here is abandoned.
+// The writer of a temporary file holds a lock on it until it has renamed the file or gives it up.
+// If the file can be locked here, no writer needs it any more.
 void RemoveIfAbandoned(const std::string& path) {
     const int file = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (file < 0) return;

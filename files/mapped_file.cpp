@@ -12,7 +12,7 @@
 namespace files {
 namespace {
 
-// In bytes. The plug-in counts the bytes of a file in 32 bits.
+// Files with this many bytes or more are refused, because the plug-in counts bytes in 32 bits.
 constexpr std::uint64_t kTooLarge = std::uint64_t{1} << 32;
 
 std::string TextOf(int error) {
@@ -52,8 +52,8 @@ MappedFile::MappedFile(const std::string& path) {
     close(file);
 }
 
-// Reserves one page of zeros more than the file needs, so that a NUL byte follows the text even if
-// the file fills its last page.
+// Reserves at least one page of zeros more than the file needs. This way a NUL byte follows the
+// text even if the file fills its last page.
 void MappedFile::Map(int file) {
     struct stat status {};
     if (fstat(file, &status) != 0) {

@@ -19,12 +19,13 @@ namespace files {
 namespace {
 
 constexpr char kMemoryFolder[] = "/dev/shm";
-// The bytes in memory that are left free for other programs.
+// The number of bytes in kMemoryFolder that must stay free for other programs.
 constexpr std::size_t kSpareBytes = std::size_t{16} << 20;
 constexpr std::size_t kMostFiles = 2;
 
-// The paths that a signal handler removes: the first `fileCount` of `files`, and `folder` if
-// `hasFolder` is set. Registered paths are not changed, so the handler may run at any time.
+// The paths that a signal handler removes: the first `fileCount` paths in `files`, and `folder` if
+// `hasFolder` is set. A path is stored before it is counted and is not changed afterwards, so the
+// handler may run at any time.
 struct Registered {
     std::array<std::array<char, 4096>, kMostFiles> files{};
     std::array<char, 4096> folder{};
@@ -34,7 +35,7 @@ struct Registered {
 Registered registered;
 static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
-// As long as this object exists, all signals are blocked in its thread, so that no signal is
+// Blocks all signals in this thread while an object of this class exists. This way no signal is
 // handled between the creation of a folder and its registration.
 class SignalsBlocked {
   public:
@@ -51,23 +52,25 @@ class SignalsBlocked {
     sigset_t former_{};
 };
 
-std::string TemporaryFolder() {
+// Returns the folder that TMPDIR names, or /tmp if TMPDIR is not set.
+std::string FolderOnDisk() {
     const char* const folder = std::getenv("TMPDIR");
     return folder != nullptr && *folder != '\0' ? folder : "/tmp";
 }
 
-// The folders in which a temporary folder for `bytes` bytes can be created, the best first.
-std::vector<std::string> FoldersWithSpace(std::size_t bytes) {
+// Returns the folders in which to try to create a temporary folder for `bytes` bytes, the best one
+// first. The folder in memory is one of them only if it has enough space.
+std::vector<std::string> ParentFolders(std::size_t bytes) {
     std::vector<std::string> folders;
     struct statvfs space {};
     if (statvfs(kMemoryFolder, &space) == 0 &&
         bytes + kSpareBytes <= space.f_bavail * space.f_frsize)
         folders.emplace_back(kMemoryFolder);
-    folders.push_back(TemporaryFolder());
+    folders.push_back(FolderOnDisk());
     return folders;
 }
 
-// The beginning of the names of a process's folders.
+// Returns the beginning of the names of all temporary folders that the process creates.
 std::string NamePrefix(pid_t process) {
     return fmt::format("zkhost-{}-", process);
 }
@@ -76,7 +79,8 @@ std::string NamePrefix(pid_t process) {
 // long.
 template <std::size_t Size>
 void CopyPath(const std::string& path, std::array<char, Size>& copy) {
-    if (path.size() >= Size) throw text::WriteError(fmt::format("cannot write {}: too long", path));
+    if (path.size() >= Size)
+        throw text::WriteError(fmt::format("cannot write {}: the path is too long", path));
     std::memcpy(copy.data(), path.c_str(), path.size() + 1);
 }
 
@@ -95,7 +99,7 @@ void WriteAll(int file, std::string_view text, const std::string& path) {
 MendedFolder::MendedFolder(std::size_t bytes) {
     const SignalsBlocked blocked;
     int error = 0;
-    for (const std::string& folder : FoldersWithSpace(bytes)) {
+    for (const std::string& folder : ParentFolders(bytes)) {
         std::string name = fmt::format("{}/{}XXXXXX", folder, NamePrefix(getpid()));
         if (mkdtemp(name.data())) {
             folder_ = name;
@@ -104,8 +108,9 @@ MendedFolder::MendedFolder(std::size_t bytes) {
         error = errno;
     }
     if (folder_.empty())
-        throw text::WriteError(
-            fmt::format("cannot make a temporary folder (TMPDIR): {}", std::strerror(error)));
+        throw text::WriteError(fmt::format(
+            "cannot create a temporary folder in {}: {}; TMPDIR can name another folder",
+            FolderOnDisk(), std::strerror(error)));
     try {
         CopyPath(folder_, registered.folder);
     } catch (...) {
@@ -152,7 +157,7 @@ void RemoveMendedFolder() noexcept {
 void RemoveMendedFolders(pid_t process) {
     // The process may have used either folder. FoldersWithSpace is not called, because it leaves
     // out a folder that has no space now.
-    for (const std::string& folder : {std::string(kMemoryFolder), TemporaryFolder()}) {
+    for (const std::string& folder : {std::string(kMemoryFolder), FolderOnDisk()}) {
         std::error_code error;
         std::filesystem::directory_iterator entry(folder, error);
         const std::filesystem::directory_iterator end;

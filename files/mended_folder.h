@@ -1,4 +1,4 @@
-// Stores mended texts as temporary files, which the plug-in reads instead of the user's files.
+// Stores mended texts as temporary files. The plug-in reads these instead of the user's files.
 #pragma once
 
 #include <string>
@@ -9,29 +9,33 @@
 
 namespace files {
 
-// A temporary folder that only this user may enter. It is in memory (/dev/shm) if there is room,
-// otherwise in the folder that TMPDIR names, or in /tmp. The destructor removes it with its files.
-// If a signal may end the process before, a MendedFolderWatch removes it; after SIGKILL another
-// process removes it with RemoveMendedFolders. Only one object may exist at a time.
+// A temporary folder that only this user may enter. It is created in memory (/dev/shm) if there is
+// enough space. Otherwise it is created in the folder that the environment variable TMPDIR names,
+// or in /tmp if TMPDIR is not set. The destructor removes the folder with its files. If a signal
+// ends the process, the destructor does not run; a MendedFolderWatch removes the folder in that
+// case. No process can handle SIGKILL; another process can call RemoveMendedFolders afterwards.
+// Only one object of this class may exist at a time.
 class MendedFolder final : public text::TemporaryFolder {
   public:
-    // `bytes` is the number of bytes that will be written. Throws text::WriteError if no folder can
-    // be created.
+    // `bytes` is the number of bytes of all files that will be written. Throws text::WriteError if
+    // no folder can be created.
     explicit MendedFolder(std::size_t bytes);
     ~MendedFolder() override;
 
-    // Writes one of at most two files and returns its path. Throws text::WriteError.
+    // Writes a file with this name and returns its path. At most two files can be written. Throws
+    // text::WriteError.
     std::string Write(const std::string& baseName, std::string_view text) override;
 
   private:
     std::string folder_;
 };
 
-// Removes the folder of this process and its files, if there are any. May be called from a signal
-// handler.
+// Removes the folder of this process with its files. Does nothing if there is no folder. May be
+// called from a signal handler.
 void RemoveMendedFolder() noexcept;
 
-// Removes the folders that the process with this id left. The process must have ended.
+// Removes the folders that the process with this id left. That process must have ended, and its
+// TMPDIR must have been the same as that of the calling process.
 void RemoveMendedFolders(pid_t process);
 
 }  // namespace files

@@ -9,16 +9,16 @@
 namespace files {
 namespace {
 
-// The signals that end a process if nothing handles them: those of crashes, and others.
+// Signals that end a process which does not handle them. Some are sent after crashes (see IsCrash).
 constexpr std::array kFatalSignals = {SIGSEGV, SIGBUS,  SIGFPE,  SIGILL,  SIGABRT,
                                       SIGSYS,  SIGQUIT, SIGPIPE, SIGALRM, SIGTERM,
                                       SIGHUP,  SIGINT,  SIGXCPU, SIGUSR1, SIGUSR2};
-std::array<struct sigaction, kFatalSignals.size()> formerActions;
+std::array<struct sigaction, kFatalSignals.size()> formerActions;  // in the order of kFatalSignals
 
 // The handler has its own stack, because a full stack may be the reason for the crash.
 std::array<char, 65536> handlerStack;
 
-// Whether the signal ends the process: it has the default action.
+// Whether the action is the default action, which ends the process for each of kFatalSignals.
 bool EndsTheProcess(const struct sigaction& action) {
     return (action.sa_flags & SA_SIGINFO) == 0 && action.sa_handler == SIG_DFL;
 }
@@ -28,8 +28,9 @@ bool IsCrash(int signal) {
            signal == SIGABRT || signal == SIGSYS;
 }
 
-// Removes the folder and restores the former action of the signal. Then the crash happens once
-// more, because the same instruction is executed again; any other signal is raised again.
+// Removes the folder and restores the former action of the signal. SIGABRT and signals that are no
+// crash are then raised again. The other crashes happen again by themselves, because the processor
+// executes the same instruction once more.
 extern "C" void OnFatalSignal(int signal) {
     RemoveMendedFolder();
     for (std::size_t index = 0; index < kFatalSignals.size(); ++index)
@@ -50,8 +51,9 @@ void WatchSignals() {
     action.sa_flags = SA_ONSTACK;
     for (std::size_t index = 0; index < kFatalSignals.size(); ++index) {
         sigaction(kFatalSignals[index], nullptr, &formerActions[index]);
-        // A signal that the program handles or ignores is left alone. The signals of crashes are
-        // always watched; OnFatalSignal restores their former action after it removed the folder.
+        // If the program handles or ignores a signal, its action is not replaced. The signals of
+        // crashes are always handled here. OnFatalSignal removes the folder and restores their
+        // former action, so that the program's own handler runs when the crash happens again.
         if (EndsTheProcess(formerActions[index]) || IsCrash(kFatalSignals[index]))
             sigaction(kFatalSignals[index], &action, nullptr);
     }

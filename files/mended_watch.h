@@ -2,10 +2,11 @@
 
 namespace files {
 
-// As long as it exists, a signal that ends the process, by a crash or otherwise, first removes the
-// MendedFolder of the process. A signal that the program handles or ignores is still handled or
-// ignored; at a crash the program's handler runs after the removal. It is for programs, because it
-// sets signal handlers, which a library must not do. Only one object may exist at a time.
+// While an object of this class exists, a signal that ends the process, for example after a crash,
+// first removes the MendedFolder of the process. Signals that the program handles or ignores are
+// still handled or ignored. After a crash the program's handler runs when the folder has been
+// removed. Only programs may use this class, because it sets signal handlers, which a library must
+// not do. Only one object of this class may exist at a time.
 class MendedFolderWatch {
   public:
     MendedFolderWatch();

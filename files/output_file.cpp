@@ -20,13 +20,14 @@ namespace {
 constexpr mode_t kAllPermissions = 07777;
 constexpr std::string_view kTemporaryStart = ".zkhost-";
 constexpr std::string_view kTemporaryEnd = ".tmp";
-// How many names are tried. Without a limit, OpenTemporary would not end on a file system that
-// reports 0 links for every file.
+// A limit for loops that try one name after the other. Some file systems report 0 links for every
+// file, so that LockTemporary always returns false. After this many names OpenTemporary ignores
+// that result, because it would never end otherwise.
 constexpr unsigned kMostAttempts = 16;
 
-// Locks the temporary file, which shows other processes that it is not abandoned. Returns false if
-// one of them removed it before it was locked. (On a file system without locks no file counts as
-// abandoned, so a failure to lock is ignored.)
+// Locks the temporary file. The lock shows RemoveLeftovers in other processes that the file is
+// still written. Returns false if another process removed the file before it was locked. A failure
+// to lock is ignored, because RemoveLeftovers removes no file on a file system without locks.
 bool LockTemporary(int file) {
     flock(file, LOCK_EX);
     struct stat status {};
@@ -139,7 +140,8 @@ void OutputFile::RestoreTarget(const Backup& backup) const {
         return;
     }
     std::rename(backup.name.c_str(), target_.c_str());
-    // If both names are still those of one file, rename does nothing and leaves both.
+    // If both names still belong to the same file, rename does nothing. The backup's name is then
+    // removed here.
     unlink(backup.name.c_str());
 }
 

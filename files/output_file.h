@@ -11,16 +11,16 @@
 
 namespace files {
 
-// Writes through a buffer to a temporary file, which is in the same folder as the final one. Commit
-// gives the temporary file its final name. Without Commit, or after a failure, the destructor
-// removes the temporary file, and a file that already had the final name is unchanged. If `path` is
-// a symbolic link, the file that it leads to is replaced. The functions that write throw
-// text::WriteError or text::WriteCancelled. The constructor throws text::WriteError, for example if
-// `path` exists and is not a regular file.
+// Writes through a buffer to a temporary file in the folder of the final file. Commit gives the
+// temporary file its final name. If Commit is not called or fails, the destructor removes the
+// temporary file, and a file that already had the final name is unchanged. If `path` is a symbolic
+// link, the file that it leads to is replaced. The functions that write throw text::WriteError or
+// text::WriteCancelled. The constructor throws text::WriteError, for example if `path` exists and
+// is not a regular file.
 class OutputFile final : public text::ByteSink {
   public:
-    // `isCancelled` is called from time to time and returns whether the user wants to stop. If it
-    // is empty, writing is never cancelled.
+    // `isCancelled` is called before each write to the temporary file and in FinishWriting. It
+    // returns whether the user wants to stop. If it is empty, writing is never cancelled.
     explicit OutputFile(const std::string& path, std::function<bool()> isCancelled = nullptr);
     ~OutputFile() override;
 
@@ -32,33 +32,33 @@ class OutputFile final : public text::ByteSink {
         bytes.copy(buffer_.data() + used_, bytes.size());
         used_ += bytes.size();
     }
-    // Writes the rest of the buffer and checks for write errors. Afterwards only the renaming can
-    // fail.
+    // Writes the rest of the buffer to the temporary file and checks for write errors. After that
+    // only the renaming in Commit can fail.
     void FinishWriting();
-    // Finishes the writing if that was not done, and gives the file its final name. A second call
-    // does nothing.
+    // Calls FinishWriting if the caller has not called it, and gives the file its final name. A
+    // second call does nothing.
     void Commit();
-    // Commits both files or neither. If the second file cannot be renamed, the first is removed,
-    // and the file that it replaced is restored. On a file system without hard links a replaced
-    // file cannot be restored; the first file then stays.
+    // Commits both files or neither. If the second file cannot be renamed, the first file is
+    // removed, and the file that it replaced is restored. On a file system without hard links a
+    // replaced file cannot be restored; in that case the first file keeps its final name.
     static void CommitBoth(OutputFile& first, OutputFile& second);
 
     static constexpr std::size_t kBufferSize = std::size_t{1} << 20;  // bytes
 
   private:
-    // A second name (hard link) for the file that has the output's final name, so that it can be
-    // restored.
+    // A second name (hard link) for the file that already has the output's final name. After Commit
+    // has replaced that file, RestoreTarget can restore it from the second name.
     struct Backup {
-        bool hadFile = false;  // whether a file had the final name
-        std::string name;      // the second name; empty if there is none
+        bool hadFile = false;  // whether a file already had the final name
+        std::string name;      // path of the second name; empty if there is none
     };
 
-    // Commit clears `temporary_`, because it has renamed that file.
+    // Commit clears `temporary_` after it has renamed the temporary file.
     bool IsCommitted() const { return temporary_.empty(); }
     void OpenTemporary();
     Backup BackUpTarget() const;
-    // Undoes Commit: the file of the backup gets the final name again. If there was no such file,
-    // the new one is removed.
+    // Undoes Commit: the file of the backup gets the final name again. If no file had the final
+    // name before, the new file is removed.
     void RestoreTarget(const Backup& backup) const;
     // Writes bytes for which the buffer has no room.
     void FlushAndWrite(std::string_view bytes);
@@ -69,18 +69,18 @@ class OutputFile final : public text::ByteSink {
     // Throws text::WriteError with the text of the error number.
     [[noreturn]] void Fail(int error) const;
 
-    std::string path_;       // as the user gave it, for messages
-    std::string target_;     // the final name, after symbolic links were followed
+    std::string path_;       // the path that the caller gave, for messages
+    std::string target_;     // path of the final file, after symbolic links were followed
     std::string temporary_;  // path of the temporary file; empty after Commit
-    int file_ = -1;          // the open temporary file
+    int file_ = -1;          // descriptor of the open temporary file; -1 after Commit
     std::vector<char> buffer_;
-    std::size_t used_ = 0;     // bytes of the buffer that hold output
+    std::size_t used_ = 0;     // number of bytes in the buffer that are not yet written to the file
     bool isFinished_ = false;  // FinishWriting has succeeded
     std::function<bool()> isCancelled_;
 };
 
-// Whether a file with this name (without a folder) is the temporary file of an OutputFile. As long
-// as its writer runs, the writer holds a lock on it (flock).
+// Whether a file with this name (without a folder) is the temporary file of an OutputFile. The
+// OutputFile holds a lock (flock) on its temporary file until Commit or the destructor.
 bool IsTemporaryName(std::string_view name);
 
 }  // namespace files

@@ -19,7 +19,7 @@ class WatchedFolder final : public text::TemporaryFolder {
     }
 
   private:
-    MendedFolderWatch watch_;  // destroyed after the folder
+    MendedFolderWatch watch_;  // declared first, so that it is destroyed after the folder
     MendedFolder folder_;
 };
 

@@ -10,12 +10,13 @@
 
 namespace files {
 
-// Files that are read are mapped into memory (MappedFile). Only this user may enter the temporary
-// folders (MendedFolder).
+// Read maps files into memory (see MappedFile). MakeTemporaryFolder creates folders that only this
+// user may enter (see MendedFolder).
 class ZKMOCAP_API SystemStorage final : public text::Storage {
   public:
-    // With `removeOnSignals`, a temporary folder is also removed if a signal ends the process
-    // (MendedFolderWatch). Only programs may ask for it, because it sets signal handlers.
+    // With `removeOnSignals`, a temporary folder is also removed if a signal ends the process (see
+    // MendedFolderWatch). Only programs may set it, because signal handlers are set then, which a
+    // library must not do.
     explicit SystemStorage(bool removeOnSignals = false) : removeOnSignals_(removeOnSignals) {}
 
     std::unique_ptr<text::StoredText> Read(const std::string& path) override;

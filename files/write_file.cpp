@@ -13,7 +13,8 @@ std::string CannotWrite(const std::string& path, const std::string& reason) {
     return fmt::format("cannot write {}: {}", path, reason);
 }
 
-// Calls `write`, which returns why it failed, and turns that and its exceptions into a value.
+// Calls `write` and returns its result or its exception as a WriteOutcome. `write` returns why it
+// failed, or an empty text.
 WriteOutcome Outcome(const std::string& path, const std::function<std::string()>& write) {
     WriteOutcome outcome;
     try {

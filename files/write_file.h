@@ -1,4 +1,4 @@
-// Writes outputs to disk, whole or not at all, and returns errors as values.
+// Writes outputs to disk, each whole or not at all, and returns errors as values.
 #pragma once
 
 #include <functional>
@@ -10,28 +10,29 @@
 namespace files {
 
 struct WriteOutcome {
-    // Why the output was not written, in one line with its path. Empty if it was written or if
-    // `isCancelled` is set.
+    // Why the output was not written, in one line that includes its path. Empty if it was written
+    // or if `isCancelled` is set.
     std::string problem;
-    bool isCancelled = false;
+    bool isCancelled = false;  // the user wanted to stop; the output was not written
 
     bool IsWritten() const { return problem.empty() && !isCancelled; }
 };
 
-// Functions that write the contents of an output to its sinks. They return an empty text, or why
-// the contents cannot be written; then no file is left. They must not catch what the sinks throw.
+// Functions that write the contents of an output to its sinks. They return an empty text if they
+// succeed. Otherwise they return why the contents cannot be written, and no file is written. They
+// must not catch the exceptions of the sinks.
 using FillFile = std::function<std::string(text::ByteSink& out)>;
 using FillPair = std::function<std::string(text::ByteSink& out, text::ByteSink& side)>;
 
-// Writes one file. If it is not written, a file that already has its name stays as it is.
-// `isCancelled` is called from time to time and returns whether the user wants to stop; it may be
-// empty. Exceptions of `fill` other than text::WriteError, text::WriteCancelled and std::bad_alloc
-// are passed on.
+// Writes one file. If it cannot be written completely, a file that already has this path is
+// unchanged. `isCancelled` is called repeatedly and returns whether the user wants to stop; it may
+// be empty. If `fill` throws text::WriteError, text::WriteCancelled or std::bad_alloc, the outcome
+// says so. Its other exceptions are passed on to the caller.
 ZKMOCAP_API WriteOutcome WriteFile(const std::string& path, const FillFile& fill,
                                    const std::function<bool()>& isCancelled = nullptr);
 
-// Writes both of two files that belong together, or neither. The sink `side` of `fill` writes to
-// `sidePath`.
+// Writes two files that belong together: both or neither, as OutputFile::CommitBoth says. The first
+// sink of `fill` writes to `path`, and the sink `side` writes to `sidePath`.
 ZKMOCAP_API WriteOutcome WriteFilePair(const std::string& path, const std::string& sidePath,
                                        const FillPair& fill,
                                        const std::function<bool()>& isCancelled = nullptr);
