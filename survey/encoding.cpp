@@ -11,22 +11,24 @@
 namespace survey {
 namespace {
 
-// Enough units to tell UTF-16 from a text with a stray zero byte.
-constexpr std::size_t kUnitsLookedAt = 8;
+// The number of 16-bit units that BeginsWithAscii examines. It is high enough to tell UTF-16 from
+// another text that happens to have a zero byte.
+constexpr std::size_t kExaminedUnits = 8;
 
 unsigned Byte(std::string_view bytes, std::size_t index) {
     return static_cast<unsigned char>(bytes[index]);
 }
 
+// The 16-bit unit with this index, counted from 0.
 unsigned Unit(std::string_view bytes, std::size_t index, ByteOrder order) {
     const unsigned first = Byte(bytes, 2 * index);
     const unsigned second = Byte(bytes, 2 * index + 1);
     return order == ByteOrder::Little ? first | second << 8U : first << 8U | second;
 }
 
-// Whether the first units, in this byte order, are all ASCII characters other than NUL.
+// Whether the first 16-bit units, read in this byte order, are all ASCII characters but not NUL.
 bool BeginsWithAscii(std::string_view bytes, ByteOrder order) {
-    const std::size_t units = std::min(bytes.size() / 2, kUnitsLookedAt);
+    const std::size_t units = std::min(bytes.size() / 2, kExaminedUnits);
     if (units < 2) return false;
     for (std::size_t index = 0; index < units; ++index) {
         const unsigned unit = Unit(bytes, index, order);
@@ -49,7 +51,8 @@ class Converter {
 
     bool IsOpen() const { return isOpen_; }
 
-    // Converts up to the first invalid byte; returns the bytes that are left.
+    // Appends the converted text to `out`, up to the first byte that is not valid. Returns the
+    // bytes from that byte on; they are empty if all bytes were valid.
     std::string_view Convert(std::string_view bytes, std::string& out) {
         std::array<char, 4096> buffer{};
         // iconv asks for a pointer to non-const, but does not write through it.
@@ -72,8 +75,8 @@ class Converter {
     bool isOpen_;
 };
 
-// The characters of the bytes 0x80 to 0x9F; 0 where a byte has none. From the Unicode consortium's
-// table CP1252.
+// The characters that the bytes 0x80 to 0x9F stand for, as in the Unicode Consortium's table
+// CP1252. A 0 means that the byte has no character.
 constexpr std::array<char32_t, 32> kWindows1252 = {
     0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,

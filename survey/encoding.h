@@ -10,18 +10,19 @@ namespace survey {
 
 enum class ByteOrder : std::uint8_t { Little, Big };
 
-// The byte order, if the bytes are UTF-16: they have a byte-order mark, or every second one of the
-// first bytes is zero. Otherwise nullopt.
+// Returns the byte order if the bytes look like UTF-16; otherwise nullopt. They do if they begin
+// with a byte-order mark, or if their first 16-bit units are all ASCII characters.
 std::optional<ByteOrder> FindUtf16(std::string_view bytes);
 
-// Leaves out the byte-order mark. Units that are no character become U+FFFD.
+// Leaves out the byte-order mark. A 16-bit unit that is no character (an unpaired surrogate)
+// becomes U+FFFD. If the number of bytes is odd, the last byte is ignored.
 std::string Utf16ToUtf8(std::string_view bytes, ByteOrder order);
 
 // Whether iconv can convert from the encoding of that name.
 bool IsKnownEncoding(const std::string& name);
 
-// Converts from the encoding `name`. Bytes that are not valid in it become U+FFFD. The result is
-// empty unless IsKnownEncoding(name).
+// Converts from the encoding `name` to UTF-8. Bytes that are not valid in this encoding become
+// U+FFFD. If IsKnownEncoding(name) is false, the result is empty.
 std::string ConvertEncoding(std::string_view bytes, const std::string& name);
 
 // The five bytes that have no character in Windows-1252 become U+FFFD.

@@ -10,19 +10,20 @@
 namespace survey {
 namespace {
 
-// Heights of an export outside of these bounds, in metres, are reported.
+// Heights outside of these bounds are reported. They are in metres, because exports take the file's
+// numbers as metres.
 constexpr double kTallest = 5.0;
 constexpr double kSmallest = 0.3;
 // The height in metres that the suggested scale gives a figure whose unit is unknown.
 constexpr double kUsualHeight = 1.7;
-// A rest pose counts as flat if its height is a smaller part of the first frame's.
+// A rest pose counts as flat if its height is at most this part of the first frame's height.
 constexpr double kFlat = 1e-3;
 
 struct Unit {
     std::string_view name;
-    double least;   // height of a person, in this unit
-    double most;    // likewise
-    double metres;  // length of one unit
+    double least;   // the smallest height of a person, in this unit
+    double most;    // the greatest height of a person, in this unit
+    double metres;  // the length of one unit, in metres
 };
 constexpr Unit kUnits[] = {
     {"metres", 1.0, 2.3, 1.0},
@@ -39,7 +40,7 @@ const Unit* FindUnit(double height) {
     return found == std::end(kUnits) ? nullptr : found;
 }
 
-// Four significant digits, for messages. `number` is above 0.
+// Writes a number above 0 with four significant digits, for messages.
 std::string Rounded(double number) {
     const double power = std::pow(10.0, 3.0 - std::floor(std::log10(number)));
     // A power of ten below 1 is not exact, so its inverse, which is exact, is used.
@@ -64,7 +65,7 @@ double Extent::Along(std::size_t axis) const {
 }
 
 std::size_t Extent::LongestAxis() const {
-    std::size_t longest = 1;  // y wins if sizes are equal
+    std::size_t longest = 1;  // if sizes are equal, y is preferred
     for (const std::size_t axis : {std::size_t{2}, std::size_t{0}})
         if (Along(axis) > Along(longest)) longest = axis;
     return longest;

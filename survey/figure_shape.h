@@ -1,5 +1,5 @@
-// Guesses from the extents of a figure's poses which axis points up, how tall the figure is and in
-// which unit.
+// Guesses from the extents of a figure's poses which axis points up, how tall the figure is, and
+// which unit of length the file uses.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@
 
 namespace survey {
 
-// The box around the joints of one pose.
+// The smallest box, along the axes, around the joints of one pose.
 class Extent {
   public:
     // Ignores a position that is not finite.
@@ -31,13 +31,14 @@ class Extent {
 class FigureShape {
   public:
     void SetRest(const Extent& rest) { rest_ = rest; }
-    // Frames must be added in their order in time.
+    // Frames must be added in their order in time, because Height uses the first one.
     void AddFrame(const Extent& frame);
 
-    // The axis along which most frames are longest; without frames, the rest pose's longest axis.
+    // The axis (0, 1 or 2) that is the longest one in most frames. If no frame was added, it is the
+    // longest axis of the rest pose.
     std::size_t UpAxis() const;
-    // The size of the rest pose along the up axis; if the rest pose is flat, that of the first
-    // frame. Nullopt if both are 0.
+    // The size of the rest pose along the up axis, in the file's unit. If the rest pose is flat
+    // there, it is the size of the first frame instead. Nullopt if both sizes are 0.
     std::optional<double> Height() const;
 
   private:
@@ -46,12 +47,12 @@ class FigureShape {
     std::array<std::size_t, 3> longest_{};  // number of frames by their longest axis
 };
 
-// The unit in which a person would have this height: "metres", "centimetres", "millimetres",
-// "inches", "archive units" (inches times 0.45), or "" if there is none.
+// Returns the unit in which a person could have this height: "metres", "centimetres",
+// "millimetres", "inches" or "archive units" (one is 1/0.45 inch). Returns "" if no unit fits.
 std::string_view LikelyUnit(double height);
 
-// Fills in height, unit and up axis. Reports if the height, taken as metres as exports do, would be
-// far from a person's.
+// Fills in the height, unit and up axis of `facts`. Exports take the file's numbers as metres. If
+// the figure would then be much smaller or taller than a person, this is reported.
 void ReportShape(const FigureShape& shape, Facts& facts, FindingList& findings);
 
 }  // namespace survey

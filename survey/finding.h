@@ -1,4 +1,4 @@
-// One thing that a survey reports about a file.
+// A finding: one oddity that a survey reports about a file.
 #pragma once
 
 #include <cstddef>
@@ -10,21 +10,22 @@ namespace survey {
 
 enum class Severity : std::uint8_t {
     Note,     // worth knowing; nothing is lost
-    Warning,  // mended or kept, but something was lost or guessed, or is likely not meant
-    Error,    // the file is refused
+    Warning,  // something was lost or guessed, or is likely not what the author meant
+    Error,    // the file is refused: nothing of it is imported
 };
 
 struct Finding {
-    std::string_view code;  // one of codes.h
+    std::string_view code;  // one of the codes in codes.h
     Severity severity = Severity::Note;
-    // Where the first case is in the file as it was given. Both count from 1, columns in
-    // characters. Both are 0 if the finding is about the file as a whole.
+    // The position, in the file as it was given, of the first case with the highest severity. Lines
+    // count from 1, and columns count characters from 1. Both are 0 if the finding is about the
+    // file as a whole.
     std::size_t line = 0;
     std::size_t column = 0;
-    std::size_t count = 1;  // number of cases
-    std::string joint;      // name of the joint or bone of the first case, in UTF-8; may be empty
+    std::size_t count = 1;  // how often the file has this oddity
+    std::string joint;      // the joint or bone of that case, in UTF-8; empty if it is about none
     std::string message;    // a sentence without the code, in UTF-8
-    bool mended = false;    // the plug-in gets another text because of this finding
+    bool mended = false;    // whether this is a reason to replace the file's text by a mended one
 };
 
 }  // namespace survey

@@ -9,11 +9,12 @@
 namespace survey {
 namespace {
 
-// The most characters of a message and of a joint's name, since a file's words may have any length.
+// The most bytes of a message and of a joint's name. Both may quote words of the file, which can
+// have any length.
 constexpr std::size_t kLongestMessage = 400;
 constexpr std::size_t kLongestName = 100;
 
-// Makes a text that may quote any bytes of the file valid UTF-8 of at most `longest` characters.
+// Turns a text that may hold any bytes into valid UTF-8 of at most `longest` bytes.
 std::string Readable(const std::string& text, std::size_t longest) {
     return text::Shortened(text::ReplaceInvalidUtf8(text), longest);
 }

@@ -1,4 +1,4 @@
-// Gathers a file's findings: one of each code, however many cases there are.
+// Collects the findings about a file. All cases with the same code become one finding.
 #pragma once
 
 #include <cstddef>
@@ -16,32 +16,33 @@ class FindingList {
     // `source` must outlive this object.
     explicit FindingList(const SourceText& source) : source_(source) {}
 
-    // One case of a finding.
+    // One occurrence of an oddity.
     struct Case {
         std::string_view code;
         Severity severity = Severity::Note;
         const char* at = nullptr;  // a byte of the source's text; null means the file as a whole
-        // `message` and `joint` may hold any bytes. Bytes that are not UTF-8 become U+FFFD; long
-        // texts are shortened.
+        // `message` and `joint` may hold any bytes. In the finding, bytes that are not UTF-8 become
+        // U+FFFD, and long texts are shortened.
         std::string message = {};
         std::string joint = {};
         bool mended = false;
     };
 
-    // Counts a case. The first case of the highest severity gives the finding its position, joint
-    // and message. The finding is mended if any case is.
+    // Counts a case. The first case with the highest severity gives the finding its position, joint
+    // and message. The finding is mended if any of its cases is mended.
     void Add(const Case& added);
-    // If there already is a finding of this code with this severity or a higher one, counts further
-    // cases of it and returns true. Such cases need no message, because the finding keeps its own.
-    // Otherwise does nothing and returns false; then call Add.
+    // Saves the caller from making a message that Add would not use. If there already is a finding
+    // with this code and with this severity or a higher one, counts the cases and returns true.
+    // Otherwise does nothing and returns false; the caller then calls Add.
     bool AddAgain(std::string_view code, Severity severity, std::size_t cases = 1);
 
-    // The finding of this code, or null if there is none. Valid until the next Add.
+    // The finding with this code, or null if there is none. The pointer is valid until the next
+    // Add.
     Finding* Find(std::string_view code);
     bool HasErrors() const;
     bool HasMended() const;
 
-    // All findings, by line and column.
+    // All findings, sorted by line and column.
     std::vector<Finding> Sorted() const;
 
     const SourceText& Source() const { return source_; }

@@ -39,7 +39,7 @@ std::string FindingText(const Finding& finding) {
 std::string FindingLine(const std::string& file, const Finding& finding, bool escapeControls) {
     const std::string separator = finding.line > 0 ? ":" : ": ";
     const std::string line = file + separator + FindingText(finding);
-    // Names may hold line feeds, and the finding must stay one line.
+    // Names may hold line feeds; escapes keep the finding on one line.
     const std::wstring wide = text::DecodeUtf8(line);
     return (escapeControls ? text::EncodeUtf8(text::EscapeControls(wide)) : line) + '\n';
 }

@@ -1,4 +1,4 @@
-// Findings as text and as JSON.
+// Writes findings as text and as JSON.
 #pragma once
 
 #include <string>
@@ -10,21 +10,23 @@
 
 namespace survey {
 
-// The finding for a file that cannot be read; `problem` is its message.
+// Returns the finding for a file that cannot be read. `problem` becomes its message.
 Finding UnreadableFinding(const std::string& problem);
 
-ZKMOCAP_API std::string_view NameOf(Severity severity);  // "note", "warning", "error"
+ZKMOCAP_API std::string_view NameOf(Severity severity);  // "note", "warning" or "error"
 
-// The finding in the style of compilers, without the file: "12:3: note: message [code]".
+// Returns the finding as compilers write messages, but without the file's name:
+// "12:3: note: message [code]". A finding about the file as a whole has no "12:3: ".
 ZKMOCAP_API std::string FindingText(const Finding& finding);
 
-// "walk.bvh:12:3: note: message [code]" and a line feed. `escapeControls` replaces control
-// characters by visible escapes, as terminals need it.
+// Returns the same with the file's name and a line feed: "walk.bvh:12:3: note: message [code]\n".
+// `escapeControls` replaces control characters by visible escapes, so that they cannot control the
+// terminal on which the line is shown.
 ZKMOCAP_API std::string FindingLine(const std::string& file, const Finding& finding,
                                     bool escapeControls = false);
 
 // Appends {"code": ..., "severity": ..., "line": ..., "column": ..., "count": ..., "joint": ...,
-// "message": ..., "mended": ...}. If `file` is given, "file" comes first.
+// "message": ..., "mended": ...} to `out`. If `file` is not null, the key "file" comes first.
 ZKMOCAP_API void AppendFindingJson(std::string& out, const Finding& finding,
                                    const std::string* file = nullptr);
 

@@ -9,9 +9,11 @@
 namespace survey {
 namespace {
 
+// A gap is too long if it lasts longer than this and also lacks more frames than the motion has.
 constexpr double kLongestGapSeconds = 10.0;
 
-// The number as an integer, if it fits the plug-in's 32-bit numbers and is not negative.
+// Returns the number without its fraction, or nullopt if it is negative or above the plug-in's
+// 32-bit integers.
 std::optional<std::int64_t> Whole(std::optional<double> number) {
     if (!number || *number < 0.0 || *number > INT32_MAX) return std::nullopt;
     return static_cast<std::int64_t>(*number);
@@ -26,7 +28,9 @@ std::int64_t FrameNumbers::Counter::Advance(std::optional<double> number) {
     isFault = !whole || (!isFirst && *whole <= stated);
     if (isFirst) return stated = reached = whole.value_or(1);
     std::int64_t step = 1;
-    // After a fault, a number above all earlier ones shows that only the faulty number was wrong.
+    // After a faulty frame, a number above all new numbers so far shows that only the faulty number
+    // was wrong, so the step counts from the faulty frame's new number. Otherwise the file has
+    // started to count anew, so the step counts from the faulty frame's number in the file.
     if (!isFault) step = *whole - (wasFault && *whole > reached ? reached : stated);
     reached += step;
     stated = whole ? *whole : stated + 1;
@@ -49,7 +53,8 @@ void FrameNumbers::RemoveLast() {
 void FrameNumbers::Report(double framesPerSecond, FindingList& findings) {
     const double longest = std::max(kLongestGapSeconds * framesPerSecond, double(now_.count));
     longestGap_ = static_cast<std::int64_t>(std::min(longest, double(INT32_MAX)));
-    // If numbers fall again and again, the sum of the gaps may exceed 32 bits; then none is kept.
+    // If the numbers start anew many times, the sum of the gaps may exceed 32 bits. Then no gap is
+    // kept.
     if (Span() > INT32_MAX) longestGap_ = 0;
     for (const Gap& gap : gaps_) {
         const bool isLong = gap.frames > longestGap_;

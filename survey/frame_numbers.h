@@ -1,5 +1,7 @@
-// The numbers of a motion's frames. Gaps between them are kept as time. Where numbers repeat, fall
-// or leave too long a gap, the frame gets the number after the one before it.
+// Checks the numbers that the frames of an AMC motion have in the file, and renumbers the frames. A
+// gap in the numbers is kept, because it is time without frames. If a number is missing, repeated
+// or lower than the one before, or if the gap before it is too long, the frame gets a new number:
+// one more than that of the frame before.
 #pragma once
 
 #include <cstdint>
@@ -11,34 +13,37 @@
 namespace survey {
 
 class FrameNumbers {
-    // Goes through the numbers in file order.
+    // Computes new numbers, one frame after the other in file order, as if no gap was too long.
     struct Counter {
-        std::size_t count = 0;     // frames so far
-        std::int64_t stated = 0;   // the last frame's number in the file
-        std::int64_t reached = 0;  // the last frame's new number, if no gap is too long
+        std::size_t count = 0;  // number of frames so far
+        // The last frame's number in the file. If it is missing, one more than `stated` before.
+        std::int64_t stated = 0;
+        std::int64_t reached = 0;  // the last frame's new number
         bool isFault = false;      // the last number is missing or not above the one before it
 
-        // Returns the step from the frame before to this one; for the first frame, its number.
+        // Adds a frame. Returns its new number minus that of the frame before. For the first frame,
+        // returns its number.
         std::int64_t Advance(std::optional<double> number);
     };
 
   public:
-    // Adds the next frame of the file. `number` is nullopt if the frame states none. `at` is where
-    // the frame is in the text.
+    // Adds the next frame of the file. `number` is its number in the file, or nullopt if it has
+    // none. `at` points to the frame in the source's text.
     void Add(std::optional<double> number, const char* at);
-    // Undoes the last Add. To be called at most once after each.
+    // Undoes the last Add. Must not be called twice without an Add in between.
     void RemoveLast();
 
-    // To be called after the last Add. Reports faults and gaps, and decides from which length on a
-    // gap is too long to be kept.
+    // Must be called once, after the last Add. Reports faults and gaps, and decides which gaps are
+    // too long to be kept.
     void Report(double framesPerSecond, FindingList& findings);
 
     std::size_t Count() const { return now_.count; }
-    // To be called after Report. The duration of the motion in frames, kept gaps included.
+    // The duration of the motion in frames, with the gaps that are kept. Must be called after
+    // Report.
     std::int64_t Span() const;
 
-    // To be created after Report. Goes through the frames once more, in file order, and gives each
-    // the number to be written.
+    // Returns the numbers to be written. Must be created after Report. Next must then be called for
+    // each frame in file order, with the same number that Add got.
     class Rewriter {
       public:
         explicit Rewriter(const FrameNumbers& numbers);
@@ -46,26 +51,26 @@ class FrameNumbers {
 
       private:
         Counter counter_;
-        std::int64_t longestGap_;
-        std::int64_t highestFirst_;
-        std::int64_t written_ = 0;
+        std::int64_t longestGap_;    // in frames; longer gaps are closed
+        std::int64_t highestFirst_;  // the highest first number with which all numbers fit 32 bits
+        std::int64_t written_ = 0;   // the number that the last frame got
     };
 
   private:
     struct Gap {
-        std::int64_t frames;  // how many are missing
-        const char* at;       // the frame after the gap
+        std::int64_t frames;  // how many frames are missing
+        const char* at;       // points to the frame after the gap
     };
     struct State : Counter {
-        std::size_t gaps = 0;
-        std::size_t faults = 0;
+        std::size_t gaps = 0;    // size of `gaps_`
+        std::size_t faults = 0;  // number of frames with a fault
     };
 
     State now_;
     State before_;  // the state before the last Add
     std::vector<Gap> gaps_;
-    const char* firstFault_ = nullptr;
-    std::int64_t longestGap_ = INT32_MAX;  // frames; longer gaps are closed
+    const char* firstFault_ = nullptr;     // the first frame with a fault; null if there is none
+    std::int64_t longestGap_ = INT32_MAX;  // in frames; longer gaps are closed
 };
 
 }  // namespace survey

@@ -11,17 +11,19 @@
 
 namespace survey {
 
-// Calls work(0, count), or work(0, count / 2) and work(count / 2, count) at the same time if
-// `count` is at least `worthwhile` and the machine has more than one processor. An exception of
-// either half is rethrown after both have ended; if both throw, that of the first half.
+// Calls work(first, last) so that all indices from 0 to `count` - 1 are covered. If `count` is at
+// least `worthwhile` and a second processor and thread are available, there are two calls at the
+// same time, one for each half. Otherwise there is one call for all indices. If a half throws, its
+// exception is rethrown after both halves have ended. If both throw, the exception of the first
+// half is rethrown.
 template <class Work>
 void InHalves(std::size_t count, std::size_t worthwhile, const Work& work) {
 #ifdef ZKMOCAP_HAVE_THREADS
     if (count >= 2 && count >= worthwhile && std::thread::hardware_concurrency() > 1) {
         std::exception_ptr failure;
-        std::thread other;
+        std::thread second;
         try {
-            other = std::thread([&] {
+            second = std::thread([&] {
                 try {
                     work(count / 2, count);
                 } catch (...) {
@@ -35,10 +37,10 @@ void InHalves(std::size_t count, std::size_t worthwhile, const Work& work) {
         try {
             work(std::size_t{0}, count / 2);
         } catch (...) {
-            other.join();
+            second.join();
             throw;
         }
-        other.join();
+        second.join();
         if (failure) std::rethrow_exception(failure);
         return;
     }

@@ -11,22 +11,27 @@ namespace survey {
 
 class LineWriter {
   public:
+    // `likelySize` is the expected size of the text in bytes.
     explicit LineWriter(std::size_t likelySize) { mended_.text.reserve(likelySize); }
 
-    // The next line comes from the file's line `original`, counted from 1. With 0, or without a
-    // call, it comes from the line after that of the line before.
+    // Says that the line that is being written comes from the file's line `original`, counted from
+    // 1. If `original` is 0, or without a call, the line is assumed to come from the file's line
+    // after the one that the previous line came from.
     void From(std::size_t original);
+    // The text so far. The caller appends the line to it.
     std::string& Text() { return mended_.text; }
+    // Appends a line feed and begins the next line.
     void EndLine();
-    // Counts a line that was already appended to Text() with its line end.
+    // Begins the next line. To be called instead of EndLine if the caller has already appended the
+    // line feed.
     void CountLine();
 
     MendedText Finish() { return std::move(mended_); }
 
   private:
     MendedText mended_;
-    std::size_t line_ = 1;      // of the mended text
-    std::size_t original_ = 1;  // the file's line for `line_`, by the marks so far
+    std::size_t line_ = 1;      // the line of the mended text that is being written, from 1
+    std::size_t original_ = 1;  // the line of the file that `line_` comes from, counted from 1
 };
 
 }  // namespace survey

@@ -8,8 +8,8 @@ namespace survey {
 
 namespace {
 
-// Number of line ends in [first, last). Neither may lie between a carriage return and its line
-// feed.
+// Returns the number of line ends in [first, last). `end` is the end of the whole text. Neither
+// `first` nor `last` may be between a carriage return and its line feed.
 std::size_t LineEnds(const char* first, const char* last, const char* end) {
     auto count = static_cast<std::size_t>(std::count(first, last, '\n'));
     const auto size = static_cast<std::size_t>(last - first);
@@ -33,7 +33,7 @@ MendedText MarkedText::Finish() {
         line += static_cast<std::size_t>(std::count(first, last, '\n'));
         mended.lines[i].mended = line;
     }
-    // The marks are sorted by their position in the source, so that one pass over it is enough.
+    // The marks are sorted by their byte in the source, so that its lines are counted in one pass.
     std::vector<std::size_t> order(marks_.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     const auto before = [&](std::size_t a, std::size_t b) { return marks_[a].at < marks_[b].at; };

@@ -10,23 +10,24 @@
 
 namespace survey {
 
-// Unlike LineWriter, needs no line numbers: they are counted at the end. `source` must outlive it.
+// Does the same as LineWriter, but gets pointers into the source instead of line numbers. Finish
+// counts the lines. `source` must outlive this object.
 class MarkedText {
   public:
     explicit MarkedText(const SourceText& source) : source_(source) {}
 
-    // What is appended to `text` after this call comes from the source's line that holds `at`,
-    // which points into the source's text.
+    // Says that what is appended to `text` after this call comes from the line of the source that
+    // holds the byte `at`. `at` must point into the source's text.
     void Mark(const char* at) { marks_.push_back({text.size(), at}); }
-    // Counts the lines and moves the text out. To be called once.
+    // Counts the lines and moves the text out. Must be called only once.
     MendedText Finish();
 
-    std::string text;
+    std::string text;  // the mended text; the caller appends to it
 
   private:
     struct Origin {
-        std::size_t offset;  // in `text`
-        const char* at;
+        std::size_t offset;  // byte offset in `text`
+        const char* at;      // points into the source's text
     };
 
     const SourceText& source_;

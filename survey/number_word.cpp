@@ -11,7 +11,8 @@
 namespace survey {
 namespace {
 
-// Longer words are copied to a std::string before they are read, shorter ones to an array.
+// The words given to ToDouble must end with a NUL, so they are copied. Words with fewer bytes than
+// this are copied to an array, without allocating memory; longer ones to a std::string.
 constexpr std::size_t kShortWord = 64;
 
 bool IsDigit(char c) {
@@ -28,7 +29,8 @@ std::size_t SkipDigits(std::string_view word, std::size_t at) {
     return at;
 }
 
-// The length of the decimal that the word begins with; 0 if it begins with none.
+// Returns the number of bytes of the decimal that the word begins with. `point` is its decimal
+// point. Returns 0 if the word does not begin with a decimal.
 std::size_t DecimalLength(std::string_view word, char point) {
     const std::size_t first = !word.empty() && IsSign(word[0]) ? 1 : 0;
     std::size_t at = SkipDigits(word, first);
@@ -54,6 +56,7 @@ double ValueOf(std::string_view decimal) {
     return textio::ToDouble(copy.data());
 }
 
+// The value of a decimal whose decimal point is a comma.
 double CommaValue(std::string_view decimal) {
     std::string copy(decimal);
     std::replace(copy.begin(), copy.end(), ',', '.');

@@ -1,4 +1,4 @@
-// Reads words of a file as numbers, independently of the locale.
+// Reads words of a file as numbers, in the same way in every locale.
 #pragma once
 
 #include <cstdint>
@@ -9,23 +9,25 @@ namespace survey {
 
 enum class WordKind : std::uint8_t {
     Number,     // a decimal: optional sign, digits with at most one point, optional exponent
-    Comma,      // the same with a comma instead of the point
-    Glued,      // several decimals without a blank between them; all but the first have a sign
-                // ("0-7.5")
-    NotFinite,  // "nan", "inf", "infinity", "1.#IND" and the like, or a decimal too large for a
-                // double
-    Other,
+    Comma,      // a Number with a comma instead of the point
+    Glued,      // several decimals without a blank between them, such as "0-7.5"; each decimal
+                // after the first has a sign
+    NotFinite,  // "nan", "inf", "infinity", "1.#IND" and similar words, or a decimal that is too
+                // large for a double
+    Other,      // any other word
 };
 
-// The kind of the whole word. `value` is set for a Number or a Comma, and then it is finite;
-// otherwise it is left as it is. The byte after the word must be readable and no part of a number.
+// Returns the kind of the whole word. For a Number or a Comma, sets `value`, which is then finite.
+// For other kinds, leaves `value` unchanged. The byte after the word must be readable and must not
+// be part of a number.
 WordKind ClassifyWord(std::string_view word, double& value);
 
-// The parts of a Glued word; each is a Number or, if it is too large for a double, NotFinite.
+// Splits a Glued word into its decimals. Each is a Number, or NotFinite if it is too large for a
+// double. The result is empty if the word does not consist of decimals.
 std::vector<std::string_view> SplitGlued(std::string_view word);
 
-// Whether the plug-in reads the word, a Number of this value, as a number. It refuses a zero that
-// begins with neither "0" nor "-0", such as ".0" and "+0".
+// Whether the plug-in accepts the word as a number. The word must be a Number and have this value.
+// The plug-in refuses a zero that begins with neither "0" nor "-0", such as ".0" and "+0".
 bool IsPlainWord(std::string_view word, double value);
 
 }  // namespace survey

@@ -18,7 +18,7 @@ bool IsContinuation(char c) {
 
 std::string Quoted(std::string_view word) {
     std::size_t size = std::min(word.size(), kMostBytes);
-    // The cut must not split a character, which has at most three bytes after its first.
+    // The cut must not split a character. A character has at most three bytes after its first one.
     for (std::size_t back = 0; back < 3 && size < word.size() && IsContinuation(word[size]); ++back)
         --size;
     const std::string_view shown = word.substr(0, size);

@@ -11,9 +11,11 @@
 namespace survey {
 namespace {
 
+// The most blocks that one call of the kernel classifies.
 constexpr std::size_t kBlocksAtOnce = 32;
-// A decimal with at most this many characters and an exponent of two digits fits a double.
-constexpr std::size_t kShortMantissa = 200;
+// A decimal with at most this many characters is not too large for a double if its exponent has at
+// most two digits.
+constexpr std::size_t kLongestShortWord = 200;
 
 bool IsDigit(char c) {
     return static_cast<unsigned char>(c - '0') < 10;
@@ -23,10 +25,10 @@ bool IsSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
-// Recognises numbers such as "-1.5e-07" quickly, which are most of the words with an exponent.
+// Quickly recognises numbers such as "-1.5e-07". Most of the words with an exponent are like this.
 bool IsShortExponent(std::string_view word) {
     std::size_t at = word.starts_with('-') ? 1 : 0;
-    if (at == word.size() || !IsDigit(word[at]) || word.size() > kShortMantissa) return false;
+    if (at == word.size() || !IsDigit(word[at]) || word.size() > kLongestShortWord) return false;
     while (at < word.size() && IsDigit(word[at]))
         ++at;
     if (at < word.size() && word[at] == '.')
@@ -61,7 +63,8 @@ class Scanner {
             for (std::size_t block = 0; block < blocks; ++block, at += kMaskBlock)
                 if (!ScanBlock(masks[block], at)) return Result();
         }
-        // The last, incomplete block, filled up with line ends.
+        // The last block is incomplete. It is filled up with line feeds, which also end the last
+        // row.
         std::array<char, kMaskBlock> rest;
         rest.fill('\n');
         std::memcpy(rest.data(), at, static_cast<std::size_t>(last_ - at));
@@ -74,7 +77,7 @@ class Scanner {
     }
 
   private:
-    // Returns false if the rest of the text is not to be scanned.
+    // Scans the block that begins with `at`. Returns false if the scan has to stop in this block.
     bool ScanBlock(const ByteMasks& block, const char* at) {
         const std::uint64_t words = ~block.white;
         const std::uint64_t starts = words & ~(words << 1 | (inWord_ ? 1U : 0U));
@@ -84,13 +87,15 @@ class Scanner {
         return false;
     }
 
-    // Marks bytes because of which a word may not be a plain decimal. Every word that is none gets
-    // at least one mark: on one of its bytes or, after a final minus, on the byte after the word.
+    // Returns a mask of the bytes that make it doubtful that their word is a plain decimal. Every
+    // word that is not a plain decimal has at least one such byte. If its only fault is a minus as
+    // its last byte, the byte after the word is marked.
     std::uint64_t OddBytes(const ByteMasks& block, std::uint64_t words, std::uint64_t starts) {
         const std::uint64_t minusBefore = block.minuses << 1 | (afterMinus_ ? 1U : 0U);
-        // Bit of the byte after each point, or of the first byte if the block before ended in a
-        // fraction. Adding it to the digits carries to the byte after the fraction, where a second
-        // point is then found.
+        // A fraction is the digits after a point. `fractions` marks the byte after each point, and
+        // the first byte of the block if the block before ended inside a fraction. Adding these
+        // bits to `digits` makes a carry run to the byte after the fraction. A point on that byte
+        // is a second point.
         std::uint64_t fractions = block.points << 1 | (inFraction_ ? 1U : 0U);
         const std::uint64_t seeds = fractions & block.digits;
         std::uint64_t ends = 0;
@@ -102,19 +107,20 @@ class Scanner {
         inFraction_ = carry || (block.points >> 63U) != 0;
         afterMinus_ = (block.minuses >> 63U) != 0;
         inWord_ = (words >> 63U) != 0;
-        // A word that fills a whole block is checked, since its length is not known.
+        // A block without white space is part of a long word, which may be too large for a double,
+        // so the word is checked.
         return words == ~std::uint64_t{0} ? words : odd;
     }
 
-    // Checks each word that holds an odd byte, or that ends with a minus before it. Returns false
-    // at the first word that is not surely plain.
+    // Checks the word of each byte in the mask `odd`. If such a byte is white space, the word ends
+    // before it, with a minus. Returns false at the first word that is not surely plain.
     bool CheckWords(std::uint64_t odd, const ByteMasks& block, std::uint64_t starts,
                     const char* at) {
         for (; odd != 0; odd &= odd - 1) {
             const int index = std::countr_zero(odd);
             const char* byte = at + index;
             if (byte < checked_) continue;
-            if (byte >= last_ || IsSpace(*byte)) --byte;  // the word ends with a minus
+            if (byte >= last_ || IsSpace(*byte)) --byte;  // the minus that ends the word
             const char* first = byte;
             while (first > first_ && !IsSpace(first[-1]))
                 --first;
@@ -130,14 +136,18 @@ class Scanner {
         return true;
     }
 
-    // Ends the scan before `word`, which is HIERARCHY. The scan is plain if it begins a line.
+    // Ends the scan before `word`, which is HIERARCHY. The scan is plain only if HIERARCHY is the
+    // first word of its line.
     void EndRows(const ByteMasks& block, std::uint64_t starts, const char* at, const char* word) {
         const auto before = word < at ? 0 : (std::uint64_t{1} << (word - at)) - 1;
         if (!CountLines(block.lineEnds & before, starts & before)) return;
+        // If HIERARCHY began in the block before, it has already been counted as a word.
         plain_ = wordsInLine_ == (word < at ? 1U : 0U);
         end_ = word;
     }
 
+    // Counts the rows that end in a block, and the words of the row that continues in the next
+    // block. Returns false at a row with another number of words than expected.
     bool CountLines(std::uint64_t lineEnds, std::uint64_t starts) {
         for (; lineEnds != 0; lineEnds &= lineEnds - 1) {
             const std::uint64_t below = lineEnds ^ (lineEnds - 1);
@@ -156,16 +166,17 @@ class Scanner {
 
     const char* first_;
     const char* last_;
-    std::size_t words_;
+    std::size_t words_;  // expected number of words in a row
     ByteMasksKernel kernel_;
-    const char* checked_;  // words before this one are checked
+    const char* checked_;  // end of the last word that CheckWords has checked
     const char* end_ = nullptr;
     std::size_t rows_ = 0;
-    std::size_t wordsInLine_ = 0;
+    std::size_t wordsInLine_ = 0;  // words of the current line that begin before the next block
     bool plain_ = false;
-    bool inWord_ = false;
-    bool afterMinus_ = false;
-    bool inFraction_ = false;
+    // What the block before ended with.
+    bool inWord_ = false;      // a byte of a word
+    bool afterMinus_ = false;  // a minus
+    bool inFraction_ = false;  // a point, or digits after a point
 };
 
 }  // namespace

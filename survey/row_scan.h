@@ -9,21 +9,21 @@
 namespace survey {
 
 struct RowScan {
-    std::size_t rows = 0;  // lines that are not blank; only meaningful if `plain`
-    // Each row has as many words as asked for, and the plug-in reads every word as the number that
-    // it is.
+    std::size_t rows = 0;  // number of lines that are not blank; only valid if `plain` is set
+    // Whether the plug-in reads the rows correctly: each row has the expected number of words, and
+    // the plug-in reads each word as the number that its author wrote.
     bool plain = false;
-    // Where the rows end: at a line that begins with HIERARCHY, or at the end of the text. Null if
-    // neither was reached.
+    // The end of the rows: the next word HIERARCHY, or the end of the text. Null if the scan
+    // stopped earlier, because it found something that is not plain.
     const char* end = nullptr;
 };
 
-// Scans the rows at the start of `text`, which must be followed by a readable byte. Each row should
-// have `words` words.
+// Scans the rows at the start of `text`. A readable byte must follow the text in memory. `words` is
+// the expected number of words in a row.
 RowScan ScanRows(std::string_view text, std::size_t words,
                  ByteMasksKernel kernel = ChooseByteMasks());
 
-// Whether the word is a decimal that the plug-in reads as the number that it is.
+// Whether the word is a decimal that the plug-in reads correctly.
 bool IsSurelyPlain(std::string_view word);
 
 }  // namespace survey

@@ -8,12 +8,12 @@
 
 namespace survey {
 
-// Reports a byte-order mark, and a text that was converted as a whole; both count as mended.
-// Reports an empty file as an error and then returns false.
+// Reports a byte-order mark, and that the text was converted to UTF-8. Both findings are mended.
+// Reports an empty file as an error and returns false; for other files returns true.
 bool ReportSource(FindingList& findings);
 
-// The name as UTF-8. `name` points into the text. A name that is not UTF-8 is read as Windows-1252,
-// which is reported as a mended warning.
+// Returns the name as UTF-8. `name` must point into the source's text. A name that is not UTF-8 is
+// read as Windows-1252, and this is reported as a mended warning.
 std::string NameAsUtf8(std::string_view name, FindingList& findings);
 
 }  // namespace survey

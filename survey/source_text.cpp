@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
+// Whether the byte is left out at the end of a text. 0x1A is Ctrl-Z.
 bool IsTrailing(char c) {
     return IsWhite(c) || c == '\0' || c == '\x1A';
 }
@@ -20,7 +21,8 @@ bool IsContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
 }
 
-// Looks at 64 bytes at a time, because most texts have no high byte and are searched to their end.
+// Whether the text has a byte above 127. Most texts have none and are searched to their end, so 64
+// bytes are examined at a time.
 bool HasHighByte(std::string_view text) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080;
     constexpr std::size_t kAtOnce = 64;

@@ -1,5 +1,6 @@
-// A file's text as the readers see it: UTF-8 if the file is Unicode, without a byte-order mark, and
-// without white space, Ctrl-Z and NUL bytes at its end. Also finds the line and column of a byte.
+// Prepares a file's text for the readers. UTF-16 is converted to UTF-8. The byte-order mark is left
+// out, and so are white space, Ctrl-Z and NUL bytes at the end of the text. Also finds the line and
+// column of a byte.
 #pragma once
 
 #include <cstddef>
@@ -8,36 +9,41 @@
 
 namespace survey {
 
-// Both count from 1.
+// Lines and columns count from 1.
 struct Position {
     std::size_t line = 0;
-    std::size_t column = 0;  // in characters, or in bytes if the line up to there is not UTF-8
+    // Counts characters. If the part of the line before the position is not UTF-8, counts bytes.
+    std::size_t column = 0;
 };
 
 class SourceText {
   public:
-    // `bytes` are not copied: they must outlive this object, and be followed by a readable byte
-    // that is no part of a number (a NUL, as in std::string). UTF-16 is recognised by its mark or
-    // its zero bytes, and converted. Any other text that is not UTF-8 is converted from `encoding`,
-    // a name that iconv knows; if that is empty, its bytes stay as they are.
+    // `bytes` are not copied, so they must outlive this object. In memory they must be followed by
+    // a readable byte that is not part of a number (a NUL, as in std::string). UTF-16 is recognised
+    // as FindUtf16 says (encoding.h). Any other text that is not UTF-8 is converted from
+    // `encoding`, which must be a name that iconv knows. If `encoding` is empty, such a text is not
+    // converted.
     explicit SourceText(std::string_view bytes, const std::string& encoding = {});
     SourceText(const SourceText&) = delete;
     SourceText& operator=(const SourceText&) = delete;
 
-    // Followed by a readable byte that is no part of a number.
+    // The prepared text. In memory it is followed by a readable byte that is not part of a number.
     std::string_view Text() const { return text_; }
 
-    // The line and column of `at`, which points into the text or to its end. Reads all of the text
-    // before it.
+    // Finds the line and column of `at`, which must point into the text or to its end. This is
+    // slow, because all of the text before `at` is read.
     Position PositionOf(const char* at) const;
 
-    bool HadMark() const { return hadMark_; }        // the byte-order mark of UTF-8
-    bool WasUtf16() const { return wasUtf16_; }      // with or without a byte-order mark
-    bool WasEncoded() const { return wasEncoded_; }  // converted from `encoding`
-    // Whether bytes above 127 are in the text. A text without them is valid UTF-8.
+    // Whether the file began with the byte-order mark of UTF-8.
+    bool HadMark() const { return hadMark_; }
+    // Whether the file was UTF-16, with or without a byte-order mark.
+    bool WasUtf16() const { return wasUtf16_; }
+    // Whether the text was converted from `encoding`.
+    bool WasEncoded() const { return wasEncoded_; }
+    // Whether the text has bytes above 127. A text without them is valid UTF-8.
     bool HasHighBytes() const { return hasHighBytes_; }
-    // Whether the end that was left out holds bytes other than blanks, tabs and line ends. The
-    // plug-in ignores only these three.
+    // Whether the bytes that were left out at the end are not only blanks, tabs and line ends. The
+    // plug-in ignores blanks, tabs and line ends there, but not other bytes.
     bool HadTrailingControls() const { return hadTrailingControls_; }
 
   private:
@@ -52,7 +58,8 @@ class SourceText {
     bool hadTrailingControls_ = false;
 };
 
-// A line ends with a line feed, a carriage return, or both.
+// Whether the byte ends a line. A line ends with a line feed, with a carriage return, or with a
+// carriage return and a line feed.
 constexpr bool IsLineEnd(char c) {
     return c == '\n' || c == '\r';
 }

@@ -1,9 +1,11 @@
-// Looks at capture files before they are imported. Reports what is odd about them and what they
-// hold. Where the plug-in would misread a file, returns a text that it reads as the author meant.
+// Examines capture files before they are imported. Reports what is odd about them and what they
+// hold. If the plug-in would misread a file, returns a mended text, which the plug-in reads as the
+// author of the file meant it.
 //
-// Every text must be followed by a readable byte that is no part of a number (a NUL, as in
-// std::string), and is only read during the call. Nothing here knows files or hosts. During a
-// call a second thread may share the work. Only lack of memory throws.
+// In memory every text must be followed by a readable byte that is not part of a number (a NUL, as
+// in std::string). A text is only read during the call. The functions open no files and need no
+// host. A call may use a second thread while it runs. The functions throw only std::bad_alloc, when
+// memory runs out.
 #pragma once
 
 #include <cstddef>
@@ -21,75 +23,87 @@ namespace survey {
 
 // What the survey is for.
 enum class Purpose : std::uint8_t {
-    Check,  // findings and facts, also the facts that need forward kinematics
-    // Findings and facts, and the text for the plug-in. Where the plug-in reads something otherwise
-    // than the format defines it, the text follows the plug-in, so that a survey of that text may
-    // report it as odd.
+    // The survey returns findings and all facts, also those for which it has to compute poses. It
+    // returns no mended text.
+    Check,
+    // The survey returns findings, facts and a mended text for the plug-in. If the plug-in departs
+    // from the format's definition, the text follows the plug-in. A survey of that text may
+    // therefore report it as odd.
     Import,
-    // Findings and facts, and a text for every reader, in the file's units and at its rate. A
-    // survey of that text finds nothing to mend. There is no text if no finding is mended.
+    // The survey returns findings, facts and a mended text for every reader, in the file's units
+    // and at its rate. A survey of that text finds nothing to mend. There is no mended text if the
+    // file has nothing to mend.
     Fix,
 };
 
+// Decides the unit of length and the rate of Acclaim files. "The archive" is a large archive whose
+// skeletons state the length 0.45 and whose motions state no rate. Its lengths are inches times
+// 0.45, and its rate is 120 frames per second.
 enum class Preset : std::uint8_t {
-    Auto,  // the archive's unit and rate, if the file looks like one of the archive's
-    Cmu,   // the archive's unit and rate
-    None,  // the file's own unit and rate
+    Auto,  // the archive's for a skeleton that states the length 0.45; otherwise like None
+    Cmu,   // the archive's unit; also its rate, for motions that state none
+    None,  // what the files state
 };
 
 struct Options {
     Purpose purpose = Purpose::Check;
-    bool bones = false;  // Import only: the skeleton is built as bone chains
-    // The encoding of a file that is not UTF-8, by iconv's name for it. If empty, names that are
-    // not UTF-8 are read as Windows-1252.
+    bool bones = false;  // only for Purpose::Import: the skeleton is built as bone chains
+    // The encoding, as iconv names it, of files that are not Unicode. If it is empty, names that
+    // are not UTF-8 are read as Windows-1252.
     std::string encoding;
-    // The user's values, which override the file's.
+    // The user's values. If one is given, it is used instead of the file's.
     std::optional<double> framesPerSecond;
     std::optional<double> lengthMultiplier;  // for Acclaim files only
     Preset preset = Preset::Auto;            // for Acclaim files only
 };
 
-// Line `mended` of a mended text comes from line `original` of the file, and the lines after it
-// from those after `original`, up to the next mark. Both count from 1.
+// Says that line `mended` of a mended text comes from line `original` of the file. Up to the next
+// mark, each further line comes from the file's next line. Lines count from 1.
 struct LineMark {
     std::size_t mended = 1;
     std::size_t original = 1;
 };
 
-// The text that readers get instead of the file: UTF-8, with line feeds, one row for each frame.
+// The text that a reader gets instead of the file. Its lines end with line feeds. Each frame of a
+// BVH motion is one line.
 struct MendedText {
     std::string text;
-    std::vector<LineMark> lines;  // `mended` rises
+    std::vector<LineMark> lines;  // in the order of the mended text
 };
 
-// What a file holds. A fact that is not known is nullopt or empty.
+// Facts about the contents of a file. A fact that is not known is nullopt or empty.
+// Joints, end sites, channels and orders are those of all sections of a BVH file. The other facts
+// are those of its first section.
 struct Facts {
     std::size_t joints = 0;  // without end sites; for ASF files, the root and the bones
     std::size_t endSites = 0;
     std::size_t channels = 0;
     std::optional<std::size_t> frames;
     std::optional<double> framesPerSecond;
-    std::optional<double> seconds;  // every frame counts with its full duration, also the last one
-    // Height, unit and up axis are only known for Purpose::Check. The height is in the file's unit;
-    // for Acclaim files, with the length multiplier that is in effect.
+    std::optional<double> seconds;  // the duration, which includes that of the last frame
+    // The height of the figure in the file's unit. For Acclaim files it is multiplied by the factor
+    // on lengths that is in effect. Height, unit and up axis are only known for Purpose::Check.
     std::optional<double> height;
-    std::string unit;  // the likely one: "metres", "centimetres", "inches", ...
+    std::string unit;  // the unit that the height suggests: "metres", "centimetres", "inches", ...
     std::string up;    // the axis that likely points up: "x", "y" or "z"
-    // The orders in which joints list their rotations, such as "ZXY"; each once, in file order.
+    // The orders in which joints list their rotations, such as "ZXY". Each order occurs once, in
+    // the order of the file.
     std::vector<std::string> orders;
 };
 
 struct FileSurvey {
-    std::vector<Finding> findings;     // by line
-    std::optional<MendedText> mended;  // nullopt if the plug-in can read the file itself
+    std::vector<Finding> findings;  // sorted by line and column
+    // The text to be read instead of the file. Nullopt if the file itself can be read, if the file
+    // is refused, and for Purpose::Check.
+    std::optional<MendedText> mended;
     Facts facts;
 
     ZKMOCAP_API bool Has(Severity severity) const;  // whether there is a finding of this severity
 };
 
 struct BvhSurvey : FileSurvey {
-    // The rate for exports and the summary, if it is not the one in the text that the plug-in
-    // reads.
+    // The rate that exports and the summary use instead of the rate that the plug-in reads. For
+    // Purpose::Import it is the user's rate, if one was given. Otherwise it is nullopt.
     std::optional<double> framesPerSecond;
 };
 
@@ -97,27 +111,29 @@ ZKMOCAP_API BvhSurvey SurveyBvh(std::string_view bvh, const Options& options);
 
 struct AcclaimFile {
     std::string_view text;
-    std::string name;  // without folder; for messages, and for a skeleton whose ":name" is empty
+    // The file's name without its folder. It is used in messages, and for a skeleton whose ":name"
+    // is empty.
+    std::string name;
 };
 
 struct AmcSurvey : FileSurvey {
-    // The rate for exports and the summary, if it is not the one in the text that the plug-in
-    // reads.
+    // The rate that exports and the summary use instead of the rate that the plug-in reads. Nullopt
+    // if the plug-in reads the right rate.
     std::optional<double> framesPerSecond;
 };
 
 struct AcclaimSurvey {
     FileSurvey skeleton;
     std::vector<AmcSurvey> motions;  // one for each motion that was given, in the same order
-    // What the plug-in has to multiply lengths by instead of the file's own factor; nullopt if it
-    // can use the file's.
+    // The factor on all lengths that the plug-in must use instead of the file's. Nullopt if the
+    // plug-in can use the file's factor.
     std::optional<double> lengthMultiplier;
-    // An extra factor in `lengthMultiplier`, by which exports and the summary divide again. It is 1
-    // unless a bone would be too short for the plug-in.
+    // If a bone would be too short for the plug-in, `lengthMultiplier` includes this extra factor,
+    // and exports and the summary divide by it. Otherwise it is 1.
     double multiplied = 1.0;
 };
 
-// Surveys a skeleton together with any number of motions; for Purpose::Import, at most one.
+// Surveys a skeleton together with its motions. For Purpose::Import there must be at most one.
 ZKMOCAP_API AcclaimSurvey SurveyAcclaim(const AcclaimFile& asf, std::span<const AcclaimFile> amcs,
                                         const Options& options);
 

@@ -13,12 +13,13 @@ namespace {
 // Only the first bytes of the text are examined, at most this many.
 constexpr std::size_t kExaminedBytes = 4096;
 
-struct Magic {
+// The bytes with which a text or a line of a certain kind begins.
+struct Beginning {
     std::string_view bytes;
     std::string_view kind;
 };
 using namespace std::string_view_literals;
-constexpr Magic kMagics[] = {
+constexpr Beginning kFileBeginnings[] = {
     {"\x1F\x8B"sv, "gzip data"},
     {"PK\x03\x04"sv, "a zip archive"},
     {"BZh"sv, "bzip2 data"},
@@ -33,8 +34,8 @@ constexpr Magic kMagics[] = {
     {R"({\rtf)"sv, "an RTF document"},
 };
 
-// Words, in lower case, that show the format if a line begins with one.
-constexpr Magic kLineWords[] = {
+// A line that begins with one of these words shows the kind of the text. They are in lower case.
+constexpr Beginning kLineBeginnings[] = {
     {":version", "an Acclaim skeleton (ASF)"},        {":bonedata", "an Acclaim skeleton (ASF)"},
     {":hierarchy", "an Acclaim skeleton (ASF)"},      {":units", "an Acclaim skeleton (ASF)"},
     {":fully-specified", "an Acclaim motion (AMC)"},  {":degrees", "an Acclaim motion (AMC)"},
@@ -48,12 +49,14 @@ bool IsBinary(std::string_view text) {
     });
 }
 
+// Whether all words are numbers.
 bool AreNumbers(std::string_view text) {
     const char* const separators = " \t\r\n\v\f,;";
     std::size_t at = text.find_first_not_of(separators);
     while (at != std::string_view::npos) {
         const std::size_t end = text.find_first_of(separators, at);
-        if (end == std::string_view::npos) return true;  // the last word may have been cut off
+        if (end == std::string_view::npos)
+            return true;  // the last word may be cut off, so it is not read
         double value = 0.0;
         const std::string word(text.substr(at, end - at));
         if (ClassifyWord(word, value) != WordKind::Number) return false;
@@ -62,12 +65,13 @@ bool AreNumbers(std::string_view text) {
     return true;
 }
 
+// Returns the kind that the first known beginning of a line shows; empty if no line has one.
 std::string_view LineKind(std::string_view lower) {
     for (std::size_t line = 0; line != std::string_view::npos;) {
         const std::size_t first = lower.find_first_not_of(" \t\r\n", line);
         if (first == std::string_view::npos) break;
-        for (const Magic& word : kLineWords)
-            if (lower.substr(first).starts_with(word.bytes)) return word.kind;
+        for (const Beginning& known : kLineBeginnings)
+            if (lower.substr(first).starts_with(known.bytes)) return known.kind;
         line = lower.find_first_of("\r\n", first);
     }
     return {};
@@ -76,8 +80,8 @@ std::string_view LineKind(std::string_view lower) {
 }  // namespace
 
 std::string_view DescribeText(std::string_view text) {
-    for (const Magic& magic : kMagics)
-        if (text.starts_with(magic.bytes)) return magic.kind;
+    for (const Beginning& known : kFileBeginnings)
+        if (text.starts_with(known.bytes)) return known.kind;
     const std::string_view start = text.substr(0, kExaminedBytes);
     if (IsBinary(start)) return "binary data";
     std::string lower(start);

@@ -5,7 +5,8 @@
 
 namespace survey {
 
-// "gzip data", "a web page (HTML)", "an Acclaim skeleton (ASF)", ... or "text of another kind".
+// Returns words for a message: "gzip data", "a web page (HTML)", "an Acclaim skeleton (ASF)" and
+// others. Returns "text of another kind" if the kind is not recognised.
 std::string_view DescribeText(std::string_view text);
 
 }  // namespace survey
