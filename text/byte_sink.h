@@ -10,7 +10,8 @@
 
 namespace text {
 
-// Thrown if bytes could not be written. The message says where to and why, in one line.
+// Thrown if bytes could not be written. The message is one line that says what could not be written
+// and why.
 class ZKMOCAP_API WriteError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -29,8 +30,8 @@ class ZKMOCAP_API ByteSink {
     ByteSink(const ByteSink&) = delete;
     ByteSink& operator=(const ByteSink&) = delete;
 
-    // Appends the bytes to those of earlier calls. Throws WriteError or WriteCancelled; after that
-    // the sink must not be written to again.
+    // Appends the bytes to those of earlier calls. Throws WriteError or WriteCancelled. After an
+    // exception the caller must not call Write again.
     virtual void Write(std::string_view bytes) = 0;
 };
 

@@ -23,7 +23,8 @@ locale_t FoldingLocale() {
 std::wstring FoldCase(std::string_view name) {
     std::wstring folded = DecodeUtf8(name);
     for (wchar_t& character : folded)
-        // To upper case and back, because some lower-case letters share one upper-case letter.
+        // The character is converted to upper case and back to lower case. Two lower-case letters
+        // with the same upper-case letter become equal in this way.
         character = static_cast<wchar_t>(towlower_l(
             towupper_l(static_cast<std::wint_t>(character), FoldingLocale()), FoldingLocale()));
     return folded;

@@ -1,5 +1,5 @@
-// Writes and reads records of comma-separated values. They are quoted as in RFC 4180, and each ends
-// with a line feed.
+// Writes and reads records of comma-separated values. Fields are quoted as in RFC 4180. Each record
+// ends with a line feed.
 #pragma once
 
 #include <string>
@@ -8,14 +8,14 @@
 
 namespace text {
 
-// The text of a field, in quotes if it needs them.
+// Returns the field as it is written in a record, in quotes if it needs them.
 std::string CsvField(const std::string& field);
 
-// The text of a record, with its line feed.
+// Returns the fields as one record, with its line feed.
 std::string CsvRecord(const std::vector<std::string>& fields);
 
-// Reads the first record of `text` and removes it from `text`. Without a line feed at its end a
-// record may be cut off: then the result is empty, and so is `text` afterwards.
+// Reads the first record of `text` and removes it from `text`. If no line feed ends the record, the
+// record may be cut off. The result is empty in that case, and `text` becomes empty.
 std::vector<std::string> ReadCsvRecord(std::string_view& text);
 
 }  // namespace text

@@ -9,7 +9,8 @@ namespace text {
 namespace {
 
 std::uint32_t CodeOf(wchar_t character) {
-    // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c): a wchar_t is never negative here.
+    // A negative value becomes a large code, which is no character.
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c)
     return static_cast<std::uint32_t>(character);
 }
 
@@ -37,8 +38,8 @@ bool IsControl(wchar_t character) {
     const auto isIn = [code](std::uint32_t first, std::uint32_t last) {
         return code >= first && code <= last;
     };
-    // U+2028 and U+2029 end a line. The codes in the second line of the condition and U+061C change
-    // the direction in which the text after them is read.
+    // U+2028 and U+2029 end a line. U+061C and the last three ranges change the direction in which
+    // the text after them is read.
     return code < 0x20 || isIn(0x7F, 0x9F) || isIn(0x2028, 0x2029) || code == 0x061C ||
            isIn(0x200E, 0x200F) || isIn(0x202A, 0x202E) || isIn(0x2066, 0x2069);
 }

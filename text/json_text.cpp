@@ -11,7 +11,7 @@
 namespace text {
 namespace {
 
-// The short escape of a character. Empty if it has none.
+// Returns the two-character escape that JSON has for some characters. Empty for all others.
 std::string_view EscapeOf(wchar_t character) {
     switch (character) {
         case L'"':

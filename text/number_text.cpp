@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-// Below this, a double can hold every multiple of one half.
+// A double below this limit can hold every multiple of one half, so that adding 0.5 is exact.
 constexpr double kExact = 4e15;
 
 // The digits of "00" to "99", two for each number.
@@ -27,7 +27,7 @@ constexpr std::array<char, 200> kPairs = [] {
     return pairs;
 }();
 
-// Writes the last `count` digits of `number`, with zeros in front if it has fewer.
+// Writes the last `count` digits of `number`. If `number` has fewer digits, zeros come before them.
 void WriteDigits(char* out, std::uint64_t number, int count) {
     for (; count >= 2; number /= 100) {
         count -= 2;
@@ -53,7 +53,8 @@ char* WriteNumber(char* out, double number, int decimals) {
     const double scaled = std::abs(number) * power;
     if (!(scaled < kExact)) return to_chars(out, out + kLongestNumber, number).ptr;
 
-    // NOLINTNEXTLINE(bugprone-incorrect-roundings): fast, and wrong only next to a half.
+    // This way of rounding is fast. It can be wrong only if the part that is cut off is almost
+    // exactly one half.
     auto digits = static_cast<std::uint64_t>(scaled + 0.5);
     if (digits == 0) {
         *out = '0';

@@ -14,8 +14,8 @@ std::string_view NamePart(std::string_view path);
 // character, such as ".bvh", has no extension here.
 std::string_view WithoutExtension(std::string_view path);
 
-// The name from its last dot on, with ASCII letters in lower case: ".bvh". A file that is named
-// ".BVH" has the extension ".bvh" here. Empty if the name has no dot.
+// The part of NamePart(path) that begins at its last dot, with ASCII letters in lower case: ".bvh".
+// A file that is named ".BVH" has the extension ".bvh" here. Empty if the name has no dot.
 std::string LowerCaseExtension(std::string_view path);
 
 }  // namespace text

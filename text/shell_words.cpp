@@ -9,10 +9,11 @@
 namespace text {
 namespace {
 
+// A word of these characters alone needs no quotes.
 constexpr std::string_view kPlain =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./,:=@%+";
 
-// The word in single quotes.
+// Returns the word in single quotes.
 std::string Quoted(std::string_view word) {
     std::string quoted = "'";
     for (const char character : word) {
@@ -24,8 +25,8 @@ std::string Quoted(std::string_view word) {
     return quoted + '\'';
 }
 
-// The word as the output of a printf command with escapes. In plain quotes a line feed would break
-// the line in two.
+// Returns a command substitution that prints the word. All bytes but plain ASCII characters are
+// escapes in it. Between single quotes a line feed would break the command line in two.
 std::string Printed(std::string_view word) {
     std::string printed = "\"$(printf %b '";
     for (const char character : word) {

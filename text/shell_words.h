@@ -7,11 +7,11 @@
 
 namespace text {
 
-// Quotes a word so that any POSIX shell reads it back unchanged. The result is on one line,
-// whatever the word contains. (Line feeds at the end of a word are lost.)
+// Quotes a word so that any POSIX shell reads it back unchanged. The result is always one line. The
+// shell loses only line feeds at the end of a word.
 std::string ShellWord(std::string_view word);
 
-// The words, separated by spaces.
+// Returns the words as ShellWord quotes them, separated by spaces.
 std::string ShellLine(const std::vector<std::string>& words);
 
 }  // namespace text

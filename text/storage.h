@@ -19,8 +19,8 @@ class ZKMOCAP_API StoredText {
     StoredText(const StoredText&) = delete;
     StoredText& operator=(const StoredText&) = delete;
 
-    // The text; a NUL byte follows it in memory. Valid as long as this object exists. Empty if it
-    // could not be read.
+    // The text. A NUL byte follows it in memory. It is valid as long as this object exists, and
+    // empty if it could not be read.
     virtual std::string_view Text() const = 0;
     // Why the text could not be read, in plain words ("no such file"). Empty if it was read.
     virtual const std::string& Problem() const = 0;
@@ -46,7 +46,8 @@ class ZKMOCAP_API Storage {
     Storage(const Storage&) = delete;
     Storage& operator=(const Storage&) = delete;
 
-    // Reads the text at the path. Never returns null: StoredText::Problem says if it failed.
+    // Reads the text that the path names. Never returns null. If the text could not be read,
+    // Problem() of the result says why.
     virtual std::unique_ptr<StoredText> Read(const std::string& path) = 0;
     // Creates a temporary folder for files with `bytes` bytes in all. Never returns null. Throws
     // WriteError if no folder can be created.

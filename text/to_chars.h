@@ -1,5 +1,5 @@
-// Provides text::to_chars for a double. It is std::to_chars or, if an older standard library (that
-// of emscripten 3.1.6) has none for a double, a stand-in with the same results.
+// Provides text::to_chars for a double. It is std::to_chars if the standard library has that for a
+// double. The library of emscripten 3.1.6 does not; a stand-in with the same results is used there.
 #pragma once
 
 #include <version>

@@ -11,14 +11,14 @@
 namespace text::stand_ins {
 namespace {
 
-// More characters than any number needs: 17 digits with a sign, a point and an exponent, or the 23
-// digits of a whole number with a sign.
+// No number needs this many characters. Scientific notation needs at most 24: a sign, 17 digits, a
+// point and an exponent such as "e-308". Fixed notation is used only if it is not longer.
 constexpr std::size_t kMostCharacters = 40;
 
-// A number above zero: the value is 0.digits * 10^point.
+// A number above zero. Its value is 0.DIGITS * 10^point, where DIGITS are the digits.
 struct Decimal {
     char digits[kMostCharacters];
-    int count = 0;  // of the digits
+    int count = 0;  // the number of digits
     int point = 0;
 };
 
@@ -70,7 +70,8 @@ char* WriteScientific(char* out, const Decimal& decimal) {
 
 char* WriteFixed(char* out, const Decimal& decimal, double number) {
     const std::string_view digits(decimal.digits, static_cast<std::size_t>(decimal.count));
-    // A whole number is written with all of its digits, not with zeros after the shortest ones.
+    // A whole number is written with all of its digits. Zeros after the shortest digits would give
+    // another number.
     if (decimal.point >= decimal.count) return fmt::format_to(out, "{:.0f}", number);
     if (decimal.point <= 0) return Append(AppendZeros(Append(out, "0."), -decimal.point), digits);
     const auto whole = static_cast<std::size_t>(decimal.point);

@@ -17,11 +17,11 @@ char Byte(char32_t bits) {
     return static_cast<char>(static_cast<unsigned char>(bits));
 }
 
-// What the first byte of a character says.
+// What the first byte of a character says about the character.
 struct Form {
-    std::size_t length;  // of the character, in bytes; 0 if no character begins with this byte
-    char32_t smallest;   // the smallest character of that length; a smaller one is overlong
-    char32_t firstBits;  // the bits of the character that the first byte holds
+    std::size_t length;  // bytes of the character; 0 if no character begins with this byte
+    char32_t smallest;   // the smallest code that may be written with that many bytes
+    char32_t firstBits;  // the bits of the code that are in the first byte
 
     bool IsValid() const { return length > 0; }
 };
@@ -34,8 +34,8 @@ Form FormOf(unsigned char first) {
     return {0, 0, 0};
 }
 
-// Searches `bytes` from the byte offset `at`, eight bytes at a time. Returns the byte offset of the
-// first byte that is not ASCII; the size of `bytes` if there is none.
+// Searches `bytes` from the byte offset `at` on, eight bytes at a time. Returns the byte offset of
+// the first byte that is not ASCII, or the size of `bytes` if all are.
 std::size_t SkipAscii(std::string_view bytes, std::size_t at) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080U;
     for (; at + 8 <= bytes.size(); at += 8) {

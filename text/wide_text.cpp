@@ -6,11 +6,12 @@ namespace text {
 namespace {
 
 char32_t CodeOf(wchar_t character) {
-    // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c): a wchar_t is never negative here.
+    // A negative value becomes a large code, which is no character.
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c)
     return static_cast<char32_t>(character);
 }
 
-// A byte that is not part of valid UTF-8 becomes the surrogate with this code plus the byte.
+// A byte that is not part of valid UTF-8 is decoded as the surrogate kFirstByteSurrogate + byte.
 constexpr char32_t kFirstByteSurrogate = 0xDC00;
 
 }  // namespace
