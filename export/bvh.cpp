@@ -29,7 +29,8 @@ constexpr std::size_t kMostTabs = 32;
 // The frame time, in seconds, of a pose. A pose has no rate, but the format requires a frame time.
 constexpr double kPoseFrameTime = 1.0 / 30.0;
 
-// The name as one word: white space and control characters, which would end it, become "_".
+// Returns the name as one word. White space and control characters become "_", because a reader may
+// end the word at them. An empty name becomes "_" too.
 std::string Token(const Zelk::CString& name) {
     std::string token = text::EncodeUtf8(headless::View(name));
     for (char& character : token) {
@@ -39,8 +40,8 @@ std::string Token(const Zelk::CString& name) {
     return token.empty() ? "_" : token;
 }
 
-// Whether `name` is one that the BVH import gives to an end site of the joint `parent`: the joint's
-// name with "_End" appended, and digits after it if that name was already in use.
+// Whether `name` is a name that the importers give to an end site of the joint `parent`. For a
+// joint "X" they use "X_End". If that name is already in use, they add a number to it.
 bool IsEndName(std::string_view name, std::string_view parent) {
     if (!name.starts_with(parent)) return false;
     name.remove_prefix(parent.size());
@@ -94,8 +95,8 @@ class Section {
   private:
     enum class Kind : std::uint8_t { Rotating, Moving, EndSite };
 
-    // Whether the motion can change the position of a joint other than the root. Only then does
-    // ClassifyJoints evaluate every frame.
+    // Whether the motion can change the position of a joint other than the root of the file. If it
+    // cannot, ClassifyJoints need not evaluate every frame.
     bool MayMove() const {
         const headless::ActionSource* const motion = motion_.Motion();
         if (motion == nullptr) return false;
@@ -139,7 +140,7 @@ class Section {
         }
     }
 
-    // Sets the marks of the joints that some active item of the motion drives.
+    // Sets marks[i] if an active item of the motion drives the joint with the index i.
     void MarkDriven(const headless::ActionSource& motion, std::vector<bool>& marks) const {
         std::vector<std::uint32_t> ids;
         for (const headless::ActionItem& item : motion.items) {
@@ -153,8 +154,8 @@ class Section {
                 std::binary_search(ids.begin(), ids.end(), motion_.Joints()[index].object->id);
     }
 
-    // The joints are already in the order of the file. `open` holds the joints whose braces are
-    // open, the innermost last.
+    // The joints are already in the order in which the file lists them. `open` holds the joints
+    // whose closing brace is not yet written, the innermost last.
     void WriteHierarchy() {
         out_.Write("HIERARCHY\n");
         if (addsRoot_) OpenJoint("ROOT " + Token(model_.name), Transform(), Kind::Moving);
@@ -224,7 +225,8 @@ class Section {
         std::vector<char> row((locals_.size() + 1) * 6 * (text::kLongestNumber + 1) + 1);
         const auto write = [&](const BvhFrames::Frame& frame) {
             char* const end = WriteRow(row.data(), frame, angles);
-            // WriteJoint puts a blank before every number; the first blank of a row is left out.
+            // WriteJoint puts a blank before every number. The first blank of the row is not
+            // written.
             out_.Write({row.data() + 1, static_cast<std::size_t>(end - row.data() - 1)});
         };
         const Transform rootTurn = addsRoot_ ? Transform() : turn_;
@@ -254,9 +256,9 @@ class Section {
         return end;
     }
 
-    // Writes the channels of a joint, each number with a blank before it. Returns the end of the
-    // text. `angles` are the joint's angles in the previous frame; they are replaced by those of
-    // this frame.
+    // Appends the channels of a joint to the text that ends at `end`, with a blank before each
+    // number. Returns the new end. `angles` holds the joint's angles in the previous frame and
+    // receives its angles in this frame.
     char* WriteJoint(char* end, const Transform& local, const PrincipalAngles& principal, Kind kind,
                      BvhAngles& angles) const {
         if (kind == Kind::EndSite) return end;
@@ -278,7 +280,7 @@ class Section {
     double CheckFinite(double number) const {
         if (IsFinite(number)) return number;
         throw ExportError(ReadableName(model_.name) +
-                          ": a number grows beyond what a file can hold");
+                          ": a position, angle or time is not a finite number");
     }
 
     text::ByteSink& out_;
@@ -292,8 +294,8 @@ class Section {
     // Whether the file gets a root joint that is not in the scene, as the parent of the scene's
     // root joints.
     bool addsRoot_ = false;
-    Transform turn_;  // the rotation that makes Y the up axis
-    BvhAngles rootAngles_;
+    Transform turn_;        // the rotation that makes Y the up axis
+    BvhAngles rootAngles_;  // angles of the added root in the last row that was written
     int lengthDecimals_ = 0;
     int angleDecimals_ = 0;
     std::size_t depth_ = 0;

@@ -21,7 +21,7 @@ using math::kHalfTurn;
 // If the cosine of the angle x is not above this, y and z cannot be told apart.
 constexpr double kGimbalLock = 1e-15;
 
-// `angle` plus as many whole turns as bring it nearest to `before`.
+// Adds whole turns to `angle` until it is as near to `before` as possible. All are in degrees.
 double Unrolled(double angle, double before) {
     const double turns = (before - angle) / kFullTurn;
     return std::abs(turns) <= 0.5 ? angle : angle + kFullTurn * std::nearbyint(turns);
@@ -36,22 +36,23 @@ BvhAngles Unrolled(const BvhAngles& angles, const BvhAngles& before) {
             Unrolled(angles.y, before.y)};
 }
 
-// The sines and cosines of the angles z, x and y, in this order. The two values of one angle may be
-// multiplied by a common factor above zero, which the arc tangent of their quotient ignores.
+// The sines and cosines of the angles z, x and y, in this order. The sine and the cosine of one
+// angle may both be multiplied by the same factor above zero, which does not change the arc tangent
+// of their quotient.
 struct SinesAndCosines {
     double sine[3];
     double cosine[3];
 };
 
 SinesAndCosines PartsAround(const double axes[3][3], double sineOfZ, double cosineOfZ) {
-    // x and y are taken from the rotation with the turn about z undone. They so make up for an
-    // error in z, and the three angles together give `axes` again.
+    // x and y are computed from what remains of `axes` after the turn about z is undone. They
+    // therefore correct for an error in z: the three angles together give `axes` again.
     return {{sineOfZ, axes[1][2], axes[2][0] * cosineOfZ + axes[2][1] * sineOfZ},
             {cosineOfZ, axes[1][1] * cosineOfZ - axes[1][0] * sineOfZ,
              axes[0][0] * cosineOfZ + axes[0][1] * sineOfZ}};
 }
 
-// Returns false at gimbal lock.
+// Returns false at gimbal lock and does not change `parts` then.
 bool PartsOf(const double axes[3][3], SinesAndCosines& parts) {
     const double cosineOfX = std::sqrt(axes[1][0] * axes[1][0] + axes[1][1] * axes[1][1]);
     if (!(cosineOfX > kGimbalLock)) return false;
@@ -67,7 +68,7 @@ BvhAngles AnglesFrom(const SinesAndCosines& parts) {
 
 // The number of joints that are computed together.
 constexpr std::size_t kBatch = 32;
-// One value for each angle of each joint in a batch: first those of z, then of x, then of y.
+// One value for each angle of each joint in a batch: first z for all joints, then x, then y.
 using Lanes = double[3 * kBatch];
 
 // This loop is a function without branches so that the compiler vectorises it.
@@ -116,8 +117,9 @@ BvhAngles AnglesNear(const PrincipalAngles& principal, const double axes[3][3],
         angles = AnglesFrom(PartsAround(axes, std::sin(before.z / kDegreesPerRadian),
                                         std::cos(before.z / kDegreesPerRadian)));
     const BvhAngles first = Unrolled(angles, before);
-    // The only other angles differ from these by half a turn in both z and y, so they cannot be
-    // nearer.
+    // The rotation has one other set of angles, apart from whole turns. It differs from `first` by
+    // at least half a turn in z and in y. If `first` is within half a turn of `before`, the other
+    // set is therefore not nearer.
     if (Distance(first, before) <= kHalfTurn) return first;
     const BvhAngles flipped{angles.z + kHalfTurn, kHalfTurn - angles.x, angles.y + kHalfTurn};
     const BvhAngles second = Unrolled(flipped, before);

@@ -5,13 +5,13 @@
 namespace exporters {
 namespace {
 
-// The size of a block: large enough that the cost of starting a thread does not matter, and small
-// compared with a long motion.
+// The size of a block. It is so large that the cost of starting a thread does not matter, and still
+// small compared with a long motion.
 constexpr std::size_t kBlockBytes = std::size_t{1} << 19;
 
 // If no thread can be started, std::async normally catches the exception and computes the block
-// when its result is needed. WebAssembly without threads aborts instead, so it never asks for a
-// thread.
+// when its result is needed. WebAssembly without threads aborts instead, so no thread is requested
+// there.
 #if defined(__EMSCRIPTEN__) && !defined(__EMSCRIPTEN_PTHREADS__)
 constexpr std::launch kLaunch = std::launch::deferred;
 #else

@@ -16,47 +16,49 @@ namespace exporters {
 
 class BvhFrames {
   public:
-    // Keeps a reference to `motion`. `rootTurn` is applied to the first joint.
+    // Keeps a reference to `motion`. `rootTurn` is applied to the first joint in every frame.
     BvhFrames(const ExportedMotion& motion, const headless::Transform& rootTurn);
     // Waits for the other threads.
     ~BvhFrames();
     BvhFrames(const BvhFrames&) = delete;
     BvhFrames& operator=(const BvhFrames&) = delete;
 
-    // One element for each joint. The caller passes the angles to AnglesNear, which continues those
-    // of the frame before.
+    // Both spans have one element for each joint. The caller passes the angles to AnglesNear, with
+    // the angles of the previous frame.
     struct Frame {
         std::span<const headless::Transform> locals;
         std::span<const PrincipalAngles> angles;
     };
-    // Returns the next frame, valid until the next call. May be called at most once for each frame
-    // of the motion. Throws what computing the frame throws.
+    // Returns the next frame. Its spans are valid until the next call. May be called at most once
+    // for each frame of the motion. Throws what computing the frame throws.
     Frame Next();
 
   private:
     struct Block {
-        std::vector<headless::Transform> locals;  // frame by frame
-        std::vector<PrincipalAngles> angles;      // frame by frame
-        std::size_t frames = 0;
-        std::future<void> work;
+        std::vector<headless::Transform> locals;  // all joints of a frame, then of the next frame
+        std::vector<PrincipalAngles> angles;      // in the same order
+        std::size_t frames = 0;                   // the number of frames in this block
+        std::future<void> work;                   // is ready when the block has been computed
     };
 
     // The number of blocks that are computed while the caller writes another one. Computing a block
     // takes about three times as long as writing it.
     static constexpr std::size_t kAhead = 2;
 
-    // Whether Next() has returned all frames of the current block. This is so at the start too,
-    // because the first of the blocks is empty then.
+    // Whether Next() has returned all frames of the current block. This is also true before the
+    // first call of Next(), because the constructor leaves block 0 empty.
     bool IsCurrentUsedUp() const { return frameInBlock_ == blocks_[current_].frames; }
 
+    // Starts computing the next frames into the block.
     void Start(Block& block);
+    // Computes the frames of the block; `first` is the index of its first frame in the motion.
     void Fill(Block& block, std::size_t first) const;
 
     const ExportedMotion& motion_;
     headless::Transform rootTurn_;
     std::size_t joints_;
     std::size_t framesInBlock_;
-    std::array<Block, 1 + kAhead> blocks_;  // a ring: one is read while the others are computed
+    std::array<Block, 1 + kAhead> blocks_;  // a ring; one is read while the others are computed
     std::size_t current_ = 0;               // index of the block that is read
     std::size_t startedFrames_ = 0;         // frames of all blocks that were started so far
     std::size_t frameInBlock_ = 0;          // index of the next frame in the current block

@@ -26,7 +26,7 @@ void WriteHeader(text::ByteSink& out, const Table& table) {
     out.Write("\n");
 }
 
-// Returns the end of the text.
+// Appends a comma and the number to the text that ends at `end`. Returns the new end.
 char* WriteCell(char* end, double number, int decimals) {
     *end++ = ',';
     return text::WriteNumber(end, number, decimals);

@@ -8,15 +8,17 @@
 
 namespace exporters {
 
-// Writes a header row, then one row for each frame. Its columns are "frame", the frame number;
-// "seconds", the time since the first frame; and six for each joint: "Hips.px", "Hips.py" and
-// "Hips.pz", the global position in scaled units, then "Hips.rx", "Hips.ry" and "Hips.rz", the
-// global rotation in degrees (x turns first, then y, then z). With several models the names of
-// joints begin with the name of their model: "walk.Hips.px". Names with commas, quotes or line
-// breaks are quoted as in RFC 4180. A pose is one row with frame 0 and second 0.
+// Writes a header row, then one row for each frame. The columns are:
+// - "frame": the frame number.
+// - "seconds": the time since the first frame.
+// - "Hips.px", "Hips.py", "Hips.pz": the global position of the joint "Hips", in scaled units.
+// - "Hips.rx", "Hips.ry", "Hips.rz": its global rotation in degrees; x turns first, then y, then z.
+// The last six columns follow for every other joint. If there are several models, the name of a
+// joint begins with the name of its model: "walk.Hips.px". Names with commas, quotes or line breaks
+// are quoted as in RFC 4180. The base pose alone is written as one row with frame 0 and second 0.
 //
-// Returns what was left out. Throws ExportError, also after some rows were written; what `out` then
-// holds is not a whole table. Errors of `out` are passed on.
+// Returns notes about what was left out. Throws ExportError, possibly after it has written some
+// rows. In that case `out` does not hold a whole table. Passes on what `out` throws.
 Notes WriteCsv(text::ByteSink& out, const headless::Scene& scene, const Options& options);
 
 }  // namespace exporters

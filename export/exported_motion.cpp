@@ -63,7 +63,7 @@ void ExportedMotion::Globals(double frame, std::span<Transform> globals) {
 }
 
 double ExportedMotion::Size(const Timeline& times) {
-    // Turn() is by a right angle, so it does not change the size.
+    // Turn() is a turn by a right angle, so it does not change the size.
     return SkeletonSize(poses_, times.frames);
 }
 

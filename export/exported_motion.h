@@ -1,6 +1,6 @@
-// Evaluates a model and one of its motions as the options ask for. Scale, up axis, rate, resampling
-// and frame range are applied here alone; the formats do not read these options.
-// Internal to export/.
+// Evaluates a model and one of its motions as the options say. The options for scale, up axis,
+// rate, resampling and frame range are applied here. The writers of the formats do not apply them
+// again. Internal to export/.
 #pragma once
 
 #include <optional>
@@ -18,16 +18,17 @@ namespace exporters {
 // Keeps references to the scene, but not to the options.
 class ExportedMotion {
   public:
-    // Holds the base pose alone. Throws ExportError if a value of the base pose is not finite.
+    // The object holds only the base pose. Throws ExportError if a value of the base pose is not
+    // finite.
     ExportedMotion(const headless::Scene& scene, const headless::Object& model,
                    const Options& options);
-    // `motion` may be null. If it is null or has no keys or no rate, this holds the base pose
-    // alone, and a note says so. Throws ExportError if a value is not finite, and what MakeTimeline
-    // throws.
+    // `motion` may be null. If it is null or has no keys or no rate, the object holds only the base
+    // pose, and a note is added to `notes`. Throws ExportError if a value is not finite, and what
+    // MakeTimeline throws.
     ExportedMotion(const headless::Scene& scene, const headless::Object& model,
                    const headless::ActionSource* motion, const Options& options, Notes& notes);
 
-    // Null if this holds the base pose alone.
+    // Null if this object holds only the base pose.
     const headless::ActionSource* Motion() const { return motion_; }
     const Timeline& Times() const { return times_; }
     // Makes the steps between the frames equal (see EvenTimeline).
@@ -36,17 +37,19 @@ class ExportedMotion {
     Timeline ReleaseTimes() { return std::move(times_); }
 
     const std::vector<Joint>& Joints() const { return poses_.Joints(); }
-    // The rotation that is applied to the scaled scene to make Y the up axis; none if Y is up
-    // already.
+    // The rotation that is applied to the scaled scene to make Y the up axis. Empty if Y is already
+    // the up axis.
     const std::optional<headless::Transform>& Turn() const { return turn_; }
 
-    // The scaled local transform of each joint. For a joint without a parent it is the transform
-    // seen from the scene, without Turn(): the format turns a node above it or calls TurnTopJoints.
+    // The scaled local transform of each joint. The transform of a joint without a parent is as
+    // seen from the scene, and Turn() is not applied to it. To apply Turn(), the writer of a format
+    // turns a node above these joints, or it calls TurnTopJoints.
     void BaseLocals(std::span<headless::Transform> locals) { poses_.BaseLocals(locals); }
     void Locals(double frame, std::span<headless::Transform> locals) {
         poses_.Locals(frame, locals);
     }
-    // The same, for several threads at once. Each thread has its own scratch memory.
+    // Does the same, and several threads may call it at the same time. Each thread passes a Scratch
+    // of its own.
     using Scratch = SkeletonPoses::Scratch;
     void Locals(double frame, std::span<headless::Transform> locals, Scratch& scratch) const {
         poses_.Locals(frame, locals, scratch);
@@ -57,9 +60,9 @@ class ExportedMotion {
     void BaseGlobals(std::span<headless::Transform> globals);
     void Globals(double frame, std::span<headless::Transform> globals);
 
-    // The diagonal, in scaled units, of the box around all joints: that of the base pose or that of
-    // the first frame of `times`, whichever is larger. 0 if all joints are at one point or a box is
-    // not finite. `times` is Times() or the timeline of a table.
+    // Computes the box around all joints in the base pose, and the box in the first frame of
+    // `times`. Returns the longer of their diagonals, in scaled units. A box that is not finite
+    // counts as 0, like a box around one point. `times` is Times() or the timeline of a table.
     double Size(const Timeline& times);
 
   private:
@@ -71,7 +74,8 @@ class ExportedMotion {
     std::optional<headless::Transform> turn_;
 };
 
-// The first `options.models` models of the scene, or all. Throws ExportError if there is none.
+// Returns the first `options.models` models of the scene, or all if that option is not set. Throws
+// ExportError if there is no model to return.
 std::vector<const headless::Object*> ExportedModels(const headless::Scene& scene,
                                                     const Options& options);
 

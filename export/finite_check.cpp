@@ -34,8 +34,9 @@ void RequireFinite(const Object& model, const headless::ActionSource* motion) {
         const bool isFinite = std::all_of(object.local.begin(), object.local.end(), IsFinite) &&
                               IsFinite(object.length);
         if (!isFinite)
-            throw ExportError(fmt::format("{}.{} has no finite position at rest",
-                                          ReadableName(model.name), ReadableName(object.name)));
+            throw ExportError(
+                fmt::format("{}.{} has no finite position, rotation or length at rest",
+                            ReadableName(model.name), ReadableName(object.name)));
     });
     if (!motion) return;
     for (const headless::ActionItem& item : motion->items) {

@@ -1,4 +1,4 @@
-// Refuses infinite values and NaN. Of all outputs only the record of a run can hold them.
+// Refuses infinite values and NaN. The record of a run is the only output that can hold them.
 // Internal to export/.
 #pragma once
 
@@ -13,8 +13,9 @@ inline bool IsFinite(double value) {
     return std::isfinite(value);
 }
 
-// Throws ExportError if a value of the model at rest, or a value or key time of an active item of
-// `motion`, is not finite. The message names the first such value. `motion` may be null.
+// Checks the values at rest of the model and of all objects under it, and the values and key times
+// of the active items of `motion`. Throws ExportError if one of them is not finite. The message
+// names the first such value. `motion` may be null.
 void RequireFinite(const headless::Object& model, const headless::ActionSource* motion);
 
 }  // namespace exporters

@@ -20,7 +20,7 @@ Notes WriteGltfPair(const Content& content, const Sinks& sinks) {
     return WriteGltf(sinks.out, *sinks.side, sinks.sideName, content.scene, content.options);
 }
 
-// For a format with one file that needs no record.
+// Writes a format that has one file and needs no record of the run.
 template <auto kWriter>
 Notes WriteOneFile(const Content& content, const Sinks& sinks) {
     return kWriter(sinks.out, content.scene, content.options);

@@ -15,61 +15,60 @@
 
 namespace exporters {
 
-// What is written. All of it stays with the caller.
+// What is written. The caller owns everything that this struct refers to.
 struct Content {
     const headless::Scene& scene;
     const Options& options;
-    // What happened in the run that made the scene. Only a format with `isRecord` needs it; for
-    // others it may be null.
+    // What happened in the run that made the scene. It may be null unless Format::isRecord is set.
     const RunRecord* record = nullptr;
 };
 
-// Where the output is written to. The sinks stay with the caller.
+// The sinks to which an output is written. The caller owns them.
 struct Sinks {
     text::ByteSink& out;
-    // The second file of a format with two files, and the name by which the first file refers to
-    // it. For a format with one file `side` may be null.
+    // The sink for the second file of a format with two files. May be null for a format with one.
     text::ByteSink* side = nullptr;
+    // The name by which the first file refers to the second one.
     std::string_view sideName{};
 };
 
-// A bit for each option that only some formats honour.
+// A bit for each option that only some formats honour. The comments name the members of Options.
 enum Honoured : unsigned {
-    kScale = 1U << 0U,
-    kUpAxis = 1U << 1U,
-    kRate = 1U << 2U,
-    kResampling = 1U << 3U,
-    kMesh = 1U << 4U,
-    kDigits = 1U << 5U,
-    kFrames = 1U << 6U,
+    kScale = 1U << 0U,       // scale
+    kUpAxis = 1U << 1U,      // zUp
+    kRate = 1U << 2U,        // framesPerSecond
+    kResampling = 1U << 3U,  // resampleTo
+    kMesh = 1U << 4U,        // mesh
+    kDigits = 1U << 5U,      // digits
+    kFrames = 1U << 6U,      // frames
 };
 
 struct Format {
     std::string_view extension;      // in lower case, with its dot
-    std::string_view sideExtension;  // of the second file; empty if the format has one file
+    std::string_view sideExtension;  // extension of the second file; empty if there is none
     unsigned honoured = 0;           // bits of Honoured
-    // Whether the output is the record of a run: the scene without any option applied, and what
-    // happened. It is written for a failed import too.
+    // Whether the output is the record of a run: what happened in it, and the scene without any
+    // option applied. Such an output is written even if the import failed.
     bool isRecord = false;
-    // Writes the output and returns what was left out. Throws ExportError, and what the sinks
-    // throw.
+    // Writes the output and returns notes about what was left out. Throws ExportError, and what the
+    // sinks throw.
     Notes (*write)(const Content& content, const Sinks& sinks) = nullptr;
 };
 
 // All formats, in the order in which users are shown them.
 ZKMOCAP_API std::span<const Format> Formats();
 
-// Finds a format by its extension, in lower case and with its dot (".glb"). Null if no format has
-// this extension.
+// Finds a format by its extension, which must be in lower case and with its dot (".glb"). Null if
+// no format has this extension.
 ZKMOCAP_API const Format* FindFormat(std::string_view extension);
 
-// The paths of the one or two files that an output consists of. The first is `path`, which ends in
+// Returns the paths of the one or two files of an output. The first is `path`, which must end with
 // the extension of the format, in any letter case.
 ZKMOCAP_API std::vector<std::string> FilesOf(const Format& format, const std::string& path);
 
-// Writes the output. Returns an empty text if it was written, otherwise one line that says why it
-// cannot be written in this format; the sinks may then hold a part of it. `notes` receives what was
-// left out. Exceptions of the sinks are passed on.
+// Writes the output. Returns an empty text if it was written. Otherwise returns one line that says
+// why the scene cannot be written in this format; the sinks may hold a part of the output then.
+// `notes` receives notes about what was left out. Passes on what the sinks throw.
 ZKMOCAP_API std::string Write(const Format& format, const Content& content, const Sinks& sinks,
                               Notes& notes);
 

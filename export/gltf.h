@@ -11,19 +11,21 @@
 
 namespace exporters {
 
-// Each model becomes a holder node with its joints below it, one skin of these joints with the base
-// pose as its bind pose, a mesh of bone shapes (with options.mesh), and one animation for each of
-// its motions. An animation has the motion's name and holds all of its keys, or its samples with
-// options.resampleTo. A motion without a rate has no animation. Names stay as they are; a name that
-// viewers are known to change is repeated in the node's extras. The asset's extras say where the
-// file comes from.
+// Each model becomes:
+// - a holder node, with the nodes of the joints under it;
+// - one skin with these joints, whose bind pose is the base pose;
+// - a mesh of bone shapes, if options.mesh is set;
+// - one animation for each motion that has a rate, with the motion's name. It holds the values at
+//   all frames that have keys or, if options.resampleTo is set, at the samples.
+// Names are not changed. If a name is one that viewers change, the node's extras repeat it. The
+// asset's extras say which files the scene comes from.
 //
-// Returns what was left out. Throws ExportError before anything is written; errors of the sink are
-// passed on.
+// Returns notes about what was left out. Throws ExportError, always before anything is written.
+// Passes on what the sink throws.
 Notes WriteGlb(text::ByteSink& out, const headless::Scene& scene, const Options& options);
 
-// Writes the same as two files: the JSON to `out`, the buffer to `binary`. The JSON file refers to
-// the other file by `binaryName`.
+// Writes the same as two files: the JSON to `out`, the buffer to `binary`. The JSON refers to the
+// file with the buffer by `binaryName`.
 Notes WriteGltf(text::ByteSink& out, text::ByteSink& binary, std::string_view binaryName,
                 const headless::Scene& scene, const Options& options);
 

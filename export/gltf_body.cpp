@@ -36,8 +36,9 @@ Vector OriginOf(const Transform& transform) {
     return {transform.origin[0], transform.origin[1], transform.origin[2]};
 }
 
-// Returns true if a joint that no bone shape touches needs no marker: it is part of a chain without
-// length, or it is the null at the end of a chain. Such a joint has its parent's position.
+// Call this for a joint that no bone shape touches. Returns true if the joint is part of a chain
+// without length, or is the null at the end of a chain. Such a joint has the same position as its
+// parent, so it needs no marker.
 bool IsAtItsParent(const Joint& joint) {
     if (joint.parent == Joint::kNoParent) return false;
     using headless::ObjectType;
@@ -45,11 +46,10 @@ bool IsAtItsParent(const Joint& joint) {
            joint.object->parent->type == ObjectType::ChainEffector;
 }
 
-// As fractions of a bone's length: how far its thickest point is from the parent joint, and its
-// radius there.
-constexpr double kWaist = 0.18;
-constexpr double kThickness = 0.11;
-// As fractions of the skeleton's size.
+// These are fractions of a bone's length.
+constexpr double kWaist = 0.18;      // the distance of a bone shape's thickest part from the parent
+constexpr double kThickness = 0.11;  // the radius of a bone shape at its thickest part
+// These are fractions of the skeleton's size.
 constexpr double kThinnest = 0.005;  // the smallest radius of a bone shape
 constexpr double kThickest = 0.026;  // the largest radius of a bone shape
 constexpr double kNoLength = 1e-6;   // up to this distance, two joints count as one point
@@ -64,7 +64,7 @@ class BodyBuilder {
             const Vector fromFirst = OriginOf(globals[joint]) - OriginOf(globals[0]);
             most = std::max(most, Length(fromFirst));
         }
-        // If the first joint is the hips of a figure, this is about the figure's height.
+        // If the first joint is the hips of a figure, size_ is about the figure's height.
         size_ = most > 0.0 ? 2.0 * most : 1.0;
     }
 
@@ -95,7 +95,7 @@ class BodyBuilder {
     }
 
     // Adds two pyramids that share a square base. The base is at the fraction `waist` of the way
-    // from `start` to `end`; `radius` is half its diagonal.
+    // from `start` to `end`. `radius` is half the diagonal of the base.
     void AddShape(std::size_t joint, const Vector& start, const Vector& end, double waist,
                   double radius) {
         const Vector along = Unit(end - start);

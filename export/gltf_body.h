@@ -12,23 +12,23 @@
 
 namespace exporters {
 
-// A mesh of flat triangles. The first three lists have one element for each vertex; each vertex
-// moves with one joint. `indices` has three vertices for each triangle.
+// A mesh of flat triangles. The first three lists have one element for each vertex. Each vertex
+// moves with one joint. `indices` has three indices of vertices for each triangle.
 struct GltfBody {
     std::vector<std::array<float, 3>> positions;
     std::vector<std::array<float, 3>> normals;
-    std::vector<std::array<std::uint16_t, 4>> joints;  // only the first of the four has a weight
+    std::vector<std::array<std::uint16_t, 4>> joints;  // only the first of the four is used
     std::vector<std::uint32_t> indices;
 };
 
 // The most joints that a 16-bit JOINTS_0 index can address.
 inline constexpr std::size_t kMostBodyJoints = 65536;
 
-// Puts a bone shape between each joint and each of its children that is at another point in the
-// base pose; the shape moves with the parent. A joint that no bone shape touches gets a small
+// Puts a bone shape between each joint and each of its children that has another position in the
+// base pose. The bone shape moves with the parent. A joint that no bone shape touches gets a small
 // marker, unless it is part of a chain without length or is at the end of a chain. `globals` holds
-// the base pose, one transform for each joint. There must be at most kMostBodyJoints joints. Throws
-// ExportError if a coordinate is not finite or too large for 32 bits.
+// the global transform of each joint in the base pose. There must be at most kMostBodyJoints
+// joints. Throws ExportError if a coordinate is not finite or too large for 32 bits.
 GltfBody BuildBody(const std::vector<Joint>& joints, std::span<const headless::Transform> globals);
 
 }  // namespace exporters

@@ -25,8 +25,8 @@ std::string Quoted(std::string_view word) {
     return quoted + '\'';
 }
 
-// Returns a command substitution that prints the word. All bytes but plain ASCII characters are
-// escapes in it. Between single quotes a line feed would break the command line in two.
+// Returns a command substitution that prints the word. Special bytes are written as escapes.
+// Between single quotes a line feed would break the command line in two.
 std::string Printed(std::string_view word) {
     std::string printed = "\"$(printf %b '";
     for (const char character : word) {
