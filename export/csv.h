@@ -13,7 +13,7 @@ namespace exporters {
 // - "seconds": the time since the first frame.
 // - "Hips.px", "Hips.py", "Hips.pz": the global position of the joint "Hips", in scaled units.
 // - "Hips.rx", "Hips.ry", "Hips.rz": its global rotation in degrees; x turns first, then y, then z.
-// The last six columns follow for every other joint. If there are several models, the name of a
+// Each joint has these six columns. If there are several models, the name of a
 // joint begins with the name of its model: "walk.Hips.px". Names with commas, quotes or line breaks
 // are quoted as in RFC 4180. The base pose alone is written as one row with frame 0 and second 0.
 //

@@ -13,7 +13,8 @@ using nlohmann::json;
 // The format is little-endian, and numbers are written as they are in memory.
 static_assert(std::endian::native == std::endian::little);
 
-// The bytes to add to a piece of this size, so that the next piece is aligned to four bytes.
+// The number of zero bytes to write after a piece of this size, so that the next piece is aligned
+// to four bytes.
 std::size_t PaddingOf(std::size_t size) {
     return (4 - size % 4) % 4;
 }

@@ -19,7 +19,7 @@ class JsonList {
   public:
     // Appends an element and returns its index, counted from 0.
     std::size_t Add(const nlohmann::json& element);
-    // Appends an element that is JSON text already and returns its index.
+    // Appends an element that is already JSON text, and returns its index.
     std::size_t AddText(const std::string& json);
     bool IsEmpty() const { return count_ == 0; }
     std::size_t Count() const { return count_; }
@@ -48,7 +48,7 @@ class GltfBuffer {
     template <class Element>
     std::size_t Add(std::span<const Element> elements, GltfComponent component, const char* type,
                     const nlohmann::json& more);
-    // Ends the last view. To be called before Views().
+    // Ends the last view. Must be called before Views().
     void Finish();
 
     // The size of the buffer in bytes.
@@ -63,7 +63,7 @@ class GltfBuffer {
     std::size_t AddBytes(std::span<const std::byte> bytes, std::size_t count,
                          GltfComponent component, const char* type, const nlohmann::json& more);
 
-    std::vector<std::span<const std::byte>> pieces_;  // each is padded to a multiple of four bytes
+    std::vector<std::span<const std::byte>> pieces_;  // one for each accessor; Write adds padding
     std::uint64_t byteLength_ = 0;
     std::uint64_t viewStart_ = 0;  // byte offset of the current view
     GltfTarget target_ = GltfTarget::None;

@@ -18,8 +18,8 @@ using headless::Object;
 using headless::Transform;
 using nlohmann::json;
 
-// glTF stores a matrix for column vectors column by column. In memory that is the same as a matrix
-// for row vectors row by row, which is what a Transform is.
+// glTF stores matrices for column vectors, column by column. A Transform is a matrix for row
+// vectors and is stored row by row. The numbers therefore have the same order in both.
 std::array<float, 16> MatrixOf(const Transform& transform) {
     std::array<float, 16> matrix{};
     for (std::size_t row = 0; row < 3; ++row) {
@@ -46,7 +46,7 @@ void PutTransform(json& node, const Transform& transform) {
     if (rotation != json{0.0, 0.0, 0.0, 1.0}) node["rotation"] = rotation;
 }
 
-// The last part of a path, as valid UTF-8: no other bytes may be in JSON.
+// Returns the last part of a path as valid UTF-8, because JSON can hold no other bytes.
 std::string FileName(const std::string& path) {
     return text::EncodeUtf8(text::DecodeUtf8(std::string_view(path).substr(path.rfind('/') + 1)));
 }
@@ -83,7 +83,8 @@ json AssetJson(const Options& options) {
     return asset;
 }
 
-// The name of a file as a URI: all bytes but those that every part of a URI may hold become %XX.
+// Returns the name of a file as a URI. All bytes except ASCII letters, digits and "-._~" become
+// %XX.
 std::string UriOf(std::string_view name) {
     static constexpr std::string_view kPlain =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
@@ -149,7 +150,7 @@ void GltfDocument::AddModel(const Object& model) {
             parts.inverseBinds.push_back(MatrixOf(headless::Inverse(global)));
         const std::size_t skin = AddSkin(name, holder);
         if (options_.mesh && count > kMostBodyJoints)
-            notes_.push_back(name + ": too many joints for a mesh, the skeleton is written alone");
+            notes_.push_back(name + ": too many joints for a mesh, only the skeleton is written");
         else if (options_.mesh) {
             parts.body = BuildBody(pose.Joints(), globals);
             AddBody(name, skin, parts);

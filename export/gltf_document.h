@@ -1,5 +1,6 @@
-// Builds a whole glTF file in memory: the JSON, and the buffer with the keys of the motions as
-// 32-bit numbers. Internal to export/.
+// Builds a whole glTF file in memory: the JSON, and the buffer with the meshes and the keys of the
+// motions as 32-bit numbers.
+// Internal to export/.
 #pragma once
 
 #include <deque>
@@ -22,14 +23,14 @@ class GltfDocument {
     // Keeps references to the scene and to the options. Throws ExportError.
     GltfDocument(const headless::Scene& scene, const Options& options);
 
-    // Returns the JSON text. `bufferName` is the name of the file with the buffer, or empty if the
-    // buffer is in the same file.
+    // Returns the JSON text. `bufferName` is the name of the file that holds the buffer. It is
+    // empty if one file holds both the JSON and the buffer.
     std::string Json(std::string_view bufferName) const;
     const GltfBuffer& Buffer() const { return buffer_; }
     const Notes& GetNotes() const { return notes_; }
 
   private:
-    // The elements that the buffer refers to.
+    // Owns the elements of one model to which buffer_ refers.
     struct Model {
         std::vector<std::array<float, 16>> inverseBinds;
         GltfBody body;
@@ -39,13 +40,13 @@ class GltfDocument {
 
     void AddModel(const headless::Object& model);
     void AddNodes(const headless::Object& model, ExportedMotion& pose);
-    // `holder` is the index of the node above the joints; the nodes of the joints follow it.
-    // Returns the index of the skin.
+    // Returns the index of the new skin. `holder` is the index of the node above the joints. The
+    // nodes of the joints have the indices after it.
     std::size_t AddSkin(const std::string& name, std::size_t holder);
     void AddBody(const std::string& name, std::size_t skin, Model& parts);
     void AddMotions(const headless::Object& model, std::size_t holder, Model& parts);
     void AddAnimation(const GltfMotion& motion, std::size_t holder);
-    // Sets the name of a node. A name that viewers would change is repeated in the node's extras.
+    // Sets the name of a node. If viewers would change the name, the node's extras repeat it.
     void PutName(nlohmann::json& node, const std::string& name) const;
 
     const headless::Scene& scene_;

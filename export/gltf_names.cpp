@@ -3,8 +3,8 @@
 namespace exporters {
 namespace {
 
-// The name after a viewer's changes: white space becomes "_", and characters that have a meaning in
-// paths are removed.
+// Returns the name as a viewer changes it: white space becomes "_", and characters that have a
+// meaning in paths are removed.
 std::string ChangedByViewers(std::string_view name) {
     static constexpr std::string_view kSpaces = " \t\n\r\v\f";
     static constexpr std::string_view kRemoved = "[]./:";
@@ -16,9 +16,9 @@ std::string ChangedByViewers(std::string_view name) {
     return result;
 }
 
-// Whether the name may contain white space beyond ASCII: U+00A0, U+1680, U+2000 to U+205F, U+3000
-// or U+FEFF. Some other characters have the same first bytes; a name with one of them is also
-// reported, which only means that the name is repeated without need.
+// Whether the name contains U+00A0, U+1680, U+2000 to U+203F, U+205F, U+3000 or U+FEFF. These
+// include all characters beyond ASCII that viewers replace as white space. Some of U+2000 to U+203F
+// are not white space; a name with one of those is repeated without need.
 bool MayHaveOtherSpace(std::string_view name) {
     for (const std::string_view firstBytes :
          {"\xC2\xA0", "\xE1\x9A\x80", "\xE2\x80", "\xE2\x81\x9F", "\xE3\x80\x80", "\xEF\xBB\xBF"})

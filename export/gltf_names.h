@@ -8,20 +8,21 @@
 
 namespace exporters {
 
-// Some viewers address the properties of nodes by paths that contain node names. They remove from
-// names the characters that have a meaning in paths, and add numbers to names that are then equal.
+// Some viewers address the properties of nodes by paths that contain node names. They remove the
+// characters that have a meaning in paths from the names, and replace white space. If two names are
+// then equal, they add a number to one of them.
 class GltfNames {
   public:
-    // Adds the name of a node. To be called for all nodes before the other functions.
+    // Adds the name of a node. Must be called for all nodes before the other functions are called.
     void Add(std::string_view name);
-    // Whether a viewer may show another name instead of this one, which must have been added.
+    // Whether a viewer may show another name instead of `name`, which must be one that was added.
     bool IsChanged(std::string_view name) const;
-    // Returns the name if no added name is equal to it in a viewer; otherwise the name with the
-    // first number that makes it different.
+    // Returns `name` if it differs from all added names in a viewer. Otherwise returns `name` with
+    // the first number that makes it different.
     std::string UnusedName(const std::string& name) const;
 
   private:
-    std::unordered_map<std::string, int> counts_;  // key: the name after a viewer's changes
+    std::unordered_map<std::string, int> counts_;  // by the name as a viewer changes it
 };
 
 }  // namespace exporters

@@ -33,15 +33,15 @@ std::vector<float> TimesOf(const Timeline& timeline) {
     std::vector<float> times(timeline.frames.size());
     for (std::size_t frame = 0; frame < times.size(); ++frame) {
         times[frame] = GltfFloat(timeline.Seconds(frame));
-        // glTF requires times that rise. If rounding made two times equal, the second becomes the
-        // next larger float.
+        // glTF requires each time to be larger than the time before it. If rounding made two times
+        // equal, the second becomes the next larger float.
         if (frame > 0 && times[frame] <= times[frame - 1])
             times[frame] = std::nextafter(times[frame - 1], std::numeric_limits<float>::infinity());
     }
     return times;
 }
 
-// The objects that have an active curve of a rotation.
+// Returns the objects whose rotation an active curve of the motion drives.
 std::unordered_set<const Object*> TurnedByCurves(const headless::Scene& scene, const Object& model,
                                                  const headless::ActionSource& motion) {
     std::unordered_set<const Object*> turned;
@@ -58,7 +58,7 @@ std::unordered_set<const Object*> TurnedByCurves(const headless::Scene& scene, c
 }  // namespace
 
 void RequireGltfFloat(double value) {
-    // Negated, because every comparison with a NaN is false and a NaN has to be refused too.
+    // The comparison is negated, because a NaN must be refused too and compares as false.
     if (!(std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max())))
         throw ExportError("a number is not finite, or too large for glTF");
 }
@@ -88,7 +88,8 @@ GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
     motion.BaseLocals(locals);
     const auto turned = TurnedByCurves(scene, model, source);
     for (std::size_t joint = 0; joint < count; ++joint) {
-        // An animation must have at least one channel, so the first joint always has one.
+        // glTF requires an animation to have at least one channel. The rotation of the first joint
+        // is therefore always stored.
         const bool storesAll = joint == 0 || turned.contains(motion.Joints()[joint].object);
         out.rotations[joint].Start(RotationOf(locals[joint], kNoRotation), frames, storesAll);
         out.translations[joint].Start(TranslationOf(locals[joint]), frames, false);

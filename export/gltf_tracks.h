@@ -1,5 +1,5 @@
-// Builds a motion as glTF animates it: for each joint its rotations and, if they change, its
-// translations, at times that all joints share.
+// Builds a motion in the form that glTF needs: one list of times for all joints, and lists of
+// rotations and translations for the joints that move.
 // Internal to export/.
 #pragma once
 
@@ -13,15 +13,16 @@
 
 namespace exporters {
 
-// Rounds the value to 32 bits, as the buffer holds it. Throws ExportError if the value is not
-// finite or too large for 32 bits.
+// Rounds the value to a 32-bit float, because the buffer holds such numbers. Throws ExportError if
+// the value is not finite or too large for 32 bits.
 float GltfFloat(double value);
-// Throws ExportError if the value is not finite or too large for 32 bits. Numbers in the JSON are
-// checked with this, because readers store them in 32 bits.
+// Throws ExportError if the value is not finite or too large for 32 bits. This function checks
+// numbers that are written in the JSON, because readers store them in 32 bits too.
 void RequireGltfFloat(double value);
 
-// The values of one property of one joint, frame by frame. As long as all of them are equal to the
-// value of the joint's node, they are not stored: a property that never changes needs no memory.
+// The values of one property of one joint, frame by frame. By default, the values are stored only
+// if one of them differs from the value of the joint's node. A property that never changes then
+// needs no memory.
 template <std::size_t kWidth>
 class GltfTrack {
   public:
@@ -34,9 +35,9 @@ class GltfTrack {
         frames_ = frames;
         if (storesAll) StartStoring(0);
     }
-    // The value that was added last, or the node's value before the first.
+    // The value that was added last. Before the first call of Add it is the node's value.
     const Value& Last() const { return last_; }
-    // `frame` counts from 0.
+    // `frame` is the index of the frame, counted from 0.
     void Add(std::size_t frame, const Value& value) {
         last_ = value;
         if (!isStoring_) {
@@ -45,7 +46,7 @@ class GltfTrack {
         }
         values_.push_back(value);
     }
-    // One for each frame; empty if all are equal to the node's value and need not be stored.
+    // The stored values, one for each frame. Empty if the values are not stored.
     const std::vector<Value>& Values() const { return values_; }
 
   private:
@@ -65,16 +66,17 @@ class GltfTrack {
 
 struct GltfMotion {
     std::string name;
-    double firstFrame = 0.0;                 // frame number of the first time
-    double secondsPerFrame = 0.0;            // of the motion's frames, not of samples
+    double firstFrame = 0.0;                 // the frame number at times[0]
+    double secondsPerFrame = 0.0;            // for frame numbers, even if samples are written
     double sourceSecondsPerFrame = 0.0;      // as in the file; 0 if the file has no frame time
     std::vector<float> times;                // seconds, strictly rising from 0
     std::vector<GltfTrack<4>> rotations;     // x y z w; one for each joint
     std::vector<GltfTrack<3>> translations;  // one for each joint
 };
 
-// Stores rotations for the first joint, for all joints that have a curve of a rotation and for the
-// others whose rotation changes; stores translations for joints whose translation changes. `motion`
+// Stores the rotations of the first joint, of every joint with an active curve that drives its
+// rotation, and of every joint whose rotation differs from its node's in some frame. Stores the
+// translations of every joint whose translation differs from its node's in some frame. `motion`
 // must have frames. Throws ExportError if a number is not finite or too large for 32 bits.
 GltfMotion BuildGltfMotion(const headless::Scene& scene, const headless::Object& model,
                            ExportedMotion& motion);

@@ -13,7 +13,7 @@ namespace exporters {
 namespace {
 
 // Writes the member `key`: an array with one line for each element. `append(line, element)` appends
-// the text of an element.
+// the text of an element to `line`.
 template <class Range, class AppendElement>
 void WriteLines(text::ByteSink& out, std::string_view key, const Range& range,
                 AppendElement append) {

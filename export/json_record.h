@@ -1,4 +1,4 @@
-// Writes the record of a run: what the callback returned, what happened, and what is in the scene.
+// Writes the record of a run: what the plug-in's callback returned, what happened, and the scene.
 // Part of the public surface of the library.
 #pragma once
 
@@ -12,25 +12,25 @@
 
 namespace exporters {
 
-// The lists that are referred to stay with the caller.
+// The caller owns the lists to which this struct refers.
 struct RunRecord {
     std::int32_t result;  // what the plug-in's callback returned
     const std::vector<headless::LogLine>& log;
     const std::vector<headless::BarEvent>& bar;
     const std::vector<headless::CommandRecord>& commands;
-    // What the plug-in recorded of its arguments, as the text of a JSON object. It is written as it
-    // is, so it must not be empty.
+    // What the plug-in recorded of its arguments, as the text of a JSON object. The text is written
+    // unchanged, so it must not be empty.
     std::string userInput{};
-    // The findings of the survey of the files, each as the text of a JSON object. Without a survey
-    // there is no list.
+    // The findings of the survey of the files, each as the text of a JSON object. If there was no
+    // survey, this is not set, and the record has no member "findings".
     std::optional<std::vector<std::string>> findings{};
-    // The factor by which the scene's lengths were multiplied, apart from the factor of their unit.
-    // It is written only if it is not 1.
+    // The survey enlarges a skeleton whose bones are too short for the plug-in. This is the factor
+    // by which it enlarged the scene. It is written only if it is not 1.
     double multiplied = 1.0;
 };
 
-// Writes the record, with a line for each object of the scene and for each item of an action. Needs
-// memory for one line and for the text of one curve's key times. Errors of `out` are passed on.
+// Writes the record. Each object of the scene and each item of an action begins a line. Needs
+// memory for one line and for the text of one curve's key times. Passes on what `out` throws.
 void WriteJsonRecord(text::ByteSink& out, const headless::Scene& scene, const RunRecord& record);
 
 }  // namespace exporters

@@ -29,11 +29,12 @@ class SceneWriter {
             WriteObject(*object);
         }
         line_ += first ? "]\n" : "\n]\n";
-        EndLine();
+        Flush();
     }
 
   private:
-    void EndLine() {
+    // Writes the text of line_ and empties it.
+    void Flush() {
         out_.Write(line_);
         line_.clear();
     }
@@ -42,7 +43,7 @@ class SceneWriter {
         text::AppendJsonString(line_, headless::View(text));
     }
 
-    // Appends an array to the line. `append(element)` appends the text of an element.
+    // Appends an array to line_. `append(element)` appends the text of an element.
     template <class Range, class Append>
     void AppendList(const Range& range, Append append) {
         line_ += '[';
@@ -73,7 +74,7 @@ class SceneWriter {
                    [&](const auto& property) { AppendString(property->name); });
         if (object.modelData) WriteModel(*object.modelData);
         line_ += '}';
-        EndLine();
+        Flush();
     }
 
     void AppendLocal(const Object& object) {
@@ -154,10 +155,11 @@ class SceneWriter {
             text::AppendJsonNumber(line_, item.Value());
         }
         line_ += '}';
-        EndLine();
+        Flush();
     }
 
-    // Most curves of a motion share one array of times, so its text is kept for the next curve.
+    // Most curves of a motion share one array of times. The text of the array is therefore kept for
+    // the next curve.
     void WriteTimes(const std::shared_ptr<const std::vector<double>>& times) {
         if (!times) {
             line_ += "[]";
@@ -168,14 +170,14 @@ class SceneWriter {
             timesText_.clear();
             AppendNumbers(timesText_, *times, [] {});
         }
-        EndLine();
+        Flush();
         out_.Write(timesText_);
     }
 
-    // Writes the line out in parts, so that it needs little memory.
+    // Writes the text in parts, so that a long array needs little memory.
     void WriteNumbers(const std::vector<double>& numbers) {
         AppendNumbers(line_, numbers, [&] {
-            if (line_.size() > kLongLine) EndLine();
+            if (line_.size() > kLongLine) Flush();
         });
     }
 

@@ -7,8 +7,8 @@
 
 namespace exporters {
 
-// Writes `"scene": [...]` and a line break. The objects are in the order in which they were made.
-// Each object begins a line, and so does each item of a model's actions.
+// Writes `"scene": [...]` and a line break. The objects are in the order in which they were
+// created. Each object and each item of an action begins a line.
 void WriteJsonScene(text::ByteSink& out, const headless::Scene& scene);
 
 }  // namespace exporters

@@ -16,8 +16,9 @@ using headless::ActionSource;
 using headless::Object;
 using headless::ObjectType;
 
-// A null under an effector is at the end of a bone, which is already counted. A chain root counts
-// only if it is not under another joint, at whose point it would be.
+// A null under an effector is no joint of its own: it is at the end of a bone, and the bone is
+// counted. A chain root that is not directly under the model is no joint of its own either, because
+// it has the position of a joint that is counted.
 bool IsJoint(const Object& object) {
     switch (object.type) {
         case ObjectType::ChainBone:

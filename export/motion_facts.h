@@ -12,19 +12,19 @@ namespace exporters {
 
 // Items that are not active are not counted, because evaluation ignores them too.
 struct ModelFacts {
-    // The points where parts of the skeleton meet or end. Nulls, bones and the roots of chains that
-    // begin at the model count as one each; a null at the end of a chain does not count again.
+    // The number of joints. Each bone counts as one, and so does each null that is not at the end
+    // of a chain. A chain root counts only if it is directly under the model.
     std::size_t joints = 0;
     std::size_t curves = 0;
     std::size_t frames = 0;         // distinct key times
-    double firstFrame = 0.0;        // the first key time; 0 without keys
-    double lastFrame = 0.0;         // the last key time; 0 without keys
+    double firstFrame = 0.0;        // the first key time; 0 if there are no keys
+    double lastFrame = 0.0;         // the last key time; 0 if there are no keys
     double secondsPerFrame = 0.0;   // 0 if the motion has no rate
     std::size_t badKeys = 0;        // values of the motion's keys that are not finite
     std::size_t badRestValues = 0;  // values of the base pose that are not finite
 };
 
-// The motion that was imported last onto the model. Null if it has none.
+// Returns the motion that was imported last onto the model. Null if the model has no motion.
 ZKMOCAP_API const headless::ActionSource* MotionOf(const headless::Object& model);
 
 // Measures the model, with the motion that MotionOf returns.

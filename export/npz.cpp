@@ -23,8 +23,8 @@ using headless::Transform;
 // little-endian ("<").
 static_assert(std::endian::native == std::endian::little && sizeof(wchar_t) == 4);
 
-// The header of an array: its type and shape, padded so that the elements begin at a multiple of 64
-// bytes.
+// Returns the header of an array, with its type and shape. Blanks are added, so that the length of
+// the header is a multiple of 64 bytes.
 std::string NpyHeader(std::string_view type, std::string_view shape) {
     std::string text =
         fmt::format("{{'descr': '{}', 'fortran_order': False, 'shape': {}, }}", type, shape);
@@ -59,7 +59,7 @@ struct PositionRow {
 
 struct QuaternionRow {
     static constexpr std::size_t kWidth = 4;
-    // `values` holds the quaternion of the frame before and receives the new one.
+    // On entry `values` holds the quaternion of the previous frame. It receives the new quaternion.
     void Put(const Transform& global, double* values) const {
         const Quaternion q =
             QuaternionNear(global.axes, {values[0], values[1], values[2], values[3]});
@@ -81,8 +81,9 @@ void ForEachRow(Table& table, RowKind kind, Visit visit) {
     }
 }
 
-// In an archive the checksum of the contents comes before them. The motion is therefore evaluated
-// twice; to keep the contents would need more memory than the motion itself.
+// In a ZIP archive the checksum of a member comes before its contents. The motion is therefore
+// evaluated twice: first for the checksum, then for the contents. Keeping the contents would need
+// more memory than the motion itself.
 template <class RowKind>
 void AddRows(ZipWriter& zip, const std::string& name, Table& table, RowKind kind) {
     const std::size_t joints = table.Columns().size();
@@ -114,14 +115,15 @@ void AddParents(ZipWriter& zip, const Table& table) {
     AddArray(zip, "parents", NpyHeader("<i4", shape), BytesOf(parents));
 }
 
-// Returns the character, or U+FFFD for a code that is no character: an array with such a code could
-// not be read.
+// Returns the character. If the code is no character, returns U+FFFD, because a reader cannot read
+// an array with such a code.
 wchar_t ValidCharacter(wchar_t character) {
     return text::IsCharacter(character) ? character : L'\xFFFD';
 }
 
-// The length of the longest name. Every name takes this many characters in the array, so one long
-// name could make the array very large. Throws ExportError if it would be too large.
+// Returns the length of the longest name, in characters. Every name takes this many characters in
+// the array of names, so one long name can make the array very large. Throws ExportError if the
+// array would be too large.
 std::size_t NameWidth(const Table& table) {
     constexpr std::size_t kMostCharacters = std::size_t{16} << 20;
     std::size_t width = 1;
@@ -129,12 +131,13 @@ std::size_t NameWidth(const Table& table) {
         width = std::max(width, column.name.size());
     if (width * table.Columns().size() > kMostCharacters)
         throw ExportError(
-            fmt::format("the names of {} joints would take {} characters each, as the longest does",
+            fmt::format("the names need too much space: each of {} joints needs the {} characters"
+                        " of the longest name",
                         table.Columns().size(), width));
     return width;
 }
 
-// Writes each name with `width` characters, filled up with zeros.
+// Writes each name with `width` characters. Zeros fill the rest of a shorter name.
 void AddNames(ZipWriter& zip, const Table& table, std::size_t width) {
     std::vector<wchar_t> text(width * table.Columns().size(), L'\0');
     auto at = text.begin();

@@ -9,19 +9,20 @@
 namespace exporters {
 
 // Writes an archive of these arrays:
-//   positions    float64, frames x joints x 3: global positions, in scaled units
-//   quaternions  float64, frames x joints x 4: global rotations, w last; of the two quaternions of
-//   a
-//                rotation the one nearer to that of the frame before
-//   offsets      float64, joints x 3: positions in the base pose, as seen from the parent joint
-//   parents      int32, joints: the index of the parent joint, which comes before its children, or
-//   -1 names        text, joints; with several models "walk.Hips", the model's name first fps
-//   float64, one number: frames per second, or 0 for a pose
-// The steps between the frames are equal; missing frames are filled in. Without motion there is one
-// frame, the base pose.
+// - "positions": float64, frames x joints x 3. The global positions, in scaled units.
+// - "quaternions": float64, frames x joints x 4. The global rotations, in the order x, y, z, w. Of
+//   the two quaternions of a rotation, the one nearer to that of the previous frame is written.
+// - "offsets": float64, joints x 3. The positions in the base pose, as seen from the parent joint.
+// - "parents": int32, joints. The index of the parent joint, or -1 if there is none. A parent
+//   comes before its children.
+// - "names": text, joints. If there are several models, the name of the model comes first, as in
+//   "walk.Hips".
+// - "fps": float64, one number. The frames per second, or 0 for the base pose alone.
+// The steps between the frames are equal; missing frames are filled in. If there is no motion, the
+// only frame is the base pose.
 //
-// Returns what was left out. Throws ExportError before anything is written; errors of `out` are
-// passed on.
+// Returns notes about what was left out. Throws ExportError, always before anything is written.
+// Passes on what `out` throws.
 Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options& options);
 
 }  // namespace exporters

@@ -8,7 +8,7 @@
 
 namespace exporters {
 
-// "Model", "Null", "ChainRoot", "ChainBone" or "ChainEffector".
+// Returns "Model", "Null", "ChainRoot", "ChainBone" or "ChainEffector".
 std::string_view TypeName(headless::ObjectType type);
 
 }  // namespace exporters

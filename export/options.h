@@ -18,17 +18,16 @@ class ExportError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Where the scene came from. glTF files say it.
+// The files from which the scene was imported, and how. glTF files store this.
 struct Source {
-    std::vector<std::string>
-        files;           // paths as the user gave them; only their file names are written
-    std::string format;  // "Biovision BVH" or "Acclaim ASF/AMC"
+    std::vector<std::string> files;  // paths as the user gave them; only the file names are written
+    std::string format;              // "Biovision BVH" or "Acclaim ASF/AMC"
     // The options of the import as names with values. A value is "true", "false", a number or text.
     std::vector<std::pair<std::string, std::string>> options;
     std::string tool;  // name and version of the program
 };
 
-// A range of frame numbers of the motion. Both ends belong to it.
+// The frame numbers of a motion from `first` to `last`, including both.
 struct FrameRange {
     std::int64_t first = 0;
     std::int64_t last = 0;
@@ -39,21 +38,23 @@ struct Options {
     double scale = 1.0;
     // Whether the Z axis is up in the scene. The output is then turned so that Y is up.
     bool zUp = false;
-    // The rate of the motion's frames; by default the motion's own. Above zero.
+    // The rate of the motion in frames per second, above zero. By default it is the motion's own.
     std::optional<double> framesPerSecond = std::nullopt;
-    // Samples per second that are written instead of the motion's keys. Above zero.
+    // If this is set, samples are written instead of the motion's keys. It is their number per
+    // second, above zero.
     std::optional<double> resampleTo = std::nullopt;
-    // Only the frames in this range are written. It first selects from the frames that have keys;
-    // samples, and missing frames that are filled in, then go from the first to the last of these.
-    // A motion without a frame in the range is refused. A model without motion is not affected.
+    // If this is set, only frames in this range are written. First, the frames with keys that are
+    // in the range are selected. Samples and missing frames are then added only from the first to
+    // the last of the selected frames. A motion is refused if no frame with keys is in the range.
+    // The range does not affect a model without motion.
     std::optional<FrameRange> frames = std::nullopt;
-    // glTF only: adds a mesh of bone shapes, so that viewers show a figure.
+    // glTF only: whether to add a mesh of bone shapes, so that viewers show a figure.
     bool mesh = true;
-    // BVH only: the most digits after the decimal point of every number. By default there are as
-    // many as a reader needs to get positions within a millionth of the skeleton's size.
+    // BVH only: the most digits that every number has after the decimal point. By default there are
+    // so many that a reader computes positions to within a millionth of the skeleton's size.
     std::optional<int> digits = std::nullopt;
-    // Writes only this many models, the first of the scene; by default all. A program sets it if
-    // only the first models were imported completely.
+    // If this is set, only the first `models` models of the scene are written. A program sets it if
+    // the later models were not imported completely.
     std::optional<std::size_t> models = std::nullopt;
     Source source = {};
 };

@@ -4,9 +4,10 @@
 
 namespace exporters {
 
-// Each of the four cases computes one component, times a common factor, from the diagonal and the
-// others from sums and differences of two elements. The case is chosen so that the component from
-// the diagonal is large: a small one would be a difference of nearly equal numbers.
+// Each of the four cases computes the quaternion times a factor, which is then divided out. It
+// computes one component from the diagonal of the matrix. The other three components come from sums
+// and differences of two elements each. The code chooses the case in which the component from the
+// diagonal is large, because a small one would be an inexact difference of nearly equal numbers.
 Quaternion QuaternionOf(const double m[3][3]) {
     const double trace = m[0][0] + m[1][1] + m[2][2];
     Quaternion q;

@@ -13,9 +13,9 @@ struct Quaternion {
 // `axes`. Each rotation has two quaternions; this is the one with w >= 0.
 Quaternion QuaternionOf(const double axes[3][3]);
 
-// Returns the one of the two quaternions that is nearer to `before`, the quaternion of the frame
-// before, so that an interpolation between the two frames turns the short way. In the first frame
-// `before` is all zeros; then the result is QuaternionOf(axes).
+// Returns whichever of the rotation's two quaternions is nearer to `before`, the quaternion of
+// the previous frame. An interpolation between the two frames then turns the short way. For the
+// first frame the caller passes zeros in `before`, and the result is QuaternionOf(axes).
 Quaternion QuaternionNear(const double axes[3][3], const Quaternion& before);
 
 }  // namespace exporters

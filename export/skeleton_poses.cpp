@@ -16,8 +16,8 @@ using headless::Object;
 using headless::ObjectType;
 using headless::Transform;
 
-// The last bone of an effector's chain. Null for a chain without bones, whose effector keeps its
-// parent in the scene.
+// Returns the last bone of an effector's chain. Null if the chain has no bones or was deleted; such
+// an effector keeps its parent in the scene.
 const Object* LastBoneOf(const Object& effector) {
     const Object* const end = headless::EndOfChain(effector);
     return end != nullptr && end->type == ObjectType::ChainBone ? end : nullptr;
@@ -38,7 +38,7 @@ void Scale(Transform& transform, double scale) {
         coordinate *= scale;
 }
 
-// The coordinate of `point` along the X axis of `bone`.
+// Returns the coordinate of the origin of `point` along the X axis of `bone`.
 double DistanceAlong(const Transform& bone, const Transform& point) {
     double distance = 0.0;
     for (int axis = 0; axis < 3; ++axis)
@@ -46,7 +46,7 @@ double DistanceAlong(const Transform& bone, const Transform& point) {
     return distance;
 }
 
-// The bones whose length the motion drives.
+// Returns the bones whose length the motion drives.
 std::unordered_set<const Object*> DrivenLengths(const headless::Scene& scene, const Object& model,
                                                 const headless::ActionSource* motion) {
     std::unordered_set<const Object*> bones;
@@ -90,8 +90,9 @@ SkeletonPoses::SkeletonPoses(const headless::Scene& scene, const Object& model,
                              const headless::ActionSource* motion, double scale)
     : base_(scene, model, nullptr), motion_(scene, model, motion), scale_(scale) {
     CollectJoints(true);
-    // An effector that is an ancestor of its own chain cannot become a child of the chain's last
-    // bone: the two would form a ring that CollectJoints does not reach. Then no effector is moved.
+    // An effector may be an ancestor of its own chain. As a child of the chain's last bone it would
+    // be its own ancestor, and CollectJoints would not reach it. No effector gets a new parent
+    // then.
     if (joints_.size() + 1 != base_.Objects().size()) CollectJoints(false);
     CollectEffectors(scene, model, motion);
 }

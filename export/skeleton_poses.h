@@ -1,4 +1,4 @@
-// Evaluates a model as files store it: as one tree of joints with their transforms in any frame.
+// Evaluates a model as files store it: a list of joints and their transforms in any frame.
 // Internal to export/.
 #pragma once
 
@@ -17,50 +17,54 @@ struct Joint {
     static constexpr std::size_t kNoParent = std::numeric_limits<std::size_t>::max();
 
     const headless::Object* object = nullptr;
-    std::size_t parent = kNoParent;  // index of a joint; kNoParent if directly under the model
-    bool isLeaf = true;
+    std::size_t parent = kNoParent;  // index of the parent; kNoParent if that is the model
+    bool isLeaf = true;              // whether the joint has no children
 };
 
-// The joints are all objects below a model, depth first: each parent comes before its children, as
-// files nest them. An effector becomes the child of its chain's last bone, whatever its parent in
-// the scene is, so that it moves with the bone and needs no curves. Keeps references to the scene.
+// The joints are all objects under a model. They are in depth-first order, so each parent comes
+// before its children. An effector becomes the child of its chain's last bone, even if it has
+// another parent in the scene. It therefore moves with the bone and needs no curves. If an effector
+// is an ancestor of its own chain, all effectors keep their parents. Keeps references to the scene.
 class SkeletonPoses {
   public:
-    // `motion` may be null; then every frame is the base pose. Lengths are multiplied by `scale`.
+    // If `motion` is null, every frame is the base pose. Lengths are multiplied by `scale`.
     SkeletonPoses(const headless::Scene& scene, const headless::Object& model,
                   const headless::ActionSource* motion, double scale);
 
     const std::vector<Joint>& Joints() const { return joints_; }
 
-    // One transform for each joint, as seen from its parent joint or, without one, from the scene.
+    // Computes one transform for each joint, as seen from its parent joint. The transform of a
+    // joint without a parent is as seen from the scene. `locals` has one element for each joint.
     void Locals(double frame, std::span<headless::Transform> locals);
-    // The same, for several threads at once. Each thread has its own scratch memory.
+    // Does the same, and several threads may call it at the same time. Each thread passes a Scratch
+    // of its own.
     struct Scratch {
         std::vector<headless::Transform> objects;
         std::vector<headless::Transform> globals;
     };
     void Locals(double frame, std::span<headless::Transform> locals, Scratch& scratch) const;
     void BaseLocals(std::span<headless::Transform> locals);
-    // One transform for each joint, as seen from the scene.
+    // Computes one transform for each joint, as seen from the scene.
     void Globals(double frame, std::span<headless::Transform> globals);
     void BaseGlobals(std::span<headless::Transform> globals);
 
   private:
     // An effector that is the child of its chain's last bone. If the motion does not drive the
-    // length of that bone, the local transform follows from the length at rest. Global transforms
-    // are not used for it, because their rounding errors would differ from frame to frame.
+    // length of that bone, the effector's local transform is computed from the length at rest. It
+    // is not computed from global transforms, because their rounding errors differ between frames.
     struct Effector {
-        std::size_t joint;
-        std::size_t object;  // index of the effector among the evaluator's objects
-        std::size_t bone;    // index of the last bone among the evaluator's objects
-        bool lengthIsDriven;
+        std::size_t joint;    // index in joints_
+        std::size_t object;   // index of the effector among the evaluator's objects
+        std::size_t bone;     // index of the last bone among the evaluator's objects
+        bool lengthIsDriven;  // whether the motion drives the length of that bone
     };
 
-    // With `moveEffectors`, effectors become children of the last bones of their chains.
+    // If `moveEffectors` is set, effectors become children of the last bones of their chains.
     void CollectJoints(bool moveEffectors);
     void CollectEffectors(const headless::Scene& scene, const headless::Object& model,
                           const headless::ActionSource* motion);
-    // `usesMotion` tells whether `evaluator` is motion_, so that bones may change their lengths.
+    // `usesMotion` is true if `evaluator` is motion_. Only a motion can change the lengths of
+    // bones.
     void LocalsOf(const headless::MotionEvaluator& evaluator, double frame, bool usesMotion,
                   std::span<headless::Transform> locals, Scratch& scratch) const;
     void GlobalsOf(const headless::MotionEvaluator& evaluator, double frame,
@@ -70,14 +74,15 @@ class SkeletonPoses {
     headless::MotionEvaluator motion_;
     double scale_;
     std::vector<Joint> joints_;
-    std::vector<std::size_t> objectOf_;  // for each joint, its index among the evaluator's objects
+    std::vector<std::size_t> objectOf_;  // for each joint, the index of its object in base_
     std::vector<Effector> effectors_;
     bool needsGlobals_ = false;  // whether the motion drives the length of an effector's bone
     Scratch scratch_;
 };
 
-// The diagonal of the box around all joints: that of the base pose or that of the first of
-// `frames`, whichever is larger. 0 if all joints are at one point or a box is not finite.
+// Computes the box around all joints in the base pose, and the box in the first of `frames`.
+// Returns the longer of their diagonals, in scaled units. A box that is not finite counts as 0,
+// like a box around one point.
 double SkeletonSize(SkeletonPoses& poses, const std::vector<double>& frames);
 
 }  // namespace exporters

@@ -15,12 +15,12 @@ namespace {
 using headless::Object;
 using headless::Transform;
 
-// The rates of models from one file may differ in their last digits.
+// Compares two rates. The rates of models from one file may differ in their last digits.
 bool SameRate(double a, double b) {
     return std::abs(a - b) <= 1e-9 * std::max(a, b);
 }
 
-// The sum is infinite or NaN if one of its terms is.
+// The sum is infinite or NaN if one of the numbers in it is.
 bool HoldsFiniteNumbers(const Transform& transform) {
     double sum = 0.0;
     for (int row = 0; row < 3; ++row) {
@@ -43,7 +43,8 @@ Table::Table(const headless::Scene& scene, const Options& options, bool even) {
         if (!timeline.IsPose() && !timeline_.IsPose() &&
             !SameRate(timeline.secondsPerFrame, timeline_.secondsPerFrame))
             throw ExportError(fmt::format(
-                "{}: the models differ in their rate, a table has one (--fps N gives them one)",
+                "{}: its rate differs from that of an earlier model, but a table has only one rate"
+                " (--fps N sets one for all)",
                 ReadableName(model->name)));
         if (timeline.frames.size() > timeline_.frames.size()) timeline_ = std::move(timeline);
         AddColumns(*model, motion, models.size() > 1);
@@ -74,7 +75,8 @@ void Table::Row(std::size_t row, std::span<Transform> globals) {
         first += motion.Joints().size();
     }
     if (!std::all_of(globals.begin(), globals.end(), HoldsFiniteNumbers))
-        throw ExportError("a number grows beyond what a file can hold");
+        throw ExportError(fmt::format(
+            "the position or rotation of a joint is not a finite number in frame {}", frame));
 }
 
 double Table::Size() {

@@ -1,4 +1,4 @@
-// Collects what both table formats hold: the global transform of every joint, frame by frame.
+// Collects what the CSV and numpy formats hold: the global transform of every joint in each frame.
 // Internal to export/.
 #pragma once
 
@@ -16,28 +16,29 @@
 
 namespace exporters {
 
-// The columns are the joints of all models, model after model; the rows are the frames. All models
-// share the timeline with the most frames. After the end of its motion a model keeps its last
-// frame; a model without motion keeps its base pose. Keeps references to the scene.
+// The columns are the joints of all models, model after model. The rows are the frames. The
+// timeline with the most frames is used for all models. After the end of its motion a model keeps
+// the pose of its last frame. A model without motion keeps its base pose. Keeps references to the
+// scene.
 class Table {
   public:
-    // With `even`, the steps between the frames are equal (see EvenTimeline). Throws what
+    // If `even` is set, the steps between the frames are made equal (see EvenTimeline). Throws what
     // ExportedMotion throws, and ExportError if the models differ in their rate.
     Table(const headless::Scene& scene, const Options& options, bool even);
 
     struct Column {
-        std::wstring name;                      // with several models: "model.joint"
+        std::wstring name;  // "joint"; "model.joint" if there are several models
         std::size_t parent = Joint::kNoParent;  // index of the parent's column
-        headless::Transform rest;               // the local transform in the base pose
+        headless::Transform rest;               // as seen from the parent in the base pose, scaled
     };
     const std::vector<Column>& Columns() const { return columns_; }
     const Timeline& Times() const { return timeline_; }
     // At least 1: a table without motion has one row, the base pose.
     std::size_t Rows() const { return timeline_.IsPose() ? 1 : timeline_.frames.size(); }
-    // Computes the global transforms of a row, one for each column. Throws ExportError if one is
-    // not finite.
+    // Computes the global transforms of a row, one for each column. Throws ExportError if one of
+    // them is not finite.
     void Row(std::size_t row, std::span<headless::Transform> globals);
-    // The size of the largest skeleton (ExportedMotion::Size), from which decimals are chosen.
+    // The largest ExportedMotion::Size of all models. The number of decimals depends on it.
     double Size();
     const Notes& GetNotes() const { return notes_; }
 

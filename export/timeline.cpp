@@ -12,11 +12,12 @@
 namespace exporters {
 namespace {
 
-// At a hundred frames per second this is more than a day. A longer motion must have a wrong frame
-// number.
+// This many frames last more than a day at a hundred frames per second. A motion that would have
+// more must contain a wrong frame number.
 constexpr double kMostFrames = 10'000'000.0;
 
-// `count` frames from the first on, with `step` between them.
+// Returns the frame numbers first, first + step, first + 2 * step, ... `count` is a whole number
+// and says how many. Throws ExportError if it is above kMostFrames.
 std::vector<double> EvenFrames(double first, double step, double count) {
     if (!(count <= kMostFrames))
         throw ExportError(
@@ -27,7 +28,7 @@ std::vector<double> EvenFrames(double first, double step, double count) {
     return frames;
 }
 
-// Removes the frames outside the range. Throws ExportError if none is left.
+// Removes the frames outside the range. Throws ExportError if no frame is left.
 void KeepRange(std::vector<double>& frames, const FrameRange& range, const std::string& name) {
     const auto first =
         std::lower_bound(frames.begin(), frames.end(), static_cast<double>(range.first));
@@ -41,13 +42,15 @@ void KeepRange(std::vector<double>& frames, const FrameRange& range, const std::
     frames.erase(frames.begin(), first);
 }
 
-// Refuses a rate so low that `step`, the time between two of its frames, is infinite.
+// Throws ExportError if the rate is so low that `step`, the time from one frame to the next, is
+// infinite.
 void RequireFiniteStep(double framesPerSecond, double step) {
     if (!IsFinite(step))
         throw ExportError(fmt::format("{} frames per second are too few", framesPerSecond));
 }
 
-// Not above zero if the motion has no rate.
+// Returns the seconds per frame that the options or, if they do not set a rate, the motion has. The
+// result is not above zero if neither has a rate.
 double SecondsPerFrameOf(const std::string& name, const headless::ActionSource& motion,
                          const Options& options) {
     if (options.framesPerSecond) {
@@ -88,7 +91,7 @@ Timeline MakeTimeline(const headless::Object& model, const headless::ActionSourc
         const double length = timeline.frames.back() - first;
         const double step = 1.0 / (*options.resampleTo * timeline.secondsPerFrame);
         RequireFiniteStep(*options.resampleTo, step);
-        // The small terms keep a last sample that is after the end only because of rounding.
+        // Rounding may move the last sample slightly after the end. The small terms keep it.
         const double count = std::floor(length / step * (1.0 + 1e-12) + 1e-9) + 1.0;
         timeline.frames = EvenFrames(first, step, count);
     }

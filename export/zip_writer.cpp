@@ -14,7 +14,7 @@ constexpr std::uint16_t kUtf8Names = 0x0800;
 constexpr std::uint16_t kFirstOfJanuary1980 = 0x0021;
 constexpr std::uint16_t kZip64Extra = 0x0001;
 
-// Collects the bytes of a record; numbers are little-endian.
+// Collects the bytes of a record. Numbers are stored with the lowest byte first.
 class Record {
   public:
     Record& Put16(std::uint64_t value) { return Put(value, 2); }
@@ -38,12 +38,12 @@ class Record {
     std::string bytes_;
 };
 
-// Appends the fields between the signature and the CRC-32. They are the same in the header of a
-// member and in its directory entry.
+// Appends the fields from the required version to the date, which the CRC-32 follows. They are the
+// same in the header of a member and in its directory entry.
 void PutMethod(Record& record, bool isZip64) {
     record.Put16(isZip64 ? kZip64Version : kPlainVersion).Put16(kUtf8Names);
     record.Put16(0);                             // the method "stored"
-    record.Put16(0).Put16(kFirstOfJanuary1980);  // the earliest date that the format has
+    record.Put16(0).Put16(kFirstOfJanuary1980);  // time 0:00 on the earliest possible date
 }
 
 }  // namespace
@@ -103,7 +103,7 @@ void ZipWriter::Finish() {
         record.Put32(0x06064B50).Put64(44).Put16(kZip64Version).Put16(kZip64Version);
         record.Put32(0).Put32(0).Put64(members_.size()).Put64(members_.size());
         record.Put64(size).Put64(start);
-        // The record that says where the record above is: at the byte offset `end`.
+        // The next record says that the record above begins at the byte offset `end`.
         record.Put32(0x07064B50).Put32(0).Put64(end).Put32(1);
         Write(record.Bytes());
     }

@@ -1,4 +1,4 @@
-// Writes a ZIP archive of uncompressed members, from front to back.
+// Writes a ZIP archive of uncompressed members to a sink, in one pass from front to back.
 // Internal to export/.
 #pragma once
 
@@ -10,22 +10,23 @@
 
 namespace exporters {
 
-// Continues a CRC-32. `crc` is the CRC-32 of the bytes before, or 0 if there are none; the result
-// is that of the bytes before and `bytes` together.
+// Continues a CRC-32. `crc` is the CRC-32 of all bytes before `bytes`, or 0 if there are none.
+// Returns the CRC-32 of these bytes and `bytes` together.
 std::uint32_t Crc32(std::uint32_t crc, std::string_view bytes);
 
-// Sizes and offsets beyond 32 bits are written in ZIP64 records. All members have the same date, so
-// that equal contents make equal files. Errors of the sink are passed on.
+// Sizes and byte offsets that need more than 32 bits are written in ZIP64 records. All members have
+// the same date, so that equal contents make equal files. Passes on what the sink throws.
 class ZipWriter {
   public:
     using Sink = std::function<void(std::string_view)>;
 
     explicit ZipWriter(Sink sink) : sink_(std::move(sink)) {}
 
-    // Begins a member. Its contents must follow with Write: exactly `size` bytes with the CRC-32
-    // `crc`. Both numbers are written before the contents, for readers that read the archive from
-    // front to back.
+    // Begins a member. The caller then passes the contents to Write: exactly `size` bytes, whose
+    // CRC-32 is `crc`. The size and the CRC-32 are written before the contents, for readers that
+    // read the archive from front to back.
     void BeginMember(const std::string& name, std::uint64_t size, std::uint32_t crc);
+    // Appends bytes to the contents of the current member.
     void Write(std::string_view bytes);
     // Writes the directory, which ends the archive.
     void Finish();
@@ -41,7 +42,7 @@ class ZipWriter {
     void WriteDirectoryEntry(const Member& member);
 
     Sink sink_;
-    std::uint64_t written_ = 0;  // bytes that were written so far
+    std::uint64_t written_ = 0;  // the number of bytes that were written so far
     std::vector<Member> members_;
 };
 
