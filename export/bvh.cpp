@@ -26,7 +26,8 @@ constexpr std::string_view kEndSuffix = "_End";
 // Levels deeper than this are not indented further; otherwise the file of a long chain would be
 // mostly white space.
 constexpr std::size_t kMostTabs = 32;
-// The frame time, in seconds, of a pose. A pose has no rate, but the format requires a frame time.
+// The frame time, in seconds, if only the base pose is written. It has no rate, but the format
+// requires a frame time.
 constexpr double kPoseFrameTime = 1.0 / 30.0;
 
 // Returns the name as one word. White space and control characters become "_", because a reader may

@@ -1,6 +1,6 @@
-// Evaluates a model and one of its motions as the options say. The options for scale, up axis,
-// rate, resampling and frame range are applied here. The writers of the formats do not apply them
-// again. Internal to export/.
+// Evaluates a model and one of its motions as the options say. Only ExportedMotion applies the
+// options for scale, up axis, rate, resampling and frame range.
+// Internal to export/.
 #pragma once
 
 #include <optional>

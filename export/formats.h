@@ -1,5 +1,6 @@
-// The table of output formats: the extension of each, the options that it honours and the function
-// that writes it. Part of the public surface of the library.
+// The table of output formats. It holds the extension of each format, the options that the format
+// honours and the function that writes it.
+// Part of the public surface of the library.
 #pragma once
 
 #include <span>

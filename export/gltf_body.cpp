@@ -47,8 +47,8 @@ bool IsAtItsParent(const Joint& joint) {
 }
 
 // These are fractions of a bone's length.
-constexpr double kWaist = 0.18;      // the distance of a bone shape's thickest part from the parent
-constexpr double kThickness = 0.11;  // the radius of a bone shape at its thickest part
+constexpr double kWaist = 0.18;      // from the parent joint to the thickest part of a bone shape
+constexpr double kThickness = 0.11;  // the radius of a bone shape at that part
 // These are fractions of the skeleton's size.
 constexpr double kThinnest = 0.005;  // the smallest radius of a bone shape
 constexpr double kThickest = 0.026;  // the largest radius of a bone shape

@@ -27,7 +27,7 @@ class Table {
     Table(const headless::Scene& scene, const Options& options, bool even);
 
     struct Column {
-        std::wstring name;  // "joint"; "model.joint" if there are several models
+        std::wstring name;                      // "joint" or, with several models, "model.joint"
         std::size_t parent = Joint::kNoParent;  // index of the parent's column
         headless::Transform rest;               // as seen from the parent in the base pose, scaled
     };

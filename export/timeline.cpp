@@ -16,8 +16,8 @@ namespace {
 // more must contain a wrong frame number.
 constexpr double kMostFrames = 10'000'000.0;
 
-// Returns the frame numbers first, first + step, first + 2 * step, ... `count` is a whole number
-// and says how many. Throws ExportError if it is above kMostFrames.
+// Returns `count` frame numbers that begin with `first` and rise by `step`. `count` is a whole
+// number. Throws ExportError if it is above kMostFrames.
 std::vector<double> EvenFrames(double first, double step, double count) {
     if (!(count <= kMostFrames))
         throw ExportError(
@@ -49,8 +49,8 @@ void RequireFiniteStep(double framesPerSecond, double step) {
         throw ExportError(fmt::format("{} frames per second are too few", framesPerSecond));
 }
 
-// Returns the seconds per frame that the options or, if they do not set a rate, the motion has. The
-// result is not above zero if neither has a rate.
+// Returns the seconds per frame. If the options set a rate, it is used instead of the motion's own
+// rate. If neither has a rate, the result is zero or below.
 double SecondsPerFrameOf(const std::string& name, const headless::ActionSource& motion,
                          const Options& options) {
     if (options.framesPerSecond) {
