@@ -28,14 +28,20 @@ bool IsCrash(int signal) {
            signal == SIGABRT || signal == SIGSYS;
 }
 
-// Removes the folder and restores the former action of the signal. SIGABRT and signals that are no
-// crash are then raised again. The other crashes happen again by themselves, because the processor
-// executes the same instruction once more.
-extern "C" void OnFatalSignal(int signal) {
+// Whether the signal comes again without being raised: the processor executes the instruction that
+// caused it once more when the handler returns. A signal that a process sent is not repeated.
+bool IsRepeated(int signal, const siginfo_t& info) {
+    const bool byInstruction =
+        signal == SIGSEGV || signal == SIGBUS || signal == SIGFPE || signal == SIGILL;
+    return byInstruction && info.si_code > 0;
+}
+
+// Removes the folder and restores the former action of the signal, which then ends the process.
+extern "C" void OnFatalSignal(int signal, siginfo_t* info, void* /*context*/) {
     RemoveMendedFolder();
     for (std::size_t index = 0; index < kFatalSignals.size(); ++index)
         if (kFatalSignals[index] == signal) sigaction(signal, &formerActions[index], nullptr);
-    if (!IsCrash(signal) || signal == SIGABRT) raise(signal);
+    if (!IsRepeated(signal, *info)) raise(signal);
 }
 
 void WatchSignals() {
@@ -47,8 +53,8 @@ void WatchSignals() {
         sigaltstack(&stack, nullptr);
     }
     struct sigaction action {};
-    action.sa_handler = OnFatalSignal;
-    action.sa_flags = SA_ONSTACK;
+    action.sa_sigaction = OnFatalSignal;
+    action.sa_flags = SA_ONSTACK | SA_SIGINFO;
     for (std::size_t index = 0; index < kFatalSignals.size(); ++index) {
         sigaction(kFatalSignals[index], nullptr, &formerActions[index]);
         // If the program handles or ignores a signal, its action is not replaced. The signals of
@@ -63,7 +69,7 @@ void StopWatchingSignals() {
     for (std::size_t index = 0; index < kFatalSignals.size(); ++index) {
         struct sigaction now {};
         sigaction(kFatalSignals[index], nullptr, &now);
-        if ((now.sa_flags & SA_SIGINFO) == 0 && now.sa_handler == OnFatalSignal)
+        if ((now.sa_flags & SA_SIGINFO) != 0 && now.sa_sigaction == OnFatalSignal)
             sigaction(kFatalSignals[index], &formerActions[index], nullptr);
     }
 }

@@ -73,13 +73,9 @@ class EndOfAProcess : public testing::TestWithParam<int> {};
 
 TEST_P(EndOfAProcess, LeavesNoFolder) {
     const support::TemporaryFolder temporary;
-    // A raised signal of a crash does not happen again after its handler, as a real crash does, so
-    // it is raised twice. The handlers of a sanitizer may end the process in another way.
-    const int status = StatusOfChild(temporary, [] {
-        raise(GetParam());
-        raise(GetParam());
-    });
-    EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) != 0);
+    const int status = StatusOfChild(temporary, [] { raise(GetParam()); });
+    // The handlers of a sanitizer may end the process with a status instead of the signal.
+    EXPECT_TRUE(WIFSIGNALED(status) || (WEXITSTATUS(status) != 0 && WEXITSTATUS(status) != 99));
     EXPECT_TRUE(temporary.Names().empty());
 }
 
@@ -109,8 +105,8 @@ TEST(SystemStorage, HandlesNoSignalUnlessAsked) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, EndOfAProcess,
-                         testing::Values(SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGTERM, SIGINT,
-                                         SIGHUP, SIGPIPE, SIGQUIT));
+                         testing::Values(SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGSYS, SIGTERM,
+                                         SIGINT, SIGHUP, SIGPIPE, SIGQUIT));
 
 TEST(MendedFolders, AreRemovedForAProcessThatWasKilled) {
     const support::TemporaryFolder temporary;
