@@ -10,11 +10,13 @@
 
 namespace {
 
-// If the cosine of the pitch angle is not above this, the scalar path is used: its asin is
-// inaccurate here, and the vector loops would give another result. The scalar path's own limit for
-// gimbal lock is much smaller.
+// If the magnitude of the pitch angle's cosine is not above this limit, the scalar path is used.
+// The scalar path computes the angle with asin, which is inaccurate so close to gimbal lock. So the
+// vector loops would give another result. The scalar path's own limit for gimbal lock is much
+// smaller.
 constexpr double kNearGimbalLock = 1e-2;
-// If an angle is within this many degrees of 180 or -180, rounding decides which of the two it is.
+// If an angle differs from 180 or -180 by less than this many degrees, rounding errors may decide
+// which of the two angles the result is.
 constexpr double kNearHalfTurn = 1e-9;
 
 RotationKernel ChooseKernel() {
@@ -40,23 +42,24 @@ bool IsHalfTurn(double degrees) {
     return std::fabs(std::fabs(degrees) - math::kHalfTurn) < kNearHalfTurn;
 }
 
-// Whether both paths choose the same sign for half a turn. If one of the angles is zero, no element
-// of the matrix is a sum, so rounding cannot change the sign of an element.
+// Whether the vector loops and the scalar path choose the same sign for an angle of 180 degrees.
+// They do if one of the input angles is zero and the product has no further factors. Each element
+// of the matrix is then one product, not a sum, so rounding cannot change its sign.
 bool IsExact(const double angles[3], const RotationProduct& product) {
     if (product.before != nullptr || product.after != nullptr) return false;
     return angles[0] == 0.0 || angles[1] == 0.0 || angles[2] == 0.0;
 }
 
-// Whether a lane must be converted by the scalar path, because the angles of the vector loops may
-// differ from those of the scalar path.
-bool NeedsScalarPath(const double angles[3], const double turned[3], double cosine,
+// Whether a lane must be converted by the scalar path, because the vector loops may have computed
+// other angles. `angles` is the input of the lane; `converted` is what the vector loops computed.
+bool NeedsScalarPath(const double angles[3], const double converted[3], double cosine,
                      const RotationProduct& product) {
     if (!(cosine > kNearGimbalLock)) return true;
     // If an input angle is NaN, the scalar path can return more NaN angles than the vector loops.
-    // Each input angle affects at least one angle in `turned`, so the sum is NaN in every such
-    // lane.
-    if (std::isnan(turned[0] + turned[1] + turned[2])) return true;
-    return std::any_of(turned, turned + 3, IsHalfTurn) && !IsExact(angles, product);
+    // Each input angle affects at least one angle in `converted`. So the sum below is NaN if an
+    // input angle is NaN.
+    if (std::isnan(converted[0] + converted[1] + converted[2])) return true;
+    return std::any_of(converted, converted + 3, IsHalfTurn) && !IsExact(angles, product);
 }
 
 }  // namespace
@@ -82,12 +85,12 @@ void ConvertRotations(RotationBlock& block, const RotationProduct& product, std:
     kernel(block, product, result);
     for (std::size_t lane = 0; lane < lanes; ++lane) {
         double angles[3] = {block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]};
-        const double turned[3] = {result.angle[0][lane], result.angle[1][lane],
-                                  result.angle[2][lane]};
-        if (NeedsScalarPath(angles, turned, result.cosine[lane], product))
+        const double converted[3] = {result.angle[0][lane], result.angle[1][lane],
+                                     result.angle[2][lane]};
+        if (NeedsScalarPath(angles, converted, result.cosine[lane], product))
             ConvertRotation(angles, product);
         else
-            std::copy_n(turned, 3, angles);
+            std::copy_n(converted, 3, angles);
         for (int i = 0; i < 3; ++i)
             block.angle[i][lane] = angles[i];
     }

@@ -1,30 +1,33 @@
-// Converts many rotations at a time to X-Y-Z angles, with vector sines and arc tangents. The scalar
-// path for one rotation is ConvertRotation, which uses MatrixRotationX, Y and Z, MatrixMult and
-// MatrixGetEulerAngles. The angles of both differ by at most 1e-9 degrees. Close to gimbal lock,
-// and where rounding decides between 180 and -180 degrees, a lane is converted by the scalar path.
+// Converts rotations to X-Y-Z angles. ConvertRotations converts many at a time, with vector
+// instructions. ConvertRotation converts one; it is the scalar path and uses MatrixRotationX, Y and
+// Z, MatrixMult and MatrixGetEulerAngles. The results of the two functions differ by at most 1e-9
+// degrees. ConvertRotations uses the scalar path for a rotation that is close to gimbal lock, for
+// one that gives NaN, and for one where rounding errors may decide between 180 and -180 degrees.
 #pragma once
 
 #include <cstddef>
 
+// The number of lanes in a block.
 inline constexpr std::size_t kRotationBlock = 128;
 
-// The three angles of each lane, angle[i][lane], in degrees. All lanes must be set, those that are
-// not used to any value.
+// The rotations to convert, one in each lane. A lane has three angles, angle[0][lane] to
+// angle[2][lane], in degrees. All lanes are read, so an unused lane must be set, too, to any value.
 struct RotationBlock {
     alignas(64) double angle[3][kRotationBlock];
 };
 
-// The factors of a lane's matrix. The first factor acts first:
+// How the matrix of a lane is computed. R(axis, angle) is a rotation; the first factor acts first:
 // before * R(axis[0], angle[0]) * R(axis[1], angle[1]) * R(axis[2], angle[2]) * after
 struct RotationProduct {
-    int axis[3] = {0, 1, 2};              // 0 is x, 1 is y, 2 is z; all different
-    const double (*before)[4] = nullptr;  // null is the identity; not owned
-    const double (*after)[4] = nullptr;   // the same
+    int axis[3] = {0, 1, 2};              // 0 is x, 1 is y, 2 is z; the three must differ
+    const double (*before)[4] = nullptr;  // a 4x4 matrix of the caller; null: the identity
+    const double (*after)[4] = nullptr;   // a 4x4 matrix of the caller; null: the identity
 };
 
 // Replaces the angles of the first `lanes` lanes by the X-Y-Z angles of their matrices, in degrees.
 void ConvertRotations(RotationBlock& block, const RotationProduct& product,
                       std::size_t lanes = kRotationBlock);
 
-// The same for one lane: the scalar path.
+// Replaces the three angles, in degrees, by the X-Y-Z angles of their matrix. This is the scalar
+// path.
 void ConvertRotation(double angles[3], const RotationProduct& product);

@@ -5,7 +5,8 @@
 
 struct RotationKernelResult {
     alignas(64) double angle[3][kRotationBlock];  // X-Y-Z, degrees
-    // The magnitude of the pitch angle's cosine. A small one means close to gimbal lock.
+    // The magnitude of the cosine of the pitch angle, angle[1]. If it is small, the rotation is
+    // close to gimbal lock.
     alignas(64) double cosine[kRotationBlock];
 };
 

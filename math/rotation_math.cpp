@@ -10,6 +10,7 @@ namespace {
 
 // Up to this magnitude of the cosine, acos is more accurate than asin.
 constexpr double kArcCosineLimit = 0.70710679;
+// If the magnitude of the pitch angle's cosine is at most this, the rotation is at gimbal lock.
 constexpr double kGimbalLockCosine = 1e-5;
 
 void Assign(double m[4][4], const double rows[3][3]) {

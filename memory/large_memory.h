@@ -1,4 +1,4 @@
-// Memory for arrays as large as a file.
+// Memory for large arrays, such as the contents of a file.
 #pragma once
 
 #include <cstddef>
@@ -11,9 +11,9 @@ struct LargeMemoryRelease {
 };
 using LargeMemory = std::unique_ptr<void, LargeMemoryRelease>;
 
-// Returns `bytes` bytes of uninitialised memory, aligned to 64 bytes; null when memory runs out.
-// From 2 MiB on, the system is asked for large pages, because the first access to a page takes
-// longer than the work on its bytes, and one large page replaces many small ones.
+// Returns `bytes` bytes of uninitialised memory, aligned to 64 bytes; null when memory runs out. If
+// it is 2 MiB or more, the system is asked to use large pages. The first access to each page is
+// slow, and one large page replaces many small ones.
 LargeMemory AllocateLargeMemory(std::size_t bytes);
 
 }  // namespace memory
