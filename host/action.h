@@ -19,13 +19,14 @@ class ZELK_API ActionSource : public ProjectItem {
     using ProjectItem::ProjectItem;
 
     // `target` is the parameter's full name without the model's name and the dot after it. The item
-    // gets the keys that the curve has at the time of the call. An empty item is returned if the
-    // host could not add one.
+    // keeps the keys that the curve has when this function is called; later changes of the curve do
+    // not change the item. If `active` is false, the item has no effect. If the host could not add
+    // an item, the result is empty.
     AnimationSourceItem AddSourceItem(const CString& target, const CRef& fcurve, bool active);
     AnimationSourceItem AddSourceItem(const CString& target, double value, bool active);
 };
 
-// A set of objects of a model.
+// A named set of objects. A model owns it.
 class ZELK_API Group : public ProjectItem {
   public:
     using ProjectItem::ProjectItem;

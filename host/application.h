@@ -12,7 +12,8 @@ namespace Zelk {
 
 class ZELK_API Application {
   public:
-    // The root of the scene, which is above all objects. Empty if the host has none.
+    // The root of the scene, which is above all objects. The result is empty if the host has no
+    // scene root.
     Model GetActiveSceneRoot() const;
     // Runs a host command by name: "AddClip", "DeleteObj", "ApplyAction". A command with empty or
     // wrong arguments fails and changes nothing.

@@ -26,7 +26,8 @@ class CValueArray {
   public:
     explicit CValueArray(std::uint32_t count = 0) : values_(count) {}
     std::uint32_t GetCount() const { return static_cast<std::uint32_t>(values_.size()); }
-    // Changes the number of values to `count`. The first ones are kept; new ones are empty.
+    // Changes the number of values to `count`. Values with an index below `count` are kept; new
+    // values are empty.
     void Resize(std::uint32_t count) { values_.resize(count); }
     CValue& operator[](std::uint32_t index) { return values_[index]; }
     const CValue& operator[](std::uint32_t index) const { return values_[index]; }
@@ -40,8 +41,8 @@ class CRefArray {
     std::uint32_t GetCount() const { return static_cast<std::uint32_t>(refs_.size()); }
     void Add(const CRef& ref) { refs_.push_back(ref); }
     const CRef& operator[](std::uint32_t index) const { return refs_[index]; }
-    // The first element whose object or parameter has that name. If there is none, the empty
-    // reference.
+    // Returns the first reference whose object or parameter is called `name`. If there is none, it
+    // returns the empty reference.
     ZELK_API CRef GetItem(const CString& name) const;
 
   private:

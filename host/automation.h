@@ -1,6 +1,6 @@
-// The host's automation objects as typed classes: the application as scripts see it, the toolkit of
-// user-interface objects and its progress bar. Booleans are automation booleans: 0 is false; -1,
-// with all sixteen bits set, is true.
+// The host's automation objects as typed classes: the application as scripts see it, the toolkit
+// that creates user-interface objects, and the toolkit's progress bar. A boolean is an automation
+// boolean, which has 16 bits: 0 is false, and -1 is true.
 #pragma once
 
 #include <cstdint>
@@ -17,8 +17,8 @@ inline constexpr std::int16_t kAutomationFalse = 0;
 
 class ZELK_API AutomationApplication {
   public:
-    // Sets `interactive` to whether the host has a user. A host that cannot tell leaves it
-    // unchanged.
+    // Sets `interactive` to true if the host has a user interface, and to false if it has none. A
+    // host that cannot tell leaves `interactive` unchanged.
     void GetInteractive(std::int16_t& interactive) const;
     // Adds one line to the log, with the host's default severity.
     void LogMessage(const CString& message);
@@ -34,8 +34,8 @@ class ZELK_API ProgressBar : public CBase {
     void PutValue(std::int32_t value);
     void PutCaption(const CString& text);
     void PutVisible(std::int16_t visible);
-    // Sets `pressed` to whether the user has pressed the cancel button. An empty bar leaves it
-    // unchanged.
+    // Sets `pressed` to true if the user has pressed the cancel button, and to false if not. An
+    // empty handle leaves `pressed` unchanged.
     void GetCancelPressed(std::int16_t& pressed) const;
 };
 
@@ -45,7 +45,7 @@ class ZELK_API UIToolkit : public CBase {
 
     // Fails if the host has no user interface.
     static CStatus Create(UIToolkit& toolkit);
-    // Empty if the host has none.
+    // The result is empty if the host has no progress bar.
     ProgressBar GetProgressBar() const;
 };
 

@@ -8,7 +8,7 @@ struct CVector3 {
     double z = 0.0;
 };
 
-// A transform without rotation and scaling. The plug-in needs nothing but the translation.
+// A transform that has only a translation, because the plug-in needs neither rotation nor scaling.
 class CTransformation {
   public:
     void SetTranslationFromValues(double x, double y, double z) { translation_ = {x, y, z}; }

@@ -6,14 +6,15 @@
 
 namespace Zelk {
 
-// A reference to something the scene owns: an object, or a part of one (its local kinematic state,
-// a parameter, an item of an action). It is cheap to copy and owns nothing. When the object is
-// deleted, every reference to it becomes invalid; its id is never used again.
+// A reference to something in the host: an object, an action, a group, a property, the user
+// interface, or a part of one of them. Parts are, for example, a local kinematic state, a parameter
+// and an item of an action. A reference is cheap to copy and owns nothing. When an object is
+// deleted, every reference to it becomes invalid. The id of a deleted object is never used again.
 class CRef {
   public:
     constexpr CRef() = default;
-    // For the host only. `object` is an id, counted from 1; 0 refers to nothing. `part` is 0 for
-    // the object itself.
+    // Only the host calls this constructor. `object` is an id, counted from 1; 0 refers to nothing.
+    // `part` is the number of a part; 0 is the object itself.
     constexpr CRef(std::uint32_t object, std::uint32_t part) : object_(object), part_(part) {}
     constexpr std::uint32_t Object() const { return object_; }
     constexpr std::uint32_t Part() const { return part_; }
@@ -24,8 +25,8 @@ class CRef {
     std::uint32_t part_ = 0;
 };
 
-// The base class of all handles. An empty handle may be used everywhere: its operations do nothing
-// and return an empty result or a failing status.
+// The base class of all handles. A handle is a reference with the operations of what it refers to.
+// The operations of an empty handle do nothing; they return an empty result or a failing status.
 class ZELK_API CBase {
   public:
     CBase() = default;

@@ -34,14 +34,15 @@ class ZELK_API Zelk3DObject : public Zelk::SceneItem {
     // `objects` become children of the new model.
     Zelk::CStatus AddModel(const Zelk::CRefArray& objects, const Zelk::CString& name,
                            Zelk::Model& model);
-    // Adds a chain root at `root`, a bone from there to `effector`, and an effector at its end. The
-    // bone's X axis points along it; its Z axis is `normal` made perpendicular to it.
+    // Adds a chain root at the position `root`, a bone from there to the position `effector`, and
+    // an effector at the end of the bone. The bone's X axis points along the bone. Its Z axis is
+    // perpendicular to the bone and as close to `normal` as possible.
     Zelk::CStatus Add2DChain(const Zelk::MATH::CVector3& root, const Zelk::MATH::CVector3& effector,
                              const Zelk::MATH::CVector3& normal, Zelk::zk2DChainAlignType alignment,
                              const Zelk::CString& name, Zelk::ChainRoot& chain);
-    // Moves the objects under this one. They keep their local transforms, but an effector keeps its
-    // global transform. Fails, and changes nothing, for a bone and for an object that this one is
-    // under.
+    // Makes `objects` children of this object. They keep their local transforms, but an effector
+    // keeps its global transform. Fails and changes nothing if one of them is a bone, or this
+    // object itself, or an object on which this object's transform depends, such as its parent.
     Zelk::CStatus AddChild(const Zelk::CRefArray& objects);
 };
 
@@ -65,7 +66,7 @@ class ZELK_API ChainRoot : public ChainElement {
 
     // The bones in order; the first one is next to the root.
     CRefArray GetBones() const;
-    // Appends a bone from the chain's end to `end` and moves the effector there.
+    // Appends a bone from the chain's end to the position `end`, and moves the effector to `end`.
     CStatus AddBone(const MATH::CVector3& end, zkChainBoneType type, const CString& name,
                     ChainBone& bone);
 };
@@ -84,7 +85,7 @@ class ZELK_API Model : public Zelk3DObject {
   public:
     using Zelk3DObject::Zelk3DObject;
 
-    // Empty if the host could not add one.
+    // The result is empty if the host could not add the action.
     ActionSource AddActionSource(const CString& name);
     CStatus AddGroup(const CRefArray& members, const CString& name, bool branch, Group& group);
 };

@@ -1,5 +1,5 @@
-// The host's 32-bit status codes: a negative one is a failure, 0 is success. Every code of the host
-// that the host or the plug-in returns has its name here and nowhere else.
+// The host's 32-bit status codes. A negative code is a failure; 0 is success. Every host code that
+// the host or the plug-in returns has its name here and nowhere else.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,8 @@ namespace Zelk {
 
 namespace status {
 
-// Converts a code from the unsigned number that people look up.
+// Converts a code that is written as an unsigned number, such as 0x80004005. Status codes are known
+// by these unsigned numbers.
 constexpr std::int32_t FromUnsigned(std::uint32_t code) {
     return static_cast<std::int32_t>(code);
 }

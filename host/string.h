@@ -8,9 +8,10 @@
 namespace Zelk {
 
 // A wide-character text. Copies of a string share one text with a reference count, so that a copy
-// takes little time and no memory; strings in different threads may share a text. The text is
-// NUL-terminated. A string that is made or assigned from a pointer copies the characters. This, and
-// operator+=, throw std::bad_alloc if memory runs out or the text has 2^32 characters or more.
+// takes little time and no memory. Strings in different threads may share a text. The text is
+// NUL-terminated. A string that is made or assigned from a pointer copies the characters. This copy
+// and operator+= throw std::bad_alloc if memory runs out or if the text would have 2^32 characters
+// or more.
 class ZELK_API CString {
   public:
     CString() noexcept = default;

@@ -40,8 +40,8 @@ class ZELK_API CValue {
         if (type_ == Type::String) ReleaseString();
     }
 
-    // The host needs the type, because it gets values of any type. The plug-in only reads doubles
-    // and references.
+    // For the host, which receives values of any type. The plug-in only reads doubles and
+    // references.
     Type GetType() const noexcept { return type_; }
     // The number; 0 if the value is not a number.
     double AsDouble() const noexcept {
