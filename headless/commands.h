@@ -8,8 +8,8 @@
 namespace headless {
 
 // Runs the command and records it in the session, whether it succeeds or fails. An unknown name
-// fails with kFail, empty or wrong arguments with kInvalidArgument; the scene is then unchanged.
-// Throws std::bad_alloc when memory runs out.
+// fails with kFail. Empty or wrong arguments fail with kInvalidArgument. A command that fails in
+// one of these two ways leaves the scene unchanged. Throws std::bad_alloc when memory runs out.
 Zelk::CStatus RunCommand(const Zelk::CString& name, const Zelk::CValueArray& arguments);
 
 }  // namespace headless

@@ -9,19 +9,19 @@ namespace headless {
 
 struct DoublePair {
     double high;
-    double low;  // at most a few units in the last bit of `high`
+    double low;  // its magnitude is at most a few times the last bit of `high`
 };
 
-// a + b, exactly (D. E. Knuth, The Art of Computer Programming, volume 2, 4.2.2, theorem B).
+// The exact sum a + b (D. E. Knuth, The Art of Computer Programming, volume 2, 4.2.2, theorem B).
 inline DoublePair ExactSum(double a, double b) {
     const double sum = a + b;
     const double part = sum - a;
     return {sum, (a - (sum - part)) + (b - part)};
 }
 
-// The exact a * b minus `product`, which is a * b rounded to a double. Where the processor has no
-// fast std::fma, both factors are split into halves, whose products are exact (T. J. Dekker, A
-// floating-point technique for extending the available precision, 1971).
+// Returns the exact a * b minus `product`. `product` must be a * b rounded to a double. Where the
+// processor has no fast std::fma, both factors are split into halves, whose products are exact (T.
+// J. Dekker, A floating-point technique for extending the available precision, 1971).
 inline double RoundingError(double a, double b, double product) {
 #ifdef __FP_FAST_FMA
     return std::fma(a, b, -product);

@@ -4,9 +4,10 @@
 
 namespace headless {
 
-// The object whose channel a value or a curve for `target` changes: mostly `target` itself. A
-// position for a chain's first bone is the position of the chain root. The other bones' positions
-// and an effector's channels are computed from the chain and cannot be changed: null.
+// Returns the object that changes if a value or a curve is given to this channel of `target`.
+// Mostly that is `target` itself. A position that is given to the first bone of a chain changes the
+// chain root instead. The result is null for the position of any other bone and for all channels of
+// an effector, because they are computed from the chain.
 inline const Object* DrivenBy(const Object& target, Channel channel) {
     if (target.chainRoot == nullptr || target.type == ObjectType::ChainRoot) return &target;
     if (target.type == ObjectType::ChainEffector) return nullptr;

@@ -30,7 +30,7 @@ Transform GlobalOf(const Object* object) {
 
 // A curve that drives a channel.
 struct Driver {
-    std::size_t axis = 0;
+    std::size_t axis = 0;                         // index in Impl::axes
     const std::vector<double>* values = nullptr;  // null: nothing drives it
 };
 

@@ -6,20 +6,24 @@
 
 namespace headless {
 
-// The times of a curve's keys in rising order, whatever order they were set in. Of equal times only
-// the last one is kept; NaN is left out. Curves with the same times share an axis.
+// The times of a curve's keys, sorted in rising order. If several keys have the same time, only the
+// one with the largest index is kept. Keys whose time is NaN are left out. Curves with the same
+// array of times can share an axis.
 class KeyAxis {
   public:
-    // Keeps a reference to `times` if they are in rising order already.
+    // `times` must exist as long as the axis. If the times are in rising order already, they are
+    // not copied.
     explicit KeyAxis(const std::vector<double>& times);
     KeyAxis(KeyAxis&&) = default;
     KeyAxis(const KeyAxis&) = delete;
 
-    // The indexes of the keys before and after a frame. Outside all keys both are the nearest key.
+    // The indexes of the keys before and after a frame, in the array that the constructor got. If
+    // the frame is before the first key or after the last one, both are the index of the nearest
+    // key.
     struct Interval {
         std::size_t before = 0;
         std::size_t after = 0;
-        double share = 0.0;  // 0 at `before`, 1 at `after`
+        double share = 0.0;  // where the frame is: 0 at `before`, 1 at `after`
     };
     bool IsEmpty() const { return sorted_.empty(); }
     // Must not be called if the axis is empty.
@@ -29,13 +33,15 @@ class KeyAxis {
     std::size_t KeyAt(std::size_t index) const { return order_.empty() ? index : order_[index]; }
 
     std::span<const double> sorted_;
-    std::vector<double> ownTimes_;    // what `sorted_` refers to if the times had to be sorted
-    std::vector<std::size_t> order_;  // for each of `ownTimes_` the index of its key
+    // Used only if the times had to be sorted; `sorted_` then refers to it.
+    std::vector<double> ownTimes_;
+    std::vector<std::size_t> order_;  // for each element of `ownTimes_`, the index of its key
 };
 
 inline double ValueAt(const std::vector<double>& values, const KeyAxis::Interval& interval) {
     const double before = values[interval.before];
-    // The result is exact at a key, and an infinite value is not multiplied by 0.
+    // So the result is exact at a key, and an infinite value is not multiplied by 0, which would
+    // give NaN.
     if (interval.share == 0.0) return before;
     return before + (values[interval.after] - before) * interval.share;
 }

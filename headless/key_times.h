@@ -1,5 +1,5 @@
-// The times of a motion's keys, in frames. Items that are not active are skipped, as they are by
-// the evaluation of a motion.
+// The times of a motion's keys, in frames. Items that are not active are skipped, because they have
+// no effect on the motion.
 #pragma once
 
 #include <vector>
@@ -9,9 +9,10 @@
 
 namespace headless {
 
-// Calls `visit(times)` for the arrays of key times of the active curves. The times are as they were
-// set: in any order, and not always finite. Curves with the same times mostly follow each other and
-// share an array, which is then visited once. An array may be visited again after another one.
+// Calls `visit(times)` with the array of key times of each active curve. The times may be in any
+// order and need not be finite. Curves with the same times mostly follow each other and share one
+// array, which is then visited only once. If another array was visited in between, a shared array
+// is visited again.
 template <class Visit>
 void WalkKeyTimes(const ActionSource& motion, Visit visit) {
     const std::vector<double>* last = nullptr;
@@ -24,7 +25,8 @@ void WalkKeyTimes(const ActionSource& motion, Visit visit) {
     }
 }
 
-// Every finite time at which an active curve of the motion has a key, each once, in rising order.
+// All finite times at which an active curve of the motion has a key. Each time is listed once; the
+// times are in rising order.
 ZELK_API std::vector<double> KeyTimes(const ActionSource& motion);
 
 }  // namespace headless

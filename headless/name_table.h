@@ -14,13 +14,14 @@
 
 namespace headless {
 
-// The names that one owner has given out, each of them unique. If a name is in use, the smallest
-// number from 1 that makes it unique is appended. The time does not grow with the number of names.
-// The table shares the texts of the names with the objects that have them.
+// The names that are in use for the items of one owner. No two items have the same name. If a
+// wanted name is in use, a number is appended to it: the smallest one, counted from 1, that makes
+// the name unique. A call does not take longer because the table has more names. The table shares
+// the texts of the names with the objects that have them.
 class ZELK_API NameTable {
   public:
-    // Reserves `name`, if necessary with a number, and returns the reserved name. Find returns `id`
-    // for it.
+    // Reserves `name`, if necessary with a number appended, and returns the reserved name. From now
+    // on Find returns `id` for the reserved name.
     Zelk::CString Reserve(const Zelk::CString& name, std::uint32_t id);
     // Makes the name available again. Ignores a name that is not reserved.
     void Free(const Zelk::CString& name);
@@ -28,7 +29,8 @@ class ZELK_API NameTable {
     std::uint32_t Find(std::wstring_view name) const;
 
   private:
-    // A text to look up. Its hash is kept, because computing that of a long name takes time.
+    // A text to look up. The hash of the text is stored, because computing the hash of a long name
+    // takes time.
     struct Key {
         explicit Key(std::wstring_view name)
             : text(name), hash(static_cast<std::uint32_t>(std::hash<std::wstring_view>{}(name))) {}
@@ -60,7 +62,7 @@ class ZELK_API NameTable {
     };
 
     // The numbers that were appended to one name. All numbers below `next` are in use, except those
-    // in `freed`; some of these may be in use again.
+    // in `freed`. Some numbers in `freed` may be in use again.
     struct Numbers {
         std::uint64_t next = 1;
         std::unique_ptr<std::set<std::uint64_t>> freed;

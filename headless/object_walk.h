@@ -1,5 +1,5 @@
-// Walks over everything under an object. There is no recursion, because the depth comes from a
-// file.
+// Visits an object and all objects under it. The walk uses no recursion, because a file decides how
+// deep the objects are, and a deep recursion could exhaust the stack.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,9 @@
 
 namespace headless {
 
-// Calls `visit(object, depth)` for `root` (depth 0) and all objects under it, every parent before
-// its children and children in their order. Allocates nothing. `visit` must not change the scene.
+// Calls `visit(object, depth)` for `root`, whose depth is 0, and for all objects under it. Every
+// parent is visited before its children, and the children are visited in their order. The walk
+// allocates nothing. `visit` must not change the scene.
 template <class Visit>
 void WalkObjects(const Object& root, Visit visit) {
     const Object* object = &root;

@@ -1,5 +1,5 @@
-// The operations of the host that the plug-in can call. Calls are counted, and a test can make one
-// of them fail.
+// The operations of the host that the plug-in can call. The calls of each operation are counted,
+// and a test can make one call fail.
 #pragma once
 
 #include <array>
@@ -63,12 +63,13 @@ enum class Operation : std::uint8_t {
 
 struct OperationState {
     std::uint64_t calls = 0;
-    std::uint64_t failAt = 0;  // the call that fails, counted from 1; 0: none
+    std::uint64_t failAt = 0;  // the call that fails, counted like `calls`, from 1; 0: none
 };
 
 extern std::array<OperationState, static_cast<std::size_t>(Operation::Count)> operationStates;
 
-// Counts a call. If it returns true, the operation must fail and change nothing.
+// Counts a call of the operation. If the result is true, the operation must fail and change
+// nothing.
 inline bool Fails(Operation operation) noexcept {
     OperationState& state = operationStates[static_cast<std::size_t>(operation)];
     return ++state.calls == state.failAt;

@@ -1,6 +1,6 @@
 // The meaning of the two numbers in a reference (Zelk::CRef). Object() is the id of a scene object,
-// an action, a group or a property, or one of the two reserved numbers below. The meaning of Part()
-// depends on which of them it is.
+// an action, a group or a property, or one of the two reserved numbers below. Part() is the number
+// of a part; its meaning depends on what Object() refers to.
 #pragma once
 
 #include <array>
@@ -13,7 +13,7 @@ namespace headless {
 inline constexpr std::uint32_t kSceneRootId = 0xFFFFFFFF;
 // The user interface: the toolkit and its progress bar.
 inline constexpr std::uint32_t kInterfaceId = 0xFFFFFFFE;
-// The largest id that an object can have.
+// Ids of objects, actions, groups and properties are smaller than this number.
 inline constexpr std::uint32_t kLastId = kInterfaceId - 1;
 
 namespace part {
@@ -25,12 +25,12 @@ inline constexpr std::uint32_t kKinematics = 1;
 inline constexpr std::uint32_t kLocalState = 2;
 inline constexpr std::uint32_t kFirstChannel = 3;
 
-// Parts of an action: the parameter AnimEnd, then the items in their order.
+// Parts of an action: the parameter AnimEnd, then the items in the order in which they were added.
 inline constexpr std::uint32_t kAnimEnd = 1;
 inline constexpr std::uint32_t kFirstItem = 2;
 
-// Parts of a property: a parameter, its curve, the next parameter, its curve and so on, in the
-// order in which they were added.
+// Parts of a property. Each parameter is followed by its curve. The parameters are in the order in
+// which they were added.
 inline constexpr std::uint32_t kFirstCurveParameter = 1;
 
 // Parts of the user interface.
@@ -39,8 +39,8 @@ inline constexpr std::uint32_t kProgressBar = 2;
 
 }  // namespace part
 
-// In the order of `Channel`: the name of the channel, and its path, which follows the object's name
-// and a dot in a full name.
+// The names and the paths of the channels, in the order of `Channel`. In a full name, the path
+// comes after the object's name and a dot. The first six channels are those of the local transform.
 inline constexpr std::size_t kChannelCount = 7;
 inline constexpr std::size_t kKinematicChannelCount = 6;
 inline constexpr std::array<std::wstring_view, kChannelCount> kChannelNames = {

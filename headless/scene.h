@@ -1,8 +1,8 @@
 // The scene of the embedded host: its objects, actions, groups and clips as plain records in
-// memory. The plug-in changes them through host/; applications and tests read them here. The scene
-// owns every record. Const functions change no hidden state, so several threads may read a scene
-// while no thread changes it. Positions and lengths are in scene units, rotations in degrees, key
-// times in frames, ActionSource::animEnd in seconds.
+// memory. The plug-in changes them through the classes of host/; applications and tests read them
+// here. The scene owns every record. Const functions change no hidden state, so several threads may
+// read a scene while no thread changes it. Positions and lengths are in scene units, rotations in
+// degrees, key times in frames, ActionSource::animEnd in seconds.
 #pragma once
 
 #include <array>
@@ -27,10 +27,10 @@ enum class Channel : std::uint8_t { PosX, PosY, PosZ, RotX, RotY, RotZ, BoneLeng
 
 struct Object;
 
-// The keys of a curve: values[i] belongs to times[i]. Times are as they were set: in any order, and
-// not always finite. Both pointers are null until keys are set; the arrays never change afterwards,
-// so the action items that are made from a curve share its arrays. If two curves in a row are set
-// to the same times, they share the array of times.
+// The keys of a curve: values[i] belongs to times[i]. The times may be in any order and need not be
+// finite. Both pointers are null until keys are set. The arrays never change afterwards, so an
+// action item that is made from a curve shares the curve's arrays. If the keys of two curves are
+// set one after the other and have the same times, the curves share the array of times.
 struct Keys {
     std::shared_ptr<const std::vector<double>> times;
     std::shared_ptr<const std::vector<double>> values;
@@ -42,14 +42,15 @@ struct Curve {
     Keys keys;
 };
 
-// One item of an action: a static value or a curve for one target, which is the name of a channel
-// relative to the model ("LeftArm.kine.local.rotx"). A large scene has millions of items, so an
-// item is small: it shares the text of the object's name with the object, and keeps the channel as
-// a number.
+// One item of an action: a static value or a curve for one target. The target is the full name of a
+// channel without the model's name, such as "LeftArm.kine.local.rotx". A large scene has millions
+// of items, so an item is small. It shares the text of the object's name with the object, and
+// stores the channel as a number.
 struct ZELK_API ActionItem {
-    Zelk::CString object;            // empty: the model's own channel
-    std::optional<Channel> channel;  // empty: `object` is the whole target, as it was given
-    bool active = true;              // an inactive item has no effect
+    Zelk::CString object;  // the object's name; empty: the model itself
+    // Empty if the target names no channel; `object` is then the whole target.
+    std::optional<Channel> channel;
+    bool active = true;  // an inactive item has no effect
 
     explicit ActionItem(double value) : value_(value) {}
     explicit ActionItem(std::unique_ptr<const Curve> curve)
@@ -79,19 +80,19 @@ struct ZELK_API ActionItem {
 struct ActionSource {
     std::uint32_t id = 0;
     Zelk::CString name;
-    double animEnd = 0.0;
-    std::deque<ActionItem> items;  // in the order they were added
-    Object* owner = nullptr;       // the model, or the scene root
+    double animEnd = 0.0;          // the length of the action in seconds
+    std::deque<ActionItem> items;  // in the order in which they were added
+    Object* owner = nullptr;       // a model, or the scene root
 };
 
 struct Group {
     std::uint32_t id = 0;
     Zelk::CString name;
     std::vector<std::uint32_t> members;  // object ids
-    Object* owner = nullptr;             // the model, or the scene root
+    Object* owner = nullptr;             // a model, or the scene root
 };
 
-// The motion of an action in the model's mixer. `source` is the action's id.
+// A motion in the model's mixer. `source` is the id of the action that is the motion.
 struct Clip {
     Zelk::CString name;
     std::uint32_t source = 0;
@@ -109,9 +110,9 @@ struct Property {
     Object* owner = nullptr;
 };
 
-// What only a model has.
+// The data that only a model has.
 struct ModelData {
-    NameTable objectNames;  // of the model's objects, and of the model itself
+    NameTable objectNames;  // the names of the model's objects and of the model itself
     NameTable actionNames;
     NameTable groupNames;
     NameTable clipNames;
@@ -119,54 +120,55 @@ struct ModelData {
     std::vector<std::unique_ptr<Group>> groups;
     std::vector<Clip> clips;
     // The action whose curves "ApplyAction" attached last; null if there is none. The curves do not
-    // change the objects' local transforms, because this host does not play motions;
+    // change the objects' local transforms, because this host does not play motions.
     // MotionEvaluator computes the transforms at a frame.
     const ActionSource* attached = nullptr;
 };
 
-// What only a chain root has.
+// The data that only a chain root has.
 struct ChainData {
-    std::vector<Object*> bones;  // in order, the first one is next to the root
+    std::vector<Object*> bones;  // in order; the first one is next to the root
     Object* effector = nullptr;  // null if it was deleted
-    // The direction that each new bone's z axis comes as close to as possible. It is in scene
-    // space, and does not change after the chain was made.
+    // The normal that the chain was created with, in scene space. The z axis of a new bone is as
+    // close to the normal as possible.
     std::array<double, 3> normal{0.0, 0.0, 1.0};
-    // The rotation of the effector relative to the last bone (to the root in a chain without
-    // bones), row by row: the effector's x, y and z axis as seen from the bone.
+    // The rotation of the effector relative to the last bone, or to the root if the chain has no
+    // bones. The nine numbers are the effector's x, y and z axis as seen from that bone or root.
     std::array<double, 9> effectorAngle{1, 0, 0, 0, 1, 0, 0, 0, 1};
 };
 
-// What only an object with properties has. They are in the order in which they were made.
+// The data that only an object with properties has. The properties are in the order in which they
+// were made.
 struct PropertyData {
     NameTable names;
     std::vector<std::unique_ptr<Property>> properties;
 };
 
-// Most objects of a large scene are nulls and bones. To keep these small, data that few objects
-// have is allocated separately.
+// Most objects of a large scene are nulls and bones. Data that only some objects have is allocated
+// separately, so that nulls and bones stay small.
 struct ZELK_API Object {
     Zelk::CString name;
-    Object* parent = nullptr;  // null under the scene root
+    Object* parent = nullptr;  // null if the object is directly under the scene root
     Object* firstChild = nullptr;
     Object* lastChild = nullptr;
     Object* previousSibling = nullptr;
     Object* nextSibling = nullptr;
-    // The model that contains the object, or the object itself if it is a model. Null if no model
-    // contains it.
+    // The model that the object belongs to; a model belongs to itself. Null if the object is in no
+    // model.
     Object* model = nullptr;
     // The local transform: posx, posy, posz, rotx, roty, rotz. x rotates first, then y, then z; the
-    // translation comes last. The scene itself computes the position of a bone and the transform of
-    // an effector. A bone is at (length of the bone before it, 0, 0). An effector is at the end of
-    // the last bone.
+    // translation comes last. The scene itself computes the position of a bone: (length of the bone
+    // before it, 0, 0), or zero for the first bone. It also computes the whole transform of an
+    // effector, which is at the end of the last bone.
     std::array<double, 6> local{};
-    double length = 0.0;  // of a bone; 0 for other objects
-    // The root of the chain that this bone or effector belongs to. A chain root points to itself.
-    // Null for other objects, and for an effector whose chain was deleted.
+    double length = 0.0;  // the length of a bone; 0 for other objects
+    // The root of the chain that a bone or an effector belongs to; for a chain root, the object
+    // itself. Null for other objects, and for an effector whose chain was deleted.
     Object* chainRoot = nullptr;
     std::unique_ptr<ModelData> modelData;                // null unless it is a model
     std::unique_ptr<ChainData> chainData;                // null unless it is a chain root
-    std::unique_ptr<PropertyData> propertyData;          // null without a property
-    std::unique_ptr<std::vector<std::uint32_t>> groups;  // ids of its groups; null without any
+    std::unique_ptr<PropertyData> propertyData;          // null if it has no property
+    std::unique_ptr<std::vector<std::uint32_t>> groups;  // ids of the groups it is in; null if none
     // Objects, actions, groups and properties are numbered together, from 1, in the order in which
     // they are made. A session never uses an id again, not even after its Reset.
     std::uint32_t id = 0;
@@ -185,17 +187,17 @@ class ZELK_API Scene {
     // All objects without the scene root, in the order in which they were made.
     std::vector<const Object*> Objects() const;
     std::vector<const Object*> Models() const;
-    // Null if there is no object, or no action, with that id.
+    // The result is null if no object, or no action, has that id.
     const Object* FindObject(std::uint32_t id) const;
     const ActionSource* FindAction(std::uint32_t id) const;
-    // "Model" or "Model.Object". The full name of an action, a group or a property is that of its
-    // owner, a dot and its own name. Empty for an unknown id.
+    // "Model" or "Model.Object". The full name of an action, a group or a property is the full name
+    // of its owner, a dot, and its own name. The result is empty if the id is unknown.
     Zelk::CString FullName(std::uint32_t id) const;
 
-    // The result of ResolveTarget: the object and the channel that the target of an action of
-    // `model` refers to. `object` is null if there is no such object or channel. A target without
-    // an object's name ("kine.local.posx") is a channel of the model itself. ResolveTarget takes
-    // the same time however many objects there are.
+    // The object and the channel that a target in an action of `model` names. `object` is null if
+    // there is no such object or channel. A target without an object's name ("kine.local.posx") is
+    // a channel of the model itself. The time of the search does not depend on the number of
+    // objects.
     struct Target {
         const Object* object = nullptr;
         Channel channel = Channel::PosX;
@@ -205,10 +207,10 @@ class ZELK_API Scene {
 
   private:
     friend class SceneEditor;
-    // The object of that name in the model, or the model itself for an empty name. Null if there is
-    // none.
+    // The object called `name` in the model, or the model itself if `name` is empty. Null if there
+    // is no such object.
     const Object* FindIn(const Object& model, std::wstring_view name) const;
-    // Empty if `object` is null or has no such channel.
+    // The target's object is null if `object` is null or has no such channel.
     static Target TargetOn(const Object* object, Channel channel);
 
     struct Impl;

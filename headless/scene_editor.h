@@ -1,6 +1,6 @@
 // SceneEditor creates, names, moves and deletes what a scene holds, and keeps the records
-// consistent. The host's operations and commands use it. If its arguments do not allow something,
-// it returns null or a failing status, and the scene is unchanged.
+// consistent. The host's operations and commands use it. If the arguments of a function are not
+// allowed, the function returns null or a failing status and leaves the scene unchanged.
 #pragma once
 
 #include <cstddef>
@@ -19,16 +19,16 @@
 
 namespace headless {
 
-// Default names.
+// The names that are used if the caller gives an empty name.
 inline constexpr std::wstring_view kActionName = L"Action";
 inline constexpr std::wstring_view kGroupName = L"Group";
 inline constexpr std::wstring_view kPropertyName = L"Property";
 
-// What a reference refers to at present.
+// What a reference refers to. It is only valid until the scene changes.
 struct Referent {
     enum class Kind : std::uint8_t {
         None,
-        Object,  // the scene root included
+        Object,  // an object, or the scene root
         Kinematics,
         LocalState,
         Channel,
@@ -41,8 +41,9 @@ struct Referent {
         Curve
     };
     Kind kind = Kind::None;
-    // The object itself; the object that a kinematic part or a channel belongs to; otherwise the
-    // owner of the action, the group or the property.
+    // The object that is referred to. For kinematics, a local state or a channel, the object that
+    // it belongs to. For the kinds from Action on, the owner of the action, the group or the
+    // property.
     Node* object = nullptr;
     Channel channel = Channel::PosX;
     ActionSource* action = nullptr;
@@ -55,10 +56,11 @@ class SceneEditor {
   public:
     explicit SceneEditor(Scene& scene) : scene_(scene), records_(*scene.impl_) {}
 
-    // Empties the scene. Its next ids follow the old ones. If memory runs out, it throws
-    // std::bad_alloc and the scene is unchanged.
+    // Empties the scene. The ids of new objects follow the old ids. If memory runs out, Clear
+    // throws std::bad_alloc and the scene is unchanged.
     static void Clear(Scene& scene);
-    // Moves everything out of `scene`, which is then as after Clear. Fails as Clear does.
+    // Moves everything out of `scene` into the returned scene. `scene` is then empty, as after
+    // Clear. If memory runs out, Release throws std::bad_alloc and `scene` is unchanged.
     static std::unique_ptr<const Scene> Release(Scene& scene);
 
     // --- references ---
@@ -67,47 +69,53 @@ class SceneEditor {
     // The object, or the scene root, that `ref` refers to. Null if it refers to something else,
     // such as a part of an object.
     Node* ObjectOf(const Zelk::CRef& ref) const;
-    // The same, but null if the object is of another type. The scene root is a model.
+    // Like the function above, but also null if the object has another type. The type of the scene
+    // root is Model.
     Node* ObjectOf(const Zelk::CRef& ref, ObjectType type) const;
     // Empty if the referent has no name.
     Zelk::CString NameOf(const Referent& referent) const;
     bool HasName(const Referent& referent, std::wstring_view name) const;
     Zelk::CString FullNameOf(const Referent& referent) const;
-    // The empty reference for an object that is directly under the scene root.
+    // Finds the parent of what `ref` refers to; `referent` is Resolve(ref). Returns the empty
+    // reference if there is no parent. An object directly under the scene root has none.
     Zelk::CRef ParentOf(const Zelk::CRef& ref, const Referent& referent) const;
-    // The model that an object belongs to: the object itself, one above it, or the scene root.
+    // The model that an object belongs to: the object itself, a model above it, or the scene root.
     Node& ModelOf(Node& object) const;
 
     // --- objects ---
 
-    // Like every Create function, it returns null if no id is left.
+    // Returns null if no id is left, as every Create function does.
     Node* CreateObject(Node& parent, ObjectType type, const Zelk::CString& name);
-    // `objects` become children of the new model. Null with a failing status.
+    // `objects` become children of the new model. If the result is null, `status` says why.
     Node* CreateModel(Node& parent, const Zelk::CRefArray& objects, const Zelk::CString& name,
                       Zelk::CStatus& status);
     void Rename(const Referent& referent, const Zelk::CString& name);
-    // Moves the objects under `parent`. They keep their local transforms, but an effector keeps its
-    // global transform.
+    // Makes `objects` children of `parent`. They keep their local transforms, but an effector keeps
+    // its global transform.
     Zelk::CStatus Reparent(Node& parent, const Zelk::CRefArray& objects);
     // Deletes the object, all objects under it, and what they own.
     void Delete(Node& object);
     void Delete(Property& property);
-    // The Find functions return null if there is none, and the one made last if there are several.
+    // The Find functions return null if nothing has that name. If several have it, they return the
+    // one that was made last.
     Node* FindObject(std::wstring_view fullName) const;
-    // By the full name, or if no property has it, by the property's own name.
+    // Searches for a property with this full name. If there is none, it searches for a property
+    // with this own name.
     Property* FindProperty(std::wstring_view name) const;
-    // By the object's own name, without that of its model.
+    // Searches for an object by its own name, which is without the model's name.
     Node* FindByBareName(std::wstring_view name) const;
 
     // --- values ---
 
     double ValueOf(const Node& object, Channel channel) const;
-    // Fails for what the scene computes itself, which is an effector's transform and a bone's
-    // position, and for the length of anything but a bone.
+    // Sets one channel. Fails for the channels that the scene itself computes: all those of an
+    // effector, and the position of a bone. Also fails for the length of an object that is not a
+    // bone.
     Zelk::CStatus PutValue(Node& object, Channel channel, double value);
-    // Sets the position and sets the rotation to zero. Fails for a bone and an effector.
+    // Sets the position to `translation`, and the rotation to zero. Fails for a bone and an
+    // effector.
     Zelk::CStatus PutTranslation(Node& object, const Zelk::MATH::CVector3& translation);
-    // The object's global transform.
+    // Returns the object's global transform, after computing it if it is not valid.
     const Transform& Global(Node& object);
 
     // --- chains; all positions are in scene space ---
@@ -122,15 +130,16 @@ class SceneEditor {
     ActionSource* CreateAction(Node& model, const Zelk::CString& name);
     // Returns the index of the new item. `target` must not be empty.
     std::uint32_t AddItem(ActionSource& action, const Zelk::CString& target, ActionItem item);
-    // Null with a failing status.
+    // If the result is null, `status` says why.
     Group* CreateGroup(Node& model, const Zelk::CRefArray& members, const Zelk::CString& name,
                        Zelk::CStatus& status);
     Property* CreateProperty(Node& owner, const Zelk::CString& name);
     Zelk::CStatus SetKeys(Curve& curve, const Zelk::CTimeArray& times,
                           const Zelk::CValueArray& values, bool keepExisting);
     void CreateClip(Node& model, const ActionSource& motion);
-    // Gives the static values of the action to the model's objects, and attaches its curves to the
-    // model. Targets that the model does not have are skipped.
+    // Sets the channels of the model's objects to the static values of the action, and attaches the
+    // action's curves to the model. `owner` is the owner of the action. Items whose targets do not
+    // exist in the model are skipped.
     void Apply(ActionSource& action, Node& owner, Node& model);
 
   private:
@@ -139,7 +148,7 @@ class SceneEditor {
     void Link(Node& parent, Node& object) noexcept;
     void Unlink(Node& object) noexcept;
     bool HasRoomFor(std::uint32_t count) const;
-    // The new node has an id, but no name yet, and is not under its parent yet.
+    // The new node has an id. It has no name yet, and is not among the parent's children yet.
     std::unique_ptr<Node> NewNode(ObjectType type, Node& parent);
     // NOLINTNEXTLINE(bugprone-exception-escape): moving a pointer throws nothing.
     Node& Install(Node& parent, std::unique_ptr<Node> node) noexcept;
@@ -148,9 +157,11 @@ class SceneEditor {
     bool AreObjects(const Zelk::CRefArray& objects) const;
     bool CanReparent(Node& parent, const Zelk::CRefArray& objects) const;
     void Adopt(Node& parent, Node& object);
-    // The model whose table holds the object's name; null if it is the scene root's table.
+    // The model in which the object is; for a model, the model above it. Null if that is the scene
+    // root.
     const Object* ModelAround(const Node& object) const;
-    // Gives the objects new names in `model` (null for the scene root), under `parent`.
+    // Makes the objects belong to `model`, which is null for the scene root, and gives them names
+    // that are unique there. `parent` is the object under which they are moved.
     void MoveToModel(const std::vector<Node*>& moved, Object* model, Node& parent);
 
     // names
@@ -163,8 +174,8 @@ class SceneEditor {
 
     // deletion
     void LeaveGroups(const std::vector<Node*>& dying);
-    // Takes a dying object out of its chain. The root of a chain that loses bones but is not
-    // deleted is added to `shortened`.
+    // Removes a dying object from its chain. If the chain loses bones but its root is not deleted,
+    // the root is added to `shortened`.
     void LeaveChain(Node& dying, std::vector<Node*>& shortened);
     void DropProperties(const std::vector<Node*>& dying);
     void DropModelData(Node& model);
@@ -174,12 +185,14 @@ class SceneEditor {
     Node& PoseSource(const Node& object) const;
     Transform SeenFromPoseSource(const Node& object) const;
     void Invalidate(Node& object) noexcept;
-    // Called after a chain was made: keeps its global transforms, and drops those of the oldest
-    // chain that were kept.
+    // Called after a chain was made. Keeps the global transforms of this chain, and drops those of
+    // the oldest chain whose transforms were still kept.
     void KeepTransformsOf(const Node& chainRoot) noexcept;
     void DropTransforms(Node& chainRoot) noexcept;
-    // Marks an effector whose local transform has to be computed again. Ignores null.
+    // Notes that the local transform of the effector has to be computed again. Does nothing if
+    // `effector` is null.
     void MarkEffector(Object* effector) noexcept;
+    // Computes the local transforms of all effectors that MarkEffector noted.
     void RefreshEffectors();
     void RefreshEffector(Node& effector);
     void ChangeChannel(Node& object, Channel channel, double value);

@@ -21,17 +21,17 @@ namespace headless {
 // Marks a class that is nested in an exported class but is not exported itself.
 #define HEADLESS_HIDDEN __attribute__((visibility("hidden")))
 
-// Every object of a scene is a Node. `global` is its global transform and is right only while
-// `globalValid` is true; the global transforms that it was computed from are valid then, too. It is
-// allocated when it is first needed, because most objects never need it. The links `walkNext` and
-// `dirtyNext` allow a walk over any number of objects that allocates nothing, so that it cannot
-// fail half way.
+// Every object of a scene is a Node. `global` is the object's global transform. It is right only
+// while `globalValid` is true. The global transforms that it was computed from are then valid, too.
+// `global` is allocated when it is first needed, because most objects never need it. The pointers
+// `walkNext` and `dirtyNext` link objects into lists. So a walk over any number of objects
+// allocates nothing and cannot fail half way.
 struct Node : Object {
     bool globalValid = false;
-    bool effectorDirty = false;  // an effector whose local transform has to be computed again
-    bool dying = false;          // about to be deleted
+    bool effectorDirty = false;  // true if this effector's local transform has to be computed again
+    bool dying = false;          // true while the object is being deleted
     std::unique_ptr<Transform> global;
-    Node* walkNext = nullptr;  // the next one in the current walk
+    Node* walkNext = nullptr;  // the next object in the current walk
     union {
         Node* dirtyNext = nullptr;  // of an effector: the next in Scene::Impl::dirtyEffectors
         std::uint32_t boneIndex;    // of a bone: its index in ChainData::bones
@@ -57,10 +57,10 @@ inline const Node& AsNode(const Object& object) {
     return static_cast<const Node&>(object);
 }
 
-// What has a certain id; std::monostate if that was deleted or never made.
+// What an id refers to. It is std::monostate if that was deleted or was never made.
 using Slot = std::variant<std::monostate, std::unique_ptr<Node>, ActionSource*, Group*, Property*>;
 
-// The record of that type in the slot. Null if the slot is null or holds something else.
+// Returns the record of type Record in the slot. Null if `slot` is null or holds something else.
 template <class Record>
 Record* RecordIn(const Slot* slot) {
     Record* const* const held = slot == nullptr ? nullptr : std::get_if<Record*>(slot);
@@ -75,23 +75,28 @@ struct HEADLESS_HIDDEN Scene::Impl {
     void Forget(std::uint32_t id) { slots[id - firstId] = Slot(); }
     std::uint32_t NextId() const { return firstId + static_cast<std::uint32_t>(slots.size()); }
 
-    std::uint32_t firstId;
-    std::deque<Slot> slots;  // slots[i] is that of the id firstId + i
-    // The scene root. Its table of object names holds the objects that are in no model, and all
-    // models wherever they are.
+    std::uint32_t firstId;   // the first id that this scene could give out
+    std::deque<Slot> slots;  // slots[i] belongs to the id firstId + i
+    // The scene root. Its table of object names holds the names of the objects that are in no
+    // model, and the names of all models, also of those that are in another model.
     Node root;
-    std::set<std::uint32_t> models;         // ids
-    std::vector<std::uint32_t> properties;  // ids, in the order in which they were made
-    std::size_t longestModelName = 0;       // characters, of all that ever were
-    std::size_t longestPropertyName = 0;    // characters, of all that ever were
-    // For an action the models, except its owner, whose ModelData::attached is that action.
+    std::set<std::uint32_t> models;  // the ids of all models
+    // The ids of all properties, in the order in which they were made.
+    std::vector<std::uint32_t> properties;
+    // The lengths, in characters, of the longest names that any model and any property ever had.
+    std::size_t longestModelName = 0;
+    std::size_t longestPropertyName = 0;
+    // For an action, the models whose ModelData::attached is that action. The owner of the action
+    // is not listed.
     std::unordered_map<const ActionSource*, std::vector<Node*>> attachedElsewhere;
-    // A ring of chain roots' ids. The global transforms of these chains are kept.
+    // The ids of the roots of the chains that were made last. Only these chains keep global
+    // transforms that nothing else depends on. A new id replaces the oldest one.
     std::array<std::uint32_t, 1024> latestChains{};
-    std::size_t nextLatestChain = 0;  // the entry that is replaced next
-    // A list, empty between operations unless memory ran out.
+    std::size_t nextLatestChain = 0;  // the index of the oldest id in `latestChains`
+    // The first of the effectors whose `effectorDirty` is true; `dirtyNext` links to the next one.
+    // Between operations the list is empty, unless memory ran out.
     Node* dirtyEffectors = nullptr;
-    std::weak_ptr<const std::vector<double>> lastTimes;  // of the last keys that were set
+    std::weak_ptr<const std::vector<double>> lastTimes;  // the times of the keys that were set last
 };
 
 }  // namespace headless

@@ -18,7 +18,7 @@
 namespace headless {
 
 struct LogLine {
-    std::optional<std::int32_t> severity;  // Zelk::zkSeverityType; empty: the host's default
+    std::optional<std::int32_t> severity;  // a Zelk::zkSeverityType; empty: the host's default
     Zelk::CString text;
 };
 
@@ -31,7 +31,7 @@ struct BarEvent {
 
 struct CommandRecord {
     // A reference is recorded as the full name that its target had before the command ran. An empty
-    // value, and a reference to nothing, is std::monostate.
+    // value, and a reference to nothing, is recorded as std::monostate.
     using Argument = std::variant<std::monostate, std::int32_t, double, Zelk::CString>;
     Zelk::CString name;
     std::vector<Argument> arguments;  // empty if memory ran out while they were recorded
@@ -60,12 +60,12 @@ class ZELK_API Session {
     // Reset or Release from a listener, nor while a command of the plug-in runs.
     void Reset();
     // Moves the scene, the log, the bar and the commands out, in a time that does not depend on
-    // their size. GetScene() then returns a new, empty scene, whose ids go on from the old ones.
-    // The objects and records of the released scene keep their addresses. Handles (host/) to its
-    // objects become invalid and find nothing in the new scene; only a handle of the scene root
-    // then refers to the new root. The listeners, a pressed cancel button and whether the session
-    // is interactive stay as they are. When memory runs out, std::bad_alloc is thrown and nothing
-    // has changed.
+    // their size. GetScene() then returns a new, empty scene, in which ids go on from the old ones.
+    // The objects and records of the released scene keep their addresses. Handles (see host/) to
+    // its objects become invalid. Only a handle to the scene root stays valid; it then refers to
+    // the root of the new scene. Release does not change the listeners, the cancel button, or
+    // whether the session is interactive. When memory runs out, std::bad_alloc is thrown and
+    // nothing has changed.
     Recording Release();
 
     // Only an interactive session has a progress bar. A new session is not interactive.
@@ -74,14 +74,15 @@ class ZELK_API Session {
     // handler.
     void PressCancel() noexcept;
 
-    // `isCancelled` is called on the importing thread each time the plug-in reads the bar's cancel
-    // button, until the button is pressed. When it returns true, the button is pressed as by
-    // PressCancel. It is not called in a session that is not interactive, which has no bar. It must
-    // not throw, nor call OnCancelPoll. An empty function removes it.
+    // `isCancelled` is called each time the plug-in reads the bar's cancel button, on the importing
+    // thread, until the button is pressed. When `isCancelled` returns true, the button is pressed
+    // as by PressCancel. A session that is not interactive has no bar, so it never calls
+    // `isCancelled`. `isCancelled` must not throw, nor call OnCancelPoll. An empty `isCancelled`
+    // removes the one that was set before.
     void OnCancelPoll(std::function<bool()> isCancelled);
 
     // `listener` is called with each log line or bar event after it was recorded. It must not
-    // throw, nor replace itself. An empty function removes it.
+    // throw, nor replace itself. An empty `listener` removes the one that was set before.
     void OnLog(std::function<void(const LogLine&)> listener);
     void OnBar(std::function<void(const BarEvent&)> listener);
 

@@ -21,17 +21,19 @@ struct HEADLESS_HIDDEN Session::Impl {
     std::function<bool()> onCancelPoll;
     bool interactive = false;
     std::atomic<bool> pressed = false;
-    std::uint64_t pressAtPoll = 0;   // the button reads as pressed from this poll on; 0: never
-    std::uint64_t polls = 0;         // since the last Reset
-    std::int16_t pressedValue = -1;  // what a pressed button reads as
+    // The button reads as pressed from this poll on, counted from 1; 0: never.
+    std::uint64_t pressAtPoll = 0;
+    std::uint64_t polls = 0;         // how often the button was read since the last Reset
+    std::int16_t pressedValue = -1;  // what ReadCancelFlag returns for a pressed button
 
     void AddLog(LogLine line);
     void AddBar(BarEvent event);
-    // Returns `pressedValue` or 0, and counts as a poll.
+    // Returns `pressedValue` if the cancel button is pressed, and 0 if not. Each call is one poll.
     std::int16_t ReadCancelFlag();
 };
 
-static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler presses the button");
+static_assert(std::atomic<bool>::is_always_lock_free,
+              "a signal handler may press the button, so no lock is allowed");
 
 struct SessionAccess {
     static Session::Impl& Current();

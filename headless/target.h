@@ -1,5 +1,5 @@
-// Splits the target of an action item: "LeftArm.kine.local.rotx", or "kine.local.rotx" for a
-// channel of the model itself.
+// Splits the target of an action item into the name of an object and a channel. An example is
+// "LeftArm.kine.local.rotx". The target "kine.local.rotx" is a channel of the model itself.
 #pragma once
 
 #include <optional>
@@ -16,7 +16,8 @@ struct SplitTarget {
     std::optional<Channel> channel;
 };
 
-// Both members are empty if `target` does not end in the path of a channel.
+// Both members are empty if `target` is neither the path of a channel, nor a name, a dot and the
+// path of a channel.
 inline SplitTarget Split(std::wstring_view target) {
     for (std::size_t index = 0; index < kChannelCount; ++index) {
         if (!target.ends_with(kChannelPaths[index])) continue;

@@ -8,7 +8,7 @@
 
 namespace headless {
 
-// Valid as long as `text` is neither changed nor destroyed.
+// The view is valid as long as `text` is neither changed nor destroyed.
 inline std::wstring_view View(const Zelk::CString& text) {
     return {text.GetWideString(), text.Length()};
 }
