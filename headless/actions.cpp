@@ -1,4 +1,4 @@
-// Sets keys, creates clips and applies actions.
+// Sets keys, adds items to actions, creates clips and applies actions.
 #include <cstddef>
 #include <cstring>
 #include <iterator>
@@ -14,8 +14,8 @@ namespace {
 
 using Values = std::vector<double>;
 
-// An iterator over host values that gives them as numbers. It counts as a random access iterator,
-// so that std::vector allocates once and does not fill itself with zeros first.
+// An iterator over host values that returns each of them as a double. It claims to be a random
+// access iterator, so that std::vector knows the number of values and allocates memory only once.
 class Numbers {
   public:
     using iterator_category = std::random_access_iterator_tag;
@@ -37,7 +37,8 @@ class Numbers {
     const Zelk::CValue* value_;
 };
 
-// The kept keys, then the new ones. Memory is allocated once, because motions are long.
+// Returns the kept numbers, followed by the new ones. Memory is allocated only once, because
+// motions are long.
 template <class Iterator>
 std::shared_ptr<const Values> Joined(const Values* kept, Iterator begin, Iterator end) {
     if (kept == nullptr || kept->empty()) return std::make_shared<const Values>(begin, end);
@@ -77,8 +78,8 @@ Zelk::CStatus SceneEditor::SetKeys(Curve& curve, const Zelk::CTimeArray& times,
     return Zelk::status::kOk;
 }
 
-// The item shares the text of the object's name with the item before it or with the object, if that
-// text is the same. A target does not change when its object gets another name later.
+// The new item shares the text of the object's name with the item before it, or with the object
+// itself, if their texts are equal. A target does not change when its object is renamed later.
 std::uint32_t SceneEditor::AddItem(ActionSource& action, const Zelk::CString& target,
                                    ActionItem item) {
     const SplitTarget split = Split(View(target));
@@ -107,7 +108,7 @@ void SceneEditor::CreateClip(Node& model, const ActionSource& motion) {
 void SceneEditor::Apply(ActionSource& action, Node& owner, Node& model) {
     bool hasCurves = false;
     // Items of one object mostly follow each other and share the text of its name, so the object is
-    // looked up only when that text is another one.
+    // looked up only when that text is not the one of the item before.
     const wchar_t* name = nullptr;
     const Object* object = nullptr;
     for (const ActionItem& item : action.items) {

@@ -15,8 +15,8 @@ using Vector = std::array<double, 3>;
 
 // Scales the vector to length one. Returns false if it is zero or not finite.
 bool Normalise(Vector& vector) {
-    // It is divided by its largest component first, because the squares of very large components
-    // overflow and those of very small ones are rounded to zero.
+    // The vector is first divided by its largest component, because the squares of very large
+    // components overflow and those of very small ones are rounded to zero.
     const double largest =
         std::max({std::fabs(vector[0]), std::fabs(vector[1]), std::fabs(vector[2])});
     if (!(largest > 0.0) || !std::isfinite(largest)) return false;
@@ -43,25 +43,27 @@ void RemoveComponent(Vector& vector, const Vector& unit) {
         vector[axis] -= share * unit[axis];
 }
 
-// Makes `vector` perpendicular to `unit` and of length one. Returns false if the two are parallel.
+// Makes `vector` perpendicular to `unit` and of length one. Returns false if that is impossible,
+// because `vector` is parallel to `unit`, zero or not finite.
 bool MakePerpendicular(Vector& vector, const Vector& unit) {
     constexpr double kParallel = 1e-9;
     if (!Normalise(vector)) return false;
     RemoveComponent(vector, unit);
     if (std::hypot(vector[0], vector[1], vector[2]) < kParallel) return false;
-    // The remaining vector may be so short that its rounding errors are large in comparison. They
-    // are removed by doing the same again.
+    // The remaining vector may be so short that its rounding errors are relatively large. Doing the
+    // same once more removes these errors.
     if (!Normalise(vector)) return false;
     RemoveComponent(vector, unit);
     return Normalise(vector);
 }
 
-// Computes the axes of a bone: x points along `direction`, z is as close to `normal` as possible.
-// Returns false if `direction` is zero or not finite.
+// Computes the axes of a bone. The x axis points along `direction`; the z axis is as close to
+// `normal` as possible. Returns false if `direction` is zero or not finite.
 bool BoneAxes(Vector direction, Vector normal, double axes[3][3]) {
     if (!Normalise(direction)) return false;
     if (!MakePerpendicular(normal, direction)) {
-        // The normal is of no use here, so the scene axis that is furthest from the bone is used.
+        // This normal cannot be used. The scene axis that is closest to perpendicular to the bone
+        // replaces it.
         const auto furthest =
             std::min_element(direction.begin(), direction.end(),
                              [](double a, double b) { return std::fabs(a) < std::fabs(b); });
@@ -89,8 +91,8 @@ void SetLocal(Object& object, const Transform& seen) {
 
 }  // namespace
 
-// The end of the last bone, in scene space and with that bone's orientation. The end of a chain
-// without bones is its root.
+// The end of the last bone, in scene space and with the orientation of that bone. A chain without
+// bones ends at its root.
 Transform SceneEditor::ChainEnd(Node& chainRoot) {
     const ChainData& chain = *chainRoot.chainData;
     if (chain.bones.empty()) return Global(chainRoot);
@@ -98,15 +100,15 @@ Transform SceneEditor::ChainEnd(Node& chainRoot) {
     Transform end;
     end.origin[0] = last.length;
     end = end * Global(last);
-    // A valid global transform of the effector has the position as it was given. The sum along the
-    // bones differs from it by rounding errors.
+    // If the effector's global transform is valid, its position is used. Mostly that is exactly the
+    // position that the caller gave. The position computed from the bones has rounding errors.
     if (chain.effector != nullptr && AsNode(*chain.effector).globalValid)
         std::copy_n(AsNode(*chain.effector).global->origin, 3, end.origin);
     return end;
 }
 
-// Gives a new bone its length and its transforms. `source` is the bone before it or the chain root,
-// and has a valid global transform.
+// Gives a new bone its length and its transforms. `source` is the bone before the new bone, or the
+// chain root. The global transform of `source` must be valid.
 void SceneEditor::PlaceBone(Node& bone, Node& source, const double start[3],
                             const Zelk::MATH::CVector3& end) {
     const Vector direction = {end.x - start[0], end.y - start[1], end.z - start[2]};
@@ -121,8 +123,8 @@ void SceneEditor::PlaceBone(Node& bone, Node& source, const double start[3],
     bone.globalValid = true;
 }
 
-// Moves the effector to the new end of the chain. It gets the chain root's orientation, whatever
-// orientation it had before.
+// Moves the effector to `end`, the new end of the chain. The effector gets the orientation of the
+// chain root, whatever orientation it had before.
 void SceneEditor::PlaceEffector(Node& chainRoot, const double end[3]) {
     ChainData& chain = *chainRoot.chainData;
     if (chain.effector == nullptr) return;
@@ -140,7 +142,8 @@ void SceneEditor::PlaceEffector(Node& chainRoot, const double end[3]) {
 
     const Transform seen = SeenFrom(global, around);
     SetLocal(effector, seen);
-    // Under the root the rotation is exactly zero; the one computed has rounding errors.
+    // If the root is the parent, the rotation is exactly zero, but the computed rotation has
+    // rounding errors.
     if (effector.parent == &chainRoot) std::fill_n(effector.local.begin() + 3, 3, 0.0);
 }
 
@@ -192,8 +195,8 @@ Node* SceneEditor::CreateBone(Node& chainRoot, const Zelk::MATH::CVector3& end,
     newBone->chainRoot = &chainRoot;
     newBone->boneIndex = static_cast<std::uint32_t>(chain.bones.size());
     newBone->AllocateGlobal();
-    // PlaceEffector needs this global transform. It is computed here, because that may run out of
-    // memory and nothing has changed yet.
+    // PlaceEffector needs this global transform. Computing it may run out of memory, so it is
+    // computed here, before anything has changed.
     if (chain.effector != nullptr) Global(ParentNode(AsNode(*chain.effector)));
     ReserveRoom(chain.bones);
     GiveName(*newBone, chainRoot, name);

@@ -25,7 +25,7 @@ Referent ReferentAt(const SceneEditor& editor, const Arguments& arguments, std::
 }
 
 // The model and the action that the first two arguments refer to. A pointer is null if its argument
-// refers to something else, or if any argument after these two is not empty.
+// refers to something else. All pointers are null if an argument after the first two is not empty.
 struct ModelAndAction {
     Node* model = nullptr;
     ActionSource* action = nullptr;
@@ -48,7 +48,7 @@ ModelAndAction FindModelAndAction(const SceneEditor& editor, const Arguments& ar
     return found;
 }
 
-// Arguments: the model and the motion. Any further ones must be empty.
+// Arguments: the model and the action that is the motion. Any further arguments must be empty.
 Zelk::CStatus AddClip(const Arguments& arguments) {
     if (Fails(Operation::AddClip)) return Zelk::status::kFail;
     SceneEditor editor = Editor();
@@ -58,7 +58,7 @@ Zelk::CStatus AddClip(const Arguments& arguments) {
     return Zelk::status::kOk;
 }
 
-// Arguments: the action and the model. Any further ones must be empty.
+// Arguments: the action and the model. Any further arguments must be empty.
 Zelk::CStatus ApplyAction(const Arguments& arguments) {
     if (Fails(Operation::ApplyAction)) return Zelk::status::kFail;
     SceneEditor editor = Editor();
@@ -68,7 +68,7 @@ Zelk::CStatus ApplyAction(const Arguments& arguments) {
     return Zelk::status::kOk;
 }
 
-// Arguments: the name of a property or an object. Any further ones are ignored.
+// Arguments: the name of a property or an object. Any further arguments are ignored.
 Zelk::CStatus DeleteObj(const Arguments& arguments) {
     if (Fails(Operation::DeleteObj)) return Zelk::status::kFail;
     if (arguments.GetCount() == 0) return Zelk::status::kInvalidArgument;
@@ -152,7 +152,8 @@ void Record(CommandRecord record) noexcept {
 }  // namespace
 
 Zelk::CStatus RunCommand(const Zelk::CString& name, const Zelk::CValueArray& arguments) {
-    // The arguments are recorded before the command runs, which may delete what they refer to.
+    // The arguments are recorded before the command runs, because the command may delete what they
+    // refer to.
     CommandRecord record{name, RecordedArguments(arguments), Zelk::status::kOutOfMemory};
     try {
         const Zelk::CStatus status = Dispatch(name, arguments);

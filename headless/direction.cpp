@@ -9,6 +9,7 @@ namespace headless {
 
 namespace {
 
+// 180 / pi.
 constexpr DoublePair kDegreesPerRadian = {0x1.ca5dc1a63c1f8p+5, -0x1.1e7ab456405f9p-49};
 
 // The angles, in degrees, whose tangents are 0/64, 1/64 ... 64/64.
@@ -81,8 +82,8 @@ constexpr DoublePair kArcTangents[] = {
 };
 constexpr double kSteps = static_cast<double>(std::size(kArcTangents) - 1);
 
-// The arc tangent, in radians, of a tangent of at most 1/128, minus the first term of its series,
-// which is the tangent itself.
+// Returns atan(tangent) - tangent, in radians. The magnitude of `tangent` is at most 1/128, so few
+// terms of the series are enough.
 double ArcTangentCorrection(double tangent) {
     const double square = tangent * tangent;
     const double series =
@@ -90,10 +91,11 @@ double ArcTangentCorrection(double tangent) {
     return tangent * square * series;
 }
 
-// The arc tangent of shorter / longer, in degrees, where 0 <= shorter <= longer. The vector is
-// first rotated back by the nearest angle of the table, so that few terms of the series are enough.
+// The arc tangent of shorter / longer, in degrees, where 0 <= shorter <= longer. The vector
+// (longer, shorter) is first rotated by minus the nearest angle of the table. The angle that
+// remains is small.
 DoublePair ArcTangent(const DoublePair& shorter, const DoublePair& longer) {
-    // NOLINTNEXTLINE(bugprone-incorrect-roundings): half-way, either neighbour will do.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): half-way between two steps, either will do.
     const auto step = static_cast<std::size_t>(shorter.high / longer.high * kSteps + 0.5);
     const double tangent = static_cast<double>(step) / kSteps;
     const DoublePair rest =
@@ -109,8 +111,8 @@ DoublePair ArcTangent(const DoublePair& shorter, const DoublePair& longer) {
 }  // namespace
 
 DoublePair DirectionInDegrees(const DoublePair& sine, const DoublePair& cosine) {
-    // Beyond these limits, products overflow or are too small for a DoublePair. The entries of
-    // rotations, for which accuracy counts, are within them.
+    // Outside these limits, products overflow or are too small for a DoublePair. Accuracy matters
+    // for the entries of rotation matrices, which are inside the limits.
     constexpr double kLargest = 1e150;
     constexpr double kSmallest = 1e-140;
     DoublePair y = std::signbit(sine.high) ? Negative(sine) : sine;

@@ -20,7 +20,8 @@ namespace {
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 constexpr std::size_t kLength = static_cast<std::size_t>(Channel::BoneLength);
 
-// The global transform that the object, which may be null, has at present.
+// The global transform that the object has in the scene. `object` may be null; the result is then
+// the identity.
 Transform GlobalOf(const Object* object) {
     Transform global;
     for (; object != nullptr; object = object->parent)
@@ -31,24 +32,26 @@ Transform GlobalOf(const Object* object) {
 // A curve that drives a channel.
 struct Driver {
     std::size_t axis = 0;                         // index in Impl::axes
-    const std::vector<double>* values = nullptr;  // null: nothing drives it
+    const std::vector<double>* values = nullptr;  // null if no curve drives the channel
 };
 
 // What is needed to compute an object's transform at a frame. Objects are given by their indexes in
 // Impl::objects.
 struct Entry {
     std::size_t parent = 0;
-    std::size_t endOfChain = kNone;  // for an effector, EndOfChain
-    bool isUnderOwnChain = false;    // an effector whose parent is its chain's root or bone
-    bool followsBone = false;        // a bone that begins at the end of its parent, another bone
-    std::size_t drivers = kNone;     // in Impl::drivers; most objects have none
+    std::size_t endOfChain = kNone;  // for an effector, the index of EndOfChain(effector)
+    // True for an effector whose parent is the root or a bone of its chain.
+    bool isUnderOwnChain = false;
+    // True for a bone whose parent is a bone; it begins at the parent's end.
+    bool followsBone = false;
+    std::size_t drivers = kNone;  // index in Impl::drivers; kNone if no curve drives the object
     std::array<double, 6> local{};
     double length = 0.0;
     Transform localTransform;  // `local` as a transform
 };
 
-// The interval on each axis that a frame is in. Up to four axes, which is enough for most motions,
-// need no allocation.
+// For each KeyAxis, the interval between two keys that a frame is in. Up to four of them are stored
+// without an allocation, which is enough for most motions.
 class Intervals {
   public:
     explicit Intervals(std::size_t count) : many_(count > few_.size() ? count : 0) {}
@@ -74,9 +77,10 @@ struct HEADLESS_HIDDEN MotionEvaluator::Impl {
     std::vector<Entry> entries;
     std::vector<Drivers> drivers;
     std::vector<KeyAxis> axes;
-    Transform parentGlobal;                                  // of the model's parent
-    std::unordered_map<const Object*, std::size_t> indexes;  // in `objects`; kNone: not listed yet
-    std::unordered_map<const std::vector<double>*, std::size_t> axisOfTimes;
+    Transform parentGlobal;  // the global transform of the model's parent
+    // The index of each object in `objects`; kNone while the object is not listed there yet.
+    std::unordered_map<const Object*, std::size_t> indexes;
+    std::unordered_map<const std::vector<double>*, std::size_t> axisOfTimes;  // index in `axes`
 
     void PutInOrder(const Object& model);
     void BuildEntries();
@@ -93,7 +97,7 @@ struct HEADLESS_HIDDEN MotionEvaluator::Impl {
     void Globals(const Intervals& at, std::span<Transform> globals) const;
 };
 
-// Lists the objects so that a parent is before its children and an effector is after the end of its
+// Fills `objects`. A parent comes before its children. An effector comes after the end of its
 // chain, even if the effector has been moved out of the chain.
 void MotionEvaluator::Impl::PutInOrder(const Object& model) {
     std::vector<const Object*> all{&model};
@@ -274,7 +278,8 @@ void MotionEvaluator::EvaluateLocal(double frame, std::span<Transform> locals) c
             continue;
         }
         if (entry.isUnderOwnChain) {
-            // The transforms of the bones are known, because bones are before their effector.
+            // The transforms of the bones have been computed, because bones come before their
+            // effector.
             locals[index] = impl_->EndAt(index, at);
             for (std::size_t bone = entry.endOfChain; bone != entry.parent;
                  bone = entries[bone].parent)
@@ -285,7 +290,8 @@ void MotionEvaluator::EvaluateLocal(double frame, std::span<Transform> locals) c
             globals.resize(entries.size());
             impl_->Globals(at, globals);
         }
-        // The model is no effector, so an effector has a parent here.
+        // The first object is the model, which is not an effector. So this effector has a parent in
+        // `globals`.
         locals[index] = globals[index] * Inverse(globals[entry.parent]);
     }
 }

@@ -7,7 +7,7 @@ namespace headless {
 
 namespace {
 
-// Returns false if one of the times is NaN.
+// Whether each time is larger than the one before it. Returns false if one of the times is NaN.
 bool Rises(const std::vector<double>& times) {
     for (std::size_t index = 1; index < times.size(); ++index)
         if (!(times[index - 1] < times[index])) return false;
@@ -38,7 +38,7 @@ KeyAxis::KeyAxis(const std::vector<double>& times) {
 }
 
 KeyAxis::Interval KeyAxis::At(double frame) const {
-    // NaN counts as a frame before all keys.
+    // If the frame is NaN, it is treated like a frame before all keys.
     const auto after = std::isnan(frame) ? sorted_.begin()
                                          : std::upper_bound(sorted_.begin(), sorted_.end(), frame);
     const auto next = static_cast<std::size_t>(after - sorted_.begin());

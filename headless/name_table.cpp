@@ -8,7 +8,8 @@ namespace headless {
 
 namespace {
 
-// Appended numbers have fewer digits than this.
+// Appended numbers have fewer digits than this, and a number with this many digits still fits into
+// 64 bits.
 constexpr std::size_t kMaxDigits = 19;
 
 constexpr bool IsDigit(wchar_t character) {
@@ -29,7 +30,7 @@ Zelk::CString NameTable::Reserve(const Zelk::CString& name, std::uint32_t id) {
         return name;
     }
 
-    // The key of this entry shares the text that the table holds already.
+    // If this adds an entry, its key shares the text that the table has already.
     Numbers& numbers = numbers_[present->name];
     std::wstring numbered(View(name));
     Zelk::CString reserved;
@@ -43,8 +44,8 @@ Zelk::CString NameTable::Reserve(const Zelk::CString& name, std::uint32_t id) {
         return true;
     };
     while (numbers.freed) {
-        // A freed number is dropped here even if it is in use again, because somebody reserved the
-        // name together with the number.
+        // The smallest freed number is tried. It may be in use again, because the name with this
+        // number was reserved directly. The number is removed from `freed` in either case.
         const bool done = reserveNumbered(*numbers.freed->begin());
         numbers.freed->erase(numbers.freed->begin());
         if (numbers.freed->empty()) numbers.freed.reset();
@@ -61,8 +62,8 @@ void NameTable::Free(const Zelk::CString& freed) {
     const auto found = reserved_.find(Key(name));
     if (found == reserved_.end()) return;
 
-    // "Hand12" may be "Hand" with the number 12 or "Hand1" with the number 2. For both of them the
-    // number becomes available.
+    // "Hand12" may be "Hand" with the number 12, or "Hand1" with the number 2. So 12 becomes
+    // available for "Hand", and 2 for "Hand1".
     std::uint64_t number = 0;
     std::uint64_t weight = 1;
     std::size_t start = name.size();

@@ -31,7 +31,7 @@ Zelk::CString OrDefault(const Zelk::CString& wanted, std::wstring_view defaultNa
     return wanted.IsEmpty() ? Text(std::wstring(defaultName)) : wanted;
 }
 
-// Reserved names that the destructor frees again unless Keep was called.
+// A list of reserved names. The destructor frees them again unless Keep was called.
 class Reservation {
   public:
     Reservation() = default;
@@ -65,8 +65,8 @@ class Reservation {
     std::vector<std::pair<NameTable*, Zelk::CString>> names_;
 };
 
-// Reserves one name in all tables: `wanted` itself or, if that is in use in any of them, `wanted`
-// with the smallest number that makes it free in all.
+// Reserves one name in all tables. That is `wanted` itself, if no table has that name. Otherwise it
+// is `wanted` with the smallest number that makes it a name that no table has.
 Zelk::CString ReserveInAll(std::span<NameTable* const> tables, const Zelk::CString& wanted,
                            std::uint32_t id) {
     if (tables.size() == 1) return tables.front()->Reserve(wanted, id);
@@ -97,8 +97,9 @@ void RenameIn(NameTable& table, Item& item, std::wstring_view defaultName,
 
 }  // namespace
 
-// The tables that hold the object's name. The name of a model is unique among all models of the
-// scene, among the objects of the model above it, and among its own objects.
+// The tables in which the name of `object` is reserved while it is under `parent`. The name of a
+// model is unique in up to three tables: that of the scene root, which has all models, that of the
+// model above it, and its own.
 std::vector<NameTable*> SceneEditor::TablesOf(Node& object, Node& parent) const {
     ModelData& around = *ModelOf(parent).modelData;
     if (object.type != ObjectType::Model) return {&around.objectNames};
@@ -152,7 +153,7 @@ void SceneEditor::Rename(const Referent& referent, const Zelk::CString& name) {
                                                                  referent.property->name.Length());
             return;
         default:
-            return;  // the host itself names these, and nobody else can
+            return;  // the names of the other kinds are fixed
     }
 }
 

@@ -15,8 +15,8 @@ bool IsChainEffector(const Object& object) {
     return object.type == ObjectType::ChainEffector && object.chainRoot != nullptr;
 }
 
-// Whether an effector has been moved out of its chain. Only then does its local transform depend on
-// more than the bones between its parent and itself.
+// Whether an effector has been moved out of its chain. If it has not, its local transform depends
+// only on the bones between its parent and the effector.
 bool IsOutsideChain(const Object& effector) {
     const Object* const parent = effector.parent;
     if (parent == nullptr) return true;
@@ -40,7 +40,7 @@ Object* EffectorAtEndOf(const Object& object) {
     return last == &object ? chain.effector : nullptr;
 }
 
-// Whether an element of a chain has a child that does not belong to the chain.
+// Whether an element of a chain has a child that does not belong to that chain.
 bool HasOtherChildren(const Object& element) {
     for (const Object* child = element.firstChild; child != nullptr; child = child->nextSibling)
         if (child->chainRoot != element.chainRoot) return true;
@@ -49,12 +49,12 @@ bool HasOtherChildren(const Object& element) {
 
 }  // namespace
 
-// The object from whose global transform that of `object` is computed: the end of the chain for an
-// effector, the parent for any other object.
+// The global transform of `object` is computed from that of the object that this function returns.
+// For an effector it returns the end of the chain, for any other object the parent.
 Node& SceneEditor::PoseSource(const Node& object) const {
     const Object* const end = EndOfChain(object);
     if (end == nullptr) return ParentNode(object);
-    // The editor may change every object of its scene.
+    // EndOfChain returns a const object, but the editor may change every object of its scene.
     return AsNode(const_cast<Object&>(*end));
 }
 
@@ -77,8 +77,8 @@ const Transform& SceneEditor::Global(Node& object) {
     return *object.global;
 }
 
-// Everything that depends on an invalid transform is already invalid, so that a second call returns
-// at once.
+// Marks the global transform of the object, and all transforms that depend on it, as invalid. If it
+// is invalid already, those that depend on it are invalid, too, and there is nothing to do.
 void SceneEditor::Invalidate(Node& object) noexcept {
     if (!object.globalValid) return;
     object.walkNext = nullptr;
@@ -106,9 +106,10 @@ void SceneEditor::Invalidate(Node& object) noexcept {
     }
 }
 
-// In a large scene most chains have no other objects under them, and once they are built nobody
-// needs their global transforms again. So only those of the latest chains are kept. Older chains
-// can still grow; their end is then computed from the local transforms, with rounding errors.
+// In a large scene most chains have no other objects under them. After such a chain has been built,
+// its global transforms are not needed any more. So only the global transforms of the latest chains
+// are kept. Older chains can still grow; their end is then computed from the local transforms, with
+// rounding errors.
 void SceneEditor::KeepTransformsOf(const Node& chainRoot) noexcept {
     std::uint32_t& entry = records_.latestChains[records_.nextLatestChain];
     Node* const oldest = records_.FindNode(entry);
@@ -117,8 +118,9 @@ void SceneEditor::KeepTransformsOf(const Node& chainRoot) noexcept {
     records_.nextLatestChain = (records_.nextLatestChain + 1) % records_.latestChains.size();
 }
 
-// Drops nothing if other transforms may have been computed from these: those of other objects under
-// an element of the chain, or that of an effector outside its chain.
+// Drops the global transforms of all elements of the chain, unless another transform may have been
+// computed from them. That is so if an object that is not in the chain is under one of its
+// elements, or if the effector is outside the chain.
 void SceneEditor::DropTransforms(Node& chainRoot) noexcept {
     const ChainData& chain = *chainRoot.chainData;
     Object* const effector = chain.effector;
@@ -149,17 +151,18 @@ void SceneEditor::MarkEffector(Object* effector) noexcept {
 void SceneEditor::RefreshEffectors() {
     while (records_.dirtyEffectors != nullptr) {
         Node& effector = *records_.dirtyEffectors;
-        // This comes first, so that the effector stays in the list if memory runs out.
+        // The effector is refreshed before it is removed from the list. So it stays in the list if
+        // memory runs out.
         RefreshEffector(effector);
         records_.dirtyEffectors = effector.dirtyNext;
         effector.effectorDirty = false;
     }
 }
 
-// Inside its chain, an effector's local transform is computed from the bones alone, so it does not
-// change when the chain is moved as a whole. For an effector outside its chain, this function makes
-// the global transforms of the effector and of its parent valid, so that Invalidate finds the
-// effector when either of them changes.
+// If an effector is inside its chain, its local transform is computed from the bones alone. So the
+// local transform does not change when the whole chain is moved. For an effector outside its chain,
+// this function makes the global transforms of the effector and of its parent valid, so that
+// Invalidate finds the effector when either of them changes.
 void SceneEditor::RefreshEffector(Node& effector) {
     Transform seen;
     if (IsOutsideChain(effector)) {

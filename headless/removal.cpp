@@ -17,7 +17,7 @@ void LeaveGroup(Object& member, std::uint32_t group) {
     if (member.groups->empty()) member.groups.reset();
 }
 
-// The one that was made later. Either may be null.
+// Returns the object that was made later. If one of them is null, it returns the other one.
 Node* LaterOf(Node* a, Node* b) {
     if (a == nullptr || b == nullptr) return a == nullptr ? b : a;
     return a->id > b->id ? a : b;
@@ -27,7 +27,7 @@ Node* LaterOf(Node* a, Node* b) {
 
 // --- finding ---
 
-// Names may contain dots, so each dot may be the one that follows the model's name.
+// Names may contain dots, so the dot after the model's name may be any dot in `fullName`.
 Node* SceneEditor::FindObject(std::wstring_view fullName) const {
     const NameTable& models = records_.root.modelData->objectNames;
     Node* found = records_.FindNode(models.Find(fullName));
@@ -38,7 +38,7 @@ Node* SceneEditor::FindObject(std::wstring_view fullName) const {
         if (model == nullptr || !model->modelData) continue;
         Node* const object =
             records_.FindNode(model->modelData->objectNames.Find(fullName.substr(dot + 1)));
-        // The full name of a model is its own name, even if the model is in another one.
+        // The full name of a model is its own name, even if the model is in another model.
         if (object != nullptr && object->type != ObjectType::Model) found = LaterOf(found, object);
     }
     return found;
@@ -56,8 +56,8 @@ Property* SceneEditor::FindProperty(std::wstring_view name) const {
     }
     for (std::size_t index = records_.properties.size(); foundId == 0 && index-- > 0;) {
         const std::uint32_t id = records_.properties[index];
-        // The full name can match here if the owner's own name is empty: FindObject then did not
-        // find the owner.
+        // The full name is compared, too, because FindObject does not find an owner whose own name
+        // is empty.
         const Zelk::CString fullName = scene_.FullName(id);
         if (View(RecordIn<Property>(records_.Find(id))->name) == name || View(fullName) == name)
             foundId = id;
@@ -103,8 +103,8 @@ void SceneEditor::LeaveChain(Node& dying, std::vector<Node*>& shortened) {
     if (dying.chainRoot == nullptr) return;
     ChainData& chain = *dying.chainRoot->chainData;
     if (dying.type == ObjectType::ChainRoot) {
-        // An effector outside the chain is not deleted. It keeps its transform and belongs to no
-        // chain any more.
+        // An effector that is not under the root is not deleted with it. It keeps its transform and
+        // belongs to no chain any more.
         if (chain.effector != nullptr && !IsDying(chain.effector))
             chain.effector->chainRoot = nullptr;
         return;
@@ -114,7 +114,7 @@ void SceneEditor::LeaveChain(Node& dying, std::vector<Node*>& shortened) {
         chain.effector = nullptr;
         return;
     }
-    // The bones after a dying one are under it, so the last bone of the chain is dying, too.
+    // If a bone is dying, the bones after it are under it and are dying, too. So the last bone is.
     if (chain.bones.empty() || !IsDying(chain.bones.back())) return;
     if (chain.effector != nullptr && !IsDying(chain.effector)) Invalidate(AsNode(*chain.effector));
     while (!chain.bones.empty() && IsDying(chain.bones.back()))

@@ -57,7 +57,8 @@ const ActionSource* Scene::FindAction(std::uint32_t id) const {
 }
 
 Zelk::CString Scene::FullName(std::uint32_t id) const {
-    // FullNameOf changes nothing, but an editor is constructed with a scene that is not const.
+    // FullNameOf changes nothing, but an editor can only be constructed with a scene that is not
+    // const.
     const SceneEditor editor(const_cast<Scene&>(*this));
     return editor.FullNameOf(editor.Resolve(Zelk::CRef(id, part::kSelf)));
 }

@@ -136,7 +136,7 @@ Group* SceneEditor::CreateGroup(Node& model, const Zelk::CRefArray& members,
     for (std::uint32_t index = 0; index < members.GetCount(); ++index) {
         Node& member = *ObjectOf(members[index]);
         if (!member.groups) member.groups = std::make_unique<std::vector<std::uint32_t>>();
-        // A member that is listed twice is added once.
+        // An object that is listed twice is added only once.
         if (!member.groups->empty() && member.groups->back() == made->id) continue;
         member.groups->push_back(made->id);
         made->members.push_back(member.id);
@@ -175,9 +175,9 @@ bool SceneEditor::AreObjects(const Zelk::CRefArray& objects) const {
 }
 
 // No object may depend on itself. An object depends on its parent, and an effector also on the end
-// of its chain. So the search visits everything that `parent` depends on, and fails where it meets
-// one of `objects`. Most objects have neither children nor a chain, so nothing can depend on them:
-// they are left out.
+// of its chain. So the function visits everything that `parent` depends on, and returns false if
+// one of `objects` is found there. It searches only for objects that have children or are chain
+// roots, because nothing depends on the others.
 bool SceneEditor::CanReparent(Node& parent, const Zelk::CRefArray& objects) const {
     if (!AreObjects(objects)) return false;
     std::unordered_set<const Node*> moved;
@@ -206,8 +206,8 @@ const Object* SceneEditor::ModelAround(const Node& object) const {
     return object.parent == nullptr ? nullptr : object.parent->model;
 }
 
-// All old names are freed before the first new one is given. Otherwise one of the moved objects
-// could occupy the name that another one should keep.
+// All old names are freed before the first new one is given. Otherwise the old name of one moved
+// object could prevent another one from keeping its name.
 void SceneEditor::MoveToModel(const std::vector<Node*>& moved, Object* model, Node& parent) {
     std::vector<Zelk::CString> names;
     names.reserve(moved.size());
@@ -221,7 +221,8 @@ void SceneEditor::MoveToModel(const std::vector<Node*>& moved, Object* model, No
     }
 }
 
-// An object that moves into another model gets a name in that model, and so do those under it.
+// An object that moves into another model gets a name that is unique in that model. So do all
+// objects under it.
 void SceneEditor::Adopt(Node& parent, Node& object) {
     Object* const model = &parent == &records_.root ? nullptr : parent.model;
     const Object* const before = ModelAround(object);
@@ -236,7 +237,7 @@ void SceneEditor::Adopt(Node& parent, Node& object) {
     }
     Unlink(object);
     Link(parent, object);
-    // The global transforms of an effector and of the objects under it do not change.
+    // Moving an effector does not change its global transform, nor those of the objects under it.
     if (object.type == ObjectType::ChainEffector && object.chainRoot != nullptr)
         MarkEffector(&object);
     else

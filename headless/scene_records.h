@@ -89,8 +89,8 @@ struct HEADLESS_HIDDEN Scene::Impl {
     // For an action, the models whose ModelData::attached is that action. The owner of the action
     // is not listed.
     std::unordered_map<const ActionSource*, std::vector<Node*>> attachedElsewhere;
-    // The ids of the roots of the chains that were made last. Only these chains keep global
-    // transforms that nothing else depends on. A new id replaces the oldest one.
+    // The ids of the roots of the chains that were made last, in a ring: a new id replaces the
+    // oldest one. The chain whose id is replaced loses its stored global transforms.
     std::array<std::uint32_t, 1024> latestChains{};
     std::size_t nextLatestChain = 0;  // the index of the oldest id in `latestChains`
     // The first of the effectors whose `effectorDirty` is true; `dirtyNext` links to the next one.

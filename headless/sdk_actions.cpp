@@ -29,7 +29,7 @@ AnimationSourceItem ActionSource::AddSourceItem(const CString& target, const CRe
     if (Fails(Operation::AddSourceItem)) return AnimationSourceItem();
     const Referent curve = Editor().Resolve(fcurve);
     if (curve.kind != Referent::Kind::Curve) return AnimationSourceItem();
-    // The arrays of keys never change once they are set, so they can be shared.
+    // The copy of the curve shares the curve's arrays of keys, because these arrays never change.
     ActionItem item(
         std::make_unique<const headless::Curve>(curve.property->curves[curve.index].curve));
     item.active = active;

@@ -1,4 +1,4 @@
-// Parameters, kinematic states, curves and properties.
+// Implements the host's classes for parameters, kinematic states, curves and properties.
 #include "headless/operations.h"
 #include "headless/session_state.h"
 #include "headless/text.h"
@@ -26,7 +26,9 @@ constexpr std::uint32_t ChannelPart(std::size_t channel) {
 
 constexpr std::uint32_t kLengthPart = ChannelPart(static_cast<std::size_t>(Channel::BoneLength));
 
-// The value of a parameter itself: a number, or the reference to a curve.
+// The value of the parameter that `ref` refers to: a number, or a reference to the parameter's
+// curve. `referent` is what `ref` refers to. The value is empty if that is not a parameter with a
+// value.
 CValue OwnValue(const SceneEditor& editor, const CRef& ref, const Referent& referent) {
     if (referent.kind == Kind::Channel) return editor.ValueOf(*referent.object, referent.channel);
     if (referent.kind == Kind::AnimEnd) return referent.action->animEnd;
@@ -34,8 +36,9 @@ CValue OwnValue(const SceneEditor& editor, const CRef& ref, const Referent& refe
     return CValue();
 }
 
-// Finds the parameter of that name among the members of what `ref` refers to. If `ref` is itself a
-// parameter of that name, it is the result. Empty if there is none.
+// Finds the parameter called `name` among the members of what `ref` refers to. If `ref` itself
+// refers to a parameter called `name`, the result is `ref`. The result is empty if there is no such
+// parameter.
 CRef Member(const SceneEditor& editor, const CRef& ref, const Referent& referent,
             std::wstring_view name) {
     switch (referent.kind) {

@@ -1,4 +1,4 @@
-// Scene items, 3D objects, chains and models.
+// Implements the host's classes for scene items, 3D objects, chains and models.
 #include "headless/operations.h"
 #include "headless/session_state.h"
 #include "host/scene_objects.h"
@@ -12,7 +12,8 @@ using headless::SceneEditor;
 
 namespace {
 
-// `made` is null if the editor had no id left.
+// Makes `handle` refer to `made`. Fails if `made` is null, which means that the editor had no id
+// left.
 template <class Made, class Handle>
 Zelk::CStatus FillHandle(const Made* made, Handle& handle) {
     if (made == nullptr) return Zelk::status::kOutOfMemory;
@@ -28,7 +29,7 @@ CStatus SceneItem::AddCustomProperty(const CString& name, bool, CustomProperty& 
     if (Fails(Operation::AddCustomProperty)) return status::kFail;
     SceneEditor editor = Editor();
     Node* const owner = editor.ObjectOf(ref_);
-    // The scene root cannot own properties, only objects, actions and groups.
+    // The scene root can own objects, actions and groups, but no properties.
     if (owner == nullptr || owner->id == headless::kSceneRootId) return status::kFail;
     return FillHandle(editor.CreateProperty(*owner, name), property);
 }

@@ -9,12 +9,13 @@ namespace headless {
 
 void Session::Impl::AddLog(LogLine line) {
     log.push_back(std::move(line));
-    // The listener gets a copy, because it may add further lines, which moves the vector's items.
+    // The listener gets a copy, because it may add further lines, and adding lines can move the
+    // vector's items.
     if (onLog) onLog(LogLine(log.back()));
 }
 
-// Every event reserves room for one more, except the one that hides the bar. So the bar can be
-// hidden even after memory has run out.
+// Each event reserves memory for one further event, except the event that hides the bar. So the bar
+// can be hidden even after memory has run out.
 void Session::Impl::AddBar(BarEvent event) {
     const bool isHiding = event.kind == BarEvent::Kind::Visible && event.number == 0;
     if (!isHiding) ReserveRoom(bar, 2);
@@ -42,13 +43,14 @@ Session::Session() : impl_(std::make_unique<Impl>()) {}
 Session::~Session() = default;
 
 Session& Session::Current() {
-    // It is never destroyed, because a signal handler may press its button while the process exits.
+    // The session is never destroyed, because a signal handler may press its cancel button while
+    // the process exits.
     static auto* const session = new Session;
     return *session;
 }
 
 // The members are reset one by one and the session is not replaced, because a signal handler may
-// use its button and callers may hold a reference to its scene.
+// use its cancel button and callers may hold a reference to its scene.
 void Session::Reset() {
     SceneEditor::Clear(impl_->scene);
     impl_->log.clear();
@@ -67,7 +69,7 @@ void Session::Reset() {
 
 Recording Session::Release() {
     Recording released;
-    // This comes first, because it is the only step that can fail.
+    // The scene is moved first, because this is the only step that can fail.
     released.scene = SceneEditor::Release(impl_->scene);
     released.log.swap(impl_->log);
     released.bar.swap(impl_->bar);

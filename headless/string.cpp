@@ -25,7 +25,8 @@ CString::Rep* CString::Make(const wchar_t* head, std::uint32_t headLength, const
     if (length == 0) return nullptr;
     if (length > kMaxLength) throw std::bad_alloc();
     const std::uint64_t bytes = sizeof(Rep) + length * sizeof(wchar_t);
-    // Where pointers have 32 bits, no object can be larger than PTRDIFF_MAX.
+    // No object can be larger than PTRDIFF_MAX bytes. If pointers have 32 bits, a long text could
+    // be larger.
     if (bytes > static_cast<std::uint64_t>(PTRDIFF_MAX)) throw std::bad_alloc();
     // sizeof(Rep) already includes the terminating NUL.
     void* memory = ::operator new(static_cast<std::size_t>(bytes));
@@ -61,9 +62,10 @@ CString::~CString() {
     Release(rep_);
 }
 
-// NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp): it is handled.
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp): self-assignment is handled.
 CString& CString::operator=(const CString& other) noexcept {
-    // The new text is counted before the old one is released, so that self-assignment is safe.
+    // The reference count of the new text is raised before the old text is released, so that
+    // self-assignment is safe.
     Rep* const newRep = other.rep_;
     if (newRep != nullptr) newRep->references.fetch_add(1, std::memory_order_relaxed);
     Release(rep_);

@@ -25,8 +25,7 @@ ZELK_API std::uint64_t OperationCalls(std::string_view operation);
 ZELK_API const std::vector<std::string_view>& FaultyOperations();
 
 // The cancel button reads as pressed from the `poll`-th poll on. Polls are counted from 1 since the
-// session's last Reset; with 0 this function never
-// presses it.
+// session's last Reset; with 0 this function never presses the button.
 ZELK_API void PressCancelAtPoll(std::uint64_t poll);
 // Sets the value that a pressed cancel button reads as. Without this call it is automation true
 // (-1).

@@ -20,19 +20,21 @@ struct SineCosine {
     double cosine;
 };
 
-// The integer nearest to `number`, whose magnitude is below 2^51, without a library call.
+// The integer nearest to `number`. The magnitude of `number` must be below 2^51. No library
+// function is called, because this is faster.
 double Nearest(double number) {
     constexpr double kUnitsOnly = 0x1.8p52;
     return (number + kUnitsOnly) - kUnitsOnly;
 }
 
-// Exact at multiples of 90 degrees; elsewhere only the result is rounded.
+// The sine and the cosine are exact at multiples of 90 degrees. For other angles only the results
+// are rounded. Both are NaN if `degrees` is not finite.
 SineCosine SineCosineOfDegrees(double degrees) {
     constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
     if (!std::isfinite(degrees)) return {kNan, kNan};
     const double reduced = std::fabs(degrees) < 1e9 ? degrees : std::fmod(degrees, 360.0);
     const double quarters = Nearest(reduced / 90.0);
-    const double rest = reduced - 90.0 * quarters;  // exact, at most 45 or so
+    const double rest = reduced - 90.0 * quarters;  // exact; its magnitude is at most about 45
     const double high = rest * kRadiansHigh;
     const double low = RoundingError(rest, kRadiansHigh, high) + rest * kRadiansLow;
     double sine = std::sin(high);
@@ -89,19 +91,20 @@ Transform FromLocal(const std::array<double, 6>& local) {
             {local[0], local[1], local[2]}};
 }
 
-// With M = Rx * Ry * Rz, z follows from the first row. Then x and y follow from M * Rz^-1, which is
-// Rx * Ry. Each of them is computed from a sine and a cosine of which one is large for any z, so
-// gimbal lock, where z may be any angle, needs no special case: x is right for the z chosen. Before
-// z is removed from M, it is rounded to the double that is returned. Its sine and cosine are those
-// of the first row, rotated by the rounding error.
+// The matrix is M = Rx * Ry * Rz. First z is computed from the first row of M. Then x and y are
+// computed from M * Rz^-1, which is Rx * Ry. At gimbal lock z may be any angle. That needs no
+// special case, because x is computed for the z that was chosen, from a sine and a cosine of which
+// one is large. Rz is the rotation by z as it is returned, which is rounded to a double. So the
+// sine and the cosine of z are those of the first row, rotated by the rounding error `turn`.
 std::array<double, 3> AnglesOf(const double axes[3][3]) {
-    // If the vector (cosine, sine) is shorter than this, it is a rounding error, and z is set to 0.
+    // If the vector (cosine, sine) is shorter than this, it consists of rounding errors, and z is
+    // set to 0.
     constexpr double kNoDirection = 2.5e-16;
     DoublePair sine = {axes[0][1], 0.0};
     DoublePair cosine = {axes[0][0], 0.0};
     DoublePair z = {0.0, 0.0};
-    // The squared length of (cosine, sine). That vector need not have the length 1, because
-    // DirectionInDegrees accepts any length.
+    // At first the squared length of the vector (cosine, sine), later the length. It need not be 1,
+    // because DirectionInDegrees accepts vectors of any length.
     DoublePair length = Sum(Product(sine.high, sine.high), Product(cosine.high, cosine.high));
     if (length.high < kNoDirection * kNoDirection) {
         sine = {0.0, 0.0};

@@ -20,7 +20,7 @@ void CValue::ShareString(const CValue& other) noexcept {
     if (string_ != nullptr) string_->references.fetch_add(1, std::memory_order_relaxed);
 }
 
-// NOLINTNEXTLINE(readability-make-member-function-const): the text is no longer this value's.
+// NOLINTNEXTLINE(readability-make-member-function-const): this value gives up the text.
 void CValue::ReleaseString() noexcept {
     CString::Release(string_);
 }
