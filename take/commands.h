@@ -11,15 +11,16 @@ namespace take {
 
 struct FormatInfo {
     std::string_view name;  // "Biovision BVH"
-    // Whether its skeletons have joint limits and a length multiplier, which options can change.
+    // Whether skeletons of this format have joint limits and a length multiplier. An
+    // import's options can change both.
     bool hasLimitsAndLengths;
     std::wstring_view command;  // the name of the plug-in's command
-    // The command's first arguments are texts; this is how many of them.
+    // The number of arguments that are texts. They are the first ones of the command.
     std::size_t textArguments;
 };
 
 const FormatInfo& InfoOf(Format format);
-// Returns null where the plug-in has no command of that name.
+// Finds the format that this command of the plug-in reads; null if there is none.
 const FormatInfo* FindCommand(std::wstring_view command);
 
 }  // namespace take

@@ -41,7 +41,7 @@ survey::Options OptionsOf(const Request& request) {
     return options;
 }
 
-// The text of an input file, which is in memory already or is read from the storage.
+// The text of an input file. If the request does not hold the text, it is read from the storage.
 class InputText {
   public:
     InputText(const InputFile& file, text::Storage& storage)
@@ -49,7 +49,7 @@ class InputText {
         if (!content_) stored_ = storage.Read(file.path);
     }
 
-    // A NUL byte follows the text.
+    // The file's text; a NUL byte follows it in memory.
     std::string_view Text() const { return content_ ? *content_ : stored_->Text(); }
     // Why the file cannot be read; empty if it can be read.
     std::string Problem() const { return content_ ? std::string() : stored_->Problem(); }
@@ -57,8 +57,8 @@ class InputText {
 
   private:
     std::string name_;
-    const std::string* content_;
-    std::unique_ptr<text::StoredText> stored_;
+    const std::string* content_;  // owned by the request; null if the text is in `stored_`
+    std::unique_ptr<text::StoredText> stored_;  // null if the text is in `content_`
 };
 
 // Collects the results of one import's surveys.
@@ -69,7 +69,7 @@ class SurveyCollector {
         result_.lengthMultiplier = request.lengthMultiplier;
     }
 
-    // Returns whether the file could be read; adds a finding where it could not.
+    // Returns whether the file could be read. If it could not, adds a finding that says why.
     bool CheckReadable(const InputFile& file, const InputText& text) {
         if (text.Problem().empty()) return true;
         Add(file, {survey::UnreadableFinding(text.Problem())});
@@ -94,7 +94,8 @@ class SurveyCollector {
         result_.multiplied = acclaim.multiplied;
     }
 
-    // Adds the mended texts, unless the files are refused.
+    // Adds the mended texts, unless the files are refused, and returns the result. `file` and
+    // `motion` are null if that file was not surveyed.
     FileSurvey Finish(survey::FileSurvey* file = nullptr, survey::FileSurvey* motion = nullptr) {
         if (result_.isRefused) return std::move(result_);
         if (file) result_.file = std::move(file->mended);

@@ -13,21 +13,24 @@ namespace take {
 
 struct FileSurvey {
     std::vector<FileFindings> findings;  // one element for each file; empty without a survey
-    bool isRefused = false;              // the findings forbid the import
-    // The mended texts that the plug-in reads instead of the files; none: it reads the file itself.
-    std::optional<survey::MendedText> file;
-    std::optional<survey::MendedText> motion;
-    // The values of the request or, where it has none, those that the survey found. None: the text
-    // that the plug-in reads states the value itself.
+    bool isRefused = false;              // whether the findings forbid the import
+    // The mended texts, which the plug-in reads instead of the files. If nullopt, the plug-in reads
+    // the user's file.
+    std::optional<survey::MendedText> file;    // instead of Request::file
+    std::optional<survey::MendedText> motion;  // instead of Request::motion
+    // The rate and the length multiplier of the request. For a value that the request does not
+    // give, the survey's value. If nullopt, the value that the plug-in uses is kept.
     std::optional<double> framesPerSecond;
     std::optional<double> lengthMultiplier;
-    // The survey enlarges a skeleton whose bones are too short for the plug-in. This is the factor
-    // on all lengths of the scene; exports divide by it. 1: nothing was enlarged.
+    // The survey enlarges a skeleton whose bones are too short for the plug-in. All lengths of the
+    // scene are then multiplied by this factor, and exports divide by it. 1 if nothing was
+    // enlarged.
     double multiplied = 1.0;
 };
 
-// Surveys the files as the request's format asks. With Request::asIs no file is read; then only the
-// request's own values and those of Preset::Cmu are filled in.
+// Surveys the files of the request. With Request::asIs no file is read; the result then contains
+// only the request's values and, with Preset::Cmu, the rate and the length multiplier of that
+// preset.
 FileSurvey SurveyFiles(const Request& request, text::Storage& storage);
 
 }  // namespace take

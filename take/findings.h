@@ -11,20 +11,21 @@ namespace take {
 
 // The findings of one file, sorted by line.
 struct FileFindings {
-    std::string file;  // as the user named it
+    std::string file;  // the file's path as the user wrote it
     std::vector<survey::Finding> findings;
 };
 
-// Returns each finding as a JSON object. Where there are several files, each object names its file.
+// Returns each finding as a JSON object. If there are several files, each object names its file.
 ZKMOCAP_API std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files);
 
-// A finding and the file that it is about. Both are null where there is no such finding.
+// A finding and the file that it is about. If there is no finding, both pointers are null.
 struct FindingInFile {
     const FileFindings* file = nullptr;
     const survey::Finding* finding = nullptr;
 };
-// Returns the finding for which refused files were refused: the first error or, where there is no
-// error, the first warning, which refuses a strict import. The result points into `files`.
+// Returns the finding that explains why the files were refused. This is the first error. If there
+// is no error, it is the first warning, because Request::strict refuses files for a warning. The
+// result points into `files`.
 FindingInFile RefusalOf(const std::vector<FileFindings>& files);
 
 }  // namespace take

@@ -26,13 +26,12 @@ std::wstring AbsolutePath(const std::string& path) {
     return text::DecodeUtf8(error ? path : absolute.string());
 }
 
-// The paths of the files that the plug-in reads. Temporary files are removed at the end of this
-// object's life.
+// The paths of the files that the plug-in reads. The destructor removes those that are temporary.
 class PluginFiles {
   public:
-    // Writes mended texts, and files that exist only in memory, to a temporary folder of the
-    // storage. Empties the mended texts, so that their memory is free during the import. Throws
-    // text::WriteError.
+    // Writes the mended texts, and the files that exist only in memory, to a temporary folder of
+    // the storage. Empties each mended text after it was written, so that its memory is free during
+    // the import. Throws text::WriteError.
     PluginFiles(const Request& request, FileSurvey& survey, text::Storage& storage) {
         const std::size_t bytes = SizeOf(request.file, survey.file) +
                                   (request.motion ? SizeOf(*request.motion, survey.motion) : 0);
@@ -41,7 +40,7 @@ class PluginFiles {
     }
 
     const std::wstring& File() const { return file_; }
-    const std::wstring& Motion() const { return motion_; }  // empty: none
+    const std::wstring& Motion() const { return motion_; }  // empty if there is no motion
 
   private:
     static std::size_t SizeOf(const InputFile& file,
@@ -60,7 +59,7 @@ class PluginFiles {
         return text::DecodeUtf8(path);
     }
 
-    std::unique_ptr<text::TemporaryFolder> folder_;  // null: the plug-in reads the user's files
+    std::unique_ptr<text::TemporaryFolder> folder_;  // null if no temporary file was needed
     std::wstring file_;
     std::wstring motion_;
 };
@@ -102,7 +101,7 @@ struct FormatTraits {
     Command (*command)(const Request&, const FileSurvey&, const PluginFiles&);
     // The members of the plug-in's record that name the files.
     Zelk::CString USERINPUT::*file;
-    Zelk::CString USERINPUT::*motion;  // null: the format has no second file
+    Zelk::CString USERINPUT::*motion;  // null if the format has no second file
 };
 
 const FormatTraits& TraitsOf(Format format) {
@@ -113,8 +112,8 @@ const FormatTraits& TraitsOf(Format format) {
     return kTraits[static_cast<std::size_t>(format)];
 }
 
-// Writes the paths of the user's files into the plug-in's record. The plug-in has recorded the
-// paths that it read, which may be those of temporary files.
+// Writes the absolute paths of the user's files into the plug-in's record. The plug-in may have
+// recorded the paths of temporary files there.
 void NameFiles(const Request& request, USERINPUT& input) {
     const FormatTraits& traits = TraitsOf(request.format);
     input.*traits.file = AbsolutePath(request.file.path).c_str();
@@ -123,8 +122,8 @@ void NameFiles(const Request& request, USERINPUT& input) {
         request.motion ? AbsolutePath(request.motion->path).c_str() : Zelk::CString();
 }
 
-// Lets the plug-in import the files. Line numbers in the log are turned back into those of the
-// user's files.
+// Lets the plug-in import the files. A line number in the log that counts the lines of a mended
+// text is replaced by the number of that line in the user's file.
 void CallPlugin(const Plugin& plugin, const Request& request, FileSurvey& survey,
                 text::Storage& storage, const Listener& listener, Result& result) {
     const SessionLock lock;

@@ -9,16 +9,16 @@
 
 namespace take {
 
-// Each may be empty. All are called on the thread that imports; they must not throw and must not
-// start an import.
+// Each of the functions may be empty. They are called on the thread that imports. They must not
+// throw and must not start an import.
 struct Listener {
     // Called after the survey. The plug-in reads the files next, unless they are refused.
     std::function<void(const std::vector<FileFindings>&, bool isRefused)> onSurveyed{};
     std::function<void(const headless::LogLine&)> onLog{};
-    // Called only where the request has a progress bar.
+    // Called only if the request has a progress bar.
     std::function<void(const headless::BarEvent&)> onBar{};
-    // Returns whether the user wants to stop. It is asked once after the plug-in has returned and,
-    // where the request has a progress bar, also from time to time while the plug-in runs.
+    // Returns whether the user wants to stop. It is called once after the plug-in has returned. If
+    // the request has a progress bar, it is also called from time to time while the plug-in runs.
     std::function<bool()> isCancelled{};
 };
 

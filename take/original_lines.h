@@ -1,4 +1,5 @@
-// Line numbers of mended texts, which the plug-in logs, turned into those of the user's files.
+// If the plug-in reads a mended text, it logs line numbers of that text. The functions here turn
+// them into line numbers of the user's file.
 #pragma once
 
 #include <cstddef>
@@ -14,13 +15,14 @@ using LineMarks = std::vector<survey::LineMark>;
 
 class OriginalLines {
   public:
-    // `file` and `motion` are the line marks of the mended texts; null where the plug-in reads the
-    // file itself or where there is no motion. The marks have to outlive this object.
+    // `file` and `motion` are the line marks of the two mended texts. A pointer is null if that
+    // text was not mended or does not exist. `hasMotion` says whether the import has a motion file.
+    // The marks have to outlive this object.
     OriginalLines(const LineMarks* file, const LineMarks* motion, bool hasMotion)
         : file_(file), motion_(motion), hasMotion_(hasMotion) {}
 
-    // Returns the log line with the line number of the user's file. It has to be called with every
-    // line of the log, in order.
+    // Returns the log line with the line number of the user's file. Call it with every line of the
+    // log, in order, because earlier lines tell which file a later line is about.
     headless::LogLine Restore(const headless::LogLine& line);
 
   private:
@@ -30,7 +32,8 @@ class OriginalLines {
     LogSubject subject_;
 };
 
-// Returns the line of the file that line `mended` of the mended text came from. Both count from 1.
+// Returns the number of the line in the user's file that line `mended` of the mended text came
+// from. Both numbers count from 1.
 std::size_t OriginalLine(const LineMarks& marks, std::size_t mended);
 
 }  // namespace take

@@ -32,7 +32,7 @@ constexpr char kPluginName[] = "libzkmocaputils.so";
 std::vector<std::string> AllCandidates() {
     std::vector<std::string> folders;
     Dl_info module{};
-    // Any address of this library tells which file the library was loaded from.
+    // For any address inside this library, dladdr tells from which file the library was loaded.
     static const char address = 0;
     if (dladdr(&address, &module) != 0 && module.dli_fname && *module.dli_fname == '/')
         folders.emplace_back(text::FolderPart(module.dli_fname));
@@ -49,7 +49,8 @@ std::vector<std::string> AllCandidates() {
     return candidates;
 }
 
-// Returns the plug-in's path. Where there is none, sets `problem` and returns an empty text.
+// Returns the path of the first candidate that exists. If none exists, sets `problem` and returns
+// an empty text.
 std::string FindPlugin(std::string& problem) {
     const std::vector<std::string> candidates = AllCandidates();
     std::error_code unreadable;
@@ -62,7 +63,7 @@ std::string FindPlugin(std::string& problem) {
 
 LoadedPlugin Load(const std::string& path) {
     LoadedPlugin loaded;
-    // dlopen looks for a name without a slash in the system's folders, so the path is made
+    // dlopen would look for a name without a slash in the system's folders, so the path is made
     // absolute.
     std::error_code unreadable;
     const std::string file = path.empty() ? FindPlugin(loaded.problem)

@@ -1,5 +1,5 @@
-// The plug-in as a host uses it: through its two exports alone. It is loaded from its file or, in a
-// build with ZKMOCAP_STATIC_PLUGIN, linked into the program.
+// Loads the plug-in. It is loaded from a file or, in a build with ZKMOCAP_STATIC_PLUGIN, linked
+// into the program.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,9 @@
 
 namespace take {
 
-// The two exports. May be copied. The library stays loaded until the process ends, because objects
-// that it made may refer to its code.
+// The two exports of the plug-in, which are all that a host uses of it. Copies refer to the same
+// plug-in. Its library stays loaded until the process ends, because objects that the plug-in made
+// may refer to its code.
 class Plugin {
   public:
     Plugin(plugin::Callback callback, const USERINPUT& userInput)
@@ -23,7 +24,7 @@ class Plugin {
     std::int32_t Call(const wchar_t* name, const VARIANT* arguments) const {
         return callback_(name, arguments);
     }
-    // The arguments of the last call.
+    // The plug-in's record of the arguments of the last call. The next call changes it.
     const USERINPUT& UserInput() const { return *userInput_; }
 
   private:
@@ -33,17 +34,18 @@ class Plugin {
 
 struct LoadedPlugin {
     std::optional<Plugin> plugin;
-    std::string
-        problem;  // why there is no plug-in, and which files were tried; empty: there is one
+    std::string problem;  // why the plug-in could not be loaded; empty if it was loaded
 };
 
-// Loads the plug-in from `path`. With an empty path it returns the plug-in that is linked in or, in
-// other builds, loads the first PluginCandidates file that exists: first around the library that
-// contains this function, then around the executable.
+// Loads the plug-in from `path`. If the path is empty, it loads the first file that exists among
+// the PluginCandidates for the folder of the library that contains this function, then among those
+// for the folder of the executable. In a build with ZKMOCAP_STATIC_PLUGIN, an empty path returns
+// the linked plug-in, and any other path is a problem.
 ZKMOCAP_API LoadedPlugin LoadPlugin(const std::string& path = {});
 
-// Returns the paths where a plug-in is looked for around `folder`: in the folder itself, then in
-// the library folders of a build tree or an install tree that the folder belongs to.
+// Returns the paths at which a plug-in is looked for: first in `folder` itself, then in the library
+// folder of the build tree or install tree that `folder` would belong to. Empty in a build with
+// ZKMOCAP_STATIC_PLUGIN.
 std::vector<std::string> PluginCandidates(const std::string& folder);
 
 }  // namespace take

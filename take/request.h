@@ -8,59 +8,59 @@
 
 namespace take {
 
-// How many formats there are. A table indexed by Format has this many rows, in the enum's order.
+// The number of formats. A table that is indexed by Format has this many elements.
 inline constexpr std::size_t kFormatCount = 2;
 
-// Each format has its own command of the plug-in.
+// The plug-in has one command for each format.
 enum class Format : std::uint8_t {
-    Biovision,  // a .bvh: a skeleton and its motion
-    Acclaim,    // an .asf, which is a skeleton, with or without an .amc, which is its motion
+    Biovision,  // a .bvh file, which holds a skeleton and its motion
+    Acclaim,    // an .asf file, which holds a skeleton; and, optionally, an .amc with its motion
 };
 
-// The unit of length and the rate of Acclaim files, which often state neither.
+// Decides the unit of length and the rate of Acclaim files, which often do not state them.
 enum class Preset : std::uint8_t {
-    Auto,  // Cmu for files that look like those of that archive, None for others
-    Cmu,   // the scene is in metres, the motion has 120 frames a second
-    None,  // what the file itself states
+    Auto,  // Cmu for files that look like those of the CMU archive, None for others
+    Cmu,   // lengths are read as the CMU archive states them, to give metres; 120 frames per second
+    None,  // the unit and the rate that the file states
 };
 
 struct InputFile {
-    // The path as the user wrote it, in UTF-8. Where the file does not name its model, the model is
-    // named after the path.
+    // The path as the user wrote it, in UTF-8. If the file does not name its model, the model is
+    // named after the last part of the path.
     std::string path;
-    // The file's bytes, where they are in memory; none: the file is read from the storage.
+    // The file's bytes, if the caller has them in memory. If nullopt, the file is read from `path`.
     std::optional<std::string> content = std::nullopt;
 };
 
 struct Request {
     Format format = Format::Biovision;
     InputFile file;                   // the .bvh or .asf
-    std::optional<InputFile> motion;  // the .amc; none: the skeleton alone
+    std::optional<InputFile> motion;  // the .amc; nullopt: only the skeleton is imported
 
-    bool useNulls = true;              // false: chains of bones
+    bool useNulls = true;              // joints become nulls; false: chains of bones are built
     bool chainFromParentJoint = true;  // a chain starts at its parent joint
     bool effectorToLastBone = false;   // an effector is a child of its chain's last bone
     bool createGroup = true;
     bool addClip = false;
-    // For Acclaim files only: whether values are clamped to the skeleton's limits, and a factor on
-    // lengths that replaces the file's own.
+    // For Acclaim files only: clamp values to the skeleton's limits.
     bool applyLimits = false;
+    // For Acclaim files only: multiply lengths by this factor instead of the file's factor.
     std::optional<double> lengthMultiplier;
     Preset preset = Preset::Auto;
 
     // Skips the survey: the plug-in reads the files as they are.
     bool asIs = false;
-    // A warning of the survey refuses the files, as an error does.
+    // The files are refused if the survey reports a warning, not only if it reports an error.
     bool strict = false;
-    // The encoding of names that are not valid UTF-8, as iconv names it; empty: Windows-1252.
+    // The encoding of names that are not valid UTF-8, by its name in iconv. Empty: Windows-1252.
     std::string encoding;
-    // The take's rate, above zero, which replaces the one that the file states.
+    // The take's rate, which replaces the rate that the file states. It is above zero.
     std::optional<double> framesPerSecond;
 
-    // Gives the plug-in a progress bar. Only with it can a listener cancel while the plug-in runs.
+    // Gives the plug-in a progress bar. A listener needs the bar to cancel while the plug-in runs.
     bool hasProgressBar = false;
-    // Where no file was mended, names are decoded by the character locale of the calling thread;
-    // false: always as UTF-8.
+    // If true and no file was mended, the plug-in decodes names with the character locale of the
+    // calling thread. Otherwise it decodes them as UTF-8.
     bool readsInLocale = false;
 };
 

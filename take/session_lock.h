@@ -4,8 +4,9 @@
 
 namespace take {
 
-// While one of these exists, no other thread can import; a second one waits for it. The reason: a
-// process has one session of the host, and the plug-in has one record of its arguments.
+// A thread must own a SessionLock while it calls the plug-in. Another thread that creates one waits
+// until the first is destroyed. This is needed because a process has only one session of the host,
+// and the plug-in has only one record of its arguments.
 class SessionLock {
   public:
     SessionLock() : lock_(Mutex()) {}

@@ -4,19 +4,20 @@
 
 namespace take {
 
-// While this exists, the C library decodes characters as UTF-8 on this thread, whatever the locale
-// of the process says.
+// While an object of this class exists, the C library decodes characters as UTF-8 on the thread
+// that created it, whatever the locale of the process is.
 class Utf8Characters {
   public:
-    // With `applies` false, nothing changes. Throws std::bad_alloc where the locale cannot be made.
+    // If `applies` is false, the object does nothing. Throws std::bad_alloc if the locale cannot be
+    // created.
     explicit Utf8Characters(bool applies);
     ~Utf8Characters();
     Utf8Characters(const Utf8Characters&) = delete;
     Utf8Characters& operator=(const Utf8Characters&) = delete;
 
   private:
-    locale_t utf8_ = nullptr;
-    locale_t previous_ = nullptr;
+    locale_t utf8_ = nullptr;      // null if the object does nothing
+    locale_t previous_ = nullptr;  // the thread's locale before; the destructor restores it
 };
 
 }  // namespace take

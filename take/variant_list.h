@@ -11,16 +11,17 @@
 
 namespace take {
 
-// Owns the texts that its records point to. It always has at least as many records as any command
-// reads; those that were not added are zero, which is a null pointer where a text is read.
+// Owns its records and the texts that they point to. The list always has at least as many records
+// as any command reads. A record that was not added is zero. A command that reads a text from such
+// a record gets a null pointer.
 class VariantList {
   public:
     void AddText(std::wstring text);
-    void AddBoolean(bool value);  // 0xFFFF or 0
+    void AddBoolean(bool value);  // stored as 0xFFFF or 0
     void AddWord(std::uint16_t word);
     void AddReal(double value);
 
-    // The pointer is valid until the next addition.
+    // Returns the first record. The pointer is valid until another argument is added.
     const VARIANT* Data() const { return records_.data(); }
 
   private:
@@ -32,7 +33,7 @@ class VariantList {
 
     std::deque<std::wstring> texts_;  // a deque, because records point to its elements
     std::vector<VARIANT> records_ = std::vector<VARIANT>(kLeastRecords);
-    std::size_t added_ = 0;
+    std::size_t added_ = 0;  // how many of `records_` were added
 };
 
 }  // namespace take
