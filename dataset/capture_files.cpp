@@ -18,8 +18,8 @@
 namespace dataset {
 namespace {
 
-// Returns the names in a folder, sorted, without those that begin with a dot. `error` becomes 0 or,
-// where names may be missing, the errno that says why.
+// Returns the names in a folder, sorted, without those that begin with a dot. `error` becomes 0 if
+// all names were read. Otherwise it becomes the errno of the failure, and names may be missing.
 std::vector<std::string> NamesIn(const std::string& folder, int& error) {
     std::vector<std::string> names;
     DIR* listing = opendir(folder.empty() ? "." : folder.c_str());
@@ -37,7 +37,6 @@ FileId IdOf(const struct stat& status) {
     return {status.st_dev, status.st_ino};
 }
 
-// The search for capture files.
 class Search {
   public:
     explicit Search(const std::string& outDir) {
@@ -45,7 +44,7 @@ class Search {
         if (stat(outDir.c_str(), &status) == 0) outDir_ = IdOf(status);
     }
 
-    // Adds a path that the user named: a capture file, or a folder and everything below it.
+    // Adds a path that the user named. If it is a folder, adds the capture files below it.
     void AddNamedPath(const std::string& path) {
         struct stat status {};
         if (stat(path.c_str(), &status) != 0)
@@ -62,12 +61,13 @@ class Search {
         AddFile(path, std::string(text::NamePart(path)), *kind, status);
     }
 
-    // Searches the folders that links lead to. These may contain further links, hence the loop.
+    // Searches the folders that symbolic links lead to. They may contain more such links, so the
+    // search is repeated until there are none.
     void FollowLinks() {
         while (!links_.empty()) {
             pending_ = std::move(links_);
             links_.clear();
-            // SearchPending searches the last element first, so the order is descending.
+            // The order is descending because SearchPending searches the last element first.
             std::sort(pending_.begin(), pending_.end(),
                       [](const Folder& a, const Folder& b) { return a.path > b.path; });
             SearchPending();
@@ -83,8 +83,10 @@ class Search {
 
   private:
     struct Folder {
-        std::string path;          // with a slash at the end
-        std::string relativePath;  // likewise; empty for a folder that the user named
+        std::string path;  // with a slash at the end
+        // The path below the folder that the user named, with a slash at the end. Empty for the
+        // folder that the user named.
+        std::string relativePath;
         FileId id;
     };
 
@@ -96,7 +98,7 @@ class Search {
             int error = 0;
             const std::vector<std::string> names = NamesIn(folder.path, error);
             if (error != 0) tree_.problems.push_back({folder.path, std::strerror(error)});
-            // In reverse order, because the last pending folder is searched next.
+            // The order is reversed because the last pending folder is searched next.
             for (auto name = names.rbegin(); name != names.rend(); ++name)
                 AddEntry(folder, *name);
         }
@@ -136,10 +138,11 @@ class Search {
     }
 
     CaptureTree tree_;
-    std::optional<FileId> outDir_;
-    std::vector<Folder> pending_;            // folders to search; the last element is next
-    std::vector<Folder> links_;              // links to folders, which are searched afterwards
-    std::unordered_set<std::string> files_;  // absolute paths; symbolic links are not resolved
+    std::optional<FileId> outDir_;  // nullopt if the folder does not exist
+    std::vector<Folder> pending_;   // the folders to search; the last element is searched next
+    std::vector<Folder> links_;     // symbolic links to folders; FollowLinks searches them
+    // The absolute paths of all files that were found. Symbolic links in them are not resolved.
+    std::unordered_set<std::string> files_;
 };
 
 }  // namespace

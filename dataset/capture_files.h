@@ -12,18 +12,22 @@
 namespace dataset {
 
 struct CaptureFile {
-    std::string path;          // as the user wrote it, with the path below that folder added
-    std::string relativePath;  // below the folder that the user named; a named file: its base name
+    // The path that the user wrote. For a file in a folder that the user named, the path of the
+    // folder, then the path from it to the file.
+    std::string path;
+    // The path from the folder that the user named to the file. If the user named the file itself,
+    // its name without a folder.
+    std::string relativePath;
     pairing::CaptureKind kind = pairing::CaptureKind::Biovision;
 };
 
 // A capture file or a folder that was found but cannot be read.
 struct CaptureProblem {
     std::string path;
-    std::string error;
+    std::string error;  // why it cannot be read, for the user
 };
 
-// Identifies a file or folder whatever path leads to it: its device and its inode.
+// The device and the inode of a file or folder. They are the same for all paths that lead to it.
 using FileId = std::pair<dev_t, ino_t>;
 
 struct CaptureTree {
@@ -32,15 +36,15 @@ struct CaptureTree {
     std::set<FileId> folders;              // every folder that was searched
 };
 
-// Searches the paths and all folders below them. Each folder is searched once, whatever paths lead
-// to it, and symbolic links to folders are followed last, so loops of links do no harm. Names that
-// begin with a dot are skipped, and so is `outDir`, unless the user named it. A file that is found
-// twice is listed once, with the path that was found first. Throws RequestError for a path that is
-// neither a folder nor a capture file.
+// Searches the paths and all folders below them. Symbolic links to folders are followed last. Each
+// folder is searched only once, even if several paths lead to it, so a loop of links does no harm.
+// Names that begin with a dot are skipped, and so is `outDir`, unless the user named them. A file
+// whose absolute path is found twice is listed once, with the path that was found first. Throws
+// RequestError for a path that is neither a folder nor a capture file.
 CaptureTree FindCaptures(const std::vector<std::string>& paths, const std::string& outDir);
 
-// Returns the names of the .asf files in a folder, sorted; none where it cannot be read. `folder`
-// ends with a slash; an empty text is the current folder.
+// Returns the names of the .asf files in a folder, sorted; none if the folder cannot be read.
+// `folder` ends with a slash; an empty text means the current folder.
 std::vector<std::string> SkeletonsIn(const std::string& folder);
 
 }  // namespace dataset

@@ -19,10 +19,11 @@
 
 namespace dataset {
 
-// Functions that a run calls, on the calling thread. One of the first two is called for each job as
-// soon as its row of the index is known; neither for a job that a cancelled run did not start.
+// Functions that Conversion::Run calls, on the thread that called Run. For each job, either
+// onConverted or onNotConverted is called as soon as the job's row of the index is known. Neither
+// is called for a job that was not started because the user cancelled the run.
 struct Watcher {
-    // The job was run, successfully or not.
+    // The job was run. The row says whether it succeeded.
     std::function<void(const IndexRow& row, const ReportedFindings& findings)> onConverted;
     // The job was not converted: its output is up to date, or it was refused.
     std::function<void(const IndexRow& row, const ReportedFindings& findings)> onNotConverted;
@@ -32,8 +33,8 @@ struct Watcher {
 
 struct RunEnd {
     std::string index;         // the path of the index
-    std::string indexProblem;  // why the index could not be written; empty: it was written
-    bool isCancelled = false;  // some jobs were not started or were stopped
+    std::string indexProblem;  // why the index could not be written; empty if it was written
+    bool isCancelled = false;  // the user cancelled: jobs were stopped or were not started
 };
 
 class Conversion {
@@ -43,13 +44,14 @@ class Conversion {
 
     std::size_t JobCount() const { return jobs_.size(); }
 
-    // Runs nothing. Calls `onCommand` with the command line of each import that Run would start,
-    // without the program's name, and `onNotConverted` with the row of every other job.
+    // Runs nothing. Calls `onCommand` for each job that Run would convert, with the arguments of
+    // its import (without the program's name). Calls `onNotConverted` for each job that was refused
+    // or whose output is up to date, if the job's row of the index is known.
     void Plan(const std::function<void(const std::vector<std::string>&)>& onCommand,
               const std::function<void(const IndexRow&)>& onNotConverted) const;
 
-    // Runs the jobs and writes the index. Throws text::WriteError where the output folder or the
-    // ledger cannot be written; then no job was started.
+    // Runs the jobs and writes the index. If the output folder or the ledger cannot be written,
+    // throws text::WriteError before any job is started.
     RunEnd Run(const Watcher& watcher);
 
   private:
@@ -58,11 +60,11 @@ class Conversion {
         // The output is up to date, but no ledger holds its row of the index. The import is run
         // without an output, only to fill in the row.
         FillInRow,
-        Nothing,  // refused, or up to date with a known row
+        Nothing,  // the job was refused, or its output is up to date and its row is known
     };
 
-    // `ledger` is what Ledger::Read returned; none: the run is no resumed one. Fills in the row as
-    // far as it is known before the job is run.
+    // Returns what has to be done for the job. Fills in the parts of its row that are known before
+    // it is run. `ledger` is what Ledger::Read returned; nullopt without Request::resume.
     Task Prepare(const Job& job, std::optional<Ledger::Content> ledger, IndexRow& row) const;
     std::set<std::string> OutputFolders() const;
     void Start();
@@ -75,7 +77,7 @@ class Conversion {
     std::vector<IndexRow> rows_;  // one element for each job
     std::vector<Task> tasks_;     // one element for each job
     Ledger ledger_;
-    bool otherOptions_ = false;  // the run to be resumed had other options
+    bool otherOptions_ = false;  // the run that is to be resumed had other options
 };
 
 }  // namespace dataset

@@ -2,13 +2,13 @@
 
 namespace dataset {
 
-// The exit statuses of zkhost. "zkhost convert" reads them from the imports that it starts.
+// The exit statuses of zkhost. "zkhost convert" starts imports and reads their exit statuses.
 enum ExitStatus : int {
     kImported = 0,
     kImportFailed = 1,
     kWrongUsage = 2,
     kOutputFailed = 3,
-    kSomeFailed = 4,  // of convert: some imports failed
+    kSomeFailed = 4,  // only convert: some imports failed
     kImportedInPart = 5,
     kCancelled = 130,
 };

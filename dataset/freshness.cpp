@@ -12,7 +12,7 @@ namespace {
 
 using Status = struct stat;
 
-// Returns nothing where the path is not that of a regular file.
+// Returns nullopt if the path does not lead to a regular file.
 std::optional<Status> StatusOf(const std::string& path) {
     Status status{};
     if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
@@ -22,7 +22,7 @@ std::optional<Status> StatusOf(const std::string& path) {
 struct FileTime {
     time_t seconds = 0;
     long nanoseconds = 0;
-    // NOLINTNEXTLINE(modernize-use-nullptr): the check means a 0 that the compiler generates here.
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check reports a 0 that the compiler generates.
     auto operator<=>(const FileTime&) const = default;
 };
 

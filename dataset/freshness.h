@@ -6,11 +6,12 @@
 
 namespace dataset {
 
-// Returns whether all files of the job's output exist, are not empty and are newer than its inputs.
+// Returns whether the job's output is up to date: all files of the output exist, are not empty and
+// are newer than the job's inputs. False if an input cannot be found.
 bool IsUpToDate(const Job& job, const std::string& outDir);
 
-// Returns the sizes of the output's files in bytes, separated by spaces; empty where one is
-// missing.
+// Returns the sizes of the output's files in bytes, separated by spaces. Returns an empty text if
+// one of the files is missing.
 std::string SizesOf(const Job& job, const std::string& outDir);
 
 }  // namespace dataset

@@ -7,29 +7,33 @@
 
 namespace dataset {
 
-// A child process that runs this program with other arguments. It has its own process group, so a
-// Ctrl-C on the terminal reaches it only through Interrupt. It gets SIGINT when its parent dies.
-// The first 256 KiB of its standard output and of its standard error are kept.
+// A child process that runs this program with other arguments. Its standard output and its standard
+// error are read through pipes; the first 256 KiB of each are kept. The child has its own process
+// group, so Ctrl-C on the terminal sends it no signal; Interrupt does. It gets SIGINT when its
+// parent dies.
 class ImportProcess {
   public:
-    // Throws std::system_error where the process cannot be started.
+    // Starts the process. `arguments` do not include the program's name. Throws std::system_error
+    // if the process cannot be started.
     explicit ImportProcess(const std::vector<std::string>& arguments);
-    ~ImportProcess();  // kills the process if it still runs
+    ~ImportProcess();  // kills the process if it still runs, and waits for its end
     ImportProcess(const ImportProcess&) = delete;
     ImportProcess& operator=(const ImportProcess&) = delete;
 
-    // File descriptors of the child's output pipes, for poll; -1 after the end of the output.
+    // The file descriptors from which the child's output can be read, for poll. They belong to this
+    // object and are -1 after the end of the output.
     int OutputFile() const { return output_.file; }
     int ErrorFile() const { return errors_.file; }
-    // Reads what the pipes hold, without waiting.
+    // Reads what the pipes contain now, without waiting for more.
     void Read();
 
-    // Returns whether the process has ended, without waiting. If it has, Reap has read the rest of
-    // its output.
+    // Returns whether the process has ended, without waiting for its end. If it has ended, its
+    // output is then complete.
     bool Reap();
-    // The status from waitpid; valid after the process has ended.
+    // The status from waitpid; valid after Reap has returned true.
     int WaitStatus() const { return waitStatus_; }
 
+    // Send SIGINT or SIGKILL, unless Reap has returned true.
     void Interrupt() const;
     void Kill() const;
 
@@ -39,14 +43,14 @@ class ImportProcess {
 
   private:
     struct Stream {
-        int file = -1;
-        std::string text;
+        int file = -1;     // the descriptor of the pipe's end that is read; -1: closed
+        std::string text;  // what has been read, up to the limit
         void Read();
         void Close();
     };
 
     pid_t id_ = -1;
-    bool ended_ = false;
+    bool ended_ = false;  // whether waitpid has returned the status
     int waitStatus_ = 0;
     Stream output_;
     Stream errors_;

@@ -12,26 +12,30 @@ namespace dataset {
 
 struct ImportReport {
     std::size_t joints = 0;  // the sum over all models
-    // The next three describe the model with the most frames.
+    // `frames`, `framesPerSecond` and `seconds` describe the model with the most frames. The rate
+    // and the duration are nullopt if there is no motion or its rate is not known. The duration
+    // includes that of the last frame.
     std::size_t frames = 0;
-    std::optional<double> framesPerSecond;  // none: there is no motion, or its rate is not known
-    std::optional<double> seconds;          // none: likewise. The last frame counts as one frame.
-    bool written = false;                   // at least one output was written
-    // The finding that refused the files, or the first error of the log. It begins with the file's
-    // name where it is about the skeleton of a motion. Empty: there was no error.
+    std::optional<double> framesPerSecond;
+    std::optional<double> seconds;
+    bool written = false;  // at least one output was written
+    // The finding that refused the files, or the first error of the log. If the import has a motion
+    // and the error is about the skeleton, the text begins with the skeleton's path. Empty if there
+    // was no error.
     std::string error;
     bool refused = false;  // the survey refused the files
     struct ReportedFinding {
         std::string code;
         std::string severity;  // "note", "warning", "error"
-        std::string line;      // as it is printed, with its line feed
+        std::string line;      // the finding as it is printed, with a line feed at the end
     };
     std::vector<ReportedFinding> findings;  // in the order in which the survey reported them
 };
 
-// Returns the report as one line, with its line feed.
+// Returns the report as one line of JSON, with a line feed at the end. The report's texts must be
+// valid UTF-8.
 std::string ReportLine(const ImportReport& report);
-// Returns nothing where the text is not such a line.
+// Reads a line that ReportLine returned. Returns nullopt if the text is not such a line.
 std::optional<ImportReport> ReadReport(std::string_view line);
 
 }  // namespace dataset

@@ -11,8 +11,8 @@
 namespace dataset {
 namespace {
 
-// Six decimals are enough for any rate. More would only show rounding: a frame time of 0.0083333
-// gives 120.00048000192 frames per second.
+// Six decimals are enough for any rate. More decimals would mostly show how the file rounded its
+// frame time: 0.0083333 seconds give 120.00048000192 frames per second.
 constexpr int kDecimals = 6;
 
 std::string NumberOrNothing(const std::optional<double>& number) {

@@ -15,28 +15,29 @@ enum class JobStatus : std::uint8_t { Ok, Partial, Failed, Cancelled };
 
 struct IndexRow {
     std::string source;
-    std::string output;  // below the output folder; empty: none was written
+    std::string output;  // its path below the output folder; empty if there is no output
     JobStatus status = JobStatus::Cancelled;
-    // The next four describe what was imported; empty where that is not known.
+    // The next four members describe what was imported. Each is empty if it is not known.
     std::string joints;
     std::string frames;
     std::string framesPerSecond;
     std::string seconds;
-    std::string error;     // the first error
-    std::string warnings;  // the number of the survey's warnings; empty where the job was not run
-    std::string findings;  // the codes of its findings, separated by spaces
+    std::string error;     // the first error; empty if the job succeeded or was cancelled
+    std::string warnings;  // the number of the survey's warnings; empty without a report
+    std::string findings;  // the codes of the survey's findings, separated by spaces
 };
 
-// Fills in the joints, the frames, the rate and the seconds.
+// Copies the joints, the frames, the rate and the seconds of the report into the row.
 void RecordMeasures(const ImportReport& report, IndexRow& row);
 
-// Fills in the number of warnings and the codes of the findings.
+// Copies the number of warnings and the codes of the findings into the row. A code that several
+// findings have is listed once.
 void RecordFindings(const ImportReport& report, IndexRow& row);
 
 std::string_view NameOf(JobStatus status);
 
-// Writes a header and the rows, in their order. Bytes that are not valid UTF-8 are replaced. Throws
-// text::WriteError.
+// Writes the CSV file: a header, then the rows in their order. Bytes that are not valid UTF-8 are
+// replaced by U+FFFD. Throws text::WriteError.
 void WriteIndex(const std::string& path, const std::vector<IndexRow>& rows);
 
 }  // namespace dataset

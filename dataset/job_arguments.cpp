@@ -7,7 +7,7 @@
 namespace dataset {
 namespace {
 
-// Puts "./" before a path that begins with a dash, which would be read as an option.
+// Puts "./" before a path that begins with a dash, because zkhost would read it as an option.
 std::string AsFile(const std::string& path) {
     return path.starts_with('-') ? "./" + path : path;
 }
@@ -25,8 +25,8 @@ std::vector<std::string> ImportArguments(const Job& job, const Request& request,
     Append(words, request.importOptions);
     if (pairing::IsAcclaim(job.source)) Append(words, request.acclaimOptions);
     if (!request.plugin.empty()) words.push_back("--plugin=" + request.plugin);
-    // The JSON record contains the events of the progress bar, and outputs must not depend on
-    // whether there is a terminal.
+    // The JSON record contains the events of the progress bar. Without this option, a record would
+    // differ depending on whether stderr is a terminal.
     words.emplace_back("--progress=off");
     if (withOutput)
         Append(words, {"--make-folders", "-o", AsFile(request.outDir + '/' + job.output)});

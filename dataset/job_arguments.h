@@ -8,12 +8,13 @@
 
 namespace dataset {
 
-// Returns the arguments of zkhost that run the job. The output depends on these and on the job's
-// files alone. With `withOutput` false the import writes no output; it is run only for its report.
+// Returns the arguments with which zkhost runs the job, without the program's name. If `withOutput`
+// is false, the import writes no output; it is run only for its report.
 std::vector<std::string> ImportArguments(const Job& job, const Request& request,
                                          bool withOutput = true);
 
-// Returns, in one line, everything that the outputs of a data set depend on except their inputs.
+// Returns one line with the program's version and all options that change the outputs. A resumed
+// run compares this line with that of the run before.
 std::string OptionsLine(const Request& request);
 
 }  // namespace dataset

@@ -13,13 +13,15 @@ namespace {
 // The program's own errors on stderr begin with this.
 constexpr std::string_view kErrorStart = "zkhost: ";
 
-// The report is the last line of the output, because a plug-in may have printed before it.
+// Reads the report, which is the last line of the output. A plug-in may have printed lines before
+// it. Returns nullopt if there is no report.
 std::optional<ImportReport> ReportIn(std::string_view output) {
     if (!output.ends_with('\n')) return std::nullopt;
     output.remove_suffix(1);
     return ReadReport(output.substr(output.rfind('\n') + 1));
 }
 
+// Returns the first error in `errors` that the program itself printed; empty if there is none.
 std::string FirstOwnError(std::string_view errors) {
     while (!errors.empty()) {
         const std::string_view line = errors.substr(0, errors.find('\n'));
@@ -53,7 +55,8 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
     if (row.status == JobStatus::Cancelled) return row;
     const std::optional<ImportReport> report = ReportIn(end.output);
     if (report && report->written) row.output = job.output;
-    // Without a report, the plug-in ended the process itself, perhaps with a status of success.
+    // If there is no report, the plug-in ended the process. The import has then failed, even if the
+    // exit status says otherwise.
     if (!report && row.status != JobStatus::Failed) row.status = JobStatus::Failed;
     if (report) RecordFindings(*report, row);
     const bool imported = row.status != JobStatus::Failed || end.exitStatus == kOutputFailed;

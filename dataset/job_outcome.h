@@ -1,4 +1,4 @@
-// Turns the end of an import's process into its row of the index.
+// Finds out from the end of an import's process what became of its job.
 #pragma once
 
 #include "dataset/index_file.h"
@@ -7,16 +7,17 @@
 
 namespace dataset {
 
+// Returns the job's row of the index.
 IndexRow JudgeJob(const Job& job, const ProcessEnd& end);
 
-// The warnings and errors of the survey of a job's files.
+// The warnings and errors that the survey of a job's files reported.
 struct ReportedFindings {
-    std::string lines;     // as they are printed, one line each
+    std::string lines;     // the findings as they are printed, one line each
     bool refused = false;  // the files were refused; the lines say why
 };
 ReportedFindings FindingsOf(const ProcessEnd& end);
 
-// Returns the row of a job that was refused and is therefore not run.
+// Returns the index row of a job that was refused and is therefore not run.
 IndexRow RefusedRow(const Job& job);
 
 }  // namespace dataset

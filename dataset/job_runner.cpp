@@ -17,9 +17,10 @@ namespace {
 
 // The time between SIGINT and SIGKILL. An import usually stops within a moment.
 constexpr std::chrono::seconds kGracePeriod{5};
-// How long to wait before trying again to start a process, after the system refused one.
+// If the system cannot start a process, the runner tries again after this time.
 constexpr int kRetryMilliseconds = 50;
 
+// Returns a text such as "killed by SIGSEGV (Segmentation fault)".
 std::string SignalText(int signal) {
     const char* name = sigabbrev_np(signal);
     const char* description = sigdescr_np(signal);
@@ -57,7 +58,8 @@ void JobRunner::StartMore() {
             running_.push_back({index, std::move(process), Clock::now()});
             ++next_;
         } catch (const std::system_error& error) {
-            // The system may allow a new process after one of the running ones has ended.
+            // The system may be able to start it after a running process has ended. If none runs,
+            // the job has failed.
             if (!running_.empty()) return;
             ++next_;
             ProcessEnd end;
@@ -144,8 +146,8 @@ ProcessEnd JobRunner::EndOf(const Running& running) const {
             fmt::format("stopped after the time limit of {} seconds", timeLimit_->count());
     else if (!end.exitStatus)
         end.trouble = SignalText(WTERMSIG(status));
-    // A cancelled process may also end by a signal: by SIGINT if it had not installed its handler
-    // yet, or by SIGKILL after a second request to stop or after the grace period.
+    // A cancelled process may end by its own exit status or by a signal: by SIGINT if it had not
+    // yet installed its handler, or by the SIGKILL that ReceiveSignals sends.
     const int signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
     end.cancelled = stopped_ && !running.timedOut &&
                     (end.exitStatus == kCancelled || signal == SIGINT || signal == SIGKILL);

@@ -17,37 +17,40 @@ namespace dataset {
 
 // How one process ended.
 struct ProcessEnd {
-    pid_t id = -1;
-    std::optional<int> exitStatus;  // none: it was killed, or could not be started
-    std::string trouble;            // why there is no exit status; empty where there is one
-    bool cancelled = false;         // the user asked to stop, and it stopped
-    std::string output;
-    std::string errors;
+    pid_t id = -1;                  // its process id; -1 if it could not be started
+    std::optional<int> exitStatus;  // nullopt if it was killed or could not be started
+    std::string trouble;            // why there is no exit status; empty if there is one
+    bool cancelled = false;         // it stopped because the user asked for it
+    std::string output;             // the start of its standard output (see ImportProcess)
+    std::string errors;             // the start of its standard error
 };
 
 class JobRunner {
   public:
-    // `timeLimit` is that of one process; none: a process may run for any time.
+    // `parallel` is how many processes may run at a time. A process that runs for longer than
+    // `timeLimit` is killed; nullopt: there is no limit.
     JobRunner(std::size_t parallel, std::optional<std::chrono::duration<double>> timeLimit);
 
-    // Runs this program once for each element of `commands`, which are its arguments. Processes are
-    // started in order; `onEnd` gets the command's index as each one ends. After SIGINT, SIGTERM or
-    // SIGHUP no further process is started and the running ones get SIGINT; after a second signal,
-    // or five seconds later, they are killed. Returns whether there was such a signal. `onEnd` is
-    // not called for commands that were not started.
+    // Runs this program once for each element of `commands`, with the arguments in that element.
+    // Starts the processes in the order of `commands`. When a process has ended, calls `onEnd` with
+    // the index of its command. SIGINT, SIGTERM and SIGHUP ask to stop: no further process is
+    // started, and the running processes get SIGINT. After a second signal, or after five seconds,
+    // the running processes are killed. Returns whether such a signal arrived; `onEnd` is then not
+    // called for the commands that were not started.
     bool Run(const std::vector<std::vector<std::string>>& commands,
              const std::function<void(std::size_t, const ProcessEnd&)>& onEnd);
 
   private:
     using Clock = std::chrono::steady_clock;
     struct Running {
-        std::size_t index;
+        std::size_t index;  // the index of its command
         std::unique_ptr<ImportProcess> process;
         Clock::time_point start;
-        bool timedOut = false;
+        bool timedOut = false;  // it was killed because of the time limit
     };
 
     void StartMore();
+    // Waits for a signal, for output of a process, or for the next deadline.
     void Wait();
     void EnforceTimeLimit();
     void ReceiveSignals();
@@ -58,11 +61,13 @@ class JobRunner {
     std::size_t parallel_;
     std::optional<std::chrono::duration<double>> timeLimit_;
     SignalWatch signals_;
+    // The arguments of Run, while it runs.
     const std::vector<std::vector<std::string>>* commands_ = nullptr;
     const std::function<void(std::size_t, const ProcessEnd&)>* onEnd_ = nullptr;
     std::size_t next_ = 0;  // the index of the next command to start
     std::vector<Running> running_;
-    std::optional<Clock::time_point> stopped_;  // when the user first asked to stop
+    // When the user first asked to stop; nullopt: the user has not asked.
+    std::optional<Clock::time_point> stopped_;
 };
 
 // Returns how many processors this process may use.

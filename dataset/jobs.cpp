@@ -26,8 +26,8 @@ std::optional<FileId> IdOf(const std::string& path) {
     return FileId{status.st_dev, status.st_ino};
 }
 
-// Makes a job for every .bvh and .amc file, and for every .asf file that no .amc file is paired
-// with.
+// Makes a job for every .bvh file, for every .amc file, and for every .asf file that is not the
+// skeleton of an .amc file. Also makes a refused job for every file or folder that cannot be read.
 class JobMaker {
   public:
     explicit JobMaker(const std::string& skeleton) : skeleton_(skeleton) {}
@@ -73,11 +73,12 @@ class JobMaker {
         return entry->second;
     }
 
-    const std::string& skeleton_;
-    std::set<FileId> paired_;
+    const std::string& skeleton_;  // the .asf for every .amc; empty: each .amc finds its own
+    std::set<FileId> paired_;      // the .asf files that are the skeleton of an .amc file
     std::unordered_map<std::string, std::vector<std::string>> skeletons_;  // by folder
 };
 
+// `outDir` ends with a slash here and in the functions below.
 void RefuseToOverwriteInputs(std::vector<Job>& jobs, const std::string& outDir) {
     std::map<FileId, const std::string*> inputs;
     for (const Job& job : jobs)
@@ -95,7 +96,8 @@ void RefuseToOverwriteInputs(std::vector<Job>& jobs, const std::string& outDir) 
     }
 }
 
-// The program chose the outputs' names itself, so it must not follow a link to another file.
+// Refuses outputs whose path is a symbolic link. The program, not the user, chose these paths, so
+// it must not write to the file that a link leads to.
 void RefuseLinks(std::vector<Job>& jobs, const std::string& outDir) {
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
@@ -107,8 +109,8 @@ void RefuseLinks(std::vector<Job>& jobs, const std::string& outDir) {
     }
 }
 
-// Refuses outputs that are capture files in a searched folder: the next run would read them as
-// inputs.
+// Refuses outputs that would be in a searched folder. It is called if the outputs are capture
+// files, because the next run would read them as inputs.
 void RefuseToAddInputs(std::vector<Job>& jobs, const std::string& outDir,
                        const std::set<FileId>& searched) {
     std::unordered_map<std::string, bool> isSearched;  // by folder of the output
@@ -117,7 +119,8 @@ void RefuseToAddInputs(std::vector<Job>& jobs, const std::string& outDir,
         const std::string folder(text::FolderPart(job.output));
         const auto [entry, isNew] = isSearched.try_emplace(folder, false);
         if (isNew) {
-            // A folder that does not exist yet will be searched if the nearest folder above it is.
+            // If the output's folder does not exist yet, the nearest existing folder above it
+            // decides, because the next run searches everything below a searched folder.
             std::string_view existing = folder;
             auto id = IdOf(outDir + folder);
             while (!id && !existing.empty()) {

@@ -10,20 +10,24 @@
 namespace dataset {
 
 struct Job {
-    std::string source;        // the .bvh, the .amc, or an .asf that no .amc is paired with
-    std::string skeleton;      // the .asf of an .amc; empty for other sources
-    std::string relativePath;  // of the source, below the folder that the user named
-    std::string output;        // below the output folder; may be empty for a refused job
-    std::string refusal;       // why the job is not run; empty: it is run
-    std::string sideOutput{};  // the second file of a format that has two, such as a .bin; or empty
+    // The path of the .bvh or .amc file, or of an .asf file that is not the skeleton of an .amc
+    // file. For a refused job, it may be a file or folder that cannot be read.
+    std::string source;
+    std::string skeleton;      // the path of the .asf, if the source is an .amc; otherwise empty
+    std::string relativePath;  // CaptureFile::relativePath of the source
+    std::string output;        // its path below the output folder; may be empty for a refused job
+    std::string refusal;       // why the job is not run; empty if it is run
+    // The path of the output's second file, such as a .bin, below the output folder. Empty if the
+    // format has one file.
+    std::string sideOutput{};
 };
 
 // Returns the paths of the one or two files of the job's output, below the output folder.
 std::vector<std::string> FilesOf(const Job& job);
 
-// Returns one job for each capture file, sorted by source. Files and folders that cannot be read
-// are in the list as refused jobs. The list depends on the files and the request alone. Throws
-// RequestError where the list would be empty.
+// Returns a job for each capture file, sorted by source. An .asf file that is the skeleton of an
+// .amc file gets no job. A file or folder that cannot be read gets a refused job. Throws
+// RequestError if the list would be empty, or if a path of the request is wrong.
 std::vector<Job> ListJobs(const Request& request);
 
 }  // namespace dataset

@@ -36,7 +36,8 @@ Ledger::Content Ledger::Read() {
         return Content::OtherOptions;
     while (!rest.empty()) {
         std::vector<std::string> fields = text::ReadCsvRecord(rest);
-        if (fields.size() != 10) continue;  // a record that was cut when its run was killed
+        // A record is incomplete if the run was killed while it wrote the record.
+        if (fields.size() != 10) continue;
         IndexRow row{fields[0], fields[2], JobStatus::Ok, fields[3], fields[4], fields[5],
                      fields[6], "",        fields[8],     fields[9]};
         entries_[fields[0]] = {std::move(fields[1]), std::move(fields[7]), std::move(row)};
@@ -73,7 +74,8 @@ void Ledger::Note(const Job& job, const IndexRow& row) {
     const std::string record = RecordOf(job, row);
     const ssize_t written = write(file_, record.data(), record.size());
     if (written == static_cast<ssize_t>(record.size())) return;
-    // The record was written in part. Nothing may follow it, because it would be read as its rest.
+    // Only a part of the record was written. Nothing more is written to the file, because it would
+    // be read as the rest of this record.
     close(file_);
     file_ = -1;
 }

@@ -1,5 +1,5 @@
-// The record of the jobs that a run has finished, in a hidden file of the output folder. With it a
-// later run can continue, however the first one ended.
+// The record of the jobs that a run has finished. It is a hidden file in the output folder. A later
+// run can read it and continue, even if the first run was killed.
 #pragma once
 
 #include <cstdint>
@@ -13,48 +13,52 @@ namespace dataset {
 
 inline constexpr char kLedgerName[] = ".zkhost-convert";
 
-// The file begins with a line of options. After it comes one CSV record for each job that
-// succeeded.
+// The first CSV record of the file holds the options of the run. Each further record holds a job
+// that succeeded.
 class Ledger {
   public:
-    // `path` is the ledger's path in the output folder. `options` is what the outputs depend on
-    // except their inputs (OptionsLine). The file is neither read nor written yet.
+    // `path` is the path of the ledger's file. `options` is the OptionsLine of this run. The
+    // constructor does not read or write the file.
     Ledger(std::string path, std::string options);
     ~Ledger();
     Ledger(const Ledger&) = delete;
     Ledger& operator=(const Ledger&) = delete;
 
-    // What the ledger of an earlier run holds: there is none, its options differ, or it was read.
-    enum class Content : std::uint8_t { Nothing, OtherOptions, Usable };
-    // Reads the records of an earlier run, if it had the same options.
+    enum class Content : std::uint8_t {
+        Nothing,       // there is no ledger of an earlier run, or it cannot be read
+        OtherOptions,  // the earlier run had other options; its records were not read
+        Usable,        // the earlier run had the same options; its records were read
+    };
+    // Reads the ledger of an earlier run.
     Content Read();
 
-    // Returns the row of a job that the ledger lists with the same skeleton and the same output;
-    // null where it does not, or where the output's files have other sizes now.
+    // Finds the job's row of the index among the records that Read has read. Null if there is no
+    // record of the job, if the job had another skeleton or output, or if the sizes of the output's
+    // files have changed since.
     const IndexRow* Find(const Job& job) const;
 
-    // Replaces the ledger's file by one that holds the `rows` of the `jobs` that succeeded, and
-    // keeps it open for Note. `jobs` and `rows` have one element for each job. Throws
-    // text::WriteError.
+    // Replaces the ledger's file by a new one with this run's options and the `rows` that have
+    // JobStatus::Ok. Keeps the file open for Note. `rows` has one element for each element of
+    // `jobs`. Throws text::WriteError.
     void Start(const std::vector<Job>& jobs, const std::vector<IndexRow>& rows);
-    // Adds a job that succeeded. A failure to write is ignored: a later run then converts more
-    // files again than necessary.
+    // Adds a job that succeeded to the file. A write error is ignored, because a later run then
+    // only converts more files again than necessary.
     void Note(const Job& job, const IndexRow& row);
 
   private:
     struct Entry {
         std::string skeleton;
-        std::string sizes;  // of the output's files when they were written (SizesOf)
+        std::string sizes;  // SizesOf the job when its output was written
         IndexRow row;
     };
 
     std::string RecordOf(const Job& job, const IndexRow& row) const;
 
     std::string path_;
-    std::string folder_;
+    std::string folder_;  // the output folder, in which the ledger is
     std::string options_;
-    std::unordered_map<std::string, Entry> entries_;  // by source
-    int file_ = -1;  // the file descriptor that Note writes to; -1: none
+    std::unordered_map<std::string, Entry> entries_;  // what Read has read, by source
+    int file_ = -1;  // the file descriptor that Note writes to; -1: Note writes nothing
 };
 
 }  // namespace dataset

@@ -10,7 +10,7 @@
 namespace dataset {
 namespace {
 
-// The jobs by their output, in folded case.
+// The jobs, grouped by the path of their output in folded case.
 using JobsByOutput = std::unordered_map<std::wstring, std::vector<Job*>>;
 
 JobsByOutput GroupByOutput(std::vector<Job>& jobs) {

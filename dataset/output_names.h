@@ -1,4 +1,4 @@
-// The names of a data set's outputs.
+// Chooses the names of a data set's outputs.
 #pragma once
 
 #include <string>
@@ -11,12 +11,13 @@ namespace dataset {
 
 inline constexpr std::string_view kIndexName = "index.csv";
 
-// Names each output after its source: the path below the output folder is the source's relativePath
-// with `extension` instead of the source's extension. Where several outputs would get the same
-// name, ignoring case, they keep the source's extension before the new one: walk.bvh.glb,
-// walk.amc.glb. Jobs whose outputs would still have the same name, or the name of a folder of other
-// outputs, are all refused. Jobs that are refused already get no name. With a `sideExtension`, each
-// output has a second file with the same name and that extension.
+// Names each output after its source. The output's path below the output folder is the job's
+// relativePath with `extension` instead of the source's extension. If several outputs would get the
+// same path, ignoring case, they keep the source's extension before the new one: walk.bvh.glb,
+// walk.amc.glb. So does an output that would get the path of the index. If several outputs still
+// have the same path, all their jobs are refused. If an output's path is also that of a folder of
+// other outputs, its job is refused. Jobs that are already refused get no output. If
+// `sideExtension` is not empty, each output has a second file: the same path with that extension.
 void NameOutputs(std::vector<Job>& jobs, std::string_view extension,
                  std::string_view sideExtension = {});
 

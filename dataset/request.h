@@ -8,26 +8,28 @@
 
 namespace dataset {
 
-// The request cannot be carried out; the message says why.
+// Thrown if the request cannot be carried out; the message says why.
 class RequestError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
 struct Request {
-    std::vector<std::string> paths;  // files and folders, as the user named them
-    std::string extension;           // of the outputs, with its dot
-    std::string sideExtension;       // of the second file of each output; empty: there is none
-    std::string outDir;
-    std::string skeleton;  // the .asf of every .amc; empty: each is paired by folder and name
-    // The options that every import gets, as words of a command line.
-    std::vector<std::string> importOptions;
-    std::vector<std::string> acclaimOptions;  // the options that only Acclaim files get
-    std::string plugin;                       // its path; empty: the one installed with zkhost
+    std::vector<std::string> paths;  // capture files and folders, as the user wrote them
+    std::string extension;           // the extension of the outputs, with its dot
+    // The extension of each output's second file, with its dot. Empty if outputs have one file.
+    std::string sideExtension;
+    std::string outDir;  // the output folder
+    // The .asf file for every .amc file. If empty, the .asf is looked for in the .amc's folder.
+    std::string skeleton;
+    // Options of "zkhost import", as words of a command line.
+    std::vector<std::string> importOptions;   // for every import
+    std::vector<std::string> acclaimOptions;  // only for imports of Acclaim files
+    std::string plugin;  // the path of the plug-in; empty: take::LoadPlugin looks for it
 
-    std::size_t parallel = 0;       // imports at a time; 0: as many as there are processors
-    double timeLimitSeconds = 600;  // of one import; 0: no limit
-    bool resume = false;            // skip files whose outputs are up to date
+    std::size_t parallel = 0;       // how many imports run at a time; 0: one for each processor
+    double timeLimitSeconds = 600;  // an import that takes longer is killed; 0: no limit
+    bool resume = false;            // skip sources whose outputs are up to date
     bool plan = false;              // print the command lines and run nothing
 };
 

@@ -16,7 +16,8 @@ bool IsIgnored(int signal) {
 }  // namespace
 
 SignalWatch::SignalWatch() {
-    // The parent may have started this program with SIGCHLD ignored; then waitpid would fail.
+    // The program that started this one may have set SIGCHLD to be ignored. With that, waitpid
+    // would fail.
     std::signal(SIGCHLD, SIG_DFL);
     sigset_t watched;
     sigemptyset(&watched);
