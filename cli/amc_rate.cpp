@@ -8,15 +8,15 @@
 namespace cli {
 namespace {
 
-// The keyword and every sensible number are shorter than this. The rest of a longer token is
-// dropped.
+// The most bytes of a token that are kept. The keyword and every sensible number are shorter.
 constexpr std::size_t kTokenLimit = 64;
 
 bool IsSeparator(char character) {
     return std::string_view("\t\r\n (),").find(character) != std::string_view::npos;
 }
 
-// Reads the next token and skips comments; empty at the end of the file.
+// Skips separators and comments, then reads the next token. Returns an empty text if the file ends,
+// or a NUL byte comes, before a token.
 std::string NextToken(std::istream& file) {
     std::string token;
     bool inComment = false;

@@ -4,8 +4,8 @@
 
 namespace cli {
 
-// Returns whether an AMC file states its rate: its first token is :SAMPLES-PER-SECOND, and a number
-// above 1 follows.
+// Returns whether an AMC file states its rate: its first token is :SAMPLES-PER-SECOND, and the
+// second token begins with a whole number above 1.
 bool StatesRate(std::istream& amc);
 
 }  // namespace cli

@@ -8,6 +8,8 @@
 namespace cli {
 namespace {
 
+// Parses a decimal number, or a hexadecimal one after "0x". Returns nullopt for any other text and
+// for a number above 65535.
 std::optional<std::uint16_t> ParseWord(std::string_view text) {
     const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
     if (hexadecimal) text.remove_prefix(2);

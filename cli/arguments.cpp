@@ -29,7 +29,8 @@ struct ConvertWords {
     std::optional<std::string> timeLimit;
 };
 
-// The values of all options and arguments. CLI11 fills them in while it parses the command line.
+// The values of all options and arguments of all commands. CLI11 stores them here while it parses
+// the command line.
 struct Words {
     ImportWords import;
     CheckRequest check;
@@ -39,11 +40,12 @@ struct Words {
     dataset::Request convert;
     ConvertWords convertWords;
     ImportWords convertImport;
-    // The options of convert that it passes on to each import, except those for Acclaim files.
+    // The options that convert passes on to every import. The options for Acclaim files only are in
+    // convertImport.acclaimOptions.
     std::vector<const CLI::Option*> passedOn;
 };
 
-// Makes a flag with a value, such as "--bones=1", wrong usage.
+// Makes CLI11 refuse a flag that is given a value, such as "--bones=1".
 void DisallowFlagValues(CLI::App& command) {
     for (CLI::Option* option : command.get_options())
         if (option->get_expected_max() == 0) option->disable_flag_override();
@@ -75,7 +77,7 @@ void DescribeCommand(CLI::App& command, Words& words) {
     command.add_option("--plugin", words.command.plugin);
 }
 
-// Throws where an output of --fix would overwrite another output or an input.
+// Throws UsageError if an output of --fix would overwrite another output or an input.
 void RequireSeparateOutputs(const CheckRequest& request) {
     std::set<std::string> names;
     for (const std::string& file : request.files) {
@@ -117,8 +119,9 @@ CheckRequest BuildCheckRequest(const CheckRequest& request) {
     return request;
 }
 
-// Returns the options that the user gave as words, each once. The order is that of their
-// description, so that it does not depend on the order in which the user gave them.
+// Returns those of the options that the user gave, as words of a command line. Each option occurs
+// once, with the value that was given last. The words are in the order of `options`, so they do not
+// depend on the order in which the user gave the options.
 std::vector<std::string> AsGiven(const std::vector<const CLI::Option*>& options) {
     std::vector<std::string> words;
     for (const CLI::Option* option : options) {
@@ -146,10 +149,12 @@ dataset::Request BuildConvertRequest(Words& words) {
     if (!request.skeleton.empty() &&
         pairing::KindOf(request.skeleton) != pairing::CaptureKind::Skeleton)
         throw UsageError(fmt::format("--asf {}: not an .asf file", request.skeleton));
-    // The values are checked here, so that a mistake is reported once and not by every import.
+    // The values are parsed here only to check them. A mistake is then reported once and not by
+    // every import.
     ImportWords& import = words.convertImport;
     ParseImportOptions(import, true);
-    // Without --fps, a bare --resample uses the rate of the preset, which only Acclaim files have.
+    // If --fps is missing and --resample has no number, the preset gives the rate. Presets are for
+    // Acclaim files only, so --resample is then passed on only to imports of such files.
     if (!import.fps && import.resample == kRateOfFps) {
         std::erase(words.passedOn, import.resampleOption);
         import.acclaimOptions.push_back(import.resampleOption);
@@ -173,8 +178,8 @@ dataset::Request BuildConvertRequest(Words& words) {
     return request;
 }
 
-// Throws where an argument that the callback reads as a pointer to a text is a number other than
-// zero, which would be an invalid pointer.
+// The callback reads some arguments as pointers to texts. Throws UsageError if such an argument is
+// a number other than zero or the boolean true, which would be an invalid pointer.
 void RequireTexts(const CommandRequest& request) {
     const take::FormatInfo* command = take::FindCommand(text::DecodeUtf8(request.name));
     if (!command) return;
@@ -199,8 +204,8 @@ CommandRequest BuildCommandRequest(Words& words) {
     return words.command;
 }
 
-// CLI11 would read the word after --resample as its value, even a file name. Where that word is not
-// a number, this adds the value kRateOfFps.
+// CLI11 would read the word after --resample as its value, even if that word is a file name. If the
+// word is not a number, this function gives --resample the value kRateOfFps.
 std::vector<std::string> WithResampleRates(std::span<const char* const> arguments) {
     std::vector<std::string> words;
     for (std::size_t index = 0; index < arguments.size(); ++index) {
@@ -217,9 +222,9 @@ std::vector<std::string> WithResampleRates(std::span<const char* const> argument
     return words;
 }
 
-// Returns the arguments in reverse order, which CLI11 expects. CLI11 would split a word such as
-// "[a,b]", which may be a folder's name, where a command takes several values; "./" before it
-// prevents that.
+// Returns the arguments in reverse order, as CLI11 expects them. For a command that takes several
+// values, CLI11 would split a word such as "[a,b]", which may be the name of a folder. The function
+// puts "./" before such a word to prevent that.
 std::vector<std::string> ReversedForParser(std::span<const char* const> arguments) {
     std::vector<std::string> words = WithResampleRates(arguments);
     const bool isImport = words.front() == "import";

@@ -1,4 +1,4 @@
-// The requests that a command line is parsed into.
+// Parses a command line into a request.
 #pragma once
 
 #include <cstdint>
@@ -18,24 +18,24 @@
 
 namespace cli {
 
-// The command line is wrong; the message says why.
+// Thrown if the command line is wrong; the message says why.
 class UsageError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// The plug-in cannot be loaded; the message says which files were tried.
+// Thrown if the plug-in cannot be loaded; the message says why.
 class PluginError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// Whether the plug-in gets a progress bar. Auto: where stderr is a terminal.
+// Whether the plug-in gets a progress bar. Auto: only if stderr is a terminal.
 enum class Progress : std::uint8_t { Auto, On, Off };
 
 struct OutputRequest {
     std::string path;
-    const exporters::Format* format = nullptr;  // the one that the path's extension names
+    const exporters::Format* format = nullptr;  // the format of the path's extension; never null
 };
 
 struct ImportRequest {
@@ -47,9 +47,9 @@ struct ImportRequest {
     bool tree = false;         // print the scene's objects
     bool quiet = false;        // print only errors and warnings
     bool timing = false;       // print how long the import and each output took
-    bool report = false;       // for convert: print an ImportReport as one line
+    bool report = false;       // print the ImportReport that "zkhost convert" reads
     Progress progress = Progress::Auto;
-    std::string plugin;  // its path; empty: the one installed with zkhost
+    std::string plugin;  // the path of the plug-in; empty: take::LoadPlugin looks for it
 };
 
 // One argument for the plug-in's callback. Only the member that `kind` names is used.
@@ -65,12 +65,12 @@ struct RawArgument {
 struct CommandRequest {
     std::string name;
     std::vector<RawArgument> arguments;
-    std::string jsonFile;  // where the JSON record is written; empty: nowhere
+    std::string jsonFile;  // the path to write the JSON record to; empty: none is written
     Progress progress = Progress::Auto;
-    std::string plugin;  // as in ImportRequest
+    std::string plugin;  // the path of the plug-in; empty: take::LoadPlugin looks for it
 };
 
-// The text to print for --help or --version; nothing else is done.
+// The request of --help or --version: to print this text and do nothing else.
 struct Answer {
     std::string text;
 };
@@ -86,7 +86,8 @@ Request ParseArguments(std::span<const char* const> arguments);
 // Parses "str:TEXT", "bool:true", "word:0x10" or "real:1.5". Throws UsageError.
 RawArgument ParseRawArgument(std::string_view text);
 
-// Parses a decimal number, "inf" or "nan"; nothing where the text is not one number as a whole.
+// Parses a decimal number, "inf" or "nan". Returns nullopt if the text is, or contains, anything
+// else.
 std::optional<double> ParseNumber(std::string_view text);
 
 }  // namespace cli

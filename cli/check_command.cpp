@@ -32,7 +32,8 @@ std::string Counted(std::size_t count, std::string_view what) {
     return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
-// "27 joints, 7 end sites, 69 channels, 257 frames, 60 frames per second, 4.283 seconds"
+// Returns a text such as
+// "27 joints, 7 end sites, 69 channels, 257 frames, 60 frames per second, 4.283 seconds".
 std::string CountsText(const survey::Facts& facts, pairing::CaptureKind kind) {
     std::string text;
     const auto add = [&](const std::string& part) { text += (text.empty() ? "" : ", ") + part; };
@@ -47,7 +48,8 @@ std::string CountsText(const survey::Facts& facts, pairing::CaptureKind kind) {
     return text;
 }
 
-// "height 171.3 (likely centimetres), y up, rotations ZXY"
+// Returns a text such as "height 171.3 (likely centimetres), y up, rotations ZXY". It is empty if
+// nothing of this is known.
 std::string ShapeText(const survey::Facts& facts) {
     std::string text;
     const auto add = [&](const std::string& part) { text += (text.empty() ? "" : ", ") + part; };
@@ -117,8 +119,8 @@ void PrintForPeople(const CheckedFile& file) {
     if (!shape.empty()) ToStdout()(fmt::format("  {}\n", shape));
 }
 
-// Writes the mended text, or a copy of the file where nothing was mended. A file with an error is
-// not written.
+// Writes the mended text of the file. If nothing was mended, writes a copy of the file. If the file
+// has an error, writes nothing.
 void WriteFixed(const CheckRequest& request, const CheckedFile& file) {
     if (file.survey.Has(survey::Severity::Error)) return;
     const std::string name(text::NamePart(file.path));
@@ -127,6 +129,7 @@ void WriteFixed(const CheckRequest& request, const CheckedFile& file) {
     out.Commit();
 }
 
+// Writes the files that --fix asks for. Returns the exit status.
 int Fix(const CheckRequest& request) {
     int status = dataset::kImported;
     std::error_code error;

@@ -4,8 +4,8 @@
 
 namespace cli {
 
-// Surveys the files and prints their findings and what they contain; with --fix writes their mended
-// texts. Returns the exit status.
+// Surveys the files and prints their findings and what they contain. With --fix, also writes their
+// mended texts. Returns the exit status.
 int RunCheck(const CheckRequest& request);
 
 }  // namespace cli

@@ -22,8 +22,8 @@ survey::Options OptionsOf(const CheckRequest& request, survey::Purpose purpose) 
 
 using pairing::CaptureKind;
 
-// ParseArguments has checked that each path is that of a capture file, so the default is never
-// used.
+// ParseArguments has checked that each path has the extension of a capture file, so the value of
+// value_or is never used.
 CaptureKind KindOf(const std::string& path) {
     return pairing::KindOf(path).value_or(CaptureKind::Biovision);
 }
@@ -38,8 +38,8 @@ class Group {
         checked_.push_back(std::move(checked));
     }
 
-    // Returns the files one after another, in the order they were added. The first call surveys
-    // all.
+    // Each call returns the next file, in the order in which the files were added. The first call
+    // surveys all of them.
     const CheckedFile& Next(const survey::Options& options) {
         if (next_ == 0) Survey(options);
         return checked_[next_++];
@@ -91,13 +91,13 @@ class Group {
         }
     }
 
-    std::deque<files::MappedFile> files_;  // one element for each of `checked_`
+    std::deque<files::MappedFile> files_;  // the contents of the files in `checked_`, in its order
     std::vector<CheckedFile> checked_;
-    std::size_t next_ = 0;
+    std::size_t next_ = 0;  // the index in `checked_` of the file that Next returns next
 };
 
-// Returns the group of each file. An .amc belongs to the last .asf before it, even if other files
-// are named between them.
+// Returns one element for each file: the group that the file belongs to. An .amc belongs to the
+// group of the last .asf before it on the command line, even if there are other files between them.
 std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& files) {
     std::vector<std::shared_ptr<Group>> groups;
     std::shared_ptr<Group> skeleton;
@@ -117,7 +117,7 @@ std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& fil
 void CheckFiles(const CheckRequest& request, survey::Purpose purpose,
                 const std::function<void(const CheckedFile&)>& each) {
     const survey::Options options = OptionsOf(request, purpose);
-    // `held` keeps the group during the call; after its last file, the group frees its memory.
+    // Moving the pointer into `held` frees a group as soon as `each` has seen its last file.
     for (std::shared_ptr<Group>& group : GroupsOf(request.files)) {
         const std::shared_ptr<Group> held = std::move(group);
         each(held->Next(options));

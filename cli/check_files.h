@@ -1,5 +1,6 @@
-// Surveys the files of a command line: each .bvh alone, each .asf together with the .amc files that
-// are named after it.
+// Surveys the files of a command line. A .bvh is surveyed alone. An .asf is surveyed together with
+// the .amc files that follow it on the command line, up to the next .asf. An .amc without an
+// .asf before it is surveyed alone.
 #pragma once
 
 #include <functional>
@@ -16,11 +17,11 @@ struct CheckedFile {
     std::string path;
     pairing::CaptureKind kind = pairing::CaptureKind::Biovision;
     survey::FileSurvey survey;
-    std::string_view text;  // the file's bytes; empty where it could not be read
+    std::string_view text;  // the file's bytes; empty if the file could not be read
 };
 
-// Calls `each` with every file, in the order in which the files were named. The argument is valid
-// only during that call.
+// Surveys the files and calls `each` for every file, in the order of the command line. The
+// CheckedFile is valid only during that call.
 void CheckFiles(const CheckRequest& request, survey::Purpose purpose,
                 const std::function<void(const CheckedFile&)>& each);
 

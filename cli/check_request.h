@@ -7,14 +7,15 @@
 namespace cli {
 
 struct CheckRequest {
-    std::vector<std::string> files;  // as the user named them
-    std::string encoding;            // of names that are not valid UTF-8; empty: Windows-1252
-    bool json = false;
+    std::vector<std::string> files;  // the paths of the files, as the user wrote them
+    // The encoding of names that are not valid UTF-8, by its name in iconv. Empty: Windows-1252.
+    std::string encoding;
+    bool json = false;    // print JSON objects instead of lines for people
     bool strict = false;  // a warning gives exit status 1, as an error does
     bool fix = false;     // write the mended files
-    // Where --fix writes to. Exactly one of the two is not empty.
-    std::string output;  // the path of the only file
-    std::string outDir;  // the folder of all files
+    // If `fix` is true, exactly one of the two is not empty; otherwise both are empty.
+    std::string output;  // the path to write the mended file to, if there is only one file
+    std::string outDir;  // the folder to write all mended files to
 };
 
 }  // namespace cli

@@ -8,6 +8,7 @@ namespace {
 
 constexpr wchar_t kEllipsis = L'\x2026';
 
+// Returns the width in columns. A control character, for which wcwidth returns -1, counts as 1.
 int WidthOf(wchar_t character) {
     const int width = wcwidth(character);
     return width < 0 ? 1 : width;
@@ -24,7 +25,8 @@ int DisplayWidth(std::wstring_view text) {
 
 std::wstring Elide(std::wstring_view text, int columns) {
     int width = 0;
-    std::size_t fitting = 0;  // how many characters leave a free column for the ellipsis
+    // How many characters fit if one column is kept for the ellipsis.
+    std::size_t fitting = 0;
     for (std::size_t index = 0; index < text.size(); ++index) {
         width += WidthOf(text[index]);
         if (width < columns) fitting = index + 1;

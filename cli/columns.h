@@ -1,4 +1,5 @@
-// The width of text on a terminal, in columns. It depends on the current character locale.
+// Measures and shortens text by its width on a terminal, in columns. The width of a character
+// depends on the current character locale.
 #pragma once
 
 #include <string>
@@ -9,8 +10,8 @@ namespace cli {
 // Returns how many columns the text takes; an East Asian character takes two.
 int DisplayWidth(std::wstring_view text);
 
-// Returns the text, shortened at its end to at most `columns` columns. A shortened text ends in an
-// ellipsis. `columns` is at least 1.
+// Returns the text if it is at most `columns` wide. Otherwise cuts its end off and returns the rest
+// with an ellipsis, at most `columns` wide. `columns` must be at least 1.
 std::wstring Elide(std::wstring_view text, int columns);
 
 }  // namespace cli

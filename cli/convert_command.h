@@ -6,8 +6,8 @@
 
 namespace cli {
 
-// Converts a data set or, with --plan, prints the command lines that would. `program` is the name
-// that they begin with. Returns the exit status. Throws UsageError, and PluginError where the
+// Converts a data set. With --plan, only prints the command lines of the imports; they begin with
+// the program's name `program`. Returns the exit status. Throws UsageError, and PluginError if the
 // plug-in cannot be loaded.
 int RunConvert(const dataset::Request& request, const std::string& program);
 

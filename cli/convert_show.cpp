@@ -14,14 +14,14 @@
 namespace cli {
 namespace {
 
-// The bar changes once per import, which is rare enough to redraw it every time.
+// The bar is redrawn after every import, because imports do not end often enough to slow it down.
 constexpr std::chrono::milliseconds kInterval{0};
 
 std::string Readable(const std::string& text) {
     return text::EscapeControls(text);
 }
 
-// Keeps line feeds.
+// Escapes control characters other than line feeds.
 std::string ReadableLines(const std::string& text) {
     return text::EscapeControls(text, true);
 }

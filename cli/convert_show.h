@@ -1,4 +1,4 @@
-// What "zkhost convert" shows to the user while it runs, and its summary.
+// Prints what "zkhost convert" tells the user while it runs, and counts jobs for its summary.
 #pragma once
 
 #include <cstddef>
@@ -12,30 +12,33 @@
 
 namespace cli {
 
-// Prints each failure to stderr as it happens. On a terminal, a progress line follows below.
+// Prints findings and failures to stderr as soon as they are known. If stderr is a terminal, the
+// line below them shows the progress.
 class ConvertShow {
   public:
-    // `total` is the number of all jobs; 0: nothing is run, and there is no progress line.
+    // `total` is the number of all jobs. It is 0 for --plan, which needs no progress line.
     explicit ConvertShow(std::size_t total);
 
-    // Counts a job, and prints its warnings and errors.
+    // Counts a job that was run, and prints its warnings and errors. Ignores a cancelled job.
     void RecordConverted(const dataset::IndexRow& row,
                          const dataset::ReportedFindings& findings = {});
-    // The same for a job that was not converted because it is up to date or was refused.
+    // Does the same for a job that was not converted, because its output is up to date or because
+    // it was refused.
     void RecordNotConverted(const dataset::IndexRow& row,
                             const dataset::ReportedFindings& findings = {});
 
-    // Prints a line about the run as a whole.
+    // Prints a message about the whole run.
     void PrintMessage(std::string_view message);
 
     // How many jobs failed or were imported only in part.
     std::size_t Failures() const { return failed_ + partial_; }
-    // Removes the progress line. Returns "12 converted, 3 up to date, 1 failed", a line for each
-    // code with the number of files that have such a finding, and the path of the index.
+    // Removes the progress line. Returns the summary: a line such as "12 converted, 3 up to date,
+    // 1 failed", a line for each finding code with the number of jobs that have it, and a line with
+    // the path of the index.
     std::string Summary(const std::string& index);
 
   private:
-    // `okCount` is the counter to increase where the row's status is Ok.
+    // `okCount` is the counter that is increased if the row's status is Ok.
     void Record(const dataset::IndexRow& row, const dataset::ReportedFindings& findings,
                 std::size_t& okCount);
     void Draw();
@@ -45,8 +48,8 @@ class ConvertShow {
     std::size_t upToDate_ = 0;
     std::size_t partial_ = 0;
     std::size_t failed_ = 0;
-    std::map<std::string, std::size_t> filesByCode_;
-    std::optional<ProgressLine> bar_;
+    std::map<std::string, std::size_t> filesByCode_;  // the number of jobs with each finding code
+    std::optional<ProgressLine> bar_;                 // nullopt if there is no progress line
 };
 
 }  // namespace cli

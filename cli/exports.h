@@ -1,4 +1,4 @@
-// The options and the record that the exporters need from an import.
+// Builds the options and the run record that the exporters need.
 #pragma once
 
 #include "cli/arguments.h"
@@ -8,11 +8,11 @@
 
 namespace cli {
 
-// Returns the user's options, completed with the results of the import: rate, scale, models,
-// source.
+// Returns the user's options with what the import adds to them: the rate, the number of models, the
+// source, and a scale that undoes Result::multiplied.
 exporters::Options ExportOptionsOf(const ImportRequest& request, const take::Result& result);
 
-// Returns the record of the run. It points into `result`.
+// Returns the record of the run. It refers to `result`, which must outlive it.
 exporters::RunRecord RecordOf(const ImportRequest& request, const take::Result& result);
 
 }  // namespace cli

@@ -9,8 +9,8 @@
 namespace cli {
 namespace {
 
-// Lists the extensions of the outputs, with `separator` between them and `last` before the last
-// one.
+// Returns a list of the output formats' extensions. `separator` is put between two extensions, but
+// `last` between the last two.
 std::string Outputs(std::string_view separator, std::string_view last, bool withDot) {
     const std::span<const exporters::Format> formats = exporters::Formats();
     std::string list;
@@ -63,14 +63,14 @@ Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
   --[no-]group, --clip      put moving objects in a group (on); add a clip (off)
   --limits                  Acclaim: clamp values to the limits of the skeleton
   --length X                Acclaim: multiply lengths by X, not the file's own
-  --preset auto|cmu|none    Acclaim: metres, 120 fps (auto: if length is 0.45)
+  --preset auto|cmu|none    Acclaim: cmu: metres, 120 fps (auto: if length 0.45)
   --as-is, --strict         skip the survey; refuse files that have warnings
-  --encoding NAME           of names that are not UTF-8 (default: Windows-1252)
+  --encoding NAME           encoding of names that are not UTF-8 (Windows-1252)
   -o, --output FILE         @outputs@; may repeat
   --make-folders            create the folders of the outputs
   --scale X, --up y|z       outputs: factor on lengths; the take's up axis (y)
   --fps N, --resample [N]   the take's rate; outputs: sample at N, or at --fps
-  --[no-]mesh, --digits N   glTF: a body of bones (on); BVH: decimal places
+  --[no-]mesh, --digits N   glTF: a mesh of the bones (on); BVH: decimal places
   --tree                    print the scene: names, types, positions at rest
   --quiet                   print no summary, only errors and warnings
   --timing                  print load_ms=..., and write_ms=... for each output
@@ -89,7 +89,7 @@ they contain: joints, frames, rate, height, likely unit and up axis. An .asf is
 checked together with the .amc files after it. Each finding is one line:
   FILE:LINE:COLUMN: SEVERITY: MESSAGE [CODE]
   error    'zkhost import' refuses the file
-  warning  mended or kept, but something was lost or is likely not meant
+  warning  something was lost or guessed, or is probably a mistake
   note     worth knowing; nothing is lost
   --json             print a JSON object for each file, on one line
   --fix              write each file in a form that every reader accepts;
@@ -97,7 +97,7 @@ checked together with the .amc files after it. Each finding is one line:
     -o, --output OUT    the path to write to, for one file
     --out-dir DIR       the folder to write to; the files keep their names
   --strict           exit status 1 for a warning too
-  --encoding NAME    of names that are not UTF-8 (default: Windows-1252)
+  --encoding NAME    encoding of names that are not UTF-8 (Windows-1252)
   -h, --help         print this text
 Exit status: 0 no errors, 1 a file has an error, 2 wrong usage,
   3 a fixed file could not be written
@@ -108,7 +108,7 @@ const std::string kConvertHelp = WithOutputs(
 Example: zkhost convert takes/ --to glb --out-dir out
 
 Imports each .bvh, .asf and .amc file in its own process; writes DIR/index.csv.
-Folders are searched, and the outputs keep their tree. An .amc is imported with
+Folders are searched; outputs get the same subfolders. An .amc is imported with
 the .asf file in its folder whose name begins the motion's name (07.asf and
 07_01.amc), or with the only .asf file there.
   --to FORMAT        @outputs@

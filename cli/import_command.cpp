@@ -41,7 +41,7 @@ SummaryRequest SummaryOf(const take::Request& request, const take::Result& resul
     if (request.motion) {
         const std::string& path = request.motion->path;
         summary.files.push_back(path);
-        // Without --as-is, the survey has reported a missing rate already.
+        // Without --as-is, the survey has already reported that the rate is missing.
         std::ifstream motion(path, std::ios::binary);
         if (request.asIs && !StatesRate(motion)) summary.fileWithoutRate = path;
     }
@@ -65,10 +65,11 @@ ExitStatus StatusOf(take::Status status) {
     return dataset::kImportFailed;
 }
 
-// One import, from loading the plug-in to the last output.
+// One run of "zkhost import".
 class ImportRun {
   public:
-    // Runs the import. Throws PluginError.
+    // Loads the plug-in and runs the import. Throws PluginError. `request` must outlive this
+    // object.
     explicit ImportRun(const ImportRequest& request) : request_(request) {
         const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
         if (!loaded.plugin) throw PluginError(loaded.problem);
@@ -92,8 +93,9 @@ class ImportRun {
         const ExitStatus status = StatusOf(result_.outcome.status);
         OutputsResult written;
         if (status != dataset::kCancelled) written = WriteOutputs(request_, result_);
-        // From here on, a signal may end the process. A child of convert is the exception: it must
-        // first report that an output was written, and convert sends it only one SIGINT.
+        // From here on, a signal may end the process. With --report it must not: "zkhost convert",
+        // which started this process, still has to read that an output was written. It sends only
+        // one SIGINT, which does not end the process.
         if (!request_.report) RestoreInterrupts();
         if (status == dataset::kCancelled || written.interrupted) return dataset::kCancelled;
         if (request_.report) PrintReport(!written.milliseconds.empty());

@@ -5,7 +5,7 @@
 namespace cli {
 
 // Imports the files, writes the outputs and prints the summary. Returns the exit status. Throws
-// PluginError where the plug-in cannot be loaded.
+// PluginError if the plug-in cannot be loaded.
 int RunImport(const ImportRequest& request);
 
 }  // namespace cli

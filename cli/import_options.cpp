@@ -22,7 +22,8 @@ namespace {
 constexpr double kCmuFramesPerSecond = 120.0;
 constexpr int kMostDigits = 15;
 
-// Sets the format and the motion by the extensions of the files.
+// Decides the format from the extensions of the files, and sets the request's motion. Throws
+// UsageError if a file has the wrong extension.
 void SetFiles(const std::string& motionFile, take::Request& request) {
     using pairing::CaptureKind;
     const std::string& file = request.file.path;
@@ -40,8 +41,8 @@ void SetFiles(const std::string& motionFile, take::Request& request) {
     request.motion = {motionFile};
 }
 
-// --fps is the take's rate. With a --resample that has no number, it is the rate of the samples
-// instead, and the take keeps its own rate.
+// --fps is the take's rate. But if --resample has no number, --fps is the rate of the samples, and
+// the take keeps its own rate.
 void SetRates(const ImportWords& words, ImportRequest& request) {
     std::optional<double> rate;
     if (words.fps) rate = PositiveNumber("--fps", *words.fps);
@@ -63,8 +64,8 @@ int Digits(const std::string& text) {
     return static_cast<int>(number);
 }
 
-// Returns the absolute path with symbolic links resolved, so that two names of one file compare
-// equal.
+// Returns the absolute path with all symbolic links resolved, so that two paths of the same file
+// give the same text.
 std::string Resolved(const std::string& path) {
     std::error_code error;
     const auto absolute = std::filesystem::absolute(files::FollowLinks(path), error);
@@ -164,7 +165,8 @@ ImportRequest BuildImportRequest(ImportWords& words) {
     if (request.report) request.quiet = true;
     SetFiles(words.motionFile, request.take);
     ParseImportOptions(words, pairing::IsAcclaim(request.take.file.path));
-    // Files that are not mended are decoded by the user's locale, as other programs of the user do.
+    // Files that are not mended are decoded with the user's character locale, as by the user's
+    // other programs.
     request.take.readsInLocale = true;
     ReadOutputs(words, request);
     return request;

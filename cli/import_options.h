@@ -1,5 +1,5 @@
-// The options of "zkhost import". "zkhost convert" has most of them too and passes them on to each
-// of its imports.
+// The options of "zkhost import". Most of them are options of "zkhost convert" too, which passes
+// them on to each of its imports.
 #pragma once
 
 #include <optional>
@@ -15,11 +15,12 @@ class Option;
 
 namespace cli {
 
-// The options as the user wrote them. CLI11 sets the flags in `request` directly; values are texts
-// here until BuildImportRequest parses them.
+// The options as the user wrote them. CLI11 stores flags, and texts that need no parsing, directly
+// in `request`. The other values are kept here as texts until ParseImportOptions and
+// BuildImportRequest parse them into `request`. nullopt: the user did not give the option.
 struct ImportWords {
     ImportRequest request;
-    std::string motionFile;  // empty: none
+    std::string motionFile;  // empty if the user gave none
     std::optional<std::string> length;
     std::optional<std::string> preset;
     std::optional<std::string> scale;
@@ -31,11 +32,12 @@ struct ImportWords {
     std::vector<std::string> outputs;
     bool nulls = false;
     bool bones = false;
+    // CLI11's records of some options. They belong to the CLI::App.
     std::vector<const CLI::Option*> acclaimOptions;  // the options for Acclaim files only
     const CLI::Option* resampleOption = nullptr;
 };
 
-// The value of a --resample without a number. It means the rate of --fps.
+// The value of `resample` if --resample has no number. It stands for the rate of --fps.
 inline constexpr char kRateOfFps[] = "fps";
 
 // Declares the options that import and convert have in common.
@@ -43,10 +45,10 @@ void DescribeImportOptions(CLI::App& command, ImportWords& words);
 // Declares all options and arguments of "zkhost import".
 void DescribeImport(CLI::App& import, ImportWords& words);
 
-// Parses the values of the common options into words.request. `isAcclaim` allows the options that
-// are for Acclaim files only. Throws UsageError.
+// Parses the values of the common options into words.request. Throws UsageError for a wrong value.
+// If `isAcclaim` is false, also throws UsageError for an option that is for Acclaim files only.
 void ParseImportOptions(ImportWords& words, bool isAcclaim);
-// Parses all values of "zkhost import". Throws UsageError.
+// Parses all values of "zkhost import" and returns the request. Throws UsageError.
 ImportRequest BuildImportRequest(ImportWords& words);
 
 }  // namespace cli

@@ -27,7 +27,7 @@ ImportShow::ImportShow(const ShowOptions& options)
                       (options.progress == Progress::Auto && isTerminal_)),
       log_(options.file, options.motionFile, {isTerminal_, options.errorsOnly}, ToStderr()) {
     CatchInterrupts();
-    // The survey cannot be cancelled, so a signal ends the process until it is done.
+    // The survey cannot be cancelled. So until it has ended, a signal ends the process.
     exitOnInterrupt_.emplace();
 }
 

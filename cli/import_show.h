@@ -1,5 +1,5 @@
-// What the user sees of an import, or of another call of the plug-in, while it runs: the log on
-// stderr and, where stderr is a terminal, the progress bar. Also decides what Ctrl-C does.
+// Shows the user an import, or another call of the plug-in, while it runs. Prints the log to stderr
+// and, if stderr is a terminal, draws the progress bar there. Also decides what Ctrl-C does.
 #pragma once
 
 #include <optional>
@@ -15,26 +15,31 @@ namespace cli {
 
 struct ShowOptions {
     Progress progress = Progress::Auto;
-    bool drawBar = true;      // if there is a bar and stderr is a terminal
-    bool errorsOnly = false;  // print only errors and warnings
-    bool showFindings = true;
-    // The file that is printed before each log line; with both empty, no name is printed.
-    std::string file{};
-    std::string motionFile{};
+    bool drawBar = true;       // draw the bar, if there is one and stderr is a terminal
+    bool errorsOnly = false;   // print only errors and warnings
+    bool showFindings = true;  // print the findings of the survey
+    // The paths of the files. The path of the file that a log line is about is printed before that
+    // line; nothing is printed before it if the path is empty.
+    std::string file{};        // the .bvh or .asf
+    std::string motionFile{};  // the .amc; empty if there is none
 };
 
-// Has to exist from before the import begins until it ends.
+// Create it before the import begins, and destroy it after the import has ended. The constructor
+// calls CatchInterrupts, and the destructor removes the bar.
 class ImportShow {
   public:
     explicit ImportShow(const ShowOptions& options);
 
-    // Returns whether the plug-in gets a progress bar. Without one it cannot notice a cancellation.
+    // Returns whether the plug-in gets a progress bar. Without a bar, the plug-in cannot notice
+    // that the user cancels.
     bool HasProgressBar() const { return hasProgressBar_; }
-    // Returns a listener that refers to this object.
+    // Returns a listener for take::Import or take::Call. It refers to this object.
     take::Listener BuildListener();
-    // To be called before the plug-in runs. Shows the bar; without one, Ctrl-C ends the process.
+    // Prepares for a call of the plug-in: draws the bar if there is one; if there is none, Ctrl-C
+    // ends the process during the call. In an import, the listener calls it after the survey.
     void BeginCall();
-    // To be called after the plug-in has run. Removes the bar; Ctrl-C is a request to stop again.
+    // Call it after the plug-in has run, if the object lives on. Removes the bar. After it, Ctrl-C
+    // no longer ends the process but asks to stop.
     void EndCall();
 
   private:
@@ -42,10 +47,10 @@ class ImportShow {
 
     ShowOptions options_;
     bool isTerminal_;
-    bool hasProgressBar_;
+    bool hasProgressBar_;  // whether the plug-in gets a bar, even if the bar is not drawn
     LogPrinter log_;
-    std::optional<ProgressLine> bar_;
-    std::optional<ExitOnInterruptScope> exitOnInterrupt_;
+    std::optional<ProgressLine> bar_;                      // set while the bar is drawn
+    std::optional<ExitOnInterruptScope> exitOnInterrupt_;  // set while Ctrl-C ends the process
 };
 
 }  // namespace cli

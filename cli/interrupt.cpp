@@ -16,7 +16,8 @@ std::atomic<bool> interrupted = false;
 std::atomic<bool> exitOnInterrupt = false;
 static_assert(std::atomic<bool>::is_always_lock_free);
 
-// The first signal is recorded; a second one ends the process as the system does by default.
+// While an ExitOnInterruptScope exists, a signal ends the process with kCancelled. Otherwise the
+// first signal is only recorded, and a second one ends the process as it does by default.
 extern "C" void OnInterrupt(int signal) {
     if (exitOnInterrupt) {
         files::RemoveMendedFolder();
@@ -31,8 +32,8 @@ extern "C" void OnInterrupt(int signal) {
     interrupted = true;
 }
 
-// Returns whether the program was started so that it continues after its terminal is closed
-// (nohup).
+// Returns whether the signal is SIGHUP and the program was started with SIGHUP ignored, as by
+// nohup. The program must then continue when its terminal is closed.
 bool IgnoresHangup(int signal) {
     struct sigaction action {};
     return signal == SIGHUP && sigaction(signal, nullptr, &action) == 0 &&

@@ -23,7 +23,7 @@ void LogPrinter::Print(const headless::LogLine& line) {
         const std::string prefix = Prefix(isMotion);
         std::string text = prefix;
         if (style_.escapeControls) {
-            // A message may have several lines. Each one begins with the file's name.
+            // A message may have several lines. The prefix is put before each line.
             for (const char character :
                  text::EncodeUtf8(text::EscapeControls(headless::View(line.text), true))) {
                 text += character;
@@ -41,6 +41,7 @@ bool LogPrinter::IsShown(const headless::LogLine& line) const {
            line.severity == Zelk::zkWarningSeverity;
 }
 
+// Returns the file's path with a colon and a space, or an empty text if the path is empty.
 std::string LogPrinter::Prefix(bool isMotion) const {
     const std::string& file = isMotion && !motion_.empty() ? motion_ : skeleton_;
     if (file.empty()) return {};

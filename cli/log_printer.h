@@ -1,4 +1,4 @@
-// Prints the host's log to stderr.
+// Prints the host's log.
 #pragma once
 
 #include <functional>
@@ -11,16 +11,17 @@
 namespace cli {
 
 struct LogStyle {
-    bool escapeControls = false;  // replace control characters, which a terminal would obey
-    bool errorsOnly = false;      // print only errors and warnings
+    // Replace control characters by escapes, because a terminal would obey them.
+    bool escapeControls = false;
+    bool errorsOnly = false;  // print only errors and warnings
 };
 
-// Prints each line with the name of its file before it, as compilers do: "walk.bvh: message".
+// Prints each log line with the path of its file before it, as compilers do: "walk.bvh: message".
 class LogPrinter {
   public:
-    // `skeleton` and `motion` are the files as the user named them. Without a motion all lines are
-    // about the skeleton; with both empty, lines are printed without a name. `print` gets whole
-    // lines.
+    // `skeleton` is the path of the .bvh or .asf file, and `motion` that of the .amc file, as the
+    // user wrote them. If `motion` is empty, `skeleton` is printed before all lines. If both are
+    // empty, lines are printed without a path. `print` is called with whole messages.
     LogPrinter(std::string skeleton, std::string motion, LogStyle style,
                std::function<void(std::string_view)> print);
 

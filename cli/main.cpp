@@ -19,8 +19,9 @@
 
 namespace {
 
-// If a standard stream is closed, the next file that is opened gets its descriptor, and messages
-// would be written into that file. /dev/null takes the free descriptors instead.
+// If the program was started with a standard stream closed, the next file that it opens would get
+// that stream's descriptor, and messages would be written into the file. This function opens
+// /dev/null until the descriptors 0 to 2 are all in use.
 void OccupyStandardStreams() {
     while (true) {
         const int file = open("/dev/null", O_RDWR);
@@ -67,7 +68,8 @@ int RunArguments(const std::string& program, std::span<const char* const> argume
 
 int main(int argc, char** argv) {
     OccupyStandardStreams();
-    // A write beyond the file size limit then fails with an error and does not end the process.
+    // With SIGXFSZ ignored, a write beyond the file size limit fails with an error. Otherwise the
+    // signal would end the process.
     std::signal(SIGXFSZ, SIG_IGN);
     cli::SetCharacterLocale();
     const auto count = static_cast<std::size_t>(argc > 0 ? argc - 1 : 0);

@@ -14,7 +14,7 @@ namespace cli {
 double FiniteNumber(const char* option, const std::string& text);
 double PositiveNumber(const char* option, const std::string& text);
 
-// Returns the value of the choice that the text names.
+// Returns the value of the choice whose name is `text`.
 template <class Value>
 Value Choice(const char* option, const std::string& text,
              std::initializer_list<std::pair<std::string_view, Value>> choices) {
@@ -28,10 +28,10 @@ Value Choice(const char* option, const std::string& text,
 
 Progress ProgressChoice(const std::optional<std::string>& text);
 
-// Requires an encoding that iconv knows, or an empty text.
+// Requires that `encoding` is empty or the name of an encoding that iconv knows.
 void RequireKnownEncoding(const std::string& encoding);
 
-// Requires that `output` is not the same existing file as `input`, even under another name.
+// Requires that the two paths do not lead to the same existing file. `input` may be empty.
 void RequireNotOverwritten(const std::string& input, const std::string& output);
 
 }  // namespace cli

@@ -14,11 +14,11 @@ namespace cli {
 struct OutputsResult {
     bool failed = false;               // an output could not be written; stderr says which and why
     bool interrupted = false;          // the user asked to stop; the remaining outputs were skipped
-    std::vector<double> milliseconds;  // how long each written output took
+    std::vector<double> milliseconds;  // how long it took to write each output that was written
 };
 
-// Writes the outputs of the request. After a failed import only the JSON record is written. Prints
-// to stderr what an output could not contain.
+// Writes the outputs of the request. After a failed import, only JSON records are written. If a
+// format cannot contain a part of the scene, prints to stderr what was left out.
 OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result);
 
 // Calls `write`, which writes one output, and adds its outcome to `result`. Prints errors to

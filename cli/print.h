@@ -15,7 +15,8 @@ Print ToStderr();
 // Prints "zkhost: message" to stderr.
 void PrintError(std::string_view message);
 
-// Writes the buffered text of stdout. Returns false where any text could not be written.
+// Writes the buffered text of stdout. Returns false if this text, or any text that was printed to
+// stdout before, could not be written.
 bool FlushStdout();
 
 }  // namespace cli

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kBarColumns = 24;
 constexpr int kPercentColumns = 4;  // "100%"
-constexpr int kLeastCaption = 8;    // columns
+constexpr int kLeastCaption = 8;    // a caption gets at least this many columns, or none
 constexpr std::string_view kClearLine = "\r\x1b[K";
 
 int Percentage(std::int64_t minimum, std::int64_t maximum, std::int64_t value) {
@@ -77,12 +77,14 @@ void ProgressLine::Draw() {
     lastDrawn_ = now;
 }
 
-// Returns "Importing Motion...  [#########               ]  37%", or less for a narrow terminal.
+// Returns a text such as "Importing Motion...  [#########               ]  37%". On a narrow
+// terminal the bar, or the bar and the caption, are left out.
 std::string ProgressLine::Text() const {
     const int percentage = Percentage(minimum_, maximum_, value_);
-    // The last column stays free, because some terminals start a new line after writing it.
+    // The last column stays free, because some terminals start a new line after a character in it.
     const int room = columns_ - 1 - kPercentColumns;
-    const int barRoom = kBarColumns + 5;  // with two brackets, two spaces before and one after
+    // The bar with its two brackets, two spaces before it and one space after it.
+    const int barRoom = kBarColumns + 5;
     if (room < kLeastCaption) return fmt::format("{:3}%", percentage);
     if (room < kLeastCaption + barRoom)
         return fmt::format("{} {:3}%", text::EncodeUtf8(Elide(caption_, room - 1)), percentage);

@@ -11,12 +11,12 @@
 
 namespace cli {
 
-// Redraws its line when an event arrives, but not more often than once per `interval`. The
+// Redraws its line when an event arrives, unless it was drawn less than `interval` ago. The
 // destructor erases the line.
 class ProgressLine {
   public:
-    // `columns` is the terminal's width. `print` writes to the terminal, control sequences
-    // included.
+    // `columns` is the terminal's width. `print` writes to the terminal and must not change the
+    // control sequences in its argument.
     ProgressLine(int columns, std::chrono::milliseconds interval,
                  std::function<void(std::string_view)> print);
     ~ProgressLine();
@@ -24,7 +24,7 @@ class ProgressLine {
     ProgressLine& operator=(const ProgressLine&) = delete;
 
     void Receive(const headless::BarEvent& event);
-    // Erases the line, so that something else can be printed; the next event draws it again.
+    // Erases the line, so that something else can be printed. A later event draws the line again.
     void Erase();
 
   private:
@@ -35,7 +35,7 @@ class ProgressLine {
     std::chrono::milliseconds interval_;
     std::function<void(std::string_view)> print_;
     std::optional<std::chrono::steady_clock::time_point> lastDrawn_;
-    std::string drawn_;  // the text on the line; empty: the line is empty
+    std::string drawn_;  // the text that is on the line now
 
     std::int32_t minimum_ = 0;
     std::int32_t maximum_ = 100;
@@ -44,8 +44,8 @@ class ProgressLine {
     bool visible_ = false;
 };
 
-// Returns the width of the terminal that the file descriptor refers to, or 80 where that is
-// unknown.
+// Returns the width in columns of the terminal that the file descriptor `file` refers to. Returns
+// 80 if the width is not known.
 int TerminalColumns(int file);
 
 }  // namespace cli

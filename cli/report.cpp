@@ -27,8 +27,8 @@ void RecordMotion(const exporters::ModelFacts& facts, const take::Result& result
         report.seconds = (facts.lastFrame - facts.firstFrame + 1.0) / *report.framesPerSecond;
 }
 
-// Returns the file's name, to be put before a message about it. The name is left out where the job
-// is named after this file.
+// Returns the text to put before a message about the file: its path and a colon. Returns an empty
+// text if the file is the job's source, because the index names the source already.
 std::string FilePrefix(const std::string& file, bool isJobFile) {
     return isJobFile ? "" : text::ReplaceInvalidUtf8(file) + ": ";
 }
@@ -36,7 +36,7 @@ std::string FilePrefix(const std::string& file, bool isJobFile) {
 std::string FirstLoggedError(const take::Request& request, const take::Result& result) {
     take::LogSubject subject;
     for (const headless::LogLine& line : result.recording.log) {
-        // The job is named after the motion or, without one, after the only file.
+        // The job's source is the motion or, if there is none, the only file.
         const bool isJobFile = subject.IsMotion(line) || !request.motion;
         if (take::IsError(line))
             return FilePrefix(request.file.path, isJobFile) +

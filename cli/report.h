@@ -6,7 +6,8 @@
 
 namespace cli {
 
-// Returns the report for "zkhost convert", which started this process. The caller sets `written`.
+// Returns the report for "zkhost convert", which started this process. The caller has to set the
+// report's `written`.
 dataset::ImportReport ReportOf(const take::Request& request, const take::Result& result);
 
 }  // namespace cli

@@ -23,8 +23,8 @@ std::string Counted(std::size_t count, std::string_view what) {
     return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
-// Formats a number with at most three decimal places. A number below 1, or a very large one, gets
-// six significant digits.
+// Formats a number with at most three decimal places. A number that is below 1 or very large gets
+// at most six significant digits instead.
 std::string Short(double number) {
     if (std::abs(number) < 1.0 || std::abs(number) >= 1e9) return fmt::format("{:.6g}", number);
     std::string text = fmt::format("{:.3f}", number);
@@ -48,8 +48,7 @@ std::string MotionText(const exporters::ModelFacts& facts, const SummaryRequest&
     std::string counts = Counted(facts.curves, "curve") + ", " + Counted(facts.frames, "frame");
     if (facts.frames == 0) return counts;
     if (secondsPerFrame == 0.0) return counts + ", frame rate unknown";
-    // The last frame has a duration too, which adds one frame to the time between the first and
-    // last.
+    // The duration of the last frame is added to the time from the first frame to the last.
     const double seconds = (facts.lastFrame - facts.firstFrame + 1.0) * secondsPerFrame;
     return fmt::format("{}, {} seconds, {} frames per second", counts, Short(seconds),
                        Short(1.0 / secondsPerFrame));

@@ -1,4 +1,4 @@
-// The summary of an import, for stdout.
+// Prints the summary of an import.
 #pragma once
 
 #include <cstddef>
@@ -12,13 +12,14 @@
 namespace cli {
 
 struct SummaryRequest {
-    std::vector<std::string> files{};  // as the user named them
+    std::vector<std::string> files{};  // the paths of the files, as the user wrote them
     bool inPart = false;               // an error ended the import after some models
-    // How many models are complete; these are the first ones of the scene. None: all models.
+    // How many models are complete. They are the first models of the scene. nullopt: all models.
     std::optional<std::size_t> models{};
-    // The take's rate, where it differs from the one of the imported motion.
+    // The take's rate, if it may differ from the rate of the imported motion. nullopt: it is the
+    // rate of the imported motion.
     std::optional<double> framesPerSecond{};
-    // The motion file, where it does not state its rate; otherwise empty.
+    // The path of the motion file if it does not state its rate; otherwise empty.
     std::string fileWithoutRate{};
 };
 

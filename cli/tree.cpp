@@ -19,11 +19,12 @@ namespace {
 
 using headless::Object;
 
-// Widths in columns: name, type and three coordinates, with spaces between them, make 79.
+// The widths of the name, the type and a coordinate, in terminal columns. A line has a name, a type
+// and three coordinates, with a space between two of them, and is 79 columns wide.
 constexpr int kNameColumns = 35;
 constexpr int kTypeColumns = 13;
 constexpr int kNumberColumns = 9;
-// Deeper objects are not indented further; a number tells their depth.
+// An object that is deeper than this is not indented further. Its depth is printed as a number.
 constexpr std::size_t kDrawnDepth = 10;
 constexpr std::size_t kColumnsPerLevel = 2;
 
