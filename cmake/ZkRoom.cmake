@@ -39,8 +39,8 @@ endfunction()
 # zk_room(NAME HEADERS ... SOURCES ... [ALONE ...] LINKS ...): a room, which is a static library that links
 # only the rooms it may include. Each of its headers compiles alone: a header with a source is the first one
 # that its source includes, as scripts/architecture checks; the others are verified. A unity build compiles
-# the sources of a room together, except those that ALONE repeats: they have a local name that another
-# source has too.
+# the sources of a room together, except those that ALONE repeats: a local name of theirs is also in another
+# source, or a test looks for what the compiler calls by the name of the source.
 function(zk_room name)
   cmake_parse_arguments(ROOM "" "" "HEADERS;SOURCES;ALONE;LINKS" ${ARGN})
   if(ROOM_ALONE)
