@@ -9,16 +9,17 @@
 namespace survey {
 namespace {
 
-// A direction whose size differs from 1 by at most this is a unit vector.
+// A direction whose Euclidean length differs from 1 by at most this counts as a unit vector.
 constexpr double kUnitTolerance = 1e-9;
 
 bool HasTranslation(const AsfBone& bone) {
     return std::any_of(bone.dof.begin(), bone.dof.end(), IsTranslation);
 }
 
-// Whether the plug-in cannot read a skeleton with this bone's translations, which it ignores. It
-// expects no row for a bone without any other dof. And if the parent's length changes, it stores
-// positions in the bone's free channels, of which ignored dofs may leave too few.
+// Whether the plug-in fails if the skeleton lists this bone's translations. The plug-in ignores
+// their values, but it fails in two cases. First, if all written dofs of the bone are translations,
+// it expects no row for the bone. Second, if the parent's length changes, it needs free channels of
+// the bone to store positions. The ignored dofs occupy channels, so too few may be free.
 bool PlugInFailsOn(const AsfSkeleton& skeleton, const AsfBone& bone) {
     if (!HasTranslation(bone)) return false;
     if (std::all_of(bone.dof.begin(), bone.dof.end(),
@@ -29,7 +30,8 @@ bool PlugInFailsOn(const AsfSkeleton& skeleton, const AsfBone& bone) {
     return parent.Has(Dof::Length) && !parent.IsLeftOut(Dof::Length);
 }
 
-// The lengths that all motions have for the bone, in one record.
+// Combines the records that the motions have of the bone's length. The result has the first known
+// value, and `moves` is true if the values of the motions differ.
 AmcLength CombinedLength(std::uint32_t bone, std::span<AmcMotion* const> motions) {
     AmcLength all{bone, {}, false, false};
     for (const AmcMotion* motion : motions) {
@@ -57,8 +59,8 @@ void MoveSizeToLength(AsfBone& bone, double size) {
                 bone.limits[k] = {bone.limits[k].value * size, {}};
 }
 
-// Reports what happens to the bone's length. A dof that is written "l" has already been reported by
-// the reader; then only the message changes.
+// Reports what happens to the bone's length. If the dof is written "l", the reader has already
+// reported it. In that case the finding only gets a new message.
 void ReportLength(const AsfBone& bone, const std::string& what, FindingList& findings) {
     const std::string message = "the length of \"" + bone.name + "\" " + what;
     Finding* const known = findings.Find(codes::kDofLength);
@@ -77,18 +79,20 @@ void Refuse(const AsfBone& bone, const std::string& what, FindingList& findings)
                       "the length of \"" + bone.name + "\" moves, " + what, bone.name});
 }
 
-// A length of the motion as the mended text has it.
+// Converts a length in the motion's file to the length that the mended motion gets.
 AsfNumber InWrittenUnits(const AsfBone& bone, const AsfNumber& value) {
     return bone.lengthScale != 1.0 ? AsfNumber{value.value * bone.lengthScale, {}} : value;
 }
 
-// Whether a bone chain builds one bone for it, whose length can then change.
+// Whether a bone chain has exactly one bone for `bone`. Only then can its length change. `scale` is
+// the factor on lengths.
 bool BuildsOneBone(const AsfBone& bone, double scale) {
     return bone.length.value * scale >= kShortestBone && bone.children.size() <= 1;
 }
 
-// Handles a changing length of a bone that a bone chain cannot build, because it has no length at
-// rest: leaves the length out, takes that of the first frame, or reports an error.
+// Handles a bone whose length changes, but whose length at rest is too short for a bone chain. If
+// the bone has no children, its length dof is left out. Otherwise `first`, the length in the first
+// frame, becomes the length at rest. If `first` is too short as well, reports an error.
 void SetRestLength(AsfBone& bone, const AsfNumber& first, double scale, FindingList& findings) {
     if (bone.children.empty()) {
         bone.LeaveOut(Dof::Length);

@@ -1,5 +1,5 @@
-// Handles degrees of freedom (dofs) that the format has but the plug-in cannot build: translations
-// of bones, and some changes of a bone's length.
+// Handles degrees of freedom (dofs) that an Acclaim file may have but that the plug-in cannot
+// build. These are translations of bones, and some changes of a bone's length.
 #pragma once
 
 #include <optional>
@@ -11,22 +11,25 @@
 
 namespace survey {
 
-// If the plug-in would fail on the translations of a bone, leaves those of all bones out of the
-// mended texts and returns true. To be called again after other dofs are left out.
+// Checks whether the plug-in would fail because a bone other than the root has translations. If so,
+// marks the translations of all these bones as left out of the mended texts, and returns true. Must
+// be called again whenever other dofs have been left out.
 bool PlanTranslations(AsfSkeleton& skeleton);
 
-// For bone chains, which ignore the size of a bone's direction: where a bone has a length dof, the
-// direction becomes a unit vector and its size a factor of the length. If the direction is 0, the
-// length dof is left out, which is reported.
+// To be called if the skeleton is built as bone chains, which ignore how long the vector of a
+// bone's direction is. If a bone has a length dof, its direction becomes a unit vector, and its
+// length is multiplied by the vector's old length. If the direction is 0, the length dof is left
+// out and that is reported.
 void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings);
 
-// Undoes PlanTranslations.
+// Undoes PlanTranslations: no translation is left out any more.
 void RestoreTranslations(AsfSkeleton& skeleton);
 
-// Handles length dofs that are written "l", or that the plug-in cannot build. A length that keeps
-// one value in all motions becomes the bone's own, and the dof is left out. Reports an error if a
-// changing length would move several children. `chainScale` is given for bone chains and is the
-// factor on lengths: there a bone needs a length at rest if its length changes.
+// Handles length dofs that are written "l", or that the plug-in cannot build. If such a length
+// keeps one value in all motions, the value becomes the bone's length and the dof is left out.
+// Reports an error if a changing length would move several children. `chainScale` is nullopt unless
+// the skeleton is built as bone chains; then it is the factor on lengths. In a bone chain, a bone
+// whose length changes needs a length at rest.
 void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,
                  std::optional<double> chainScale, FindingList& findings);
 

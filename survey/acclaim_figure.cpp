@@ -12,9 +12,9 @@
 namespace survey {
 namespace {
 
-constexpr std::size_t kMostPoses = 500;
-constexpr std::size_t kBonesListed = 8;  // in a message
-// A value may exceed its limit by this much, in its own unit, because of rounding.
+constexpr std::size_t kMostPoses = 500;  // a sample with this many poses is thinned out
+constexpr std::size_t kBonesListed = 8;  // the most bones that a message names
+// A value may exceed its limit by this much because of rounding. It is in the unit of the limit.
 constexpr double kLimitTolerance = 1e-9;
 
 using Matrix = std::array<std::array<double, 4>, 4>;
@@ -82,7 +82,8 @@ Extent AcclaimFigure::FrameExtent(const AmcValues& values, bool degrees) {
     return Walk();
 }
 
-// Applies the bone's values to its state. The rotation that the dofs list first acts first.
+// Applies the bone's values in the frame to its state. The rotations act in the order in which the
+// bone lists its dofs.
 void AcclaimFigure::ApplyValues(std::uint32_t index, const AmcValues& values,
                                 double radiansPerUnit) {
     const AsfBone& bone = skeleton_.bones[index];

@@ -1,4 +1,4 @@
-// Poses an Acclaim skeleton to find its extent, and checks the motion against the bones' limits.
+// Poses an Acclaim skeleton to find its extent. Also checks the motion against the bones' limits.
 #pragma once
 
 #include <array>
@@ -15,11 +15,11 @@ namespace survey {
 // Forward kinematics of a skeleton, which must outlive this object. All axis orders must be XYZ.
 class AcclaimFigure {
   public:
-    // Lengths and the root's position are multiplied by `factor`.
+    // All lengths and the root's position are multiplied by `factor`.
     AcclaimFigure(const AsfSkeleton& skeleton, double factor);
 
     Extent RestExtent();
-    // The extent in the frame that `values` holds. `degrees` says whether its angles are in
+    // The extent in the frame whose values are `values`. `degrees` says whether their angles are in
     // degrees; otherwise they are in radians.
     Extent FrameExtent(const AmcValues& values, bool degrees);
 
@@ -37,20 +37,21 @@ class AcclaimFigure {
 
     const AsfSkeleton& skeleton_;
     double factor_;
-    // All by bone.
-    std::vector<Matrix> axes_;
-    std::vector<Matrix> inverses_;  // of `axes_`
+    // Each of these vectors has one item for each bone.
+    std::vector<Matrix> axes_;      // the rotations of the bones' axes
+    std::vector<Matrix> inverses_;  // the inverse of each matrix in `axes_`
     std::vector<State> states_;
-    std::vector<std::array<double, 3>> ends_;  // where the bones end
+    std::vector<std::array<double, 3>> ends_;  // global positions of the bones' ends
 };
 
-// Samples up to 500 poses that are spread over all frames.
+// Collects fewer than 500 poses that are spread evenly over all frames.
 class PoseSample {
   public:
-    // Whether the next frame's pose is to be added. To be called once for each frame.
+    // Must be called once for each frame. If it returns true, the pose of that frame is to be
+    // passed to Add.
     bool IncludesNext() { return next_++ % stride_ == 0; }
     void Add(const Extent& extent);
-    // Adds the poses to `shape` in the order of frames.
+    // Adds the collected poses to `shape` in the order of their frames.
     void AddTo(FigureShape& shape) const;
 
   private:
@@ -59,7 +60,7 @@ class PoseSample {
     std::vector<Extent> extents_;
 };
 
-// Counts values of a motion that exceed the limits of their bones.
+// Counts the frames in which values of a bone exceed the bone's limits.
 class LimitWatch {
   public:
     explicit LimitWatch(const AsfSkeleton& skeleton);
@@ -71,7 +72,7 @@ class LimitWatch {
   private:
     struct Excess {
         std::size_t frames = 0;
-        double worst = 0.0;  // the largest excess, in the skeleton's unit
+        double worst = 0.0;  // the largest excess, in the unit of the limit
     };
     const AsfSkeleton& skeleton_;
     std::vector<Excess> excesses_;  // by bone

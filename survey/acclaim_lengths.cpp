@@ -9,14 +9,16 @@
 namespace survey {
 namespace {
 
-// The length factor that the archive's files state, and the factor that makes its lengths metres.
+// The length in :units of all files of the archive that Preset::Cmu is for.
 constexpr double kArchiveLength = 0.45;
+// The factor that converts the lengths in these files to metres.
 constexpr double kArchiveMultiplier = 0.056444;
-// A bone counts as one without length if it is a smaller part of the longest bone.
+// A bone counts as having no length if it is at most this part of the longest bone's length.
 constexpr double kNoLength = 1e-9;
 // The largest exponent whose power of ten a double holds exactly.
 constexpr int kLargestPower = 22;
-constexpr double kDirectionTolerance = 0.02;  // of a direction's size, which should be 1
+// The Euclidean length of a direction should be 1 and may differ from 1 by this much.
+constexpr double kDirectionTolerance = 0.02;
 
 void ReportPreset(const AsfSkeleton& skeleton, const Options& options, FindingList& findings) {
     const std::string length =
@@ -30,7 +32,8 @@ void ReportPreset(const AsfSkeleton& skeleton, const Options& options, FindingLi
                       "the file as it is"});
 }
 
-// The factor on lengths. If it comes from the file, that is reported.
+// Returns the factor on lengths, and sets `settings.isArchive`. Reports if the file looks like one
+// of the archive's. Otherwise, reports a factor that is read from the file, unless it is 1.
 double DecideFactor(const AsfSkeleton& skeleton, const Options& options, LengthSettings& settings,
                     FindingList& findings) {
     const double stated = skeleton.length.value;
@@ -47,9 +50,9 @@ double DecideFactor(const AsfSkeleton& skeleton, const Options& options, LengthS
     return stated;
 }
 
-// The smallest power of ten that, as a further factor, makes no bone too short for the plug-in. It
-// is 1 if none is too short, or if no power is enough. `first` is set to the first bone that is too
-// short, if there is one.
+// Returns the smallest power of ten that makes all bones long enough for the plug-in if lengths are
+// multiplied by it and by `factor`. Returns 1 if no bone is too short, or if no power is enough. If
+// bones are too short, sets `first` to the first of them. Bones without a length are ignored.
 double PowerFor(const AsfSkeleton& skeleton, double factor, const AsfBone*& first) {
     double longest = 0.0;
     for (const AsfBone& bone : skeleton.bones)
@@ -75,8 +78,8 @@ bool HasPosition(const AsfSkeleton& skeleton) {
                        [](const AsfNumber& number) { return number.value != 0.0; });
 }
 
-// The plug-in multiplies bones and the root's motion, but not the root's position at rest. So that
-// is written multiplied.
+// The plug-in applies the multiplier to bones and to the root's motion, but not to the root's
+// position at rest. Therefore the mended text gets a position at rest that is already multiplied.
 void MultiplyPosition(AsfSkeleton& skeleton, const LengthSettings& settings,
                       FindingList& findings) {
     if (!settings.multiplier || *settings.multiplier == 1.0 || !HasPosition(skeleton)) return;

@@ -1,4 +1,5 @@
-// Lengths of Acclaim skeletons: their factor, bones that are too short, and directions.
+// Decides the factor on the lengths of an Acclaim skeleton. Handles bones that are too short, and
+// directions that are not unit vectors.
 #pragma once
 
 #include <optional>
@@ -11,22 +12,27 @@
 namespace survey {
 
 struct LengthSettings {
-    // The factor on bones and root translations: the user's, the archive's or that of :units.
+    // The factor on bones and root translations. It comes from the user, from the archive's preset,
+    // or from :units.
     double factor = 1.0;
-    // The multiplier that the plug-in gets; if nullopt, it uses the file's own.
+    // The multiplier that is passed to the plug-in. If it is nullopt, the plug-in uses the factor
+    // in the file.
     std::optional<double> multiplier;
-    double multiplied = 1.0;  // the part of `multiplier` that exports undo
-    bool isArchive = false;   // a motion that states no rate has kArchiveRate
+    // A power of ten that is part of `multiplier` but not of `factor`. Exports divide by it again.
+    double multiplied = 1.0;
+    bool isArchive = false;  // whether a motion that states no rate has kArchiveRate
 };
 
 constexpr double kArchiveRate = 120.0;  // frames per second
-// The plug-in builds shorter bones without a length.
+// The plug-in treats a bone as having no length if the length, after multiplication, is below this.
 constexpr double kShortestBone = 0.01;
 
-// Decides the factor, and reports preset, unit and bones that are too short.
+// Decides the length settings. Reports if the archive's preset or a unit of length is used, and if
+// a bone is too short.
 LengthSettings DecideLengths(AsfSkeleton& skeleton, const Options& options, FindingList& findings);
 
-// Makes directions of bones with a length unit vectors, and reports those that were not.
+// If a bone has a length and its direction is not a unit vector, makes the direction one and
+// reports that. A direction of 0 is only reported.
 void MendDirections(AsfSkeleton& skeleton, FindingList& findings);
 
 }  // namespace survey

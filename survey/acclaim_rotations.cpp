@@ -10,7 +10,8 @@
 namespace survey {
 namespace {
 
-// If the cosine of the middle angle is not above this, the outer two rotate about the same axis.
+// If the cosine of the second angle is at most this, the first and the third angle count as
+// rotating about the same axis.
 constexpr double kGimbalLock = 1e-12;
 
 void SetRotation(double m[4][4], char axis, double angle) {

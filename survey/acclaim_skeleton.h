@@ -20,13 +20,13 @@ constexpr bool IsTranslation(Dof dof) {
 constexpr bool IsRotation(Dof dof) {
     return dof >= Dof::RotX && dof <= Dof::RotZ;
 }
-// 0, 1 or 2 for the axis of a translation or rotation.
+// The axis of a translation or rotation: 0, 1 or 2 for x, y or z.
 constexpr std::size_t AxisOf(Dof dof) {
     return static_cast<std::size_t>(dof) % 3;
 }
 
-// A number of the file. `text` is how the file writes it; it is empty if the value was computed,
-// and then mended texts have the value.
+// A number of the file. `text` is the number as the file writes it. If the value was computed,
+// `text` is empty and mended texts are written from `value`.
 struct AsfNumber {
     double value = 0.0;
     std::string_view text{};
@@ -37,25 +37,25 @@ constexpr std::uint32_t kNoBone = 0xFFFFFFFF;
 
 struct AsfBone {
     std::string name;  // UTF-8
-    // Where the text has these; null if it does not.
-    const char* at = nullptr;          // the name; for the root, its section
-    const char* attachedAt = nullptr;  // where the hierarchy first lists it as a child
-    const char* dofAt = nullptr;
-    const char* directionAt = nullptr;
-    const char* axisAt = nullptr;
+    // Pointers into the file's text. Each is null if the text does not have that item.
+    const char* at = nullptr;           // the bone's name; for the root, the keyword :root
+    const char* attachedAt = nullptr;   // where the hierarchy first lists the bone as a child
+    const char* dofAt = nullptr;        // the bone's keyword "dof"; for the root, "order"
+    const char* directionAt = nullptr;  // the keyword "direction"
+    const char* axisAt = nullptr;       // the keyword "axis"
     AsfVector direction{};
     AsfNumber length{};
     AsfVector axis{};  // for the root, its orientation
     std::array<char, 3> axisOrder = {'X', 'Y', 'Z'};
     std::vector<Dof> dof;
-    bool hasLetterLength = false;   // the dof of the length is written "l", not "|"
-    std::vector<AsfNumber> limits;  // lowest and highest value for each dof; or empty
+    bool hasLetterLength = false;   // whether the dof of the length is written "l", not "|"
+    std::vector<AsfNumber> limits;  // for each dof, its lowest and its highest value; or empty
     std::uint32_t parent = kNoBone;
     std::vector<std::uint32_t> children;  // in the order of the hierarchy
-    std::uint8_t leftOut = 0;             // the dofs that mended texts leave out, one bit for each
-    double lengthScale = 1.0;             // factor on the motion's lengths in mended texts
+    std::uint8_t leftOut = 0;             // bit n is set if mended texts leave out Dof n
+    double lengthScale = 1.0;  // mended motions get the file's lengths of the bone times this
 
-    // Whether mended motions need other values for this bone than the file's.
+    // Whether the bone's rows in mended motions have other values than the file's rows.
     bool IsRewritten() const { return leftOut != 0 || lengthScale != 1.0; }
     bool IsLeftOut(Dof sought) const {
         return (leftOut >> static_cast<unsigned>(sought) & 1U) != 0;
@@ -72,10 +72,10 @@ struct AsfBone {
 // Finds bones by name; the case of ASCII letters is ignored.
 class BoneNames {
   public:
-    // Returns false if there is such a name already.
+    // Returns false, and changes nothing, if the name is already in use.
     bool Add(const std::string& name, std::uint32_t bone);
     void Remove(const std::string& name);
-    std::uint32_t Find(std::string_view name) const;  // kNoBone if there is none
+    std::uint32_t Find(std::string_view name) const;  // kNoBone if no bone has this name
 
   private:
     std::unordered_map<std::string, std::uint32_t> bones_;
@@ -91,14 +91,15 @@ struct AsfSkeleton {
     std::string documentation;
     bool hasDocumentation = false;
     const char* documentationAt = nullptr;
-    AsfVector position{};  // of the root at rest
-    // The position that mended texts have instead; nullopt if they have `position`.
+    AsfVector position{};  // the root's position at rest
+    // If given, mended texts state this position instead of `position`.
     std::optional<std::array<double, 3>> writtenPosition;
-    // The root, which exists even if the file has none, then the others in file order.
+    // The root comes first and exists even if the file has none. The other bones follow in file
+    // order.
     std::vector<AsfBone> bones{1};
     BoneNames names;
     std::vector<std::uint32_t> order;  // indexes of all bones, parents before their children
-    // The plug-in needs a mended text, since it would read something else from the file.
+    // Whether the plug-in would misread the file, so that it needs a mended text.
     bool changed = false;
 
     const AsfBone& Root() const { return bones[0]; }

@@ -21,18 +21,20 @@
 namespace survey {
 namespace {
 
-// A name without its extension.
+// The name of a file without its extension.
 std::string StemOf(const std::string& name) {
     return name.substr(0, std::min(name.rfind('.'), name.size()));
 }
 
-// The number that a name begins with, as the archive's do: "11" of "11_01.amc".
+// The digits that a file name begins with, such as "11" in "11_01.amc"; empty if there are none. In
+// the archive of Preset::Cmu they are the number of the recorded person.
 std::string SubjectOf(const std::string& name) {
     const auto isNoDigit = [](char c) { return c < '0' || c > '9'; };
     return {name.begin(), std::find_if(name.begin(), name.end(), isNoDigit)};
 }
 
-// Adds a note if the text is not UTF-8 outside of names.
+// Adds a note if the text is not UTF-8 and no finding says so yet. Names that are not UTF-8 have
+// been reported before, so the bytes that this note is about are in no name.
 void ReportOtherBytes(FindingList& findings) {
     const std::string_view text = findings.Source().Text();
     if (!findings.Source().HasHighBytes() || findings.Find(codes::kTextEncoding)) return;
@@ -42,8 +44,8 @@ void ReportOtherBytes(FindingList& findings) {
                       "the text is not UTF-8 here; no name is meant, so nothing is lost"});
 }
 
-// Whether a mended text is to be written. `isChanged` says that the plug-in would misread the file;
-// for Purpose::Fix that is no reason.
+// Whether a mended text is to be written. `isChanged` says that the plug-in would misread the file.
+// This is a reason only for Purpose::Import.
 bool NeedsText(const FindingList& findings, const AsfSkeleton& skeleton, bool isChanged,
                Purpose purpose) {
     const bool isTouched = std::any_of(skeleton.bones.begin(), skeleton.bones.end(),
@@ -52,8 +54,8 @@ bool NeedsText(const FindingList& findings, const AsfSkeleton& skeleton, bool is
            (isTouched || findings.HasMended() || (isChanged && purpose == Purpose::Import));
 }
 
-// The sorted findings. Errors do not count as mended. For a file of another format, only the
-// finding that says so is returned.
+// Returns the sorted findings, in which no error counts as mended. If the file is of another
+// format, returns only the finding that says so.
 std::vector<Finding> FinishedFindings(FindingList& findings) {
     for (const std::string_view code : {codes::kNotAsf, codes::kNotAmc})
         if (const Finding* refused = findings.Find(code)) return {*refused};
@@ -124,22 +126,23 @@ class MotionSurvey {
             survey.mended = WriteAmc(skeleton, options_.purpose, source_, *motion_);
             if (options_.purpose == Purpose::Import) motion_->plugInRate = WrittenPlugInRate();
         }
-        const double read = motion_->plugInRate > 1 ? motion_->plugInRate : kPlugInRate;
-        if (motion_->framesPerSecond != read) survey.framesPerSecond = motion_->framesPerSecond;
+        const double plugInRate = motion_->plugInRate > 1 ? motion_->plugInRate : kPlugInRate;
+        if (motion_->framesPerSecond != plugInRate)
+            survey.framesPerSecond = motion_->framesPerSecond;
     }
 
     int WrittenPlugInRate() const {
         return motion_->header.rateText.empty() ? 0 : NearestRate(motion_->header.rate);
     }
 
-    // The plug-in's rate for a motion that states none.
+    // The rate, in frames per second, that the plug-in uses for a motion that states none.
     static constexpr double kPlugInRate = 30.0;
 
     const Options& options_;
     SourceText source_;
     FindingList findings_;
     AmcHeader header_;
-    AsfSkeleton rowsSkeleton_;  // built from the rows of a motion whose skeleton is not known
+    AsfSkeleton rowsSkeleton_;  // built from the motion's rows if its skeleton is not known
     std::optional<AmcMotion> motion_;
     PoseSample poses_;
 };
@@ -231,7 +234,7 @@ class PairSurvey {
         }
     }
 
-    // Collects the orders in which bones list their rotations.
+    // Collects the orders in which bones list their rotations, each once.
     void ListOrders() {
         for (const AsfBone& bone : skeleton_.bones) {
             std::string order;

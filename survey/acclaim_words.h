@@ -11,24 +11,26 @@ namespace survey {
 
 struct AsfWord {
     std::string_view text;    // empty after the last word
-    bool startsLine = false;  // the first word of its line
+    bool startsLine = false;  // whether it is the first word of its line
 
     bool IsEnd() const { return text.empty(); }
     bool IsKeyword() const { return text.starts_with(':'); }
-    // Compares, ignoring the case of ASCII letters. `lower` is in lower case.
+    // Whether the word equals `lower` if the case of ASCII letters is ignored. `lower` must be in
+    // lower case.
     bool Is(std::string_view lower) const;
 };
 
-// Whether `word` is `lower`, which is in lower case, if the case of ASCII letters is ignored.
+// Whether `word` equals `lower` if the case of ASCII letters is ignored. `lower` must be in lower
+// case.
 bool EqualsLower(std::string_view word, std::string_view lower);
 std::string ToLowerText(std::string_view text);
 
-// NUL bytes separate words too, since they would end the text for the plug-in.
+// A NUL byte also separates words here. The plug-in would take it for the end of the text.
 constexpr bool IsAsfSeparator(char c) {
     return IsWhite(c) || c == '(' || c == ')' || c == ',' || c == '\0';
 }
 
-// The words as authors mean them: carriage returns and line feeds both end lines.
+// Reads the words as authors mean them: a line ends at a carriage return or a line feed.
 class AsfWords {
   public:
     explicit AsfWords(std::string_view text) : at_(text.data()), end_(at_ + text.size()) {
@@ -39,20 +41,20 @@ class AsfWords {
     AsfWord Next();
     // Moves to the first word of the next line that has words.
     void SkipLine();
-    // Moves to the first word from `at` on. `startsLine` says that it counts as the first of its
-    // line even if no line end comes before it.
+    // Moves to the first word at or after `at`. If `startsLine`, the word counts as the first of
+    // its line even if there is no line end between `at` and the word.
     void MoveTo(const char* at, bool startsLine);
 
   private:
     void Advance(bool startsLine);
 
-    const char* at_;  // after the next word
+    const char* at_;  // the end of `next_` in the text
     const char* end_;
     AsfWord next_;
 };
 
-// The words as the plug-in reads them: only line feeds end lines, and vertical tabs and form feeds
-// are parts of words. The text must not hold a NUL.
+// Reads the words as the plug-in does: only line feeds end lines, and vertical tabs and form feeds
+// are parts of words. The text must not contain a NUL.
 class PlugInWords {
   public:
     explicit PlugInWords(std::string_view text) : at_(text.data()), end_(at_ + text.size()) {}
@@ -62,12 +64,13 @@ class PlugInWords {
     // The next word that is not in a comment; empty after the last one.
     std::string_view Next();
     std::string_view Peek() const { return PlugInWords(*this).Next(); }
-    // Read a number as the plug-in does. Return false, without moving, for a word that it refuses.
+    // Both functions read a number as the plug-in does. If the plug-in refuses the next word, they
+    // return false and do not move.
     bool NextNumber(double& value);
     bool NextWholeNumber(int& value);
-    // Moves to the next line. Returns false, without moving, in the last line.
+    // Moves to the next line. If this is the last line, returns false and does not move.
     bool SkipLine();
-    // Whether a line ends between here and the next word.
+    // Whether a line ends before the next word, or the text does.
     bool AtLineEnd() const;
 
     const char* At() const { return at_; }

@@ -12,7 +12,7 @@
 namespace survey {
 namespace {
 
-// Bytes that separate words. Commas do not, since they may be decimal commas.
+// Tells which bytes separate words. Commas do not, because they may be decimal commas.
 constexpr std::array<bool, 256> kBreaks = [] {
     std::array<bool, 256> breaks{};
     for (const char c : {' ', '\t', '\v', '\f', '\r', '\n', '(', ')'})
@@ -53,14 +53,14 @@ void AmcFrameReader::Read(const char* at, AmcFrame& frame) {
     atLineStart_ = !frame.hasNumber;
     frame.end = nullptr;
     while (!frame.end)
-        ReadLine(frame);
+        ReadWord(frame);
     lastRows_.clear();
     for (const AmcRow& row : frame.rows)
         lastRows_.push_back({row.name, row.bone});
 }
 
-// The next word without commas around it; empty at the end of the text. Sets `atLineStart_` if a
-// line end comes before it.
+// Returns the next word without the commas around it; an empty word means the end of the text. Sets
+// `atLineStart_` if a line end comes before the word.
 std::string_view AmcFrameReader::NextWord(AmcFrame& frame) {
     for (;;) {
         for (; at_ < end_ && (IsBreak(*at_) || *at_ == ','); ++at_) {
@@ -79,8 +79,9 @@ std::string_view AmcFrameReader::NextWord(AmcFrame& frame) {
     return word;
 }
 
-// Reads one word of the frame, and all of a keyword's line. Sets `frame.end` if the frame ends.
-void AmcFrameReader::ReadLine(AmcFrame& frame) {
+// Reads the next word of the frame. If the word is a keyword, also skips the rest of its line. Sets
+// `frame.end` if the frame has ended.
+void AmcFrameReader::ReadWord(AmcFrame& frame) {
     const std::string_view word = NextWord(frame);
     const bool startsLine = atLineStart_;
     atLineStart_ = false;
@@ -105,8 +106,9 @@ void AmcFrameReader::ReadLine(AmcFrame& frame) {
     }
 }
 
-// A frame begins with a whole number that is alone in its line or has a name after it. Any other
-// number at the start of a line continues the row of the line before.
+// Whether `word`, a number that begins a line, is the number of the next frame. It must be a whole
+// number. If the current frame already has rows, `word` must also be alone in its line, or be
+// followed by a name.
 bool AmcFrameReader::BeginsFrame(std::string_view word, const AmcFrame& frame) {
     double number = 0.0;
     if (!IsFrameNumber(word, number)) return false;
@@ -117,12 +119,12 @@ bool AmcFrameReader::BeginsFrame(std::string_view word, const AmcFrame& frame) {
     return frame.rows.empty() || !BeginsNumber({next, 1});
 }
 
-// Returns false if the row belongs to the next frame, whose number is missing: it names the bone
-// that this frame began with.
+// Adds a row to the frame. But if the row names the bone of the frame's first row again, it begins
+// the next frame, whose number is missing. In that case does not add the row and returns false.
 bool AmcFrameReader::AddRow(std::string_view name, AmcFrame& frame) {
     const std::uint32_t bone = FindBone(name, frame.rows.size());
     if (bone != kNoBone && frame.rows.size() > 1 && frame.rows[0].bone == bone) return false;
-    // The motion calls the root "root", but the skeleton gives it another name.
+    // It is odd if the motion calls the root "root" and the skeleton gives it another name.
     frame.isOdd |= bone == 0 && bones_.Skeleton().names.Find(name) != 0;
     frame.rows.push_back({name, bone, frame.words.size(), 0});
     return true;

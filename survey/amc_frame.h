@@ -13,20 +13,21 @@ namespace survey {
 struct AmcRow {
     std::string_view name;
     std::uint32_t bone = kNoBone;  // kNoBone if the skeleton has no bone of that name
-    std::size_t first = 0;         // index of its first value in AmcFrame::words
-    std::size_t count = 0;         // number of its values
+    std::size_t first = 0;         // index of the row's first value in AmcFrame::words
+    std::size_t count = 0;         // number of the row's values
 };
 
 struct AmcFrame {
-    const char* at = nullptr;   // its number; if it has none, its first row
+    const char* at = nullptr;   // the frame's number in the text; if it has none, its first row
     const char* end = nullptr;  // where the next frame begins, or the text's end
     bool hasNumber = false;
-    double number = 0.0;
-    std::vector<std::string_view> words;     // the values of all rows
-    std::vector<AmcRow> rows;                // in file order
-    std::vector<std::string_view> keywords;  // of lines that begin with a colon, which are skipped
-    // Holds comments, keywords, white space or a name for the root that the plug-in does not know
-    // as such, or values before the first row.
+    double number = 0.0;                  // only set if `hasNumber`
+    std::vector<std::string_view> words;  // the values of all rows
+    std::vector<AmcRow> rows;             // in file order
+    // Words that begin with a colon. The rest of the line after such a word is skipped.
+    std::vector<std::string_view> keywords;
+    // Whether the plug-in would misread the frame because of comments, keywords, unusual white
+    // space, values before the first row, or a name for the root that it does not know.
     bool isOdd = false;
 };
 
@@ -34,8 +35,9 @@ struct AmcFrame {
 class AmcBones {
   public:
     explicit AmcBones(const AsfSkeleton& skeleton) : skeleton_(skeleton) {}
-    // Finds a bone by its name in the motion; a name that is not UTF-8 is read as Windows-1252.
-    // "root" finds the root, whatever its name is. Returns kNoBone if there is none.
+    // Finds a bone by the name that the motion gives it. A name that is not UTF-8 is read as
+    // Windows-1252. If no bone has the name "root", it means the root. Returns kNoBone if the
+    // skeleton has no such bone.
     std::uint32_t Find(std::string_view name) const;
     const AsfSkeleton& Skeleton() const { return skeleton_; }
 
@@ -52,7 +54,7 @@ class AmcFrameReader {
     void Read(const char* at, AmcFrame& frame);
 
   private:
-    void ReadLine(AmcFrame& frame);
+    void ReadWord(AmcFrame& frame);
     bool BeginsFrame(std::string_view word, const AmcFrame& frame);
     bool AddRow(std::string_view name, AmcFrame& frame);
     void AddWord(std::string_view word, AmcFrame& frame);
@@ -66,8 +68,10 @@ class AmcFrameReader {
         std::string_view name;
         std::uint32_t bone;
     };
-    std::vector<Known> lastRows_;  // rows of the frame before, since most frames have the same
-    bool atLineStart_ = true;
+    // The rows of the frame that was read last. Most frames have the same rows, so that most bones
+    // need not be looked up by name.
+    std::vector<Known> lastRows_;
+    bool atLineStart_ = true;  // whether a line end comes before the next word
 };
 
 }  // namespace survey

@@ -77,8 +77,8 @@ class HeaderReader {
         header_.isRateLate = isSpecified_;
     }
 
-    // Whether a row with a name follows. A file without keywords may begin with a number and yet be
-    // no motion.
+    // Whether the next line begins with a name, as the rows of a motion do. A file without keywords
+    // may begin with a number although it is not a motion.
     bool HasRow() {
         AsfWords words = words_;
         const char first = words.Peek().text.empty() ? '0' : words.Peek().text[0];
@@ -135,7 +135,8 @@ bool PlugInReadsHeader(std::string_view text, const AmcHeader& header, bool degr
         if (!EqualsLower(unit, degrees ? ":degrees" : ":radians")) return false;
         words = ahead;
     }
-    // NextRaw, since the plug-in would take a comment here for a line that is no frame.
+    // The plug-in does not skip comments here: it takes one for a line that is not a frame. So
+    // NextRaw is called, which does not skip them either.
     const std::string_view first = words.NextRaw();
     return (first.empty() ? text.data() + text.size() : first.data()) == header.frames;
 }

@@ -1,4 +1,4 @@
-// Reads what an AMC file states before its first frame.
+// Reads the header of an AMC file: everything before its first frame.
 #pragma once
 
 #include <optional>
@@ -11,26 +11,28 @@ namespace survey {
 struct AmcHeader {
     // Where the first frame's number is; the text's end if there is no frame.
     const char* frames = nullptr;
-    bool isMotion = false;         // there is a keyword of the format
+    bool isMotion = false;         // whether the header has a keyword that only motions have
     std::optional<bool> degrees;   // false for radians; nullopt if no unit is stated
-    const char* unitAt = nullptr;  // where the unit is stated
-    std::string_view rateText;     // empty if no rate is stated that is a number above 0
-    double rate = 0.0;             // frames per second
-    const char* rateAt = nullptr;
-    bool isRateLate = false;  // it follows :FULLY-SPECIFIED
-    bool has3Dof = false;     // :FORCE-ALL-JOINTS-BE-3DOF
+    const char* unitAt = nullptr;  // where the unit is stated; null if it is not stated
+    // The rate as the file writes it; empty if the file states no rate above 0.
+    std::string_view rateText;
+    double rate = 0.0;             // frames per second; only valid if `rateText` is not empty
+    const char* rateAt = nullptr;  // where the keyword of the rate is
+    bool isRateLate = false;       // whether the rate is stated after :FULLY-SPECIFIED
+    bool has3Dof = false;          // whether the header has :FORCE-ALL-JOINTS-BE-3DOF
 };
 
-// Whether the word can be a frame's number, which is a whole number; then sets `number`. Otherwise
-// `number` may change too.
+// Whether the word is a whole number, as a frame's number must be. If so, sets `number` to it. If
+// not, `number` may have any value afterwards.
 bool IsFrameNumber(std::string_view word, double& number);
 
-// Reads the header of `findings`' text. Adds a note for unknown keywords, and an error if the file
-// is not a motion.
+// Reads the header of the text that `findings` is about. Adds a note if there are unknown keywords,
+// and an error if the file is not a motion.
 AmcHeader ReadAmcHeader(FindingList& findings);
 
-// Whether the plug-in reads the same unit, `degrees` or else radians, and finds the first frame at
-// the same position. Sets `rate` to the whole rate that it reads, or to 0 if it reads none.
+// Whether the plug-in reads the header as `header` has it. It must find the first frame at the same
+// position and read angles in degrees if `degrees`, otherwise in radians. Sets `rate` to the whole
+// number of frames per second that the plug-in reads, or to 0 if it reads none.
 bool PlugInReadsHeader(std::string_view text, const AmcHeader& header, bool degrees, int& rate);
 
 }  // namespace survey

@@ -9,8 +9,9 @@
 namespace survey {
 namespace {
 
+// All rates are in frames per second. This one is used if neither the file nor the user states one.
 constexpr double kUsualRate = 30.0;
-// The plug-in ignores lower rates.
+// The plug-in ignores rates below this.
 constexpr int kLowestRate = 2;
 constexpr double kHighestRate = 1e9;
 
@@ -31,7 +32,8 @@ int NearestRate(double rate) {
 
 std::string WrittenRate(const AmcHeader& header, Purpose purpose) {
     if (header.rateText.empty()) return {};
-    // The plug-in refuses numbers below 1 without a zero before the point.
+    // The file's text may be a number such as ".5", which the plug-in refuses, as it has no digit
+    // before the point.
     if (purpose == Purpose::Fix)
         return header.rate < 1.0 ? text::NumberText(header.rate) : std::string(header.rateText);
     return std::to_string(NearestRate(header.rate));
@@ -45,7 +47,8 @@ void DecideRate(const Options& options, bool isArchive, bool degrees, FindingLis
         PlugInReadsHeader(findings.Source().Text(), header, degrees, motion.plugInRate);
     if (!isPlain) motion.changed = true;
     const int nearest = isStated ? NearestRate(header.rate) : 0;
-    // The plug-in reads whole rates only. That is no reason to change the file for Purpose::Fix.
+    // The plug-in only reads rates that are whole numbers. Another rate is no reason to change the
+    // file for Purpose::Fix.
     const bool isRead = !isStated || nearest < kLowestRate || motion.plugInRate == nearest;
     const bool isWritten = !isRead && options.purpose == Purpose::Import;
     if (isWritten || (isStated && header.isRateLate)) motion.changed = true;

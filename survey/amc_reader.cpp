@@ -14,7 +14,8 @@
 namespace survey {
 namespace {
 
-// A motion is refused if more than one in this many of the skeleton's bones has no row.
+// A motion is refused if its first frame lacks rows of more than one bone in this many. Only bones
+// that need a row are counted.
 constexpr std::size_t kMissingShare = 5;
 
 bool IsPlainNumber(const AmcFrame& frame) {
@@ -84,7 +85,7 @@ class Reader {
         const bool isFirst = motion_.numbers.Count() == 0;
         motion_.numbers.Add(frame_.hasNumber ? std::optional(frame_.number) : std::nullopt, at);
         const bool isLast = frame_.end == text_.data() + text_.size();
-        if (!isFirst && isLast && IsCut()) return frame_.end;
+        if (!isFirst && isLast && RemoveIfCut()) return frame_.end;
         motion_.values.Apply(frame_, events_);
         if (isFirst && ReportMismatch()) return frame_.end;
         Note();
@@ -96,7 +97,8 @@ class Reader {
         return frame_.end;
     }
 
-    // Whether the plug-in reads the frame as meant. It ignores translations of bones by itself.
+    // Whether the plug-in reads `frame_` as it is meant. Translations of bones are allowed, because
+    // the plug-in ignores them.
     bool IsClean() const {
         return !frame_.isOdd && IsPlainNumber(frame_) &&
                std::all_of(events_.begin(), events_.end(), [](const AmcEvent& event) {
@@ -118,12 +120,12 @@ class Reader {
         for (const AmcRow& row : frame_.rows)
             if (row.bone != kNoBone && lengthOf_[row.bone] != kNoBone)
                 NoteLength(motion_.lengths[lengthOf_[row.bone]]);
-        // The callback looks at all bones, which would take too long for many frames of few bones.
+        // The callback looks at all bones. If many frames had few rows, it would take too long.
         if (setting_.onFrame && 2 * frame_.rows.size() >= motion_.values.Order().size())
             setting_.onFrame(motion_.values);
     }
 
-    // Number of rows of the frame whose names are not UTF-8.
+    // The number of rows of `frame_` whose names are not UTF-8.
     std::size_t OddNames() const {
         if (!findings_.Source().HasHighBytes()) return 0;
         return static_cast<std::size_t>(
@@ -141,8 +143,9 @@ class Reader {
         if (value.value != length.first.value) length.moves = true;
     }
 
-    // Whether the last frame is incomplete: a bone that had values before lacks some. Reports it.
-    bool IsCut() {
+    // Whether `frame_`, the last frame, is incomplete because a bone that had values before lacks
+    // some. If so, reports that and leaves the frame out.
+    bool RemoveIfCut() {
         std::vector<std::uint8_t> isWhole(setting_.skeleton.bones.size());
         for (const AmcRow& row : frame_.rows)
             if (row.bone != kNoBone && !LacksValues(row)) isWhole[row.bone] = 1;
@@ -160,7 +163,7 @@ class Reader {
         return false;
     }
 
-    // Whether the row has too few values, even if every sign or comma separates two of them.
+    // Whether the row has too few values, even if its words are split at every sign and comma.
     bool LacksValues(const AmcRow& row) const {
         std::size_t signs = 0;
         for (std::size_t word = row.first; word < row.first + row.count; ++word)
@@ -171,7 +174,8 @@ class Reader {
         return row.count < expected && row.count + signs < expected;
     }
 
-    // The first bone that had a row before and has none in the frame that begins at `frame`.
+    // Finds the first bone that has a row in the motion, but none in the frame that begins at
+    // `frame`. Returns kNoBone if there is none.
     std::uint32_t FindMissing(const char* frame) {
         frameReader_.Read(frame, frame_);
         std::vector<std::uint8_t> hasRow(setting_.skeleton.bones.size());
@@ -218,10 +222,12 @@ class Reader {
     std::vector<AmcEvent> events_;
     AmcScan scan_;
     AmcTally tally_;
-    std::vector<std::uint32_t> lengthOf_;  // by bone: index in the motion's lengths, or kNoBone
-    bool canSkipValues_;                   // frames may be matched without reading their values
-    std::size_t oddNamesOfLearned_ = 0;    // OddNames of the frame that others are matched with
-    std::size_t oddNames_ = 0;             // sum of OddNames of the frames that were only matched
+    std::vector<std::uint32_t> lengthOf_;  // by bone: its index in `motion_.lengths`, or kNoBone
+    // Whether a frame that matches the pattern of `scan_` may be passed over without reading its
+    // values.
+    bool canSkipValues_;
+    std::size_t oddNamesOfLearned_ = 0;  // OddNames of the frame that is the pattern of `scan_`
+    std::size_t oddNames_ = 0;           // sum of OddNames of all frames that were passed over
     bool isRefused_ = false;
 };
 

@@ -14,41 +14,45 @@
 
 namespace survey {
 
-// Whether the length of a bone that has a length dof really changes.
+// What the motion does with the length of a bone that has a length dof.
 struct AmcLength {
     std::uint32_t bone = kNoBone;
-    AsfNumber first{};     // its first value in the motion
-    bool isKnown = false;  // there is a value
-    bool moves = false;    // there are different values
+    AsfNumber first{};     // the first value in the motion
+    bool isKnown = false;  // whether the motion has any value
+    bool moves = false;    // whether the motion has different values
 };
 
 struct AmcMotion {
     explicit AmcMotion(const AsfSkeleton& skeleton, bool has3Dof) : values(skeleton, has3Dof) {}
 
     AmcHeader header;
-    std::size_t frames = 0;
+    std::size_t frames = 0;  // number of frames, without an incomplete last one
     FrameNumbers numbers;
     AmcValues values;                // rewound to before the first frame
-    const char* end = nullptr;       // where the last frame that counts ends
-    std::vector<AmcLength> lengths;  // sorted by bone
+    const char* end = nullptr;       // where the last of the `frames` frames ends in the text
+    std::vector<AmcLength> lengths;  // for each bone with a length dof, sorted by bone
     double framesPerSecond = 0.0;    // the rate that is in effect
-    int plugInRate = 0;              // the rate that the plug-in reads from its text; 0 for none
-    // The plug-in needs a mended text, since it would misread the file.
+    // The rate that the plug-in reads from the text that it gets; 0 if it reads none.
+    int plugInRate = 0;
+    // Whether the plug-in would misread the file, so that it needs a mended text.
     bool changed = false;
 };
 
 struct AmcSetting {
     const AsfSkeleton& skeleton;
     const Options& options;
-    bool isArchive = false;  // a motion that states no rate has the archive's
-    // If given, called for frames that count and have rows for at least half of the bones.
+    bool isArchive = false;  // whether a motion that states no rate has kArchiveRate
+    // If given, called with the values of each frame that has rows of at least half of the bones.
+    // It is not called for an incomplete last frame.
     std::function<void(const AmcValues&)> onFrame;
 };
 
-// Reads the frames of `findings`' text after its header, and reports what is odd about them.
+// Reads the frames after `header` in the text that `findings` is about. Reports what is odd about
+// them.
 AmcMotion ReadAmc(const AmcHeader& header, const AmcSetting& setting, FindingList& findings);
 
-// Builds a skeleton from the first frame: a bone for each row with values, with as many dofs.
+// Builds a skeleton from the motion's first frame. Each row with values becomes a bone that has one
+// dof for each value.
 AsfSkeleton SkeletonOfMotion(std::string_view text, const AmcHeader& header);
 
 }  // namespace survey

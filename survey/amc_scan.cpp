@@ -16,8 +16,8 @@
 namespace survey {
 namespace {
 
-constexpr std::size_t kLookahead = 64;  // bytes that are classified at once
-// Frames with more digits in their number do not match.
+constexpr std::size_t kLookahead = 64;  // the most bytes of a line that are classified at once
+// The most digits of a frame's number. A frame whose number has more digits does not match.
 constexpr int kLongestFrameNumber = 9;
 
 bool IsDigit(char c) {
@@ -28,13 +28,13 @@ bool IsGap(char c) {
     return c == ' ' || c == '\t' || c == '\r';
 }
 
-// The kinds of up to 64 bytes: bit i is byte i.
+// Tells the kinds of up to 64 bytes. Bit i of each mask is set if byte i is of that kind.
 struct Kinds {
     std::uint64_t digits = 0;
     std::uint64_t points = 0;
     std::uint64_t minuses = 0;
-    std::uint64_t gaps = 0;  // blanks and carriage returns
-    std::uint64_t feeds = 0;
+    std::uint64_t gaps = 0;   // spaces, tabs and carriage returns
+    std::uint64_t feeds = 0;  // line feeds
 
     void Append(const Kinds& more, unsigned shift) {
         digits |= more.digits << shift;
@@ -45,7 +45,7 @@ struct Kinds {
     }
 };
 
-constexpr unsigned kStep = 16;  // bytes that KindsAt classifies
+constexpr unsigned kStep = 16;  // number of bytes that KindsAt classifies
 
 #ifdef __SSE2__
 std::uint64_t Bits(__m128i bytes) {
@@ -80,16 +80,17 @@ Kinds KindsAt(const char* at) {
 }
 #endif
 
-// Whether exactly `count` bits are set. There are few, so this is fast without an instruction that
-// counts bits.
+// Whether exactly `count` bits are set. `count` is small, so this is fast even on a processor that
+// has no instruction for counting bits.
 bool HasBits(std::uint64_t bits, unsigned count) {
     for (; count > 0 && bits != 0; --count)
         bits &= bits - 1;
     return count == 0 && bits == 0;
 }
 
-// Whether the bytes before the line feed at bit `length` begin with a gap and are `values`
-// decimals. Each may have a "-", needs a digit before its point, and has no exponent.
+// `length` is the number of bytes before the line feed. Whether these bytes begin with a gap and
+// hold exactly `values` decimals. A decimal may begin with "-", needs a digit before its point, and
+// has no exponent.
 bool AreDecimals(const Kinds& kinds, unsigned length, unsigned values) {
     const std::uint64_t line = (std::uint64_t{1} << length) - 1;
     const std::uint64_t digits = kinds.digits & line;
@@ -101,7 +102,8 @@ bool AreDecimals(const Kinds& kinds, unsigned length, unsigned values) {
     const std::uint64_t afterMinus = minuses << 1U;
     const std::uint64_t afterPoint = points << 1U;
     // The addition carries through the digits after each point to the character after them, so
-    // `ends` marks the character after each decimal with a point. It must not be part of a word.
+    // `ends` marks the character after each decimal with a point. That character must not be part
+    // of a word.
     const std::uint64_t runs = afterPoint & digits;
     const std::uint64_t ends = ((digits + runs) & ~digits) | (afterPoint & ~digits);
     return (minuses & ~starts) == 0 && (afterMinus & ~digits) == 0 && (starts & points) == 0 &&
@@ -162,8 +164,8 @@ const char* AmcScan::MatchNumber(const char* at, std::uint32_t& number) const {
     return digits > 0 && at < end_ && *at == '\n' ? at + 1 : nullptr;
 }
 
-// From the end of a row's name, matches `values` values. Returns the position after the line feed,
-// or null.
+// Checks whether the rest of a line is `values` values that the plug-in reads. `at` is the end of
+// the row's name. Returns the position after the line feed; null if the check fails.
 const char* AmcScan::MatchValues(const char* at, unsigned values) const {
     if (static_cast<std::size_t>(end_ - at) < kLookahead) return ReadValues(at, values);
     Kinds kinds = KindsAt(at);
@@ -176,7 +178,8 @@ const char* AmcScan::MatchValues(const char* at, unsigned values) const {
     return ReadValues(at, values);
 }
 
-// Does the same for lines that are longer, at the text's end, or have numbers of other forms.
+// Does the same as MatchValues, but more slowly and for every line. Lines may be long or at the
+// text's end, and numbers may have other forms.
 const char* AmcScan::ReadValues(const char* at, unsigned values) const {
     for (unsigned read = 0;; ++read) {
         const char* const gap = at;

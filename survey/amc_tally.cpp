@@ -10,15 +10,14 @@
 namespace survey {
 namespace {
 
-// The most unknown names that a message lists, and that are counted one by one.
-constexpr std::size_t kNamesListed = 12;
-constexpr std::size_t kNamesKept = 1000;
-constexpr std::size_t kLongestShown = 40;  // bytes of a word
-// An oddity is mended if at most one frame in kMendedShare has it, or one frame of a motion with at
-// least kFramesForOne frames.
+constexpr std::size_t kNamesListed = 12;   // the most unknown names that a message lists
+constexpr std::size_t kNamesKept = 1000;   // the most unknown names whose rows are counted
+constexpr std::size_t kLongestShown = 40;  // the most bytes of a word that a message shows
+// An oddity is mended if at most one frame in kMendedShare has it. If the motion has at least
+// kFramesForOne frames, an oddity of a single frame is always mended.
 constexpr std::size_t kMendedShare = 100;
 constexpr std::size_t kFramesForOne = 10;
-// A motion is refused if more than one value in this many is not a finite number.
+// A motion is refused if more than one value in kNotFiniteShare is not a finite number.
 constexpr std::size_t kNotFiniteShare = 4;
 
 bool AreFew(std::size_t count, std::size_t frames) {
@@ -128,8 +127,8 @@ void AmcTally::AddEvent(const AmcEvent& event) {
     }
 }
 
-// Counts the rows of each unknown name. After kNamesKept names, rows of new names only count in the
-// total.
+// Counts the rows of each unknown name. When kNamesKept names are known, the rows of further names
+// are only counted in the total.
 void AmcTally::AddUnknown(const AmcEvent& event) {
     if (unknownRows_++ == 0) firstUnknown_ = event;
     const std::string name = ToLowerText(event.at);
@@ -148,7 +147,7 @@ void AmcTally::Report(const AmcValues& values, std::size_t frames,
     ReportTally(codes::kValuesMore, more_, frames, "more");
     ReportMissing(values, frames, findMissing);
     ReportAbsent(values);
-    // Commas cannot be both decimal points and separators.
+    // Commas cannot be decimal points in one row and separators in another.
     if (values.CommasBetween() && findings_.Find(codes::kNumberComma))
         findings_.Add({codes::kNumberComma, Severity::Error, values.CommasBetween(),
                        "commas part the numbers of this row and are points in others"});

@@ -1,5 +1,5 @@
-// Counts what is odd about a motion's frames, and reports it. How grave it is depends on the number
-// of frames, so most of it is reported after the last one.
+// Counts what is odd about a motion's frames, and reports it. The severity of most findings depends
+// on how many frames have the oddity, so these are reported after the last frame.
 #pragma once
 
 #include <cstdint>
@@ -22,20 +22,22 @@ class AmcTally {
     // Adds the events of the next frame.
     void Add(const std::vector<AmcEvent>& events);
 
-    // To be called after the last frame. `findMissing` finds the first bone that has rows, but none
-    // in the frame that begins at its argument.
+    // To be called after the last frame. `frames` is the number of frames. `findMissing` gets the
+    // start of a frame in the text, and finds the first bone that has a row in the motion but none
+    // in that frame.
     void Report(const AmcValues& values, std::size_t frames,
                 const std::function<std::uint32_t(const char*)>& findMissing);
 
   private:
+    // The frames in which the same number of bones have no row.
     struct Lack {
-        std::size_t frames = 0;
+        std::size_t frames = 0;       // number of these frames
         const char* first = nullptr;  // where the first of these frames begins
     };
-    // The number of frames with an oddity, and its first case.
+    // The frames that have an oddity.
     struct Tally {
-        std::size_t frames = 0;
-        AmcEvent first{};
+        std::size_t frames = 0;  // number of these frames
+        AmcEvent first{};        // the first case of the oddity
     };
 
     void AddEvent(const AmcEvent& event);
@@ -55,12 +57,13 @@ class AmcTally {
     FindingList& findings_;
     Tally fewer_;
     Tally more_;
-    std::map<std::size_t, Lack> missing_;  // by the number of bones that have no row
+    std::map<std::size_t, Lack> missing_;  // by the number of bones that have no row in a frame
     struct Unknown {
         std::string name;
         std::size_t rows = 0;
     };
     std::vector<Unknown> unknown_;
+    // By name in lower case: its index in `unknown_`.
     std::unordered_map<std::string, std::size_t> unknownIndex_;
     std::size_t unknownRows_ = 0;
     AmcEvent firstUnknown_{};

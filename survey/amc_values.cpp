@@ -7,7 +7,8 @@
 namespace survey {
 namespace {
 
-constexpr std::size_t kForcedDofs = 3;  // of :FORCE-ALL-JOINTS-BE-3DOF
+// The most values that a row may have in a motion with :FORCE-ALL-JOINTS-BE-3DOF.
+constexpr std::size_t kForcedDofs = 3;
 
 bool HasComma(std::string_view word) {
     return word.find(',') != std::string_view::npos;
@@ -136,8 +137,8 @@ void AmcValues::ApplyRow(const AmcFrame& frame, const AmcRow& row, std::vector<A
         Store(row, dof, words[dof], events);
 }
 
-// Splits words at commas between numbers, and words whose numbers only their signs separate.
-// Returns the given words if there is nothing to split.
+// Splits words that hold several numbers, if the row then has `expected` words. Such numbers have
+// commas between them, or only a sign. Otherwise returns the given words.
 std::span<const std::string_view> AmcValues::SplitRow(std::span<const std::string_view> words,
                                                       const AmcRow& row, std::size_t expected,
                                                       std::vector<AmcEvent>& events) {

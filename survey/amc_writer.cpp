@@ -41,7 +41,9 @@ class Writer {
     void WriteFrames() {
         FrameNumbers::Rewriter numbers(motion_.numbers);
         AmcScan scan(source_.Text());
-        const char* held = nullptr;  // the last frame, if it was copied without reading its values
+        // The frame before the current one, if it was copied without reading its values. Otherwise
+        // null.
+        const char* held = nullptr;
         for (const char* at = motion_.header.frames; at < motion_.end;) {
             std::uint32_t number = 0;
             const char* const end = scan.HasLearned() ? scan.MatchFrame(at, number) : nullptr;
@@ -70,7 +72,7 @@ class Writer {
         motion_.values.Apply(frame_, events_);
     }
 
-    // Whether the frame's rows are already as they would be written.
+    // Whether the rows of `frame_` are in the file as they are to be written.
     bool IsAsWritten() const {
         const auto& order = motion_.values.Order();
         if (!events_.empty() || frame_.isOdd || scale_ != 1.0) return false;
@@ -82,7 +84,7 @@ class Writer {
                           });
     }
 
-    // Copies the frame's rows without carriage returns, after its new number.
+    // Writes the frame's new number, and copies its rows without carriage returns.
     void CopyFrame(const char* at, const char* end, std::int64_t number) {
         text_ += std::to_string(number);
         at = std::find(at, end, '\n');
@@ -131,7 +133,7 @@ class Writer {
     std::string& text_;
     AmcBones bones_;
     AmcFrameReader reader_;
-    double scale_;
+    double scale_;  // factor that converts angles to the skeleton's unit
     AmcFrame frame_;
     std::vector<AmcEvent> events_;
 };

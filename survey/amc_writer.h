@@ -5,8 +5,9 @@
 
 namespace survey {
 
-// Writes one line for each bone, in the order of the first frame, with angles in the skeleton's
-// unit. Reads the frames of `source` again, which changes `motion.values`.
+// Writes each frame with one line for each bone, in the order of the first frame. Angles are
+// written in the skeleton's unit. The frames are read again from `source`, which changes
+// `motion.values`.
 MendedText WriteAmc(const AsfSkeleton& skeleton, Purpose purpose, const SourceText& source,
                     AmcMotion& motion);
 
