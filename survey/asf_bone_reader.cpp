@@ -13,13 +13,13 @@ class BoneReader {
         values_.SetBone(&bone_.name);
     }
 
-    // Reads from after "begin" to after "end".
+    // Reads the bone's parameters after the word `begin`, up to and including "end".
     AsfBone Read(const AsfWord& begin) {
         bone_.at = begin.text.data();
         for (;;) {
             const AsfWord word = words_.Peek();
             if (word.IsEnd() || word.Is("begin") || (word.startsLine && IsAsfSection(word))) {
-                context_.skeleton.changed = true;  // the bone has no "end"
+                context_.skeleton.changed = true;  // because the bone has no "end"
                 break;
             }
             words_.Next();
@@ -59,7 +59,7 @@ class BoneReader {
             words_.MoveTo(word.text.data(), false);
             values_.ReadDofs(word, false, bone_);
         } else {
-            // Other parameters, such as "bodymass", mean nothing here.
+            // Other parameters, such as "bodymass", are ignored.
             words_.SkipLine();
         }
     }

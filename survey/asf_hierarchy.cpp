@@ -10,7 +10,7 @@
 namespace survey {
 namespace {
 
-// Iterates over the lines of a section: each is a parent followed by its children.
+// Iterates over the lines of a :hierarchy section. Each line is a parent followed by its children.
 class HierarchyLines {
   public:
     HierarchyLines(std::string_view text, const char* start)
@@ -19,7 +19,8 @@ class HierarchyLines {
         if (hasBegin_) words_.Next();
     }
 
-    // Moves to the next line and gets its first word; false after the last line.
+    // Moves to the next line and sets `parent` to its first word. Returns false after the last
+    // line.
     bool NextParent(AsfWord& parent) {
         if (!isFirst_) words_.SkipLine();
         isFirst_ = false;
@@ -33,7 +34,8 @@ class HierarchyLines {
         child = words_.Next();
         return true;
     }
-    // After the last line: whether the section begins with "begin" and ends with "end".
+    // Whether the section begins with "begin" and ends with "end". To be called when NextParent has
+    // returned false.
     bool IsWhole() const { return hasBegin_ && hasEnd_; }
 
   private:
@@ -76,9 +78,9 @@ class Hierarchy {
             findings_.Add({code, Severity::Error, at, message, bone});
     }
 
-    // Finds the root's name: "root" if a line begins with it, or else the first word that begins a
-    // line and is no bone. It must not be a whole number, which a motion would take for a frame
-    // number.
+    // Finds the root's name. If a line begins with "root", that is the name. Otherwise the name is
+    // the first word that begins a line and is not the name of a bone. Whole numbers are passed
+    // over, because a motion would take them for frame numbers. Without such a word, it is "root".
     void NameRoot() {
         std::string name;
         double number = 0.0;
@@ -144,8 +146,9 @@ class Hierarchy {
         }
     }
 
-    // Whether the bone `above` is `bone` or one of its ancestors. All calls together take a limited
-    // number of steps; after these the answer is no, so that another error is reported.
+    // Whether the bone `above` is `bone` or one of its ancestors. All calls together may take
+    // kLooksPerBone steps for each bone of the skeleton. After that, returns false, and the caller
+    // reports another error.
     bool IsAbove(std::uint32_t above, std::uint32_t bone) {
         for (; bone != kNoBone && looks_ < kLooksPerBone * bones_.size(); ++looks_) {
             if (bone == above) return true;
@@ -154,8 +157,8 @@ class Hierarchy {
         return false;
     }
 
-    // Sorts parents before their children; otherwise the order is that of the file. Fails if a bone
-    // is its own ancestor.
+    // Fills `order` with all bones: parents come before their children, and otherwise the order is
+    // that of the file. Reports an error if a bone is its own ancestor.
     void OrderBones() {
         // By bone: 1 while it waits for its parent, 2 when it is in `order`.
         std::vector<std::uint8_t> state(bones_.size());
@@ -221,10 +224,11 @@ class Hierarchy {
     const std::vector<const char*>& starts_;
     AsfSkeleton& skeleton_;
     std::vector<AsfBone>& bones_;
-    std::vector<const char*> linesAt_;  // by bone: its first line as a parent, or null
-    const char* firstLine_ = nullptr;
-    std::size_t looks_ = 0;    // steps of IsAbove so far
-    bool isRootLate_ = false;  // the first line is not the root's
+    // By bone: where the first line begins that lists its children; null if there is none.
+    std::vector<const char*> linesAt_;
+    const char* firstLine_ = nullptr;  // where the first line begins
+    std::size_t looks_ = 0;            // number of steps that IsAbove has taken so far
+    bool isRootLate_ = false;          // whether the first line is not that of the root
 };
 
 }  // namespace

@@ -82,7 +82,7 @@ class PlainReader {
                 return false;
             }
         }
-        // The plug-in does not convert a root that comes before :units.
+        // If :root comes before :units, the plug-in does not convert the root's values.
         return !hasRoot_ || (degrees_ && length_ == 1.0);
     }
 
@@ -111,7 +111,8 @@ class PlainReader {
         return letters == "xyz";
     }
 
-    // False for a second list, since the plug-in would overwrite the first one in part.
+    // Returns false if the bone already has a list of dofs, because the plug-in would overwrite
+    // only a part of the first list.
     bool ReadDofs(bool isRoot, std::vector<Dof>& dofs) {
         if (!dofs.empty()) return false;
         while (!words_.AtLineEnd()) {

@@ -14,7 +14,7 @@
 namespace survey {
 namespace {
 
-// Lower versions are replaced by the default.
+// A version below this is replaced by the default version.
 constexpr double kLowestVersion = 1.0;
 
 // Replaces characters so that every reader takes the name for one word.
@@ -24,7 +24,8 @@ std::string OneWord(std::string name) {
     return name.empty() ? "skeleton" : name;
 }
 
-// The first line after that of `at` that begins with a colon; `end` if there is none.
+// Finds the first line that begins with a colon, after the line that holds `at`. Returns where the
+// colon is, or `end` if there is no such line.
 const char* FindSection(const char* at, const char* end) {
     while (at < end) {
         at = std::find_if(at, end, IsLineEnd);
@@ -34,12 +35,14 @@ const char* FindSection(const char* at, const char* end) {
     return at;
 }
 
-// White space that the plug-in takes for a part of a word, or for the end of the text.
+// Whether `c` is white space here, but the plug-in takes it for a part of a word or for the end of
+// the text.
 bool IsOdd(char c) {
     return c == '\v' || c == '\f' || c == '\0';
 }
 
-// The text as UTF-8, with line feeds, and without white space at its end.
+// Returns the text as UTF-8. Lines end with line feeds, odd white space becomes spaces, and white
+// space at the end is removed.
 std::string CleanText(std::string_view text) {
     while (!text.empty() && IsWhite(text.back()))
         text.remove_suffix(1);
@@ -113,7 +116,7 @@ class Reader {
             skeleton_.changed = true;
     }
 
-    // Makes the rest of the line one word.
+    // Reads the skeleton's name, which is the rest of the line. Joins its words with "_".
     void ReadName(const AsfWord& keyword) {
         const AsfWord& next = words_.Peek();
         if (next.IsEnd() || next.startsLine || next.IsKeyword()) {
@@ -155,8 +158,9 @@ class Reader {
         words_.MoveTo(end, true);
     }
 
-    // Skips an unknown section, or words outside of all sections. The plug-in skips only the name
-    // of such a section, so that its content, if there is any, must be left out.
+    // Skips an unknown section, or words outside of all sections. The plug-in skips only the
+    // keyword of an unknown section. If the section has any content, it must be left out of the
+    // mended text.
     void SkipSection(const AsfWord& word) {
         const bool isBare = word.IsKeyword() && words_.Peek().IsKeyword();
         if (isBare) {
@@ -168,7 +172,7 @@ class Reader {
             words_.Next();
     }
 
-    // Whether the word holds control characters, which texts do not.
+    // Whether the word has control characters, so that the file is not a text.
     static bool IsBinary(std::string_view word) {
         return std::any_of(word.begin(), word.end(),
                            [](char c) { return static_cast<unsigned char>(c) < 0x20; });

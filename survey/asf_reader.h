@@ -8,8 +8,9 @@
 
 namespace survey {
 
-// Reads the skeleton of `findings`' text and reports what is odd about it. `fileName` becomes the
-// skeleton's name if ":name" is empty. After an error the result must not be used.
+// Reads the skeleton from the text that `findings` is about, and reports what is odd about it.
+// `fileName` becomes the skeleton's name if ":name" is empty. If an error is reported, the result
+// must not be used.
 AsfSkeleton ReadAsf(FindingList& findings, const std::string& fileName);
 
 }  // namespace survey

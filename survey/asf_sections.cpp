@@ -20,7 +20,8 @@ bool InSection(const AsfWords& words) {
     return !words.Peek().IsEnd() && !words.Peek().IsKeyword();
 }
 
-// Reads the length or mass of :units. If it is not a positive number, reports that and returns 1.
+// Reads the number after "length" or "mass" in :units. A length must be above 0; a mass may be any
+// number. Otherwise reports what was found and returns 1.
 AsfNumber ReadUnit(AsfContext& context, const AsfWord& keyword) {
     const AsfWord word = context.words.Peek();
     double value = 0.0;

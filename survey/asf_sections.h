@@ -1,4 +1,5 @@
-// Reads the sections of an ASF file, each from after its keyword to the next keyword.
+// Reads the sections of an ASF file. A section goes from the word after its keyword to the next
+// keyword.
 #pragma once
 
 #include "survey/asf_values.h"
@@ -11,19 +12,19 @@ struct AsfContext {
     AsfSkeleton& skeleton;
 };
 
-// Whether the word begins a section that the format knows.
+// Whether the word is the keyword of a section that the format knows.
 bool IsAsfSection(const AsfWord& word);
-// Reports an unknown word and skips its line. `mended` says that the plug-in cannot read it, so
-// that it must be left out.
+// Reports an unknown word and skips its line. `mended` says that the plug-in cannot read the word,
+// so that the mended text leaves it out.
 void SkipUnknown(AsfContext& context, const AsfWord& word, bool mended);
 
 void ReadAsfUnits(AsfContext& context);
 void ReadAsfRoot(AsfContext& context);
 void ReadAsfBones(AsfContext& context);
 
-// Reads the :hierarchy sections that begin at `starts`, of which there is at least one. Gives bones
-// their parents and children, and fills in `skeleton.order`. `hasRoot` says that there is a :root
-// section; without one an error is reported.
+// Reads the :hierarchy sections. `starts` has the position after the keyword of each; there must be
+// at least one. Gives bones their parents and children, and fills in `skeleton.order`. `hasRoot`
+// says that there is a :root section; if there is none, an error is reported.
 void ReadAsfHierarchy(FindingList& findings, const std::vector<const char*>& starts, bool hasRoot,
                       AsfSkeleton& skeleton);
 

@@ -23,7 +23,8 @@ std::optional<Dof> DofOf(std::string_view word) {
     return static_cast<Dof>((kind == 'r' ? 3 : 0) + axis - 'x');
 }
 
-// Reads one limit, which may be infinite; nullopt if the word is not a number.
+// Reads one limit, which may be infinite. Returns nullopt if the word is not a number. `kind` and
+// `value` are what ClassifyWord says about the word.
 std::optional<AsfNumber> LimitOf(std::string_view word, WordKind kind, double value) {
     if (kind == WordKind::Number) return AsfNumber{value, word};
     if (kind != WordKind::NotFinite) return std::nullopt;

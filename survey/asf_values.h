@@ -1,5 +1,5 @@
-// Reads the values of an ASF file's keywords. Wrong values are reported as errors; then the
-// functions return false and the rest of the line is skipped.
+// Reads the values of an ASF file's keywords. If a value is wrong, the functions report an error,
+// skip the rest of the line and return false.
 #pragma once
 
 #include <span>
@@ -17,17 +17,17 @@ class AsfValues {
   public:
     AsfValues(AsfWords& words, FindingList& findings) : words_(words), findings_(findings) {}
 
-    // Fills `numbers`. Fails if there are more or fewer numbers. `what` names them in messages.
+    // Fills `numbers`. Fails if the file has more or fewer numbers. Messages call them `what`.
     bool ReadNumbers(const AsfWord& keyword, const std::string& what, std::span<AsfNumber> numbers);
-    // Reads the limits that follow, which may be infinite. Fails if their count is odd, or if
-    // another word follows on their line.
+    // Reads all limits that follow. They may be infinite. Fails if their count is odd, or if a word
+    // that is not a number follows on the same line.
     bool ReadLimits(const AsfWord& keyword, std::vector<AsfNumber>& limits);
-    // Reads a word such as "zyx"; `order` gets its letters as capitals.
+    // Reads a word such as "zyx". `order` receives its letters as capitals.
     bool ReadAxisOrder(const AsfWord& keyword, std::array<char, 3>& order);
-    // Appends the dofs on the rest of the line to those of the bone. Only the first two characters
-    // of a word count. The root cannot have a length.
+    // Reads the dofs on the rest of the line and appends them to those of the bone. Only the first
+    // two characters of a word count. Fails if the root has a length.
     bool ReadDofs(const AsfWord& keyword, bool isRoot, AsfBone& bone);
-    // Reads a name as UTF-8; empty if the line holds none.
+    // Reads a name and returns it as UTF-8; empty if no word follows on the line.
     std::string ReadName();
 
     // Reports an error at the word, skips the line, and returns false.
@@ -45,7 +45,7 @@ class AsfValues {
     const std::string* bone_ = nullptr;
 };
 
-// Whether the word, of two characters, is a dof of a bone.
+// Whether the word has exactly two characters and is a dof of a bone.
 bool IsDofWord(std::string_view word);
 
 }  // namespace survey

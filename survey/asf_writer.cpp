@@ -11,10 +11,11 @@
 namespace survey {
 namespace {
 
-constexpr int kDecimals = 12;
+constexpr int kDecimals = 12;  // the most decimals of a computed number
 constexpr const char* kDofWords[] = {"tx", "ty", "tz", "rx", "ry", "rz", "|"};
 
-// Limits a value to finite numbers, since a value computed from very large ones may be infinite.
+// Clamps a value to the finite numbers. A value that is computed from very large numbers may be
+// infinite.
 double Finite(double value) {
     return std::clamp(value, std::numeric_limits<double>::lowest(),
                       std::numeric_limits<double>::max());
@@ -136,7 +137,8 @@ class Writer {
 
 void AppendNumber(std::string& out, const AsfNumber& number) {
     if (!number.text.empty()) {
-        // A word that is not plain is a zero in a form that the plug-in refuses, such as ".0".
+        // A finite number whose word is not plain is a zero, in a form that the plug-in refuses,
+        // such as ".0".
         if (IsPlainWord(number.text, number.value) || !std::isfinite(number.value))
             out += number.text;
         else

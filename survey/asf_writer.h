@@ -9,10 +9,11 @@
 
 namespace survey {
 
-// Appends a number as the file has it; a computed one with at most 12 decimals.
+// Appends a number as the file writes it, but a zero in an odd form as "0". A number that was
+// computed is written with at most 12 decimals.
 void AppendNumber(std::string& out, const AsfNumber& number);
 
-// Writes parents before their children, and leaves out the dofs that bones leave out. All axis
+// Writes parents before their children. Dofs that are marked as left out are not written. All axis
 // orders must be XYZ. `source` is the text that the skeleton was read from.
 MendedText WriteAsf(const AsfSkeleton& skeleton, const SourceText& source);
 

@@ -10,6 +10,7 @@
 namespace survey {
 namespace {
 
+// A frame time outside of this range is reported as odd.
 constexpr double kLongestFrame = 2.0;      // seconds
 constexpr double kShortestFrame = 0.5e-3;  // seconds
 
@@ -32,7 +33,8 @@ class HeaderReader {
             motion_.timeAt = framesSeen_ ? motion_.framesAt : hasRows ? motion_.rows : motion_.at;
     }
 
-    // Whether nothing follows MOTION. Then only the missing rows are reported, by another function.
+    // Whether neither a header nor rows follow MOTION. In that case CompareFrameCount reports the
+    // missing rows, and the missing header is not reported.
     bool IsEmpty() const { return isEmpty_; }
 
     void ReportFrames() {
@@ -65,7 +67,7 @@ class HeaderReader {
     }
 
   private:
-    // "Frames:" count
+    // Parses "Frames:" and the count. Returns false if the next word does not begin them.
     bool ReadFrames() {
         const BvhWord keyword = words_.Peek();
         if (framesSeen_ || !BeginsWithWord(keyword.text, "Frames")) return false;
@@ -82,7 +84,7 @@ class HeaderReader {
         return true;
     }
 
-    // "Frame" "Time:" seconds
+    // Parses "Frame Time:" and the seconds. Returns false if the next word does not begin them.
     bool ReadTime() {
         const BvhWord keyword = words_.Peek();
         if (timeSeen_) return false;
@@ -114,9 +116,10 @@ class HeaderReader {
         return true;
     }
 
-    // Reads the value of a keyword: the rest of its word after the colon, the next word of the
-    // line, or a number alone on the next line, unless that may be a row of one channel. The
-    // result's text is empty if there is no value.
+    // Reads the value of a keyword. `rest` is the part of the keyword's word that begins with the
+    // colon. If text follows the colon there, that is the value. Otherwise the next word on the
+    // line is the value. Otherwise it is a number that is alone on the next line, but not in a
+    // motion of one channel, where that may be a row. Without a value, the result's text is empty.
     BvhWord ReadValue(const BvhWord& keyword, std::string_view rest) {
         BvhWord value = keyword;
         if (!rest.empty() && rest[0] == ':') rest.remove_prefix(1);
@@ -140,8 +143,8 @@ class HeaderReader {
         return at == words_.End() || IsLineEnd(*at);
     }
 
-    // Accepts decimals if all of them are zero. Nullopt if the word is not a whole number. Numbers
-    // beyond 64 bits become the largest or the smallest one.
+    // Returns the whole number that the word is, or nullopt. Digits after a point are accepted if
+    // all of them are zero. A number beyond 64 bits becomes the largest or the smallest one.
     static std::optional<std::int64_t> WholeNumber(std::string_view word) {
         const std::size_t point = word.find('.');
         if (point != std::string_view::npos &&
@@ -194,7 +197,8 @@ class HeaderReader {
     bool framesSeen_ = false;
     bool timeSeen_ = false;
     bool isEmpty_ = false;
-    // The keyword "Frame Time:" if it comes first. It is reported only if "Frames:" follows.
+    // The keyword "Frame Time:", if no "Frames:" comes before it. This order is reported only if
+    // "Frames:" follows later.
     BvhWord early_;
     std::string_view framesText_;
     std::string_view timeText_;

@@ -23,7 +23,8 @@ bool IsHeaderWord(std::string_view word) {
            EqualsWord(word, "Frame") || BeginsWithWord(word, "FrameTime");
 }
 
-// Columns of white space before the word. A tab goes to the next multiple of eight.
+// Counts the columns of white space before the word in its line. A tab goes to the next multiple of
+// eight.
 std::int64_t IndentationBefore(const char* word, const char* textStart) {
     const char* first = word;
     while (first > textStart && !IsLineEnd(first[-1]))
@@ -167,7 +168,8 @@ bool BvhHierarchyReader::OpenEndSite() {
     return ReadBrace(joint);
 }
 
-// A name is the rest of its line. Blanks in it become underscores.
+// Reads a joint's name, which is the rest of the line up to a brace. Each run of blanks in the name
+// becomes one underscore.
 bool BvhHierarchyReader::ReadName(BvhJoint& joint) {
     const BvhWord first = words_.Peek();
     if (first.IsEnd() || first.text == "{")
@@ -232,7 +234,7 @@ bool BvhHierarchyReader::ReadBrace(const BvhJoint& joint) {
     return true;
 }
 
-// Whether the next word ends a list of numbers or channels.
+// Whether the next word, which may be the end of the text, ends a list of numbers or channels.
 bool BvhHierarchyReader::IsBodyWord() const {
     const std::string_view word = words_.Peek().text;
     return word.empty() || word == "{" || word == "}" || IsJointWord(word) || IsEndSiteWord(word) ||

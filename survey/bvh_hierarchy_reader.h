@@ -1,5 +1,7 @@
-// Reads the hierarchy of a BVH section with the deviations that occur in files. Line breaks only
-// matter for names, and braces may touch other words.
+// Reads the hierarchy of a BVH section. Tolerates the deviations from the format that occur in
+// files. Braces may touch other words. Line ends separate words, like blanks; but they also end
+// names and comments, and the text after "End Site". After a complete list of numbers or channels,
+// a word on another line that is none of these ends the list.
 #pragma once
 
 #include <cstddef>
@@ -17,7 +19,8 @@ class BvhHierarchyReader {
         : words_(words), findings_(findings) {}
 
     // Reads from the word after HIERARCHY up to the motion's header, the next HIERARCHY or the end
-    // of the text. Returns false if the section is refused; it then holds what was read before.
+    // of the text. Returns false if the section is refused. In that case `section` holds what was
+    // read before the error.
     bool Read(BvhSection& section);
 
   private:
@@ -47,11 +50,14 @@ class BvhHierarchyReader {
     BvhWords& words_;
     FindingList& findings_;
     BvhSection* section_ = nullptr;
-    std::uint32_t current_ = kNoParent;
-    bool afterNumber_ = false;  // the first of the words that touch each other is a number
+    std::uint32_t current_ = kNoParent;  // index of the innermost joint whose brace is open
+    // Words that touch each other form a run. Whether the first word of the current run looks like
+    // a number.
+    bool afterNumber_ = false;
 };
 
-// What messages call a joint: its name, or "the end site of" its parent.
+// What messages call a joint: its name or, for an end site, "the end site of" and the parent's
+// name.
 std::string JointLabel(const BvhSection& section, const BvhJoint& joint);
 
 }  // namespace survey

@@ -13,7 +13,8 @@ namespace {
 // The most joints that a message names.
 constexpr std::size_t kMostNamed = 8;
 
-// For each joint, the index after that of its last descendant.
+// Returns, for each joint, the index of its last descendant plus 1. A joint without descendants has
+// its own index plus 1.
 std::vector<std::uint32_t> SubtreeEnds(const std::vector<BvhJoint>& joints) {
     std::vector<std::uint32_t> ends(joints.size(), 0);
     for (std::size_t i = joints.size(); i-- > 0;) {
@@ -24,7 +25,8 @@ std::vector<std::uint32_t> SubtreeEnds(const std::vector<BvhJoint>& joints) {
     return ends;
 }
 
-// Each joint's parent by indentation; empty if the indentation of a joint is not known.
+// Returns the parent of each joint by indentation. Returns an empty list if the indentation of a
+// joint is not known.
 std::vector<std::uint32_t> ParentsByIndentation(const std::vector<BvhJoint>& joints) {
     std::vector<std::uint32_t> parents;
     parents.reserve(joints.size());
@@ -39,7 +41,8 @@ std::vector<std::uint32_t> ParentsByIndentation(const std::vector<BvhJoint>& joi
     return parents;
 }
 
-// Whether the parents by indentation fit the braces that are there.
+// Whether the parents by indentation fit the braces that exist: each of them must be the parent by
+// braces or one of its ancestors.
 bool IndentationFits(const std::vector<BvhJoint>& joints,
                      const std::vector<std::uint32_t>& parents) {
     if (parents.empty()) return false;

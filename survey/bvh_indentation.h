@@ -6,10 +6,10 @@
 
 namespace survey {
 
-// If joints are still open where the section's motion begins, reports them; they end there. The
-// parent by indentation is the nearest earlier joint with less white space before it. If, for every
-// joint, that is the parent by braces or one of its ancestors, it becomes the joint's parent;
-// otherwise the parents by braces stay.
+// If the braces of joints are still open where the section's motion begins, reports these joints.
+// They end there. A joint's parent by indentation is the nearest earlier joint that is indented
+// less. If this parent is, for every joint, the parent by braces or one of its ancestors, all
+// joints get their parents by indentation. Otherwise they keep their parents by braces.
 void CloseOpenBraces(BvhSection& section, FindingList& findings);
 
 }  // namespace survey

@@ -14,7 +14,7 @@ namespace {
 constexpr std::array<std::string_view, kMostChannels> kChannelNames = {
     "Xposition", "Yposition", "Zposition", "Xrotation", "Yrotation", "Zrotation"};
 
-// The channel's index in kChannelNames; kMostChannels if the word is no channel.
+// Returns the index of the channel in kChannelNames, or kMostChannels if the word is no channel.
 std::size_t ChannelOf(std::string_view word) {
     std::size_t index = 0;
     while (index < kMostChannels && !EqualsWord(word, kChannelNames[index]))
@@ -24,7 +24,7 @@ std::size_t ChannelOf(std::string_view word) {
 
 }  // namespace
 
-// "OFFSET" x y z
+// Parses "OFFSET" x y z.
 bool BvhHierarchyReader::ReadOffset() {
     BvhJoint& joint = section_->joints[current_];
     const BvhWord keyword = Next();
@@ -63,8 +63,8 @@ bool BvhHierarchyReader::ReadOffset() {
     return true;
 }
 
-// Whether the next word is on another line than `line` and neither a number nor a channel. Such a
-// word is no part of a list that is complete without it.
+// Whether the next word is on another line than `line` and is neither a number nor a channel. Such
+// a word ends a list of numbers or channels that is already complete.
 bool BvhHierarchyReader::IsWordOfAnotherLine(std::uint32_t line) const {
     const BvhWord& word = words_.Peek();
     double value = 0.0;
@@ -109,7 +109,7 @@ bool BvhHierarchyReader::ReadOffsetWord(BvhJoint& joint, std::size_t& count, con
     return true;
 }
 
-// "CHANNELS" count { channel }
+// Parses "CHANNELS" count { channel }.
 bool BvhHierarchyReader::ReadChannels() {
     BvhJoint& joint = section_->joints[current_];
     const BvhWord keyword = Next();

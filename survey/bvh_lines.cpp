@@ -14,9 +14,9 @@ namespace survey {
 namespace {
 
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-constexpr std::uint32_t kMostValues = (1U << 28U) - 1;
+constexpr std::uint32_t kMostValues = (1U << 28U) - 1;  // the largest BvhLine::values
 
-// Whether a byte separates words.
+// Tells which bytes separate words.
 constexpr std::array<bool, 256> kSeparators = [] {
     std::array<bool, 256> separators{};
     for (const char c : {' ', '\t', '\v', '\f', '\n', '\r', '\0'})
@@ -28,12 +28,12 @@ bool IsSeparator(char c) {
     return kSeparators[static_cast<unsigned char>(c)];
 }
 
-// Whether a byte that separates words here does not do so for the plug-in.
+// Whether a byte separates words in this file, but not for the plug-in.
 bool IsOddWhite(char c) {
     return c == '\v' || c == '\f' || c == '\0';
 }
 
-// "0", "-0.000": ReadPlainDecimal does not read zeros.
+// Whether the word is a zero such as "0" or "-0.000". ReadPlainDecimal does not read zeros.
 bool IsPlainZero(std::string_view word) {
     if (word.starts_with('-')) word.remove_prefix(1);
     return word.starts_with('0') && word.find_first_not_of("0.") == std::string_view::npos &&
@@ -98,7 +98,8 @@ class LinesReader {
             const WordKind kind = AddWord(word);
             if (words_ == 1) isText = kind == WordKind::Other && otherCommas_.count == 0;
         }
-        // Words of several numbers are split only if the row then has one value for each channel.
+        // Words of several numbers, such as "1-2", are split only if the row then has one value for
+        // each channel.
         const bool isSplit = values_ != words_ && values_ == channels_;
         if (values_ != words_ && words_ == channels_) Unsplit();
         Finish(isText, isSplit);
@@ -151,7 +152,7 @@ class LinesReader {
         odd.index = values_;
     }
 
-    // Reads the line again without splitting words; words of several numbers become NaN.
+    // Reads the line again without splitting words. Words of several numbers become NaN.
     void Unsplit() {
         row_.clear();
         values_ = 0;
@@ -194,8 +195,9 @@ class LinesReader {
         read_.values.insert(read_.values.end(), row_.begin(), row_.end());
     }
 
-    // Reserves memory for the rows that follow if all are as long as this one. The growth is
-    // limited to a multiple of the rows so far, since the rest of the text may be another section.
+    // Reserves memory for the rows that follow, assuming that they have as many bytes as this row.
+    // The memory is limited to a multiple of the rows so far, because the rest of the text may be
+    // another section.
     void ReserveRows() {
         constexpr std::size_t kGrowth = 16;
         const std::size_t rows = read_.lines.size();
@@ -205,8 +207,8 @@ class LinesReader {
         read_.values.reserve(read_.values.size() + (expected + expected / 16) * row_.size());
     }
 
-    // A line that begins with text counts as a row if it has one value for each channel, at most
-    // half of them are not numbers, and a row follows. Until one does, it is stored apart.
+    // Stores a line that begins with text, until a row follows. The line then counts as a row too,
+    // if it has one value for each channel and at most half of the values are not numbers.
     void KeepForLater() {
         if (values_ != channels_ || 2 * notFinite_.count > values_) return;
         kept_.push_back(read_.lines.size() - 1);
@@ -214,6 +216,7 @@ class LinesReader {
         Add(keptNotFinite_, notFinite_);
     }
 
+    // Counts the stored lines that begin with text as rows.
     void AddKept() {
         if (kept_.empty()) return;
         for (const std::size_t line : kept_)
@@ -238,6 +241,8 @@ class LinesReader {
         if (otherCommas_.count > 0) Add(read_.mixed, otherCommas_);
     }
 
+    // To be called for each line with a wrong number of values. Checks whether the first value of
+    // these lines rises by a constant.
     void CheckCounter() {
         const double value = row_.empty() ? kNoNumber : row_[0];
         const double step = value - lastCounter_;
@@ -256,26 +261,27 @@ class LinesReader {
     std::size_t channels_;
     BvhLines read_;
 
-    // The line that is being read.
+    // What is known about the line that is being read.
     const char* lineStart_ = nullptr;
-    std::vector<double> row_;  // its first values, at most `channels_`
-    std::size_t words_ = 0;
-    std::size_t values_ = 0;
+    std::vector<double> row_;  // the line's first values, at most `channels_`
+    std::size_t words_ = 0;    // number of words so far
+    std::size_t values_ = 0;   // number of values so far
     bool isPlain_ = true;
     OddValue notFinite_;
     OddValue glued_;
     OddValue commas_;
-    OddValue otherCommas_;  // in words that are not numbers
+    OddValue otherCommas_;  // commas in words that are not numbers
 
-    // Lines that begin with text, until it is known whether rows follow.
-    std::vector<std::size_t> kept_;
+    // Lines that begin with text, and may still count as rows if a row follows.
+    std::vector<std::size_t> kept_;  // their indexes in `read_.lines`
     std::vector<double> keptValues_;
     OddValue keptNotFinite_;
 
-    // Lines with another number of values than there are channels.
-    std::size_t counted_ = 0;
-    double lastCounter_ = 0.0;
-    double counterStep_ = 0.0;
+    // What is known about the lines with another number of values than there are channels.
+    std::size_t counted_ = 0;   // number of these lines
+    double lastCounter_ = 0.0;  // the first value of the last of them
+    double counterStep_ = 0.0;  // the difference of the first values of the first two
+    // Whether all of them have one value too many, and their first values rise by a constant.
     bool counterRises_ = true;
 };
 

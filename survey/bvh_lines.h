@@ -1,4 +1,4 @@
-// Reads a motion line by line: how many values each line has, and which.
+// Reads a motion line by line, and finds out how many values each line has and which.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@ namespace survey {
 class RowWords {
   public:
     RowWords(const char* at, const char* end) : at_(at), end_(end) {}
-    // The next word; empty at the end.
+    // The next word; empty after the last one.
     std::string_view Next();
 
   private:
@@ -23,49 +23,54 @@ class RowWords {
     const char* end_;
 };
 
-// The kind of a row's word. `value` is set for a Number and a Comma, and is NaN otherwise.
+// The kind of a word in a row. Sets `value` to the number if the kind is Number or Comma, and to
+// NaN otherwise.
 WordKind ReadRowWord(std::string_view word, double& value);
 
 struct BvhLine {
     const char* at = nullptr;  // the line's first word
-    std::uint32_t line = 0;    // its number in the file, from 1
-    // Number of values. A word of several numbers without blanks counts as that many, unless the
-    // line has as many words as there are channels.
+    std::uint32_t line = 0;    // the line's number in the file, counted from 1
+    // Number of values. A word of several numbers, such as "1-2", counts as that many values. But
+    // if the line has as many words as there are channels, each word counts as one value.
     std::uint32_t values : 28;
-    std::uint32_t isPlain : 1;   // the plug-in reads every word as the number that it is
-    std::uint32_t isSplit : 1;   // such words are split, which gives one value for each channel
-    std::uint32_t hasGlued : 1;  // such words are counted as several values
-    std::uint32_t isText : 1;    // begins with a word that is no number of any kind
+    std::uint32_t isPlain : 1;   // whether the plug-in reads every word as the number that it is
+    std::uint32_t isSplit : 1;   // whether splitting words gives one value for each channel
+    std::uint32_t hasGlued : 1;  // whether a word counts as several values
+    // Whether the line is text, not a row. It begins with a word that is neither a number nor has a
+    // comma, and does not count as a row for another reason.
+    std::uint32_t isText : 1;
 };
 
-// Values with the same oddity: their count, and the first of them.
+// All values of a motion that have the same oddity.
 struct OddValue {
-    const char* at = nullptr;  // the first such word; null if there is none
-    std::string_view word;     // likewise
-    std::size_t index = 0;     // of that word's value in its row
-    std::size_t count = 0;
+    const char* at = nullptr;  // where the first odd word is; null if there is none
+    std::string_view word;     // the first odd word
+    std::size_t index = 0;     // index of the first odd word's value in its row
+    std::size_t count = 0;     // number of odd values
 };
 
 // What the lines of a motion hold.
 struct BvhLines {
     std::vector<BvhLine> lines;  // without blank lines
-    // The values of the lines that have as many values as there are channels; NaN for words that
-    // are not numbers or not finite.
+    // The values of the lines that have as many values as there are channels. A word that is not a
+    // finite number gives NaN. `notFinite` and `glued` are about the same lines.
     std::vector<double> values;
-    OddValue notFinite;  // in these lines: words that are not numbers or not finite
-    OddValue glued;      // in these lines: words of several numbers without blanks, which are split
-    OddValue commas;     // in all lines but those of text: decimal commas
-    // In all lines but those of text: commas that may not be decimal commas, because their line
-    // also has points or their word is no number.
+    OddValue notFinite;  // words that are not finite numbers
+    OddValue glued;      // words of several numbers, such as "1-2", that are split
+    // `commas` and `mixed` are about all lines except those of text.
+    OddValue commas;  // decimal commas
+    // Commas that may not be decimal commas, because their line also has points or their word is
+    // not a number.
     OddValue mixed;
-    // At least three lines have another number of values than there are channels; all of them have
-    // one too many, and their first value rises by a constant.
+    // True if at least three lines have another number of values than there are channels, all of
+    // these lines have one value too many, and their first value rises by a constant.
     bool hasCounter = false;
-    bool hasOddWhite = false;  // white space that the plug-in takes for a part of words
+    bool hasOddWhite = false;  // whether white space occurs that is no separator for the plug-in
     BvhSpot end;               // the next HIERARCHY or the end of the text
 };
 
-// Reads from `from` up to a line that begins with HIERARCHY, or to `textEnd`.
+// Reads from `from` up to a line that begins with HIERARCHY, or to `textEnd`. `channels` is the
+// number of values that each row should have.
 BvhLines ReadLines(BvhSpot from, const char* textEnd, std::size_t channels);
 
 }  // namespace survey

@@ -23,9 +23,9 @@ class PlainReader {
     PlainReader(const BvhSection& section, std::string_view text)
         : section_(section), textStart_(text.data()) {
         const char* const end = text.data() + text.size();
-        const bool hasRows = section.motion.present;
+        const bool hasMotion = section.motion.present;
         at_ = section.at.at;
-        last_ = hasRows ? section.motion.rows.at : end;
+        last_ = hasMotion ? section.motion.rows.at : end;
     }
 
     bool Agrees() {
@@ -48,8 +48,8 @@ class PlainReader {
     }
 
   private:
-    // Whether the plug-in comes to the section's first word. A NUL byte before it would end the
-    // text, and vertical tabs and form feeds would be a part of the word.
+    // Whether the plug-in finds the section's first word. If a NUL byte is before that word, the
+    // text ends there for the plug-in. A vertical tab or form feed would be a part of the word.
     bool IsReached() const {
         const char* before = section_.at.at;
         while (before > textStart_ && IsSeparator(before[-1]))

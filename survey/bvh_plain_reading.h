@@ -1,5 +1,6 @@
-// Checks whether the plug-in reads a section as the tolerant readers of this folder did. The
-// plug-in only knows words that are separated by tabs, line ends and spaces.
+// Checks whether the plug-in reads the same section from a BVH text as the readers of this folder,
+// which tolerate deviations from the format. For the plug-in, only tabs, line ends and spaces
+// separate words.
 #pragma once
 
 #include <string_view>
@@ -8,8 +9,8 @@
 
 namespace survey {
 
-// Compares the section from its HIERARCHY up to its rows or, without a motion, up to the end of
-// `text`, which is the whole file.
+// Whether the plug-in reads `section` from `text`, which is the whole file. Looks at the text from
+// the section's HIERARCHY up to its rows or, if it has no motion, up to the end of the text.
 bool IsReadPlainly(const BvhSection& section, std::string_view text);
 
 }  // namespace survey
