@@ -36,8 +36,9 @@ struct BvhLine {
     std::uint32_t isPlain : 1;   // whether the plug-in reads every word as the number that it is
     std::uint32_t isSplit : 1;   // whether splitting words gives one value for each channel
     std::uint32_t hasGlued : 1;  // whether a word counts as several values
-    // Whether the line is text, not a row. It begins with a word that is neither a number nor has a
-    // comma, and does not count as a row for another reason.
+    // Whether the line is text and not a row. Text begins with a word that is neither a number nor
+    // has a comma. But such a line counts as a row if most of its values are numbers, it has one
+    // for each channel, and a row follows.
     std::uint32_t isText : 1;
 };
 

@@ -13,17 +13,17 @@
 namespace survey {
 namespace {
 
-// As parts of the figure's size: the most that a constant position varies, the most that a position
-// relative to OFFSET differs from 0, and the shortest OFFSET that counts as one.
-constexpr double kConstantRange = 1e-6;
-constexpr double kRelativeRange = 1e-4;
-constexpr double kLeastOffset = 2e-4;
-// The offset of an added end site, as a part of the joint's own offset or, if that is 0, of the
-// diagonal of the box around the rest pose.
+// These are multiplied by the figure's size.
+constexpr double kConstantRange = 1e-6;  // the most that a constant position varies
+constexpr double kRelativeRange = 1e-4;  // the most that a relative position differs from 0
+constexpr double kLeastOffset = 2e-4;    // a shorter OFFSET counts as 0
+// An added end site has this part of the joint's own offset as its offset.
 constexpr double kEndSiteOfOffset = 0.25;
+// If the joint's own offset is 0, the end site's offset has this part of the figure's size as its
+// length.
 constexpr double kEndSiteOfBox = 0.05;
 
-// The rotations as listed, such as "x y z".
+// The joint's rotations in the order of its channels, such as "x y z".
 std::string Listed(const BvhJoint& joint) {
     std::string listed;
     for (std::size_t i = 0; i < joint.channelCount; ++i) {
@@ -38,7 +38,7 @@ double Length(const std::array<double, 3>& offset) {
     return std::hypot(offset[0], offset[1], offset[2]);
 }
 
-// The lowest and the highest value of each position channel of joints below the root.
+// Finds the lowest and the highest value of each position channel of the joints below the root.
 class PositionsBelowRoot {
   public:
     PositionsBelowRoot(const BvhSection& section, const BvhFrames& frames) : section_(section) {
@@ -55,7 +55,8 @@ class PositionsBelowRoot {
         return joint.parent != kNoParent && joint.HasPositions();
     }
 
-    // Whether all positions are near 0 although most of the joints have an OFFSET.
+    // Whether the positions are relative to OFFSET: all of them are near 0, although most of the
+    // joints that list positions have an OFFSET. `size` is the size of the figure.
     bool AreRelative(double size) const {
         std::size_t joints = 0;
         std::size_t withOffset = 0;
@@ -70,8 +71,8 @@ class PositionsBelowRoot {
         return 2 * withOffset > joints;
     }
 
-    // Whether the joint's positions keep one value. To be called once for each joint for which
-    // Covers is true, in file order.
+    // Whether each position channel of the joint keeps one value. Must be called once for each
+    // joint for which Covers is true, in file order.
     bool NextIsConstant(const BvhJoint& joint, double size) {
         bool isConstant = true;
         for (std::size_t i = 0; i < joint.channelCount; ++i) {
@@ -114,7 +115,7 @@ void Fold(const BvhJoint& joint, const double* row, bool addsOffsets, BvhJointPl
     }
 }
 
-// Leaves out the positions; the joints stay at their OFFSETs.
+// Leaves out the positions of all joints below the root. These joints stay at their OFFSETs.
 void DropPositions(const BvhSection& section, BvhPlan& plan) {
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         plan.joints[i].foldsPositions = PositionsBelowRoot::Covers(section.joints[i]);
@@ -134,11 +135,11 @@ void ReportRelative(const BvhSection& section, FindingList& findings) {
     }
 }
 
-// Joints of a section that one finding is about.
+// The joints of a section that one finding is about.
 struct Joints {
     const BvhJoint* first = nullptr;
     std::size_t count = 0;
-    bool areMended = false;  // the mended text differs for at least one
+    bool areMended = false;  // whether the mended text differs for at least one of them
 
     void Add(const BvhJoint& joint, bool isMended) {
         if (count++ == 0) first = &joint;
@@ -146,7 +147,8 @@ struct Joints {
     }
 };
 
-// Adds the joints to the finding of an earlier section; false if there is none.
+// Adds the joints to the finding with this code of an earlier section. Returns false if there is no
+// such finding.
 bool AddToEarlier(std::string_view code, const Joints& joints, FindingList& findings) {
     if (!findings.AddAgain(code, Severity::Note, joints.count)) return false;
     findings.Find(code)->mended |= joints.areMended;
@@ -269,7 +271,7 @@ bool PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bone
 void PlanEnds(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
               FindingList& findings) {
     Joints open;
-    double size = -1.0;  // of the figure; negative until it is needed
+    double size = -1.0;  // the size of the figure; negative until it is computed
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const BvhJoint& joint = section.joints[i];
         if (joint.isEndSite || joint.hasJoints) continue;

@@ -1,4 +1,4 @@
-// Decides how a section's mended text differs from the file, and reports the reasons.
+// Decides how the mended text of a section differs from the file, and reports the reasons.
 #pragma once
 
 #include <array>
@@ -14,32 +14,38 @@ struct BvhJointPlan {
     bool reexpressesRotations = false;  // rotations are written as other angles, in another order
     bool dropsRotations = false;  // rotations of an end site, which move nothing, are left out
     bool foldsPositions = false;  // position channels are left out; OFFSET becomes `offset`
-    bool clearsOffset = false;    // OFFSET becomes 0 0 0; all three positions are written
-    bool addsEndSite = false;     // the joint gets an end site at `endSiteOffset`
-    std::array<double, 3> offset{};
-    std::array<double, 3> endSiteOffset{};
+    // OFFSET becomes 0 0 0. If a component of the old OFFSET is not 0 and has no position channel,
+    // the joint gets a channel that keeps this component as its value.
+    bool clearsOffset = false;
+    bool addsEndSite = false;               // the joint gets an end site
+    std::array<double, 3> offset{};         // only used if `foldsPositions`
+    std::array<double, 3> endSiteOffset{};  // the OFFSET of the added end site
 };
 
 struct BvhPlan {
-    std::vector<BvhJointPlan> joints;  // by index of the section's joints
-    bool addsOffsets = false;          // positions in the file are relative to the OFFSETs
-    // Re-expressed rotations are listed x y z: the plug-in keeps that order and lets x act first.
-    // Otherwise they are listed z y x, which means the same rotation to every reader.
+    std::vector<BvhJointPlan> joints;  // one for each joint of the section, in the same order
+    // Whether positions of joints below the root are relative to OFFSET in the file. The mended
+    // text then has the sums of position and OFFSET.
+    bool addsOffsets = false;
+    // Whether re-expressed rotations are listed x y z. The plug-in lets x act first in that order.
+    // If false, they are listed z y x, which means the same rotation to every reader.
     bool listsXyz = false;
 };
 
-// Plans joints whose rotations are listed in rising order, such as x y z. With `bones`, end sites
-// lose their rotations, for which there is no bone. Returns whether an end site does. Needs no
-// rows.
+// Plans to re-express the rotations of joints that list them in rising order, such as x y z. If
+// `bones`, end sites lose their rotations, because no bone is built for an end site. Returns
+// whether an end site loses rotations. The rows of the section need not have been read.
 bool PlanRotations(const BvhSection& section, bool bones, BvhPlan& plan, FindingList& findings);
 
-// Plans joints below the root that list positions. With `bones` they are changed so that bones can
-// be built; otherwise they are only reported. Without rows nothing is reported, and with `bones`
-// the position channels are left out. Returns whether they are left out in that way.
+// Plans the joints below the root that list positions. If the positions are relative to OFFSET, the
+// OFFSETs are added to them. If `bones`, the joints are also changed so that bones can be built;
+// otherwise other positions are only reported. If there are no frames, nothing is reported, and if
+// `bones`, the position channels are left out. Returns whether they are left out for that reason.
 bool PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
                    FindingList& findings);
 
-// Plans joints that have neither children nor an end site. To be called after PlanPositions.
+// Plans the joints that have neither children nor an end site. If `bones`, they get an end site;
+// otherwise they are only reported. Must be called after PlanPositions.
 void PlanEnds(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
               FindingList& findings);
 

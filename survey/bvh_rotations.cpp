@@ -8,20 +8,22 @@
 namespace survey {
 namespace {
 
-// If the cosine of the middle angle is below this, the outer two rotate about the same axis.
+// If the cosine of the angle about y is below this, the angles about x and z count as rotating
+// about the same axis (gimbal lock).
 constexpr double kLock = 1e-14;
 // With fewer angles, starting a thread takes longer than it saves.
 constexpr std::size_t kWorthAThread = 20'000;
 
-using Angles = std::array<double, 3>;  // about x, y and z, degrees
+using Angles = std::array<double, 3>;  // about x, y and z, in degrees
 
-// The angle plus the number of full turns that brings it nearest to `to`, in degrees.
+// Adds full turns to the angle, so that it is as near as possible to `to`. Both are in degrees.
 double NearestTurn(double angle, double to) {
     const double turns = std::nearbyint((to - angle) * (1.0 / math::kFullTurn));
     return angle + math::kFullTurn * turns;
 }
 
-// Brings each angle nearest to the one before. Returns the sum of the squared differences.
+// Adds full turns to each angle, so that it is as near as possible to the same angle in `before`.
+// Returns the sum of the squared differences.
 double FollowFrom(Angles& angles, const Angles& before) {
     double distance = 0.0;
     for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -60,8 +62,9 @@ ReexpressedAngles::Matrix ReexpressedAngles::Product(const double* row) const {
     return m;
 }
 
-// The outer angle z is computed from the first column of the matrix, y from the column's last row,
-// and x from what remains when z is undone. So near gimbal lock x makes up for the error of z.
+// Angles z and y are computed from the first column of the matrix. Then the rotation about z is
+// undone, and x is computed from the result. So x makes up for the error that z has near gimbal
+// lock.
 void ReexpressedAngles::Next(const double* row, double angles[3]) {
     if (isFirst_)
         for (std::size_t i = 0; i < count_; ++i)
@@ -87,7 +90,7 @@ void ReexpressedAngles::Next(const double* row, double angles[3]) {
     Angles near = {x * math::kDegreesPerRadian, y * math::kDegreesPerRadian,
                    z * math::kDegreesPerRadian};
     Angles far = {near[0] + math::kHalfTurn, math::kHalfTurn - near[1], near[2] + math::kHalfTurn};
-    // At gimbal lock z must stay, so `near` is used.
+    // `near` and `far` are the same rotation. At gimbal lock `near` is used, because it keeps z.
     if (FollowFrom(near, previous_) <= FollowFrom(far, previous_) || isLocked)
         previous_ = near;
     else
@@ -96,7 +99,8 @@ void ReexpressedAngles::Next(const double* row, double angles[3]) {
         angles[axis] = previous_[axis];
 }
 
-// Each frame of a joint depends on the one before, so the threads share the joints, not the frames.
+// A joint's angles in a frame depend on its angles in the frame before. Therefore each thread
+// computes all frames of one half of the joints.
 ReexpressedFrames::ReexpressedFrames(const BvhSection& section,
                                      const std::vector<std::size_t>& joints,
                                      const BvhFrames& frames)

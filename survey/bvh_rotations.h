@@ -1,5 +1,5 @@
-// Re-expresses rotations that are listed in any order as angles about x, y and z, of which x acts
-// first. The angles do not jump from frame to frame.
+// Converts rotations that are listed in any order to angles about x, y and z. The rotation about x
+// acts first, that about z last. The angles do not jump from frame to frame.
 #pragma once
 
 #include <array>
@@ -11,15 +11,16 @@
 
 namespace survey {
 
-// The angles of one joint, frame by frame.
+// Computes the angles of one joint, frame by frame.
 class ReexpressedAngles {
   public:
     explicit ReexpressedAngles(const BvhJoint& joint);
 
-    // Writes the angles of the next frame, whose values are `row`, in degrees about x, y and z.
-    // They satisfy Rz * Ry * Rx = the product of the listed rotations from left to right, for
-    // column vectors. Of all such angles they are the ones nearest to those of the frame before; in
-    // the first frame, to the listed angles. At gimbal lock z keeps its value.
+    // Sets `angles` to the angles of the next frame about x, y and z, in degrees. `row` has the
+    // values of that frame. For column vectors, Rz * Ry * Rx is the product of the listed rotations
+    // from left to right. Of all such angles, chooses those nearest to the angles of the frame
+    // before; in the first frame, those nearest to the listed angles. At gimbal lock, the angle
+    // about z stays as it was.
     void Next(const double* row, double angles[3]);
 
   private:
@@ -27,21 +28,23 @@ class ReexpressedAngles {
 
     Matrix Product(const double* row) const;
 
-    std::array<std::size_t, 3> axes_{};     // of the rotations, as listed
-    std::array<std::size_t, 3> columns_{};  // their indexes in a row
+    std::array<std::size_t, 3> axes_{};     // the axes of the rotations, in the order of the file
+    std::array<std::size_t, 3> columns_{};  // the indexes of their values in a row
     std::size_t count_ = 0;                 // number of rotations
     bool isFirst_ = true;
-    std::array<double, 3> previous_{};  // the last frame's angles about x, y and z
+    // Angles of the last frame about x, y and z, in degrees.
+    std::array<double, 3> previous_{};
 };
 
-// The angles of several joints in every frame.
+// Holds the angles of several joints in every frame.
 class ReexpressedFrames {
   public:
-    // `joints` are rising indexes into the section's joints.
+    // `joints` are indexes into the section's joints, in rising order.
     ReexpressedFrames(const BvhSection& section, const std::vector<std::size_t>& joints,
                       const BvhFrames& frames);
 
-    // The frame's angles: three for each of `joints`, in degrees about x, y and z.
+    // The angles of the frame at this index, counted from 0. There are three for each of `joints`:
+    // about x, y and z, in degrees.
     const double* Frame(std::size_t frame) const { return angles_.data() + frame * width_; }
 
   private:

@@ -10,10 +10,10 @@
 namespace survey {
 namespace {
 
-constexpr int kAngleDecimals = 12;
+constexpr int kAngleDecimals = 12;  // the most decimals of a re-expressed angle
 
-// One of the joint's three re-expressed columns, by its index. Their order is x y z if `rises`,
-// otherwise z y x.
+// Makes the column of a re-expressed angle. `index` is 0, 1 or 2: its index among the three angles
+// of its joint. The order of the angles is x y z if `rises`, otherwise z y x.
 BvhColumn Reexpressed(std::size_t index, bool rises) {
     constexpr BvhChannel kOrder[] = {BvhChannel::RotationX, BvhChannel::RotationY,
                                      BvhChannel::RotationZ};
@@ -54,7 +54,7 @@ std::vector<BvhColumn> PlannedColumns(const BvhSection& section, const BvhPlan& 
             columns.push_back({kind, channel, value, offset});
         }
     }
-    // Two listed rotations become three angles.
+    // Two listed rotations become three angles, so a third column follows the two.
     if (reexpressed == 2) {
         const auto last = std::find_if(columns.rbegin(), columns.rend(), [](const auto& column) {
             return column.kind == BvhColumn::Kind::Reexpressed;
@@ -126,7 +126,7 @@ char* BvhRowWriter::WriteColumn(const BvhColumn& column, const BvhRow& row, cons
     switch (column.kind) {
         case BvhColumn::Kind::Reexpressed:
             out = text::WriteNumber(out, angles_[AxisOf(column.channel)], kAngleDecimals);
-            // After the third angle, the next joint's follow.
+            // After a joint's third angle, moves on to the angles of the next joint.
             if (column.value == 2) angles_ += 3;
             return out;
         case BvhColumn::Kind::Constant:

@@ -1,4 +1,4 @@
-// Writes the rows of a mended text by a section's plan.
+// Writes the rows of a mended text as the plan of the section says.
 #pragma once
 
 #include <string>
@@ -17,17 +17,18 @@ struct BvhColumn {
     enum class Kind : std::uint8_t { AsWritten, Added, Constant, Reexpressed };
     Kind kind = Kind::AsWritten;
     BvhChannel channel = BvhChannel::PositionX;
-    // AsWritten, Added: index of the value in the file's row. Reexpressed: how many re-expressed
-    // columns of the joint come before this one.
+    // For AsWritten and Added: the index of the value in the file's row. For Reexpressed: how many
+    // re-expressed columns of the joint come before this one.
     std::size_t value = 0;
-    double number = 0.0;  // Added: what is added to the value. Constant: the value.
+    // For Added: what is added to the value of the file. For Constant: the value to be written.
+    double number = 0.0;
 };
 
-// The columns of a joint in the order of the mended text; at most kMostChannels.
+// The columns of a joint in the order of the mended text. There are at most kMostChannels.
 std::vector<BvhColumn> PlannedColumns(const BvhSection& section, const BvhPlan& plan,
                                       std::size_t joint);
 
-// The indexes of the joints whose rotations the plan re-expresses, rising.
+// The indexes of the joints whose rotations the plan re-expresses, in rising order.
 std::vector<std::size_t> ReexpressedJoints(const BvhPlan& plan);
 
 class BvhRowWriter {
@@ -37,7 +38,7 @@ class BvhRowWriter {
     BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
                  const ReexpressedFrames& reexpressed, std::string_view text);
 
-    // Appends the frame's row without a line end.
+    // Appends the row of the frame at this index, without a line end.
     void Write(std::size_t frame, std::string& out);
 
   private:
@@ -49,9 +50,10 @@ class BvhRowWriter {
     std::vector<BvhColumn> columns_;
     const ReexpressedFrames& reexpressed_;
     std::size_t wordsNeeded_ = 0;  // number of words of a row up to the last one that is copied
-    std::vector<std::string_view> words_;
-    std::vector<char> row_;           // buffer for the row that is being written
-    const double* angles_ = nullptr;  // the three angles of the next joint that is re-expressed
+    std::vector<std::string_view> words_;  // the file's words for the row that is being written
+    std::vector<char> row_;                // buffer for the row that is being written
+    // The three angles of the joint whose re-expressed angles are written next.
+    const double* angles_ = nullptr;
 };
 
 }  // namespace survey

@@ -12,11 +12,11 @@
 namespace survey {
 namespace {
 
-// One row in kRowsForOneBad may have a wrong length; in any motion with at least
-// kFewestRowsForOneBad rows, one row may.
+// A motion is refused if more than one row in kRowsForOneBad has a wrong number of values. But one
+// such row is accepted in every motion with at least kFewestRowsForOneBad rows.
 constexpr std::size_t kRowsForOneBad = 100;
 constexpr std::size_t kFewestRowsForOneBad = 10;
-// A motion is refused if more than one value in this many is not a finite number.
+// A motion is refused if more than one value in kNotFiniteShare is not a finite number.
 constexpr std::size_t kNotFiniteShare = 4;
 
 class RowsReader {
@@ -44,7 +44,7 @@ class RowsReader {
     }
 
   private:
-    // Removes the lines of text, which are no rows.
+    // Removes and reports the lines that are text and not rows.
     void RemoveText() {
         const auto isText = [](const BvhLine& line) { return line.isText != 0; };
         auto& lines = read_.lines;
@@ -90,9 +90,9 @@ class RowsReader {
         return true;
     }
 
-    // Whether rows and lines differ: most lines have another number of values than there are
-    // channels, but either each line holds several whole frames, or all frames are split into lines
-    // alike.
+    // Whether the frames are not one line each. Then most lines have another number of values than
+    // there are channels. Either each line holds one or more whole frames, or every frame is split
+    // into lines in the same way.
     bool IsStream() const {
         const std::size_t channels = section_.channels;
         const auto& lines = read_.lines;
@@ -119,7 +119,7 @@ class RowsReader {
         return true;
     }
 
-    // Reads value after value, whatever the lines are. The plug-in does the same, so nothing is
+    // Reads value after value and ignores line ends. The plug-in does the same, so that this is not
     // reported.
     void ReadStream() {
         read_.notFinite = {};
@@ -189,8 +189,8 @@ class RowsReader {
                values >= static_cast<double>(*frames) * static_cast<double>(section_.channels);
     }
 
-    // Stores one frame for each line. A line with a wrong number of values repeats the values of
-    // the frame before; before the first good line, those of the first good line.
+    // Stores one frame for each line. A line with a wrong number of values gets the values of the
+    // frame before. If no good line comes before it, it gets the values of the first good line.
     void KeepRows() {
         const auto& lines = read_.lines;
         const auto toRow = [](const BvhLine& line) {
@@ -234,9 +234,9 @@ class RowsReader {
         findings_.AddAgain(code, Severity::Warning, odd.count - 1);
     }
 
-    // Replaces each value that is not finite by the channel's last finite value; before the first
-    // finite one by that one, and by 0 if the channel has none. Returns false if too many are not
-    // finite.
+    // Replaces each value that is not finite by the last finite value of the channel before it. If
+    // there is none before it, uses the first finite value of the channel; if the channel has none
+    // at all, uses 0. Returns false, and replaces nothing, if too many values are not finite.
     bool RepairValues() {
         const std::size_t count = read_.notFinite.count;
         if (count == 0) return true;
@@ -278,7 +278,7 @@ class RowsReader {
     BvhFrames& frames_;
     BvhLines read_;
     bool hasBadRows_ = false;
-    bool isTextBetween_ = false;  // rows follow after a line of text
+    bool isTextBetween_ = false;  // whether rows follow after a line of text
 };
 
 }  // namespace

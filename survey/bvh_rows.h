@@ -13,17 +13,19 @@ namespace survey {
 
 // Where the values of a frame are in the text.
 struct BvhRow {
-    const char* at = nullptr;  // the first word; the others follow it, perhaps on further lines
-    std::uint32_t line = 0;    // the frame's own line, also if its values are those of another row
-    bool isPlain = true;       // the plug-in reads each word as the number that it is
-    bool isSplit = false;      // a word may hold several numbers without a blank between them
+    // The first word. The others follow it, perhaps on further lines. If the frame's own line has a
+    // wrong number of values, this is the first word of the row whose values it gets instead.
+    const char* at = nullptr;
+    std::uint32_t line = 0;  // number of the frame's own line, counted from 1
+    bool isPlain = true;     // whether the plug-in reads each word as the number that it is
+    bool isSplit = false;    // whether a word may hold several numbers, such as "1-2"
 };
 
 struct BvhFrames {
     std::vector<BvhRow> rows;    // one for each frame
-    std::vector<double> values;  // frame by frame, in the file's units; finite
-    std::size_t channels = 0;    // values in each frame
-    bool hasOddWhite = false;    // white space that the plug-in takes for a part of words
+    std::vector<double> values;  // frame by frame, in the file's units; all are finite
+    std::size_t channels = 0;    // number of values in each frame
+    bool hasOddWhite = false;    // whether white space occurs that is no separator for the plug-in
     BvhSpot end;                 // where the next section begins, or the end of the text
 
     std::size_t Count() const { return rows.size(); }
@@ -31,14 +33,15 @@ struct BvhFrames {
 };
 
 // Reads the rows after the section's header and reports what is odd about them. Returns false if
-// the motion is refused; `frames` then holds whatever could be read.
+// the motion is refused. In that case `frames` may be incomplete and hold values that are not
+// finite.
 bool ReadRows(const BvhSection& section, std::string_view text, FindingList& findings,
               BvhFrames& frames);
 
-// Reports if the header announces another number of frames than `frames`, or if there are none.
+// Reports if the header announces another number of frames than `frames`, or if `frames` is 0.
 void CompareFrameCount(const BvhSection& section, std::size_t frames, FindingList& findings);
 
-// The joint that the value at this index of a row belongs to; null if there is none.
+// The joint that the value at index `value` of a row belongs to; null if there is none.
 const BvhJoint* JointOfValue(const BvhSection& section, std::size_t value);
 
 }  // namespace survey

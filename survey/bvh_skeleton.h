@@ -1,5 +1,5 @@
-// What the readers return from a BVH file: joints and the header of the motion, and where in the
-// text they are. Lines count from 1.
+// The records in which the readers store a BVH file: its joints and the headers of its motions, and
+// where these are in the text. Line numbers count from 1.
 #pragma once
 
 #include <array>
@@ -27,7 +27,7 @@ inline constexpr std::size_t kMostChannels = 6;
 constexpr bool IsRotation(BvhChannel channel) {
     return channel >= BvhChannel::RotationX;
 }
-// 0, 1 or 2 for x, y or z.
+// The axis of a channel: 0, 1 or 2 for x, y or z.
 constexpr std::size_t AxisOf(BvhChannel channel) {
     return static_cast<std::size_t>(channel) % 3;
 }
@@ -35,30 +35,31 @@ constexpr std::size_t AxisOf(BvhChannel channel) {
 // Where a word is in the text.
 struct BvhSpot {
     const char* at = nullptr;
-    std::uint32_t line = 0;
+    std::uint32_t line = 0;  // 0 if there is no such word
 };
 
 struct BvhJoint {
     std::string name;  // UTF-8, without blanks; empty for end sites
     std::uint32_t parent = kNoParent;
     bool isEndSite = false;
-    bool isRoot = false;  // its keyword is ROOT
+    bool isRoot = false;  // whether its keyword is ROOT
     bool hasOffset = false;
-    bool hasChannels = false;  // there is a CHANNELS, even one without channels
-    bool hasJoints = false;    // has children, which may be end sites
+    bool hasChannels = false;  // whether it has the keyword CHANNELS, even without channels
+    bool hasJoints = false;    // whether it has children, which may be end sites
     std::uint8_t channelCount = 0;
     std::array<BvhChannel, kMostChannels> channels{};  // in the file's order
-    std::size_t firstValue = 0;                        // index of its first channel in a row
-    std::array<double, 3> offset{};                    // in the file's unit
-    // The numbers of OFFSET as they are in the text; empty if the plug-in would not read them so.
+    std::size_t firstValue = 0;      // index of its first channel's value in a row
+    std::array<double, 3> offset{};  // in the file's unit
+    // The numbers of OFFSET as words of the text. A word is empty if the plug-in would not read it
+    // as the number in `offset`.
     std::array<std::string_view, 3> offsetWords{};
     BvhSpot keyword;
     BvhSpot brace;
     BvhSpot offsetAt;
     BvhSpot channelsAt;
-    BvhSpot end;  // its closing brace; null if it is missing
-    std::int64_t indentation =
-        -1;  // columns before its keyword; -1 if that does not begin its line
+    BvhSpot end;  // the closing brace; `end.at` is null if it is missing
+    // Number of columns before the keyword; -1 if the keyword is not the first word of its line.
+    std::int64_t indentation = -1;
 
     bool HasPositions() const {
         for (std::size_t i = 0; i < channelCount; ++i)
@@ -70,7 +71,7 @@ struct BvhJoint {
             if (IsRotation(channels[i])) return true;
         return false;
     }
-    // Whether it lists two or three rotations, x before y before z.
+    // Whether the joint lists two or three rotations, and their axes are in the order x, y, z.
     bool HasRisingRotations() const;
 };
 
@@ -87,26 +88,30 @@ inline bool BvhJoint::HasRisingRotations() const {
 }
 
 struct BvhMotionHeader {
-    bool present = false;  // MOTION is there, or it is missing before a header
-    BvhSpot at;
-    BvhSpot framesAt;                    // where the count of frames is, or where it is missing
-    BvhSpot timeAt;                      // where the frame time is, or where it is missing
-    std::optional<std::int64_t> frames;  // a count beyond 64 bits becomes the largest one
-    std::optional<double> frameTime;     // seconds; may be any number, also 0 or negative
-    std::string timeWord;                // `frameTime` as it was written, with a decimal point
-    BvhSpot rows;                        // the first word after the header
+    bool present = false;  // whether the section has MOTION, or a header without this keyword
+    BvhSpot at;            // the keyword MOTION; if it is missing, the header's first word
+    BvhSpot framesAt;      // where the number of frames is, or where it is missing
+    BvhSpot timeAt;        // where the frame time is, or where it is missing
+    // The number of frames that the header announces; nullopt if it announces none. It may be
+    // negative. A number beyond 64 bits becomes the largest or the smallest one.
+    std::optional<std::int64_t> frames;
+    // In seconds; may be any number, also 0 or negative. Nullopt if the header states none.
+    std::optional<double> frameTime;
+    std::string timeWord;  // `frameTime` as the file writes it, but always with a decimal point
+    BvhSpot rows;          // the first word after the header, or the end of the text
 };
 
 // One HIERARCHY and the MOTION that follows it.
 struct BvhSection {
-    BvhSpot at;
+    BvhSpot at;                    // the keyword HIERARCHY
     std::vector<BvhJoint> joints;  // in the file's order, so that parents come first
-    std::size_t channels = 0;      // values in a row
+    std::size_t channels = 0;      // number of values that each row should have
     BvhMotionHeader motion;
-    std::size_t bracesOpen = 0;  // joints without a closing brace
-    // Number of closing braces that touch a number. The plug-in skips them with the number.
+    std::size_t bracesOpen = 0;  // number of joints without a closing brace
+    // Number of closing braces that touch a number before them. The plug-in skips such a brace
+    // together with the number.
     std::size_t bracesAfterNumbers = 0;
-    BvhSpot firstBraceAfterNumber;  // the first of these
+    BvhSpot firstBraceAfterNumber;  // the first of these braces
 };
 
 }  // namespace survey

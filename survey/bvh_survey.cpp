@@ -1,4 +1,4 @@
-// Surveys a BVH file: reads it, reports, and writes the mended text.
+// Surveys a BVH file: reads it, reports what is odd about it, and writes the mended text.
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -134,7 +134,8 @@ class BvhSurveyor {
         }
     }
 
-    // Scans the rows, and reads them only if their values are needed.
+    // Scans the rows of the section. Reads them only if their values are needed, if the scan found
+    // something odd, or if another section follows.
     bool ReadMotion(BvhPart& part, BvhWords& words) {
         BvhSection& section = part.section;
         BvhSpot end{words.End(), 0};
@@ -195,13 +196,14 @@ class BvhSurveyor {
 
     bool IsAltered() const { return isAltered_ || findings_.HasMended(); }
 
-    // Whether a text is written. For Purpose::Fix, only a mended finding is a reason.
+    // Whether a mended text is written. For Purpose::Fix, only a mended finding is a reason.
     bool IsWritten() const {
         if (options_.purpose == Purpose::Check) return false;
         return options_.purpose == Purpose::Fix ? findings_.HasMended() : IsAltered();
     }
 
-    // The duration of a frame in seconds.
+    // The duration of a frame in seconds. The user's rate overrides that of the file, but not for
+    // Purpose::Fix.
     double FrameTime(const BvhSection& section) const {
         if (options_.framesPerSecond && options_.purpose != Purpose::Fix)
             return 1.0 / *options_.framesPerSecond;
@@ -216,7 +218,7 @@ class BvhSurveyor {
         for (std::size_t i = 0; i < parts_.size(); ++i) {
             BvhPart& part = parts_[i];
             if (!part.hasFrames && part.section.motion.present) {
-                FindingList ignored(source_);  // nothing is odd about these rows
+                FindingList ignored(source_);  // stays empty: the scan found nothing odd
                 ReadRows(part.section, Text(), ignored, part.frames);
             }
             const bool isLast = i + 1 == parts_.size();
@@ -252,7 +254,8 @@ class BvhSurveyor {
             orders.push_back(order);
     }
 
-    // Reports the figure's shape from poses of the first section, spread over the take.
+    // Reports the figure's shape. It is found from poses of the first section that are spread over
+    // all its frames.
     void ExamineShape() {
         const BvhPart& part = parts_.front();
         FigureShape shape;
@@ -277,7 +280,9 @@ class BvhSurveyor {
     SourceText source_;
     FindingList findings_;
     bool bones_ = false;
-    bool isAltered_ = false;  // the text must be written although no finding says so
+    // Whether the plug-in would misread the file, or the plan changes it, for a reason that is not
+    // reported.
+    bool isAltered_ = false;
     std::vector<BvhPart> parts_;
     BvhSurvey result_;
 };

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::array<double, 9> kIdentity = {1, 0, 0, 0, 1, 0, 0, 0, 1};
 
-// rotation = rotation * R, where R rotates about `axis`.
+// Replaces `rotation` by rotation * R, where R rotates about `axis` by `degrees`.
 void RotateAbout(std::array<double, 9>& rotation, std::size_t axis, double degrees) {
     const double angle = degrees * math::kRadiansPerDegree;
     const double sine = std::sin(angle);

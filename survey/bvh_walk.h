@@ -1,6 +1,6 @@
-// Forward kinematics of a section by the rules of the format: a joint's rotation is the product of
-// its listed rotations from left to right, for column vectors, and a position channel replaces its
-// component of the OFFSET.
+// Forward kinematics of a section by the rules of the format. A joint's rotation is the product of
+// its listed rotations from left to right, for column vectors. A position channel replaces the
+// component of OFFSET that has the same axis.
 #pragma once
 
 #include <array>
@@ -14,12 +14,13 @@ namespace survey {
 
 class BvhWalk {
   public:
-    // With `addsOffsets` a position channel is added to its component instead. The section must
-    // outlive this object.
+    // If `addsOffsets`, a position channel is added to the component of OFFSET instead of replacing
+    // it. The section must outlive this object.
     BvhWalk(const BvhSection& section, bool addsOffsets);
 
-    // The box around all joints and end sites: at rest, and in the frame with the values `row`.
+    // The box around all joints and end sites of the rest pose.
     Extent RestExtent();
+    // The same box for the frame whose values are `row`.
     Extent FrameExtent(const double* row);
 
   private:
@@ -33,8 +34,8 @@ class BvhWalk {
     std::vector<std::array<double, 3>> positions_;
 };
 
-// The diagonal of the box around the rest pose; if that is 0, of the box around the first frame.
-// 0 if both are points.
+// The length of the diagonal of the box around the rest pose. If that is 0, the diagonal of the box
+// around the first frame is used, which may be 0 too.
 double FigureSize(const BvhSection& section, const BvhFrames& frames);
 
 }  // namespace survey

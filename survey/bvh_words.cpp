@@ -79,9 +79,9 @@ void BvhWords::Advance() {
     afterWord_ = true;
 }
 
-// The end of a name that begins at `first`: the end of its line, or a brace that opens the body. A
-// brace that touches the name is part of it if its word is the last of the line and the next line
-// begins with a brace, which then opens the body.
+// Returns where the name that begins at `first` ends: at the end of the line, or before the "{"
+// that opens the joint's body. A "{" without white space before it may belong to the name. It does
+// if its word is the last one of the line and the next word is a "{", which then opens the body.
 const char* BvhWords::NameEnd(const char* first) const {
     const char* const brace =
         std::find_if(first, End(), [](char c) { return IsLineEnd(c) || c == '{'; });

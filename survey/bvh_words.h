@@ -10,10 +10,10 @@
 namespace survey {
 
 struct BvhWord {
-    std::string_view text;  // empty at the end of the text
-    std::uint32_t line = 0;
-    bool beginsLine = false;
-    bool glued = false;  // there is no white space between it and the word before
+    std::string_view text;    // empty at the end of the text
+    std::uint32_t line = 0;   // counted from 1
+    bool beginsLine = false;  // whether it is the first word of its line
+    bool glued = false;       // whether there is no white space between it and the word before
 
     bool IsEnd() const { return text.empty(); }
     BvhSpot Spot() const { return {text.data(), line}; }
@@ -21,15 +21,15 @@ struct BvhWord {
 
 class BvhWords {
   public:
-    // Reports comments. `text` and `findings` must outlive this object.
+    // Skipped comments are added to `findings`. `text` and `findings` must outlive this object.
     BvhWords(std::string_view text, FindingList& findings);
 
     const BvhWord& Peek() const { return next_; }
     BvhWord Next();
-    // Consumes the rest of the line that the next word is on, up to a brace that opens a body, and
-    // returns it without white space around it.
+    // Reads from the next word to the end of its line, or up to a brace that opens a joint's body.
+    // Returns what was read without white space at its end.
     std::string_view RestOfLine();
-    // Continues at a later spot of the text.
+    // Continues reading at `spot`.
     void MoveTo(BvhSpot spot);
 
     const char* End() const { return text_.data() + text_.size(); }
@@ -45,12 +45,12 @@ class BvhWords {
     FindingList& findings_;
     const char* at_;
     std::uint32_t line_ = 1;
-    bool beginsLine_ = true;
-    bool afterWord_ = false;
+    bool beginsLine_ = true;  // whether no word has been read on the current line
+    bool afterWord_ = false;  // whether a word ends at `at_`
     BvhWord next_;
 };
 
-// Both ignore letter case.
+// Both functions ignore the case of ASCII letters.
 bool EqualsWord(std::string_view word, std::string_view keyword);
 bool BeginsWithWord(std::string_view word, std::string_view keyword);
 

@@ -11,7 +11,7 @@
 namespace survey {
 namespace {
 
-// Joints at a greater depth are not indented further.
+// The most tabs that a line is indented by.
 constexpr std::size_t kDeepest = 32;
 // With fewer values, starting a thread takes longer than it saves.
 constexpr std::size_t kWorthAThread = 20'000;
@@ -128,7 +128,8 @@ class SectionWriter {
         Line(joint.channelsAt.line, line);
     }
 
-    // Writes an indented line. `original` is its line in the file; 0 if it has none there.
+    // Writes an indented line. `original` is the number of this line in the file, or 0 if the file
+    // has no such line.
     void Line(std::size_t original, std::string_view text) {
         writer_.From(original);
         writer_.Text().append(std::min(open_.size(), kDeepest), '\t');

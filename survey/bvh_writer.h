@@ -1,6 +1,7 @@
-// Writes the mended text of a BVH: keywords in their usual letter case, line feeds, the true number
-// of frames, one row for each frame. Every reader that follows the format's rules reads it as
-// meant, unless the plan lists re-expressed rotations in the order that only the plug-in reads so.
+// Writes the mended text of a BVH file. Keywords get their usual letter case, lines end with line
+// feeds, each frame has one row, and the number of frames is correct. Every reader that follows the
+// rules of the format reads the text as it is meant. The only exception is BvhPlan::listsXyz, an
+// order of rotations that only the plug-in reads in that way.
 #pragma once
 
 #include <cstddef>
@@ -13,17 +14,18 @@
 
 namespace survey {
 
-// A section, its frames, and how its text is written.
+// A section, its frames, and the plan for its mended text.
 struct BvhPart {
     BvhSection section;
     BvhFrames frames;
     BvhPlan plan;
-    bool hasFrames = false;    // `frames` is filled
-    std::size_t rowCount = 0;  // number of frames, also without `frames`
+    bool hasFrames = false;    // whether ReadRows has filled `frames`
+    std::size_t rowCount = 0;  // number of frames; also valid if `frames` is empty
 };
 
 // Writes a section. `text` is the file's text. `frameTime`, in seconds, is written if the section
-// states none. If the section has no motion, `needsMotion` writes one without rows.
+// states no frame time above 0. If `needsMotion` and the section has no motion, writes a motion
+// without rows.
 void WriteSection(const BvhPart& part, std::string_view text, double frameTime, bool needsMotion,
                   LineWriter& writer);
 

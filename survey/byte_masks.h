@@ -1,5 +1,6 @@
-// Classifies the bytes of a block of text. Each mask has one bit for each byte: bit i is byte i.
-// There is one kernel for each instruction set; all give the same masks.
+// Classifies the bytes of blocks of text. Each mask has one bit for each byte of a block: bit i is
+// set if byte i is of that kind. There is one kernel for each instruction set; all kernels give the
+// same masks.
 #pragma once
 
 #include <cstddef>
@@ -14,10 +15,10 @@ struct ByteMasks {
     std::uint64_t points = 0;
     std::uint64_t minuses = 0;
     std::uint64_t lineEnds = 0;  // line feeds and carriage returns
-    std::uint64_t white = 0;     // line ends, blanks and tabs
+    std::uint64_t white = 0;     // line ends, spaces and tabs
 };
 
-// `text` holds `blocks` blocks of kMaskBlock bytes each; `masks` receives one item for each block.
+// `text` has `blocks` blocks of kMaskBlock bytes each. `masks` receives one item for each block.
 using ByteMasksKernel = void (*)(const char* text, std::size_t blocks, ByteMasks* masks);
 
 void ByteMasksPlain(const char* text, std::size_t blocks, ByteMasks* masks);
