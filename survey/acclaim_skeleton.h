@@ -53,7 +53,7 @@ struct AsfBone {
     std::uint32_t parent = kNoBone;
     std::vector<std::uint32_t> children;  // in the order of the hierarchy
     std::uint8_t leftOut = 0;             // bit n is set if mended texts leave out Dof n
-    double lengthScale = 1.0;  // mended motions get the file's lengths of the bone times this
+    double lengthScale = 1.0;  // mended motions have the bone's lengths multiplied by this
 
     // Whether the bone's rows in mended motions have other values than the file's rows.
     bool IsRewritten() const { return leftOut != 0 || lengthScale != 1.0; }

@@ -70,7 +70,7 @@ class PlugInWords {
     bool NextWholeNumber(int& value);
     // Moves to the next line. If this is the last line, returns false and does not move.
     bool SkipLine();
-    // Whether a line ends before the next word, or the text does.
+    // Whether no further word follows on this line.
     bool AtLineEnd() const;
 
     const char* At() const { return at_; }

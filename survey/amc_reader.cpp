@@ -14,8 +14,8 @@
 namespace survey {
 namespace {
 
-// A motion is refused if its first frame lacks rows of more than one bone in this many. Only bones
-// that need a row are counted.
+// A motion is refused if more than one bone in kMissingShare has no row in the first frame. Only
+// bones that should have a row are counted.
 constexpr std::size_t kMissingShare = 5;
 
 bool IsPlainNumber(const AmcFrame& frame) {

@@ -23,7 +23,7 @@ struct AmcEvent {
         NoDofLost,    // the same as NoDof, but one of the ignored values is not 0
         Fewer,        // the row has fewer values than the bone has dofs; the row is ignored
         More,         // the row has too many values, or is the bone's second one; it is ignored
-        Missing,      // `count` bones that need a row have none
+        Missing,      // `count` bones that should have a row have none
         Glued,        // words that hold several numbers were split
         Comma,        // the row has decimal commas
         CommaWrong,   // commas in the row are neither decimal commas nor between numbers
@@ -57,8 +57,8 @@ class AmcValues {
     // Whether the bone had a row that was read.
     bool WasSeen(std::uint32_t bone) const { return seen_[bone] != 0; }
     std::size_t Channels() const { return values_.size(); }
-    // The bones that need a row, in the order of the first frame. Bones without a row in the first
-    // frame come last.
+    // The bones that should have a row in each frame, in the order of the first frame. Bones
+    // without a row in the first frame come last.
     const std::vector<std::uint32_t>& Order() const { return order_; }
 
     // Goes back to before the first frame. Each channel gets its first finite value in the motion.
