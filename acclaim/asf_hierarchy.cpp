@@ -1,4 +1,5 @@
-// The hierarchy of the bones. The file may name them in any order, repeatedly and in circles.
+// The hierarchy of the bones. The file may name bones in any order and more than once. It may even
+// make a bone its own ancestor.
 #include <new>
 
 #include "acclaim/acclaim_parser.h"
@@ -81,8 +82,8 @@ void AcclaimParser::AttachChild(MOCAPMODEL& parent, MOCAPMODEL& child) {
     MoveToEnd(parent, child);
 }
 
-// Adds a node at the end of every leaf that is long enough. Only nodes that were added since the
-// last hierarchy section are looked at; earlier ones stay as they are.
+// Adds a node at the end of every leaf that is long enough. Looks only at nodes that no earlier
+// call has looked at; the others stay as they are.
 std::int32_t AcclaimParser::EndLeaves() {
     std::vector<std::unique_ptr<MOCAPMODEL>> ends;
     for (; settledNodes < skeleton.models.size(); ++settledNodes) {

@@ -153,8 +153,8 @@ dataset::Request BuildConvertRequest(Words& words) {
     // every import.
     ImportWords& import = words.convertImport;
     ParseImportOptions(import, true);
-    // If --fps is missing and --resample has no number, the preset gives the rate. Presets are for
-    // Acclaim files only, so --resample is then passed on only to imports of such files.
+    // If --fps is missing and --resample has no number, the rate comes from --preset. That option
+    // is for Acclaim files only, so --resample is then passed on only to imports of such files.
     if (!import.fps && import.resample == kRateOfFps) {
         std::erase(words.passedOn, import.resampleOption);
         import.acclaimOptions.push_back(import.resampleOption);
@@ -178,8 +178,8 @@ dataset::Request BuildConvertRequest(Words& words) {
     return request;
 }
 
-// The callback reads some arguments as pointers to texts. Throws UsageError if such an argument is
-// a number other than zero or the boolean true, which would be an invalid pointer.
+// The plug-in's commands read their first arguments as pointers to texts. Throws UsageError if such
+// an argument would be an invalid pointer: if it is `true` or a number that is not 0.
 void RequireTexts(const CommandRequest& request) {
     const take::FormatInfo* command = take::FindCommand(text::DecodeUtf8(request.name));
     if (!command) return;

@@ -38,9 +38,9 @@ struct CaptureTree {
 
 // Searches the paths and all folders below them. Symbolic links to folders are followed last. Each
 // folder is searched only once, even if several paths lead to it, so a loop of links does no harm.
-// Names that begin with a dot are skipped, and so is `outDir`, unless the user named them. A file
-// whose absolute path is found twice is listed once, with the path that was found first. Throws
-// RequestError for a path that is neither a folder nor a capture file.
+// Names that begin with a dot are skipped, and so is `outDir`, unless the user named them. If two
+// paths have the same absolute path, such as "x.bvh" and "./x.bvh", only the one that was found
+// first is listed. Throws RequestError for a path that is neither a folder nor a capture file.
 CaptureTree FindCaptures(const std::vector<std::string>& paths, const std::string& outDir);
 
 // Returns the names of the .asf files in a folder, sorted; none if the folder cannot be read.

@@ -17,9 +17,9 @@ double OncePerCycle(double cycles, double peak) {
     return std::cos(2 * std::numbers::pi * (cycles - peak));
 }
 
-// Excursions after Murray et al. (1964), Perry and Burnfield (2010): the pelvis rises and falls by
-// 3 cm, sways by 4 cm, turns 5 degrees forward with the leg that lands and drops 4 degrees over the
-// leg that swings.
+// The pelvis rises and falls by about 3 cm and sways by 4 cm from side to side. When a foot lands,
+// its side of the pelvis is turned forward by 5 degrees. While a leg swings, its side of the pelvis
+// is up to 4 degrees lower. Values after Murray et al. (1964), Perry and Burnfield (2010).
 Placement PelvisAt(double cycles) {
     constexpr double kHeight = 95.1;  // cm: the mean height, about 3 cm lower than at rest
     Placement pelvis;
@@ -27,8 +27,8 @@ Placement PelvisAt(double cycles) {
     pelvis.origin.y = kHeight - 1.6 * OncePerStep(cycles, 0.035);
     // The pelvis is fastest while both feet are on the ground, and slowest over a single foot.
     pelvis.origin.z = kStride * cycles + 0.7 * OncePerStep(cycles, 0.17);
-    const double turn = -5.0 * OncePerCycle(cycles, 0.0);  // the left side backward
-    const double lift = 4.0 * OncePerCycle(cycles, 0.17);  // the left side upward
+    const double turn = -5.0 * OncePerCycle(cycles, 0.0);  // positive: left side backward
+    const double lift = 4.0 * OncePerCycle(cycles, 0.17);  // positive: left side upward
     const double tilt = 2.0 + 1.0 * OncePerStep(cycles, 0.10);
     pelvis.rotation = TurnY(turn) * TurnZ(lift) * TurnX(tilt);
     return pelvis;
