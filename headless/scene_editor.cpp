@@ -222,7 +222,7 @@ void SceneEditor::MoveToModel(const std::vector<Node*>& moved, Object* model, No
 }
 
 // An object that moves into another model gets a name that is unique in that model. So do all
-// objects under it.
+// objects under it, but the contents of a model keep their names.
 void SceneEditor::Adopt(Node& parent, Node& object) {
     Object* const model = &parent == &records_.root ? nullptr : parent.model;
     const Object* const before = ModelAround(object);

@@ -16,12 +16,11 @@ Zelk::CStatus CMocapImportBase::CreateNull(MOCAPMODEL* node, Zelk3DObject& paren
         RecordError(L"Failed to create Null object");
         return status;
     }
-    Zelk::MATH::CTransformation place;
-    place.SetTranslationFromValues(node->offset[0], node->offset[1], node->offset[2]);
-    node->nullObject.GetKinematics().GetLocal().PutTransform(place, Zelk::kCurrentTime);
+    Zelk::MATH::CTransformation transform;
+    transform.SetTranslationFromValues(node->offset[0], node->offset[1], node->offset[2]);
+    node->nullObject.GetKinematics().GetLocal().PutTransform(transform, Zelk::kCurrentTime);
 
-    // When the base pose fails, its message is recorded, but the null is kept and the import goes
-    // on.
+    // If a value cannot be added to the base pose, the null is kept and the import goes on.
     double* value = node->basePose;
     for (const wchar_t* parameter : kPoseParameters)
         AddBasePose(node->nullObject, parameter, value++);

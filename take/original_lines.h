@@ -32,8 +32,8 @@ class OriginalLines {
     LogSubject subject_;
 };
 
-// Returns the number of the line in the user's file that line `mended` of the mended text came
-// from. Both numbers count from 1.
+// Line `mended` of the mended text comes from a line of the user's file. Returns the number of that
+// line. Both numbers count from 1.
 std::size_t OriginalLine(const LineMarks& marks, std::size_t mended);
 
 }  // namespace take
