@@ -70,10 +70,10 @@ bool EnsureKeys(CHANNELS& slot, std::uint32_t count) {
 
 enum class Found { All, NoSlot, NoMemory };
 
-// Finds a position channel of the child for each axis. If the child has none, it keeps the channel
-// in `targets`, which belongs to the child before it. If there is none in `targets` either, it
-// makes a new one. It is intended that a child without position channels shares those of another
-// child.
+// Sets `targets` to a position channel for each axis. If the child has one for an axis, that
+// channel is stored. If not, the channel already in `targets`, which belongs to an earlier child,
+// stays. If `targets` has none either, the child gets a new one. It is intended that a child
+// without position channels shares those of another child.
 Found FindTargets(MOCAPMODEL& child, std::uint32_t frameCount, Targets& targets) {
     for (CHANNELS& slot : child.channels)
         if (IsPosition(slot.type)) targets.axis[slot.type - kPositionX] = &slot;
@@ -102,8 +102,8 @@ void AddOffsets(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t fr
     }
 }
 
-// Children in a row with the same targets are handled together, because a file may give one bone
-// any number of them.
+// Consecutive children with the same targets are handled together, because a bone may have any
+// number of children.
 Found MoveChildren(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
                    const std::vector<MOCAPMODEL*>& children) {
     Targets targets;

@@ -59,8 +59,8 @@ void BM_Blocks(benchmark::State& state) {
     CountRotations(state);
 }
 
-// framed:1 multiplies by two more matrices, one before and one after the rotations, as Acclaim's
-// axes and the rest poses of bones need it.
+// If the argument "framed" is 1, the product has two more matrices, one before and one after the
+// rotations. Acclaim's axes and the rest poses of bones need such products.
 BENCHMARK(BM_ScalarPath)->ArgName("framed")->Arg(0)->Arg(1);
 BENCHMARK(BM_Blocks)->ArgName("framed")->Arg(0)->Arg(1);
 

@@ -1,5 +1,6 @@
 // The BVH grammar, one function a production. Keywords are separated by white space and match in
-// any letter case. A loop follows the braces, because the file decides how deep they go.
+// any letter case. Nested nodes are read in a loop, not by recursion, because the file decides how
+// deep they are nested.
 #include "bvh/bvh_parser.h"
 
 #include <cstring>
@@ -108,8 +109,9 @@ std::int32_t BvhParser::ParseName(NodeKind kind, MOCAPMODEL& node) {
     return kOk;
 }
 
-// End sites below end sites, or many below one long name, could ask for far more memory than the
-// file has bytes. Returns false when their names exceed the file's allowance.
+// The name of an end site contains its parent's name. If end sites are nested, or if many end sites
+// have a parent with a long name, their names may need far more memory than the file has bytes.
+// Returns false when their names exceed the file's allowance.
 bool BvhParser::AllowsEndSiteName(const MOCAPMODEL* parent) {
     return parent == nullptr || allowances.derivedNames.Reserve(std::strlen(parent->name.get()));
 }

@@ -28,8 +28,8 @@ constexpr std::string_view kAsfHead = R"(# A walk on the level, made by make_wal
 :bonedata
 )";
 
-// The joints that are children of the hips are away from them. A bone leads to each, and has the
-// name of that part of the body.
+// In an ASF file a bone starts where its parent ends. The child joints of the hips are not at the
+// hips, so one more bone leads from the hips to each of them. `name` is the name of that bone.
 struct Connector {
     JointId to;
     std::string_view name;
@@ -37,7 +37,8 @@ struct Connector {
 constexpr Connector kConnectors[] = {
     {kLeftUpLeg, "LeftHipJoint"}, {kRightUpLeg, "RightHipJoint"}, {kSpine, "Sacrum"}};
 
-// The vector from the joint to its children, which for all joints but the hips have one position.
+// Returns the vector from the joint to its children, or to its end if it has no children. The joint
+// is not the hips: the children of any other joint all have the same offset.
 Vec3 Segment(const Skeleton& skeleton, std::size_t id) {
     for (std::size_t child = id + 1; child < skeleton.size(); ++child)
         if (skeleton[child].parent == id) return skeleton[child].offset;
