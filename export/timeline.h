@@ -36,8 +36,8 @@ Timeline MakeTimeline(const headless::Object& model, const headless::ActionSourc
 void NoteNoMotion(const headless::Object& model, Notes& notes);
 
 // Returns a timeline with the same step between all frames, for formats that store only a rate. If
-// the steps of `timeline` differ, keys are missing. The result then has all frames from the
-// first to the last in steps of 1. Throws ExportError if it would have more than ten million.
+// the steps of `timeline` differ, the result has all frames from the first to the last in steps
+// of 1. Throws ExportError if it would have more than ten million.
 Timeline EvenTimeline(Timeline timeline);
 
 // Returns the seconds from one frame to the next in a timeline with equal steps. If the timeline

@@ -34,7 +34,7 @@ bool IsStillAt(const std::string& path, int file) {
            named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
-// The writer of a temporary file holds a lock on it until it has renamed the file or gives it up.
+// A writer keeps its temporary file locked until the file has its final name or is closed.
 // If the file can be locked here, no writer needs it any more.
 void RemoveIfAbandoned(const std::string& path) {
     const int file = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);

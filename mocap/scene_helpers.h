@@ -7,13 +7,15 @@
 #include "host/status.h"
 #include "host/string.h"
 
-// The path of a parameter from the ancestor below `stopName` down: "Hips.LeftArm.kine.local.rotx"
-// for "rotx", "B1.B2.bone.length" for "bone.length". The object's own name is always part of it.
+// Returns the full name of a parameter: the names of the object's ancestors below the one named
+// `stopName`, the object's own name and the parameter, joined by dots. Examples:
+// "Hips.LeftArm.kine.local.rotx" for "rotx", "B1.B2.bone.length" for "bone.length". The object's
+// own name is always part of it, even if that is `stopName`.
 Zelk::CString GetKineParamFullName(const Zelk::CString& paramName, const Zelk::CString& stopName,
                                    Zelk3DObject& object);
 
-// Makes a new, empty action source of the model that ends at `animEnd` seconds. When the host does
-// not make it, fails and leaves `source` empty.
+// Makes a new, empty action source for the model, with a length of `animEnd` seconds. When the host
+// does not make it, fails and leaves `source` empty.
 Zelk::CStatus AddActionSource(Zelk::Model& model, const Zelk::CString& name,
                               Zelk::ActionSource& source, double animEnd);
 
