@@ -47,8 +47,8 @@ void DecideRate(const Options& options, bool isArchive, bool degrees, FindingLis
         PlugInReadsHeader(findings.Source().Text(), header, degrees, motion.plugInRate);
     if (!isPlain) motion.changed = true;
     const int nearest = isStated ? NearestRate(header.rate) : 0;
-    // The plug-in only reads rates that are whole numbers. Another rate is no reason to change the
-    // file for Purpose::Fix.
+    // The plug-in only reads rates that are whole numbers. A rate that it does not read is a reason
+    // to change the file for Purpose::Import, but not for Purpose::Fix.
     const bool isRead = !isStated || nearest < kLowestRate || motion.plugInRate == nearest;
     const bool isWritten = !isRead && options.purpose == Purpose::Import;
     if (isWritten || (isStated && header.isRateLate)) motion.changed = true;

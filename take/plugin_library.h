@@ -43,9 +43,9 @@ struct LoadedPlugin {
 // the linked plug-in, and any other path is a problem.
 ZKMOCAP_API LoadedPlugin LoadPlugin(const std::string& path = {});
 
-// Returns the paths at which a plug-in is looked for: first in `folder` itself, then in the library
-// folder of the build tree or install tree that `folder` would belong to. Empty in a build with
-// ZKMOCAP_STATIC_PLUGIN.
+// Returns the paths at which a plug-in is looked for: in `folder` itself, then in the folder "lib"
+// next to it, then in the folder of the installed libraries if `folder` is that of the installed
+// programs. Empty in a build with ZKMOCAP_STATIC_PLUGIN.
 std::vector<std::string> PluginCandidates(const std::string& folder);
 
 }  // namespace take
