@@ -1,5 +1,6 @@
 // The ASF grammar, one function a production. Sections come in any order; keywords and values match
-// in any letter case. A handler leaves the keyword of the next section to the loop.
+// in any letter case. A handler stops before the keyword of the next section, which the loop in
+// ParseASF reads.
 #include <cstring>
 #include <string>
 
@@ -154,7 +155,8 @@ std::int32_t AcclaimParser::ParseRootParameter(MOCAPMODEL& root, const char* tok
     return Fail(kInvalidData, L"Invalid parameter in :root");
 }
 
-// The order is the one that an "axis" line named earlier in the section.
+// `order` is the axis order that the last "axis" keyword before this one named, or "xyz" if there
+// was none.
 std::int32_t AcclaimParser::ParseRootOrientation(MOCAPMODEL& root, const char* order) {
     static constexpr const wchar_t* kExpected[] = {L"Expected :root.rotation float value",
                                                    L"Expected :root.rotation float value",

@@ -6,12 +6,13 @@
 
 #include "mocap/mocap_parser.h"
 
-// Parses one section of a BVH file: its HIERARCHY becomes nodes, its MOTION keys in their channels.
-// The reader keeps its default separators. Use one parser for any number of sections, with Reset
-// and an empty skeleton before each.
+// Parses one section of a BVH file. Its HIERARCHY becomes the nodes of the skeleton, and its MOTION
+// becomes the keys in the nodes' channels. The file reader must have its default separators. Use
+// one parser for any number of sections, with Reset and an empty skeleton before each.
 class BvhParser : public MocapParser {
   public:
-    // Of the progress bar, the values take at most this many steps.
+    // The range of the progress bar includes at most this many steps for the values of the motion.
+    // Parsing the values may advance the bar by more steps than that, but never more than 99.
     static constexpr std::uint32_t kValueSteps = 50;
 
     // Keeps references to all four.
@@ -52,6 +53,6 @@ class BvhParser : public MocapParser {
     bool ConsumeKeyword(const char* keyword);
 
     std::uint32_t bracketDepth = 0;  // "{" that are open
-    std::list<KeyArray*> keySlots;   // the keys of each channel, in the file's order; of the nodes
+    std::list<KeyArray*> keySlots;   // each channel's keys, in the file's order; owned by the nodes
     double frameTime = 0.0;          // seconds
 };

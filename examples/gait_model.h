@@ -16,8 +16,10 @@ constexpr int kCycles = 4;
 constexpr int kFrameCount = kFramesPerCycle * kCycles + 1;
 
 struct Pose {
-    Vec3 hips;                                // cm, in the world
-    std::array<Rotation, kJointCount> local;  // by JointId: from the T-pose, as seen by the parent
+    Vec3 hips;  // cm, in the world
+    // How each joint is turned from its T-pose, relative to its parent. The hips' rotation is
+    // relative to the world. The array index is a JointId.
+    std::array<Rotation, kJointCount> local;
 };
 
 class GaitModel {

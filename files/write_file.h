@@ -31,8 +31,9 @@ using FillPair = std::function<std::string(text::ByteSink& out, text::ByteSink& 
 ZKMOCAP_API WriteOutcome WriteFile(const std::string& path, const FillFile& fill,
                                    const std::function<bool()>& isCancelled = nullptr);
 
-// Writes two files that belong together: both or neither, as OutputFile::CommitBoth says. The first
-// sink of `fill` writes to `path`, and the sink `side` writes to `sidePath`.
+// Writes two files that belong together. If one of them cannot be written, neither is written;
+// OutputFile::CommitBoth describes an exception. The first sink of `fill` writes to `path`, and the
+// sink `side` writes to `sidePath`.
 ZKMOCAP_API WriteOutcome WriteFilePair(const std::string& path, const std::string& sidePath,
                                        const FillPair& fill,
                                        const std::function<bool()>& isCancelled = nullptr);
