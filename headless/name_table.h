@@ -16,8 +16,8 @@ namespace headless {
 
 // The names that are in use for the items of one owner. No two items have the same name. If a
 // wanted name is in use, a number is appended to it: the smallest one, counted from 1, that makes
-// the name unique. A call does not take longer because the table has more names. The table shares
-// the texts of the names with the objects that have them.
+// the name unique. The number of names in the table hardly affects the time that a call takes. The
+// table shares the texts of the names with the objects that have them.
 class ZELK_API NameTable {
   public:
     // Reserves `name`, if necessary with a number appended, and returns the reserved name. From now

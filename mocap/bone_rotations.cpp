@@ -1,5 +1,5 @@
-// Converts the rotations of a file to the axes of each bone or null. Its axes at rest are those
-// that the scene gave it; the rotations in the file are about other axes.
+// Converts the rotations of a file to the axes of each bone or null. Before the conversion the
+// rotations are about the axes of the model. At rest a bone or a null may have other axes.
 #include "math/angles.h"
 #include "math/rotation_math.h"
 #include "mocap/bone_matrices.h"

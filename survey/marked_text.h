@@ -11,7 +11,7 @@
 namespace survey {
 
 // Does the same as LineWriter, but gets pointers into the source instead of line numbers. Finish
-// counts the lines. `source` must outlive this object.
+// computes the line numbers. `source` must outlive this object.
 class MarkedText {
   public:
     explicit MarkedText(const SourceText& source) : source_(source) {}
@@ -19,7 +19,7 @@ class MarkedText {
     // Says that what is appended to `text` after this call comes from the line of the source that
     // holds the byte `at`. `at` must point into the source's text.
     void Mark(const char* at) { marks_.push_back({text.size(), at}); }
-    // Counts the lines and moves the text out. Must be called only once.
+    // Computes the line numbers of all marks and moves the text out. Must be called only once.
     MendedText Finish();
 
     std::string text;  // the mended text; the caller appends to it

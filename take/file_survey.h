@@ -18,9 +18,11 @@ struct FileSurvey {
     // the user's file.
     std::optional<survey::MendedText> file;    // instead of Request::file
     std::optional<survey::MendedText> motion;  // instead of Request::motion
-    // The rate and the length multiplier of the request. For a value that the request does not
-    // give, the survey's value. If nullopt, the value that the plug-in uses is kept.
+    // The rate that exports and the summary use: the request's rate or, if the request gives none,
+    // the survey's rate. If nullopt, the rate that the plug-in read is used.
     std::optional<double> framesPerSecond;
+    // The factor on an Acclaim skeleton's lengths that the plug-in must use instead of the file's
+    // factor. It includes `multiplied`. If nullopt, the plug-in uses the file's factor.
     std::optional<double> lengthMultiplier;
     // The survey enlarges a skeleton whose bones are too short for the plug-in. All lengths of the
     // scene are then multiplied by this factor, and exports divide by it. 1 if nothing was

@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-// A double below this limit can hold every multiple of one half.
+// Neighbouring doubles below this limit differ by at most one half.
 constexpr double kExact = 4e15;
 
 // The digits of "00" to "99", two for each number.
