@@ -11,7 +11,9 @@ double Slope(const Curve::Knot& a, const Curve::Knot& b) {
     return (b.value - a.value) / (b.percent - a.percent);
 }
 
-// The slope at `b` that keeps both pieces monotone: the weighted harmonic mean of their slopes.
+// Returns a slope at `b` with which the pieces from `a` to `b` and from `b` to `c` are monotone.
+// The slope is the weighted harmonic mean of the slopes of the straight lines from `a` to `b` and
+// from `b` to `c`. It is 0 if one line rises and the other falls, or if one is level.
 double SlopeAt(const Curve::Knot& a, const Curve::Knot& b, const Curve::Knot& c) {
     const double before = Slope(a, b);
     const double after = Slope(b, c);

@@ -10,36 +10,38 @@ namespace {
 
 // The angle by which a foot points outwards, in degrees (Murray et al. 1964).
 constexpr double kToeOut = 7.0;
-// Half the stride width, in cm (Murray et al. 1964).
+// Half the distance between the lines on which the left and the right heel land, in cm (Murray et
+// al. 1964).
 constexpr double kHeelHalfWidth = 4.0;
-// How far in front of the pelvis's mean position the heel lands, in cm.
+// How far the heel lands in front of the pelvis, in cm. Here the pelvis is assumed to move forward
+// at a constant speed.
 constexpr double kHeelLead = 26.0;
-// The forward speed that the heel still has when it lands, in cm per cycle (Winter 1992).
+// The forward speed of the heel just before it lands, in cm per cycle (Winter 1992).
 constexpr double kLandingSpeed = 70.0;
 
-// Each curve is a list of {percent, value}. The percent is the time since the foot's contact with
-// the ground; 100 is a whole cycle. The values come from Winter (1991) and from Perry and Burnfield
-// (2010). They are rounded and smoothed.
+// Each curve is a list of {percent, value}. The percent is the time since the foot landed, in
+// percent of a cycle. The values come from Winter (1991) and from Perry and Burnfield (2010). They
+// are rounded and smoothed.
 
-// The angle between sole and floor, in degrees; positive if the toes are up. The foot is flat from
-// 8 % until the heel rises.
+// The angle between sole and floor, in degrees. It is positive if the front of the sole is
+// higher than the heel. The foot is flat from 8 % to 28 %, then the heel rises.
 const std::vector<Curve::Knot> kPitch = {{0, 20},    {3, 13},   {8, 0},    {28, 0},   {34, -2},
                                          {40, -6.5}, {46, -14}, {52, -28}, {56, -44}, {60, -61},
                                          {64, -66},  {69, -57}, {75, -39}, {80, -21}, {85, -4},
                                          {90, 9},    {95, 17},  {98, 20},  {100, 20}};
-// The angle between toe and floor until the foot leaves the floor, in degrees; positive if the toe
-// is up. From 50 % on, the toe turns about its tip, which stays on the floor.
+// The angle between toe and floor while the foot is on the floor, in degrees. It is positive if the
+// tip of the toe is up. From 50 % to 60 %, the toe turns about its tip, which stays on the floor.
 const std::vector<Curve::Knot> kToePitch = {{50, 0}, {53, -3}, {56.5, -12}, {60, -26}};
-// The angle between toe and sole in the air, and on the floor until the foot is flat, in degrees;
-// positive if the toe is up. From then until the foot leaves the floor, the angle follows from the
-// two curves above.
+// The angle between toe and sole, in degrees. It is positive if the toe is bent up. This curve is
+// used from 0 to 8 %, and from 60 % to 100 %, when the foot is in the air. From 8 % to 60 %, the
+// angle is kToePitch minus kPitch.
 const std::vector<Curve::Knot> kToeBend = {{0, 10},  {3, 8},   {8, 0},  {60, 35},
                                            {65, 25}, {70, 12}, {80, 5}, {100, 10}};
-// The angle between thigh and vertical while the foot is in the air, in degrees; positive if the
-// knee is forward.
+// The angle between thigh and vertical while the foot is in the air, in degrees. It is positive if
+// the knee is in front of the hip.
 const std::vector<Curve::Knot> kThigh = {{55, -13},  {60, -7}, {65, 4},  {70, 14}, {75, 22},
                                          {80, 26.5}, {85, 28}, {90, 27}, {95, 24}, {100, 22}};
-// The bend of the knee while the foot is in the air, in degrees; 0 if the leg is straight.
+// The bend of the knee while the foot is in the air, in degrees. It is 0 if the leg is straight.
 const std::vector<Curve::Knot> kKnee = {{55, 25},   {60, 39}, {65, 54}, {70, 62.5},
                                         {72, 63.5}, {75, 62}, {80, 52}, {85, 36},
                                         {90, 18},   {95, 6},  {100, 4}};
@@ -86,12 +88,13 @@ FootPlacement FootPlan::Stance(Side side, double step, double phase) const {
     return {ball - rotation * contacts_.ball, rotation, toePitch - pitch};
 }
 
-// The ankle's path in the air comes from the published joint angles. A correction is added to it,
-// so that it joins the ankle's positions and speeds on the floor before and after. At its end the
-// ankle is faster than on the floor by kLandingSpeed.
+// The ankle's path in the air comes from the published joint angles, plus a correction. With the
+// correction, the path starts with the position and the speed of the ankle when the foot leaves the
+// floor. It ends at the position of the ankle when the foot lands. Its speed at the end is the
+// ankle's speed after landing plus kLandingSpeed.
 FootPlacement FootPlan::Swing(Side side, double step, double phase) const {
     constexpr double kSpan = 1 - kToeOff;
-    constexpr double kMoment = 1e-4;  // cycles between the two positions that give a speed
+    constexpr double kMoment = 1e-4;  // a speed is measured over this many cycles
     const auto stance = [&](double from, double at) { return Stance(side, from, at).ankle; };
     const auto published = [&](double at) { return AnkleByAngles(side, step, at); };
     const auto speed = [](const Vec3& before, const Vec3& after) {

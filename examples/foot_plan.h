@@ -8,33 +8,36 @@
 
 namespace examples {
 
-// Times in cycles after the foot's own contact with the ground.
-constexpr double kToeOff = 0.60;
-constexpr double kFootFlat = 0.08;
+// Times in cycles, counted from the moment when the heel of the same foot lands.
+constexpr double kToeOff = 0.60;    // the foot leaves the ground
+constexpr double kFootFlat = 0.08;  // the whole sole is on the ground
 
 enum class Side { kLeft, kRight };
 
-// 1 for the left, the side of +X, and -1 for the right.
+// Returns the sign of the X coordinates on this side of the body: 1 for left, -1 for right.
 double Sign(Side side);
 
 struct FootPlacement {
     Vec3 ankle;         // cm, in the world
-    Rotation rotation;  // from the T-pose to the world
-    double toeBend;     // degrees, the tip of the toe upwards
+    Rotation rotation;  // turns the foot from its T-pose to its orientation in the world
+    double toeBend;     // degrees from foot to toe; positive if the tip of the toe is bent up
 };
 
-// The position of a hip joint in the world, in cm. `cycles` is the time in cycles since the left
-// foot's first contact; `hipOffset` is the vector from the pelvis to the left hip in the T-pose.
+// Returns the position of a hip joint in the world, in cm. `cycles` is the time in cycles since the
+// left foot landed for the first time. `hipOffset` is the vector from the pelvis to the left hip in
+// the T-pose, for either side.
 Vec3 HipAt(Side side, double cycles, const Vec3& hipOffset);
 
 class FootPlan {
   public:
     explicit FootPlan(const Skeleton& skeleton);
 
+    // `cycles` is the time in cycles since the left foot landed for the first time.
     FootPlacement At(Side side, double cycles) const;
 
   private:
-    // `step` is the time of the foot's contact, `phase` the time since then, both in cycles.
+    // `step` is the time when the foot last landed, counted like `cycles` above. `phase` is the
+    // time since that landing. Both times are in cycles.
     FootPlacement Stance(Side side, double step, double phase) const;
     FootPlacement Swing(Side side, double step, double phase) const;
     Vec3 AnkleByAngles(Side side, double step, double phase) const;

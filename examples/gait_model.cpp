@@ -11,8 +11,8 @@ namespace {
 
 constexpr double kDegrees = 180 / std::numbers::pi;
 
-// Converts the time in cycles since the left foot landed to the time since the foot of `side`
-// landed.
+// `cycles` is the time in cycles since the left foot landed. Returns the time in cycles since the
+// foot of `side` landed.
 double OwnCycles(Side side, double cycles) {
     return side == Side::kLeft ? cycles : cycles + 0.5;
 }
@@ -21,20 +21,22 @@ JointId OfSide(Side side, JointId left, JointId right) {
     return side == Side::kLeft ? left : right;
 }
 
-// Converts a rotation in a joint's own frame to the frame of the T-pose.
+// `turn` is a rotation about the joint's own axes. Returns the same rotation about the world's axes
+// in the T-pose.
 Rotation FromAxisFrame(const Joint& joint, const Rotation& turn) {
     const Rotation frame = TurnXyz(joint.axis);
     return frame * turn * Inverse(frame);
 }
 
 struct LegBend {
-    Rotation thigh;  // from the T-pose to the world
-    double knee;     // degrees
+    Rotation thigh;  // turns the thigh from its T-pose to its orientation in the world
+    double knee;     // degrees; 0 if the leg is straight
 };
 
-// Bends a straight leg so that it reaches from the hip to the ankle, its knee pointing towards
-// `ahead`. In the T-pose, `down` points along the leg, and the knee bends about `hinge`. Both are
-// unit vectors, at a right angle to each other.
+// Computes how thigh and knee turn so that the leg reaches from the hip to the ankle. The knee
+// points towards `ahead`. `down` is the direction of the leg in the T-pose. `hinge` is the axis of
+// the knee in the T-pose. `down` and `hinge` have the length 1 and are at a right angle to each
+// other.
 LegBend Reach(const Vec3& hipToAnkle, const Vec3& ahead, const Vec3& down, const Vec3& hinge,
               double thigh, double shank) {
     const double reach = Length(hipToAnkle);
@@ -69,8 +71,8 @@ void GaitModel::PoseTrunk(double cycles, Pose& pose) const {
     const Placement pelvis = PelvisAt(cycles);
     pose.hips = pelvis.origin;
     pose.local[kHips] = pelvis.rotation;
-    // Turns each of the `count` joints from `first` on by an equal part of the rotation between
-    // `from` and `to`.
+    // Divides the rotation between `from` and `to` into `count` equal parts. Each of the `count`
+    // joints, beginning with `first`, gets one part.
     const auto share = [&pose](const Rotation& from, const Rotation& to, JointId first, int count) {
         Rotation below = from;
         for (int i = 1; i <= count; ++i) {
@@ -85,7 +87,7 @@ void GaitModel::PoseTrunk(double cycles, Pose& pose) const {
 }
 
 void GaitModel::PoseLeg(Side side, double cycles, Pose& pose) const {
-    // Degrees that the knee points outwards. The foot points outwards by more.
+    // The angle by which the knee points outwards, in degrees. The foot points outwards more.
     constexpr double kKneeOut = 3.0;
     const JointId upLeg = OfSide(side, kLeftUpLeg, kRightUpLeg);
     const JointId leg = OfSide(side, kLeftLeg, kRightLeg);
@@ -105,12 +107,12 @@ void GaitModel::PoseLeg(Side side, double cycles, Pose& pose) const {
     pose.local[toe] = TurnX(-plan.toeBend);
 }
 
-// The angles of shoulder and elbow follow Murray, Sepic and Barnard (1967). The arm is furthest
-// back when the foot of the same side lands; while the arm swings forward, the elbow bends.
+// The angles of shoulder and elbow are adapted from Murray, Sepic and Barnard (1967). The arm is
+// furthest back when the foot of the same side lands. The elbow bends while the arm swings forward.
 void GaitModel::PoseArm(Side side, double cycles, Pose& pose) const {
-    constexpr double kHang = 78;  // degrees from the T-pose down to the side
-    // Degrees that the upper arm turns about its own length, so that the bent forearm points
-    // inwards.
+    constexpr double kHang = 78;  // degrees by which the arm is lowered from the T-pose
+    // The angle, in degrees, by which the upper arm turns about its long axis. It makes the bent
+    // forearm point inwards.
     constexpr double kInward = 8;
     const double sign = Sign(side);
     const double own = OwnCycles(side, cycles);

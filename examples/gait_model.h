@@ -12,13 +12,13 @@ namespace examples {
 constexpr int kFramesPerSecond = 60;
 constexpr int kFramesPerCycle = 64;
 constexpr int kCycles = 4;
-// The first and the last frame are at the same point of a cycle.
+// The frames of all cycles, and one more frame at the end that repeats the first pose.
 constexpr int kFrameCount = kFramesPerCycle * kCycles + 1;
 
 struct Pose {
     Vec3 hips;  // cm, in the world
-    // How each joint is turned from its T-pose, relative to its parent. The hips' rotation is
-    // relative to the world. The array index is a JointId.
+    // The rotation of each joint from its T-pose, relative to its parent. The rotation of the hips
+    // is relative to the world. The array index is a JointId.
     std::array<Rotation, kJointCount> local;
 };
 
@@ -26,8 +26,8 @@ class GaitModel {
   public:
     explicit GaitModel(const Skeleton& skeleton);
 
-    // `cycles` is the time in cycles since the left foot's first contact. Throws std::logic_error
-    // if a foot is planned further from its hip than the leg is long.
+    // `cycles` is the time in cycles since the left foot landed for the first time. Throws
+    // std::logic_error if the leg is too short to reach the planned position of the foot.
     Pose At(double cycles) const;
 
   private:

@@ -1,5 +1,6 @@
-// make_walk OUT_DIR: writes the sample walk into an existing folder, as walk.bvh, walk.asf and
-// walk.amc. The exit status is 0 if all were written, 1 if one could not be, 2 for wrong usage.
+// The program make_walk OUT_DIR writes the sample walk into the existing folder OUT_DIR. The files
+// are walk.bvh, walk.asf and walk.amc. The exit status is 0 if all three files were written, 1 if
+// there was an error, and 2 if the number of arguments is wrong.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -15,7 +16,7 @@
 namespace {
 
 bool WriteFile(const std::filesystem::path& path, const std::string& text) {
-    // The mode is binary, so that no system changes the line ends.
+    // In binary mode, every operating system writes the same line ends.
     std::ofstream file(path, std::ios::binary);
     file << text;
     file.close();

@@ -10,7 +10,8 @@ namespace {
 constexpr double kRadians = std::numbers::pi / 180;
 
 double Asin(double value) {
-    // An entry of a product of rotations may be slightly above 1 by rounding.
+    // Rounding errors can make an entry of a rotation matrix slightly larger than 1 or smaller
+    // than -1.
     return std::asin(std::clamp(value, -1.0, 1.0));
 }
 

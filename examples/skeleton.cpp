@@ -7,8 +7,8 @@
 namespace examples {
 namespace {
 
-// Segment lengths are fractions of the stature H, after Drillis and Contini (1966) as quoted by
-// Winter.
+// Lengths are in cm. Heights are measured from the floor. The fractions of the stature are from
+// Drillis and Contini (1966), as quoted by Winter.
 constexpr double kStature = 175.0;
 constexpr double kHipHeight = 0.530 * kStature;
 constexpr double kKneeHeight = 0.285 * kStature;
@@ -19,30 +19,34 @@ constexpr double kUpperArm = 0.186 * kStature;
 constexpr double kForeArm = 0.146 * kStature;
 constexpr double kHand = 0.108 * kStature;
 
-// Half the distance between the hip joints. The front iliac spines are about 24 cm apart, and each
-// joint is 14 % of that inwards from its spine (Bell, Brand and Pedersen 1989).
+// Half the distance between the hip joints. The left and right front corners of the pelvis (the
+// anterior superior iliac spines) are about 24 cm apart. Each hip joint is 14 % of these 24 cm
+// nearer to the middle than the corner on its side (Bell, Brand and Pedersen 1989).
 constexpr double kHipHalfWidth = 8.64;
-// Degrees. The thighs lean inwards, so that the feet are closer together than the hips.
+// The angle between leg and vertical in the T-pose, in degrees. The legs lean inwards, so that the
+// feet are closer together than the hips.
 constexpr double kLegLean = 2.0;
-// The outline of the shoulder is 0.129 H from the middle; the joint is about 4 cm further inwards.
+// The distance of the shoulder joint from the middle of the body. The outline of the shoulder is
+// 0.129 of the stature from the middle. The joint is about 4 cm nearer to the middle.
 constexpr double kShoulderHalfWidth = 0.129 * kStature - 4.0;
 
-// The joints of the trunk, which the proportions do not include. Each has the height of a vertebra;
-// its depth follows the curve of the spine.
+// Points of the trunk in the T-pose. The published proportions do not include them. The heights are
+// measured from the floor. Z is relative to the hips and follows the curve of the spine.
 constexpr double kHipsHeight = 0.560 * kStature;
 constexpr Vec3 kTrunk[] = {{0, 0.585 * kStature, -1.8},  // lumbosacral joint
                            {0, 0.650 * kStature, -0.9},  // middle of the lumbar spine
                            {0, 0.725 * kStature, -2.0},  // lower end of the ribs
-                           {0, 0.838 * kStature, -3.5},  // root of the neck
-                           {0, 0.915 * kStature, -1.2},  // atlas
-                           {0, 1.000 * kStature, 0.0}};  // crown
+                           {0, 0.838 * kStature, -3.5},  // lower end of the neck
+                           {0, 0.915 * kStature, -1.2},  // upper end of the neck
+                           {0, 1.000 * kStature, 0.0}};  // top of the head
 
 constexpr std::array<Limit, 3> kNoLimits{};
 
 Vec3 MirroredVector(const Vec3& v) {
     return {-v.x, v.y, v.z};
 }
-// Angles about the normal of the mirror plane keep their sign, the others change it.
+// The mirror plane is x = 0. An angle about X keeps its sign. Angles about Y and Z change their
+// sign.
 Vec3 MirroredAngles(const Vec3& v) {
     return {v.x, -v.y, -v.z};
 }
@@ -59,7 +63,8 @@ Joint Mirrored(const Joint& left, JointId parent) {
     return right;
 }
 
-// Appends a limb of the left side, joint after joint, and its mirror image.
+// Appends the joints of a left limb, then the joints of the right limb, which is its mirror image.
+// `left` lists each joint directly after its parent.
 void AddLimbs(Skeleton& skeleton, const std::vector<Joint>& left) {
     skeleton.insert(skeleton.end(), left.begin(), left.end());
     JointId parent = left.front().parent;
@@ -99,30 +104,29 @@ std::vector<Joint> LeftLeg() {
 
 std::vector<Joint> LeftArm() {
     const Vec3 collar = Vec3{kShoulderHalfWidth, kShoulderHeight, -3.0} - kTrunk[3];
-    return {
-        {"LeftShoulder",
-         kSpine2,
-         kTrunk[3] - kTrunk[2],
-         {},
-         {0, -1.5, -9},
-         "yz",
-         {{kNoLimits[0], {-20, 20}, {-15, 40}}}},
-        {"LeftArm",
-         kLeftShoulder,
-         collar,
-         {},
-         {15, 0, -90},
-         "xyz",
-         {{{-90, 90}, {-85, 85}, {-120, 90}}}},
-        // The forearm bends about the downward axis, which is x of a frame turned by -90 about z.
-        {"LeftForeArm", kLeftArm, {kUpperArm, 0, 0}, {}, {0, 0, -90}, "x", {{{-5, 150}}}},
-        {"LeftHand",
-         kLeftForeArm,
-         {kForeArm, 0, 0},
-         {kHand, 0, 0},
-         {0, 0, -90},
-         "xz",
-         {{{-30, 40}, kNoLimits[1], {-80, 70}}}}};
+    return {{"LeftShoulder",
+             kSpine2,
+             kTrunk[3] - kTrunk[2],
+             {},
+             {0, -1.5, -9},
+             "yz",
+             {{kNoLimits[0], {-20, 20}, {-15, 40}}}},
+            {"LeftArm",
+             kLeftShoulder,
+             collar,
+             {},
+             {15, 0, -90},
+             "xyz",
+             {{{-90, 90}, {-85, 85}, {-120, 90}}}},
+            // In the T-pose, the forearm bends about its own X axis, which {0, 0, -90} turns down.
+            {"LeftForeArm", kLeftArm, {kUpperArm, 0, 0}, {}, {0, 0, -90}, "x", {{{-5, 150}}}},
+            {"LeftHand",
+             kLeftForeArm,
+             {kForeArm, 0, 0},
+             {kHand, 0, 0},
+             {0, 0, -90},
+             "xz",
+             {{{-30, 40}, kNoLimits[1], {-80, 70}}}}};
 }
 
 Joint TrunkJoint(std::string name, JointId parent, std::size_t index, const Vec3& axis,
@@ -135,8 +139,8 @@ Joint TrunkJoint(std::string name, JointId parent, std::size_t index, const Vec3
 }  // namespace
 
 FootContacts MakeFootContacts() {
-    constexpr double kHeelBehind = 5.0;
-    constexpr double kBall = 0.70 * kFootLength;  // from the heel
+    constexpr double kHeelBehind = 5.0;           // cm from the heel forward to the ankle
+    constexpr double kBall = 0.70 * kFootLength;  // cm from the heel forward to the ball
     return {{0, -kAnkleHeight, -kHeelBehind},
             {0, 2.2 - kAnkleHeight, kBall - kHeelBehind},
             {0, 1.0 - kAnkleHeight, kFootLength - kHeelBehind}};

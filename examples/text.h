@@ -1,11 +1,12 @@
-// Numbers as the sample files write them: the same in every locale.
+// Writes numbers for the sample files. The locale does not change how they are written.
 #pragma once
 
 #include <string>
 
 namespace examples {
 
-// Appends `value` with that many digits after the decimal point. A zero never gets a minus sign.
+// Appends `value` with `digits` digits after the decimal point. If all written digits are zeros,
+// there is no minus sign.
 void AppendNumber(std::string& text, double value, int digits = 6);
 
 }  // namespace examples

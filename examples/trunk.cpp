@@ -6,7 +6,7 @@
 namespace examples {
 namespace {
 
-// Like OncePerCycle, but with a period of one step, half a cycle.
+// Does the same as OncePerCycle, but with a period of half a cycle, which is one step.
 double OncePerStep(double cycles, double peak) {
     return OncePerCycle(2 * cycles, 2 * peak);
 }
@@ -17,25 +17,27 @@ double OncePerCycle(double cycles, double peak) {
     return std::cos(2 * std::numbers::pi * (cycles - peak));
 }
 
-// The pelvis rises and falls by about 3 cm and sways by 4 cm from side to side. When a foot lands,
-// its side of the pelvis is turned forward by 5 degrees. While a leg swings, its side of the pelvis
-// is up to 4 degrees lower. Values after Murray et al. (1964), Perry and Burnfield (2010).
+// The pelvis rises and falls by about 3 cm and moves by 4 cm from side to side. When the left foot
+// lands, the left side of the pelvis is turned forward by 5 degrees. While the left leg swings, the
+// left side of the pelvis is up to 4 degrees lower. The right side does the same. The values are
+// adapted from Murray et al. (1964) and from Perry and Burnfield (2010).
 Placement PelvisAt(double cycles) {
-    constexpr double kHeight = 95.1;  // cm: the mean height, about 3 cm lower than at rest
+    constexpr double kHeight = 95.1;  // the mean height in cm, about 3 cm less than in the T-pose
     Placement pelvis;
     pelvis.origin.x = 2.0 * OncePerCycle(cycles, 0.30);
     pelvis.origin.y = kHeight - 1.6 * OncePerStep(cycles, 0.035);
-    // The pelvis is fastest while both feet are on the ground, and slowest over a single foot.
+    // The pelvis moves fastest while both feet are on the ground, and slowest while only one foot
+    // is on the ground.
     pelvis.origin.z = kStride * cycles + 0.7 * OncePerStep(cycles, 0.17);
-    const double turn = -5.0 * OncePerCycle(cycles, 0.0);  // positive: left side backward
-    const double lift = 4.0 * OncePerCycle(cycles, 0.17);  // positive: left side upward
+    const double turn = -5.0 * OncePerCycle(cycles, 0.0);  // positive if the left side is behind
+    const double lift = 4.0 * OncePerCycle(cycles, 0.17);  // positive if the left side is higher
     const double tilt = 2.0 + 1.0 * OncePerStep(cycles, 0.10);
     pelvis.rotation = TurnY(turn) * TurnZ(lift) * TurnX(tilt);
     return pelvis;
 }
 
-// The thorax turns against the pelvis, after Murray et al. (1964). It leans a little forward, and
-// over the foot that is on the ground.
+// The thorax turns to the right while the pelvis turns to the left, and the reverse (Murray et al.
+// 1964). It leans a little forward, and a little towards the side of the leg that carries the body.
 Rotation ThoraxAt(double cycles) {
     const double turn = 4.0 * OncePerCycle(cycles, 0.02);
     const double lean = -1.3 * OncePerCycle(cycles, 0.28);
@@ -43,7 +45,8 @@ Rotation ThoraxAt(double cycles) {
     return TurnY(turn) * TurnZ(lean) * TurnX(bow);
 }
 
-// The head is nearly still: it nods against the rise and fall, so that the gaze stays on one point.
+// The head turns very little. It nods down while the body is high, and up while the body is low. So
+// the eyes keep looking at one point.
 Rotation HeadAt(double cycles) {
     return TurnY(0.6 * OncePerCycle(cycles, 0.02)) * TurnX(1.0 - 1.2 * OncePerStep(cycles, 0.05));
 }

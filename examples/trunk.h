@@ -5,24 +5,26 @@
 
 namespace examples {
 
-constexpr double kStride = 140.0;  // cm that the walker advances in a cycle
+constexpr double kStride = 140.0;  // how far the walker advances in one cycle, in cm
 
-// Times are in cycles since the left foot's first contact. Rotations are from the T-pose to the
-// world.
+// A part of the body at one moment of the walk.
 struct Placement {
-    Vec3 origin;  // cm, in the world
-    Rotation rotation;
+    Vec3 origin;        // cm, in the world
+    Rotation rotation;  // turns the part from its T-pose to its orientation in the world
 };
 
+// `cycles` is the time in cycles since the left foot landed for the first time. The rotations turn
+// from the T-pose to the world.
 Placement PelvisAt(double cycles);
 Rotation ThoraxAt(double cycles);
 Rotation HeadAt(double cycles);
 
-// A cosine wave from -1 to 1 with a period of one cycle and its maximum at `peak`. Both arguments
-// are in cycles.
+// Returns the value at the time `cycles` of a cosine wave with a period of one cycle. The values
+// are from -1 to 1. `peak` is the time of the maximum. Both times are in cycles.
 double OncePerCycle(double cycles, double peak);
 
-// The rotation between `from` (`part` is 0) and `to` (`part` is 1), along the shortest turn.
+// Returns a rotation on the shortest way from `from` to `to`. If `part` is 0 the result is `from`,
+// and if `part` is 1 the result is `to`.
 Rotation Between(const Rotation& from, const Rotation& to, double part);
 
 }  // namespace examples

@@ -28,17 +28,19 @@ constexpr std::string_view kAsfHead = R"(# A walk on the level, made by make_wal
 :bonedata
 )";
 
-// In an ASF file a bone starts where its parent ends. The child joints of the hips are not at the
-// hips, so one more bone leads from the hips to each of them. `name` is the name of that bone.
+// In an ASF file, a bone starts where its parent bone ends, or at the root. The child joints of the
+// hips are not at the position of the hips. A connector is a bone that leads from the hips to one
+// of these children.
 struct Connector {
-    JointId to;
-    std::string_view name;
+    JointId to;             // the child of the hips at which the connector ends
+    std::string_view name;  // the name of the connector
 };
 constexpr Connector kConnectors[] = {
     {kLeftUpLeg, "LeftHipJoint"}, {kRightUpLeg, "RightHipJoint"}, {kSpine, "Sacrum"}};
 
-// Returns the vector from the joint to its children, or to its end if it has no children. The joint
-// is not the hips: the children of any other joint all have the same offset.
+// Returns the vector from the joint `id` to its children, or to its end site if it has no children.
+// `id` must not be kHips, because its children have different offsets. The children of any other
+// joint all have the same offset.
 Vec3 Segment(const Skeleton& skeleton, std::size_t id) {
     for (std::size_t child = id + 1; child < skeleton.size(); ++child)
         if (skeleton[child].parent == id) return skeleton[child].offset;
@@ -62,7 +64,8 @@ void AppendNumbers(std::string& text, std::string_view keyword, const Vec3& v, i
 }
 
 void AppendBone(std::string& text, int id, std::string_view name, const Vec3& segment) {
-    // A direction is multiplied by a length, so it needs more digits than a position.
+    // A reader multiplies the direction by the bone's length, which makes rounding errors larger.
+    // So a direction needs more digits than a position.
     constexpr int kDirectionDigits = 9;
     text += "  begin\n    id " + std::to_string(id) + "\n    name ";
     text += name;
@@ -134,7 +137,7 @@ void AppendRoot(std::string& text, const Pose& pose) {
 }
 
 void AppendJoint(std::string& text, const Joint& joint, const Rotation& local) {
-    constexpr double kStill = 1e-9;  // degrees; smaller angles are rounding errors
+    constexpr double kStill = 1e-9;  // degrees; a smaller angle is only a rounding error
     const Rotation frame = TurnXyz(joint.axis);
     const Vec3 angles = AnglesXyz(Inverse(frame) * local * frame);
     for (const char axis : std::string_view("xyz"))

@@ -1,4 +1,4 @@
-// The walk as an Acclaim pair: lengths in centimetres, degrees.
+// Writes the walk as an ASF and an AMC text. Lengths are in centimetres and angles in degrees.
 #pragma once
 
 #include <string>
@@ -9,13 +9,13 @@
 
 namespace examples {
 
-// An Acclaim bone is the segment from its joint to the next, so each joint becomes the bone that
-// starts there, the hips become the root, and bones without freedom lead from the root to the
-// joints around it.
+// Returns the text of the ASF file. An Acclaim bone is the segment from one joint to the next. The
+// hips become the root, and every other joint becomes the bone that starts at that joint. One more
+// bone, which cannot turn, leads from the root to each child of the hips.
 std::string WriteAsf(const Skeleton& skeleton);
 
-// The motion for that skeleton. Throws std::logic_error if a joint turns about an axis that its
-// bone is not free to turn about.
+// Returns the text of the AMC file: the motion for the skeleton that WriteAsf writes. Throws
+// std::logic_error if a pose turns a joint about an axis that is not in its Joint::free.
 std::string WriteAmc(const Skeleton& skeleton, const std::vector<Pose>& poses);
 
 }  // namespace examples

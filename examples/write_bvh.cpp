@@ -40,7 +40,7 @@ void OpenJoint(std::string& text, const Skeleton& skeleton, std::size_t id, std:
 
 void AppendHierarchy(std::string& text, const Skeleton& skeleton) {
     text += "HIERARCHY\n";
-    std::vector<std::size_t> open;  // the joints whose braces are open, outermost first
+    std::vector<std::size_t> open;  // ids of joints without a closing brace yet, the root first
     const auto close = [&] {
         open.pop_back();
         text += std::string(open.size(), '\t') + "}\n";
@@ -72,7 +72,8 @@ std::string WriteBvh(const Skeleton& skeleton, const std::vector<Pose>& poses) {
     std::string text;
     AppendHierarchy(text, skeleton);
     text += "MOTION\nFrames: " + std::to_string(poses.size()) + "\nFrame Time: ";
-    // With ten digits, the rate that a reader computes is wrong by less than 1e-6.
+    // A reader computes the rate from this time. With ten digits after the decimal point, the
+    // error of the rate is less than 1e-6 frames per second.
     AppendNumber(text, 1.0 / kFramesPerSecond, 10);
     text += '\n';
     for (const Pose& pose : poses)

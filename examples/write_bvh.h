@@ -1,4 +1,4 @@
-// The walk as a Biovision file: centimetres, degrees.
+// Writes the walk as a BVH text. Lengths are in centimetres and angles in degrees.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace examples {
 
-// The whole file. `poses` are the frames, in order.
+// Returns the text of the whole BVH file. `poses` has one pose for each frame, in order of time.
 std::string WriteBvh(const Skeleton& skeleton, const std::vector<Pose>& poses);
 
 }  // namespace examples
