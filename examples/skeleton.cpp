@@ -104,29 +104,30 @@ std::vector<Joint> LeftLeg() {
 
 std::vector<Joint> LeftArm() {
     const Vec3 collar = Vec3{kShoulderHalfWidth, kShoulderHeight, -3.0} - kTrunk[3];
-    return {{"LeftShoulder",
-             kSpine2,
-             kTrunk[3] - kTrunk[2],
-             {},
-             {0, -1.5, -9},
-             "yz",
-             {{kNoLimits[0], {-20, 20}, {-15, 40}}}},
-            {"LeftArm",
-             kLeftShoulder,
-             collar,
-             {},
-             {15, 0, -90},
-             "xyz",
-             {{{-90, 90}, {-85, 85}, {-120, 90}}}},
-            // In the T-pose, the forearm bends about its own X axis, which {0, 0, -90} turns down.
-            {"LeftForeArm", kLeftArm, {kUpperArm, 0, 0}, {}, {0, 0, -90}, "x", {{{-5, 150}}}},
-            {"LeftHand",
-             kLeftForeArm,
-             {kForeArm, 0, 0},
-             {kHand, 0, 0},
-             {0, 0, -90},
-             "xz",
-             {{{-30, 40}, kNoLimits[1], {-80, 70}}}}};
+    return {
+        {"LeftShoulder",
+         kSpine2,
+         kTrunk[3] - kTrunk[2],
+         {},
+         {0, -1.5, -9},
+         "yz",
+         {{kNoLimits[0], {-20, 20}, {-15, 40}}}},
+        {"LeftArm",
+         kLeftShoulder,
+         collar,
+         {},
+         {15, 0, -90},
+         "xyz",
+         {{{-90, 90}, {-85, 85}, {-120, 90}}}},
+        // In the T-pose, the forearm bends about its own X axis, which {0, 0, -90} turns downwards.
+        {"LeftForeArm", kLeftArm, {kUpperArm, 0, 0}, {}, {0, 0, -90}, "x", {{{-5, 150}}}},
+        {"LeftHand",
+         kLeftForeArm,
+         {kForeArm, 0, 0},
+         {kHand, 0, 0},
+         {0, 0, -90},
+         "xz",
+         {{{-30, 40}, kNoLimits[1], {-80, 70}}}}};
 }
 
 Joint TrunkJoint(std::string name, JointId parent, std::size_t index, const Vec3& axis,
