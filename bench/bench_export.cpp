@@ -1,4 +1,4 @@
-// Each exporter on an imported motion. Items are joints times frames.
+// Times exporters that write an imported motion. One item is one joint in one frame.
 #include <benchmark/benchmark.h>
 #include <filesystem>
 #include <string>
@@ -27,7 +27,8 @@ void Import(const bench::BvhShape& shape, bool nulls) {
     importer.ImportBVH(std::wstring(path.begin(), path.end()).c_str(), L"bench");
 }
 
-// The output is discarded before it gets its name, so that the disk has little influence.
+// OutputFile::Commit is not called, so each temporary file is removed before the next one is
+// written. So the speed of the disk has little influence.
 void BM_Export(benchmark::State& state, Writer write, bool nulls) {
     const bench::BvhShape shape{.joints = state.range(0), .frames = state.range(1)};
     Import(shape, nulls);

@@ -1,4 +1,5 @@
-// Converting three rotations to X-Y-Z angles: on the scalar path, and in blocks.
+// Times the conversion of products of three rotations to X-Y-Z angles. BM_ScalarPath converts one
+// product at a time. BM_Blocks converts a block of kRotationBlock products at a time.
 #include <benchmark/benchmark.h>
 
 #include "math/rotation_batch.h"
@@ -59,8 +60,9 @@ void BM_Blocks(benchmark::State& state) {
     CountRotations(state);
 }
 
-// If the argument "framed" is 1, the product has two more matrices, one before and one after the
-// rotations. Acclaim's axes and the rest poses of bones need such products.
+// If the argument "framed" is 1, each product has two more factors: a fixed matrix before the three
+// rotations, and another one after them. An import needs such products for the axes of Acclaim
+// bones and for the rest poses of bones.
 BENCHMARK(BM_ScalarPath)->ArgName("framed")->Arg(0)->Arg(1);
 BENCHMARK(BM_Blocks)->ArgName("framed")->Arg(0)->Arg(1);
 

@@ -1,4 +1,4 @@
-// Loading a file, and reading its tokens as texts and as numbers.
+// Times how long it takes to load a BVH file, to read all its tokens, and to read all its numbers.
 #include <benchmark/benchmark.h>
 
 #include "bench/synthetic_bvh.h"

@@ -12,8 +12,8 @@ namespace {
 constexpr int kBones = 30;
 constexpr int kLimbs = 5;
 
-// Returns how many values the bone has in each frame. All bones together have 56; the root has six
-// more.
+// Returns how many values the bone has in each frame. All bones together have 56 values. The root
+// has six values, which are not included.
 int ValueCount(int bone) {
     return bone >= 28 ? 0 : 2;
 }

@@ -5,19 +5,22 @@
 
 namespace bench {
 
+// The size of a BVH file. `joints` includes the root, but not the end sites.
 struct BvhShape {
     std::int64_t joints = 24;
     std::int64_t frames = 1000;
 };
 
-// A BVH file whose skeleton has five limbs. The root has six channels, the other joints have
-// Zrotation Xrotation Yrotation. Values have six decimals; the same shape gives the same bytes.
+// Returns the text of a BVH file. Its skeleton is a root with five limbs. The root has six
+// channels. Each other joint has the channels Zrotation, Xrotation and Yrotation. Each value has
+// six digits after the decimal point. The same shape always gives the same bytes.
 std::string SyntheticBvh(const BvhShape& shape);
 
-// The number of channels in such a file.
+// Returns the number of channels of all joints in the file that SyntheticBvh makes.
 std::int64_t Channels(const BvhShape& shape);
 
-// The path of the file in the temporary folder. A process writes it once.
+// Writes the text of SyntheticBvh to a file in the temporary folder, and returns its path. If the
+// process has already written this file, only the path is returned.
 std::string SyntheticBvhFile(const BvhShape& shape);
 
 }  // namespace bench

@@ -9,6 +9,7 @@
 namespace bench {
 namespace {
 
+// The destructor removes the files.
 struct Files {
     std::vector<std::string> paths;
     Files() = default;
