@@ -46,21 +46,22 @@ WalkFile JointsOf(const MocapSkeleton& skeleton) {
     return file;
 }
 
-// At rest nothing above a chain of one bone is rotated, so the bone is the leaf's offset.
+// At rest nothing above a chain of one bone is rotated, so the bone has the direction and the
+// length of the leaf's offset.
 bool Reaches(const headless::Object& bone, const MOCAPMODEL& leaf) {
     const auto frame = headless::FromLocal(bone.local);
-    double off = 0.0;
+    double difference = 0.0;
     for (int i = 0; i < 3; ++i)
-        off += std::fabs(frame.axes[0][i] * bone.length - leaf.offset[i]);
-    return off <= 1e-9 * (1.0 + bone.length);
+        difference += std::fabs(frame.axes[0][i] * bone.length - leaf.offset[i]);
+    return difference <= 1e-9 * (1.0 + bone.length);
 }
 
-// A leaf without an object is where its chain ends.
+// Returns the effector of the chain that ends at a leaf without an object, or 0.
 std::uint32_t EffectorAt(const MOCAPMODEL& leaf) {
     if (leaf.parent->bone.IsValid()) return leaf.parent->bone.GetEffector().GetRef().Object();
-    const auto* above = CurrentScene().FindObject(leaf.parent->nullObject.GetRef().Object());
-    if (above == nullptr) return 0;
-    for (const auto* child = above->firstChild; child != nullptr; child = child->nextSibling)
+    const auto* parent = CurrentScene().FindObject(leaf.parent->nullObject.GetRef().Object());
+    if (parent == nullptr) return 0;
+    for (const auto* child = parent->firstChild; child != nullptr; child = child->nextSibling)
         if (child->type == headless::ObjectType::ChainRoot && child->chainData->bones.size() == 1 &&
             Reaches(*child->chainData->bones.front(), leaf))
             return child->chainData->effector->id;
@@ -117,10 +118,10 @@ ProbedImport ImportBvhFile(const std::wstring& path, const ImportOptions& option
 }
 
 struct SectionMotion::Impl {
-    static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+    static constexpr std::size_t kNoObject = static_cast<std::size_t>(-1);
 
     headless::MotionEvaluator evaluator;
-    std::vector<std::size_t> indices;  // of each joint among the evaluator's objects
+    std::vector<std::size_t> indices;  // of the joints' objects among those of the evaluator
     std::vector<headless::Transform> globals;
     std::vector<headless::Transform> locals;
 };
@@ -135,7 +136,7 @@ SectionMotion::SectionMotion(const ProbedSection& section) {
     for (std::size_t i = 0; i < objects.size(); ++i)
         indexOf[objects[i]->id] = i;
     for (const std::uint32_t joint : section.joints)
-        impl_->indices.push_back(joint == 0 ? Impl::kNowhere : indexOf.at(joint));
+        impl_->indices.push_back(joint == 0 ? Impl::kNoObject : indexOf.at(joint));
     impl_->globals.resize(objects.size());
     impl_->locals.resize(objects.size());
 }
@@ -143,13 +144,13 @@ SectionMotion::SectionMotion(const ProbedSection& section) {
 SectionMotion::~SectionMotion() = default;
 
 SectionMotion::Pose SectionMotion::At(double frame) {
-    // The cosine of the angle is 1e-5 where its sine is this close to 1.
+    // If the sine of the angle is this close to 1, the cosine is below 1e-5.
     constexpr double kRightAngleSine = 1.0 - 0.5e-10;
     impl_->evaluator.Evaluate(frame, impl_->globals);
     impl_->evaluator.EvaluateLocal(frame, impl_->locals);
     Pose pose;
     for (const std::size_t index : impl_->indices) {
-        if (index == Impl::kNowhere) {
+        if (index == Impl::kNoObject) {
             pose.positions.push_back({});
             pose.nearRightAngle.push_back(false);
             continue;

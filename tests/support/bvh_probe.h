@@ -1,4 +1,4 @@
-// Imports BVH text with the real importer and remembers which scene object stands for each joint.
+// Imports BVH text with the real importer and records which scene object was made for each joint.
 #pragma once
 
 #include <cstdint>
@@ -18,13 +18,13 @@ struct ImportOptions {
 };
 
 // The object whose origin is at the joint: its null, its bone or the effector of the chain
-// that it ends. 0 where there is none.
+// that it ends. 0 if there is none.
 using JointObjects = std::vector<std::uint32_t>;
 
 struct ProbedSection {
     std::uint32_t model = 0;
     JointObjects joints;  // in the file's order
-    // Of a BVH section: the joints as they were parsed, without values.
+    // For a BVH section: the joints as they were parsed, without values.
     WalkFile parsed;
 };
 
@@ -38,11 +38,11 @@ struct ProbedImport {
 ProbedImport ImportBvhText(const std::string& text, const ImportOptions& options);
 ProbedImport ImportBvhFile(const std::wstring& path, const ImportOptions& options);
 
-// The motion of a section's joints; holds as long as the scene does.
+// The motion of a section's joints. It must not be used after the scene is gone.
 class SectionMotion {
   public:
     struct Pose {
-        std::vector<Vec3> positions;  // in the scene; of joints without an object 0
+        std::vector<Vec3> positions;  // in the scene; zero for joints without an object
         // Whether the middle angle of the joint's own rotation is within 1e-5 of a right angle.
         std::vector<bool> nearRightAngle;
     };

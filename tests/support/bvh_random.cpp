@@ -23,7 +23,7 @@ class Maker {
     }
 
   private:
-    // From the engine alone: the standard's distributions differ between libraries.
+    // The standard distributions are not used, because they differ between libraries.
     std::uint32_t Below(std::uint32_t n) { return static_cast<std::uint32_t>(random_() % n); }
     bool Chance(std::uint32_t percent) { return Below(100) < percent; }
     double Number(double range) {
@@ -98,7 +98,7 @@ class Maker {
     std::mt19937_64 random_;
     std::ostringstream out_;
     std::vector<bool> isPosition_;
-    std::uint32_t budget_ = 0;
+    std::uint32_t budget_ = 0;  // the joints that may still be written
 };
 
 }  // namespace

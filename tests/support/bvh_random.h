@@ -5,9 +5,10 @@
 
 namespace support {
 
-// A BVH file out of a seed: branching heads, single-child roots, loose joints, zero offsets, joints
-// of three, six and fewer channels, any rotation order, repeated names, a joint named like the
-// model. Not rarely a right angle. The same seed gives the same text everywhere.
+// Makes a random BVH file: joints that branch, roots with a single child, detached joints, zero
+// offsets, joints of six, three and fewer channels, any rotation order, repeated names, a joint
+// with the name of the model. Right angles are frequent. The same seed gives the same text on every
+// machine.
 std::string RandomBvh(std::uint64_t seed);
 
 }  // namespace support

@@ -81,38 +81,38 @@ bool ReadSection(Reader& reader, WalkFile& file) {
 
 }  // namespace
 
-bool WalkJoint::KeepsRisingOrder() const {
+bool WalkJoint::ListsRotationsInXyzOrder() const {
     std::string axes;
     for (const std::string& channel : channels)
         if (channel.substr(1) == "rotation") axes += channel[0];
     return axes.size() > 1 && std::is_sorted(axes.begin(), axes.end());
 }
 
-std::vector<Vec3> WalkFile::Positions(std::size_t frame, bool turnRisingAsScene) const {
+std::vector<Vec3> WalkFile::Positions(std::size_t frame, bool asScene) const {
     std::vector<Vec3> positions(joints.size());
     std::vector<Matrix3> turns(joints.size());
     for (std::size_t j = 0; j < joints.size(); ++j) {
         const WalkJoint& joint = joints[j];
-        Vec3 place = joint.offset;
+        Vec3 translation = joint.offset;
         Matrix3 own = kIdentity3;
         for (std::size_t c = 0; c < joint.channels.size(); ++c) {
             const double value = frames[frame][joint.firstValue + c];
             const char axis = joint.channels[c][0];
             if (joint.channels[c].substr(1) == "position") {
-                place[static_cast<std::size_t>(axis - 'x')] = value;
-            } else if (turnRisingAsScene && joint.KeepsRisingOrder()) {
+                translation[static_cast<std::size_t>(axis - 'x')] = value;
+            } else if (asScene && joint.ListsRotationsInXyzOrder()) {
                 own = ColumnRotation(axis, Radians(value)) * own;
             } else {
                 own = own * ColumnRotation(axis, Radians(value));
             }
         }
         if (joint.parent < 0) {
-            positions[j] = place;
+            positions[j] = translation;
             turns[j] = own;
             continue;
         }
         const auto p = static_cast<std::size_t>(joint.parent);
-        positions[j] = Add(positions[p], turns[p] * place);
+        positions[j] = Add(positions[p], turns[p] * translation);
         turns[j] = turns[p] * own;
     }
     return positions;

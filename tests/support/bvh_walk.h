@@ -1,6 +1,6 @@
 // A plain forward-kinematics walk of a BVH file, written for the tests and sharing nothing with the
-// importer: column vectors, the first-listed rotation outermost, a position channel in the place of
-// its component of the offset.
+// importer. It uses column vectors, the first listed rotation is the outermost, and a position
+// channel replaces its component of the offset.
 #pragma once
 
 #include <string>
@@ -16,25 +16,27 @@ struct WalkJoint {
     bool isEndSite = false;
     Vec3 offset{};
     std::vector<std::string> channels;  // lower case, in the file's order
-    std::size_t firstValue = 0;         // of its channels in a frame
+    std::size_t firstValue = 0;         // index in a row of the value of its first channel
 
-    // The importer keeps rotations that are listed x before y before z as they are, and the scene
-    // turns x first: such a joint is walked the other way round.
-    bool KeepsRisingOrder() const;
+    // Whether two or three rotations are listed with x before y before z. The importer keeps the
+    // values of such a joint, and the scene applies x first, so that the order is reversed.
+    bool ListsRotationsInXyzOrder() const;
 };
 
 struct WalkFile {
-    std::vector<WalkJoint> joints;  // in the file's order, end sites too
+    std::vector<WalkJoint> joints;  // in the file's order, with the end sites
     std::vector<std::vector<double>> frames;
     double frameTime = 0.0;
 
-    // Scene positions of all joints; `turnRisingAsScene` false is the format's own reading.
-    std::vector<Vec3> Positions(std::size_t frame, bool turnRisingAsScene = true) const;
-    // The longest way from a root to a joint, through the offsets.
+    // The positions of all joints. With `asScene` they are those of the imported scene, which
+    // reverses rotations that are listed in the order x, y, z; otherwise those that the format
+    // defines.
+    std::vector<Vec3> Positions(std::size_t frame, bool asScene = true) const;
+    // The length of the longest path from a root to a joint, along the offsets.
     double Size() const;
 };
 
-// The sections of a file that is known to be good.
+// Reads the sections of a file that is known to be valid.
 std::vector<WalkFile> ReadBvh(const std::string& text);
 
 }  // namespace support

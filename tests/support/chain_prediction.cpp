@@ -10,11 +10,12 @@ struct Node {
     int rigidChildren = 0;
     bool zeroOffset = false;
     bool hasPosition = false;
-    bool IsLoose() const { return zeroOffset || hasPosition; }
+    bool IsDetached() const { return zeroOffset || hasPosition; }
+    // Whether the joint is inside a chain, not at its end.
     bool IsInside() const { return children == 1 && rigidChildren > 0; }
 };
 
-std::vector<Node> Survey(const WalkFile& file) {
+std::vector<Node> CollectNodes(const WalkFile& file) {
     std::vector<Node> nodes(file.joints.size());
     for (std::size_t j = 0; j < nodes.size(); ++j) {
         const WalkJoint& joint = file.joints[j];
@@ -30,7 +31,7 @@ std::vector<Node> Survey(const WalkFile& file) {
     return nodes;
 }
 
-// From the last joint upwards.
+// The joints of the chain that ends at `last`, from there upwards.
 std::vector<std::size_t> ChainOf(const WalkFile& file, const std::vector<Node>& nodes,
                                  std::size_t last) {
     std::vector<std::size_t> chain{last};
@@ -39,7 +40,7 @@ std::vector<std::size_t> ChainOf(const WalkFile& file, const std::vector<Node>& 
         const Node& parent = nodes[static_cast<std::size_t>(p)];
         if (parent.children > 1 || parent.rigidChildren == 0) break;
         chain.push_back(static_cast<std::size_t>(p));
-        if (parent.IsLoose()) break;
+        if (parent.IsDetached()) break;
     }
     return chain;
 }
@@ -47,7 +48,7 @@ std::vector<std::size_t> ChainOf(const WalkFile& file, const std::vector<Node>& 
 }  // namespace
 
 std::vector<JointPrediction> PredictChains(const WalkFile& file, bool chainFromParent) {
-    const std::vector<Node> nodes = Survey(file);
+    const std::vector<Node> nodes = CollectNodes(file);
     std::vector<JointPrediction> joints(nodes.size());
     for (std::size_t j = 0; j < nodes.size(); ++j) {
         if (nodes[j].IsInside()) continue;
@@ -55,16 +56,16 @@ std::vector<JointPrediction> PredictChains(const WalkFile& file, bool chainFromP
         for (const std::size_t member : chain)
             joints[member].isInChain = true;
         const bool singleBone =
-            !nodes[j].IsLoose() && chainFromParent && file.joints[j].parent >= 0;
+            !nodes[j].IsDetached() && chainFromParent && file.joints[j].parent >= 0;
         const bool isBone = chain.size() > 1 || singleBone;
-        joints[j].hasNoObject = isBone && nodes[j].children == 0 && !nodes[j].IsLoose();
+        joints[j].hasNoObject = isBone && nodes[j].children == 0 && !nodes[j].IsDetached();
         if (isBone && nodes[j].hasPosition && !nodes[j].zeroOffset)
             joints[j].setApart = "the last joint of a chain has an offset and position channels";
     }
     for (std::size_t j = 0; j < nodes.size(); ++j) {
         if (!joints[j].isInChain) {
             joints[j].hasNoObject = true;
-            joints[j].setApart = "no object stands for the joint";
+            joints[j].setApart = "the joint has no object";
         }
         const int parent = file.joints[j].parent;
         if (parent >= 0 && joints[j].setApart.empty())

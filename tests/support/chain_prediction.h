@@ -1,4 +1,4 @@
-// Which joints of a BVH skeleton bone chains can carry, worked out from the tree alone.
+// Predicts, from the tree alone, which joints of a BVH skeleton get objects as bones.
 #pragma once
 
 #include <string>
@@ -9,12 +9,12 @@
 namespace support {
 
 struct JointPrediction {
-    // A bone, a null or, for the leaf that ends a chain, its effector stands for the joint.
+    // The joint has a bone, a null or, if it is the leaf that ends a chain, the chain's effector.
     bool isInChain = false;
-    // Nothing that a curve could drive: not in any chain, or a leaf that only ends one.
+    // There is no object that a curve could drive: the joint is in no chain, or only ends one.
     bool hasNoObject = false;
-    // Why bones may put this joint elsewhere than the file does; empty where they may not. Holds
-    // for everything below the joint that causes it.
+    // Why this joint may have other positions as bones than in the file; empty if it may not. It is
+    // also the reason for everything below the joint that causes it.
     std::string setApart;
 };
 

@@ -2,7 +2,8 @@
 
 namespace support {
 
-// Long tests divide their size by this: under the sanitizers all takes five times as long.
+// Long tests divide their size by this, because they take five times as long under the address
+// sanitizer.
 #if defined(__SANITIZE_ADDRESS__)
 inline constexpr int kShorter = 5;
 #else

@@ -1,4 +1,4 @@
-// A BVH section as the parser sees it, without an importer and without a host's session.
+// Parses BVH sections without an importer and without a session of the host.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,8 @@ class ParsedBvh {
         return holdsText;
     }
 
-    // Parses the next section, whatever its first token. Returns the parser's status.
+    // Skips the next token, whatever it is, and parses the section after it. Returns the parser's
+    // status.
     std::int32_t ParseSection() {
         skeleton = {};
         parser.Reset();
@@ -34,7 +35,7 @@ class ParsedBvh {
 
     MOCAPMODEL& Node(std::size_t index) { return *skeleton.models.at(index); }
     std::string Name(std::size_t index) { return Node(index).name.get(); }
-    // Of ASCII.
+    // The message of the last error. It is ASCII.
     std::string Message() const {
         const std::wstring_view message = parser.LastError().message;
         return {message.begin(), message.end()};

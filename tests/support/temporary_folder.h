@@ -1,4 +1,4 @@
-// A folder of a test's own in the system's temporary folder. It is removed, with everything in it,
+// A new folder for one test in the system's temporary folder. It is removed, with everything in it,
 // when the object goes out of scope.
 #pragma once
 

@@ -1,4 +1,4 @@
-// A small scene in the one session of the process, made through the host's surface as a plug-in
+// Makes a small scene in the session of the process, through the host's interface as a plug-in
 // does.
 #pragma once
 
@@ -15,7 +15,7 @@ struct TestCurve {
     bool isActive = true;
 };
 
-// Starts a new session; what is made stays until the next one.
+// Starts a new session. The scene stays until the next session is started.
 class TestScene {
   public:
     TestScene() { headless::Session::Current().Reset(); }
@@ -31,9 +31,9 @@ class TestScene {
                               double z) {
         Zelk::Null null;
         parent.AddNull(name, null);
-        Zelk::MATH::CTransformation place;
-        place.SetTranslationFromValues(x, y, z);
-        null.GetKinematics().GetLocal().PutTransform(place, Zelk::kCurrentTime);
+        Zelk::MATH::CTransformation transform;
+        transform.SetTranslationFromValues(x, y, z);
+        null.GetKinematics().GetLocal().PutTransform(transform, Zelk::kCurrentTime);
         return null;
     }
     static Zelk::ChainRoot AddChain(Zelk3DObject parent, const wchar_t* name) {
@@ -41,7 +41,7 @@ class TestScene {
         parent.Add2DChain({0, 0, 0}, {0, 2, 0}, {0, 0, 1}, Zelk::zk2DChainNormalAlign, name, chain);
         return chain;
     }
-    // An action with these curves; its end in seconds.
+    // Adds an action with these curves. `end` is in seconds.
     static Zelk::ActionSource AddAction(Zelk::Model model, const wchar_t* name, double end,
                                         const std::vector<TestCurve>& curves) {
         Zelk::ActionSource action = model.AddActionSource(name);

@@ -13,18 +13,19 @@ bool HasUnitDirection(const AcclaimBone& bone) {
     return std::fabs(Length(bone.direction) - 1.0) < 1e-9;
 }
 
-// Of the bone's own doing: what it says holds from its children on, or from itself on.
+// Why positions may differ. The reason applies to everything below a bone and, unless
+// `childrenOnly`, to the bone itself.
 struct Reason {
     std::string text;
-    bool ofChildren = false;
+    bool childrenOnly = false;
 };
 
 Reason ReasonOf(const AcclaimPair& pair, std::size_t index, bool nulls) {
     const AcclaimBone& bone = pair.bones[index];
     if (nulls && bone.parent > static_cast<int>(index))
         return {"the file lists the child before its parent", false};
-    if (!nulls && bone.attachedAs >= 0 && bone.firstChildAt >= 0 &&
-        bone.firstChildAt < bone.attachedAs)
+    if (!nulls && bone.attachment >= 0 && bone.firstChildAttachment >= 0 &&
+        bone.firstChildAttachment < bone.attachment)
         return {"the hierarchy lists the bone's children before the bone", false};
     if (bone.axisOrder != "xyz" && bone.HasRotation() && bone.axis != Vec3{})
         return {"the axis order is not xyz", true};
@@ -37,30 +38,31 @@ Reason ReasonOf(const AcclaimPair& pair, std::size_t index, bool nulls) {
 
 struct Node {
     std::size_t rigidChildren = 0;
-    bool isLoose = false;
+    bool isDetached = false;
 };
 
-std::vector<Node> Survey(const std::vector<AcclaimBone>& bones) {
+std::vector<Node> CollectNodes(const std::vector<AcclaimBone>& bones) {
     std::vector<Node> nodes(bones.size());
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        nodes[i].isLoose = bones[i].isRoot;
+        nodes[i].isDetached = bones[i].isRoot;
         if (bones[i].parent < 0) continue;
         const auto parent = static_cast<std::size_t>(bones[i].parent);
         if (bones[parent].length < kShortestParent)
-            nodes[i].isLoose = true;
+            nodes[i].isDetached = true;
         else
             ++nodes[parent].rigidChildren;
     }
     return nodes;
 }
 
-// A bone carries its joint's length only where it reaches to the one child that there is.
+// A bone can have the animated length of its joint only if it ends at the joint's single child.
 bool ReachesItsChild(const AcclaimPair& pair, const std::vector<Node>& nodes, std::size_t bone) {
     return pair.bones[bone].children == 1 && nodes[bone].rigidChildren == 1;
 }
 
-// A null's first child takes the length as a position: three of its seven channels, of which a
-// child behind its parent in the file still has its own length.
+// With nulls, the first child gets the length as a position, which needs three of its seven
+// channels. If the file lists the child after its parent, the child still has the channel of its
+// own length.
 bool HasRoomForPosition(const std::vector<AcclaimBone>& bones, std::size_t bone) {
     for (std::size_t i = 0; i < bones.size(); ++i) {
         if (bones[i].parent != static_cast<int>(bone)) continue;
@@ -75,22 +77,22 @@ bool HasRoomForPosition(const std::vector<AcclaimBone>& bones, std::size_t bone)
 }  // namespace
 
 std::vector<std::string> PredictSetApart(const AcclaimPair& pair, const AcclaimOptions& options) {
-    std::vector<Reason> own;
+    std::vector<Reason> reasonsOfBones;
     for (std::size_t i = 0; i < pair.bones.size(); ++i)
-        own.push_back(ReasonOf(pair, i, options.nulls));
+        reasonsOfBones.push_back(ReasonOf(pair, i, options.nulls));
     std::vector<std::string> reasons;
     for (std::size_t i = 0; i < pair.bones.size(); ++i) {
-        std::string reason = own[i].ofChildren ? "" : own[i].text;
+        std::string reason = reasonsOfBones[i].childrenOnly ? "" : reasonsOfBones[i].text;
         for (int p = pair.bones[i].parent; p >= 0 && reason.empty();
              p = pair.bones[static_cast<std::size_t>(p)].parent)
-            reason = own[static_cast<std::size_t>(p)].text;
+            reason = reasonsOfBones[static_cast<std::size_t>(p)].text;
         reasons.push_back(reason);
     }
     return reasons;
 }
 
 std::string PredictFailure(const AcclaimPair& pair, const AcclaimOptions& options) {
-    const std::vector<Node> nodes = Survey(pair.bones);
+    const std::vector<Node> nodes = CollectNodes(pair.bones);
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         if (!pair.bones[i].AnimatesLength()) continue;
         if (options.nulls ? !HasRoomForPosition(pair.bones, i) : !ReachesItsChild(pair, nodes, i))

@@ -1,5 +1,5 @@
-// Which joints of an Acclaim skeleton the scene may put elsewhere than the files do, and why,
-// worked out from the files alone.
+// Predicts, from the files alone, which joints of an Acclaim skeleton may have other positions in
+// the scene than in the files, and why.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@
 
 namespace support {
 
-// By joint: the reason, for everything below the joint that causes it too; empty where the joint
-// must stand where the walk puts it.
+// Returns a reason for each joint, which is also the reason for everything below the joint that
+// causes it. Empty for a joint that must be where the walk puts it.
 std::vector<std::string> PredictSetApart(const AcclaimPair& pair, const AcclaimOptions& options);
 
-// The message with which the motion fails because nothing can take a bone's animated length; empty
-// where it must succeed.
+// Returns the message with which the import of the motion fails because nothing can have the
+// animated length of a bone; empty if it must succeed.
 std::string PredictFailure(const AcclaimPair& pair, const AcclaimOptions& options);
 
 }  // namespace support

@@ -12,7 +12,7 @@ std::wstring Wide(const std::string& ascii) {
     return {ascii.begin(), ascii.end()};
 }
 
-// A node without an object is the end of a leaf, where the leaf's chain ends too.
+// A node without an object is the end node of a leaf; it is at the effector of the leaf's chain.
 std::uint32_t ObjectOf(const MOCAPMODEL& node) {
     if (node.nullObject.IsValid()) return node.nullObject.GetRef().Object();
     if (node.bone.IsValid()) return node.bone.GetRef().Object();

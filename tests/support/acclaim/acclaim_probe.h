@@ -1,4 +1,4 @@
-// Imports an Acclaim pair with the real importer and tells which scene object was made for each
+// Imports an Acclaim pair with the real importer and records which scene object was made for each
 // node.
 #pragma once
 
@@ -22,15 +22,15 @@ struct AcclaimOptions {
 
 struct ProbedPair {
     std::int32_t skeletonStatus = 0;
-    std::int32_t motionStatus = 0;  // 0 where no motion was asked for
+    std::int32_t motionStatus = 0;  // 0 if no motion was imported
     std::string error;              // the recorded message
-    ProbedSection section;          // of a skeleton that was made: its nodes in the file's order
+    ProbedSection section;          // the nodes in the file's order; empty without a skeleton
 };
 
 // The scene objects of the importer's nodes, in the order of the nodes.
 ProbedSection ProbeNodes(const CAcclaimImport& importer);
 
-// Resets the session first. Without a motion it imports the skeleton alone.
+// Resets the session first. Without `amc` it imports the skeleton alone.
 ProbedPair ImportAcclaimText(const std::string& asf, const std::optional<std::string>& amc,
                              const AcclaimOptions& options);
 

@@ -32,11 +32,11 @@ class Maker {
 
   private:
     struct Bone {
-        int parent = -1;  // the root
+        int parent = -1;  // -1 is the root
         std::vector<std::string> dof;
     };
 
-    // From the engine alone: the standard's distributions differ between libraries.
+    // The standard distributions are not used, because they differ between libraries.
     std::size_t Below(std::size_t n) { return static_cast<std::size_t>(random_() % n); }
     bool Chance(std::size_t percent) { return Below(100) < percent; }
     double Number(double range) {
@@ -71,7 +71,7 @@ class Maker {
     double Angle() {
         double angle = Number(180);
         if (Chance(8)) angle = 90.0 * (static_cast<double>(Below(9)) - 4.0);
-        // Within 1e-5 of it, where the decomposition takes it for one.
+        // This is within 1e-5 radians of a right angle, which the decomposition takes for one.
         if (Chance(2)) angle = 90.0 + Number(5e-4);
         return degrees_ ? angle : angle * kDegree;
     }

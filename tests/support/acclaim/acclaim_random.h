@@ -9,15 +9,15 @@ namespace support {
 struct AcclaimTexts {
     std::string asf;
     std::string amc;
-    // How they are meant to be imported.
+    // The options for the import of the pair.
     bool limits = false;
     std::optional<double> length;
 };
 
-// A pair out of a seed: any tree, axis frames and their orders, degrees of freedom in any order,
-// ignored translations, animated lengths, bones of next to no length, limits, degrees and radians,
-// any order of the root's channels, frame numbers with gaps. Not rarely a right angle. The same
-// seed gives the same texts everywhere.
+// Makes a random pair: any tree, axis frames and axis orders, degrees of freedom in any order,
+// ignored translations, animated lengths, very short bones, limits, degrees and radians, any order
+// of the root's channels, frame numbers with gaps. Right angles are frequent. The same seed gives
+// the same texts on every machine.
 AcclaimTexts RandomAcclaim(std::uint64_t seed);
 
 }  // namespace support

@@ -1,4 +1,4 @@
-// The Acclaim importer, fed with texts, and what it made, as text.
+// Imports Acclaim texts, and returns what was imported as values that tests can compare.
 #pragma once
 
 #include <cstdint>
@@ -14,8 +14,8 @@ namespace support {
 
 struct Outcome {
     std::int32_t status = 0;
-    std::string message;     // empty where none was recorded
-    std::uint32_t line = 0;  // as printed, from 1; 0 where no file was being parsed
+    std::string message;     // empty if none was recorded
+    std::uint32_t line = 0;  // as printed, counted from 1; 0 if no file was being parsed
     bool operator==(const Outcome&) const = default;
 };
 void PrintTo(const Outcome& outcome, std::ostream* out);
@@ -45,9 +45,8 @@ const headless::ActionSource& ActionNamed(const std::string& name);
 // The curves of an action by target.
 std::map<std::string, TestCurve> MotionCurves(const std::string& motion = "motion");
 
-// A skeleton with something of everything and a motion of three frames for it: bones that turn
-// about one axis and about three in another order, an animated length, a bone that is too short to
-// be one, limits.
+// A skeleton with a bit of everything and a motion of three frames for it: bones that rotate about
+// two or three axes in several orders, an animated length, a very short bone, limits.
 extern const char kSampleAsf[];
 extern const char kSampleAmc[];
 

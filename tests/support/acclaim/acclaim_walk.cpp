@@ -78,7 +78,7 @@ class AsfReader {
         return pair_;
     }
 
-    std::unordered_map<std::string, std::size_t> TakeNames() { return names_; }
+    std::unordered_map<std::string, std::size_t> Names() const { return names_; }
 
   private:
     bool InSection() const { return at_ < lines_.size() && lines_[at_][0][0] != ':'; }
@@ -156,9 +156,10 @@ class AsfReader {
     }
 
     void Attach(std::size_t parent, std::size_t child) {
-        if (pair_.bones[parent].firstChildAt < 0) pair_.bones[parent].firstChildAt = attachments_;
+        if (pair_.bones[parent].firstChildAttachment < 0)
+            pair_.bones[parent].firstChildAttachment = attachments_;
         pair_.bones[child].parent = static_cast<int>(parent);
-        pair_.bones[child].attachedAs = attachments_++;
+        pair_.bones[child].attachment = attachments_++;
         ++pair_.bones[parent].children;
     }
 
@@ -210,15 +211,16 @@ void ReadFrames(const std::string& amc, const std::unordered_map<std::string, st
     }
 }
 
-// R = Rz * Ry * Rx has -sin(ry) there; the cosine is 1e-5 where the sine is this close to 1.
+// This element of R = Rz * Ry * Rx is -sin(ry). If the sine is this close to 1, the cosine is below
+// 1e-5.
 bool IsNearRightAngle(const Matrix3& turn) {
     return std::fabs(turn[2][0]) > 1.0 - 0.5e-10;
 }
 
-// What a frame makes of one bone.
+// The state of one bone in a frame.
 struct BoneState {
     Matrix3 motion = kIdentity3;  // M
-    Vec3 place;                   // of a root
+    Vec3 position;                // of a root
     double length;
 };
 
@@ -238,7 +240,7 @@ BoneState StateOf(const AcclaimPair& pair, const AcclaimBone& bone,
         else if (channel[0] == 'r')
             state.motion = ColumnRotation(channel[1], value * unit) * state.motion;
         else if (bone.isRoot)
-            state.place[static_cast<std::size_t>(channel[1] - 'x')] =
+            state.position[static_cast<std::size_t>(channel[1] - 'x')] =
                 pair.factorIsGiven ? value * pair.lengthFactor : value;
     }
     return state;
@@ -254,7 +256,7 @@ Matrix3 AxisFrame(const AcclaimPair& pair, const AcclaimBone& bone) {
     return frame;
 }
 
-// Every parent before its children, whatever order the file has.
+// Lists every parent before its children, whatever the order of the file.
 std::vector<std::size_t> WalkOrder(const std::vector<AcclaimBone>& bones) {
     std::vector<std::vector<std::size_t>> children(bones.size());
     std::vector<std::size_t> order;
@@ -266,7 +268,7 @@ std::vector<std::size_t> WalkOrder(const std::vector<AcclaimBone>& bones) {
     }
     for (std::size_t i = 0; i < order.size(); ++i)
         order.insert(order.end(), children[order[i]].begin(), children[order[i]].end());
-    if (order.size() != bones.size()) throw std::runtime_error("the hierarchy has a circle");
+    if (order.size() != bones.size()) throw std::runtime_error("the hierarchy has a cycle");
     return order;
 }
 
@@ -300,7 +302,7 @@ AcclaimPair::Pose AcclaimPair::At(const AcclaimFrame& frame) const {
         lengths[i] = state.length;
         pose.nearRightAngle[i] = IsNearRightAngle(state.motion) || IsNearRightAngle(own);
         if (bone.parent < 0) {
-            pose.positions[i] = state.place;
+            pose.positions[i] = state.position;
             turns[i] = own;
             continue;
         }
@@ -319,7 +321,7 @@ AcclaimPair ReadAcclaim(const std::string& asf, const std::string& amc,
                         const AcclaimReading& reading) {
     AsfReader reader(asf, reading);
     AcclaimPair pair = reader.Read();
-    ReadFrames(amc, reader.TakeNames(), pair);
+    ReadFrames(amc, reader.Names(), pair);
     return pair;
 }
 

@@ -1,7 +1,7 @@
 // A plain forward-kinematics walk of an ASF skeleton with an AMC motion, written for the tests and
 // sharing nothing with the importer. Column vectors: each bone turns by L = C * M * inverse(C), C
 // from its axis angles (x first), M from the motion's values in the order of its degrees of freedom
-// (the first acts first); its children stand at its end, direction * length.
+// (the first acts first); its children are at its end, direction * length.
 #pragma once
 
 #include <array>
@@ -18,17 +18,18 @@ struct AcclaimBone {
     std::string name;
     int parent = -1;
     bool isRoot = false;
-    bool isEnd = false;  // the node that stands at the end of a leaf
+    bool isEnd = false;  // the end node of a leaf
     Vec3 position{};     // of a root
     Vec3 direction{};
     double length = 0.0;  // with the length factor
     Vec3 axis{};          // in the file's unit
     std::string axisOrder = "xyz";
     std::vector<std::string> dof;  // two lower-case characters each, "|" for the length
-    // By degree of freedom, in the file's unit; none where the file has none.
+    // For each degree of freedom, in the file's unit; none if the file has none.
     std::vector<std::optional<std::pair<double, double>>> limits;
-    int attachedAs = -1;    // which attachment of the hierarchy made it a child
-    int firstChildAt = -1;  // which attachment first made it a parent
+    // The hierarchy's attachments of a child to a parent are counted from 0; -1 is none.
+    int attachment = -1;            // of this bone to its parent
+    int firstChildAttachment = -1;  // of its first child to it
     std::size_t children = 0;
 
     bool HasRotation() const;
@@ -46,10 +47,10 @@ struct AcclaimPair {
     std::vector<AcclaimFrame> frames;
     bool degrees = true;
     double lengthFactor = 1.0;
-    bool factorIsGiven = false;  // from outside, and then also that of the root's translations
+    bool factorIsGiven = false;  // by the caller; it then scales the root's translations too
     bool limited = false;
-    // Axis orders are the files' own: the first letter's angle comes first and turns first. Without
-    // it they are x y z.
+    // Whether axis angles have the order that the file names: the angle of the first letter comes
+    // first and acts first. Otherwise the order is x, y, z.
     bool axesAsListed = false;
 
     struct Pose {
@@ -57,18 +58,19 @@ struct AcclaimPair {
         // Whether a rotation of the bone, on its way from the file's axes to the skeleton's, has a
         // middle angle within 1e-5 of a right one.
         std::vector<bool> nearRightAngle;
-        // The longest way from a root to a joint, with each bone as long as it is at rest or here.
+        // The longest path from a root to a joint. Each bone has its length at rest or in this
+        // frame, whichever is greater.
         double size = 0.0;
     };
     Pose At(const AcclaimFrame& frame) const;
 };
 
 struct AcclaimReading {
-    std::optional<double> lengthFactor;  // instead of the file's
+    std::optional<double> lengthFactor;  // replaces that of the file
     bool limited = false;
 };
 
-// A pair that is known to be good; without a motion there are no frames.
+// Reads a pair that is known to be valid. With an empty motion there are no frames.
 AcclaimPair ReadAcclaim(const std::string& asf, const std::string& amc,
                         const AcclaimReading& reading);
 

@@ -1,4 +1,4 @@
-// An Acclaim pair as the parser sees it, without an importer and without a host's session.
+// Parses an Acclaim pair without an importer and without a session of the host.
 #pragma once
 
 #include <cstdint>

@@ -17,10 +17,10 @@ bool HasComma() {
     return std::strcmp(std::localeconv()->decimal_point, ",") == 0;
 }
 
-// The exit status of a program found on the path; -1 where it cannot be run.
+// Runs a program of the search path. Returns its exit status, or -1 if it cannot be run.
 int Run(const char* const* arguments) {
     pid_t child = 0;
-    // The interface takes what it does not change as if it might.
+    // posix_spawnp takes pointers to non-const, but does not change the arguments.
     const int error = posix_spawnp(&child, arguments[0], nullptr, nullptr,
                                    const_cast<char* const*>(arguments), environ);
     if (error != 0) return -1;
@@ -55,13 +55,13 @@ bool CommaLocale::TryBuilt() {
         problem_ = "no locale with a decimal comma is installed and localedef cannot be run";
         return false;
     }
-    // Warnings give status 1 and a locale all the same, so the locale itself is what counts.
-    const char* const outer = std::getenv("LOCPATH");
-    const std::string remembered = outer != nullptr ? outer : "";
+    // With warnings localedef returns 1 and still makes the locale, so only the locale is checked.
+    const char* const oldPath = std::getenv("LOCPATH");
+    const std::string oldPathCopy = oldPath != nullptr ? oldPath : "";
     setenv("LOCPATH", built_->Path().c_str(), 1);
     const bool set = std::setlocale(LC_ALL, kBuiltName) != nullptr && HasComma();
-    if (outer != nullptr)
-        setenv("LOCPATH", remembered.c_str(), 1);
+    if (oldPath != nullptr)
+        setenv("LOCPATH", oldPathCopy.c_str(), 1);
     else
         unsetenv("LOCPATH");
     if (!set)

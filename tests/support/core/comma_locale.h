@@ -1,5 +1,5 @@
-// A locale that writes numbers with a comma, for as long as the object lives: an installed one or,
-// where there is none, one that is built from the system's locale sources into a temporary folder.
+// Sets a locale that writes numbers with a comma until the object is destroyed: an installed one
+// or, if there is none, one that is built from the system's locale sources into a temporary folder.
 #pragma once
 
 #include <optional>
@@ -16,7 +16,7 @@ class CommaLocale {
     CommaLocale(const CommaLocale&) = delete;
     CommaLocale& operator=(const CommaLocale&) = delete;
 
-    // Why there is no such locale; empty where the comma is in force.
+    // Why there is no such locale; empty if the locale is set.
     const std::string& Problem() const { return problem_; }
 
   private:

@@ -30,8 +30,8 @@ class SceneCheck {
   private:
     void Report(const std::string& problem) { problems_.push_back(problem); }
 
-    // Models share one set of names, the objects of each another that holds the model's own. What a
-    // chain makes by itself has no name until it is given one.
+    // Names are unique among the models, and among the objects of a model together with the model.
+    // An object that the host makes for a chain has no name until it is given one.
     void CheckName(const Object& object) {
         const std::string name = Utf8(object.name);
         if (name.empty() && object.chainRoot != nullptr) return;
@@ -50,7 +50,7 @@ class SceneCheck {
             previous = child;
         }
         if (object.lastChild != previous)
-            Report("the last child of " + Utf8(object.name) + " is another");
+            Report("the last child of " + Utf8(object.name) + " is wrong");
     }
 
     void CheckProperties(const Object& object) {

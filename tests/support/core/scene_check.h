@@ -1,4 +1,4 @@
-// What must be true of the scene after any import, whatever came of it.
+// What must be true of the scene after any import, successful or not.
 #pragma once
 
 #include <string>
@@ -6,10 +6,11 @@
 
 namespace support {
 
-// One sentence for each thing that is wrong; empty where nothing is. Checked of every scene: names
-// are unique within a model and among models, links between objects agree, key times rise, times
-// and values are of one length, all curves of an action are equally long, members and sources
-// exist, and the bar is hidden. With `imported` also that no scratch property is left.
+// Returns a sentence for each problem. In every scene, names must be unique within a model and
+// among models, links between objects must agree, key times must rise, a curve must have as many
+// times as values, all curves of an action must have equally many keys, members of groups and
+// sources of clips must exist, and the bar must be hidden. With `imported`, no scratch property may
+// be left.
 std::vector<std::string> SceneProblems(bool imported);
 
 }  // namespace support

@@ -1,5 +1,4 @@
-// What happened in the embedded host, as lines that a test can state: what a row expects is what a
-// failure prints.
+// What happened in the embedded host, as lines of text that a test can compare and print.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +11,7 @@ namespace support {
 
 using Lines = std::vector<std::string>;
 
-// UTF-8.
+// Converts a host text to UTF-8.
 std::string Utf8(const Zelk::CString& text);
 
 // "value 0", "caption Importing Motion...", "visible 1", "minimum 0" and so on, in order.
@@ -21,17 +20,17 @@ Lines BarLines();
 // "8: Imported 1 model successfully"; "-: text" with the host's default severity.
 Lines LogLines();
 
-// "AddClip(walk, walk.walk_Motion, -, -, -, -) 0": empty values and references as "-", the status
-// as the number that people look up (0x80004005).
+// "AddClip(walk, walk.walk_Motion, -, -, -, -) 0": the name, the arguments ("-" for an empty value)
+// and the status (0, or as StatusText has it).
 Lines CommandLines();
 
-// The status as people look it up: "0x80004005", "0x00000000".
+// The status in hexadecimal: "0x80004005", "0x00000000".
 std::string StatusText(std::int32_t status);
 
-// Whether the bar, if there ever was one, was hidden last.
+// Returns whether the bar is hidden now, or was never shown.
 bool BarIsHidden();
 
-// A new session, with somebody before the screen or without.
+// Starts a new session, interactive or not.
 void StartSession(bool interactive);
 
 }  // namespace support

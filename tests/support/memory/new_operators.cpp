@@ -19,7 +19,7 @@ void Count(std::size_t bytes) {
     }
 }
 
-// `alignment` 0: what malloc gives.
+// With `alignment` 0 the memory is aligned as malloc does it.
 void* Allocate(std::size_t bytes, std::size_t alignment, const void* caller) noexcept {
     if (failsAllocation != nullptr && failsAllocation(caller)) return nullptr;
     if (bytes == 0) bytes = 1;

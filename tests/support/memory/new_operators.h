@@ -1,5 +1,5 @@
-// A program that links this has its own operators new and delete: malloc and free, counted, and
-// failing on request. Libraries that it loads use them too.
+// Operators new and delete that count allocations and can make them fail. They replace those of the
+// program that links this, and of the libraries that it loads.
 #pragma once
 
 #include <atomic>
@@ -7,7 +7,7 @@
 
 namespace support {
 
-// In bytes as malloc has them; of the whole program, from its start.
+// The memory of the whole program since its start, in bytes as malloc counts them.
 struct MemoryUse {
     std::atomic<std::size_t> live = 0;
     std::atomic<std::size_t> peak = 0;
@@ -15,7 +15,8 @@ struct MemoryUse {
 };
 extern MemoryUse memoryUse;
 
-// Whether the allocation fails that the code at `caller` asks for. Null, as it starts: none does.
+// Decides whether an allocation fails. `caller` is the return address of the operator. While the
+// pointer is null, as at the start, no allocation fails.
 extern bool (*failsAllocation)(const void* caller);
 
 }  // namespace support
