@@ -22,7 +22,7 @@ constexpr const char* kParseFailure = "0x80004005";
 
 class BvhBadFile : public testing::TestWithParam<BadFile> {};
 
-TEST_P(BvhBadFile, FailsInTheParserWithItsMessageAndCode) {
+TEST_P(BvhBadFile, IsRefusedByTheParserWithItsMessageAndStatus) {
     support::ParsedBvh parsed;
     EXPECT_EQ(StatusText(parsed.Parse(GetParam().text)),
               StatusText(static_cast<std::int32_t>(GetParam().status)));
@@ -52,7 +52,7 @@ TEST_P(BvhBadFile, LeavesNoNodesAndNoObjects) {
     }
 }
 
-TEST_P(BvhBadFile, AfterAGoodSectionLeavesThatOneInTheScene) {
+TEST_P(BvhBadFile, AfterAGoodSectionLeavesThatSectionInTheScene) {
     const auto linesBefore = static_cast<std::uint32_t>(
         std::count(bvh_test::kChain.begin(), bvh_test::kChain.end(), '\n'));
     for (const bool nulls : {true, false}) {

@@ -1,4 +1,5 @@
-// Files that the parser refuses: what it says, with which code, and where its reader then stands.
+// Files that the BVH parser refuses, each with the message, the status and the position of the
+// reader that the refusal must have.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +12,9 @@ struct BadFile {
     const char* name;
     std::string text;
     const char* message;
-    std::uint32_t status;  // of the parser
-    std::uint32_t line;    // from 0
-    std::uint32_t column;  // from 0
+    std::uint32_t status;  // returned by the parser
+    std::uint32_t line;    // counted from 0
+    std::uint32_t column;  // counted from 0
 };
 inline std::ostream& operator<<(std::ostream& out, const BadFile& row) {
     return out << row.name;
@@ -23,18 +24,18 @@ inline constexpr std::uint32_t kInvalid = 0x8007000D;
 inline constexpr std::uint32_t kEnd = 0x80070570;
 inline constexpr std::uint32_t kNoCurves = 0x800700E8;
 
-// A root that is open behind its offset, on line 3.
+// A root whose brace is still open. Its offset is on line 3, counted from 0.
 inline const std::string kOpen = "HIERARCHY\nROOT H\n{\nOFFSET 0 1 0\n";
-// A root with one channel, then the keyword on line 6.
+// A root with one channel, then the MOTION keyword on line 6.
 inline const std::string kMotion = kOpen + "CHANNELS 1 Xrotation\n}\nMOTION\n";
-// A root without a channel, then the keyword on line 5.
-inline const std::string kMotionOfNothing = kOpen + "}\nMOTION\n";
+// A root without channels, then the MOTION keyword on line 5.
+inline const std::string kMotionWithoutChannels = kOpen + "}\nMOTION\n";
 
 inline const BadFile kBadFiles[] = {
     // --- braces and the end of the file ---
     {"OpenBrace", kOpen, "Unexpected end of file", kEnd, 4, 0},
     {"OpenBraceOfTwo", kOpen + "JOINT J { OFFSET 0 0 0 }", "Unexpected end of file", kEnd, 4, 24},
-    {"OpenBraceBehindChannels", kOpen + "CHANNELS 0", "Unexpected end of file", kEnd, 4, 10},
+    {"OpenBraceAfterChannels", kOpen + "CHANNELS 0", "Unexpected end of file", kEnd, 4, 10},
     {"RootWithoutName", "HIERARCHY\nROOT", "Unexpected end of file", kEnd, 1, 4},
     {"RootWithoutNameButSpace", "HIERARCHY\nROOT \n\n", "Unexpected end of file", kEnd, 3, 0},
     {"JointWithoutName", kOpen + "JOINT", "Unexpected end of file", kEnd, 4, 5},
@@ -42,13 +43,13 @@ inline const BadFile kBadFiles[] = {
     {"BraceBeforeAnyNode", "HIERARCHY\n\n}", "Too many closing brackets '}'", kInvalid, 2, 1},
     {"BraceTooMany", kOpen + "}\n}\n", "Too many closing brackets '}'", kInvalid, 5, 1},
 
-    // --- tokens that begin nothing ---
+    // --- tokens that are not valid where they are ---
     {"UnknownKeyword", "HIERARCHY\nFOO", "Invalid BVH token found", kInvalid, 1, 3},
     {"EndWithoutSite", kOpen + "End Side", "Invalid BVH token found", kInvalid, 4, 8},
     {"EndWithBrace", kOpen + "End\n{", "Invalid BVH token found", kInvalid, 5, 1},
     {"EndAsTheLastToken", kOpen + "End", "Invalid BVH token found", kInvalid, 4, 3},
     {"EndSiteAsOneToken", kOpen + "EndSite", "Invalid BVH token found", kInvalid, 4, 7},
-    {"BraceThatOpensNothing", kOpen + "{", "Invalid BVH token found", kInvalid, 4, 1},
+    {"BraceWithoutAKeyword", kOpen + "{", "Invalid BVH token found", kInvalid, 4, 1},
     {"BracesTogether", kOpen + "}}", "Invalid BVH token found", kInvalid, 4, 2},
     {"SecondOffset", kOpen + "OFFSET 0 0 0", "Invalid BVH token found", kInvalid, 4, 6},
     {"FourthNumber", "HIERARCHY\nROOT H { OFFSET 0 1 0 5", "Invalid BVH token found", kInvalid, 1,
@@ -66,7 +67,7 @@ inline const BadFile kBadFiles[] = {
     {"NoBrace", "HIERARCHY\nROOT H\nOFFSET 0 0 0", "Expected '{' token", kInvalid, 2, 6},
     {"NoBraceAtTheEnd", "HIERARCHY\nROOT H\n", "Expected '{' token", kInvalid, 2, 0},
     {"BraceInTheName", "HIERARCHY\nROOT H{\nOFFSET 0 0 0", "Expected '{' token", kInvalid, 2, 6},
-    {"NoBraceBehindSite", kOpen + "End Site\nOFFSET", "Expected '{' token", kInvalid, 5, 6},
+    {"NoBraceAfterSite", kOpen + "End Site\nOFFSET", "Expected '{' token", kInvalid, 5, 6},
     {"NoOffset", "HIERARCHY\nROOT H\n{\nCHANNELS 0", "Expected 'OFFSET' token", kInvalid, 3, 8},
     {"NoOffsetAtTheEnd", "HIERARCHY\nROOT H\n{", "Expected 'OFFSET' token", kInvalid, 2, 1},
     {"NoOffsetButBrace", "HIERARCHY\nROOT H\n{ }", "Expected 'OFFSET' token", kInvalid, 2, 3},
@@ -88,8 +89,8 @@ inline const BadFile kBadFiles[] = {
      kInvalid, 2, 8},
     {"OffsetUnderflow", "HIERARCHY\nROOT H {\nOFFSET 0 0 1e-400",
      "Expected a float value for OFFSET z", kInvalid, 2, 10},
-    // The reader went back to before the number, which is on an earlier line than the word.
-    {"OffsetWordLinesBelow", "HIERARCHY\nROOT H {\nOFFSET\n\n\nup",
+    // The reader goes back to the end of the token before the word, which is on an earlier line.
+    {"OffsetWordOnALaterLine", "HIERARCHY\nROOT H {\nOFFSET\n\n\nup",
      "Expected a float value for OFFSET x", kInvalid, 2, 6},
 
     // --- channels ---
@@ -137,7 +138,7 @@ inline const BadFile kBadFiles[] = {
      kInvalid, 7, 7},
     {"FramesNan", kMotion + "Frames: nan", "Expected an integer value for Frames count", kInvalid,
      7, 7},
-    {"FramesThirtyTwoBitsOfNothing", kMotion + "Frames: 4294967296",
+    {"FramesWhoseLow32BitsAreZero", kMotion + "Frames: 4294967296",
      "Expected an integer value for Frames count", kInvalid, 7, 7},
     {"TimeAsOneToken", kMotion + "Frames: 1\nFrameTime: 0.1\n5", "Expected a 'Frame Time:' token",
      kInvalid, 8, 10},
@@ -154,9 +155,9 @@ inline const BadFile kBadFiles[] = {
      "Expected a float value for Frame Time", kInvalid, 8, 11},
 
     // --- keys ---
-    {"CurvesMissing", kMotionOfNothing + "Frames: 10\nFrame Time: 0.1\n",
+    {"CurvesMissing", kMotionWithoutChannels + "Frames: 10\nFrame Time: 0.1\n",
      "Missing FCurves for animation CHANNELS", kNoCurves, 7, 15},
-    {"CurvesMissingForNegativeFrames", kMotionOfNothing + "Frames: -1\nFrame Time: 0.1\n",
+    {"CurvesMissingForNegativeFrames", kMotionWithoutChannels + "Frames: -1\nFrame Time: 0.1\n",
      "Missing FCurves for animation CHANNELS", kNoCurves, 7, 15},
     {"KeysMissing", kMotion + "Frames: 2\nFrame Time: 0.1\n1\n",
      "Expected a float value in key frame data", kInvalid, 10, 0},
@@ -168,7 +169,7 @@ inline const BadFile kBadFiles[] = {
      "Expected a float value in key frame data", kInvalid, 8, 15},
     {"KeyUnderflow", kMotion + "Frames: 1\nFrame Time: 0.1\n1e-400",
      "Expected a float value in key frame data", kInvalid, 8, 15},
-    {"KeyBehindANul", kMotion + "Frames: 2\nFrame Time: 0.1\n1" + std::string("\0 2", 3),
+    {"KeyAfterANul", kMotion + "Frames: 2\nFrame Time: 0.1\n1" + std::string("\0 2", 3),
      "Expected a float value in key frame data", kInvalid, 9, 4},
     {"NegativeFrames", kMotion + "Frames: -5\nFrame Time: 0.1\n1 2 3\n",
      "Expected a float value in key frame data", kInvalid, 10, 0},
@@ -177,7 +178,7 @@ inline const BadFile kBadFiles[] = {
     {"FramesBeyondSixtyFourBits",
      kMotion + "Frames: 99999999999999999999\nFrame Time: 0.1\n1 2 3\n",
      "Expected a float value in key frame data", kInvalid, 10, 0},
-    // The product of channels and frames is 2 in 32 bits.
+    // 2 channels times -2147483647 frames are 2 values in 32 bits.
     {"ProductThatWraps",
      kOpen +
          "CHANNELS 2 Xrotation Yrotation\n}\nMOTION\nFrames: -2147483647\nFrame Time: 0.1\n1 2 3\n",

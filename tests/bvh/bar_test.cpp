@@ -1,4 +1,4 @@
-// What the progress bar is told in whole imports, and what pressing its button does.
+// What whole imports send to the host's progress bar, and what pressing its cancel button does.
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,7 +22,8 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 
-// The bar's life as a script: steps of the caller's own units become the host's values.
+// Collects the lines that the host's bar must record. Steps are in units of the caller's range,
+// which becomes 0 to 32000 in the host.
 class Script {
   public:
     Script() : lines_{"minimum 0", "maximum 32000", "step 1"} {}
@@ -33,7 +34,7 @@ class Script {
         lines_.insert(lines_.end(), {"value 0", "caption Importing Motion...", "visible 1"});
         return *this;
     }
-    Script& Say(const std::string& caption) {
+    Script& Caption(const std::string& caption) {
         lines_.push_back("caption " + caption);
         return *this;
     }
@@ -56,11 +57,12 @@ class Script {
     double position_ = 0.0;
 };
 
-Script& Build(Script& script, int nodes, bool nulls) {
-    script.Say("Converting rotations order...").Step(10, nodes);
-    script.Say("Creating Zelk model...").Step(50, 1);
-    if (!nulls) script.Say("Mapping rotations to bones...").Step(10, nodes);
-    return script.Say("Attaching FCurves...").Step(10, nodes).Say("Almost done...");
+// Adds the lines for building the scene of a section with this number of nodes.
+Script& AddBuild(Script& script, int nodes, bool nulls) {
+    script.Caption("Converting rotations order...").Step(10, nodes);
+    script.Caption("Creating Zelk model...").Step(50, 1);
+    if (!nulls) script.Caption("Mapping rotations to bones...").Step(10, nodes);
+    return script.Caption("Attaching FCurves...").Step(10, nodes).Caption("Almost done...");
 }
 
 class BvhBar : public testing::Test {
@@ -89,14 +91,14 @@ TEST_F(BvhBar, RunsToItsEndWithBones) {
     ASSERT_EQ(importer.Import(bvh_test::kChain), 0);
     Script script;
     script.Start(18 + 50 + 30 + 30 + 30).Step(1, 18);
-    EXPECT_THAT(BarLines(), ElementsAreArray(Build(script, 3, false).End()));
+    EXPECT_THAT(BarLines(), ElementsAreArray(AddBuild(script, 3, false).End()));
     EXPECT_EQ(*(BarLines().end() - 3), "value 32000");
 }
 
 struct LongMotion {
     int channels;
     int frames;
-    int steps;  // while reading
+    int steps;  // of the bar while the values are read
 };
 
 std::string Motion(int channels, int frames) {
@@ -111,8 +113,9 @@ std::string Motion(int channels, int frames) {
     return text;
 }
 
-// One step for each value up to 99, then one for each fiftieth part, rounded down.
-TEST_F(BvhBar, TakesAboutFiftyStepsForAnyNumberOfValues) {
+// Up to 99 values there is a step for each value. With n > 99 values there is a step for every n /
+// 50 values, rounded down.
+TEST_F(BvhBar, TakesFewerThanAHundredStepsForAnyNumberOfValues) {
     for (const auto& [channels, frames, steps] : {LongMotion{1, 1, 1},
                                                   {1, 49, 49},
                                                   {1, 50, 50},
@@ -129,18 +132,18 @@ TEST_F(BvhBar, TakesAboutFiftyStepsForAnyNumberOfValues) {
         Script script;
         const int values = channels * frames;
         script.Start(std::min(values, 50) + 50 + 20).Step(1, steps);
-        EXPECT_THAT(BarLines(), ElementsAreArray(Build(script, 1, true).End())) << values;
+        EXPECT_THAT(BarLines(), ElementsAreArray(AddBuild(script, 1, true).End())) << values;
         EXPECT_EQ(headless::CancelPolls(), static_cast<unsigned>(steps + 2));
     }
 }
 
-TEST_F(BvhBar, StartsAnewWithEachSection) {
+TEST_F(BvhBar, StartsAgainWithEachSection) {
     Importer importer({true});
     ASSERT_EQ(importer.Import(bvh_test::kChain + bvh_test::kTree), 0);
     Script script;
     script.Start(18 + 50 + 60).Step(1, 18);
-    Build(script, 3, true).Start(18 + 50 + 180).Step(1, 18);
-    EXPECT_THAT(BarLines(), ElementsAreArray(Build(script, 9, true).End()));
+    AddBuild(script, 3, true).Start(18 + 50 + 180).Step(1, 18);
+    EXPECT_THAT(BarLines(), ElementsAreArray(AddBuild(script, 9, true).End()));
 }
 
 TEST_F(BvhBar, HasNoRangeWithoutAMotion) {
@@ -188,21 +191,21 @@ std::uint64_t PollsOf(const std::string& text, const Options& options) {
     return headless::CancelPolls();
 }
 
-// Polled: while reading, then once for each node, once behind the skeleton, once for each bone
-// again.
-TEST_F(BvhBar, IsPolledOnceAStep) {
+// The bar is polled for each value that is read, then for each node, once after the skeleton is
+// built and, with bones, for each node again.
+TEST_F(BvhBar, IsPolledForEachNodeAndValue) {
     EXPECT_EQ(PollsOf(bvh_test::kChain, {true}), 18u + 3 + 1);
     EXPECT_EQ(PollsOf(bvh_test::kChain, {false}), 18u + 3 + 1 + 3);
     EXPECT_EQ(PollsOf(bvh_test::kTree, {false}), 18u + 9 + 1 + 9);
 }
 
 void ExpectCancelled(const Importer& importer, std::int32_t status, std::uint64_t poll,
-                     std::uint64_t reading) {
+                     std::uint64_t valuePolls) {
     EXPECT_EQ(importer.Message(), "User cancelled command");
     EXPECT_EQ(importer.GetModelsCount(), 0u);
-    // A cancelled parse is a failed parse, with a line; what comes later has its own code.
-    EXPECT_EQ(importer.WasParsing(), poll <= reading);
-    EXPECT_EQ(support::StatusText(status), poll <= reading ? "0x80004005" : "0x800704C7");
+    // A cancelled parse is a failed parse and has a line; a later cancellation has its own status.
+    EXPECT_EQ(importer.WasParsing(), poll <= valuePolls);
+    EXPECT_EQ(support::StatusText(status), poll <= valuePolls ? "0x80004005" : "0x800704C7");
     EXPECT_THAT(importer.Nodes(), IsEmpty());
     EXPECT_EQ(BarLines().back(), "visible 0");
     EXPECT_THAT(support::SceneProblems(false), IsEmpty());
@@ -218,7 +221,8 @@ TEST_F(BvhBar, CancelsAtEachPoll) {
                 headless::PressCancelAtPoll(poll);
                 Importer importer(options);
                 ExpectCancelled(importer, importer.Import(text), poll, 18);
-                // Nothing is rolled back; what was begun before the button was pressed stands.
+                // Nothing is rolled back: what was made before the button was pressed stays in the
+                // scene.
                 const bool built = poll > 18 + nodes;
                 EXPECT_EQ(bvh_test::Scene().Models().size(), built ? 1u : 0u);
                 EXPECT_EQ(importer.GetLastModel().IsValid(), built);
@@ -231,7 +235,7 @@ TEST_F(BvhBar, CancelsAtEachPoll) {
     }
 }
 
-TEST_F(BvhBar, CancelsASecondSectionAlone) {
+TEST_F(BvhBar, CancelsASecondSectionAndKeepsTheFirst) {
     const std::string text = bvh_test::kChain + bvh_test::kTree;
     const std::uint64_t first = PollsOf(bvh_test::kChain, {true});
     const std::uint64_t all = PollsOf(text, {true});
@@ -247,7 +251,7 @@ TEST_F(BvhBar, CancelsASecondSectionAlone) {
     }
 }
 
-TEST_F(BvhBar, CancelsWhenTheListenerSaysSo) {
+TEST_F(BvhBar, CancelsWhenTheListenerReturnsTrue) {
     const std::uint64_t polls = PollsOf(bvh_test::kChain, {true});
     for (std::uint64_t poll = 1; poll <= polls; ++poll) {
         support::StartSession(true);
@@ -260,7 +264,7 @@ TEST_F(BvhBar, CancelsWhenTheListenerSaysSo) {
     Session::Current().Reset();
 }
 
-TEST_F(BvhBar, TellsTheLineWhereReadingWasCancelled) {
+TEST_F(BvhBar, CancelRecordsTheLineOfTheLastValue) {
     headless::PressCancelAtPoll(12);
     Importer importer({true});
     EXPECT_LT(importer.Import(bvh_test::kChain), 0);
@@ -268,7 +272,7 @@ TEST_F(BvhBar, TellsTheLineWhereReadingWasCancelled) {
     EXPECT_EQ(importer.Line(), 19u);
 }
 
-TEST_F(BvhBar, IgnoresAFlagThatReadsOne) {
+TEST_F(BvhBar, IgnoresACancelFlagThatReadsOne) {
     headless::SetPressedValue(1);
     Session::Current().PressCancel();
     Importer importer({false});

@@ -1,4 +1,5 @@
-// Files that end too early, at every byte, and files with one byte changed.
+// Files that are cut after each of their bytes, files with one byte changed, and files of random
+// tokens.
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,7 +21,7 @@ using bvh_test::Options;
 using support::StatusText;
 using testing::IsEmpty;
 
-// Whatever comes of any bytes at all.
+// Imports any bytes and checks that the outcome is a known one and the scene is sound.
 class AnyImport {
   public:
     AnyImport() {
@@ -28,7 +29,7 @@ class AnyImport {
             parserMessages_.insert(row.message);
     }
 
-    // Whether it succeeded.
+    // Returns whether the import succeeded.
     bool Run(const std::string& bytes, const Options& options) {
         support::StartSession(true);
         Importer importer(options);
@@ -45,22 +46,22 @@ class AnyImport {
         } else {
             ExpectKnownFailure(importer, StatusText(status));
         }
-        // Only whole sections count, each with a model of its own.
+        // Only complete sections count; the scene may also have the model of an incomplete one.
         EXPECT_LE(importer.GetModelsCount(), bvh_test::Scene().Models().size());
         return imported;
     }
 
   private:
     static void ExpectKnownFailure(const Importer& importer, const std::string& status) {
-        // An animated joint with nothing below it has no bone.
+        // An animated joint without children has no bone that its curves could drive.
         if (status == "0x80020003") {
             EXPECT_EQ(importer.Message(), "Failed to add channel FCurve");
             return;
         }
-        bool known = false;
+        bool isKnown = false;
         for (const auto& row : bvh_test::kFailedImports)
-            known |= status == row.status && importer.Message() == row.message;
-        EXPECT_TRUE(known) << status << ' ' << importer.Message();
+            isKnown |= status == row.status && importer.Message() == row.message;
+        EXPECT_TRUE(isKnown) << status << ' ' << importer.Message();
     }
 
     std::set<std::string> parserMessages_;
@@ -82,7 +83,7 @@ const CutRow kCutRows[] = {
 
 class CutBvh : public testing::TestWithParam<CutRow> {};
 
-TEST_P(CutBvh, IsSurvivedAtEachByte) {
+TEST_P(CutBvh, IsImportedOrRefusedAfterEachByte) {
     const std::string& text = GetParam().text;
     AnyImport any;
     for (const Options& options : kAllOptions) {
@@ -92,7 +93,8 @@ TEST_P(CutBvh, IsSurvivedAtEachByte) {
             imported += any.Run(text.substr(0, length), options);
             if (HasFailure()) return;
         }
-        // The whole, the same without its last line feed, and the hierarchy alone are good.
+        // At least the whole file, the file without its last line feed and the hierarchy alone are
+        // imported.
         EXPECT_GE(imported, 3u);
         EXPECT_LT(imported, text.size() / 4);
     }
@@ -101,16 +103,16 @@ TEST_P(CutBvh, IsSurvivedAtEachByte) {
 INSTANTIATE_TEST_SUITE_P(, CutBvh, testing::ValuesIn(kCutRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(ChangedBvh, IsSurvivedWhateverOneByteBecomes) {
+TEST(ChangedBvh, IsImportedOrRefusedWithOneByteChanged) {
     AnyImport any;
     std::mt19937 random(3);
     for (const std::string& text : {bvh_test::kChain, bvh_test::kTree}) {
-        for (std::size_t place = 0; place < text.size(); ++place) {
+        for (std::size_t index = 0; index < text.size(); ++index) {
             for (const char replacement : {'\0', ' ', '}', '9', '-', '\xFF'}) {
                 std::string changed = text;
-                changed[place] = replacement;
+                changed[index] = replacement;
                 const Options& options = kAllOptions[random() % std::size(kAllOptions)];
-                SCOPED_TRACE(place);
+                SCOPED_TRACE(index);
                 any.Run(changed, options);
                 if (testing::Test::HasFailure()) return;
             }
@@ -118,7 +120,7 @@ TEST(ChangedBvh, IsSurvivedWhateverOneByteBecomes) {
     }
 }
 
-TEST(ChangedBvh, IsSurvivedWithTokensShuffled) {
+TEST(ChangedBvh, IsImportedOrRefusedWithRandomTokens) {
     AnyImport any;
     std::mt19937 random(4);
     static constexpr const char* kTokens[] = {

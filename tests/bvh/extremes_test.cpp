@@ -1,4 +1,5 @@
-// Files of extreme shapes. Cost that grew with the square of their size would not end in time.
+// Files of extreme shapes. If the cost of an import grew with the square of their size, these tests
+// would exceed their time limit.
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -28,7 +29,7 @@ class BvhExtremes : public testing::TestWithParam<bool> {
     }
 };
 
-TEST_P(BvhExtremes, AHundredThousandJointsInOneChain) {
+TEST_P(BvhExtremes, AHundredThousandJointsInOneChainAreImported) {
     constexpr int kJoints = 100'000;
     std::string text = "HIERARCHY\n";
     for (int i = 0; i < kJoints; ++i)
@@ -36,7 +37,7 @@ TEST_P(BvhExtremes, AHundredThousandJointsInOneChain) {
     text += "End Site { OFFSET 0 1 0 }\n";
     for (int i = 0; i < kJoints; ++i)
         text += '}';
-    // Braces stand alone, between white space.
+    // A brace is a token only between white space.
     std::string spaced;
     for (const char c : text)
         if (c == '}')
@@ -50,7 +51,7 @@ TEST_P(BvhExtremes, AHundredThousandJointsInOneChain) {
     EXPECT_GT(Scene().Objects().size(), static_cast<std::size_t>(kJoints));
 }
 
-TEST_P(BvhExtremes, AHundredThousandJointsThatAreNeverClosed) {
+TEST_P(BvhExtremes, AHundredThousandJointsThatAreNeverClosedAreRefused) {
     std::string text = "HIERARCHY\n";
     for (int i = 0; i < 100'000; ++i)
         text += "JOINT j { OFFSET 0 1 0\n";
@@ -60,16 +61,16 @@ TEST_P(BvhExtremes, AHundredThousandJointsThatAreNeverClosed) {
     EXPECT_EQ(importer.Line(), 100'001u);
 }
 
-TEST_P(BvhExtremes, AHundredThousandJointsUnderOne) {
+TEST_P(BvhExtremes, AHundredThousandJointsUnderOneAreImported) {
     std::string text = "HIERARCHY ROOT r { OFFSET 0 0 0\n";
     for (int i = 0; i < 100'000; ++i)
         text += "JOINT j { OFFSET 1 0 0 }\n";
     ExpectImported(text + "} MOTION Frames: 0 Frame Time: 1");
 }
 
-// Each name is its parent's and four characters more: a file of some kilobytes would ask for
-// megabytes.
-TEST_P(BvhExtremes, ThousandsOfEndSitesInEachOtherAskForTooManyNames) {
+// The name of each end site is its parent's name with "_End": a file of some kilobytes would need
+// megabytes of names.
+TEST_P(BvhExtremes, ThousandsOfNestedEndSitesAreRefusedForTheirNames) {
     std::string text = "HIERARCHY ROOT r { OFFSET 0 0 0\n";
     for (int i = 0; i < 3000; ++i)
         text += "End Site { OFFSET 0 1 0\n";
@@ -80,7 +81,7 @@ TEST_P(BvhExtremes, ThousandsOfEndSitesInEachOtherAskForTooManyNames) {
                   std::to_string((4 << 20) + 4 * text.size()) + ")");
 }
 
-TEST_P(BvhExtremes, TensOfEndSitesInEachOther) {
+TEST_P(BvhExtremes, TensOfNestedEndSitesAreImported) {
     std::string text = "HIERARCHY ROOT r { OFFSET 0 0 0\n";
     std::string tail = "} ";
     for (int i = 0; i < 80; ++i) {
@@ -90,7 +91,7 @@ TEST_P(BvhExtremes, TensOfEndSitesInEachOther) {
     ExpectImported(text + tail);
 }
 
-TEST_P(BvhExtremes, AMillionValuesOnOneLine) {
+TEST_P(BvhExtremes, AMillionValuesOnOneLineAreImported) {
     std::string text =
         "HIERARCHY ROOT A { OFFSET 0 1 0 CHANNELS 5 Xposition Yposition Zposition Zrotation "
         "Xrotation End Site { "
@@ -102,25 +103,25 @@ TEST_P(BvhExtremes, AMillionValuesOnOneLine) {
               200'000u);
 }
 
-TEST_P(BvhExtremes, AMillionLineFeedsBetweenTwoTokens) {
+TEST_P(BvhExtremes, AMillionLineFeedsBetweenTwoTokensAreCounted) {
     Importer importer(Skeleton());
     EXPECT_LT(importer.Import("HIERARCHY" + std::string(1'000'000, '\n') + "}"), 0);
     EXPECT_EQ(importer.Line(), 1'000'000u);
 }
 
-TEST_P(BvhExtremes, AThousandSections) {
+TEST_P(BvhExtremes, AThousandSectionsAreImported) {
     std::string text;
     for (int i = 0; i < 1000; ++i)
         text += bvh_test::kOneLine + "\n";
     Importer importer(Skeleton());
-    // A single loose root is a null either way.
+    // A single detached root becomes a null with both options.
     ASSERT_EQ(importer.Import(text), 0);
     EXPECT_EQ(importer.GetModelsCount(), 1000u);
     EXPECT_EQ(support::Utf8(importer.GetLastModel().GetName()), "walk999");
     EXPECT_THAT(support::SceneProblems(true), IsEmpty());
 }
 
-TEST_P(BvhExtremes, NumbersThatAreNoPlaces) {
+TEST_P(BvhExtremes, NanInfiniteAndHugeNumbersAreImported) {
     for (const char* number : {"nan", "inf", "-inf", "1e308", "-1e308", "1e999"}) {
         support::StartSession(false);
         ExpectImported(std::string("HIERARCHY ROOT A { OFFSET ") + number + " 0 " + number +
@@ -131,7 +132,7 @@ TEST_P(BvhExtremes, NumbersThatAreNoPlaces) {
     }
 }
 
-TEST_P(BvhExtremes, FramesThatNoFileCanHold) {
+TEST_P(BvhExtremes, FrameCountsThatNoFileCanHoldAreRefused) {
     for (const char* frames : {"-1", "2147483647", "-2147483648", "1000000000"}) {
         support::StartSession(true);
         Importer importer(Skeleton());

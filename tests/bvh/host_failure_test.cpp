@@ -1,4 +1,5 @@
-// Each call of the host failing once.
+// Makes each call of the host fail once, and checks what the import reports and leaves in the
+// scene.
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,7 +25,7 @@ using bvh_test::Options;
 using support::StatusText;
 using testing::IsEmpty;
 
-// Whether a row says so; the row is then marked as reached.
+// Returns whether a row lists this failure, and adds that row to `reached`.
 bool IsListed(std::string_view operation, const std::string& message, const std::string& status,
               std::set<const HostFailure*>& reached) {
     for (const HostFailure& row : kHostFailures) {
@@ -35,9 +36,9 @@ bool IsListed(std::string_view operation, const std::string& message, const std:
     return false;
 }
 
-// Hiding the bar and deleting the scratch property are calls too; where just those fail, they are
-// seen to.
-bool LeavesItsMark(std::string_view operation) {
+// Returns whether the operation is needed to hide the bar or to delete the scratch property. If it
+// fails, the bar stays visible or the property stays in the scene.
+bool IsCleanup(std::string_view operation) {
     return operation == "PutVisible" || operation == "DeleteObj" || operation == "ExecuteCommand" ||
            operation == "GetFullName";
 }
@@ -46,7 +47,7 @@ void CheckFault(std::string_view operation, const Importer& importer, std::int32
                 std::set<const HostFailure*>& reached) {
     EXPECT_FALSE(importer.WasParsing());
     EXPECT_THAT(importer.Nodes(), IsEmpty());
-    if (!LeavesItsMark(operation)) {
+    if (!IsCleanup(operation)) {
         EXPECT_THAT(support::SceneProblems(status == 0), IsEmpty());
     }
     if (status != 0) {
@@ -55,7 +56,7 @@ void CheckFault(std::string_view operation, const Importer& importer, std::int32
     }
 }
 
-TEST(BvhHostFailure, OfEachCallIsReportedAsListed) {
+TEST(BvhHostFailure, OfEachCallIsReportedAsTheTableSays) {
     const support::TemporaryFolder dir;
     const std::string path = dir.Write("walk.bvh", bvh_test::kTree);
     std::set<const HostFailure*> reached;
@@ -82,7 +83,7 @@ TEST(BvhHostFailure, OfEachCallIsReportedAsListed) {
             << row.operation << " never gave '" << row.message << "'";
 }
 
-// Whatever fails in the second of two sections, the first is what the importer hands out.
+// Whatever fails in the second section, the last model, pose and motion are those of the first.
 TEST(BvhHostFailure, InASecondSectionLeavesTheFirst) {
     const support::TemporaryFolder dir;
     const std::string path = dir.Write("walk.bvh", bvh_test::kChain + bvh_test::kTree);
@@ -106,8 +107,9 @@ TEST(BvhHostFailure, InASecondSectionLeavesTheFirst) {
     }
 }
 
-// At the first event the bar is being made, at later ones it is in use.
-TEST(BvhHostFailure, OfTheBarForLackOfMemoryIsReported) {
+// The bar's listener throws from event `first` on. The first events come while the bar is created,
+// the later ones while it is used.
+TEST(BvhHostFailure, OfTheBarThroughLackOfMemoryIsReported) {
     for (int first = 1; first < 8; ++first) {
         SCOPED_TRACE(first);
         support::StartSession(true);

@@ -1,4 +1,4 @@
-// What an import says when the host refuses one of its calls.
+// The message and the status of an import when an operation of the host fails.
 #pragma once
 
 namespace bvh_test {
@@ -9,9 +9,9 @@ struct HostFailure {
     const char* status;
 };
 
-// An operation that is not listed never fails an import: its result is passed over, or the import
-// goes on without what it would have given. A listed one may be passed over too, at some of its
-// calls.
+// An operation that is not listed never makes an import fail: the import ignores the failure, or
+// continues without the operation's result. At some calls the failure of a listed operation is
+// ignored too.
 inline constexpr HostFailure kHostFailures[] = {
     {"GetActiveSceneRoot", "Failed to create main model", "0x80004005"},
     {"AddModel", "Failed to create main model", "0x80004005"},

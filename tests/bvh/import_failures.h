@@ -1,4 +1,4 @@
-// What the import says where it fails before or behind the parser.
+// Files that the import refuses before its parser reads them, with the message and the status.
 #pragma once
 
 #include <cstdint>
@@ -11,17 +11,17 @@ struct FailedImport {
     const char* name;
     const char* message;
     const char* status;
-    std::string bytes;  // of the file; none is written for an empty one
+    std::string bytes;  // the content of the file
 };
 inline std::ostream& operator<<(std::ostream& out, const FailedImport& row) {
     return out << row.name;
 }
 
 inline const FailedImport kFailedImports[] = {
-    {"NoFile", "Failed to read BVH file. Specify a valid file name", "0x80070002", ""},
+    {"EmptyFile", "Failed to read BVH file. Specify a valid file name", "0x80070002", ""},
     {"OtherFormat", "BVH file is invalid. Specify a valid BVH file", "0x800703EE",
      ":version 1.10\n"},
-    {"OnlySpace", "BVH file is invalid. Specify a valid BVH file", "0x800703EE", " \n\t\r\n"},
+    {"OnlyWhiteSpace", "BVH file is invalid. Specify a valid BVH file", "0x800703EE", " \n\t\r\n"},
     {"OneNul", "BVH file is invalid. Specify a valid BVH file", "0x800703EE", std::string(1, '\0')},
     {"NulBeforeTheKeyword", "BVH file is invalid. Specify a valid BVH file", "0x800703EE",
      std::string("\0HIERARCHY", 10)},

@@ -1,4 +1,4 @@
-// From the file to the scene.
+// What a BVH file makes in the scene.
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-// "name" for a static item, "name~" for a curve.
+// The targets of the items, with "~" at the end of those that are curves.
 Lines Targets(const headless::ActionSource& action) {
     Lines lines;
     for (const auto& item : action.items)
@@ -67,7 +67,7 @@ TEST_F(BvhImport, MakesAModelWithTwoActionsAndAGroup) {
     EXPECT_THAT(model.modelData->clips, IsEmpty());
 }
 
-TEST_F(BvhImport, EndsItsActionsInSeconds) {
+TEST_F(BvhImport, SetsTheEndsOfItsActionsInSeconds) {
     const Object& model = Import(bvh_test::kChain);
     EXPECT_EQ(BasePose(model).animEnd, 5.0 * 0.04);
     EXPECT_EQ(Motion(model).animEnd, 2 * 0.04);
@@ -80,7 +80,7 @@ TEST_F(BvhImport, EndsTheBasePoseAfterFiveFrames) {
     EXPECT_EQ(Motion(model).animEnd, 0.0);
 }
 
-TEST_F(BvhImport, PutsEveryValueOfTheBasePoseInOrder) {
+TEST_F(BvhImport, RecordsEveryValueOfTheBasePoseInOrder) {
     const Object& model = Import("HIERARCHY ROOT A { OFFSET 1 2 3 End Site { OFFSET 4 5 6 } }");
     EXPECT_THAT(
         Targets(BasePose(model)),
@@ -96,7 +96,7 @@ TEST_F(BvhImport, PutsEveryValueOfTheBasePoseInOrder) {
     EXPECT_THAT(values, ElementsAre(1, 2, 3, 0, 0, 0, 4, 5, 6, 0, 0, 0));
 }
 
-TEST_F(BvhImport, MakesACurveForEachSlotInItsOrder) {
+TEST_F(BvhImport, MakesACurveForEachSlotInSlotOrder) {
     const Object& model = Import(bvh_test::kChain);
     EXPECT_THAT(
         Targets(Motion(model)),
@@ -111,7 +111,7 @@ TEST_F(BvhImport, MakesACurveForEachSlotInItsOrder) {
     EXPECT_THAT(*Motion(model).items[1].GetCurve().keys.values, ElementsAre(20, 21));
 }
 
-TEST_F(BvhImport, LeavesAJointWithRisingRotationsAsItIs) {
+TEST_F(BvhImport, KeepsRotationsThatAreListedInXyzOrder) {
     const Object& model = Import(
         "HIERARCHY ROOT A { OFFSET 0 0 0 CHANNELS 2 Xrotation Zrotation } MOTION Frames: 1 Frame "
         "Time: 1 "
@@ -121,7 +121,7 @@ TEST_F(BvhImport, LeavesAJointWithRisingRotationsAsItIs) {
     EXPECT_THAT(*Motion(model).items[1].GetCurve().keys.values, ElementsAre(30));
 }
 
-TEST_F(BvhImport, GroupsWhatIsAnimated) {
+TEST_F(BvhImport, GroupsTheAnimatedObjects) {
     const Object& model = Import(bvh_test::kTree);
     Lines members;
     for (const std::uint32_t id : model.modelData->groups[0]->members)
@@ -137,13 +137,13 @@ TEST_F(BvhImport, MakesNoGroupUnlessAsked) {
     }
 }
 
-TEST_F(BvhImport, MakesAnEmptyGroupOfNothing) {
+TEST_F(BvhImport, MakesAnEmptyGroupIfNothingIsAnimated) {
     const Object& model = Import(bvh_test::kStill);
     ASSERT_THAT(model.modelData->groups, SizeIs(1));
     EXPECT_THAT(model.modelData->groups[0]->members, IsEmpty());
 }
 
-TEST_F(BvhImport, PutsTheNullsWhereTheOffsetsSay) {
+TEST_F(BvhImport, GivesEachNullTheOffsetOfItsJoint) {
     const Object& model = Import(bvh_test::kTree);
     const Object* const arm = Find(model, "Arm");
     ASSERT_NE(arm, nullptr);
@@ -154,14 +154,14 @@ TEST_F(BvhImport, PutsTheNullsWhereTheOffsetsSay) {
     EXPECT_THAT(Find(model, "Prop")->local, ElementsAre(0, 0, 0, 0, 0, 0));
 }
 
-TEST_F(BvhImport, TidiesUpAndAppliesTheBasePose) {
+TEST_F(BvhImport, DeletesTheScratchPropertyAndAppliesTheBasePose) {
     Import(bvh_test::kChain);
     EXPECT_THAT(support::CommandLines(), ElementsAre("DeleteObj(walk.Hips.FcurvePset) 0",
                                                      "ApplyAction(walk.walk_BasePose, walk) 0"));
     EXPECT_THAT(support::LogLines(), IsEmpty());
 }
 
-// Whoever stands for the first joint carries the scratch property, and without one the model does.
+// The scratch property is on the object of the first joint, or on the model if there are no joints.
 TEST_F(BvhImport, PutsTheScratchPropertyOnTheFirstObject) {
     Import(bvh_test::kChain, {false});
     EXPECT_EQ(support::CommandLines()[0], "DeleteObj(walk.Hips.FcurvePset) 0");
@@ -170,7 +170,7 @@ TEST_F(BvhImport, PutsTheScratchPropertyOnTheFirstObject) {
     EXPECT_EQ(support::CommandLines()[0], "DeleteObj(walk.FcurvePset) 0");
 }
 
-// The property is found by its full name, however much a joint is called like it.
+// The property is found by its full name, so joints with the property's name are left alone.
 TEST_F(BvhImport, LeavesAJointCalledLikeTheScratchPropertyAlone) {
     const Object& model = Import(
         "HIERARCHY ROOT FcurvePset { OFFSET 0 0 0 JOINT FcurvePset { OFFSET 0 1 0 "
@@ -179,7 +179,7 @@ TEST_F(BvhImport, LeavesAJointCalledLikeTheScratchPropertyAlone) {
     EXPECT_NE(Find(model, "FcurvePset1"), nullptr);
 }
 
-TEST_F(BvhImport, OfAHierarchyAloneHasCurvesWithoutKeys) {
+TEST_F(BvhImport, MakesCurvesWithoutKeysOfAHierarchyAlone) {
     for (const bool nulls : {true, false}) {
         support::StartSession(true);
         const Object& model = Import(
@@ -194,7 +194,7 @@ TEST_F(BvhImport, OfAHierarchyAloneHasCurvesWithoutKeys) {
     }
 }
 
-TEST_F(BvhImport, OfNoFramesHasCurvesWithoutKeys) {
+TEST_F(BvhImport, MakesCurvesWithoutKeysOfZeroFrames) {
     const Object& model = Import(
         "HIERARCHY ROOT A { OFFSET 0 1 0 CHANNELS 1 Yrotation } MOTION Frames: 0 Frame Time: 0.5");
     ASSERT_THAT(Motion(model).items, SizeIs(1));
@@ -203,7 +203,7 @@ TEST_F(BvhImport, OfNoFramesHasCurvesWithoutKeys) {
     EXPECT_EQ(BasePose(model).animEnd, 2.5);
 }
 
-TEST_F(BvhImport, OfNoNodesMakesItsModelActionsAndGroup) {
+TEST_F(BvhImport, MakesAModelActionsAndAGroupWithoutJoints) {
     for (const bool nulls : {true, false}) {
         support::StartSession(true);
         for (const char* text : {"HIERARCHY", "hierarchy MOTION Frames: 0 Frame Time: 1"}) {
@@ -216,7 +216,7 @@ TEST_F(BvhImport, OfNoNodesMakesItsModelActionsAndGroup) {
     }
 }
 
-TEST_F(BvhImport, TakesANegativeFrameTimeAsItIs) {
+TEST_F(BvhImport, KeepsANegativeFrameTime) {
     const Object& model = Import(
         "HIERARCHY ROOT A { OFFSET 0 1 0 CHANNELS 1 Xrotation } MOTION Frames: 2 "
         "Frame Time: -0.5 1 2");
@@ -245,7 +245,7 @@ TEST_F(BvhImport, MakesAModelOfEachSection) {
     }
 }
 
-TEST_F(BvhImport, TakesEachSectionsOwnFrames) {
+TEST_F(BvhImport, GivesEachSectionItsOwnFrames) {
     Importer importer;
     ASSERT_EQ(importer.Import(bvh_test::kChain + bvh_test::kTree), 0);
     EXPECT_EQ(Motion(*Scene().Models()[0]).items[0].GetCurve().keys.Count(), 2u);
@@ -253,13 +253,13 @@ TEST_F(BvhImport, TakesEachSectionsOwnFrames) {
     EXPECT_EQ(Motion(*Scene().Models()[1]).animEnd, 0.05);
 }
 
-TEST_F(BvhImport, IgnoresTextThatIsNoSection) {
+TEST_F(BvhImport, IgnoresTextAfterAMotionThatIsNoSection) {
     Import(bvh_test::kChain + "99 98 97 HIERARCHY broken {{{");
     support::StartSession(true);
     Import(bvh_test::kChain + "# made by hand");
 }
 
-// Two sections where the first has no motion are one hierarchy with a strange word in it.
+// Without a MOTION before it, the second HIERARCHY is an invalid token inside the first.
 TEST_F(BvhImport, NeedsAMotionBetweenTwoSections) {
     Importer importer;
     EXPECT_EQ(StatusText(importer.Import(
@@ -268,7 +268,7 @@ TEST_F(BvhImport, NeedsAMotionBetweenTwoSections) {
     EXPECT_EQ(importer.Message(), "Invalid BVH token found");
 }
 
-TEST_F(BvhImport, EndsAfterASectionWithoutMotion) {
+TEST_F(BvhImport, AcceptsALastSectionWithoutMotion) {
     Importer importer;
     EXPECT_EQ(importer.Import(bvh_test::kChain + "HIERARCHY ROOT B { OFFSET 0 0 0 }"), 0);
     EXPECT_EQ(importer.GetModelsCount(), 2u);
@@ -276,7 +276,7 @@ TEST_F(BvhImport, EndsAfterASectionWithoutMotion) {
 
 // --- one importer, several imports ---
 
-TEST_F(BvhImport, StartsAnewWithEachImport) {
+TEST_F(BvhImport, ForgetsTheResultsOfTheImportBefore) {
     Importer importer;
     ASSERT_LT(importer.Import("HIERARCHY }"), 0);
     EXPECT_TRUE(importer.WasParsing());
@@ -295,7 +295,7 @@ TEST_F(BvhImport, StartsAnewWithEachImport) {
 
 class BvhFailedImport : public testing::TestWithParam<FailedImport> {};
 
-TEST_P(BvhFailedImport, SaysWhatIsWrong) {
+TEST_P(BvhFailedImport, ReportsItsMessageAndStatus) {
     for (const bool interactive : {true, false}) {
         support::StartSession(interactive);
         Importer importer;
@@ -312,7 +312,7 @@ TEST_P(BvhFailedImport, SaysWhatIsWrong) {
 INSTANTIATE_TEST_SUITE_P(, BvhFailedImport, testing::ValuesIn(kFailedImports),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(BvhImport, NeedsAFileNameFirst) {
+TEST_F(BvhImport, ChecksTheFileNameThenTheModelName) {
     Importer importer;
     EXPECT_EQ(StatusText(importer.ImportBVH(L"", L"").GetCode()), "0x80070057");
     EXPECT_EQ(importer.Message(), bvh_test::kNoFileMessage);

@@ -1,4 +1,4 @@
-// Imports of texts, and what is in the scene after them.
+// Imports BVH texts and looks at the scene afterwards.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ inline std::wstring Wide(const std::string& ascii) {
     return std::wstring(ascii.begin(), ascii.end());
 }
 
-// The importer, fed with texts.
+// A BVH importer that imports texts.
 class Importer {
   public:
     explicit Importer(const Options& options = {}) {
@@ -31,7 +31,7 @@ class Importer {
                              options.group);
     }
 
-    // Imports these bytes as a file, as a model called "walk".
+    // Imports a file with these bytes as a model called "walk". Returns the status.
     std::int32_t Import(const std::string& bytes) {
         // One for all imports of the process: making and removing files takes longer than an
         // import.
@@ -71,14 +71,14 @@ inline const headless::Scene& Scene() {
     return headless::Session::Current().GetScene();
 }
 
-// The object of that name anywhere below the model; null without one.
+// Returns the object of the model that has this name, or null.
 inline const headless::Object* Find(const headless::Object& model, const std::string& name) {
     for (const headless::Object* object : Scene().Objects())
         if (object->model == &model && support::Utf8(object->name) == name) return object;
     return nullptr;
 }
 
-// What a file can be worth: both ways to build a skeleton, and the variants of bones.
+// Nulls, and bones with all combinations of the two chain options; the last makes no group.
 inline constexpr Options kAllOptions[] = {
     {true, true, false, true},   {false, true, false, true}, {false, true, true, true},
     {false, false, false, true}, {false, false, true, true}, {false, true, false, false},

@@ -1,4 +1,5 @@
-// The messages in the sources against those that the tests' rows reach: a new message needs a row.
+// Compares the messages in the sources with those in the tables of the tests, so that a new message
+// needs a row.
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,11 +14,12 @@
 
 namespace {
 
-// What only a lack of memory brings about, which no file and no refusal of the host can.
+// Only a lack of memory gives this message, which no file and no failure of the host can bring
+// about.
 constexpr const char* kOutOfMemory = "Out of memory";
 
-// The pieces of what a file is told that asks for too many of something; files that do are large,
-// and stand in other tests.
+// The pieces of the messages for files that ask for too much of something. Such files are large and
+// are in other tests.
 constexpr const char* kPiecesOfRefusals[] = {
     "The file asks for more ",
     " than its size allows (limit ",
@@ -28,8 +30,8 @@ constexpr const char* kPiecesOfRefusals[] = {
 
 using Messages = std::set<std::string>;
 
-// The first wide text at or behind `from`, with what is written in several pieces joined; `from`
-// moves behind it. Empty where there is none left.
+// Returns the first wide string literal at or after `from`, joined with the literals that directly
+// follow it, and moves `from` past them. Empty if there is none.
 std::string NextWideText(const std::string& source, std::size_t& from) {
     std::string text;
     std::size_t open = source.find("L\"", from);
@@ -44,7 +46,7 @@ std::string NextWideText(const std::string& source, std::size_t& from) {
     return text;
 }
 
-// Texts of several words. Captions end in dots.
+// The wide texts of several words. Those that end in dots are captions, not messages.
 Messages MessagesOf(const std::string& source) {
     Messages messages;
     std::size_t from = 0;
@@ -89,7 +91,7 @@ TEST(BvhMessages, AreAllReachedByARow) {
         EXPECT_EQ(reached.count(message), 1u) << "no row reaches '" << message << "'";
 }
 
-TEST(BvhMessages, OfTheRowsAreInTheSources) {
+TEST(BvhMessages, OfEveryRowAreInTheSources) {
     const Messages messages = MessagesOfRooms();
     for (const std::string& message : ReachedMessages())
         EXPECT_EQ(messages.count(message), 1u) << "no source says '" << message << "'";

@@ -1,4 +1,4 @@
-// The motion as keys.
+// The keys that the parser makes of a MOTION.
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ class BvhMotion : public testing::Test {
     ParsedBvh parsed_;
 };
 
-TEST_F(BvhMotion, DealsTheValuesOutFrameByFrame) {
+TEST_F(BvhMotion, AssignsTheValuesToChannelsFrameByFrame) {
     ASSERT_EQ(parsed_.Parse(bvh_test::kChain), 0);
     EXPECT_EQ(parsed_.skeleton.frameCount, 2u);
     EXPECT_EQ(parsed_.skeleton.channelCount, 9u);
@@ -54,12 +54,12 @@ TEST_F(BvhMotion, NeedsNoLineBreaks) {
     EXPECT_THAT(Values(0, 1), ElementsAre(2, 4));
 }
 
-TEST_F(BvhMotion, LeavesWhatFollowsUnread) {
+TEST_F(BvhMotion, LeavesTheTextAfterItUnread) {
     ASSERT_EQ(parsed_.Parse(bvh_test::kOneLine + " 5 6 HIERARCHY"), 0);
     EXPECT_STREQ(parsed_.file.GetNextString(), "5");
 }
 
-TEST_F(BvhMotion, OfNoFramesHasEmptyKeys) {
+TEST_F(BvhMotion, HasEmptyKeysWithoutFrames) {
     ASSERT_EQ(
         parsed_.Parse("HIERARCHY ROOT A { OFFSET 0 0 0 CHANNELS 2 Xrotation Zrotation } MOTION "
                       "Frames: 0 Frame Time: 0.1 7"),
@@ -70,7 +70,7 @@ TEST_F(BvhMotion, OfNoFramesHasEmptyKeys) {
     EXPECT_STREQ(parsed_.file.GetNextString(), "7");
 }
 
-TEST_F(BvhMotion, OfNothingIsFine) {
+TEST_F(BvhMotion, IsAcceptedWithoutChannelsOrJoints) {
     EXPECT_EQ(parsed_.Parse(bvh_test::kStill), 0);
     EXPECT_EQ(parsed_.Parse("HIERARCHY MOTION Frames: 0 Frame Time: 0.1"), 0);
     EXPECT_EQ(parsed_.Message(), "");

@@ -1,4 +1,4 @@
-// The same file under the options, and the file names and texts of the wide world.
+// What each option makes of a skeleton, unusual names of joints, and a locale with a decimal comma.
 #include <clocale>
 #include <cstdlib>
 #include <gmock/gmock.h>
@@ -39,7 +39,7 @@ class BvhOptions : public testing::Test {
     }
 };
 
-TEST_F(BvhOptions, NullsAreAllThereIs) {
+TEST_F(BvhOptions, NullsAreMadeForAllJoints) {
     Importer importer({true});
     ASSERT_EQ(importer.Import(bvh_test::kTree), 0);
     EXPECT_THAT(NamesOf(ObjectType::Null), ElementsAre("Hips", "Spine", "Head", "Head_End", "Arm",
@@ -50,8 +50,8 @@ TEST_F(BvhOptions, NullsAreAllThereIs) {
 TEST_F(BvhOptions, BonesStartAtTheParentsJoint) {
     Importer importer({false, true});
     ASSERT_EQ(importer.Import(bvh_test::kTree), 0);
-    // The loose joints and those that branch are nulls; a chain takes the name of the joint it
-    // starts at.
+    // Detached joints and joints that branch become nulls. A chain has the name of the joint where
+    // it starts.
     EXPECT_THAT(NamesOf(ObjectType::Null),
                 ElementsAre("Hips", "Spine", "Prop", "Head", "Head_End"));
     EXPECT_THAT(NamesOf(ObjectType::ChainRoot), ElementsAre("HipsRoot", "SpineRoot", "SpineRoot1"));
@@ -82,8 +82,8 @@ TEST_F(BvhOptions, EffectorsAreUnderTheParentThatTheOptionSays) {
     }
 }
 
-// A last joint with rotations but nothing below it has no object in a skeleton of bones.
-TEST_F(BvhOptions, BonesNeedSomethingBelowAnAnimatedJoint) {
+// A joint with rotations but without children has no object in a skeleton of bones.
+TEST_F(BvhOptions, BonesNeedAChildOfEachAnimatedJoint) {
     const std::string text =
         "HIERARCHY ROOT A { OFFSET 0 0 0 JOINT B { OFFSET 0 1 0 CHANNELS 1 Xrotation } } "
         "MOTION Frames: 1 Frame Time: 1 5";
@@ -96,7 +96,7 @@ TEST_F(BvhOptions, BonesNeedSomethingBelowAnAnimatedJoint) {
     EXPECT_FALSE(bones.WasParsing());
 }
 
-// --- texts ---
+// --- names and numbers ---
 
 TEST_F(BvhOptions, NamesAreImportedWhole) {
     const std::string longName(10'000, 'n');
@@ -140,7 +140,7 @@ TEST_F(BvhOptions, NamesOfJointsAreMadeUnique) {
     EXPECT_THAT(NamesOf(ObjectType::Null), ElementsAre("walk1", "A", "A1", "A11"));
 }
 
-TEST_F(BvhOptions, NumbersAreTheSameUnderAComma) {
+TEST_F(BvhOptions, NumbersDoNotDependOnTheDecimalComma) {
     std::vector<std::vector<double>> values;
     const auto import = [&values] {
         support::StartSession(false);
@@ -158,7 +158,7 @@ TEST_F(BvhOptions, NumbersAreTheSameUnderAComma) {
     import();
     const support::CommaLocale comma;
     ASSERT_EQ(comma.Problem(), "");
-    ASSERT_EQ(std::strtod("1,5", nullptr), 1.5) << "the comma is not in force";
+    ASSERT_EQ(std::strtod("1,5", nullptr), 1.5) << "the locale has no decimal comma";
     import();
     EXPECT_EQ(values[0], values[1]);
 }

@@ -1,4 +1,4 @@
-// What the parser asks and reports while it runs, without an importer.
+// What the parser asks its monitor and reports to it while it runs, without an importer.
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -9,7 +9,7 @@
 
 namespace {
 
-// Cancels at a poll, counted from 1; 0 for never.
+// Counts polls and steps. Cancels at poll `cancelAt`, counted from 1; 0 never cancels.
 class Monitor : public ParseMonitor {
   public:
     explicit Monitor(int cancelAt = 0) : cancelAt_(cancelAt) {}
@@ -25,7 +25,7 @@ class Monitor : public ParseMonitor {
     int cancelAt_;
 };
 
-// The status and what was recorded with it.
+// The parser's status and the error that it recorded.
 struct Parsed {
     std::int32_t status = 0;
     std::wstring message;
@@ -48,7 +48,8 @@ Parsed Parse(const std::string& text, ParseMonitor& monitor) {
     return parsed;
 }
 
-// A root with one channel and this many frames, each on its line after line 8.
+// A root with one channel and `count` frames. Frame i, counted from 1, is on line 8 + i, counted
+// from 0.
 std::string Frames(int count) {
     std::string text =
         "HIERARCHY\nROOT A\n{\nOFFSET 0 1 0\nCHANNELS 1 Xrotation\n}\nMOTION\nFrames: " +
@@ -70,12 +71,12 @@ const PollRow kPolls[] = {
     {"NoFrame", 0, 0},          {"OneFrame", 1, 1},
     {"EachValue", 99, 99},      {"EachSecondValue", 100, 50},
     {"StepOfTwo", 149, 74},     {"StepOfThree", 150, 50},
-    {"StepOfTwenty", 1000, 50}, {"StepOfTwenty1", 1049, 52},
+    {"StepOfTwenty", 1000, 50}, {"StepOfTwentyWithARest", 1049, 52},
 };
 
 class BvhPolls : public testing::TestWithParam<PollRow> {};
 
-TEST_P(BvhPolls, AreAboutFiftyForAnyNumberOfValues) {
+TEST_P(BvhPolls, AreFewerThanAHundredForAnyNumberOfValues) {
     Monitor monitor;
     EXPECT_EQ(Parse(Frames(GetParam().frames), monitor).status, 0);
     EXPECT_EQ(monitor.polls, GetParam().polls);
@@ -83,7 +84,7 @@ TEST_P(BvhPolls, AreAboutFiftyForAnyNumberOfValues) {
     EXPECT_EQ(monitor.pollsBeforeValues, std::vector<int>{0});
 }
 
-TEST_P(BvhPolls, EachMayCancel) {
+TEST_P(BvhPolls, CanEachCancelTheParser) {
     const int values = GetParam().frames;
     const int step = values > 99 ? values / 50 : 1;
     for (int poll = 1; poll <= GetParam().polls; ++poll) {
@@ -100,10 +101,10 @@ TEST_P(BvhPolls, EachMayCancel) {
 INSTANTIATE_TEST_SUITE_P(, BvhPolls, testing::ValuesIn(kPolls),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(BvhMonitor, IsToldOfValuesWhenTheCountsAreKnown) {
-    class AtValues : public ParseMonitor {
+TEST(BvhMonitor, IsToldThatValuesBeginWhenTheCountsAreKnown) {
+    class CountsAtValues : public ParseMonitor {
       public:
-        explicit AtValues(const MocapSkeleton& parsed) : skeleton(parsed) {}
+        explicit CountsAtValues(const MocapSkeleton& parsed) : skeleton(parsed) {}
         void BeginValues() override {
             nodes = skeleton.models.size();
             channels = skeleton.channelCount;
@@ -117,7 +118,7 @@ TEST(BvhMonitor, IsToldOfValuesWhenTheCountsAreKnown) {
     ASSERT_TRUE(file.ReadMemory(bvh_test::kChain));
     MocapSkeleton skeleton;
     FileAllowances allowances;
-    AtValues monitor(skeleton);
+    CountsAtValues monitor(skeleton);
     BvhParser parser(file, skeleton, allowances, monitor);
     file.GetNextString();
     ASSERT_EQ(parser.ParseHierarchy(nullptr), 0);
@@ -127,7 +128,7 @@ TEST(BvhMonitor, IsToldOfValuesWhenTheCountsAreKnown) {
     EXPECT_EQ(monitor.frames, 2u);
 }
 
-TEST(BvhMonitor, IsNotAskedWithoutAMotion) {
+TEST(BvhMonitor, IsNotPolledWithoutAMotion) {
     Monitor monitor;
     EXPECT_EQ(Parse("HIERARCHY ROOT A { OFFSET 0 1 0 CHANNELS 1 Xrotation }", monitor).status, 1);
     EXPECT_EQ(monitor.polls, 0);

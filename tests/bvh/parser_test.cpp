@@ -1,4 +1,4 @@
-// The hierarchy as nodes; no scene object is made.
+// The nodes that the parser makes of a HIERARCHY. No scene object is made.
 #include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ class BvhParser : public testing::Test {
         std::vector<int> types;
         for (const auto& slot : node.channels)
             types.push_back(slot.type);
-        // Slots that nobody asked for yet are as good as empty.
+        // A node has no slots until the first is used; they count as empty.
         types.resize(MOCAPMODEL::kSlotCount);
         return types;
     }
@@ -56,7 +56,7 @@ TEST_F(BvhParser, ReadsATreeInTheFilesOrder) {
     EXPECT_EQ(parsed_.skeleton.channelCount, 18u);
 }
 
-TEST_F(BvhParser, AddsOffsetsUpToPositions) {
+TEST_F(BvhParser, AddsOffsetsToGlobalPositions) {
     ASSERT_EQ(parsed_.Parse(bvh_test::kTree), 0);
     const MOCAPMODEL& finger = parsed_.Node(6);
     EXPECT_THAT(finger.offset, ElementsAre(1, 0, 0));
@@ -73,7 +73,7 @@ TEST_F(BvhParser, FillsSlotsFromTheFirstInTheFilesOrder) {
     EXPECT_THAT(Types(parsed_.Node(8)), ElementsAre(1, 6, 5, 0, 0, 0, 0));
 }
 
-TEST_F(BvhParser, TakesKeywordsInAnyLetterCase) {
+TEST_F(BvhParser, ReadsKeywordsInAnyLetterCase) {
     const char* const text =
         "hierarchy rOOt H { oFFset 0 1 0 chaNNels 2 XPOSITION zrotation joint J { offset 0 1 0 "
         "eND sITE { Offset 0 1 0 } } } mOTION fRAMES: 1 fRAME tIME: 0.5 7 8";
@@ -111,7 +111,7 @@ TEST_F(BvhParser, TreatsRootAndJointAlike) {
     EXPECT_EQ(parsed_.Node(2).parent, nullptr);
 }
 
-TEST_F(BvhParser, TakesAnyTokenForAName) {
+TEST_F(BvhParser, AcceptsAnyTokenAsAName) {
     ASSERT_EQ(parsed_.Parse("HIERARCHY ROOT ROOT { OFFSET 0 0 0 JOINT { { OFFSET 0 1 0 } JOINT "
                             "MOTION { OFFSET 0 1 0 } JOINT CHANNELS { OFFSET 0 0 0 } }"),
               1);
@@ -121,7 +121,7 @@ TEST_F(BvhParser, TakesAnyTokenForAName) {
     EXPECT_EQ(parsed_.Name(3), "CHANNELS");
 }
 
-TEST_F(BvhParser, AcceptsNoChannels) {
+TEST_F(BvhParser, AcceptsAChannelCountOfZeroOrLess) {
     for (const char* count : {"0", "-0", "-3", "0x6"}) {
         ASSERT_EQ(parsed_.Parse(bvh_test::kStill.substr(0, bvh_test::kStill.find('}')) +
                                 "CHANNELS " + count + "\n}\nMOTION\nFrames: 0\nFrame Time: 1"),
@@ -132,44 +132,44 @@ TEST_F(BvhParser, AcceptsNoChannels) {
     }
 }
 
-struct LooseRow {
+struct ChildRow {
     const char* name;
     const char* offset;
     const char* channels;
     bool isDetached;
-    unsigned counted;  // in its parent's boneChildCount
+    unsigned boneChildCount;  // of the parent
 };
-std::ostream& operator<<(std::ostream& out, const LooseRow& row) {
+std::ostream& operator<<(std::ostream& out, const ChildRow& row) {
     return out << row.name;
 }
 
-const LooseRow kLooseRows[] = {
+const ChildRow kChildRows[] = {
     {"Offset", "0 1 0", "1 Xrotation", false, 1},
     {"NoOffset", "0 0 0", "1 Xrotation", true, 0},
     {"MinusZeroOffset", "-0 -0.0 0", "0", true, 0},
     {"TinyOffset", "0 0 1e-300", "0", false, 1},
     {"NanOffset", "0 nan 0", "0", false, 1},
-    // Counted as a bone, since its channels are read after its offset.
+    // The offset counts the node as a bone before its position channel is read and detaches it.
     {"PositionX", "0 1 0", "1 Xposition", true, 1},
     {"PositionY", "0 1 0", "1 yposition", true, 1},
     {"PositionZ", "0 1 0", "2 Xrotation Zposition", true, 1},
     {"PositionWithoutOffset", "0 0 0", "1 Zposition", true, 0},
 };
 
-class LooseNode : public testing::TestWithParam<LooseRow> {};
+class ChildNode : public testing::TestWithParam<ChildRow> {};
 
-TEST_P(LooseNode, IsMarkedAndCounted) {
+TEST_P(ChildNode, IsDetachedAndCountedByItsOffsetAndChannels) {
     ParsedBvh parsed;
     ASSERT_EQ(parsed.Parse(std::string("HIERARCHY ROOT A { OFFSET 0 1 0 JOINT B { OFFSET ") +
                            GetParam().offset + " CHANNELS " + GetParam().channels + " } }"),
               1);
     EXPECT_EQ(parsed.Node(1).isDetached, GetParam().isDetached);
-    EXPECT_EQ(parsed.Node(0).boneChildCount, GetParam().counted);
+    EXPECT_EQ(parsed.Node(0).boneChildCount, GetParam().boneChildCount);
     EXPECT_EQ(parsed.Node(0).childCount, 1u);
     EXPECT_FALSE(parsed.Node(0).isDetached);
 }
 
-INSTANTIATE_TEST_SUITE_P(, LooseNode, testing::ValuesIn(kLooseRows),
+INSTANTIATE_TEST_SUITE_P(, ChildNode, testing::ValuesIn(kChildRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(BvhParser, ReturnsOneForAFileThatEndsAfterItsHierarchy) {
@@ -189,7 +189,7 @@ TEST_F(BvhParser, ReadsAMotionInsideOpenBraces) {
     EXPECT_EQ(parsed_.Node(0).channels[0].keys[0].value, 5.0);
 }
 
-TEST_F(BvhParser, KeepsWhatItReadBeforeAFailure) {
+TEST_F(BvhParser, KeepsTheNodesThatItReadBeforeAFailure) {
     EXPECT_LT(parsed_.Parse("HIERARCHY ROOT A { OFFSET 0 1 0 JOINT B { OFFSET 0 1"), 0);
     EXPECT_EQ(parsed_.skeleton.models.size(), 2u);
 }

@@ -1,11 +1,11 @@
-// Small files of every kind of joint.
+// Small files that together have every kind of joint.
 #pragma once
 
 #include <string>
 
 namespace bvh_test {
 
-// One chain: a root with positions, a joint, an end site.
+// One chain: a root with position channels, a joint, an end site.
 inline const std::string kChain = R"(HIERARCHY
 ROOT Hips
 {
@@ -28,7 +28,8 @@ Frame Time: 0.04
 1 21 0.5 -10 25 35 5 -15 0
 )";
 
-// A tree: branches, a joint that is loose, a joint without channels, end sites of both kinds.
+// A tree: branches, a detached joint, a joint without channels, end sites with and without an
+// offset.
 inline const std::string kTree = R"(HIERARCHY
 ROOT Hips
 {
@@ -78,12 +79,13 @@ Frame Time: 0.05
 1 2 3 10 20 30 4 5 6 7 8 9 10 11 12 13 14 15
 )";
 
+// The whole file is one line.
 inline const std::string kOneLine =
     "HIERARCHY ROOT A { OFFSET 0 0 0 CHANNELS 2 Xrotation Zrotation } MOTION Frames: 2 Frame Time: "
     "0.1 1 "
     "2 3 4";
 
-// Neither channels nor frames.
+// A file without channels and without frames.
 inline const std::string kStill =
     "HIERARCHY\nROOT Solo {\nOFFSET 1 2 3\n}\nMOTION\nFrames: 0\nFrame Time: 1\n";
 
