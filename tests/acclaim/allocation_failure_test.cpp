@@ -1,4 +1,4 @@
-// Each allocation of the importer failing once, at every place that it allocates.
+// Makes each allocation of the importer fail once.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <new>
@@ -12,15 +12,15 @@
 #include "tests/support/memory/new_operators.h"
 #include "tests/support/temporary_folder.h"
 
-// The first and last address of this program, by the linker. What the program links statically is
-// the importer; the host is a library, whose allocations are its own.
+// The linker's names for the first and the last address of this program's code. The importer is in
+// the program. The host is a shared library, so its allocations do not fail.
 // NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the linker names it.
 extern "C" char __executable_start;
 extern "C" char etext;
 
 namespace {
 
-std::uint64_t countdown = 0;  // allocations until the one that fails; 0: none does
+std::uint64_t countdown = 0;  // allocations up to the one that fails; 0: none fails
 
 bool FailsFor(const void* caller) {
     const auto* const at = static_cast<const char*>(caller);
@@ -33,7 +33,7 @@ using testing::IsEmpty;
 
 class AllocationFaults : public testing::TestWithParam<bool> {};
 
-// Fails the n-th allocation, n counted up until none is left to fail.
+// Makes the n-th allocation fail, for each n until an import needs fewer than n allocations.
 TEST_P(AllocationFaults, AreReported) {
     const TemporaryFolder dir;
     const auto path = [&](const char* name, const char* text) {
@@ -59,17 +59,18 @@ TEST_P(AllocationFaults, AreReported) {
         if (!status.Succeeded()) {
             ++failures;
             const std::string message = Report(importer, status.GetCode()).message;
-            const bool isFile = message == "Failed to read ASF file. Specify a valid file name" ||
-                                message == "Failed to read AMC file. Specify a valid file name";
-            // What fails for the nodes at the ends of leaves and for names of chains has a status
-            // and no message, and the parser's status is one for all.
+            const bool isUnreadable =
+                message == "Failed to read ASF file. Specify a valid file name" ||
+                message == "Failed to read AMC file. Specify a valid file name";
+            // Without memory for an end node or for the name of a chain there is a status but no
+            // message. The import returns the same status for every failure of its parser.
             const bool isSilent =
                 message.empty() && (status.GetCode() == Zelk::status::kOutOfMemory ||
                                     status.GetCode() == Zelk::status::kFail);
             if (!isMotion && importer.WasParsing()) {
                 EXPECT_EQ(status.GetCode(), Zelk::status::kFail) << allocation << ": " << message;
             }
-            EXPECT_TRUE(isFile || isSilent || message == "Out of memory")
+            EXPECT_TRUE(isUnreadable || isSilent || message == "Out of memory")
                 << allocation << ": " << message;
         }
         EXPECT_THAT(SceneProblems(false), IsEmpty()) << allocation;
@@ -81,9 +82,9 @@ TEST_P(AllocationFaults, AreReported) {
 INSTANTIATE_TEST_SUITE_P(, AllocationFaults, testing::Bool(),
                          [](const auto& row) { return row.param ? "Nulls" : "Bones"; });
 
-// A name without its node is no name, and can be added again.
-TEST(NodeNamesWithoutMemory, KeepWhatTheyKnow) {
-    const char* const name = "a name too long for the text's own room";
+// A name that could not be added is not found, and it can be added later.
+TEST(NodeNamesWithoutMemory, KeepTheNamesThatTheyHave) {
+    const char* const name = "a name too long for the string's own buffer";
     std::uint64_t refused = 0;
     for (std::uint64_t allocation = 1;; ++allocation) {
         NodeNames names;

@@ -34,7 +34,7 @@ TEST(AmcKeyLists, GiveEachChannelItsColumn) {
     EXPECT_EQ(keys[1][1].time, 9.0);
 }
 
-TEST(AmcKeyLists, FillTheFramesBeforeAChannelJoined) {
+TEST(AmcKeyLists, FillTheFramesBeforeAChannelBegins) {
     AmcKeyLists lists;
     lists.BeginFrame(-1);
     lists.BeginFrame(1);
@@ -54,13 +54,14 @@ TEST(AmcKeyLists, FillTheFramesBeforeAChannelJoined) {
     EXPECT_EQ(keys[2][2].time, 2.0);
 }
 
-TEST(AmcKeyLists, GiveNothingForNothing) {
+TEST(AmcKeyLists, AreEmptyWithoutChannels) {
     AmcKeyLists lists;
     EXPECT_TRUE(lists.ReleaseKeys().empty());
 }
 
-// A long motion takes no allocation a value, and at most two and a half times what its keys take.
-TEST(AmcKeyLists, TakeLittleMoreThanTheKeys) {
+// A long motion needs far fewer allocations than it has values, and at most two and a half times
+// the memory of its keys.
+TEST(AmcKeyLists, NeedLittleMoreMemoryThanTheKeys) {
     constexpr int kFrames = 50000;
     constexpr std::uint32_t kChannels = 62;
     constexpr std::size_t kKeys = std::size_t{kFrames} * kChannels;

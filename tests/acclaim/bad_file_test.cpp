@@ -1,4 +1,5 @@
-// Files that the parsers refuse: the message, its line and the status, and what they leave.
+// Files that the parsers refuse: the message, its line and column, the status, and what is left in
+// the scene.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -31,7 +32,7 @@ TEST_P(BadSkeleton, IsReportedByTheParser) {
     EXPECT_EQ(parsed.parser.LastError().column, GetParam().column);
 }
 
-// The import has one status for whatever its parser found.
+// The import returns the same status for every failure of its parser.
 TEST_P(BadSkeleton, FailsTheImport) {
     StartSession(true);
     EXPECT_EQ(ImportSkeleton(importer, text),

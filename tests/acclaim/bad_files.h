@@ -1,4 +1,4 @@
-// What each message of the importer is for: a file that gives it, one row a case.
+// Files that the importer refuses: one row for each case of each message.
 #pragma once
 
 #include <cstdint>
@@ -10,16 +10,16 @@ struct BadFile {
     std::string name;
     std::string text;
     std::string message;
-    std::uint32_t line;    // as printed, from 1
-    std::uint32_t column;  // from 0
-    std::int32_t status;   // of the parser
+    std::uint32_t line;    // as printed, counted from 1
+    std::uint32_t column;  // counted from 0
+    std::int32_t status;   // returned by the parser
 };
 
 inline void PrintTo(const BadFile& row, std::ostream* out) {
     *out << row.text;
 }
 
-// Skeletons, from behind the line with the version.
+// Skeletons, without the line with the version.
 std::span<const BadFile> BadSkeletons();
-// Motions of the sample skeleton, whole files.
+// Whole motion files for the sample skeleton.
 std::span<const BadFile> BadMotions();

@@ -12,17 +12,17 @@ constexpr const char* kOtherUnits =
     "Incompatible AMC file. File must use same angle units as the ASF file";
 
 const BadFile kBadMotions[] = {
-    // The file is gone by then, so the line is the first.
+    // The file is closed before the message is recorded, so the line is the first.
     {"NotSpecified", "\n\n1\nroot", kNotSpecified, 1, 0, kIncompatibleFile},
     {"OnlyComments", "# one\n# two\n", kNotSpecified, 1, 0, kIncompatibleFile},
     {"OnlyARate", ":SAMPLES-PER-SECOND 120", kNotSpecified, 1, 0, kIncompatibleFile},
     {"RateThatIsAWord", ":SAMPLES-PER-SECOND many\n:fully-specified 1", kNotSpecified, 1, 0,
      kIncompatibleFile},
-    {"RateSecond", ":fully-specified\n:SAMPLES-PER-SECOND 120", "Unknown keyword", 1, 0,
-     kInvalidData},
-    {"NothingBehindTheHeader", ":fully-specified\n\n", "Unexpected end of file", 1, 0,
+    {"RateAfterFullySpecified", ":fully-specified\n:SAMPLES-PER-SECOND 120", "Unknown keyword", 1,
+     0, kInvalidData},
+    {"NothingAfterTheHeader", ":fully-specified\n\n", "Unexpected end of file", 1, 0,
      kUnexpectedEnd},
-    {"CommentBehindTheHeader", ":fully-specified\n# 1", "Unexpected end of file", 1, 0,
+    {"CommentAfterTheHeader", ":fully-specified\n# 1", "Unexpected end of file", 1, 0,
      kUnexpectedEnd},
     {"UnknownUnit", ":fully-specified\n:turns\n1", "Unknown keyword", 1, 0, kInvalidData},
     {"Radians", ":fully-specified\n:RADIANS\n1", kOtherUnits, 1, 0, kIncompatibleFile},

@@ -1,4 +1,4 @@
-// What the progress bar is told in whole imports, and what pressing its button does.
+// What whole imports send to the host's progress bar, and what pressing its cancel button does.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -42,13 +42,13 @@ TEST_F(AcclaimBar, RunsToItsEndWithASkeleton) {
                                         "visible 0"));
 }
 
-TEST_F(AcclaimBar, MovesOnlyForSectionsThatAreThere) {
+TEST_F(AcclaimBar, MovesOnlyForSectionsOfTheFile) {
     ASSERT_EQ(ImportSkeleton(importer, ":version 1\n:bonedata"), Outcome());
     EXPECT_EQ(BarLines()[6], "value 5486");
     EXPECT_EQ(BarLines()[7], "caption Creating Zelk model...");
 }
 
-// One poll a section, one before the scene is touched.
+// There is one poll for each section and one before the scene is changed.
 TEST_F(AcclaimBar, CancelsASkeletonAtEachPoll) {
     for (std::uint64_t poll = 1; poll <= 7; ++poll) {
         StartSession(true);
@@ -56,7 +56,7 @@ TEST_F(AcclaimBar, CancelsASkeletonAtEachPoll) {
         CAcclaimImport cancelled;
         const Outcome outcome = ImportSkeleton(cancelled, kSampleAsf);
         EXPECT_EQ(outcome.message, "User cancelled command");
-        // The parser's own statuses are not passed on.
+        // The import returns the same status for every failure of its parser.
         EXPECT_EQ(outcome.status, poll < 7 ? Zelk::status::kFail : Zelk::status::kCancelled);
         EXPECT_TRUE(cancelled.GetSkeleton().models.empty());
         EXPECT_THAT(headless::Session::Current().GetScene().Models(), IsEmpty());
@@ -67,7 +67,7 @@ TEST_F(AcclaimBar, CancelsASkeletonAtEachPoll) {
     EXPECT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());
 }
 
-TEST_F(AcclaimBar, IgnoresAFlagThatReadsOne) {
+TEST_F(AcclaimBar, IgnoresACancelFlagThatReadsOne) {
     headless::SetPressedValue(1);
     headless::Session::Current().PressCancel();
     EXPECT_EQ(ImportSkeleton(importer, kSampleAsf), Outcome());

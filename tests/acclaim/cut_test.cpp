@@ -1,4 +1,4 @@
-// Files that end too early, at every byte.
+// Files that are cut after each of their bytes.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 class CutFiles : public testing::TestWithParam<bool> {};
 
-TEST_P(CutFiles, LeaveASoundSceneAtEachByte) {
+TEST_P(CutFiles, LeaveASoundSceneWhereverTheyAreCut) {
     const std::string asf(kSampleAsf);
     const std::string amc(kSampleAmc);
     for (std::size_t size = 0; size <= asf.size(); ++size) {
@@ -24,7 +24,8 @@ TEST_P(CutFiles, LeaveASoundSceneAtEachByte) {
         const Outcome skeleton = ImportSkeleton(importer, asf.substr(0, size));
         if (skeleton.status == 0) ImportMotion(importer, amc);
         EXPECT_NE(skeleton.status < 0, skeleton.message.empty()) << size;
-        // With fewer channels than the motion has, some of its values are met as frame numbers.
+        // If the skeleton has lost channels, the parser takes values of the motion for frame
+        // numbers.
         EXPECT_THAT(SceneProblems(false), testing::Each(testing::EndsWith(" do not rise"))) << size;
     }
     StartSession(true);

@@ -1,5 +1,5 @@
-// Files of a size or a shape that must cost no more than their length: what looks twice at
-// everything runs into the test's time limit.
+// Files of extreme sizes and shapes, whose import must take time in proportion to their length. If
+// the cost grew with the square of the length, these tests would exceed their time limit.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -72,7 +72,7 @@ TEST_P(LargeSkeletons, MayBeWide) {
 INSTANTIATE_TEST_SUITE_P(, LargeSkeletons, testing::Bool(),
                          [](const auto& row) { return row.param ? "Nulls" : "Bones"; });
 
-// As bones, lengths need no pass of their own.
+// Only a skeleton of nulls needs a pass that converts lengths.
 TEST(LargeNulls, MayAnimateEveryLength) {
     constexpr std::size_t kFew = 30'000 / support::kShorter;
     std::string hierarchy = ":hierarchy begin\nroot n0\n";
@@ -81,8 +81,8 @@ TEST(LargeNulls, MayAnimateEveryLength) {
     Import(true, Bones(kFew, "|") + hierarchy + "end", Frame(kFew, " 1"), 1 + 3 * kFew);
 }
 
-// As short as a bone can be written, and more than any hierarchy names.
-TEST(LargeSkeletonFiles, MayHoldBareBonesAlone) {
+// The bones are written as shortly as possible, and the hierarchy names only one of them.
+TEST(LargeSkeletonFiles, MayConsistOfTheShortestBones) {
     StartSession(false);
     std::string text = ":version 1\n:root order tx\n:bonedata\n";
     for (int i = 0; i < 40'000; ++i)
@@ -120,8 +120,8 @@ const LargeFile kLargeFiles[] = {
     {"UnknownWordsInOneLine", ":bonedata begin name a " + Repeated("x ", 1'000'000) + "end", 1},
     {"ManyBonesInOneLine", ":bonedata" + Repeated(" begin name bone x y z end", kBones), kBones},
     {"CommentsAlone", Repeated("#\n", 1'000'000), 0},
-    {"CommentsBehindEverySection", Repeated(":units" + Repeated("#\n", 100), 10'000), 0},
-    {"CommentsBehindDof",
+    {"CommentsAfterEverySection", Repeated(":units" + Repeated("#\n", 100), 10'000), 0},
+    {"CommentsAfterDof",
      ":bonedata " + Repeated("begin name a dof rx" + Repeated(" #\n", 100) + "end ", 10'000),
      10'000},
     {"UnknownSections", Repeated(":x ", kBones) + "#" + Repeated(" ", 1'000'000), 0},
@@ -169,14 +169,14 @@ TEST(LargeMotions, MayBeFullOfUnknownBones) {
     EXPECT_GE(parsed.Warnings().size(), kFew / 2);
 }
 
-TEST(LargeMotions, MayBeNumbersAlone) {
+TEST(LargeMotions, MayConsistOfNumbers) {
     ParsedAcclaim parsed;
     ASSERT_EQ(parsed.Parse(":version 1\n:root order tx"), (Outcome{1, "", 0}));
     ASSERT_EQ(parsed.ParseMotion("1\nx\n" + Repeated("2\n", 3'000'000)), Outcome());
     EXPECT_EQ(parsed.skeleton.frameCount, 3'000'001u);
 }
 
-TEST(LargeMotions, MayHangAnyNumberOfChildrenOnALength) {
+TEST(LargeMotions, MayAnimateTheLengthOfABoneWithManyChildren) {
     StartSession(false);
     CAcclaimImport importer;
     importer.SetOptions(true, true, false, true);

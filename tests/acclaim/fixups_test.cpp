@@ -1,4 +1,5 @@
-// Axis frames folded into rotations, and animated lengths turned into translations.
+// How rotations are converted from the axis frames of the bones, and animated lengths to
+// translations.
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -38,7 +39,7 @@ class Fixups : public testing::Test {
         }
         return values;
     }
-    static void ExpectTurn(const std::string& object, const double expected[4][4]) {
+    static void ExpectRotation(const std::string& object, const double expected[4][4]) {
         const auto angles = Values(object, "rot");
         double turn[4][4];
         MatrixRotationXYZ(turn, angles[0].at(0) * math::kRadiansPerDegree,
@@ -52,7 +53,7 @@ class Fixups : public testing::Test {
     CAcclaimImport importer;
 };
 
-TEST_F(Fixups, TurnABoneInItsAxisFrame) {
+TEST_F(Fixups, RotateABoneInItsAxisFrame) {
     ASSERT_EQ(Import(":root order tx\n:bonedata begin name a axis 10 20 30 xyz\n dof rx\n end",
                      "1\nroot 0\na 40"),
               Outcome());
@@ -63,36 +64,37 @@ TEST_F(Fixups, TurnABoneInItsAxisFrame) {
     MatrixRotationX(turn, 40 * d);
     MatrixMult(inverse, turn, half);
     MatrixMult(half, axes, expected);
-    ExpectTurn("a", expected);
+    ExpectRotation("a", expected);
 }
 
-// The first-listed rotation acts first, whatever its axis.
-TEST_F(Fixups, ComposeRotationsInTheirOrder) {
+// The first rotation that the file lists acts first, whatever its axis.
+TEST_F(Fixups, ComposeRotationsInTheFilesOrder) {
     ASSERT_EQ(Import(":root order rz ry rx", "1\nroot 30 20 10"), Outcome());
     double expected[4][4];
     const double d = math::kRadiansPerDegree;
     MatrixRotationZYX(expected, 10 * d, 20 * d, 30 * d);
-    ExpectTurn("root", expected);
+    ExpectRotation("root", expected);
 }
 
-// Even without a frame to turn in, the angles are the decomposition's.
-TEST_F(Fixups, TakeAnglesThroughTheDecomposition) {
+// Even without an axis frame the angles are those of the decomposition, which gives -180 for each
+// of these zeros.
+TEST_F(Fixups, DecomposeRotationsEvenWithoutAnAxisFrame) {
     ASSERT_EQ(Import(":root order rx ry rz", "1\nroot 0 0 0"), Outcome());
     EXPECT_THAT(Values("root", "rot"), Each(ElementsAre(-180.0)));
 }
 
-TEST_F(Fixups, LeaveNodesWithoutRotations) {
+TEST_F(Fixups, LeaveNodesWithoutRotationsAlone) {
     ASSERT_EQ(Import(":root order tx\n orientation 10 20 30", "1\nroot 5"), Outcome());
     EXPECT_EQ(MotionCurves().size(), 1u);
 }
 
-TEST_F(Fixups, RefuseARotationNamedTwice) {
+TEST_F(Fixups, RefuseARepeatedRotation) {
     EXPECT_EQ(Import(":root order rx rx", "1\nroot 1 2"),
               (Outcome{Zelk::status::kInvalidData,
                        "Rotation channel found more than once on a node", 0}));
 }
 
-TEST_F(Fixups, RefuseRotationsWithoutRoomForTheMissing) {
+TEST_F(Fixups, RefuseRotationsIfNoSlotIsLeftForAMissingOne) {
     EXPECT_EQ(Import(":bonedata begin name a dof rx tx ty tz | | |\n end", "1\na 1 2 3 4 5 6 7"),
               (Outcome{Zelk::status::kInvalidData, "No channel left for a missing rotation", 0}));
 }
@@ -115,7 +117,7 @@ TEST_F(Fixups, MoveTheChildByTheLength) {
     EXPECT_THAT(Values("c", "pos"), Each(testing::IsEmpty()));
 }
 
-// Nobody moves where nobody hangs; a long leaf has the node at its end.
+// This leaf has no length at rest, so it has no end node that the animated length could move.
 TEST_F(Fixups, DropTheLengthOfALeaf) {
     ASSERT_EQ(Import(kRoot + ":bonedata begin name a dof |\n end\n:hierarchy begin\nroot a\nend",
                      "1\nroot 0\na 3"),
@@ -131,8 +133,8 @@ TEST_F(Fixups, MoveTheEndOfALongLeaf) {
                 ElementsAre(ElementsAre(0), ElementsAre(6), ElementsAre(-3)));
 }
 
-// The first child has the others' translations too.
-TEST_F(Fixups, MoveTheFirstOfSeveralChildrenForAll) {
+// The first child gets the translation once for each of the children.
+TEST_F(Fixups, MoveTheFirstChildForAllChildren) {
     ASSERT_EQ(Import(kRoot + kLength + ":hierarchy begin\nroot a\na b c\nend",
                      "1\nroot 0\na 3\nb 0\nc 0"),
               Outcome());
@@ -149,8 +151,9 @@ TEST_F(Fixups, AddToTheChildsOwnTranslation) {
                 ElementsAre(ElementsAre(0), ElementsAre(7), ElementsAre(-3)));
 }
 
-// The root takes y from itself and the rest from the child before it.
-TEST_F(Fixups, SplitAChildsTranslationBetweenChildren) {
+// The root has only a y channel, so its y translation goes there; its x and z translations are
+// added to those of the first child.
+TEST_F(Fixups, AddTheMissingAxesOfAChildToTheFirstChild) {
     ASSERT_EQ(Import(kLength + ":root order ty\n:hierarchy begin\nroot\na b root\nend",
                      "1\nroot 1\na 3\nb 0\nc 0"),
               Outcome());
@@ -168,14 +171,14 @@ TEST_F(Fixups, MoveAChildWhoseOwnTranslationHasNoKeys) {
     EXPECT_THAT(Values("root", "rot"), Each(testing::IsEmpty()));
 }
 
-TEST_F(Fixups, LeaveALengthWithoutKeys) {
+TEST_F(Fixups, IgnoreALengthWithoutKeys) {
     ASSERT_EQ(Import(kRoot + kLength + ":hierarchy begin\nroot a\na b c\nend",
                      "1\nroot 0\nb 0\nnobody\n"),
               Outcome());
     EXPECT_THAT(Values("b", "pos"), Each(testing::IsEmpty()));
 }
 
-TEST_F(Fixups, FailWithoutRoomForTheTranslation) {
+TEST_F(Fixups, FailIfNoSlotIsLeftForTheTranslation) {
     const std::string full =
         ":bonedata begin name a direction 0 2 -1 length 1\n dof |\n end "
         "begin name b length 1\n dof rz ry rx tx ty\n end\n:hierarchy begin\nroot a\na b\nend";
@@ -196,7 +199,7 @@ std::string NumberText(double number) {
     return text.str();
 }
 
-// A bone whose length is animated and that has so many children, without channels of their own.
+// A bone with an animated length and `count` children, which have no channels.
 std::string ManyChildren(int count) {
     std::string bones = ":bonedata begin name a direction 0.1 2 -0.7 length 1\n dof |\n end\n";
     std::string children;
@@ -208,8 +211,9 @@ std::string ManyChildren(int count) {
     return bones + ":hierarchy begin\nroot a\na" + children + "\nend";
 }
 
-// Child by child, since a multiple rounds otherwise: from six on it shows.
-TEST_F(Fixups, AddTheLengthForEachChildByItself) {
+// The length is added once for each child, because a product rounds differently. The difference is
+// visible from six children on.
+TEST_F(Fixups, AddTheLengthOnceForEachChild) {
     const double lengths[] = {0.1, 3, 1e-9, -7.3, 1e17};
     std::string frames;
     for (std::size_t frame = 0; frame < std::size(lengths); ++frame)
@@ -231,8 +235,8 @@ TEST_F(Fixups, AddTheLengthForEachChildByItself) {
     }
 }
 
-// One by one these would be three thousand million additions.
-TEST_F(Fixups, AddForAnyNumberOfChildrenAndFrames) {
+// One by one these would be 3,000,000,000 additions.
+TEST_F(Fixups, AreFastWithManyChildrenAndFrames) {
     std::string frames;
     for (int frame = 1; frame <= 20000; ++frame)
         frames += std::to_string(frame) + "\nroot 0\na 3\n";

@@ -1,4 +1,4 @@
-// Each call of the host failing once: it is reported and leaves a sound scene.
+// Makes each call of the host fail once. The failure is reported and leaves a sound scene.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <new>
@@ -22,7 +22,7 @@ void SetKind(CAcclaimImport& importer, Kind kind) {
     importer.SetOptions(kind == Kind::Nulls, true, kind == Kind::Effectors, true);
 }
 
-// Of the skeleton or, where that succeeded, of the motion.
+// Returns the outcome of the skeleton if its import fails, otherwise that of the motion.
 Outcome ImportBoth(CAcclaimImport& importer) {
     const Outcome skeleton = ImportSkeleton(importer, kSampleAsf);
     return skeleton.status < 0 ? skeleton : ImportMotion(importer, kSampleAmc);
@@ -34,8 +34,9 @@ struct FaultRow {
     std::uint64_t call;
     Kind kind;
     const char* message;
-    std::int32_t status;  // 1: whatever the host gave
+    std::int32_t status;  // or kHostStatus
 };
+// Stands for the status of the host's failure, whatever it is.
 constexpr std::int32_t kHostStatus = 1;
 
 const FaultRow kFaults[] = {
@@ -89,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(, HostFaults, testing::ValuesIn(kFaults),
 
 class EveryFault : public testing::TestWithParam<Kind> {};
 
-// Each operation failing at each of its calls. Another import then works as if nothing had been.
+// Makes each operation fail at each of its calls. After it a second import must succeed.
 TEST_P(EveryFault, LeavesASoundScene) {
     for (const std::string_view operation : headless::FaultyOperations()) {
         for (std::uint64_t call = 1;; ++call) {
@@ -109,7 +110,8 @@ TEST_P(EveryFault, LeavesASoundScene) {
 
 INSTANTIATE_TEST_SUITE_P(, EveryFault, testing::Values(Kind::Nulls, Kind::Effectors));
 
-// At the first event the bar is being made, at later ones it is in use.
+// The bar's listener throws from event `first` on. The first events come while the bar is created,
+// the later ones while it is used.
 TEST(LackOfMemory, ForTheBarIsReported) {
     for (const bool hasSkeleton : {false, true}) {
         for (int first = 1; first < 6; ++first) {

@@ -53,7 +53,7 @@ TEST_F(SkeletonScene, HoldsANullForEachNode) {
     EXPECT_THAT(ObjectNamed("hand_End").local, ElementsAre(0, 0, 0.5, 0, 0, 0));
 }
 
-TEST_F(SkeletonScene, HoldsBonesBetweenWhatIsLoose) {
+TEST_F(SkeletonScene, HoldsBonesBetweenDetachedNodes) {
     Import(false);
     EXPECT_EQ(ObjectNamed("root").type, ObjectType::Null);
     EXPECT_EQ(ObjectNamed("back").type, ObjectType::ChainBone);
@@ -63,7 +63,7 @@ TEST_F(SkeletonScene, HoldsBonesBetweenWhatIsLoose) {
     EXPECT_EQ(ObjectNamed("hand").length, 0.5);
 }
 
-TEST_F(SkeletonScene, GroupsWhatIsAnimated) {
+TEST_F(SkeletonScene, GroupsTheAnimatedObjects) {
     Import(true);
     EXPECT_EQ(Utf8(ModelNamed("skel").modelData->groups.at(0)->name), "skel_Animated_Objects");
     EXPECT_THAT(GroupMembers(), ElementsAre("root", "back", "joint", "arm"));
@@ -96,7 +96,7 @@ TEST_F(SkeletonScene, HasBasePosesOfAnimatedLengths) {
     EXPECT_THAT(targets, testing::Not(testing::Contains("back.bone.length")));
 }
 
-TEST_F(SkeletonScene, IsNamedAsTheHostCanNameIt) {
+TEST_F(SkeletonScene, HasTheUniqueNameThatTheHostGivesIt) {
     Import(true);
     CAcclaimImport other;
     other.SetOptions(true, true, false, true);
@@ -128,8 +128,8 @@ struct OddTree {
     std::string hierarchy;
 };
 const OddTree kOddTrees[] = {
-    {"Circle", "root a\na b\nb c\nc a\n"},
-    {"CircleApart", "root d\na b\nb a\n"},
+    {"Cycle", "root a\na b\nb c\nc a\n"},
+    {"SeparateCycle", "root d\na b\nb a\n"},
     {"OwnChild", "root a\na a\n"},
     {"RootBelowABone", "root a\na root\n"},
     {"ChildTwice", "root a\na b b\na b\n"},
@@ -140,7 +140,7 @@ const OddTree kOddTrees[] = {
 
 class OddTrees : public testing::TestWithParam<std::tuple<OddTree, bool, bool>> {};
 
-TEST_P(OddTrees, AreSurvived) {
+TEST_P(OddTrees, LeaveASoundScene) {
     const auto& [tree, nulls, fromParent] = GetParam();
     std::string text = ":version 1\n:root order tx ty tz rx ry rz\n:bonedata\n";
     for (const char* name : {"a", "b", "c", "d"})
@@ -154,7 +154,7 @@ TEST_P(OddTrees, AreSurvived) {
     importer.SetOptions(nulls, fromParent, false, true);
     EXPECT_EQ(ImportSkeleton(importer, text), Outcome());
     const Outcome outcome = ImportMotion(importer, motion);
-    // In bones, a joint that no chain reaches has nothing that could be driven.
+    // In a skeleton of bones, a joint outside every chain has no object that a curve could drive.
     if (outcome.status != 0) {
         EXPECT_FALSE(nulls);
         EXPECT_EQ(outcome.message, "Failed to add channel FCurve");
@@ -177,7 +177,7 @@ INSTANTIATE_TEST_SUITE_P(, OddTrees,
 
 class RefusedSkeleton : public testing::TestWithParam<RefusedFile> {};
 
-// The file is gone when the message is recorded, so the line is the first.
+// The file is closed before the message is recorded, so the line is the first.
 TEST_P(RefusedSkeleton, IsNotParsed) {
     StartSession(true);
     CAcclaimImport importer;
@@ -217,7 +217,7 @@ TEST(AcclaimArguments, MustNameAMotionFileAndAMotion) {
               (Outcome{kFileNotFound, "Failed to read AMC file. Specify a valid file name", 0}));
 }
 
-TEST(AcclaimArguments, FailWithoutTheModelInTheScene) {
+TEST(AcclaimArguments, FailIfTheHostMakesNoModel) {
     StartSession(true);
     headless::FailOperation("AddModel", 1);
     CAcclaimImport importer;

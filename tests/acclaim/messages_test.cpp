@@ -1,4 +1,5 @@
-// The messages in the sources against those that the tests' rows reach: a new message needs a row.
+// Compares the messages in the sources with those in the tables of the tests, so that a new message
+// needs a row.
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
@@ -12,15 +13,15 @@ namespace {
 
 using namespace support;
 
-// Messages that no row above reaches, and why.
+// Messages that no row of the tables reaches, with the reason.
 const std::set<std::string> kReachedElsewhere = {
-    "Out of memory",                       // without memory: other tests
-    "Failed to convert length animation",  // by a skeleton of its own: other tests
-    // By nothing: a frame reads records while there are fewer than animated nodes, and an unknown
-    // bone counts in both, so that the nodes left are never fewer than the records read.
+    "Out of memory",                       // needs a lack of memory; in other tests
+    "Failed to convert length animation",  // needs a special skeleton; in other tests
+    // No file gives this message. It needs a count of animated nodes below zero, but a frame has no
+    // more names than animated nodes are left.
     "Unrecoverable errors while parsing motion file",
 };
-// Of the sources' wide texts, those that are no messages.
+// The wide texts of the sources that are not messages.
 const std::set<std::string> kOtherTexts = {
     "Importing Acclaim Skeleton...",
     "Importing Acclaim Motion...",
@@ -40,7 +41,7 @@ const std::set<std::string> kOtherTexts = {
     "), ignoring...",
 };
 
-// What stands between L" and the quote behind it.
+// Returns the contents of the wide string literals.
 std::vector<std::string> WideTexts(const std::string& source) {
     std::vector<std::string> texts;
     for (std::size_t at = source.find("L\""); at != std::string::npos;

@@ -23,11 +23,11 @@ class MotionScene : public testing::Test {
   protected:
     void SetUp() override { StartSession(true); }
 
-    void Skeleton(const std::string& asf, bool nulls = true) {
+    void ImportAsf(const std::string& asf, bool nulls = true) {
         importer.SetOptions(nulls, true, false, true);
         ASSERT_EQ(ImportSkeleton(importer, asf), Outcome());
     }
-    void Import(const std::string& amc) {
+    void ImportAmc(const std::string& amc) {
         ASSERT_EQ(ImportMotion(importer, amc), Outcome());
         EXPECT_FALSE(importer.WasParsing());
         EXPECT_THAT(SceneProblems(true), IsEmpty());
@@ -41,8 +41,8 @@ class MotionScene : public testing::Test {
 };
 
 TEST_F(MotionScene, HasACurveForEachChannel) {
-    Skeleton(kSampleAsf);
-    Import(kSampleAmc);
+    ImportAsf(kSampleAsf);
+    ImportAmc(kSampleAmc);
     EXPECT_THAT(MotionCurves(),
                 UnorderedElementsAre(Key("root.kine.local.posx"), Key("root.kine.local.posy"),
                                      Key("root.kine.local.posz"), Key("root.kine.local.rotx"),
@@ -59,15 +59,15 @@ TEST_F(MotionScene, HasACurveForEachChannel) {
 }
 
 TEST_F(MotionScene, DrivesLengthsOfBones) {
-    Skeleton(kSampleAsf, false);
-    Import(kSampleAmc);
+    ImportAsf(kSampleAsf, false);
+    ImportAmc(kSampleAmc);
     EXPECT_EQ(MotionCurves().size(), 16u);
     EXPECT_EQ(Curve("arm.bone.length"), (TestCurve{{1, 2, 3}, {1, 1.25, 1.5}}));
 }
 
 TEST_F(MotionScene, LeavesTheModelInItsBasePose) {
-    Skeleton(kSampleAsf);
-    Import(kSampleAmc);
+    ImportAsf(kSampleAsf);
+    ImportAmc(kSampleAmc);
     EXPECT_THAT(ObjectNamed("root").local, ElementsAre(1, 2, 3, 0, 0, 0));
     EXPECT_THAT(CommandLines(), ElementsAre("DeleteObj(skel.root.FcurvePset) 0",
                                             "ApplyAction(skel.skel_BasePose, skel) 0"));
@@ -83,7 +83,7 @@ struct RateRow {
 };
 const RateRow kRates[] = {
     {"None", "", 120 * kThirtieth},
-    {"Hundredtwenty", ":SAMPLES-PER-SECOND 120\n", 120 * (1.0 / 120)},
+    {"HundredTwenty", ":SAMPLES-PER-SECOND 120\n", 120 * (1.0 / 120)},
     {"OtherLetters", "# a\n:samples-per-second\n\n 60\n", 120 * (1.0 / 60)},
     {"One", ":SAMPLES-PER-SECOND 1\n", 120 * kThirtieth},
     {"Zero", ":SAMPLES-PER-SECOND 0\n", 120 * kThirtieth},
@@ -94,86 +94,86 @@ const RateRow kRates[] = {
 class MotionRate : public MotionScene, public testing::WithParamInterface<RateRow> {};
 
 TEST_P(MotionRate, GivesTheEndOfTheMotion) {
-    Skeleton(":version 1\n:root order tx");
+    ImportAsf(":version 1\n:root order tx");
     std::string frames;
     for (int frame = 1; frame <= 120; ++frame)
         frames += std::to_string(frame) + "\nroot 0\n";
-    Import(GetParam().head + std::string(":Fully-Specified\n") + frames);
+    ImportAmc(GetParam().head + std::string(":Fully-Specified\n") + frames);
     EXPECT_EQ(ActionNamed("motion").animEnd, GetParam().end);
 }
 
 INSTANTIATE_TEST_SUITE_P(, MotionRate, testing::ValuesIn(kRates),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(MotionScene, EndsAtTheHighestNumberWithoutSign) {
-    Skeleton(":version 1\n:root order tx");
+TEST_F(MotionScene, EndsAtTheHighestUnsignedFrameNumber) {
+    ImportAsf(":version 1\n:root order tx");
     ASSERT_EQ(ImportMotion(importer, ":fully-specified\n9\nroot 1\n-1\nroot 2\n3\nroot 3"),
               Outcome());
     EXPECT_EQ(ActionNamed("motion").animEnd, 4294967295.0 * kThirtieth);
 }
 
-TEST_F(MotionScene, KeepsTheRateForWhatFollows) {
-    Skeleton(":version 1\n:root order tx");
-    Import(":SAMPLES-PER-SECOND 50\n:fully-specified\n1\nroot 1");
-    Import(":fully-specified\n10\nroot 1");
+TEST_F(MotionScene, KeepsTheRateForLaterImports) {
+    ImportAsf(":version 1\n:root order tx");
+    ImportAmc(":SAMPLES-PER-SECOND 50\n:fully-specified\n1\nroot 1");
+    ImportAmc(":fully-specified\n10\nroot 1");
     EXPECT_EQ(ActionNamed("motion1").animEnd, 10 * (1.0 / 50));
     StartSession(true);
-    Skeleton(":version 1\n:root order tx");
+    ImportAsf(":version 1\n:root order tx");
     EXPECT_EQ(ActionNamed("skel_BasePose").animEnd, 5 * (1.0 / 50));
 }
 
 // --- Angle units ---
 
-TEST_F(MotionScene, MayBeInRadiansWhereTheSkeletonIs) {
-    Skeleton(":version 1\n:units angle rad\n:root order rx");
-    Import(":FULLY-SPECIFIED\n:Radians\n1\nroot 0");
+TEST_F(MotionScene, MayBeInRadiansIfTheSkeletonIs) {
+    ImportAsf(":version 1\n:units angle rad\n:root order rx");
+    ImportAmc(":FULLY-SPECIFIED\n:Radians\n1\nroot 0");
     EXPECT_EQ(ImportMotion(importer, ":fully-specified\n:DEGREES\n1\nroot 0").message,
               "Incompatible AMC file. File must use same angle units as the ASF file");
 }
 
 TEST_F(MotionScene, MayLeaveItsUnitToTheSkeleton) {
-    Skeleton(":version 1\n:units angle rad\n:root order tx");
-    Import(":fully-specified\n1\nroot 7");
+    ImportAsf(":version 1\n:units angle rad\n:root order tx");
+    ImportAmc(":fully-specified\n1\nroot 7");
     EXPECT_EQ(Curve("root.kine.local.posx"), (TestCurve{{1}, {7}}));
     EXPECT_THAT(LogLines(), IsEmpty());
 }
 
-// A comment before the first frame costs that frame, as it does between frames.
+// A comment before the first frame makes the parser lose that frame, as it does between frames.
 TEST_F(MotionScene, LosesTheFrameAfterAComment) {
-    Skeleton(":version 1\n:root order tx");
-    Import(":fully-specified # :radians\n1\nroot 7\n2\nroot 8");
+    ImportAsf(":version 1\n:root order tx");
+    ImportAmc(":fully-specified # :radians\n1\nroot 7\n2\nroot 8");
     EXPECT_EQ(Curve("root.kine.local.posx"), (TestCurve{{2}, {8}}));
     EXPECT_THAT(LogLines(), ElementsAre("4: Invalid keyword found (1) at line 2, ignoring...",
                                         "4: Invalid keyword found (root) at line 3, ignoring..."));
 }
 
-// --- Little or nothing to import ---
+// --- Motions with few or no keys ---
 
 TEST_F(MotionScene, WithoutFramesHasCurvesWithoutKeys) {
     for (const bool nulls : {true, false}) {
         StartSession(true);
-        Skeleton(kSampleAsf, nulls);
-        Import(":fully-specified\n:degrees\n");
+        ImportAsf(kSampleAsf, nulls);
+        ImportAmc(":fully-specified\n:degrees\n");
         EXPECT_EQ(MotionCurves().size(), nulls ? 18u : 16u);
         EXPECT_EQ(Curve("back.kine.local.rotx"), TestCurve());
         EXPECT_EQ(ActionNamed("motion").animEnd, 0.0);
     }
 }
 
-TEST_F(MotionScene, WithoutANodeIsEmpty) {
-    Skeleton(":version 1");
-    Import(":fully-specified\n1\nroot 1");
+TEST_F(MotionScene, WithoutNodesIsEmpty) {
+    ImportAsf(":version 1");
+    ImportAmc(":fully-specified\n1\nroot 1");
     EXPECT_THAT(MotionCurves(), IsEmpty());
     EXPECT_THAT(CommandLines(), ElementsAre("DeleteObj(skel.FcurvePset) 0",
                                             "ApplyAction(skel.skel_BasePose, skel) 0"));
 }
 
-// A bone that no frame names keeps its base pose, whatever the passes do to the others.
+// A bone that no frame names keeps its base pose, whatever the conversions do to the other bones.
 TEST_F(MotionScene, HasNoCurveForABoneThatNeverAppears) {
     for (const bool nulls : {true, false}) {
         StartSession(true);
-        Skeleton(kSampleAsf, nulls);
-        Import(":fully-specified\n1\nroot 1 2 3 4 5 6\nback 1 2 3\nnobody\n");
+        ImportAsf(kSampleAsf, nulls);
+        ImportAmc(":fully-specified\n1\nroot 1 2 3 4 5 6\nback 1 2 3\nnobody\n");
         EXPECT_THAT(MotionCurves(),
                     UnorderedElementsAre(Key("root.kine.local.posx"), Key("root.kine.local.posy"),
                                          Key("root.kine.local.posz"), Key("root.kine.local.rotx"),

@@ -1,4 +1,4 @@
-// What the frames of an AMC file make of the channels' keys, and the warnings about the rest.
+// The keys that the parser makes of the frames of an AMC file, and its warnings about other text.
 #include <clocale>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,11 +14,12 @@ using namespace support;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class AmcKeys : public testing::Test {
+class AmcParser : public testing::Test {
   protected:
     void SetUp() override { std::setlocale(LC_CTYPE, "C.UTF-8"); }
 
-    // Bones a, b, c, … with these degrees of freedom, below a root with these channels.
+    // Parses a root with the channels of `order`, and bones a, b, c... with the degrees of freedom
+    // in `dofs`.
     void Skeleton(const std::string& order, const std::vector<std::string>& dofs,
                   const std::string& units = "") {
         std::string text =
@@ -37,7 +38,7 @@ class AmcKeys : public testing::Test {
     ParsedAcclaim parsed;
 };
 
-TEST_F(AmcKeys, AreTimedWithTheFramesOwnNumbers) {
+TEST_F(AmcParser, TimesKeysWithTheNumbersOfTheFrames) {
     Skeleton("tx ry", {"rz |"});
     Parse("7\nroot 1 2\na 3 4\n9\nroot 5 6\na 7 8\n");
     EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{7, 9}, {1, 5}}));
@@ -48,20 +49,20 @@ TEST_F(AmcKeys, AreTimedWithTheFramesOwnNumbers) {
     EXPECT_THAT(parsed.Warnings(), IsEmpty());
 }
 
-TEST_F(AmcKeys, KeepAnyNumbersOfFrames) {
+TEST_F(AmcParser, AcceptsAnyFrameNumbers) {
     Skeleton("tx", {});
     Parse("3\nroot 1\n3\nroot 2\n-2\nroot 3\n0\nroot 4\n12abc\nroot 5");
     EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{3, 3, -2, 0, 12}, {1, 2, 3, 4, 5}}));
 }
 
-TEST_F(AmcKeys, AreReadWithoutLines) {
+TEST_F(AmcParser, NeedsNoLineBreaks) {
     Skeleton("tx ty", {"rx"});
     Parse("1 root (1, 2) a 3 2 root 4 5 # a comment\n a 6");
     EXPECT_THAT(Values("root", 1), ElementsAre(2, 5));
     EXPECT_THAT(Values("a", 0), ElementsAre(3, 6));
 }
 
-TEST_F(AmcKeys, AreFoundByNameInTheFirstFrameAndByPositionLater) {
+TEST_F(AmcParser, FindsBonesByNameInTheFirstFrameAndByPositionLater) {
     Skeleton("tx", {"rx", "ry"});
     Parse("1\nB 1\nRoot 2\na 3\n2\nroot 4\na 5\nb 6\n3\nx 7\ny 8\nz 9\n");
     EXPECT_THAT(Values("b", 0), ElementsAre(1, 4, 7));
@@ -69,7 +70,7 @@ TEST_F(AmcKeys, AreFoundByNameInTheFirstFrameAndByPositionLater) {
     EXPECT_THAT(Values("a", 0), ElementsAre(3, 6, 9));
 }
 
-TEST_F(AmcKeys, HoldDegreesForRadians) {
+TEST_F(AmcParser, ConvertsRadiansToDegrees) {
     Skeleton("tx rx", {"rz |"}, "angle rad length 2");
     Parse("1\nroot 1 1\na 1 1");
     EXPECT_THAT(Values("root", 0), ElementsAre(1.0));
@@ -78,7 +79,7 @@ TEST_F(AmcKeys, HoldDegreesForRadians) {
     EXPECT_THAT(Values("a", 1), ElementsAre(2.0));
 }
 
-TEST_F(AmcKeys, ScalePlacesOnlyByAGivenFactor) {
+TEST_F(AmcParser, ScalesPositionsOnlyByAGivenFactor) {
     parsed.parser.OverrideLengthMultiplier(true, 10.0);
     Skeleton("tx rx", {"|"}, "length 2");
     Parse("1\nroot 1 1\na 1");
@@ -100,9 +101,9 @@ const LimitRow kLimits[] = {
     {"NotNumbers", "(nan nan)", -45, 50},
 };
 
-class Limits : public AmcKeys, public testing::WithParamInterface<LimitRow> {};
+class Limits : public AmcParser, public testing::WithParamInterface<LimitRow> {};
 
-TEST_P(Limits, HoldValuesWhenAsked) {
+TEST_P(Limits, LimitValuesOnlyWhenAsked) {
     for (const bool apply : {false, true}) {
         parsed.parser.ApplyLimits(apply);
         Skeleton("tx", {std::string("rx\n limits ") + GetParam().limits});
@@ -117,8 +118,8 @@ TEST_P(Limits, HoldValuesWhenAsked) {
 INSTANTIATE_TEST_SUITE_P(, Limits, testing::ValuesIn(kLimits),
                          [](const auto& row) { return std::string(row.param.name); });
 
-// Degrees against degrees, file units against file units.
-TEST_F(AmcKeys, AreLimitedBeforeTheyAreScaled) {
+// Angles are compared with their limits in degrees, lengths in the unit of the file.
+TEST_F(AmcParser, LimitsLengthsBeforeItScalesThem) {
     parsed.parser.ApplyLimits(true);
     Skeleton("tx", {"| rx\n limits (1 5) (-1 1)"}, "length 2 angle rad");
     Parse("1\nroot 0\na 9 2");
@@ -126,9 +127,9 @@ TEST_F(AmcKeys, AreLimitedBeforeTheyAreScaled) {
     EXPECT_THAT(Values("a", 1), ElementsAre(math::kDegreesPerRadian));
 }
 
-TEST_F(AmcKeys, LeaveOutIgnoredChannels) {
+TEST_F(AmcParser, MakesNoKeysForIgnoredChannels) {
     Skeleton("tx", {"tx rx ty", "tz"});
-    // The bone with nothing but an ignored channel is not waited for.
+    // The second bone has only an ignored channel, so a frame is complete without it.
     Parse("1\nroot 1\na 2 3 4\n2\nroot 5\na 6 7 8\n");
     EXPECT_THAT(Values("a", 0), IsEmpty());
     EXPECT_THAT(Values("a", 1), ElementsAre(3, 7));
@@ -136,7 +137,7 @@ TEST_F(AmcKeys, LeaveOutIgnoredChannels) {
     EXPECT_THAT(parsed.Warnings(), IsEmpty());
 }
 
-TEST_F(AmcKeys, WarnOfARecordTooMany) {
+TEST_F(AmcParser, WarnsOfOneRecordTooMany) {
     Skeleton("tx", {"rx", "tz"});
     Parse("1\nroot 1\na 2\nb 3\n2\nroot 5\na 6\nb 7\n");
     EXPECT_THAT(Values("a", 0), ElementsAre(2, 6));
@@ -144,16 +145,16 @@ TEST_F(AmcKeys, WarnOfARecordTooMany) {
                                                "Invalid keyword found (b) at line 8, ignoring..."));
 }
 
-TEST_F(AmcKeys, TakeTheValuesOfABoneThatIsNotAnimated) {
+TEST_F(AmcParser, ConsumesTheValuesOfABoneThatIsNotAnimated) {
     Skeleton("tx", {"rx", "tz"});
     Parse("1\nroot 1\nb 3\n2\nroot 5\nb 7");
     EXPECT_THAT(Values("root", 0), ElementsAre(1, 5));
     EXPECT_THAT(Values("a", 0), IsEmpty());
 }
 
-// --- What is passed over ---
+// --- Skipped text ---
 
-TEST_F(AmcKeys, PassOverLinesBetweenFrames) {
+TEST_F(AmcParser, SkipsOtherLinesBetweenFrames) {
     Skeleton("tx", {});
     Parse("word 1 2 3\n1\nroot 1\n:fully-specified 2\n\n  lost words\n2\nroot 2\n");
     EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{1, 2}, {1, 2}}));
@@ -163,8 +164,8 @@ TEST_F(AmcKeys, PassOverLinesBetweenFrames) {
                             "Invalid keyword found (lost) at line 6, ignoring..."));
 }
 
-// The token behind a comment is met as one that is no number.
-TEST_F(AmcKeys, LoseTheFrameAfterAComment) {
+// The parser does not recognise the token after a comment as a frame number.
+TEST_F(AmcParser, LosesTheFrameAfterAComment) {
     Skeleton("tx", {});
     Parse("1\nroot 1\n# note\n2\nroot 2\n3\nroot 3\n# end");
     EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{1, 3}, {1, 3}}));
@@ -173,7 +174,7 @@ TEST_F(AmcKeys, LoseTheFrameAfterAComment) {
                             "Invalid keyword found (root) at line 5, ignoring..."));
 }
 
-TEST_F(AmcKeys, EndWithALastLineThatIsPassedOver) {
+TEST_F(AmcParser, SkipsALastLineThatIsNoFrame) {
     Skeleton("tx", {});
     Parse("1\nroot 1\nend of 2 frames");
     EXPECT_EQ(parsed.skeleton.frameCount, 1u);
@@ -181,7 +182,7 @@ TEST_F(AmcKeys, EndWithALastLineThatIsPassedOver) {
                 ElementsAre("Invalid keyword found (end) at line 3, ignoring..."));
 }
 
-TEST_F(AmcKeys, WarnOfAnyBytes) {
+TEST_F(AmcParser, WarnsOfKeywordsOfAnyBytes) {
     Skeleton("tx", {});
     const std::string word(10000, 'w');
     Parse(
@@ -200,7 +201,7 @@ TEST_F(AmcKeys, WarnOfAnyBytes) {
 
 // --- Unknown bones ---
 
-TEST_F(AmcKeys, OfAnUnknownBoneCostTwoRecordsOfTheFrame) {
+TEST_F(AmcParser, LosesTwoRecordsOfTheFrameToAnUnknownBone) {
     Skeleton("tx", {"rx", "ry", "rz"});
     Parse("1\nroot 1\nnobody\na 2\n2\nroot 3\na 4\nb 5\n3\nroot 6\na 7\nb 8\n");
     EXPECT_EQ(parsed.Keys("root", 0), (TestCurve{{1, 2, 3}, {1, 3, 6}}));
@@ -210,15 +211,15 @@ TEST_F(AmcKeys, OfAnUnknownBoneCostTwoRecordsOfTheFrame) {
                             "ignoring..."));
 }
 
-// Its first value stands for the frames before, and a bone that is never reached has no keys.
-TEST_F(AmcKeys, OfABoneThatAppearsLateBeginWithTheFirst) {
+// A bone that never appears has no keys.
+TEST_F(AmcParser, RepeatsTheFirstValueOfABoneThatAppearsLate) {
     Skeleton("tx", {"rx", "ry", "rz"});
     Parse("1\nroot 1\nnobody\na 2\n2\nroot 3\na 4\nb 5\n3\nroot 6\na 7\nb 8\n");
     EXPECT_EQ(parsed.Keys("b", 0), (TestCurve{{1, 2, 3}, {5, 5, 8}}));
     EXPECT_EQ(parsed.Keys("c", 0), TestCurve());
 }
 
-TEST_F(AmcKeys, OfAnUnknownBonesValuesCostMore) {
+TEST_F(AmcParser, LosesMoreRecordsIfTheUnknownBoneHasValues) {
     Skeleton("tx", {"rx", "ry", "rz", "rx", "ry"});
     Parse("1\nnobody 5 6\nroot 1\n2\nroot 2\na 3\nb 4\n");
     EXPECT_THAT(parsed.Warnings(),
@@ -226,12 +227,12 @@ TEST_F(AmcKeys, OfAnUnknownBonesValuesCostMore) {
                             "Unknown bone (5) referenced in AMC file at line 2, ignoring...",
                             "Unknown bone (6) referenced in AMC file at line 2, ignoring...",
                             "Invalid keyword found (root) at line 3, ignoring..."));
-    // Three of six are left, and two frames were begun.
+    // Three of the six animated nodes are left, and two frames were started.
     EXPECT_EQ(parsed.Keys("b", 0), (TestCurve{{1, 2}, {4, 4}}));
     EXPECT_EQ(parsed.Keys("c", 0), TestCurve());
 }
 
-TEST_F(AmcKeys, ArePlacedByThePositionThatIsStillFree) {
+TEST_F(AmcParser, AddsABoneAtTheNextFreePosition) {
     Skeleton("tx", {"rx", "ry"});
     Parse("1\nnobody\nb 1\n2\nx 2\nroot 3\n");
     EXPECT_EQ(parsed.Keys("b", 0), (TestCurve{{1, 2}, {1, 2}}));
@@ -239,7 +240,7 @@ TEST_F(AmcKeys, ArePlacedByThePositionThatIsStillFree) {
     EXPECT_EQ(parsed.Keys("a", 0), TestCurve());
 }
 
-TEST_F(AmcKeys, AreNoneWhereNoBoneIsKnown) {
+TEST_F(AmcParser, MakesNoKeysIfNoBoneIsKnown) {
     Skeleton("tx", {"rx"});
     Parse("1\nx\n2\ny\n3\n4\n5\n");
     EXPECT_EQ(parsed.skeleton.frameCount, 5u);
@@ -249,14 +250,14 @@ TEST_F(AmcKeys, AreNoneWhereNoBoneIsKnown) {
 
 // --- Nothing to read ---
 
-TEST_F(AmcKeys, AreNotLookedForWithoutAnimatedBones) {
+TEST_F(AmcParser, ReadsNothingWithoutAnimatedBones) {
     Skeleton("", {"tx", ""});
     Parse("not a motion\n");
     EXPECT_EQ(parsed.skeleton.frameCount, 0u);
     EXPECT_THAT(parsed.Warnings(), IsEmpty());
 }
 
-TEST_F(AmcKeys, AreNotLookedForWithoutASkeleton) {
+TEST_F(AmcParser, ReadsNothingWithoutASkeleton) {
     ASSERT_EQ(parsed.Parse(":version 1"), (Outcome{1, "", 0}));
     Parse("not a motion\n");
     EXPECT_THAT(parsed.Warnings(), IsEmpty());

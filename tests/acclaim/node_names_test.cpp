@@ -13,14 +13,14 @@ TEST(NodeNames, AreFoundInAnyLetterCase) {
 }
 
 // Letters of other alphabets are bytes like any other.
-TEST(NodeNames, FoldAsciiAlone) {
+TEST(NodeNames, IgnoreTheCaseOfAsciiLettersOnly) {
     NodeNames names;
     names.Add("\xC4", 1);
     EXPECT_EQ(names.Find("\xE4"), NodeNames::kNone);
     EXPECT_EQ(names.Find("\xC4"), 1u);
 }
 
-TEST(NodeNames, GiveTheLowestOfEqualNames) {
+TEST(NodeNames, FindTheLowestIndexOfEqualNames) {
     NodeNames names;
     names.Add("a", 7);
     names.Add("A", 2);
@@ -34,7 +34,7 @@ TEST(NodeNames, GiveTheLowestOfEqualNames) {
     EXPECT_EQ(names.Find("a"), NodeNames::kNone);
 }
 
-TEST(NodeNames, AreForgotten) {
+TEST(NodeNames, AreRemovedByClear) {
     NodeNames names;
     names.Add("a", 1);
     names.Clear();

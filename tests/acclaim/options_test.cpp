@@ -1,4 +1,4 @@
-// The same files under the options, and the names and texts of the wide world.
+// What each option makes of a skeleton, and unusual names of bones.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <ostream>
@@ -111,7 +111,7 @@ TEST_P(AcclaimOptions, DecideWhichObjectsTheSkeletonHas) {
 INSTANTIATE_TEST_SUITE_P(, AcclaimOptions, testing::ValuesIn(kSkeletons),
                          [](const auto& row) { return std::string(row.param.name); });
 
-// --- texts ---
+// --- names ---
 
 struct OddName {
     const char* name;

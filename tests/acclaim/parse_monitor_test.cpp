@@ -1,4 +1,4 @@
-// What the parser asks and reports while it runs, without an importer.
+// What the parser asks its monitor and reports to it while it runs, without an importer.
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -11,7 +11,8 @@ namespace {
 
 using namespace support;
 
-// Writes down what the parser asks and reports, and cancels at a poll, counted from 1; 0 for never.
+// Records what the parser asks and reports. Cancels at poll `cancelAt`, counted from 1; 0 never
+// cancels.
 class Monitor : public ParseMonitor {
   public:
     explicit Monitor(int cancelAt = 0) : cancelAt_(cancelAt) {}
@@ -30,7 +31,7 @@ class Monitor : public ParseMonitor {
     int cancelAt_;
 };
 
-// Parses both files with the parser alone. The motion only when the skeleton was parsed.
+// Parses a skeleton with the parser alone and, if that succeeds, a motion for it.
 class Pair {
   public:
     explicit Pair(ParseMonitor& monitor) : parser_(file_, skeleton_, allowances_, monitor) {}
@@ -58,7 +59,7 @@ class Pair {
     AcclaimParser parser_;
 };
 
-TEST(AcclaimMonitor, IsToldOfProgressBySection) {
+TEST(AcclaimMonitor, IsToldTheProgressOfEachSection) {
     Monitor monitor;
     EXPECT_EQ(Pair(monitor).Parse(kSampleAsf, kSampleAmc), 0);
     // The name, the root, the bones and the hierarchy of the skeleton; three parts of the motion.
@@ -69,7 +70,7 @@ TEST(AcclaimMonitor, IsToldOfProgressBySection) {
 TEST(AcclaimMonitor, MayCancelAtEachPoll) {
     Monitor all;
     ASSERT_EQ(Pair(all).Parse(kSampleAsf, kSampleAmc), 0);
-    // One a section, node and value, four around the motion and one a channel.
+    // There is a poll for each section, node, value and channel, and a few more.
     ASSERT_GT(all.polls, 60);
     for (int poll = 1; poll <= all.polls; ++poll) {
         Monitor monitor(poll);
@@ -80,7 +81,7 @@ TEST(AcclaimMonitor, MayCancelAtEachPoll) {
     }
 }
 
-TEST(AcclaimMonitor, IsWarnedAtOnce) {
+TEST(AcclaimMonitor, IsToldEachWarning) {
     Monitor monitor;
     EXPECT_EQ(Pair(monitor).Parse(":version 1\n:root order tx",
                                   ":fully-specified\n1\nroot 1\nlost\n2\nroot 2\n"),
@@ -109,7 +110,7 @@ const HeaderRow kHeaders[] = {
 
 class MotionHeader : public testing::TestWithParam<HeaderRow> {};
 
-TEST_P(MotionHeader, FailsInTheParser) {
+TEST_P(MotionHeader, IsRefusedByTheParser) {
     Monitor monitor;
     Pair pair(monitor);
     EXPECT_EQ(StatusText(pair.Parse(":version 1\n:root order tx", GetParam().amc)),

@@ -1,4 +1,4 @@
-// What the sections of an ASF file make of the nodes.
+// The nodes that the parser makes of the sections of an ASF file.
 #include <clocale>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,11 +16,11 @@ using testing::ElementsAre;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-class AsfNodes : public testing::Test {
+class AsfParser : public testing::Test {
   protected:
     void SetUp() override { std::setlocale(LC_CTYPE, "C.UTF-8"); }
 
-    // The text from behind the version line; it must be good.
+    // Parses a valid file; `text` is what follows its version line.
     void Parse(const std::string& text) {
         ASSERT_EQ(parsed.Parse(":version 1.10\n" + text), (Outcome{1, "", 0}));
     }
@@ -41,7 +41,7 @@ class AsfNodes : public testing::Test {
     ParsedAcclaim parsed;
 };
 
-TEST_F(AsfNodes, HaveTheRootsValues) {
+TEST_F(AsfParser, ReadsTheRoot) {
     Parse(":units length 0.5\n:root order tx TZ ry\n position 1 2 3 orientation 4 5 6 axis xyz");
     const MOCAPMODEL& root = parsed.Node("ROOT");
     EXPECT_THAT(Types(root), ElementsAre(1, 3, 5, 0, 0, 0, 0));
@@ -53,7 +53,7 @@ TEST_F(AsfNodes, HaveTheRootsValues) {
     EXPECT_EQ(root.parent, nullptr);
 }
 
-TEST_F(AsfNodes, HaveABonesValues) {
+TEST_F(AsfParser, ReadsABone) {
     Parse(
         ":units length 0.45 mass 1\n"
         ":bonedata begin\n id -7\n NAME Hip\n direction 1 -2 .5\n length 10\n"
@@ -67,7 +67,7 @@ TEST_F(AsfNodes, HaveABonesValues) {
     EXPECT_EQ(parsed.skeleton.channelCount, 3u);
 }
 
-TEST_F(AsfNodes, HoldRadiansAsDegrees) {
+TEST_F(AsfParser, ConvertsRadiansToDegrees) {
     Parse(
         ":units angle rad\n"
         ":root orientation 0 0 1\n"
@@ -81,7 +81,7 @@ TEST_F(AsfNodes, HoldRadiansAsDegrees) {
     EXPECT_EQ(bone.channels.begin()[2].maxLimit, 1.0);
 }
 
-TEST_F(AsfNodes, TakeTheLengthFactorInForceWhereTheBoneEnds) {
+TEST_F(AsfParser, UsesTheLengthFactorThatAppliesAtTheEndOfTheBone) {
     Parse(
         ":bonedata begin name a length 2\n end\n:units length 3\n"
         ":bonedata begin name b length 2\n end");
@@ -89,14 +89,14 @@ TEST_F(AsfNodes, TakeTheLengthFactorInForceWhereTheBoneEnds) {
     EXPECT_EQ(parsed.Node("b").length, 6.0);
 }
 
-TEST_F(AsfNodes, TakeTheGivenLengthFactorBeforeTheFiles) {
+TEST_F(AsfParser, PrefersTheGivenLengthFactorToTheFiles) {
     parsed.parser.OverrideLengthMultiplier(true, 10.0);
     Parse(":units length 3\n:root position 1 1 1\n:bonedata begin name a length 2\n end");
     EXPECT_EQ(parsed.Node("a").length, 20.0);
     EXPECT_EQ(parsed.Node("root").offset[0], 1.0);
 }
 
-TEST_F(AsfNodes, KeepTheGivenLengthFactorUntilAFileNamesOne) {
+TEST_F(AsfParser, KeepsTheGivenLengthFactorUntilAFileNamesOne) {
     parsed.parser.OverrideLengthMultiplier(true, 10.0);
     parsed.parser.OverrideLengthMultiplier(false, 99.0);
     Parse(
@@ -106,14 +106,14 @@ TEST_F(AsfNodes, KeepTheGivenLengthFactorUntilAFileNamesOne) {
     EXPECT_EQ(parsed.Node("b").length, 6.0);
 }
 
-TEST_F(AsfNodes, AcceptAChannelNamedTwiceInALine) {
+TEST_F(AsfParser, AcceptsARepeatedChannelInALine) {
     Parse(":root order tx tx\n:bonedata begin name a\n dof rx rx\n end");
     EXPECT_THAT(Types(parsed.Node("root")), ElementsAre(1, 1, 0, 0, 0, 0, 0));
     EXPECT_THAT(Types(parsed.Node("a")), ElementsAre(4, 4, 0, 0, 0, 0, 0));
     EXPECT_EQ(parsed.skeleton.channelCount, 4u);
 }
 
-TEST_F(AsfNodes, StartASecondLineOfChannelsAtTheFirstSlot) {
+TEST_F(AsfParser, StartsASecondLineOfChannelsAtTheFirstSlot) {
     Parse(
         ":root\n order tx ty tz rx\n order ry rz\n"
         ":bonedata begin name a\n dof rx ry rz | tx ty tz\n dof rz\n end");
@@ -122,14 +122,14 @@ TEST_F(AsfNodes, StartASecondLineOfChannelsAtTheFirstSlot) {
     EXPECT_EQ(parsed.skeleton.channelCount, 11u);
 }
 
-TEST_F(AsfNodes, FillAllSevenSlots) {
+TEST_F(AsfParser, FillsAllSevenSlots) {
     Parse(
         ":root order tx ty tz rx ry rz rz\n:bonedata begin name a\n dof tx ty tz rx ry rz |\n end");
     EXPECT_THAT(Types(parsed.Node("root")), ElementsAre(1, 2, 3, 4, 5, 6, 6));
     EXPECT_THAT(Types(parsed.Node("a")), ElementsAre(255, 255, 255, 4, 5, 6, 7));
 }
 
-TEST_F(AsfNodes, ReadALimitForEachSlot) {
+TEST_F(AsfParser, ReadsALimitForEachSlot) {
     Parse(":bonedata begin name a\n dof rx ty rz\n limits (-10 20)\n (-inf, inf) (0.0 -0)\n end");
     const auto* const channels = parsed.Node("a").channels.begin();
     EXPECT_TRUE(channels[0].hasMinLimit && channels[0].hasMaxLimit);
@@ -142,12 +142,12 @@ TEST_F(AsfNodes, ReadALimitForEachSlot) {
     EXPECT_FALSE(channels[3].hasMinLimit || channels[3].hasMaxLimit);
 }
 
-TEST_F(AsfNodes, PassOverLimitsBeforeTheirChannels) {
+TEST_F(AsfParser, SkipsLimitsBeforeTheirChannels) {
     Parse(":bonedata begin name a\n limits (-10 20)\n (-1 1)\n dof rx\n end");
     EXPECT_FALSE(parsed.Node("a").channels.begin()[0].hasMinLimit);
 }
 
-TEST_F(AsfNodes, TakeAnglesInOtherOrdersOfAxes) {
+TEST_F(AsfParser, ConvertsAnglesFromOtherAxisOrders) {
     for (const char* order : {"xzy", "YXZ", "yzx", "ZXY", "zyx"}) {
         const double degrees[3] = {10, 20, 30};
         double radians[3], expected[3];
@@ -165,7 +165,7 @@ TEST_F(AsfNodes, TakeAnglesInOtherOrdersOfAxes) {
     }
 }
 
-TEST_F(AsfNodes, TakeRadiansInOtherOrdersOfAxes) {
+TEST_F(AsfParser, ConvertsRadiansFromOtherAxisOrders) {
     const double radians[3] = {0.1, 0.2, 0.3};
     double expected[3];
     RotationToXYZ(radians, "zyx", expected[0], expected[1], expected[2]);
@@ -178,22 +178,22 @@ TEST_F(AsfNodes, TakeRadiansInOtherOrdersOfAxes) {
     }
 }
 
-TEST_F(AsfNodes, TakeTheAxisOrderNamedBeforeTheOrientation) {
+TEST_F(AsfParser, IgnoresAnAxisOrderAfterTheOrientation) {
     Parse(":root orientation 10 20 30\n axis zyx");
     EXPECT_THAT(Vector(parsed.Node("root").orientation), ElementsAre(10, 20, 30));
 }
 
-TEST_F(AsfNodes, PassOverAnUnknownSectionBeforeAnother) {
+TEST_F(AsfParser, SkipsUnknownSections) {
     Parse(":skin\n# of no use\n:units length 2\n:bonedata begin name a length 2\n end\n:muscle");
     EXPECT_EQ(parsed.Node("a").length, 4.0);
 }
 
-TEST_F(AsfNodes, PassOverComments) {
+TEST_F(AsfParser, SkipsComments) {
     Parse("#c\n:root #c\n order tx #ty\n#position 4 5 6\n position 1 2 3#c\n");
     EXPECT_THAT(Types(parsed.Node("root")), ElementsAre(1, 0, 0, 0, 0, 0, 0));
 }
 
-TEST_F(AsfNodes, PassOverCommentsAfterChannelsAndChildren) {
+TEST_F(AsfParser, SkipsCommentsAfterChannelsAndChildren) {
     Parse(
         ":root order tx\n:bonedata begin name a length 1\n dof rx #ry\n end begin name b\n end\n"
         ":hierarchy begin\nroot a #b\nend");
@@ -202,24 +202,24 @@ TEST_F(AsfNodes, PassOverCommentsAfterChannelsAndChildren) {
     EXPECT_EQ(parsed.Node("b").parent, nullptr);
 }
 
-TEST_F(AsfNodes, EndWithACommentInTheLastLine) {
+TEST_F(AsfParser, AcceptsACommentInTheLastLine) {
     Parse(":units # length 2\n:bonedata begin name a length 2\n end # length 5 :root");
     EXPECT_THAT(Names(), ElementsAre("a"));
 }
 
-TEST_F(AsfNodes, ReadTheWordsAfterAnUnknownOneInTheLastLine) {
+TEST_F(AsfParser, ReadsTheWordsAfterAnUnknownOneInTheLastLine) {
     Parse(":bonedata begin name a bodymass 3 end");
     EXPECT_THAT(Names(), ElementsAre("a"));
 }
 
-TEST_F(AsfNodes, EndWhereTheFileEnds) {
+TEST_F(AsfParser, AcceptsAFileThatEndsInASection) {
     Parse(":units mass 1\n:root order tx\n:bonedata");
     EXPECT_TRUE(parsed.Node("root").isDetached);
     Parse(":root position 1 2 3\n order tx");
     EXPECT_THAT(Vector(parsed.Node("root").globalPosition), ElementsAre(1, 2, 3));
 }
 
-TEST_F(AsfNodes, EndAtANulByte) {
+TEST_F(AsfParser, StopsAtANulByte) {
     Parse(std::string(":root order tx \0 ty\n:bonedata begin", 34));
     EXPECT_THAT(Types(parsed.Node("root")), ElementsAre(1, 0, 0, 0, 0, 0, 0));
     EXPECT_THAT(Names(), ElementsAre("root"));
@@ -235,7 +235,7 @@ const std::string kBones =
     "begin name none\n end\n"
     "begin name c direction 0 0 1 length 0.01\n end\n:hierarchy begin\n";
 
-TEST_F(AsfNodes, StartAtTheEndsOfTheirParents) {
+TEST_F(AsfParser, PutsChildrenAtTheEndsOfTheirParents) {
     Parse(kBones + "root a\na b c\nend");
     const MOCAPMODEL& root = parsed.Node("root");
     const MOCAPMODEL& a = parsed.Node("a");
@@ -254,7 +254,7 @@ TEST_F(AsfNodes, StartAtTheEndsOfTheirParents) {
     EXPECT_EQ(a.boneChildCount, 2u);
 }
 
-TEST_F(AsfNodes, GetAnEndNodeIfTheyAreLongEnough) {
+TEST_F(AsfParser, AddsAnEndNodeToALeafThatIsLongEnough) {
     Parse(kBones + "root a\na b short none c\nend");
     EXPECT_THAT(Names(), ElementsAre("root", "a", "b", "short", "none", "c", "b_End", "c_End"));
     const MOCAPMODEL& end = parsed.Node("b_end");
@@ -271,7 +271,7 @@ TEST_F(AsfNodes, GetAnEndNodeIfTheyAreLongEnough) {
     EXPECT_EQ(parsed.Node("none").childCount, 0u);
 }
 
-TEST_F(AsfNodes, AreLooseBelowAShortBone) {
+TEST_F(AsfParser, DetachesTheChildrenOfAShortBone) {
     for (const std::string bone : {"short", "none"}) {
         Parse(kBones + "root " + bone + "\n" + bone + " a\nend");
         EXPECT_TRUE(parsed.Node("a").isDetached) << bone;
@@ -279,25 +279,25 @@ TEST_F(AsfNodes, AreLooseBelowAShortBone) {
     }
 }
 
-TEST_F(AsfNodes, NameTheRootAfterTheFirstLine) {
+TEST_F(AsfParser, NamesTheRootAfterTheFirstLineOfTheHierarchy) {
     Parse(kBones + "Hips a\nhips b\nend");
     EXPECT_THAT(Names(),
                 ElementsAre("Hips", "a", "b", "short", "none", "c", "a_End", "b_End", "c_End"));
     EXPECT_EQ(parsed.Node("a").parent, parsed.skeleton.models.front().get());
 }
 
-TEST_F(AsfNodes, LeaveARootThatIsCalledRootInOtherLetters) {
+TEST_F(AsfParser, KeepsTheNameOfARootIfOnlyItsLetterCaseDiffers) {
     Parse(kBones + "ROOT a\nend");
     EXPECT_STREQ(parsed.skeleton.models.front()->name.get(), "root");
 }
 
-// The first node of a name is the one that is meant, and names change.
-TEST_F(AsfNodes, FindTheFirstOfEqualNames) {
+// A name means the first node that has it.
+TEST_F(AsfParser, FindsTheFirstOfEqualNames) {
     Parse(":bonedata begin name A\n id 1 end begin name a\n id 2 end\n");
     EXPECT_EQ(parsed.Node("a").boneId, 1u);
 }
 
-TEST_F(AsfNodes, FindRootsOneAfterTheOther) {
+TEST_F(AsfParser, RenamesOneRootForEachHierarchy) {
     Parse(
         ":bonedata begin name hips\n id 5 end begin name x\n end\n"
         ":root position 1 1 1\n:root position 2 2 2\n"
@@ -309,22 +309,23 @@ TEST_F(AsfNodes, FindRootsOneAfterTheOther) {
     EXPECT_EQ(parsed.parser.FindModelByName("root"), nullptr);
 }
 
-TEST_F(AsfNodes, CountAChildAsOftenAsItIsNamed) {
+TEST_F(AsfParser, CountsAChildAsOftenAsItIsNamed) {
     Parse(kBones + "root a a\na a\nend");
     EXPECT_EQ(parsed.Node("root").childCount, 2u);
     EXPECT_EQ(parsed.Node("a").parent, &parsed.Node("a"));
     EXPECT_EQ(parsed.Node("a").childCount, 1u);
 }
 
-TEST_F(AsfNodes, EndOnceInSeveralHierarchies) {
+TEST_F(AsfParser, AddsEndNodesOnceInSeveralHierarchies) {
     Parse(kBones + "root a\nend\n:hierarchy begin\nroot b\nend\n:hierarchy begin\nend");
     EXPECT_THAT(Names(),
                 ElementsAre("root", "a", "b", "short", "none", "c", "a_End", "b_End", "c_End"));
-    // The nodes at the ends are leaves to the sections that follow, and too short to end in one.
+    // For the later hierarchies the end nodes are leaves, but too short to get end nodes
+    // themselves.
     EXPECT_TRUE(parsed.Node("a_End").isDetached);
 }
 
-TEST_F(AsfNodes, NeedNoMoreThanBeginAndEnd) {
+TEST_F(AsfParser, AcceptsAnEmptyHierarchy) {
     Parse(":hierarchy begin end");
     EXPECT_THAT(Names(), ElementsAre());
 }
@@ -357,9 +358,9 @@ void PrintTo(const DocumentationRow& row, std::ostream* out) {
     *out << row.text;
 }
 
-class Documentation : public AsfNodes, public testing::WithParamInterface<DocumentationRow> {};
+class Documentation : public AsfParser, public testing::WithParamInterface<DocumentationRow> {};
 
-TEST_P(Documentation, IsTheTextBehindTheKeyword) {
+TEST_P(Documentation, IsTheTextAfterTheKeyword) {
     Parse(GetParam().text);
     EXPECT_EQ(Utf8(parsed.parser.Facts().documentation.c_str()), Utf8(GetParam().documentation));
 }

@@ -1,4 +1,4 @@
-// Many additions at once against a plain loop, bit for bit.
+// Compares AddRepeatedly with a plain loop of additions, bit for bit.
 #include "acclaim/repeated_addition.h"
 
 #include <bit>
@@ -17,10 +17,10 @@ double AddOneByOne(double sum, double term, std::size_t times) {
     return sum;
 }
 
-::testing::AssertionResult AreAlike(double sum, double term, std::size_t times) {
+::testing::AssertionResult EqualsLoop(double sum, double term, std::size_t times) {
     const double expected = AddOneByOne(sum, term, times);
     const double found = AddRepeatedly(sum, term, times);
-    // Of results that are no numbers the sign is the processor's choice.
+    // The sign of a NaN result depends on the processor.
     if (std::isnan(expected) && std::isnan(found)) return ::testing::AssertionSuccess();
     if (std::bit_cast<std::uint64_t>(expected) == std::bit_cast<std::uint64_t>(found))
         return ::testing::AssertionSuccess();
@@ -62,25 +62,25 @@ const Row kRows[] = {
     {"NearlyOverflow", 0.0, kLargest / 200000},
     {"Infinite", 1.0, kInfinity},
     {"InfiniteAlready", kInfinity, -1.0},
-    {"NoNumber", kInfinity, -kInfinity},
-    {"NoNumberToStartWith", std::nan(""), 1.0},
-    {"NoNumberToAdd", 1.0, std::nan("")},
+    {"NanAsResult", kInfinity, -kInfinity},
+    {"NanAsSum", std::nan(""), 1.0},
+    {"NanAsTerm", 1.0, std::nan("")},
 };
 
 class RepeatedAddition : public testing::TestWithParam<Row> {};
 
-TEST_P(RepeatedAddition, IsTheLoops) {
+TEST_P(RepeatedAddition, EqualsTheLoop) {
     for (std::size_t times = 0; times < 200; ++times)
-        ASSERT_TRUE(AreAlike(GetParam().sum, GetParam().term, times));
-    ASSERT_TRUE(AreAlike(GetParam().sum, GetParam().term, 100000));
+        ASSERT_TRUE(EqualsLoop(GetParam().sum, GetParam().term, times));
+    ASSERT_TRUE(EqualsLoop(GetParam().sum, GetParam().term, 100000));
 }
 
 INSTANTIATE_TEST_SUITE_P(, RepeatedAddition, testing::ValuesIn(kRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
-// Terms of any size beside the sum, with few and with many digits: the latter round, the former end
-// half way often.
-TEST(RepeatedAdditionOfAnything, IsTheLoops) {
+// Terms of any size compared with the sum. Additions of terms with many digits are rounded; those
+// of terms with few digits often end half way between two doubles.
+TEST(AnyRepeatedAddition, EqualsTheLoop) {
     std::mt19937_64 random(20);
     const auto number = [&random](int lowest, int range) {
         const auto digits = static_cast<int>(random() % 53);
@@ -90,12 +90,12 @@ TEST(RepeatedAdditionOfAnything, IsTheLoops) {
     };
     for (int i = 0; i < 100000; ++i) {
         const double sum = i % 5 == 0 ? 0.0 : number(-2, 60);
-        ASSERT_TRUE(AreAlike(sum, number(-20, 40), random() % 1000));
+        ASSERT_TRUE(EqualsLoop(sum, number(-20, 40), random() % 1000));
     }
 }
 
-// The plain loop would take hours.
-TEST(RepeatedAdditionOfAnything, DoesNotDependOnHowOften) {
+// A plain loop would take hours.
+TEST(AnyRepeatedAddition, IsFastForManyAdditions) {
     EXPECT_EQ(AddRepeatedly(0.0, 1.0, std::size_t{1} << 45), 0x1p45);
     EXPECT_EQ(AddRepeatedly(0.0, 1.0, std::size_t{1} << 60), 0x1p53);
     EXPECT_EQ(AddRepeatedly(-0x1p40, 0.5, std::size_t{1} << 41), 0.0);
