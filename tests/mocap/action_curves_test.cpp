@@ -76,7 +76,7 @@ TEST_F(ActionCurves, DriveTheLengthOfABone) {
     EXPECT_EQ(importer_.Message(), mocap_test::kNoParameter);
 }
 
-TEST_F(ActionCurves, RefuseAChannelThatIsNone) {
+TEST_F(ActionCurves, RefuseAnUnknownChannelType) {
     for (const int type : {0, 8, 100, 254, 255}) {
         EXPECT_EQ(StatusText(AddCurve(node_->nullObject, static_cast<std::uint8_t>(type))),
                   "0x80020003");
@@ -90,20 +90,20 @@ TEST_F(ActionCurves, NeedAnObject) {
     EXPECT_EQ(importer_.Message(), mocap_test::kNoParameter);
 }
 
-TEST_F(ActionCurves, TellThatTheKeysWereNotSet) {
+TEST_F(ActionCurves, ReportThatTheKeysWereNotSet) {
     headless::FailOperation("SetKeys", 1);
     EXPECT_EQ(StatusText(AddCurve(node_->nullObject, kRotationX)), "0x80004005");
     EXPECT_EQ(importer_.Message(), mocap_test::kNoKeys);
     EXPECT_THAT(Items(), IsEmpty());
 }
 
-TEST_F(ActionCurves, TellThatTheItemWasNotMade) {
+TEST_F(ActionCurves, ReportThatTheItemWasNotMade) {
     headless::FailOperation("AddSourceItem", 1);
     EXPECT_EQ(StatusText(AddCurve(node_->nullObject, kRotationX)), "0x80004005");
     EXPECT_EQ(importer_.Message(), mocap_test::kNoCurveItem);
 }
 
-TEST_F(ActionCurves, OfNoFramesHaveNoKeys) {
+TEST_F(ActionCurves, HaveNoKeysWithoutFrames) {
     importer_.frameCount = 0;
     EXPECT_EQ(
         importer_.AddFCurve(node_->nullObject, kRotationX, nullptr, scratch_.fcurve).GetCode(), 0);
@@ -120,7 +120,7 @@ TEST_F(ActionCurves, KeepTheirOwnKeysWhenTheScratchCurveIsUsedAgain) {
 
 // --- a whole node ---
 
-TEST_F(ActionCurves, OfANodeAreThoseOfItsFilledSlots) {
+TEST_F(ActionCurves, AreMadeForTheImportedChannelsOfANode) {
     importer_.Fill(node_->channels[3], {kIgnoredChannel, {1, 2}});
     importer_.Fill(node_->channels[5], {kPositionX, {3, 4}});
     EXPECT_TRUE(importer_.AttachCurves(*node_, scratch_.fcurve).Succeeded());
@@ -129,7 +129,7 @@ TEST_F(ActionCurves, OfANodeAreThoseOfItsFilledSlots) {
     EXPECT_EQ(Utf8(Items()[1].Target()), "Hips.kine.local.posx");
 }
 
-TEST_F(ActionCurves, OfANodeStopAtTheFirstThatFails) {
+TEST_F(ActionCurves, OfANodeStopAtTheFirstFailure) {
     importer_.Fill(node_->channels[1], {kBoneLength, {1, 2}});
     importer_.Fill(node_->channels[2], {kPositionX, {3, 4}});
     EXPECT_EQ(StatusText(importer_.AttachCurves(*node_, scratch_.fcurve).GetCode()), "0x80020003");
@@ -137,7 +137,7 @@ TEST_F(ActionCurves, OfANodeStopAtTheFirstThatFails) {
     EXPECT_THAT(Items(), SizeIs(1));
 }
 
-TEST_F(ActionCurves, OfAChannelWithoutKeysAreLeftOut) {
+TEST_F(ActionCurves, AreNotMadeForAChannelWithoutKeys) {
     node_->channels[0].keys.reset();
     EXPECT_TRUE(importer_.AttachCurves(*node_, scratch_.fcurve).Succeeded());
     EXPECT_THAT(Items(), IsEmpty());
@@ -145,7 +145,7 @@ TEST_F(ActionCurves, OfAChannelWithoutKeysAreLeftOut) {
 
 // --- the base pose ---
 
-TEST_F(ActionCurves, BasePoseHoldsThePresentValue) {
+TEST_F(ActionCurves, BasePoseHoldsTheCurrentValue) {
     const auto before = ActionOf(importer_.lastBasePose).items.size();
     double value = 0.0;
     EXPECT_EQ(importer_.AddBasePose(node_->nullObject, L"posy", &value).GetCode(), 0);
@@ -160,7 +160,7 @@ TEST_F(ActionCurves, BasePoseHoldsThePresentValue) {
     EXPECT_EQ(items[before + 1].Value(), 3.0);
 }
 
-TEST_F(ActionCurves, BasePoseOfWhatAnObjectLacksIsUnexpected) {
+TEST_F(ActionCurves, BasePoseFailsForAParameterThatTheObjectLacks) {
     importer_.RecordError(L"earlier");
     double value = 42.0;
     for (const wchar_t* parameter : {L"bone.length", L"length", L"sclx", L"", L"RotX"})
@@ -172,7 +172,7 @@ TEST_F(ActionCurves, BasePoseOfWhatAnObjectLacksIsUnexpected) {
     EXPECT_EQ(importer_.Message(), "earlier");
 }
 
-TEST_F(ActionCurves, BasePoseGivesItsValueEvenWhereTheItemIsNotMade) {
+TEST_F(ActionCurves, BasePoseGivesItsValueEvenIfTheItemIsNotMade) {
     headless::FailOperation("AddSourceItem", 1);
     double value = 0.0;
     EXPECT_EQ(StatusText(importer_.AddBasePose(node_->nullObject, L"posx", &value).GetCode()),
@@ -183,21 +183,21 @@ TEST_F(ActionCurves, BasePoseGivesItsValueEvenWhereTheItemIsNotMade) {
 
 // --- the end of a motion ---
 
-TEST_F(ActionCurves, ScratchPropertyStandsOnTheFirstNode) {
+TEST_F(ActionCurves, ScratchPropertyIsOnTheFirstNode) {
     ASSERT_THAT(ObjectOf(node_->nullObject).Properties(), SizeIs(1));
     EXPECT_EQ(Utf8(ObjectOf(node_->nullObject).Properties()[0]->name), "FcurvePset");
     EXPECT_EQ(Utf8(ObjectOf(node_->nullObject).Properties()[0]->curves.at(0).name), "fcurve");
     EXPECT_EQ(ObjectOf(node_->nullObject).Properties()[0]->curves[0].curve.interpolation, 1);
 }
 
-TEST_F(ActionCurves, MotionEndsByDeletingAndApplying) {
+TEST_F(ActionCurves, FinishDeletesTheScratchPropertyAndAppliesTheBasePose) {
     EXPECT_TRUE(importer_.FinishMotion(scratch_).Succeeded());
     EXPECT_THAT(ObjectOf(node_->nullObject).Properties(), IsEmpty());
     EXPECT_THAT(support::CommandLines(), ElementsAre("DeleteObj(Skel.Hips.FcurvePset) 0",
                                                      "ApplyAction(Skel.Skel_BasePose, Skel) 0"));
 }
 
-TEST_F(ActionCurves, MotionEndsAsTheBasePoseIsApplied) {
+TEST_F(ActionCurves, FinishFailsOnlyIfTheBasePoseIsNotApplied) {
     headless::FailOperation("DeleteObj", 1);
     EXPECT_TRUE(importer_.FinishMotion(scratch_).Succeeded());
     headless::FailOperation("ApplyAction", 1);

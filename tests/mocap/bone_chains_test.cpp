@@ -1,4 +1,4 @@
-// Where the tree is cut into chains, and their order.
+// How the tree of nodes is divided into chains, and the order of the chains.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -33,7 +33,7 @@ TEST_F(BoneChains, ReachFromTheRootToTheLeaf) {
     EXPECT_THAT(Chain(c), ElementsAre("a", "b", "c"));
 }
 
-TEST_F(BoneChains, OfOneNodeAreThatNode) {
+TEST_F(BoneChains, MayConsistOfOneNode) {
     MOCAPMODEL& a = importer_.AddNode("a", nullptr, {1, 0, 0});
     EXPECT_THAT(Chain(a), ElementsAre("a"));
 }
@@ -47,11 +47,11 @@ TEST_F(BoneChains, BeginBelowABranch) {
     EXPECT_THAT(Chain(a), ElementsAre("a"));
 }
 
-TEST_F(BoneChains, BeginAtALooseNode) {
+TEST_F(BoneChains, BeginAtADetachedNode) {
     MOCAPMODEL& a = importer_.AddNode("a", nullptr, {1, 0, 0});
     MOCAPMODEL& b = importer_.AddNode("b", &a, {1, 0, 0});
     MOCAPMODEL& c = importer_.AddNode("c", &b, {1, 0, 0});
-    // As a position channel does it: loose, but counted as a bone of its parent.
+    // As with a position channel: the node is detached but counted as a bone of its parent.
     b.isDetached = true;
     EXPECT_THAT(Chain(c), ElementsAre("b", "c"));
 }
@@ -65,14 +65,14 @@ TEST_F(BoneChains, BeginBelowANodeWithoutBones) {
     EXPECT_THAT(Chain(c), ElementsAre("b", "c"));
 }
 
-TEST_F(BoneChains, BeginBelowALooseNodeWithoutBones) {
+TEST_F(BoneChains, BeginBelowADetachedNodeWithoutBones) {
     MOCAPMODEL& a = importer_.AddNode("a", nullptr, {0, 0, 0});
     MOCAPMODEL& b = importer_.AddNode("b", &a, {0, 0, 0});
     EXPECT_THAT(Chain(b), ElementsAre("b"));
     EXPECT_THAT(Chain(a), ElementsAre("a"));
 }
 
-TEST_F(BoneChains, OfAHundredThousandNodesAreGathered) {
+TEST_F(BoneChains, MayHaveAHundredThousandNodes) {
     MOCAPMODEL* node = nullptr;
     for (int i = 0; i < 100'000; ++i)
         node = &importer_.AddNode("n", node, {0, 1, 0});

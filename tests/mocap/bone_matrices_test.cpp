@@ -22,7 +22,7 @@ class BoneMatricesTest : public testing::Test {
   protected:
     void SetUp() override { support::StartSession(false); }
 
-    // A tree under a model: each null hangs under the one at half its number.
+    // A tree of nulls under a model. The parent of object i is object i / 2.
     static std::vector<Zelk3DObject> MakeTree(int count) {
         std::vector<Zelk3DObject> objects = {MakeModel(L"Skel")};
         for (int i = 1; i < count; ++i) {
@@ -41,12 +41,12 @@ void ExpectAlike(BoneMatrixCache& cache, Zelk3DObject object, const Zelk::CStrin
     Matrix4 cachedGlobal, cachedInverse;
     std::copy_n(&cached.global[0][0], 16, &cachedGlobal.m[0][0]);
     std::copy_n(&cached.inverse[0][0], 16, &cachedInverse.m[0][0]);
-    // The products are formed from the other end, which moves the last digit or two.
+    // The cache associates the products in another order, which changes the last digits.
     EXPECT_LE(Distance(cachedGlobal, global), 4e-15);
     EXPECT_LE(Distance(cachedInverse, inverse), 4e-15);
 }
 
-TEST_F(BoneMatricesTest, AreThoseOfEachObjectInAnyOrder) {
+TEST_F(BoneMatricesTest, AgreeWithUncachedMatricesInAnyOrder) {
     std::vector<Zelk3DObject> objects = MakeTree(40);
     for (const wchar_t* stop : {L"Skel", L"3", L"nobody", L""}) {
         BoneMatrixCache forwards(stop), backwards(stop);
@@ -57,13 +57,13 @@ TEST_F(BoneMatricesTest, AreThoseOfEachObjectInAnyOrder) {
     }
 }
 
-TEST_F(BoneMatricesTest, OfNothingAreTheIdentity) {
+TEST_F(BoneMatricesTest, OfAnEmptyHandleAreTheIdentity) {
     BoneMatrixCache cache(L"Skel");
     ExpectAlike(cache, Zelk3DObject(), L"Skel");
 }
 
-// The object that stops the others is turned like any other when it is asked for itself.
-TEST_F(BoneMatricesTest, OfTheStopItselfDoNotLeakIntoItsChildren) {
+// The rotation of the stop counts for the stop itself, but not for the objects below it.
+TEST_F(BoneMatricesTest, OfTheStopDoNotAffectItsChildren) {
     std::vector<Zelk3DObject> objects = MakeTree(8);
     BoneMatrixCache cache(L"1");
     ExpectAlike(cache, objects[1], L"1");
@@ -80,7 +80,7 @@ TEST_F(BoneMatricesTest, ReadNoAncestorMoreThanTwice) {
     const auto before = headless::OperationCalls("GetLocal");
     for (std::size_t i = 1; i < objects.size(); ++i)
         cache.Get(objects[i]);
-    // Once for itself, and once as what stands above another.
+    // Each object is read once for itself and once as an ancestor of another.
     EXPECT_LE(headless::OperationCalls("GetLocal") - before, 2U * kDepth);
 }
 

@@ -1,4 +1,4 @@
-// The file's rotations in the frames of bones and nulls.
+// How the rotations of the file are converted to the frames of bones and nulls.
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ class BoneRotations : public testing::Test {
   protected:
     void SetUp() override { support::StartSession(false); }
 
-    // A loose root, a bone that leans, another behind it, and an end.
+    // A detached root, two bones one after the other, and an end.
     static void Build(Importer& importer) {
         importer.frameCount = 2;
         MOCAPMODEL& hips =
@@ -43,8 +43,8 @@ class BoneRotations : public testing::Test {
         ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded()) << importer.Message();
     }
 
-    // The rotation that the slots of a node hold in a frame.
-    static Matrix4 Held(MOCAPMODEL& node, std::uint32_t frame) {
+    // The rotation that the keys of a node give in a frame.
+    static Matrix4 RotationOf(MOCAPMODEL& node, std::uint32_t frame) {
         const auto angle = [&](std::uint8_t type) {
             return FindChannel(node, type)->keys[frame].value;
         };
@@ -52,7 +52,7 @@ class BoneRotations : public testing::Test {
     }
 };
 
-TEST_F(BoneRotations, AreTurnedIntoTheBonesFrame) {
+TEST_F(BoneRotations, AreConvertedToTheFrameOfTheBone) {
     for (const auto format : {kBiovision, kAcclaim}) {
         support::StartSession(false);
         Importer importer(format);
@@ -71,14 +71,15 @@ TEST_F(BoneRotations, AreTurnedIntoTheBonesFrame) {
             const Matrix4 pose =
                 RowRotationOfDegrees(node.basePose[3], node.basePose[4], node.basePose[5]);
             for (std::uint32_t frame = 0; frame < 2; ++frame)
-                // A handful of products and a decomposition away from right angles.
-                EXPECT_LE(Distance(Held(node, frame), global * file[i][frame] * inverse * pose),
-                          1e-13);
+                // Some products are rounded, and a decomposition away from right angles.
+                EXPECT_LE(
+                    Distance(RotationOf(node, frame), global * file[i][frame] * inverse * pose),
+                    1e-13);
         }
     }
 }
 
-// What stands at rest stays at rest: no rotation in the file is the base pose in the scene.
+// A joint that the file does not rotate has its base pose in the scene.
 TEST_F(BoneRotations, OfZeroInTheFileAreTheBasePose) {
     Importer importer;
     Build(importer);
@@ -90,13 +91,14 @@ TEST_F(BoneRotations, OfZeroInTheFileAreTheBasePose) {
     ASSERT_EQ(importer.FixBonesRotations(), 0);
     for (std::size_t i = 0; i < 3; ++i) {
         MOCAPMODEL& node = *importer.models[i];
-        EXPECT_LE(Distance(Held(node, 0), RowRotationOfDegrees(node.basePose[3], node.basePose[4],
-                                                               node.basePose[5])),
-                  1e-13);
+        EXPECT_LE(
+            Distance(RotationOf(node, 0),
+                     RowRotationOfDegrees(node.basePose[3], node.basePose[4], node.basePose[5])),
+            1e-13);
     }
 }
 
-TEST_F(BoneRotations, OfANullAtRestKeepTheirTurn) {
+TEST_F(BoneRotations, OfAnUnrotatedNullKeepTheirOrientation) {
     Importer importer;
     importer.frameCount = 1;
     importer.AddNode("Prop", nullptr, {0, 0, 0}, {{kRotationX, {15}}, {kRotationZ, {40}}});
@@ -104,10 +106,10 @@ TEST_F(BoneRotations, OfANullAtRestKeepTheirTurn) {
     ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded());
     ASSERT_EQ(importer.FixBonesRotations(), 0);
     EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(4, 6, 5, 0, 0, 0, 0));
-    EXPECT_LE(Distance(Held(*importer.models[0], 0), RowRotationOfDegrees(15, 0, 40)), 1e-14);
+    EXPECT_LE(Distance(RotationOf(*importer.models[0], 0), RowRotationOfDegrees(15, 0, 40)), 1e-14);
 }
 
-TEST_F(BoneRotations, AreWrittenByTypeAndNotByPlace) {
+TEST_F(BoneRotations, AreWrittenByTypeAndNotBySlotIndex) {
     Importer importer;
     importer.frameCount = 1;
     importer.AddNode("Prop", nullptr, {0, 0, 0},
@@ -116,7 +118,7 @@ TEST_F(BoneRotations, AreWrittenByTypeAndNotByPlace) {
     ASSERT_TRUE(importer.CreateBonesSkeleton().Succeeded());
     ASSERT_EQ(importer.FixBonesRotations(), 0);
     EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(6, 2, 4, 5, 0, 0, 0));
-    EXPECT_LE(Distance(Held(*importer.models[0], 0), RowRotationOfDegrees(15, 0, 40)), 1e-14);
+    EXPECT_LE(Distance(RotationOf(*importer.models[0], 0), RowRotationOfDegrees(15, 0, 40)), 1e-14);
     EXPECT_THAT(importer.Values(importer.models[0]->channels[1]), ElementsAre(5));
 }
 
@@ -134,8 +136,8 @@ TEST_F(BoneRotations, LeaveOtherChannelsAlone) {
     EXPECT_THAT(importer.Values(root.channels[1]), ElementsAre(3, 4));
 }
 
-// Its channels are completed before it turns out that nothing stands for it.
-TEST_F(BoneRotations, OfANodeWithoutAnObjectStayAsTheyAre) {
+// Its missing rotations are added before the importer finds that it has no object.
+TEST_F(BoneRotations, OfANodeWithoutAnObjectKeepTheirValues) {
     Importer importer;
     importer.frameCount = 1;
     importer.AddNode("nowhere", nullptr, {0, 0, 0}, {{kRotationY, {25}}});
@@ -161,7 +163,7 @@ TEST_F(BoneRotations, OfANodeWithARepeatedAxisFail) {
     EXPECT_EQ(importer.Message(), mocap_test::kRepeatedRotation);
 }
 
-TEST_F(BoneRotations, OfNoFramesOnlyGetTheirChannels) {
+TEST_F(BoneRotations, OnlyGetTheirChannelsWithoutFrames) {
     Importer importer;
     importer.AddNode("Prop", nullptr, {0, 0, 0}, {{kRotationZ, {}}});
     importer.MakeModel();
@@ -170,7 +172,7 @@ TEST_F(BoneRotations, OfNoFramesOnlyGetTheirChannels) {
     EXPECT_THAT(Importer::Types(*importer.models[0]), ElementsAre(6, 4, 5, 0, 0, 0, 0));
 }
 
-TEST_F(BoneRotations, StepTheBarForBvhNodesAlone) {
+TEST_F(BoneRotations, StepTheBarForBvhNodesOnly) {
     for (const auto format : {kBiovision, kAcclaim}) {
         support::StartSession(true);
         Importer importer(format);

@@ -27,7 +27,8 @@ using testing::SizeIs;
 constexpr auto kBiovision = CMocapImportBase::MOCAP_FORMAT_BIOVISION;
 constexpr auto kAcclaim = CMocapImportBase::MOCAP_FORMAT_ACCLAIM;
 
-// "null Hips < Skel" for every object but the model, in the order they were made.
+// One line for each object except the model, in the order of their creation: the type, the name and
+// the parent, as in "null Hips < Skel".
 Lines Objects() {
     static constexpr const char* kTypes[] = {"model", "null", "root", "bone", "effector"};
     Lines lines;
@@ -49,7 +50,7 @@ class BonesSkeleton : public testing::Test {
   protected:
     void SetUp() override { support::StartSession(false); }
 
-    // Builds and gives the objects.
+    // Builds the skeleton and returns the objects of the scene.
     static Lines Build(Importer& importer) {
         importer.MakeModel();
         EXPECT_EQ(StatusText(importer.CreateBonesSkeleton().GetCode()), "0x00000000")
@@ -57,7 +58,7 @@ class BonesSkeleton : public testing::Test {
         return Objects();
     }
 
-    // Hips, loose; below it a leg of two bones and an arm of one, each with an end.
+    // Detached hips, and below them a leg of two bones and an arm of one, each with an end.
     static void AddFigure(Importer& importer) {
         MOCAPMODEL& hips = importer.AddNode("Hips", nullptr, {0, 0, 0}, {{kPositionX, {}}});
         MOCAPMODEL& leg = importer.AddNode("Leg", &hips, {1, -1, 0});
@@ -68,7 +69,7 @@ class BonesSkeleton : public testing::Test {
     }
 };
 
-TEST_F(BonesSkeleton, OfNothingIsNothing) {
+TEST_F(BonesSkeleton, HasNoObjectsWithoutNodes) {
     Importer importer;
     EXPECT_THAT(Build(importer), IsEmpty());
 }
@@ -79,7 +80,8 @@ TEST_F(BonesSkeleton, StartsItsChainsAtTheParentsJoint) {
     EXPECT_THAT(
         Build(importer),
         ElementsAre("null Hips < Skel",
-                    // The shorter chain first, its first bone called like the joint it starts at.
+                    // The shorter chain comes first. Its first bone has the name of the joint where
+                    // the chain starts.
                     "root HipsRoot < Hips", "bone Hips1 < HipsRoot", "effector HipsEff < HipsRoot",
                     "bone Arm < Hips1", "root HipsRoot1 < Hips", "bone Hips2 < HipsRoot1",
                     "effector HipsEff1 < HipsRoot1", "bone Leg < Hips2", "bone Foot < Leg"));
@@ -91,7 +93,7 @@ TEST_F(BonesSkeleton, StartsItsChainsAtTheParentsJoint) {
     EXPECT_EQ(Named("Foot").length, 2.0);
 }
 
-TEST_F(BonesSkeleton, StartsThreeChainsAtALooseRoot) {
+TEST_F(BonesSkeleton, StartsThreeChainsAtADetachedRoot) {
     Importer importer;
     AddFigure(importer);
     importer.AddNode("Tail", importer.models[0].get(), {0, 0, -2});
@@ -185,19 +187,19 @@ TEST_F(BonesSkeleton, MakesANullAtTheEffectorOfABranch) {
     EXPECT_THAT(spine.globalPosition, ElementsAre(0, 4, 0));
 }
 
-TEST_F(BonesSkeleton, MakesANullAtTheEffectorOfALooseEnd) {
+TEST_F(BonesSkeleton, MakesANullAtTheEffectorOfADetachedEnd) {
     Importer importer;
     MOCAPMODEL& hips = importer.AddNode("Hips", nullptr, {0, 0, 0});
     MOCAPMODEL& leg = importer.AddNode("Leg", &hips, {0, 1, 0});
     MOCAPMODEL& prop = importer.AddNode("Prop", &leg, {0, 2, 0});
-    prop.isDetached = true;  // by a position channel
+    prop.isDetached = true;  // as a position channel does
     EXPECT_THAT(Build(importer), ElementsAre("root HipsRoot < Skel", "bone Hips < HipsRoot",
                                              "effector HipsEff < HipsRoot", "bone Leg < Hips",
                                              "null Prop < HipsEff"));
     EXPECT_THAT(prop.offset, ElementsAre(0, 0, 0));
 }
 
-TEST_F(BonesSkeleton, MakesANullOfALooseNodeAlone) {
+TEST_F(BonesSkeleton, MakesANullOfADetachedNodeAlone) {
     for (const bool fromParent : {true, false}) {
         support::StartSession(false);
         Importer importer;
@@ -209,8 +211,8 @@ TEST_F(BonesSkeleton, MakesANullOfALooseNodeAlone) {
     }
 }
 
-// Without a bone at the parent's joint a single node is no chain.
-TEST_F(BonesSkeleton, MakesNullsOfSingleNodesThatStartAtThemselves) {
+// A single node is a chain only with the bone that starts at the parent's joint.
+TEST_F(BonesSkeleton, MakesNullsOfSingleNodesThatStartAtTheirOwnJoint) {
     Importer importer;
     importer.chainFromParentJoint = false;
     MOCAPMODEL& a = importer.AddNode("A", nullptr, {1, 0, 0});
@@ -220,15 +222,16 @@ TEST_F(BonesSkeleton, MakesNullsOfSingleNodesThatStartAtThemselves) {
     EXPECT_THAT(Named("C").local, ElementsAre(0, 2, 0, 0, 0, 0));
 }
 
-TEST_F(BonesSkeleton, MakesANullOfARootAloneThatStandsSomewhere) {
+TEST_F(BonesSkeleton, MakesANullOfASingleRootWithAnOffset) {
     Importer importer;
     importer.AddNode("A", nullptr, {1, 2, 3});
     EXPECT_THAT(Build(importer), ElementsAre("null A < Skel"));
     EXPECT_THAT(Named("A").local, ElementsAre(1, 2, 3, 0, 0, 0));
 }
 
-// A root that is not loose hangs on a bone from the model's origin, which takes the model's name.
-TEST_F(BonesSkeleton, StartsARigidRootAtTheOrigin) {
+// A root that is not detached is the end of a bone from the model's origin. That bone has the
+// model's name.
+TEST_F(BonesSkeleton, StartsTheChainOfAnAttachedRootAtTheOrigin) {
     Importer importer;
     MOCAPMODEL& a = importer.AddNode("A", nullptr, {3, 4, 0});
     importer.AddNode("B", &a, {0, 1, 0});
@@ -248,8 +251,8 @@ TEST_F(BonesSkeleton, GivesAnEndSiteWithoutOffsetANull) {
                                              "null Leg_End < Leg"));
 }
 
-// Where such an end was counted as a bone after all, the chain stops before it; in Acclaim it goes
-// on.
+// If such an end site is counted as a bone nevertheless, a BVH chain stops before it and an Acclaim
+// chain includes it.
 TEST_F(BonesSkeleton, StopsABvhChainBeforeAnEndSiteWithoutOffset) {
     for (const auto format : {kBiovision, kAcclaim}) {
         support::StartSession(false);
@@ -273,7 +276,7 @@ TEST_F(BonesSkeleton, PutsEffectorsUnderTheirLastBones) {
     EXPECT_EQ(Utf8(Named("HipsEff1").parent->name), "Foot");
 }
 
-TEST_F(BonesSkeleton, BuildsTheShortestOfOneDepthFirst) {
+TEST_F(BonesSkeleton, BuildsTheShortestChainOfADepthFirst) {
     Importer importer;
     MOCAPMODEL& hips = importer.AddNode("Hips", nullptr, {0, 0, 0});
     MOCAPMODEL& a1 = importer.AddNode("a1", &hips, {1, 0, 0});
@@ -290,7 +293,7 @@ TEST_F(BonesSkeleton, BuildsTheShortestOfOneDepthFirst) {
                             "bone Hips3 < HipsRoot2", "bone a1 < Hips3", "bone a2 < a1"));
 }
 
-TEST_F(BonesSkeleton, CarriesNamesThroughEightBitTextWhole) {
+TEST_F(BonesSkeleton, KeepsWholeNamesThroughEightBitText) {
     std::setlocale(LC_CTYPE, "C.UTF-8");
     Importer importer;
     MOCAPMODEL& hips = importer.AddNode("\xE8\x85\xB0.x:y", nullptr, {0, 0, 0});
@@ -313,7 +316,7 @@ struct RefusedRow {
     bool effectorToLastBone;
     const char* message;
     const char* status;
-    int objects;  // that were made, the model included
+    int objects;  // in the scene, with the model
 };
 std::ostream& operator<<(std::ostream& out, const RefusedRow& row) {
     return out << row.operation << row.call;
@@ -331,7 +334,7 @@ const RefusedRow kRefusedRows[] = {
 
 class RefusedBones : public testing::TestWithParam<RefusedRow> {};
 
-TEST_P(RefusedBones, StopAtOnce) {
+TEST_P(RefusedBones, StopTheImportAtOnce) {
     const RefusedRow& row = GetParam();
     support::StartSession(false);
     Importer importer;
@@ -353,8 +356,9 @@ INSTANTIATE_TEST_SUITE_P(, RefusedBones, testing::ValuesIn(kRefusedRows), [](con
     return std::string(row.param.operation) + std::to_string(row.param.call);
 });
 
-// With the effector to be moved and no bones to be had, the rest of that chain is left out.
-TEST_F(BonesSkeleton, LeavesTheEffectorWhereThereIsNoBone) {
+// If the host gives no bones under which to move the effector, the importer leaves it where it is
+// and skips the rest of that chain.
+TEST_F(BonesSkeleton, LeavesTheEffectorIfTheHostGivesNoBones) {
     Importer importer;
     importer.effectorToLastBone = true;
     AddFigure(importer);

@@ -17,8 +17,8 @@ class ImportBase : public testing::Test {
   protected:
     void SetUp() override { support::StartSession(false); }
 
-    // A reader that stands at line 12, column 5.
-    static void Place(Importer& importer) {
+    // Reads a token, after which the reader is at line 12, column 5, both counted from 0.
+    static void ReadToLine12(Importer& importer) {
         const support::TemporaryFolder dir;
         const std::string path = dir.Write("lines", std::string(12, '\n') + "12345 rest");
         ASSERT_TRUE(importer.stringFile.ReadFile(std::wstring(path.begin(), path.end()).c_str()));
@@ -54,7 +54,7 @@ TEST_F(ImportBase, KnowsItsFormat) {
               CMocapImportBase::MOCAP_FORMAT_ACCLAIM);
 }
 
-TEST_F(ImportBase, TakesItsOptionsInOrder) {
+TEST_F(ImportBase, SetsItsOptionsInOrder) {
     Importer importer;
     for (int bits = 0; bits < 16; ++bits) {
         importer.SetOptions(bits & 1, bits & 2, bits & 4, bits & 8);
@@ -65,9 +65,9 @@ TEST_F(ImportBase, TakesItsOptionsInOrder) {
     }
 }
 
-TEST_F(ImportBase, RecordsAMessageWithTheReadersPlace) {
+TEST_F(ImportBase, RecordsAMessageWithThePositionOfTheReader) {
     Importer importer;
-    Place(importer);
+    ReadToLine12(importer);
     importer.RecordError(L"first");
     std::uint32_t line = 0;
     std::uint32_t column = 0;
@@ -87,7 +87,7 @@ TEST_F(ImportBase, RecordsAMessageWithTheReadersPlace) {
     EXPECT_EQ(column, 0u);
 }
 
-TEST_F(ImportBase, RecordsTheStartWithoutAFile) {
+TEST_F(ImportBase, RecordsLineAndColumnZeroWithoutAFile) {
     Importer importer;
     importer.RecordError(L"early");
     std::uint32_t line = 9;
@@ -97,9 +97,9 @@ TEST_F(ImportBase, RecordsTheStartWithoutAFile) {
     EXPECT_EQ(column, 0u);
 }
 
-TEST_F(ImportBase, GivesItsMessageAlone) {
+TEST_F(ImportBase, GivesLineAndColumnOnlyIfAsked) {
     Importer importer;
-    Place(importer);
+    ReadToLine12(importer);
     importer.RecordError(L"text");
     EXPECT_EQ(support::Utf8(importer.GetLastError(nullptr, nullptr)), "text");
     std::uint32_t line = 0;
@@ -112,7 +112,7 @@ TEST_F(ImportBase, GivesItsMessageAlone) {
 
 TEST_F(ImportBase, KeepsItsMessageAfterTheFileIsCleared) {
     Importer importer;
-    Place(importer);
+    ReadToLine12(importer);
     importer.RecordError(L"text");
     importer.stringFile.ClearFile();
     std::uint32_t line = 0;
@@ -120,7 +120,7 @@ TEST_F(ImportBase, KeepsItsMessageAfterTheFileIsCleared) {
     EXPECT_EQ(line, 12u);
 }
 
-TEST_F(ImportBase, TellsWhetherItWasParsing) {
+TEST_F(ImportBase, ReportsWhetherItWasParsing) {
     Importer importer;
     importer.parsing = true;
     EXPECT_TRUE(importer.WasParsing());
@@ -132,14 +132,14 @@ TEST_F(ImportBase, FindsTheParentsNull) {
     MOCAPMODEL& root = importer.AddNode("Root", nullptr, {0, 0, 0});
     MOCAPMODEL& child = importer.AddNode("Child", &root, {0, 1, 0});
     EXPECT_FALSE(importer.GetModelParent(&root).IsValid());
-    // Until the parent was made as a null there is nothing to find.
+    // The parent has no null yet.
     EXPECT_FALSE(importer.GetModelParent(&child).IsValid());
     ASSERT_TRUE(importer.CreateNullsSkeleton().Succeeded());
     EXPECT_FALSE(importer.GetModelParent(&root).IsValid());
     EXPECT_EQ(mocap_test::NameOf(importer.GetModelParent(&child)), "Root");
 }
 
-TEST(MocapModel, StartsAsNothing) {
+TEST(MocapModel, StartsEmpty) {
     MOCAPMODEL node;
     EXPECT_EQ(node.name, nullptr);
     EXPECT_EQ(node.parent, nullptr);

@@ -1,4 +1,4 @@
-// The importers' common base with its inside in the open, and nodes made by hand.
+// The importers' base class with its protected members made public, and nodes made by hand.
 #pragma once
 
 #include <array>
@@ -65,7 +65,7 @@ class Importer : public CMocapImportBase {
         progressBar = &bar_;
     }
 
-    // A model "Skel" with its two actions, as the imports make it before they build.
+    // Makes a model "Skel" with its two actions, as the imports do before they build the skeleton.
     void MakeModel() {
         Zelk3DObject root = Zelk::Application().GetActiveSceneRoot();
         ASSERT_TRUE(root.AddModel(Zelk::CRefArray(), L"Skel", lastModel).Succeeded());
@@ -74,10 +74,12 @@ class Importer : public CMocapImportBase {
         ASSERT_TRUE(AddActionSource(lastModel, L"Skel_Motion", lastMotion, 1.0).Succeeded());
     }
 
-    // Counted and placed as the parsers do; detached where the offset is zero.
+    // Adds a node with the counts and positions that the parsers would give it. It is detached if
+    // its offset is zero.
     MOCAPMODEL& AddNode(const char* name, MOCAPMODEL* parent, std::array<double, 3> offset,
                         std::initializer_list<Slot> slots = {}) {
-        // Not through the importer's own way to append, which asks how many a file can speak of.
+        // The parsers' way to add a node is not used, because it limits nodes by the size of a
+        // file.
         models.push_back(std::make_unique<MOCAPMODEL>());
         MOCAPMODEL& node = *models.back();
         node.name = CopyText(name);
@@ -99,7 +101,7 @@ class Importer : public CMocapImportBase {
         return node;
     }
 
-    // One key for each frame, timed from 1.
+    // Sets the type and one key for each frame; the first frame is 1.
     void Fill(CHANNELS& channel, const Slot& slot) {
         channel.type = slot.type;
         if (slot.values.empty() && frameCount > 0) return;

@@ -37,7 +37,7 @@ class NullsSkeleton : public testing::Test {
     Importer importer_;
 };
 
-TEST_F(NullsSkeleton, HangsEachNullUnderItsParents) {
+TEST_F(NullsSkeleton, PutsEachNullUnderItsParents) {
     MOCAPMODEL& hips = importer_.AddNode("Hips", nullptr, {1, 2, 3});
     MOCAPMODEL& leg = importer_.AddNode("Leg", &hips, {0, -4, 0});
     MOCAPMODEL& foot = importer_.AddNode("Foot", &leg, {0, 0, 0});
@@ -65,12 +65,12 @@ TEST_F(NullsSkeleton, RecordsItsBasePoseInOrder) {
                             "A.kine.local.rotx", "A.kine.local.roty", "A.kine.local.rotz"));
 }
 
-TEST_F(NullsSkeleton, OfNothingIsNothing) {
+TEST_F(NullsSkeleton, HasNoObjectsWithoutNodes) {
     EXPECT_EQ(importer_.CreateNullsSkeleton().GetCode(), 0);
     EXPECT_THAT(mocap_test::Scene().Objects(), SizeIs(1));
 }
 
-TEST_F(NullsSkeleton, StopsAtTheNullThatIsNotMade) {
+TEST_F(NullsSkeleton, StopsAtANullThatIsNotMade) {
     MOCAPMODEL& first = importer_.AddNode("A", nullptr, {0, 0, 0});
     MOCAPMODEL& second = importer_.AddNode("B", &first, {0, 1, 0});
     importer_.AddNode("C", &second, {0, 1, 0});
@@ -82,7 +82,7 @@ TEST_F(NullsSkeleton, StopsAtTheNullThatIsNotMade) {
     EXPECT_THAT(mocap_test::Scene().Objects(), SizeIs(2));
 }
 
-TEST_F(NullsSkeleton, PassesOverABasePoseThatFails) {
+TEST_F(NullsSkeleton, IgnoresABasePoseThatFails) {
     MOCAPMODEL& node = importer_.AddNode("A", nullptr, {1, 2, 3});
     headless::FailOperation("AddSourceItem", 2);
     EXPECT_TRUE(importer_.CreateNullsSkeleton().Succeeded());
@@ -91,7 +91,7 @@ TEST_F(NullsSkeleton, PassesOverABasePoseThatFails) {
     EXPECT_THAT(node.basePose, ElementsAre(1, 2, 3, 0, 0, 0, 0));
 }
 
-TEST_F(NullsSkeleton, MakesANullAnywhere) {
+TEST_F(NullsSkeleton, MakesANullOnlyUnderAValidParent) {
     MOCAPMODEL& node = importer_.AddNode("A", nullptr, {1, 2, 3});
     Zelk3DObject nowhere;
     EXPECT_FALSE(importer_.CreateNull(&node, nowhere).Succeeded());
@@ -118,7 +118,7 @@ TEST_F(NullsSkeleton, GroupsNodesWithAChannelThatIsImported) {
               "Skel_Animated_Objects");
 }
 
-TEST_F(NullsSkeleton, GroupsABoneBeforeANull) {
+TEST_F(NullsSkeleton, GroupsTheBoneOfANodeThatHasBothObjects) {
     MOCAPMODEL& both = importer_.AddNode("Both", nullptr, {}, {{kRotationX, {}}});
     importer_.AddNode("Neither", nullptr, {}, {{kRotationX, {}}});
     Zelk3DObject model = importer_.lastModel;
@@ -134,12 +134,12 @@ TEST_F(NullsSkeleton, GroupsABoneBeforeANull) {
     EXPECT_THAT(Members(), ElementsAre("Bone"));
 }
 
-TEST_F(NullsSkeleton, GroupsNothingToo) {
+TEST_F(NullsSkeleton, MakesAnEmptyGroupWithoutNodes) {
     EXPECT_TRUE(importer_.CreateGroup().Succeeded());
     EXPECT_THAT(Members(), IsEmpty());
 }
 
-TEST_F(NullsSkeleton, TellsThatTheGroupWasNotMade) {
+TEST_F(NullsSkeleton, ReportsThatTheGroupWasNotMade) {
     headless::FailOperation("AddGroup", 1);
     EXPECT_EQ(StatusText(importer_.CreateGroup().GetCode()), "0x80004005");
     EXPECT_EQ(importer_.Message(), mocap_test::kNoGroup);

@@ -20,8 +20,8 @@ using support::Lines;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// What the bar was told after it was made.
-Lines LinesSinceMade() {
+// The events of the host's bar after the three of the constructor.
+Lines LinesAfterConstruction() {
     Lines lines = BarLines();
     lines.erase(lines.begin(), lines.begin() + 3);
     return lines;
@@ -40,43 +40,44 @@ TEST_F(ProgressBar, SetsTheHostsScaleAndHidesAtTheEnd) {
     EXPECT_THAT(BarLines(), ElementsAre("minimum 0", "maximum 32000", "step 1", "visible 0"));
 }
 
-TEST_F(ProgressBar, ScalesItsStepsOntoTheHosts) {
+TEST_F(ProgressBar, ScalesItsStepsToTheRangeOfTheHost) {
     CIFPlugProgressBar bar;
     bar.SetRange(90);
     for (int i = 0; i < 9; ++i)
         bar.Advance(10);
-    EXPECT_THAT(LinesSinceMade(),
+    EXPECT_THAT(LinesAfterConstruction(),
                 ElementsAre("value 3556", "value 7111", "value 10667", "value 14222", "value 17778",
                             "value 21333", "value 24889", "value 28444", "value 32000"));
 }
 
-TEST_F(ProgressBar, StartsAnewAfterReset) {
+TEST_F(ProgressBar, StartsAgainAtZeroAfterReset) {
     CIFPlugProgressBar bar;
     bar.SetRange(90);
     bar.Advance(10);
     bar.Advance(10);
     bar.Reset();
     bar.Advance(10);
-    EXPECT_THAT(LinesSinceMade(), ElementsAre("value 3556", "value 7111", "value 0", "value 3556"));
+    EXPECT_THAT(LinesAfterConstruction(),
+                ElementsAre("value 3556", "value 7111", "value 0", "value 3556"));
 }
 
-TEST_F(ProgressBar, KeepsItsRangeOverAReset) {
+TEST_F(ProgressBar, AcceptsANewRangeAfterReset) {
     CIFPlugProgressBar bar;
     bar.SetRange(2);
     bar.Reset();
     bar.SetRange(4);
     bar.Advance(1);
-    EXPECT_THAT(LinesSinceMade(), ElementsAre("value 0", "value 8000"));
+    EXPECT_THAT(LinesAfterConstruction(), ElementsAre("value 0", "value 8000"));
 }
 
-TEST_F(ProgressBar, ShowsHidesAndNames) {
+TEST_F(ProgressBar, ShowsHidesAndSetsItsCaption) {
     CIFPlugProgressBar bar;
     bar.SetText(L"Importing Motion...");
     bar.Show();
     bar.SetText(L"");
     bar.SetText(L"\u6B69\u304F");
     bar.Hide();
-    EXPECT_THAT(LinesSinceMade(),
+    EXPECT_THAT(LinesAfterConstruction(),
                 ElementsAre("caption Importing Motion...", "visible 1", "caption ",
                             "caption \xE6\xAD\xA9\xE3\x81\x8F", "visible 0"));
 }
@@ -120,7 +121,7 @@ TEST_P(BarValue, IsTheScaledPosition) {
 INSTANTIATE_TEST_SUITE_P(, BarValue, testing::ValuesIn(kStepRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(ProgressBar, IsCancelledByTheAutomationTrueAlone) {
+TEST_F(ProgressBar, IsCancelledOnlyByMinusOne) {
     for (const auto& [pressed, cancelled] :
          {std::pair<int, bool>{-1, true}, {1, false}, {0, false}, {2, false}, {-2, false}}) {
         support::StartSession(true);
@@ -141,7 +142,7 @@ TEST_F(ProgressBar, AsksTheHostAtEachPoll) {
     EXPECT_EQ(headless::CancelPolls(), 3u);
 }
 
-TEST_F(ProgressBar, HidesWhenAnExceptionPasses) {
+TEST_F(ProgressBar, HidesWhenAnExceptionIsThrown) {
     try {
         CIFPlugProgressBar bar;
         bar.Show();
@@ -152,7 +153,7 @@ TEST_F(ProgressBar, HidesWhenAnExceptionPasses) {
     EXPECT_EQ(BarLines().back(), "visible 0");
 }
 
-TEST_F(ProgressBar, EndsQuietlyWhereTheHostHasNoMemoryToHideIt) {
+TEST_F(ProgressBar, ThrowsNothingIfTheHostHasNoMemoryToHideIt) {
     {
         const CIFPlugProgressBar bar;
         Session::Current().OnBar([](const headless::BarEvent&) { throw std::bad_alloc(); });
@@ -179,7 +180,7 @@ TEST_F(ProgressBar, DoesNothingInASessionThatIsNotInteractive) {
     EXPECT_THAT(BarLines(), IsEmpty());
 }
 
-TEST_F(ProgressBar, DoesNothingWhereTheHostGivesNone) {
+TEST_F(ProgressBar, DoesNothingIfTheHostGivesNoBar) {
     for (const char* operation : {"Create", "GetProgressBar"}) {
         support::StartSession(true);
         Session::Current().PressCancel();
@@ -189,7 +190,7 @@ TEST_F(ProgressBar, DoesNothingWhereTheHostGivesNone) {
     }
 }
 
-TEST_F(ProgressBar, TakesAHostThatDoesNotAnswerForInteractive) {
+TEST_F(ProgressBar, AssumesThatAHostThatDoesNotAnswerIsInteractive) {
     headless::FailOperation("GetInteractive", 1);
     const CIFPlugProgressBar bar;
     EXPECT_THAT(BarLines(), ElementsAre("minimum 0", "maximum 32000", "step 1"));

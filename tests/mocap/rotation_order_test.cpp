@@ -66,7 +66,7 @@ struct MissingRow {
     const char* name;
     std::vector<int> before;
     std::vector<int> after;
-    std::vector<int> list;  // slot numbers
+    std::vector<int> list;  // slot indices; the added rotations come last
 };
 std::ostream& operator<<(std::ostream& out, const MissingRow& row) {
     return out << row.name;
@@ -102,7 +102,7 @@ class MissingRotation : public testing::TestWithParam<MissingRow> {
     }
 };
 
-TEST_P(MissingRotation, IsAddedAsZeros) {
+TEST_P(MissingRotation, IsAddedWithZeroKeys) {
     Importer importer;
     importer.frameCount = 3;
     MOCAPMODEL& node = MakeNode(importer);
@@ -145,7 +145,7 @@ TEST_F(RotationOrderTest, ARepeatedRotationFails) {
         CHANNELS* list[3] = {};
         EXPECT_EQ(StatusText(importer.AllocateAllRotationChannels(&node, list)), "0x8007000D");
         EXPECT_EQ(importer.Message(), mocap_test::kRepeatedRotation);
-        // When the motion is normalised it is found too, in order or not.
+        // FixRotationsOrder finds it too, whether the rotations are in order or not.
         importer.RecordError(Zelk::CString());
         EXPECT_EQ(StatusText(importer.FixRotationsOrder()), "0x8007000D");
         EXPECT_EQ(importer.Message(), mocap_test::kRepeatedRotation);
@@ -206,7 +206,7 @@ class ListedOrder : public testing::TestWithParam<OrderRow> {
     }
 };
 
-TEST_P(ListedOrder, BecomesTheHostsWithTheSameTurn) {
+TEST_P(ListedOrder, BecomesTheOrderOfTheHostWithTheSameOrientation) {
     for (const auto format : {kBiovision, kAcclaim}) {
         Importer importer(format);
         MOCAPMODEL& node = MakeNode(importer);
@@ -225,13 +225,14 @@ TEST_P(ListedOrder, BecomesTheHostsWithTheSameTurn) {
             Matrix4 file = support::kIdentity4;
             for (std::size_t i = 0; i < GetParam().axes.size(); ++i) {
                 const Matrix4 turn = Turn(GetParam().axes[i], kAngles[i][frame]);
-                // Row vectors: the left factor turns first. A BVH's first-listed is the outermost.
+                // With row vectors the left factor acts first. In BVH the first listed is the
+                // outermost.
                 file = format == kBiovision ? turn * file : file * turn;
             }
             const Matrix4 host = support::RowRotationOfDegrees(node.channels[1].keys[frame].value,
                                                                node.channels[2].keys[frame].value,
                                                                node.channels[3].keys[frame].value);
-            // The pitches above stay clear of right angles, where the decomposition loses digits.
+            // No pitch above is near a right angle, where the decomposition loses digits.
             EXPECT_LE(Distance(host, file), 1e-13);
             EXPECT_EQ(node.channels[3].keys[frame].time, frame + 1.0);
         }
@@ -255,7 +256,7 @@ TEST_F(RotationOrderTest, StoresTheAnglesOfTheDecomposition) {
         EXPECT_DOUBLE_EQ(node.channels[i].keys[0].value, angles[i] * math::kDegreesPerRadian);
 }
 
-TEST_F(RotationOrderTest, OnlyRelabelsWithoutFrames) {
+TEST_F(RotationOrderTest, OnlyChangesTheChannelsWithoutFrames) {
     Importer importer;
     MOCAPMODEL& node = importer.AddNode("n", nullptr, {}, {{kRotationY, {}}, {kRotationX, {}}});
     ASSERT_EQ(importer.FixRotationsOrder(), 0);
@@ -263,8 +264,8 @@ TEST_F(RotationOrderTest, OnlyRelabelsWithoutFrames) {
     EXPECT_NE(node.channels[2].keys, nullptr);
 }
 
-// A bone that no frame names keeps what it has: nothing.
-TEST_F(RotationOrderTest, PassesOverANodeWithoutKeys) {
+// A bone that no frame names has no keys, and its channels stay as they are.
+TEST_F(RotationOrderTest, SkipsANodeWithoutKeys) {
     Importer importer(kAcclaim);
     importer.frameCount = 2;
     MOCAPMODEL& node = importer.AddNode("n", nullptr, {}, {{kRotationY, {}}, {kRotationX, {}}});
@@ -273,7 +274,7 @@ TEST_F(RotationOrderTest, PassesOverANodeWithoutKeys) {
     EXPECT_EQ(node.channels[0].keys, nullptr);
 }
 
-TEST_F(RotationOrderTest, SurvivesAnglesThatAreNoNumbers) {
+TEST_F(RotationOrderTest, AcceptsAnglesThatAreNotFinite) {
     Importer importer;
     importer.frameCount = 2;
     MOCAPMODEL& node = importer.AddNode(
@@ -285,7 +286,7 @@ TEST_F(RotationOrderTest, SurvivesAnglesThatAreNoNumbers) {
 
 // --- bar and cancelling ---
 
-TEST_F(RotationOrderTest, StepsTheBarForBvhNodesAlone) {
+TEST_F(RotationOrderTest, StepsTheBarForBvhNodesOnly) {
     for (const auto format : {kBiovision, kAcclaim}) {
         support::StartSession(true);
         Importer importer(format);
@@ -304,7 +305,7 @@ TEST_F(RotationOrderTest, StepsTheBarForBvhNodesAlone) {
     }
 }
 
-TEST_F(RotationOrderTest, OfNothingStillNamesTheStep) {
+TEST_F(RotationOrderTest, SetsTheCaptionEvenWithoutNodes) {
     support::StartSession(true);
     Importer importer;
     EXPECT_EQ(importer.FixRotationsOrder(), 0);

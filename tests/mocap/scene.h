@@ -1,4 +1,4 @@
-// Small scenes made through the host's own surface.
+// Makes small scenes through the host's interface.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ inline Zelk::Null MakeNull(Zelk3DObject parent, const Zelk::CString& name) {
     return null;
 }
 
-// Degrees.
+// Sets the local rotation of an object, in degrees.
 inline void Turn(Zelk3DObject object, double x, double y, double z) {
     Zelk::KinematicState local = object.GetKinematics().GetLocal();
     EXPECT_TRUE(local.PutParameterValue(L"rotx", x, Zelk::kCurrentTime).Succeeded());

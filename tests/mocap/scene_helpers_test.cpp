@@ -59,7 +59,7 @@ TEST_F(SceneHelpers, PathOfALengthHasNoKinematics) {
     EXPECT_EQ(Path(L"bone.length", L"Root", second), "B1.B2.bone.length");
     EXPECT_EQ(Path(L"rotx", L"Root", second), "B1.B2.kine.local.rotx");
     EXPECT_EQ(Path(L"bone.length", L"Skel", second), "Root.B1.B2.bone.length");
-    // Another name that ends alike is no length.
+    // Only "bone.length" is a length, not every name that ends in "length".
     EXPECT_EQ(Path(L"length", L"Root", second), "B1.B2.kine.local.length");
 }
 
@@ -68,7 +68,7 @@ TEST_F(SceneHelpers, PathWithoutAStopHoldsEveryAncestor) {
     const Zelk::Null arm = MakeNull(MakeNull(model, L"Hips"), L"LeftArm");
     const std::string path = Path(L"rotx", L"nobody", arm);
     EXPECT_THAT(path, testing::EndsWith("Skel.Hips.LeftArm.kine.local.rotx"));
-    // Whatever stands above the models is an ancestor too, where it is an object.
+    // The scene root above the models is an ancestor too, if it is an object.
     std::string expected = "kine.local.rotx";
     for (ZKObject object = arm; object.IsValid(); object = object.GetParent())
         expected = Utf8(object.GetName()) + "." + expected;
@@ -81,13 +81,13 @@ TEST_F(SceneHelpers, PathAlwaysHoldsTheObjectItself) {
     EXPECT_THAT(Path(L"rotx", L"Hips", hips), testing::EndsWith("Skel.Hips.kine.local.rotx"));
 }
 
-TEST_F(SceneHelpers, PathMindsTheLetterCaseOfTheStop) {
+TEST_F(SceneHelpers, PathDependsOnTheLetterCaseOfTheStop) {
     const Zelk::Model model = MakeModel(L"Skel");
     const Zelk::Null hips = MakeNull(model, L"Hips");
     EXPECT_THAT(Path(L"rotx", L"skel", hips), testing::EndsWith("Skel.Hips.kine.local.rotx"));
 }
 
-TEST_F(SceneHelpers, PathOfNothingIsTheParameterAlone) {
+TEST_F(SceneHelpers, PathOfAnEmptyHandleIsTheParameterAlone) {
     EXPECT_EQ(Path(L"posx", L"Skel", Zelk3DObject()), "kine.local.posx");
     EXPECT_EQ(Path(L"bone.length", L"Skel", Zelk3DObject()), "bone.length");
 }
@@ -113,7 +113,7 @@ TEST_F(SceneHelpers, MakesAnActionWithItsEnd) {
     EXPECT_TRUE(action->items.empty());
 }
 
-TEST_F(SceneHelpers, TellsThatTheHostMadeNoAction) {
+TEST_F(SceneHelpers, ReportsThatTheHostMadeNoAction) {
     Zelk::Model model = MakeModel(L"Skel");
     Zelk::ActionSource source;
     ASSERT_TRUE(AddActionSource(model, L"first", source, 1.0).Succeeded());
@@ -124,7 +124,7 @@ TEST_F(SceneHelpers, TellsThatTheHostMadeNoAction) {
     EXPECT_EQ(AddActionSource(nothing, L"third", source, 1.0).GetCode(), Zelk::status::kUnexpected);
 }
 
-TEST_F(SceneHelpers, PassesOverAnEndThatCannotBeSet) {
+TEST_F(SceneHelpers, IgnoresAnEndThatCannotBeSet) {
     Zelk::Model model = MakeModel(L"Skel");
     Zelk::ActionSource source;
     headless::FailOperation("PutParameterValue", 1);
@@ -134,44 +134,44 @@ TEST_F(SceneHelpers, PassesOverAnEndThatCannotBeSet) {
 
 // --- GetBoneGlobalMatrix ---
 
-struct Both {
+struct Matrices {
     Matrix4 global;
     Matrix4 inverse;
 };
 
-Both MatricesOf(Zelk3DObject object, const wchar_t* stop) {
-    Both both;
-    GetBoneGlobalMatrix(object, stop, both.global.m, both.inverse.m);
-    return both;
+Matrices MatricesOf(Zelk3DObject object, const wchar_t* stop) {
+    Matrices matrices;
+    GetBoneGlobalMatrix(object, stop, matrices.global.m, matrices.inverse.m);
+    return matrices;
 }
 
-TEST_F(SceneHelpers, MatricesOfUnturnedObjectsAreTheIdentity) {
+TEST_F(SceneHelpers, MatricesOfUnrotatedObjectsAreTheIdentity) {
     const Zelk::Model model = MakeModel(L"Skel");
     const Zelk::Null arm = MakeNull(MakeNull(model, L"Hips"), L"LeftArm");
-    const Both both = MatricesOf(arm, L"Skel");
-    EXPECT_TRUE(both.global == kIdentity4);
-    EXPECT_TRUE(both.inverse == kIdentity4);
+    const Matrices matrices = MatricesOf(arm, L"Skel");
+    EXPECT_TRUE(matrices.global == kIdentity4);
+    EXPECT_TRUE(matrices.inverse == kIdentity4);
 }
 
 TEST_F(SceneHelpers, MatricesOfAnEmptyHandleAreTheIdentity) {
-    const Both both = MatricesOf(Zelk3DObject(), L"Skel");
-    EXPECT_TRUE(both.global == kIdentity4);
-    EXPECT_TRUE(both.inverse == kIdentity4);
+    const Matrices matrices = MatricesOf(Zelk3DObject(), L"Skel");
+    EXPECT_TRUE(matrices.global == kIdentity4);
+    EXPECT_TRUE(matrices.inverse == kIdentity4);
 }
 
 TEST_F(SceneHelpers, MatrixOfOneObjectIsItsRotation) {
     const Zelk::Model model = MakeModel(L"Skel");
     const Zelk::Null hips = MakeNull(model, L"Hips");
     Turn(hips, 0, 0, 90);
-    const Both both = MatricesOf(hips, L"Skel");
+    const Matrices matrices = MatricesOf(hips, L"Skel");
     Matrix4 quarter;
     MatrixRotationZ(quarter.m, math::kPi / 2);
-    EXPECT_TRUE(both.global == quarter);
-    EXPECT_TRUE(both.inverse == Transposed(quarter));
+    EXPECT_TRUE(matrices.global == quarter);
+    EXPECT_TRUE(matrices.inverse == Transposed(quarter));
 }
 
-// The bounds below are a few roundings of numbers that are at most 1.
-TEST_F(SceneHelpers, MatricesTurnTheObjectFirstAndLeaveTheStopOut) {
+// The tolerances below allow for a few roundings of numbers up to 1.
+TEST_F(SceneHelpers, MatricesApplyTheObjectFirstAndExcludeTheStop) {
     const Zelk::Model model = MakeModel(L"Skel");
     const Zelk::Null hips = MakeNull(model, L"Hips");
     const Zelk::Null arm = MakeNull(hips, L"LeftArm");
@@ -182,15 +182,15 @@ TEST_F(SceneHelpers, MatricesTurnTheObjectFirstAndLeaveTheStopOut) {
     Turn(hand, 170, 80, 5);
     const Matrix4 expected = RowRotationOfDegrees(170, 80, 5) * RowRotationOfDegrees(-40, 50, -60) *
                              RowRotationOfDegrees(10, 20, 30);
-    const Both both = MatricesOf(hand, L"Skel");
-    EXPECT_LE(Distance(both.global, expected), 1e-15);
-    EXPECT_LE(Distance(both.inverse, Transposed(expected)), 1e-15);
-    EXPECT_LE(Distance(both.global * both.inverse, kIdentity4), 2e-15);
+    const Matrices matrices = MatricesOf(hand, L"Skel");
+    EXPECT_LE(Distance(matrices.global, expected), 1e-15);
+    EXPECT_LE(Distance(matrices.inverse, Transposed(expected)), 1e-15);
+    EXPECT_LE(Distance(matrices.global * matrices.inverse, kIdentity4), 2e-15);
 
     EXPECT_LE(Distance(MatricesOf(hand, L"Hips").global,
                        RowRotationOfDegrees(170, 80, 5) * RowRotationOfDegrees(-40, 50, -60)),
               1e-15);
-    // The object itself always counts, and a stop that is not met does not stop.
+    // The object itself always counts, and a stop that is no ancestor has no effect.
     EXPECT_LE(
         Distance(MatricesOf(hand, L"Hand").global, expected * RowRotationOfDegrees(33, 44, 55)),
         2e-15);
@@ -199,14 +199,15 @@ TEST_F(SceneHelpers, MatricesTurnTheObjectFirstAndLeaveTheStopOut) {
 TEST_F(SceneHelpers, MatricesContainNoTranslation) {
     Zelk::Model model = MakeModel(L"Skel");
     Zelk::Null hips = MakeNull(model, L"Hips");
-    Zelk::MATH::CTransformation place;
-    place.SetTranslationFromValues(1, 2, 3);
-    hips.GetKinematics().GetLocal().PutTransform(place, Zelk::kCurrentTime);
+    Zelk::MATH::CTransformation transform;
+    transform.SetTranslationFromValues(1, 2, 3);
+    hips.GetKinematics().GetLocal().PutTransform(transform, Zelk::kCurrentTime);
     EXPECT_TRUE(MatricesOf(hips, L"Skel").global == kIdentity4);
 }
 
 // --- ZelkStringFromANSI ---
 
+// Sets the character locale until the end of the scope.
 class Locale {
   public:
     explicit Locale(const char* name) : before_(std::setlocale(LC_CTYPE, nullptr)) {
@@ -220,7 +221,7 @@ class Locale {
     std::string before_;
 };
 
-TEST_F(SceneHelpers, TextOfNothingIsEmpty) {
+TEST_F(SceneHelpers, TextOfANullPointerIsEmpty) {
     EXPECT_TRUE(ZelkStringFromANSI(nullptr).IsEmpty());
     EXPECT_TRUE(ZelkStringFromANSI("").IsEmpty());
 }
@@ -261,7 +262,7 @@ INSTANTIATE_TEST_SUITE_P(, WideText, testing::ValuesIn(kTextRows),
 
 // --- LogStatus ---
 
-TEST_F(SceneHelpers, LogsWithTheHostsOwnSeverity) {
+TEST_F(SceneHelpers, LogsWithTheDefaultSeverityOfTheHost) {
     LogStatus(L"Importing Biovision BVH File...");
     LogStatus(L"");
     LogStatus(L"\u6B69\u304F");

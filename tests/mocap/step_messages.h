@@ -1,5 +1,5 @@
-// What single steps of building a scene say. Whole imports replace some of it with words of their
-// own.
+// The messages of single steps of building a scene. Whole imports replace some of them with their
+// own messages.
 #pragma once
 
 namespace mocap_test {
