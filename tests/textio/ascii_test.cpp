@@ -20,7 +20,7 @@ TEST(Ascii, ComparesWholeTexts) {
 }
 
 // '@' and '`', '[' and '{' differ by the same bit as a letter's two cases.
-TEST(Ascii, TellsNeighboursOfLettersApart) {
+TEST(Ascii, DistinguishesPunctuationThatDiffersInTheBitOfLetterCase) {
     EXPECT_FALSE(EqualsIgnoringCase("@", "`"));
     EXPECT_FALSE(EqualsIgnoringCase("[", "{"));
 }

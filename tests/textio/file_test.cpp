@@ -22,7 +22,7 @@ TEST(File, IsHeldWholeWithANulAfterIt) {
     EXPECT_EQ(reader->GetPosition(), 0u);
 }
 
-TEST(File, OfOneByteIsAFile) {
+TEST(File, OfOneByteIsRead) {
     const auto reader = textio_test::Load("x");
     EXPECT_EQ(reader->GetSize(), 1u);
     EXPECT_STREQ(reader->GetNextString(), "x");
@@ -68,7 +68,7 @@ TEST(Memory, OfNoBytesLeavesTheReaderEmpty) {
     EXPECT_EQ(reader.GetBuffer(), nullptr);
 }
 
-TEST(Memory, ReplacesAFileAndTheOtherWayRound) {
+TEST(Memory, ReplacesAFileAndIsReplacedByAFile) {
     const TemporaryFolder dir;
     CStringFile reader;
     ASSERT_TRUE(reader.ReadFile(Wide(dir.Write("first", "one")).c_str()));
@@ -79,7 +79,7 @@ TEST(Memory, ReplacesAFileAndTheOtherWayRound) {
 }
 
 // 4 GiB and more do not fit the reader's 32-bit position. No byte of the view is read.
-TEST(Memory, IsRefusedFromFourGibibytes) {
+TEST(Memory, IsRefusedIfItHasFourGibibytes) {
     CStringFile reader;
     const char byte = 'x';
     const std::string_view tooLong(&byte, std::size_t{1} << 32);
@@ -87,7 +87,7 @@ TEST(Memory, IsRefusedFromFourGibibytes) {
     EXPECT_EQ(reader.GetSize(), 0u);
 }
 
-TEST(File, IsEmptyAfterClear) {
+TEST(File, IsGoneAfterClear) {
     const auto reader = textio_test::Load("one two");
     reader->GetNextString();
     reader->ClearFile();
@@ -99,7 +99,7 @@ TEST(File, IsEmptyAfterClear) {
     EXPECT_EQ(reader->GetCurrentColumn(), 0u);
 }
 
-// Makes, in the folder, what cannot be loaded, and gives its path.
+// `make` creates something in the folder that cannot be loaded, and returns its path.
 struct RefusedRow {
     const char* name;
     std::string (*make)(const TemporaryFolder& dir);
@@ -121,7 +121,7 @@ const RefusedRow kRefusedRows[] = {
     {"EmptyFile", [](const TemporaryFolder& dir) { return dir.Write("empty", ""); }},
     {"Folder", [](const TemporaryFolder& dir) { return dir.Path(); }},
     {"FileAsFolder", [](const TemporaryFolder& dir) { return dir.Write("file", "x") + "/y"; }},
-    // Waiting for its other end would never end.
+    // The reader must not wait for a writer.
     {"Pipe",
      [](const TemporaryFolder& dir) {
          std::string path = dir.Path("pipe");
@@ -138,7 +138,7 @@ const RefusedRow kRefusedRows[] = {
     {"EndlessDevice", [](const TemporaryFolder&) { return std::string("/dev/zero"); }},
     {"FourGiB",
      [](const TemporaryFolder& dir) { return SparseFile(dir, std::uintmax_t{1} << 32); }},
-    // Five bytes, were the size taken as a 32-bit number.
+    // In 32 bits this size is 5.
     {"FourGiBAndFive",
      [](const TemporaryFolder& dir) { return SparseFile(dir, (std::uintmax_t{1} << 32) + 5); }},
     {"OneTiB", [](const TemporaryFolder& dir) { return SparseFile(dir, std::uintmax_t{1} << 40); }},
@@ -175,7 +175,7 @@ TEST(File, WithoutPermissionIsRefused) {
     const TemporaryFolder dir;
     const std::string path = dir.Write("locked", "x");
     ASSERT_EQ(chmod(path.c_str(), 0), 0);
-    // Nothing is forbidden to the superuser.
+    // The superuser may read every file, so the test reads it as another user.
     constexpr uid_t kNobody = 65534;
     const bool isSuperuser = geteuid() == 0;
     ASSERT_TRUE(!isSuperuser || seteuid(kNobody) == 0);
@@ -187,7 +187,7 @@ TEST(File, WithoutPermissionIsRefused) {
 struct NamedFile {
     const char* name;
     std::string bytes;     // in the file system
-    std::wstring spelled;  // as the host spells it
+    std::wstring spelled;  // as the host passes it
 };
 std::ostream& operator<<(std::ostream& out, const NamedFile& row) {
     return out << row.name;

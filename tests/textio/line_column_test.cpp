@@ -9,19 +9,19 @@ namespace {
 
 using textio_test::Load;
 
-struct Place {
+struct LineColumn {
     std::uint32_t line;
     std::uint32_t column;
 };
 
-// Counted from the start, as a reader of the text would.
-Place PlaceOf(const std::string& text, std::size_t position) {
-    Place place{0, 0};
+// Counts the line and the column from the start of the text.
+LineColumn ExpectedAt(const std::string& text, std::size_t position) {
+    LineColumn expected{0, 0};
     for (std::size_t i = 0; i < position; ++i) {
-        ++place.column;
-        if (text[i] == '\n') place = {place.line + 1, 0};
+        ++expected.column;
+        if (text[i] == '\n') expected = {expected.line + 1, 0};
     }
-    return place;
+    return expected;
 }
 
 TEST(LineAndColumn, CountFromZero) {
@@ -38,20 +38,20 @@ TEST(LineAndColumn, CountFromZero) {
     EXPECT_EQ(reader->GetCurrentColumn(), 3u);
 }
 
-TEST(LineAndColumn, AreTrueOfEveryPositionInAnyOrder) {
+TEST(LineAndColumn, AreCorrectAtEveryPositionInAnyOrder) {
     const std::string text = "\n\nROOT Hips\r\n{\n\n  OFFSET 0 0 0\n}\n\nend";
     std::mt19937 random(1);
     const auto reader = Load(text);
     for (int i = 0; i < 2000; ++i) {
         const auto position = static_cast<std::uint32_t>(random() % text.size());
         ASSERT_TRUE(reader->SetPosition(position));
-        const Place place = PlaceOf(text, position);
-        // Either of the two may be asked alone, and remembers what it was asked.
+        const LineColumn expected = ExpectedAt(text, position);
+        // Each of the two can be asked without the other.
         if (random() % 3 != 0) {
-            ASSERT_EQ(reader->GetCurrentLine(), place.line) << position;
+            ASSERT_EQ(reader->GetCurrentLine(), expected.line) << position;
         }
         if (random() % 3 != 0) {
-            ASSERT_EQ(reader->GetCurrentColumn(), place.column) << position;
+            ASSERT_EQ(reader->GetCurrentColumn(), expected.column) << position;
         }
     }
 }
@@ -102,7 +102,7 @@ TEST(LineAndColumn, CanBeAskedAtEveryTokenOfALongLine) {
     EXPECT_EQ(reader->GetNextString(), nullptr);
 }
 
-TEST(NextLine, BeginsBehindTheNextFeed) {
+TEST(NextLine, BeginsAfterTheNextLineFeed) {
     const auto reader = Load("# note\nword\n\nlast");
     EXPECT_TRUE(reader->GotoNextLine());
     EXPECT_EQ(reader->GetPosition(), 7u);
@@ -115,7 +115,7 @@ TEST(NextLine, BeginsBehindTheNextFeed) {
     EXPECT_EQ(reader->GetPosition(), 13u);
 }
 
-TEST(NextLine, IsNotBehindTheLastByte) {
+TEST(NextLine, DoesNotExistAfterTheLastByte) {
     const auto reader = Load("ab\n");
     EXPECT_FALSE(reader->GotoNextLine());
     EXPECT_EQ(reader->GetPosition(), 0u);
@@ -124,7 +124,7 @@ TEST(NextLine, IsNotBehindTheLastByte) {
     EXPECT_EQ(reader->GetPosition(), 2u);
 }
 
-TEST(NextLine, CountsTheFeedAtThePosition) {
+TEST(NextLine, BeginsAfterALineFeedAtThePosition) {
     const auto reader = Load("ab\ncd");
     reader->GetNextString();
     EXPECT_TRUE(reader->GotoNextLine());
@@ -133,13 +133,13 @@ TEST(NextLine, CountsTheFeedAtThePosition) {
     EXPECT_EQ(reader->GetPosition(), reader->GetSize());
 }
 
-TEST(NextLine, IsNotFoundBehindANulByte) {
+TEST(NextLine, IsNotFoundAfterANulByte) {
     const auto reader = Load(std::string("a \0b\ncd", 7));
     EXPECT_FALSE(reader->GotoNextLine());
     EXPECT_EQ(reader->GetPosition(), 0u);
 }
 
-TEST(NextLine, NeedsAFeedAndNotAReturn) {
+TEST(NextLine, NeedsALineFeedNotACarriageReturn) {
     const auto reader = Load("ab\rcd");
     EXPECT_FALSE(reader->GotoNextLine());
 }

@@ -1,4 +1,4 @@
-// Readers over bytes that a test states itself.
+// Loads bytes of a test into a reader.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,12 +11,12 @@
 
 namespace textio_test {
 
-// ASCII alone.
+// The text must be ASCII.
 inline std::wstring Wide(std::string_view text) {
     return std::wstring(text.begin(), text.end());
 }
 
-// A reader that holds these bytes, or none where the file could not be loaded.
+// Returns a reader that has loaded a file with these bytes; the test fails if it cannot.
 inline std::unique_ptr<CStringFile> Load(const std::string& bytes,
                                          const char* separators = nullptr) {
     const support::TemporaryFolder dir;

@@ -98,7 +98,7 @@ const RealRow kRealRows[] = {
     {"Word", "abc", false, 0.0},
     {"Brace", "}", false, 0.0},
     {"Minus", "-", false, 0.0},
-    {"Plus1", "+", false, 0.0},
+    {"PlusAlone", "+", false, 0.0},
     {"Point", ".", false, 0.0},
     {"MinusPointAlone", "-.", false, 0.0},
     {"ExponentAlone", "e5", false, 0.0},
@@ -111,10 +111,10 @@ const RealRow kRealRows[] = {
 
 class RealNumberTable : public testing::TestWithParam<RealRow> {};
 
-// Alone, and with neighbours of every kind.
-void ExpectReal(const RealRow& row, const std::string& before, const std::string& behind) {
-    SCOPED_TRACE("'" + before + "' … '" + behind + "'");
-    const auto reader = Load(before + row.token + behind);
+// Reads the token of a row between two other texts.
+void ExpectReal(const RealRow& row, const std::string& before, const std::string& after) {
+    SCOPED_TRACE("'" + before + "' … '" + after + "'");
+    const auto reader = Load(before + row.token + after);
     double value = kUntouched;
     EXPECT_EQ(reader->GetNextFloat(value), row.accepted);
     EXPECT_EQ(Bits(value), Bits(row.accepted ? row.value : kUntouched));
@@ -127,10 +127,10 @@ void ExpectReal(const RealRow& row, const std::string& before, const std::string
     EXPECT_EQ(reader->GetPosition(), before.size() + row.token.size());
 }
 
-TEST_P(RealNumberTable, IsReadAsTheLibraryReadsIt) {
+TEST_P(RealNumberTable, IsReadAsTheCLibraryReadsIt) {
     for (const char* before : {"", " ", "\r\n\t"})
-        for (const char* behind : {"", " ", "\n", "\t7", " 7e5", "\r\n"})
-            ExpectReal(GetParam(), before, behind);
+        for (const char* after : {"", " ", "\n", "\t7", " 7e5", "\r\n"})
+            ExpectReal(GetParam(), before, after);
 }
 
 TEST_P(RealNumberTable, EndsAtANulByte) {
@@ -147,10 +147,10 @@ INSTANTIATE_TEST_SUITE_P(, RealNumberTable, testing::ValuesIn(kRealRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
 // One locale for all rows: building it takes longer than reading them.
-TEST(RealNumber, IsTheSameUnderAComma) {
+TEST(RealNumber, DoesNotDependOnTheDecimalComma) {
     const support::CommaLocale comma;
     ASSERT_EQ(comma.Problem(), "");
-    ASSERT_EQ(std::strtod("1,5", nullptr), 1.5) << "the comma is not in force";
+    ASSERT_EQ(std::strtod("1,5", nullptr), 1.5) << "the locale has no decimal comma";
     for (const RealRow& row : kRealRows) {
         const auto reader = Load(row.token);
         double value = kUntouched;
@@ -170,7 +170,7 @@ TEST(RealNumber, SplitsAtTheRegisteredSeparators) {
     EXPECT_EQ(reader->GetPosition(), reader->GetSize());
 }
 
-TEST(RealNumber, OfAMillionDigitsIsANumber) {
+TEST(RealNumber, MayHaveAMillionDigits) {
     const std::string digits(1'000'000, '3');
     const auto reader =
         Load("0." + digits + " " + digits + " 1" + std::string(1'000'000, '0') + "e-1000000");
@@ -210,11 +210,11 @@ const WholeRow kWholeRows[] = {
     {"HexadecimalIsZero", "0x10", true, 0},
     {"ZeroFraction", "0.9", true, 0},
     {"MinusZeroFraction", "-0.9", true, 0},
-    // What the library's 64 bits leave in 32.
+    // The C library reads 64 bits, of which the lower 32 are used.
     {"ThirtyThreeBits", "4294967297", true, 1},
     {"NegativeByBits", "4294967295", true, -1},
     {"BeyondSixtyFourBits", "99999999999999999999", true, -1},
-    {"ThirtyTwoBitsOfNothing", "4294967296", false, 0},
+    {"Low32BitsAreZero", "4294967296", false, 0},
     {"SmallestOfSixtyFourBits", "-99999999999999999999", false, 0},
     {"PlusZero", "+0", false, 0},
     {"Word", "x0", false, 0},
@@ -229,10 +229,10 @@ const WholeRow kWholeRows[] = {
 
 class WholeNumber : public testing::TestWithParam<WholeRow> {};
 
-TEST_P(WholeNumber, IsReadAsTheLibraryReadsIt) {
+TEST_P(WholeNumber, IsReadAsTheCLibraryReadsIt) {
     const WholeRow& row = GetParam();
-    for (const char* behind : {"", " ", "\n7"}) {
-        const auto reader = Load(" " + row.token + behind);
+    for (const char* after : {"", " ", "\n7"}) {
+        const auto reader = Load(" " + row.token + after);
         int value = 777;
         EXPECT_EQ(reader->GetNextInt(value), row.accepted);
         EXPECT_EQ(value, row.accepted ? row.value : 777);
@@ -244,7 +244,7 @@ TEST_P(WholeNumber, IsReadAsTheLibraryReadsIt) {
 INSTANTIATE_TEST_SUITE_P(, WholeNumber, testing::ValuesIn(kWholeRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(Numbers, LeaveThePositionAtTheEndOfTheFile) {
+TEST(Numbers, ThatAreMissingMoveThePositionToTheEndOfTheFile) {
     const auto reader = Load("word \n ");
     reader->GetNextString();
     int whole = 5;
@@ -258,8 +258,8 @@ TEST(Numbers, LeaveThePositionAtTheEndOfTheFile) {
     EXPECT_EQ(real, 5.0);
 }
 
-// A refused number is shown at the place where the reader looked for it.
-TEST(Numbers, ThatAreRefusedPutThePositionBackBeforeTheSeparators) {
+// An error about a refused number names the position from which the reader looked for it.
+TEST(Numbers, ThatAreRefusedLeaveThePositionBeforeTheSeparators) {
     const auto reader = Load("OFFSET\n\n  up");
     reader->GetNextString();
     double real = 0.0;
@@ -271,7 +271,7 @@ TEST(Numbers, ThatAreRefusedPutThePositionBackBeforeTheSeparators) {
     EXPECT_EQ(reader->GetPosition(), 6u);
 }
 
-TEST(PlainDecimal, LeavesTheRestToTheLibrary) {
+TEST(PlainDecimal, LeavesOtherNumbersToTheCLibrary) {
     for (const std::string text :
          {"", "-", "+1", "0", "-0.0", "inf", "nan", "x", " 1", "1e400", "e5"}) {
         double value = kUntouched;

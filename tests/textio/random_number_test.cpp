@@ -1,4 +1,5 @@
-// Numbers against the C library's own, over texts out of a seed.
+// Compares the numbers that are read with those of the C library, for random texts from a fixed
+// seed.
 #include <bit>
 #include <cstdint>
 #include <cstdio>
@@ -24,7 +25,7 @@ class TextMaker {
             case 1:
                 return Printed("%a", AnyBits());
             case 2:
-                return Printed(Below(2) == 0 ? "%.6f" : "%.4f", Modest());
+                return Printed(Below(2) == 0 ? "%.6f" : "%.4f", Angle());
             case 3:
                 return Printed("%g", AnyBits());
             case 4:
@@ -32,7 +33,7 @@ class TextMaker {
             case 5:
                 return Sign() + Digits(1 + Below(20)) + 'e' + Sign() + Digits(1 + Below(3));
             case 6:
-                return Printed("%.16e", Halfway()) + Tail();
+                return Printed("%.16e", LargeWhole()) + Tail();
             default:
                 return Garbage();
         }
@@ -41,9 +42,9 @@ class TextMaker {
   private:
     std::uint32_t Below(std::uint32_t n) { return static_cast<std::uint32_t>(random_() % n); }
     double AnyBits() { return std::bit_cast<double>(random_()); }
-    double Modest() { return (static_cast<double>(Below(2'000'001)) / 1e6 - 1.0) * 360.0; }
-    // Between two neighbouring doubles of the whole numbers.
-    double Halfway() { return 9007199254740992.0 + 2.0 * Below(1000); }
+    double Angle() { return (static_cast<double>(Below(2'000'001)) / 1e6 - 1.0) * 360.0; }
+    // A whole number from 2^53 on, where neighbouring doubles differ by 2.
+    double LargeWhole() { return 9007199254740992.0 + 2.0 * Below(1000); }
 
     std::string Sign() {
         static constexpr const char* kSigns[] = {"", "", "-", "+"};
@@ -111,12 +112,12 @@ void ExpectAll(CStringFile& reader, const std::vector<Expected>& texts) {
             << text;
     }
     EXPECT_EQ(reader.GetNextString(), nullptr);
-    // Both answers were asked for often enough.
+    // Enough texts were accepted, and some were refused.
     EXPECT_GT(accepted, kTexts / 2);
     EXPECT_LT(accepted, kTexts);
 }
 
-TEST(RandomNumbers, AreTheLibrarysToTheBitInEveryLocale) {
+TEST(RandomNumbers, EqualThoseOfTheCLibraryToTheBitInBothLocales) {
     const std::vector<Expected> texts = Texts();
     std::string file;
     for (const Expected& expected : texts)
@@ -125,7 +126,7 @@ TEST(RandomNumbers, AreTheLibrarysToTheBitInEveryLocale) {
 
     const support::CommaLocale comma;
     ASSERT_EQ(comma.Problem(), "");
-    ASSERT_EQ(std::strtod("1,5", nullptr), 1.5) << "the comma is not in force";
+    ASSERT_EQ(std::strtod("1,5", nullptr), 1.5) << "the locale has no decimal comma";
     ExpectAll(*textio_test::Load(file), texts);
 }
 

@@ -1,4 +1,4 @@
-// The stand-in for std::from_chars against the original.
+// Compares the replacement for std::from_chars with the original.
 #include <bit>
 #include <charconv>
 #include <cstdint>
@@ -20,7 +20,7 @@ const std::string kTexts[] = {
     // texts that are not decimal numbers
     "0x10", "inf", "-inf", "INFINITY", "infinit", "inf5", "nan", "-nan", "nan(7)", "NaN(a_b)x",
     "nan(", "nan(a b)", "n", "i",
-    // out of range, and not
+    // out of range, or just inside it
     "1e400", "-1e400", "1e-400", "-1e-400", "0e-400", "0e400", "-0", "0.000e500", "-0.0e-500",
     "1e99999999999999999999", "1e-99999999999999999999", "0e99999999999999999999",
     "0.1e-2147483649", "1e2147483648", "1e4294967296", "1.7976931348623157e308",
@@ -44,12 +44,12 @@ void ExpectSame(const std::string& text) {
     EXPECT_EQ(std::bit_cast<std::uint64_t>(actual), std::bit_cast<std::uint64_t>(expected)) << text;
 }
 
-TEST(FromCharsStandIn, ReadsWhatTheStandardOneReads) {
+TEST(FromCharsStandIn, AgreesWithTheStandardOneOnSpecialTexts) {
     for (const std::string& text : kTexts)
         ExpectSame(text);
 }
 
-TEST(FromCharsStandIn, ReadsAnyDecimalTheSame) {
+TEST(FromCharsStandIn, AgreesWithTheStandardOneOnRandomDecimals) {
     std::mt19937_64 random(1);
     for (int count = 0; count < 20'000; ++count) {
         std::string text = std::to_string(random() >> random() % 64);

@@ -94,7 +94,7 @@ TEST(Tokens, MayBeAsLongAsTheFile) {
     EXPECT_EQ(reader->GetNextString(), word);
 }
 
-TEST(Separators, AreTabReturnFeedAndSpaceAtFirst) {
+TEST(Separators, AreTabReturnFeedAndSpaceByDefault) {
     const auto reader = Load("a\tb\rc\nd e");
     for (const char* expected : {"a", "b", "c", "d", "e"})
         EXPECT_STREQ(reader->GetNextString(), expected);
@@ -110,7 +110,7 @@ TEST(Separators, RefuseAnEmptySetAndKeepTheOldOne) {
     EXPECT_STREQ(reader.GetNextString(), "c");
 }
 
-TEST(Separators, OutliveTheFile) {
+TEST(Separators, StayWhenTheFileIsCleared) {
     const support::TemporaryFolder dir;
     const std::wstring path = textio_test::Wide(dir.Write("f", "a;b c"));
     CStringFile reader;
@@ -143,7 +143,7 @@ TEST(Position, CanBeSetAfterTheEndWasReached) {
     EXPECT_STREQ(reader->GetNextString(), "b");
 }
 
-TEST(Position, AfterANulByteReadsTheRest) {
+TEST(Position, CanBeSetAfterANulByte) {
     const auto reader = Load(std::string("a\0b c", 5));
     EXPECT_STREQ(reader->GetNextString(), "a");
     EXPECT_EQ(reader->GetPosition(), 5u);
@@ -151,7 +151,7 @@ TEST(Position, AfterANulByteReadsTheRest) {
     EXPECT_STREQ(reader->GetNextString(), "b");
 }
 
-TEST(EmptyReader, AnswersEverythingWithNothing) {
+TEST(EmptyReader, GivesNoTokensNumbersOrLines) {
     CStringFile reader;
     int whole = 7;
     double real = 7.0;
