@@ -118,7 +118,8 @@ void CheckImport(const MemoryFile& asf, const std::optional<MemoryFile>& amc,
     const std::int32_t status = Import(importer, asf, amc);
     RequireKnownStatus(status, MessageOf(importer));
     RequireSoundScene(status == 0, true);
-    // A second motion finds the skeleton as the first one found it.
+    // The same motion must be accepted a second time, because an import leaves the skeleton as it
+    // was.
     if (status != 0 || !amc) return;
     const std::int32_t again = importer.ImportMotion(amc->Path().c_str(), L"again").GetCode();
     Require(again == 0, "a motion that was imported once is refused: " + MessageOf(importer));
@@ -133,7 +134,7 @@ void CheckBothSkeletons(const MemoryFile& asf, const std::optional<MemoryFile>& 
     const Nodes& nodes = asNulls.GetSkeleton().models;
     if (Import(asNulls, asf, amc) != 0 || !IsPlainTree(nodes)) return;
     const support::ProbedSection nullsSection = SectionOf(asNulls);
-    const Places nulls = PlacesOf(nullsSection);
+    const JointPositions nulls = PositionsOf(nullsSection);
 
     support::StartSession(false);
     CAcclaimImport asBones;
@@ -150,7 +151,7 @@ void CheckBothSkeletons(const MemoryFile& asf, const std::optional<MemoryFile>& 
         else
             setApart.emplace_back(bonesSection.joints[joint] == 0 ? "no object" : "");
     }
-    RequireSamePlaces(parents, setApart, nulls, PlacesOf(bonesSection));
+    RequireSamePositions(parents, setApart, nulls, PositionsOf(bonesSection));
 }
 
 }  // namespace

@@ -44,7 +44,8 @@ void CheckImport(const std::wstring& path, const BvhChoices& choices) {
     Require(importer.GetLastModel().IsValid() || completed == 0, "no model to hand out");
 }
 
-void CheckSection(const support::ProbedSection& section, const Places& nulls, bool fromParent) {
+void CheckSection(const support::ProbedSection& section, const JointPositions& nulls,
+                  bool fromParent) {
     const auto predictions = support::PredictChains(section.parsed, fromParent);
     std::vector<int> parents;
     std::vector<std::string> setApart;
@@ -52,17 +53,18 @@ void CheckSection(const support::ProbedSection& section, const Places& nulls, bo
         parents.push_back(section.parsed.joints[joint].parent);
         setApart.push_back(predictions[joint].setApart);
     }
-    RequireSamePlaces(parents, setApart, nulls, PlacesOf(section));
+    RequireSamePositions(parents, setApart, nulls, PositionsOf(section));
 }
 
-// Nulls and bones, where no joint asks for what bones cannot do.
+// Imports the file as nulls and as bones. The bones must fail exactly if the prediction says
+// so; otherwise both must give the same positions.
 void CheckBothSkeletons(const std::wstring& path, const BvhChoices& choices) {
     const auto asNulls = support::ImportBvhFile(path, {});
     if (asNulls.status != 0) return;
-    std::vector<Places> nulls;
+    std::vector<JointPositions> nulls;
     bool fails = false;
     for (const support::ProbedSection& section : asNulls.sections) {
-        nulls.push_back(PlacesOf(section));
+        nulls.push_back(PositionsOf(section));
         fails = fails || support::PredictFailure(
                              section.parsed,
                              support::PredictChains(section.parsed, choices.chainFromParent));
@@ -82,7 +84,7 @@ void CheckBvh(std::string_view input) {
     const BvhChoices choices(input[0]);
     const MemoryFile file(input.substr(1));
     CheckImport(file.Path(), choices);
-    // The probe takes for granted what the importer has to find out.
+    // The probe cannot read an empty file.
     if (input.size() > 1) CheckBothSkeletons(file.Path(), choices);
     headless::Session::Current().Reset();
 }

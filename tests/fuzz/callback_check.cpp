@@ -17,24 +17,24 @@
 namespace fuzz {
 namespace {
 
-constexpr std::size_t kHead = 24;
+constexpr std::size_t kHead = 24;  // bytes before the text
 constexpr std::size_t kLongestCall = 6000;
 constexpr const wchar_t* kCommands[] = {plugin::kBiovisionCommand, plugin::kAcclaimCommand, L"",
                                         L"Biovision import function", L"Acclaim Import function "};
 
-// Bytes as they come; zeros behind the last.
+// Reads values from bytes, one after the other, and zeros after the last byte.
 class Bytes {
   public:
     explicit Bytes(std::string_view bytes) : bytes_(bytes) {}
 
     template <class Value>
-    Value Take() {
-        std::array<char, sizeof(Value)> taken{};
-        const std::size_t count = std::min(taken.size(), bytes_.size());
-        std::copy_n(bytes_.begin(), count, taken.begin());
+    Value Next() {
+        std::array<char, sizeof(Value)> raw{};
+        const std::size_t count = std::min(raw.size(), bytes_.size());
+        std::copy_n(bytes_.begin(), count, raw.begin());
         bytes_.remove_prefix(count);
         Value value;
-        std::memcpy(&value, taken.data(), sizeof(value));
+        std::memcpy(&value, raw.data(), sizeof(value));
         return value;
     }
 
@@ -42,7 +42,7 @@ class Bytes {
     std::string_view bytes_;
 };
 
-// What a host may put in the place of a file's name.
+// A path that a host may pass as a file name.
 std::wstring PathFor(std::uint8_t choice, const MemoryFile& file, std::string_view text) {
     switch (choice % 8) {
         case 0:
@@ -51,7 +51,7 @@ std::wstring PathFor(std::uint8_t choice, const MemoryFile& file, std::string_vi
             return L"/";
         case 2:
             return L"/nowhere/at.all";
-        case 3:  // as wide as the text: characters that are none, and half of a pair
+        case 3:  // the text, surrogates and a value that is no character
             return std::wstring(text.begin(), text.end()) + L"\xD800\xDC80\x7FFFFFFF/.";
         case 4:
             return std::wstring(5000, L'x') + L'/';
@@ -64,9 +64,9 @@ class Arguments {
   public:
     Arguments(Bytes& bytes, bool acclaim, const MemoryFile& first, const MemoryFile& second,
               std::string_view text) {
-        // The type words, and what lies beside a flag, are anybody's.
+        // The type fields and the bytes next to a flag may have any content.
         for (VARIANT& record : records_) {
-            std::memset(static_cast<void*>(&record), bytes.Take<std::uint8_t>(), sizeof(record));
+            std::memset(static_cast<void*>(&record), bytes.Next<std::uint8_t>(), sizeof(record));
         }
         std::size_t nextFlag = plugin::biovision::kAddClip;
         if (!acclaim) {
@@ -76,7 +76,7 @@ class Arguments {
             PutText(plugin::acclaim::kMotionFile, bytes, second, text);
             PutWord(plugin::acclaim::kApplyLimits, bytes);
             PutWord(plugin::acclaim::kOverrideLength, bytes);
-            records_[plugin::acclaim::kLengthMultiplier].dblVal = bytes.Take<double>();
+            records_[plugin::acclaim::kLengthMultiplier].dblVal = bytes.Next<double>();
             nextFlag = plugin::acclaim::kAddClip;
         }
         for (int flag = 0; flag < 5; ++flag)
@@ -86,13 +86,13 @@ class Arguments {
 
   private:
     void PutText(std::size_t index, Bytes& bytes, const MemoryFile& file, std::string_view text) {
-        const auto choice = bytes.Take<std::uint8_t>();
+        const auto choice = bytes.Next<std::uint8_t>();
         texts_[index] = PathFor(choice, file, text.substr(0, 40));
         records_[index].bstrVal = choice == 8 ? nullptr : texts_[index].c_str();
     }
-    // True more often than one word in 65536 would be.
+    // Half of the words are kTrue, which a random word would almost never be.
     void PutWord(std::size_t index, Bytes& bytes) {
-        const auto byte = bytes.Take<std::uint8_t>();
+        const auto byte = bytes.Next<std::uint8_t>();
         const std::uint16_t word =
             byte % 2 == 0 ? plugin::kTrue : static_cast<std::uint16_t>(byte * 257 / 2);
         std::memcpy(&records_[index].boolVal, &word, sizeof(word));
@@ -115,7 +115,7 @@ void RequireOutcome(std::int32_t result, bool isImport) {
     Require(!lines.empty(), "nothing was logged");
     if (lines.front() == "2: File name not specified") return;
     Require(lines.front().starts_with("-: Importing "), "the import was not announced");
-    // Warnings about a motion follow what a skeleton says.
+    // The warnings about a motion may come after the line with the outcome of the skeleton.
     std::erase_if(lines, [](const std::string& line) { return line.starts_with("4: "); });
     Require(lines.back().starts_with("8: "), "no outcome was logged");
     const bool failed = std::any_of(lines.begin(), lines.end(), [](const std::string& line) {
@@ -129,7 +129,7 @@ void RequireOutcome(std::int32_t result, bool isImport) {
 void CheckCallback(plugin::Callback callback, std::string_view input) {
     if (input.size() < kHead || input.size() > kLongestCall) return;
     Bytes bytes(input.substr(0, kHead));
-    const auto choice = bytes.Take<std::uint8_t>();
+    const auto choice = bytes.Next<std::uint8_t>();
     const wchar_t* const command = kCommands[choice % std::size(kCommands)];
     const bool isImport = choice % std::size(kCommands) < 2;
     const std::string_view texts = input.substr(kHead);

@@ -6,10 +6,10 @@
 
 namespace fuzz {
 
-// The first bytes choose the command and what the argument list holds, which is well-typed and of
-// any content; the rest is the text of the files that it names. Requires the callback's promises: 0
-// for the two commands, whatever came of them, and a failure for any other; a sound scene, and a
-// log that tells the outcome.
+// The first bytes choose the command and the arguments, which have the right types and any content.
+// The rest is the text of the files that the arguments name. Requires what the callback promises:
+// it returns 0 for the two commands, even if they fail, and a failure for any other command; the
+// scene is sound, and the log has the outcome.
 void CheckCallback(plugin::Callback callback, std::string_view input);
 
 }  // namespace fuzz

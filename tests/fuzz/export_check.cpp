@@ -28,9 +28,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kHead = 2;
+constexpr std::size_t kHead = 2;  // bytes before the text
 constexpr std::size_t kLongestInput = 3000;
-// Frame numbers farther apart than this cost time and show nothing new.
+// Motions with frame numbers farther apart, or with a later end, cost time and show nothing new.
 constexpr double kLongestMotion = 2000.0;
 
 struct Choices {
@@ -51,7 +51,7 @@ struct Choices {
     }
 };
 
-// What a failed import leaves in the scene is as good a scene as any.
+// The status is ignored, because the scene of a failed import is exported too.
 void ImportBvh(std::string_view text, const Choices& choices) {
     const MemoryFile file(text);
     CBiovisionImport importer;
@@ -88,7 +88,7 @@ bool IsLong() {
     return false;
 }
 
-// A folder in memory where there is one.
+// A temporary folder, which is in memory if the system has /dev/shm.
 const support::TemporaryFolder& Folder() {
     static const support::TemporaryFolder folder = [] {
         if (fs::is_directory("/dev/shm")) setenv("TMPDIR", "/dev/shm", 1);
@@ -140,7 +140,7 @@ class Exports {
             Require(*error.what() != '\0', "a refusal without a reason");
             refused = true;
         }
-        Require(FilesLeft() == (refused ? 0 : names.size()), "files are left behind or missing");
+        Require(FilesLeft() == (refused ? 0 : names.size()), "files are left over or missing");
         for (const char* name : names) {
             const fs::path path = Folder().Path(name);
             if (refused) continue;

@@ -4,9 +4,10 @@
 
 namespace fuzz {
 
-// The first two bytes hold options, the rest is a BVH file or, where it begins with ":", an ASF
-// file and behind "~" an AMC file. Whatever scene comes out is written in every format: each file
-// is whole or is refused without one being left behind, and an exported BVH can be imported again.
+// The first two bytes hold the options. The rest is a BVH file or, if it begins with ":", an ASF
+// file and, after "~", an AMC file. The scene is written in every format, even after a failed
+// import. An export writes whole files, or is refused and leaves no file. An exported BVH can be
+// imported again.
 void CheckExports(std::string_view input);
 
 }  // namespace fuzz

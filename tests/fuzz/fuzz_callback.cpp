@@ -7,7 +7,7 @@
 
 namespace {
 
-// The plug-in as a host loads it.
+// Loads the plug-in as a host does.
 plugin::Callback LoadCallback() {
     void* const library = dlopen(ZKMOCAP_PLUGIN, RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) throw std::runtime_error(dlerror());
@@ -28,5 +28,5 @@ fuzz::Grammar GrammarOf(std::string_view input) {
 
 }  // namespace
 
-// 24 bytes: the arguments.
+// The first 24 bytes choose the command and the arguments.
 const fuzz::Target fuzz::kTarget = {Check, 24, GrammarOf};

@@ -51,7 +51,7 @@ constexpr const char* kNumbers[] = {"0",           "-0",
 
 struct Span {
     std::size_t first = 0;
-    std::size_t last = 0;  // behind it
+    std::size_t last = 0;  // one past the end
 };
 
 bool IsBlank(char c) {
@@ -87,12 +87,12 @@ std::vector<Span> Lines(std::string_view text) {
     return lines;
 }
 
-// From one of these words to the next.
+// Returns whether the token begins a section, which ends at the next such token.
 bool IsHead(std::string_view token, Grammar grammar) {
     if (grammar == Grammar::Bvh) return token == "HIERARCHY" || token == "MOTION";
     return token[0] == ':';
 }
-// Between these stands what belongs together.
+// Tokens that open and close a block.
 bool Opens(std::string_view token, Grammar grammar) {
     return token == (grammar == Grammar::Bvh ? "{" : "begin");
 }
@@ -112,14 +112,14 @@ std::vector<Span> Sections(std::string_view text, Grammar grammar) {
             if (head < tokens[i].first) sections.push_back({head, tokens[i].first});
             head = tokens[i].first;
         }
-        // With the two words before a brace, which say what it is.
+        // In BVH the two words before the brace, a keyword and a name, belong to the block.
         if (Opens(token, grammar))
             open.push_back(grammar == Grammar::Bvh ? i - std::min<std::size_t>(i, 2) : i);
         if (Closes(token, grammar) && !open.empty()) {
             sections.push_back({tokens[open.back()].first, tokens[i].last});
             open.pop_back();
         }
-        // The frames of an AMC file stand behind lines of a number alone.
+        // A frame of an AMC file begins with a line that has only a number.
         const bool ownLine = (tokens[i].first == 0 || text[tokens[i].first - 1] == '\n') &&
                              (tokens[i].last == text.size() || text[tokens[i].last] == '\n');
         if (grammar == Grammar::Acclaim && ownLine && IsNumber(token)) {
@@ -147,7 +147,7 @@ class Mutator {
     }
 
   private:
-    // From the engine alone: the standard's distributions differ between libraries.
+    // The standard distributions are not used, because they differ between libraries.
     std::size_t Below(std::size_t n) { return n == 0 ? 0 : random_() % n; }
 
     template <std::size_t kCount>
@@ -195,16 +195,16 @@ class Mutator {
         Span a = units[Below(units.size())];
         Span b = units[Below(units.size())];
         if (b.first < a.first) std::swap(a, b);
-        if (a.last > b.first) return;  // one inside the other
-        text_ = text_.substr(0, a.first) + Cut(b) + text_.substr(a.last, b.first - a.last) +
-                Cut(a) + text_.substr(b.last);
+        if (a.last > b.first) return;  // they overlap
+        text_ = text_.substr(0, a.first) + TextOf(b) + text_.substr(a.last, b.first - a.last) +
+                TextOf(a) + text_.substr(b.last);
     }
 
     void Repeat() {
         const std::vector<Span> units = Units(text_);
         if (units.empty()) return;
         const Span unit = units[Below(units.size())];
-        const std::string copy = ' ' + Cut(unit);
+        const std::string copy = ' ' + TextOf(unit);
         std::string copies;
         for (std::size_t count = Below(10) == 0 ? 50 : 1 + Below(3); count > 0; --count)
             copies += copy;
@@ -220,16 +220,16 @@ class Mutator {
 
     void Splice() {
         const std::vector<Span> given = Units(donor_);
-        const std::vector<Span> places = Tokens(text_);
+        const std::vector<Span> tokens = Tokens(text_);
         if (given.empty()) return;
         const Span unit = given[Below(given.size())];
-        const std::size_t place = places.empty() ? 0 : places[Below(places.size())].first;
-        text_.insert(place, donor_.substr(unit.first, unit.last - unit.first) + ' ');
+        const std::size_t target = tokens.empty() ? 0 : tokens[Below(tokens.size())].first;
+        text_.insert(target, donor_.substr(unit.first, unit.last - unit.first) + ' ');
     }
 
     void ReplaceNumber() {
         std::vector<Span> numbers = Tokens(text_);
-        std::erase_if(numbers, [this](const Span& span) { return !IsNumber(Cut(span)); });
+        std::erase_if(numbers, [this](const Span& span) { return !IsNumber(TextOf(span)); });
         if (numbers.empty()) return;
         Replace(numbers[Below(numbers.size())], OneOf(kNumbers));
     }
@@ -242,10 +242,10 @@ class Mutator {
     void CopyToken() {
         const std::vector<Span> tokens = Tokens(text_);
         if (tokens.empty()) return;
-        Replace(tokens[Below(tokens.size())], Cut(tokens[Below(tokens.size())]));
+        Replace(tokens[Below(tokens.size())], TextOf(tokens[Below(tokens.size())]));
     }
 
-    std::string Cut(const Span& span) const {
+    std::string TextOf(const Span& span) const {
         return text_.substr(span.first, span.last - span.first);
     }
     void Replace(const Span& span, const std::string& with) {

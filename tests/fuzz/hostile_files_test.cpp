@@ -1,4 +1,4 @@
-// Files that ask for much with little, and paths that lead to no file.
+// Short files that ask for much memory, and paths that do not lead to a readable file.
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
@@ -47,7 +47,7 @@ std::string Repeated(const std::string& text, std::size_t times) {
     return all;
 }
 
-// What a file is told that asks for too many.
+// The message for a file that asks for too much of something.
 std::string TooMany(const std::string& what, std::size_t limit) {
     return "The file asks for more " + what + " than its size allows (limit " +
            std::to_string(limit) + ")";
@@ -76,7 +76,7 @@ std::ostream& operator<<(std::ostream& out, const Row& row) {
 
 const std::string kRoot = "HIERARCHY ROOT a { OFFSET 0 0 0 ";
 
-// Each unit is copied, or makes objects, out of proportion to its bytes.
+// Each unit makes characters or objects out of proportion to its bytes.
 const Row kBvhRows[] = {
     {"EndSitesInsideEndSites", kRoot, "End Site { OFFSET 0 1 0 ", 500, 3000, TooManyNames},
     {"EndSitesBelowALongName", "HIERARCHY ROOT " + std::string(20000, 'n') + " { OFFSET 0 0 0 ",
@@ -98,7 +98,7 @@ class GreedyBvh : public testing::TestWithParam<Row> {
     }
 };
 
-TEST_P(GreedyBvh, GetsWhatIsInProportion) {
+TEST_P(GreedyBvh, IsImportedOnlyInProportionToItsSize) {
     EXPECT_EQ(Import(Text(GetParam().accepted)).message, "");
     const std::string text = Text(GetParam().refused);
     const Outcome refused = Import(text);
@@ -109,7 +109,7 @@ TEST_P(GreedyBvh, GetsWhatIsInProportion) {
 INSTANTIATE_TEST_SUITE_P(, GreedyBvh, testing::ValuesIn(kBvhRows),
                          [](const auto& row) { return std::string(row.param.name); });
 
-// However many there are: that a joint of its own is no bone is what the file is refused for.
+// The file is refused because a single joint has no bone, not because of the number of joints.
 TEST(JointsWithAChannel, AreNeverTooMany) {
     const fuzz::MemoryFile file(kRoot +
                                 Repeated("JOINT b { OFFSET 0 1 0 CHANNELS 1 Xrotation } ", 30000) +
@@ -117,7 +117,8 @@ TEST(JointsWithAChannel, AreNeverTooMany) {
     EXPECT_EQ(ImportBvhAt(file.Path().c_str(), false).message, "Failed to add channel FCurve");
 }
 
-// More chains and nulls than every file is granted, branching as often as they can.
+// More chains and nulls than the allowance of a small file, in a tree that branches as often as
+// possible.
 TEST(JointsWithAChannel, AreImportedHoweverTheyBranch) {
     const std::string joint = "JOINT b { OFFSET 0 1 0 CHANNELS 1 Xrotation ";
     const std::string leaf = joint + "End Site { OFFSET 0 1 0 } } ";
@@ -145,7 +146,7 @@ TEST(GreedySections, LeaveTheModelsThatWereMade) {
     EXPECT_EQ(ModelCount(), limit);
 }
 
-// As short as they can be, and however long the name that their models are called after.
+// Neither the shortest complete sections nor a long model name use up an allowance.
 TEST(CompleteSections, AreNeverTooMany) {
     const std::string section =
         "HIERARCHY ROOT a { OFFSET 0 0 0 CHANNELS 1 Xrotation MOTION Frames: 1 Frame Time: 1 0\n";
@@ -161,7 +162,7 @@ TEST(CompleteSections, AreNeverTooMany) {
     EXPECT_EQ(ModelCount(), 3000u);
 }
 
-TEST(GreedyRoots, GetOneForSoManyBytes) {
+TEST(GreedyRoots, AreLimitedByTheSizeOfTheFile) {
     const auto import = [](std::size_t roots) {
         const fuzz::MemoryFile file(":version 1.10\n" + Repeated(":root\n", roots));
         return ImportSkeletonAt(file.Path().c_str());
@@ -170,7 +171,7 @@ TEST(GreedyRoots, GetOneForSoManyBytes) {
     EXPECT_EQ(import(5000).message, TooMany("nodes", 1024 + (14 + 5000 * 6) / 16));
 }
 
-// The log of a motion of these lines for a skeleton of one root.
+// Imports a motion of these lines for a skeleton of one root, and returns the log.
 support::Lines WarningsOf(const std::string& lines, bool succeeds) {
     support::StartSession(false);
     const fuzz::MemoryFile asf(":version 1.10\n:root\norder RX\n");
@@ -196,8 +197,8 @@ TEST(GreedyWarnings, AreCountedInALastLine) {
     }
 }
 
-// The next motion's warnings are its own.
-TEST(GreedyWarnings, AreCountedForEachMotion) {
+// The warnings of the first motion do not use up the allowance of the next one.
+TEST(GreedyWarnings, AreCountedSeparatelyForEachMotion) {
     support::StartSession(false);
     const fuzz::MemoryFile asf(":version 1.10\n:root\norder RX\n");
     CAcclaimImport importer;
@@ -211,7 +212,7 @@ TEST(GreedyWarnings, AreCountedForEachMotion) {
     EXPECT_EQ(support::LogLines().size(), before + 2);
 }
 
-// What is no file that can be measured is not read, and nothing waits for it.
+// Only a regular file with a size is read, and the import does not wait for any other.
 TEST(StrangePath, IsRefused) {
     const support::TemporaryFolder folder;
     const std::string pipe = folder.Path("pipe");

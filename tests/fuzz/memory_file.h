@@ -5,7 +5,7 @@
 
 namespace fuzz {
 
-// A file without a disk, that can be opened by a path for as long as it lives.
+// A file in memory. It can be opened by its path until the object is destroyed.
 class MemoryFile {
   public:
     explicit MemoryFile(std::string_view bytes);

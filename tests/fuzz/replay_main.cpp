@@ -1,5 +1,5 @@
-// In the place of a fuzzing engine: runs the fuzzer on every file that is named, and on every file
-// of the folders that are named.
+// Replaces a fuzzing engine: runs the fuzzer on each file, and on all files of each folder, that
+// the command line names.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-// What a fuzzer asks of an import beyond surviving it.
+// What a fuzzer requires of an import besides that it does not crash.
 #pragma once
 
 #include <stdexcept>
@@ -6,7 +6,8 @@
 
 namespace fuzz {
 
-// Something that must hold of every input does not. Ends a fuzzer's process, fails a test.
+// Thrown if a condition that must hold for every input does not. It ends the process of a fuzzer
+// and fails a test.
 class RequirementFailed : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;

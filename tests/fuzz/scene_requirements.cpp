@@ -15,21 +15,22 @@ namespace {
 
 constexpr std::size_t kMostFrames = 4;
 constexpr std::size_t kMostJoints = 200;
-// Numbers beyond these leave a double too few digits for a comparison.
+// Larger or smaller numbers leave too few digits for a comparison.
 constexpr double kLargest = 1e6;
 constexpr double kSmallest = 1e-3;
-// Of the size. Near gimbal lock the decomposition rounds a cosine below 1e-5 to 0.
+// Tolerances as a fraction of the size. Near gimbal lock the decomposition rounds a cosine below
+// 1e-5 to 0.
 constexpr double kTolerance = 1e-6;
 constexpr double kToleranceNearRightAngle = 3e-5;
 
-bool IsPlain(double number) {
+bool IsInRange(double number) {
     const double size = std::fabs(number);
     return number == 0.0 || (size >= kSmallest && size <= kLargest);
 }
 
-void Measure(double number, Places& places) {
-    if (!IsPlain(number)) places.isMeasured = false;
-    places.size = std::max(places.size, std::fabs(number));
+void Include(double number, JointPositions& result) {
+    if (!IsInRange(number)) result.isComparable = false;
+    result.size = std::max(result.size, std::fabs(number));
 }
 
 const headless::ActionSource* MotionOf(const headless::Object& model) {
@@ -47,14 +48,14 @@ bool ConcernsPosition(const headless::ActionItem& item) {
     return item.channel && *item.channel <= headless::Channel::PosZ;
 }
 
-void MeasureCurves(const headless::ActionSource& motion, Places& places) {
+void IncludeCurves(const headless::ActionSource& motion, JointPositions& result) {
     for (const auto& item : motion.items) {
         if (!item.IsCurve()) continue;
         for (const double value : *item.GetCurve().keys.values)
             if (ConcernsPosition(item))
-                Measure(value, places);
+                Include(value, result);
             else if (!(std::fabs(value) <= kLargest))
-                places.isMeasured = false;
+                result.isComparable = false;
     }
 }
 
@@ -78,40 +79,40 @@ void RequireKnownStatus(std::int32_t status, const std::string& message) {
     Require(std::find(std::begin(kKnown), std::end(kKnown), status) != std::end(kKnown),
             "status " + support::StatusText(status));
     Require(!message.empty(), "a failure without a message");
-    // Nothing here takes more memory than there is.
+    // The inputs are too small to run out of memory.
     Require(message != "Out of memory", message);
 }
 
-Places PlacesOf(const support::ProbedSection& section) {
-    Places places;
+JointPositions PositionsOf(const support::ProbedSection& section) {
+    JointPositions result;
     const headless::Scene& scene = headless::Session::Current().GetScene();
     const headless::Object& model = *scene.FindObject(section.model);
     const headless::ActionSource* const motion = MotionOf(model);
     if (motion == nullptr || section.joints.size() > kMostJoints) {
-        places.isMeasured = false;
-        return places;
+        result.isComparable = false;
+        return result;
     }
     for (const support::WalkJoint& joint : section.parsed.joints)
         for (const double component : joint.offset)
-            Measure(component, places);
-    MeasureCurves(*motion, places);
-    if (!places.isMeasured) return places;
+            Include(component, result);
+    IncludeCurves(*motion, result);
+    if (!result.isComparable) return result;
 
     const std::vector<double> frames = FramesOf(*motion);
     const std::size_t step = frames.size() / kMostFrames + 1;
     support::SectionMotion poses(section);
     for (std::size_t frame = 0; frame < frames.size(); frame += step) {
         support::SectionMotion::Pose pose = poses.At(frames[frame]);
-        places.frames.push_back(frames[frame]);
-        places.positions.push_back(std::move(pose.positions));
-        places.nearRightAngle.push_back(std::move(pose.nearRightAngle));
+        result.frames.push_back(frames[frame]);
+        result.positions.push_back(std::move(pose.positions));
+        result.nearRightAngle.push_back(std::move(pose.nearRightAngle));
     }
-    return places;
+    return result;
 }
 
-void RequireSamePlaces(const std::vector<int>& parents, const std::vector<std::string>& setApart,
-                       const Places& nulls, const Places& bones) {
-    if (!nulls.isMeasured || !bones.isMeasured) return;
+void RequireSamePositions(const std::vector<int>& parents, const std::vector<std::string>& setApart,
+                          const JointPositions& nulls, const JointPositions& bones) {
+    if (!nulls.isComparable || !bones.isComparable) return;
     Require(nulls.frames == bones.frames, "nulls and bones have different frames");
     const double size = std::max({nulls.size, bones.size, 1.0});
     for (std::size_t frame = 0; frame < nulls.frames.size(); ++frame) {
@@ -121,12 +122,12 @@ void RequireSamePlaces(const std::vector<int>& parents, const std::vector<std::s
                           bones.nearRightAngle[frame][joint] ||
                           (parents[joint] >= 0 && near[static_cast<std::size_t>(parents[joint])]);
             if (!setApart[joint].empty()) continue;
-            const double off =
+            const double distance =
                 support::Distance(nulls.positions[frame][joint], bones.positions[frame][joint]) /
                 size;
-            Require(off <= (near[joint] ? kToleranceNearRightAngle : kTolerance),
+            Require(distance <= (near[joint] ? kToleranceNearRightAngle : kTolerance),
                     "frame " + std::to_string(nulls.frames[frame]) + ", joint " +
-                        std::to_string(joint) + ": bones are off by " + std::to_string(off));
+                        std::to_string(joint) + ": bones are off by " + std::to_string(distance));
         }
     }
 }

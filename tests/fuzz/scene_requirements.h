@@ -9,27 +9,29 @@
 
 namespace fuzz {
 
-// What holds of any scene, and with `imported` what holds of a success. Key times are the file's
-// where it numbers its frames; then they need not rise.
+// Requires what must be true of every scene and, with `imported`, of the scene of a successful
+// import. With `numberedFrames` the file numbers its own frames, so the key times need not rise.
 void RequireSoundScene(bool imported, bool numberedFrames = false);
 
-// That the recorded message and the status fit: a failure has a known status, a success has none.
+// Requires that a failure has a known status and a message, and that a success has no message.
 void RequireKnownStatus(std::int32_t status, const std::string& message);
 
-// Places of joints in some frames of a motion.
-struct Places {
+// The positions of the joints in some frames of a motion.
+struct JointPositions {
     std::vector<double> frames;
     std::vector<std::vector<support::Vec3>> positions;  // of each frame, of each joint
     std::vector<std::vector<bool>> nearRightAngle;
-    double size = 0.0;       // the largest number that places come from
-    bool isMeasured = true;  // false where numbers are too large, too small or none
+    double size = 0.0;  // the largest absolute value of the offsets and position keys
+    // False if numbers are too large, too small or not finite, or there are too many joints.
+    bool isComparable = true;
 };
 
-// At most a handful of the motion's frames.
-Places PlacesOf(const support::ProbedSection& section);
+// Returns the positions in at most four frames of the motion.
+JointPositions PositionsOf(const support::ProbedSection& section);
 
-// Compares what `nulls` and `bones` say of each joint that is not set apart.
-void RequireSamePlaces(const std::vector<int>& parents, const std::vector<std::string>& setApart,
-                       const Places& nulls, const Places& bones);
+// Requires that the two skeletons have the same positions. `setApart` is, for each joint, the
+// reason why its positions may differ, or empty.
+void RequireSamePositions(const std::vector<int>& parents, const std::vector<std::string>& setApart,
+                          const JointPositions& nulls, const JointPositions& bones);
 
 }  // namespace fuzz

@@ -43,12 +43,12 @@ void RequireSoundFindings(const std::vector<Finding>& findings, std::string_view
     const std::span<const std::string_view> codes = survey::codes::All();
     const auto lines =
         1 + std::count_if(file.begin(), file.end(), [](char c) { return c == '\n' || c == '\r'; });
-    std::vector<std::string_view> told;
+    std::vector<std::string_view> seen;
     for (const Finding& finding : findings) {
         const std::string code(finding.code);
         Require(std::find(codes.begin(), codes.end(), code) != codes.end(), "unknown code " + code);
-        Require(std::find(told.begin(), told.end(), finding.code) == told.end(), code + " twice");
-        told.push_back(finding.code);
+        Require(std::find(seen.begin(), seen.end(), finding.code) == seen.end(), code + " twice");
+        seen.push_back(finding.code);
         Require(!finding.message.empty(), code + " has no message");
         Require(text::IsValidUtf8(finding.message), code + " has a message that is no UTF-8");
         Require(text::IsValidUtf8(finding.joint), code + " has a joint that is no UTF-8");
@@ -58,13 +58,13 @@ void RequireSoundFindings(const std::vector<Finding>& findings, std::string_view
     }
 }
 
-// Of a survey that does not refuse the file.
-void RequireFitting(const survey::FileSurvey& surveyed, Purpose purpose) {
-    // A check makes no text.
+// Requires that the findings and the mended text of a file that is not refused agree.
+void RequireConsistentMending(const survey::FileSurvey& surveyed, Purpose purpose) {
+    // A survey for a check makes no text.
     if (purpose == Purpose::Check) return;
     for (const Finding& finding : surveyed.findings)
         Require(!finding.mended || surveyed.mended.has_value(),
-                std::string(finding.code) + " is mended and no text is");
+                std::string(finding.code) + " is mended but there is no mended text");
     if (!surveyed.mended) return;
     Require(text::IsValidUtf8(surveyed.mended->text), "a text that is no UTF-8");
     std::size_t last = 0;
@@ -74,7 +74,7 @@ void RequireFitting(const survey::FileSurvey& surveyed, Purpose purpose) {
     }
 }
 
-// Of a text that was fixed.
+// Requires that the survey of a fixed text has no errors and nothing to mend.
 void RequireNothingToMend(const survey::FileSurvey& surveyed) {
     for (const Finding& finding : surveyed.findings) {
         const std::string code(finding.code);
@@ -153,8 +153,8 @@ void RequireSoundSurvey(const survey::AcclaimSurvey& surveyed, const AcclaimText
     RequireSoundFindings(surveyed.skeleton.findings, files.asf);
     if (files.amc) RequireSoundFindings(surveyed.motions[0].findings, *files.amc);
     if (IsRefused(surveyed)) return;
-    RequireFitting(surveyed.skeleton, purpose);
-    if (files.amc) RequireFitting(surveyed.motions[0], purpose);
+    RequireConsistentMending(surveyed.skeleton, purpose);
+    if (files.amc) RequireConsistentMending(surveyed.motions[0], purpose);
 }
 
 }  // namespace
@@ -166,7 +166,7 @@ void CheckBvhSurvey(std::string_view input) {
         const survey::BvhSurvey surveyed = survey::SurveyBvh(file, OptionsOf(input[0], purpose));
         RequireSoundFindings(surveyed.findings, file);
         if (surveyed.Has(Severity::Error)) return;
-        RequireFitting(surveyed, purpose);
+        RequireConsistentMending(surveyed, purpose);
     }
     const survey::Options options = OptionsOf(input[0], Purpose::Import);
     const survey::BvhSurvey surveyed = survey::SurveyBvh(file, options);

@@ -8,7 +8,7 @@
 
 using fuzz::kTarget;
 
-// The engine's own, of bytes. Without an engine nobody calls what needs it.
+// The engine's mutator of bytes. It is weak because without an engine nothing calls it.
 extern "C" __attribute__((weak)) std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size,
                                                               std::size_t capacity);
 
@@ -18,8 +18,8 @@ std::string_view Text(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }
 
-// Changes the text behind the head by its grammar. Every other time the head, or all of it, is left
-// to the engine.
+// Mutates the text after the head by its grammar. For half of the seeds the engine mutates the
+// whole input instead, and for some of the others it mutates the head too.
 std::size_t Mutated(std::uint8_t* data, std::size_t size, std::size_t capacity, std::uint32_t seed,
                     std::string_view donor) {
     const std::size_t head = kTarget.head;

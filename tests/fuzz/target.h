@@ -1,4 +1,4 @@
-// A fuzzer for files: what an engine asks for, from what one check says about itself.
+// The functions that a fuzzing engine calls, made from the description of one check.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ struct Target {
     std::size_t head;  // bytes of options before the text
     Grammar (*grammar)(std::string_view input);
 };
-// Each fuzzer defines its own.
+// Each fuzzer defines this.
 extern const Target kTarget;
 
 }  // namespace fuzz

@@ -28,10 +28,10 @@ class Checker {
         const MemoryFile file(text_);
         Require(reader_.ReadFile(file.Path().c_str()) == !text_.empty(), "the file cannot be read");
         if (text_.empty()) return;
-        Require(reader_.GetSize() == text_.size(), "the size is another");
+        Require(reader_.GetSize() == text_.size(), "the size is wrong");
         for (std::size_t i = 0; i < kMostTokens && !atEnd_; ++i) {
             Call(calls_[i % calls_.size()]);
-            CheckPlace();
+            CheckPosition();
         }
     }
 
@@ -45,7 +45,7 @@ class Checker {
                 const std::uint32_t before = reader_.GetPosition();
                 const char* const token = reader_.PeekNextString();
                 if (token != nullptr) Require(reader_.GetPosition() == before, "peeking moved");
-                // A call that stays where it is must not be the only one.
+                // The token is also read, because peeking alone would never move the reader.
                 CheckToken(reader_.GetNextString(), true);
                 return;
             }
@@ -61,12 +61,12 @@ class Checker {
         }
     }
 
-    // A NUL byte ends the text, for whoever stands before it.
+    // The end of the text for a reader at `from`: the next NUL byte or the end of the file.
     std::size_t EndFrom(std::size_t from) const {
         return std::min(text_.find('\0', from), text_.size());
     }
 
-    // The expected token from the position, by plain searching.
+    // Finds the next token at or after `from` by a plain search, and sets `end` to its end.
     std::string Expected(std::size_t from, std::size_t& end) const {
         const std::size_t textEnd = EndFrom(from);
         std::size_t first = from;
@@ -82,11 +82,11 @@ class Checker {
     void CheckToken(const char* token, bool moved) {
         std::size_t end = 0;
         const std::string expected = Expected(position_, end);
-        Require((token == nullptr) == expected.empty(), "a token more or less");
+        Require((token == nullptr) == expected.empty(), "a token is missing or is too many");
         if (token == nullptr) {
             atEnd_ = true;
         } else {
-            Require(expected == token, "another token");
+            Require(expected == token, "a wrong token");
         }
         if (moved) position_ = end >= EndFrom(position_) ? text_.size() : end;
     }
@@ -99,16 +99,16 @@ class Checker {
         Number value = untouched;
         if (!(reader_.*next)(value)) {
             Require(value == untouched, "a refused number was written");
-            // The caller then takes the token, and so the reader gets on.
+            // Like the callers, the check then reads the token, so that the reader moves on.
             if (!expected.empty())
                 Require(reader_.GetPosition() == position_, "a refused number moved the reader");
             position_ = std::min<std::size_t>(reader_.GetPosition(), text_.size());
             return CheckToken(reader_.GetNextString(), true);
         }
-        Require(!expected.empty(), "a number from nowhere");
+        Require(!expected.empty(), "a number without a token");
         const auto plain = static_cast<Number>(ByLibrary(expected.c_str(), value));
-        // NOLINTNEXTLINE(misc-redundant-expression): what is no number does not equal itself.
-        Require(value == plain || (plain != plain && value != value), "another number");
+        // NOLINTNEXTLINE(misc-redundant-expression): a NaN does not equal itself.
+        Require(value == plain || (plain != plain && value != value), "a wrong number");
         position_ = end >= EndFrom(position_) ? text_.size() : end;
     }
     static int ByLibrary(const char* text, int) {
@@ -120,7 +120,7 @@ class Checker {
         const std::size_t feed = text_.substr(0, EndFrom(position_)).find('\n', position_);
         const bool more =
             position_ < text_.size() && feed != std::string_view::npos && feed + 1 < text_.size();
-        Require(reader_.GotoNextLine() == more, "a line more or less");
+        Require(reader_.GotoNextLine() == more, "a line is missing or is too many");
         if (!more) return CheckToken(reader_.GetNextString(), true);
         position_ = feed + 1;
     }
@@ -128,8 +128,8 @@ class Checker {
     void CheckSetPosition(std::size_t target) {
         const bool inside = target < text_.size();
         Require(reader_.SetPosition(static_cast<unsigned int>(target)) == inside,
-                "a position more or less");
-        // Going back for ever is not what is tested.
+                "a position was accepted or refused wrongly");
+        // The reader does not stay at an earlier position, because that could repeat for ever.
         if (inside && target > position_) {
             position_ = target;
         } else {
@@ -140,23 +140,23 @@ class Checker {
         }
     }
 
-    void CheckPlace() {
+    void CheckPosition() {
         const std::size_t position = reader_.GetPosition();
         Require(position <= text_.size(), "the position is beyond the file");
-        Require(position == position_, "the position is another");
+        Require(position == position_, "the position is wrong");
         const std::string_view before = text_.substr(0, position);
         const auto lines = std::count(before.begin(), before.end(), '\n');
-        Require(reader_.GetCurrentLine() == static_cast<std::uint32_t>(lines), "another line");
+        Require(reader_.GetCurrentLine() == static_cast<std::uint32_t>(lines), "a wrong line");
         const std::size_t feed = before.rfind('\n');
         const std::size_t start = feed == std::string_view::npos ? 0 : feed + 1;
-        Require(reader_.GetCurrentColumn() == position - start, "another column");
+        Require(reader_.GetCurrentColumn() == position - start, "a wrong column");
     }
 
     std::string_view calls_;
     std::string_view text_;
     const char* separators_;
     CStringFile reader_;
-    std::size_t position_ = 0;  // where the reader has to be
+    std::size_t position_ = 0;  // where the reader must be
     bool atEnd_ = false;
 };
 

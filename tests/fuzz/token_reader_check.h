@@ -4,9 +4,9 @@
 
 namespace fuzz {
 
-// The first bytes choose the separators and the calls, which are repeated over the rest of the
-// input as a file: every token lies where the reader says, lines and columns are those that
-// counting gives, a refused number leaves the position alone.
+// The first bytes choose the separators and the calls; the rest is a file, over which the calls are
+// repeated. Requires that every token is where the reader says, that lines and columns are those
+// that a plain count gives, and that a refused number does not move the reader.
 void CheckTokenReader(std::string_view input);
 
 }  // namespace fuzz
