@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""scripts/architecture finds each kind of fault, in a copy of the tree where it was planted."""
+"""Tests that scripts/architecture finds each kind of fault, which is planted in a copy of the tree."""
 
 import collections
 import pathlib
@@ -12,19 +12,19 @@ import unittest
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 SCRIPT = SOURCE / "scripts" / "architecture"
 PAGE = "docs/architecture.md"
-COPIED = (".h", ".cpp", ".inc", ".map", ".cmake")  # sources, and what the page names beside them
+COPIED = (".h", ".cpp", ".inc", ".map", ".cmake")  # sources, and other files that the page names
 LONGEST = 400
 
-# `text` is added at the end of `file`, which is made where there is none. `line` is the place of the fault in `text`,
-# counted from 1; `told` is what the line of the fault begins with after the place.
-Planted = collections.namedtuple("Planted", "name file text told line", defaults=(1,))
+# `text` is added at the end of `file`, which is created if it does not exist. `line` is the line of the fault in
+# `text`, counted from 1. `message` is the beginning of the expected message, which follows the file and the line.
+Planted = collections.namedtuple("Planted", "name file text message line", defaults=(1,))
 
 FAULTS = [
     Planted("Upward", "text/utf8.cpp", '#include "export/options.h"',
             '"export/options.h": text/ may not include export/; allowed: nothing'),
     Planted("UpwardInAHeader", "survey/survey.h", '#include "headless/scene.h"',
             '"headless/scene.h": survey/ may not include headless/; allowed: text/, textio/, math/'),
-    Planted("UpwardInAnIncludedPart", "math/rotation_kernel.inc", '#include "mocap/mocap_model.h"',
+    Planted("UpwardInAnIncFile", "math/rotation_kernel.inc", '#include "mocap/mocap_model.h"',
             '"mocap/mocap_model.h": math/ may not include mocap/; allowed: nothing'),
     Planted("Sideways", "bvh/bvh_motion.cpp", '#include "acclaim/node_names.h"',
             '"acclaim/node_names.h": bvh/ may not include acclaim/; allowed: '),
@@ -39,10 +39,10 @@ FAULTS = [
     Planted("UnknownRoom", "text/utf8.cpp", '#include "util/planted.h"', f'"util/planted.h": util/ is no room of {PAGE}'),
     Planted("RoomWithoutARow", "util/planted.cpp", "int planted();", f"util/ has sources and is no room of {PAGE}"),
     Planted("NoSuchFile", "text/utf8.cpp", '#include "text/planted.h"', '"text/planted.h": there is no such file'),
-    Planted("FromTheOwnFolder", "text/utf8.cpp", '#include "utf8.h"', '"utf8.h": include paths begin at the root'),
-    Planted("FromTheFolderAbove", "text/utf8.cpp", '#include "../text/utf8.h"',
+    Planted("PathInTheSameFolder", "text/utf8.cpp", '#include "utf8.h"', '"utf8.h": include paths begin at the root'),
+    Planted("PathThroughTheFolderAbove", "text/utf8.cpp", '#include "../text/utf8.h"',
             '"../text/utf8.h": include paths begin at the root'),
-    Planted("HeaderOfNobody", "text/planted.h", "int planted();", "only its own source and tests include this header"),
+    Planted("HeaderThatNothingIncludes", "text/planted.h", "int planted();", "only its own source and tests include this header"),
     Planted("SystemHeader", "export/csv.cpp", "#include <unistd.h>",
             "<unistd.h> is a system header; allowed in: cli/, dataset/, files/, textio/string_file.cpp"),
     Planted("SystemHeaderOfAnotherFile", "textio/number.cpp", "#include <fcntl.h>", "<fcntl.h> is a system header; "),
@@ -63,7 +63,7 @@ FAULTS = [
     Planted("FileThatThePageNames", PAGE, "See `text/planted.h`.", "there is no file text/planted.h"),
 ]
 
-# Nothing is told of these.
+# The script must report nothing about these.
 ALLOWED = [
     Planted("Downward", "export/csv.cpp", '#include "text/utf8.h"', None),
     Planted("NamedHeaderOfARoom", "take/planted.cpp", '#include "plugin/contract.h"', None),
@@ -77,7 +77,7 @@ ALLOWED = [
 
 
 class Copy(unittest.TestCase):
-    """A copy of what the script reads, made once and whole again after each test."""
+    """A copy of what the script reads. It is made once, and restored after each test."""
 
     @classmethod
     def setUpClass(cls):
@@ -88,12 +88,12 @@ class Copy(unittest.TestCase):
         folders = [path for path in SOURCE.iterdir() if path.is_dir() and not path.name.startswith((".", "build", "out"))]
         sources = [path for folder in folders for path in folder.rglob("*") if path.name.endswith(COPIED)]
         for path in [SOURCE / PAGE, *sources]:
-            place = cls.root / path.relative_to(SOURCE)
-            place.parent.mkdir(parents=True, exist_ok=True)
-            shutil.copyfile(path, place)
+            copy = cls.root / path.relative_to(SOURCE)
+            copy.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copyfile(path, copy)
 
     def plant(self, file, text):
-        """Adds the text to the file until the test ends. The number of lines that were there."""
+        """Adds the text to the file until the test ends. Returns how many lines the file had before."""
         path = self.root / file
         before = path.read_text(encoding="utf-8") if path.exists() else None
         path.parent.mkdir(parents=True, exist_ok=True)
@@ -110,7 +110,7 @@ class Copy(unittest.TestCase):
             path.parent.rmdir()
 
     def change_page(self, before, after):
-        """Replaces a piece of the page until the test ends. The number of its line."""
+        """Replaces a piece of the page until the test ends. Returns the number of its line."""
         path = self.root / PAGE
         text = path.read_text(encoding="utf-8")
         self.assertEqual(text.count(before), 1, f"the page has no single {before!r}")
@@ -119,7 +119,7 @@ class Copy(unittest.TestCase):
         return text[:text.index(before)].count("\n") + 1
 
     def check(self):
-        """Exit status, and the faults that are not those of the tree itself."""
+        """Returns the exit status, and the faults that the original tree does not have."""
         status, faults = run("check", self.root)
         return status, [fault for fault in faults if fault not in self.was_faulty]
 
@@ -140,21 +140,21 @@ class PlantedFaults(Copy):
             self.doCleanups()
             with self.subTest(fault.name):
                 self.assertEqual(status, 1)
-                self.assertTrue(any(told.startswith(f"{fault.file}:{line}: {fault.told}") for told in faults),
-                                f"{fault.file}:{line}: {fault.told} is not among {faults}")
+                self.assertTrue(any(found.startswith(f"{fault.file}:{line}: {fault.message}") for found in faults),
+                                f"{fault.file}:{line}: {fault.message} is not among {faults}")
 
-    def test_nothing_is_told_of_what_is_allowed(self):
+    def test_allowed_includes_are_not_reported(self):
         for case in ALLOWED:
             self.plant(case.file, case.text)
             _, faults = self.check()
             self.doCleanups()
             with self.subTest(case.name):
-                self.assertEqual([told for told in faults if told.startswith(f"{case.file}:")], [])
+                self.assertEqual([found for found in faults if found.startswith(f"{case.file}:")], [])
 
-    def test_an_untouched_copy_has_no_fault_of_its_own(self):
+    def test_an_unchanged_copy_has_no_new_fault(self):
         self.assertEqual(self.check()[1], [])
 
-    def test_a_circle_of_headers_is_told_once_with_its_road(self):
+    def test_a_circle_of_headers_is_reported_once_with_its_path(self):
         first = self.plant("text/first.h", '#include "text/second.h"') + 1
         self.plant("text/second.h", '#include "text/third.h"')
         self.plant("text/third.h", '\n#include "text/first.h"')
@@ -192,11 +192,11 @@ class PlantedInThePage(Copy):
         lines = (self.root / PAGE).read_text(encoding="utf-8").splitlines()
         return next(line for line in lines if line.startswith("| ") and f"| `{room}/` |" in line)
 
-    def expect(self, before, after, told):
+    def expect(self, before, after, message):
         line = self.change_page(before, after)
         status, faults = self.check()
         self.assertEqual(status, 1)
-        self.assertIn(f"{PAGE}:{line}: {told}", faults)
+        self.assertIn(f"{PAGE}:{line}: {message}", faults)
 
     def test_a_row_that_allows_an_upward_arrow(self):
         row = self.row_of("textio")
@@ -208,15 +208,15 @@ class PlantedInThePage(Copy):
         self.expect(row, row.replace("`memory/`", "`memory/` `util/`"),
                     "textio/ may include util, which is no room of the table")
 
-    def test_a_row_with_a_cell_too_few(self):
+    def test_a_row_with_too_few_cells(self):
         self.expect("| ground | `host/` |", "| `host/` |", "a row of 3 cells under 4 titles")
 
-    def test_a_stage_whose_function_is_not_there(self):
+    def test_a_stage_whose_function_does_not_exist(self):
         self.expect("`WriteGlb()`", "`WriteGlbs()`", "there is no WriteGlbs() in export/gltf.cpp")
 
     def test_a_header_that_is_listed_as_unused_and_is_used(self):
         line = self.change_page("| `headless/testing.h` |", "| `headless/testing.h` `headless/scene.h` |")
-        self.assertIn(f"{PAGE}:{line}: headless/scene.h is listed as a header that nothing includes, and that is not so",
+        self.assertIn(f"{PAGE}:{line}: headless/scene.h is listed as a header that only tests include, but it is used or does not exist",
                       self.check()[1])
 
     def test_a_page_without_the_picture(self):
