@@ -8,8 +8,9 @@
 #include "host/string.h"
 #include "mocap/mocap_import_base.h"
 
-// Imports the Acclaim pair: an ASF file becomes a model with a skeleton, an AMC file a motion of
-// it. The parsed skeleton stays, so that any number of motions can follow.
+// Imports Acclaim files. An ASF file becomes a model with a skeleton. An AMC file becomes a motion
+// of this skeleton. The importer keeps the parsed skeleton, so any number of motions can be
+// imported after it.
 class CAcclaimImport : public CMocapImportBase {
   public:
     CAcclaimImport();
@@ -18,28 +19,28 @@ class CAcclaimImport : public CMocapImportBase {
     // Whether values of a motion are clamped to the limits in the skeleton file.
     void ApplyLimits(bool apply) { parser.ApplyLimits(apply); }
     // With true, `multiplier` replaces the length factor of the skeleton file and scales the root's
-    // translations as well. With false, `multiplier` is ignored: the factor stays as it is until a
-    // skeleton file states one.
+    // translations as well. With false, `multiplier` is ignored: the present factor is used until a
+    // skeleton file gives another one.
     void OverrideLengthMultiplier(bool overrideMultiplier, double multiplier) {
         parser.OverrideLengthMultiplier(overrideMultiplier, multiplier);
     }
 
-    // Imports a whole ASF file as a model named after `name`. Scene objects that were made before a
-    // failure stay.
+    // Imports a whole ASF file as a model named after `name`. If the import fails, the objects that
+    // it has created stay in the scene.
     Zelk::CStatus ImportSkeleton(const Zelk::CString& asfFile, const Zelk::CString& name);
     // Imports a whole AMC file onto the skeleton that was imported last, as an action called
-    // `motionName`. The model is then in its base pose.
+    // `motionName`. After the import the model is in its base pose.
     Zelk::CStatus ImportMotion(const Zelk::CString& amcFile, const Zelk::CString& motionName);
 
     // The text of the skeleton file's ":documentation" section.
     const Zelk::CString& GetDocumentation() const { return documentation; }
 
-    // The first node of that name; null when there is none. Upper and lower case of ASCII letters
-    // are not distinguished. The nodes exist until the next skeleton is imported.
+    // Returns the first node with that name, or null if there is none. Upper and lower case of
+    // ASCII letters are not distinguished. The node is valid until the next call of ImportSkeleton.
     MOCAPMODEL* FindModelByName(const char* name) { return parser.FindModelByName(name); }
 
   private:
-    // Passes what the parser asks and reports on to the progress bar and the host's log.
+    // Connects the parser to the progress bar and to the host's log.
     class Monitor : public ParseMonitor {
       public:
         explicit Monitor(CAcclaimImport& importer) : importer_(importer) {}
@@ -51,15 +52,15 @@ class CAcclaimImport : public CMocapImportBase {
         CAcclaimImport& importer_;
     };
 
-    // Frees the file and the keys, and with `all` the skeleton too. The length factor, the options
-    // and the frame time stay.
+    // Frees the file and the keys. If `all` is true, also frees the skeleton. The length factor,
+    // the options and the frame time keep their values.
     void Clear(bool all);
-    // Frees what was parsed, then records the error. The file is freed too, so the error has no
-    // line.
+    // Calls Clear, then records the error and returns `status`. Because the file is already freed,
+    // the error has no line number.
     std::int32_t RefuseFile(bool all, std::int32_t status, const Zelk::CString& message);
 
-    // --- asf_import.cpp, amc_import.cpp ---
-    // Check the arguments, load the file and parse its head.
+    // --- asf_import.cpp, amc_import.cpp --- Check the arguments, load the file, and parse the ASF
+    // version or the AMC header.
     std::int32_t OpenSkeleton(const Zelk::CString& asfFile, const Zelk::CString& name);
     std::int32_t OpenMotion(const Zelk::CString& amcFile, const Zelk::CString& motionName);
     std::int32_t ParseASF();
@@ -69,10 +70,10 @@ class CAcclaimImport : public CMocapImportBase {
     Zelk::CStatus CreateSkeletonZelkEntities(const Zelk::CString& name);
     Zelk::CStatus CreateMotionZelkEntities(const Zelk::CString& motionName);
 
-    // --- asf_fixups.cpp: after the keys were parsed and normalised ---
-    // Converts rotations about each bone's own axes to rotations about its parent's.
+    // --- asf_fixups.cpp: called after FixRotationsOrder --- Converts rotations about each bone's
+    // own axes to rotations about its parent's axes.
     std::int32_t GlobalizeRotations();
-    // Converts animated lengths to translations of the bones' children.
+    // Converts animated bone lengths to animated positions of the bones' children.
     std::int32_t FixLength();
 
     Monitor monitor{*this};

@@ -1,4 +1,5 @@
-// What the parsers of both files share: tokens without comments, and nodes by name.
+// Code that the ASF and the AMC parser share: it reads tokens, skips comments, and finds nodes by
+// name.
 #include "acclaim/acclaim_parser.h"
 
 #include <cstring>
@@ -51,7 +52,8 @@ const char* AcclaimParser::GetNextAccString() {
         const char* const token = stringFile.GetNextString();
         if (token == nullptr || token[0] != '#') return token;
         if (SkipLine()) continue;
-        // Back before the comment, so that the next call meets the comment again and not its words.
+        // The comment is in the last line. Moves back to its start, so that the next call finds the
+        // comment again and does not return its words as tokens.
         const std::uint32_t end = stringFile.GetPosition();
         if (end < stringFile.GetSize())
             stringFile.SetPosition(end - static_cast<std::uint32_t>(std::strlen(token)));
@@ -59,7 +61,8 @@ const char* AcclaimParser::GetNextAccString() {
     }
 }
 
-// The last line may be long and full of words to skip, so it is searched for its end only once.
+// The last line may be long and have many tokens. Its position is stored, so that only one search
+// for a line feed runs through it.
 bool AcclaimParser::SkipLine() {
     if (stringFile.GetPosition() >= lastLinePosition) return false;
     if (stringFile.GotoNextLine()) return true;

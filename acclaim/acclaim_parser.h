@@ -8,24 +8,25 @@
 #include "acclaim/node_names.h"
 #include "mocap/mocap_parser.h"
 
-// What the files of an Acclaim pair say beyond their nodes and keys.
+// The contents of an ASF file and an AMC file, except nodes and keys.
 struct AcclaimFacts {
-    std::string name;            // of the skeleton, as in the file
-    std::wstring documentation;  // decoded in the encoding of the process's locale
-    // The factor on bone lengths. A new file does not reset it or the frame time; they stay until a
-    // file states others.
+    std::string name;            // the skeleton's name in the ASF file
+    std::wstring documentation;  // decoded with the encoding of the process's locale
+    // Bone lengths are multiplied by this factor. The factor and the frame time keep their values
+    // when a new file is parsed, unless that file gives new ones.
     double lengthMultiplier = 1.0;
     double frameTime = 0.03333333333333333;  // seconds
     std::uint32_t lastFrame = 0;             // the highest frame number of the motion
     bool degrees = true;                     // the unit of the skeleton file's angles
 };
 
-// Parses an ASF file to nodes, and then any number of AMC files to keys in the channels of these
-// nodes. Before each file, call ForgetSkeleton (ASF) or ForgetFile (AMC), and load the file into
-// the reader.
+// Parses an ASF file into nodes. Then parses any number of AMC files into keys of the channels of
+// these nodes. Before each file, call ForgetSkeleton (ASF) or ForgetFile (AMC), and load the file
+// into the reader.
 class AcclaimParser : public MocapParser {
   public:
-    // Keeps references to all four, and sets the reader's separators.
+    // Stores references to the four arguments, so they must outlive the parser. Registers the
+    // separators of Acclaim files with `fileReader`.
     AcclaimParser(CStringFile& fileReader, MocapSkeleton& parsedSkeleton,
                   FileAllowances& fileAllowances, ParseMonitor& parseMonitor);
 
@@ -35,47 +36,48 @@ class AcclaimParser : public MocapParser {
     // not its nodes and keys: the caller owns them and must clear them.
     void ForgetSkeleton();
 
-    // False when there was no memory for the separators. Nothing can be parsed then.
+    // Returns false if memory ran out when the separators were registered. The parser cannot be
+    // used then.
     bool HasSeparators() const { return hasSeparators; }
 
-    // --- An ASF file: the version first, then the rest. ---
+    // --- To parse an ASF file, call ParseVersion, then ParseASF. ---
     std::int32_t ParseVersion();
-    // Returns mocap::kEndOfFile or a failure.
+    // Returns mocap::kEndOfFile on success, or a negative status on failure.
     std::int32_t ParseASF();
 
-    // --- An AMC file: the header first, then the frames. ---
+    // --- To parse an AMC file, call ParseMotionHeader, then ParseAMC. ---
     std::int32_t ParseMotionHeader();
-    // Gives keys to every channel that the frames hold values for.
+    // Parses the frames, and stores keys in every channel for which the frames have values.
     std::int32_t ParseAMC();
 
     // With true, `multiplier` replaces the length factor of the skeleton file and scales the root's
-    // translations as well. With false, `multiplier` is ignored: the factor stays as it is until a
-    // skeleton file states one.
+    // translations as well. With false, `multiplier` is ignored: the present factor is used until a
+    // skeleton file gives another one.
     void OverrideLengthMultiplier(bool overrideMultiplier, double multiplier);
     // Whether values of a motion are clamped to the limits in the skeleton file.
     void ApplyLimits(bool apply) { applyLimits = apply; }
 
-    // The first node of that name; null when there is none. Upper and lower case of ASCII letters
-    // are not distinguished.
+    // Returns the first node with that name, or null if there is none. Upper and lower case of
+    // ASCII letters are not distinguished.
     MOCAPMODEL* FindModelByName(const char* name);
 
     const AcclaimFacts& Facts() const { return facts; }
 
   private:
     struct ChannelTokens;
-    // The bones of a frame, in the order of the first frame that named them, and the values so far.
+    // The bones that the frames have named so far, in that order, and the values parsed so far.
     struct Motion;
 
-    // The next token that is not a comment; null at the end of the file. A comment runs from a
-    // token that begins with "#" to the end of its line, and in the last line to the end of the
-    // file.
+    // Returns the next token that is not in a comment, or null at the end of the file. A comment
+    // begins with a token that begins with "#", and ends with its line. A comment in the last line
+    // ends with the file.
     const char* GetNextAccString();
-    // Moves to the next line. Returns false, and does not move, in the last line.
+    // Moves to the next line. If the position is in the last line, does not move and returns false.
     bool SkipLine();
 
-    // --- asf_parser.cpp, asf_bonedata.cpp, asf_hierarchy.cpp ---
-    // The keyword of a section was consumed before its handler is called. The handler parses the
-    // section and leaves the keyword of the next one. A negative result is a failure.
+    // --- asf_parser.cpp, asf_bonedata.cpp, asf_hierarchy.cpp --- The caller consumes the keyword
+    // of a section before it calls the handler. The handler parses the section, but does not
+    // consume the keyword of the next section. A negative result is a failure.
     std::int32_t HandleName();
     std::int32_t HandleUnits();
     std::int32_t HandleDocumentation();
@@ -97,20 +99,21 @@ class AcclaimParser : public MocapParser {
     static void AttachChild(MOCAPMODEL& parent, MOCAPMODEL& child);
     std::int32_t EndLeaves();
 
-    // --- asf_values.cpp ---
-    // Parses three numbers. `expected` holds the message for each one that may be missing.
+    // --- asf_values.cpp --- Parses three numbers. `expected` has three messages: one for each
+    // number, used if that number is missing.
     std::int32_t ParseVector(double* vector, const wchar_t* const* expected);
     std::int32_t ParseAxisOrder(const char*& order, const wchar_t* unknown);
     std::int32_t ParseRootOrder(MOCAPMODEL& root);
     std::int32_t ParseDof(MOCAPMODEL& bone);
-    // Parses the channel names in the rest of the line into the node's slots; the first name goes
-    // to slot 0.
+    // Parses the channel names up to the end of the line. Stores their types in the node's slots,
+    // beginning with slot 0.
     std::int32_t ParseChannels(MOCAPMODEL& node, const ChannelTokens& tokens);
-    // Converts angles about the axes in `order`, of which the last acts first, to the X-Y-Z angles
-    // of the same rotation, of which X acts first. The order "xyz" is an exception: its angles are
-    // not changed. The unit is the file's.
+    // Converts `angles` to the x, y and z angles of the same rotation. `angles[i]` is about the
+    // axis `order[i]`, and the rotation of the last letter acts first. In the result, the x
+    // rotation acts first. If `order` is "xyz", the angles are not changed. All angles have the
+    // unit of the file.
     void ConvertToXYZ(double* angles, const char* order) const;
-    // Converts from the file's unit to degrees.
+    // Converts three angles from the file's unit to degrees.
     void ConvertToDegrees(double* angles) const;
 
     // --- amc_header.cpp, amc_parser.cpp ---
@@ -118,19 +121,20 @@ class AcclaimParser : public MocapParser {
     std::int32_t ParseFrames();
     bool ParseFrameNumber(int& number);
     std::int32_t ParseFrame(Motion& motion);
-    // Adds the bone of that name to the motion's slots. If there is no such bone, only logs a
-    // warning.
+    // Adds the bone with that name to `motion.slots`. If there is no such bone, reports a warning
+    // and lowers `motion.animatedNodes` by one.
     std::int32_t ResolveBone(Motion& motion, const char* name);
     std::int32_t ParseBoneValues(const MOCAPMODEL& bone, AmcKeyLists& keys);
     double ConvertValue(const CHANNELS& channel, double value) const;
     std::int32_t AttachKeys(Motion& motion);
-    // Reports the warning, as long as the file's allowance lasts. The others are counted.
+    // Reports the warning if the allowance `warnings` is large enough. If not, only counts the
+    // warning.
     void Warn(const std::wstring& message);
-    // One last warning says how many others there are.
+    // If warnings were only counted, reports one more warning with their number.
     void WarnOfOthers() const;
 
-    // How many characters the warnings about one file may have. It is limited, because a line of
-    // two bytes can cause a warning of sixty characters.
+    // Limits the number of characters in all warnings about one file. A limit is needed because a
+    // line of two bytes can cause a warning of sixty characters.
     FileAllowance warnings{std::uint64_t{4} << 20, 2, 1};
     std::uint64_t warningsLeftOut = 0;
     AcclaimFacts facts;
@@ -141,6 +145,7 @@ class AcclaimParser : public MocapParser {
     NodeNames names;
     std::size_t namedNodes = 0;    // the number of nodes that FindModelByName has looked at
     std::size_t settledNodes = 0;  // the number of nodes that EndLeaves has looked at
-    // A position in the last line of the file; the highest number until one is known.
+    // A byte offset in the last line of the file. While no such offset is known, this is the
+    // highest 32-bit number.
     std::uint32_t lastLinePosition;
 };

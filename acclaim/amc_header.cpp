@@ -1,4 +1,4 @@
-// The header of an AMC file.
+// Parses the header of an AMC file.
 #include "acclaim/acclaim_parser.h"
 #include "host/status.h"
 #include "textio/ascii.h"
@@ -20,7 +20,8 @@ std::int32_t AcclaimParser::ParseMotionHeader() {
     return ParseAngleUnit();
 }
 
-// unit = ":degrees" | ":radians". Without a unit, the angles are in the unit of the skeleton file.
+// unit = ":degrees" | ":radians"
+// If there is no unit, the angles have the unit of the skeleton file.
 std::int32_t AcclaimParser::ParseAngleUnit() {
     const std::uint32_t position = stringFile.GetPosition();
     const char* const token = GetNextAccString();

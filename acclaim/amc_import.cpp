@@ -1,4 +1,4 @@
-// From an AMC file to the scene: a motion of the skeleton that was imported before.
+// Imports an AMC file into the scene, as a motion of the skeleton that was imported last.
 #include <algorithm>
 #include <array>
 #include <new>
@@ -12,8 +12,8 @@ using namespace Zelk::status;
 
 namespace {
 
-// Keeps the channel types of the skeleton file and puts them back at the end of its scope. A motion
-// import adds, reorders and converts channels, but the next motion needs them as the file has them.
+// Stores the channel types of the skeleton file, and restores them when the scope ends. A motion
+// import adds, reorders and converts channels, but the next import needs the original types.
 class ChannelTypes {
   public:
     explicit ChannelTypes(const std::vector<std::unique_ptr<MOCAPMODEL>>& models)
@@ -98,8 +98,8 @@ Zelk::CStatus CAcclaimImport::BuildMotion(const Zelk::CString& motionName) {
     return CreateMotionZelkEntities(motionName);
 }
 
-// The end of an action is a time in seconds, although the times of keys are frame numbers. A host
-// divides the end by the last key's time to get the seconds per frame.
+// The end of an action is a time in seconds, but the times of keys are frame numbers. A host gets
+// the seconds per frame when it divides the end by the last key's time.
 Zelk::CStatus CAcclaimImport::CreateMotionZelkEntities(const Zelk::CString& motionName) {
     progressBar->SetText(L"Creating model motion action...");
     if (CheckCancelled()) return kCancelled;

@@ -8,22 +8,22 @@
 #include "mocap/mocap_model.h"
 #include "textio/stand_ins.h"
 
-// The values of a motion whose number of frames is not known yet: a row for each frame, in the
-// order of the file, in blocks that never move. A channel may be added in a later frame; from then
-// on each row has a value for it.
+// Stores the values of a motion while its number of frames is not known yet. There is one row for
+// each frame, in the order of the file. The memory consists of blocks that are never moved. A
+// channel may be added in a later frame. From that frame on, each row has a value for the channel.
 class AmcKeyLists {
   public:
     // Begins the row of the frame with this number.
     void BeginFrame(int number) { numbers_.Append(number); }
-    // Adds `count` channels after the existing ones. Called after BeginFrame, before their first
-    // values are appended.
+    // Adds `count` channels after the existing ones. Call this after BeginFrame, and before you
+    // append the first values of the new channels.
     void AddChannels(std::uint32_t count);
-    // Appends the row's next value.
+    // Appends the value of the next channel to the current row.
     void Append(double value) { values_.Append(value); }
 
-    // Returns an array for each channel, with a key for each row. The rows before a channel was
-    // added get its first value. The memory of the rows is freed while their values are copied. The
-    // result is empty when memory runs out.
+    // Returns an array for each channel, with a key for each row. In the rows before a channel was
+    // added, its keys have the channel's first value. Frees the memory of the rows while it copies
+    // their values. Returns an empty vector when memory for the keys runs out.
     std::vector<KeyArray> ReleaseKeys();
 
   private:
@@ -40,7 +40,7 @@ class AmcKeyLists {
         const Item& operator[](std::size_t index) const {
             return blocks_[index / kBlockItems][index % kBlockItems];
         }
-        // Frees every block that ends before `index`.
+        // Frees every block whose items all have a lower index than `index`.
         void FreeBefore(std::size_t index) {
             for (; freed_ < index / kBlockItems; ++freed_)
                 blocks_[freed_].reset();
@@ -54,11 +54,11 @@ class AmcKeyLists {
         }
 
         std::vector<std::unique_ptr<Item[]>> blocks_;
-        std::size_t used_ = kBlockItems;  // in the last block
-        std::size_t freed_ = 0;
+        std::size_t used_ = kBlockItems;  // how many items of the last block are in use
+        std::size_t freed_ = 0;           // how many blocks, counted from the first, are freed
     };
 
-    Blocks<int> numbers_;
+    Blocks<int> numbers_;  // the frame number of each row
     Blocks<double> values_;
-    std::vector<std::size_t> firstRows_;  // of each channel, in rising order
+    std::vector<std::size_t> firstRows_;  // for each channel, the row in which it was added
 };

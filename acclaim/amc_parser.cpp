@@ -1,6 +1,6 @@
-// The frames of an AMC file: a number, then for each animated bone its name and its values. The
-// first frame gives the order of the bones. In the others the names are not compared; values are
-// assigned in the order of the first frame.
+// Parses the frames of an AMC file. A frame is a number, then the name and the values of each
+// animated bone. The first frame gives the order of the bones. In later frames the parser does not
+// compare the names. It assigns the values in the order of the first frame.
 #include <string>
 #include <unordered_set>
 
@@ -23,13 +23,14 @@ std::uint32_t CountAnimatedChannels(const MOCAPMODEL& node) {
 }  // namespace
 
 struct AcclaimParser::Motion {
-    // The number of animated nodes, minus the number of unknown bones that the frames named.
+    // The number of animated nodes of the skeleton, minus one for each unknown bone name in the
+    // frames.
     std::int32_t animatedNodes = 0;
-    // The bones in the order of a frame. No bone is ever removed. There are never more bones here
-    // than `animatedNodes`, so every frame visits all of them.
+    // The bones in the order in which a frame names them. Bones are never removed. There are never
+    // more bones than `animatedNodes`, so every frame has values for all of them.
     std::vector<MOCAPMODEL*> slots;
     std::unordered_set<const MOCAPMODEL*> inSlots;  // the bones in `slots`
-    AmcKeyLists keys;                               // the values of the channels of these bones
+    AmcKeyLists keys;                               // the values of these bones
 };
 
 void AcclaimParser::Warn(const std::wstring& message) {
@@ -154,10 +155,11 @@ double AcclaimParser::ConvertValue(const CHANNELS& channel, double value) const 
     return channel.type == kBoneLength ? value * facts.lengthMultiplier : value;
 }
 
-// Gives every channel its keys. A bone that no frame names gets none.
+// Gives the channels of all bones in `motion.slots` their keys. A bone that no frame names gets no
+// keys.
 std::int32_t AcclaimParser::AttachKeys(Motion& motion) {
-    // This cannot happen: a frame has at most as many names as `animatedNodes`, so that unknown
-    // bones cannot make the count negative.
+    // This cannot happen. Each unknown name subtracts one from `animatedNodes`, and ParseFrame
+    // reads a name only while `animatedNodes` is positive.
     if (motion.animatedNodes < 0)
         return Fail(kUnexpectedEnd, L"Unrecoverable errors while parsing motion file");
     if (motion.slots.empty()) return kOk;

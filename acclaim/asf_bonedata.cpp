@@ -1,4 +1,4 @@
-// The bones of an ASF file.
+// Parses the bones of an ASF file.
 #include <algorithm>
 
 #include "acclaim/acclaim_parser.h"
@@ -92,7 +92,8 @@ std::int32_t AcclaimParser::ParseBoneAxis(MOCAPMODEL& bone) {
     return kOk;
 }
 
-// limits = { lower upper }, a pair for each channel that the bone has so far
+// limits = { lower upper }
+// There is one pair for each channel that the bone has when this function is called.
 std::int32_t AcclaimParser::ParseLimits(MOCAPMODEL& bone) {
     for (CHANNELS& channel : bone.channels) {
         if (channel.type == kEmptySlot) break;
@@ -106,8 +107,8 @@ std::int32_t AcclaimParser::ParseLimits(MOCAPMODEL& bone) {
     return kOk;
 }
 
-// limit = number | "inf" | "-inf". GetNextFloat reads the infinite ones too, as bounds that no
-// value reaches.
+// limit = number | "inf" | "-inf"
+// GetNextFloat reads "inf" and "-inf" too, and stores them as infinite numbers.
 std::int32_t AcclaimParser::ParseLimit(double& limit, bool& hasLimit) {
     hasLimit = stringFile.GetNextFloat(limit);
     if (hasLimit) return kOk;

@@ -1,5 +1,5 @@
-// Converts what Acclaim files say to what the scene's objects need: rotations about the parent's
-// axes instead of the bone's, and positions instead of animated lengths.
+// Converts the keys of an Acclaim motion for the objects of the scene. Rotations about the bone's
+// axes become rotations about its parent's axes. Animated lengths become positions.
 #include <algorithm>
 #include <unordered_map>
 #include <vector>
@@ -21,7 +21,7 @@ using ChildLists = std::unordered_map<const MOCAPMODEL*, std::vector<MOCAPMODEL*
 struct AxisFrame {
     double matrix[4][4];
     double inverse[4][4];
-    bool isTurned;  // false when both are the identity
+    bool isTurned;  // false if all angles are 0, so that both matrices are the identity
 
     explicit AxisFrame(const double* degrees)
         : isTurned(degrees[0] != 0.0 || degrees[1] != 0.0 || degrees[2] != 0.0) {
@@ -44,7 +44,8 @@ void GlobalizeKeys(CHANNELS* const* list, std::uint32_t frameCount, const AxisFr
     keys.Convert(frameCount, product);
 }
 
-// The children, in list order, of every node that animates its length.
+// Returns the children of every node whose length is animated. Children are in the order of
+// `models`.
 ChildLists GatherChildren(const std::vector<std::unique_ptr<MOCAPMODEL>>& models) {
     ChildLists children;
     for (const auto& node : models)
@@ -59,7 +60,8 @@ struct Targets {
     bool operator==(const Targets&) const = default;
 };
 
-// Gives the slot keys with the value zero, unless it has keys. Returns false when memory runs out.
+// If the slot has no keys, gives it `count` keys with the value 0. Returns false when memory runs
+// out.
 bool EnsureKeys(CHANNELS& slot, std::uint32_t count) {
     if (slot.keys) return true;
     slot.keys = AllocateKeys(count);
@@ -70,10 +72,10 @@ bool EnsureKeys(CHANNELS& slot, std::uint32_t count) {
 
 enum class Found { All, NoSlot, NoMemory };
 
-// Sets `targets` to a position channel for each axis. If the child has one for an axis, that
-// channel is stored. If not, the channel already in `targets`, which belongs to an earlier child,
-// stays. If `targets` has none either, the child gets a new one. It is intended that a child
-// without position channels shares those of another child.
+// Stores a position channel for each axis in `targets`. The child's own position channels replace
+// the channels of an earlier child in `targets`. If neither the child nor `targets` has a channel
+// for an axis, the child gets a new one. It is intended that a child without position channels
+// shares the channels of an earlier child.
 Found FindTargets(MOCAPMODEL& child, std::uint32_t frameCount, Targets& targets) {
     for (CHANNELS& slot : child.channels)
         if (IsPosition(slot.type)) targets.axis[slot.type - kPositionX] = &slot;
@@ -89,7 +91,8 @@ Found FindTargets(MOCAPMODEL& child, std::uint32_t frameCount, Targets& targets)
     return Found::All;
 }
 
-// Adds the bone's vector to the targets, once for each of the `children`.
+// In each frame, adds the vector from the bone's start to its end to the targets. The vector is
+// added `children` times, because that many children share the targets.
 void AddOffsets(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
                 const Targets& targets, std::size_t children) {
     for (std::uint32_t frame = 0; children > 0 && frame < frameCount; ++frame) {
@@ -102,8 +105,8 @@ void AddOffsets(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t fr
     }
 }
 
-// Consecutive children with the same targets are handled together, because a bone may have any
-// number of children.
+// Moves the bone's children to its animated end. Consecutive children with the same targets are
+// handled in one step, because a bone may have very many children.
 Found MoveChildren(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
                    const std::vector<MOCAPMODEL*>& children) {
     Targets targets;

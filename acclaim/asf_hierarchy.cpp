@@ -1,5 +1,5 @@
-// The hierarchy of the bones. The file may name bones in any order and more than once. It may even
-// make a bone its own ancestor.
+// Parses the hierarchy of the bones. The file may name bones in any order and more than once. It
+// may even make a bone its own ancestor.
 #include <new>
 
 #include "acclaim/acclaim_parser.h"
@@ -14,7 +14,7 @@ namespace {
 // A bone that is shorter than this is treated as a point.
 constexpr double kShortestBone = 0.01;
 
-// Puts the node at the end of the bone.
+// Moves the node to the end of the bone.
 void MoveToEnd(const MOCAPMODEL& bone, MOCAPMODEL& node) {
     for (int axis = 0; axis < 3; ++axis) {
         node.offset[axis] = bone.direction[axis] * bone.length;
@@ -24,7 +24,8 @@ void MoveToEnd(const MOCAPMODEL& bone, MOCAPMODEL& node) {
 
 }  // namespace
 
-// hierarchy = "begin" { line } "end". A line of the grammar is a line of the file.
+// hierarchy = "begin" { line } "end"
+// Each `line` ends with its line of the file.
 std::int32_t AcclaimParser::HandleHierarchy() {
     const char* token = GetNextAccString();
     if (token == nullptr || !EqualsIgnoringCase(token, "begin"))
@@ -42,7 +43,7 @@ std::int32_t AcclaimParser::HandleHierarchy() {
     }
 }
 
-// The root gets the name that the first line gives it.
+// Gives the root the name at the start of the first line of the hierarchy.
 std::int32_t AcclaimParser::RenameRoot(const char* token) {
     MOCAPMODEL* const root = FindModelByName("root");
     if (root == nullptr) return Fail(kFail, L"Root node cannot be found");
@@ -82,8 +83,8 @@ void AcclaimParser::AttachChild(MOCAPMODEL& parent, MOCAPMODEL& child) {
     MoveToEnd(parent, child);
 }
 
-// Adds a node at the end of every leaf that is long enough. Looks only at nodes that no earlier
-// call has looked at; the others stay as they are.
+// Adds a child node at the end of every leaf that is at least kShortestBone long. Marks shorter
+// leaves as detached. Skips the nodes that an earlier call has already examined.
 std::int32_t AcclaimParser::EndLeaves() {
     std::vector<std::unique_ptr<MOCAPMODEL>> ends;
     for (; settledNodes < skeleton.models.size(); ++settledNodes) {

@@ -1,4 +1,5 @@
-// From an ASF file to the scene: a model with its base pose, its skeleton and its group.
+// Imports an ASF file into the scene: creates a model with its base pose, its skeleton and its
+// group.
 #include <new>
 
 #include "acclaim/acclaim_import.h"
@@ -25,7 +26,8 @@ Zelk::CStatus CAcclaimImport::ImportSkeleton(const Zelk::CString& asfFile,
         status = OpenSkeleton(asfFile, name);
         if (status.Succeeded()) status = BuildSkeleton(name);
     } catch (const std::bad_alloc&) {
-        // Every failure of the parser has this status; the message tells what it was.
+        // While a file is parsed, a lack of memory has the status kFail, as every failure of
+        // ParseASF. The recorded message tells the reason.
         status = FailForMemory(parsing ? kFail : kOutOfMemory);
     }
     Clear(!status.Succeeded());

@@ -1,6 +1,6 @@
-// The ASF grammar, one function a production. Sections come in any order; keywords and values match
-// in any letter case. A handler stops before the keyword of the next section, which the loop in
-// ParseASF reads.
+// Parses ASF files, with one function for each production of the grammar. Sections may be in any
+// order. Upper and lower case of keywords are not distinguished. A handler stops before the keyword
+// of the next section. The loop in ParseASF reads that keyword.
 #include <cstring>
 #include <string>
 
@@ -38,7 +38,7 @@ std::int32_t AcclaimParser::ParseASF() {
     struct Section {
         const char* keyword;
         std::int32_t (AcclaimParser::*handle)();
-        unsigned int steps;  // how far the section moves the progress bar
+        unsigned int steps;  // how many steps the progress bar advances after the section
     };
     static constexpr Section kSections[] = {
         {":name", &AcclaimParser::HandleName, 2},
@@ -53,8 +53,8 @@ std::int32_t AcclaimParser::ParseASF() {
         if (token == nullptr) return mocap::kEndOfFile;
         if (CheckCancelled()) return kCancelled;
         if (token[0] != ':') return Fail(kInvalidData, L"Invalid keyword");
-        // An unknown section has no content. When a value follows its keyword, the next round of
-        // the loop refuses that value.
+        // An unknown keyword is skipped. If a value follows it, the next pass of the outer loop
+        // fails, because the value does not begin with ":".
         for (const Section& section : kSections) {
             if (!EqualsIgnoringCase(token, section.keyword)) continue;
             const std::int32_t status = (this->*section.handle)();
@@ -111,7 +111,7 @@ std::int32_t AcclaimParser::HandleDocumentation() {
     const std::uint32_t end = start + static_cast<std::uint32_t>(length);
     if (length > 0) facts.documentation = WideText(std::string(text, length).c_str());
     if (stringFile.SetPosition(end)) return kOk;
-    // SetPosition cannot reach the end of the file, but reading the last token can.
+    // SetPosition cannot move to the end of the file. GetNextString moves there from the last byte.
     stringFile.SetPosition(end - 1);
     stringFile.GetNextString();
     return mocap::kEndOfFile;
@@ -155,8 +155,8 @@ std::int32_t AcclaimParser::ParseRootParameter(MOCAPMODEL& root, const char* tok
     return Fail(kInvalidData, L"Invalid parameter in :root");
 }
 
-// `order` is the axis order that the last "axis" keyword before this one named, or "xyz" if there
-// was none.
+// `order` is the axis order after the last "axis" keyword so far. It is "xyz" if there was no such
+// keyword.
 std::int32_t AcclaimParser::ParseRootOrientation(MOCAPMODEL& root, const char* order) {
     static constexpr const wchar_t* kExpected[] = {L"Expected :root.rotation float value",
                                                    L"Expected :root.rotation float value",

@@ -1,4 +1,5 @@
-// What several sections of an ASF file use: vectors, axis orders, lists of channels.
+// Parses the values that several sections of an ASF file contain: vectors, axis orders and lists of
+// channels.
 #include <span>
 
 #include "acclaim/acclaim_parser.h"
@@ -16,7 +17,7 @@ namespace {
 constexpr const char* kAxisOrders[] = {"xyz", "xzy", "yxz", "yzx", "zxy", "zyx"};
 
 struct ChannelToken {
-    const char* text;  // one or two characters; the rest of a token is not compared
+    const char* text;  // one or two characters; a token of the file only has to begin with them
     std::uint8_t type;
 };
 constexpr ChannelToken kRootTokens[] = {
@@ -36,8 +37,9 @@ std::uint8_t ChannelTypeOf(std::span<const ChannelToken> known, const char* toke
     return kEmptySlot;
 }
 
-// Compares the slot after the one that was just filled, which holds a type only when an earlier
-// line put it there. It is intended that a channel named twice in one line is accepted.
+// Returns whether the type in the slot after `slot` is also in one of the slots from 0 to `slot`.
+// That next slot has a type only if an earlier line filled it. It is intended that a channel may be
+// named twice in one line.
 bool RepeatsChannel(const MOCAPMODEL& node, std::size_t slot) {
     if (slot + 1 == MOCAPMODEL::kSlotCount) return false;
     const std::uint8_t type = node.channels.TypeAt(slot + 1);

@@ -19,7 +19,7 @@ void NodeNames::Add(const char* name, std::uint32_t node) {
 
 std::uint32_t NodeNames::Find(const char* name) {
     const auto found = nodes_.find(Fold(name));
-    // A name can be without nodes: memory ran out while its first node was added.
+    // If memory ran out while Add added the first node of a name, the list of that name is empty.
     return found == nodes_.end() || found->second.empty() ? kNone : found->second.front();
 }
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Up to this many additions are simply made one by one.
+// If no more additions than this are left, they are made one by one.
 constexpr std::size_t kFew = 8;
 
 // Whether the magnitude of the number is greater than 2^exponent and less than 2^(exponent + 1).
@@ -14,9 +14,9 @@ bool LiesInside(double number, int exponent) {
     return std::ilogb(number) == exponent && std::fabs(number) != std::ldexp(1.0, exponent);
 }
 
-// Returns a number of additions of `step` that surely keep the magnitude of `sum` inside its range,
-// which goes from one power of two to the next. It may be slightly smaller than the largest such
-// number.
+// The magnitude of `sum` is in a range between two neighbouring powers of two. Returns how many
+// times `step` can be added before the magnitude leaves this range. The result may be slightly too
+// small, but never too large.
 std::size_t StepsInside(double sum, double step) {
     const int exponent = std::ilogb(sum);
     const double magnitude = std::fabs(sum);
@@ -31,13 +31,13 @@ std::size_t StepsInside(double sum, double step) {
 
 }  // namespace
 
-// From one power of two to the next, all doubles have the same distance from each other. As long as
-// the sum stays in this range, every addition moves it by the same number of these distances, so
-// that many additions can be replaced by one multiplication. There is one exception: an exact sum
-// half way between two doubles is rounded to the one whose last bit is zero. After one such
-// addition the last bit of the sum stays zero, and all further additions move it equally. The step
-// is therefore measured from the second to the third of three sums, because the last bit of the
-// first one may not be zero.
+// Between two neighbouring powers of two, all doubles have the same distance from each other. While
+// the sum stays in this range, every addition changes it by the same step. Many additions can
+// therefore be replaced by one multiplication. There is one exception: if an exact sum is half way
+// between two doubles, it is rounded to the double whose last bit is zero. After one such addition
+// the last bit stays zero, and all further additions change the sum by the same step. The step is
+// therefore the difference between the third sum and the second sum. The first sum may be affected
+// by the exception.
 double AddRepeatedly(double sum, double term, std::size_t times) {
     while (times > kFew) {
         const double first = sum + term;
@@ -46,7 +46,8 @@ double AddRepeatedly(double sum, double term, std::size_t times) {
         times -= 3;
         sum = third;
         const double step = third - second;
-        // Further additions change nothing: the term is too small, or the sum is infinite or NaN.
+        // Further additions do not change the sum, because the term is too small or the sum is
+        // infinite or NaN.
         if (step == 0.0 || std::isnan(step)) return sum;
         const int exponent = std::ilogb(third);
         if (!LiesInside(first, exponent) || !LiesInside(second, exponent) ||

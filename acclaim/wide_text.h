@@ -2,6 +2,6 @@
 
 #include <string>
 
-// Decodes 8-bit text in the encoding of the process's locale, up to the first byte that is not
-// valid in it.
+// Decodes a text with the encoding of the process's locale. The result ends before the first byte
+// that is not valid in this encoding.
 std::wstring WideText(const char* text);
