@@ -8,28 +8,29 @@
 #include "mocap/file_allowance.h"
 #include "mocap/mocap_import_base.h"
 
-// Imports Biovision BVH files: each HIERARCHY section of a file, with the MOTION that follows it,
-// becomes a model of its own.
+// Imports Biovision BVH files. Each HIERARCHY of a file, with the MOTION that follows it, is a
+// section. Each section becomes a separate model.
 class CBiovisionImport : public CMocapImportBase {
   public:
     CBiovisionImport();
     ~CBiovisionImport() override;
 
-    // Imports a whole file. Models are named after `name`. Scene objects that were made before a
-    // failure stay. GetModelsCount says how many models were completed; GetLastModel,
-    // GetLastBasePose and GetLastMotion return what belongs to the last of them.
+    // Imports a whole file. The host makes the names of the models from `name`. If the import
+    // fails, the objects that it has created stay in the scene. GetModelsCount returns how many
+    // models were completed. GetLastModel, GetLastBasePose and GetLastMotion return the objects of
+    // the last completed model.
     Zelk::CStatus ImportBVH(const Zelk::CString& fileName, const Zelk::CString& name);
     std::uint32_t GetModelsCount() const { return importedModels; }
 
-    // Builds the scene of a section that the caller parsed, as a model named after `name`.
-    // `sectionFrameTime` is in seconds. Afterwards GetSkeleton returns the section's nodes with
-    // their scene objects.
+    // Builds the scene of a section that the caller has parsed. The host makes the name of the
+    // model from `name`. `sectionFrameTime` is in seconds. After the call, GetSkeleton returns the
+    // section's nodes with their scene objects.
     Zelk::CStatus ImportParsed(MocapSkeleton section, double sectionFrameTime,
                                const Zelk::CString& name);
 
   private:
-    // Connects the parser to the progress bar: tells it whether the user cancelled, and shows its
-    // progress.
+    // Connects the parser to the progress bar. It tells the parser whether the user cancelled, and
+    // shows the parser's progress.
     class Monitor : public ParseMonitor {
       public:
         explicit Monitor(CBiovisionImport& importer) : importer_(importer) {}
@@ -41,8 +42,8 @@ class CBiovisionImport : public CMocapImportBase {
         CBiovisionImport& importer_;
     };
 
-    // Parses what follows a section's HIERARCHY keyword. Returns mocap::kEndOfFile when the file
-    // ends without a motion. Errors are recorded.
+    // Parses a section from after its HIERARCHY keyword to its last value. Returns
+    // mocap::kEndOfFile when the file ends without a motion. Errors are recorded.
     std::int32_t ParseBVH(MOCAPMODEL* current);
     std::int32_t ParseMotion();
     void ShowMotionProgress();
@@ -54,18 +55,18 @@ class CBiovisionImport : public CMocapImportBase {
     // Builds the scene from the parsed nodes and keys.
     Zelk::CStatus BuildScene(const Zelk::CString& name);
     Zelk::CStatus CreateZelkEntities(const Zelk::CString& name);
-    // Counts the section against the limits of its file. If a limit is exceeded, records the error
-    // and returns its status.
+    // Counts a section without channels or frames against the allowances of the file. If an
+    // allowance is used up, records the error and returns a negative status.
     std::int32_t CountSection(const Zelk::CString& name);
     Zelk::CStatus CreateActions();
     Zelk::CStatus CreateSkeleton();
     Zelk::CStatus CreateMotion();
-    // Frees what was parsed, and with `clearFile` the file too.
+    // Frees the parsed section. If `clearFile` is true, also frees the file.
     void Clear(bool clearFile);
 
-    // How many sections without channels or frames a file may have. Each of them makes a model, two
-    // actions and a group from very little text. Other sections need more text, so they are not
-    // counted.
+    // How many sections without channels or frames a file may have. Such a section has very little
+    // text, but creates a model, two actions and a group. All other sections have more text, so
+    // they are not counted.
     FileAllowance sectionsLeft{10000, 1, 96};
     std::uint32_t importedModels = 0;
     Monitor monitor{*this};

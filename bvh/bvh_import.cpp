@@ -80,8 +80,8 @@ Zelk::CStatus CBiovisionImport::ImportSection(const Zelk::CString& name, std::in
     try {
         status = BuildSection(name, parsed);
     } catch (const std::bad_alloc&) {
-        // The parser always fails with kFail, even when memory runs out. Only the recorded message
-        // tells the reason.
+        // While a section is parsed, a lack of memory has the status kFail, which BuildSection
+        // returns for every failure of the parser. Only the recorded message tells the reason.
         status = FailForMemory(parsing ? kFail : kOutOfMemory);
     }
     if (status.Succeeded()) {
@@ -157,9 +157,10 @@ Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
     return status;
 }
 
-// Limits what short sections can create: even a section without channels or frames, which needs few
-// bytes of the file, gets a model, two actions and a group. The file's name is part of their names,
-// and of the commands that the host records, so that each section copies it up to 12 times.
+// Limits what a file with many short sections can create. Even a section without channels or
+// frames, which needs few bytes of the file, gets a model, two actions and a group. The names of
+// these objects contain `name`, and so do the commands that the host records. Each section
+// therefore copies `name` up to 12 times.
 std::int32_t CBiovisionImport::CountSection(const Zelk::CString& name) {
     if (channelCount > 0 && frameCount > 0) return kOk;
     if (!sectionsLeft.Reserve())
@@ -169,8 +170,8 @@ std::int32_t CBiovisionImport::CountSection(const Zelk::CString& name) {
     return kOk;
 }
 
-// The end of an action is a time in seconds, although the times of keys are frame numbers. A host
-// divides the end by the last key's time to get the seconds per frame.
+// The end of an action is a time in seconds, but the times of keys are frame numbers. A host gets
+// the seconds per frame when it divides the end by the last key's time.
 Zelk::CStatus CBiovisionImport::CreateActions() {
     const Zelk::CStatus status = AddActionSource(lastModel, modelName + L"_BasePose", lastBasePose,
                                                  kBasePoseFrames * frameTime);

@@ -1,4 +1,4 @@
-// The MOTION section: a header, then one value for each channel and frame.
+// Parses the MOTION of a section: a header, then one value for each channel and frame.
 #include <vector>
 
 #include "bvh/bvh_parser.h"
@@ -15,8 +15,8 @@ std::int32_t BvhParser::ParseMotion() {
         return Fail(kNoData, L"Missing FCurves for animation CHANNELS");
     }
     monitor.BeginValues();
-    // A frame count that is too large for the file must not cost memory. The values are then
-    // parsed but not kept, and parsing fails after the last value of the file.
+    // If the frame count is too large for the file, no memory for keys is allocated. The values are
+    // then parsed but not stored, and parsing fails after the last value of the file.
     if (!CanHoldFrames()) return ParseFrames(nullptr);
 
     std::vector<KeyArray> keys = AllocateKeyArrays(skeleton.channelCount, skeleton.frameCount);
@@ -43,15 +43,16 @@ std::int32_t BvhParser::ParseFrameHeader() {
     return kOk;
 }
 
-// A value takes at least a character and a separator.
+// Each value takes at least two bytes: one character and one separator. The last value needs no
+// separator.
 bool BvhParser::CanHoldFrames() const {
     const std::uint64_t values = std::uint64_t{skeleton.channelCount} * skeleton.frameCount;
     const std::uint64_t bytes = stringFile.GetSize() - stringFile.GetPosition();
     return values <= (bytes + 1) / 2;
 }
 
-// The values come frame by frame, in the order of the channels. With `keys` null they are checked
-// but not kept.
+// The file has the values frame by frame, in the order of the channels. If `keys` is null, the
+// values are checked but not stored.
 std::int32_t BvhParser::ParseFrames(KeyArray* keys) {
     const std::uint32_t total = skeleton.channelCount * skeleton.frameCount;
     const std::uint32_t step = total > 99 ? total / kValueSteps : 1;

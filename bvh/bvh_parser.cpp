@@ -1,6 +1,6 @@
-// The BVH grammar, one function a production. Keywords are separated by white space and match in
-// any letter case. Nested nodes are read in a loop, not by recursion, because the file decides how
-// deep they are nested.
+// Parses BVH files, with one function for each production of the grammar. Keywords are separated by
+// white space. Upper and lower case of keywords are not distinguished. Nested nodes are parsed in a
+// loop, because a file with very deep nesting would overflow the stack of a recursion.
 #include "bvh/bvh_parser.h"
 
 #include <cstring>
@@ -74,8 +74,9 @@ std::int32_t BvhParser::ParseHierarchy(MOCAPMODEL* current) {
     }
 }
 
-// body = "{" "OFFSET" x y z [ "CHANNELS" count { channel } ]. The tokens up to the matching "}"
-// belong to the new node, which becomes `current`.
+// body = "{" "OFFSET" x y z [ "CHANNELS" count { channel } ]
+// The new node becomes `current`. It stays `current` until ParseHierarchy reads the matching "}",
+// except while its child nodes are parsed.
 std::int32_t BvhParser::ParseNode(NodeKind kind, MOCAPMODEL*& current) {
     MOCAPMODEL* const node = AppendNode();
     if (node == nullptr) return kOutOfMemory;
@@ -94,7 +95,8 @@ std::int32_t BvhParser::ParseNode(NodeKind kind, MOCAPMODEL*& current) {
     return ParseChannels(*node);
 }
 
-// name = token; an end site is named after its parent
+// name = token
+// An end site has no name in the file. Its name is made from its parent's name.
 std::int32_t BvhParser::ParseName(NodeKind kind, MOCAPMODEL& node) {
     if (kind == NodeKind::EndSite) {
         node.isEndSite = true;
@@ -110,8 +112,8 @@ std::int32_t BvhParser::ParseName(NodeKind kind, MOCAPMODEL& node) {
 }
 
 // The name of an end site contains its parent's name. If end sites are nested, or if many end sites
-// have a parent with a long name, their names may need far more memory than the file has bytes.
-// Returns false when their names exceed the file's allowance.
+// have a parent with a long name, their names may need far more memory than the file has bytes. The
+// names are therefore counted. Returns false if the allowance of the file is used up.
 bool BvhParser::AllowsEndSiteName(const MOCAPMODEL* parent) {
     return parent == nullptr || allowances.derivedNames.Reserve(std::strlen(parent->name.get()));
 }
@@ -138,7 +140,8 @@ void BvhParser::AttachToParent(MOCAPMODEL& node) {
         node.globalPosition[axis] = node.offset[axis];
     if (node.parent == nullptr) return;
     ++node.parent->childCount;
-    // Position channels detach a node too, but they are read later and do not change this count.
+    // A node with position channels becomes detached too, but its channels are parsed later. They
+    // do not change this count.
     if (!node.isDetached) ++node.parent->boneChildCount;
     node.depth = node.parent->depth + 1;
     for (int axis = 0; axis < 3; ++axis)

@@ -7,30 +7,31 @@
 #include "mocap/mocap_parser.h"
 
 // Parses one section of a BVH file. Its HIERARCHY becomes the nodes of the skeleton, and its MOTION
-// becomes the keys in the nodes' channels. The file reader must have its default separators. Use
-// one parser for any number of sections, with Reset and an empty skeleton before each.
+// becomes the keys in the nodes' channels. The file reader must have its default separators. One
+// parser can parse any number of sections. Before each section, call Reset and empty the skeleton.
 class BvhParser : public MocapParser {
   public:
     // The range of the progress bar includes at most this many steps for the values of the motion.
-    // Parsing the values may advance the bar by more steps than that, but never more than 99.
+    // While the values are parsed, the bar may advance by more steps than this number, but never by
+    // more than 99.
     static constexpr std::uint32_t kValueSteps = 50;
 
-    // Keeps references to all four.
+    // Stores references to the four arguments, so they must outlive the parser.
     BvhParser(CStringFile& fileReader, MocapSkeleton& parsedSkeleton,
               FileAllowances& fileAllowances, ParseMonitor& parseMonitor)
         : MocapParser(fileReader, parsedSkeleton, fileAllowances, parseMonitor) {}
 
     void Reset();
 
-    // Parses from after the HIERARCHY keyword up to and including the MOTION keyword. `current` is
-    // the node whose braces are open, null at the start. Returns mocap::kEndOfFile when the file
-    // ends without a MOTION.
+    // Parses the text from after the HIERARCHY keyword up to and including the MOTION keyword.
+    // `current` is the node to which the next nodes belong. It must be null at the start of a
+    // section. Returns mocap::kEndOfFile if the file ends without a MOTION.
     std::int32_t ParseHierarchy(MOCAPMODEL* current);
-    // Parses from after the MOTION keyword to the last value. Every channel of the hierarchy then
-    // has a key for each frame.
+    // Parses the text from after the MOTION keyword to the last value. On success, every channel of
+    // the section has a key for each frame.
     std::int32_t ParseMotion();
 
-    // Seconds, 0 before a motion was parsed.
+    // The seconds between two frames, or 0 before a motion was parsed.
     double FrameTime() const { return frameTime; }
 
   private:
@@ -45,14 +46,16 @@ class BvhParser : public MocapParser {
     std::int32_t ParseChannel(MOCAPMODEL& node);
 
     std::int32_t ParseFrameHeader();
-    // Whether the rest of the file is long enough for a value for each channel and frame.
+    // Returns whether the rest of the file is long enough to have a value for each channel in each
+    // frame.
     bool CanHoldFrames() const;
     std::int32_t ParseFrames(KeyArray* keys);
 
     // Moves past the next token. Returns whether it is `keyword`, in any letter case.
     bool ConsumeKeyword(const char* keyword);
 
-    std::uint32_t bracketDepth = 0;  // "{" that are open
-    std::list<KeyArray*> keySlots;   // each channel's keys, in the file's order; owned by the nodes
-    double frameTime = 0.0;          // seconds
+    std::uint32_t bracketDepth = 0;  // how many "{" are still open
+    // Pointers to the keys of all channels, in the file's order. The nodes own the keys.
+    std::list<KeyArray*> keySlots;
+    double frameTime = 0.0;  // seconds
 };
