@@ -1,4 +1,4 @@
-// Turns keys into fcurves of the motion, and the state of new objects into the base pose.
+// Adds the keys to the motion as fcurves, and the transforms of new objects to the base pose.
 #include "host/application.h"
 #include "mocap/mocap_import_base.h"
 #include "mocap/scene_helpers.h"
@@ -7,7 +7,7 @@ namespace {
 
 constexpr const wchar_t* kBoneLengthName = L"bone.length";
 
-// By channel type; type 0 has no parameter.
+// Indexed by channel type. Type 0 has no parameter.
 constexpr const wchar_t* kParameterNames[] = {nullptr, L"posx", L"posy", L"posz",
                                               L"rotx", L"roty", L"rotz", kBoneLengthName};
 
@@ -86,8 +86,8 @@ Zelk::CStatus CMocapImportBase::AttachCurves(MOCAPMODEL& node, Zelk::FCurve& fcu
             RecordError(L"Failed to add channel FCurve");
             return status;
         }
-        // The scene has a copy now. The keys are freed so that a long motion is not in memory
-        // twice.
+        // The scene has a copy of the keys now. They are freed, so that a long motion is not in
+        // memory twice.
         channel.keys.reset();
     }
     return Zelk::status::kOk;

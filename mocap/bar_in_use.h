@@ -2,7 +2,8 @@
 
 #include "mocap/progress_bar.h"
 
-// Sets the importer's progress bar, and clears it when the scope ends.
+// Sets the importer's pointer to its progress bar, and sets the pointer to null when the scope
+// ends.
 class BarInUse {
   public:
     BarInUse(CIFPlugProgressBar*& slot, CIFPlugProgressBar& bar) : slot_(slot) { slot_ = &bar; }

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The three rows and columns of a rotation.
+// Copies the first three rows and columns, which contain the rotation.
 template <std::size_t From, std::size_t To>
 void CopyRotation(const double (&from)[From][From], double (&to)[To][To]) {
     for (std::size_t row = 0; row < 3; ++row)

@@ -1,5 +1,6 @@
-// Converts the rotations of a file to the axes of each bone or null. Before the conversion the
-// rotations are about the axes of the model. At rest a bone or a null may have other axes.
+// Converts the rotations of the file. Before the conversion they are about the axes of the model.
+// After it they are about the axes of each bone or null, which may differ from the axes of the
+// model in the rest pose.
 #include "math/angles.h"
 #include "math/rotation_math.h"
 #include "mocap/bone_matrices.h"

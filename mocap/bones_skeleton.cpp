@@ -1,7 +1,7 @@
-// Builds the skeleton as chains of bones. The tree is divided into chains where a joint has several
-// children, and where a joint is detached, that is, not joined to its parent by a rigid bone. A
+// Builds the skeleton as chains of bones. A chain ends at a joint that has several children, no
+// child, or only a detached child. A detached joint is not joined to its parent by a rigid bone. A
 // node that cannot be a bone becomes a null. Most of these nulls are joints at which one chain ends
-// and others begin.
+// and other chains begin.
 #include "mocap/bones_skeleton.h"
 
 #include <algorithm>
@@ -31,8 +31,8 @@ bool HasZeroOffset(const MOCAPMODEL& node) {
     return node.offset[0] == 0.0 && node.offset[1] == 0.0 && node.offset[2] == 0.0;
 }
 
-// Converts the name of a host object to 8-bit text in the encoding of the process's locale, up to
-// the first character that the locale cannot express. Returns null when memory runs out.
+// Encodes the name of a host object with the encoding of the process's locale. The result ends
+// before the first character that this encoding does not have. Returns null when memory runs out.
 std::unique_ptr<char[]> NarrowName(const Zelk::CString& name) {
     const std::size_t capacity = std::size_t{name.Length()} * MB_CUR_MAX + 1;
     std::unique_ptr<char[]> text(new (std::nothrow) char[capacity]());
@@ -53,7 +53,8 @@ std::vector<BoneChain> GatherChains(const std::vector<std::unique_ptr<MOCAPMODEL
     return chains;
 }
 
-// Sorts parents before children and short chains before long ones; equal chains keep their order.
+// Returns the chains in the order of ChainsCompare: parents before children, and short chains
+// before long chains. Chains that compare equal keep their order.
 std::vector<BoneChain*> Sorted(std::vector<BoneChain>& chains) {
     std::vector<BoneChain*> sorted;
     sorted.reserve(chains.size());
@@ -114,7 +115,8 @@ std::size_t CMocapImportBase::CountChains(const std::vector<BoneChain>& chains) 
     return count;
 }
 
-// A chain of a single node becomes a bone only if this bone can start at the node's parent joint.
+// A chain of a single node becomes a bone only if this bone can start at the parent joint of the
+// node.
 bool CMocapImportBase::BecomesNull(const BoneChain& chain) const {
     const MOCAPMODEL& first = *chain.front();
     return chain.size() == 1 &&
@@ -141,7 +143,8 @@ Zelk::CStatus CMocapImportBase::CreateChainObjects(const BoneChain& chain) {
         if (!status.Succeeded()) return status;
     }
     if (!EndsInNull(*last)) return Zelk::status::kOk;
-    // The null is exactly at the effector. It becomes the parent of the chains below.
+    // The null has the position of the effector. It becomes the parent of the chains that begin at
+    // this joint.
     std::fill(last->offset, last->offset + 3, 0.0);
     return CreateNull(last, effector);
 }
@@ -155,8 +158,8 @@ Zelk::CStatus CMocapImportBase::CreateChainBones(const BoneChain& chain, Zelk3DO
     Zelk::CStatus status;
     if (chainFromParentJoint && !startsAtItself) {
         MOCAPMODEL start;
-        // The chain begins at the parent, and three of its objects have the parent's name in their
-        // names: the root, the first bone and the effector.
+        // The chain begins at the parent. The names of its root, its first bone and its effector
+        // contain the parent's name.
         const Zelk::CString parentName = parent.GetName();
         if (!allowances.derivedNames.Reserve(std::uint64_t{3} * parentName.Length()))
             return FailForDerivedNames();

@@ -4,12 +4,15 @@
 
 #include "mocap/mocap_model.h"
 
-// Nodes of which each is the only bone child of the one before. Not empty. Does not own the nodes.
+// The nodes of a chain. Each node, except the first, is the only child of the node before it. A
+// chain has at least one node. It does not own its nodes.
 using BoneChain = std::vector<MOCAPMODEL*>;
 
-// Returns the chain that ends at `last` and begins where the tree branches or a node is detached.
+// Returns the chain that ends at `last`. The chain begins after the nearest ancestor that has
+// several children or no bone child, or at the nearest detached ancestor.
 BoneChain GatherChain(MOCAPMODEL* last);
 
-// Compares chains by the depth of their first nodes, then by their lengths, in rising order. `a`
-// and `b` point to pointers to chains; the result is as qsort needs it.
+// Compares two chains by the depth of their first node, then by their number of nodes. `a` and `b`
+// are pointers to pointers to chains. The result is negative if `a` comes first, positive if `b`
+// comes first, and 0 if they are equal.
 int ChainsCompare(const void* a, const void* b);

@@ -15,9 +15,10 @@
 #include "mocap/progress_bar.h"
 #include "textio/string_file.h"
 
-// What both importers share: the options, the error record, the parsed skeleton, and the building
-// of scene objects from it. Operations return the host's status codes, negative on failure. When a
-// failing operation records several messages, the last one counts.
+// The base class of the BVH and the Acclaim importer. It has the options, the recorded error, the
+// parsed skeleton, and the code that builds scene objects from the skeleton. Operations return the
+// host's status codes, which are negative on failure. If a failing operation records several
+// messages, the last message is kept.
 class CMocapImportBase : protected MocapSkeleton {
   public:
     enum MOCAP_FORMAT { MOCAP_FORMAT_BIOVISION = 0, MOCAP_FORMAT_ACCLAIM = 1 };
@@ -28,23 +29,27 @@ class CMocapImportBase : protected MocapSkeleton {
     CMocapImportBase& operator=(const CMocapImportBase&) = delete;
 
     // `nulls`: the skeleton becomes nulls instead of bone chains. `fromParentJoint`: a chain starts
-    // at the parent's joint. `effectorUnderBone`: each chain's effector becomes a child of its last
-    // bone. `group`: the animated objects are put into a group.
+    // at the parent joint of its first node, unless that node is detached and has a bone child.
+    // `effectorUnderBone`: each chain's effector becomes a child of its last bone. `group`: the
+    // animated objects are put into a group.
     void SetOptions(bool nulls, bool fromParentJoint, bool effectorUnderBone, bool group);
 
-    // Returns the last recorded message, empty when there was no error, and stores the line and
-    // column of the reader at that moment, counted from 0. Either pointer may be null.
+    // Returns the last recorded message, or an empty string if there was no error. Stores the line
+    // and the column at which the reader was when the error was recorded, counted from 0. Each of
+    // the pointers may be null.
     const Zelk::CString& GetLastError(std::uint32_t* line, std::uint32_t* column) const;
-    // Whether the error was recorded while a file was parsed. Only then does its line mean
-    // something.
+    // Whether the error was recorded while a file was parsed. The line of the error has a meaning
+    // only in this case.
     bool WasParsing() const { return parsing; }
 
-    // What the last import made. A handle is empty when the import did not get that far.
+    // Return the objects of the last import. A handle is empty if the import failed before it
+    // created the object.
     Zelk::Model GetLastModel() const { return lastModel; }
     Zelk::ActionSource GetLastBasePose() const { return lastBasePose; }
     Zelk::ActionSource GetLastMotion() const { return lastMotion; }
 
-    // The nodes that the importer holds at present, with the scene objects that were made for them.
+    // The nodes that the importer has at present, with the scene objects that were created for
+    // them.
     const MocapSkeleton& GetSkeleton() const { return *this; }
 
   protected:
@@ -54,7 +59,7 @@ class CMocapImportBase : protected MocapSkeleton {
     void RecordError(const Zelk::CString& message) noexcept;
     // Records an error and returns `status`.
     std::int32_t Fail(std::int32_t status, const Zelk::CString& message) noexcept;
-    // Records "Out of memory", which needs no memory, and returns `status`.
+    // Records "Out of memory" and returns `status`. Allocates no memory.
     std::int32_t FailForMemory(std::int32_t status = Zelk::status::kOutOfMemory) noexcept;
     // Records that the file asks for more of `what` than its size allows. Throws std::bad_alloc.
     std::int32_t FailForCount(const wchar_t* what, const FileAllowance& allowance);
@@ -62,23 +67,26 @@ class CMocapImportBase : protected MocapSkeleton {
     // Whether the user pressed cancel. If so, "User cancelled command" is recorded.
     bool CheckCancelled();
 
-    // The null of the node's parent; empty for a root and when the parent is not a null.
+    // The null of the node's parent. It is empty if the node is a root or if its parent has no
+    // null.
     Zelk3DObject GetModelParent(const MOCAPMODEL* node) const;
-    // The null of the node's parent or, when it has none, the model.
+    // The null of the node's parent. If GetModelParent returns an empty object, this is the model.
     Zelk3DObject ParentObject(const MOCAPMODEL* node) const;
-    // The node's null or, when it has none, its bone; empty when it has neither.
+    // The node's null. If the node has no null, this is its bone. It is empty if the node has no
+    // bone either.
     static Zelk3DObject AnimatedObject(const MOCAPMODEL& node);
 
-    // Records the error of a parser whose operation returned `status`, and returns `status`. Throws
-    // std::bad_alloc.
+    // Returns `status`, which an operation of the parser has returned. If it is negative, first
+    // records the parser's error. Throws std::bad_alloc.
     std::int32_t RecordParserError(const MocapParser& parser, std::int32_t status);
 
-    // --- rotation_order.cpp ---
-    // Appends the node's rotation slots, at most three, in slot order. `list` is not cleared.
+    // --- rotation_order.cpp --- Stores pointers to the node's rotation slots in `list`, at most
+    // three, in slot order. Does not change the other items of `list`.
     static void GetAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
-    // Adds channels of zeros for the rotations that the node lacks. The list gets the node's own
-    // channels in slot order, then the new ones. Returns mocap::kNoRotation, and an empty list,
-    // when the node has no rotation channel.
+    // If the node has one or two rotation channels, adds the missing ones, with zeros as values.
+    // Stores the channels from the file in `list`, in slot order, and after them the new channels.
+    // If the node has no rotation channel, returns mocap::kNoRotation, and `list` has three null
+    // pointers.
     std::int32_t AllocateAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
     // Rewrites the keys of every node whose rotations are not listed x before y before z.
     std::int32_t FixRotationsOrder();
@@ -88,53 +96,57 @@ class CMocapImportBase : protected MocapSkeleton {
     Zelk::CStatus CreateNullsSkeleton();
     Zelk::CStatus CreateGroup();
 
-    // --- bones_skeleton.cpp ---
-    // Builds the whole skeleton as chains, with nulls for what cannot be a bone.
+    // --- bones_skeleton.cpp --- Builds the whole skeleton as chains of bones. Nodes that cannot be
+    // bones become nulls.
     Zelk::CStatus CreateBonesSkeleton();
-    // How much of the allowance for chains is needed: one for each chain and for each null at the
-    // end of a chain.
+    // Returns how much of the allowance for chains these chains need: one for each chain, and one
+    // for each null at the end of a chain. Chains that become a null are not counted.
     std::size_t CountChains(const std::vector<BoneChain>& chains) const;
     // Whether the chain is a single node that cannot be a bone.
     bool BecomesNull(const BoneChain& chain) const;
-    // Builds one chain, or the null that it becomes.
+    // Creates the objects of one chain, or a single null if BecomesNull is true.
     Zelk::CStatus CreateChainObjects(const BoneChain& chain);
     Zelk::CStatus CreateChainBones(const BoneChain& chain, Zelk3DObject& parent,
                                    Zelk::ChainRoot& root, Zelk::ChainEffector& effector);
-    // Makes a chain whose first bone reaches from `start` to `end` and is the bone of `start`.
+    // Creates a chain with one bone, which goes from `start` to `end`. It is stored as the bone of
+    // `start`.
     Zelk::CStatus CreateBoneChain(MOCAPMODEL* start, MOCAPMODEL* end, Zelk3DObject& parent,
                                   Zelk::ChainRoot& root, Zelk::ChainEffector& effector);
-    // Adds a bone to the chain, from its end to `end`. It is the bone of `start`.
+    // Adds a bone to the end of the chain `root`. The new bone ends at `end`. It is stored as the
+    // bone of `start`.
     Zelk::CStatus CreateBone(MOCAPMODEL* start, MOCAPMODEL* end, Zelk::ChainRoot& root);
     void AddBoneBasePose(MOCAPMODEL& node);
 
-    // --- bone_rotations.cpp ---
-    // Called after the skeleton was built and before its curves are made. Returns kCancelled when
-    // the user cancelled.
+    // --- bone_rotations.cpp --- Converts rotations about the model's axes to rotations about the
+    // axes of each bone or null. Call it after the skeleton was built and before AttachCurves.
+    // Returns kCancelled if the user cancelled.
     std::int32_t FixBonesRotations();
 
-    // --- action_curves.cpp ---
-    // Copies `frameCount` keys to the curve and adds the curve to the motion for that parameter.
+    // --- action_curves.cpp --- Copies `frameCount` keys to the curve. Then adds the curve to the
+    // motion, for the parameter of this channel type.
     Zelk::CStatus AddFCurve(Zelk3DObject object, std::uint8_t channelType, const MOCAP_RAWKEY* keys,
                             Zelk::FCurve& fcurve);
-    // Adds a parameter's present value to the base pose, and stores it in `value` unless that is
-    // null.
+    // Adds the present value of a parameter to the base pose. If `value` is not null, also stores
+    // the parameter's value there.
     Zelk::CStatus AddBasePose(Zelk3DObject object, const Zelk::CString& parameterName,
                               double* value);
-    // The property with the curve through which the keys of all channels are copied to the motion,
-    // one channel after the other. It is on the first node's object or, when that node has none, on
-    // the model. `fcurve` is empty when the host did not make it.
+    // A temporary curve. The keys of each channel are copied to this curve, and from there to the
+    // motion, one channel after the other. `property` contains the curve. It belongs to the object
+    // of the first node, or to the model if that node has no object. `fcurve` is empty if the host
+    // did not create it.
     struct ScratchCurve {
         Zelk::CustomProperty property;
         Zelk::FCurve fcurve;
     };
     ScratchCurve CreateScratchCurve();
-    // Makes a curve for each imported channel of the node that has keys, and frees the keys.
+    // Adds a curve to the motion for each imported channel of the node that has keys, and frees the
+    // keys. `fcurve` is the scratch curve.
     Zelk::CStatus AttachCurves(MOCAPMODEL& node, Zelk::FCurve& fcurve);
-    // Whether there are frames but the channel never got a key. Its object then keeps the base
-    // pose.
+    // Whether the motion has frames but the channel has no keys. The channel's parameter then keeps
+    // its value of the base pose.
     bool LacksKeys(const CHANNELS& channel) const { return frameCount > 0 && !channel.keys; }
-    // Deletes the scratch property, puts the model into its base pose and returns the status of
-    // that.
+    // Deletes the scratch property and puts the model into its base pose. Returns the status of the
+    // command that applies the base pose.
     Zelk::CStatus FinishMotion(const ScratchCurve& scratch);
 
     CStringFile stringFile;
@@ -144,7 +156,7 @@ class CMocapImportBase : protected MocapSkeleton {
     std::uint32_t errorColumn = 0;
     Zelk::CString errorMessage;
     bool parsing = false;
-    Zelk::CString modelName;  // as the host gave it
+    Zelk::CString modelName;  // the name that the host gave the model
     bool useNulls = false;
     bool chainFromParentJoint = true;
     bool effectorToLastBone = false;
@@ -152,12 +164,13 @@ class CMocapImportBase : protected MocapSkeleton {
     Zelk::Model lastModel;
     Zelk::ActionSource lastBasePose;
     Zelk::ActionSource lastMotion;
-    CIFPlugProgressBar* progressBar = nullptr;  // owned by the import operation that is running
+    CIFPlugProgressBar* progressBar = nullptr;  // owned by the running import; null without one
 
   private:
-    const Zelk::CString outOfMemory;  // the message, made while memory is available
+    const Zelk::CString outOfMemory;  // built in advance, while memory is available
 
-    // What AddFCurve passes to the host. Their memory is used again for the next channel.
+    // The arrays that AddFCurve passes to the host. They are members so that their memory can be
+    // used again for the next channel.
     Zelk::CTimeArray keyTimes;
     Zelk::CValueArray keyValues;
 };

@@ -9,7 +9,9 @@
 
 namespace {
 
-// Large blocks are cheaper to allocate; smaller ones can be freed sooner, as channels are finished.
+// The keys of several channels are allocated in one block of about this size. Larger blocks cost
+// less time. Smaller blocks can be freed sooner, because a block is freed when all its channels are
+// finished.
 constexpr std::size_t kPieceBytes = std::size_t{8} << 20;
 
 // Returns memory for `arrays` arrays of `count` keys in one block, or null when memory runs out.
@@ -19,7 +21,7 @@ std::shared_ptr<void> AllocatePiece(std::size_t arrays, std::uint32_t count) {
     try {
         return memory::AllocateLargeMemory(static_cast<std::size_t>(bytes));
     } catch (const std::bad_alloc&) {
-        return nullptr;  // no memory for the reference count
+        return nullptr;  // there was no memory for the reference count
     }
 }
 

@@ -14,18 +14,18 @@ struct MOCAP_RAWKEY {
     double value;  // degrees for rotations, file units for positions and lengths
 };
 
-// A channel's keys, one for each frame, or null while there is no motion. The pointer is shared
-// because the keys of several channels may be in one block of memory, which is freed with the last
-// of them.
+// The keys of a channel, one for each frame, or null if the channel has no motion. The keys of
+// several channels may be in one block of memory. Therefore the pointer is shared, and the block is
+// freed when none of these channels needs it.
 using KeyArray = std::shared_ptr<MOCAP_RAWKEY[]>;
 
-// Returns uninitialised keys, or null when memory runs out.
+// Returns an array of `count` uninitialised keys, or null when memory runs out.
 KeyArray AllocateKeys(std::uint32_t count);
-// Returns several such arrays, or none when memory runs out. Throws std::bad_alloc when memory runs
-// out for their list.
+// Returns `arrays` arrays of `count` uninitialised keys. Returns an empty vector when memory for
+// the keys runs out. Throws std::bad_alloc when memory for the vector runs out.
 std::vector<KeyArray> AllocateKeyArrays(std::uint32_t arrays, std::uint32_t count);
 
-// The kinds of channels. The same numbers select the parameters of the host.
+// The kinds of channels. The numbers from 1 to 7 are also indices in the table of host parameters.
 enum ChannelType : std::uint8_t {
     kEmptySlot = 0,
     kPositionX = 1,
@@ -35,7 +35,7 @@ enum ChannelType : std::uint8_t {
     kRotationY = 5,
     kRotationZ = 6,
     kBoneLength = 7,
-    kIgnoredChannel = 255,  // present in the file, not imported
+    kIgnoredChannel = 255,  // is in the file but is not imported
 };
 
 constexpr bool IsPosition(std::uint8_t type) {
@@ -48,8 +48,8 @@ constexpr bool IsAnimated(std::uint8_t type) {
     return type != kEmptySlot && type != kIgnoredChannel;
 }
 
-// One node of a skeleton: a root, joint, bone or end site. Everything starts as zero, false or
-// empty.
+// One node of a skeleton: a root, joint, bone or end site. Every member is zero, false or empty at
+// first.
 struct MOCAPMODEL {
     static constexpr int kSlotCount = 7;
 
@@ -62,8 +62,9 @@ struct MOCAPMODEL {
         double maxLimit = 0.0;
     };
 
-    // Seven slots. Their memory is allocated when one is first asked for by index, because most
-    // nodes of a large file have no channel. Until then begin() and end() are an empty range.
+    // The seven slots of a node. Most nodes of a large file have no channel, so the memory of the
+    // slots is allocated at the first call of operator[]. Before that call, begin() and end() are
+    // an empty range.
     class ChannelSlots {
       public:
         CHANNELS* begin() { return slots_.get(); }
@@ -84,23 +85,23 @@ struct MOCAPMODEL {
         std::unique_ptr<CHANNELS[]> slots_;
     };
 
-    std::unique_ptr<char[]> name;  // as read from the file
+    std::unique_ptr<char[]> name;  // the bytes from the file, or made by the parser
     MOCAPMODEL* parent = nullptr;  // null for a root
     std::uint32_t childCount = 0;
     std::uint32_t boneChildCount = 0;  // children that were not detached when they were attached
     std::uint32_t depth = 0;           // 0 for a root
     bool isDetached = false;           // not joined to its parent by a rigid bone
-    double offset[3] = {};             // from the parent, file units
-    double globalPosition[3] = {};     // in skeleton space
-    ChannelSlots channels;             // filled from the first, in the file's order
+    double offset[3] = {};             // from the parent, in file units
+    double globalPosition[3] = {};     // in the rest pose, from the skeleton's origin
+    ChannelSlots channels;             // filled from slot 0, in the file's order
     bool isEndSite = false;
-    std::uint32_t boneId = 0;    // Acclaim
+    std::uint32_t boneId = 0;    // Acclaim, the number after "id"
     double orientation[3] = {};  // Acclaim bone axis, degrees, X-Y-Z order
     double direction[3] = {};    // Acclaim, from the bone's start to its end
-    double length = 0.0;         // Acclaim, with the length multiplier
-    Zelk::ChainBone bone;        // what was made for this node in the scene
-    Zelk::Null nullObject;
-    double basePose[7] = {};  // as the host reports it, by channel type - 1
+    double length = 0.0;         // Acclaim, already multiplied by the length factor
+    Zelk::ChainBone bone;        // the bone of this node in the scene, or empty
+    Zelk::Null nullObject;       // the null of this node in the scene, or empty
+    double basePose[7] = {};     // values from the host; the index is the channel type - 1
 };
 
 // Returns a copy of `text` followed by `tail`, or null when memory runs out.

@@ -8,30 +8,30 @@
 #include "mocap/parse_monitor.h"
 #include "textio/string_file.h"
 
-// The message for a file that asks for more of `what` than its size allows.
+// Returns the message for a file that needs more of `what` than `allowance` permits.
 std::wstring ExceededAllowance(const wchar_t* what, const FileAllowance& allowance);
 
-// What the parsers share. A parser turns the tokens of a reader into the nodes and keys of a
-// skeleton; it makes no scene object and needs no session of a host. Its operations return the
-// host's status codes, negative on failure, and throw only std::bad_alloc.
+// The base class of the BVH and the Acclaim parser. A parser turns the tokens of a reader into the
+// nodes and keys of a skeleton. It creates no scene object and works without a host. Its operations
+// return the host's status codes, which are negative on failure. They throw only std::bad_alloc.
 class MocapParser {
   public:
     struct Error {
-        const wchar_t* message = L"";  // empty if there is no error; valid until the next one
-        // The reader's position when the error was recorded, counted from 0.
+        const wchar_t* message = L"";  // empty if there is no error; valid until the next error
+        // The reader's line and column when the error was recorded, counted from 0.
         std::uint32_t line = 0;
         std::uint32_t column = 0;
     };
     const Error& LastError() const { return error; }
 
-    // The message when memory runs out. A caller recognises it by comparing pointers:
-    // LastError().message is then equal to this one.
+    // The message when memory runs out. In this case LastError().message is this same pointer, so
+    // that a caller can compare pointers instead of texts.
     static const wchar_t* const kOutOfMemoryMessage;
 
   protected:
     using CHANNELS = MOCAPMODEL::CHANNELS;
 
-    // Keeps references to all four.
+    // Stores references to the four arguments, so they must outlive the parser.
     MocapParser(CStringFile& fileReader, MocapSkeleton& parsedSkeleton,
                 FileAllowances& fileAllowances, ParseMonitor& parseMonitor)
         : stringFile(fileReader),
@@ -50,10 +50,10 @@ class MocapParser {
     std::int32_t FailForMemory() noexcept;
     std::int32_t FailForCount(const wchar_t* what, const FileAllowance& allowance);
     std::int32_t FailForDerivedNames();
-    // Returns whether the user wants to stop. If so, records that as the error.
+    // Returns whether the user cancelled. If so, records the error "User cancelled command".
     bool CheckCancelled();
-    // Appends an empty node. Returns null, with the error recorded, when memory runs out or the
-    // file has more nodes than its size allows.
+    // Appends an empty node to the skeleton. If memory runs out, or if the file has more nodes than
+    // its size allows, records the error and returns null.
     MOCAPMODEL* AppendNode();
 
     CStringFile& stringFile;

@@ -2,18 +2,19 @@
 
 #include <string>
 
-// What a parser asks and reports while it runs. An importer passes it on to the host's progress bar
-// and log. As it is, this class never cancels and ignores all reports.
+// A parser calls these functions while it runs, to report its progress and to ask whether it should
+// stop. An importer overrides them to use the host's progress bar and log. The functions of this
+// base class never cancel, and ignore all reports.
 class ParseMonitor {
   public:
     virtual ~ParseMonitor() = default;
 
-    // Whether the user wants to stop. The parser then fails with "User cancelled command".
+    // Returns whether the user cancelled. If so, the parser fails with "User cancelled command".
     virtual bool IsCancelled() { return false; }
-    // The progress bar should advance by `steps`.
+    // Asks the monitor to advance the progress bar by `steps`.
     virtual void Advance(unsigned int /*steps*/) {}
-    // The channels and the number of frames are known; their values are parsed next.
+    // The parser knows the channels and the number of frames. It parses their values next.
     virtual void BeginValues() {}
-    // Something in the file was ignored, and the parser goes on.
+    // The parser ignores something in the file and goes on. `message` says what it ignores.
     virtual void Warn(const std::wstring& /*message*/) {}
 };

@@ -1,14 +1,14 @@
-// Status codes that only the importers use. They are successes that a caller must distinguish from
-// Zelk::status::kOk. The host never gets them.
+// Status codes that are used only inside the importers. They mean success, but a caller must
+// distinguish them from Zelk::status::kOk. They are never returned to the host.
 #pragma once
 
 #include <cstdint>
 
 namespace mocap {
 
-// A parser reached the end of the file. This is a success.
+// A parser reached the end of the file.
 inline constexpr std::int32_t kEndOfFile = 1;
-// A node has no rotation channel, so there was nothing to complete.
+// A node has no rotation channel, so no missing rotation channel was added.
 inline constexpr std::int32_t kNoRotation = 1;
 
 }  // namespace mocap

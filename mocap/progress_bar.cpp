@@ -9,8 +9,8 @@ constexpr std::int32_t kHostMinimum = 0;
 constexpr std::int32_t kHostMaximum = 32000;
 constexpr std::int32_t kHostStep = 1;
 
-// Truncates towards zero. Like the processor's conversion, returns the smallest integer for a NaN
-// and for a value that does not fit into 32 bits.
+// Truncates towards zero. For a NaN, and for a value that does not fit into 32 bits, returns the
+// smallest integer, as the x86 instruction does.
 std::int32_t Truncate(double value) {
     constexpr auto kSmallest = std::numeric_limits<std::int32_t>::min();
     const bool fits = value > -2147483649.0 && value < 2147483648.0;
@@ -18,7 +18,7 @@ std::int32_t Truncate(double value) {
 }
 
 bool IsInteractive() {
-    // A host that does not answer counts as interactive.
+    // If the host does not set the value, the session counts as interactive.
     std::int16_t interactive = Zelk::kAutomationTrue;
     Zelk::AutomationApplication().GetInteractive(interactive);
     return interactive == Zelk::kAutomationTrue;
@@ -43,8 +43,8 @@ CIFPlugProgressBar::~CIFPlugProgressBar() {
     try {
         Hide();
     } catch (const std::bad_alloc&) {
-        // The host has no memory to hide its bar with, and the import may be ending for that
-        // reason.
+        // The host had no memory to hide its bar. The import itself may have ended because memory
+        // ran out. A destructor must not throw, so the error is ignored.
     }
 }
 

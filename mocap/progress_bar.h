@@ -6,21 +6,22 @@
 #include "host/string.h"
 
 // The host's progress bar during one import. The caller's steps and range are scaled to the host's
-// 0 to 32000. In a session without a user interface there is no bar: then all operations do
-// nothing, and IsCancelled returns false.
+// 0 to 32000. In a session without a user interface there is no bar. In that case all operations
+// have no visible effect, and IsCancelled returns false.
 class CIFPlugProgressBar {
   public:
     CIFPlugProgressBar();
-    // Hides the bar. When the host has no memory left for that, the bar stays visible.
+    // Hides the bar. If the host has no memory to hide it, the bar stays visible.
     ~CIFPlugProgressBar();
     CIFPlugProgressBar(const CIFPlugProgressBar&) = delete;
     CIFPlugProgressBar& operator=(const CIFPlugProgressBar&) = delete;
 
     void Show();
     void Hide();
-    // How many of the caller's steps make a full bar.
+    // Sets the number of steps after which the bar is full.
     void SetRange(unsigned int newRange);
-    // Not clamped: steps beyond the range give the host's bar a value above its maximum.
+    // Advances the bar by `step` steps. The position is not limited: after more steps than the
+    // range, the host's bar gets a value above its maximum.
     void Advance(unsigned int step);
     void Reset();
     void SetText(const Zelk::CString& text);

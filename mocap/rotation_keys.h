@@ -5,17 +5,19 @@
 #include "math/rotation_batch.h"
 #include "mocap/mocap_model.h"
 
-// The keys of a node's three rotation channels. They are read as the factors of a product, of which
-// the first acts first, and written as x, y and z angles. `factor` and `axis` name the same three
-// arrays, each in its own order.
+// The keys of a node's three rotation channels. Convert reads them as the three rotations of a
+// product, of which the first acts first. It writes them as x, y and z angles. `factor` and `axis`
+// point to the same three arrays: `factor` in the order of the product, `axis` in the order in
+// which x, y and z are written.
 struct RotationKeys {
     MOCAP_RAWKEY* factor[3] = {};
     MOCAP_RAWKEY* axis[3] = {};
 
-    // The keys for the product Rx * Ry * Rz. The order of the slots in `list` does not matter;
-    // their types say which axis they belong to.
+    // Returns the keys for the product Rx * Ry * Rz. The three slots in `list` may be in any order,
+    // because the type of a slot gives its axis.
     static RotationKeys ByType(const MOCAPMODEL::CHANNELS* const* list);
 
-    // Replaces the values of every frame. Values are degrees.
+    // Replaces the three values of every frame by those of the converted rotation. Values are in
+    // degrees.
     void Convert(std::uint32_t frameCount, const RotationProduct& product) const;
 };

@@ -1,4 +1,5 @@
-// Brings every node's rotations into the order that the host applies: x, then y, then z.
+// Converts the rotations of every node to the order in which the host applies them: x, then y, then
+// z.
 #include <algorithm>
 
 #include "mocap/mocap_import_base.h"
@@ -9,8 +10,8 @@ namespace {
 
 using CHANNELS = MOCAPMODEL::CHANNELS;
 
-// Whether the rotations are listed in strictly rising order, x before y before z. One may be
-// missing. A node with more than three rotations is never in order.
+// Whether the rotation slots are in the order x, y, z. Any of them may be missing. A node with more
+// than three rotations is never in order.
 bool IsInOrder(const MOCAPMODEL& node) {
     std::uint8_t previous = kEmptySlot;
     for (const CHANNELS& slot : node.channels) {
@@ -21,8 +22,9 @@ bool IsInOrder(const MOCAPMODEL& node) {
     return true;
 }
 
-// The first rotation of a BVH file acts last; the first of an Acclaim file acts first. Afterwards
-// the three slots hold the x, y and z angles, in this order.
+// In a BVH file, the first rotation of a node acts last. In an Acclaim file, it acts first. After
+// the conversion, the keys of the three slots in `list` are the x, y and z angles, in this order.
+// The caller must set the types of the slots.
 void ConvertKeys(CHANNELS* const* list, std::uint32_t frameCount, bool firstIsOutermost) {
     RotationKeys keys;
     RotationProduct product;
@@ -35,8 +37,8 @@ void ConvertKeys(CHANNELS* const* list, std::uint32_t frameCount, bool firstIsOu
     keys.Convert(frameCount, product);
 }
 
-// Fills the slot with `frameCount` zeros at the key times of `like`. Returns false when memory runs
-// out.
+// Gives the slot `frameCount` keys with the value 0 and the times of the keys of `like`. Returns
+// false when memory runs out.
 bool AddZeroChannel(CHANNELS& slot, std::uint8_t type, const CHANNELS& like,
                     std::uint32_t frameCount) {
     slot.keys = AllocateKeys(frameCount);
@@ -47,11 +49,11 @@ bool AddZeroChannel(CHANNELS& slot, std::uint8_t type, const CHANNELS& like,
     return true;
 }
 
-// What AllocateAllRotationChannels needs to know about the slots of a node.
+// Describes the slots of a node for AllocateAllRotationChannels.
 struct RotationSlots {
-    int rotations = 0;        // may be more than the three that fit the list
+    int rotations = 0;        // may be more than the three that the list can have
     bool repeated = false;    // an axis is listed twice
-    bool present[3] = {};     // x, y, z
+    bool present[3] = {};     // for x, y and z: whether the node has this rotation
     CHANNELS* spare[2] = {};  // the first two empty slots
 };
 

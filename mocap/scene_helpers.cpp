@@ -44,8 +44,8 @@ void CopyMatrix(double to[4][4], const double from[4][4]) {
 
 Zelk::CString GetKineParamFullName(const Zelk::CString& paramName, const Zelk::CString& stopName,
                                    Zelk3DObject& object) {
-    // The names are collected from the object upwards and joined once, so that the time grows with
-    // the length of the path and not with its square.
+    // The names are collected from the object up to the root, and are joined only once. The time is
+    // therefore proportional to the length of the path, not to its square.
     std::vector<Zelk::CString> names;
     ZKObject current = object;
     while (current.IsValid()) {
@@ -102,8 +102,8 @@ void GetBoneGlobalMatrix(Zelk3DObject& object, const Zelk::CString& stopName, do
 Zelk::CString ZelkStringFromANSI(const char* text) {
     if (text == nullptr) return {};
     const std::size_t length = std::strlen(text) + 1;
-    // The buffer is not freed, on purpose. It is zeroed, so that a text that cannot be converted
-    // ends where the conversion stopped.
+    // The buffer is intentionally not freed. It is filled with zeros. If the conversion stops
+    // early, the result therefore ends there.
     auto* const wide = new (std::nothrow) wchar_t[length]();
     if (wide == nullptr) return {};
     AllowLeak(wide);
