@@ -4,7 +4,8 @@
 
 namespace textio {
 
-// Comparison of keywords and names. Only the letters of ASCII have two cases, in every locale.
+// Functions that compare keywords and names without regard to upper and lower case. In every
+// locale, only ASCII letters are treated as having two cases.
 constexpr char ToLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }

@@ -1,4 +1,4 @@
-// std::from_chars for a double, made of fast_float.
+// A replacement for std::from_chars for double, which uses the library fast_float.
 #pragma once
 
 #include <charconv>
@@ -8,8 +8,8 @@
 
 namespace textio::stand_ins {
 
-// Accepts the same texts as std::from_chars, with the same results, and leaves `value` as it was
-// when there is no number.
+// Accepts the same texts as std::from_chars and returns the same results. If it returns an error,
+// `value` is unchanged.
 inline std::from_chars_result from_chars(const char* first, const char* last, double& value) {
     double number = 0.0;
     const auto [end, error] = fast_float::from_chars(first, last, number);

@@ -10,12 +10,13 @@
 namespace textio {
 namespace {
 
-// Powers of ten that a double holds exactly.
+// The powers of ten that are exact as doubles.
 constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                    1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << 53;
-constexpr std::ptrdiff_t kSafeDigits = 19;  // never overflow 64 bits
+// An integer with this many digits always fits into 64 bits.
+constexpr std::ptrdiff_t kSafeDigits = 19;
 
 bool IsDigit(char c) {
     return static_cast<unsigned char>(c - '0') < 10;
@@ -30,7 +31,8 @@ const char* ReadDigits(const char* at, std::uint64_t& digits) {
 const char* ReadAnyDecimal(const char* first, const char* last, double& value) {
     double number = 0.0;
     const auto [end, error] = from_chars(first, last, number);
-    // Zeros and numbers out of range are left to ToDouble, which returns what the C library does.
+    // A zero or a number out of range is not accepted here. The caller then uses ToDouble, which
+    // returns the result of the C library.
     if (error != std::errc() || number == 0.0) return nullptr;
     value = number;
     return end;
@@ -39,7 +41,8 @@ const char* ReadAnyDecimal(const char* first, const char* last, double& value) {
 }  // namespace
 
 double ToDouble(const char* text) {
-    // The "C" locale that the C library always has: it needs no memory and is never freed.
+    // This locale object of the C library always exists. newlocale allocates no memory for it, so
+    // it need not be freed.
     static const locale_t plainLocale = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(text, nullptr, plainLocale);
 }
@@ -48,8 +51,9 @@ int ToInt(const char* text) {
     return static_cast<int>(std::strtol(text, nullptr, 10));
 }
 
-// All digits are read as one integer and divided once by a power of ten. When both are small enough
-// to be exact doubles, the quotient is the nearest double, which strtod returns too.
+// All digits are read as one integer, which is then divided once by a power of ten. If the integer
+// and the power of ten are exact as doubles, the quotient is the double nearest to the number.
+// strtod returns the same double.
 const char* ReadPlainDecimal(const char* first, const char* last, double& value) {
     const bool negative = *first == '-';
     const char* const start = first + (negative ? 1 : 0);

@@ -1,21 +1,23 @@
-// Converts text to numbers, in the same way in every locale.
+// Functions that convert text to numbers. The results are the same in every locale.
 #pragma once
 
 namespace textio {
 
-// Returns what atof returns for `text` in the "C" locale. Leading white space, a "+", hexadecimal
-// numbers, "inf" and "nan" are accepted; what follows the number is ignored; a number that is too
-// large becomes infinite; without a number the result is 0.
+// Returns what atof returns for `text` in the "C" locale. It accepts leading white space, a "+",
+// hexadecimal numbers, "inf" and "nan". Text after the number is ignored. A number that is too
+// large becomes infinite. If there is no number, the result is 0.
 double ToDouble(const char* text);
 
-// Returns what atoi returns for `text`: the low 32 bits of the number, or 0 without a number.
+// Returns what atoi returns for `text`: the low 32 bits of the number, or 0 if there is no number.
 int ToInt(const char* text);
 
-// Reads a plain decimal without copying it: an optional "-", digits, a point, an exponent. Nearly
-// all values are plain decimals. Stores the same bits as ToDouble and returns the end of the
-// number. Returns null when the text at `first` is anything else, a zero or out of range; then use
-// ToDouble. `last` is the end of the text. The byte there must be readable and not part of a
-// number, such as the NUL after a text.
+// Reads a plain decimal number without copying its text. Such a number has an optional "-", then
+// digits, which may contain a point, then an optional exponent. Nearly all values in files are
+// plain decimals. Stores exactly the result of ToDouble in `value` and returns the end of the
+// number. Returns null if the number is zero or out of range, or if there is no plain decimal
+// number at `first`. In this case, use ToDouble. `last` is the end of the text. The byte at `last`
+// must be readable, and it must not be part of a number. The NUL at the end of a string is
+// suitable.
 const char* ReadPlainDecimal(const char* first, const char* last, double& value);
 
 }  // namespace textio

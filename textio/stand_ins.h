@@ -1,5 +1,6 @@
-// Functions that the standard libraries of clang 14 and emscripten 3.1.6 lack, under one name for
-// all compilers. Where the standard library has the function, that one is used.
+// Functions that are missing in the standard libraries of clang 14 and emscripten 3.1.6. They have
+// the same names for all compilers. If the standard library has a function, the name means the
+// standard function.
 #pragma once
 
 #include <bit>

@@ -51,7 +51,8 @@ std::string PathBytes(const wchar_t* path) {
     return bytes;
 }
 
-// Opens without blocking: opening a pipe that nobody writes to would otherwise never return.
+// Opens the file without blocking. Otherwise this function would not return for a pipe that no
+// process writes to.
 FileHandle OpenFile(const wchar_t* path) {
     const int descriptor = open(PathBytes(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) return nullptr;
@@ -60,7 +61,8 @@ FileHandle OpenFile(const wchar_t* path) {
     return file;
 }
 
-// The file's size in bytes; negative when the file cannot seek. The position is back at the start.
+// Returns the size of the file in bytes, or a negative number if the file is not seekable. The file
+// position is 0 after a successful call.
 off_t FileSize(std::FILE* file) {
     if (fseeko(file, 0, SEEK_END) != 0) return -1;
     const off_t end = ftello(file);
@@ -114,8 +116,8 @@ bool CStringFile::ReadMemory(std::string_view bytes) {
 }
 
 bool CStringFile::Allocate(std::size_t bytes) {
-    // The buffer has one byte more than the file, for the NUL. Where std::size_t has 32 bits, the
-    // sum below would overflow for the largest file.
+    // The buffer has one byte more than the file, for the NUL. If std::size_t has 32 bits, the sum
+    // below would overflow for the largest possible file.
     if (bytes == std::numeric_limits<std::size_t>::max()) return false;
     buffer = memory::AllocateLargeMemory(bytes + 1);
     token.reset(new (std::nothrow) char[bytes + 1]);
@@ -163,7 +165,8 @@ CStringFile::Token CStringFile::ConsumeToken() {
     return {first, last};
 }
 
-// A NUL byte, whether it is the one after the file or one inside it, ends the text.
+// A NUL byte ends the text, even if it is inside the file. The position is then the size of the
+// file.
 void CStringFile::MoveTo(const char* at) {
     position = *at == '\0' ? size : static_cast<std::uint32_t>(at - Text());
 }

@@ -1,5 +1,6 @@
-// A whole text file in memory, read as tokens between separator characters. Tokens are bytes; no
-// character set is converted. A NUL byte ends the text. Lines and columns are counted from 0.
+// A text file that is loaded into memory and read token by token. Separator characters divide the
+// text into tokens. Tokens are bytes, and no character set is converted. A NUL byte ends the text.
+// Lines and columns are counted from 0.
 #pragma once
 
 #include <array>
@@ -11,50 +12,57 @@
 
 class CStringFile {
   public:
-    // Holds no file yet. The separators are tab, carriage return, line feed and space.
+    // Creates a reader without a file. Its separators are tab, carriage return, line feed and
+    // space.
     CStringFile();
     ~CStringFile();
     CStringFile(const CStringFile&) = delete;
     CStringFile& operator=(const CStringFile&) = delete;
 
-    // Replaces the separators, for this file and later ones. Returns false, and keeps the old set,
-    // when `set` is empty or memory runs out.
+    // Replaces the separators, for this file and all later files. If `set` is empty or memory runs
+    // out, returns false and the separators stay unchanged.
     bool RegisterWhiteSpaces(const char* set);
 
-    // Loads the file, which must be seekable and hold from 1 byte to less than 4 GiB. Returns
-    // false, holding no file, when it cannot be loaded. The path's characters become UTF-8; those
-    // from U+DC80 to U+DCFF become the single bytes 0x80 to 0xFF, so that a path can also name a
-    // file whose name is not UTF-8.
+    // Loads a file. The file must be seekable, must not be empty, and must be smaller than 4 GiB.
+    // If it cannot be loaded, returns false, and the reader has no file. The characters of the path
+    // are encoded as UTF-8. The characters from U+DC80 to U+DCFF are an exception: they become the
+    // single bytes 0x80 to 0xFF. A path can therefore also name a file whose name is not valid
+    // UTF-8.
     bool ReadFile(const wchar_t* path);
-    // Holds a copy of these bytes, as if they had been read from a file, with the same limits.
+    // Copies `bytes` and treats them as the contents of a file. The limits on the size are the same
+    // as for a file.
     bool ReadMemory(std::string_view bytes);
     void ClearFile();
 
-    // The next token, or null at the end. It is valid until the reader reads another token.
+    // Returns the next token and moves past it. Returns null at the end of the text. The token is
+    // valid until the reader reads another token or file.
     const char* GetNextString();
-    // The same token, but the position stays. When only separators are left, it moves past them.
+    // Returns the next token, but does not move past it. If only separators are left, moves past
+    // them and returns null.
     const char* PeekNextString();
 
-    // Reads the next token as a number, as atoi and atof do. Returns false when there is no token,
-    // or when the number is zero and the token does not begin with "0" or "-0". Then `value` is
-    // unchanged and the position stays; when only separators were left, it moves past them.
+    // Converts the next token to a number, as atoi and atof do, and moves past the token. Returns
+    // false if there is no token. Also returns false if the number is zero and the token does not
+    // begin with "0" or "-0". When it returns false, `value` is unchanged. The position is
+    // unchanged too, unless only separators were left: then it is the end of the text.
     bool GetNextInt(int& value);
     bool GetNextFloat(double& value);
 
-    // Moves to the first character after the next line feed. Returns false, and does not move, when
-    // no character follows a line feed.
+    // Moves to the first character after the next line feed. If there is no further line feed, or
+    // no character after it, returns false and does not move.
     bool GotoNextLine();
 
-    // The line and column of the position. The cost grows with the distance from the position of
-    // the last call.
+    // Return the line and the column of the present position. The running time grows with the
+    // distance from the position of the last call.
     std::uint32_t GetCurrentLine() const;
     std::uint32_t GetCurrentColumn() const;
 
-    // Returns false, and does not move, when `newPosition` is not inside the file.
+    // Moves to a byte offset in the file. If the offset is not less than the size of the file,
+    // returns false and does not move.
     bool SetPosition(unsigned int newPosition);
     std::uint32_t GetPosition() const { return position; }
     std::uint32_t GetSize() const { return size; }
-    // The file's bytes followed by a NUL; null while no file is held.
+    // Returns the file's bytes, followed by a NUL. Returns null if the reader has no file.
     char* GetBuffer() { return static_cast<char*>(buffer.get()); }
 
   private:
@@ -65,8 +73,8 @@ class CStringFile {
     bool IsSeparator(char c) const { return isSeparator[static_cast<unsigned char>(c)]; }
     // Allocates memory for the file and for its longest token. Returns false when memory runs out.
     bool Allocate(std::size_t bytes);
-    // Keeps the first `bytes` of the allocated memory as the file's text; false when there are
-    // none.
+    // Makes the first `bytes` bytes of the buffer the text of the file. If `bytes` is 0, returns
+    // false, and the reader has no file.
     bool KeepText(std::size_t bytes);
     // Moves to the next token. Returns false at the end of the text.
     bool SkipSeparators();
@@ -85,8 +93,8 @@ class CStringFile {
     std::uint32_t position = 0;
 
     std::array<bool, 256> isSeparator{};
-    // What the last calls of GetCurrentLine and GetCurrentColumn found, so that the next ones need
-    // not count from the start of the file.
+    // The results of the last calls of GetCurrentLine and GetCurrentColumn. The next calls begin
+    // there, and not at the start of the file.
     struct LineMark {
         std::uint32_t position = 0;
         std::uint32_t line = 0;
