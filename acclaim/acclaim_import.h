@@ -59,8 +59,8 @@ class CAcclaimImport : public CMocapImportBase {
     // the error has no line number.
     std::int32_t RefuseFile(bool all, std::int32_t status, const Zelk::CString& message);
 
-    // --- asf_import.cpp, amc_import.cpp --- Check the arguments, load the file, and parse the ASF
-    // version or the AMC header.
+    // --- asf_import.cpp, amc_import.cpp ---
+    // Check the arguments, load the file, and parse the ASF version or the AMC header.
     std::int32_t OpenSkeleton(const Zelk::CString& asfFile, const Zelk::CString& name);
     std::int32_t OpenMotion(const Zelk::CString& amcFile, const Zelk::CString& motionName);
     std::int32_t ParseASF();
@@ -70,8 +70,8 @@ class CAcclaimImport : public CMocapImportBase {
     Zelk::CStatus CreateSkeletonZelkEntities(const Zelk::CString& name);
     Zelk::CStatus CreateMotionZelkEntities(const Zelk::CString& motionName);
 
-    // --- asf_fixups.cpp: called after FixRotationsOrder --- Converts rotations about each bone's
-    // own axes to rotations about its parent's axes.
+    // --- asf_fixups.cpp: called after FixRotationsOrder ---
+    // Converts rotations about each bone's own axes to rotations about its parent's axes.
     std::int32_t GlobalizeRotations();
     // Converts animated bone lengths to animated positions of the bones' children.
     std::int32_t FixLength();

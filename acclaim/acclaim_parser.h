@@ -69,15 +69,16 @@ class AcclaimParser : public MocapParser {
     struct Motion;
 
     // Returns the next token that is not in a comment, or null at the end of the file. A comment
-    // begins with a token that begins with "#", and ends with its line. A comment in the last line
-    // ends with the file.
+    // begins with a token whose first character is "#". It ends at the end of its line or of the
+    // file.
     const char* GetNextAccString();
     // Moves to the next line. If the position is in the last line, does not move and returns false.
     bool SkipLine();
 
-    // --- asf_parser.cpp, asf_bonedata.cpp, asf_hierarchy.cpp --- The caller consumes the keyword
-    // of a section before it calls the handler. The handler parses the section, but does not
-    // consume the keyword of the next section. A negative result is a failure.
+    // --- asf_parser.cpp, asf_bonedata.cpp, asf_hierarchy.cpp ---
+    // The caller consumes the keyword of a section before it calls the handler. The handler parses
+    // the section, but does not consume the keyword of the next section. A negative result is a
+    // failure.
     std::int32_t HandleName();
     std::int32_t HandleUnits();
     std::int32_t HandleDocumentation();
@@ -99,8 +100,9 @@ class AcclaimParser : public MocapParser {
     static void AttachChild(MOCAPMODEL& parent, MOCAPMODEL& child);
     std::int32_t EndLeaves();
 
-    // --- asf_values.cpp --- Parses three numbers. `expected` has three messages: one for each
-    // number, used if that number is missing.
+    // --- asf_values.cpp ---
+    // Parses three numbers. `expected` has three messages: one for each number, used if that number
+    // is missing.
     std::int32_t ParseVector(double* vector, const wchar_t* const* expected);
     std::int32_t ParseAxisOrder(const char*& order, const wchar_t* unknown);
     std::int32_t ParseRootOrder(MOCAPMODEL& root);

@@ -70,7 +70,7 @@ class CMocapImportBase : protected MocapSkeleton {
     // The null of the node's parent. It is empty if the node is a root or if its parent has no
     // null.
     Zelk3DObject GetModelParent(const MOCAPMODEL* node) const;
-    // The null of the node's parent. If GetModelParent returns an empty object, this is the model.
+    // The result of GetModelParent, or the model if that result is empty.
     Zelk3DObject ParentObject(const MOCAPMODEL* node) const;
     // The node's null. If the node has no null, this is its bone. It is empty if the node has no
     // bone either.
@@ -80,11 +80,12 @@ class CMocapImportBase : protected MocapSkeleton {
     // records the parser's error. Throws std::bad_alloc.
     std::int32_t RecordParserError(const MocapParser& parser, std::int32_t status);
 
-    // --- rotation_order.cpp --- Stores pointers to the node's rotation slots in `list`, at most
-    // three, in slot order. Does not change the other items of `list`.
+    // --- rotation_order.cpp ---
+    // Stores pointers to the node's rotation slots in `list`, at most three, in slot order. Does
+    // not change the other items of `list`.
     static void GetAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
     // If the node has one or two rotation channels, adds the missing ones, with zeros as values.
-    // Stores the channels from the file in `list`, in slot order, and after them the new channels.
+    // Stores the existing channels in `list`, in slot order, and after them the new channels.
     // If the node has no rotation channel, returns mocap::kNoRotation, and `list` has three null
     // pointers.
     std::int32_t AllocateAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
@@ -96,8 +97,8 @@ class CMocapImportBase : protected MocapSkeleton {
     Zelk::CStatus CreateNullsSkeleton();
     Zelk::CStatus CreateGroup();
 
-    // --- bones_skeleton.cpp --- Builds the whole skeleton as chains of bones. Nodes that cannot be
-    // bones become nulls.
+    // --- bones_skeleton.cpp ---
+    // Builds the whole skeleton as chains of bones. Nodes that cannot be bones become nulls.
     Zelk::CStatus CreateBonesSkeleton();
     // Returns how much of the allowance for chains these chains need: one for each chain, and one
     // for each null at the end of a chain. Chains that become a null are not counted.
@@ -117,13 +118,15 @@ class CMocapImportBase : protected MocapSkeleton {
     Zelk::CStatus CreateBone(MOCAPMODEL* start, MOCAPMODEL* end, Zelk::ChainRoot& root);
     void AddBoneBasePose(MOCAPMODEL& node);
 
-    // --- bone_rotations.cpp --- Converts rotations about the model's axes to rotations about the
-    // axes of each bone or null. Call it after the skeleton was built and before AttachCurves.
-    // Returns kCancelled if the user cancelled.
+    // --- bone_rotations.cpp ---
+    // Converts rotations about the model's axes to rotations about the axes of each bone or null.
+    // Call it after the skeleton was built and before AttachCurves. Returns kCancelled if the user
+    // cancelled.
     std::int32_t FixBonesRotations();
 
-    // --- action_curves.cpp --- Copies `frameCount` keys to the curve. Then adds the curve to the
-    // motion, for the parameter of this channel type.
+    // --- action_curves.cpp ---
+    // Copies `frameCount` keys to the curve. Then adds the curve to the motion, for the parameter
+    // of this channel type.
     Zelk::CStatus AddFCurve(Zelk3DObject object, std::uint8_t channelType, const MOCAP_RAWKEY* keys,
                             Zelk::FCurve& fcurve);
     // Adds the present value of a parameter to the base pose. If `value` is not null, also stores
