@@ -24,7 +24,7 @@ Zelk::CStatus ImportAcclaim(Zelk::CRef& model, Zelk::CRef& basePose, Zelk::CRef&
         LogFailure(importer);
         return status;
     }
-    // This is the only line about the outcome of a successful import.
+    // If the import succeeds, this is the only log line about its outcome.
     LogResult(importer.GetDocumentation());
     if (!g_UserInput.strAMCFile.IsEmpty()) {
         status = importer.ImportMotion(g_UserInput.strAMCFile, BaseName(g_UserInput.strAMCFile));

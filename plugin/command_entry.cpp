@@ -1,4 +1,4 @@
-// The one function that the host calls.
+// The only function that the host calls.
 #include <algorithm>
 #include <cstdint>
 #include <cwchar>
@@ -21,7 +21,8 @@ bool IsTrue(const VARIANT& argument) {
     return argument.boolVal == plugin::kTrue;
 }
 
-// The flags are copied first, so that they are right even if there is no memory for a file's name.
+// The flags are copied first, so that they are correct even if memory runs out while a file name is
+// copied.
 void CopyBiovisionArguments(const VARIANT* arguments) {
     using namespace plugin::biovision;
     g_UserInput.bAddClip = IsTrue(arguments[kAddClip]);
@@ -46,12 +47,13 @@ void CopyAcclaimArguments(const VARIANT* arguments) {
     g_UserInput.strAMCFile = arguments[kMotionFile].bstrVal;
 }
 
-// The host command that makes a clip. The plug-in allocates nothing when it runs the command.
+// Runs the host command that creates a clip. The constructor allocates the memory for the call, so
+// that Run itself allocates none.
 class AddClip {
   public:
     AddClip() : name_(L"AddClip"), arguments_(6) {}
-    // It is also called after a failed import. The references are empty then, and the command
-    // fails.
+    // Run is also called after a failed import. In this case the references are empty, and the host
+    // command fails.
     void Run(const Zelk::CRef& model, const Zelk::CRef& motion) {
         arguments_[0] = model;
         arguments_[1] = motion;
@@ -74,7 +76,7 @@ constexpr Command kCommands[] = {
     {plugin::kAcclaimCommand, CopyAcclaimArguments, ImportAcclaim},
 };
 
-// Calls the action. Returns false if memory ran out in it.
+// Calls the action. Returns false if the action throws std::bad_alloc.
 template <class Action>
 bool Attempt(Action action) noexcept {
     try {
@@ -85,8 +87,8 @@ bool Attempt(Action action) noexcept {
     }
 }
 
-// The same, but if memory ran out, that is logged. If there is no memory for the log line either,
-// nothing is logged.
+// Calls the action. If the action throws std::bad_alloc, logs an error and returns false. If there
+// is no memory for the log line, nothing is logged.
 template <class Action>
 bool AttemptOrLog(Action action) noexcept {
     if (Attempt(action)) return true;
@@ -94,10 +96,11 @@ bool AttemptOrLog(Action action) noexcept {
     return false;
 }
 
-// Runs the command. Only the log tells the outcome.
+// Runs the command. The host learns the outcome only from the log.
 void Run(const Command& command, const VARIANT* arguments) noexcept {
     const bool hasArguments = AttemptOrLog([&] { command.copyArguments(arguments); });
-    // This is made before the import, because there may be no memory for it afterwards.
+    // The clip command is prepared before the import, because there may not be enough memory after
+    // it.
     std::optional<AddClip> addClip;
     if (g_UserInput.bAddClip) Attempt([&] { addClip.emplace(); });
 

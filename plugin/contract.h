@@ -1,9 +1,9 @@
-// The contract between the plug-in and its host: what the plug-in exports, the arguments of its
-// commands, and the log lines from which a host learns the outcome of an import.
+// The contract between the plug-in and its host. It defines the exports of the plug-in, the
+// arguments of its commands, and the log lines from which a host learns the outcome of an import.
 //
 // A host loads the library, looks up the two exports, fills an array of VARIANT records and calls
-// the callback with a command's name. The callback returns 0 even for an import that failed; only
-// the lines that it logs tell the outcome.
+// the callback with a command's name. The callback returns 0 even if the import fails. Only the
+// lines that it logs tell the outcome.
 #pragma once
 
 #include <cstddef>
@@ -19,13 +19,15 @@ namespace plugin {
 
 // --- The exports ---
 
-inline constexpr char kCallbackSymbol[] = "ZelkOnCommand";  // of type Callback, extern "C"
-inline constexpr char kUserInputSymbol[] = "g_UserInput";   // a USERINPUT
+// A function of the type Callback, declared extern "C".
+inline constexpr char kCallbackSymbol[] = "ZelkOnCommand";
+// A record of the type USERINPUT.
+inline constexpr char kUserInputSymbol[] = "g_UserInput";
 
-// Runs a command. `name` is compared exactly. `arguments` belong to the caller and are only used
-// during the call; their number is not checked. Returns 0 for a known command, whatever the outcome
-// of the import. For any other name it returns Zelk::status::kFail, and reads and changes nothing.
-// Call it from one thread at a time.
+// Runs the command `name`. Upper and lower case are distinguished. The caller owns `arguments`.
+// They are used only during the call, and their number is not checked. Returns 0 for a known
+// command, even if the import fails. For any other name, returns Zelk::status::kFail and does
+// nothing. Two threads must not call it at the same time.
 using Callback = std::int32_t (*)(const wchar_t* name, const VARIANT* arguments);
 
 // --- The commands ---
@@ -33,7 +35,8 @@ using Callback = std::int32_t (*)(const wchar_t* name, const VARIANT* arguments)
 inline constexpr wchar_t kBiovisionCommand[] = L"Biovision Import function";
 inline constexpr wchar_t kAcclaimCommand[] = L"Acclaim Import function";
 
-// The indexes of each command's arguments. USERINPUT says what they mean.
+// The indices of the arguments of each command, in its array of VARIANT records. The comments in
+// USERINPUT say what the arguments mean.
 namespace biovision {
 
 enum Argument : std::size_t {
@@ -44,7 +47,7 @@ enum Argument : std::size_t {
     kEffectorToLastBone = 4,
     kCreateGroup = 5,
 };
-// How many records the command reads.
+// The number of VARIANT records that the command reads.
 inline constexpr std::size_t kArgumentCount = 6;
 
 }  // namespace biovision
@@ -53,7 +56,7 @@ namespace acclaim {
 
 enum Argument : std::size_t {
     kSkeletonFile = 0,  // text
-    kMotionFile = 1,    // text, empty for the skeleton alone
+    kMotionFile = 1,    // text; empty if only the skeleton is imported
     kApplyLimits = 2,
     kOverrideLength = 3,
     kLengthMultiplier = 4,  // a real number
@@ -63,13 +66,13 @@ enum Argument : std::size_t {
     kEffectorToLastBone = 8,
     kCreateGroup = 9,
 };
-// How many records the command reads.
+// The number of VARIANT records that the command reads.
 inline constexpr std::size_t kArgumentCount = 10;
 
 }  // namespace acclaim
 
-// All arguments without a type above are booleans. They are true if VARIANT::boolVal is kTrue, and
-// false if it has any other value.
+// All arguments that have no comment above are booleans. An argument is true if its
+// VARIANT::boolVal is kTrue. With any other value it is false.
 inline constexpr std::uint16_t kTrue = 0xFFFF;
 inline constexpr std::uint16_t kFalse = 0;
 
@@ -86,8 +89,8 @@ enum VariantType : std::uint16_t {
 };
 
 // --- The log ---
-// The predicates are given a line as it was logged. `severity` is empty for a line that was logged
-// with the host's default severity.
+// The functions below examine one log line. `severity` and `text` are those with which the line was
+// logged. `severity` is empty if the line was logged with the host's default severity.
 
 inline constexpr std::wstring_view kErrorStart = L"ERROR";
 // The start of a log line that reports an error in a file. After it, the log line contains the line
@@ -99,20 +102,21 @@ inline constexpr std::wstring_view kCountStart = L"Imported ";
 inline constexpr std::wstring_view kCountEndOfOne = L" model successfully";
 inline constexpr std::wstring_view kCountEnd = L" models successfully";
 
-// Whether the line reports a failure. If a Biovision import fails after it finished at least one
-// model, the next line says how many models were finished. If the documentation of an Acclaim
-// skeleton begins with "ERROR", it is mistaken for an error.
+// Whether the line reports a failure. If a Biovision import fails after it has completed at least
+// one model, the next line says how many models were completed. If the documentation of an Acclaim
+// skeleton begins with "ERROR", this function wrongly returns true for it.
 constexpr bool IsErrorLine(std::optional<std::int32_t> severity, std::wstring_view text) {
     if (!severity || *severity == Zelk::zkWarningSeverity) return false;
     return text.starts_with(kErrorStart) || text == kMissingFileName;
 }
 
-// Whether the line is the error of an import that the user cancelled.
+// Whether the line reports that the user cancelled the import.
 constexpr bool IsCancelLine(std::optional<std::int32_t> severity, std::wstring_view text) {
     return IsErrorLine(severity, text) && text.ends_with(kCancelEnd);
 }
 
-// The number of models in the last line of a Biovision import; empty for other lines.
+// Returns the number of models that the last line of a Biovision import contains. Returns
+// std::nullopt for all other lines.
 constexpr std::optional<std::size_t> CountedModels(std::optional<std::int32_t> severity,
                                                    std::wstring_view text) {
     if (severity != Zelk::zkInfoSeverity || !text.starts_with(kCountStart)) return std::nullopt;
@@ -126,9 +130,10 @@ constexpr std::optional<std::size_t> CountedModels(std::optional<std::int32_t> s
     return count;
 }
 
-// Whether the lines after this one are about the motion of an Acclaim import. When the skeleton has
-// been imported, its documentation is logged, even if it is empty. It is the first line that is
-// logged with zkInfoSeverity.
+// Whether this line of an Acclaim import ends the import of the skeleton, so that the next lines
+// are about the motion. When the skeleton has been imported, the plug-in logs its documentation,
+// even if that text is empty. If the skeleton is imported, the documentation is the first line with
+// zkInfoSeverity.
 constexpr bool EndsSkeleton(std::optional<std::int32_t> severity) {
     return severity == Zelk::zkInfoSeverity;
 }

@@ -1,17 +1,20 @@
-// What both commands share: making the model's name from the file's name, and logging the outcome.
+// Functions that the two import commands use. They make the model's name from the file's name, and
+// log the outcome.
 #pragma once
 
 #include "host/string.h"
 #include "mocap/mocap_import_base.h"
 
-// The file name without directory and without the last extension, at most 256 characters.
+// Returns the name of the file without its folder and its last extension. Returns at most 256
+// characters.
 Zelk::CString BaseName(const Zelk::CString& path);
 
-// Logs "File name not specified", with the severity of an error.
+// Logs "File name not specified", with zkErrorSeverity.
 void LogMissingFileName();
 
-// Logs a line with the severity of information.
+// Logs a line with zkInfoSeverity.
 void LogResult(const Zelk::CString& message);
 
-// Logs "ERROR (LINE %u): %s" or, if no file was being parsed, "ERROR: %s". Lines count from 1.
+// Logs the last error of the importer. The log line is "ERROR (LINE %u): %s" if the error was found
+// while a file was parsed, and otherwise "ERROR: %s". The line number is counted from 1.
 void LogFailure(const CMocapImportBase& importer);

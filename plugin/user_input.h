@@ -1,23 +1,26 @@
-// The arguments of the current command, as the host passed them. This record is all that the
-// plug-in keeps between two calls. A command writes its own fields and leaves the others unchanged.
+// The arguments of the current command, as the host passed them. The plug-in keeps no other data
+// between two calls. A command sets the fields of its own arguments, and does not change the other
+// fields.
 #pragma once
 
 #include "host/string.h"
 
 struct USERINPUT {
     Zelk::CString strASFFile;
-    Zelk::CString strAMCFile;  // empty: import the skeleton alone
+    Zelk::CString strAMCFile;  // empty: only the skeleton is imported
     Zelk::CString strBVHFile;
-    bool bAddClip = false;
-    bool bUseNulls = false;  // false: bone chains
+    bool bAddClip = false;   // true: a clip of the motion is created after the import
+    bool bUseNulls = false;  // true: the skeleton consists of nulls; false: of bone chains
+    // true: a chain starts at the parent joint of its first node
     bool bChainFromParentJoint = false;
-    bool bEffectorToLastBone = false;
-    bool bCreateGroup = false;
-    bool bApplyLimits = false;
+    bool bEffectorToLastBone = false;  // true: a chain's effector becomes a child of its last bone
+    bool bCreateGroup = false;         // true: the animated objects are put into a group
+    bool bApplyLimits = false;  // true: values of a motion are clamped to the skeleton's limits
+    // true: dLengthMultiplier replaces the length factor of the ASF file
     bool bOverrideLength = false;
     double dLengthMultiplier = 0.0;  // used only if bOverrideLength is true
 };
 
-// Exported. Its strings are constructed when the library is loaded and destroyed, last first, when
-// it is unloaded.
+// The plug-in exports this record. Its strings are constructed when the library is loaded. They are
+// destroyed when the library is unloaded, the last member first.
 extern __attribute__((visibility("default"))) USERINPUT g_UserInput;
