@@ -61,8 +61,8 @@ const char* AcclaimParser::GetNextAccString() {
     }
 }
 
-// The last line may be long and have many tokens. Its position is stored, so that only one search
-// for a line feed runs through it.
+// The last line may be long and have many tokens. A position in it is stored, so that it is
+// searched for a line feed only once.
 bool AcclaimParser::SkipLine() {
     if (stringFile.GetPosition() >= lastLinePosition) return false;
     if (stringFile.GotoNextLine()) return true;

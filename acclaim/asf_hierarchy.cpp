@@ -25,7 +25,7 @@ void MoveToEnd(const MOCAPMODEL& bone, MOCAPMODEL& node) {
 }  // namespace
 
 // hierarchy = "begin" { line } "end"
-// Each `line` ends with its line of the file.
+// Each `line` of this grammar ends at the end of its line in the file.
 std::int32_t AcclaimParser::HandleHierarchy() {
     const char* token = GetNextAccString();
     if (token == nullptr || !EqualsIgnoringCase(token, "begin"))
@@ -43,7 +43,7 @@ std::int32_t AcclaimParser::HandleHierarchy() {
     }
 }
 
-// Gives the root the name at the start of the first line of the hierarchy.
+// Renames the root to `token`, the first word of the first line of the hierarchy.
 std::int32_t AcclaimParser::RenameRoot(const char* token) {
     MOCAPMODEL* const root = FindModelByName("root");
     if (root == nullptr) return Fail(kFail, L"Root node cannot be found");

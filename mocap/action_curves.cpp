@@ -1,4 +1,4 @@
-// Adds the keys to the motion as fcurves, and the transforms of new objects to the base pose.
+// Adds the keys to the motion as fcurves, and the parameter values of new objects to the base pose.
 #include "host/application.h"
 #include "mocap/mocap_import_base.h"
 #include "mocap/scene_helpers.h"

@@ -1,6 +1,6 @@
 // Converts the rotations of the file. Before the conversion they are about the axes of the model.
-// After it they are about the axes of each bone or null, which may differ from the axes of the
-// model in the rest pose.
+// After it they are about the axes of each bone or null. In the rest pose, these axes may differ
+// from the axes of the model.
 #include "math/angles.h"
 #include "math/rotation_math.h"
 #include "mocap/bone_matrices.h"

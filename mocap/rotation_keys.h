@@ -7,8 +7,8 @@
 
 // The keys of a node's three rotation channels. Convert reads them as the three rotations of a
 // product, of which the first acts first. It writes them as x, y and z angles. `factor` and `axis`
-// point to the same three arrays: `factor` in the order of the product, `axis` in the order in
-// which x, y and z are written.
+// point to the same three arrays. `factor[0]` is the rotation that acts first. `axis[0]` gets the x
+// angles, `axis[1]` the y angles and `axis[2]` the z angles.
 struct RotationKeys {
     MOCAP_RAWKEY* factor[3] = {};
     MOCAP_RAWKEY* axis[3] = {};

@@ -44,7 +44,7 @@ void CopyMatrix(double to[4][4], const double from[4][4]) {
 
 Zelk::CString GetKineParamFullName(const Zelk::CString& paramName, const Zelk::CString& stopName,
                                    Zelk3DObject& object) {
-    // The names are collected from the object up to the root, and are joined only once. The time is
+    // The names are collected from the object upwards, and are joined only once. The time is
     // therefore proportional to the length of the path, not to its square.
     std::vector<Zelk::CString> names;
     ZKObject current = object;
