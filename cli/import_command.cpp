@@ -94,8 +94,8 @@ class ImportRun {
         OutputsResult written;
         if (status != dataset::kCancelled) written = WriteOutputs(request_, result_);
         // From here on, a signal may end the process. With --report it must not: "zkhost convert",
-        // which started this process, still has to read that an output was written. It sends only
-        // one SIGINT, which does not end the process.
+        // which started this process, still has to read that an output was written. "zkhost
+        // convert" sends SIGINT only once, and the handler only records the first signal.
         if (!request_.report) RestoreInterrupts();
         if (status == dataset::kCancelled || written.interrupted) return dataset::kCancelled;
         if (request_.report) PrintReport(!written.milliseconds.empty());
