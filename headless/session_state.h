@@ -1,4 +1,4 @@
-// The data of the session, for the sources of this folder.
+// The data of the session. Only files of the folder headless/ include this header.
 #pragma once
 
 #include <atomic>
@@ -21,7 +21,8 @@ struct HEADLESS_HIDDEN Session::Impl {
     std::function<bool()> onCancelPoll;
     bool interactive = false;
     std::atomic<bool> pressed = false;
-    // The button reads as pressed from this poll on, counted from 1; 0: never.
+    // From the poll with this number on, the cancel button counts as pressed. The first poll has
+    // the number 1. 0 means that there is no such poll.
     std::uint64_t pressAtPoll = 0;
     std::uint64_t polls = 0;         // how often the button was read since the last Reset
     std::int16_t pressedValue = -1;  // what ReadCancelFlag returns for a pressed button

@@ -9,7 +9,7 @@ namespace pairing {
 
 struct Pairing {
     std::string skeleton;  // the skeleton that was chosen; empty if none was chosen
-    std::string problem;   // why no skeleton was chosen, for the user; empty if one was chosen
+    std::string problem;   // tells the user why none was chosen; empty if one was chosen
 };
 
 // `motion` is the name of an .amc file. `skeletons` are the names of the .asf files in its folder.

@@ -1,6 +1,6 @@
-// Functions that are missing in the standard libraries of clang 14 and emscripten 3.1.6. They have
-// the same names for all compilers. If the standard library has a function, the name means the
-// standard function.
+// Functions that are missing in the standard libraries of clang 14 and emscripten 3.1.6. Callers
+// use the names in textio with every compiler. Such a name is the standard function if the standard
+// library has it, and our replacement otherwise.
 #pragma once
 
 #include <bit>
