@@ -15,8 +15,8 @@ namespace files {
 class ZKMOCAP_API SystemStorage final : public text::Storage {
   public:
     // With `removeOnSignals`, a temporary folder is also removed if a signal ends the process (see
-    // MendedFolderWatch). Only programs may set it, because signal handlers are set then, which a
-    // library must not do.
+    // MendedFolderWatch). Only a program may ask for this, because it needs signal handlers, and a
+    // library must not install any.
     explicit SystemStorage(bool removeOnSignals = false) : removeOnSignals_(removeOnSignals) {}
 
     std::unique_ptr<text::StoredText> Read(const std::string& path) override;

@@ -49,8 +49,8 @@ bool HasOtherChildren(const Object& element) {
 
 }  // namespace
 
-// The global transform of `object` is computed from that of the object that this function returns.
-// For an effector it returns the end of the chain, for any other object the parent.
+// The global transform of an effector is computed from that of the end of its chain. The global
+// transform of any other object is computed from that of its parent. Returns this end or parent.
 Node& SceneEditor::PoseSource(const Node& object) const {
     const Object* const end = EndOfChain(object);
     if (end == nullptr) return ParentNode(object);
@@ -118,9 +118,9 @@ void SceneEditor::KeepTransformsOf(const Node& chainRoot) noexcept {
     records_.nextLatestChain = (records_.nextLatestChain + 1) % records_.latestChains.size();
 }
 
-// Drops the global transforms of all elements of the chain, unless another transform may have been
-// computed from them. That is so if an object that is not in the chain is under one of its
-// elements, or if the effector is outside the chain.
+// Drops the global transforms of all elements of the chain. Does nothing if the chain's effector is
+// outside the chain, or if an object that is not in the chain is under one of its elements. In
+// these cases another transform may have been computed from those of the chain.
 void SceneEditor::DropTransforms(Node& chainRoot) noexcept {
     const ChainData& chain = *chainRoot.chainData;
     Object* const effector = chain.effector;
