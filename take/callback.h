@@ -21,7 +21,8 @@ struct CallResult {
 
 // Resets the host's session, calls the plug-in, and moves everything that the call made out of the
 // session. During the call the listener's onLog receives each log line, and its onBar each event of
-// the progress bar. If the listener's isCancelled returns true, the bar's cancel button is pressed.
+// the progress bar. If the listener's isCancelled returns true, the session presses the bar's
+// cancel button.
 CallResult Call(const SessionLock& lock, const Plugin& plugin, const std::wstring& name,
                 const VariantList& arguments, bool hasProgressBar, const Listener& listener);
 
