@@ -27,7 +27,8 @@ struct AcclaimParser::Motion {
     // frames.
     std::int32_t animatedNodes = 0;
     // The bones in the order in which a frame names them. Bones are never removed. There are never
-    // more bones than `animatedNodes`, so every frame has values for all of them.
+    // more bones than `animatedNodes`, and a frame has at least that many names. So each later
+    // frame has values for all of them.
     std::vector<MOCAPMODEL*> slots;
     std::unordered_set<const MOCAPMODEL*> inSlots;  // the bones in `slots`
     AmcKeyLists keys;                               // the values of these bones

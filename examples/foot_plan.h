@@ -20,12 +20,12 @@ double Sign(Side side);
 struct FootPlacement {
     Vec3 ankle;         // cm, in the world
     Rotation rotation;  // turns the foot from its T-pose to its orientation in the world
-    double toeBend;     // degrees from foot to toe; positive if the tip of the toe is bent up
+    double toeBend;     // the angle between toe and sole in degrees; positive if the toe is bent up
 };
 
 // Returns the position of a hip joint in the world, in cm. `cycles` is the time in cycles since the
-// left foot landed for the first time. `hipOffset` is the vector from the pelvis to the left hip in
-// the T-pose, for either side.
+// left foot landed for the first time. `hipOffset` is always the vector from the pelvis to the left
+// hip in the T-pose, even if `side` is the right side.
 Vec3 HipAt(Side side, double cycles, const Vec3& hipOffset);
 
 class FootPlan {

@@ -42,7 +42,7 @@ struct Referent {
     };
     Kind kind = Kind::None;
     // The object that is referred to. For kinematics, a local state or a channel, the object that
-    // it belongs to. For the kinds from Action on, the owner of the action, the group or the
+    // it belongs to. For the kinds from Action on, the object that owns the action, group or
     // property.
     Node* object = nullptr;
     Channel channel = Channel::PosX;
@@ -185,8 +185,8 @@ class SceneEditor {
     Node& PoseSource(const Node& object) const;
     Transform SeenFromPoseSource(const Node& object) const;
     void Invalidate(Node& object) noexcept;
-    // Called after a chain was made. Keeps the global transforms of this chain, and drops those of
-    // the oldest chain whose transforms were still kept.
+    // Called after a chain was made. Adds the chain to `latestChains`, the chains whose global
+    // transforms stay stored, and calls DropTransforms for the chain that it replaces there.
     void KeepTransformsOf(const Node& chainRoot) noexcept;
     void DropTransforms(Node& chainRoot) noexcept;
     // Notes that the local transform of the effector has to be computed again. Does nothing if

@@ -1,5 +1,5 @@
-// The host's 32-bit status codes. A negative code is a failure; 0 is success. Every host code that
-// the host or the plug-in returns has its name here and nowhere else.
+// The host's 32-bit status codes. A negative code is a failure; 0 is success. Every status code
+// of the host that the host or the plug-in returns is defined here and nowhere else.
 #pragma once
 
 #include <cstdint>
