@@ -21,7 +21,7 @@ std::shared_ptr<void> AllocatePiece(std::size_t arrays, std::uint32_t count) {
     try {
         return memory::AllocateLargeMemory(static_cast<std::size_t>(bytes));
     } catch (const std::bad_alloc&) {
-        return nullptr;  // there was no memory for the reference count
+        return nullptr;  // shared_ptr could not allocate its reference count
     }
 }
 

@@ -1,4 +1,4 @@
-// Tells from the names of files which of them are captures.
+// Finds out from the name of a file whether it has a skeleton, a motion or both.
 #pragma once
 
 #include <cstdint>

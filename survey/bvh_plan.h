@@ -27,8 +27,9 @@ struct BvhPlan {
     // Whether positions of joints below the root are relative to OFFSET in the file. The mended
     // text then has the sums of position and OFFSET.
     bool addsOffsets = false;
-    // Whether re-expressed rotations are listed x y z. The plug-in lets x act first in that order.
-    // If false, they are listed z y x, which means the same rotation to every reader.
+    // Whether re-expressed rotations are listed x y z. Only the plug-in reads this order as a
+    // rotation about x first. If false, they are listed z y x, which every reader reads as a
+    // rotation about x first.
     bool listsXyz = false;
 };
 
@@ -37,10 +38,11 @@ struct BvhPlan {
 // whether an end site loses rotations. The rows of the section need not have been read.
 bool PlanRotations(const BvhSection& section, bool bones, BvhPlan& plan, FindingList& findings);
 
-// Plans the joints below the root that list positions. If the positions are relative to OFFSET, the
-// OFFSETs are added to them. If `bones`, the joints are also changed so that bones can be built;
-// otherwise other positions are only reported. If there are no frames, nothing is reported, and if
-// `bones`, the position channels are left out. Returns whether they are left out for that reason.
+// Plans the joints below the root that list positions, and reports them. If the positions are
+// relative to OFFSET, the OFFSETs are added to them. If `bones`, the joints are also changed so
+// that bones can be built. If there are no frames, nothing is reported. In that case, if `bones`
+// and if there are such joints, their position channels are left out, and the result is true. In
+// all other cases the result is false.
 bool PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
                    FindingList& findings);
 

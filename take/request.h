@@ -20,7 +20,7 @@ enum class Format : std::uint8_t {
 // Decides the unit of length and the rate of Acclaim files, which often do not state them.
 enum class Preset : std::uint8_t {
     Auto,  // Cmu for files that look like those of the CMU archive, None for others
-    Cmu,   // lengths are read as the CMU archive states them, to give metres; 120 frames per second
+    Cmu,   // lengths are converted from the CMU archive's unit to metres; 120 frames per second
     None,  // the unit and the rate that the file states
 };
 
@@ -38,7 +38,7 @@ struct Request {
     std::optional<InputFile> motion;  // the .amc; nullopt: only the skeleton is imported
 
     bool useNulls = true;              // joints become nulls; false: chains of bones are built
-    bool chainFromParentJoint = true;  // a chain starts at its parent joint
+    bool chainFromParentJoint = true;  // a chain begins with a bone that starts at the parent joint
     bool effectorToLastBone = false;   // an effector is a child of its chain's last bone
     bool createGroup = true;
     bool addClip = false;

@@ -21,8 +21,8 @@ char* WriteNumber(char* out, double number, int decimals);
 std::string NumberText(double number);
 
 // Returns how many decimals a length needs so that its rounding error stays below a
-// hundred-millionth of `size`. The result is at least 4. If `size` is 0, the result is above
-// kMostDecimals, so that WriteNumber does not round.
+// hundred-millionth of `size`, the size of the skeleton in the same unit. The result is at least 4.
+// If `size` is 0, the result is above kMostDecimals, so that WriteNumber does not round.
 int DecimalsFor(double size);
 
 // How many decimals are written of an angle in degrees. If the angle of a joint is rounded to them,
