@@ -51,8 +51,8 @@ class Converter {
 
     bool IsOpen() const { return isOpen_; }
 
-    // Appends the converted text to `out`, up to the first byte that is not valid. Returns the
-    // bytes from that byte on; they are empty if all bytes were valid.
+    // Converts the bytes before the first byte that is not valid, and appends the result to `out`.
+    // Returns the bytes that were not converted. The first of them is the byte that is not valid.
     std::string_view Convert(std::string_view bytes, std::string& out) {
         std::array<char, 4096> buffer{};
         // iconv asks for a pointer to non-const, but does not write through it.

@@ -10,8 +10,9 @@ namespace survey {
 
 enum class ByteOrder : std::uint8_t { Little, Big };
 
-// Returns the byte order if the bytes look like UTF-16; otherwise nullopt. They do if they begin
-// with a byte-order mark, or if their first 16-bit units are all ASCII characters.
+// Returns the byte order if the bytes look like UTF-16, and nullopt if they do not. Bytes look like
+// UTF-16 if they begin with its byte-order mark, or if their first 16-bit units are all ASCII
+// characters.
 std::optional<ByteOrder> FindUtf16(std::string_view bytes);
 
 // Leaves out the byte-order mark. A 16-bit unit that is no character (an unpaired surrogate)

@@ -14,9 +14,9 @@ namespace {
 // numbers as metres.
 constexpr double kTallest = 5.0;
 constexpr double kSmallest = 0.3;
-// The height in metres that the suggested scale gives a figure whose unit is unknown.
+// If the unit is unknown, the finding suggests a scale that makes the figure this tall, in metres.
 constexpr double kUsualHeight = 1.7;
-// A rest pose counts as flat if its height is at most this part of the first frame's height.
+// A rest pose counts as flat if its height is at most this fraction of the first frame's.
 constexpr double kFlat = 1e-3;
 
 struct Unit {
@@ -65,7 +65,7 @@ double Extent::Along(std::size_t axis) const {
 }
 
 std::size_t Extent::LongestAxis() const {
-    std::size_t longest = 1;  // if sizes are equal, y is preferred
+    std::size_t longest = 1;  // of equal sizes, y is preferred, then z
     for (const std::size_t axis : {std::size_t{2}, std::size_t{0}})
         if (Along(axis) > Along(longest)) longest = axis;
     return longest;

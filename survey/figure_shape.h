@@ -12,7 +12,7 @@
 
 namespace survey {
 
-// The smallest box, along the axes, around the joints of one pose.
+// The smallest box that contains all joints of one pose. Its sides are parallel to the axes.
 class Extent {
   public:
     // Ignores a position that is not finite.
@@ -38,13 +38,13 @@ class FigureShape {
     // longest axis of the rest pose.
     std::size_t UpAxis() const;
     // The size of the rest pose along the up axis, in the file's unit. If the rest pose is flat
-    // there, it is the size of the first frame instead. Nullopt if both sizes are 0.
+    // along that axis, this is the size of the first frame instead. Nullopt if both sizes are 0.
     std::optional<double> Height() const;
 
   private:
     Extent rest_;
     std::optional<Extent> first_;
-    std::array<std::size_t, 3> longest_{};  // number of frames by their longest axis
+    std::array<std::size_t, 3> longest_{};  // for each axis, in how many frames it is the longest
 };
 
 // Returns the unit in which a person could have this height: "metres", "centimetres",

@@ -17,9 +17,9 @@ enum class Severity : std::uint8_t {
 struct Finding {
     std::string_view code;  // one of the codes in codes.h
     Severity severity = Severity::Note;
-    // The position, in the file as it was given, of the first case with the highest severity. Lines
-    // count from 1, and columns count characters from 1. Both are 0 if the finding is about the
-    // file as a whole.
+    // The position of the oddity in the user's file. If the file has the oddity several times, this
+    // is the first case with the highest severity. Lines count from 1, and columns count characters
+    // from 1. Both are 0 if the finding is about the file as a whole.
     std::size_t line = 0;
     std::size_t column = 0;
     std::size_t count = 1;  // how often the file has this oddity

@@ -9,8 +9,8 @@
 namespace survey {
 namespace {
 
-// The most bytes of a message and of a joint's name. Both may quote words of the file, which can
-// have any length.
+// The most bytes that a finding's message and a joint's name may have. Both may contain words of
+// the file, which can be of any length.
 constexpr std::size_t kLongestMessage = 400;
 constexpr std::size_t kLongestName = 100;
 

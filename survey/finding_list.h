@@ -29,7 +29,7 @@ class FindingList {
     };
 
     // Counts a case. The first case with the highest severity gives the finding its position, joint
-    // and message. The finding is mended if any of its cases is mended.
+    // and message. The finding's `mended` is true if that of any of its cases is true.
     void Add(const Case& added);
     // Saves the caller from making a message that Add would not use. If there already is a finding
     // with this code and with this severity or a higher one, counts the cases and returns true.

@@ -19,9 +19,9 @@ ZKMOCAP_API std::string_view NameOf(Severity severity);  // "note", "warning" or
 // "12:3: note: message [code]". A finding about the file as a whole has no "12:3: ".
 ZKMOCAP_API std::string FindingText(const Finding& finding);
 
-// Returns the same with the file's name and a line feed: "walk.bvh:12:3: note: message [code]\n".
-// `escapeControls` replaces control characters by visible escapes, so that they cannot control the
-// terminal on which the line is shown.
+// Returns the FindingText after the file's name and before a line feed: "walk.bvh:12:3: note:
+// message [code]\n". `escapeControls` replaces control characters by visible escapes, so that they
+// cannot control the terminal on which the line is shown.
 ZKMOCAP_API std::string FindingLine(const std::string& file, const Finding& finding,
                                     bool escapeControls = false);
 

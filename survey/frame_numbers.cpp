@@ -9,11 +9,12 @@
 namespace survey {
 namespace {
 
-// A gap is too long if it lasts longer than this and also lacks more frames than the motion has.
+// A gap is too long if it lasts longer than this, and if more frames are missing in it than the
+// motion has.
 constexpr double kLongestGapSeconds = 10.0;
 
-// Returns the number without its fraction, or nullopt if it is negative or above the plug-in's
-// 32-bit integers.
+// Returns the number without its fraction. Returns nullopt if the number is negative or too large
+// for a 32-bit integer, because the plug-in stores frame numbers in 32 bits.
 std::optional<std::int64_t> Whole(std::optional<double> number) {
     if (!number || *number < 0.0 || *number > INT32_MAX) return std::nullopt;
     return static_cast<std::int64_t>(*number);
@@ -28,9 +29,10 @@ std::int64_t FrameNumbers::Counter::Advance(std::optional<double> number) {
     isFault = !whole || (!isFirst && *whole <= stated);
     if (isFirst) return stated = reached = whole.value_or(1);
     std::int64_t step = 1;
-    // After a faulty frame, a number above all new numbers so far shows that only the faulty number
-    // was wrong, so the step counts from the faulty frame's new number. Otherwise the file has
-    // started to count anew, so the step counts from the faulty frame's number in the file.
+    // The number of the frame before may have been faulty. If the number of this frame is above all
+    // new numbers so far, only that one number was wrong, and the step counts from the new number
+    // of the frame before. If it is not above them, the file has started to count anew, and the
+    // step counts from the number that the frame before has in the file.
     if (!isFault) step = *whole - (wasFault && *whole > reached ? reached : stated);
     reached += step;
     stated = whole ? *whole : stated + 1;

@@ -1,7 +1,8 @@
 // Checks the numbers that the frames of an AMC motion have in the file, and renumbers the frames. A
-// gap in the numbers is kept, because it is time without frames. If a number is missing, repeated
-// or lower than the one before, or if the gap before it is too long, the frame gets a new number:
-// one more than that of the frame before.
+// gap in the numbers is kept, because it is time without frames. A frame's number is faulty if it
+// is missing, or if it is not greater than the number of the frame before. If a frame's number is
+// faulty, or if the gap before it is too long, the frame's new number is one more than that of the
+// frame before.
 #pragma once
 
 #include <cstdint>
@@ -13,16 +14,17 @@
 namespace survey {
 
 class FrameNumbers {
-    // Computes new numbers, one frame after the other in file order, as if no gap was too long.
+    // Computes the new numbers for the frames in file order. Keeps every gap, however long it is.
     struct Counter {
         std::size_t count = 0;  // number of frames so far
-        // The last frame's number in the file. If it is missing, one more than `stated` before.
+        // The last frame's number in the file. If that number is missing, this is one more than the
+        // value for the frame before; it is 1 for the first frame.
         std::int64_t stated = 0;
         std::int64_t reached = 0;  // the last frame's new number
-        bool isFault = false;      // the last number is missing or not above the one before it
+        bool isFault = false;      // whether the last frame's number in the file is faulty
 
-        // Adds a frame. Returns its new number minus that of the frame before. For the first frame,
-        // returns its number.
+        // Adds a frame. Returns by how much its new number is greater than the new number of the
+        // frame before. For the first frame, returns its new number.
         std::int64_t Advance(std::optional<double> number);
     };
 

@@ -12,10 +12,10 @@
 namespace survey {
 
 // Calls work(first, last) for the indices from 0 to `count` - 1. One call processes the indices
-// from `first` to `last` - 1. If `count` is at least `worthwhile` and a second processor and thread
-// are available, there are two calls at the same time, one for each half. Otherwise there is one
-// call for all indices. If a half throws, its exception is rethrown after both halves have ended.
-// If both throw, the exception of the first half is rethrown.
+// from `first` to `last` - 1. If `count` is less than `worthwhile`, or if there is no second
+// processor or thread, one call processes all indices. In all other cases, two calls run at the
+// same time, one for each half of the indices. If a call throws, its exception is rethrown after
+// both calls have ended. If both throw, the exception of the call for the first half is rethrown.
 template <class Work>
 void InHalves(std::size_t count, std::size_t worthwhile, const Work& work) {
 #ifdef ZKMOCAP_HAVE_THREADS

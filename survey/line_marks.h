@@ -15,8 +15,8 @@ class LineWriter {
     explicit LineWriter(std::size_t likelySize) { mended_.text.reserve(likelySize); }
 
     // Says that the line that is being written comes from the file's line `original`, counted from
-    // 1. If `original` is 0, or without a call, the line is assumed to come from the file's line
-    // after the one that the previous line came from.
+    // 1. Does nothing if `original` is 0. A line for which the caller does not say this is assumed
+    // to come from the next line of the file after the one that the previous line came from.
     void From(std::size_t original);
     // The text so far. The caller appends the line to it.
     std::string& Text() { return mended_.text; }

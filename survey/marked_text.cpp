@@ -33,7 +33,8 @@ MendedText MarkedText::Finish() {
         line += static_cast<std::size_t>(std::count(first, last, '\n'));
         mended.lines[i].mended = line;
     }
-    // The marks are sorted by their byte in the source, so that its lines are counted in one pass.
+    // The marks are sorted by the byte of the source that they point to, so that the lines of the
+    // source are counted in one pass.
     std::vector<std::size_t> order(marks_.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     const auto before = [&](std::size_t a, std::size_t b) { return marks_[a].at < marks_[b].at; };

@@ -87,15 +87,16 @@ class Scanner {
         return false;
     }
 
-    // Returns a mask of the bytes that make it doubtful that their word is a plain decimal. Every
-    // word that is not a plain decimal has at least one such byte. If its only fault is a minus as
-    // its last byte, the byte after the word is marked.
+    // Returns a mask of the bytes that make it doubtful that their word is a plain decimal. It
+    // marks at least one byte of every word that is not a plain decimal. But if the word's only
+    // fault is that it ends with a minus, the mask marks the byte after the word.
     std::uint64_t OddBytes(const ByteMasks& block, std::uint64_t words, std::uint64_t starts) {
         const std::uint64_t minusBefore = block.minuses << 1 | (afterMinus_ ? 1U : 0U);
-        // A fraction is the digits after a point. `fractions` marks the byte after each point, and
-        // the first byte of the block if the block before ended inside a fraction. Adding these
-        // bits to `digits` makes a carry run to the byte after the fraction. A point on that byte
-        // is a second point.
+        // A fraction is the digits after a point. `fractions` marks the byte after each point. It
+        // also marks the first byte of the block if the previous block ended inside a fraction.
+        // `seeds` marks the first digit of each fraction. When `seeds` is added to `digits`, a
+        // carry runs through the digits of the fraction to the byte after them. If that byte is a
+        // point, it is the second point of its word.
         std::uint64_t fractions = block.points << 1 | (inFraction_ ? 1U : 0U);
         const std::uint64_t seeds = fractions & block.digits;
         std::uint64_t ends = 0;
@@ -112,8 +113,9 @@ class Scanner {
         return words == ~std::uint64_t{0} ? words : odd;
     }
 
-    // Checks the word of each byte in the mask `odd`. If such a byte is white space, the word ends
-    // before it, with a minus. Returns false at the first word that is not surely plain.
+    // Checks the words whose bytes the mask `odd` marks. If a marked byte is white space, the word
+    // before it is checked, which ends with a minus. Returns false at the first word that is not
+    // surely plain.
     bool CheckWords(std::uint64_t odd, const ByteMasks& block, std::uint64_t starts,
                     const char* at) {
         for (; odd != 0; odd &= odd - 1) {
@@ -141,7 +143,7 @@ class Scanner {
     void EndRows(const ByteMasks& block, std::uint64_t starts, const char* at, const char* word) {
         const auto before = word < at ? 0 : (std::uint64_t{1} << (word - at)) - 1;
         if (!CountLines(block.lineEnds & before, starts & before)) return;
-        // If HIERARCHY began in the block before, it has already been counted as a word.
+        // If HIERARCHY began in the previous block, it has already been counted as a word.
         plain_ = wordsInLine_ == (word < at ? 1U : 0U);
         end_ = word;
     }
@@ -173,10 +175,10 @@ class Scanner {
     std::size_t rows_ = 0;
     std::size_t wordsInLine_ = 0;  // words of the current line that begin before the next block
     bool plain_ = false;
-    // What the block before ended with.
+    // Whether the last byte of the previous block was:
     bool inWord_ = false;      // a byte of a word
     bool afterMinus_ = false;  // a minus
-    bool inFraction_ = false;  // a point, or digits after a point
+    bool inFraction_ = false;  // a point, or a digit of a fraction
 };
 
 }  // namespace

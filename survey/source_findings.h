@@ -8,12 +8,13 @@
 
 namespace survey {
 
-// Reports a byte-order mark, and that the text was converted to UTF-8. Both findings are mended.
-// Reports an empty file as an error and returns false; for other files returns true.
+// If the file is empty, reports this as an error and returns false. Returns true for other files.
+// Reports if a UTF-8 byte-order mark was left out, and if the text was converted to UTF-8. In these
+// two findings `mended` is true.
 bool ReportSource(FindingList& findings);
 
 // Returns the name as UTF-8. `name` must point into the source's text. A name that is not UTF-8 is
-// read as Windows-1252, and this is reported as a mended warning.
+// read as Windows-1252. This is reported as a warning in which `mended` is true.
 std::string NameAsUtf8(std::string_view name, FindingList& findings);
 
 }  // namespace survey

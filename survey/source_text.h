@@ -42,8 +42,8 @@ class SourceText {
     bool WasEncoded() const { return wasEncoded_; }
     // Whether the text has bytes above 127. A text without them is valid UTF-8.
     bool HasHighBytes() const { return hasHighBytes_; }
-    // Whether the bytes that were left out at the end are not only blanks, tabs and line ends. The
-    // plug-in ignores blanks, tabs and line ends there, but not other bytes.
+    // Whether any other bytes than blanks, tabs and line ends were left out at the end of the text.
+    // At the end of a file, the plug-in ignores blanks, tabs and line ends, but not other bytes.
     bool HadTrailingControls() const { return hadTrailingControls_; }
 
   private:

@@ -40,9 +40,9 @@ enum class Purpose : std::uint8_t {
 // skeletons state the length 0.45 and whose motions state no rate. Its lengths are inches times
 // 0.45, and its rate is 120 frames per second.
 enum class Preset : std::uint8_t {
-    Auto,  // the archive's for a skeleton that states the length 0.45; otherwise like None
-    Cmu,   // the archive's unit; also its rate, for motions that state none
-    None,  // what the files state
+    Auto,  // Cmu if the skeleton states the length 0.45; None if it does not
+    Cmu,   // the archive's unit; for motions that state no rate, also the archive's rate
+    None,  // the unit and the rate that the files state
 };
 
 struct Options {
@@ -51,7 +51,8 @@ struct Options {
     // The encoding, as iconv names it, of files that are not Unicode. If it is empty, names that
     // are not UTF-8 are read as Windows-1252.
     std::string encoding;
-    // The user's values. If one is given, it is used instead of the file's.
+    // The user's rate and the user's factor on lengths. If one is given, it is used instead of that
+    // in the file. The mended text for Purpose::Fix keeps what the file states.
     std::optional<double> framesPerSecond;
     std::optional<double> lengthMultiplier;  // for Acclaim files only
     Preset preset = Preset::Auto;            // for Acclaim files only
@@ -72,17 +73,19 @@ struct MendedText {
 };
 
 // Facts about the contents of a file. A fact that is not known is nullopt or empty.
-// Joints, end sites, channels and orders are those of all sections of a BVH file. The other facts
-// are those of its first section.
+// In the facts about a BVH file, `joints`, `endSites`, `channels` and `orders` are about all
+// sections of the file. The other facts are about its first section.
 struct Facts {
-    std::size_t joints = 0;  // without end sites; for ASF files, the root and the bones
+    // Does not count end sites. For ASF files, counts the root and the bones. For AMC files, counts
+    // only those that have channels.
+    std::size_t joints = 0;
     std::size_t endSites = 0;
     std::size_t channels = 0;
     std::optional<std::size_t> frames;
     std::optional<double> framesPerSecond;
     std::optional<double> seconds;  // the duration, which includes that of the last frame
     // The height of the figure in the file's unit. For Acclaim files it is multiplied by the factor
-    // on lengths that is in effect. Height, unit and up axis are only known for Purpose::Check.
+    // on lengths that the survey uses. `height`, `unit` and `up` are only known for Purpose::Check.
     std::optional<double> height;
     std::string unit;  // the unit that the height suggests: "metres", "centimetres", "inches", ...
     std::string up;    // the axis that likely points up: "x", "y" or "z"
@@ -102,8 +105,8 @@ struct FileSurvey {
 };
 
 struct BvhSurvey : FileSurvey {
-    // The rate that exports and the summary use instead of the rate that the plug-in reads. For
-    // Purpose::Import it is the user's rate, if one was given. Otherwise it is nullopt.
+    // The rate that exports and the summary use instead of the rate that the plug-in reads. This is
+    // the user's rate. Nullopt if the user gave none, and for any purpose except Purpose::Import.
     std::optional<double> framesPerSecond;
 };
 
@@ -133,7 +136,8 @@ struct AcclaimSurvey {
     double multiplied = 1.0;
 };
 
-// Surveys a skeleton together with its motions. For Purpose::Import there must be at most one.
+// Surveys a skeleton together with its motions. For Purpose::Import there must be at most one
+// motion.
 ZKMOCAP_API AcclaimSurvey SurveyAcclaim(const AcclaimFile& asf, std::span<const AcclaimFile> amcs,
                                         const Options& options);
 

@@ -65,7 +65,8 @@ bool AreNumbers(std::string_view text) {
     return true;
 }
 
-// Returns the kind that the first known beginning of a line shows; empty if no line has one.
+// Returns the kind of the first line that begins with one of kLineBeginnings. The result is empty
+// if there is no such line. `lower` is the text in lower case.
 std::string_view LineKind(std::string_view lower) {
     for (std::size_t line = 0; line != std::string_view::npos;) {
         const std::size_t first = lower.find_first_not_of(" \t\r\n", line);
