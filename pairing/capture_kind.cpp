@@ -5,7 +5,7 @@
 namespace pairing {
 namespace {
 
-// The kinds of files that can be read, by extension. A new format gets a row here.
+// The kinds of files that can be read, by extension. A new kind needs an entry here.
 struct Input {
     CaptureKind kind;
     std::string_view extension;

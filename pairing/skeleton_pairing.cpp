@@ -18,7 +18,7 @@ bool IsLetterOrDigit(wchar_t character) {
     return ascii || character >= 0x80;
 }
 
-// How well a skeleton's name fits a motion's; a greater Fit is better.
+// How well a skeleton's name fits the motion's name. A greater Fit is better.
 struct Fit {
     // Number of characters of the skeleton's name without extension; 0 if the name does not fit.
     std::size_t length = 0;

@@ -87,8 +87,8 @@ class SurveyCollector {
     void SetRate(std::optional<double> framesPerSecond) {
         if (framesPerSecond && !result_.framesPerSecond) result_.framesPerSecond = framesPerSecond;
     }
-    // If the user requested a multiplier, the survey's is that number times `multiplied`, so the
-    // survey's is used.
+    // The survey's multiplier replaces the user's, because it already is the product of the user's
+    // multiplier and `multiplied`.
     void SetLengths(const survey::AcclaimSurvey& acclaim) {
         if (acclaim.lengthMultiplier) result_.lengthMultiplier = acclaim.lengthMultiplier;
         result_.multiplied = acclaim.multiplied;

@@ -30,9 +30,9 @@ struct FileSurvey {
     double multiplied = 1.0;
 };
 
-// Surveys the files of the request. With Request::asIs no file is read; the result then contains
-// only the request's values and, with Preset::Cmu, the rate and the length multiplier of that
-// preset.
+// Surveys the files of the request. With Request::asIs no file is read. The result then contains
+// only the rate and the length multiplier of the request. With Preset::Cmu, the preset's value is
+// used if the request does not give one.
 FileSurvey SurveyFiles(const Request& request, text::Storage& storage);
 
 }  // namespace take

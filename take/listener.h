@@ -12,7 +12,7 @@ namespace take {
 // Each of the functions may be empty. They are called on the thread that imports. They must not
 // throw and must not start an import.
 struct Listener {
-    // Called after the survey. The plug-in reads the files next, unless they are refused.
+    // Called after the survey. If the files are not refused, the plug-in reads them next.
     std::function<void(const std::vector<FileFindings>&, bool isRefused)> onSurveyed{};
     std::function<void(const headless::LogLine&)> onLog{};
     // Called only if the request has a progress bar.

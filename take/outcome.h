@@ -38,7 +38,7 @@ Outcome JudgeImport(std::int32_t result, const std::vector<headless::LogLine>& l
 class LogSubject {
   public:
     // Returns whether the line is about the motion. Call it with every line of the log, in order,
-    // because earlier lines tell where the motion begins.
+    // because earlier lines tell where the lines about the motion begin.
     bool IsMotion(const headless::LogLine& line);
 
   private:

@@ -37,15 +37,16 @@ struct LoadedPlugin {
     std::string problem;  // why the plug-in could not be loaded; empty if it was loaded
 };
 
-// Loads the plug-in from `path`. If the path is empty, it loads the first file that exists among
-// the PluginCandidates for the folder of the library that contains this function, then among those
-// for the folder of the executable. In a build with ZKMOCAP_STATIC_PLUGIN, an empty path returns
-// the linked plug-in, and any other path is a problem.
+// Loads the plug-in from `path`. If the path is empty, it loads the first of the PluginCandidates
+// that exists. The candidates for the folder of the library that contains this function come first,
+// then those for the folder of the executable. In a build with ZKMOCAP_STATIC_PLUGIN, an empty path
+// returns the linked plug-in, and any other path is a problem.
 ZKMOCAP_API LoadedPlugin LoadPlugin(const std::string& path = {});
 
-// Returns the paths at which a plug-in is looked for: in `folder` itself, then in the folder "lib"
-// next to it, then in the folder of the installed libraries if `folder` is that of the installed
-// programs. Empty in a build with ZKMOCAP_STATIC_PLUGIN.
+// Returns three paths at which a plug-in may be. The first is in `folder`, the second in the folder
+// "lib" next to `folder`. The third is in the folder to which the path from `folder` is the same as
+// the path from the installed programs to the installed libraries. Returns nothing in a build with
+// ZKMOCAP_STATIC_PLUGIN.
 std::vector<std::string> PluginCandidates(const std::string& folder);
 
 }  // namespace take

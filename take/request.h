@@ -59,8 +59,8 @@ struct Request {
 
     // Gives the plug-in a progress bar. A listener needs the bar to cancel while the plug-in runs.
     bool hasProgressBar = false;
-    // If true and no file was mended, the plug-in decodes names with the character locale of the
-    // calling thread. Otherwise it decodes them as UTF-8.
+    // If false, or if any file was mended, the plug-in decodes names as UTF-8. In all other cases,
+    // it decodes them with the character locale of the calling thread.
     bool readsInLocale = false;
 };
 
