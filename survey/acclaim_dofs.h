@@ -12,24 +12,24 @@
 namespace survey {
 
 // Checks whether the plug-in would fail because a bone other than the root has translations. If so,
-// marks the translations of all these bones as left out of the mended texts, and returns true. Must
-// be called again whenever other dofs have been left out.
+// marks the translations of all bones except the root as left out of the mended texts, and returns
+// true. Whenever further dofs have been left out, this function must be called again.
 bool PlanTranslations(AsfSkeleton& skeleton);
 
-// To be called if the skeleton is built as bone chains, which ignore how long the vector of a
-// bone's direction is. If a bone has a length dof, its direction becomes a unit vector, and its
-// length is multiplied by the vector's old length. If the direction is 0, the length dof is left
-// out and that is reported.
+// To be called if the skeleton is built as bone chains, because these treat each direction as a
+// unit vector. Handles bones with a length dof. The direction of such a bone is made a unit vector,
+// and the bone's length is multiplied by the Euclidean length that the direction had. If the
+// direction is 0 or not finite, the length dof is left out and that is reported.
 void PlanLengthsOfChains(AsfSkeleton& skeleton, FindingList& findings);
 
 // Undoes PlanTranslations: no translation is left out any more.
 void RestoreTranslations(AsfSkeleton& skeleton);
 
-// Handles length dofs that are written "l", or that the plug-in cannot build. If such a length
-// keeps one value in all motions, the value becomes the bone's length and the dof is left out.
-// Reports an error if a changing length would move several children. `chainScale` is nullopt unless
-// the skeleton is built as bone chains; then it is the factor on lengths. In a bone chain, a bone
-// whose length changes needs a length at rest.
+// Handles length dofs that are written "l", or that the plug-in cannot build. If such a dof keeps
+// one value in all motions, the value becomes the bone's length and the dof is left out. If its
+// value changes and the bone has several children, an error is reported. `chainScale` is the factor
+// on lengths if the skeleton is built as bone chains; otherwise it is nullopt. In a bone chain, a
+// bone whose length changes needs a length at rest.
 void FoldLengths(AsfSkeleton& skeleton, std::span<AmcMotion* const> motions,
                  std::optional<double> chainScale, FindingList& findings);
 

@@ -37,7 +37,7 @@ class AcclaimFigure {
 
     const AsfSkeleton& skeleton_;
     double factor_;
-    // Each of these vectors has one item for each bone.
+    // Each of the following vectors has one element for each bone.
     std::vector<Matrix> axes_;      // the rotations of the bones' axes
     std::vector<Matrix> inverses_;  // the inverse of each matrix in `axes_`
     std::vector<State> states_;

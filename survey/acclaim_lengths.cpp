@@ -32,8 +32,9 @@ void ReportPreset(const AsfSkeleton& skeleton, const Options& options, FindingLi
                       "the file as it is"});
 }
 
-// Returns the factor on lengths, and sets `settings.isArchive`. Reports if the file looks like one
-// of the archive's. Otherwise, reports a factor that is read from the file, unless it is 1.
+// Returns the factor on lengths, and sets `settings.isArchive`. Reports if the archive's preset is
+// used and the file's :units fit the archive. If the factor is read from the file, reports it
+// unless it is 1.
 double DecideFactor(const AsfSkeleton& skeleton, const Options& options, LengthSettings& settings,
                     FindingList& findings) {
     const double stated = skeleton.length.value;

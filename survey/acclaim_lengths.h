@@ -18,7 +18,8 @@ struct LengthSettings {
     // The multiplier that is passed to the plug-in. If it is nullopt, the plug-in uses the factor
     // in the file.
     std::optional<double> multiplier;
-    // A power of ten that is part of `multiplier` but not of `factor`. Exports divide by it again.
+    // A power of ten: `multiplier` is `factor` times this power. Exports divide by it again. It is
+    // 1 if no bone is too short.
     double multiplied = 1.0;
     bool isArchive = false;  // whether a motion that states no rate has kArchiveRate
 };
@@ -32,7 +33,7 @@ constexpr double kShortestBone = 0.01;
 LengthSettings DecideLengths(AsfSkeleton& skeleton, const Options& options, FindingList& findings);
 
 // If a bone has a length and its direction is not a unit vector, makes the direction one and
-// reports that. A direction of 0 is only reported.
+// reports that. A direction that is 0 or not finite is reported, but not changed.
 void MendDirections(AsfSkeleton& skeleton, FindingList& findings);
 
 }  // namespace survey

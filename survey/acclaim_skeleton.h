@@ -37,7 +37,8 @@ constexpr std::uint32_t kNoBone = 0xFFFFFFFF;
 
 struct AsfBone {
     std::string name;  // UTF-8
-    // Pointers into the file's text. Each is null if the text does not have that item.
+    // Pointers to words in the file's text. Each pointer is null if the text does not have the
+    // word.
     const char* at = nullptr;           // the bone's name; for the root, the keyword :root
     const char* attachedAt = nullptr;   // where the hierarchy first lists the bone as a child
     const char* dofAt = nullptr;        // the bone's keyword "dof"; for the root, "order"
@@ -92,7 +93,7 @@ struct AsfSkeleton {
     bool hasDocumentation = false;
     const char* documentationAt = nullptr;
     AsfVector position{};  // the root's position at rest
-    // If given, mended texts state this position instead of `position`.
+    // If this position is set, mended texts state it instead of `position`.
     std::optional<std::array<double, 3>> writtenPosition;
     // The root comes first and exists even if the file has none. The other bones follow in file
     // order.

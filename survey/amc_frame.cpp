@@ -106,9 +106,8 @@ void AmcFrameReader::ReadWord(AmcFrame& frame) {
     }
 }
 
-// Whether `word`, a number that begins a line, is the number of the next frame. It must be a whole
-// number. If the current frame already has rows, `word` must also be alone in its line, or be
-// followed by a name.
+// Whether `word`, a number that begins a line, is the number of a frame. It must be a whole number.
+// If the current frame already has rows, the rest of the line must be empty or begin with a name.
 bool AmcFrameReader::BeginsFrame(std::string_view word, const AmcFrame& frame) {
     double number = 0.0;
     if (!IsFrameNumber(word, number)) return false;
@@ -119,8 +118,9 @@ bool AmcFrameReader::BeginsFrame(std::string_view word, const AmcFrame& frame) {
     return frame.rows.empty() || !BeginsNumber({next, 1});
 }
 
-// Adds a row to the frame. But if the row names the bone of the frame's first row again, it begins
-// the next frame, whose number is missing. In that case does not add the row and returns false.
+// Adds a row to the frame and returns true. There is one exception: the frame already has at least
+// two rows, and the new row is of the same bone as the first of them. Such a row begins the next
+// frame, whose number is missing. It is not added, and the function returns false.
 bool AmcFrameReader::AddRow(std::string_view name, AmcFrame& frame) {
     const std::uint32_t bone = FindBone(name, frame.rows.size());
     if (bone != kNoBone && frame.rows.size() > 1 && frame.rows[0].bone == bone) return false;

@@ -135,8 +135,8 @@ bool PlugInReadsHeader(std::string_view text, const AmcHeader& header, bool degr
         if (!EqualsLower(unit, degrees ? ":degrees" : ":radians")) return false;
         words = ahead;
     }
-    // The plug-in does not skip comments here: it takes one for a line that is not a frame. So
-    // NextRaw is called, which does not skip them either.
+    // The plug-in does not skip a comment here, but reads it as a line that is not a frame.
+    // Therefore NextRaw is called, which does not skip comments.
     const std::string_view first = words.NextRaw();
     return (first.empty() ? text.data() + text.size() : first.data()) == header.frames;
 }

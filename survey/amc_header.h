@@ -30,9 +30,10 @@ bool IsFrameNumber(std::string_view word, double& number);
 // and an error if the file is not a motion.
 AmcHeader ReadAmcHeader(FindingList& findings);
 
-// Whether the plug-in reads the header as `header` has it. It must find the first frame at the same
-// position and read angles in degrees if `degrees`, otherwise in radians. Sets `rate` to the whole
-// number of frames per second that the plug-in reads, or to 0 if it reads none.
+// Whether the plug-in reads the header as `header` has it. To do so, the plug-in must find the
+// first frame at the same position. If `degrees`, it must read angles in degrees; otherwise it must
+// read them in radians. Sets `rate` to the whole number of frames per second that the plug-in
+// reads, or to 0 if it reads none.
 bool PlugInReadsHeader(std::string_view text, const AmcHeader& header, bool degrees, int& rate);
 
 }  // namespace survey

@@ -32,8 +32,8 @@ int NearestRate(double rate) {
 
 std::string WrittenRate(const AmcHeader& header, Purpose purpose) {
     if (header.rateText.empty()) return {};
-    // The file's text may be a number such as ".5", which the plug-in refuses, as it has no digit
-    // before the point.
+    // A rate below 1 may be written as ".5" in the file. The plug-in refuses a number that has no
+    // digit before its point, so such a rate is written anew.
     if (purpose == Purpose::Fix)
         return header.rate < 1.0 ? text::NumberText(header.rate) : std::string(header.rateText);
     return std::to_string(NearestRate(header.rate));

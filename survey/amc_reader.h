@@ -42,8 +42,8 @@ struct AmcSetting {
     const AsfSkeleton& skeleton;
     const Options& options;
     bool isArchive = false;  // whether a motion that states no rate has kArchiveRate
-    // If given, called with the values of each frame that has rows of at least half of the bones.
-    // It is not called for an incomplete last frame.
+    // If this function is set, it is called with the values of each frame that has at least half as
+    // many rows as a frame should have. It is not called for an incomplete last frame.
     std::function<void(const AmcValues&)> onFrame;
 };
 

@@ -88,9 +88,9 @@ bool HasBits(std::uint64_t bits, unsigned count) {
     return count == 0 && bits == 0;
 }
 
-// `length` is the number of bytes before the line feed. Whether these bytes begin with a gap and
-// hold exactly `values` decimals. A decimal may begin with "-", needs a digit before its point, and
-// has no exponent.
+// Whether the first `length` bytes, which end before a line feed, begin with a gap and hold exactly
+// `values` decimals. A decimal may begin with "-", needs a digit before its point, and has no
+// exponent.
 bool AreDecimals(const Kinds& kinds, unsigned length, unsigned values) {
     const std::uint64_t line = (std::uint64_t{1} << length) - 1;
     const std::uint64_t digits = kinds.digits & line;

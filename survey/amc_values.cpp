@@ -137,8 +137,9 @@ void AmcValues::ApplyRow(const AmcFrame& frame, const AmcRow& row, std::vector<A
         Store(row, dof, words[dof], events);
 }
 
-// Splits words that hold several numbers, if the row then has `expected` words. Such numbers have
-// commas between them, or only a sign. Otherwise returns the given words.
+// Splits words that hold several numbers. The numbers of such a word have commas between them, or
+// each number after the first has a sign. Returns the split words if there are `expected` of them.
+// If there are more or fewer, returns `words` unchanged.
 std::span<const std::string_view> AmcValues::SplitRow(std::span<const std::string_view> words,
                                                       const AmcRow& row, std::size_t expected,
                                                       std::vector<AmcEvent>& events) {

@@ -20,9 +20,11 @@ struct AmcEvent {
         // The bone has no dofs, or :FORCE-ALL-JOINTS-BE-3DOF gives it more values than it has dofs.
         // The values without a dof are ignored; all of them are 0.
         NoDof,
-        NoDofLost,    // the same as NoDof, but one of the ignored values is not 0
-        Fewer,        // the row has fewer values than the bone has dofs; the row is ignored
-        More,         // the row has too many values, or is the bone's second one; it is ignored
+        NoDofLost,  // the same as NoDof, but one of the ignored values is not 0
+        Fewer,      // the row has fewer values than the bone has dofs; the row is ignored
+        // The row has too many values, or the frame already has a row of this bone. The row is
+        // ignored.
+        More,
         Missing,      // `count` bones that should have a row have none
         Glued,        // words that hold several numbers were split
         Comma,        // the row has decimal commas

@@ -41,8 +41,8 @@ class Writer {
     void WriteFrames() {
         FrameNumbers::Rewriter numbers(motion_.numbers);
         AmcScan scan(source_.Text());
-        // The frame before the current one, if it was copied without reading its values. Otherwise
-        // null.
+        // Start of the previous frame in the text if that frame was copied without reading its
+        // values; null if its values were read.
         const char* held = nullptr;
         for (const char* at = motion_.header.frames; at < motion_.end;) {
             std::uint32_t number = 0;

@@ -78,9 +78,10 @@ class Hierarchy {
             findings_.Add({code, Severity::Error, at, message, bone});
     }
 
-    // Finds the root's name. If a line begins with "root", that is the name. Otherwise the name is
-    // the first word that begins a line and is not the name of a bone. Whole numbers are passed
-    // over, because a motion would take them for frame numbers. Without such a word, it is "root".
+    // Finds the root's name. If a line begins with "root", that is the name. If no line does, the
+    // name is the first word that begins a line and is not the name of a bone. Whole numbers are
+    // passed over, because in a motion they would be read as frame numbers. If no line begins with
+    // such a word, the name is "root".
     void NameRoot() {
         std::string name;
         double number = 0.0;
@@ -157,8 +158,8 @@ class Hierarchy {
         return false;
     }
 
-    // Fills `order` with all bones: parents come before their children, and otherwise the order is
-    // that of the file. Reports an error if a bone is its own ancestor.
+    // Fills `order` with all bones: parents come before their children. Apart from that, the bones
+    // stay in the order of the file. Reports an error if a bone is its own ancestor.
     void OrderBones() {
         // By bone: 1 while it waits for its parent, 2 when it is in `order`.
         std::vector<std::uint8_t> state(bones_.size());

@@ -24,8 +24,8 @@ std::string OneWord(std::string name) {
     return name.empty() ? "skeleton" : name;
 }
 
-// Finds the first line that begins with a colon, after the line that holds `at`. Returns where the
-// colon is, or `end` if there is no such line.
+// Searches the lines after the one that holds `at` for the first that begins with a colon. Returns
+// where the colon is, or `end` if there is no such line.
 const char* FindSection(const char* at, const char* end) {
     while (at < end) {
         at = std::find_if(at, end, IsLineEnd);

@@ -22,9 +22,10 @@ void ReadAsfUnits(AsfContext& context);
 void ReadAsfRoot(AsfContext& context);
 void ReadAsfBones(AsfContext& context);
 
-// Reads the :hierarchy sections. `starts` has the position after the keyword of each; there must be
-// at least one. Gives bones their parents and children, and fills in `skeleton.order`. `hasRoot`
-// says that there is a :root section; if there is none, an error is reported.
+// Reads the :hierarchy sections. `starts` has one position for each of these sections: the end of
+// its keyword. There must be at least one section. Gives bones their parents and children, and
+// fills in `skeleton.order`. `hasRoot` says that there is a :root section; if there is none, an
+// error is reported.
 void ReadAsfHierarchy(FindingList& findings, const std::vector<const char*>& starts, bool hasRoot,
                       AsfSkeleton& skeleton);
 

@@ -17,7 +17,8 @@ class AsfValues {
   public:
     AsfValues(AsfWords& words, FindingList& findings) : words_(words), findings_(findings) {}
 
-    // Fills `numbers`. Fails if the file has more or fewer numbers. Messages call them `what`.
+    // Reads as many numbers as `numbers` has elements. Fails if more or fewer numbers follow the
+    // keyword. `what` is the name of the numbers in messages.
     bool ReadNumbers(const AsfWord& keyword, const std::string& what, std::span<AsfNumber> numbers);
     // Reads all limits that follow. They may be infinite. Fails if their count is odd, or if a word
     // that is not a number follows on the same line.

@@ -67,7 +67,8 @@ class HeaderReader {
     }
 
   private:
-    // Parses "Frames:" and the count. Returns false if the next word does not begin them.
+    // Parses "Frames:" and the count. Returns false if the next word is not this keyword, or if the
+    // keyword was parsed before.
     bool ReadFrames() {
         const BvhWord keyword = words_.Peek();
         if (framesSeen_ || !BeginsWithWord(keyword.text, "Frames")) return false;
@@ -84,7 +85,8 @@ class HeaderReader {
         return true;
     }
 
-    // Parses "Frame Time:" and the seconds. Returns false if the next word does not begin them.
+    // Parses "Frame Time:" and the seconds. Returns false if the next word does not begin this
+    // keyword, or if the keyword was parsed before.
     bool ReadTime() {
         const BvhWord keyword = words_.Peek();
         if (timeSeen_) return false;
@@ -117,9 +119,10 @@ class HeaderReader {
     }
 
     // Reads the value of a keyword. `rest` is the part of the keyword's word that begins with the
-    // colon. If text follows the colon there, that is the value. Otherwise the next word on the
-    // line is the value. Otherwise it is a number that is alone on the next line, but not in a
-    // motion of one channel, where that may be a row. Without a value, the result's text is empty.
+    // colon. If text follows the colon in `rest`, that text is the value. If not, but another word
+    // follows on the line, that word is the value. If the line ends there, the value may be a
+    // number that is alone on the next line. In a motion of one channel, such a number may be a
+    // row, so it is not taken. If there is no value, the result's text is empty.
     BvhWord ReadValue(const BvhWord& keyword, std::string_view rest) {
         BvhWord value = keyword;
         if (!rest.empty() && rest[0] == ':') rest.remove_prefix(1);

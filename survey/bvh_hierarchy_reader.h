@@ -1,7 +1,8 @@
 // Reads the hierarchy of a BVH section. Tolerates the deviations from the format that occur in
-// files. Braces may touch other words. Line ends separate words, like blanks; but they also end
-// names and comments, and the text after "End Site". After a complete list of numbers or channels,
-// a word on another line that is none of these ends the list.
+// files. Braces may touch other words. A line end separates words, as a blank does. It also ends a
+// name, a comment, or the text after "End Site". A list of numbers or channels may go on over
+// several lines. Once the list is complete, it ends before a line that begins with a word of
+// another kind.
 #pragma once
 
 #include <cstddef>
@@ -51,8 +52,8 @@ class BvhHierarchyReader {
     FindingList& findings_;
     BvhSection* section_ = nullptr;
     std::uint32_t current_ = kNoParent;  // index of the innermost joint whose brace is open
-    // Words that touch each other form a run. Whether the first word of the current run looks like
-    // a number.
+    // Words without white space between them form a run. This tells whether the first word of the
+    // current run looks like a number.
     bool afterNumber_ = false;
 };
 

@@ -41,8 +41,8 @@ std::vector<std::uint32_t> ParentsByIndentation(const std::vector<BvhJoint>& joi
     return parents;
 }
 
-// Whether the parents by indentation fit the braces that exist: each of them must be the parent by
-// braces or one of its ancestors.
+// Whether the parents by indentation fit the braces that exist. Each of these parents must be the
+// joint's parent by braces, or an ancestor of that parent.
 bool IndentationFits(const std::vector<BvhJoint>& joints,
                      const std::vector<std::uint32_t>& parents) {
     if (parents.empty()) return false;

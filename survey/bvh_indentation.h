@@ -6,10 +6,12 @@
 
 namespace survey {
 
-// If the braces of joints are still open where the section's motion begins, reports these joints.
-// They end there. A joint's parent by indentation is the nearest earlier joint that is indented
-// less. If this parent is, for every joint, the parent by braces or one of its ancestors, all
-// joints get their parents by indentation. Otherwise they keep their parents by braces.
+// Reports the joints whose braces are still open where the section's motion begins. Then parents
+// are looked for by indentation: the parent of a joint is the nearest earlier joint that is
+// indented less and is not an end site. The parents by indentation are used only if all of them fit
+// the braces that the file has. To fit, a parent must be the parent by braces or an ancestor of
+// that parent. If they do not fit, all joints keep their parents by braces, and the open joints end
+// at the motion.
 void CloseOpenBraces(BvhSection& section, FindingList& findings);
 
 }  // namespace survey

@@ -207,8 +207,8 @@ class LinesReader {
         read_.values.reserve(read_.values.size() + (expected + expected / 16) * row_.size());
     }
 
-    // Stores a line that begins with text, until a row follows. The line then counts as a row too,
-    // if it has one value for each channel and at most half of the values are not numbers.
+    // Stores a line that begins with text if it has one value for each channel and at least half of
+    // the values are numbers. If a row follows, the stored line counts as a row too.
     void KeepForLater() {
         if (values_ != channels_ || 2 * notFinite_.count > values_) return;
         kept_.push_back(read_.lines.size() - 1);
@@ -241,8 +241,8 @@ class LinesReader {
         if (otherCommas_.count > 0) Add(read_.mixed, otherCommas_);
     }
 
-    // To be called for each line with a wrong number of values. Checks whether the first value of
-    // these lines rises by a constant.
+    // To be called for each line with a wrong number of values. Checks whether the first value
+    // rises by a constant from one of these lines to the next.
     void CheckCounter() {
         const double value = row_.empty() ? kNoNumber : row_[0];
         const double step = value - lastCounter_;

@@ -30,15 +30,16 @@ WordKind ReadRowWord(std::string_view word, double& value);
 struct BvhLine {
     const char* at = nullptr;  // the line's first word
     std::uint32_t line = 0;    // the line's number in the file, counted from 1
-    // Number of values. A word of several numbers, such as "1-2", counts as that many values. But
-    // if the line has as many words as there are channels, each word counts as one value.
+    // Number of values in the line. If the line has one word for each channel, each word counts as
+    // one value. In all other lines, a word of several numbers, such as "1-2", counts as several
+    // values.
     std::uint32_t values : 28;
     std::uint32_t isPlain : 1;   // whether the plug-in reads every word as the number that it is
     std::uint32_t isSplit : 1;   // whether splitting words gives one value for each channel
     std::uint32_t hasGlued : 1;  // whether a word counts as several values
-    // Whether the line is text and not a row. Text begins with a word that is neither a number nor
-    // has a comma. But such a line counts as a row if most of its values are numbers, it has one
-    // for each channel, and a row follows.
+    // Whether the line is text and not a row. Text begins with a word of WordKind::Other without a
+    // comma. Such a line still counts as a row if three conditions are met: it has one value for
+    // each channel, at least half of the values are numbers, and a row follows.
     std::uint32_t isText : 1;
 };
 
@@ -58,7 +59,7 @@ struct BvhLines {
     std::vector<double> values;
     OddValue notFinite;  // words that are not finite numbers
     OddValue glued;      // words of several numbers, such as "1-2", that are split
-    // `commas` and `mixed` are about all lines except those of text.
+    // `commas` and `mixed` are about all lines that do not begin like text.
     OddValue commas;  // decimal commas
     // Commas that may not be decimal commas, because their line also has points or their word is
     // not a number.

@@ -49,7 +49,8 @@ class PlainReader {
 
   private:
     // Whether the plug-in finds the section's first word. If a NUL byte is before that word, the
-    // text ends there for the plug-in. A vertical tab or form feed would be a part of the word.
+    // text ends there for the plug-in. If a vertical tab or a form feed is directly before the
+    // word, the plug-in takes it for a part of the word.
     bool IsReached() const {
         const char* before = section_.at.at;
         while (before > textStart_ && IsSeparator(before[-1]))

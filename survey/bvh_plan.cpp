@@ -13,7 +13,7 @@
 namespace survey {
 namespace {
 
-// These are multiplied by the figure's size.
+// Each of the following three limits is multiplied by the figure's size.
 constexpr double kConstantRange = 1e-6;  // the most that a constant position varies
 constexpr double kRelativeRange = 1e-4;  // the most that a relative position differs from 0
 constexpr double kLeastOffset = 2e-4;    // a shorter OFFSET counts as 0
@@ -147,8 +147,8 @@ struct Joints {
     }
 };
 
-// Adds the joints to the finding with this code of an earlier section. Returns false if there is no
-// such finding.
+// If an earlier section has a finding with this code, adds the joints to it and returns true. If
+// there is no such finding, returns false.
 bool AddToEarlier(std::string_view code, const Joints& joints, FindingList& findings) {
     if (!findings.AddAgain(code, Severity::Note, joints.count)) return false;
     findings.Find(code)->mended |= joints.areMended;

@@ -27,9 +27,9 @@ struct BvhPlan {
     // Whether positions of joints below the root are relative to OFFSET in the file. The mended
     // text then has the sums of position and OFFSET.
     bool addsOffsets = false;
-    // Whether re-expressed rotations are listed x y z. Only the plug-in reads this order as a
-    // rotation about x first. If false, they are listed z y x, which every reader reads as a
-    // rotation about x first.
+    // Whether re-expressed rotations are listed x y z. In this order, only the plug-in lets the
+    // rotation about x act first. If false, they are listed z y x, and every reader lets the
+    // rotation about x act first.
     bool listsXyz = false;
 };
 
@@ -38,11 +38,11 @@ struct BvhPlan {
 // whether an end site loses rotations. The rows of the section need not have been read.
 bool PlanRotations(const BvhSection& section, bool bones, BvhPlan& plan, FindingList& findings);
 
-// Plans the joints below the root that list positions, and reports them. If the positions are
-// relative to OFFSET, the OFFSETs are added to them. If `bones`, the joints are also changed so
-// that bones can be built. If there are no frames, nothing is reported. In that case, if `bones`
-// and if there are such joints, their position channels are left out, and the result is true. In
-// all other cases the result is false.
+// Decides how the joints below the root that list positions are written, and reports them. If the
+// positions are relative to OFFSET, the OFFSETs are added to them. If `bones`, the joints are also
+// changed so that bones can be built. If the section has no frames, nothing is reported. If it has
+// no frames and `bones` is true, the position channels of these joints are left out. Returns true
+// only if channels are left out for this reason.
 bool PlanPositions(const BvhSection& section, const BvhFrames& frames, bool bones, BvhPlan& plan,
                    FindingList& findings);
 

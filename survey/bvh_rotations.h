@@ -1,5 +1,5 @@
 // Converts rotations that are listed in any order to angles about x, y and z. The rotation about x
-// acts first, that about z last. The angles do not jump from frame to frame.
+// acts first, the rotation about z acts last. The angles do not jump from frame to frame.
 #pragma once
 
 #include <array>

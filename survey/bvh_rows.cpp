@@ -90,9 +90,10 @@ class RowsReader {
         return true;
     }
 
-    // Whether the frames are not one line each. Then most lines have another number of values than
-    // there are channels. Either each line holds one or more whole frames, or every frame is split
-    // into lines in the same way.
+    // Whether the frames are not one line each. Two conditions must be met. First, most lines have
+    // another number of values than there are channels. Second, each line holds one or more whole
+    // frames, or every frame is split into lines in the same way. The result is false if a word
+    // holds several numbers, or if text comes between rows.
     bool IsStream() const {
         const std::size_t channels = section_.channels;
         const auto& lines = read_.lines;
@@ -119,7 +120,7 @@ class RowsReader {
         return true;
     }
 
-    // Reads value after value and ignores line ends. The plug-in does the same, so that this is not
+    // Reads value after value and ignores line ends. The plug-in does the same, so this is not
     // reported.
     void ReadStream() {
         read_.notFinite = {};
@@ -234,9 +235,9 @@ class RowsReader {
         findings_.AddAgain(code, Severity::Warning, odd.count - 1);
     }
 
-    // Replaces each value that is not finite by the last finite value of the channel before it. If
-    // there is none before it, uses the first finite value of the channel; if the channel has none
-    // at all, uses 0. Returns false, and replaces nothing, if too many values are not finite.
+    // Replaces each value that is not finite by the channel's value in the frame before. Before the
+    // channel's first finite value, that value is used. If a channel has no finite value, 0 is
+    // used. Returns false, and replaces nothing, if too many values are not finite.
     bool RepairValues() {
         const std::size_t count = read_.notFinite.count;
         if (count == 0) return true;

@@ -13,8 +13,9 @@ namespace survey {
 
 // Where the values of a frame are in the text.
 struct BvhRow {
-    // The first word. The others follow it, perhaps on further lines. If the frame's own line has a
-    // wrong number of values, this is the first word of the row whose values it gets instead.
+    // The first word of the row. The other words follow it, perhaps on further lines. If the
+    // frame's own line has a wrong number of values, the frame gets the values of another row. In
+    // that case, this is the first word of that other row.
     const char* at = nullptr;
     std::uint32_t line = 0;  // number of the frame's own line, counted from 1
     bool isPlain = true;     // whether the plug-in reads each word as the number that it is

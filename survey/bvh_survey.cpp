@@ -254,8 +254,9 @@ class BvhSurveyor {
             orders.push_back(order);
     }
 
-    // Reports the figure's shape. It is found from poses of the first section that are spread over
-    // all its frames.
+    // Reports the figure's shape. It is computed from the first section. If the section has more
+    // than kMostPoses frames, the poses of kMostPoses frames are used; these are spread evenly over
+    // the section.
     void ExamineShape() {
         const BvhPart& part = parts_.front();
         FigureShape shape;

@@ -80,8 +80,9 @@ void BvhWords::Advance() {
 }
 
 // Returns where the name that begins at `first` ends: at the end of the line, or before the "{"
-// that opens the joint's body. A "{" without white space before it may belong to the name. It does
-// if its word is the last one of the line and the next word is a "{", which then opens the body.
+// that opens the joint's body. A "{" without white space before it belongs to the name if two
+// conditions are met. First, the word that contains it is the last word of its line. Second, the
+// next word begins with "{", which opens the body.
 const char* BvhWords::NameEnd(const char* first) const {
     const char* const brace =
         std::find_if(first, End(), [](char c) { return IsLineEnd(c) || c == '{'; });

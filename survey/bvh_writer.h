@@ -1,7 +1,7 @@
 // Writes the mended text of a BVH file. Keywords get their usual letter case, lines end with line
 // feeds, each frame has one row, and the number of frames is correct. Every reader that follows the
-// rules of the format reads the text as it is meant. The only exception is BvhPlan::listsXyz, an
-// order of rotations that only the plug-in reads in that way.
+// rules of the format reads the text as it is meant. The only exception is a text that is written
+// with BvhPlan::listsXyz: only the plug-in reads its rotations as they are meant.
 #pragma once
 
 #include <cstddef>
