@@ -25,7 +25,8 @@ class CRef {
     std::uint32_t part_ = 0;
 };
 
-// The base class of all handles. A handle is a reference with the operations of what it refers to.
+// The base class of all handles. A handle is a reference with functions. The functions are the
+// operations that the host offers for what the handle refers to.
 // The operations of an empty handle do nothing; they return an empty result or a failing status.
 class ZELK_API CBase {
   public:

@@ -42,7 +42,8 @@ class ZELK_API Zelk3DObject : public Zelk::SceneItem {
                              const Zelk::CString& name, Zelk::ChainRoot& chain);
     // Makes `objects` children of this object. They keep their local transforms, but an effector
     // keeps its global transform. Fails and changes nothing if one of them is a bone, or this
-    // object itself, or an object on which this object's transform depends, such as its parent.
+    // object itself, or an object on which this object's transform depends, such as this object's
+    // parent.
     Zelk::CStatus AddChild(const Zelk::CRefArray& objects);
 };
 

@@ -40,8 +40,8 @@ class ZELK_API CValue {
         if (type_ == Type::String) ReleaseString();
     }
 
-    // For the host, which receives values of any type. The plug-in only reads doubles and
-    // references.
+    // The host calls this function, because it receives values of any type. The plug-in does not
+    // need it, because it only reads doubles and references.
     Type GetType() const noexcept { return type_; }
     // The number; 0 if the value is not a number.
     double AsDouble() const noexcept {

@@ -11,12 +11,12 @@
 namespace {
 
 // If the magnitude of the pitch angle's cosine is not above this limit, the scalar path is used.
-// The scalar path computes the angle with asin, which is inaccurate so close to gimbal lock. So the
-// vector loops would give another result. The scalar path's own limit for gimbal lock is much
-// smaller.
+// The scalar path computes the pitch angle with asin, which is inaccurate so close to gimbal lock.
+// The vector loops do not use asin, so their result would differ from that of the scalar path. The
+// scalar path has its own limit for gimbal lock, which is much smaller.
 constexpr double kNearGimbalLock = 1e-2;
-// If an angle differs from 180 or -180 by less than this many degrees, rounding errors may decide
-// which of the two angles the result is.
+// In degrees. If an angle differs from 180 or from -180 degrees by less than this, rounding errors
+// may decide its sign.
 constexpr double kNearHalfTurn = 1e-9;
 
 RotationKernel ChooseKernel() {
@@ -43,8 +43,8 @@ bool IsHalfTurn(double degrees) {
 }
 
 // Whether the vector loops and the scalar path choose the same sign for an angle of 180 degrees.
-// They do if one of the input angles is zero and the product has no further factors. Each element
-// of the matrix is then one product, not a sum, so rounding cannot change its sign.
+// They do if one of the input angles is zero, and `before` and `after` are null. Each element of
+// the matrix is then one product, not a sum, so rounding cannot change its sign.
 bool IsExact(const double angles[3], const RotationProduct& product) {
     if (product.before != nullptr || product.after != nullptr) return false;
     return angles[0] == 0.0 || angles[1] == 0.0 || angles[2] == 0.0;

@@ -11,12 +11,14 @@
 inline constexpr std::size_t kRotationBlock = 128;
 
 // The rotations to convert, one in each lane. A lane has three angles, angle[0][lane] to
-// angle[2][lane], in degrees. All lanes are read, so an unused lane must be set, too, to any value.
+// angle[2][lane], in degrees. All lanes are read, so unused lanes must be set, too. Any value will
+// do for them.
 struct RotationBlock {
     alignas(64) double angle[3][kRotationBlock];
 };
 
-// How the matrix of a lane is computed. R(axis, angle) is a rotation; the first factor acts first:
+// How the matrix of a lane is computed. R(axis, angle) is the matrix of a rotation by `angle` about
+// `axis`. The matrix of the lane is the following product; its leftmost factor acts first:
 // before * R(axis[0], angle[0]) * R(axis[1], angle[1]) * R(axis[2], angle[2]) * after
 struct RotationProduct {
     int axis[3] = {0, 1, 2};              // 0 is x, 1 is y, 2 is z; the three must differ

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Up to this magnitude of the cosine, acos is more accurate than asin.
+// If the magnitude of an angle's cosine is at most this, acos is more accurate than asin.
 constexpr double kArcCosineLimit = 0.70710679;
 // If the magnitude of the pitch angle's cosine is at most this, the rotation is at gimbal lock.
 constexpr double kGimbalLockCosine = 1e-5;
