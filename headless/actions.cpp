@@ -107,8 +107,8 @@ void SceneEditor::CreateClip(Node& model, const ActionSource& motion) {
 
 void SceneEditor::Apply(ActionSource& action, Node& owner, Node& model) {
     bool hasCurves = false;
-    // Items of one object mostly follow each other and share the text of its name, so the object is
-    // looked up only when that text is not the one of the item before.
+    // Items of one object mostly follow each other and share the text of its name. So the object is
+    // looked up only for an item that does not share this text with the item before it.
     const wchar_t* name = nullptr;
     const Object* object = nullptr;
     for (const ActionItem& item : action.items) {

@@ -50,8 +50,8 @@ bool MakePerpendicular(Vector& vector, const Vector& unit) {
     if (!Normalise(vector)) return false;
     RemoveComponent(vector, unit);
     if (std::hypot(vector[0], vector[1], vector[2]) < kParallel) return false;
-    // The remaining vector may be so short that its rounding errors are relatively large. Doing the
-    // same once more removes these errors.
+    // The remaining vector may be so short that its rounding errors are relatively large. Removing
+    // the component once more corrects them.
     if (!Normalise(vector)) return false;
     RemoveComponent(vector, unit);
     return Normalise(vector);
@@ -142,8 +142,8 @@ void SceneEditor::PlaceEffector(Node& chainRoot, const double end[3]) {
 
     const Transform seen = SeenFrom(global, around);
     SetLocal(effector, seen);
-    // If the root is the parent, the rotation is exactly zero, but the computed rotation has
-    // rounding errors.
+    // If the chain root is the effector's parent, the exact rotation is zero. The computed rotation
+    // has rounding errors, so it is replaced by zero.
     if (effector.parent == &chainRoot) std::fill_n(effector.local.begin() + 3, 3, 0.0);
 }
 

@@ -24,8 +24,10 @@ Referent ReferentAt(const SceneEditor& editor, const Arguments& arguments, std::
     return index < arguments.GetCount() ? editor.Resolve(arguments[index].AsRef()) : Referent();
 }
 
-// The model and the action that the first two arguments refer to. A pointer is null if its argument
-// refers to something else. All pointers are null if an argument after the first two is not empty.
+// The model and the action that the first two arguments refer to, and the owner of the action.
+// `model` is null if the argument for it does not refer to a model. `action` and `actionOwner` are
+// null if the argument for the action does not refer to an action. All three are null if an
+// argument after the first two is not empty.
 struct ModelAndAction {
     Node* model = nullptr;
     ActionSource* action = nullptr;

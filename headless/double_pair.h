@@ -9,7 +9,7 @@ namespace headless {
 
 struct DoublePair {
     double high;
-    double low;  // its magnitude is at most a few times the last bit of `high`
+    double low;  // its magnitude is at most a few units in the last bit of `high`
 };
 
 // The exact sum a + b (D. E. Knuth, The Art of Computer Programming, volume 2, 4.2.2, theorem B).

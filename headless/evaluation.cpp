@@ -50,8 +50,8 @@ struct Entry {
     Transform localTransform;  // `local` as a transform
 };
 
-// For each KeyAxis, the interval between two keys that a frame is in. Up to four of them are stored
-// without an allocation, which is enough for most motions.
+// For each KeyAxis of a motion, the interval that contains the frame. Up to four intervals are
+// stored without an allocation, which is enough for most motions.
 class Intervals {
   public:
     explicit Intervals(std::size_t count) : many_(count > few_.size() ? count : 0) {}

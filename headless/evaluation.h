@@ -32,7 +32,7 @@ class ZELK_API MotionEvaluator {
     // Computes the global transform of each object of Objects() at `frame`. `frame` may have a
     // fraction and has the same unit as the key times. `globals` must have as many elements as
     // Objects(). Values between two keys are interpolated linearly. Before the first key the value
-    // of the first key is used; after the last key, that of the last key.
+    // of the first key is used; after the last key, the value of the last key.
     void Evaluate(double frame, std::span<Transform> globals) const;
     // Computes the local transform of each object of Objects() at `frame`, as seen from its parent.
     // `locals` must have as many elements as Objects().

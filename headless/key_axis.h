@@ -35,13 +35,13 @@ class KeyAxis {
     std::span<const double> sorted_;
     // Used only if the times had to be sorted; `sorted_` then refers to it.
     std::vector<double> ownTimes_;
-    std::vector<std::size_t> order_;  // for each element of `ownTimes_`, the index of its key
+    std::vector<std::size_t> order_;  // the index of the key that ownTimes_[i] belongs to
 };
 
 inline double ValueAt(const std::vector<double>& values, const KeyAxis::Interval& interval) {
     const double before = values[interval.before];
-    // So the result is exact at a key, and an infinite value is not multiplied by 0, which would
-    // give NaN.
+    // At a key the result is the exact value of the key. The formula below would multiply by 0,
+    // which gives NaN if one of the two values is infinite.
     if (interval.share == 0.0) return before;
     return before + (values[interval.after] - before) * interval.share;
 }

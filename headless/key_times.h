@@ -1,5 +1,5 @@
-// The times of a motion's keys, in frames. Items that are not active are skipped, because they have
-// no effect on the motion.
+// The times of a motion's keys, in frames. Action items that are not active are skipped, because
+// they have no effect on the motion.
 #pragma once
 
 #include <vector>
@@ -10,9 +10,9 @@
 namespace headless {
 
 // Calls `visit(times)` with the array of key times of each active curve. The times may be in any
-// order and need not be finite. Curves with the same times mostly follow each other and share one
-// array, which is then visited only once. If another array was visited in between, a shared array
-// is visited again.
+// order and need not be finite. If curves that share one array follow each other, the array is
+// visited only once. If a curve with another array is between them, the shared array is visited
+// again.
 template <class Visit>
 void WalkKeyTimes(const ActionSource& motion, Visit visit) {
     const std::vector<double>* last = nullptr;

@@ -30,7 +30,7 @@ Zelk::CString NameTable::Reserve(const Zelk::CString& name, std::uint32_t id) {
         return name;
     }
 
-    // If this adds an entry, its key shares the text that the table has already.
+    // If this adds an entry, its key shares the text of the name in `reserved_`.
     Numbers& numbers = numbers_[present->name];
     std::wstring numbered(View(name));
     Zelk::CString reserved;
@@ -45,7 +45,7 @@ Zelk::CString NameTable::Reserve(const Zelk::CString& name, std::uint32_t id) {
     };
     while (numbers.freed) {
         // The smallest freed number is tried. It may be in use again, because the name with this
-        // number was reserved directly. The number is removed from `freed` in either case.
+        // number was reserved directly. The number is removed from `freed` even then.
         const bool done = reserveNumbered(*numbers.freed->begin());
         numbers.freed->erase(numbers.freed->begin());
         if (numbers.freed->empty()) numbers.freed.reset();

@@ -14,10 +14,11 @@
 
 namespace headless {
 
-// The names that are in use for the items of one owner. No two items have the same name. If a
-// wanted name is in use, a number is appended to it: the smallest one, counted from 1, that makes
-// the name unique. The number of names in the table hardly affects the time that a call takes. The
-// table shares the texts of the names with the objects that have them.
+// The names that are in use for one kind of things, for example for the actions of a model. No two
+// of these things have the same name. If a wanted name is in use, a number is appended to it: the
+// smallest one, counted from 1, that makes the name unique. The number of names in the table hardly
+// affects the time that a call takes. The table shares the texts of the names with the records that
+// have them.
 class ZELK_API NameTable {
   public:
     // Reserves `name`, if necessary with a number appended, and returns the reserved name. From now
@@ -29,7 +30,7 @@ class ZELK_API NameTable {
     std::uint32_t Find(std::wstring_view name) const;
 
   private:
-    // A text to look up. The hash of the text is stored, because computing the hash of a long name
+    // A name to look up. The hash of the name is stored, because computing the hash of a long name
     // takes time.
     struct Key {
         explicit Key(std::wstring_view name)
@@ -61,8 +62,8 @@ class ZELK_API NameTable {
         }
     };
 
-    // The numbers that were appended to one name. All numbers below `next` are in use, except those
-    // in `freed`. Some numbers in `freed` may be in use again.
+    // The numbers that were appended to one name. All numbers from 1 to `next` - 1 are in use,
+    // except those in `freed`. Some numbers in `freed` may be in use again.
     struct Numbers {
         std::uint64_t next = 1;
         std::unique_ptr<std::set<std::uint64_t>> freed;

@@ -98,8 +98,8 @@ void RenameIn(NameTable& table, Item& item, std::wstring_view defaultName,
 }  // namespace
 
 // The tables in which the name of `object` is reserved while it is under `parent`. The name of a
-// model is unique in up to three tables: that of the scene root, which has all models, that of the
-// model above it, and its own.
+// model is unique in up to three tables: the table of the scene root, which has the names of all
+// models, the table of the model above it, and the model's own table.
 std::vector<NameTable*> SceneEditor::TablesOf(Node& object, Node& parent) const {
     ModelData& around = *ModelOf(parent).modelData;
     if (object.type != ObjectType::Model) return {&around.objectNames};

@@ -9,7 +9,7 @@
 namespace headless {
 
 // Calls `visit(object, depth)` for `root`, whose depth is 0, and for all objects under it. Every
-// parent is visited before its children, and the children are visited in their order. The walk
+// parent is visited before its children. Siblings are visited from the first to the last. The walk
 // allocates nothing. `visit` must not change the scene.
 template <class Visit>
 void WalkObjects(const Object& root, Visit visit) {

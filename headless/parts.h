@@ -20,7 +20,8 @@ namespace part {
 
 inline constexpr std::uint32_t kSelf = 0;
 
-// Parts of a scene object. The channels follow each other in the order of `Channel`.
+// Parts of a scene object. The first channel has the number kFirstChannel; the others have the
+// numbers after it, in the order of the enumeration Channel.
 inline constexpr std::uint32_t kKinematics = 1;
 inline constexpr std::uint32_t kLocalState = 2;
 inline constexpr std::uint32_t kFirstChannel = 3;
@@ -29,8 +30,8 @@ inline constexpr std::uint32_t kFirstChannel = 3;
 inline constexpr std::uint32_t kAnimEnd = 1;
 inline constexpr std::uint32_t kFirstItem = 2;
 
-// Parts of a property. Each parameter is followed by its curve. The parameters are in the order in
-// which they were added.
+// Parts of a property. Parameter i, counted from 0 in the order in which the parameters were added,
+// has the number kFirstCurveParameter + 2 * i. Its curve has the next number.
 inline constexpr std::uint32_t kFirstCurveParameter = 1;
 
 // Parts of the user interface.

@@ -77,8 +77,8 @@ const Transform& SceneEditor::Global(Node& object) {
     return *object.global;
 }
 
-// Marks the global transform of the object, and all transforms that depend on it, as invalid. If it
-// is invalid already, those that depend on it are invalid, too, and there is nothing to do.
+// Marks the global transform of the object, and all transforms that depend on it, as invalid. If
+// the object's global transform is invalid already, so are all transforms that depend on it.
 void SceneEditor::Invalidate(Node& object) noexcept {
     if (!object.globalValid) return;
     object.walkNext = nullptr;
@@ -120,7 +120,7 @@ void SceneEditor::KeepTransformsOf(const Node& chainRoot) noexcept {
 
 // Drops the global transforms of all elements of the chain. Does nothing if the chain's effector is
 // outside the chain, or if an object that is not in the chain is under one of its elements. In
-// these cases another transform may have been computed from those of the chain.
+// these cases a global transform that stays valid may have been computed from those of the chain.
 void SceneEditor::DropTransforms(Node& chainRoot) noexcept {
     const ChainData& chain = *chainRoot.chainData;
     Object* const effector = chain.effector;

@@ -103,8 +103,8 @@ void SceneEditor::LeaveChain(Node& dying, std::vector<Node*>& shortened) {
     if (dying.chainRoot == nullptr) return;
     ChainData& chain = *dying.chainRoot->chainData;
     if (dying.type == ObjectType::ChainRoot) {
-        // An effector that is not under the root is not deleted with it. It keeps its transform and
-        // belongs to no chain any more.
+        // An effector that is not under the chain root is not deleted with the root. The effector
+        // keeps its transform and belongs to no chain any more.
         if (chain.effector != nullptr && !IsDying(chain.effector))
             chain.effector->chainRoot = nullptr;
         return;
@@ -114,7 +114,8 @@ void SceneEditor::LeaveChain(Node& dying, std::vector<Node*>& shortened) {
         chain.effector = nullptr;
         return;
     }
-    // If a bone is dying, the bones after it are under it and are dying, too. So the last bone is.
+    // The bones after a dying bone are under it, so they are dying, too. So if any bone is dying,
+    // the last bone is dying.
     if (chain.bones.empty() || !IsDying(chain.bones.back())) return;
     if (chain.effector != nullptr && !IsDying(chain.effector)) Invalidate(AsNode(*chain.effector));
     while (!chain.bones.empty() && IsDying(chain.bones.back()))

@@ -29,8 +29,9 @@ struct Object;
 
 // The keys of a curve: values[i] belongs to times[i]. The times may be in any order and need not be
 // finite. Both pointers are null until keys are set. The arrays never change afterwards, so an
-// action item that is made from a curve shares the curve's arrays. If the keys of two curves are
-// set one after the other and have the same times, the curves share the array of times.
+// action item that is made from a curve shares the curve's arrays. Two curves
+// share the array of times if they get keys with the same times one directly after the other, and
+// if no older keys are kept.
 struct Keys {
     std::shared_ptr<const std::vector<double>> times;
     std::shared_ptr<const std::vector<double>> values;
@@ -158,8 +159,8 @@ struct ZELK_API Object {
     Object* model = nullptr;
     // The local transform: posx, posy, posz, rotx, roty, rotz. x rotates first, then y, then z; the
     // translation comes last. The scene itself computes the position of a bone: (length of the bone
-    // before it, 0, 0), or zero for the first bone. It also computes the whole transform of an
-    // effector, which is at the end of the last bone.
+    // before it, 0, 0), or zero for the first bone. The scene also computes the whole
+    // transform of an effector, which is at the end of the last bone.
     std::array<double, 6> local{};
     double length = 0.0;  // the length of a bone; 0 for other objects
     // The root of the chain that a bone or an effector belongs to; for a chain root, the object
@@ -187,17 +188,19 @@ class ZELK_API Scene {
     // All objects without the scene root, in the order in which they were made.
     std::vector<const Object*> Objects() const;
     std::vector<const Object*> Models() const;
-    // The result is null if no object, or no action, has that id.
+    // FindObject returns null if no object has that id; FindAction returns null if no action has
+    // it.
     const Object* FindObject(std::uint32_t id) const;
     const ActionSource* FindAction(std::uint32_t id) const;
-    // "Model" or "Model.Object". The full name of an action, a group or a property is the full name
-    // of its owner, a dot, and its own name. The result is empty if the id is unknown.
+    // The full name of an object is "Model" or "Model.Object". The full name of an action, a group
+    // or a property is the full name of its owner, a dot, and its own name. The result is empty if
+    // the id is unknown.
     Zelk::CString FullName(std::uint32_t id) const;
 
-    // The object and the channel that a target in an action of `model` names. `object` is null if
-    // there is no such object or channel. A target without an object's name ("kine.local.posx") is
-    // a channel of the model itself. The time of the search does not depend on the number of
-    // objects.
+    // The object of `model` and the channel that the target of an action item names. `object` is
+    // null if there is no such object or channel. A target without an object's name
+    // ("kine.local.posx") is a channel of the model itself. The time of the search does not depend
+    // on the number of objects.
     struct Target {
         const Object* object = nullptr;
         Channel channel = Channel::PosX;
@@ -210,7 +213,8 @@ class ZELK_API Scene {
     // The object called `name` in the model, or the model itself if `name` is empty. Null if there
     // is no such object.
     const Object* FindIn(const Object& model, std::wstring_view name) const;
-    // The target's object is null if `object` is null or has no such channel.
+    // Target::object of the result is null if the parameter `object` is null or has no such
+    // channel.
     static Target TargetOn(const Object* object, Channel channel);
 
     struct Impl;

@@ -206,8 +206,8 @@ const Object* SceneEditor::ModelAround(const Node& object) const {
     return object.parent == nullptr ? nullptr : object.parent->model;
 }
 
-// All old names are freed before the first new one is given. Otherwise the old name of one moved
-// object could prevent another one from keeping its name.
+// All old names are freed before the first new name is given. If they were not, the old name of one
+// moved object could prevent another moved object from keeping its name.
 void SceneEditor::MoveToModel(const std::vector<Node*>& moved, Object* model, Node& parent) {
     std::vector<Zelk::CString> names;
     names.reserve(moved.size());
@@ -221,8 +221,8 @@ void SceneEditor::MoveToModel(const std::vector<Node*>& moved, Object* model, No
     }
 }
 
-// An object that moves into another model gets a name that is unique in that model. So do all
-// objects under it, but the contents of a model keep their names.
+// If the object moves into another model, the object and all objects under it get names that are
+// unique in that model. But the objects in a moved model stay in that model and keep their names.
 void SceneEditor::Adopt(Node& parent, Node& object) {
     Object* const model = &parent == &records_.root ? nullptr : parent.model;
     const Object* const before = ModelAround(object);

@@ -69,8 +69,8 @@ class SceneEditor {
     // The object, or the scene root, that `ref` refers to. Null if it refers to something else,
     // such as a part of an object.
     Node* ObjectOf(const Zelk::CRef& ref) const;
-    // Like the function above, but also null if the object has another type. The type of the scene
-    // root is Model.
+    // Like the function above, but also null if the object's type is not `type`. The type of the
+    // scene root is Model.
     Node* ObjectOf(const Zelk::CRef& ref, ObjectType type) const;
     // Empty if the referent has no name.
     Zelk::CString NameOf(const Referent& referent) const;
@@ -102,7 +102,7 @@ class SceneEditor {
     // Searches for a property with this full name. If there is none, it searches for a property
     // with this own name.
     Property* FindProperty(std::wstring_view name) const;
-    // Searches for an object by its own name, which is without the model's name.
+    // Searches for an object whose own name, without the name of its model, is `name`.
     Node* FindByBareName(std::wstring_view name) const;
 
     // --- values ---
@@ -157,8 +157,8 @@ class SceneEditor {
     bool AreObjects(const Zelk::CRefArray& objects) const;
     bool CanReparent(Node& parent, const Zelk::CRefArray& objects) const;
     void Adopt(Node& parent, Node& object);
-    // The model in which the object is; for a model, the model above it. Null if that is the scene
-    // root.
+    // The nearest model above the object, also if the object itself is a model. Null if only the
+    // scene root is above it.
     const Object* ModelAround(const Node& object) const;
     // Makes the objects belong to `model`, which is null for the scene root, and gives them names
     // that are unique there. `parent` is the object under which they are moved.
@@ -185,8 +185,9 @@ class SceneEditor {
     Node& PoseSource(const Node& object) const;
     Transform SeenFromPoseSource(const Node& object) const;
     void Invalidate(Node& object) noexcept;
-    // Called after a chain was made. Adds the chain to `latestChains`, the chains whose global
-    // transforms stay stored, and calls DropTransforms for the chain that it replaces there.
+    // Called after a chain was made. `latestChains` lists the chains whose global transforms stay
+    // stored. This function adds the new chain to the list in place of the oldest one, and calls
+    // DropTransforms for the oldest one.
     void KeepTransformsOf(const Node& chainRoot) noexcept;
     void DropTransforms(Node& chainRoot) noexcept;
     // Notes that the local transform of the effector has to be computed again. Does nothing if

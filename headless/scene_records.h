@@ -33,7 +33,7 @@ struct Node : Object {
     std::unique_ptr<Transform> global;
     Node* walkNext = nullptr;  // the next object in the current walk
     union {
-        Node* dirtyNext = nullptr;  // of an effector: the next in Scene::Impl::dirtyEffectors
+        Node* dirtyNext = nullptr;  // of an effector: see Scene::Impl::dirtyEffectors
         std::uint32_t boneIndex;    // of a bone: its index in ChainData::bones
     };
 
@@ -57,7 +57,8 @@ inline const Node& AsNode(const Object& object) {
     return static_cast<const Node&>(object);
 }
 
-// What an id refers to. It is std::monostate if that was deleted or was never made.
+// What an id refers to: an object, an action, a group or a property. The slot holds std::monostate
+// if nothing was made with that id, or if it was deleted.
 using Slot = std::variant<std::monostate, std::unique_ptr<Node>, ActionSource*, Group*, Property*>;
 
 // Returns the record of type Record in the slot. Null if `slot` is null or holds something else.
@@ -93,8 +94,8 @@ struct HEADLESS_HIDDEN Scene::Impl {
     // oldest one. The chain whose id is replaced loses its stored global transforms.
     std::array<std::uint32_t, 1024> latestChains{};
     std::size_t nextLatestChain = 0;  // the index of the oldest id in `latestChains`
-    // The first of the effectors whose `effectorDirty` is true; `dirtyNext` links to the next one.
-    // Between operations the list is empty, unless memory ran out.
+    // The first effector in the list of those whose `effectorDirty` is true. `dirtyNext` points to
+    // the next effector in the list. Between operations the list is empty, unless memory ran out.
     Node* dirtyEffectors = nullptr;
     std::weak_ptr<const std::vector<double>> lastTimes;  // the times of the keys that were set last
 };

@@ -41,7 +41,8 @@ ProgressBar UIToolkit::GetProgressBar() const {
     return ProgressBar(CRef(headless::kInterfaceId, headless::part::kProgressBar));
 }
 
-// These functions change what the bar shows, though not the handle, so they are not const.
+// These functions do not change the handle, but they change what the bar shows. So they are not
+// const.
 // NOLINTBEGIN(readability-make-member-function-const)
 void ProgressBar::PutMinimum(std::int32_t value) {
     RecordEvent(*this, Operation::PutMinimum, {BarEvent::Kind::Minimum, value, {}});

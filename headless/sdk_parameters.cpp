@@ -27,8 +27,8 @@ constexpr std::uint32_t ChannelPart(std::size_t channel) {
 constexpr std::uint32_t kLengthPart = ChannelPart(static_cast<std::size_t>(Channel::BoneLength));
 
 // The value of the parameter that `ref` refers to: a number, or a reference to the parameter's
-// curve. `referent` is what `ref` refers to. The value is empty if that is not a parameter with a
-// value.
+// curve. `referent` is what `ref` refers to. The result is empty if `ref` does not refer to a
+// parameter, or if the parameter has no value.
 CValue OwnValue(const SceneEditor& editor, const CRef& ref, const Referent& referent) {
     if (referent.kind == Kind::Channel) return editor.ValueOf(*referent.object, referent.channel);
     if (referent.kind == Kind::AnimEnd) return referent.action->animEnd;

@@ -10,7 +10,7 @@ namespace headless {
 void Session::Impl::AddLog(LogLine line) {
     log.push_back(std::move(line));
     // The listener gets a copy, because it may add further lines, and adding lines can move the
-    // vector's items.
+    // elements of `log` in memory.
     if (onLog) onLog(LogLine(log.back()));
 }
 

@@ -60,7 +60,7 @@ class ZELK_API Session {
     // Reset or Release from a listener, nor while a command of the plug-in runs.
     void Reset();
     // Moves the scene, the log, the bar and the commands out, in a time that does not depend on
-    // their size. GetScene() then returns a new, empty scene, in which ids go on from the old ones.
+    // their size. GetScene() then returns a new, empty scene, whose ids follow the old ids.
     // The objects and records of the released scene keep their addresses. Handles (see host/) to
     // its objects become invalid. Only a handle to the scene root stays valid; it then refers to
     // the root of the new scene. Release does not change the listeners, the cancel button, or

@@ -16,8 +16,8 @@ struct SplitTarget {
     std::optional<Channel> channel;
 };
 
-// Both members are empty if `target` is neither the path of a channel, nor a name, a dot and the
-// path of a channel.
+// `target` can be the path of a channel, or an object's name, a dot and the path of a channel. If
+// it has neither form, both members of the result are empty.
 inline SplitTarget Split(std::wstring_view target) {
     for (std::size_t index = 0; index < kChannelCount; ++index) {
         if (!target.ends_with(kChannelPaths[index])) continue;

@@ -1,7 +1,7 @@
 // For tests: makes a chosen call of an operation fail, and presses the cancel button at a chosen
 // poll. A poll is one reading of the cancel button. This header is not installed; the library
-// exports these functions only for the project's own tests. They act on Session::Current(). Its
-// Reset undoes what they did.
+// exports these functions only for the project's own tests. They act on Session::Current().
+// Session::Reset undoes what they did.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace headless {
 
 // Makes one later call of `operation` ("AddNull", "SetKeys", …) fail. The failing call returns a
 // failing status or an empty result and changes nothing. `call` says which one fails; 1 is the next
-// call. An operation has at most one such fault: a new one replaces the old one, and `call` 0
+// call. An operation can have only one failing call: a new `call` replaces the old one, and 0
 // removes it. Throws std::invalid_argument for an unknown operation. A host command counts as two
 // operations: "ExecuteCommand" and its own name.
 ZELK_API void FailOperation(std::string_view operation, std::uint64_t call);
@@ -25,7 +25,7 @@ ZELK_API std::uint64_t OperationCalls(std::string_view operation);
 ZELK_API const std::vector<std::string_view>& FaultyOperations();
 
 // The cancel button reads as pressed from the `poll`-th poll on. Polls are counted from 1 since the
-// session's last Reset; with 0 this function never presses the button.
+// session's last Reset. If `poll` is 0, an earlier call of this function has no effect any more.
 ZELK_API void PressCancelAtPoll(std::uint64_t poll);
 // Sets the value that a pressed cancel button reads as. Without this call it is automation true
 // (-1).

@@ -91,11 +91,12 @@ Transform FromLocal(const std::array<double, 6>& local) {
             {local[0], local[1], local[2]}};
 }
 
-// The matrix is M = Rx * Ry * Rz. First z is computed from the first row of M. Then x and y are
-// computed from M * Rz^-1, which is Rx * Ry. At gimbal lock z may be any angle. That needs no
-// special case, because x is computed for the z that was chosen, from a sine and a cosine of which
-// one is large. Rz is the rotation by z as it is returned, which is rounded to a double. So the
-// sine and the cosine of z are those of the first row, rotated by the rounding error `turn`.
+// The matrix is M = Rx * Ry * Rz. First z is computed from the first row of M, as the direction of
+// the vector (cosine, sine). Then x and y are computed from M * Rz^-1, which is Rx * Ry. Here Rz is
+// the rotation by the returned z, which is rounded to a double. `turn` is the rounding error in
+// radians. The vector is rotated by -turn, so that its direction is the returned z. At gimbal lock
+// M can be computed from any z, if x is right for that z. x is always computed for the returned z,
+// so gimbal lock needs no special case.
 std::array<double, 3> AnglesOf(const double axes[3][3]) {
     // If the vector (cosine, sine) is shorter than this, it consists of rounding errors, and z is
     // set to 0.
