@@ -16,11 +16,11 @@ class CAcclaimImport : public CMocapImportBase {
     CAcclaimImport();
     ~CAcclaimImport() override;
 
-    // Whether values of a motion are clamped to the limits in the skeleton file.
+    // If `apply` is true, values of a motion are clamped to the limits in the skeleton file.
     void ApplyLimits(bool apply) { parser.ApplyLimits(apply); }
-    // With true, `multiplier` replaces the length factor of the skeleton file and scales the root's
-    // translations as well. With false, `multiplier` is ignored: the present factor is used until a
-    // skeleton file gives another one.
+    // If `overrideMultiplier` is true, `multiplier` replaces the length factor of every skeleton
+    // file, and the root's translations are multiplied by it too. If it is false, `multiplier` is
+    // ignored. The present factor then stays in use until a skeleton file gives another factor.
     void OverrideLengthMultiplier(bool overrideMultiplier, double multiplier) {
         parser.OverrideLengthMultiplier(overrideMultiplier, multiplier);
     }

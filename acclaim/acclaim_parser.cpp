@@ -61,8 +61,8 @@ const char* AcclaimParser::GetNextAccString() {
     }
 }
 
-// The last line may be long and have many tokens. A position in it is stored, so that it is
-// searched for a line feed only once.
+// The last line may be long and have many tokens. When the search for a line feed fails for the
+// first time, the position is stored. From there on, the line feed is not searched for again.
 bool AcclaimParser::SkipLine() {
     if (stringFile.GetPosition() >= lastLinePosition) return false;
     if (stringFile.GotoNextLine()) return true;

@@ -50,11 +50,11 @@ class AcclaimParser : public MocapParser {
     // Parses the frames, and stores keys in every channel for which the frames have values.
     std::int32_t ParseAMC();
 
-    // With true, `multiplier` replaces the length factor of the skeleton file and scales the root's
-    // translations as well. With false, `multiplier` is ignored: the present factor is used until a
-    // skeleton file gives another one.
+    // If `overrideMultiplier` is true, `multiplier` replaces the length factor of every skeleton
+    // file, and the root's translations are multiplied by it too. If it is false, `multiplier` is
+    // ignored. The present factor then stays in use until a skeleton file gives another factor.
     void OverrideLengthMultiplier(bool overrideMultiplier, double multiplier);
-    // Whether values of a motion are clamped to the limits in the skeleton file.
+    // If `apply` is true, values of a motion are clamped to the limits in the skeleton file.
     void ApplyLimits(bool apply) { applyLimits = apply; }
 
     // Returns the first node with that name, or null if there is none. Upper and lower case of
@@ -65,7 +65,8 @@ class AcclaimParser : public MocapParser {
 
   private:
     struct ChannelTokens;
-    // The bones that the frames have named so far, in that order, and the values parsed so far.
+    // The bones that were found so far, in the order in which the frames name them, and the values
+    // parsed so far.
     struct Motion;
 
     // Returns the next token that is not in a comment, or null at the end of the file. A comment
@@ -76,9 +77,9 @@ class AcclaimParser : public MocapParser {
     bool SkipLine();
 
     // --- asf_parser.cpp, asf_bonedata.cpp, asf_hierarchy.cpp ---
-    // The caller consumes the keyword of a section before it calls the handler. The handler parses
-    // the section, but does not consume the keyword of the next section. A negative result is a
-    // failure.
+    // Each handler parses one part of an ASF file. The caller has already moved past the keyword
+    // with which the part begins. The handler does not move past the keyword of the next part. A
+    // negative result is a failure.
     std::int32_t HandleName();
     std::int32_t HandleUnits();
     std::int32_t HandleDocumentation();
@@ -101,8 +102,8 @@ class AcclaimParser : public MocapParser {
     std::int32_t EndLeaves();
 
     // --- asf_values.cpp ---
-    // Parses three numbers. `expected` has three messages: one for each number, used if that number
-    // is missing.
+    // Parses three numbers into `vector`. `expected[i]` is the error message for the case that
+    // number `i`, counted from 0, is missing.
     std::int32_t ParseVector(double* vector, const wchar_t* const* expected);
     std::int32_t ParseAxisOrder(const char*& order, const wchar_t* unknown);
     std::int32_t ParseRootOrder(MOCAPMODEL& root);
@@ -112,8 +113,8 @@ class AcclaimParser : public MocapParser {
     std::int32_t ParseChannels(MOCAPMODEL& node, const ChannelTokens& tokens);
     // Converts `angles` to the x, y and z angles of the same rotation. `angles[i]` is about the
     // axis `order[i]`, and the rotation of the last letter acts first. In the result, the x
-    // rotation acts first. If `order` is "xyz", the angles are not changed. All angles have the
-    // unit of the file.
+    // rotation acts first. There is one exception: if `order` is "xyz", the angles stay unchanged.
+    // All angles have the unit of the file.
     void ConvertToXYZ(double* angles, const char* order) const;
     // Converts three angles from the file's unit to degrees.
     void ConvertToDegrees(double* angles) const;
@@ -129,10 +130,10 @@ class AcclaimParser : public MocapParser {
     std::int32_t ParseBoneValues(const MOCAPMODEL& bone, AmcKeyLists& keys);
     double ConvertValue(const CHANNELS& channel, double value) const;
     std::int32_t AttachKeys(Motion& motion);
-    // Reports the warning if the allowance `warnings` is large enough. If not, only counts the
-    // warning.
+    // Reports the warning if its characters fit into the allowance `warnings`. If they do not fit,
+    // only counts the warning.
     void Warn(const std::wstring& message);
-    // If warnings were only counted, reports one more warning with their number.
+    // If Warn has only counted some warnings, reports their number in one more warning.
     void WarnOfOthers() const;
 
     // Limits the number of characters in all warnings about one file. A limit is needed because a

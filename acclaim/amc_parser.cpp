@@ -26,9 +26,9 @@ struct AcclaimParser::Motion {
     // The number of animated nodes of the skeleton, minus one for each unknown bone name in the
     // frames.
     std::int32_t animatedNodes = 0;
-    // The bones in the order in which a frame names them. Bones are never removed. There are never
-    // more bones than `animatedNodes`, and a frame has at least that many names. So each later
-    // frame has values for all of them.
+    // The bones in the order in which a frame names them. Bones are never removed. In each frame,
+    // the parser reads at least `animatedNodes` names, and `slots` never has more bones than that.
+    // Each later frame therefore has values for all bones in `slots`.
     std::vector<MOCAPMODEL*> slots;
     std::unordered_set<const MOCAPMODEL*> inSlots;  // the bones in `slots`
     AmcKeyLists keys;                               // the values of these bones

@@ -25,7 +25,7 @@ void MoveToEnd(const MOCAPMODEL& bone, MOCAPMODEL& node) {
 }  // namespace
 
 // hierarchy = "begin" { line } "end"
-// Each `line` of this grammar ends at the end of its line in the file.
+// In the file, each `line` begins on a new line, and ends where that line ends.
 std::int32_t AcclaimParser::HandleHierarchy() {
     const char* token = GetNextAccString();
     if (token == nullptr || !EqualsIgnoringCase(token, "begin"))

@@ -26,8 +26,8 @@ Zelk::CStatus CAcclaimImport::ImportSkeleton(const Zelk::CString& asfFile,
         status = OpenSkeleton(asfFile, name);
         if (status.Succeeded()) status = BuildSkeleton(name);
     } catch (const std::bad_alloc&) {
-        // While a file is parsed, a lack of memory has the status kFail, as every failure of
-        // ParseASF. The recorded message tells the reason.
+        // If memory runs out while the file is parsed, the status is kFail, because BuildSkeleton
+        // returns kFail for every failure of ParseASF. The recorded message tells the reason.
         status = FailForMemory(parsing ? kFail : kOutOfMemory);
     }
     Clear(!status.Succeeded());

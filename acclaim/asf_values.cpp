@@ -37,9 +37,9 @@ std::uint8_t ChannelTypeOf(std::span<const ChannelToken> known, const char* toke
     return kEmptySlot;
 }
 
-// Returns whether the type in the slot after `slot` is also in one of the slots from 0 to `slot`.
-// That next slot has a type only if an earlier line filled it. It is intended that a channel may be
-// named twice in one line.
+// Returns whether one of the slots from 0 to `slot` has the same type as slot `slot + 1`. That slot
+// has a type only if an earlier line of the file filled it. A channel that is named twice in one
+// line is therefore not found. This is intended.
 bool RepeatsChannel(const MOCAPMODEL& node, std::size_t slot) {
     if (slot + 1 == MOCAPMODEL::kSlotCount) return false;
     const std::uint8_t type = node.channels.TypeAt(slot + 1);

@@ -15,7 +15,7 @@ class NodeNames {
     void Clear() { nodes_.clear(); }
     void Add(const char* name, std::uint32_t node);
     std::uint32_t Find(const char* name);
-    // Removes the index that Find returns for this name. The name must have at least one node.
+    // Removes the index that Find returns for this name. At least one node must have this name.
     void RemoveFirst(const char* name);
 
   private:

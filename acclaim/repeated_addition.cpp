@@ -35,9 +35,9 @@ std::size_t StepsInside(double sum, double step) {
 // the sum stays in this range, every addition changes it by the same step. Many additions can
 // therefore be replaced by one multiplication. There is one exception: if an exact sum is half way
 // between two doubles, it is rounded to the double whose last bit is zero. After one such addition
-// the last bit stays zero, and all further additions change the sum by the same step. The step is
-// therefore the difference between the third sum and the second sum. The first sum may be affected
-// by the exception.
+// the last bit stays zero, and all further additions change the sum by the same step. The exception
+// may affect the first sum. The step is therefore the difference between the second sum and the
+// third sum.
 double AddRepeatedly(double sum, double term, std::size_t times) {
     while (times > kFew) {
         const double first = sum + term;

@@ -2,6 +2,6 @@
 
 #include <cstddef>
 
-// Returns, to the last bit, what `sum` would be after `times` repetitions of `sum += term`. The
-// running time hardly depends on `times`.
+// Returns the value that `sum` has after `sum += term` was executed `times` times. The result is
+// the same to the last bit. The running time hardly depends on `times`.
 double AddRepeatedly(double sum, double term, std::size_t times);

@@ -42,8 +42,8 @@ class CBiovisionImport : public CMocapImportBase {
         CBiovisionImport& importer_;
     };
 
-    // Parses a section from after its HIERARCHY keyword to its last value. Returns
-    // mocap::kEndOfFile when the file ends without a motion. Errors are recorded.
+    // Parses a section from after its HIERARCHY keyword to its last value. `current` must be null.
+    // Returns mocap::kEndOfFile when the file ends without a motion. Errors are recorded.
     std::int32_t ParseBVH(MOCAPMODEL* current);
     std::int32_t ParseMotion();
     void ShowMotionProgress();

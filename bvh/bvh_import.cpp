@@ -159,8 +159,8 @@ Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
 
 // Limits what a file with many short sections can create. Even a section without channels or
 // frames, which needs few bytes of the file, gets a model, two actions and a group. The names of
-// these objects contain `name`, and so do the commands that the host records. Each section
-// therefore copies `name` up to 12 times.
+// these objects contain `name`, and so do the commands that the host records. Each such section
+// is therefore counted as 12 copies of `name`.
 std::int32_t CBiovisionImport::CountSection(const Zelk::CString& name) {
     if (channelCount > 0 && frameCount > 0) return kOk;
     if (!sectionsLeft.Reserve())

@@ -113,7 +113,8 @@ std::int32_t BvhParser::ParseName(NodeKind kind, MOCAPMODEL& node) {
 
 // The name of an end site contains its parent's name. If end sites are nested, or if many end sites
 // have a parent with a long name, their names may need far more memory than the file has bytes. The
-// names are therefore counted. Returns false if the allowance of the file is used up.
+// characters of the parent's name are therefore counted. Returns false if the allowance of the file
+// for derived names is used up.
 bool BvhParser::AllowsEndSiteName(const MOCAPMODEL* parent) {
     return parent == nullptr || allowances.derivedNames.Reserve(std::strlen(parent->name.get()));
 }

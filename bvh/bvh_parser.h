@@ -12,8 +12,8 @@
 class BvhParser : public MocapParser {
   public:
     // The range of the progress bar includes at most this many steps for the values of the motion.
-    // While the values are parsed, the bar may advance by more steps than this number, but never by
-    // more than 99.
+    // While the values are parsed, the bar may advance by more steps. If the file has a value for
+    // each channel and frame, it advances by at most 99 steps.
     static constexpr std::uint32_t kValueSteps = 50;
 
     // Stores references to the four arguments, so they must outlive the parser.
@@ -24,8 +24,8 @@ class BvhParser : public MocapParser {
     void Reset();
 
     // Parses the text from after the HIERARCHY keyword up to and including the MOTION keyword.
-    // `current` is the node to which the next nodes belong. It must be null at the start of a
-    // section. Returns mocap::kEndOfFile if the file ends without a MOTION.
+    // `current` is the parent of the next node. It must be null at the start of a section. Returns
+    // mocap::kEndOfFile if the file ends without a MOTION.
     std::int32_t ParseHierarchy(MOCAPMODEL* current);
     // Parses the text from after the MOTION keyword to the last value. On success, every channel of
     // the section has a key for each frame.

@@ -97,7 +97,7 @@ Zelk::CStatus CMocapImportBase::CreateBonesSkeleton() {
     } catch (const std::bad_alloc&) {
         return Zelk::status::kOutOfMemory;
     }
-    // If there are too many chains, the import fails before the first one is created.
+    // If there are too many chains, the import fails before it creates the first chain.
     if (!allowances.chains.Reserve(CountChains(chains)))
         return FailForCount(L"bone chains and nulls at their ends", allowances.chains);
     for (BoneChain* const chain : sorted) {

@@ -8,8 +8,10 @@
 // chain has at least one node. It does not own its nodes.
 using BoneChain = std::vector<MOCAPMODEL*>;
 
-// Returns the chain that ends at `last`. The chain begins after the nearest ancestor that has
-// several children or no bone child, or at the nearest detached ancestor.
+// Returns the chain that ends at `last`. The function adds one ancestor of `last` after the other.
+// It stops before an ancestor that has several children or no bone child. It also stops after it
+// has added a detached ancestor or the root of the skeleton. The last node that was added is the
+// first node of the chain.
 BoneChain GatherChain(MOCAPMODEL* last);
 
 // Compares two chains by the depth of their first node, then by their number of nodes. `a` and `b`

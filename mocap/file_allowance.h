@@ -38,8 +38,9 @@ struct FileAllowances {
     // In an ASF file, the six bytes of an empty ":root" section create a node. Nodes with content
     // need more bytes.
     FileAllowance nodes{1024, 1, 16};
-    // Counts the chains, of three objects each, and the nulls at their ends. Even if every joint
-    // branches, a chain with channels needs more than 40 bytes of the file.
+    // Limits how many chains, and nulls at the ends of chains, are created. Each chain has at least
+    // three objects. Even if every joint branches, a chain with channels needs more than 40 bytes
+    // of the file.
     FileAllowance chains{40000, 1, 40};
 
     // Resets every allowance for a file of `fileSize` bytes.

@@ -29,21 +29,22 @@ class CMocapImportBase : protected MocapSkeleton {
     CMocapImportBase& operator=(const CMocapImportBase&) = delete;
 
     // `nulls`: the skeleton becomes nulls instead of bone chains. `fromParentJoint`: a chain starts
-    // at the parent joint of its first node, unless that node is detached and has a bone child.
-    // `effectorUnderBone`: each chain's effector becomes a child of its last bone. `group`: the
-    // animated objects are put into a group.
+    // at the parent joint of its first node. If its first node is detached and has a bone child,
+    // the chain always starts at this node. `effectorUnderBone`: each chain's effector becomes a
+    // child of the chain's last bone. `group`: the animated objects are put into a group.
     void SetOptions(bool nulls, bool fromParentJoint, bool effectorUnderBone, bool group);
 
     // Returns the last recorded message, or an empty string if there was no error. Stores the line
-    // and the column at which the reader was when the error was recorded, counted from 0. Each of
-    // the pointers may be null.
+    // and the column at which the reader was when the error was recorded, counted from 0. A pointer
+    // may be null if the caller does not need its number.
     const Zelk::CString& GetLastError(std::uint32_t* line, std::uint32_t* column) const;
     // Whether the error was recorded while a file was parsed. The line of the error has a meaning
     // only in this case.
     bool WasParsing() const { return parsing; }
 
-    // Return the objects of the last import. A handle is empty if the import failed before it
-    // created the object.
+    // Return the objects of the last import. The result is empty if the import did not create the
+    // object. If an import fails early, for example because it cannot read its file, the objects of
+    // an earlier import are returned.
     Zelk::Model GetLastModel() const { return lastModel; }
     Zelk::ActionSource GetLastBasePose() const { return lastBasePose; }
     Zelk::ActionSource GetLastMotion() const { return lastMotion; }
@@ -81,15 +82,15 @@ class CMocapImportBase : protected MocapSkeleton {
     std::int32_t RecordParserError(const MocapParser& parser, std::int32_t status);
 
     // --- rotation_order.cpp ---
-    // Stores pointers to the node's rotation slots in `list`, at most three, in slot order. Does
-    // not change the other items of `list`.
+    // Stores pointers to the node's first three rotation slots in `list`, in slot order. If the
+    // node has fewer rotation slots, the rest of `list` is not changed.
     static void GetAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
     // If the node has one or two rotation channels, adds the missing ones, with zeros as values.
     // Stores the existing channels in `list`, in slot order, and after them the new channels.
     // If the node has no rotation channel, returns mocap::kNoRotation, and `list` has three null
     // pointers.
     std::int32_t AllocateAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
-    // Rewrites the keys of every node whose rotations are not listed x before y before z.
+    // Converts the keys of every node whose rotation channels are not in the order x, y, z.
     std::int32_t FixRotationsOrder();
 
     // --- nulls_skeleton.cpp ---
@@ -109,12 +110,12 @@ class CMocapImportBase : protected MocapSkeleton {
     Zelk::CStatus CreateChainObjects(const BoneChain& chain);
     Zelk::CStatus CreateChainBones(const BoneChain& chain, Zelk3DObject& parent,
                                    Zelk::ChainRoot& root, Zelk::ChainEffector& effector);
-    // Creates a chain with one bone, which goes from `start` to `end`. It is stored as the bone of
-    // `start`.
+    // Creates a chain with one bone, which goes from `start` to `end`. Stores the bone in
+    // `start->bone`, and the chain's root and effector in `root` and `effector`.
     Zelk::CStatus CreateBoneChain(MOCAPMODEL* start, MOCAPMODEL* end, Zelk3DObject& parent,
                                   Zelk::ChainRoot& root, Zelk::ChainEffector& effector);
-    // Adds a bone to the end of the chain `root`. The new bone ends at `end`. It is stored as the
-    // bone of `start`.
+    // Adds a bone to the end of the chain with this root. The new bone ends at `end`. It is stored
+    // in `start->bone`.
     Zelk::CStatus CreateBone(MOCAPMODEL* start, MOCAPMODEL* end, Zelk::ChainRoot& root);
     void AddBoneBasePose(MOCAPMODEL& node);
 
@@ -125,8 +126,8 @@ class CMocapImportBase : protected MocapSkeleton {
     std::int32_t FixBonesRotations();
 
     // --- action_curves.cpp ---
-    // Copies `frameCount` keys to the curve. Then adds the curve to the motion, for the parameter
-    // of this channel type.
+    // Copies the first `frameCount` of the keys to `fcurve`. Then adds `fcurve` to the motion, for
+    // the parameter of `object` that belongs to the channel type.
     Zelk::CStatus AddFCurve(Zelk3DObject object, std::uint8_t channelType, const MOCAP_RAWKEY* keys,
                             Zelk::FCurve& fcurve);
     // Adds the present value of a parameter to the base pose. If `value` is not null, also stores
@@ -167,7 +168,7 @@ class CMocapImportBase : protected MocapSkeleton {
     Zelk::Model lastModel;
     Zelk::ActionSource lastBasePose;
     Zelk::ActionSource lastMotion;
-    CIFPlugProgressBar* progressBar = nullptr;  // owned by the running import; null without one
+    CIFPlugProgressBar* progressBar = nullptr;  // owned by the running import; null between imports
 
   private:
     const Zelk::CString outOfMemory;  // built in advance, while memory is available

@@ -14,7 +14,7 @@ struct MOCAP_RAWKEY {
     double value;  // degrees for rotations, file units for positions and lengths
 };
 
-// The keys of a channel, one for each frame, or null if the channel has no motion. The keys of
+// The keys of a channel, one for each frame, or null if the channel has no keys. The keys of
 // several channels may be in one block of memory. Therefore the pointer is shared, and the block is
 // freed when none of these channels needs it.
 using KeyArray = std::shared_ptr<MOCAP_RAWKEY[]>;
@@ -62,9 +62,9 @@ struct MOCAPMODEL {
         double maxLimit = 0.0;
     };
 
-    // The seven slots of a node. Most nodes of a large file have no channel, so the memory of the
-    // slots is allocated at the first call of operator[]. Before that call, begin() and end() are
-    // an empty range.
+    // The seven slots of a node. Each slot is empty or has one channel. Most nodes of a large file
+    // have no channel, so the memory of the slots is allocated at the first call of operator[].
+    // Before that call, the range from begin() to end() is empty.
     class ChannelSlots {
       public:
         CHANNELS* begin() { return slots_.get(); }
@@ -88,7 +88,7 @@ struct MOCAPMODEL {
     std::unique_ptr<char[]> name;  // the bytes from the file, or made by the parser
     MOCAPMODEL* parent = nullptr;  // null for a root
     std::uint32_t childCount = 0;
-    std::uint32_t boneChildCount = 0;  // children that were not detached when they were attached
+    std::uint32_t boneChildCount = 0;  // how many children were not detached when they were added
     std::uint32_t depth = 0;           // 0 for a root
     bool isDetached = false;           // not joined to its parent by a rigid bone
     double offset[3] = {};             // from the parent, in file units
@@ -101,7 +101,8 @@ struct MOCAPMODEL {
     double length = 0.0;         // Acclaim, already multiplied by the length factor
     Zelk::ChainBone bone;        // the bone of this node in the scene, or empty
     Zelk::Null nullObject;       // the null of this node in the scene, or empty
-    double basePose[7] = {};     // values from the host; the index is the channel type - 1
+    // The values of the host's parameters in the base pose. The index is the channel type - 1.
+    double basePose[7] = {};
 };
 
 // Returns a copy of `text` followed by `tail`, or null when memory runs out.

@@ -13,7 +13,8 @@ class ParseMonitor {
     virtual bool IsCancelled() { return false; }
     // Asks the monitor to advance the progress bar by `steps`.
     virtual void Advance(unsigned int /*steps*/) {}
-    // The parser knows the channels and the number of frames. It parses their values next.
+    // The BVH parser calls this before it parses the values of the motion. At this time it knows
+    // the channels and the number of frames.
     virtual void BeginValues() {}
     // The parser ignores something in the file and goes on. `message` says what it ignores.
     virtual void Warn(const std::wstring& /*message*/) {}

@@ -5,10 +5,10 @@
 #include "math/rotation_batch.h"
 #include "mocap/mocap_model.h"
 
-// The keys of a node's three rotation channels. Convert reads them as the three rotations of a
-// product, of which the first acts first. It writes them as x, y and z angles. `factor` and `axis`
-// point to the same three arrays. `factor[0]` is the rotation that acts first. `axis[0]` gets the x
-// angles, `axis[1]` the y angles and `axis[2]` the z angles.
+// The keys of a node's three rotation channels. There are three arrays of keys. `factor` and `axis`
+// point to the same three arrays, but the order may differ. Convert reads `factor`: the rotation of
+// `factor[0]` acts first, and that of `factor[2]` acts last. Convert then writes to `axis`:
+// `axis[0]` gets the x angles, `axis[1]` the y angles and `axis[2]` the z angles.
 struct RotationKeys {
     MOCAP_RAWKEY* factor[3] = {};
     MOCAP_RAWKEY* axis[3] = {};

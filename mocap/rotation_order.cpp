@@ -22,9 +22,10 @@ bool IsInOrder(const MOCAPMODEL& node) {
     return true;
 }
 
-// In a BVH file, the first rotation of a node acts last. In an Acclaim file, it acts first. After
-// the conversion, the keys of the three slots in `list` are the x, y and z angles, in this order.
-// The caller must set the types of the slots.
+// Converts the keys of the three slots in `list`. If `firstIsOutermost` is true, the rotation of
+// `list[0]` acts last, as in a BVH file. If it is false, the rotation of `list[0]` acts first, as
+// in an Acclaim file. After the conversion, the three slots have the keys of the x, y and z angles,
+// in this order. The caller must set the types of the slots.
 void ConvertKeys(CHANNELS* const* list, std::uint32_t frameCount, bool firstIsOutermost) {
     RotationKeys keys;
     RotationProduct product;
@@ -51,7 +52,7 @@ bool AddZeroChannel(CHANNELS& slot, std::uint8_t type, const CHANNELS& like,
 
 // Describes the slots of a node for AllocateAllRotationChannels.
 struct RotationSlots {
-    int rotations = 0;        // may be more than the three that the list can have
+    int rotations = 0;        // how many rotation slots there are; the list has only three
     bool repeated = false;    // an axis is listed twice
     bool present[3] = {};     // for x, y and z: whether the node has this rotation
     CHANNELS* spare[2] = {};  // the first two empty slots

@@ -8,7 +8,8 @@
 #include "host/string.h"
 
 // Returns the full name of a parameter. It consists of the names of the object's ancestors below
-// the object `stopName`, the object's name, and the parameter's name, joined by dots. Examples:
+// the object `stopName`, the object's name, and the parameter's name, joined by dots. "kine.local"
+// is inserted before every parameter's name except "bone.length". Examples:
 // "Hips.LeftArm.kine.local.rotx" for "rotx", "B1.B2.bone.length" for "bone.length". The full name
 // always contains the object's name, even if that name is `stopName`.
 Zelk::CString GetKineParamFullName(const Zelk::CString& paramName, const Zelk::CString& stopName,

@@ -71,7 +71,7 @@ inline constexpr std::size_t kArgumentCount = 10;
 
 }  // namespace acclaim
 
-// All arguments that have no comment above are booleans. An argument is true if its
+// Every argument that has no comment in the two enumerations above is a boolean. It is true if its
 // VARIANT::boolVal is kTrue. With any other value it is false.
 inline constexpr std::uint16_t kTrue = 0xFFFF;
 inline constexpr std::uint16_t kFalse = 0;
@@ -89,8 +89,8 @@ enum VariantType : std::uint16_t {
 };
 
 // --- The log ---
-// The functions below examine one log line. `severity` and `text` are those with which the line was
-// logged. `severity` is empty if the line was logged with the host's default severity.
+// The functions below examine one log line. `severity` and `text` are the severity and the text of
+// the line. `severity` is empty if the line was logged with the host's default severity.
 
 inline constexpr std::wstring_view kErrorStart = L"ERROR";
 // The start of a log line that reports an error in a file. After it, the log line contains the line
@@ -115,8 +115,8 @@ constexpr bool IsCancelLine(std::optional<std::int32_t> severity, std::wstring_v
     return IsErrorLine(severity, text) && text.ends_with(kCancelEnd);
 }
 
-// Returns the number of models that the last line of a Biovision import contains. Returns
-// std::nullopt for all other lines.
+// If the line is the last line of a Biovision import and says how many models were imported,
+// returns this number. Returns std::nullopt for all other lines.
 constexpr std::optional<std::size_t> CountedModels(std::optional<std::int32_t> severity,
                                                    std::wstring_view text) {
     if (severity != Zelk::zkInfoSeverity || !text.starts_with(kCountStart)) return std::nullopt;
@@ -130,10 +130,9 @@ constexpr std::optional<std::size_t> CountedModels(std::optional<std::int32_t> s
     return count;
 }
 
-// Whether this line of an Acclaim import ends the import of the skeleton, so that the next lines
-// are about the motion. When the skeleton has been imported, the plug-in logs its documentation,
-// even if that text is empty. If the skeleton is imported, the documentation is the first line with
-// zkInfoSeverity.
+// Whether this line of an Acclaim import ends the import of the skeleton. The first line for which
+// the result is true is the last line about the skeleton. After a successful import, this line is
+// the documentation of the skeleton, which may be empty. After a failed import, it is the error.
 constexpr bool EndsSkeleton(std::optional<std::int32_t> severity) {
     return severity == Zelk::zkInfoSeverity;
 }

@@ -15,6 +15,7 @@ void LogMissingFileName();
 // Logs a line with zkInfoSeverity.
 void LogResult(const Zelk::CString& message);
 
-// Logs the last error of the importer. The log line is "ERROR (LINE %u): %s" if the error was found
-// while a file was parsed, and otherwise "ERROR: %s". The line number is counted from 1.
+// Logs the last error of the importer. If the error was found while a file was parsed, the log line
+// is "ERROR (LINE %u): %s". The line number in it is counted from 1. For all other errors, the log
+// line is "ERROR: %s".
 void LogFailure(const CMocapImportBase& importer);

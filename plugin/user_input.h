@@ -11,8 +11,9 @@ struct USERINPUT {
     Zelk::CString strBVHFile;
     bool bAddClip = false;   // true: a clip of the motion is created after the import
     bool bUseNulls = false;  // true: the skeleton consists of nulls; false: of bone chains
-    // true: the first bone of a chain starts at the parent joint of the chain's first node, unless
-    // that node is detached and has a bone child; false: the first bone starts at the first node
+    // true: the first bone of a chain starts at the parent joint of the chain's first node; false:
+    // the first bone starts at the first node. If the first node is detached and has a bone child,
+    // the first bone always starts at the first node.
     bool bChainFromParentJoint = false;
     bool bEffectorToLastBone = false;  // true: a chain's effector becomes a child of its last bone
     bool bCreateGroup = false;         // true: the animated objects are put into a group

@@ -51,8 +51,8 @@ std::string PathBytes(const wchar_t* path) {
     return bytes;
 }
 
-// Opens the file without blocking. Otherwise this function would not return for a pipe that no
-// process writes to.
+// O_NONBLOCK is needed for a pipe that no process writes to. Without this flag, `open` would wait
+// until a process opens the pipe for writing.
 FileHandle OpenFile(const wchar_t* path) {
     const int descriptor = open(PathBytes(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) return nullptr;

@@ -43,8 +43,8 @@ class CStringFile {
 
     // Converts the next token to a number, as atoi and atof do, and moves past the token. Returns
     // false if there is no token. Also returns false if the number is zero and the token does not
-    // begin with "0" or "-0". When it returns false, `value` is unchanged. The position is
-    // unchanged too, unless only separators were left: then it is the end of the text.
+    // begin with "0" or "-0". When the result is false, `value` is unchanged. The position is also
+    // unchanged, with one exception: if only separators were left, it is now the end of the text.
     bool GetNextInt(int& value);
     bool GetNextFloat(double& value);
 
@@ -73,7 +73,7 @@ class CStringFile {
     bool IsSeparator(char c) const { return isSeparator[static_cast<unsigned char>(c)]; }
     // Allocates memory for the file and for its longest token. Returns false when memory runs out.
     bool Allocate(std::size_t bytes);
-    // Makes the first `bytes` bytes of the buffer the text of the file. If `bytes` is 0, returns
+    // Uses the first `bytes` bytes of the buffer as the text of the file. If `bytes` is 0, returns
     // false, and the reader has no file.
     bool KeepText(std::size_t bytes);
     // Moves to the next token. Returns false at the end of the text.
@@ -93,15 +93,15 @@ class CStringFile {
     std::uint32_t position = 0;
 
     std::array<bool, 256> isSeparator{};
-    // The results of the last calls of GetCurrentLine and GetCurrentColumn. The next calls begin
-    // there, and not at the start of the file.
+    // The results of the last calls of GetCurrentLine and GetCurrentColumn. The next call begins to
+    // search at the byte offset `position`, and not at the start of the file.
     struct LineMark {
         std::uint32_t position = 0;
         std::uint32_t line = 0;
     };
     struct LineStart {
         std::uint32_t position = 0;
-        std::uint32_t start = 0;
+        std::uint32_t start = 0;  // the byte offset of the start of the line
     };
     mutable LineMark lineMark;
     mutable LineStart lineStart;
