@@ -1,5 +1,5 @@
-// Times whole imports of an ASF file with an AMC file. The benchmark counts the values of the
-// motion as its items. Each frame has 62 values.
+// Times whole imports of an ASF file with an AMC file. One item is one value of the motion. Each
+// frame has 62 values.
 #include <benchmark/benchmark.h>
 
 #include "acclaim/acclaim_import.h"

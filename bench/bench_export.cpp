@@ -27,8 +27,8 @@ void Import(const bench::BvhShape& shape, bool nulls) {
     importer.ImportBVH(std::wstring(path.begin(), path.end()).c_str(), L"bench");
 }
 
-// OutputFile::Commit is not called, so each temporary file is removed before the next one is
-// written. So the speed of the disk has little influence.
+// OutputFile::Commit is not called, so each temporary file is removed before the next temporary
+// file is written. Therefore the speed of the disk has little influence on the times.
 void BM_Export(benchmark::State& state, Writer write, bool nulls) {
     const bench::BvhShape shape{.joints = state.range(0), .frames = state.range(1)};
     Import(shape, nulls);

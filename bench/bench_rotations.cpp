@@ -61,8 +61,8 @@ void BM_Blocks(benchmark::State& state) {
 }
 
 // If the argument "framed" is 1, each product has two more factors: a fixed matrix before the three
-// rotations, and another one after them. An import needs such products for the axes of Acclaim
-// bones and for the rest poses of bones.
+// rotations, and a second fixed matrix after them. An import needs such products for the axes of
+// Acclaim bones and for the rest poses of bones.
 BENCHMARK(BM_ScalarPath)->ArgName("framed")->Arg(0)->Arg(1);
 BENCHMARK(BM_Blocks)->ArgName("framed")->Arg(0)->Arg(1);
 

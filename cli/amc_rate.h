@@ -4,8 +4,8 @@
 
 namespace cli {
 
-// Returns whether an AMC file states its rate: its first token is :SAMPLES-PER-SECOND, and the
-// second token begins with a whole number above 1.
+// Returns whether an AMC file states its rate: its first token is :SAMPLES-PER-SECOND in upper or
+// lower case, and its second token begins with a whole number above 1.
 bool StatesRate(std::istream& amc);
 
 }  // namespace cli

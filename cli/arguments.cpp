@@ -119,9 +119,9 @@ CheckRequest BuildCheckRequest(const CheckRequest& request) {
     return request;
 }
 
-// Returns those of the options that the user gave, as words of a command line. Each option occurs
-// once, with the value that was given last. The words are in the order of `options`, so they do not
-// depend on the order in which the user gave the options.
+// Returns words of a command line: those of `options` that the user gave. Each option occurs once,
+// with the last value that the user gave for it. The words are in the order of `options`, so they
+// do not depend on the order in which the user gave the options.
 std::vector<std::string> AsGiven(const std::vector<const CLI::Option*>& options) {
     std::vector<std::string> words;
     for (const CLI::Option* option : options) {
@@ -153,8 +153,9 @@ dataset::Request BuildConvertRequest(Words& words) {
     // every import.
     ImportWords& import = words.convertImport;
     ParseImportOptions(import, true);
-    // If --fps is missing and --resample has no number, the rate comes from --preset. That option
-    // is for Acclaim files only, so --resample is then passed on only to imports of such files.
+    // If --fps is missing and --resample has no number, the rate comes from --preset. Because
+    // --preset is for Acclaim files only, --resample is passed on only to imports of Acclaim files
+    // in this case.
     if (!import.fps && import.resample == kRateOfFps) {
         std::erase(words.passedOn, import.resampleOption);
         import.acclaimOptions.push_back(import.resampleOption);

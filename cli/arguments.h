@@ -35,7 +35,8 @@ enum class Progress : std::uint8_t { Auto, On, Off };
 
 struct OutputRequest {
     std::string path;
-    const exporters::Format* format = nullptr;  // the format of the path's extension; never null
+    // The format that belongs to the extension of `path`. ParseArguments sets it.
+    const exporters::Format* format = nullptr;
 };
 
 struct ImportRequest {
@@ -70,7 +71,7 @@ struct CommandRequest {
     std::string plugin;  // the path of the plug-in; empty: take::LoadPlugin looks for it
 };
 
-// The request of --help or --version: to print this text and do nothing else.
+// The request for --help and --version: print this text and do nothing else.
 struct Answer {
     std::string text;
 };
@@ -86,8 +87,7 @@ Request ParseArguments(std::span<const char* const> arguments);
 // Parses "str:TEXT", "bool:true", "word:0x10" or "real:1.5". Throws UsageError.
 RawArgument ParseRawArgument(std::string_view text);
 
-// Parses a decimal number, "inf" or "nan". Returns nullopt if the text is, or contains, anything
-// else.
+// Parses a decimal number, "inf" or "nan". Returns nullopt for any other text.
 std::optional<double> ParseNumber(std::string_view text);
 
 }  // namespace cli

@@ -22,8 +22,8 @@ survey::Options OptionsOf(const CheckRequest& request, survey::Purpose purpose) 
 
 using pairing::CaptureKind;
 
-// ParseArguments has checked that each path has the extension of a capture file, so the value of
-// value_or is never used.
+// ParseArguments has checked that each path has the extension of a capture file, so the argument of
+// value_or is never returned.
 CaptureKind KindOf(const std::string& path) {
     return pairing::KindOf(path).value_or(CaptureKind::Biovision);
 }
@@ -117,7 +117,8 @@ std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& fil
 void CheckFiles(const CheckRequest& request, survey::Purpose purpose,
                 const std::function<void(const CheckedFile&)>& each) {
     const survey::Options options = OptionsOf(request, purpose);
-    // Moving the pointer into `held` frees a group as soon as `each` has seen its last file.
+    // Each pointer is moved into `held`, so a group is freed as soon as `each` has returned for the
+    // last file of the group.
     for (std::shared_ptr<Group>& group : GroupsOf(request.files)) {
         const std::shared_ptr<Group> held = std::move(group);
         each(held->Next(options));

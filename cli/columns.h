@@ -10,8 +10,8 @@ namespace cli {
 // Returns how many columns the text takes; an East Asian character takes two.
 int DisplayWidth(std::wstring_view text);
 
-// Returns the text if it is at most `columns` wide. Otherwise cuts its end off and returns the rest
-// with an ellipsis, at most `columns` wide. `columns` must be at least 1.
+// Returns the text if it is at most `columns` wide. If the text is wider, cuts its end off and adds
+// an ellipsis, so that the result is at most `columns` wide. `columns` must be at least 1.
 std::wstring Elide(std::wstring_view text, int columns);
 
 }  // namespace cli

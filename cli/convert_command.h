@@ -6,9 +6,9 @@
 
 namespace cli {
 
-// Converts a data set. With --plan, only prints the command lines of the imports; they begin with
-// the program's name `program`. Returns the exit status. Throws UsageError, and PluginError if the
-// plug-in cannot be loaded.
+// Converts a data set. With --plan, converts nothing, but prints the command line of each import.
+// Each of these lines begins with `program`, the name by which the user called zkhost. Returns the
+// exit status. Throws UsageError, and PluginError if the plug-in cannot be loaded.
 int RunConvert(const dataset::Request& request, const std::string& program);
 
 }  // namespace cli

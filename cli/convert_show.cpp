@@ -14,7 +14,8 @@
 namespace cli {
 namespace {
 
-// The bar is redrawn after every import, because imports do not end often enough to slow it down.
+// There is no minimum time between two drawings of the bar. Imports end so seldom that drawing the
+// bar after each import takes little time.
 constexpr std::chrono::milliseconds kInterval{0};
 
 std::string Readable(const std::string& text) {

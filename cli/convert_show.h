@@ -22,8 +22,8 @@ class ConvertShow {
     // Counts a job that was run, and prints its warnings and errors. Ignores a cancelled job.
     void RecordConverted(const dataset::IndexRow& row,
                          const dataset::ReportedFindings& findings = {});
-    // Does the same for a job that was not converted, because its output is up to date or because
-    // it was refused.
+    // Counts a job that was not converted, and prints its warnings and errors. Such a job was
+    // refused, or its output is up to date. Ignores a cancelled job.
     void RecordNotConverted(const dataset::IndexRow& row,
                             const dataset::ReportedFindings& findings = {});
 

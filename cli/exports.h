@@ -8,8 +8,8 @@
 
 namespace cli {
 
-// Returns the user's options with what the import adds to them: the rate, the number of models, the
-// source, and a scale that undoes Result::multiplied.
+// Returns the user's options, completed with the result of the import: the rate, the number of
+// models and the source. The scale is divided by Result::multiplied.
 exporters::Options ExportOptionsOf(const ImportRequest& request, const take::Result& result);
 
 // Returns the record of the run. It refers to `result`, which must outlive it.

@@ -9,8 +9,8 @@
 namespace cli {
 namespace {
 
-// Returns a list of the output formats' extensions. `separator` is put between two extensions, but
-// `last` between the last two.
+// Returns a list of the output formats' extensions. `last` is put between the last two extensions,
+// and `separator` between all others. If `withDot` is true, each extension begins with a dot.
 std::string Outputs(std::string_view separator, std::string_view last, bool withDot) {
     const std::span<const exporters::Format> formats = exporters::Formats();
     std::string list;

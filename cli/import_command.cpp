@@ -93,8 +93,8 @@ class ImportRun {
         const ExitStatus status = StatusOf(result_.outcome.status);
         OutputsResult written;
         if (status != dataset::kCancelled) written = WriteOutputs(request_, result_);
-        // From here on, a signal may end the process. With --report it must not: "zkhost convert",
-        // which started this process, still has to read that an output was written. "zkhost
+        // Without --report, a signal may end the process from here on. With --report, it must not,
+        // because "zkhost convert" started this process and has to read its report. "zkhost
         // convert" sends SIGINT only once, and the handler only records the first signal.
         if (!request_.report) RestoreInterrupts();
         if (status == dataset::kCancelled || written.interrupted) return dataset::kCancelled;

@@ -41,8 +41,8 @@ void SetFiles(const std::string& motionFile, take::Request& request) {
     request.motion = {motionFile};
 }
 
-// --fps is the take's rate. But if --resample has no number, --fps is the rate of the samples, and
-// the take keeps its own rate.
+// If --resample has no number, --fps is the rate of the samples, and the take keeps the rate of its
+// file. If --resample has a number or is missing, --fps is the rate of the take.
 void SetRates(const ImportWords& words, ImportRequest& request) {
     std::optional<double> rate;
     if (words.fps) rate = PositiveNumber("--fps", *words.fps);
@@ -165,8 +165,8 @@ ImportRequest BuildImportRequest(ImportWords& words) {
     if (request.report) request.quiet = true;
     SetFiles(words.motionFile, request.take);
     ParseImportOptions(words, pairing::IsAcclaim(request.take.file.path));
-    // Files that are not mended are decoded with the user's character locale, as by the user's
-    // other programs.
+    // A file that is not mended is decoded with the user's character locale. The user's other
+    // programs decode the file in the same way.
     request.take.readsInLocale = true;
     ReadOutputs(words, request);
     return request;

@@ -17,7 +17,8 @@ namespace cli {
 
 // The options as the user wrote them. CLI11 stores flags, and texts that need no parsing, directly
 // in `request`. The other values are kept here as texts until ParseImportOptions and
-// BuildImportRequest parse them into `request`. nullopt: the user did not give the option.
+// BuildImportRequest parse them into `request`. A member is nullopt if the user did not give its
+// option.
 struct ImportWords {
     ImportRequest request;
     std::string motionFile;  // empty if the user gave none
@@ -37,7 +38,8 @@ struct ImportWords {
     const CLI::Option* resampleOption = nullptr;
 };
 
-// The value of `resample` if --resample has no number. It stands for the rate of --fps.
+// The value of ImportWords::resample if the user wrote --resample without a number. The samples
+// then have the rate that the user gave with --fps. Without --fps, "--preset cmu" gives the rate.
 inline constexpr char kRateOfFps[] = "fps";
 
 // Declares the options that import and convert have in common.

@@ -27,7 +27,7 @@ ImportShow::ImportShow(const ShowOptions& options)
                       (options.progress == Progress::Auto && isTerminal_)),
       log_(options.file, options.motionFile, {isTerminal_, options.errorsOnly}, ToStderr()) {
     CatchInterrupts();
-    // The survey cannot be cancelled. So until it has ended, a signal ends the process.
+    // The survey cannot be cancelled. Therefore a signal during the survey ends the process.
     exitOnInterrupt_.emplace();
 }
 

@@ -18,8 +18,8 @@ struct ShowOptions {
     bool drawBar = true;       // draw the bar, if there is one and stderr is a terminal
     bool errorsOnly = false;   // print only errors and warnings
     bool showFindings = true;  // print the findings of the survey
-    // The paths of the files. The path of the file that a log line is about is printed before that
-    // line; nothing is printed before it if the path is empty.
+    // The paths of the files. Before each log line, the path of the file that it is about is
+    // printed. If both paths are empty, nothing is printed before the log lines.
     std::string file{};        // the .bvh or .asf
     std::string motionFile{};  // the .amc; empty if there is none
 };
@@ -35,11 +35,13 @@ class ImportShow {
     bool HasProgressBar() const { return hasProgressBar_; }
     // Returns a listener for take::Import or take::Call. It refers to this object.
     take::Listener BuildListener();
-    // Prepares for a call of the plug-in: draws the bar if there is one; if there is none, Ctrl-C
-    // ends the process during the call. In an import, the listener calls it after the survey.
+    // Prepares for a call of the plug-in. If the plug-in gets no progress bar, Ctrl-C ends the
+    // process during the call. If the plug-in gets a bar, the bar is drawn during the call,
+    // provided that stderr is a terminal and ShowOptions::drawBar is true. In an import, the
+    // listener calls BeginCall after the survey.
     void BeginCall();
-    // Call it after the plug-in has run, if the object lives on. Removes the bar. After it, Ctrl-C
-    // no longer ends the process but asks to stop.
+    // Removes the bar. After EndCall, Ctrl-C no longer ends the process, but only asks it to stop.
+    // Call EndCall after the plug-in has run, if this object is not destroyed then.
     void EndCall();
 
   private:

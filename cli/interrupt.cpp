@@ -16,8 +16,9 @@ std::atomic<bool> interrupted = false;
 std::atomic<bool> exitOnInterrupt = false;
 static_assert(std::atomic<bool>::is_always_lock_free);
 
-// While an ExitOnInterruptScope exists, a signal ends the process with kCancelled. Otherwise the
-// first signal is only recorded, and a second one ends the process as it does by default.
+// While an ExitOnInterruptScope exists, a signal ends the process with kCancelled. While none
+// exists, the first signal is only recorded. A second signal then ends the process in the system's
+// default way.
 extern "C" void OnInterrupt(int signal) {
     if (exitOnInterrupt) {
         files::RemoveMendedFolder();
@@ -32,8 +33,8 @@ extern "C" void OnInterrupt(int signal) {
     interrupted = true;
 }
 
-// Returns whether the signal is SIGHUP and the program was started with SIGHUP ignored, as by
-// nohup. The program must then continue when its terminal is closed.
+// Returns whether the signal is SIGHUP and is ignored. For example, nohup starts a program with
+// SIGHUP ignored. Such a program must continue when its terminal is closed.
 bool IgnoresHangup(int signal) {
     struct sigaction action {};
     return signal == SIGHUP && sigaction(signal, nullptr, &action) == 0 &&

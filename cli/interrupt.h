@@ -4,15 +4,16 @@
 
 namespace cli {
 
-// Sets handlers for the signals. After that, the first signal only makes Interrupted() return true,
-// and a second one ends the process. Call it before the import begins.
+// Sets handlers for the signals. After that, the first signal makes Interrupted() return true and
+// does nothing else. The second signal ends the process. While an ExitOnInterruptScope exists, the
+// first signal already ends the process. Call CatchInterrupts before the import begins.
 void CatchInterrupts();
 // Restores the system's default handling of the signals.
 void RestoreInterrupts();
 
-// While an object of this class exists, a signal removes the temporary files with mended
-// texts and ends the process with exit status kCancelled. Use it for work that cannot be cancelled
-// in another way and that leaves no other files.
+// While an object of this class exists, a signal removes the temporary files with mended texts and
+// ends the process with exit status kCancelled. Use this class for work that cannot be cancelled in
+// another way and that creates no other files.
 class ExitOnInterruptScope {
   public:
     ExitOnInterruptScope() noexcept;

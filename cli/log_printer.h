@@ -19,9 +19,9 @@ struct LogStyle {
 // Prints each log line with the path of its file before it, as compilers do: "walk.bvh: message".
 class LogPrinter {
   public:
-    // `skeleton` is the path of the .bvh or .asf file, and `motion` that of the .amc file, as the
-    // user wrote them. If `motion` is empty, `skeleton` is printed before all lines. If both are
-    // empty, lines are printed without a path. `print` is called with whole messages.
+    // `skeleton` is the path of the .bvh or .asf file. `motion` is the path of the .amc file. The
+    // user wrote these paths. If `motion` is empty, `skeleton` is printed before all lines. If both
+    // are empty, lines are printed without a path. Each call of `print` gets a whole message.
     LogPrinter(std::string skeleton, std::string motion, LogStyle style,
                std::function<void(std::string_view)> print);
 

@@ -1,4 +1,5 @@
-// Parses and checks the values of options. All functions throw UsageError for a wrong value.
+// Parses and checks the values of options. All functions throw UsageError for a wrong value. The
+// parameter `option` is the name of the option, for the error message.
 #pragma once
 
 #include <fmt/format.h>
@@ -31,7 +32,7 @@ Progress ProgressChoice(const std::optional<std::string>& text);
 // Requires that `encoding` is empty or the name of an encoding that iconv knows.
 void RequireKnownEncoding(const std::string& encoding);
 
-// Requires that the two paths do not lead to the same existing file. `input` may be empty.
+// Requires that `input` and `output` do not lead to the same existing file. `input` may be empty.
 void RequireNotOverwritten(const std::string& input, const std::string& output);
 
 }  // namespace cli

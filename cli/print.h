@@ -9,7 +9,7 @@ namespace cli {
 using Print = std::function<void(std::string_view)>;
 
 Print ToStdout();
-// Writes each text at once, without a buffer.
+// Returns a function that writes each text to stderr at once, without a buffer.
 Print ToStderr();
 
 // Prints "zkhost: message" to stderr.

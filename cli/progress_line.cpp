@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kBarColumns = 24;
 constexpr int kPercentColumns = 4;  // "100%"
-constexpr int kLeastCaption = 8;    // a caption gets at least this many columns, or none
+constexpr int kLeastCaption = 8;    // with fewer columns left, there is no caption
 constexpr std::string_view kClearLine = "\r\x1b[K";
 
 int Percentage(std::int64_t minimum, std::int64_t maximum, std::int64_t value) {

@@ -11,12 +11,12 @@
 
 namespace cli {
 
-// Redraws its line when an event arrives, unless it was drawn less than `interval` ago. The
-// destructor erases the line.
+// Draws its line again when an event arrives. If the line was last drawn less than `interval` ago,
+// it stays as it is. The destructor erases the line.
 class ProgressLine {
   public:
-    // `columns` is the terminal's width. `print` writes to the terminal and must not change the
-    // control sequences in its argument.
+    // `columns` is the terminal's width. `print` writes its argument to the terminal. It must write
+    // control sequences unchanged.
     ProgressLine(int columns, std::chrono::milliseconds interval,
                  std::function<void(std::string_view)> print);
     ~ProgressLine();

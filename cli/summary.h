@@ -14,12 +14,14 @@ namespace cli {
 struct SummaryRequest {
     std::vector<std::string> files{};  // the paths of the files, as the user wrote them
     bool inPart = false;               // an error ended the import after some models
-    // How many models are complete. They are the first models of the scene. nullopt: all models.
+    // How many models are complete. Only the complete models are printed; they are the first models
+    // of the scene. nullopt: all models are complete.
     std::optional<std::size_t> models{};
-    // The take's rate, if it may differ from the rate of the imported motion. nullopt: it is the
-    // rate of the imported motion.
+    // The rate of the take. It may differ from the rate of the imported motion. nullopt: the take
+    // has the rate of the imported motion.
     std::optional<double> framesPerSecond{};
-    // The path of the motion file if it does not state its rate; otherwise empty.
+    // The path of a motion file for which the summary has to say that the file does not state its
+    // rate. Empty: the summary says nothing about a missing rate.
     std::string fileWithoutRate{};
 };
 

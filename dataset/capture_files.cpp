@@ -19,7 +19,8 @@ namespace dataset {
 namespace {
 
 // Returns the names in a folder, sorted, without those that begin with a dot. `error` becomes 0 if
-// all names were read. Otherwise it becomes the errno of the failure, and names may be missing.
+// all names were read. If reading failed, `error` becomes the errno of the failure, and names may
+// be missing.
 std::vector<std::string> NamesIn(const std::string& folder, int& error) {
     std::vector<std::string> names;
     DIR* listing = opendir(folder.empty() ? "." : folder.c_str());
@@ -84,8 +85,8 @@ class Search {
   private:
     struct Folder {
         std::string path;  // with a slash at the end
-        // The path below the folder that the user named, with a slash at the end. Empty for the
-        // folder that the user named.
+        // The path of this folder relative to the folder that the user named, with a slash at the
+        // end. Empty if this is the folder that the user named.
         std::string relativePath;
         FileId id;
     };

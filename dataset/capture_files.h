@@ -12,11 +12,11 @@
 namespace dataset {
 
 struct CaptureFile {
-    // The path that the user wrote. For a file in a folder that the user named, the path of the
-    // folder, then the path from it to the file.
+    // If the user named the file itself, the path that the user wrote. If the user named a folder
+    // above the file, the path of that folder, followed by `relativePath`.
     std::string path;
-    // The path from the folder that the user named to the file. If the user named the file itself,
-    // its name without a folder.
+    // If the user named the file itself, the name of the file without a folder. If the user named a
+    // folder above the file, the path from that folder to the file.
     std::string relativePath;
     pairing::CaptureKind kind = pairing::CaptureKind::Biovision;
 };
@@ -27,7 +27,8 @@ struct CaptureProblem {
     std::string error;  // why it cannot be read, for the user
 };
 
-// The device and the inode of a file or folder. They are the same for all paths that lead to it.
+// The numbers of the device and of the inode of a file or folder. All paths that lead to the same
+// file give the same numbers.
 using FileId = std::pair<dev_t, ino_t>;
 
 struct CaptureTree {
@@ -36,15 +37,17 @@ struct CaptureTree {
     std::set<FileId> folders;              // every folder that was searched
 };
 
-// Searches the paths and all folders below them. Symbolic links to folders are followed last. Each
-// folder is searched only once, even if several paths lead to it, so a loop of links does no harm.
-// Names that begin with a dot are skipped, and so is `outDir`, unless the user named them. If two
-// paths have the same absolute path, such as "x.bvh" and "./x.bvh", only the one that was found
-// first is listed. Throws RequestError for a path that is neither a folder nor a capture file.
+// Searches the paths and all folders below them. Symbolic links to folders are followed after all
+// other folders have been searched. Each folder is searched only once, even if several paths lead
+// to it, so a loop of links does no harm. Inside the searched folders, names that begin with a dot
+// are skipped, and the folder `outDir` is skipped too. These two rules do not apply to a path that
+// the user named. If two paths have the same absolute path, such as "x.bvh" and "./x.bvh", only the
+// one that was found first is listed. Throws RequestError for a path that is neither a folder nor a
+// capture file.
 CaptureTree FindCaptures(const std::vector<std::string>& paths, const std::string& outDir);
 
-// Returns the names of the .asf files in a folder, sorted; none if the folder cannot be read.
-// `folder` ends with a slash; an empty text means the current folder.
+// Returns the names of the .asf files in a folder, sorted. If the folder cannot be read, returns no
+// names. `folder` ends with a slash; an empty text means the current folder.
 std::vector<std::string> SkeletonsIn(const std::string& folder);
 
 }  // namespace dataset

@@ -19,7 +19,7 @@ namespace {
 
 std::optional<std::chrono::duration<double>> TimeLimit(const Request& request) {
     if (request.timeLimitSeconds <= 0) return std::nullopt;
-    // About thirty years. The clock would overflow with a much larger number.
+    // 1e9 seconds are about thirty years. A much larger number would overflow the clock.
     constexpr double kMostSeconds = 1e9;
     return std::chrono::duration<double>(std::min(request.timeLimitSeconds, kMostSeconds));
 }
@@ -48,8 +48,8 @@ Conversion::Task Conversion::Prepare(const Job& job, std::optional<Ledger::Conte
     }
     const bool isDone = ledger != Ledger::Content::OtherOptions && IsUpToDate(job, request_.outDir);
     if (!ledger || !isDone) return Task::Convert;
-    // There is an output but no ledger. The user ran the command lines that --plan printed, or
-    // removed the ledger.
+    // There is an output, but no ledger that can be read. For example, the user ran the command
+    // lines that --plan printed, or removed the ledger.
     if (ledger == Ledger::Content::Nothing) return Task::FillInRow;
     const IndexRow* noted = ledger_.Find(job);
     if (!noted) return Task::Convert;

@@ -45,8 +45,9 @@ class Conversion {
     std::size_t JobCount() const { return jobs_.size(); }
 
     // Runs nothing. Calls `onCommand` for each job that Run would convert, with the arguments of
-    // its import (without the program's name). Calls `onNotConverted` for each job that was refused
-    // or whose output is up to date, if the job's row of the index is known.
+    // its import (without the program's name). Calls `onNotConverted` for each job that was
+    // refused. Also calls it for each job whose output is up to date and whose row of the index is
+    // known.
     void Plan(const std::function<void(const std::vector<std::string>&)>& onCommand,
               const std::function<void(const IndexRow&)>& onNotConverted) const;
 
@@ -57,14 +58,15 @@ class Conversion {
   private:
     enum class Task : std::uint8_t {
         Convert,
-        // The output is up to date, but no ledger holds its row of the index. The import is run
-        // without an output, only to fill in the row.
+        // The output is up to date, but the job's row of the index is not known, because no
+        // ledger can be read. The import is run without an output, only to fill in the row.
         FillInRow,
         Nothing,  // the job was refused, or its output is up to date and its row is known
     };
 
-    // Returns what has to be done for the job. Fills in the parts of its row that are known before
-    // it is run. `ledger` is what Ledger::Read returned; nullopt without Request::resume.
+    // Returns what has to be done for the job. Fills in the parts of `row`, the job's row of the
+    // index, that are known before the job is run. `ledger` is what Ledger::Read returned. It is
+    // nullopt if Request::resume is false.
     Task Prepare(const Job& job, std::optional<Ledger::Content> ledger, IndexRow& row) const;
     std::set<std::string> OutputFolders() const;
     void Start();
@@ -77,7 +79,7 @@ class Conversion {
     std::vector<IndexRow> rows_;  // one element for each job
     std::vector<Task> tasks_;     // one element for each job
     Ledger ledger_;
-    bool otherOptions_ = false;  // the run that is to be resumed had other options
+    bool otherOptions_ = false;  // the ledger is from a run with other options
 };
 
 }  // namespace dataset

@@ -7,7 +7,7 @@
 namespace dataset {
 
 // Returns whether the job's output is up to date: all files of the output exist, are not empty and
-// are newer than the job's inputs. False if an input cannot be found.
+// are newer than the job's inputs. Returns false if an input cannot be found.
 bool IsUpToDate(const Job& job, const std::string& outDir);
 
 // Returns the sizes of the output's files in bytes, separated by spaces. Returns an empty text if

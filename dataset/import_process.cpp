@@ -14,7 +14,7 @@ namespace dataset {
 namespace {
 
 constexpr char kThisProgram[] = "/proc/self/exe";
-constexpr std::size_t kKeptBytes = std::size_t{1} << 18;  // of each output stream
+constexpr std::size_t kKeptBytes = std::size_t{1} << 18;  // how much of each output stream is kept
 // The exit status of a child that cannot run the program; shells use the same number.
 constexpr int kCannotRun = 127;
 
@@ -43,7 +43,7 @@ struct Pipe {
 [[noreturn]] void BecomeImport(char* const* arguments, int output, int errors, pid_t parent) {
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGINT);
-    // If the parent died before prctl was called, the child will get no signal.
+    // If the parent died before prctl was called, the child gets no signal. So the child ends here.
     if (getppid() != parent) _exit(kCannotRun);
     const int nullDevice = open("/dev/null", O_RDWR | O_CLOEXEC);
     if (nullDevice < 0 || dup2(nullDevice, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0 ||

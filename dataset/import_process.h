@@ -9,8 +9,8 @@ namespace dataset {
 
 // A child process that runs this program with other arguments. Its standard output and its standard
 // error are read through pipes; the first 256 KiB of each are kept. The child has its own process
-// group, so Ctrl-C on the terminal sends it no signal; Interrupt does. It gets SIGINT when its
-// parent dies.
+// group, so Ctrl-C on the terminal sends no signal to the child. Interrupt sends it SIGINT. The
+// child also gets SIGINT when its parent dies.
 class ImportProcess {
   public:
     // Starts the process. `arguments` do not include the program's name. Throws std::system_error
@@ -27,13 +27,14 @@ class ImportProcess {
     // Reads what the pipes contain now, without waiting for more.
     void Read();
 
-    // Returns whether the process has ended, without waiting for its end. If it has ended, its
-    // output is then complete.
+    // Returns whether the process has ended, without waiting for its end. If Reap returns true,
+    // Output() and Errors() do not change any more.
     bool Reap();
     // The status from waitpid; valid after Reap has returned true.
     int WaitStatus() const { return waitStatus_; }
 
-    // Send SIGINT or SIGKILL, unless Reap has returned true.
+    // Interrupt sends SIGINT, and Kill sends SIGKILL. After Reap has returned true, they send
+    // nothing.
     void Interrupt() const;
     void Kill() const;
 
@@ -44,7 +45,7 @@ class ImportProcess {
   private:
     struct Stream {
         int file = -1;     // the descriptor of the pipe's end that is read; -1: closed
-        std::string text;  // what has been read, up to the limit
+        std::string text;  // the first 256 KiB that were read
         void Read();
         void Close();
     };

@@ -19,9 +19,9 @@ struct ImportReport {
     std::optional<double> framesPerSecond;
     std::optional<double> seconds;
     bool written = false;  // at least one output was written
-    // The finding that refused the files, or the first error of the log. If the import has a motion
-    // and the error is about the skeleton, the text begins with the skeleton's path. Empty if there
-    // was no error.
+    // If the survey refused the files, the finding that is the reason. If it did not, the first
+    // error of the log. If the import has a motion file and the error is about the skeleton, the
+    // text begins with the skeleton's path. Empty if there was no error.
     std::string error;
     bool refused = false;  // the survey refused the files
     struct ReportedFinding {

@@ -15,7 +15,7 @@ enum class JobStatus : std::uint8_t { Ok, Partial, Failed, Cancelled };
 
 struct IndexRow {
     std::string source;
-    std::string output;  // its path below the output folder; empty if there is no output
+    std::string output;  // path relative to the output folder; empty if there is no output
     JobStatus status = JobStatus::Cancelled;
     // The next four members describe what was imported. Each is empty if it is not known.
     std::string joints;

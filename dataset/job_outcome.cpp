@@ -55,8 +55,8 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
     if (row.status == JobStatus::Cancelled) return row;
     const std::optional<ImportReport> report = ReportIn(end.output);
     if (report && report->written) row.output = job.output;
-    // If there is no report, the plug-in ended the process. The import has then failed, even if the
-    // exit status says otherwise.
+    // An import without a report has failed, even if its exit status says that it succeeded. For
+    // example, the plug-in may have ended the process.
     if (!report && row.status != JobStatus::Failed) row.status = JobStatus::Failed;
     if (report) RecordFindings(*report, row);
     const bool imported = row.status != JobStatus::Failed || end.exitStatus == kOutputFailed;

@@ -17,7 +17,8 @@ namespace {
 
 // The time between SIGINT and SIGKILL. An import usually stops within a moment.
 constexpr std::chrono::seconds kGracePeriod{5};
-// If the system cannot start a process, the runner tries again after this time.
+// If the system could not start a process while others run, the runner tries again after at most
+// this time.
 constexpr int kRetryMilliseconds = 50;
 
 // Returns a text such as "killed by SIGSEGV (Segmentation fault)".
@@ -58,8 +59,8 @@ void JobRunner::StartMore() {
             running_.push_back({index, std::move(process), Clock::now()});
             ++next_;
         } catch (const std::system_error& error) {
-            // The system may be able to start it after a running process has ended. If none runs,
-            // the job has failed.
+            // The system may be able to start this process later, after a running process has
+            // ended. If no process is running, the job has failed.
             if (!running_.empty()) return;
             ++next_;
             ProcessEnd end;
@@ -146,8 +147,8 @@ ProcessEnd JobRunner::EndOf(const Running& running) const {
             fmt::format("stopped after the time limit of {} seconds", timeLimit_->count());
     else if (!end.exitStatus)
         end.trouble = SignalText(WTERMSIG(status));
-    // A cancelled process may end by its own exit status or by a signal: by SIGINT if it had not
-    // yet installed its handler, or by the SIGKILL that ReceiveSignals sends.
+    // A cancelled process may end with kCancelled or by a signal. SIGINT ends it if it has not set
+    // its signal handler yet. ReceiveSignals may also have sent it SIGKILL.
     const int signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
     end.cancelled = stopped_ && !running.timedOut &&
                     (end.exitStatus == kCancelled || signal == SIGINT || signal == SIGKILL);

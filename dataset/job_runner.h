@@ -20,7 +20,7 @@ struct ProcessEnd {
     pid_t id = -1;                  // its process id; -1 if it could not be started
     std::optional<int> exitStatus;  // nullopt if it was killed or could not be started
     std::string trouble;            // why there is no exit status; empty if there is one
-    bool cancelled = false;         // it stopped because the user asked for it
+    bool cancelled = false;         // the process ended because the user asked to stop
     std::string output;             // the start of its standard output (see ImportProcess)
     std::string errors;             // the start of its standard error
 };
@@ -28,15 +28,16 @@ struct ProcessEnd {
 class JobRunner {
   public:
     // `parallel` is how many processes may run at a time. A process that runs for longer than
-    // `timeLimit` is killed; nullopt: there is no limit.
+    // `timeLimit` is killed. If `timeLimit` is nullopt, there is no limit.
     JobRunner(std::size_t parallel, std::optional<std::chrono::duration<double>> timeLimit);
 
     // Runs this program once for each element of `commands`, with the arguments in that element.
-    // Starts the processes in the order of `commands`. When a process has ended, calls `onEnd` with
-    // the index of its command. SIGINT, SIGTERM and SIGHUP ask to stop: no further process is
-    // started, and the running processes get SIGINT. After a second signal, or after five seconds,
-    // the running processes are killed. Returns whether such a signal arrived; `onEnd` is then not
-    // called for the commands that were not started.
+    // Starts the processes in the order of `commands`. When a process has ended or cannot be
+    // started, calls `onEnd` with the index of its command. SIGINT, SIGTERM and SIGHUP ask to stop:
+    // no further process is started, and the running processes get SIGINT. After a second signal,
+    // or five seconds after the first signal, the running processes are killed. Returns whether a
+    // signal asked to stop. `onEnd` is not called for a command that was not started because of the
+    // signal.
     bool Run(const std::vector<std::vector<std::string>>& commands,
              const std::function<void(std::size_t, const ProcessEnd&)>& onEnd);
 
@@ -66,7 +67,7 @@ class JobRunner {
     const std::function<void(std::size_t, const ProcessEnd&)>* onEnd_ = nullptr;
     std::size_t next_ = 0;  // the index of the next command to start
     std::vector<Running> running_;
-    // When the user first asked to stop; nullopt: the user has not asked.
+    // The time when the first signal asked to stop. nullopt: no signal has asked.
     std::optional<Clock::time_point> stopped_;
 };
 

@@ -75,7 +75,7 @@ class JobMaker {
 
     const std::string& skeleton_;  // the .asf for every .amc; empty: each .amc finds its own
     std::set<FileId> paired_;      // the .asf files that are the skeleton of an .amc file
-    std::unordered_map<std::string, std::vector<std::string>> skeletons_;  // by folder
+    std::unordered_map<std::string, std::vector<std::string>> skeletons_;  // the key is the folder
 };
 
 // `outDir` ends with a slash here and in the functions below.
@@ -113,14 +113,14 @@ void RefuseLinks(std::vector<Job>& jobs, const std::string& outDir) {
 // files, because the next run would read them as inputs.
 void RefuseToAddInputs(std::vector<Job>& jobs, const std::string& outDir,
                        const std::set<FileId>& searched) {
-    std::unordered_map<std::string, bool> isSearched;  // by folder of the output
+    std::unordered_map<std::string, bool> isSearched;  // the key is the output's folder
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
         const std::string folder(text::FolderPart(job.output));
         const auto [entry, isNew] = isSearched.try_emplace(folder, false);
         if (isNew) {
-            // If the output's folder does not exist yet, the nearest existing folder above it
-            // decides, because the next run searches everything below a searched folder.
+            // A run also searches the folders below a searched folder. If the output's folder does
+            // not exist yet, it is enough to check the nearest existing folder above it.
             std::string_view existing = folder;
             auto id = IdOf(outDir + folder);
             while (!id && !existing.empty()) {

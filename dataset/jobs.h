@@ -15,14 +15,14 @@ struct Job {
     std::string source;
     std::string skeleton;      // the path of the .asf, if the source is an .amc; otherwise empty
     std::string relativePath;  // CaptureFile::relativePath of the source
-    std::string output;        // its path below the output folder; may be empty for a refused job
+    std::string output;        // path relative to the output folder; may be empty for a refused job
     std::string refusal;       // why the job is not run; empty if it is run
-    // The path of the output's second file, such as a .bin, below the output folder. Empty if the
-    // format has one file.
+    // If an output of this format has a second file, such as a .bin, the path of that file relative
+    // to the output folder. Empty if an output has only one file.
     std::string sideOutput{};
 };
 
-// Returns the paths of the one or two files of the job's output, below the output folder.
+// Returns the paths of the one or two files of the job's output, relative to the output folder.
 std::vector<std::string> FilesOf(const Job& job);
 
 // Returns a job for each capture file, sorted by source. An .asf file that is the skeleton of an

@@ -10,7 +10,7 @@
 namespace dataset {
 namespace {
 
-// The jobs, grouped by the path of their output in folded case.
+// The jobs, grouped by output path. The key is the output path in folded case.
 using JobsByOutput = std::unordered_map<std::wstring, std::vector<Job*>>;
 
 JobsByOutput GroupByOutput(std::vector<Job>& jobs) {
@@ -50,7 +50,8 @@ void RefuseSharedNames(std::vector<Job>& jobs) {
     }
 }
 
-// Returns all folders that contain outputs, in folded case and without a slash at the end.
+// Returns all folders that contain outputs, and all folders above these folders. The paths are in
+// folded case and have no slash at the end.
 std::unordered_set<std::wstring> FoldersOf(const std::vector<Job>& jobs) {
     std::unordered_set<std::wstring> folders;
     for (const Job& job : jobs) {

@@ -20,7 +20,8 @@ struct Request {
     // The extension of each output's second file, with its dot. Empty if outputs have one file.
     std::string sideExtension;
     std::string outDir;  // the output folder
-    // The .asf file for every .amc file. If empty, the .asf is looked for in the .amc's folder.
+    // The path of the .asf file for all .amc files. If it is empty, the .asf of each .amc is looked
+    // for in the folder of that .amc.
     std::string skeleton;
     // Options of "zkhost import", as words of a command line.
     std::vector<std::string> importOptions;   // for every import

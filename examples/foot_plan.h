@@ -36,8 +36,8 @@ class FootPlan {
     FootPlacement At(Side side, double cycles) const;
 
   private:
-    // `step` is the time when the foot last landed, counted like `cycles` above. `phase` is the
-    // time since that landing. Both times are in cycles.
+    // `step` is the time when the foot of `side` last landed, in cycles since the left foot landed
+    // for the first time. `phase` is the time since that last landing, in cycles.
     FootPlacement Stance(Side side, double step, double phase) const;
     FootPlacement Swing(Side side, double step, double phase) const;
     Vec3 AnkleByAngles(Side side, double step, double phase) const;

@@ -64,7 +64,7 @@ Joint Mirrored(const Joint& left, JointId parent) {
 }
 
 // Appends the joints of a left limb, then the joints of the right limb, which is its mirror image.
-// `left` lists each joint directly after its parent.
+// In `left`, each joint comes directly after its parent.
 void AddLimbs(Skeleton& skeleton, const std::vector<Joint>& left) {
     skeleton.insert(skeleton.end(), left.begin(), left.end());
     JointId parent = left.front().parent;

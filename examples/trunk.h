@@ -19,8 +19,8 @@ Placement PelvisAt(double cycles);
 Rotation ThoraxAt(double cycles);
 Rotation HeadAt(double cycles);
 
-// Returns the value at the time `cycles` of a cosine wave with a period of one cycle. The values
-// are from -1 to 1. `peak` is the time of the maximum. Both times are in cycles.
+// Returns the value of a cosine wave at the time `cycles`. The period of the wave is one cycle, and
+// its values are from -1 to 1. At the time `peak` the value is 1. Both times are in cycles.
 double OncePerCycle(double cycles, double peak);
 
 // Returns a rotation on the shortest way from `from` to `to`. If `part` is 0 the result is `from`,

@@ -39,8 +39,8 @@ constexpr Connector kConnectors[] = {
     {kLeftUpLeg, "LeftHipJoint"}, {kRightUpLeg, "RightHipJoint"}, {kSpine, "Sacrum"}};
 
 // Returns the vector from the joint `id` to its children, or to its end site if it has no children.
-// `id` must not be kHips, because its children have different offsets. The children of any other
-// joint all have the same offset.
+// `id` must not be kHips, because the children of the hips have different offsets. The children of
+// any other joint all have the same offset.
 Vec3 Segment(const Skeleton& skeleton, std::size_t id) {
     for (std::size_t child = id + 1; child < skeleton.size(); ++child)
         if (skeleton[child].parent == id) return skeleton[child].offset;

@@ -40,7 +40,8 @@ void OpenJoint(std::string& text, const Skeleton& skeleton, std::size_t id, std:
 
 void AppendHierarchy(std::string& text, const Skeleton& skeleton) {
     text += "HIERARCHY\n";
-    std::vector<std::size_t> open;  // ids of joints without a closing brace yet, the root first
+    // The ids of the joints whose closing brace is still missing. The root is the first.
+    std::vector<std::size_t> open;
     const auto close = [&] {
         open.pop_back();
         text += std::string(open.size(), '\t') + "}\n";
