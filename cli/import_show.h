@@ -37,8 +37,8 @@ class ImportShow {
     take::Listener BuildListener();
     // Prepares for a call of the plug-in. If the plug-in gets no progress bar, Ctrl-C ends the
     // process during the call. If the plug-in gets a bar, the bar is drawn during the call,
-    // provided that stderr is a terminal and ShowOptions::drawBar is true. In an import, the
-    // listener calls BeginCall after the survey.
+    // provided that ShowOptions::drawBar is true and stderr is a terminal that can redraw a line.
+    // In an import, the listener calls BeginCall after the survey.
     void BeginCall();
     // Removes the bar. After EndCall, Ctrl-C no longer ends the process, but only asks it to stop.
     // Call EndCall after the plug-in has run, if this object is not destroyed then.
