@@ -23,15 +23,15 @@ constexpr std::string_view kSixChannels =
     "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n";
 constexpr std::string_view kThreeChannels = "CHANNELS 3 Zrotation Xrotation Yrotation\n";
 constexpr std::string_view kEndSuffix = "_End";
-// Levels deeper than this are not indented further; otherwise the file of a long chain would be
-// mostly white space.
+// The most tabs before a line. Without this limit, the file of a long chain would be mostly white
+// space.
 constexpr std::size_t kMostTabs = 32;
-// The frame time, in seconds, if only the base pose is written. It has no rate, but the format
-// requires a frame time.
+// The frame time, in seconds, if only the base pose is written. The base pose has no rate, but the
+// format requires a frame time.
 constexpr double kPoseFrameTime = 1.0 / 30.0;
 
-// Returns the name as one word. White space and control characters become "_", because a reader may
-// end the word at them. An empty name becomes "_" too.
+// Returns the name as one word. White space and control characters of ASCII become "_", because a
+// reader may end the word at them. An empty name becomes "_" too.
 std::string Token(const Zelk::CString& name) {
     std::string token = text::EncodeUtf8(headless::View(name));
     for (char& character : token) {
@@ -96,8 +96,8 @@ class Section {
   private:
     enum class Kind : std::uint8_t { Rotating, Moving, EndSite };
 
-    // Whether the motion can change the position of a joint other than the root of the file. If it
-    // cannot, ClassifyJoints need not evaluate every frame.
+    // Whether the motion can change the position of any joint except the root joint of the file. If
+    // the result is false, ClassifyJoints need not evaluate every frame.
     bool MayMove() const {
         const headless::ActionSource* const motion = motion_.Motion();
         if (motion == nullptr) return false;
@@ -155,8 +155,8 @@ class Section {
                 std::binary_search(ids.begin(), ids.end(), motion_.Joints()[index].object->id);
     }
 
-    // The joints are already in the order in which the file lists them. `open` holds the joints
-    // whose closing brace is not yet written, the innermost last.
+    // The joints are already in the order in which the file lists them. `open` holds the indices of
+    // the joints whose closing brace is not yet written. The innermost of these joints is the last.
     void WriteHierarchy() {
         out_.Write("HIERARCHY\n");
         if (addsRoot_) OpenJoint("ROOT " + Token(model_.name), Transform(), Kind::Moving);
@@ -292,8 +292,8 @@ class Section {
     std::vector<Transform> base_;
     std::vector<PrincipalAngles> baseAngles_;
     std::vector<Kind> kinds_;
-    // Whether the file gets a root joint that is not in the scene, as the parent of the scene's
-    // root joints.
+    // Whether a root joint is added to the file. The joints that have no parent joint in the scene
+    // become its children.
     bool addsRoot_ = false;
     Transform turn_;        // the rotation that makes Y the up axis
     BvhAngles rootAngles_;  // angles of the added root in the last row that was written

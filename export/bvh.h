@@ -10,16 +10,20 @@ namespace exporters {
 
 // Writes one HIERARCHY and one MOTION for each model, with one row for each frame.
 //
-// Channels: the root has three positions and three rotations. Its OFFSET is 0, because some readers
-// add the positions to the OFFSET and others use them instead of it. If it is 0, all readers get
-// the same result. Every other joint has three rotations. If its position changes, it also has
-// three positions, to be used instead of its OFFSET. Rotations are in degrees, in the order z, x,
-// y.
+// Channels: the root has three positions and three rotations. The OFFSET of the root is 0. Some
+// readers add the positions to the OFFSET, and others ignore the OFFSET of a joint with positions.
+// If the OFFSET is 0, all readers get the same result. Every other joint has three rotations. A
+// joint whose position changes also has three positions. Readers must use them instead of its
+// OFFSET. Rotations are in degrees, in the order z, x, y.
 //
 // Joints: if a model does not have exactly one object directly under it, a root with the model's
-// name is added above its objects. A null at the end of a branch is written as an end site if its
-// name is X_End (or X_End and a number) under a joint named X, if it is not turned, and if the
-// motion neither drives nor moves it. White space and control characters in names become "_".
+// name is added above its objects. White space and control characters of ASCII become "_" in names.
+//
+// End sites: a null is written as an end site if all of these conditions are true:
+// - It has no children, and its parent is a joint.
+// - Its name is the name of the parent joint with "_End" or with "_End" and a number after it.
+// - It is not rotated against its parent.
+// - No active item of the motion drives it, and its position does not change.
 //
 // A model without motion, or with a motion that has no rate, is written as one frame in the base
 // pose.

@@ -18,7 +18,7 @@ class BvhFrames {
   public:
     // Keeps a reference to `motion`. `rootTurn` is applied to the first joint in every frame.
     BvhFrames(const ExportedMotion& motion, const headless::Transform& rootTurn);
-    // Waits for the other threads.
+    // Waits until the other threads have finished.
     ~BvhFrames();
     BvhFrames(const BvhFrames&) = delete;
     BvhFrames& operator=(const BvhFrames&) = delete;
@@ -35,21 +35,22 @@ class BvhFrames {
 
   private:
     struct Block {
-        std::vector<headless::Transform> locals;  // all joints of a frame, then of the next frame
-        std::vector<PrincipalAngles> angles;      // in the same order
+        std::vector<headless::Transform> locals;  // frame by frame, one for each joint
+        std::vector<PrincipalAngles> angles;      // one for each element of `locals`
         std::size_t frames = 0;                   // the number of frames in this block
         std::future<void> work;                   // is ready when the block has been computed
     };
 
-    // The number of blocks that are computed while the caller writes another one. Computing a block
-    // takes about three times as long as writing it.
+    // The number of blocks that are computed while the caller writes the current block. Computing a
+    // block takes about three times as long as writing it.
     static constexpr std::size_t kAhead = 2;
 
     // Whether Next() has returned all frames of the current block. This is also true before the
     // first call of Next(), because the constructor leaves block 0 empty.
     bool IsCurrentUsedUp() const { return frameInBlock_ == blocks_[current_].frames; }
 
-    // Starts computing the next frames into the block.
+    // Starts to compute the frames of the motion from the index startedFrames_ on. They are stored
+    // in `block`.
     void Start(Block& block);
     // Computes the frames of the block; `first` is the index of its first frame in the motion.
     void Fill(Block& block, std::size_t first) const;
@@ -58,8 +59,8 @@ class BvhFrames {
     headless::Transform rootTurn_;
     std::size_t joints_;
     std::size_t framesInBlock_;
-    std::array<Block, 1 + kAhead> blocks_;  // a ring; one is read while the others are computed
-    std::size_t current_ = 0;               // index of the block that is read
+    std::array<Block, 1 + kAhead> blocks_;  // a ring: the current block and those being computed
+    std::size_t current_ = 0;               // index of the block that Next() returns frames of
     std::size_t startedFrames_ = 0;         // frames of all blocks that were started so far
     std::size_t frameInBlock_ = 0;          // index of the next frame in the current block
 };

@@ -18,17 +18,17 @@ namespace exporters {
 // Keeps references to the scene, but not to the options.
 class ExportedMotion {
   public:
-    // The object holds only the base pose. Throws ExportError if a value of the base pose is not
-    // finite.
+    // Evaluates only the base pose of the model. Throws ExportError if a value of the base pose is
+    // not finite.
     ExportedMotion(const headless::Scene& scene, const headless::Object& model,
                    const Options& options);
-    // `motion` may be null. If it is null or has no keys or no rate, the object holds only the base
-    // pose, and a note is added to `notes`. Throws ExportError if a value is not finite, and what
-    // MakeTimeline throws.
+    // Evaluates `motion`, which may be null. If it is null or has no keys or no rate, only the base
+    // pose is evaluated, and a note is added to `notes`. Throws ExportError if a value is not
+    // finite, and what MakeTimeline throws.
     ExportedMotion(const headless::Scene& scene, const headless::Object& model,
                    const headless::ActionSource* motion, const Options& options, Notes& notes);
 
-    // Null if this object holds only the base pose.
+    // Null if only the base pose is evaluated.
     const headless::ActionSource* Motion() const { return motion_; }
     const Timeline& Times() const { return times_; }
     // Makes the steps between the frames equal (see EvenTimeline).
@@ -61,8 +61,8 @@ class ExportedMotion {
     void Globals(double frame, std::span<headless::Transform> globals);
 
     // Computes the box around all joints in the base pose, and the box in the first frame of
-    // `times`. Returns the longer of their diagonals, in scaled units. A box that is not finite
-    // counts as 0, like a box around one point. `times` is Times() or the timeline of a table.
+    // `times`. Returns the longer of the diagonals of the two boxes, in scaled units. A diagonal
+    // that is not finite counts as 0. `times` is Times() or the timeline of a table.
     double Size(const Timeline& times);
 
   private:

@@ -27,7 +27,8 @@ struct Content {
 // The sinks to which an output is written. The caller owns them.
 struct Sinks {
     text::ByteSink& out;
-    // The sink for the second file of a format with two files. May be null for a format with one.
+    // The sink for the second file of a format with two files. It may be null if the format has one
+    // file.
     text::ByteSink* side = nullptr;
     // The name by which the first file refers to the second one.
     std::string_view sideName{};
@@ -67,9 +68,9 @@ ZKMOCAP_API const Format* FindFormat(std::string_view extension);
 // the extension of the format, in any letter case.
 ZKMOCAP_API std::vector<std::string> FilesOf(const Format& format, const std::string& path);
 
-// Writes the output. Returns an empty text if it was written. Otherwise returns one line that says
-// why the scene cannot be written in this format; the sinks may hold a part of the output then.
-// `notes` receives notes about what was left out. Passes on what the sinks throw.
+// Writes the output. Returns an empty text if the output was written. If the scene cannot be
+// written in this format, returns one line that says why. The sinks may hold a part of the output
+// in that case. `notes` receives notes about what was left out. Passes on what the sinks throw.
 ZKMOCAP_API std::string Write(const Format& format, const Content& content, const Sinks& sinks,
                               Notes& notes);
 

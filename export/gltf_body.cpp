@@ -36,9 +36,9 @@ Vector OriginOf(const Transform& transform) {
     return {transform.origin[0], transform.origin[1], transform.origin[2]};
 }
 
-// Call this for a joint that no bone shape touches. Returns true if the joint is part of a chain
-// without length, or is the null at the end of a chain. Such a joint has the same position as its
-// parent, so it needs no marker.
+// `joint` must be a joint that no bone shape touches. Returns false if it has no parent joint.
+// Returns true if it has a parent joint and is part of a chain, or if it is the null at the end of
+// a chain. Such a joint has the same position as its parent, so it needs no marker.
 bool IsAtItsParent(const Joint& joint) {
     if (joint.parent == Joint::kNoParent) return false;
     using headless::ObjectType;

@@ -25,12 +25,12 @@ struct GltfBody {
 // The most joints that a 16-bit JOINTS_0 index can address.
 inline constexpr std::size_t kMostBodyJoints = 65536;
 
-// Puts a bone shape between each joint and each of its children, unless the two have the same
-// position in the base pose. The bone shape moves with the parent. A joint that no bone shape
-// touches gets a small marker. There is one exception: a joint with a parent joint gets no marker
-// if it belongs to a bone chain or is a null under a chain's effector. `globals` holds the global
-// transform of each joint in the base pose. There must be at most kMostBodyJoints joints. Throws
-// ExportError if a coordinate is not finite or too large for 32 bits.
+// If a joint and its parent joint have different positions in the base pose, a bone shape is put
+// between them. The bone shape moves with the parent. A joint that no bone shape touches gets a
+// small marker. There is one exception: a joint with a parent joint gets no marker if it belongs to
+// a bone chain or is a null under a chain's effector. `globals` holds the global transform of each
+// joint in the base pose. There must be at most kMostBodyJoints joints. Throws ExportError if a
+// coordinate is not finite or too large for 32 bits.
 GltfBody BuildBody(const std::vector<Joint>& joints, std::span<const headless::Transform> globals);
 
 }  // namespace exporters

@@ -38,7 +38,8 @@ enum class GltfComponent : std::uint16_t {
 };
 enum class GltfTarget : std::uint16_t { None = 0, Vertices = 34962, Indices = 34963 };
 
-// The elements are not copied: the caller keeps them unchanged until the last call of Write.
+// The buffer refers to the elements that the caller adds and does not copy them. The caller must
+// keep the elements unchanged until the last call of Write.
 class GltfBuffer {
   public:
     // Ends the current buffer view and begins a new one, to which the next accessors belong.
@@ -63,7 +64,7 @@ class GltfBuffer {
     std::size_t AddBytes(std::span<const std::byte> bytes, std::size_t count,
                          GltfComponent component, const char* type, const nlohmann::json& more);
 
-    std::vector<std::span<const std::byte>> pieces_;  // one for each accessor; Write adds padding
+    std::vector<std::span<const std::byte>> pieces_;  // one for each accessor, without padding
     std::uint64_t byteLength_ = 0;
     std::uint64_t viewStart_ = 0;  // byte offset of the current view
     GltfTarget target_ = GltfTarget::None;

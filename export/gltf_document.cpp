@@ -197,7 +197,8 @@ std::size_t GltfDocument::AddSkin(const std::string& name, std::size_t holder) {
         {{"name", name}, {"joints", joints}, {"skeleton", holder}, {"inverseBindMatrices", binds}});
 }
 
-// glTF ignores the transform of a skinned mesh's node, so it is a root node.
+// The node of the mesh is a root node. A parent would have no effect, because glTF ignores the
+// transform of a node with a skinned mesh.
 void GltfDocument::AddBody(const std::string& name, std::size_t skin, Model& parts) {
     const GltfBody& body = parts.body;
     if (body.positions.empty()) return;

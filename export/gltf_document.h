@@ -1,5 +1,5 @@
-// Builds a whole glTF file in memory: the JSON, and the buffer with the meshes and the keys of the
-// motions as 32-bit numbers.
+// Builds the contents of a glTF file in memory. They are the JSON and the buffer, which holds the
+// numbers of the bind poses, the meshes and the motions.
 // Internal to export/.
 #pragma once
 
@@ -20,7 +20,8 @@ namespace exporters {
 
 class GltfDocument {
   public:
-    // Keeps references to the scene and to the options. Throws ExportError.
+    // Keeps references to the scene and to the options. Throws ExportError if the scene cannot be
+    // written as glTF.
     GltfDocument(const headless::Scene& scene, const Options& options);
 
     // Returns the JSON text. `bufferName` is the name of the file that holds the buffer. It is
@@ -30,7 +31,7 @@ class GltfDocument {
     const Notes& GetNotes() const { return notes_; }
 
   private:
-    // Owns the elements of one model to which buffer_ refers.
+    // The numbers of one model. buffer_ refers to them and does not copy them.
     struct Model {
         std::vector<std::array<float, 16>> inverseBinds;
         GltfBody body;
@@ -41,7 +42,7 @@ class GltfDocument {
     void AddModel(const headless::Object& model);
     void AddNodes(const headless::Object& model, ExportedMotion& pose);
     // Returns the index of the new skin. `holder` is the index of the node above the joints. The
-    // nodes of the joints have the indices after it.
+    // nodes of the joints have the indices after `holder`.
     std::size_t AddSkin(const std::string& name, std::size_t holder);
     void AddBody(const std::string& name, std::size_t skin, Model& parts);
     void AddMotions(const headless::Object& model, std::size_t holder, Model& parts);

@@ -17,8 +17,9 @@ class GltfNames {
     void Add(std::string_view name);
     // Whether a viewer may show another name instead of `name`, which must be one that was added.
     bool IsChanged(std::string_view name) const;
-    // Returns `name` if it differs from all added names in a viewer. Otherwise returns `name` with
-    // the first number that makes it different.
+    // Returns a name that differs from all added names when a viewer has changed the names. The
+    // function tries `name` first. It then tries `name` with the numbers 1, 2, 3 and so on after
+    // it.
     std::string UnusedName(const std::string& name) const;
 
   private:

@@ -66,18 +66,23 @@ class GltfTrack {
 
 struct GltfMotion {
     std::string name;
-    double firstFrame = 0.0;                 // the frame number at times[0]
-    double secondsPerFrame = 0.0;            // for frame numbers, even if samples are written
+    double firstFrame = 0.0;  // the frame number at times[0]
+    // The seconds from one frame number to the next. The step between two samples may differ from
+    // it.
+    double secondsPerFrame = 0.0;
     double sourceSecondsPerFrame = 0.0;      // as in the file; 0 if the file has no frame time
     std::vector<float> times;                // seconds, strictly rising from 0
     std::vector<GltfTrack<4>> rotations;     // x y z w; one for each joint
     std::vector<GltfTrack<3>> translations;  // one for each joint
 };
 
-// Stores the rotations of the first joint, of every joint with an active curve that drives its
-// rotation, and of every joint whose rotation differs from its node's in some frame. Stores the
-// translations of every joint whose translation differs from its node's in some frame. `motion`
-// must have frames. Throws ExportError if a number is not finite or too large for 32 bits.
+// Builds the motion. `motion` must have frames. The rotations of a joint are stored if one of these
+// conditions is true:
+// - It is the first joint.
+// - An active curve drives its rotation.
+// - In some frame, its rotation differs from the rotation of its node.
+// The translations of a joint are stored if, in some frame, its translation differs from the
+// translation of its node. Throws ExportError if a number is not finite or too large for 32 bits.
 GltfMotion BuildGltfMotion(const headless::Scene& scene, const headless::Object& model,
                            ExportedMotion& motion);
 

@@ -18,14 +18,14 @@ struct RunRecord {
     const std::vector<headless::LogLine>& log;
     const std::vector<headless::BarEvent>& bar;
     const std::vector<headless::CommandRecord>& commands;
-    // What the plug-in recorded of its arguments, as the text of a JSON object. The text is written
-    // unchanged, so it must not be empty.
+    // The arguments of the import as the plug-in stored them. This is the text of a JSON object. It
+    // is written unchanged, so it must not be empty.
     std::string userInput{};
     // The findings of the survey of the files, each as the text of a JSON object. If there was no
     // survey, this is not set, and the record has no member "findings".
     std::optional<std::vector<std::string>> findings{};
-    // The survey enlarges a skeleton whose bones are too short for the plug-in. This is the factor
-    // by which it enlarged the scene. It is written only if it is not 1.
+    // If the bones of a skeleton are too short for the plug-in, the lengths of the scene are
+    // multiplied by this factor. It is written only if it is not 1.
     double multiplied = 1.0;
 };
 

@@ -10,7 +10,7 @@
 
 namespace exporters {
 
-// Items that are not active are not counted, because evaluation ignores them too.
+// Items of actions are counted only if they are active, because evaluation ignores all others.
 struct ModelFacts {
     // The number of joints. Each bone counts as one, and so does each null that is not at the end
     // of a chain. A chain root counts only if it is directly under the model.

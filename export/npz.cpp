@@ -137,7 +137,7 @@ std::size_t NameWidth(const Table& table) {
     return width;
 }
 
-// Writes each name with `width` characters. Zeros fill the rest of a shorter name.
+// Writes each name with `width` characters. NUL characters are appended to a shorter name.
 void AddNames(ZipWriter& zip, const Table& table, std::size_t width) {
     std::vector<wchar_t> text(width * table.Columns().size(), L'\0');
     auto at = text.begin();

@@ -10,8 +10,9 @@ namespace exporters {
 
 // Writes an archive of these arrays:
 // - "positions": float64, frames x joints x 3. The global positions, in scaled units.
-// - "quaternions": float64, frames x joints x 4. The global rotations, in the order x, y, z, w. Of
-//   the two quaternions of a rotation, the one nearer to that of the previous frame is written.
+// - "quaternions": float64, frames x joints x 4. The global rotations, in the order x, y, z, w.
+//   Each rotation has two quaternions. The one that is nearer to the quaternion of the previous
+//   frame is written.
 // - "offsets": float64, joints x 3. The positions in the base pose, as seen from the parent joint.
 // - "parents": int32, joints. The index of the parent joint, or -1 if there is none. A parent
 //   comes before its children.

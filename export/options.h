@@ -40,8 +40,8 @@ struct Options {
     bool zUp = false;
     // The rate of the motion in frames per second, above zero. By default it is the motion's own.
     std::optional<double> framesPerSecond = std::nullopt;
-    // If this is set, samples are written instead of the motion's keys. It is their number per
-    // second, above zero.
+    // The number of samples per second, above zero. If this is set, samples are written instead of
+    // the motion's keys.
     std::optional<double> resampleTo = std::nullopt;
     // If this is set, only frames in this range are written. First, the frames with keys that are
     // in the range are selected. Samples and missing frames are then added only from the first to
@@ -50,8 +50,9 @@ struct Options {
     std::optional<FrameRange> frames = std::nullopt;
     // glTF only: whether to add a mesh of bone shapes, so that viewers show a figure.
     bool mesh = true;
-    // BVH only: the most digits that every number has after the decimal point. By default there are
-    // so many that a reader computes positions to within a millionth of the skeleton's size.
+    // BVH only: the most digits after the decimal point of a coordinate or an angle. If this is not
+    // set, enough digits are written that a reader computes positions with an error below a
+    // millionth of the skeleton's size.
     std::optional<int> digits = std::nullopt;
     // If this is set, only the first `models` models of the scene are written. A program sets it if
     // the later models were not imported completely.

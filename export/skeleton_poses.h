@@ -17,14 +17,15 @@ struct Joint {
     static constexpr std::size_t kNoParent = std::numeric_limits<std::size_t>::max();
 
     const headless::Object* object = nullptr;
-    std::size_t parent = kNoParent;  // index of the parent; kNoParent if that is the model
+    std::size_t parent = kNoParent;  // index of the parent joint; kNoParent if there is none
     bool isLeaf = true;              // whether the joint has no children
 };
 
 // The joints are all objects under a model. They are in depth-first order, so each parent comes
 // before its children. An effector becomes the child of its chain's last bone, even if it has
-// another parent in the scene. It therefore moves with the bone and needs no curves. If an effector
-// is an ancestor of its own chain, all effectors keep their parents. Keeps references to the scene.
+// another parent in the scene. The effector therefore moves with the bone and needs no curves. If
+// an effector is an ancestor of its own chain, all effectors keep their parents. The class keeps
+// references to the scene.
 class SkeletonPoses {
   public:
     // If `motion` is null, every frame is the base pose. Lengths are multiplied by `scale`.
@@ -74,15 +75,15 @@ class SkeletonPoses {
     headless::MotionEvaluator motion_;
     double scale_;
     std::vector<Joint> joints_;
-    std::vector<std::size_t> objectOf_;  // for each joint, the index of its object in base_
+    std::vector<std::size_t> objectOf_;  // for each joint, its index in base_.Objects()
     std::vector<Effector> effectors_;
     bool needsGlobals_ = false;  // whether the motion drives the length of an effector's bone
     Scratch scratch_;
 };
 
 // Computes the box around all joints in the base pose, and the box in the first of `frames`.
-// Returns the longer of their diagonals, in scaled units. A box that is not finite counts as 0,
-// like a box around one point.
+// Returns the longer of the diagonals of the two boxes, in scaled units. A diagonal that is not
+// finite counts as 0.
 double SkeletonSize(SkeletonPoses& poses, const std::vector<double>& frames);
 
 }  // namespace exporters

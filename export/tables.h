@@ -18,8 +18,8 @@ namespace exporters {
 
 // The columns are the joints of all models, model after model. The rows are the frames. The
 // timeline with the most frames is used for all models. After the end of its motion a model keeps
-// the pose of its last frame. A model without motion keeps its base pose. Keeps references to the
-// scene.
+// the pose of its last frame. A model without motion keeps its base pose. The table keeps
+// references to the scene.
 class Table {
   public:
     // If `even` is set, the steps between the frames are made equal (see EvenTimeline). Throws what
@@ -28,7 +28,7 @@ class Table {
 
     struct Column {
         std::wstring name;                      // "joint" or, with several models, "model.joint"
-        std::size_t parent = Joint::kNoParent;  // index of the parent's column
+        std::size_t parent = Joint::kNoParent;  // index of the parent's column; kNoParent if none
         headless::Transform rest;               // as seen from the parent in the base pose, scaled
     };
     const std::vector<Column>& Columns() const { return columns_; }

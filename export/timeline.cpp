@@ -91,7 +91,8 @@ Timeline MakeTimeline(const headless::Object& model, const headless::ActionSourc
         const double length = timeline.frames.back() - first;
         const double step = 1.0 / (*options.resampleTo * timeline.secondsPerFrame);
         RequireFiniteStep(*options.resampleTo, step);
-        // Rounding may move the last sample slightly after the end. The small terms keep it.
+        // Because of rounding, the last sample may be slightly after the end of the motion. With
+        // the two small numbers, it is counted even then.
         const double count = std::floor(length / step * (1.0 + 1e-12) + 1e-9) + 1.0;
         timeline.frames = EvenFrames(first, step, count);
     }

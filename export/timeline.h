@@ -13,7 +13,7 @@ namespace exporters {
 // The frames of a motion at which it is written. If there are no frames, only the base pose is
 // written.
 struct Timeline {
-    std::vector<double> frames;  // strictly rising frame numbers; those of samples may be fractions
+    std::vector<double> frames;  // strictly rising; the frame numbers of samples may be fractions
     double secondsPerFrame = 0.0;
 
     bool IsPose() const { return frames.empty(); }
@@ -37,7 +37,7 @@ void NoteNoMotion(const headless::Object& model, Notes& notes);
 
 // Returns a timeline with the same step between all frames, for formats that store only a rate. If
 // the steps of `timeline` differ, the result has all frames from the first to the last in steps
-// of 1. Throws ExportError if it would have more than ten million.
+// of 1. Throws ExportError if the result would have more than ten million frames.
 Timeline EvenTimeline(Timeline timeline);
 
 // Returns the seconds from one frame to the next in a timeline with equal steps. If the timeline

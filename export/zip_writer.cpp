@@ -38,8 +38,8 @@ class Record {
     std::string bytes_;
 };
 
-// Appends the fields from the required version to the date, which the CRC-32 follows. They are the
-// same in the header of a member and in its directory entry.
+// Appends the fields from the required version to the date. The header of a member and its
+// directory entry both contain these fields. In both, the CRC-32 is the next field.
 void PutMethod(Record& record, bool isZip64) {
     record.Put16(isZip64 ? kZip64Version : kPlainVersion).Put16(kUtf8Names);
     record.Put16(0);                             // the method "stored"
