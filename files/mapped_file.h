@@ -19,7 +19,8 @@ class MappedFile final : public text::StoredText {
     ~MappedFile() override;
 
     std::string_view Text() const override { return {text_, size_}; }
-    // Empty, or for example "no such file", "permission denied" or "is a folder".
+    // Why the file could not be read, for example "no such file", "permission denied" or "is a
+    // folder". Empty if it was read.
     const std::string& Problem() const override { return problem_; }
 
   private:

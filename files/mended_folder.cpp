@@ -24,8 +24,8 @@ constexpr std::size_t kSpareBytes = std::size_t{16} << 20;
 constexpr std::size_t kMostFiles = 2;
 
 // The paths that a signal handler removes: the first `fileCount` paths in `files`, and `folder` if
-// `hasFolder` is set. A path is stored before it is counted and is not changed afterwards, so the
-// handler may run at any time.
+// `hasFolder` is set. A path is stored first, and `fileCount` or `hasFolder` is changed after that.
+// The handler may therefore run at any time.
 struct Registered {
     std::array<std::array<char, 4096>, kMostFiles> files{};
     std::array<char, 4096> folder{};
@@ -155,8 +155,8 @@ void RemoveMendedFolder() noexcept {
 }
 
 void RemoveMendedFolders(pid_t process) {
-    // The process may have used either folder. FoldersWithSpace is not called, because it leaves
-    // out a folder that has no space now.
+    // The process may have used either folder. ParentFolders is not called, because it leaves out
+    // the folder in memory if that has not enough space now.
     for (const std::string& folder : {std::string(kMemoryFolder), FolderOnDisk()}) {
         std::error_code error;
         std::filesystem::directory_iterator entry(folder, error);

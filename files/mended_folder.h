@@ -1,4 +1,5 @@
-// Stores mended texts as temporary files. The plug-in reads these instead of the user's files.
+// Stores mended texts (corrected copies of the user's files) as temporary files. The plug-in reads
+// the temporary files instead of the user's files.
 #pragma once
 
 #include <string>

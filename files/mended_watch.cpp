@@ -28,15 +28,17 @@ bool IsCrash(int signal) {
            signal == SIGABRT || signal == SIGSYS;
 }
 
-// Whether the signal comes again without being raised: the processor executes the instruction that
-// caused it once more when the handler returns. A signal that a process sent is not repeated.
+// Whether an instruction of the program caused the signal. When the handler returns, the processor
+// executes that instruction again, and the signal comes again. If a process sent the signal, it
+// does not come again.
 bool IsRepeated(int signal, const siginfo_t& info) {
     const bool byInstruction =
         signal == SIGSEGV || signal == SIGBUS || signal == SIGFPE || signal == SIGILL;
     return byInstruction && info.si_code > 0;
 }
 
-// Removes the folder and restores the former action of the signal, which then ends the process.
+// Removes the folder and restores the former action of the signal. The signal then comes a second
+// time, and the former action is executed.
 extern "C" void OnFatalSignal(int signal, siginfo_t* info, void* /*context*/) {
     RemoveMendedFolder();
     for (std::size_t index = 0; index < kFatalSignals.size(); ++index)

@@ -26,14 +26,14 @@ using FillPair = std::function<std::string(text::ByteSink& out, text::ByteSink& 
 
 // Writes one file. If it cannot be written completely, a file that already has this path is
 // unchanged. `isCancelled` is called repeatedly and returns whether the user wants to stop; it may
-// be empty. If `fill` throws text::WriteError, text::WriteCancelled or std::bad_alloc, the outcome
-// says so. Its other exceptions are passed on to the caller.
+// be empty. If `fill` throws text::WriteError, text::WriteCancelled or std::bad_alloc, WriteFile
+// returns an outcome that says so. Other exceptions of `fill` are passed on to the caller.
 ZKMOCAP_API WriteOutcome WriteFile(const std::string& path, const FillFile& fill,
                                    const std::function<bool()>& isCancelled = nullptr);
 
-// Writes two files that belong together. If one of them cannot be written, neither is written;
-// OutputFile::CommitBoth describes an exception. The first sink of `fill` writes to `path`, and the
-// sink `side` writes to `sidePath`.
+// Writes two files that belong together. If one of them cannot be written, neither is written. On
+// some file systems this cannot be guaranteed (see OutputFile::CommitBoth). The first sink of
+// `fill` writes to `path`, and the sink `side` writes to `sidePath`.
 ZKMOCAP_API WriteOutcome WriteFilePair(const std::string& path, const std::string& sidePath,
                                        const FillPair& fill,
                                        const std::function<bool()>& isCancelled = nullptr);

@@ -1,4 +1,4 @@
-// Writes numbers and strings of JSON texts.
+// Writes numbers and strings as JSON.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@ namespace text {
 // not finite becomes the string "nan", "inf" or "-inf".
 void AppendJsonNumber(std::string& out, double number);
 
-// Appends the text as UTF-8, in quotes and with escapes. A code that is no character, and a byte
-// that is not part of one, becomes U+FFFD.
+// Appends the text as UTF-8, in quotes and with escapes. A code that is no character becomes
+// U+FFFD. A byte that is not part of a valid UTF-8 character becomes U+FFFD too.
 void AppendJsonString(std::string& out, std::wstring_view text);
 void AppendJsonString(std::string& out, std::string_view utf8);
 

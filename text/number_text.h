@@ -10,11 +10,12 @@ inline constexpr int kLongestNumber = 32;
 // The most decimals to which WriteNumber rounds.
 inline constexpr int kMostDecimals = 15;
 
-// Writes a finite number to `out`, rounded to `decimals` digits after the decimal point. Zeros at
-// the end are left out, and the text is never "-0". If `decimals` is above kMostDecimals, or if the
-// number is too large to be rounded, the number is not rounded. The text is then the shortest one
-// that reads back as the same double ("-0" for -0.0). `out` needs room for kLongestNumber
-// characters. Returns the end of the text. No NUL byte is written.
+// Writes a finite number to `out` and returns the end of the text. No NUL byte is written. `out`
+// needs room for kLongestNumber characters. There are two cases:
+// - If `decimals` is above kMostDecimals, or if the number is too large to be rounded, the text is
+//   the shortest one that reads back as the same double. For -0.0 it is "-0".
+// - In all other cases the number is rounded to `decimals` digits after the decimal point. Zeros at
+//   the end of these digits are left out. The text is never "-0".
 char* WriteNumber(char* out, double number, int decimals);
 
 // Returns the shortest text that reads back as the same double.

@@ -9,7 +9,7 @@
 namespace text {
 namespace {
 
-// A word of these characters alone needs no quotes.
+// A word that consists only of these characters needs no quotes.
 constexpr std::string_view kPlain =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./,:=@%+";
 

@@ -7,8 +7,8 @@
 
 namespace text {
 
-// Quotes a word so that any POSIX shell reads it back unchanged. The result is always one line. The
-// shell loses only line feeds at the end of a word.
+// Quotes a word for a POSIX shell. The result is always one line. A shell that reads the result
+// gets the same word, but without line feeds at the end of the word.
 std::string ShellWord(std::string_view word);
 
 // Returns the words as ShellWord quotes them, separated by spaces.

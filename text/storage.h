@@ -19,8 +19,8 @@ class ZKMOCAP_API StoredText {
     StoredText(const StoredText&) = delete;
     StoredText& operator=(const StoredText&) = delete;
 
-    // The text. A NUL byte follows it in memory. It is valid as long as this object exists, and
-    // empty if it could not be read.
+    // The text. It is valid as long as this object exists. In memory, a NUL byte follows the last
+    // byte of the text. The text is empty if it could not be read.
     virtual std::string_view Text() const = 0;
     // Why the text could not be read, in plain words ("no such file"). Empty if it was read.
     virtual const std::string& Problem() const = 0;

@@ -1,5 +1,6 @@
-// Provides text::to_chars for a double. It is std::to_chars if the standard library has that for a
-// double. The library of emscripten 3.1.6 does not; a stand-in with the same results is used there.
+// Provides text::to_chars for a double. If the standard library has std::to_chars for a double,
+// this is std::to_chars. The library of emscripten 3.1.6 does not have it. A stand-in with the same
+// results is used there.
 #pragma once
 
 #include <version>

@@ -70,8 +70,8 @@ char* WriteScientific(char* out, const Decimal& decimal) {
 
 char* WriteFixed(char* out, const Decimal& decimal, double number) {
     const std::string_view digits(decimal.digits, static_cast<std::size_t>(decimal.count));
-    // A whole number is written with all of its digits. Zeros after the shortest digits would give
-    // another number.
+    // A whole number is written with all digits of its exact value. The shortest digits with zeros
+    // after them may be a different whole number.
     if (decimal.point >= decimal.count) return fmt::format_to(out, "{:.0f}", number);
     if (decimal.point <= 0) return Append(AppendZeros(Append(out, "0."), -decimal.point), digits);
     const auto whole = static_cast<std::size_t>(decimal.point);
