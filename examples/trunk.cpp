@@ -29,7 +29,7 @@ Placement PelvisAt(double cycles) {
     // The pelvis moves fastest while both feet are on the ground, and slowest while only one foot
     // is on the ground.
     pelvis.origin.z = kStride * cycles + 0.7 * OncePerStep(cycles, 0.17);
-    const double turn = -5.0 * OncePerCycle(cycles, 0.0);  // positive if the left side is behind
+    const double turn = -5.0 * OncePerCycle(cycles, 0.0);  // positive: left side further back
     const double lift = 4.0 * OncePerCycle(cycles, 0.17);  // positive if the left side is higher
     const double tilt = 2.0 + 1.0 * OncePerStep(cycles, 0.10);
     pelvis.rotation = TurnY(turn) * TurnZ(lift) * TurnX(tilt);

@@ -1,6 +1,7 @@
-// A plug-in for tests of programs that start imports. The name of the imported file says what it
-// does: "abort" and "segv" end the process, "hang" never returns, "slow" takes 100 milliseconds.
-// With every other name it returns at once. It never creates an object.
+// A plug-in for tests of programs that start imports. It never creates an object. The name of the
+// imported file chooses what its callback does. For the names "abort" and "segv" it ends the
+// process with that signal. For "hang" it never returns. For "slow" it returns after 100
+// milliseconds. For every other name it returns at once.
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>

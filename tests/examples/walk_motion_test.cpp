@@ -103,7 +103,7 @@ TEST_P(WalkContact, DoesNotMoveWhileItIsDown) {
     EXPECT_LT(part, GetParam().mostDown);
 }
 
-// The heel is 5 cm behind and 0.039 of the stature of 175 cm below the ankle.
+// The heel is 5 cm further back than the ankle, and lower by 0.039 of the stature of 175 cm.
 constexpr Vec3 kHeel{0, -6.825, -5};
 INSTANTIATE_TEST_SUITE_P(, WalkContact,
                          testing::Values(Contact{"LeftHeel", "LeftFoot", kHeel, 0.22, 0.35},

@@ -40,7 +40,7 @@ struct Compared {
     }
 };
 
-// Rotations of ancestors carry their error down; a file may list a parent behind its children.
+// Rotations of ancestors carry their error down; a file may list a parent after its children.
 bool IsNear(const AcclaimPair& pair, const std::vector<bool>& walked,
             const std::vector<bool>& built, std::size_t joint) {
     for (int j = static_cast<int>(joint); j >= 0;
