@@ -68,7 +68,7 @@ Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
   --encoding NAME           encoding of names that are not UTF-8 (Windows-1252)
   -o, --output FILE         @outputs@; may repeat
   --make-folders            create the folders of the outputs
-  --scale X, --up y|z       outputs: factor on lengths; the take's up axis (y)
+  --scale X, --up x|y|z     outputs: factor on lengths; the up axis (y)
   --fps N, --resample [N]   the take's rate; outputs: sample at N, or at --fps
   --[no-]mesh, --digits N   glTF: a mesh of the bones (on); BVH: decimal places
   --tree                    print the scene: names, types, positions at rest
@@ -121,7 +121,7 @@ the .asf file in its folder whose name begins the motion's name (07.asf and
   --plugin PATH      load this plug-in
 Options for each import, as in 'zkhost import --help':
   --nulls --bones --[no-]chain-from-parent --effector-to-last-bone --[no-]group
-  --clip --as-is --strict --encoding NAME --scale X --up y|z --fps N
+  --clip --as-is --strict --encoding NAME --scale X --up x|y|z --fps N
   --resample [N] --[no-]mesh --digits N;
   for Acclaim files: --limits --length X --preset auto|cmu|none
 Exit status: 0 all converted, 4 some failed, 130 cancelled (--resume continues),

@@ -151,7 +151,10 @@ void ParseImportOptions(ImportWords& words, bool isAcclaim) {
     if (words.digits) request.exports.digits = Digits(*words.digits);
     if (words.scale) request.exports.scale = PositiveNumber("--scale", *words.scale);
     if (words.up)
-        request.exports.zUp = Choice<bool>("--up", *words.up, {{"y", false}, {"z", true}});
+        request.exports.up = Choice<exporters::UpAxis>("--up", *words.up,
+                                                       {{"x", exporters::UpAxis::X},
+                                                        {"y", exporters::UpAxis::Y},
+                                                        {"z", exporters::UpAxis::Z}});
     if ((take.applyLimits || words.length || words.preset) && !isAcclaim)
         throw UsageError("--limits, --length and --preset are for Acclaim files");
     RequireKnownEncoding(take.encoding);

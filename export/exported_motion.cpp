@@ -8,10 +8,20 @@ namespace {
 using headless::Object;
 using headless::Transform;
 
+// The rows are the turned x, y and z axis.
+constexpr Transform kXUpToYUp = {{{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}}, {0, 0, 0}};
 constexpr Transform kZUpToYUp = {{{1, 0, 0}, {0, 0, -1}, {0, 1, 0}}, {0, 0, 0}};
 
 std::optional<Transform> TurnOf(const Options& options) {
-    return options.zUp ? std::optional(kZUpToYUp) : std::nullopt;
+    switch (options.up) {
+        case UpAxis::X:
+            return kXUpToYUp;
+        case UpAxis::Z:
+            return kZUpToYUp;
+        case UpAxis::Y:
+            break;
+    }
+    return std::nullopt;
 }
 
 const Object& Checked(const Object& model) {

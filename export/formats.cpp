@@ -27,14 +27,16 @@ Notes WriteOneFile(const Content& content, const Sinks& sinks) {
 }
 
 // The options that ExportedMotion applies.
-constexpr unsigned kMotion = kScale | kUpAxis | kRate | kResampling | kFrames;
+constexpr unsigned kMotion =
+    kScale | kUpAxis | kRate | kResampling | kFrames | kInPlace | kAllNodes;
+constexpr unsigned kGltf = kMotion | kMesh | kAim | kAnimations;
 
 constexpr Format kFormats[] = {
-    {".glb", "", kMotion | kMesh, false, WriteOneFile<WriteGlb>},
-    {".gltf", ".bin", kMotion | kMesh, false, WriteGltfPair},
+    {".glb", "", kGltf, false, WriteOneFile<WriteGlb>},
+    {".gltf", ".bin", kGltf, false, WriteGltfPair},
     {".bvh", "", kMotion | kDigits, false, WriteOneFile<WriteBvh>},
     {".csv", "", kMotion, false, WriteOneFile<WriteCsv>},
-    {".npz", "", kMotion, false, WriteOneFile<WriteNpz>},
+    {".npz", "", kMotion | kFloat32 | kCompress, false, WriteOneFile<WriteNpz>},
     {".json", "", 0, true, WriteRecord},
 };
 

@@ -36,13 +36,19 @@ struct Sinks {
 
 // A bit for each option that only some formats honour. The comments name the members of Options.
 enum Honoured : unsigned {
-    kScale = 1U << 0U,       // scale
-    kUpAxis = 1U << 1U,      // zUp
-    kRate = 1U << 2U,        // framesPerSecond
-    kResampling = 1U << 3U,  // resampleTo
-    kMesh = 1U << 4U,        // mesh
-    kDigits = 1U << 5U,      // digits
-    kFrames = 1U << 6U,      // frames
+    kScale = 1U << 0U,        // scale
+    kUpAxis = 1U << 1U,       // up
+    kRate = 1U << 2U,         // framesPerSecond
+    kResampling = 1U << 3U,   // resampleTo
+    kMesh = 1U << 4U,         // mesh
+    kDigits = 1U << 5U,       // digits
+    kFrames = 1U << 6U,       // frames
+    kInPlace = 1U << 7U,      // inPlace
+    kAllNodes = 1U << 8U,     // allNodes
+    kAim = 1U << 9U,          // aim
+    kAnimations = 1U << 10U,  // animationPerModel
+    kFloat32 = 1U << 11U,     // float32
+    kCompress = 1U << 12U,    // compress
 };
 
 struct Format {

@@ -62,9 +62,13 @@ json SourceJson(const Source& source) {
     return extras;
 }
 
+std::string_view NameOf(UpAxis axis) {
+    static constexpr std::string_view kNames[] = {"x", "y", "z"};
+    return kNames[static_cast<std::size_t>(axis)];
+}
+
 json OptionsJson(const Options& options) {
-    json out = {
-        {"scale", options.scale}, {"sourceUp", options.zUp ? "z" : "y"}, {"mesh", options.mesh}};
+    json out = {{"scale", options.scale}, {"sourceUp", NameOf(options.up)}, {"mesh", options.mesh}};
     if (options.framesPerSecond) out["framesPerSecond"] = *options.framesPerSecond;
     if (options.resampleTo) out["resampleTo"] = *options.resampleTo;
     if (options.frames) out["frames"] = {options.frames->first, options.frames->last};

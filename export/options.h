@@ -27,6 +27,9 @@ struct Source {
     std::string tool;  // name and version of the program
 };
 
+// The axis of the scene that points up.
+enum class UpAxis : std::uint8_t { X, Y, Z };
+
 // The frame numbers of a motion from `first` to `last`, including both.
 struct FrameRange {
     std::int64_t first = 0;
@@ -36,8 +39,8 @@ struct FrameRange {
 struct Options {
     // The factor by which all lengths are multiplied. Finite and above zero.
     double scale = 1.0;
-    // Whether the Z axis is up in the scene. The output is then turned so that Y is up.
-    bool zUp = false;
+    // The axis that is up in the scene. The output is turned so that Y is up.
+    UpAxis up = UpAxis::Y;
     // The rate of the motion in frames per second, above zero. By default it is the motion's own.
     std::optional<double> framesPerSecond = std::nullopt;
     // The number of samples per second, above zero. If this is set, samples are written instead of
@@ -48,8 +51,26 @@ struct Options {
     // the last of the selected frames. A motion is refused if no frame with keys is in the range.
     // The range does not affect a model without motion.
     std::optional<FrameRange> frames = std::nullopt;
+    // If this is set, the root stays where it is on the ground: in every frame it has the two
+    // coordinates along the ground that it has in the first frame that is written. Its height and
+    // its rotation do not change.
+    bool inPlace = false;
+    // If this is set, all objects of the scene are written as joints. Otherwise only the joints and
+    // end sites of the file are.
+    bool allNodes = false;
     // glTF only: whether to add a mesh of bone shapes, so that viewers show a figure.
     bool mesh = true;
+    // glTF only: turn the frame of each joint so that its Y axis points to its child in the base
+    // pose. Programs that draw a bone along its joint's Y axis then draw it to the child. No
+    // position changes.
+    bool aim = false;
+    // glTF only: write an animation for each model, even if one animation could hold the motions of
+    // all models.
+    bool animationPerModel = false;
+    // NumPy only: write numbers as 32-bit floats instead of 64-bit ones.
+    bool float32 = false;
+    // NumPy only: compress the arrays.
+    bool compress = false;
     // BVH only: the most digits after the decimal point of a coordinate or an angle. If this is not
     // set, enough digits are written that a reader computes positions with an error below a
     // millionth of the skeleton's size.

@@ -36,7 +36,7 @@ TEST(ImportArguments, HaveTheirDefaults) {
     EXPECT_FALSE(request.take.applyLimits);
     EXPECT_EQ(request.take.lengthMultiplier, std::nullopt);
     EXPECT_EQ(request.exports.scale, 1.0);
-    EXPECT_EQ(request.exports.zUp, false);
+    EXPECT_EQ(request.exports.up, exporters::UpAxis::Y);
     EXPECT_EQ(request.take.framesPerSecond, std::nullopt);
     EXPECT_FALSE(request.tree || request.quiet || request.timing);
     EXPECT_EQ(request.progress, cli::Progress::Auto);
@@ -84,7 +84,7 @@ TEST(ImportArguments, AreAllParsed) {
     EXPECT_EQ(request.outputs[0].path, "a.json");
     EXPECT_EQ(request.outputs[1].path, "b.JSON");
     EXPECT_EQ(request.exports.scale, 0.01);
-    EXPECT_EQ(request.exports.zUp, true);
+    EXPECT_EQ(request.exports.up, exporters::UpAxis::Z);
     EXPECT_EQ(request.take.framesPerSecond, 59.94);
     EXPECT_TRUE(request.tree && request.quiet && request.timing);
     EXPECT_EQ(request.progress, cli::Progress::Off);
@@ -237,7 +237,7 @@ const WrongUsage kWrongUsages[] = {
     {"ResampleWithoutARate", {"import", "walk.bvh", "--resample"}, "--resample needs a rate"},
     {"ScaleZero", {"import", "walk.bvh", "--scale", "0"}, "must be greater than zero"},
     {"FpsNegative", {"import", "walk.bvh", "--fps", "-30"}, "must be greater than zero"},
-    {"UpAxis", {"import", "walk.bvh", "--up", "x"}, "--up x: expected y or z"},
+    {"UpAxis", {"import", "walk.bvh", "--up", "w"}, "--up w: expected x, y or z"},
     {"Progress", {"import", "walk.bvh", "--progress", "yes"}, "expected auto or on or off"},
     {"OutputWithoutExtension", {"import", "walk.bvh", "-o", "walk"}, "walk: unknown output format"},
     {"OutputExtension", {"import", "walk.bvh", "-o", "walk.xyz"}, "unknown output format"},

@@ -85,7 +85,7 @@ TEST(BvhText, UnrollsAngles) {
 TEST(BvhText, TurnsAndScalesTheRoot) {
     ASSERT_TRUE(exported::ImportText(kHead + "End Site\n{\nOFFSET 0 0 1\n}\n}\n" +
                                      Motion("1 2 3 0 0 0\n", 1)));
-    const std::string text = exported::Export(".bvh", {.scale = 2.0, .zUp = true});
+    const std::string text = exported::Export(".bvh", {.scale = 2.0, .up = exporters::UpAxis::Z});
     EXPECT_THAT(text, HasSubstr("\n2 6 -4 0 -90 0\n"));
     EXPECT_THAT(text, HasSubstr("OFFSET 0 0 2\n"));
 }

@@ -79,7 +79,8 @@ TEST(Gltf, BindsTheSkinInTheBasePose) {
         for (const auto& files : exported::Samples()) {
             ASSERT_TRUE(exported::Import(files, {.nulls = nulls}));
             ExpectTrueInverses(Glb(exported::Export(".glb")));
-            ExpectTrueInverses(Glb(exported::Export(".glb", {.scale = 0.01, .zUp = true})));
+            ExpectTrueInverses(
+                Glb(exported::Export(".glb", {.scale = 0.01, .up = exporters::UpAxis::Z})));
         }
     }
 }

@@ -62,7 +62,7 @@ constexpr const char* kPoseBvh =
 // The position as the options change it.
 support::Vec3 Transformed(const support::Vec3& position, const exporters::Options& options) {
     support::Vec3 out = position;
-    if (options.zUp) out = {position[0], position[2], -position[1]};
+    if (options.up == exporters::UpAxis::Z) out = {position[0], position[2], -position[1]};
     for (double& coordinate : out)
         coordinate *= options.scale;
     return out;
@@ -118,7 +118,7 @@ std::vector<Sample> AllSamples(const std::filesystem::path& folder) {
     exporters::Options metres;
     metres.scale = 0.01;
     exporters::Options turned;
-    turned.zUp = true;
+    turned.up = exporters::UpAxis::Z;
     turned.scale = 0.01;
     turned.framesPerSecond = 50.0;
     return {

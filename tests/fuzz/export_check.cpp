@@ -43,7 +43,7 @@ struct Choices {
           effectorToLastBone((first & 4) != 0) {
         static constexpr double kScales[] = {1.0, 0.01, 1e-300, 1e300};
         options.scale = kScales[second & 3];
-        options.zUp = (first & 8) != 0;
+        if ((first & 8) != 0) options.up = exporters::UpAxis::Z;
         options.mesh = (first & 16) != 0;
         if ((second & 4) != 0) options.framesPerSecond = 30.0;
         if ((second & 8) != 0) options.resampleTo = 24.0;
