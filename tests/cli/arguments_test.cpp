@@ -237,7 +237,7 @@ const WrongUsage kWrongUsages[] = {
     {"ResampleWithoutARate", {"import", "walk.bvh", "--resample"}, "--resample needs a rate"},
     {"ScaleZero", {"import", "walk.bvh", "--scale", "0"}, "must be greater than zero"},
     {"FpsNegative", {"import", "walk.bvh", "--fps", "-30"}, "must be greater than zero"},
-    {"UpAxis", {"import", "walk.bvh", "--up", "w"}, "--up w: expected x, y or z"},
+    {"UpAxis", {"import", "walk.bvh", "--up", "w"}, "--up w: expected x or y or z"},
     {"Progress", {"import", "walk.bvh", "--progress", "yes"}, "expected auto or on or off"},
     {"OutputWithoutExtension", {"import", "walk.bvh", "-o", "walk"}, "walk: unknown output format"},
     {"OutputExtension", {"import", "walk.bvh", "-o", "walk.xyz"}, "unknown output format"},
