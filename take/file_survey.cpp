@@ -94,6 +94,10 @@ class SurveyCollector {
         result_.multiplied = acclaim.multiplied;
     }
 
+    void SetOutlines(std::vector<survey::Outline> outlines) {
+        result_.outlines = std::move(outlines);
+    }
+
     // Adds the mended texts, unless the files are refused, and returns the result. `file` and
     // `motion` are null if that file was not surveyed.
     FileSurvey Finish(survey::FileSurvey* file = nullptr, survey::FileSurvey* motion = nullptr) {
@@ -115,6 +119,7 @@ FileSurvey SurveyBiovision(const Request& request, text::Storage& storage) {
     survey::BvhSurvey surveyed = survey::SurveyBvh(file.Text(), OptionsOf(request));
     collector.Add(request.file, std::move(surveyed.findings));
     collector.SetRate(surveyed.framesPerSecond);
+    collector.SetOutlines(std::move(surveyed.outlines));
     return collector.Finish(&surveyed);
 }
 
@@ -133,6 +138,7 @@ FileSurvey SurveyAcclaim(const Request& request, text::Storage& storage) {
         survey::SurveyAcclaim(skeleton.AsAcclaim(), motions, OptionsOf(request));
     collector.Add(request.file, std::move(surveyed.skeleton.findings));
     collector.SetLengths(surveyed);
+    collector.SetOutlines({std::move(surveyed.outline)});
     if (surveyed.motions.empty()) return collector.Finish(&surveyed.skeleton);
     survey::AmcSurvey& surveyedMotion = surveyed.motions.front();
     collector.Add(*request.motion, std::move(surveyedMotion.findings));
@@ -153,10 +159,15 @@ FileSurvey WithoutSurvey(const Request& request) {
 }  // namespace
 
 FileSurvey SurveyFiles(const Request& request, text::Storage& storage) {
-    if (request.asIs) return WithoutSurvey(request);
     static constexpr FileSurvey (*kSurveys[kFormatCount])(const Request&, text::Storage&) = {
         SurveyBiovision, SurveyAcclaim};
-    return kSurveys[static_cast<std::size_t>(request.format)](request, storage);
+    const auto survey = kSurveys[static_cast<std::size_t>(request.format)];
+    if (!request.asIs) return survey(request, storage);
+    FileSurvey result = WithoutSurvey(request);
+    // In a scene of nulls each joint of the file has its own object. In a scene of bones it may
+    // not, so exporters need the outline even if nothing else of the survey is wanted.
+    if (!request.useNulls) result.outlines = survey(request, storage).outlines;
+    return result;
 }
 
 }  // namespace take

@@ -28,11 +28,13 @@ struct FileSurvey {
     // scene are then multiplied by this factor, and exports divide by it. 1 if nothing was
     // enlarged.
     double multiplied = 1.0;
+    // The skeletons of the files, one for each model. Empty if the files could not be read.
+    std::vector<survey::Outline> outlines;
 };
 
-// Surveys the files of the request. With Request::asIs no file is read. The result then contains
-// only the rate and the length multiplier of the request. With Preset::Cmu, the preset's value is
-// used if the request does not give one.
+// Surveys the files of the request. With Request::asIs, the result contains only the rate and the
+// length multiplier of the request and, if bones are to be built, the outlines. With Preset::Cmu,
+// the preset's value is used if the request does not give one.
 FileSurvey SurveyFiles(const Request& request, text::Storage& storage);
 
 }  // namespace take

@@ -172,6 +172,7 @@ Result Import(const Plugin& plugin, const Request& request, text::Storage& stora
     result.framesPerSecond = survey.framesPerSecond;
     result.lengthMultiplier = survey.lengthMultiplier;
     result.multiplied = survey.multiplied;
+    result.outlines = std::move(survey.outlines);
     if (listener.onSurveyed) listener.onSurveyed(result.findings, result.isRefused);
     try {
         if (!result.isRefused) CallPlugin(plugin, request, survey, storage, listener, result);

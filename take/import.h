@@ -14,6 +14,7 @@
 
 #include "headless/session.h"
 #include "plugin/user_input.h"
+#include "survey/outline.h"
 #include "take/findings.h"
 #include "take/listener.h"
 #include "take/outcome.h"
@@ -51,6 +52,9 @@ struct Result {
     // scene are then multiplied by this factor, and exports divide by it. 1 if nothing was
     // enlarged.
     double multiplied = 1.0;
+    // The joints and end sites of the files, one outline for each model. Empty if the files could
+    // not be read, and with Request::asIs if nulls were built.
+    std::vector<survey::Outline> outlines;
 
     bool IsImported() const {
         return outcome.status == Status::Imported || outcome.status == Status::ImportedInPart;
