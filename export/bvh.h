@@ -19,9 +19,10 @@ namespace exporters {
 // Joints: if a model does not have exactly one object directly under it, a root with the model's
 // name is added above its objects. White space and control characters of ASCII become "_" in names.
 //
-// End sites: a null is written as an end site if all of these conditions are true:
+// End sites: a joint is written as an end site if all of these conditions are true:
+// - It is an end site of the file or, if the file is not known, it is the end of a chain or a null
+//   that has the name of an end site.
 // - It has no children, and its parent is a joint.
-// - Its name is the name of the parent joint with "_End" or with "_End" and a number after it.
 // - It is not rotated against its parent.
 // - No active item of the motion drives it, and its position does not change.
 //

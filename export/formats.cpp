@@ -20,6 +20,12 @@ Notes WriteGltfPair(const Content& content, const Sinks& sinks) {
     return WriteGltf(sinks.out, *sinks.side, sinks.sideName, content.scene, content.options);
 }
 
+Notes WriteArrays(const Content& content, const Sinks& sinks) {
+    const bool hasFindings = content.record && content.record->findings;
+    return WriteNpz(sinks.out, content.scene, content.options,
+                    hasFindings ? *content.record->findings : std::vector<std::string>());
+}
+
 // Writes a format that has one file and needs no record of the run.
 template <auto kWriter>
 Notes WriteOneFile(const Content& content, const Sinks& sinks) {
@@ -36,7 +42,7 @@ constexpr Format kFormats[] = {
     {".gltf", ".bin", kGltf, false, WriteGltfPair},
     {".bvh", "", kMotion | kDigits, false, WriteOneFile<WriteBvh>},
     {".csv", "", kMotion, false, WriteOneFile<WriteCsv>},
-    {".npz", "", kMotion | kFloat32 | kCompress, false, WriteOneFile<WriteNpz>},
+    {".npz", "", kMotion | kFloat32 | kCompress, false, WriteArrays},
     {".json", "", 0, true, WriteRecord},
 };
 

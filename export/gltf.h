@@ -15,8 +15,11 @@ namespace exporters {
 // - a holder node, with the nodes of the joints under it;
 // - one skin with these joints, whose bind pose is the base pose;
 // - a mesh of bone shapes, if options.mesh is set;
-// - one animation for each motion that has a rate, with the motion's name. It holds the values at
-//   all frames that have keys or, if options.resampleTo is set, at the samples.
+// - the motions that have a rate, with the values at all frames that have keys or, if
+//   options.resampleTo is set, at the samples. If each model has at most one motion, and all
+//   motions have the same rate and the same first frame, they are one animation with the name of
+//   the first motion. Otherwise, or if options.animationPerModel is set, each motion is an
+//   animation with its own name.
 // Names are not changed. If a name is one that viewers change, the node's extras repeat it. The
 // asset's extras say which files the scene comes from.
 //
