@@ -5,6 +5,7 @@
 #include "bvh/bvh_parser.h"
 #include "host/status.h"
 #include "host/string.h"
+#include "mocap/bar_monitor.h"
 #include "mocap/file_allowance.h"
 #include "mocap/mocap_import_base.h"
 
@@ -29,13 +30,11 @@ class CBiovisionImport : public CMocapImportBase {
                                const Zelk::CString& name);
 
   private:
-    // Connects the parser to the progress bar. It tells the parser whether the user cancelled, and
-    // shows the parser's progress.
-    class Monitor : public ParseMonitor {
+    // Connects the parser to the progress bar, and prepares the bar for the values of the motion.
+    class Monitor : public BarMonitor {
       public:
-        explicit Monitor(CBiovisionImport& importer) : importer_(importer) {}
-        bool IsCancelled() override { return importer_.progressBar->IsCancelled(); }
-        void Advance(unsigned int steps) override { importer_.progressBar->Advance(steps); }
+        explicit Monitor(CBiovisionImport& importer)
+            : BarMonitor(importer.progressBar), importer_(importer) {}
         void BeginValues() override { importer_.ShowMotionProgress(); }
 
       private:
