@@ -54,8 +54,8 @@ class CBiovisionImport : public CMocapImportBase {
     // Builds the scene from the parsed nodes and keys.
     Zelk::CStatus BuildScene(const Zelk::CString& name);
     Zelk::CStatus CreateZelkEntities(const Zelk::CString& name);
-    // Counts a section without channels or frames against the allowances of the file. If an
-    // allowance is used up, records the error and returns a negative status.
+    // If the section has no channels, or has no frames, takes what it needs from the allowances of
+    // the file. If not enough is left, records the error and returns a negative status.
     std::int32_t CountSection(const Zelk::CString& name);
     Zelk::CStatus CreateActions();
     Zelk::CStatus CreateSkeleton();
@@ -63,9 +63,10 @@ class CBiovisionImport : public CMocapImportBase {
     // Frees the parsed section. If `clearFile` is true, also frees the file.
     void Clear(bool clearFile);
 
-    // How many sections without channels or frames a file may have. Such a section has very little
-    // text, but creates a model, two actions and a group. All other sections have more text, so
-    // they are not counted.
+    // How many more sections the file may have that have no channels, or that have no frames. Such
+    // a section may need only a few bytes of the file. Even so, it creates a model, two actions
+    // and, if `createGroup` is true, a group. All other sections have more text, so they are not
+    // counted.
     FileAllowance sectionsLeft{10000, 1, 96};
     std::uint32_t importedModels = 0;
     Monitor monitor{*this};
