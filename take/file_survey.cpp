@@ -87,8 +87,9 @@ class SurveyCollector {
     void SetRate(std::optional<double> framesPerSecond) {
         if (framesPerSecond && !result_.framesPerSecond) result_.framesPerSecond = framesPerSecond;
     }
-    // The survey's multiplier replaces the user's, because it already is the product of the user's
-    // multiplier and `multiplied`.
+    // If the survey has a multiplier, it replaces the one of the request. It already includes the
+    // request's multiplier. It also includes `multiplied`, the factor by which the survey enlarges
+    // a skeleton whose bones are too short for the plug-in.
     void SetLengths(const survey::AcclaimSurvey& acclaim) {
         if (acclaim.lengthMultiplier) result_.lengthMultiplier = acclaim.lengthMultiplier;
         result_.multiplied = acclaim.multiplied;

@@ -40,7 +40,7 @@ struct Result {
 
     std::int32_t code = 0;          // what the callback returned; 0 even for a failed import
     headless::Recording recording;  // the scene (never null), log, progress bar and commands
-    USERINPUT userInput;            // the plug-in's record of its arguments, with absolute paths
+    USERINPUT userInput;            // the plug-in's record of the arguments, with absolute paths
 
     // The take's rate, if the request or the survey decided it. If nullopt, the take's rate is the
     // one at which the plug-in imported the motion.
