@@ -17,7 +17,7 @@
 namespace {
 
 using Writer = exporters::Notes (*)(text::ByteSink&, const headless::Scene&,
-                                    const exporters::Options&);
+                                    const exporters::Options&, const exporters::Progress&);
 
 void Import(const bench::BvhShape& shape, bool nulls) {
     headless::Session::Current().Reset();
@@ -37,7 +37,7 @@ void BM_Export(benchmark::State& state, Writer write, bool nulls) {
                                  .string();
     for (auto _ : state) {
         files::OutputFile out(path);
-        benchmark::DoNotOptimize(write(out, headless::Session::Current().GetScene(), {}));
+        benchmark::DoNotOptimize(write(out, headless::Session::Current().GetScene(), {}, {}));
     }
     state.SetItemsProcessed(state.iterations() * shape.joints * shape.frames);
 }
@@ -49,8 +49,8 @@ void Shapes(benchmark::internal::Benchmark* benchmark) {
 }
 
 exporters::Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene,
-                          const exporters::Options& options) {
-    return exporters::WriteNpz(out, scene, options, {});
+                          const exporters::Options& options, const exporters::Progress& progress) {
+    return exporters::WriteNpz(out, scene, options, {}, progress);
 }
 
 BENCHMARK_CAPTURE(BM_Export, GlbOfNulls, exporters::WriteGlb, true)->Apply(Shapes);

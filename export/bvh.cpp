@@ -28,6 +28,9 @@ constexpr std::size_t kMostTabs = 32;
 // The frame time, in seconds, if only the base pose is written. The base pose has no rate, but the
 // format requires a frame time.
 constexpr double kPoseFrameTime = 1.0 / 30.0;
+// If joints may move, all frames are evaluated before the first row is written. That takes about
+// this share of the time.
+constexpr double kClassifyShare = 0.3;
 
 // Returns the name as one word. White space and control characters of ASCII become "_", because a
 // reader may end the word at them. An empty name becomes "_" too.
@@ -60,11 +63,12 @@ bool IsPositionChannel(headless::Channel channel) {
 class Section {
   public:
     Section(text::ByteSink& out, const headless::Scene& scene, const Object& model,
-            const ExportedMotion& motion, std::optional<int> digits)
+            const ExportedMotion& motion, std::optional<int> digits, const Progress& progress)
         : out_(out),
           scene_(scene),
           model_(model),
           motion_(motion),
+          progress_(progress),
           locals_(motion.Joints().size()) {
         const auto& joints = motion_.Joints();
         const auto roots = std::count_if(joints.begin(), joints.end(), [](const Joint& joint) {
@@ -102,8 +106,11 @@ class Section {
         base_ = locals_;
         kinds_.assign(locals_.size(), Kind::Rotating);
         if (MayMove()) {
-            for (const double frame : motion_.Times().frames) {
-                motion_.Locals(frame, locals_, scratch_);
+            const std::vector<double>& frames = motion_.Times().frames;
+            const Progress progress = progress_.Between(0.0, kClassifyShare);
+            for (std::size_t frame = 0; frame < frames.size(); ++frame) {
+                progress.Report(frame, frames.size());
+                motion_.Locals(frames[frame], locals_, scratch_);
                 for (std::size_t joint = 0; joint < locals_.size(); ++joint)
                     if (!SameOrigin(locals_[joint], base_[joint])) kinds_[joint] = Kind::Moving;
             }
@@ -221,8 +228,11 @@ class Section {
         const Transform rootTurn = addsRoot_ ? Transform() : turn_;
         if (motion_.Times().IsPose()) return write(BaseFrame(rootTurn));
         BvhFrames rows(motion_, rootTurn);
-        for (std::size_t frame = 0; frame < frames; ++frame)
+        const Progress progress = progress_.Between(MayMove() ? kClassifyShare : 0.0, 1.0);
+        for (std::size_t frame = 0; frame < frames; ++frame) {
+            progress.Report(frame, frames);
             write(rows.Next());
+        }
     }
 
     BvhFrames::Frame BaseFrame(const Transform& rootTurn) {
@@ -276,6 +286,7 @@ class Section {
     const headless::Scene& scene_;
     const Object& model_;
     const ExportedMotion& motion_;
+    Progress progress_;
     ExportedMotion::Scratch scratch_;
     std::vector<Transform> locals_;
     std::vector<Transform> base_;
@@ -293,12 +304,16 @@ class Section {
 
 }  // namespace
 
-Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options& options) {
+Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options& options,
+               const Progress& progress) {
     Notes notes;
-    for (const ExportedModel& model : ExportedModels(scene, options)) {
+    const std::vector<ExportedModel> models = ExportedModels(scene, options);
+    for (const ExportedModel& model : models) {
         ExportedMotion motion(scene, model, MotionOf(*model.object), options, notes);
         motion.SpaceEvenly();
-        Section(out, scene, *model.object, motion, options.digits).Write();
+        Section(out, scene, *model.object, motion, options.digits,
+                progress.Part(model.index, models.size()))
+            .Write();
     }
     return notes;
 }

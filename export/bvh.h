@@ -3,6 +3,7 @@
 #pragma once
 
 #include "export/options.h"
+#include "export/progress.h"
 #include "headless/scene.h"
 #include "text/byte_sink.h"
 
@@ -32,6 +33,7 @@ namespace exporters {
 // Returns notes about what was left out. Throws ExportError, possibly after it has written the
 // sections of earlier models. In that case `out` does not hold a valid file. Passes on what `out`
 // throws.
-Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options& options);
+Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options& options,
+               const Progress& progress = {});
 
 }  // namespace exporters

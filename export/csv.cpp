@@ -31,7 +31,8 @@ char* WriteCell(char* end, double number, int decimals) {
 
 }  // namespace
 
-Notes WriteCsv(text::ByteSink& out, const headless::Scene& scene, const Options& options) {
+Notes WriteCsv(text::ByteSink& out, const headless::Scene& scene, const Options& options,
+               const Progress& progress) {
     const Table table(scene, options, false);
     const int decimals = text::DecimalsFor(table.Size());
     WriteHeader(out, ColumnNames(table));
@@ -40,6 +41,7 @@ Notes WriteCsv(text::ByteSink& out, const headless::Scene& scene, const Options&
     Table::Scratch scratch;
     std::vector<char> text((2 + 6 * globals.size()) * (text::kLongestNumber + 1) + 1);
     for (std::size_t row = 0; row < table.Rows(); ++row) {
+        progress.Report(row, table.Rows());
         table.Row(row, locals, globals, scratch);
         const auto frame = static_cast<double>(table.FrameNumber(row));
         char* end = text::WriteNumber(text.data(), frame, 0);

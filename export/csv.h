@@ -3,6 +3,7 @@
 #pragma once
 
 #include "export/options.h"
+#include "export/progress.h"
 #include "headless/scene.h"
 #include "text/byte_sink.h"
 
@@ -19,6 +20,7 @@ namespace exporters {
 //
 // Returns notes about what was left out. Throws ExportError, possibly after it has written some
 // rows. In that case `out` does not hold a whole table. Passes on what `out` throws.
-Notes WriteCsv(text::ByteSink& out, const headless::Scene& scene, const Options& options);
+Notes WriteCsv(text::ByteSink& out, const headless::Scene& scene, const Options& options,
+               const Progress& progress = {});
 
 }  // namespace exporters

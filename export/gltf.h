@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "export/options.h"
+#include "export/progress.h"
 #include "headless/scene.h"
 #include "text/byte_sink.h"
 
@@ -25,11 +26,13 @@ namespace exporters {
 //
 // Returns notes about what was left out. Throws ExportError, always before anything is written.
 // Passes on what the sink throws.
-Notes WriteGlb(text::ByteSink& out, const headless::Scene& scene, const Options& options);
+Notes WriteGlb(text::ByteSink& out, const headless::Scene& scene, const Options& options,
+               const Progress& progress = {});
 
 // Writes the same as two files: the JSON to `out`, the buffer to `binary`. The JSON refers to the
 // file with the buffer by `binaryName`.
 Notes WriteGltf(text::ByteSink& out, text::ByteSink& binary, std::string_view binaryName,
-                const headless::Scene& scene, const Options& options);
+                const headless::Scene& scene, const Options& options,
+                const Progress& progress = {});
 
 }  // namespace exporters

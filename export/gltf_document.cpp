@@ -93,7 +93,8 @@ json Bounds(const std::vector<std::array<float, 3>>& positions) {
 
 }  // namespace
 
-GltfDocument::GltfDocument(const headless::Scene& scene, const Options& options)
+GltfDocument::GltfDocument(const headless::Scene& scene, const Options& options,
+                           const Progress& progress)
     : scene_(scene), options_(options) {
     const std::vector<ExportedModel> models = ExportedModels(scene, options);
     for (const ExportedModel& model : models) {
@@ -103,7 +104,7 @@ GltfDocument::GltfDocument(const headless::Scene& scene, const Options& options)
             names_.Add(text::EncodeUtf8(joint.name));
     }
     for (const ExportedModel& model : models)
-        AddModel(model);
+        AddModel(model, progress.Part(model.index, models.size()));
     AddAnimations();
     buffer_.Finish();
 }
@@ -113,7 +114,7 @@ void GltfDocument::PutName(json& node, const std::string& name) const {
     if (names_.IsChanged(name)) node["extras"] = {{"name", name}};
 }
 
-void GltfDocument::AddModel(const ExportedModel& model) {
+void GltfDocument::AddModel(const ExportedModel& model, const Progress& progress) {
     Model& parts = models_.emplace_back();
     parts.holder = nodes_.Count();
     const std::string name = text::EncodeUtf8(headless::View(model.object->name));
@@ -141,7 +142,7 @@ void GltfDocument::AddModel(const ExportedModel& model) {
             AddBody(name, skin, parts);
         }
     }
-    AddMotions(model, parts);
+    AddMotions(model, parts, progress);
 }
 
 void GltfDocument::AddNodes(const Object& model, const ExportedMotion& pose, const Model& parts) {
@@ -211,15 +212,16 @@ void GltfDocument::AddBody(const std::string& name, std::size_t skin, Model& par
     nodes_.Add(node);
 }
 
-void GltfDocument::AddMotions(const ExportedModel& model, Model& parts) {
+void GltfDocument::AddMotions(const ExportedModel& model, Model& parts, const Progress& progress) {
     if (MotionOf(*model.object) == nullptr) NoteNoMotion(*model.object, notes_);
     // The first action is the base pose; all others are motions.
     const auto& actions = model.object->modelData->actions;
     for (std::size_t action = 1; action < actions.size(); ++action) {
         const ExportedMotion motion(scene_, model, actions[action].get(), options_, notes_);
         if (motion.Motion() == nullptr || parts.inverseBinds.empty()) continue;
-        parts.motions.push_back(
-            BuildGltfMotion(scene_, *model.object, motion, parts.aim ? &*parts.aim : nullptr));
+        parts.motions.push_back(BuildGltfMotion(scene_, *model.object, motion,
+                                                parts.aim ? &*parts.aim : nullptr,
+                                                progress.Part(action - 1, actions.size() - 1)));
     }
 }
 

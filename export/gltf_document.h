@@ -18,6 +18,7 @@
 #include "export/gltf_names.h"
 #include "export/gltf_tracks.h"
 #include "export/options.h"
+#include "export/progress.h"
 #include "headless/scene.h"
 
 namespace exporters {
@@ -25,8 +26,8 @@ namespace exporters {
 class GltfDocument {
   public:
     // Keeps references to the scene and to the options. Throws ExportError if the scene cannot be
-    // written as glTF.
-    GltfDocument(const headless::Scene& scene, const Options& options);
+    // written as glTF, and what `progress` throws.
+    GltfDocument(const headless::Scene& scene, const Options& options, const Progress& progress);
 
     // Returns the JSON text. `bufferName` is the name of the file that holds the buffer. It is
     // empty if one file holds both the JSON and the buffer.
@@ -45,13 +46,13 @@ class GltfDocument {
         std::deque<GltfMotion> motions;
     };
 
-    void AddModel(const ExportedModel& model);
+    void AddModel(const ExportedModel& model, const Progress& progress);
     void AddNodes(const headless::Object& model, const ExportedMotion& pose, const Model& parts);
     // Returns the index of the new skin. `holder` is the index of the node above the joints. The
     // nodes of the joints have the indices after `holder`.
     std::size_t AddSkin(const std::string& name, std::size_t holder);
     void AddBody(const std::string& name, std::size_t skin, Model& parts);
-    void AddMotions(const ExportedModel& model, Model& parts);
+    void AddMotions(const ExportedModel& model, Model& parts, const Progress& progress);
     // Adds one animation for the motions of all models or, if that is not possible or not wanted,
     // one for each motion.
     void AddAnimations();

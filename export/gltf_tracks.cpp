@@ -69,7 +69,8 @@ float GltfFloat(double value) {
 }
 
 GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
-                           const ExportedMotion& motion, const AimedFrames* aim) {
+                           const ExportedMotion& motion, const AimedFrames* aim,
+                           const Progress& progress) {
     const headless::ActionSource& source = *motion.Motion();
     const Timeline& timeline = motion.Times();
     const std::size_t frames = timeline.frames.size();
@@ -97,6 +98,7 @@ GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
     }
     ExportedMotion::Scratch scratch;
     for (std::size_t frame = 0; frame < frames; ++frame) {
+        progress.Report(frame, frames);
         motion.Locals(timeline.frames[frame], locals, scratch);
         if (aim) aim->ApplyToLocals(locals);
         for (std::size_t joint = 0; joint < count; ++joint) {

@@ -10,6 +10,7 @@
 
 #include "export/aimed_frames.h"
 #include "export/exported_motion.h"
+#include "export/progress.h"
 #include "headless/scene.h"
 
 namespace exporters {
@@ -83,8 +84,10 @@ struct GltfMotion {
 // - An active curve drives its rotation.
 // - In some frame, its rotation differs from the rotation of its node.
 // The translations of a joint are stored if, in some frame, its translation differs from the
-// translation of its node. Throws ExportError if a number is not finite or too large for 32 bits.
+// translation of its node. Throws ExportError if a number is not finite or too large for 32 bits,
+// and what `progress` throws.
 GltfMotion BuildGltfMotion(const headless::Scene& scene, const headless::Object& model,
-                           const ExportedMotion& motion, const AimedFrames* aim);
+                           const ExportedMotion& motion, const AimedFrames* aim,
+                           const Progress& progress);
 
 }  // namespace exporters

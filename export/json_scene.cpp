@@ -18,7 +18,8 @@ using headless::ObjectType;
 
 class SceneWriter {
   public:
-    SceneWriter(text::ByteSink& out, const headless::Scene& scene) : out_(out), scene_(scene) {}
+    SceneWriter(text::ByteSink& out, const headless::Scene& scene, const Progress& progress)
+        : out_(out), scene_(scene), progress_(progress), itemCount_(CountItems(scene)) {}
 
     void Write() {
         line_ = "\"scene\": [";
@@ -33,6 +34,15 @@ class SceneWriter {
     }
 
   private:
+    // Counts the items of all actions. They take most of the time.
+    static std::size_t CountItems(const headless::Scene& scene) {
+        std::size_t count = 0;
+        for (const Object* model : scene.Models())
+            for (const auto& action : model->modelData->actions)
+                count += action->items.size();
+        return count;
+    }
+
     // Writes the text of line_ and empties it.
     void Flush() {
         out_.Write(line_);
@@ -138,6 +148,7 @@ class SceneWriter {
     }
 
     void WriteItem(const headless::ActionItem& item) {
+        progress_.Report(writtenItems_++, itemCount_);
         line_ += "{\"target\": ";
         AppendString(item.Target());
         line_ += item.active ? ", \"active\": true" : ", \"active\": false";
@@ -199,6 +210,9 @@ class SceneWriter {
 
     text::ByteSink& out_;
     const headless::Scene& scene_;
+    const Progress& progress_;
+    std::size_t itemCount_;
+    std::size_t writtenItems_ = 0;
     std::string line_;
     std::shared_ptr<const std::vector<double>> lastTimes_;
     std::string timesText_;
@@ -206,8 +220,8 @@ class SceneWriter {
 
 }  // namespace
 
-void WriteJsonScene(text::ByteSink& out, const headless::Scene& scene) {
-    SceneWriter(out, scene).Write();
+void WriteJsonScene(text::ByteSink& out, const headless::Scene& scene, const Progress& progress) {
+    SceneWriter(out, scene, progress).Write();
 }
 
 }  // namespace exporters

@@ -21,6 +21,9 @@
 namespace exporters {
 namespace {
 
+// The share of the time that computing the poses takes. The rest is for writing them.
+constexpr double kPosesShare = 0.6;
+
 // Numbers and characters are written as they are in memory. The headers declare them as
 // little-endian ("<").
 static_assert(std::endian::native == std::endian::little && sizeof(wchar_t) == 4);
@@ -175,15 +178,16 @@ std::string FindingsText(const std::vector<std::string>& findings) {
 }  // namespace
 
 Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options& options,
-               const std::vector<std::string>& findings) {
+               const std::vector<std::string>& findings, const Progress& progress) {
     const Table table(scene, options, true);
     const std::size_t nameWidth = NameWidth(table);
     const FigureFacts facts = DescribeFigure(table, options);
     ArrayWriter arrays(out, options.compress);
+    const Progress poses = progress.Between(0.0, kPosesShare);
     if (options.float32)
-        AddPoses(arrays, table, BuildPoseArrays<float>(table));
+        AddPoses(arrays, table, BuildPoseArrays<float>(table, poses));
     else
-        AddPoses(arrays, table, BuildPoseArrays<double>(table));
+        AddPoses(arrays, table, BuildPoseArrays<double>(table, poses));
     AddSkeleton(arrays, table, nameWidth);
     AddTimes(arrays, table);
     arrays.AddNumbers("unit", "()", std::vector<double>{facts.metresPerUnit});

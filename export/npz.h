@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "export/options.h"
+#include "export/progress.h"
 #include "headless/scene.h"
 #include "text/byte_sink.h"
 
@@ -31,6 +32,6 @@ namespace exporters {
 // Needs memory for all arrays. Returns notes about what was left out. Throws ExportError, always
 // before anything is written. Passes on what `out` throws.
 Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options& options,
-               const std::vector<std::string>& findings);
+               const std::vector<std::string>& findings, const Progress& progress = {});
 
 }  // namespace exporters

@@ -30,14 +30,17 @@ void PutQuaternion(const Transform& transform, Element* numbers) {
         numbers[index] = static_cast<Element>(inOrder[index]);
 }
 
-// Evaluates the rows from `first` to `end` - 1.
+// Evaluates the rows from `first` to `end` - 1. As the threads run at the same time, only one of
+// them reports progress, as if its rows were all.
 template <class Element>
-void FillRows(const Table& table, std::size_t first, std::size_t end, PoseArrays<Element>& arrays) {
+void FillRows(const Table& table, std::size_t first, std::size_t end, const Progress& progress,
+              PoseArrays<Element>& arrays) {
     const std::size_t columns = table.Columns().size();
     std::vector<Transform> locals(columns);
     std::vector<Transform> globals(columns);
     Table::Scratch scratch;
     for (std::size_t row = first; row < end; ++row) {
+        progress.Report(row - first, end - first);
         table.Row(row, locals, globals, scratch);
         for (std::size_t column = 0; column < columns; ++column) {
             const std::size_t index = row * columns + column;
@@ -67,7 +70,7 @@ void MakeContinuous(std::size_t columns, std::vector<Element>& quaternions) {
 }  // namespace
 
 template <class Element>
-PoseArrays<Element> BuildPoseArrays(const Table& table) {
+PoseArrays<Element> BuildPoseArrays(const Table& table, const Progress& progress) {
     const std::size_t rows = table.Rows();
     const std::size_t columns = table.Columns().size();
     PoseArrays<Element> arrays;
@@ -81,10 +84,10 @@ PoseArrays<Element> BuildPoseArrays(const Table& table) {
     std::vector<std::future<void>> others;
     for (std::size_t part = 1; part < parts; ++part)
         others.push_back(std::async(kLaunch, [&, part] {
-            FillRows(table, part * rows / parts, (part + 1) * rows / parts, arrays);
+            FillRows(table, part * rows / parts, (part + 1) * rows / parts, Progress(), arrays);
         }));
     // If this throws, the destructors of the futures wait for the other threads.
-    FillRows(table, 0, rows / parts, arrays);
+    FillRows(table, 0, rows / parts, progress, arrays);
     for (std::future<void>& other : others)
         other.get();
     MakeContinuous(columns, arrays.quaternions);
@@ -92,7 +95,7 @@ PoseArrays<Element> BuildPoseArrays(const Table& table) {
     return arrays;
 }
 
-template PoseArrays<float> BuildPoseArrays(const Table& table);
-template PoseArrays<double> BuildPoseArrays(const Table& table);
+template PoseArrays<float> BuildPoseArrays(const Table& table, const Progress& progress);
+template PoseArrays<double> BuildPoseArrays(const Table& table, const Progress& progress);
 
 }  // namespace exporters

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "export/progress.h"
 #include "export/tables.h"
 
 namespace exporters {
@@ -20,8 +21,9 @@ struct PoseArrays {
     std::vector<Element> localQuaternions;  // as seen from the parent; of a top joint, global
 };
 
-// `Element` is float or double. Several threads evaluate the rows. Throws what Table::Row throws.
+// `Element` is float or double. Several threads evaluate the rows. Throws what Table::Row and
+// `progress` throw.
 template <class Element>
-PoseArrays<Element> BuildPoseArrays(const Table& table);
+PoseArrays<Element> BuildPoseArrays(const Table& table, const Progress& progress);
 
 }  // namespace exporters
