@@ -30,7 +30,7 @@ constexpr std::size_t kMostTabs = 32;
 constexpr double kPoseFrameTime = 1.0 / 30.0;
 // If joints may move, all frames are evaluated before the first row is written. That takes about
 // this share of the time.
-constexpr double kClassifyShare = 0.3;
+constexpr double kClassifyShare = 0.38;
 
 // Returns the name as one word. White space and control characters of ASCII become "_", because a
 // reader may end the word at them. An empty name becomes "_" too.

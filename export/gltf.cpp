@@ -16,7 +16,7 @@ constexpr std::uint32_t kVersion = 2;
 constexpr std::uint64_t kHeaderSize = 12;
 constexpr std::uint64_t kChunkHeaderSize = 8;
 // The share of the time that building the document takes. The rest is for writing it.
-constexpr double kBuildShare = 0.7;
+constexpr double kBuildShare = 0.88;
 
 // Writes 32 bits, little-endian.
 void WriteWord(text::ByteSink& out, std::uint64_t word) {

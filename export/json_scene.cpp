@@ -19,7 +19,7 @@ using headless::ObjectType;
 class SceneWriter {
   public:
     SceneWriter(text::ByteSink& out, const headless::Scene& scene, const Progress& progress)
-        : out_(out), scene_(scene), progress_(progress), itemCount_(CountItems(scene)) {}
+        : out_(out), scene_(scene), progress_(progress), curveCount_(CountCurves(scene)) {}
 
     void Write() {
         line_ = "\"scene\": [";
@@ -34,12 +34,13 @@ class SceneWriter {
     }
 
   private:
-    // Counts the items of all actions. They take most of the time.
-    static std::size_t CountItems(const headless::Scene& scene) {
+    // Counts the curves of all actions. They take most of the time.
+    static std::size_t CountCurves(const headless::Scene& scene) {
         std::size_t count = 0;
         for (const Object* model : scene.Models())
             for (const auto& action : model->modelData->actions)
-                count += action->items.size();
+                for (const headless::ActionItem& item : action->items)
+                    count += item.IsCurve() ? 1 : 0;
         return count;
     }
 
@@ -148,11 +149,11 @@ class SceneWriter {
     }
 
     void WriteItem(const headless::ActionItem& item) {
-        progress_.Report(writtenItems_++, itemCount_);
         line_ += "{\"target\": ";
         AppendString(item.Target());
         line_ += item.active ? ", \"active\": true" : ", \"active\": false";
         if (item.IsCurve()) {
+            progress_.Report(writtenCurves_++, curveCount_);
             line_ += ", \"interpolation\": " + std::to_string(item.GetCurve().interpolation);
             line_ += ", \"times\": ";
             WriteTimes(item.GetCurve().keys.times);
@@ -211,8 +212,8 @@ class SceneWriter {
     text::ByteSink& out_;
     const headless::Scene& scene_;
     const Progress& progress_;
-    std::size_t itemCount_;
-    std::size_t writtenItems_ = 0;
+    std::size_t curveCount_;
+    std::size_t writtenCurves_ = 0;
     std::string line_;
     std::shared_ptr<const std::vector<double>> lastTimes_;
     std::string timesText_;
