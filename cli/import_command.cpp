@@ -6,6 +6,7 @@
 #include <string>
 
 #include "cli/amc_rate.h"
+#include "cli/amc_values.h"
 #include "cli/import_show.h"
 #include "cli/interrupt.h"
 #include "cli/outputs.h"
@@ -32,6 +33,11 @@ ShowOptions ShowOptionsOf(const ImportRequest& request) {
     options.showFindings = !request.report;
     options.file = request.take.file.path;
     if (request.take.motion) options.motionFile = request.take.motion->path;
+    options.kind.emplace();
+    options.kind->format = request.take.format;
+    options.kind->useNulls = request.take.useNulls;
+    if (request.take.motion && DrawsBar(options))
+        options.kind->amcValues = EstimateAmcValues(*request.take.motion);
     return options;
 }
 
