@@ -79,7 +79,9 @@ class ImportRun {
     explicit ImportRun(const ImportRequest& request) : request_(request) {
         const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
         if (!loaded.plugin) throw PluginError(loaded.problem);
-        ImportShow show(ShowOptionsOf(request));
+        const ShowOptions options = ShowOptionsOf(request);
+        drawsBar_ = DrawsBar(options);
+        ImportShow show(options);
         take::Request takeRequest = request.take;
         takeRequest.hasProgressBar = show.HasProgressBar();
         files::SystemStorage storage(true);
@@ -98,11 +100,14 @@ class ImportRun {
         }
         const ExitStatus status = StatusOf(result_.outcome.status);
         OutputsResult written;
-        if (status != dataset::kCancelled) written = WriteOutputs(request_, result_);
+        if (status != dataset::kCancelled) written = WriteOutputs(request_, result_, drawsBar_);
         // Without --report, a signal may end the process from here on. With --report, it must not,
         // because "zkhost convert" started this process and has to read its report. "zkhost
         // convert" sends SIGINT only once, and the handler only records the first signal.
         if (!request_.report) RestoreInterrupts();
+        // "zkhost convert" reports that a job was cancelled, so the job itself says nothing.
+        if (written.interrupted && !request_.report)
+            PrintError(CancelledMessage(written.cancelled, written.files));
         if (status == dataset::kCancelled || written.interrupted) return dataset::kCancelled;
         if (request_.report) PrintReport(!written.milliseconds.empty());
         if (result_.IsImported()) PrintScene();
@@ -131,6 +136,7 @@ class ImportRun {
 
     const ImportRequest& request_;
     take::Result result_;
+    bool drawsBar_ = false;
     double loadMilliseconds_ = 0.0;
 };
 

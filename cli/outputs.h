@@ -14,15 +14,23 @@ namespace cli {
 struct OutputsResult {
     bool failed = false;               // an output could not be written; stderr says which and why
     bool interrupted = false;          // the user asked to stop; the remaining outputs were skipped
+    std::vector<std::string> files;    // paths of the files that were written
+    std::string cancelled;             // path of the output that was being written then
     std::vector<double> milliseconds;  // how long it took to write each output that was written
 };
 
 // Writes the outputs of the request. After a failed import, only JSON records are written. If a
-// format cannot contain a part of the scene, prints to stderr what was left out.
-OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result);
+// format cannot contain a part of the scene, prints to stderr what was left out. If `drawsBar` is
+// set, draws a bar on stderr while an output is written.
+OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result, bool drawsBar);
 
-// Calls `write`, which writes one output, and adds its outcome to `result`. Prints errors to
-// stderr.
-void AddOutput(const std::function<files::WriteOutcome()>& write, OutputsResult& result);
+// Calls `write`, which writes one output, and adds its outcome to `result`. `paths` are the files
+// of the output. Prints errors to stderr.
+void AddOutput(const std::function<files::WriteOutcome()>& write,
+               const std::vector<std::string>& paths, OutputsResult& result);
+
+// Returns a message for a user who has cancelled while the output `path` was written. `kept` are
+// the files that were written before.
+std::string CancelledMessage(const std::string& path, const std::vector<std::string>& kept);
 
 }  // namespace cli
