@@ -1,6 +1,7 @@
 #include "export/bvh.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "export/bvh_angles.h"
 #include "export/bvh_frames.h"
@@ -68,7 +69,7 @@ class Section {
           scene_(scene),
           model_(model),
           motion_(motion),
-          progress_(progress),
+          progress_(std::move(progress)),
           locals_(motion.Joints().size()) {
         const auto& joints = motion_.Joints();
         const auto roots = std::count_if(joints.begin(), joints.end(), [](const Joint& joint) {
