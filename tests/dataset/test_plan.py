@@ -64,18 +64,39 @@ class Plan(DataSet):
                            capture_output=True, env=dict(os.environ, HOME=str(self.folder)))
         self.check_outputs("glb")
 
+    def run_slurm_task(self, task, tasks):
+        """Runs one task of an array with the script of the manual. Returns its exit status and its stderr."""
+        script = re.search(r"```bash\n(#!/bin/bash\n#SBATCH.*?)```", MANUAL.read_text(encoding="utf-8"), re.S)
+        (self.folder / "job.sh").write_text(script[1], encoding="utf-8")
+        run = subprocess.run(["bash", "job.sh"], cwd=self.folder, check=False, capture_output=True,
+                             env=dict(os.environ, SLURM_ARRAY_TASK_ID=str(task), SLURM_ARRAY_TASK_COUNT=str(tasks),
+                                      SLURM_SUBMIT_DIR=str(self.folder)))
+        return run.returncode, run.stderr.decode()
+
     def test_a_slurm_array_runs_it(self):
         self.put_data_set()
         text, _ = self.plan("takes --bones", to="npz")
-        script = re.search(r"```bash\n(#!/bin/bash\n#SBATCH.*?)```", MANUAL.read_text(encoding="utf-8"), re.S)
-        (self.folder / "job.sh").write_text(script[1], encoding="utf-8")
         lines, tasks = text.count("\n"), 3
         for task in range(1, tasks + 1):
-            subprocess.run(["bash", "job.sh"], cwd=self.folder, check=True, capture_output=True,
-                           env=dict(os.environ, SLURM_ARRAY_TASK_ID=str(task), SLURM_ARRAY_TASK_COUNT=str(tasks),
-                                    SLURM_SUBMIT_DIR=str(self.folder)))
+            status, err = self.run_slurm_task(task, tasks)
+            self.assertEqual(status, 0, err)
         self.assertGreater(lines, tasks)
         self.check_outputs("npz")
+
+    def test_a_slurm_task_without_work_succeeds(self):
+        self.put("takes/walk.bvh", bvh())
+        self.plan()
+        self.assertEqual(self.run_slurm_task(2, 3)[0], 0)
+        self.assertFalse((self.folder / "out").exists())
+
+    def test_a_slurm_task_fails_if_an_import_fails_or_there_is_no_plan(self):
+        self.put_broken("takes/broken.bvh")
+        self.plan()
+        self.assertEqual(self.run_slurm_task(1, 1)[0], 1)
+        (self.folder / "plan.sh").unlink()
+        status, err = self.run_slurm_task(1, 1)
+        self.assertEqual(status, 1)
+        self.assertIn("plan.sh", err)
 
     def test_convert_writes_the_index_of_its_outputs(self):
         self.put_data_set()
