@@ -42,6 +42,7 @@ ConvertShow::ConvertShow(std::size_t total) : total_(total) {
     if (total == 0 || !CanRedrawLines()) return;
     bar_.emplace(TerminalColumns(STDERR_FILENO), kInterval, ToStderr());
     bar_->Receive(Event(headless::BarEvent::Kind::Maximum, total));
+    Draw();
     bar_->Receive(Event(headless::BarEvent::Kind::Visible, 1));
 }
 

@@ -16,7 +16,8 @@ namespace cli {
 // line below them shows the progress.
 class ConvertShow {
   public:
-    // `total` is the number of all jobs. It is 0 for --plan, which needs no progress line.
+    // `total` is the number of all jobs. It is 0 for --plan, which needs no progress line. The
+    // progress line is drawn at once.
     explicit ConvertShow(std::size_t total);
 
     // Counts a job that was run, and prints its warnings and errors. Ignores a cancelled job.

@@ -244,6 +244,7 @@ class Usage(DataSet):
             pass
         self.assertEqual(run.wait(), 4)
         text = shown.decode()
+        self.assertTrue(text.startswith("\r\x1b[K0 of 4 done"), text)
         self.assertRegex(text, r"\d of 4 done, 1 failed  \[#+ *\] +\d+%")
         self.assertIn("takes/bro\\x1bken.bvh:4:10: error: ", text)
         self.assertTrue(text.replace("\r\n", "\n").endswith("\r\x1b[K3 converted, 1 failed\n  number-bad: 1 file\nout/index.csv\n"), text)
