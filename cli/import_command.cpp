@@ -3,6 +3,7 @@
 #include <chrono>
 #include <fmt/format.h>
 #include <fstream>
+#include <optional>
 #include <string>
 
 #include "cli/amc_rate.h"
@@ -109,7 +110,7 @@ class ImportRun {
         if (written.interrupted && !request_.report)
             PrintError(CancelledMessage(written.cancelled, written.files));
         if (status == dataset::kCancelled || written.interrupted) return dataset::kCancelled;
-        if (request_.report) PrintReport(!written.milliseconds.empty());
+        if (request_.report) PrintReport(written);
         if (result_.IsImported()) PrintScene();
         if (request_.timing) PrintTiming(written);
         return result_.IsImported() && written.failed ? dataset::kOutputFailed : status;
@@ -122,16 +123,17 @@ class ImportRun {
         if (request_.tree) PrintTree(result_.Scene(), ToStdout());
     }
 
-    void PrintReport(bool wasWritten) const {
+    void PrintReport(const OutputsResult& written) const {
         dataset::ImportReport report = ReportOf(request_.take, result_);
-        report.written = wasWritten;
+        report.outputs = written.milliseconds;
+        report.loadMilliseconds = loadMilliseconds_;
         ToStdout()(dataset::ReportLine(report));
     }
 
     void PrintTiming(const OutputsResult& written) const {
         ToStdout()(fmt::format("load_ms={:.3f}\n", loadMilliseconds_));
-        for (const double milliseconds : written.milliseconds)
-            ToStdout()(fmt::format("write_ms={:.3f}\n", milliseconds));
+        for (const std::optional<double>& milliseconds : written.milliseconds)
+            if (milliseconds) ToStdout()(fmt::format("write_ms={:.3f}\n", *milliseconds));
     }
 
     const ImportRequest& request_;

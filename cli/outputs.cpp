@@ -62,10 +62,8 @@ void AddOutput(const std::function<files::WriteOutcome()>& write,
     const auto start = std::chrono::steady_clock::now();
     const files::WriteOutcome outcome = write();
     const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
-    if (outcome.IsWritten()) {
-        result.milliseconds.push_back(took.count());
-        result.files.insert(result.files.end(), paths.begin(), paths.end());
-    }
+    if (outcome.IsWritten()) result.files.insert(result.files.end(), paths.begin(), paths.end());
+    result.milliseconds.push_back(outcome.IsWritten() ? std::optional(took.count()) : std::nullopt);
     if (!outcome.problem.empty()) PrintError(outcome.problem);
     result.failed |= !outcome.problem.empty();
     if (!outcome.isCancelled) return;
@@ -80,9 +78,11 @@ OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& res
     OutputsResult written;
     for (const OutputRequest& output : request.outputs) {
         if (written.interrupted) break;
-        if (!result.IsImported() && !output.format->isRecord) continue;
-        if (request.makeFolders && !MakeFolderOf(output.path)) {
-            written.failed = true;
+        const bool isDue = result.IsImported() || output.format->isRecord;
+        const bool hasFolder = !isDue || !request.makeFolders || MakeFolderOf(output.path);
+        written.failed |= !hasFolder;
+        if (!isDue || !hasFolder) {
+            written.milliseconds.emplace_back();
             continue;
         }
         exporters::Notes notes;

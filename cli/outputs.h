@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,11 +13,13 @@
 namespace cli {
 
 struct OutputsResult {
-    bool failed = false;               // an output could not be written; stderr says which and why
-    bool interrupted = false;          // the user asked to stop; the remaining outputs were skipped
-    std::vector<std::string> files;    // paths of the files that were written
-    std::string cancelled;             // path of the output that was being written then
-    std::vector<double> milliseconds;  // how long it took to write each output that was written
+    bool failed = false;             // an output could not be written; stderr says which and why
+    bool interrupted = false;        // the user asked to stop; the remaining outputs were skipped
+    std::vector<std::string> files;  // paths of the files that were written
+    std::string cancelled;           // path of the output that was being written then
+    // How long it took to write each output, in the order of the request. nullopt if the output was
+    // not written. If the user asked to stop, the outputs that were skipped have no element.
+    std::vector<std::optional<double>> milliseconds;
 };
 
 // Writes the outputs of the request. After a failed import, only JSON records are written. If a

@@ -31,6 +31,11 @@ std::string FirstOwnError(std::string_view errors) {
     return {};
 }
 
+bool HasOutput(const ImportReport& report) {
+    return std::any_of(report.outputs.begin(), report.outputs.end(),
+                       [](const auto& milliseconds) { return milliseconds.has_value(); });
+}
+
 JobStatus StatusOf(const ProcessEnd& end) {
     if (end.cancelled) return JobStatus::Cancelled;
     if (end.exitStatus == kImported) return JobStatus::Ok;
@@ -54,7 +59,7 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
     row.status = StatusOf(end);
     if (row.status == JobStatus::Cancelled) return row;
     const std::optional<ImportReport> report = ReportIn(end.output);
-    if (report && report->written) row.output = job.output;
+    if (report && HasOutput(*report)) row.output = job.output;
     // An import without a report has failed, even if its exit status says that it succeeded. For
     // example, the plug-in may have ended the process.
     if (!report && row.status != JobStatus::Failed) row.status = JobStatus::Failed;

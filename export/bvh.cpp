@@ -64,7 +64,7 @@ bool IsPositionChannel(headless::Channel channel) {
 class Section {
   public:
     Section(text::ByteSink& out, const headless::Scene& scene, const Object& model,
-            const ExportedMotion& motion, std::optional<int> digits, const Progress& progress)
+            const ExportedMotion& motion, std::optional<int> digits, Progress progress)
         : out_(out),
           scene_(scene),
           model_(model),

@@ -20,7 +20,8 @@ ProcessEnd Ended(int exitStatus, const std::string& output = "", const std::stri
 }
 
 std::string LineOf(const std::string& error, bool written) {
-    return dataset::ReportLine({3, 4, 30.000300003, 0.5, written, error, false, {}});
+    const std::optional<double> milliseconds = written ? std::optional(1.5) : std::nullopt;
+    return dataset::ReportLine({3, 4, 30.000300003, 0.5, {milliseconds}, error, false, {}});
 }
 
 struct Row {
