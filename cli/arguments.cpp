@@ -11,6 +11,7 @@
 #include "cli/help_text.h"
 #include "cli/import_options.h"
 #include "cli/option_values.h"
+#include "cli/output_formats.h"
 #include "dataset/request.h"
 #include "export/formats.h"
 #include "pairing/capture_kind.h"
@@ -24,7 +25,7 @@ namespace {
 constexpr double kMostJobs = 1000;
 
 struct ConvertWords {
-    std::string format;
+    std::vector<std::string> formats;
     std::optional<std::string> parallel;
     std::optional<std::string> timeLimit;
 };
@@ -59,7 +60,7 @@ void DescribeConvert(CLI::App& convert, Words& words) {
             words.passedOn.push_back(option);
     dataset::Request& request = words.convert;
     convert.add_option("paths", request.paths)->required();
-    convert.add_option("--to", words.convertWords.format)->required();
+    convert.add_option("--to", words.convertWords.formats)->allow_extra_args(false)->required();
     convert.add_option("--out-dir", request.outDir)->required();
     convert.add_option("--asf", request.skeleton);
     convert.add_option("-j,--jobs", words.convertWords.parallel);
@@ -140,11 +141,9 @@ std::vector<std::string> AsGiven(const std::vector<const CLI::Option*>& options)
 
 dataset::Request BuildConvertRequest(Words& words) {
     dataset::Request& request = words.convert;
-    const exporters::Format* format = exporters::FindFormat('.' + words.convertWords.format);
-    if (!format)
-        throw UsageError(fmt::format("--to {}: unknown format", words.convertWords.format));
-    request.extension = format->extension;
-    request.sideExtension = format->sideExtension;
+    for (const exporters::Format* format : ParseFormats(words.convertWords.formats))
+        request.formats.push_back(
+            {std::string(format->extension), std::string(format->sideExtension)});
     if (request.outDir.empty()) throw UsageError("--out-dir: the name of the folder is empty");
     if (!request.skeleton.empty() &&
         pairing::KindOf(request.skeleton) != pairing::CaptureKind::Skeleton)

@@ -104,19 +104,19 @@ Exit status: 0 no errors, 1 a file has an error, 2 wrong usage,
 )";
 
 const std::string kConvertHelp = WithOutputs(
-    R"(Usage: zkhost convert PATH... --to FORMAT --out-dir DIR  [OPTIONS]
-Example: zkhost convert takes/ --to glb --out-dir out
+    R"(Usage: zkhost convert PATH... --to FORMAT[,...] --out-dir DIR  [OPTIONS]
+Example: zkhost convert takes/ --to glb,npz --out-dir out
 
 Imports each .bvh, .asf and .amc file in its own process; writes DIR/index.csv.
 Folders are searched; outputs get the same subfolders. An .amc is imported with
 the .asf file in its folder whose name begins the motion's name (07.asf and
 07_01.amc), or with the only .asf file there.
-  --to FORMAT        @outputs@
+  --to FORMAT[,...]  @outputs@
   --out-dir DIR      the folder of the outputs, named after the sources
   --asf FILE         use this skeleton for every .amc
   -j, --jobs N       run N imports at a time (default: one per processor)
   --time-limit X     stop an import after X seconds (default: 600; 0: never)
-  --resume           skip sources whose output exists and is newer
+  --resume           skip sources whose outputs all exist and are newer
   --plan             print the command line of each import; run nothing
   --plugin PATH      load this plug-in
 Options for each import, as in 'zkhost import --help':

@@ -12,7 +12,6 @@
 #include "files/links.h"
 #include "files/mended_folder.h"
 #include "text/byte_sink.h"
-#include "text/path_text.h"
 
 namespace dataset {
 namespace {
@@ -60,7 +59,7 @@ Conversion::Task Conversion::Prepare(const Job& job, std::optional<Ledger::Conte
 std::set<std::string> Conversion::OutputFolders() const {
     std::set<std::string> folders = {request_.outDir};
     for (const Job& job : jobs_)
-        folders.insert(fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output)));
+        folders.insert(fmt::format("{}/{}", request_.outDir, FolderOf(job)));
     return folders;
 }
 
@@ -119,12 +118,11 @@ void Conversion::RecordEnd(std::size_t index, const ProcessEnd& end, const Watch
     IndexRow& row = rows_[index];
     row = JudgeJob(job, end);
     const bool isUpToDate = tasks_[index] == Task::FillInRow;
-    if (isUpToDate && row.status != JobStatus::Cancelled) row.output = job.output;
+    if (isUpToDate && row.status != JobStatus::Cancelled) row.output = OutputField(job.outputs);
     if (row.status == JobStatus::Ok) ledger_.Note(job, row);
     // A process that was killed could not remove its temporary files.
     if (!end.exitStatus) {
-        files::RemoveLeftovers(
-            {fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output))});
+        files::RemoveLeftovers({fmt::format("{}/{}", request_.outDir, FolderOf(job))});
         files::RemoveMendedFolders(end.id);
     }
     const ReportedFindings findings = FindingsOf(end);

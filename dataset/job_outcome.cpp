@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "dataset/exit_status.h"
 
@@ -31,9 +32,13 @@ std::string FirstOwnError(std::string_view errors) {
     return {};
 }
 
-bool HasOutput(const ImportReport& report) {
-    return std::any_of(report.outputs.begin(), report.outputs.end(),
-                       [](const auto& milliseconds) { return milliseconds.has_value(); });
+// Returns the outputs of the job that the import has written.
+std::vector<std::string> WrittenOutputs(const Job& job, const ImportReport& report) {
+    std::vector<std::string> written;
+    const std::size_t count = std::min(job.outputs.size(), report.outputs.size());
+    for (std::size_t index = 0; index < count; ++index)
+        if (report.outputs[index]) written.push_back(job.outputs[index]);
+    return written;
 }
 
 JobStatus StatusOf(const ProcessEnd& end) {
@@ -59,7 +64,7 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
     row.status = StatusOf(end);
     if (row.status == JobStatus::Cancelled) return row;
     const std::optional<ImportReport> report = ReportIn(end.output);
-    if (report && HasOutput(*report)) row.output = job.output;
+    if (report) row.output = OutputField(WrittenOutputs(job, *report));
     // An import without a report has failed, even if its exit status says that it succeeded. For
     // example, the plug-in may have ended the process.
     if (!report && row.status != JobStatus::Failed) row.status = JobStatus::Failed;

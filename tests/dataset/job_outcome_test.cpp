@@ -8,7 +8,7 @@ using dataset::IndexRow;
 using dataset::JobStatus;
 using dataset::ProcessEnd;
 
-const dataset::Job kJob{"t/walk.bvh", "", "walk.bvh", "walk.glb", ""};
+const dataset::Job kJob{"t/walk.bvh", "", "walk.bvh", {"walk.glb"}, ""};
 
 // Returns the end of a process that was not killed.
 ProcessEnd Ended(int exitStatus, const std::string& output = "", const std::string& errors = "") {
@@ -89,8 +89,22 @@ TEST_P(JobOutcome, IsAsExpected) {
 INSTANTIATE_TEST_SUITE_P(, JobOutcome, testing::ValuesIn(kRows),
                          [](const auto& row) { return row.param.name; });
 
+TEST(OutputsOfARow, AreThoseThatWereWritten) {
+    const dataset::Job job{"t/a.bvh", "", "a.bvh", {"a.glb", "a.npz", "a.json"}, ""};
+    const auto output = [&](std::vector<std::optional<double>> written) {
+        dataset::ImportReport report;
+        report.outputs = std::move(written);
+        return dataset::JudgeJob(job, Ended(0, dataset::ReportLine(report))).output;
+    };
+    EXPECT_EQ(output({1.0, 2.0, 0.0}), "a.glb|a.npz|a.json");
+    EXPECT_EQ(output({1.0, std::nullopt, 0.0}), "a.glb|a.json");
+    EXPECT_EQ(output({std::nullopt, std::nullopt, 1.0}), "a.json");
+    EXPECT_EQ(output({std::nullopt, std::nullopt, std::nullopt}), "");
+    EXPECT_EQ(output({}), "");
+}
+
 TEST(RefusedJob, IsAFailure) {
-    const IndexRow row = dataset::RefusedRow({"t/a.amc", "", "a.amc", "", "no skeleton"});
+    const IndexRow row = dataset::RefusedRow({"t/a.amc", "", "a.amc", {}, "no skeleton"});
     EXPECT_EQ(row.status, JobStatus::Failed);
     EXPECT_EQ(row.error, "no skeleton");
 }

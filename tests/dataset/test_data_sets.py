@@ -35,6 +35,30 @@ class Outputs(DataSet):
             self.assertEqual({name: made[name] for name in alone}, alone)
             self.assertEqual(len(alone), 4 if to == "gltf" else 2)
 
+    def test_several_formats_come_from_one_import(self):
+        for name in ("walk.asf", "walk.amc", "run.bvh"):
+            self.put(f"takes/{name}", (SAMPLES / name.replace("run", "walk")).read_bytes())
+        self.put_broken("takes/07/broken.bvh")
+        self.convert("takes", status=4, to="npz,gltf,json")
+        self.assertEqual({row["source"]: row["output"] for row in self.index()},
+                         {"takes/07/broken.bvh": "07/broken.json", "takes/run.bvh": "run.gltf|run.npz|run.json",
+                          "takes/walk.amc": "walk.gltf|walk.npz|walk.json"})
+        made = self.tree()
+        alone = {}
+        for to in ("gltf", "npz", "json"):
+            self.convert("takes", status=4, to=to, out=to)
+            alone.update(self.tree(to))
+        self.assertEqual(set(made), set(alone))
+        own = ("index.csv", ".zkhost-convert")
+        self.assertEqual({name: made[name] for name in made if name not in own},
+                         {name: alone[name] for name in alone if name not in own})
+
+    def test_the_order_of_formats_does_not_matter(self):
+        self.put_samples(3)
+        self.convert("takes", to="glb,npz", out="one")
+        self.convert("takes --to GLB", to="npz,glb", out="other")
+        self.assertEqual(self.tree("one"), self.tree("other"))
+
     def test_bytes_do_not_depend_on_the_number_of_processes(self):
         self.put_samples(20)
         self.put_broken("takes/1/broken.bvh")

@@ -28,13 +28,13 @@ class Plan(DataSet):
         return {path: content for path, content in self.tree(name).items()
                 if path not in ("index.csv", ".zkhost-convert")}
 
-    def check_outputs(self, to):
-        """Checks that convert writes the same outputs as those that the plan wrote to out/."""
+    def check_outputs(self, to, files=1):
+        """Checks that convert writes the same outputs as those that the plan wrote to out/, `files` for each take."""
         made = self.outputs_of("out")
         os.rename(self.folder / "out", self.folder / "by_plan")
         self.convert("takes --bones", to=to)
         self.assertEqual(self.outputs_of("out"), made)
-        self.assertEqual(len(made), 8)
+        self.assertEqual(len(made), 8 * files)
 
     def test_it_creates_nothing(self):
         self.put_data_set()
@@ -47,6 +47,13 @@ class Plan(DataSet):
         self.assertEqual(text.count("\n"), 8)
         self.assertTrue(all(line.startswith(f"{self.zkhost} import ") for line in text.splitlines()))
         self.assertIn(" import takes/07/07.asf takes/07/07_01.amc ", text)
+
+    def test_a_line_writes_all_formats(self):
+        self.put_data_set()
+        text, _ = self.plan("takes --bones", to="gltf,npz")
+        self.assertIn(" --make-folders -o out/walk.gltf -o out/walk.npz\n", text)
+        subprocess.run(["sh", "plan.sh"], cwd=self.folder, check=True, capture_output=True)
+        self.check_outputs("gltf,npz", files=3)
 
     def test_a_shell_runs_it(self):
         self.put_data_set()

@@ -70,6 +70,38 @@ class Resume(DataSet):
                 self.check_one_is_made(to="gltf")
                 self.assertEqual(self.tree(), first)
 
+    def test_all_outputs_are_made_again_if_one_of_them_is_not_whole(self):
+        self.put_samples(3)
+        self.convert("takes", to="gltf,npz")
+        first = self.tree()
+        self.assertEqual(len(first), 3 * 3 + 2)
+        for name in ("take001.gltf", "take001.bin", "take001.npz"):
+            path = self.folder / "out/1" / name
+            for spoil in (path.unlink, lambda: os.truncate(path, len(path.read_bytes()) - 1),
+                          lambda: os.utime(path, (1_500_000_000, 1_500_000_000))):
+                spoil()
+                self.check_one_is_made(to="gltf,npz")
+                self.assertEqual(self.tree(), first)
+        times = {path: path.stat().st_mtime_ns for path in (self.folder / "out/1").iterdir()}
+        self.convert("takes --resume", to="npz,gltf")
+        self.assertEqual({path: path.stat().st_mtime_ns for path in times}, times)
+
+    def test_another_format_makes_everything_again(self):
+        self.put_samples(3)
+        self.convert("takes", to="glb")
+        out, err = self.convert("takes --resume", to="glb,npz")
+        self.assertTrue(out.startswith("3 converted\n"), out)
+        self.assertIn("the options differ from the last run", err)
+
+    def test_without_a_ledger_the_index_names_all_outputs(self):
+        self.put_samples(3)
+        self.convert("takes", to="glb,npz")
+        first = self.tree()
+        (self.folder / "out/.zkhost-convert").unlink()
+        (self.folder / "out/1/take001.npz").unlink()
+        self.check_one_is_made(to="glb,npz")
+        self.assertEqual(self.tree(), first)
+
     def test_an_output_older_than_its_input_is_made_again(self):
         self.put_samples(3)
         self.convert("takes")
