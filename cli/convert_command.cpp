@@ -13,6 +13,15 @@
 namespace cli {
 namespace {
 
+// Throws UsageError if no job can be run, after it has printed why.
+void RequireJobs(const dataset::Conversion& conversion) {
+    if (!conversion.IsEveryJobRefused()) return;
+    ConvertShow show(0);
+    conversion.Plan([](const auto&) {},
+                    [&](const dataset::IndexRow& row) { show.RecordNotConverted(row); });
+    throw UsageError("nothing to convert: every file was refused");
+}
+
 int Plan(const dataset::Conversion& conversion, const std::string& program) {
     ConvertShow show(0);
     conversion.Plan(
@@ -50,6 +59,7 @@ int Run(dataset::Conversion& conversion, const dataset::Request& request) {
 int RunConvert(const dataset::Request& request, const std::string& program) {
     try {
         dataset::Conversion conversion(request);
+        RequireJobs(conversion);
         return request.plan ? Plan(conversion, program) : Run(conversion, request);
     } catch (const dataset::RequestError& error) {
         throw UsageError(error.what());

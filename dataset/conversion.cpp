@@ -7,6 +7,7 @@
 
 #include "dataset/freshness.h"
 #include "dataset/job_arguments.h"
+#include "dataset/output_folder.h"
 #include "dataset/output_names.h"
 #include "files/leftovers.h"
 #include "files/links.h"
@@ -63,6 +64,11 @@ std::set<std::string> Conversion::OutputFolders() const {
     return folders;
 }
 
+bool Conversion::IsEveryJobRefused() const {
+    return std::all_of(jobs_.begin(), jobs_.end(),
+                       [](const Job& job) { return !job.refusal.empty(); });
+}
+
 void Conversion::Plan(const std::function<void(const std::vector<std::string>&)>& onCommand,
                       const std::function<void(const IndexRow&)>& onNotConverted) const {
     for (std::size_t index = 0; index < jobs_.size(); ++index) {
@@ -75,10 +81,11 @@ void Conversion::Plan(const std::function<void(const std::vector<std::string>&)>
 
 void Conversion::Start() {
     try {
-        std::filesystem::create_directories(request_.outDir);
+        OutputFolder folder(request_.outDir);
         for (const std::string_view name : {kIndexName, std::string_view(kLedgerName)})
             files::RefuseLink(fmt::format("{}/{}", request_.outDir, name));
         ledger_.Start(jobs_, rows_);
+        folder.Keep();
     } catch (const std::filesystem::filesystem_error& error) {
         throw text::WriteError(
             fmt::format("cannot create {}: {}", request_.outDir, error.code().message()));

@@ -43,6 +43,7 @@ class Conversion {
     explicit Conversion(const Request& request);
 
     std::size_t JobCount() const { return jobs_.size(); }
+    bool IsEveryJobRefused() const;
 
     // Runs nothing. Calls `onCommand` for each job that Run would convert, with the arguments of
     // its import (without the program's name). Calls `onNotConverted` for each job that was
@@ -52,7 +53,7 @@ class Conversion {
               const std::function<void(const IndexRow&)>& onNotConverted) const;
 
     // Runs the jobs and writes the index. If the output folder or the ledger cannot be written,
-    // throws text::WriteError before any job is started.
+    // throws text::WriteError before any job is started and leaves nothing behind.
     RunEnd Run(const Watcher& watcher);
 
   private:

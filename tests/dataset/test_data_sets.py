@@ -204,11 +204,11 @@ class Collisions(DataSet):
         self.assertIn("would collide with that of takes/walk.BVH", err)
 
     def test_one_relative_path_from_two_folders_is_refused(self):
-        self.put("a/w.bvh", bvh())
-        self.put("b/w.bvh", bvh())
+        for name in ("a/w.bvh", "b/w.bvh", "a/run.bvh"):
+            self.put(name, bvh())
         self.convert("a b", status=4)
-        self.assertEqual(self.statuses(), {"a/w.bvh": "failed", "b/w.bvh": "failed"})
-        self.assertEqual(self.outputs(), 0)
+        self.assertEqual(self.statuses(), {"a/w.bvh": "failed", "b/w.bvh": "failed", "a/run.bvh": "ok"})
+        self.assertEqual(self.outputs(), 1)
 
     def test_a_folder_may_be_called_anything(self):
         for number, folder in enumerate(("[a,b]", "[]", "-j")):
@@ -225,12 +225,10 @@ class Collisions(DataSet):
         for name, content in (("w.bvh", bvh()), ("07.asf", ASF), ("07_1.amc", amc())):
             self.put(f"takes/{name}", content)
         before = self.tree("takes")
-        _, err = self.convert("takes", status=4, to="bvh", out="takes")
+        _, err = self.convert("takes", status=2, to="npz,bvh", out="takes")
         self.assertIn("takes/w.bvh: its output would overwrite takes/w.bvh\n", err)
         self.assertIn("takes/07_1.amc: its output would be in an input folder", err)
-        after = self.tree("takes")
-        self.assertEqual({name: after[name] for name in before}, before)
-        self.assertEqual(set(after) - set(before), {"index.csv", ".zkhost-convert"})
+        self.assertEqual(self.tree("takes"), before)
         # An output folder inside the input folder is not searched.
         for _ in range(2):
             self.convert("takes", to="bvh", out="takes/out")
@@ -247,6 +245,26 @@ class Usage(DataSet):
         self.convert("walk.bvh", status=2, to="fbx")
         self.convert("walk.bvh", status=2, plugin="none.so")
         self.assertFalse((self.folder / "out").exists())
+
+    def test_nothing_is_written_if_every_file_is_refused(self):
+        self.put("takes/a.amc", amc())
+        self.put("takes/b.amc", amc())
+        for line in ("takes", "takes --resume", "takes --plan"):
+            out, err = self.convert(line, status=2, out="new/out")
+            self.assertEqual(out, "")
+            self.assertEqual([text[:18] for text in err.splitlines()[:2]], ["takes/a.amc: no sk", "takes/b.amc: no sk"])
+            self.assertIn("zkhost: nothing to convert: every file was refused\n", err)
+            self.assertFalse((self.folder / "new").exists())
+
+    def test_nothing_is_written_if_the_output_folder_cannot_be_created(self):
+        self.put("walk.bvh", bvh())
+        self.put("file", "mine")
+        before = self.tree(".")
+        for out in ("file", "file/out", f"new/{'x' * 300}"):
+            _, err = self.convert("walk.bvh", status=3, out=out)
+            self.assertIn(f"zkhost: cannot create {out}: ", err)
+            self.assertEqual(self.tree("."), before)
+            self.assertEqual({path.name for path in self.folder.iterdir()}, {"walk.bvh", "file"})
 
     def test_help_fits_a_screen(self):
         out, _ = self.convert("--help")

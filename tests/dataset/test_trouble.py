@@ -77,6 +77,7 @@ class Imports(DataSet):
     def test_outputs_do_not_follow_links(self):
         self.put("takes/a.bvh", bvh())
         self.put("takes/b.bvh", bvh())
+        self.put("takes/c.bvh", bvh())
         before = (self.folder / "takes/a.bvh").read_text()
         (self.folder / "out").mkdir()
         (self.folder / "out/a.gltf").symlink_to("b.gltf")
@@ -163,6 +164,7 @@ class Folders(DataSet):
         self.assertEqual(self.errors(), {"takes/07/": "Permission denied"})
 
     def test_inputs_are_never_overwritten(self):
+        self.put("takes/run.bvh", bvh())
         self.put("takes/walk.json", "mine")
         walk = self.put("takes/walk.bvh", bvh())
         before = walk.read_bytes()
@@ -175,6 +177,12 @@ class Folders(DataSet):
 
 
 class FullDisk(DataSet):
+    def test_a_run_that_cannot_start_leaves_no_folder(self):
+        self.put("takes/a.bvh", bvh())
+        _, err = self.convert("takes", status=3, prepare=file_size_limit(0), out="new/out")
+        self.assertIn("cannot write new/out/.zkhost-convert: File too large", err)
+        self.assertFalse((self.folder / "new").exists())
+
     def test_only_large_outputs_fail_and_old_ones_stay(self):
         self.put("takes/large.bvh", bvh(frames=3000))
         self.put("takes/small.bvh", bvh())
