@@ -39,18 +39,19 @@ int Run(dataset::Conversion& conversion, const dataset::Request& request) {
     if (!loaded.plugin) throw PluginError(loaded.problem);
     ConvertShow show(conversion.JobCount());
     dataset::Watcher watcher;
-    watcher.onConverted = [&](const auto& row, const auto& findings) {
-        show.RecordConverted(row, findings);
+    watcher.onConverted = [&](const auto& row, const auto& details) {
+        show.RecordConverted(row, details);
     };
-    watcher.onNotConverted = [&](const auto& row, const auto& findings) {
-        show.RecordNotConverted(row, findings);
+    watcher.onNotConverted = [&](const auto& row, const auto& details) {
+        show.RecordNotConverted(row, details);
     };
     watcher.onMessage = [&](std::string_view message) { show.PrintMessage(message); };
     const dataset::RunEnd end = conversion.Run(watcher);
-    if (!end.indexProblem.empty()) PrintError(end.indexProblem);
-    ToStdout()(show.Summary(end.index));
+    show.PrintProblems(end);
+    ToStdout()(show.Summary(end));
+    if (end.isDiskFull) return dataset::kOutputFailed;
     if (end.isCancelled) return dataset::kCancelled;
-    if (!end.indexProblem.empty()) return dataset::kOutputFailed;
+    if (!end.problems.empty()) return dataset::kOutputFailed;
     return show.Failures() > 0 ? dataset::kSomeFailed : dataset::kImported;
 }
 

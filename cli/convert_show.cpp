@@ -47,13 +47,13 @@ ConvertShow::ConvertShow(std::size_t total) : total_(total) {
 }
 
 void ConvertShow::RecordConverted(const dataset::IndexRow& row,
-                                  const dataset::ReportedFindings& findings) {
-    Record(row, findings, converted_);
+                                  const dataset::JobDetails& details) {
+    Record(row, details, converted_);
 }
 
 void ConvertShow::RecordNotConverted(const dataset::IndexRow& row,
-                                     const dataset::ReportedFindings& findings) {
-    Record(row, findings, upToDate_);
+                                     const dataset::JobDetails& details) {
+    Record(row, details, upToDate_);
 }
 
 void ConvertShow::PrintMessage(std::string_view message) {
@@ -61,7 +61,7 @@ void ConvertShow::PrintMessage(std::string_view message) {
     PrintError(message);
 }
 
-void ConvertShow::Record(const dataset::IndexRow& row, const dataset::ReportedFindings& findings,
+void ConvertShow::Record(const dataset::IndexRow& row, const dataset::JobDetails& details,
                          std::size_t& okCount) {
     switch (row.status) {
         case dataset::JobStatus::Ok:
@@ -79,8 +79,9 @@ void ConvertShow::Record(const dataset::IndexRow& row, const dataset::ReportedFi
     std::istringstream codes(row.findings);
     for (std::string code; codes >> code;)
         ++filesByCode_[code];
-    std::string lines = ReadableLines(findings.lines);
-    if (row.status != dataset::JobStatus::Ok && !findings.refused)
+    std::string lines = ReadableLines(details.findings);
+    // A full disk is reported once, by PrintProblems.
+    if (row.status != dataset::JobStatus::Ok && !details.refused && !details.diskIsFull)
         lines += fmt::format("{}: {}\n", Readable(row.source), Readable(row.error));
     if (bar_ && !lines.empty()) bar_->Erase();
     ToStderr()(lines);
@@ -98,19 +99,36 @@ void ConvertShow::Draw() {
     bar_->Receive({headless::BarEvent::Kind::Caption, 0, Zelk::CString(wide.c_str())});
 }
 
-std::string ConvertShow::Summary(const std::string& index) {
+void ConvertShow::PrintProblems(const dataset::RunEnd& end) {
     bar_.reset();
-    std::string line = fmt::format("{} converted", converted_);
+    if (end.isDiskFull) {
+        PrintError(
+            fmt::format("the disk is full: {} of {} sources were converted{}; --resume "
+                        "continues",
+                        converted_ + upToDate_ + partial_, total_,
+                        end.index.empty() ? ", and the index could not be written" : ""));
+        return;
+    }
+    for (const std::string& problem : end.problems)
+        PrintError(problem);
+}
+
+std::string ConvertShow::Summary(const dataset::RunEnd& end) {
+    bar_.reset();
+    std::string text = fmt::format("{} converted", converted_);
     const auto add = [&](std::size_t count, std::string_view what) {
-        if (count > 0) line += fmt::format(", {} {}", count, what);
+        if (count > 0) text += fmt::format(", {} {}", count, what);
     };
     add(upToDate_, "up to date");
     add(partial_, "imported in part");
     add(failed_, "failed");
-    add(total_ - converted_ - upToDate_ - Failures(), "cancelled (--resume continues)");
+    add(total_ - converted_ - upToDate_ - Failures(),
+        end.isDiskFull ? "not converted" : "cancelled (--resume continues)");
+    text += '\n';
     for (const auto& [code, files] : filesByCode_)
-        line += fmt::format("\n  {}: {} file{}", code, files, files == 1 ? "" : "s");
-    return fmt::format("{}\n{}\n", line, Readable(index));
+        text += fmt::format("  {}: {} file{}\n", code, files, files == 1 ? "" : "s");
+    if (!end.index.empty()) text += Readable(end.index) + '\n';
+    return text;
 }
 
 }  // namespace cli

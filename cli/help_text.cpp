@@ -125,7 +125,7 @@ Options for each import, as in 'zkhost import --help':
   --resample [N] --[no-]mesh --digits N;
   for Acclaim files: --limits --length X --preset auto|cmu|none
 Exit status: 0 all converted, 4 some failed, 130 cancelled (--resume continues),
-  2 wrong usage, 3 the index could not be written
+  2 wrong usage, 3 the disk is full, or the index could not be written
 )",
     Outputs(", ", " or ", false));
 

@@ -127,6 +127,7 @@ class ImportRun {
         dataset::ImportReport report = ReportOf(request_.take, result_);
         report.outputs = written.milliseconds;
         report.loadMilliseconds = loadMilliseconds_;
+        report.diskIsFull = written.diskIsFull;
         ToStdout()(dataset::ReportLine(report));
     }
 

@@ -12,6 +12,7 @@
 #include "cli/print.h"
 #include "export/formats.h"
 #include "export/json_record.h"
+#include "files/disk_full.h"
 #include "files/write_file.h"
 #include "take/import.h"
 #include "text/byte_sink.h"
@@ -47,12 +48,16 @@ files::WriteOutcome Write(const OutputRequest& output, const exporters::Content&
     return files::WriteFilePair(output.path, paths[1], fill, Interrupted);
 }
 
-bool MakeFolderOf(const std::string& path) {
+// Returns whether the folder exists afterwards. If not, records the failure in `result`.
+bool MakeFolderOf(const std::string& path, OutputsResult& result) {
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     std::error_code error;
     if (!folder.empty()) std::filesystem::create_directories(folder, error);
-    if (error) PrintError(fmt::format("cannot write {}: {}", path, error.message()));
-    return !error;
+    if (!error) return true;
+    PrintError(fmt::format("cannot write {}: {}", path, error.message()));
+    result.failed = true;
+    result.diskIsFull |= files::IsDiskFull(error.value());
+    return false;
 }
 
 }  // namespace
@@ -66,6 +71,7 @@ void AddOutput(const std::function<files::WriteOutcome()>& write,
     result.milliseconds.push_back(outcome.IsWritten() ? std::optional(took.count()) : std::nullopt);
     if (!outcome.problem.empty()) PrintError(outcome.problem);
     result.failed |= !outcome.problem.empty();
+    result.diskIsFull |= outcome.isDiskFull;
     if (!outcome.isCancelled) return;
     result.interrupted = true;
     result.cancelled = paths.front();
@@ -79,8 +85,7 @@ OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& res
     for (const OutputRequest& output : request.outputs) {
         if (written.interrupted) break;
         const bool isDue = result.IsImported() || output.format->isRecord;
-        const bool hasFolder = !isDue || !request.makeFolders || MakeFolderOf(output.path);
-        written.failed |= !hasFolder;
+        const bool hasFolder = !isDue || !request.makeFolders || MakeFolderOf(output.path, written);
         if (!isDue || !hasFolder) {
             written.milliseconds.emplace_back();
             continue;

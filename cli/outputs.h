@@ -14,6 +14,7 @@ namespace cli {
 
 struct OutputsResult {
     bool failed = false;             // an output could not be written; stderr says which and why
+    bool diskIsFull = false;         // an output could not be written: its disk has no room
     bool interrupted = false;        // the user asked to stop; the remaining outputs were skipped
     std::vector<std::string> files;  // paths of the files that were written
     std::string cancelled;           // path of the output that was being written then

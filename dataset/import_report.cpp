@@ -42,7 +42,8 @@ std::string ReportLine(const ImportReport& report) {
                        {"error", report.error},
                        {"refused", report.refused},
                        {"findings", FindingsJson(report)},
-                       {"load_ms", report.loadMilliseconds}};
+                       {"load_ms", report.loadMilliseconds},
+                       {"disk_full", report.diskIsFull}};
     return line.dump() + '\n';
 }
 
@@ -63,6 +64,7 @@ std::optional<ImportReport> ReadReport(std::string_view line) {
                                        found.at(1).get<std::string>(),
                                        found.at(2).get<std::string>()});
         report.loadMilliseconds = read.at("load_ms").get<double>();
+        report.diskIsFull = read.at("disk_full").get<bool>();
         return report;
     } catch (const Json::exception&) {
         return std::nullopt;

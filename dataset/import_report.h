@@ -33,6 +33,7 @@ struct ImportReport {
     };
     std::vector<ReportedFinding> findings;  // in the order in which the survey reported them
     double loadMilliseconds = 0.0;          // how long the survey and the import took together
+    bool diskIsFull = false;  // an output could not be written because its disk has no room
 };
 
 // Returns the report as one line of JSON, with a line feed at the end. The report's texts must be

@@ -75,14 +75,15 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
     return row;
 }
 
-ReportedFindings FindingsOf(const ProcessEnd& end) {
-    ReportedFindings findings;
+JobDetails DetailsOf(const ProcessEnd& end) {
+    JobDetails details;
     const std::optional<ImportReport> report = ReportIn(end.output);
-    if (!report) return findings;
-    findings.refused = report->refused;
+    if (!report) return details;
+    details.refused = report->refused;
+    details.diskIsFull = report->diskIsFull;
     for (const ImportReport::ReportedFinding& found : report->findings)
-        if (found.severity != "note") findings.lines += found.line;
-    return findings;
+        if (found.severity != "note") details.findings += found.line;
+    return details;
 }
 
 IndexRow RefusedRow(const Job& job) {

@@ -1,6 +1,6 @@
 """The base class of the tests of "zkhost convert": it has a temporary folder for a data set.
 
-usage of each test: test_THEME.py ZKHOST PLUGIN STAND_IN [UNITTEST ARGUMENTS]
+usage of each test: test_THEME.py ZKHOST PLUGIN STAND_IN FULL_DISK [UNITTEST ARGUMENTS]
 """
 
 import csv
@@ -68,7 +68,7 @@ def amc(frames=2):
 
 
 class DataSet(unittest.TestCase):
-    zkhost = plugin = stand_in = ""
+    zkhost = plugin = stand_in = full_disk = ""
     maxDiff = None
 
     def setUp(self):
@@ -117,9 +117,9 @@ class DataSet(unittest.TestCase):
         return [self.zkhost, "convert", *shlex.split(line), "--to", to, "--out-dir", out,
                 "--plugin", plugin or self.plugin]
 
-    def convert(self, line, status=0, prepare=None, **how):
+    def convert(self, line, status=0, prepare=None, env=None, **how):
         """Runs zkhost convert. Returns its stdout and its stderr."""
-        run = subprocess.run(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL,
+        run = subprocess.run(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL, env=env,
                              capture_output=True, timeout=LIMIT, preexec_fn=prepare)
         out, err = (text.decode("utf-8", "surrogateescape") for text in (run.stdout, run.stderr))
         self.assertEqual(run.returncode, status, f"\nstdout: {out}\nstderr: {err}")
@@ -145,6 +145,6 @@ class DataSet(unittest.TestCase):
 
 
 def main():
-    DataSet.zkhost, DataSet.plugin, DataSet.stand_in = sys.argv[1:4]
-    del sys.argv[1:4]
+    DataSet.zkhost, DataSet.plugin, DataSet.stand_in, DataSet.full_disk = sys.argv[1:5]
+    del sys.argv[1:5]
     unittest.main(verbosity=2)

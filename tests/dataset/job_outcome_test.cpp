@@ -131,12 +131,12 @@ TEST(JobFindings, AreCountedAndNamedInTheRow) {
 }
 
 TEST(JobFindings, AreReportedExceptNotes) {
-    const dataset::ReportedFindings findings = dataset::FindingsOf(EndWithFindings(true));
-    EXPECT_TRUE(findings.refused);
-    EXPECT_EQ(findings.lines,
+    const dataset::JobDetails details = dataset::DetailsOf(EndWithFindings(true));
+    EXPECT_TRUE(details.refused);
+    EXPECT_EQ(details.findings,
               "walk.bvh:2:1: warning: b\nwalk.bvh:3:1: x\nwalk.amc:4:1: warning: c\n");
-    EXPECT_FALSE(dataset::FindingsOf(EndWithFindings(false)).refused);
-    EXPECT_EQ(dataset::FindingsOf(Ended(77)).lines, "");
+    EXPECT_FALSE(dataset::DetailsOf(EndWithFindings(false)).refused);
+    EXPECT_EQ(dataset::DetailsOf(Ended(77)).findings, "");
 }
 
 }  // namespace
