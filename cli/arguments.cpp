@@ -67,6 +67,7 @@ void DescribeConvert(CLI::App& convert, Words& words) {
     convert.add_option("--time-limit", words.convertWords.timeLimit);
     convert.add_flag("--resume", request.resume);
     convert.add_flag("--plan", request.plan);
+    convert.add_flag("--timing", request.timing);
     convert.add_option("--plugin", request.plugin);
 }
 

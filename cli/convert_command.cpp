@@ -48,7 +48,7 @@ int Run(dataset::Conversion& conversion, const dataset::Request& request) {
     watcher.onMessage = [&](std::string_view message) { show.PrintMessage(message); };
     const dataset::RunEnd end = conversion.Run(watcher);
     show.PrintProblems(end);
-    ToStdout()(show.Summary(end));
+    ToStdout()(show.Summary(end, request.timing));
     if (end.isDiskFull) return dataset::kOutputFailed;
     if (end.isCancelled) return dataset::kCancelled;
     if (!end.problems.empty()) return dataset::kOutputFailed;

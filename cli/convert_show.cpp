@@ -38,7 +38,8 @@ headless::BarEvent Event(headless::BarEvent::Kind kind, std::size_t number) {
 
 }  // namespace
 
-ConvertShow::ConvertShow(std::size_t total) : total_(total) {
+ConvertShow::ConvertShow(std::size_t total) {
+    counts_.total = total;
     if (total == 0 || !CanRedrawLines()) return;
     bar_.emplace(TerminalColumns(STDERR_FILENO), kInterval, ToStderr());
     bar_->Receive(Event(headless::BarEvent::Kind::Maximum, total));
@@ -48,12 +49,12 @@ ConvertShow::ConvertShow(std::size_t total) : total_(total) {
 
 void ConvertShow::RecordConverted(const dataset::IndexRow& row,
                                   const dataset::JobDetails& details) {
-    Record(row, details, converted_);
+    Record(row, details, counts_.converted);
 }
 
 void ConvertShow::RecordNotConverted(const dataset::IndexRow& row,
                                      const dataset::JobDetails& details) {
-    Record(row, details, upToDate_);
+    Record(row, details, counts_.upToDate);
 }
 
 void ConvertShow::PrintMessage(std::string_view message) {
@@ -68,17 +69,20 @@ void ConvertShow::Record(const dataset::IndexRow& row, const dataset::JobDetails
             ++okCount;
             break;
         case dataset::JobStatus::Partial:
-            ++partial_;
+            ++counts_.partial;
             break;
         case dataset::JobStatus::Failed:
-            ++failed_;
+            ++counts_.failed;
             break;
         case dataset::JobStatus::Cancelled:
             return;
     }
+    if (details.wasRun) ++counts_.imports;
+    counts_.loadMilliseconds += details.loadMilliseconds;
+    counts_.writeMilliseconds += details.writeMilliseconds;
     std::istringstream codes(row.findings);
     for (std::string code; codes >> code;)
-        ++filesByCode_[code];
+        ++counts_.filesByCode[code];
     std::string lines = ReadableLines(details.findings);
     // A full disk is reported once, by PrintProblems.
     if (row.status != dataset::JobStatus::Ok && !details.refused && !details.diskIsFull)
@@ -90,10 +94,10 @@ void ConvertShow::Record(const dataset::IndexRow& row, const dataset::JobDetails
 
 void ConvertShow::Draw() {
     if (!bar_) return;
-    const std::size_t done = converted_ + upToDate_ + Failures();
+    const std::size_t done = counts_.Done();
     const std::string caption =
-        Failures() == 0 ? fmt::format("{} of {} done", done, total_)
-                        : fmt::format("{} of {} done, {} failed", done, total_, Failures());
+        Failures() == 0 ? fmt::format("{} of {} done", done, counts_.total)
+                        : fmt::format("{} of {} done, {} failed", done, counts_.total, Failures());
     const std::wstring wide = text::DecodeUtf8(caption);
     bar_->Receive(Event(headless::BarEvent::Kind::Value, done));
     bar_->Receive({headless::BarEvent::Kind::Caption, 0, Zelk::CString(wide.c_str())});
@@ -105,7 +109,7 @@ void ConvertShow::PrintProblems(const dataset::RunEnd& end) {
         PrintError(
             fmt::format("the disk is full: {} of {} sources were converted{}; --resume "
                         "continues",
-                        converted_ + upToDate_ + partial_, total_,
+                        counts_.converted + counts_.upToDate + counts_.partial, counts_.total,
                         end.index.empty() ? ", and the index could not be written" : ""));
         return;
     }
@@ -113,22 +117,10 @@ void ConvertShow::PrintProblems(const dataset::RunEnd& end) {
         PrintError(problem);
 }
 
-std::string ConvertShow::Summary(const dataset::RunEnd& end) {
+std::string ConvertShow::Summary(const dataset::RunEnd& end, bool timing) {
     bar_.reset();
-    std::string text = fmt::format("{} converted", converted_);
-    const auto add = [&](std::size_t count, std::string_view what) {
-        if (count > 0) text += fmt::format(", {} {}", count, what);
-    };
-    add(upToDate_, "up to date");
-    add(partial_, "imported in part");
-    add(failed_, "failed");
-    add(total_ - converted_ - upToDate_ - Failures(),
-        end.isDiskFull ? "not converted" : "cancelled (--resume continues)");
-    text += '\n';
-    for (const auto& [code, files] : filesByCode_)
-        text += fmt::format("  {}: {} file{}\n", code, files, files == 1 ? "" : "s");
-    if (!end.index.empty()) text += Readable(end.index) + '\n';
-    return text;
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start_;
+    return ConvertSummary(counts_, end, took.count(), timing);
 }
 
 }  // namespace cli

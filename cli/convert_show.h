@@ -1,12 +1,13 @@
 // Prints what "zkhost convert" tells the user while it runs, and counts jobs for its summary.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "cli/convert_summary.h"
 #include "cli/progress_line.h"
 #include "dataset/conversion.h"
 #include "dataset/job_outcome.h"
@@ -31,14 +32,13 @@ class ConvertShow {
     void PrintMessage(std::string_view message);
 
     // How many jobs failed or were imported only in part.
-    std::size_t Failures() const { return failed_ + partial_; }
+    std::size_t Failures() const { return counts_.Failures(); }
     // Removes the progress line and prints why the run did not end as it should: because of a full
     // disk, or because the ledger or the index could not be written.
     void PrintProblems(const dataset::RunEnd& end);
-    // Removes the progress line. Returns the summary: a line such as "12 converted, 3 up to date,
-    // 1 failed", a line for each finding code with the number of jobs that have it, and a line with
-    // the path of the index if it was written.
-    std::string Summary(const dataset::RunEnd& end);
+    // Removes the progress line. Returns the ConvertSummary of the run, which began when this
+    // object was created.
+    std::string Summary(const dataset::RunEnd& end, bool timing);
 
   private:
     // `okCount` is the counter that is increased if the row's status is Ok.
@@ -46,13 +46,9 @@ class ConvertShow {
                 std::size_t& okCount);
     void Draw();
 
-    std::size_t total_;
-    std::size_t converted_ = 0;
-    std::size_t upToDate_ = 0;
-    std::size_t partial_ = 0;
-    std::size_t failed_ = 0;
-    std::map<std::string, std::size_t> filesByCode_;  // the number of jobs with each finding code
-    std::optional<ProgressLine> bar_;                 // nullopt if there is no progress line
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    ConvertCounts counts_;
+    std::optional<ProgressLine> bar_;  // nullopt if there is no progress line
 };
 
 }  // namespace cli

@@ -118,6 +118,7 @@ the .asf file in its folder whose name begins the motion's name (07.asf and
   --time-limit X     stop an import after X seconds (default: 600; 0: never)
   --resume           skip sources whose outputs all exist and are newer
   --plan             print the command line of each import; run nothing
+  --timing           print load and write times of all imports, and files/s
   --plugin PATH      load this plug-in
 Options for each import, as in 'zkhost import --help':
   --nulls --bones --[no-]chain-from-parent --effector-to-last-bone --[no-]group

@@ -77,10 +77,14 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
 
 JobDetails DetailsOf(const ProcessEnd& end) {
     JobDetails details;
+    details.wasRun = true;
     const std::optional<ImportReport> report = ReportIn(end.output);
     if (!report) return details;
     details.refused = report->refused;
     details.diskIsFull = report->diskIsFull;
+    details.loadMilliseconds = report->loadMilliseconds;
+    for (const std::optional<double>& milliseconds : report->outputs)
+        details.writeMilliseconds += milliseconds.value_or(0.0);
     for (const ImportReport::ReportedFinding& found : report->findings)
         if (found.severity != "note") details.findings += found.line;
     return details;

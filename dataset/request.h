@@ -38,6 +38,7 @@ struct Request {
     double timeLimitSeconds = 600;  // an import that takes longer is killed; 0: no limit
     bool resume = false;            // skip sources whose outputs are up to date
     bool plan = false;              // print the command lines and run nothing
+    bool timing = false;            // print how long imports and outputs took together
 };
 
 }  // namespace dataset

@@ -6,6 +6,7 @@ usage of each test: test_THEME.py ZKHOST PLUGIN STAND_IN FULL_DISK [UNITTEST ARG
 import csv
 import os
 import pathlib
+import re
 import shlex
 import subprocess
 import sys
@@ -15,6 +16,7 @@ import unittest
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples"
 LIMIT = 120
+TOOK = r"[0-9.]+ s, [0-9.]+ files a second"
 HEADER = ["source", "output", "status", "joints", "frames", "fps", "seconds", "first error",
           "warnings", "findings"]
 
@@ -68,7 +70,7 @@ def amc(frames=2):
 
 
 class DataSet(unittest.TestCase):
-    zkhost = plugin = stand_in = full_disk = ""
+    zkhost = plugin = stand_in = full_disk = took = ""
     maxDiff = None
 
     def setUp(self):
@@ -118,12 +120,13 @@ class DataSet(unittest.TestCase):
                 "--plugin", plugin or self.plugin]
 
     def convert(self, line, status=0, prepare=None, env=None, **how):
-        """Runs zkhost convert. Returns its stdout and its stderr."""
+        """Runs zkhost convert. Returns its stdout, without the line about the time (self.took), and its stderr."""
         run = subprocess.run(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL, env=env,
                              capture_output=True, timeout=LIMIT, preexec_fn=prepare)
         out, err = (text.decode("utf-8", "surrogateescape") for text in (run.stdout, run.stderr))
         self.assertEqual(run.returncode, status, f"\nstdout: {out}\nstderr: {err}")
-        return out, err
+        self.took = "".join(re.findall(TOOK, out))
+        return re.sub(f"{TOOK}\n", "", out), err
 
     def start(self, line, **how):
         return subprocess.Popen(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL,

@@ -139,4 +139,16 @@ TEST(JobFindings, AreReportedExceptNotes) {
     EXPECT_EQ(dataset::DetailsOf(Ended(77)).findings, "");
 }
 
+TEST(JobTimes, AreThoseOfTheImportAndOfAllOutputs) {
+    dataset::ImportReport report;
+    report.loadMilliseconds = 4.0;
+    report.outputs = {1.5, std::nullopt, 2.0};
+    const dataset::JobDetails details = dataset::DetailsOf(Ended(3, dataset::ReportLine(report)));
+    EXPECT_EQ(details.loadMilliseconds, 4.0);
+    EXPECT_EQ(details.writeMilliseconds, 3.5);
+    EXPECT_TRUE(details.wasRun);
+    EXPECT_TRUE(dataset::DetailsOf(Ended(77)).wasRun);
+    EXPECT_EQ(dataset::DetailsOf(Ended(77)).loadMilliseconds, 0.0);
+}
+
 }  // namespace

@@ -5,7 +5,7 @@ import pty
 import shlex
 import subprocess
 
-from data_set import ASF, SAMPLES, DataSet, amc, bvh, main
+from data_set import ASF, SAMPLES, TOOK, DataSet, amc, bvh, main
 
 
 class Outputs(DataSet):
@@ -16,7 +16,7 @@ class Outputs(DataSet):
         self.put("takes/notes.txt", "nothing")
         out, err = self.convert("takes")
         self.assertEqual(set(self.tree()), {"07/07_01.json", "walk.json", "index.csv", ".zkhost-convert"})
-        self.assertEqual(out, "2 converted\n  rate-missing: 1 file\nout/index.csv\n")
+        self.assertEqual(out, "2 files: 2 converted\n  rate-missing: 1 file\nout/index.csv\n")
         self.assertRegex(err, r"^takes/07/07_01.amc: warning: .* \[rate-missing\]\n$")
 
     def test_each_is_what_import_makes(self):
@@ -135,7 +135,7 @@ class Index(DataSet):
         self.assertIn("takes/broken.bvh: ERROR (LINE 4): Expected a float value for OFFSET y\n", err)
         failures = [row for row in self.index() if row["status"] != "ok"]
         self.assertEqual(err.count("\n"), len(failures))
-        self.assertRegex(out, r"^\d converted, 1 imported in part, \d failed\nout/index.csv\n$")
+        self.assertRegex(out, r"^\d files: \d converted, 1 imported in part, \d failed\nout/index.csv\n$")
 
     def test_it_lists_what_the_survey_found(self):
         self.put("takes/07.asf", ASF)
@@ -289,7 +289,21 @@ class Usage(DataSet):
         self.assertTrue(text.startswith("\r\x1b[K0 of 4 done"), text)
         self.assertRegex(text, r"\d of 4 done, 1 failed  \[#+ *\] +\d+%")
         self.assertIn("takes/bro\\x1bken.bvh:4:10: error: ", text)
-        self.assertTrue(text.replace("\r\n", "\n").endswith("\r\x1b[K3 converted, 1 failed\n  number-bad: 1 file\nout/index.csv\n"), text)
+        self.assertRegex(text.replace("\r\n", "\n"), rf"\r\x1b\[K4 files: 3 converted, 1 failed\n  number-bad: 1 file\n{TOOK}\nout/index.csv\n$")
+
+    def test_the_summary_tells_the_time(self):
+        self.put_samples(3)
+        self.put_broken("takes/broken.bvh")
+        out, _ = self.convert("takes", status=4)
+        self.assertEqual(out, "4 files: 3 converted, 1 failed\n  number-bad: 1 file\nout/index.csv\n")
+        self.assertTrue(self.took)
+        out, _ = self.convert("takes --resume --timing", status=4, to="json")
+        self.assertRegex(out, r"^4 files: 0 converted, 3 up to date, 1 failed\n  number-bad: 1 file\n"
+                         r"load_ms=[\d.]+\nwrite_ms=[\d.]+\nfiles_per_second=[\d.]+\nout/index.csv\n$")
+        (self.folder / "takes/broken.bvh").unlink()
+        out, _ = self.convert("takes --resume")
+        self.assertEqual(out, "3 files: 0 converted, 3 up to date\nout/index.csv\n")
+        self.assertEqual(self.took, "")
 
 
 if __name__ == "__main__":

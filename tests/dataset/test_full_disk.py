@@ -30,13 +30,13 @@ class FullDisk(DataSet):
         # take003 is the second of the sources; only the index and the ledger are small enough afterwards.
         out, err = self.convert("takes -j1", status=3, to="glb,npz", env=self.full("out/0/take003.npz", room=2000))
         self.assertEqual(err, "zkhost: the disk is full: 2 of 9 sources were converted; --resume continues\n")
-        self.assertIn("2 converted, 1 failed, 6 not converted\n", out)
+        self.assertIn("9 files: 2 converted, 1 failed, 6 not converted\n", out)
         self.assertTrue(out.endswith("\nout/index.csv\n"), out)
         self.assertEqual(list(self.statuses().values()), ["ok", "ok", "failed"] + 6 * ["cancelled"])
         self.assertEqual(self.errors(), {"takes/0/take006.bvh": "cannot write out/0/take006.glb: No space left on device"})
         self.assert_no_leftovers()
         out, _ = self.convert("takes --resume", to="glb,npz")
-        self.assertIn("7 converted, 2 up to date\n", out)
+        self.assertIn("9 files: 7 converted, 2 up to date\n", out)
         self.assertEqual(self.tree(), self.tree("whole"))
 
     def test_it_is_said_once_by_several_imports(self):
@@ -70,7 +70,7 @@ class FullDisk(DataSet):
         self.put_samples(3)
         out, err = self.convert("takes -j1", status=3, env=self.full("out/2/take002.json"))
         self.assertIn("the disk is full: 3 of 3 sources were converted, and the index could not be written;", err)
-        self.assertTrue(out.startswith("3 converted\n"), out)
+        self.assertTrue(out.startswith("3 files: 3 converted\n"), out)
         self.convert("takes --resume")
         self.assertEqual(len(self.index()), 3)
 

@@ -111,7 +111,7 @@ class Plan(DataSet):
         self.plan("takes --bones")
         subprocess.run(["sh", "plan.sh"], cwd=self.folder, check=False, capture_output=True)
         out, _ = self.convert("takes --bones --resume", status=4)
-        self.assertEqual(out, "0 converted, 8 up to date, 1 failed\n  number-bad: 1 file\n  rate-missing: 2 files\nout/index.csv\n")
+        self.assertEqual(out, "9 files: 0 converted, 8 up to date, 1 failed\n  number-bad: 1 file\n  rate-missing: 2 files\nout/index.csv\n")
         os.rename(self.folder / "out", self.folder / "by_plan")
         self.convert("takes --bones", status=4)
         self.assertEqual(self.tree("by_plan"), self.tree("out"))

@@ -31,7 +31,7 @@ class Resume(DataSet):
         self.convert("takes", status=4)
         first, times = self.tree(), self.times()
         out, err = self.convert("takes --resume", status=4)
-        self.assertEqual(out, "0 converted, 5 up to date, 1 failed\n  number-bad: 1 file\nout/index.csv\n")
+        self.assertEqual(out, "6 files: 0 converted, 5 up to date, 1 failed\n  number-bad: 1 file\nout/index.csv\n")
         self.assertIn("takes/broken.bvh:4:", err)
         self.assertEqual(self.tree(), first)
         again = self.times()
@@ -50,7 +50,7 @@ class Resume(DataSet):
     def check_one_is_made(self, count=3, **how):
         out, _ = self.convert("takes --resume", **how)
         self.assertEqual([line for line in out.splitlines() if not line.startswith("  ")],
-                         [f"1 converted, {count - 1} up to date", "out/index.csv"])
+                         [f"{count} files: 1 converted, {count - 1} up to date", "out/index.csv"])
 
     def test_a_missing_output_is_made(self):
         self.put_samples(3)
@@ -90,7 +90,7 @@ class Resume(DataSet):
         self.put_samples(3)
         self.convert("takes", to="glb")
         out, err = self.convert("takes --resume", to="glb,npz")
-        self.assertTrue(out.startswith("3 converted\n"), out)
+        self.assertTrue(out.startswith("3 files: 3 converted\n"), out)
         self.assertIn("the options differ from the last run", err)
 
     def test_without_a_ledger_the_index_names_all_outputs(self):
@@ -131,7 +131,7 @@ class Resume(DataSet):
         self.convert("takes --bones", out="fresh")
         self.convert("takes")
         out, err = self.convert("takes --resume --bones")
-        self.assertEqual(out, "3 converted\nout/index.csv\n")
+        self.assertEqual(out, "3 files: 3 converted\nout/index.csv\n")
         self.assertIn("the options differ from the last run", err)
         self.assertEqual(self.tree(), self.tree("fresh"))
 
