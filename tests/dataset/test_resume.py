@@ -221,6 +221,59 @@ class CtrlC(DataSet):
         self.assertEqual(self.tree(), self.tree("whole"))
 
 
+def children_of(process):
+    return [int(child) for child in read(f"/proc/{process}/task/{process}/children").split()]
+
+
+def kill_parent(run):
+    run.send_signal(signal.SIGKILL)
+
+
+def kill_group(run):
+    os.killpg(run.pid, signal.SIGKILL)
+
+
+def kill_all(run):
+    """Kills zkhost together with its imports, which have process groups of their own."""
+    run.send_signal(signal.SIGSTOP)
+    for child in children_of(run.pid):
+        os.kill(child, signal.SIGKILL)
+    run.send_signal(signal.SIGKILL)
+
+
+class KillDataSet(DataSet):
+    COUNT = 240
+
+    def put_data_set(self):
+        """Writes takes of several kinds: some are mended, some have warnings, and some are refused."""
+        self.put_samples(self.COUNT, frames=5, joints=4)
+        for number in range(0, self.COUNT, 10):
+            name = f"takes/{number % 3}/take{number:03}.bvh"
+            text = (self.folder / name).read_text()
+            self.put(name, text.replace("Zrotation Xrotation Yrotation", "Xrotation Yrotation Zrotation"))
+            self.put(f"takes/cut/take{number:03}.bvh", text[:-8])
+            self.put_broken(f"takes/broken/take{number:03}.bvh")
+
+    def test_in_two_formats_it_is_resumed_as_if_nothing_had_happened(self):
+        self.put_data_set()
+        self.convert("takes", status=4, to="glb,npz", out="whole")
+        whole = self.tree("whole")
+        moments = random.Random()
+        for kill in (kill_parent, kill_group, kill_all):
+            out = kill.__name__
+            outputs, pause = moments.randrange(self.COUNT // 2), moments.uniform(0, 0.02)
+            with self.subTest(out, outputs=outputs, pause=pause):
+                run = self.start("takes -j2", to="glb,npz", out=out)
+                self.wait_for(lambda: self.outputs(out, "*.npz") >= outputs)
+                time.sleep(pause)
+                kill(run)
+                run.communicate()
+                self.assertFalse((self.folder / out / "index.csv").exists())
+                self.convert("takes --resume", status=4, to="glb,npz", out=out)
+                self.assert_no_leftovers(out)
+                self.assertEqual(self.tree(out), whole)
+
+
 class Kill(DataSet):
     def test_at_random_moments(self):
         self.put_samples(16, frames=300, joints=20)
@@ -242,7 +295,7 @@ class Kill(DataSet):
 
     def hanging_imports(self, run):
         """Returns the children that have loaded the plug-in and sleep; only the call of the plug-in sleeps then."""
-        return [int(child) for child in read(f"/proc/{run.pid}/task/{run.pid}/children").split()
+        return [child for child in children_of(run.pid)
                 if "stand_in_plugin" in read(f"/proc/{child}/maps") and "hang" in read(f"/proc/{child}/cmdline")
                 and state(child) == "S"]
 
