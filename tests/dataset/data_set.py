@@ -7,6 +7,7 @@ import csv
 import os
 import pathlib
 import re
+import resource
 import shlex
 import subprocess
 import sys
@@ -67,6 +68,11 @@ def amc(frames=2):
     for frame in range(1, frames + 1):
         lines += [str(frame), f"root 0 {frame} 0 0 0 0", f"upper {frame} 0 0"]
     return "\n".join(lines) + "\n"
+
+
+def file_size_limit(size):
+    """Returns a function for `prepare` that limits the size of files to `size` bytes."""
+    return lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
 
 
 class DataSet(unittest.TestCase):

@@ -2,17 +2,12 @@
 
 import os
 import pathlib
-import resource
 import shlex
 import shutil
 import subprocess
 import unittest
 
-from data_set import LIMIT, DataSet, bvh, main
-
-
-def file_size_limit(size):
-    return lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+from data_set import LIMIT, DataSet, bvh, file_size_limit, main
 
 
 class FullDisk(DataSet):

@@ -1,17 +1,11 @@
 """Tests that a failure affects only the file that it is about."""
 
 import os
-import pathlib
-import resource
 import signal
 import stat
 import unittest
 
-from data_set import ASF, DataSet, amc, bvh, main
-
-
-def file_size_limit(size):
-    return lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+from data_set import ASF, DataSet, amc, bvh, file_size_limit, main
 
 
 class Imports(DataSet):
