@@ -29,13 +29,15 @@ namespace take {
 // may keep any number of results, and several threads may read one result at once.
 struct Result {
     Outcome outcome;
-    // Why the plug-in was not called, in one line: a temporary file, with a mended text or with a
-    // file from memory, could not be written. Empty if the plug-in was called or if the files were
+    // Why the plug-in was not called, in one line: a temporary file, with a mended or an unpacked
+    // text or with a file from memory, could not be written. Empty if the plug-in was called or if the files were
     // refused.
     std::string problem;
-    // Whether the survey refused the files; the findings say why.
+    // Whether the survey refused the files, or a packed file could not be unpacked; the findings
+    // say why.
     bool isRefused = false;
-    // One element for each file; empty without a survey.
+    // One element for each file. Without a survey, one for each packed file that could not be
+    // unpacked.
     std::vector<FileFindings> findings;
 
     std::int32_t code = 0;          // what the callback returned; 0 even for a failed import
