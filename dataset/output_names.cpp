@@ -82,7 +82,8 @@ void RefuseNamesOfFolders(std::vector<Job>& jobs) {
 void NameOutputs(std::vector<Job>& jobs, const std::vector<OutputFormat>& formats) {
     for (Job& job : jobs)
         if (job.refusal.empty())
-            NameOutputsOf(job, text::WithoutExtension(job.relativePath), formats);
+            NameOutputsOf(job, text::WithoutExtension(text::WithoutGzip(job.relativePath)),
+                          formats);
     KeepSourceExtensions(jobs, formats);
     RefuseSharedNames(jobs);
     RefuseNamesOfFolders(jobs);
