@@ -8,14 +8,17 @@
 #include <set>
 #include <utility>
 
+#include "cli/check_files.h"
 #include "cli/help_text.h"
 #include "cli/import_options.h"
 #include "cli/option_values.h"
 #include "cli/output_formats.h"
+#include "cli/standard_input.h"
 #include "dataset/request.h"
 #include "export/formats.h"
 #include "pairing/capture_kind.h"
 #include "take/commands.h"
+#include "take/input_text.h"
 #include "text/path_text.h"
 #include "text/wide_text.h"
 
@@ -35,6 +38,7 @@ struct ConvertWords {
 struct Words {
     ImportWords import;
     CheckRequest check;
+    std::optional<std::string> checkAs;
     CommandRequest command;
     std::vector<std::string> commandArguments;
     std::optional<std::string> commandProgress;
@@ -82,8 +86,8 @@ void DescribeCommand(CLI::App& command, Words& words) {
 // Throws UsageError if an output of --fix would overwrite another output or an input.
 void RequireSeparateOutputs(const CheckRequest& request) {
     std::set<std::string> names;
-    for (const std::string& file : request.files) {
-        const std::string name(text::NamePart(file));
+    for (const CheckInput& file : InputsOf(request)) {
+        const std::string name = take::PlainName(file.file);
         if (!names.insert(name).second)
             throw UsageError(fmt::format("--out-dir: two files are called {}", name));
         const std::string output =
@@ -93,7 +97,9 @@ void RequireSeparateOutputs(const CheckRequest& request) {
     }
 }
 
-void DescribeCheck(CLI::App& check, CheckRequest& request) {
+void DescribeCheck(CLI::App& check, Words& words) {
+    CheckRequest& request = words.check;
+    check.add_option("--as", words.checkAs);
     check.add_option("files", request.files)->required();
     check.add_flag("--json", request.json);
     check.add_flag("--strict", request.strict);
@@ -103,9 +109,13 @@ void DescribeCheck(CLI::App& check, CheckRequest& request) {
     check.add_option("--encoding", request.encoding);
 }
 
-CheckRequest BuildCheckRequest(const CheckRequest& request) {
+CheckRequest BuildCheckRequest(Words& words) {
+    CheckRequest& request = words.check;
+    request.as = ParseAs(words.checkAs, request.files);
     for (const std::string& file : request.files) {
-        if (!pairing::KindOf(file))
+        if (IsStandardInput(file) && !request.as)
+            throw UsageError("-: --as bvh, asf or amc must say what the standard input is");
+        if (!IsStandardInput(file) && !pairing::KindOf(file))
             throw UsageError(fmt::format("{}: not a .bvh, .asf or .amc file", file));
     }
     RequireKnownEncoding(request.encoding);
@@ -117,6 +127,9 @@ CheckRequest BuildCheckRequest(const CheckRequest& request) {
         throw UsageError("--fix needs either -o OUT, for one file, or --out-dir DIR");
     if (hasOutput && request.files.size() > 1)
         throw UsageError("-o is for one file; use --out-dir DIR for several");
+    if (text::IsGzipName(request.output))
+        throw UsageError(
+            fmt::format("-o {}: --fix writes plain text; leave out .gz", request.output));
     RequireSeparateOutputs(request);
     return request;
 }
@@ -257,7 +270,7 @@ Request ParseArguments(std::span<const char* const> arguments) {
     CLI::App* convert = program.add_subcommand("convert");
     CLI::App* command = program.add_subcommand("command");
     DescribeImport(*import, words.import);
-    DescribeCheck(*check, words.check);
+    DescribeCheck(*check, words);
     DescribeConvert(*convert, words);
     DescribeCommand(*command, words);
     for (CLI::App* each : {import, check, convert, command})
@@ -277,7 +290,7 @@ Request ParseArguments(std::span<const char* const> arguments) {
         throw UsageError(error.what());
     }
     if (import->parsed()) return BuildImportRequest(words.import);
-    if (check->parsed()) return BuildCheckRequest(words.check);
+    if (check->parsed()) return BuildCheckRequest(words);
     if (convert->parsed()) return BuildConvertRequest(words);
     return BuildCommandRequest(words);
 }

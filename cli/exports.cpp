@@ -57,7 +57,8 @@ exporters::RunRecord RecordOf(const ImportRequest& request, const take::Result& 
     const headless::Recording& recording = result.recording;
     exporters::RunRecord record{result.code, recording.log, recording.bar, recording.commands};
     record.userInput = take::UserInputJson(result.userInput);
-    if (!request.take.asIs) record.findings = take::FindingsJson(result.findings);
+    if (!request.take.asIs || result.isRefused)
+        record.findings = take::FindingsJson(result.findings);
     record.multiplied = result.multiplied;
     return record;
 }

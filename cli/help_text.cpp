@@ -64,6 +64,7 @@ Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
   --limits                  Acclaim: clamp values to the limits of the skeleton
   --length X                Acclaim: multiply lengths by X, not the file's own
   --preset auto|cmu|none    Acclaim: cmu: metres, 120 fps (auto: if length 0.45)
+  --as bvh|asf|amc          what the file - (standard input) is; also FILE.gz
   --as-is, --strict         skip the survey; refuse files that have warnings
   --encoding NAME           encoding of names that are not UTF-8 (Windows-1252)
   -o, --output FILE         @outputs@; may repeat
@@ -71,8 +72,7 @@ Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
   --scale X, --up x|y|z     outputs: factor on lengths; the up axis (y)
   --fps N, --resample [N]   the take's rate; outputs: sample at N, or at --fps
   --[no-]mesh, --digits N   glTF: a mesh of the bones (on); BVH: decimal places
-  --tree                    print the scene: names, types, positions at rest
-  --quiet                   print no summary, only errors and warnings
+  --tree, --quiet           print the scene's objects; print only problems
   --timing                  print load_ms=..., and write_ms=... for each output
   --progress auto|on|off    use a progress bar (auto: on a terminal)
   --plugin PATH             load this plug-in
@@ -91,6 +91,8 @@ checked together with the .amc files after it. Each finding is one line:
   error    'zkhost import' refuses the file
   warning  something was lost or guessed, or is probably a mistake
   note     worth knowing; nothing is lost
+  --as bvh|asf|amc   what the file - is, which is the standard input; any file
+                     may be packed by gzip (walk.bvh.gz)
   --json             print a JSON object for each file, on one line
   --fix              write each file in a form that every reader accepts;
                      a file with an error is not written
@@ -110,7 +112,7 @@ Example: zkhost convert takes/ --to glb,npz --out-dir out
 Imports each .bvh, .asf and .amc file in its own process; writes DIR/index.csv.
 Folders are searched; outputs get the same subfolders. An .amc is imported with
 the .asf file in its folder whose name begins the motion's name (07.asf and
-07_01.amc), or with the only .asf file there.
+07_01.amc), or with the only .asf file there. Files may be packed by gzip (.gz).
   --to FORMAT[,...]  @outputs@
   --out-dir DIR      the folder of the outputs, named after the sources
   --asf FILE         use this skeleton for every .amc

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <fmt/format.h>
-#include <fstream>
 #include <optional>
 #include <string>
 
@@ -13,11 +12,13 @@
 #include "cli/outputs.h"
 #include "cli/print.h"
 #include "cli/report.h"
+#include "cli/standard_input.h"
 #include "cli/summary.h"
 #include "cli/tree.h"
 #include "dataset/exit_status.h"
 #include "files/system_storage.h"
 #include "take/import.h"
+#include "take/input_text.h"
 #include "take/outcome.h"
 #include "take/request.h"
 
@@ -42,6 +43,12 @@ ShowOptions ShowOptionsOf(const ImportRequest& request) {
     return options;
 }
 
+// Whether the motion states its rate, as the plug-in reads it.
+bool StatesItsRate(const take::InputFile& motion) {
+    files::SystemStorage storage;
+    return StatesRate(take::InputText(motion, storage).Text());
+}
+
 SummaryRequest SummaryOf(const take::Request& request, const take::Result& result) {
     SummaryRequest summary;
     summary.files.push_back(request.file.path);
@@ -49,8 +56,7 @@ SummaryRequest SummaryOf(const take::Request& request, const take::Result& resul
         const std::string& path = request.motion->path;
         summary.files.push_back(path);
         // Without --as-is, the survey has already reported that the rate is missing.
-        std::ifstream motion(path, std::ios::binary);
-        if (request.asIs && !StatesRate(motion)) summary.fileWithoutRate = path;
+        if (request.asIs && !StatesItsRate(*request.motion)) summary.fileWithoutRate = path;
     }
     summary.inPart = result.outcome.status == take::Status::ImportedInPart;
     summary.models = result.outcome.models;
@@ -77,17 +83,20 @@ class ImportRun {
   public:
     // Loads the plug-in and runs the import. Throws PluginError. `request` must outlive this
     // object.
-    explicit ImportRun(const ImportRequest& request) : request_(request) {
+    // Throws std::runtime_error if the standard input cannot be read.
+    explicit ImportRun(const ImportRequest& request) : request_(request), take_(request.take) {
         const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
         if (!loaded.plugin) throw PluginError(loaded.problem);
         const ShowOptions options = ShowOptionsOf(request);
         drawsBar_ = DrawsBar(options);
         ImportShow show(options);
-        take::Request takeRequest = request.take;
-        takeRequest.hasProgressBar = show.HasProgressBar();
+        take_.hasProgressBar = show.HasProgressBar();
+        // Until the end of the survey, a signal ends the process.
+        LoadStandardInput(take_.file);
+        if (take_.motion) LoadStandardInput(*take_.motion);
         files::SystemStorage storage(true);
         const auto start = std::chrono::steady_clock::now();
-        result_ = take::Import(*loaded.plugin, takeRequest, storage, show.BuildListener());
+        result_ = take::Import(*loaded.plugin, take_, storage, show.BuildListener());
         const std::chrono::duration<double, std::milli> took =
             std::chrono::steady_clock::now() - start;
         loadMilliseconds_ = took.count();
@@ -118,8 +127,7 @@ class ImportRun {
 
   private:
     void PrintScene() const {
-        if (!request_.quiet)
-            PrintSummary(result_.Scene(), SummaryOf(request_.take, result_), ToStdout());
+        if (!request_.quiet) PrintSummary(result_.Scene(), SummaryOf(take_, result_), ToStdout());
         if (request_.tree) PrintTree(result_.Scene(), ToStdout());
     }
 
@@ -138,6 +146,7 @@ class ImportRun {
     }
 
     const ImportRequest& request_;
+    take::Request take_;  // with the bytes of the standard input, if it is a file
     take::Result result_;
     bool drawsBar_ = false;
     double loadMilliseconds_ = 0.0;

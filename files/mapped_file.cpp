@@ -26,8 +26,7 @@ std::string TextOf(int error) {
 std::string ProblemOf(const struct stat& status) {
     if (S_ISDIR(status.st_mode)) return "is a folder";
     if (!S_ISREG(status.st_mode)) return "is not a regular file";
-    if (static_cast<std::uint64_t>(status.st_size) >= text::kTooLarge)
-        return "is too large: files of 4 GiB and more cannot be read";
+    if (static_cast<std::uint64_t>(status.st_size) >= text::kTooLarge) return kTooLargeProblem;
     return {};
 }
 
