@@ -12,8 +12,6 @@ namespace {
 constexpr std::string_view kMagic = "\x1F\x8B";
 // zlib counts the bytes of a call in 32 bits.
 constexpr std::uint64_t kMostAtOnce = std::uint64_t{1} << 30;
-// The size of the text after it has grown for the first time. Later it doubles.
-constexpr std::uint64_t kFirstSize = std::uint64_t{64} << 10;
 // A stated size is believed up to this many times the size of the data. Captures become about a
 // fifth as long.
 constexpr std::uint64_t kUsualRatio = 16;
@@ -36,91 +34,88 @@ std::uint64_t StatedSize(std::string_view bytes) {
     return std::min<std::uint64_t>(size, bytes.size() * kUsualRatio);
 }
 
-class Unpacker {
+// Unpacks the members of gzip data one after the other.
+class Members {
   public:
-    Unpacker(std::string_view bytes, std::uint64_t limit)
-        : rest_(bytes), limit_(std::min<std::uint64_t>(limit, text_.max_size())) {
+    explicit Members(std::string_view bytes) : rest_(bytes) {
         constexpr int kLargestWindow = 15;
         constexpr int kWithGzipHeader = 16;
         if (inflateInit2(&stream_, kLargestWindow + kWithGzipHeader) != Z_OK)
             throw std::bad_alloc();
-        try {
-            text_.resize(std::clamp(StatedSize(bytes) + 1, std::uint64_t{1}, limit_));
-        } catch (...) {
-            inflateEnd(&stream_);
-            throw;
-        }
     }
-    ~Unpacker() { inflateEnd(&stream_); }
-    Unpacker(const Unpacker&) = delete;
-    Unpacker& operator=(const Unpacker&) = delete;
+    ~Members() { inflateEnd(&stream_); }
+    Members(const Members&) = delete;
+    Members& operator=(const Members&) = delete;
 
-    Unpacked Unpack() {
-        std::string problem;
-        do
-            problem = UnpackMember();
-        while (problem.empty() && IsGzip(rest_));
-        if (problem.empty() && !IsPadding(rest_))
-            problem = "its gzip data are followed by other bytes";
-        if (!problem.empty()) return {"", problem};
-        text_.resize(size_);
-        return {std::move(text_), ""};
+    // Unpacks at most `room` bytes, and at least one byte, to `out`. Returns their number; 0 after
+    // the last byte and after a problem. `room` must not be 0.
+    std::size_t Read(char* out, std::size_t room) {
+        std::size_t count = 0;
+        while (count == 0 && !isAtEnd_)
+            count = Inflate(out, room);
+        return count;
     }
+    // Why the data cannot be unpacked; empty if they can.
+    const std::string& Problem() const { return problem_; }
 
   private:
-    // Unpacks the member with which `rest_` begins, and removes it from there. Returns why it could
-    // not be unpacked, or an empty text.
-    std::string UnpackMember() {
-        inflateReset(&stream_);
-        int result = Z_OK;
-        while (result == Z_OK) {
-            if (size_ == text_.size() && !Grow()) return TooLarge();
-            if (rest_.empty()) return kCut;
-            result = Inflate();
-        }
-        if (result == Z_STREAM_END) return size_ < limit_ ? std::string() : TooLarge();
-        if (result == Z_MEM_ERROR) throw std::bad_alloc();
-        if (result == Z_BUF_ERROR) return kCut;
-        return fmt::format("its gzip data are damaged: {}",
-                           stream_.msg ? stream_.msg : "unknown kind of data");
-    }
-
-    // Unpacks as much as the text has room for. Returns zlib's result.
-    int Inflate() {
+    // Calls zlib once. Returns how many bytes it unpacked.
+    std::size_t Inflate(char* out, std::size_t room) {
         const auto in = static_cast<uInt>(std::min<std::uint64_t>(rest_.size(), kMostAtOnce));
-        const auto out =
-            static_cast<uInt>(std::min<std::uint64_t>(text_.size() - size_, kMostAtOnce));
         // zlib does not change the bytes; it only lacks the "const".
         stream_.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(rest_.data()));
         stream_.avail_in = in;
-        stream_.next_out = reinterpret_cast<Bytef*>(text_.data() + size_);
-        stream_.avail_out = out;
+        const auto most = static_cast<uInt>(std::min<std::uint64_t>(room, kMostAtOnce));
+        stream_.next_out = reinterpret_cast<Bytef*>(out);
+        stream_.avail_out = most;
         const int result = inflate(&stream_, Z_NO_FLUSH);
         rest_.remove_prefix(in - stream_.avail_in);
-        size_ += out - stream_.avail_out;
-        return result;
+        if (result == Z_STREAM_END)
+            BeginNextMember();
+        else if (result == Z_MEM_ERROR)
+            throw std::bad_alloc();
+        else if (result == Z_BUF_ERROR)
+            Fail(kCut);
+        else if (result != Z_OK)
+            Fail(fmt::format("its gzip data are damaged: {}",
+                             stream_.msg ? stream_.msg : "unknown kind of data"));
+        return most - stream_.avail_out;
     }
 
-    // Makes room for more text. Returns whether the limit allows it.
-    bool Grow() {
-        if (size_ >= limit_) return false;
-        text_.resize(std::min(limit_, std::max<std::uint64_t>(kFirstSize, text_.size() * 2)));
-        return true;
+    void BeginNextMember() {
+        isAtEnd_ = !IsGzip(rest_);
+        if (!isAtEnd_) inflateReset(&stream_);
+        if (isAtEnd_ && !IsPadding(rest_)) Fail("its gzip data are followed by other bytes");
     }
 
-    std::string TooLarge() const {
-        constexpr std::uint64_t kGiB = std::uint64_t{1} << 30;
-        const std::string limit =
-            limit_ >= kGiB ? fmt::format("{} GiB", limit_ / kGiB) : fmt::format("{} bytes", limit_);
-        return fmt::format("is too large: it unpacks to {} or more, which cannot be read", limit);
+    void Fail(std::string problem) {
+        problem_ = std::move(problem);
+        isAtEnd_ = true;
     }
 
     std::string_view rest_;  // the bytes that were not unpacked yet
     z_stream stream_{};
-    std::string text_;        // the unpacked bytes, and room for more
-    std::uint64_t size_ = 0;  // the number of unpacked bytes
-    std::uint64_t limit_;     // a text of this many bytes is too large
+    bool isAtEnd_ = false;
+    std::string problem_;
 };
+
+// Returns how many bytes the data unpack to, up to a problem or to about the limit.
+std::uint64_t Count(std::string_view bytes, std::uint64_t limit) {
+    constexpr std::size_t kAtOnce = std::size_t{64} << 10;
+    std::string unpacked(kAtOnce, '\0');
+    Members members(bytes);
+    std::uint64_t size = 0;
+    for (std::size_t count = 1; count > 0 && size < limit; size += count)
+        count = members.Read(unpacked.data(), unpacked.size());
+    return size;
+}
+
+Unpacked TooLarge(std::uint64_t limit) {
+    constexpr std::uint64_t kGiB = std::uint64_t{1} << 30;
+    const std::string shown =
+        limit >= kGiB ? fmt::format("{} GiB", limit / kGiB) : fmt::format("{} bytes", limit);
+    return {"", fmt::format("is too large: it unpacks to {} or more, which cannot be read", shown)};
+}
 
 }  // namespace
 
@@ -130,7 +125,25 @@ bool IsGzip(std::string_view bytes) {
 
 Unpacked UnpackGzip(std::string_view bytes, std::uint64_t limit) {
     if (!IsGzip(bytes)) return {"", "does not contain gzip data"};
-    return Unpacker(bytes, limit).Unpack();
+    Unpacked result;
+    std::string& text = result.text;
+    limit = std::min<std::uint64_t>(limit, text.max_size());
+    // One byte more than the size, so that the end is found without more room.
+    text.resize(std::clamp(StatedSize(bytes) + 1, std::uint64_t{1}, limit));
+    Members members(bytes);
+    std::size_t size = 0;
+    while (const std::size_t count = members.Read(text.data() + size, text.size() - size)) {
+        size += count;
+        if (size < text.size()) continue;
+        // The data did not state their size, or it is unusual. The bytes are counted before they
+        // get memory, so that few bytes cannot ask for much of it in vain.
+        const std::uint64_t all = Count(bytes, limit);
+        if (all >= limit) return TooLarge(limit);
+        text.resize(all + 1);
+    }
+    if (!members.Problem().empty()) return {"", members.Problem()};
+    text.resize(size);
+    return result;
 }
 
 }  // namespace text

@@ -5,12 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "text/api.h"
-
 namespace text {
 
 // Whether the bytes begin as gzip data do.
-ZKMOCAP_API bool IsGzip(std::string_view bytes);
+bool IsGzip(std::string_view bytes);
 
 struct Unpacked {
     std::string text;     // empty if the data could not be unpacked
@@ -19,8 +17,8 @@ struct Unpacked {
 
 // Unpacks gzip data of one or several members, which may be followed by zero bytes. Data that are
 // cut off, that are damaged, or that are followed by other bytes give a problem, and so do data
-// that unpack to `limit` bytes or more. Needs memory in proportion to the data and to the part of
-// the text that was unpacked. Throws std::bad_alloc when memory runs out.
-ZKMOCAP_API Unpacked UnpackGzip(std::string_view bytes, std::uint64_t limit);
+// that unpack to `limit` bytes or more. The memory is in proportion to the data and to the text,
+// and only to the data if the text is too large. Throws std::bad_alloc when memory runs out.
+Unpacked UnpackGzip(std::string_view bytes, std::uint64_t limit);
 
 }  // namespace text
