@@ -30,8 +30,8 @@ namespace take {
 struct Result {
     Outcome outcome;
     // Why the plug-in was not called, in one line: a temporary file, with a mended or an unpacked
-    // text or with a file from memory, could not be written. Empty if the plug-in was called or if the files were
-    // refused.
+    // text or with a file from memory, could not be written. Empty if the plug-in was called or if
+    // the files were refused.
     std::string problem;
     // Whether the survey refused the files, or a packed file could not be unpacked; the findings
     // say why.

@@ -31,7 +31,7 @@ std::uint64_t StatedSize(std::string_view bytes) {
     std::uint64_t size = 0;
     for (const char byte : {bytes.end()[-1], bytes.end()[-2], bytes.end()[-3], bytes.end()[-4]})
         size = size << 8U | static_cast<unsigned char>(byte);
-    return std::min<std::uint64_t>(size, bytes.size() * kUsualRatio);
+    return std::min(size, bytes.size() * kUsualRatio);
 }
 
 // Unpacks the members of gzip data one after the other.
@@ -129,7 +129,8 @@ Unpacked UnpackGzip(std::string_view bytes, std::uint64_t limit) {
     std::string& text = result.text;
     limit = std::min<std::uint64_t>(limit, text.max_size());
     // One byte more than the size, so that the end is found without more room.
-    text.resize(std::clamp(StatedSize(bytes) + 1, std::uint64_t{1}, limit));
+    text.resize(
+        static_cast<std::size_t>(std::clamp(StatedSize(bytes) + 1, std::uint64_t{1}, limit)));
     Members members(bytes);
     std::size_t size = 0;
     while (const std::size_t count = members.Read(text.data() + size, text.size() - size)) {
@@ -139,7 +140,7 @@ Unpacked UnpackGzip(std::string_view bytes, std::uint64_t limit) {
         // get memory, so that few bytes cannot ask for much of it in vain.
         const std::uint64_t all = Count(bytes, limit);
         if (all >= limit) return TooLarge(limit);
-        text.resize(all + 1);
+        text.resize(static_cast<std::size_t>(all + 1));
     }
     if (!members.Problem().empty()) return {"", members.Problem()};
     text.resize(size);
