@@ -125,10 +125,8 @@ void GltfDocument::AddModel(const ExportedModel& model, const Progress& progress
     pose.BaseLocals(globals);
     pose.TurnTopJoints(globals);
     ComputeGlobals(joints, globals, globals);
-    if (options_.aim) {
-        parts.aim.emplace(joints, globals);
-        parts.aim->ApplyToGlobals(globals);
-    }
+    parts.frames.emplace(joints, globals, pose.Turn(), options_.aim);
+    parts.frames->ApplyToGlobals(globals);
     AddNodes(*model.object, pose, parts);
     roots_.Add(parts.holder);
     if (!joints.empty()) {
@@ -150,7 +148,7 @@ void GltfDocument::AddNodes(const Object& model, const ExportedMotion& pose, con
     const std::size_t first = nodes_.Count() + 1;  // the holder comes before the joints
     std::vector<Transform> locals(joints.size());
     pose.BaseLocals(locals);
-    if (parts.aim) parts.aim->ApplyToLocals(locals);
+    parts.frames->ApplyToLocals(locals);
 
     std::vector<std::vector<std::size_t>> children(joints.size());
     std::vector<std::size_t> top;
@@ -161,7 +159,7 @@ void GltfDocument::AddNodes(const Object& model, const ExportedMotion& pose, con
     json holder = json::object();
     PutName(holder, text::EncodeUtf8(headless::View(model.name)));
     if (!top.empty()) holder["children"] = top;
-    if (pose.Turn()) holder["rotation"] = RotationJson(*pose.Turn());
+    PutTransform(holder, parts.frames->Holder());
     nodes_.Add(holder);
     for (std::size_t joint = 0; joint < joints.size(); ++joint) {
         json node = json::object();
@@ -180,8 +178,9 @@ std::size_t GltfDocument::AddSkin(const std::string& name, std::size_t holder) {
     std::vector<std::size_t> joints(parts.inverseBinds.size());
     for (std::size_t joint = 0; joint < joints.size(); ++joint)
         joints[joint] = holder + 1 + joint;
-    return skins_.Add(
-        {{"name", name}, {"joints", joints}, {"skeleton", holder}, {"inverseBindMatrices", binds}});
+    // The skin does not name the holder as its "skeleton": some viewers then read the inverse bind
+    // matrices as relative to that node, though glTF defines them relative to the scene.
+    return skins_.Add({{"name", name}, {"joints", joints}, {"inverseBindMatrices", binds}});
 }
 
 // The node of the mesh is a root node. A parent would have no effect, because glTF ignores the
@@ -219,8 +218,7 @@ void GltfDocument::AddMotions(const ExportedModel& model, Model& parts, const Pr
     for (std::size_t action = 1; action < actions.size(); ++action) {
         const ExportedMotion motion(scene_, model, actions[action].get(), options_, notes_);
         if (motion.Motion() == nullptr || parts.inverseBinds.empty()) continue;
-        parts.motions.push_back(BuildGltfMotion(scene_, *model.object, motion,
-                                                parts.aim ? &*parts.aim : nullptr,
+        parts.motions.push_back(BuildGltfMotion(scene_, *model.object, motion, *parts.frames,
                                                 progress.Part(action - 1, actions.size() - 1)));
     }
 }

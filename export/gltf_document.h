@@ -11,10 +11,10 @@
 #include <string_view>
 #include <vector>
 
-#include "export/aimed_frames.h"
 #include "export/exported_motion.h"
 #include "export/gltf_body.h"
 #include "export/gltf_buffer.h"
+#include "export/gltf_frames.h"
 #include "export/gltf_names.h"
 #include "export/gltf_tracks.h"
 #include "export/options.h"
@@ -38,8 +38,8 @@ class GltfDocument {
   private:
     // The numbers of one model. buffer_ refers to them and does not copy them.
     struct Model {
-        std::size_t holder = 0;          // index of the node above the joints
-        std::optional<AimedFrames> aim;  // only with Options::aim
+        std::size_t holder = 0;            // index of the node above the joints
+        std::optional<GltfFrames> frames;  // set by AddModel
         std::vector<std::array<float, 16>> inverseBinds;
         GltfBody body;
         std::vector<std::array<std::uint8_t, 4>> weights;

@@ -69,7 +69,7 @@ float GltfFloat(double value) {
 }
 
 GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
-                           const ExportedMotion& motion, const AimedFrames* aim,
+                           const ExportedMotion& motion, const GltfFrames& gltfFrames,
                            const Progress& progress) {
     const headless::ActionSource& source = *motion.Motion();
     const Timeline& timeline = motion.Times();
@@ -87,7 +87,7 @@ GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
 
     std::vector<Transform> locals(count);
     motion.BaseLocals(locals);
-    if (aim) aim->ApplyToLocals(locals);
+    gltfFrames.ApplyToLocals(locals);
     const auto turned = TurnedByCurves(scene, model, source);
     for (std::size_t joint = 0; joint < count; ++joint) {
         // glTF requires an animation to have at least one channel. The rotation of the first joint
@@ -100,7 +100,7 @@ GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
     for (std::size_t frame = 0; frame < frames; ++frame) {
         progress.Report(frame, frames);
         motion.Locals(timeline.frames[frame], locals, scratch);
-        if (aim) aim->ApplyToLocals(locals);
+        gltfFrames.ApplyToLocals(locals);
         for (std::size_t joint = 0; joint < count; ++joint) {
             auto& rotation = out.rotations[joint];
             rotation.Add(frame, RotationOf(locals[joint], rotation.Last()));

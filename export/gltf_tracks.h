@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "export/aimed_frames.h"
 #include "export/exported_motion.h"
+#include "export/gltf_frames.h"
 #include "export/progress.h"
 #include "headless/scene.h"
 
@@ -78,7 +78,7 @@ struct GltfMotion {
     std::vector<GltfTrack<3>> translations;  // one for each joint
 };
 
-// Builds the motion. `motion` must have frames. `aim` may be null. The rotations of a joint are
+// Builds the motion. `motion` must have frames. The rotations of a joint are
 // stored if one of these conditions is true:
 // - It is the first joint.
 // - An active curve drives its rotation.
@@ -87,7 +87,7 @@ struct GltfMotion {
 // translation of its node. Throws ExportError if a number is not finite or too large for 32 bits,
 // and what `progress` throws.
 GltfMotion BuildGltfMotion(const headless::Scene& scene, const headless::Object& model,
-                           const ExportedMotion& motion, const AimedFrames* aim,
+                           const ExportedMotion& motion, const GltfFrames& gltfFrames,
                            const Progress& progress);
 
 }  // namespace exporters

@@ -161,13 +161,18 @@ void AddTimes(ArrayWriter& arrays, const Table& table) {
 }
 
 template <class Element>
-void AddPoses(ArrayWriter& arrays, const Table& table, PoseArrays<Element> poses) {
+void AddPoses(ArrayWriter& arrays, const Table& table, const Progress& progress) {
+    PoseArrays<Element> poses = BuildPoseArrays<Element>(table, progress.Between(0.0, kPosesShare));
+    const Progress writing = progress.Between(kPosesShare, 1.0);
     const auto shape = [&](int width) {
         return fmt::format("({}, {}, {})", table.Rows(), table.Columns().size(), width);
     };
     arrays.AddNumbers("positions", shape(3), std::move(poses.positions));
+    writing.Report(1, 4);
     arrays.AddNumbers("quaternions", shape(4), std::move(poses.quaternions));
+    writing.Report(2, 4);
     arrays.AddNumbers("local_positions", shape(3), std::move(poses.localPositions));
+    writing.Report(3, 4);
     arrays.AddNumbers("local_quaternions", shape(4), std::move(poses.localQuaternions));
 }
 
@@ -183,11 +188,10 @@ Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options&
     const std::size_t nameWidth = NameWidth(table);
     const FigureFacts facts = DescribeFigure(table, options);
     ArrayWriter arrays(out, options.compress);
-    const Progress poses = progress.Between(0.0, kPosesShare);
     if (options.float32)
-        AddPoses(arrays, table, BuildPoseArrays<float>(table, poses));
+        AddPoses<float>(arrays, table, progress);
     else
-        AddPoses(arrays, table, BuildPoseArrays<double>(table, poses));
+        AddPoses<double>(arrays, table, progress);
     AddSkeleton(arrays, table, nameWidth);
     AddTimes(arrays, table);
     arrays.AddNumbers("unit", "()", std::vector<double>{facts.metresPerUnit});

@@ -1,13 +1,21 @@
 #include "export/skeleton_poses.h"
 
+#include <algorithm>
+
 namespace exporters {
 
 using headless::Object;
 using headless::Transform;
 
+namespace {
+
+constexpr Transform kUnturned;
+
+}  // namespace
+
 SkeletonPoses::SkeletonPoses(const headless::Scene& scene, const Object& model, std::size_t index,
                              const headless::ActionSource* motion, const Options& options)
-    : nodes_(scene, model, motion), scale_(options.scale) {
+    : nodes_(scene, model, motion), scale_(options.scale), allNodes_(options.allNodes) {
     ChooseJoints(model, index, options);
     FindPaths();
 }
@@ -46,6 +54,8 @@ void SkeletonPoses::Fold(std::span<const Transform> nodes, std::span<Transform> 
         local = nodes[joints_[joint].node];
         for (; step < pathEnds_[joint]; ++step)
             local = local * nodes[paths_[step]];
+        if (!allNodes_ && joints_[joint].object->type == headless::ObjectType::ChainEffector)
+            std::copy_n(&kUnturned.axes[0][0], 9, &local.axes[0][0]);
         if (scale_ == 1.0) continue;
         for (double& coordinate : local.origin)
             coordinate *= scale_;

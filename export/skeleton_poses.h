@@ -14,8 +14,11 @@
 
 namespace exporters {
 
-// The joints are in depth-first order, so each parent comes before its children. The class keeps
-// references to the scene, but not to the options.
+// The joints are in depth-first order, so each parent comes before its children. A joint that is an
+// effector, at the end of a chain, is not rotated against its parent joint, unless all nodes are
+// wanted: the host gives an effector the orientation of its chain's root, which means nothing for
+// the figure, and in a scene of nulls an end site is not rotated either. The class keeps references
+// to the scene, but not to the options.
 class SkeletonPoses {
   public:
     // `index` is the index of the model in the scene. If `motion` is null, every frame is the base
@@ -45,6 +48,7 @@ class SkeletonPoses {
 
     SceneNodes nodes_;
     double scale_;
+    bool allNodes_;
     std::vector<Joint> joints_;
     // For each joint, the nodes above it that are not joints, up to its parent joint. They are in
     // paths_[pathEnds_[joint - 1]] to paths_[pathEnds_[joint] - 1], the lowest one first.

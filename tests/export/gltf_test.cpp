@@ -93,7 +93,7 @@ TEST(Gltf, HoldsOneSkinForEachModel) {
     EXPECT_EQ(file["animations"][0]["name"], "take_Motion");
     EXPECT_EQ(file["scenes"][0]["nodes"].size(), 4u);  // two holders, two bodies
     for (const json& skin : file["skins"]) {
-        const std::size_t holder = skin["skeleton"];
+        const std::size_t holder = skin["joints"][0].get<std::size_t>() - 1;
         EXPECT_EQ(file["nodes"][holder]["name"], skin["name"]);
         EXPECT_EQ(file["nodes"][holder]["children"].size(), 1u);
         EXPECT_EQ(skin["joints"].size(), 4u);
@@ -243,6 +243,34 @@ TEST(Gltf, MakesEffectorsChildrenOfTheLastBone) {
                     object->chainRoot->chainData->bones.back()->length, 1e-12);
     }
     EXPECT_GT(effectors, 3u);
+}
+
+// Viewers that draw bones take a root whose children are all at the root for a bone that is as long
+// as the root's translation, or one unit long.
+TEST(Gltf, GivesARootWithoutLengthAShortTranslation) {
+    const std::string knot =
+        "HIERARCHY\nROOT Hips\n{\nOFFSET 0 0 0\nCHANNELS 6 Xposition Yposition Zposition Zrotation "
+        "Xrotation Yrotation\nJOINT Leg\n{\nOFFSET 0 0 0\nCHANNELS 3 Zrotation Xrotation "
+        "Yrotation\nEnd Site\n{\nOFFSET 0 -2 0\n}\n}\n}\nMOTION\nFrames: 2\nFrame Time: 0.1\n"
+        "0 9 0 0 0 0 0 0 0\n1 9 0 0 0 0 0 0 0\n";
+    ASSERT_TRUE(exported::ImportText(knot));
+    for (const auto up : {exporters::UpAxis::X, exporters::UpAxis::Y, exporters::UpAxis::Z}) {
+        const Glb glb(exported::Export(".glb", {.up = up}));
+        const std::vector<double> holder = glb.Node("take")["translation"];
+        const std::vector<double> root = glb.Node("Hips")["translation"];
+        EXPECT_NEAR(std::hypot(root[0], root[1], root[2]), 0.1, 1e-6);  // a twentieth of the size
+        EXPECT_NEAR(std::hypot(holder[0], holder[1], holder[2]), 0.1, 1e-6);
+    }
+    ASSERT_TRUE(exported::ImportText(kLimb));
+    EXPECT_FALSE(Glb(exported::Export(".glb")).Node("take").contains("translation"));
+}
+
+// An end site is not rotated against its joint, whatever the effector of its chain is.
+TEST(Gltf, DoesNotTurnTheEndsOfChains) {
+    ASSERT_TRUE(exported::Import(exported::Samples()[0], {.nulls = false}));
+    const Glb glb(exported::Export(".glb"));
+    for (const char* name : {"Head_End", "LeftHand_End", "RightToe_End"})
+        EXPECT_FALSE(glb.Node(name).contains("rotation")) << name;
 }
 
 TEST(Gltf, RefersToItsSecondFileByName) {
