@@ -1,5 +1,5 @@
-// The options of "zkhost import". Most of them are options of "zkhost convert" too, which passes
-// them on to each of its imports.
+// The options that "zkhost import" and "zkhost convert" have in common. Convert passes them on to
+// each of its imports.
 #pragma once
 
 #include <optional>
@@ -44,13 +44,9 @@ inline constexpr char kRateOfFps[] = "fps";
 
 // Declares the options that import and convert have in common.
 void DescribeImportOptions(CLI::App& command, ImportWords& words);
-// Declares all options and arguments of "zkhost import".
-void DescribeImport(CLI::App& import, ImportWords& words);
 
 // Parses the values of the common options into words.request. Throws UsageError for a wrong value.
 // If `isAcclaim` is false, also throws UsageError for an option that is for Acclaim files only.
 void ParseImportOptions(ImportWords& words, bool isAcclaim);
-// Parses all values of "zkhost import" and returns the request. Throws UsageError.
-ImportRequest BuildImportRequest(ImportWords& words);
 
 }  // namespace cli

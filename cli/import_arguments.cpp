@@ -1,0 +1,102 @@
+#include "cli/import_arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "cli/option_values.h"
+#include "export/formats.h"
+#include "files/links.h"
+#include "pairing/capture_kind.h"
+#include "take/request.h"
+#include "text/path_text.h"
+
+namespace cli {
+namespace {
+
+// Decides the format from the extensions of the files, and sets the request's motion. Throws
+// UsageError if a file has the wrong extension.
+void SetFiles(const std::string& motionFile, take::Request& request) {
+    using pairing::CaptureKind;
+    const std::string& file = request.file.path;
+    const std::optional<CaptureKind> kind = pairing::KindOf(file);
+    if (!kind) throw UsageError(fmt::format("{}: not a .bvh or .asf file", file));
+    if (kind == CaptureKind::Motion)
+        throw UsageError(
+            fmt::format("{}: an .amc file needs its skeleton, SKEL.asf, before it", file));
+    const bool isAlone = kind == CaptureKind::Biovision;
+    request.format = isAlone ? take::Format::Biovision : take::Format::Acclaim;
+    if (motionFile.empty()) return;
+    if (isAlone) throw UsageError(fmt::format("{}: a .bvh file takes no second file", motionFile));
+    if (pairing::KindOf(motionFile) != CaptureKind::Motion)
+        throw UsageError(fmt::format("{}: not an .amc file", motionFile));
+    request.motion = {motionFile};
+}
+
+// Returns the absolute path with all symbolic links resolved, so that two paths of the same file
+// give the same text.
+std::string Resolved(const std::string& path) {
+    std::error_code error;
+    const auto absolute = std::filesystem::absolute(files::FollowLinks(path), error);
+    const auto resolved = std::filesystem::weakly_canonical(absolute, error);
+    return error ? path : resolved.string();
+}
+
+const exporters::Format* FormatOf(const std::string& path) {
+    if (const auto* format = exporters::FindFormat(text::LowerCaseExtension(path))) return format;
+    std::set<std::string_view> known;
+    for (const exporters::Format& format : exporters::Formats())
+        known.insert(format.extension);
+    throw UsageError(
+        fmt::format("{}: unknown output format; known are {}", path, fmt::join(known, " ")));
+}
+
+void ReadOutputs(const ImportWords& words, ImportRequest& request) {
+    std::set<std::string> names;
+    for (const std::string& path : words.outputs) {
+        const OutputRequest output = {path, FormatOf(path)};
+        for (const std::string& file : exporters::FilesOf(*output.format, path)) {
+            RequireNotOverwritten(request.take.file.path, file);
+            RequireNotOverwritten(words.motionFile, file);
+            if (!names.insert(Resolved(file)).second)
+                throw UsageError(fmt::format("{}: two outputs would write this file", file));
+        }
+        request.outputs.push_back(output);
+    }
+}
+
+}  // namespace
+
+void DescribeImport(CLI::App& import, ImportWords& words) {
+    ImportRequest& request = words.request;
+    import.add_option("file", request.take.file.path)->required();
+    import.add_option("motion", words.motionFile);
+    DescribeImportOptions(import, words);
+    import.add_option("-o,--output", words.outputs)->allow_extra_args(false);
+    import.add_flag("--make-folders", request.makeFolders);
+    import.add_flag("--tree", request.tree);
+    import.add_flag("--quiet", request.quiet);
+    import.add_flag("--timing", request.timing);
+    import.add_option("--progress", words.progress);
+    import.add_option("--plugin", request.plugin);
+    import.add_flag("--report", request.report);
+}
+
+ImportRequest BuildImportRequest(ImportWords& words) {
+    ImportRequest& request = words.request;
+    request.progress = ProgressChoice(words.progress);
+    if (request.report) request.quiet = true;
+    SetFiles(words.motionFile, request.take);
+    ParseImportOptions(words, pairing::IsAcclaim(request.take.file.path));
+    // A file that is not mended is decoded with the user's character locale. The user's other
+    // programs decode the file in the same way.
+    request.take.readsInLocale = true;
+    ReadOutputs(words, request);
+    return request;
+}
+
+}  // namespace cli
