@@ -3,17 +3,21 @@
 #include <chrono>
 #include <fmt/format.h>
 #include <fstream>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/amc_rate.h"
 #include "cli/import_show.h"
 #include "cli/interrupt.h"
 #include "cli/outputs.h"
 #include "cli/print.h"
+#include "cli/rate_text.h"
 #include "cli/report.h"
 #include "cli/summary.h"
 #include "cli/tree.h"
 #include "dataset/exit_status.h"
+#include "export/motion_facts.h"
 #include "files/system_storage.h"
 #include "take/import.h"
 #include "take/outcome.h"
@@ -35,20 +39,37 @@ ShowOptions ShowOptionsOf(const ImportRequest& request) {
     return options;
 }
 
+// Without the survey, only the beginning of a motion file shows whether it states its rate.
+bool LacksRate(const take::Request& request) {
+    if (!request.asIs || !request.motion) return false;
+    std::ifstream motion(request.motion->path, std::ios::binary);
+    return !StatesRate(motion);
+}
+
 SummaryRequest SummaryOf(const take::Request& request, const take::Result& result) {
     SummaryRequest summary;
     summary.files.push_back(request.file.path);
-    if (request.motion) {
-        const std::string& path = request.motion->path;
-        summary.files.push_back(path);
-        // Without --as-is, the survey has already reported that the rate is missing.
-        std::ifstream motion(path, std::ios::binary);
-        if (request.asIs && !StatesRate(motion)) summary.fileWithoutRate = path;
+    if (request.motion) summary.files.push_back(request.motion->path);
+    summary.rateOrigin = result.rateOrigin;
+    if (LacksRate(request)) {
+        summary.fileWithoutRate = request.motion->path;
+        if (result.rateOrigin == take::RateOrigin::File)
+            summary.rateOrigin = take::RateOrigin::Assumed;
     }
     summary.inPart = result.outcome.status == take::Status::ImportedInPart;
     summary.models = result.outcome.models;
     summary.framesPerSecond = result.framesPerSecond;
     return summary;
+}
+
+// Returns the rate that the take's file states. Without the survey, it is the rate at which the
+// plug-in imported the motion. Nullopt if the file states no rate or if there is no motion.
+std::optional<double> StatedRate(const take::Request& request, const take::Result& result) {
+    if (!request.asIs) return result.statedRate;
+    const std::vector<const headless::Object*> models = result.Scene().Models();
+    if (models.empty() || LacksRate(request)) return std::nullopt;
+    const double secondsPerFrame = exporters::MeasureModel(*models.front()).secondsPerFrame;
+    return secondsPerFrame > 0.0 ? std::optional(1.0 / secondsPerFrame) : std::nullopt;
 }
 
 ExitStatus StatusOf(take::Status status) {
@@ -99,7 +120,10 @@ class ImportRun {
         if (!request_.report) RestoreInterrupts();
         if (status == dataset::kCancelled || written.interrupted) return dataset::kCancelled;
         if (request_.report) PrintReport(!written.milliseconds.empty());
-        if (result_.IsImported()) PrintScene();
+        if (result_.IsImported()) {
+            PrintScene();
+            NoteSpeed();
+        }
         if (request_.timing) PrintTiming(written);
         return result_.IsImported() && written.failed ? dataset::kOutputFailed : status;
     }
@@ -109,6 +133,15 @@ class ImportRun {
         if (!request_.quiet)
             PrintSummary(result_.Scene(), SummaryOf(request_.take, result_), ToStdout());
         if (request_.tree) PrintTree(result_.Scene(), ToStdout());
+    }
+
+    // Says so if --fps makes the take much slower or faster than its file states. "zkhost convert"
+    // would read the note as an error of the import.
+    void NoteSpeed() const {
+        if (!request_.take.framesPerSecond || request_.report) return;
+        const std::string note =
+            SpeedNote(*request_.take.framesPerSecond, StatedRate(request_.take, result_));
+        if (!note.empty()) PrintError(note);
     }
 
     void PrintReport(bool wasWritten) const {

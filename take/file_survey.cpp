@@ -1,11 +1,13 @@
 #include "take/file_survey.h"
 
+#include <algorithm>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "survey/codes.h"
 #include "survey/finding_text.h"
 #include "text/path_text.h"
 #include "text/storage.h"
@@ -67,6 +69,7 @@ class SurveyCollector {
     explicit SurveyCollector(const Request& request) : request_(request) {
         result_.framesPerSecond = request.framesPerSecond;
         result_.lengthMultiplier = request.lengthMultiplier;
+        if (request.framesPerSecond) result_.rateOrigin = RateOrigin::Request;
     }
 
     // Returns whether the file could be read. If it could not, adds a finding that says why.
@@ -83,9 +86,20 @@ class SurveyCollector {
         result_.findings.push_back({file.path, std::move(findings)});
     }
 
-    // Sets the rate that the survey found, unless the user requested one.
-    void SetRate(std::optional<double> framesPerSecond) {
-        if (framesPerSecond && !result_.framesPerSecond) result_.framesPerSecond = framesPerSecond;
+    // Sets the rate that the survey found, unless the user requested one. `surveyed` is the survey
+    // of the file with the motion. Its findings must not have been moved out of it.
+    void SetRate(const survey::FileSurvey& surveyed, std::optional<double> framesPerSecond) {
+        result_.statedRate = surveyed.facts.statedRate;
+        if (request_.framesPerSecond) return;
+        result_.framesPerSecond = framesPerSecond;
+        if (surveyed.facts.statedRate) return;
+        // Only Acclaim files have presets. If one gives the rate, the survey does not miss it.
+        const bool isMissed = std::any_of(surveyed.findings.begin(), surveyed.findings.end(),
+                                          [](const survey::Finding& finding) {
+                                              return finding.code == survey::codes::kRateMissing;
+                                          });
+        const bool isPreset = request_.format == Format::Acclaim && !isMissed;
+        result_.rateOrigin = isPreset ? RateOrigin::Preset : RateOrigin::Assumed;
     }
     // The survey's multiplier replaces the user's, because it already is the product of the user's
     // multiplier and `multiplied`.
@@ -113,8 +127,8 @@ FileSurvey SurveyBiovision(const Request& request, text::Storage& storage) {
     const InputText file(request.file, storage);
     if (!collector.CheckReadable(request.file, file)) return collector.Finish();
     survey::BvhSurvey surveyed = survey::SurveyBvh(file.Text(), OptionsOf(request));
+    collector.SetRate(surveyed, surveyed.framesPerSecond);
     collector.Add(request.file, std::move(surveyed.findings));
-    collector.SetRate(surveyed.framesPerSecond);
     return collector.Finish(&surveyed);
 }
 
@@ -135,8 +149,8 @@ FileSurvey SurveyAcclaim(const Request& request, text::Storage& storage) {
     collector.SetLengths(surveyed);
     if (surveyed.motions.empty()) return collector.Finish(&surveyed.skeleton);
     survey::AmcSurvey& surveyedMotion = surveyed.motions.front();
+    collector.SetRate(surveyedMotion, surveyedMotion.framesPerSecond);
     collector.Add(*request.motion, std::move(surveyedMotion.findings));
-    collector.SetRate(surveyedMotion.framesPerSecond);
     return collector.Finish(&surveyed.skeleton, &surveyedMotion);
 }
 
@@ -144,9 +158,13 @@ FileSurvey WithoutSurvey(const Request& request) {
     FileSurvey result;
     result.framesPerSecond = request.framesPerSecond;
     result.lengthMultiplier = request.lengthMultiplier;
+    if (request.framesPerSecond) result.rateOrigin = RateOrigin::Request;
     if (request.preset != Preset::Cmu) return result;
     if (!result.lengthMultiplier) result.lengthMultiplier = kCmuLengthMultiplier;
-    if (!result.framesPerSecond) result.framesPerSecond = kCmuFramesPerSecond;
+    if (!result.framesPerSecond) {
+        result.framesPerSecond = kCmuFramesPerSecond;
+        result.rateOrigin = RateOrigin::Preset;
+    }
     return result;
 }
 

@@ -96,11 +96,11 @@ class Index(DataSet):
         rows = {row["source"]: list(row.values())[1:8] for row in self.index()}
         self.assertEqual({(row["warnings"], row["findings"]) for row in self.index() if row["status"] == "ok"},
                          {("0", "")})
-        self.assertEqual(rows["takes/07_01.amc"], ["07_01.json", "ok", "3", "5", "30", "0.166667", ""])
-        self.assertEqual(rows["takes/walk.bvh"], ["walk.json", "ok", "5", "11", "20", "0.55", ""])
-        self.assertEqual(rows["takes/two.bvh"], ["two.json", "ok", "8", "7", "20", "0.35", ""])
-        self.assertEqual(rows["takes/alone/s.asf"], ["alone/s.json", "ok", "3", "0", "", "", ""])
-        self.assertEqual(rows["takes/part.bvh"][:6], ["part.json", "partial", "4", "3", "20", "0.15"])
+        self.assertEqual(rows["takes/07_01.amc"], ["07_01.json", "ok", "2", "5", "30", "0.166667", ""])
+        self.assertEqual(rows["takes/walk.bvh"], ["walk.json", "ok", "4", "11", "20", "0.55", ""])
+        self.assertEqual(rows["takes/two.bvh"], ["two.json", "ok", "6", "7", "20", "0.35", ""])
+        self.assertEqual(rows["takes/alone/s.asf"], ["alone/s.json", "ok", "2", "0", "", "", ""])
+        self.assertEqual(rows["takes/part.bvh"][:6], ["part.json", "partial", "3", "3", "20", "0.15"])
         self.assertRegex(rows["takes/part.bvh"][6], r"^ERROR \(LINE \d+\): Expected a float value for OFFSET y$")
         # The JSON record of a failed import is an output too.
         self.assertEqual(rows["takes/broken.bvh"], ["broken.json", "failed", "", "", "", "",
