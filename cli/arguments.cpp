@@ -9,6 +9,8 @@
 #include "cli/convert_arguments.h"
 #include "cli/help_text.h"
 #include "cli/import_arguments.h"
+#include "cli/suggestion.h"
+#include "pairing/capture_kind.h"
 
 namespace cli {
 namespace {
@@ -50,17 +52,54 @@ std::vector<std::string> ReversedForParser(std::span<const char* const> argument
     return words;
 }
 
+const std::vector<std::string> kCommands = {"import", "check", "convert", "command"};
+
+// Throws UsageError, because `word` is no command.
+[[noreturn]] void RefuseCommand(const std::string& word) {
+    // A user who forgets the command begins with a file.
+    if (pairing::KindOf(word))
+        throw UsageError(
+            fmt::format("{}: unknown command; did you mean 'zkhost import {}'?", word, word));
+    std::string suggestion = Suggestion(word, kCommands);
+    if (suggestion.empty()) suggestion = ": expected " + ListOf(kCommands);
+    throw UsageError(fmt::format("{}: unknown command{}", word, suggestion));
+}
+
+// Returns the options of the command as the user writes them, such as "--bones" and "-o". The
+// option that is only for the processes of "zkhost convert" is left out.
+std::vector<std::string> OptionsOf(const CLI::App& command) {
+    std::vector<std::string> options;
+    for (const CLI::Option* option : command.get_options()) {
+        for (const std::string& name : option->get_lnames())
+            if (name != "report") options.push_back("--" + name);
+        for (const std::string& name : option->get_snames())
+            options.push_back("-" + name);
+    }
+    return options;
+}
+
+// Throws UsageError if the user gave a word that CLI11 could not assign to anything.
+void RefuseUnknownWords(const CLI::App& command) {
+    const std::vector<std::string> words = command.remaining();
+    for (const std::string& word : words) {
+        if (!word.starts_with('-') || word == "--") continue;
+        const std::string option = word.substr(0, word.find('='));
+        throw UsageError(
+            fmt::format("{}: unknown option{}", option, Suggestion(option, OptionsOf(command))));
+    }
+    for (const std::string& word : words)
+        if (word != "--") throw UsageError(fmt::format("{}: one argument too many", word));
+}
+
 }  // namespace
 
 bool IsCommand(std::string_view word) {
-    return word == "import" || word == "check" || word == "convert" || word == "command";
+    return std::find(kCommands.begin(), kCommands.end(), word) != kCommands.end();
 }
 
 Request ParseArguments(std::span<const char* const> arguments) {
-    constexpr std::string_view kCommands = "expected import, check, convert or command";
-    if (arguments.empty()) throw UsageError(fmt::format("no command: {}", kCommands));
-    if (!IsCommand(arguments[0]) && arguments[0][0] != '-')
-        throw UsageError(fmt::format("{}: unknown command: {}", arguments[0], kCommands));
+    if (arguments.empty()) return Answer{kMainHelp};
+    if (!IsCommand(arguments[0]) && arguments[0][0] != '-') RefuseCommand(arguments[0]);
     ImportWords importWords;
     CheckRequest checkWords;
     ConvertWords convertWords;
@@ -91,6 +130,10 @@ Request ParseArguments(std::span<const char* const> arguments) {
     } catch (const CLI::CallForVersion&) {
         return Answer{"zkhost " ZKHOST_VERSION "\n"};
     } catch (const CLI::ParseError& error) {
+        // An unknown word may be the reason why CLI11 misses another one.
+        RefuseUnknownWords(program);
+        for (const CLI::App* each : program.get_subcommands())
+            RefuseUnknownWords(*each);
         throw UsageError(error.what());
     }
     if (import->parsed()) return BuildImportRequest(importWords);

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "cli/option_values.h"
-#include "export/formats.h"
+#include "cli/output_formats.h"
 #include "pairing/capture_kind.h"
 
 namespace cli {
@@ -56,8 +56,7 @@ void DescribeConvert(CLI::App& convert, ConvertWords& words) {
 
 dataset::Request BuildConvertRequest(ConvertWords& words) {
     dataset::Request& request = words.request;
-    const exporters::Format* format = exporters::FindFormat('.' + words.format);
-    if (!format) throw UsageError(fmt::format("--to {}: unknown format", words.format));
+    const exporters::Format* format = FormatCalled("--to", words.format);
     request.extension = format->extension;
     request.sideExtension = format->sideExtension;
     if (request.outDir.empty()) throw UsageError("--out-dir: the name of the folder is empty");

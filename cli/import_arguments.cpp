@@ -3,17 +3,16 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 #include <optional>
 #include <set>
 #include <string>
 
 #include "cli/option_values.h"
+#include "cli/output_formats.h"
 #include "export/formats.h"
 #include "files/links.h"
 #include "pairing/capture_kind.h"
 #include "take/request.h"
-#include "text/path_text.h"
 
 namespace cli {
 namespace {
@@ -46,19 +45,10 @@ std::string Resolved(const std::string& path) {
     return error ? path : resolved.string();
 }
 
-const exporters::Format* FormatOf(const std::string& path) {
-    if (const auto* format = exporters::FindFormat(text::LowerCaseExtension(path))) return format;
-    std::set<std::string_view> known;
-    for (const exporters::Format& format : exporters::Formats())
-        known.insert(format.extension);
-    throw UsageError(
-        fmt::format("{}: unknown output format; known are {}", path, fmt::join(known, " ")));
-}
-
 void ReadOutputs(const ImportWords& words, ImportRequest& request) {
     std::set<std::string> names;
     for (const std::string& path : words.outputs) {
-        const OutputRequest output = {path, FormatOf(path)};
+        const OutputRequest output = {path, FormatOfFile(path)};
         for (const std::string& file : exporters::FilesOf(*output.format, path)) {
             RequireNotOverwritten(request.take.file.path, file);
             RequireNotOverwritten(words.motionFile, file);
