@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <utility>
 
+#include "cli/honoured_options.h"
 #include "cli/option_values.h"
 #include "cli/output_formats.h"
 #include "pairing/capture_kind.h"
@@ -49,6 +50,7 @@ void DescribeConvert(CLI::App& convert, ConvertWords& words) {
     convert.add_option("--asf", request.skeleton);
     convert.add_option("-j,--jobs", words.parallel);
     convert.add_option("--time-limit", words.timeLimit);
+    convert.add_flag("--no-clobber", request.noClobber);
     convert.add_flag("--resume", request.resume);
     convert.add_flag("--plan", request.plan);
     convert.add_option("--plugin", request.plugin);
@@ -67,6 +69,7 @@ dataset::Request BuildConvertRequest(ConvertWords& words) {
     // every import.
     ImportWords& import = words.import;
     ParseImportOptions(import, true);
+    RequireHonoured(*import.command, {format}, false);
     // If --fps is missing and --resample has no number, the rate comes from --preset. Because
     // --preset is for Acclaim files only, --resample is passed on only to imports of Acclaim files
     // in this case.

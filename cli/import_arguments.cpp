@@ -6,7 +6,9 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
+#include "cli/honoured_options.h"
 #include "cli/option_values.h"
 #include "cli/output_formats.h"
 #include "export/formats.h"
@@ -47,16 +49,32 @@ std::string Resolved(const std::string& path) {
 
 void ReadOutputs(const ImportWords& words, ImportRequest& request) {
     std::set<std::string> names;
+    const auto claim = [&](const std::string& file) {
+        RequireNotOverwritten(request.take.file.path, file);
+        RequireNotOverwritten(words.motionFile, file);
+        if (!names.insert(Resolved(file)).second)
+            throw UsageError(fmt::format("{}: two outputs would write this file", file));
+    };
     for (const std::string& path : words.outputs) {
         const OutputRequest output = {path, FormatOfFile(path)};
-        for (const std::string& file : exporters::FilesOf(*output.format, path)) {
-            RequireNotOverwritten(request.take.file.path, file);
-            RequireNotOverwritten(words.motionFile, file);
-            if (!names.insert(Resolved(file)).second)
-                throw UsageError(fmt::format("{}: two outputs would write this file", file));
-        }
+        for (const std::string& file : exporters::FilesOf(*output.format, path))
+            claim(file);
         request.outputs.push_back(output);
     }
+    if (!words.csvNames) return;
+    RequireFileName("--csv-names", *words.csvNames);
+    claim(*words.csvNames);
+    request.csvNames = *words.csvNames;
+}
+
+// The processes of "zkhost convert" get the options that convert has checked already. Some of these
+// processes write no output.
+void RequireHonouredOptions(const ImportWords& words, const ImportRequest& request) {
+    if (request.report) return;
+    std::vector<const exporters::Format*> formats;
+    for (const OutputRequest& output : request.outputs)
+        formats.push_back(output.format);
+    RequireHonoured(*words.command, formats, request.tree);
 }
 
 }  // namespace
@@ -67,7 +85,9 @@ void DescribeImport(CLI::App& import, ImportWords& words) {
     import.add_option("motion", words.motionFile);
     DescribeImportOptions(import, words);
     import.add_option("-o,--output", words.outputs)->allow_extra_args(false);
+    import.add_option("--csv-names", words.csvNames);
     import.add_flag("--make-folders", request.makeFolders);
+    import.add_flag("--no-clobber", request.noClobber);
     import.add_flag("--tree", request.tree);
     import.add_flag("--quiet", request.quiet);
     import.add_flag("--timing", request.timing);
@@ -86,6 +106,7 @@ ImportRequest BuildImportRequest(ImportWords& words) {
     // programs decode the file in the same way.
     request.take.readsInLocale = true;
     ReadOutputs(words, request);
+    RequireHonouredOptions(words, request);
     return request;
 }
 

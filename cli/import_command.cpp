@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/amc_rate.h"
+#include "cli/exports.h"
 #include "cli/import_show.h"
 #include "cli/interrupt.h"
 #include "cli/outputs.h"
@@ -132,7 +133,8 @@ class ImportRun {
     void PrintScene() const {
         if (!request_.quiet)
             PrintSummary(result_.Scene(), SummaryOf(request_.take, result_), ToStdout());
-        if (request_.tree) PrintTree(result_.Scene(), ToStdout());
+        if (request_.tree)
+            PrintTree(result_.Scene(), ExportOptionsOf(request_, result_), ToStdout());
     }
 
     // Says so if --fps makes the take much slower or faster than its file states. "zkhost convert"
@@ -164,6 +166,11 @@ class ImportRun {
 }  // namespace
 
 int RunImport(const ImportRequest& request) {
+    const std::string existing = request.noClobber ? FindExistingOutput(request) : std::string();
+    if (!existing.empty()) {
+        PrintError(fmt::format("{}: exists already, and --no-clobber keeps it", existing));
+        return dataset::kOutputFailed;
+    }
     return ImportRun(request).Finish();
 }
 

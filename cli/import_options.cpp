@@ -1,8 +1,13 @@
 #include "cli/import_options.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <fmt/format.h>
+#include <limits>
+#include <string_view>
+#include <system_error>
 
 #include "cli/option_values.h"
 #include "take/request.h"
@@ -36,9 +41,41 @@ int Digits(const std::string& text) {
     return static_cast<int>(number);
 }
 
+// Returns the frame number, or `missing` if the text is empty. Returns nullopt for a text that is
+// no whole number.
+std::optional<std::int64_t> FrameNumber(std::string_view text, std::int64_t missing) {
+    if (text.empty()) return missing;
+    std::int64_t number = 0;
+    const char* last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, number);
+    if (error != std::errc() || end != last) return std::nullopt;
+    return number;
+}
+
+exporters::FrameRange Frames(const std::string& text) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    const std::size_t colon = text.find(':');
+    const std::string_view all = text;
+    std::optional<std::int64_t> first;
+    std::optional<std::int64_t> last;
+    if (colon != std::string::npos && all.size() > 1) {
+        first = FrameNumber(all.substr(0, colon), Limits::min());
+        last = FrameNumber(all.substr(colon + 1), Limits::max());
+    }
+    if (!first || !last)
+        throw UsageError(fmt::format(
+            "--frames {}: expected two frame numbers, FIRST:LAST, such as 10:20, 10: or :20",
+            text));
+    if (*first > *last)
+        throw UsageError(
+            fmt::format("--frames {}: the first frame comes after the last one", text));
+    return {*first, *last};
+}
+
 }  // namespace
 
 void DescribeImportOptions(CLI::App& command, ImportWords& words) {
+    words.command = &command;
     take::Request& request = words.request.take;
     CLI::Option* nulls = command.add_flag("--nulls", words.nulls);
     command.add_flag("--bones", words.bones)->excludes(nulls);
@@ -60,6 +97,15 @@ void DescribeImportOptions(CLI::App& command, ImportWords& words) {
     words.resampleOption = command.add_option("--resample", words.resample);
     command.add_flag("--mesh,!--no-mesh", words.request.exports.mesh);
     command.add_option("--digits", words.digits);
+    exporters::Options& exports = words.request.exports;
+    command.add_option("--frames", words.frames);
+    command.add_flag("--in-place", exports.inPlace);
+    command.add_flag("--all-nodes", exports.allNodes);
+    command.add_flag("--aim", exports.aim);
+    command.add_option("--animations", words.animations);
+    command.add_flag("--float32", exports.float32);
+    command.add_flag("--compress", exports.compress);
+    command.add_flag("--provenance", words.request.provenance);
 }
 
 void ParseImportOptions(ImportWords& words, bool isAcclaim) {
@@ -80,6 +126,10 @@ void ParseImportOptions(ImportWords& words, bool isAcclaim) {
                                                        {{"x", exporters::UpAxis::X},
                                                         {"y", exporters::UpAxis::Y},
                                                         {"z", exporters::UpAxis::Z}});
+    if (words.frames) request.exports.frames = Frames(*words.frames);
+    if (words.animations)
+        request.exports.animationPerModel = Choice<bool>("--animations", *words.animations,
+                                                         {{"merged", false}, {"per-model", true}});
     if ((take.applyLimits || words.length || words.preset) && !isAcclaim)
         throw UsageError("--limits, --length and --preset are for Acclaim files");
     RequireKnownEncoding(take.encoding);

@@ -29,6 +29,9 @@ struct ImportWords {
     std::optional<std::string> fps;
     std::optional<std::string> digits;
     std::optional<std::string> resample;
+    std::optional<std::string> frames;
+    std::optional<std::string> animations;
+    std::optional<std::string> csvNames;
     std::optional<std::string> progress;
     std::vector<std::string> outputs;
     bool nulls = false;
@@ -36,6 +39,7 @@ struct ImportWords {
     // CLI11's records of some options. They belong to the CLI::App.
     std::vector<const CLI::Option*> acclaimOptions;  // the options for Acclaim files only
     const CLI::Option* resampleOption = nullptr;
+    const CLI::App* command = nullptr;  // the command that the user gave
 };
 
 // The value of ImportWords::resample if the user wrote --resample without a number. The samples

@@ -35,6 +35,9 @@ Progress ProgressChoice(const std::optional<std::string>& text);
 // Requires that `encoding` is empty or the name of an encoding that iconv knows.
 void RequireKnownEncoding(const std::string& encoding);
 
+// Requires that `path` can be the name of a file: it is not empty and leads to no folder.
+void RequireFileName(const char* option, const std::string& path);
+
 // Requires that `input` and `output` do not lead to the same existing file. `input` may be empty.
 void RequireNotOverwritten(const std::string& input, const std::string& output);
 

@@ -21,6 +21,9 @@ struct OutputsResult {
 // format cannot contain a part of the scene, prints to stderr what was left out.
 OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result);
 
+// Returns the path of an output, or of its second file, that exists already. Empty if none does.
+std::string FindExistingOutput(const ImportRequest& request);
+
 // Calls `write`, which writes one output, and adds its outcome to `result`. Prints errors to
 // stderr.
 void AddOutput(const std::function<files::WriteOutcome()>& write, OutputsResult& result);

@@ -68,10 +68,10 @@ std::string Suggestion(std::string_view word, const std::vector<std::string>& kn
     return nearest.empty() ? std::string() : fmt::format("; did you mean '{}'?", nearest);
 }
 
-std::string ListOf(const std::vector<std::string>& words) {
+std::string ListOf(const std::vector<std::string>& words, std::string_view last) {
     std::string list;
     for (std::size_t index = 0; index < words.size(); ++index) {
-        if (index > 0) list += index + 1 < words.size() ? ", " : " or ";
+        if (index > 0) list += index + 1 < words.size() ? ", " : fmt::format(" {} ", last);
         list += words[index];
     }
     return list;

@@ -19,7 +19,7 @@ std::string NearestWord(std::string_view word, const std::vector<std::string>& k
 // Returns "; did you mean 'NEAREST'?", or an empty text if no known word is near.
 std::string Suggestion(std::string_view word, const std::vector<std::string>& known);
 
-// Returns the words as one text: "auto, cmu or none".
-std::string ListOf(const std::vector<std::string>& words);
+// Returns the words as one text: "auto, cmu or none". `last` comes before the last word.
+std::string ListOf(const std::vector<std::string>& words, std::string_view last = "or");
 
 }  // namespace cli

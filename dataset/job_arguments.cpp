@@ -28,6 +28,7 @@ std::vector<std::string> ImportArguments(const Job& job, const Request& request,
     // The JSON record contains the events of the progress bar. Without this option, a record would
     // differ depending on whether stderr is a terminal.
     words.emplace_back("--progress=off");
+    if (withOutput && request.noClobber) words.emplace_back("--no-clobber");
     if (withOutput)
         Append(words, {"--make-folders", "-o", AsFile(request.outDir + '/' + job.output)});
     return words;

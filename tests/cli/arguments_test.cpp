@@ -3,6 +3,8 @@
 #include <cmath>
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <limits>
+#include <tuple>
 
 #include "tests/support/temporary_folder.h"
 
@@ -93,7 +95,7 @@ TEST(ImportArguments, AreAllParsed) {
 
 TEST(ImportArguments, ResamplesAtItsOwnRateOrAtTheOneOfFps) {
     const auto rates = [](std::vector<std::string> words) {
-        words.insert(words.begin(), "07.asf");
+        words.insert(words.begin(), {"07.asf", "-o", "07.glb"});
         const ImportRequest request = ParseImport(words);
         return std::pair(request.take.framesPerSecond, request.exports.resampleTo);
     };
@@ -111,7 +113,8 @@ TEST(ImportArguments, ResamplesAtItsOwnRateOrAtTheOneOfFps) {
 }
 
 TEST(ImportArguments, TheValueOfResampleIsTheNextWordOnlyIfThatIsANumber) {
-    const ImportRequest request = ParseImport({"--fps", "60", "--resample", "walk.bvh"});
+    const ImportRequest request =
+        ParseImport({"-o", "a.glb", "--fps", "60", "--resample", "walk.bvh"});
     EXPECT_EQ(request.take.file.path, "walk.bvh");
     EXPECT_EQ(request.exports.resampleTo, 60.0);
 }
@@ -127,9 +130,46 @@ TEST(ImportArguments, ThePresetIsKeptForTheSurvey) {
     EXPECT_EQ(request.take.framesPerSecond, 60.0);
 }
 
+TEST(ImportArguments, HaveOptionsOfOutputs) {
+    const ImportRequest plain = ParseImport({"walk.bvh", "-o", "a.glb"});
+    EXPECT_FALSE(plain.exports.frames.has_value());
+    EXPECT_FALSE(plain.exports.inPlace || plain.exports.allNodes || plain.exports.aim);
+    EXPECT_FALSE(plain.exports.animationPerModel || plain.exports.float32);
+    EXPECT_FALSE(plain.exports.compress || plain.provenance || plain.noClobber);
+    EXPECT_EQ(plain.csvNames, "");
+    const ImportRequest request =
+        ParseImport({"walk.bvh", "-o", "a.glb", "-o", "a.npz", "-o", "a.csv", "--in-place",
+                     "--all-nodes", "--aim", "--animations", "Per-Model", "--float32", "--compress",
+                     "--provenance", "--no-clobber", "--csv-names", "names.csv"});
+    EXPECT_TRUE(request.exports.inPlace && request.exports.allNodes && request.exports.aim);
+    EXPECT_TRUE(request.exports.animationPerModel && request.exports.float32);
+    EXPECT_TRUE(request.exports.compress && request.provenance && request.noClobber);
+    EXPECT_EQ(request.csvNames, "names.csv");
+    EXPECT_FALSE(ParseImport({"walk.bvh", "-o", "a.glb", "--animations", "merged"})
+                     .exports.animationPerModel);
+}
+
+TEST(ImportArguments, FramesIncludeBothEnds) {
+    constexpr std::int64_t kFirst = std::numeric_limits<std::int64_t>::min();
+    constexpr std::int64_t kLast = std::numeric_limits<std::int64_t>::max();
+    const std::tuple<const char*, std::int64_t, std::int64_t> rows[] = {
+        {"10:20", 10, 20}, {"7:7", 7, 7},      {"-10:-2", -10, -2},
+        {"-3:4", -3, 4},   {"10:", 10, kLast}, {":20", kFirst, 20}};
+    for (const auto& [text, first, last] : rows) {
+        const auto frames =
+            ParseImport({"walk.bvh", "-o", "a.glb", "--frames", text}).exports.frames;
+        ASSERT_TRUE(frames.has_value()) << text;
+        EXPECT_EQ(std::pair(frames->first, frames->last), std::pair(first, last)) << text;
+    }
+}
+
+TEST(ImportArguments, TheProcessesOfConvertGetOptionsWithoutAnOutput) {
+    EXPECT_EQ(ParseImport({"walk.bvh", "--report", "--scale", "2"}).exports.scale, 2.0);
+}
+
 TEST(ImportArguments, KeywordsMayHaveAnyLetterCase) {
     const ImportRequest request =
-        ParseImport({"07.asf", "--preset", "CMU", "--up", "Z", "--progress", "Off"});
+        ParseImport({"07.asf", "--tree", "--preset", "CMU", "--up", "Z", "--progress", "Off"});
     EXPECT_EQ(request.take.preset, take::Preset::Cmu);
     EXPECT_EQ(request.exports.up, exporters::UpAxis::Z);
     EXPECT_EQ(request.progress, cli::Progress::Off);
