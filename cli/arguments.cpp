@@ -106,6 +106,7 @@ Request ParseArguments(std::span<const char* const> arguments) {
     CommandWords commandWords;
     CLI::App program;
     program.set_help_flag("-h,--help");
+    program.set_help_all_flag("--help-all");
     program.set_version_flag("--version", "zkhost " ZKHOST_VERSION);
     program.require_subcommand(1);
     CLI::App* import = program.add_subcommand("import");
@@ -119,14 +120,19 @@ Request ParseArguments(std::span<const char* const> arguments) {
     for (CLI::App* each : {import, check, convert, command})
         DisallowFlagValues(*each);
 
+    const auto helpText = [&]() -> const std::string& {
+        return import->parsed()    ? kImportHelp
+               : check->parsed()   ? kCheckHelp
+               : convert->parsed() ? kConvertHelp
+               : command->parsed() ? kCommandHelp
+                                   : kMainHelp;
+    };
     try {
         program.parse(ReversedForParser(arguments));
     } catch (const CLI::CallForHelp&) {
-        return Answer{std::string(import->parsed()    ? kImportHelp
-                                  : check->parsed()   ? kCheckHelp
-                                  : convert->parsed() ? kConvertHelp
-                                  : command->parsed() ? kCommandHelp
-                                                      : kMainHelp)};
+        return Answer{helpText()};
+    } catch (const CLI::CallForAllHelp&) {
+        return Answer{import->parsed() ? kImportAllHelp : helpText()};
     } catch (const CLI::CallForVersion&) {
         return Answer{"zkhost " ZKHOST_VERSION "\n"};
     } catch (const CLI::ParseError& error) {
