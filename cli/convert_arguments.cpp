@@ -6,9 +6,9 @@
 #include <fmt/format.h>
 #include <utility>
 
+#include "cli/format_names.h"
 #include "cli/honoured_options.h"
 #include "cli/option_values.h"
-#include "cli/output_formats.h"
 #include "pairing/capture_kind.h"
 
 namespace cli {

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "cli/format_names.h"
 #include "cli/honoured_options.h"
 #include "cli/option_values.h"
-#include "cli/output_formats.h"
 #include "export/formats.h"
 #include "files/links.h"
 #include "pairing/capture_kind.h"

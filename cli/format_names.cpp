@@ -1,4 +1,4 @@
-#include "cli/output_formats.h"
+#include "cli/format_names.h"
 
 #include <filesystem>
 #include <fmt/format.h>
