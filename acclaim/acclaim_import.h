@@ -6,6 +6,7 @@
 #include "acclaim/acclaim_parser.h"
 #include "host/status.h"
 #include "host/string.h"
+#include "mocap/bar_monitor.h"
 #include "mocap/mocap_import_base.h"
 
 // Imports Acclaim files. An ASF file becomes a model with a skeleton. An AMC file becomes a motion
@@ -40,16 +41,11 @@ class CAcclaimImport : public CMocapImportBase {
     MOCAPMODEL* FindModelByName(const char* name) { return parser.FindModelByName(name); }
 
   private:
-    // Connects the parser to the progress bar and to the host's log.
-    class Monitor : public ParseMonitor {
+    // Connects the parser to the progress bar, and writes its warnings to the host's log.
+    class Monitor : public BarMonitor {
       public:
-        explicit Monitor(CAcclaimImport& importer) : importer_(importer) {}
-        bool IsCancelled() override { return importer_.progressBar->IsCancelled(); }
-        void Advance(unsigned int steps) override { importer_.progressBar->Advance(steps); }
+        using BarMonitor::BarMonitor;
         void Warn(const std::wstring& message) override;
-
-      private:
-        CAcclaimImport& importer_;
     };
 
     // Frees the file and the keys. If `all` is true, also frees the skeleton. The length factor,
@@ -76,7 +72,7 @@ class CAcclaimImport : public CMocapImportBase {
     // Converts animated bone lengths to animated positions of the bones' children.
     std::int32_t FixLength();
 
-    Monitor monitor{*this};
+    Monitor monitor{progressBar};
     AcclaimParser parser{stringFile, *this, allowances, monitor};
     Zelk::CString documentation;
 };

@@ -25,7 +25,9 @@ void MoveToEnd(const MOCAPMODEL& bone, MOCAPMODEL& node) {
 }  // namespace
 
 // hierarchy = "begin" { line } "end"
-// In the file, each `line` begins on a new line, and ends where that line ends.
+// A `line` ends at the end of the file's line in which its parent is. The next `line`, or "end",
+// must therefore begin on a later line of the file. Only the first of them may follow "begin" in
+// the same line.
 std::int32_t AcclaimParser::HandleHierarchy() {
     const char* token = GetNextAccString();
     if (token == nullptr || !EqualsIgnoringCase(token, "begin"))
@@ -84,7 +86,8 @@ void AcclaimParser::AttachChild(MOCAPMODEL& parent, MOCAPMODEL& child) {
 }
 
 // Adds a child node at the end of every leaf that is at least kShortestBone long. Marks shorter
-// leaves as detached. Skips the nodes that an earlier call has already examined.
+// leaves as detached, which means that no rigid bone joins them to their parent. Skips the nodes
+// that an earlier call has already examined.
 std::int32_t AcclaimParser::EndLeaves() {
     std::vector<std::unique_ptr<MOCAPMODEL>> ends;
     for (; settledNodes < skeleton.models.size(); ++settledNodes) {

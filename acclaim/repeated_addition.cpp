@@ -33,11 +33,12 @@ std::size_t StepsInside(double sum, double step) {
 
 // Between two neighbouring powers of two, all doubles have the same distance from each other. While
 // the sum stays in this range, every addition changes it by the same step. Many additions can
-// therefore be replaced by one multiplication. There is one exception: if an exact sum is half way
-// between two doubles, it is rounded to the double whose last bit is zero. After one such addition
-// the last bit stays zero, and all further additions change the sum by the same step. The exception
-// may affect the first sum. The step is therefore the difference between the second sum and the
-// third sum.
+// therefore be replaced by one multiplication. There is one exception: an exact sum that is half
+// way between two doubles is rounded to the double whose last bit is zero. If one exact sum is half
+// way, the exact sums after it are half way too. Each of them is rounded to a last bit of zero, so
+// all further additions change the sum by the same step. But the first or the second addition may
+// start from a sum whose last bit is one, and change it by another step. The step is therefore the
+// difference between the second sum and the third sum.
 double AddRepeatedly(double sum, double term, std::size_t times) {
     while (times > kFew) {
         const double first = sum + term;

@@ -1,4 +1,4 @@
-// Times the conversion of products of three rotations to X-Y-Z angles. BM_ScalarPath converts one
+// Times the conversion of products of three rotations to X-Y-Z angles. BM_OneByOne converts one
 // product at a time. BM_Blocks converts a block of kRotationBlock products at a time.
 #include <benchmark/benchmark.h>
 
@@ -36,7 +36,7 @@ void CountRotations(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kRotationBlock));
 }
 
-void BM_ScalarPath(benchmark::State& state) {
+void BM_OneByOne(benchmark::State& state) {
     const RotationBlock block = SomeAngles();
     const Product product(state.range(0) != 0);
     for (auto _ : state) {
@@ -63,7 +63,7 @@ void BM_Blocks(benchmark::State& state) {
 // If the argument "framed" is 1, each product has two more factors: a fixed matrix before the three
 // rotations, and a second fixed matrix after them. An import needs such products for the axes of
 // Acclaim bones and for the rest poses of bones.
-BENCHMARK(BM_ScalarPath)->ArgName("framed")->Arg(0)->Arg(1);
+BENCHMARK(BM_OneByOne)->ArgName("framed")->Arg(0)->Arg(1);
 BENCHMARK(BM_Blocks)->ArgName("framed")->Arg(0)->Arg(1);
 
 }  // namespace

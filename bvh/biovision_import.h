@@ -5,6 +5,7 @@
 #include "bvh/bvh_parser.h"
 #include "host/status.h"
 #include "host/string.h"
+#include "mocap/bar_monitor.h"
 #include "mocap/file_allowance.h"
 #include "mocap/mocap_import_base.h"
 
@@ -29,13 +30,11 @@ class CBiovisionImport : public CMocapImportBase {
                                const Zelk::CString& name);
 
   private:
-    // Connects the parser to the progress bar. It tells the parser whether the user cancelled, and
-    // shows the parser's progress.
-    class Monitor : public ParseMonitor {
+    // Connects the parser to the progress bar, and prepares the bar for the values of the motion.
+    class Monitor : public BarMonitor {
       public:
-        explicit Monitor(CBiovisionImport& importer) : importer_(importer) {}
-        bool IsCancelled() override { return importer_.progressBar->IsCancelled(); }
-        void Advance(unsigned int steps) override { importer_.progressBar->Advance(steps); }
+        explicit Monitor(CBiovisionImport& importer)
+            : BarMonitor(importer.progressBar), importer_(importer) {}
         void BeginValues() override { importer_.ShowMotionProgress(); }
 
       private:
@@ -55,8 +54,8 @@ class CBiovisionImport : public CMocapImportBase {
     // Builds the scene from the parsed nodes and keys.
     Zelk::CStatus BuildScene(const Zelk::CString& name);
     Zelk::CStatus CreateZelkEntities(const Zelk::CString& name);
-    // Counts a section without channels or frames against the allowances of the file. If an
-    // allowance is used up, records the error and returns a negative status.
+    // If the section has no channels, or has no frames, takes what it needs from the allowances of
+    // the file. If not enough is left, records the error and returns a negative status.
     std::int32_t CountSection(const Zelk::CString& name);
     Zelk::CStatus CreateActions();
     Zelk::CStatus CreateSkeleton();
@@ -64,9 +63,10 @@ class CBiovisionImport : public CMocapImportBase {
     // Frees the parsed section. If `clearFile` is true, also frees the file.
     void Clear(bool clearFile);
 
-    // How many sections without channels or frames a file may have. Such a section has very little
-    // text, but creates a model, two actions and a group. All other sections have more text, so
-    // they are not counted.
+    // How many more sections the file may have that have no channels, or that have no frames. Such
+    // a section may need only a few bytes of the file. Even so, it creates a model, two actions
+    // and, if `createGroup` is true, a group. All other sections have more text, so they are not
+    // counted.
     FileAllowance sectionsLeft{10000, 1, 96};
     std::uint32_t importedModels = 0;
     Monitor monitor{*this};

@@ -157,10 +157,11 @@ Zelk::CStatus CBiovisionImport::CreateZelkEntities(const Zelk::CString& name) {
     return status;
 }
 
-// Limits what a file with many short sections can create. Even a section without channels or
-// frames, which needs few bytes of the file, gets a model, two actions and a group. The names of
-// these objects contain `name`, and so do the commands that the host records. Each such section
-// is therefore counted as 12 copies of `name`.
+// Limits what a file with many short sections can create. A section that has no channels, or that
+// has no frames, may need only a few bytes of the file. Even so, it creates a model, two actions
+// and, if `createGroup` is true, a group. The names of these objects contain `name`, and so do the
+// commands that the host records. Each such section therefore takes 1 from the allowance of
+// sections, and 12 times the length of `name` from the allowance of characters in derived names.
 std::int32_t CBiovisionImport::CountSection(const Zelk::CString& name) {
     if (channelCount > 0 && frameCount > 0) return kOk;
     if (!sectionsLeft.Reserve())

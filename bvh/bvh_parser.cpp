@@ -113,8 +113,9 @@ std::int32_t BvhParser::ParseName(NodeKind kind, MOCAPMODEL& node) {
 
 // The name of an end site contains its parent's name. If end sites are nested, or if many end sites
 // have a parent with a long name, their names may need far more memory than the file has bytes. The
-// characters of the parent's name are therefore counted. Returns false if the allowance of the file
-// for derived names is used up.
+// file may therefore use only a limited number of characters for names that are made from other
+// names. If there is a parent, this function takes the length of its name from that number. Returns
+// false if not enough is left.
 bool BvhParser::AllowsEndSiteName(const MOCAPMODEL* parent) {
     return parent == nullptr || allowances.derivedNames.Reserve(std::strlen(parent->name.get()));
 }
@@ -141,8 +142,8 @@ void BvhParser::AttachToParent(MOCAPMODEL& node) {
         node.globalPosition[axis] = node.offset[axis];
     if (node.parent == nullptr) return;
     ++node.parent->childCount;
-    // A node with position channels becomes detached too, but its channels are parsed later. They
-    // do not change this count.
+    // A node is detached if its offset is zero or if it has position channels. Its channels are
+    // parsed after this point, so only a zero offset affects this count.
     if (!node.isDetached) ++node.parent->boneChildCount;
     node.depth = node.parent->depth + 1;
     for (int axis = 0; axis < 3; ++axis)

@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <string>
-#include <string_view>
 #include <strings.h>
 
 namespace cli {
@@ -15,12 +14,13 @@ bool IsSeparator(char character) {
     return std::string_view("\t\r\n (),").find(character) != std::string_view::npos;
 }
 
-// Skips separators and comments, then reads the next token. Returns an empty text if the file ends,
-// or a NUL byte comes, before a token.
-std::string NextToken(std::istream& file) {
+// Skips separators and comments, then reads the next token and removes all of this from the text.
+// Returns an empty text if the text ends, or a NUL byte comes, before a token.
+std::string NextToken(std::string_view& text) {
     std::string token;
     bool inComment = false;
-    for (char character; file.get(character) && character != '\0';) {
+    for (; !text.empty() && text.front() != '\0'; text.remove_prefix(1)) {
+        const char character = text.front();
         if (inComment) {
             inComment = character != '\n' && character != '\r';
         } else if (IsSeparator(character)) {
@@ -36,7 +36,7 @@ std::string NextToken(std::istream& file) {
 
 }  // namespace
 
-bool StatesRate(std::istream& amc) {
+bool StatesRate(std::string_view amc) {
     if (strcasecmp(NextToken(amc).c_str(), ":SAMPLES-PER-SECOND") != 0) return false;
     const std::string number = NextToken(amc);
     const char* start = number.c_str() + (number.starts_with('+') ? 1 : 0);

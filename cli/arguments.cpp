@@ -101,7 +101,7 @@ Request ParseArguments(std::span<const char* const> arguments) {
     if (arguments.empty()) return Answer{kMainHelp};
     if (!IsCommand(arguments[0]) && arguments[0][0] != '-') RefuseCommand(arguments[0]);
     ImportWords importWords;
-    CheckRequest checkWords;
+    CheckWords checkWords;
     ConvertWords convertWords;
     CommandWords commandWords;
     CLI::App program;

@@ -1,6 +1,9 @@
 // The options and arguments of "zkhost check".
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "cli/check_request.h"
 
 namespace CLI {
@@ -9,9 +12,15 @@ class App;
 
 namespace cli {
 
-// Declares all options and arguments. CLI11 stores their values in `request`.
-void DescribeCheck(CLI::App& check, CheckRequest& request);
-// Checks the values and returns the request. Throws UsageError.
-CheckRequest BuildCheckRequest(const CheckRequest& request);
+// The words as the user wrote them. CLI11 stores values that need no parsing directly in `request`.
+struct CheckWords {
+    CheckRequest request;
+    std::optional<std::string> as;
+};
+
+// Declares all options and arguments.
+void DescribeCheck(CLI::App& check, CheckWords& words);
+// Parses and checks the values and returns the request. Throws UsageError.
+CheckRequest BuildCheckRequest(CheckWords& words);
 
 }  // namespace cli

@@ -8,15 +8,16 @@
 
 #include "cli/check_files.h"
 #include "cli/print.h"
+#include "cli/standard_input.h"
 #include "dataset/exit_status.h"
 #include "files/output_file.h"
 #include "pairing/capture_kind.h"
 #include "survey/finding_text.h"
+#include "take/input_text.h"
 #include "text/byte_sink.h"
 #include "text/escapes.h"
 #include "text/json_text.h"
 #include "text/number_text.h"
-#include "text/path_text.h"
 
 namespace cli {
 namespace {
@@ -99,8 +100,8 @@ std::string FactsJson(const survey::Facts& facts) {
 
 void PrintJson(const CheckedFile& file) {
     std::string out = R"({"file": )";
-    text::AppendJsonString(out, file.path);
-    out += fmt::format(R"(, "format": "{}", "findings": [)", pairing::NameOf(file.kind));
+    text::AppendJsonString(out, file.input->file.path);
+    out += fmt::format(R"(, "format": "{}", "findings": [)", pairing::NameOf(file.input->kind));
     for (std::size_t index = 0; index < file.survey.findings.size(); ++index) {
         if (index > 0) out += ", ";
         survey::AppendFindingJson(out, file.survey.findings[index]);
@@ -111,30 +112,38 @@ void PrintJson(const CheckedFile& file) {
 void PrintForPeople(const CheckedFile& file) {
     const bool terminal = isatty(STDOUT_FILENO) != 0;
     for (const survey::Finding& finding : file.survey.findings)
-        ToStdout()(survey::FindingLine(file.path, finding, terminal));
+        ToStdout()(survey::FindingLine(file.input->file.path, finding, terminal));
     if (file.survey.Has(survey::Severity::Error)) return;
-    const std::string shown = terminal ? text::EscapeControls(file.path) : file.path;
-    ToStdout()(fmt::format("{}: {}\n", shown, CountsText(file.survey.facts, file.kind)));
+    const std::string shown =
+        terminal ? text::EscapeControls(file.input->file.path) : file.input->file.path;
+    ToStdout()(fmt::format("{}: {}\n", shown, CountsText(file.survey.facts, file.input->kind)));
     const std::string shape = ShapeText(file.survey.facts);
     if (!shape.empty()) ToStdout()(fmt::format("  {}\n", shape));
 }
 
+survey::Options OptionsOf(const CheckRequest& request, survey::Purpose purpose) {
+    survey::Options options;
+    options.purpose = purpose;
+    options.encoding = request.encoding;
+    return options;
+}
+
 // Writes the mended text of the file. If nothing was mended, writes a copy of the file. If the file
-// has an error, writes nothing.
+// has an error, writes nothing. A packed file is written as plain text.
 void WriteFixed(const CheckRequest& request, const CheckedFile& file) {
     if (file.survey.Has(survey::Severity::Error)) return;
-    const std::string name(text::NamePart(file.path));
+    const std::string name = take::PlainName(file.input->file);
     files::OutputFile out(request.output.empty() ? request.outDir + '/' + name : request.output);
     out.Write(file.survey.mended ? std::string_view(file.survey.mended->text) : file.text);
     out.Commit();
 }
 
 // Writes the files that --fix asks for. Returns the exit status.
-int Fix(const CheckRequest& request) {
+int Fix(const CheckRequest& request, const std::vector<CheckInput>& files) {
     int status = dataset::kImported;
     std::error_code error;
     if (!request.outDir.empty()) std::filesystem::create_directories(request.outDir, error);
-    CheckFiles(request, survey::Purpose::Fix, [&](const CheckedFile& file) {
+    CheckFiles(files, OptionsOf(request, survey::Purpose::Fix), [&](const CheckedFile& file) {
         try {
             WriteFixed(request, file);
         } catch (const text::WriteError& problem) {
@@ -149,12 +158,15 @@ int Fix(const CheckRequest& request) {
 
 int RunCheck(const CheckRequest& request) {
     bool failed = false;
-    CheckFiles(request, survey::Purpose::Check, [&](const CheckedFile& file) {
+    std::vector<CheckInput> files = InputsOf(request);
+    for (CheckInput& file : files)
+        LoadStandardInput(file.file);
+    CheckFiles(files, OptionsOf(request, survey::Purpose::Check), [&](const CheckedFile& file) {
         request.json ? PrintJson(file) : PrintForPeople(file);
         failed |= file.survey.Has(survey::Severity::Error) ||
                   (request.strict && file.survey.Has(survey::Severity::Warning));
     });
-    const int written = request.fix ? Fix(request) : dataset::kImported;
+    const int written = request.fix ? Fix(request, files) : dataset::kImported;
     return written != dataset::kImported ? written
            : failed                      ? dataset::kImportFailed
                                          : dataset::kImported;

@@ -4,37 +4,23 @@
 #include <memory>
 #include <utility>
 
-#include "cli/option_values.h"
-#include "files/mapped_file.h"
+#include "cli/standard_input.h"
+#include "files/system_storage.h"
 #include "pairing/capture_kind.h"
 #include "survey/finding_text.h"
-#include "text/path_text.h"
+#include "take/input_text.h"
 
 namespace cli {
 namespace {
 
-survey::Options OptionsOf(const CheckRequest& request, survey::Purpose purpose) {
-    survey::Options options;
-    options.purpose = purpose;
-    options.encoding = request.encoding;
-    return options;
-}
-
 using pairing::CaptureKind;
-
-// ParseArguments has checked that each path has the extension of a capture file, so the argument of
-// value_or is never returned.
-CaptureKind KindOf(const std::string& path) {
-    return pairing::KindOf(path).value_or(CaptureKind::Biovision);
-}
 
 // Files that are surveyed together: a single file, or a skeleton and its motions.
 class Group {
   public:
-    void Add(const std::string& path) {
+    void Add(const CheckInput& input) {
         CheckedFile checked;
-        checked.path = path;
-        checked.kind = KindOf(path);
+        checked.input = &input;
         checked_.push_back(std::move(checked));
     }
 
@@ -46,16 +32,20 @@ class Group {
     }
 
   private:
+    static survey::AcclaimFile AcclaimFileOf(const CheckedFile& checked) {
+        return {checked.text, take::PlainName(checked.input->file)};
+    }
+
     bool IsRead(std::size_t index) const { return files_[index].Problem().empty(); }
 
     void Survey(const survey::Options& options) {
         for (CheckedFile& checked : checked_) {
-            files_.emplace_back(checked.path);
+            files_.emplace_back(checked.input->file, storage_);
             checked.text = files_.back().Text();
             if (!files_.back().Problem().empty())
                 checked.survey.findings = {survey::UnreadableFinding(files_.back().Problem())};
         }
-        const bool hasSkeleton = checked_.front().kind == CaptureKind::Skeleton;
+        const bool hasSkeleton = checked_.front().input->kind == CaptureKind::Skeleton;
         if (hasSkeleton && IsRead(0))
             SurveyPairs(options);
         else
@@ -67,13 +57,11 @@ class Group {
         std::vector<std::size_t> indexes;
         for (std::size_t index = 1; index < checked_.size(); ++index) {
             if (!IsRead(index)) continue;
-            motions.push_back(
-                {checked_[index].text, std::string(text::NamePart(checked_[index].path))});
+            motions.push_back(AcclaimFileOf(checked_[index]));
             indexes.push_back(index);
         }
-        survey::AcclaimSurvey surveyed = survey::SurveyAcclaim(
-            {checked_.front().text, std::string(text::NamePart(checked_.front().path))}, motions,
-            options);
+        survey::AcclaimSurvey surveyed =
+            survey::SurveyAcclaim(AcclaimFileOf(checked_.front()), motions, options);
         checked_.front().survey = std::move(surveyed.skeleton);
         for (std::size_t index = 0; index < indexes.size(); ++index)
             checked_[indexes[index]].survey = std::move(surveyed.motions[index]);
@@ -83,30 +71,29 @@ class Group {
         for (std::size_t index = 0; index < checked_.size(); ++index) {
             if (!IsRead(index)) continue;
             CheckedFile& checked = checked_[index];
-            if (checked.kind == CaptureKind::Biovision)
+            if (checked.input->kind == CaptureKind::Biovision)
                 checked.survey = survey::SurveyBvh(checked.text, options);
             else
-                checked.survey = survey::SurveyAmcAlone(
-                    {checked.text, std::string(text::NamePart(checked.path))}, options);
+                checked.survey = survey::SurveyAmcAlone(AcclaimFileOf(checked), options);
         }
     }
 
-    std::deque<files::MappedFile> files_;  // the contents of the files in `checked_`, in its order
+    files::SystemStorage storage_;
+    std::deque<take::InputText> files_;  // the contents of the files in `checked_`, in its order
     std::vector<CheckedFile> checked_;
     std::size_t next_ = 0;  // the index in `checked_` of the file that Next returns next
 };
 
 // Returns one element for each file: the group that the file belongs to. An .amc belongs to the
 // group of the last .asf before it on the command line, even if there are other files between them.
-std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& files) {
+std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<CheckInput>& files) {
     std::vector<std::shared_ptr<Group>> groups;
     std::shared_ptr<Group> skeleton;
-    for (const std::string& path : files) {
-        const CaptureKind kind = KindOf(path);
-        const bool joins = kind == CaptureKind::Motion && skeleton;
+    for (const CheckInput& file : files) {
+        const bool joins = file.kind == CaptureKind::Motion && skeleton;
         std::shared_ptr<Group> group = joins ? skeleton : std::make_shared<Group>();
-        if (kind == CaptureKind::Skeleton) skeleton = group;
-        group->Add(path);
+        if (file.kind == CaptureKind::Skeleton) skeleton = group;
+        group->Add(file);
         groups.push_back(std::move(group));
     }
     return groups;
@@ -114,12 +101,23 @@ std::vector<std::shared_ptr<Group>> GroupsOf(const std::vector<std::string>& fil
 
 }  // namespace
 
-void CheckFiles(const CheckRequest& request, survey::Purpose purpose,
+std::vector<CheckInput> InputsOf(const CheckRequest& request) {
+    std::vector<CheckInput> inputs;
+    for (const std::string& path : request.files) {
+        // ParseArguments has checked that each path has the extension of a capture file, or that
+        // --as was given for it, so the argument of value_or is never returned.
+        const CaptureKind kind = (IsStandardInput(path) ? request.as : pairing::KindOf(path))
+                                     .value_or(CaptureKind::Biovision);
+        inputs.push_back({InputOf(path, kind), kind});
+    }
+    return inputs;
+}
+
+void CheckFiles(const std::vector<CheckInput>& files, const survey::Options& options,
                 const std::function<void(const CheckedFile&)>& each) {
-    const survey::Options options = OptionsOf(request, purpose);
     // Each pointer is moved into `held`, so a group is freed as soon as `each` has returned for the
     // last file of the group.
-    for (std::shared_ptr<Group>& group : GroupsOf(request.files)) {
+    for (std::shared_ptr<Group>& group : GroupsOf(files)) {
         const std::shared_ptr<Group> held = std::move(group);
         each(held->Next(options));
     }

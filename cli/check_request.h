@@ -1,13 +1,18 @@
 // The arguments of "zkhost check".
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "pairing/capture_kind.h"
 
 namespace cli {
 
 struct CheckRequest {
     std::vector<std::string> files;  // the paths of the files, as the user wrote them
+    // What the standard input is; nullopt if none of the files is "-".
+    std::optional<pairing::CaptureKind> as;
     // Names in the files that are not valid UTF-8 are decoded with this encoding. It is written as
     // iconv names it. Empty: Windows-1252.
     std::string encoding;

@@ -45,7 +45,7 @@ void DescribeConvert(CLI::App& convert, ConvertWords& words) {
             words.passedOn.push_back(option);
     dataset::Request& request = words.request;
     convert.add_option("paths", request.paths)->required();
-    convert.add_option("--to", words.format)->required();
+    convert.add_option("--to", words.formats)->allow_extra_args(false)->required();
     convert.add_option("--out-dir", request.outDir)->required();
     convert.add_option("--asf", request.skeleton);
     convert.add_option("-j,--jobs", words.parallel);
@@ -53,14 +53,16 @@ void DescribeConvert(CLI::App& convert, ConvertWords& words) {
     convert.add_flag("--no-clobber", request.noClobber);
     convert.add_flag("--resume", request.resume);
     convert.add_flag("--plan", request.plan);
+    convert.add_flag("--timing", request.timing);
     convert.add_option("--plugin", request.plugin);
 }
 
 dataset::Request BuildConvertRequest(ConvertWords& words) {
     dataset::Request& request = words.request;
-    const exporters::Format* format = FormatCalled("--to", words.format);
-    request.extension = format->extension;
-    request.sideExtension = format->sideExtension;
+    const std::vector<const exporters::Format*> formats = ParseFormats("--to", words.formats);
+    for (const exporters::Format* format : formats)
+        request.formats.push_back(
+            {std::string(format->extension), std::string(format->sideExtension)});
     if (request.outDir.empty()) throw UsageError("--out-dir: the name of the folder is empty");
     if (!request.skeleton.empty() &&
         pairing::KindOf(request.skeleton) != pairing::CaptureKind::Skeleton)
@@ -69,7 +71,7 @@ dataset::Request BuildConvertRequest(ConvertWords& words) {
     // every import.
     ImportWords& import = words.import;
     ParseImportOptions(import, true);
-    RequireHonoured(*import.command, {format}, false);
+    RequireHonoured(*import.command, formats, false);
     // If --fps is missing and --resample has no number, the rate comes from --preset. Because
     // --preset is for Acclaim files only, --resample is passed on only to imports of Acclaim files
     // in this case.

@@ -14,7 +14,7 @@ namespace cli {
 // in `request`.
 struct ConvertWords {
     dataset::Request request;
-    std::string format;
+    std::vector<std::string> formats;
     std::optional<std::string> parallel;
     std::optional<std::string> timeLimit;
     ImportWords import;

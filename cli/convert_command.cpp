@@ -13,6 +13,15 @@
 namespace cli {
 namespace {
 
+// Throws UsageError if no job can be run, after it has printed why.
+void RequireJobs(const dataset::Conversion& conversion) {
+    if (!conversion.IsEveryJobRefused()) return;
+    ConvertShow show(0);
+    conversion.Plan([](const auto&) {},
+                    [&](const dataset::IndexRow& row) { show.RecordNotConverted(row); });
+    throw UsageError("nothing to convert: every file was refused");
+}
+
 int Plan(const dataset::Conversion& conversion, const std::string& program) {
     ConvertShow show(0);
     conversion.Plan(
@@ -30,18 +39,19 @@ int Run(dataset::Conversion& conversion, const dataset::Request& request) {
     if (!loaded.plugin) throw PluginError(loaded.problem);
     ConvertShow show(conversion.JobCount());
     dataset::Watcher watcher;
-    watcher.onConverted = [&](const auto& row, const auto& findings) {
-        show.RecordConverted(row, findings);
+    watcher.onConverted = [&](const auto& row, const auto& details) {
+        show.RecordConverted(row, details);
     };
-    watcher.onNotConverted = [&](const auto& row, const auto& findings) {
-        show.RecordNotConverted(row, findings);
+    watcher.onNotConverted = [&](const auto& row, const auto& details) {
+        show.RecordNotConverted(row, details);
     };
     watcher.onMessage = [&](std::string_view message) { show.PrintMessage(message); };
     const dataset::RunEnd end = conversion.Run(watcher);
-    if (!end.indexProblem.empty()) PrintError(end.indexProblem);
-    ToStdout()(show.Summary(end.index));
+    show.PrintProblems(end);
+    ToStdout()(show.Summary(end, request.timing));
+    if (end.isDiskFull) return dataset::kOutputFailed;
     if (end.isCancelled) return dataset::kCancelled;
-    if (!end.indexProblem.empty()) return dataset::kOutputFailed;
+    if (!end.problems.empty()) return dataset::kOutputFailed;
     return show.Failures() > 0 ? dataset::kSomeFailed : dataset::kImported;
 }
 
@@ -50,6 +60,7 @@ int Run(dataset::Conversion& conversion, const dataset::Request& request) {
 int RunConvert(const dataset::Request& request, const std::string& program) {
     try {
         dataset::Conversion conversion(request);
+        RequireJobs(conversion);
         return request.plan ? Plan(conversion, program) : Run(conversion, request);
     } catch (const dataset::RequestError& error) {
         throw UsageError(error.what());

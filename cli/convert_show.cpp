@@ -38,21 +38,23 @@ headless::BarEvent Event(headless::BarEvent::Kind kind, std::size_t number) {
 
 }  // namespace
 
-ConvertShow::ConvertShow(std::size_t total) : total_(total) {
+ConvertShow::ConvertShow(std::size_t total) {
+    counts_.total = total;
     if (total == 0 || !CanRedrawLines()) return;
     bar_.emplace(TerminalColumns(STDERR_FILENO), kInterval, ToStderr());
     bar_->Receive(Event(headless::BarEvent::Kind::Maximum, total));
+    Draw();
     bar_->Receive(Event(headless::BarEvent::Kind::Visible, 1));
 }
 
 void ConvertShow::RecordConverted(const dataset::IndexRow& row,
-                                  const dataset::ReportedFindings& findings) {
-    Record(row, findings, converted_);
+                                  const dataset::JobDetails& details) {
+    Record(row, details, counts_.converted);
 }
 
 void ConvertShow::RecordNotConverted(const dataset::IndexRow& row,
-                                     const dataset::ReportedFindings& findings) {
-    Record(row, findings, upToDate_);
+                                     const dataset::JobDetails& details) {
+    Record(row, details, counts_.upToDate);
 }
 
 void ConvertShow::PrintMessage(std::string_view message) {
@@ -60,26 +62,30 @@ void ConvertShow::PrintMessage(std::string_view message) {
     PrintError(message);
 }
 
-void ConvertShow::Record(const dataset::IndexRow& row, const dataset::ReportedFindings& findings,
+void ConvertShow::Record(const dataset::IndexRow& row, const dataset::JobDetails& details,
                          std::size_t& okCount) {
     switch (row.status) {
         case dataset::JobStatus::Ok:
             ++okCount;
             break;
         case dataset::JobStatus::Partial:
-            ++partial_;
+            ++counts_.partial;
             break;
         case dataset::JobStatus::Failed:
-            ++failed_;
+            ++counts_.failed;
             break;
         case dataset::JobStatus::Cancelled:
             return;
     }
+    if (details.wasRun) ++counts_.imports;
+    counts_.loadMilliseconds += details.loadMilliseconds;
+    counts_.writeMilliseconds += details.writeMilliseconds;
     std::istringstream codes(row.findings);
     for (std::string code; codes >> code;)
-        ++filesByCode_[code];
-    std::string lines = ReadableLines(findings.lines);
-    if (row.status != dataset::JobStatus::Ok && !findings.refused)
+        ++counts_.filesByCode[code];
+    std::string lines = ReadableLines(details.findings);
+    // A full disk is reported once, by PrintProblems.
+    if (row.status != dataset::JobStatus::Ok && !details.refused && !details.diskIsFull)
         lines += fmt::format("{}: {}\n", Readable(row.source), Readable(row.error));
     if (bar_ && !lines.empty()) bar_->Erase();
     ToStderr()(lines);
@@ -88,28 +94,33 @@ void ConvertShow::Record(const dataset::IndexRow& row, const dataset::ReportedFi
 
 void ConvertShow::Draw() {
     if (!bar_) return;
-    const std::size_t done = converted_ + upToDate_ + Failures();
+    const std::size_t done = counts_.Done();
     const std::string caption =
-        Failures() == 0 ? fmt::format("{} of {} done", done, total_)
-                        : fmt::format("{} of {} done, {} failed", done, total_, Failures());
+        Failures() == 0 ? fmt::format("{} of {} done", done, counts_.total)
+                        : fmt::format("{} of {} done, {} failed", done, counts_.total, Failures());
     const std::wstring wide = text::DecodeUtf8(caption);
     bar_->Receive(Event(headless::BarEvent::Kind::Value, done));
     bar_->Receive({headless::BarEvent::Kind::Caption, 0, Zelk::CString(wide.c_str())});
 }
 
-std::string ConvertShow::Summary(const std::string& index) {
+void ConvertShow::PrintProblems(const dataset::RunEnd& end) {
     bar_.reset();
-    std::string line = fmt::format("{} converted", converted_);
-    const auto add = [&](std::size_t count, std::string_view what) {
-        if (count > 0) line += fmt::format(", {} {}", count, what);
-    };
-    add(upToDate_, "up to date");
-    add(partial_, "imported in part");
-    add(failed_, "failed");
-    add(total_ - converted_ - upToDate_ - Failures(), "cancelled (--resume continues)");
-    for (const auto& [code, files] : filesByCode_)
-        line += fmt::format("\n  {}: {} file{}", code, files, files == 1 ? "" : "s");
-    return fmt::format("{}\n{}\n", line, Readable(index));
+    if (end.isDiskFull) {
+        PrintError(
+            fmt::format("the disk is full: {} of {} sources were converted{}; --resume "
+                        "continues",
+                        counts_.converted + counts_.upToDate + counts_.partial, counts_.total,
+                        end.index.empty() ? ", and the index could not be written" : ""));
+        return;
+    }
+    for (const std::string& problem : end.problems)
+        PrintError(problem);
+}
+
+std::string ConvertShow::Summary(const dataset::RunEnd& end, bool timing) {
+    bar_.reset();
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start_;
+    return ConvertSummary(counts_, end, took.count(), timing);
 }
 
 }  // namespace cli

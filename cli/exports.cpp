@@ -13,11 +13,21 @@ const char* Text(bool value) {
     return value ? "true" : "false";
 }
 
+exporters::FileSkeleton SkeletonOf(const survey::Outline& outline) {
+    exporters::FileSkeleton skeleton;
+    for (const survey::OutlineJoint& joint : outline) {
+        const bool isRoot = joint.parent == survey::OutlineJoint::kNoParent;
+        skeleton.push_back(
+            {joint.name, isRoot ? exporters::FileJoint::kNoParent : joint.parent, joint.isEndSite});
+    }
+    return skeleton;
+}
+
 exporters::Source SourceOf(const take::Request& request, const take::Result& result) {
     const take::FormatInfo& format = take::InfoOf(request.format);
     exporters::Source source;
-    source.files.push_back(request.file.path);
-    if (request.motion) source.files.push_back(request.motion->path);
+    source.files.push_back({request.file.path});
+    if (request.motion) source.files.push_back({request.motion->path});
     source.format = format.name;
     source.tool = "zkhost " ZKHOST_VERSION;
     source.options = {{"nulls", Text(request.useNulls)},
@@ -37,6 +47,8 @@ exporters::Options ExportOptionsOf(const ImportRequest& request, const take::Res
     options.scale /= result.multiplied;
     options.framesPerSecond = result.framesPerSecond;
     options.models = result.outcome.models;
+    for (const survey::Outline& outline : result.outlines)
+        options.skeletons.push_back(SkeletonOf(outline));
     options.source = SourceOf(request.take, result);
     return options;
 }
@@ -45,7 +57,8 @@ exporters::RunRecord RecordOf(const ImportRequest& request, const take::Result& 
     const headless::Recording& recording = result.recording;
     exporters::RunRecord record{result.code, recording.log, recording.bar, recording.commands};
     record.userInput = take::UserInputJson(result.userInput);
-    if (!request.take.asIs) record.findings = take::FindingsJson(result.findings);
+    if (!request.take.asIs || result.isRefused)
+        record.findings = take::FindingsJson(result.findings);
     record.multiplied = result.multiplied;
     return record;
 }

@@ -3,8 +3,9 @@
 #include <filesystem>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <set>
+#include <string_view>
 #include <system_error>
-#include <vector>
 
 #include "cli/arguments.h"
 #include "cli/suggestion.h"
@@ -19,6 +20,14 @@ std::vector<std::string> Extensions(std::size_t skipped) {
     for (const exporters::Format& format : exporters::Formats())
         extensions.emplace_back(format.extension.substr(skipped));
     return extensions;
+}
+
+const exporters::Format* FormatCalled(const char* option, std::string_view name) {
+    if (name.empty()) throw UsageError(fmt::format("{}: the name of a format is missing", option));
+    if (const auto* format = exporters::FindFormat('.' + LowerCase(name))) return format;
+    const std::vector<std::string> known = Extensions(1);
+    throw UsageError(fmt::format("{} {}: unknown format; known are {}{}", option, name,
+                                 fmt::join(known, " "), Suggestion(name, known)));
 }
 
 }  // namespace
@@ -36,11 +45,21 @@ const exporters::Format* FormatOfFile(const std::string& path) {
                                  fmt::join(known, " "), Suggestion(extension, known)));
 }
 
-const exporters::Format* FormatCalled(const char* option, const std::string& name) {
-    if (const auto* format = exporters::FindFormat('.' + LowerCase(name))) return format;
-    const std::vector<std::string> known = Extensions(1);
-    throw UsageError(fmt::format("{} {}: unknown format; known are {}{}", option, name,
-                                 fmt::join(known, " "), Suggestion(name, known)));
+std::vector<const exporters::Format*> ParseFormats(const char* option,
+                                                   const std::vector<std::string>& values) {
+    std::set<const exporters::Format*> named;
+    for (std::string_view rest : values) {
+        while (true) {
+            const std::size_t comma = rest.find(',');
+            named.insert(FormatCalled(option, rest.substr(0, comma)));
+            if (comma == std::string_view::npos) break;
+            rest.remove_prefix(comma + 1);
+        }
+    }
+    std::vector<const exporters::Format*> formats;
+    for (const exporters::Format& format : exporters::Formats())
+        if (named.contains(&format)) formats.push_back(&format);
+    return formats;
 }
 
 }  // namespace cli

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "export/formats.h"
 
@@ -11,8 +12,11 @@ namespace cli {
 // none, or if the path leads to a folder.
 const exporters::Format* FormatOfFile(const std::string& path);
 
-// Returns the format that the user named as a value of `option`, such as "glb", in any letter case.
+// Parses the values of `option`. Each value names one or more formats, separated by commas, in any
+// letter case: "glb,npz". Returns the formats in the order of exporters::Formats(), so that the
+// result does not depend on the order of the names. A format that is named twice is returned once.
 // Throws UsageError.
-const exporters::Format* FormatCalled(const char* option, const std::string& name);
+std::vector<const exporters::Format*> ParseFormats(const char* option,
+                                                   const std::vector<std::string>& values);
 
 }  // namespace cli

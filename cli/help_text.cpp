@@ -101,6 +101,7 @@ Reading:
   --nulls, --bones        build nulls (default) or chains of bones
   --fps N                 the take's rate, instead of the one that the file has
   --preset auto|cmu|none  Acclaim: cmu: metres, 120 fps (auto: if length 0.45)
+  --as bvh|asf|amc        what the file - (standard input) is; also FILE.gz
   --strict, --as-is       refuse files that have warnings; skip the survey
   --encoding NAME         encoding of names that are not UTF-8 (Windows-1252)
 Writing:
@@ -132,6 +133,8 @@ Reading:
   --preset auto|cmu|none    Acclaim: cmu: metres, 120 fps; auto: if length 0.45
   --limits                  Acclaim: clamp values to the limits of the skeleton
   --length X                Acclaim: multiply lengths by X, not the file's own
+  --as bvh|asf|amc          what the file - (standard input) is; files may also
+                            be packed by gzip (walk.bvh.gz)
   --as-is                   let the plug-in read the files without the survey
   --strict                  refuse files that have warnings
   --encoding NAME           encoding of names that are not UTF-8 (Windows-1252)
@@ -179,6 +182,8 @@ checked together with the .amc files after it. Each finding is one line:
   error    'zkhost import' refuses the file
   warning  something was lost or guessed, or is probably a mistake
   note     worth knowing; nothing is lost
+  --as bvh|asf|amc   what the file - is, which is the standard input; any file
+                     may be packed by gzip (walk.bvh.gz)
   --json             print a JSON object for each file, on one line
   --fix              write each file in a form that every reader accepts;
                      a file with an error is not written
@@ -192,21 +197,22 @@ Exit status: 0 no errors, 1 a file has an error, 2 wrong usage,
 )";
 
 const std::string kConvertHelp = WithOutputs(
-    R"(Usage: zkhost convert PATH... --to FORMAT --out-dir DIR  [OPTIONS]
-Example: zkhost convert takes/ --to glb --out-dir out
+    R"(Usage: zkhost convert PATH... --to FORMAT[,...] --out-dir DIR  [OPTIONS]
+Example: zkhost convert takes/ --to glb,npz --out-dir out
 
 Imports each .bvh, .asf and .amc file in its own process; writes DIR/index.csv.
 Folders are searched; outputs get the same subfolders. An .amc is imported with
 the .asf file in its folder whose name begins the motion's name (07.asf and
-07_01.amc), or with the only .asf file there.
-  --to FORMAT        @outputs@
+07_01.amc), or with the only .asf file there. Files may be packed by gzip.
+  --to FORMAT[,...]  @outputs@
   --out-dir DIR      the folder of the outputs, named after the sources
   --asf FILE         use this skeleton for every .amc
   -j, --jobs N       run N imports at a time (default: one per processor)
   --time-limit X     stop an import after X seconds (default: 600; 0: never)
-  --resume           skip sources whose output exists and is newer
+  --resume           skip sources whose outputs all exist and are newer
   --no-clobber       keep each output that exists; its import fails
   --plan             print the command line of each import; run nothing
+  --timing           print load and write times of all imports, and files/s
   --plugin PATH      load this plug-in
 Options for each import, as in 'zkhost import --help-all':
   --nulls --bones --[no-]chain-from-parent --effector-to-last-bone --[no-]group
@@ -214,8 +220,8 @@ Options for each import, as in 'zkhost import --help-all':
   --resample [N] --frames A:B --in-place --all-nodes --[no-]mesh --aim
   --animations merged|per-model --digits N --float32 --compress --provenance;
   for Acclaim files: --limits --length X --preset auto|cmu|none
-Exit status: 0 all converted, 4 some failed, 2 wrong usage, 3 the index could
-  not be written, 130 cancelled (--resume continues)
+Exit status: 0 all converted, 4 some failed, 2 wrong usage, 3 the disk is full
+  or the index could not be written, 130 cancelled (--resume continues)
 )",
     Outputs(", ", " or ", false));
 

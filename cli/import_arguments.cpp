@@ -11,6 +11,7 @@
 #include "cli/format_names.h"
 #include "cli/honoured_options.h"
 #include "cli/option_values.h"
+#include "cli/standard_input.h"
 #include "export/formats.h"
 #include "files/links.h"
 #include "pairing/capture_kind.h"
@@ -19,23 +20,33 @@
 namespace cli {
 namespace {
 
-// Decides the format from the extensions of the files, and sets the request's motion. Throws
-// UsageError if a file has the wrong extension.
-void SetFiles(const std::string& motionFile, take::Request& request) {
+// Decides the format from the extensions of the files, or from --as, and sets the request's files.
+// Throws UsageError if a file has the wrong extension.
+void SetFiles(const ImportWords& words, take::Request& request) {
     using pairing::CaptureKind;
-    const std::string& file = request.file.path;
-    const std::optional<CaptureKind> kind = pairing::KindOf(file);
+    const std::string file = request.file.path;
+    const std::string& motionFile = words.motionFile;
+    const std::string files[] = {file, motionFile};
+    const std::optional<CaptureKind> as = ParseAs(words.as, files);
+    const auto kindOf = [&](const std::string& path) {
+        return IsStandardInput(path) ? as : pairing::KindOf(path);
+    };
+    const std::optional<CaptureKind> kind = kindOf(file);
+    if (!kind && IsStandardInput(file))
+        throw UsageError("-: --as bvh or --as asf must say what the standard input is");
     if (!kind) throw UsageError(fmt::format("{}: not a .bvh or .asf file", file));
     if (kind == CaptureKind::Motion)
         throw UsageError(
             fmt::format("{}: an .amc file needs its skeleton, SKEL.asf, before it", file));
     const bool isAlone = kind == CaptureKind::Biovision;
     request.format = isAlone ? take::Format::Biovision : take::Format::Acclaim;
+    request.file = InputOf(file, *kind);
     if (motionFile.empty()) return;
     if (isAlone) throw UsageError(fmt::format("{}: a .bvh file takes no second file", motionFile));
-    if (pairing::KindOf(motionFile) != CaptureKind::Motion)
+    const bool isOnlyPosition = IsStandardInput(motionFile) && !as;
+    if (!isOnlyPosition && kindOf(motionFile) != CaptureKind::Motion)
         throw UsageError(fmt::format("{}: not an .amc file", motionFile));
-    request.motion = {motionFile};
+    request.motion = InputOf(motionFile, CaptureKind::Motion);
 }
 
 // Returns the absolute path with all symbolic links resolved, so that two paths of the same file
@@ -83,6 +94,7 @@ void DescribeImport(CLI::App& import, ImportWords& words) {
     ImportRequest& request = words.request;
     import.add_option("file", request.take.file.path)->required();
     import.add_option("motion", words.motionFile);
+    import.add_option("--as", words.as);
     DescribeImportOptions(import, words);
     import.add_option("-o,--output", words.outputs)->allow_extra_args(false);
     import.add_option("--csv-names", words.csvNames);
@@ -100,8 +112,8 @@ ImportRequest BuildImportRequest(ImportWords& words) {
     ImportRequest& request = words.request;
     request.progress = ProgressChoice(words.progress);
     if (request.report) request.quiet = true;
-    SetFiles(words.motionFile, request.take);
-    ParseImportOptions(words, pairing::IsAcclaim(request.take.file.path));
+    SetFiles(words, request.take);
+    ParseImportOptions(words, request.take.format == take::Format::Acclaim);
     // A file that is not mended is decoded with the user's character locale. The user's other
     // programs decode the file in the same way.
     request.take.readsInLocale = true;

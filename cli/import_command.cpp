@@ -2,12 +2,12 @@
 
 #include <chrono>
 #include <fmt/format.h>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "cli/amc_rate.h"
+#include "cli/amc_values.h"
 #include "cli/exports.h"
 #include "cli/import_show.h"
 #include "cli/interrupt.h"
@@ -15,12 +15,14 @@
 #include "cli/print.h"
 #include "cli/rate_text.h"
 #include "cli/report.h"
+#include "cli/standard_input.h"
 #include "cli/summary.h"
 #include "cli/tree.h"
 #include "dataset/exit_status.h"
 #include "export/motion_facts.h"
 #include "files/system_storage.h"
 #include "take/import.h"
+#include "take/input_text.h"
 #include "take/outcome.h"
 #include "take/request.h"
 
@@ -37,14 +39,20 @@ ShowOptions ShowOptionsOf(const ImportRequest& request) {
     options.showFindings = !request.report;
     options.file = request.take.file.path;
     if (request.take.motion) options.motionFile = request.take.motion->path;
+    options.kind.emplace();
+    options.kind->format = request.take.format;
+    options.kind->useNulls = request.take.useNulls;
+    if (request.take.motion && DrawsBar(options))
+        options.kind->amcValues = EstimateAmcValues(*request.take.motion);
     return options;
 }
 
-// Without the survey, only the beginning of a motion file shows whether it states its rate.
+// Without the survey, only the beginning of a motion file shows whether it states its rate, as the
+// plug-in reads it.
 bool LacksRate(const take::Request& request) {
     if (!request.asIs || !request.motion) return false;
-    std::ifstream motion(request.motion->path, std::ios::binary);
-    return !StatesRate(motion);
+    files::SystemStorage storage;
+    return !StatesRate(take::InputText(*request.motion, storage).Text());
 }
 
 SummaryRequest SummaryOf(const take::Request& request, const take::Result& result) {
@@ -92,15 +100,20 @@ class ImportRun {
   public:
     // Loads the plug-in and runs the import. Throws PluginError. `request` must outlive this
     // object.
-    explicit ImportRun(const ImportRequest& request) : request_(request) {
+    // Throws std::runtime_error if the standard input cannot be read.
+    explicit ImportRun(const ImportRequest& request) : request_(request), take_(request.take) {
         const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
         if (!loaded.plugin) throw PluginError(loaded.problem);
-        ImportShow show(ShowOptionsOf(request));
-        take::Request takeRequest = request.take;
-        takeRequest.hasProgressBar = show.HasProgressBar();
+        const ShowOptions options = ShowOptionsOf(request);
+        drawsBar_ = DrawsBar(options);
+        ImportShow show(options);
+        take_.hasProgressBar = show.HasProgressBar();
+        // Until the end of the survey, a signal ends the process.
+        LoadStandardInput(take_.file);
+        if (take_.motion) LoadStandardInput(*take_.motion);
         files::SystemStorage storage(true);
         const auto start = std::chrono::steady_clock::now();
-        result_ = take::Import(*loaded.plugin, takeRequest, storage, show.BuildListener());
+        result_ = take::Import(*loaded.plugin, take_, storage, show.BuildListener());
         const std::chrono::duration<double, std::milli> took =
             std::chrono::steady_clock::now() - start;
         loadMilliseconds_ = took.count();
@@ -114,13 +127,16 @@ class ImportRun {
         }
         const ExitStatus status = StatusOf(result_.outcome.status);
         OutputsResult written;
-        if (status != dataset::kCancelled) written = WriteOutputs(request_, result_);
+        if (status != dataset::kCancelled) written = WriteOutputs(request_, result_, drawsBar_);
         // Without --report, a signal may end the process from here on. With --report, it must not,
         // because "zkhost convert" started this process and has to read its report. "zkhost
         // convert" sends SIGINT only once, and the handler only records the first signal.
         if (!request_.report) RestoreInterrupts();
+        // "zkhost convert" reports that a job was cancelled, so the job itself says nothing.
+        if (written.interrupted && !request_.report)
+            PrintError(CancelledMessage(written.cancelled, written.files));
         if (status == dataset::kCancelled || written.interrupted) return dataset::kCancelled;
-        if (request_.report) PrintReport(!written.milliseconds.empty());
+        if (request_.report) PrintReport(written);
         if (result_.IsImported()) {
             PrintScene();
             NoteSpeed();
@@ -131,8 +147,7 @@ class ImportRun {
 
   private:
     void PrintScene() const {
-        if (!request_.quiet)
-            PrintSummary(result_.Scene(), SummaryOf(request_.take, result_), ToStdout());
+        if (!request_.quiet) PrintSummary(result_.Scene(), SummaryOf(take_, result_), ToStdout());
         if (request_.tree)
             PrintTree(result_.Scene(), ExportOptionsOf(request_, result_), ToStdout());
     }
@@ -140,26 +155,29 @@ class ImportRun {
     // Says so if --fps makes the take much slower or faster than its file states. "zkhost convert"
     // would read the note as an error of the import.
     void NoteSpeed() const {
-        if (!request_.take.framesPerSecond || request_.report) return;
-        const std::string note =
-            SpeedNote(*request_.take.framesPerSecond, StatedRate(request_.take, result_));
+        if (!take_.framesPerSecond || request_.report) return;
+        const std::string note = SpeedNote(*take_.framesPerSecond, StatedRate(take_, result_));
         if (!note.empty()) PrintError(note);
     }
 
-    void PrintReport(bool wasWritten) const {
+    void PrintReport(const OutputsResult& written) const {
         dataset::ImportReport report = ReportOf(request_.take, result_);
-        report.written = wasWritten;
+        report.outputs = written.milliseconds;
+        report.loadMilliseconds = loadMilliseconds_;
+        report.diskIsFull = written.diskIsFull;
         ToStdout()(dataset::ReportLine(report));
     }
 
     void PrintTiming(const OutputsResult& written) const {
         ToStdout()(fmt::format("load_ms={:.3f}\n", loadMilliseconds_));
-        for (const double milliseconds : written.milliseconds)
-            ToStdout()(fmt::format("write_ms={:.3f}\n", milliseconds));
+        for (const std::optional<double>& milliseconds : written.milliseconds)
+            if (milliseconds) ToStdout()(fmt::format("write_ms={:.3f}\n", *milliseconds));
     }
 
     const ImportRequest& request_;
+    take::Request take_;  // with the bytes of the standard input, if it is a file
     take::Result result_;
+    bool drawsBar_ = false;
     double loadMilliseconds_ = 0.0;
 };
 

@@ -22,6 +22,7 @@ namespace cli {
 struct ImportWords {
     ImportRequest request;
     std::string motionFile;  // empty if the user gave none
+    std::optional<std::string> as;
     std::optional<std::string> length;
     std::optional<std::string> preset;
     std::optional<std::string> scale;

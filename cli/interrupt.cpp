@@ -14,6 +14,7 @@ constexpr int kStopSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 std::atomic<bool> interrupted = false;
 std::atomic<bool> exitOnInterrupt = false;
+std::atomic<bool> endLineOnExit = false;
 static_assert(std::atomic<bool>::is_always_lock_free);
 
 // While an ExitOnInterruptScope exists, a signal ends the process with kCancelled. While none
@@ -22,6 +23,8 @@ static_assert(std::atomic<bool>::is_always_lock_free);
 extern "C" void OnInterrupt(int signal) {
     if (exitOnInterrupt) {
         files::RemoveMendedFolder();
+        // If the line break cannot be written, nothing can be done about it.
+        if (endLineOnExit && write(STDERR_FILENO, "\n", 1) != 1) endLineOnExit = false;
         _exit(dataset::kCancelled);
     }
     if (interrupted) {
@@ -56,7 +59,8 @@ void RestoreInterrupts() {
         if (!IgnoresHangup(signal)) std::signal(signal, SIG_DFL);
 }
 
-ExitOnInterruptScope::ExitOnInterruptScope() noexcept {
+ExitOnInterruptScope::ExitOnInterruptScope(bool isLineDrawn) noexcept {
+    endLineOnExit = isLineDrawn;
     exitOnInterrupt = true;
 }
 ExitOnInterruptScope::~ExitOnInterruptScope() {

@@ -16,7 +16,8 @@ void RestoreInterrupts();
 // another way and that creates no other files.
 class ExitOnInterruptScope {
   public:
-    ExitOnInterruptScope() noexcept;
+    // Set `isLineDrawn` if a line is drawn on the terminal. The signal then ends that line.
+    explicit ExitOnInterruptScope(bool isLineDrawn = false) noexcept;
     ~ExitOnInterruptScope();
     ExitOnInterruptScope(const ExitOnInterruptScope&) = delete;
     ExitOnInterruptScope& operator=(const ExitOnInterruptScope&) = delete;

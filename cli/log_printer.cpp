@@ -41,7 +41,8 @@ bool LogPrinter::IsShown(const headless::LogLine& line) const {
            line.severity == Zelk::zkWarningSeverity;
 }
 
-// Returns the file's path with a colon and a space, or an empty text if the path is empty.
+// Returns the path of the .amc file, if `isMotion` is true and there is such a file, or the path of
+// the other file. A colon and a space follow the path. If the path is empty, the result is empty.
 std::string LogPrinter::Prefix(bool isMotion) const {
     const std::string& file = isMotion && !motion_.empty() ? motion_ : skeleton_;
     if (file.empty()) return {};

@@ -3,20 +3,35 @@
 #include <chrono>
 #include <filesystem>
 #include <fmt/format.h>
+#include <memory>
 #include <system_error>
 
 #include "cli/exports.h"
+#include "cli/import_show.h"
 #include "cli/interrupt.h"
 #include "cli/print.h"
 #include "export/formats.h"
 #include "export/json_record.h"
+#include "files/disk_full.h"
 #include "files/write_file.h"
 #include "take/import.h"
 #include "text/byte_sink.h"
 #include "text/path_text.h"
+#include "text/wide_text.h"
 
 namespace cli {
 namespace {
+
+// Returns a progress that draws the line, if it is not null, and that cancels the output if the
+// user asks to stop.
+exporters::Progress ProgressOf(const std::string& path, ProgressLine* line) {
+    const std::wstring caption =
+        text::DecodeUtf8(fmt::format("Writing {}...", text::NamePart(path)));
+    return exporters::Progress([caption, line](double share) {
+        if (Interrupted()) throw text::WriteCancelled();
+        if (line) line->Show(caption, share);
+    });
+}
 
 files::WriteOutcome Write(const OutputRequest& output, const exporters::Content& content,
                           exporters::Notes& notes) {
@@ -33,12 +48,16 @@ files::WriteOutcome Write(const OutputRequest& output, const exporters::Content&
     return files::WriteFilePair(output.path, paths[1], fill, Interrupted);
 }
 
-bool MakeFolderOf(const std::string& path) {
+// Returns whether the folder exists afterwards. If not, records the failure in `result`.
+bool MakeFolderOf(const std::string& path, OutputsResult& result) {
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     std::error_code error;
     if (!folder.empty()) std::filesystem::create_directories(folder, error);
-    if (error) PrintError(fmt::format("cannot write {}: {}", path, error.message()));
-    return !error;
+    if (!error) return true;
+    PrintError(fmt::format("cannot write {}: {}", path, error.message()));
+    result.failed = true;
+    result.diskIsFull |= files::IsDiskFull(error.value());
+    return false;
 }
 
 }  // namespace
@@ -56,34 +75,57 @@ std::string FindExistingOutput(const ImportRequest& request) {
     return {};
 }
 
-void AddOutput(const std::function<files::WriteOutcome()>& write, OutputsResult& result) {
+void AddOutput(const std::function<files::WriteOutcome()>& write,
+               const std::vector<std::string>& paths, OutputsResult& result) {
     const auto start = std::chrono::steady_clock::now();
     const files::WriteOutcome outcome = write();
     const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
-    if (outcome.IsWritten()) result.milliseconds.push_back(took.count());
+    if (outcome.IsWritten()) result.files.insert(result.files.end(), paths.begin(), paths.end());
+    result.milliseconds.push_back(outcome.IsWritten() ? std::optional(took.count()) : std::nullopt);
     if (!outcome.problem.empty()) PrintError(outcome.problem);
     result.failed |= !outcome.problem.empty();
-    result.interrupted |= outcome.isCancelled;
+    result.diskIsFull |= outcome.isDiskFull;
+    if (!outcome.isCancelled) return;
+    result.interrupted = true;
+    result.cancelled = paths.front();
 }
 
-OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result) {
+OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result,
+                           bool drawsBar) {
     const exporters::Options options = ExportOptionsOf(request, result);
     const exporters::RunRecord record = RecordOf(request, result);
-    const exporters::Content content{result.Scene(), options, &record};
     OutputsResult written;
     for (const OutputRequest& output : request.outputs) {
         if (written.interrupted) break;
-        if (!result.IsImported() && !output.format->isRecord) continue;
-        if (request.makeFolders && !MakeFolderOf(output.path)) {
-            written.failed = true;
+        const bool isDue = result.IsImported() || output.format->isRecord;
+        const bool hasFolder = !isDue || !request.makeFolders || MakeFolderOf(output.path, written);
+        if (!isDue || !hasFolder) {
+            written.milliseconds.emplace_back();
             continue;
         }
         exporters::Notes notes;
-        AddOutput([&] { return Write(output, content, notes); }, written);
+        const auto write = [&] {
+            const std::unique_ptr<ProgressLine> line = drawsBar ? MakeBar() : nullptr;
+            return Write(output,
+                         {result.Scene(), options, &record, ProgressOf(output.path, line.get())},
+                         notes);
+        };
+        AddOutput(write, exporters::FilesOf(*output.format, output.path), written);
         for (const std::string& note : notes)
             PrintError(fmt::format("{}: {}", output.path, note));
     }
     return written;
+}
+
+std::string CancelledMessage(const std::string& path, const std::vector<std::string>& kept) {
+    std::string message = fmt::format("cancelled while writing {}", path);
+    for (std::size_t index = 0; index < kept.size(); ++index) {
+        const bool isLast = index + 1 == kept.size();
+        message += index == 0 ? "; " : isLast ? " and " : ", ";
+        message += kept[index];
+    }
+    if (!kept.empty()) message += kept.size() == 1 ? " was kept" : " were kept";
+    return message;
 }
 
 }  // namespace cli

@@ -1,8 +1,10 @@
 #include "cli/progress_line.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <fmt/format.h>
 #include <sys/ioctl.h>
+#include <unistd.h>
 #include <utility>
 
 #include "cli/columns.h"
@@ -56,9 +58,17 @@ void ProgressLine::Receive(const headless::BarEvent& event) {
             break;
     }
     if (visible_)
-        Draw();
+        Draw(Percentage(minimum_, maximum_, value_));
     else
         Erase();
+}
+
+void ProgressLine::Show(std::wstring_view caption, std::optional<double> share) {
+    caption_ = text::EscapeControls(caption);
+    std::optional<int> percentage;
+    // A small number is added, because 0.29 * 100 is slightly less than 29.
+    if (share) percentage = static_cast<int>(std::clamp(*share, 0.0, 1.0) * 100.0 + 1e-6);
+    Draw(percentage);
 }
 
 void ProgressLine::Erase() {
@@ -67,10 +77,10 @@ void ProgressLine::Erase() {
     drawn_.clear();
 }
 
-void ProgressLine::Draw() {
+void ProgressLine::Draw(std::optional<int> percentage) {
     const auto now = std::chrono::steady_clock::now();
-    if (lastDrawn_ && now - *lastDrawn_ < interval_) return;
-    std::string text = Text();
+    if (!drawn_.empty() && now - lastDrawn_ < interval_) return;
+    std::string text = Text(percentage);
     if (text == drawn_) return;
     print_(std::string(kClearLine) + text);
     drawn_ = std::move(text);
@@ -78,19 +88,26 @@ void ProgressLine::Draw() {
 }
 
 // Returns a text such as "Importing Motion...  [#########               ]  37%". On a narrow
-// terminal the bar, or the bar and the caption, are left out.
-std::string ProgressLine::Text() const {
-    const int percentage = Percentage(minimum_, maximum_, value_);
+// terminal the bar, or the bar and the caption, are left out. Without a percentage, only the
+// caption is returned.
+std::string ProgressLine::Text(std::optional<int> percentage) const {
+    if (!percentage) return text::EncodeUtf8(Elide(caption_, std::max(columns_ - 1, 1)));
     // The last column stays free, because some terminals start a new line after a character in it.
     const int room = columns_ - 1 - kPercentColumns;
     // The bar with its two brackets, two spaces before it and one space after it.
     const int barRoom = kBarColumns + 5;
-    if (room < kLeastCaption) return fmt::format("{:3}%", percentage);
+    if (room < kLeastCaption) return fmt::format("{:3}%", *percentage);
     if (room < kLeastCaption + barRoom)
-        return fmt::format("{} {:3}%", text::EncodeUtf8(Elide(caption_, room - 1)), percentage);
-    const int filled = percentage * kBarColumns / 100;
+        return fmt::format("{} {:3}%", text::EncodeUtf8(Elide(caption_, room - 1)), *percentage);
+    const int filled = *percentage * kBarColumns / 100;
     return fmt::format("{}  [{:<{}}] {:3}%", text::EncodeUtf8(Elide(caption_, room - barRoom)),
-                       std::string(static_cast<std::size_t>(filled), '#'), kBarColumns, percentage);
+                       std::string(static_cast<std::size_t>(filled), '#'), kBarColumns,
+                       *percentage);
+}
+
+bool CanRedrawLines(int file) {
+    const char* terminal = std::getenv("TERM");
+    return isatty(file) != 0 && (!terminal || std::string_view(terminal) != "dumb");
 }
 
 int TerminalColumns(int file) {

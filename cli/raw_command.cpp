@@ -91,9 +91,10 @@ int RunCommand(const CommandRequest& request) {
                 };
                 return files::WriteFile(request.jsonFile, fill, Interrupted);
             },
-            written);
+            {request.jsonFile}, written);
     RestoreInterrupts();
     if (called.code == Zelk::status::kFail) NoteUnknownCommand(request.name);
+    if (written.interrupted) PrintError(CancelledMessage(written.cancelled, {}));
     ToStdout()(fmt::format("0x{:08X}\n", static_cast<std::uint32_t>(called.code)));
     if (isCancelled || written.interrupted) return dataset::kCancelled;
     if (written.failed) return dataset::kOutputFailed;

@@ -7,12 +7,13 @@
 
 #include "dataset/freshness.h"
 #include "dataset/job_arguments.h"
+#include "dataset/output_folder.h"
 #include "dataset/output_names.h"
+#include "files/disk_full.h"
 #include "files/leftovers.h"
 #include "files/links.h"
 #include "files/mended_folder.h"
 #include "text/byte_sink.h"
-#include "text/path_text.h"
 
 namespace dataset {
 namespace {
@@ -60,8 +61,13 @@ Conversion::Task Conversion::Prepare(const Job& job, std::optional<Ledger::Conte
 std::set<std::string> Conversion::OutputFolders() const {
     std::set<std::string> folders = {request_.outDir};
     for (const Job& job : jobs_)
-        folders.insert(fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output)));
+        folders.insert(fmt::format("{}/{}", request_.outDir, FolderOf(job)));
     return folders;
+}
+
+bool Conversion::IsEveryJobRefused() const {
+    return std::all_of(jobs_.begin(), jobs_.end(),
+                       [](const Job& job) { return !job.refusal.empty(); });
 }
 
 void Conversion::Plan(const std::function<void(const std::vector<std::string>&)>& onCommand,
@@ -76,10 +82,11 @@ void Conversion::Plan(const std::function<void(const std::vector<std::string>&)>
 
 void Conversion::Start() {
     try {
-        std::filesystem::create_directories(request_.outDir);
+        OutputFolder folder(request_.outDir);
         for (const std::string_view name : {kIndexName, std::string_view(kLedgerName)})
             files::RefuseLink(fmt::format("{}/{}", request_.outDir, name));
         ledger_.Start(jobs_, rows_);
+        folder.Keep();
     } catch (const std::filesystem::filesystem_error& error) {
         throw text::WriteError(
             fmt::format("cannot create {}: {}", request_.outDir, error.code().message()));
@@ -111,35 +118,59 @@ void Conversion::RunTasks(JobRunner& runner, const Watcher& watcher) {
     }
     runner.Run(commands, [&](std::size_t command, const ProcessEnd& end) {
         RecordEnd(indexes[command], end, watcher);
+        if (isDiskFull_) runner.Stop();
     });
+}
+
+IndexRow Conversion::RowOf(std::size_t index, const ProcessEnd& end,
+                           const JobDetails& details) const {
+    const Job& job = jobs_[index];
+    IndexRow row = JudgeJob(job, end);
+    // Other jobs may find the disk full while the run is being stopped for the same reason.
+    if (details.diskIsFull && isDiskFull_) {
+        row = {};
+        row.source = job.source;
+    }
+    const bool isUpToDate = tasks_[index] == Task::FillInRow;
+    if (isUpToDate && row.status != JobStatus::Cancelled) row.output = OutputField(job.outputs);
+    return row;
 }
 
 void Conversion::RecordEnd(std::size_t index, const ProcessEnd& end, const Watcher& watcher) {
     const Job& job = jobs_[index];
+    const JobDetails details = DetailsOf(end);
     IndexRow& row = rows_[index];
-    row = JudgeJob(job, end);
-    const bool isUpToDate = tasks_[index] == Task::FillInRow;
-    if (isUpToDate && row.status != JobStatus::Cancelled) row.output = job.output;
+    row = RowOf(index, end, details);
+    isDiskFull_ |= details.diskIsFull;
     if (row.status == JobStatus::Ok) ledger_.Note(job, row);
     // A process that was killed could not remove its temporary files.
     if (!end.exitStatus) {
-        files::RemoveLeftovers(
-            {fmt::format("{}/{}", request_.outDir, text::FolderPart(job.output))});
+        files::RemoveLeftovers({fmt::format("{}/{}", request_.outDir, FolderOf(job))});
         files::RemoveMendedFolders(end.id);
     }
-    const ReportedFindings findings = FindingsOf(end);
-    isUpToDate ? watcher.onNotConverted(row, findings) : watcher.onConverted(row, findings);
+    const bool isUpToDate = tasks_[index] == Task::FillInRow;
+    isUpToDate ? watcher.onNotConverted(row, details) : watcher.onConverted(row, details);
+}
+
+bool Conversion::TryToWrite(const std::function<void()>& write, RunEnd& end) {
+    try {
+        write();
+        return true;
+    } catch (const files::DiskFull& error) {
+        isDiskFull_ = true;
+        end.problems.emplace_back(error.what());
+    } catch (const text::WriteError& error) {
+        end.problems.emplace_back(error.what());
+    }
+    return false;
 }
 
 RunEnd Conversion::Finish() {
     RunEnd end;
-    end.index = fmt::format("{}/{}", request_.outDir, kIndexName);
-    try {
-        ledger_.Start(jobs_, rows_);
-        WriteIndex(end.index, rows_);
-    } catch (const text::WriteError& error) {
-        end.indexProblem = error.what();
-    }
+    const std::string index = fmt::format("{}/{}", request_.outDir, kIndexName);
+    TryToWrite([&] { ledger_.Start(jobs_, rows_); }, end);
+    if (TryToWrite([&] { WriteIndex(index, rows_); }, end)) end.index = index;
+    end.isDiskFull = isDiskFull_;
     for (const IndexRow& row : rows_)
         end.isCancelled |= row.status == JobStatus::Cancelled;
     return end;

@@ -21,20 +21,23 @@ namespace dataset {
 
 // Functions that Conversion::Run calls, on the thread that called Run. For each job, either
 // onConverted or onNotConverted is called as soon as the job's row of the index is known. Neither
-// is called for a job that was not started because the user cancelled the run.
+// is called for a job that was not started because the run was stopped.
 struct Watcher {
     // The job was run. The row says whether it succeeded.
-    std::function<void(const IndexRow& row, const ReportedFindings& findings)> onConverted;
+    std::function<void(const IndexRow& row, const JobDetails& details)> onConverted;
     // The job was not converted: its output is up to date, or it was refused.
-    std::function<void(const IndexRow& row, const ReportedFindings& findings)> onNotConverted;
+    std::function<void(const IndexRow& row, const JobDetails& details)> onNotConverted;
     // A message for the user about the run as a whole.
     std::function<void(std::string_view message)> onMessage;
 };
 
 struct RunEnd {
-    std::string index;         // the path of the index
-    std::string indexProblem;  // why the index could not be written; empty if it was written
-    bool isCancelled = false;  // the user cancelled: jobs were stopped or were not started
+    std::string index;  // the path of the index; empty if the index could not be written
+    // Why the ledger and the index could not be written, a line for each. Empty if both were
+    // written.
+    std::vector<std::string> problems;
+    bool isDiskFull = false;   // the disk was full: the run was stopped, or it has no index
+    bool isCancelled = false;  // jobs were stopped or were not started
 };
 
 class Conversion {
@@ -43,6 +46,7 @@ class Conversion {
     explicit Conversion(const Request& request);
 
     std::size_t JobCount() const { return jobs_.size(); }
+    bool IsEveryJobRefused() const;
 
     // Runs nothing. Calls `onCommand` for each job that Run would convert, with the arguments of
     // its import (without the program's name). Calls `onNotConverted` for each job that was
@@ -51,8 +55,9 @@ class Conversion {
     void Plan(const std::function<void(const std::vector<std::string>&)>& onCommand,
               const std::function<void(const IndexRow&)>& onNotConverted) const;
 
-    // Runs the jobs and writes the index. If the output folder or the ledger cannot be written,
-    // throws text::WriteError before any job is started.
+    // Runs the jobs and writes the index. The run is stopped as soon as a job finds that the disk
+    // is full. If the output folder or the ledger cannot be written, throws text::WriteError before
+    // any job is started and leaves nothing behind.
     RunEnd Run(const Watcher& watcher);
 
   private:
@@ -72,6 +77,10 @@ class Conversion {
     void Start();
     void RunTasks(JobRunner& runner, const Watcher& watcher);
     void RecordEnd(std::size_t index, const ProcessEnd& end, const Watcher& watcher);
+    // Returns the row of the index for a job that was run.
+    IndexRow RowOf(std::size_t index, const ProcessEnd& end, const JobDetails& details) const;
+    // Calls `write`. Adds the problem to `end` and returns false if it throws text::WriteError.
+    bool TryToWrite(const std::function<void()>& write, RunEnd& end);
     RunEnd Finish();
 
     const Request& request_;
@@ -80,6 +89,7 @@ class Conversion {
     std::vector<Task> tasks_;     // one element for each job
     Ledger ledger_;
     bool otherOptions_ = false;  // the ledger is from a run with other options
+    bool isDiskFull_ = false;    // a file could not be written because its disk has no room
 };
 
 }  // namespace dataset

@@ -20,6 +20,13 @@ Json NumberOrNull(const std::optional<double>& number) {
     return number ? Json(*number) : Json(nullptr);
 }
 
+Json OutputsJson(const ImportReport& report) {
+    Json outputs = Json::array();
+    for (const std::optional<double>& milliseconds : report.outputs)
+        outputs.push_back(NumberOrNull(milliseconds));
+    return outputs;
+}
+
 std::optional<double> OptionalNumber(const Json& value) {
     return value.is_null() ? std::nullopt : std::optional(value.get<double>());
 }
@@ -31,10 +38,12 @@ std::string ReportLine(const ImportReport& report) {
                        {"frames", report.frames},
                        {"fps", NumberOrNull(report.framesPerSecond)},
                        {"seconds", NumberOrNull(report.seconds)},
-                       {"written", report.written},
+                       {"outputs", OutputsJson(report)},
                        {"error", report.error},
                        {"refused", report.refused},
-                       {"findings", FindingsJson(report)}};
+                       {"findings", FindingsJson(report)},
+                       {"load_ms", report.loadMilliseconds},
+                       {"disk_full", report.diskIsFull}};
     return line.dump() + '\n';
 }
 
@@ -46,13 +55,16 @@ std::optional<ImportReport> ReadReport(std::string_view line) {
         report.frames = read.at("frames").get<std::size_t>();
         report.framesPerSecond = OptionalNumber(read.at("fps"));
         report.seconds = OptionalNumber(read.at("seconds"));
-        report.written = read.at("written").get<bool>();
+        for (const Json& milliseconds : read.at("outputs"))
+            report.outputs.push_back(OptionalNumber(milliseconds));
         report.error = read.at("error").get<std::string>();
         report.refused = read.at("refused").get<bool>();
         for (const Json& found : read.at("findings"))
             report.findings.push_back({found.at(0).get<std::string>(),
                                        found.at(1).get<std::string>(),
                                        found.at(2).get<std::string>()});
+        report.loadMilliseconds = read.at("load_ms").get<double>();
+        report.diskIsFull = read.at("disk_full").get<bool>();
         return report;
     } catch (const Json::exception&) {
         return std::nullopt;

@@ -18,7 +18,9 @@ struct ImportReport {
     std::size_t frames = 0;
     std::optional<double> framesPerSecond;
     std::optional<double> seconds;
-    bool written = false;  // at least one output was written
+    // One element for each output, in the order of the command line: how many milliseconds it took
+    // to write the output, or nullopt if it was not written.
+    std::vector<std::optional<double>> outputs;
     // If the survey refused the files, the finding that is the reason. If it did not, the first
     // error of the log. If the import has a motion file and the error is about the skeleton, the
     // text begins with the skeleton's path. Empty if there was no error.
@@ -30,6 +32,8 @@ struct ImportReport {
         std::string line;      // the finding as it is printed, with a line feed at the end
     };
     std::vector<ReportedFinding> findings;  // in the order in which the survey reported them
+    double loadMilliseconds = 0.0;          // how long the survey and the import took together
+    bool diskIsFull = false;  // an output could not be written because its disk has no room
 };
 
 // Returns the report as one line of JSON, with a line feed at the end. The report's texts must be

@@ -1,6 +1,7 @@
 #include "dataset/index_file.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <set>
 
 #include "files/output_file.h"
@@ -26,6 +27,10 @@ std::string Valid(const std::string& text) {
 }
 
 }  // namespace
+
+std::string OutputField(const std::vector<std::string>& paths) {
+    return fmt::format("{}", fmt::join(paths, "|"));
+}
 
 void RecordMeasures(const ImportReport& report, IndexRow& row) {
     row.joints = std::to_string(report.joints);

@@ -15,7 +15,8 @@ enum class JobStatus : std::uint8_t { Ok, Partial, Failed, Cancelled };
 
 struct IndexRow {
     std::string source;
-    std::string output;  // path relative to the output folder; empty if there is no output
+    // The OutputField of the outputs that exist; empty if there is none.
+    std::string output;
     JobStatus status = JobStatus::Cancelled;
     // The next four members describe what was imported. Each is empty if it is not known.
     std::string joints;
@@ -26,6 +27,10 @@ struct IndexRow {
     std::string warnings;  // the number of the survey's warnings; empty without a report
     std::string findings;  // the codes of the survey's findings, separated by spaces
 };
+
+// Returns the text of the index's column "output" for outputs with these paths: the paths,
+// separated by "|". A file name that contains "|" itself is not marked.
+std::string OutputField(const std::vector<std::string>& paths);
 
 // Copies the joints, the frames, the rate and the seconds of the report into the row.
 void RecordMeasures(const ImportReport& report, IndexRow& row);

@@ -12,6 +12,14 @@ std::string AsFile(const std::string& path) {
     return path.starts_with('-') ? "./" + path : path;
 }
 
+// Returns the extensions of the formats, such as ".glb.npz".
+std::string Extensions(const Request& request) {
+    std::string extensions;
+    for (const OutputFormat& format : request.formats)
+        extensions += format.extension;
+    return extensions;
+}
+
 void Append(std::vector<std::string>& words, const std::vector<std::string>& more) {
     words.insert(words.end(), more.begin(), more.end());
 }
@@ -29,14 +37,16 @@ std::vector<std::string> ImportArguments(const Job& job, const Request& request,
     // differ depending on whether stderr is a terminal.
     words.emplace_back("--progress=off");
     if (withOutput && request.noClobber) words.emplace_back("--no-clobber");
+    if (withOutput) words.emplace_back("--make-folders");
     if (withOutput)
-        Append(words, {"--make-folders", "-o", AsFile(request.outDir + '/' + job.output)});
+        for (const std::string& output : job.outputs)
+            Append(words, {"-o", AsFile(request.outDir + '/' + output)});
     return words;
 }
 
 std::string OptionsLine(const Request& request) {
-    std::vector<std::string> words = {"zkhost", ZKHOST_VERSION, request.extension, request.skeleton,
-                                      request.plugin};
+    std::vector<std::string> words = {"zkhost", ZKHOST_VERSION, Extensions(request),
+                                      request.skeleton, request.plugin};
     Append(words, request.importOptions);
     words.emplace_back("--");
     Append(words, request.acclaimOptions);

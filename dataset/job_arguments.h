@@ -9,7 +9,7 @@
 namespace dataset {
 
 // Returns the arguments with which zkhost runs the job, without the program's name. If `withOutput`
-// is false, the import writes no output and only gives its report.
+// is false, the import writes no outputs and only gives its report.
 std::vector<std::string> ImportArguments(const Job& job, const Request& request,
                                          bool withOutput = true);
 

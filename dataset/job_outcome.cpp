@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "dataset/exit_status.h"
 
@@ -31,6 +32,15 @@ std::string FirstOwnError(std::string_view errors) {
     return {};
 }
 
+// Returns the outputs of the job that the import has written.
+std::vector<std::string> WrittenOutputs(const Job& job, const ImportReport& report) {
+    std::vector<std::string> written;
+    const std::size_t count = std::min(job.outputs.size(), report.outputs.size());
+    for (std::size_t index = 0; index < count; ++index)
+        if (report.outputs[index]) written.push_back(job.outputs[index]);
+    return written;
+}
+
 JobStatus StatusOf(const ProcessEnd& end) {
     if (end.cancelled) return JobStatus::Cancelled;
     if (end.exitStatus == kImported) return JobStatus::Ok;
@@ -54,7 +64,7 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
     row.status = StatusOf(end);
     if (row.status == JobStatus::Cancelled) return row;
     const std::optional<ImportReport> report = ReportIn(end.output);
-    if (report && report->written) row.output = job.output;
+    if (report) row.output = OutputField(WrittenOutputs(job, *report));
     // An import without a report has failed, even if its exit status says that it succeeded. For
     // example, the plug-in may have ended the process.
     if (!report && row.status != JobStatus::Failed) row.status = JobStatus::Failed;
@@ -65,14 +75,19 @@ IndexRow JudgeJob(const Job& job, const ProcessEnd& end) {
     return row;
 }
 
-ReportedFindings FindingsOf(const ProcessEnd& end) {
-    ReportedFindings findings;
+JobDetails DetailsOf(const ProcessEnd& end) {
+    JobDetails details;
+    details.wasRun = true;
     const std::optional<ImportReport> report = ReportIn(end.output);
-    if (!report) return findings;
-    findings.refused = report->refused;
+    if (!report) return details;
+    details.refused = report->refused;
+    details.diskIsFull = report->diskIsFull;
+    details.loadMilliseconds = report->loadMilliseconds;
+    for (const std::optional<double>& milliseconds : report->outputs)
+        details.writeMilliseconds += milliseconds.value_or(0.0);
     for (const ImportReport::ReportedFinding& found : report->findings)
-        if (found.severity != "note") findings.lines += found.line;
-    return findings;
+        if (found.severity != "note") details.findings += found.line;
+    return details;
 }
 
 IndexRow RefusedRow(const Job& job) {

@@ -103,15 +103,18 @@ std::optional<JobRunner::Clock::time_point> JobRunner::NextDeadline() const {
 void JobRunner::ReceiveSignals() {
     const int stops = signals_.ReceiveStops();
     const bool wasStopped = stopped_.has_value();
-    if (stops > 0 && !wasStopped) {
-        stopped_ = Clock::now();
-        for (const Running& running : running_)
-            running.process->Interrupt();
-    }
+    if (stops > 0) Stop();
     const bool graceIsOver = stopped_ && Clock::now() - *stopped_ >= kGracePeriod;
     if ((stops > 0 && wasStopped) || graceIsOver)
         for (const Running& running : running_)
             running.process->Kill();
+}
+
+void JobRunner::Stop() {
+    if (stopped_) return;
+    stopped_ = Clock::now();
+    for (const Running& running : running_)
+        running.process->Interrupt();
 }
 
 void JobRunner::EnforceTimeLimit() {

@@ -20,7 +20,7 @@ struct ProcessEnd {
     pid_t id = -1;                  // its process id; -1 if it could not be started
     std::optional<int> exitStatus;  // nullopt if it was killed or could not be started
     std::string trouble;            // why there is no exit status; empty if there is one
-    bool cancelled = false;         // the process ended because the user asked to stop
+    bool cancelled = false;         // the process ended because the run was stopped
     std::string output;             // the start of its standard output (see ImportProcess)
     std::string errors;             // the start of its standard error
 };
@@ -35,11 +35,14 @@ class JobRunner {
     // Starts the processes in the order of `commands`. When a process has ended or cannot be
     // started, calls `onEnd` with the index of its command. SIGINT, SIGTERM and SIGHUP ask to stop:
     // no further process is started, and the running processes get SIGINT. After a second signal,
-    // or five seconds after the first signal, the running processes are killed. Returns whether a
-    // signal asked to stop. `onEnd` is not called for a command that was not started because of the
-    // signal.
+    // or five seconds after the first signal, the running processes are killed. Returns whether
+    // the run was stopped. `onEnd` is not called for a command that was not started because of
+    // that.
     bool Run(const std::vector<std::vector<std::string>>& commands,
              const std::function<void(std::size_t, const ProcessEnd&)>& onEnd);
+
+    // Has the effect of the first signal that asks to stop. `onEnd` may call it.
+    void Stop();
 
   private:
     using Clock = std::chrono::steady_clock;
@@ -67,7 +70,7 @@ class JobRunner {
     const std::function<void(std::size_t, const ProcessEnd&)>* onEnd_ = nullptr;
     std::size_t next_ = 0;  // the index of the next command to start
     std::vector<Running> running_;
-    // The time when the first signal asked to stop. nullopt: no signal has asked.
+    // The time when the run was stopped, by a signal or by Stop. nullopt: it was not stopped.
     std::optional<Clock::time_point> stopped_;
 };
 

@@ -40,16 +40,16 @@ class JobMaker {
             const bool isPaired =
                 file.kind == pairing::CaptureKind::Skeleton && IsPaired(file.path);
             if (file.kind != pairing::CaptureKind::Motion && !isPaired)
-                jobs.push_back({file.path, "", file.relativePath, "", ""});
+                jobs.push_back({file.path, "", file.relativePath, {}, ""});
         }
         for (const CaptureProblem& problem : tree.problems)
-            jobs.push_back({problem.path, "", "", "", problem.error});
+            jobs.push_back({problem.path, "", "", {}, problem.error});
         return jobs;
     }
 
   private:
     Job MotionJob(const CaptureFile& motion) {
-        Job job{motion.path, skeleton_, motion.relativePath, "", ""};
+        Job job{motion.path, skeleton_, motion.relativePath, {}, ""};
         if (skeleton_.empty()) {
             const std::string folder(text::FolderPart(motion.path));
             const pairing::Pairing pairing =
@@ -109,14 +109,14 @@ void RefuseLinks(std::vector<Job>& jobs, const std::string& outDir) {
     }
 }
 
-// Refuses outputs that would be in a searched folder. It is called if the outputs are capture
+// Refuses outputs that would be in a searched folder. It is called if outputs are capture
 // files, because the next run would read them as inputs.
 void RefuseToAddInputs(std::vector<Job>& jobs, const std::string& outDir,
                        const std::set<FileId>& searched) {
     std::unordered_map<std::string, bool> isSearched;  // the key is the output's folder
     for (Job& job : jobs) {
         if (!job.refusal.empty()) continue;
-        const std::string folder(text::FolderPart(job.output));
+        const std::string folder(FolderOf(job));
         const auto [entry, isNew] = isSearched.try_emplace(folder, false);
         if (isNew) {
             // A run also searches the folders below a searched folder. If the output's folder does
@@ -138,9 +138,13 @@ void RefuseToAddInputs(std::vector<Job>& jobs, const std::string& outDir,
 }  // namespace
 
 std::vector<std::string> FilesOf(const Job& job) {
-    std::vector<std::string> files = {job.output};
-    if (!job.sideOutput.empty()) files.push_back(job.sideOutput);
+    std::vector<std::string> files = job.outputs;
+    files.insert(files.end(), job.sideOutputs.begin(), job.sideOutputs.end());
     return files;
+}
+
+std::string_view FolderOf(const Job& job) {
+    return job.outputs.empty() ? std::string_view() : text::FolderPart(job.outputs.front());
 }
 
 std::vector<Job> ListJobs(const Request& request) {
@@ -151,11 +155,14 @@ std::vector<Job> ListJobs(const Request& request) {
     if (jobs.empty()) throw RequestError("nothing to convert: there is no .bvh, .asf or .amc file");
     std::sort(jobs.begin(), jobs.end(),
               [](const Job& a, const Job& b) { return a.source < b.source; });
-    NameOutputs(jobs, request.extension, request.sideExtension);
+    NameOutputs(jobs, request.formats);
     const std::string outDir = request.outDir + '/';
     RefuseToOverwriteInputs(jobs, outDir);
     RefuseLinks(jobs, outDir);
-    if (pairing::KindOf(request.extension)) RefuseToAddInputs(jobs, outDir, tree.folders);
+    const bool areCaptures = std::any_of(
+        request.formats.begin(), request.formats.end(),
+        [](const OutputFormat& format) { return pairing::KindOf(format.extension).has_value(); });
+    if (areCaptures) RefuseToAddInputs(jobs, outDir, tree.folders);
     return jobs;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "dataset/capture_files.h"
@@ -15,15 +16,21 @@ struct Job {
     std::string source;
     std::string skeleton;      // the path of the .asf, if the source is an .amc; otherwise empty
     std::string relativePath;  // CaptureFile::relativePath of the source
-    std::string output;        // path relative to the output folder; may be empty for a refused job
-    std::string refusal;       // why the job is not run; empty if it is run
-    // If an output of this format has a second file, such as a .bin, the path of that file relative
-    // to the output folder. Empty if an output has only one file.
-    std::string sideOutput{};
+    // The paths of the outputs relative to the output folder, one for each of Request::formats, in
+    // that order. They differ only in their extensions. May be empty for a refused job.
+    std::vector<std::string> outputs;
+    std::string refusal;  // why the job is not run; empty if it is run
+    // The second files of outputs whose format has two files, such as a .bin. Their paths are
+    // relative to the output folder too.
+    std::vector<std::string> sideOutputs{};
 };
 
-// Returns the paths of the one or two files of the job's output, relative to the output folder.
+// Returns the paths of all files that the job writes, relative to the output folder.
 std::vector<std::string> FilesOf(const Job& job);
+
+// Returns the folder of the job's outputs, relative to the output folder and with a slash at the
+// end. Returns an empty text if it is the output folder or if the job has no outputs.
+std::string_view FolderOf(const Job& job);
 
 // Returns a job for each capture file, sorted by source. An .asf file that is the skeleton of an
 // .amc file gets no job. A file or folder that cannot be read gets a refused job. Throws

@@ -48,7 +48,7 @@ Ledger::Content Ledger::Read() {
 const IndexRow* Ledger::Find(const Job& job) const {
     const auto entry = entries_.find(job.source);
     const bool isSame = entry != entries_.end() && entry->second.skeleton == job.skeleton &&
-                        entry->second.row.output == job.output &&
+                        entry->second.row.output == OutputField(job.outputs) &&
                         entry->second.sizes == SizesOf(job, folder_);
     return isSame ? &entry->second.row : nullptr;
 }

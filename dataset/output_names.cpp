@@ -10,42 +10,46 @@
 namespace dataset {
 namespace {
 
-// The jobs, grouped by output path. The key is the output path in folded case.
-using JobsByOutput = std::unordered_map<std::wstring, std::vector<Job*>>;
+// The jobs, grouped by the paths of the files that they write. The keys are in folded case. A job
+// is in the group of each of its files.
+using JobsByFile = std::unordered_map<std::wstring, std::vector<Job*>>;
 
-JobsByOutput GroupByOutput(std::vector<Job>& jobs) {
-    JobsByOutput groups;
-    for (Job& job : jobs)
-        if (job.refusal.empty()) groups[text::FoldCase(job.output)].push_back(&job);
+JobsByFile GroupByFile(std::vector<Job>& jobs) {
+    JobsByFile groups;
+    for (Job& job : jobs) {
+        if (!job.refusal.empty()) continue;
+        for (const std::string& file : FilesOf(job))
+            groups[text::FoldCase(file)].push_back(&job);
+    }
     return groups;
 }
 
-struct Extensions {
-    std::string_view output;
-    std::string_view sideOutput;  // empty: the outputs have no second file
-};
-
-void NameOutput(Job& job, std::string_view stem, const Extensions& extensions) {
-    job.output = fmt::format("{}{}", stem, extensions.output);
-    job.sideOutput =
-        extensions.sideOutput.empty() ? "" : fmt::format("{}{}", stem, extensions.sideOutput);
+void NameOutputsOf(Job& job, std::string_view stem, const std::vector<OutputFormat>& formats) {
+    job.outputs.clear();
+    job.sideOutputs.clear();
+    for (const OutputFormat& format : formats) {
+        job.outputs.push_back(fmt::format("{}{}", stem, format.extension));
+        if (!format.sideExtension.empty())
+            job.sideOutputs.push_back(fmt::format("{}{}", stem, format.sideExtension));
+    }
 }
 
-void KeepSourceExtensions(std::vector<Job>& jobs, const Extensions& extensions) {
-    for (const auto& [output, sharers] : GroupByOutput(jobs)) {
-        if (sharers.size() < 2 && output != text::FoldCase(kIndexName)) continue;
+void KeepSourceExtensions(std::vector<Job>& jobs, const std::vector<OutputFormat>& formats) {
+    for (const auto& [file, sharers] : GroupByFile(jobs)) {
+        if (sharers.size() < 2 && file != text::FoldCase(kIndexName)) continue;
         for (Job* job : sharers)
-            NameOutput(*job, job->relativePath, extensions);
+            NameOutputsOf(*job, job->relativePath, formats);
     }
 }
 
 void RefuseSharedNames(std::vector<Job>& jobs) {
-    for (const auto& [output, sharers] : GroupByOutput(jobs)) {
+    for (const auto& [file, sharers] : GroupByFile(jobs)) {
         if (sharers.size() < 2) continue;
         for (Job* job : sharers) {
             const Job* other = job == sharers[0] ? sharers[1] : sharers[0];
-            job->refusal = fmt::format("its output {} would collide with that of {}", job->output,
-                                       other->source);
+            job->refusal = other == job ? "two of its outputs would write the same file"
+                                        : fmt::format("its output {} would collide with that of {}",
+                                                      job->outputs.front(), other->source);
         }
     }
 }
@@ -55,7 +59,7 @@ void RefuseSharedNames(std::vector<Job>& jobs) {
 std::unordered_set<std::wstring> FoldersOf(const std::vector<Job>& jobs) {
     std::unordered_set<std::wstring> folders;
     for (const Job& job : jobs) {
-        std::string_view folder = text::FolderPart(job.output);
+        std::string_view folder = FolderOf(job);
         while (!folder.empty() &&
                folders.insert(text::FoldCase(folder.substr(0, folder.size() - 1))).second)
             folder = text::FolderPart(folder.substr(0, folder.size() - 1));
@@ -75,13 +79,12 @@ void RefuseNamesOfFolders(std::vector<Job>& jobs) {
 
 }  // namespace
 
-void NameOutputs(std::vector<Job>& jobs, std::string_view extension,
-                 std::string_view sideExtension) {
-    const Extensions extensions{extension, sideExtension};
+void NameOutputs(std::vector<Job>& jobs, const std::vector<OutputFormat>& formats) {
     for (Job& job : jobs)
         if (job.refusal.empty())
-            NameOutput(job, text::WithoutExtension(job.relativePath), extensions);
-    KeepSourceExtensions(jobs, extensions);
+            NameOutputsOf(job, text::WithoutExtension(text::WithoutGzip(job.relativePath)),
+                          formats);
+    KeepSourceExtensions(jobs, formats);
     RefuseSharedNames(jobs);
     RefuseNamesOfFolders(jobs);
 }

@@ -14,11 +14,17 @@ class RequestError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// A format of the outputs.
+struct OutputFormat {
+    std::string extension;        // the extension of an output, with its dot
+    std::string sideExtension{};  // that of an output's second file; empty if there is none
+};
+
 struct Request {
     std::vector<std::string> paths;  // capture files and folders, as the user wrote them
-    std::string extension;           // the extension of the outputs, with its dot
-    // The extension of each output's second file, with its dot. Empty if outputs have one file.
-    std::string sideExtension;
+    // Each import writes an output in each of these formats. No two of them have an extension in
+    // common.
+    std::vector<OutputFormat> formats;
     std::string outDir;  // the output folder
     // The path of the .asf file for all .amc files. If it is empty, the .asf of each .amc is looked
     // for in the folder of that .amc.
@@ -33,6 +39,7 @@ struct Request {
     bool noClobber = false;         // do not run imports whose outputs exist already
     bool resume = false;            // skip sources whose outputs are up to date
     bool plan = false;              // print the command lines and run nothing
+    bool timing = false;            // print how long imports and outputs took together
 };
 
 }  // namespace dataset

@@ -16,8 +16,8 @@ bool IsIgnored(int signal) {
 }  // namespace
 
 SignalWatch::SignalWatch() {
-    // The program that started this one may have set SIGCHLD to be ignored. With that, waitpid
-    // would fail.
+    // The program that started this one may have set SIGCHLD to be ignored. waitpid would fail
+    // then.
     std::signal(SIGCHLD, SIG_DFL);
     sigset_t watched;
     sigemptyset(&watched);

@@ -1,6 +1,7 @@
 #include "export/bvh.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "export/bvh_angles.h"
 #include "export/bvh_frames.h"
@@ -22,33 +23,25 @@ using headless::Transform;
 constexpr std::string_view kSixChannels =
     "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation\n";
 constexpr std::string_view kThreeChannels = "CHANNELS 3 Zrotation Xrotation Yrotation\n";
-constexpr std::string_view kEndSuffix = "_End";
 // The most tabs before a line. Without this limit, the file of a long chain would be mostly white
 // space.
 constexpr std::size_t kMostTabs = 32;
 // The frame time, in seconds, if only the base pose is written. The base pose has no rate, but the
 // format requires a frame time.
 constexpr double kPoseFrameTime = 1.0 / 30.0;
+// If joints may move, all frames are evaluated before the first row is written. That takes about
+// this share of the time.
+constexpr double kClassifyShare = 0.38;
 
 // Returns the name as one word. White space and control characters of ASCII become "_", because a
 // reader may end the word at them. An empty name becomes "_" too.
-std::string Token(const Zelk::CString& name) {
-    std::string token = text::EncodeUtf8(headless::View(name));
+std::string Token(std::wstring_view name) {
+    std::string token = text::EncodeUtf8(name);
     for (char& character : token) {
         const auto code = static_cast<unsigned char>(character);
         if (code <= ' ' || code == 0x7F) character = '_';
     }
     return token.empty() ? "_" : token;
-}
-
-// Whether `name` is a name that the importers give to an end site of the joint `parent`. For a
-// joint "X" they use "X_End". If that name is already in use, they add a number to it.
-bool IsEndName(std::string_view name, std::string_view parent) {
-    if (!name.starts_with(parent)) return false;
-    name.remove_prefix(parent.size());
-    if (!name.starts_with(kEndSuffix)) return false;
-    name.remove_prefix(kEndSuffix.size());
-    return name.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 bool SameOrigin(const Transform& a, const Transform& b) {
@@ -71,11 +64,12 @@ bool IsPositionChannel(headless::Channel channel) {
 class Section {
   public:
     Section(text::ByteSink& out, const headless::Scene& scene, const Object& model,
-            ExportedMotion& motion, std::optional<int> digits)
+            const ExportedMotion& motion, std::optional<int> digits, Progress progress)
         : out_(out),
           scene_(scene),
           model_(model),
           motion_(motion),
+          progress_(std::move(progress)),
           locals_(motion.Joints().size()) {
         const auto& joints = motion_.Joints();
         const auto roots = std::count_if(joints.begin(), joints.end(), [](const Joint& joint) {
@@ -113,8 +107,11 @@ class Section {
         base_ = locals_;
         kinds_.assign(locals_.size(), Kind::Rotating);
         if (MayMove()) {
-            for (const double frame : motion_.Times().frames) {
-                motion_.Locals(frame, locals_);
+            const std::vector<double>& frames = motion_.Times().frames;
+            const Progress progress = progress_.Between(0.0, kClassifyShare);
+            for (std::size_t frame = 0; frame < frames.size(); ++frame) {
+                progress.Report(frame, frames.size());
+                motion_.Locals(frames[frame], locals_, scratch_);
                 for (std::size_t joint = 0; joint < locals_.size(); ++joint)
                     if (!SameOrigin(locals_[joint], base_[joint])) kinds_[joint] = Kind::Moving;
             }
@@ -126,18 +123,16 @@ class Section {
     void ClassifyEndSites() {
         std::vector<bool> isDriven(locals_.size(), false);
         if (const headless::ActionSource* const motion = motion_.Motion()) {
-            motion_.Locals(motion_.Times().frames.front(), locals_);
+            motion_.Locals(motion_.Times().frames.front(), locals_, scratch_);
             MarkDriven(*motion, isDriven);
         }
         const auto& joints = motion_.Joints();
         for (std::size_t index = 0; index < joints.size(); ++index) {
             const Joint& joint = joints[index];
             if (!joint.isLeaf || joint.parent == Joint::kNoParent || isDriven[index] ||
-                kinds_[index] == Kind::Moving || IsTurned(locals_[index]) ||
-                joint.object->type != headless::ObjectType::Null)
+                kinds_[index] == Kind::Moving || IsTurned(locals_[index]))
                 continue;
-            if (IsEndName(Token(joint.object->name), Token(joints[joint.parent].object->name)))
-                kinds_[index] = Kind::EndSite;
+            if (joint.isEndSite) kinds_[index] = Kind::EndSite;
         }
     }
 
@@ -159,7 +154,8 @@ class Section {
     // the joints whose closing brace is not yet written. The innermost of these joints is the last.
     void WriteHierarchy() {
         out_.Write("HIERARCHY\n");
-        if (addsRoot_) OpenJoint("ROOT " + Token(model_.name), Transform(), Kind::Moving);
+        if (addsRoot_)
+            OpenJoint("ROOT " + Token(headless::View(model_.name)), Transform(), Kind::Moving);
         const auto& joints = motion_.Joints();
         std::vector<std::size_t> open;
         for (std::size_t index = 0; index < joints.size(); ++index) {
@@ -174,7 +170,7 @@ class Section {
                 continue;
             }
             const bool isRoot = parent == Joint::kNoParent && !addsRoot_;
-            OpenJoint((isRoot ? "ROOT " : "JOINT ") + Token(joints[index].object->name),
+            OpenJoint((isRoot ? "ROOT " : "JOINT ") + Token(joints[index].name),
                       isRoot ? Transform() : base_[index], kinds_[index]);
         }
         while (depth_ > 0)
@@ -233,8 +229,11 @@ class Section {
         const Transform rootTurn = addsRoot_ ? Transform() : turn_;
         if (motion_.Times().IsPose()) return write(BaseFrame(rootTurn));
         BvhFrames rows(motion_, rootTurn);
-        for (std::size_t frame = 0; frame < frames; ++frame)
+        const Progress progress = progress_.Between(MayMove() ? kClassifyShare : 0.0, 1.0);
+        for (std::size_t frame = 0; frame < frames; ++frame) {
+            progress.Report(frame, frames);
             write(rows.Next());
+        }
     }
 
     BvhFrames::Frame BaseFrame(const Transform& rootTurn) {
@@ -287,7 +286,9 @@ class Section {
     text::ByteSink& out_;
     const headless::Scene& scene_;
     const Object& model_;
-    ExportedMotion& motion_;
+    const ExportedMotion& motion_;
+    Progress progress_;
+    ExportedMotion::Scratch scratch_;
     std::vector<Transform> locals_;
     std::vector<Transform> base_;
     std::vector<PrincipalAngles> baseAngles_;
@@ -304,12 +305,16 @@ class Section {
 
 }  // namespace
 
-Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options& options) {
+Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options& options,
+               const Progress& progress) {
     Notes notes;
-    for (const Object* model : ExportedModels(scene, options)) {
-        ExportedMotion motion(scene, *model, MotionOf(*model), options, notes);
+    const std::vector<ExportedModel> models = ExportedModels(scene, options);
+    for (const ExportedModel& model : models) {
+        ExportedMotion motion(scene, model, MotionOf(*model.object), options, notes);
         motion.SpaceEvenly();
-        Section(out, scene, *model, motion, options.digits).Write();
+        Section(out, scene, *model.object, motion, options.digits,
+                progress.Part(model.index, models.size()))
+            .Write();
     }
     return notes;
 }

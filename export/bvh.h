@@ -3,6 +3,7 @@
 #pragma once
 
 #include "export/options.h"
+#include "export/progress.h"
 #include "headless/scene.h"
 #include "text/byte_sink.h"
 
@@ -19,9 +20,10 @@ namespace exporters {
 // Joints: if a model does not have exactly one object directly under it, a root with the model's
 // name is added above its objects. White space and control characters of ASCII become "_" in names.
 //
-// End sites: a null is written as an end site if all of these conditions are true:
+// End sites: a joint is written as an end site if all of these conditions are true:
+// - It is an end site of the file or, if the file is not known, it is the end of a chain or a null
+//   that has the name of an end site.
 // - It has no children, and its parent is a joint.
-// - Its name is the name of the parent joint with "_End" or with "_End" and a number after it.
 // - It is not rotated against its parent.
 // - No active item of the motion drives it, and its position does not change.
 //
@@ -31,6 +33,7 @@ namespace exporters {
 // Returns notes about what was left out. Throws ExportError, possibly after it has written the
 // sections of earlier models. In that case `out` does not hold a valid file. Passes on what `out`
 // throws.
-Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options& options);
+Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options& options,
+               const Progress& progress = {});
 
 }  // namespace exporters

@@ -2,21 +2,14 @@
 
 #include <algorithm>
 
+#include "export/launch.h"
+
 namespace exporters {
 namespace {
 
 // The size of a block. It is so large that the cost of starting a thread does not matter, and still
 // small compared with a long motion.
 constexpr std::size_t kBlockBytes = std::size_t{1} << 19;
-
-// If no thread can be started, std::async normally catches the exception and computes the block
-// when its result is needed. WebAssembly without threads aborts instead, so no thread is requested
-// there.
-#if defined(__EMSCRIPTEN__) && !defined(__EMSCRIPTEN_PTHREADS__)
-constexpr std::launch kLaunch = std::launch::deferred;
-#else
-constexpr std::launch kLaunch = std::launch::async | std::launch::deferred;
-#endif
 
 }  // namespace
 

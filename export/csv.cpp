@@ -3,11 +3,10 @@
 #include <string>
 #include <vector>
 
+#include "export/column_names.h"
 #include "export/tables.h"
 #include "text/byte_sink.h"
-#include "text/csv_record.h"
 #include "text/number_text.h"
-#include "text/wide_text.h"
 
 namespace exporters {
 namespace {
@@ -16,13 +15,11 @@ using headless::Transform;
 
 constexpr int kSecondsDecimals = 9;
 
-void WriteHeader(text::ByteSink& out, const Table& table) {
+void WriteHeader(text::ByteSink& out, const std::vector<std::string>& names) {
     out.Write("frame,seconds");
-    for (const Table::Column& column : table.Columns()) {
-        const std::string name = text::EncodeUtf8(column.name);
-        for (const char* part : {".px", ".py", ".pz", ".rx", ".ry", ".rz"})
-            out.Write(',' + text::CsvField(name + part));
-    }
+    for (const std::string& name : names)
+        for (const char* part : {"_px", "_py", "_pz", "_rx", "_ry", "_rz"})
+            out.Write(',' + name + part);
     out.Write("\n");
 }
 
@@ -34,18 +31,21 @@ char* WriteCell(char* end, double number, int decimals) {
 
 }  // namespace
 
-Notes WriteCsv(text::ByteSink& out, const headless::Scene& scene, const Options& options) {
-    Table table(scene, options, false);
+Notes WriteCsv(text::ByteSink& out, const headless::Scene& scene, const Options& options,
+               const Progress& progress) {
+    const Table table(scene, options, false);
     const int decimals = text::DecimalsFor(table.Size());
-    const Timeline& times = table.Times();
-    WriteHeader(out, table);
+    WriteHeader(out, ColumnNames(table));
+    std::vector<Transform> locals(table.Columns().size());
     std::vector<Transform> globals(table.Columns().size());
+    Table::Scratch scratch;
     std::vector<char> text((2 + 6 * globals.size()) * (text::kLongestNumber + 1) + 1);
     for (std::size_t row = 0; row < table.Rows(); ++row) {
-        table.Row(row, globals);
-        const double frame = times.IsPose() ? 0.0 : times.frames[row];
-        char* end = text::WriteNumber(text.data(), frame, kSecondsDecimals);
-        end = WriteCell(end, times.IsPose() ? 0.0 : times.Seconds(row), kSecondsDecimals);
+        progress.Report(row, table.Rows());
+        table.Row(row, locals, globals, scratch);
+        const auto frame = static_cast<double>(table.FrameNumber(row));
+        char* end = text::WriteNumber(text.data(), frame, 0);
+        end = WriteCell(end, table.Seconds(row), kSecondsDecimals);
         for (const Transform& global : globals) {
             for (const double coordinate : global.origin)
                 end = WriteCell(end, coordinate, decimals);

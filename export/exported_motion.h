@@ -1,8 +1,9 @@
 // Evaluates a model and one of its motions as the options say. Only ExportedMotion applies the
-// options for scale, up axis, rate, resampling and frame range.
+// options for scale, up axis, rate, resampling, frame range and in-place motion.
 // Internal to export/.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <span>
 #include <vector>
@@ -15,17 +16,23 @@
 
 namespace exporters {
 
+// A model of a scene.
+struct ExportedModel {
+    const headless::Object* object = nullptr;
+    std::size_t index = 0;  // its index among the scene's models
+};
+
 // Keeps references to the scene, but not to the options.
 class ExportedMotion {
   public:
     // Evaluates only the base pose of the model. Throws ExportError if a value of the base pose is
     // not finite.
-    ExportedMotion(const headless::Scene& scene, const headless::Object& model,
+    ExportedMotion(const headless::Scene& scene, const ExportedModel& model,
                    const Options& options);
     // Evaluates `motion`, which may be null. If it is null or has no keys or no rate, only the base
     // pose is evaluated, and a note is added to `notes`. Throws ExportError if a value is not
     // finite, and what MakeTimeline throws.
-    ExportedMotion(const headless::Scene& scene, const headless::Object& model,
+    ExportedMotion(const headless::Scene& scene, const ExportedModel& model,
                    const headless::ActionSource* motion, const Options& options, Notes& notes);
 
     // Null if only the base pose is evaluated.
@@ -33,8 +40,6 @@ class ExportedMotion {
     const Timeline& Times() const { return times_; }
     // Makes the steps between the frames equal (see EvenTimeline).
     void SpaceEvenly() { times_ = EvenTimeline(std::move(times_)); }
-    // Moves the timeline to the caller, for a table whose models share one timeline.
-    Timeline ReleaseTimes() { return std::move(times_); }
 
     const std::vector<Joint>& Joints() const { return poses_.Joints(); }
     // The rotation that is applied to the scaled scene to make Y the up axis. Empty if Y is already
@@ -44,39 +49,46 @@ class ExportedMotion {
     // The scaled local transform of each joint. The transform of a joint without a parent is as
     // seen from the scene, and Turn() is not applied to it. To apply Turn(), the writer of a format
     // turns a node above these joints, or it calls TurnTopJoints.
-    void BaseLocals(std::span<headless::Transform> locals) { poses_.BaseLocals(locals); }
-    void Locals(double frame, std::span<headless::Transform> locals) {
-        poses_.Locals(frame, locals);
-    }
-    // Does the same, and several threads may call it at the same time. Each thread passes a Scratch
-    // of its own.
-    using Scratch = SkeletonPoses::Scratch;
-    void Locals(double frame, std::span<headless::Transform> locals, Scratch& scratch) const {
-        poses_.Locals(frame, locals, scratch);
-    }
+    void BaseLocals(std::span<headless::Transform> locals) const;
+    // Memory that a thread uses again for each frame. It also holds the poses at two keys, so
+    // frames between keys should be evaluated in their order.
+    struct Scratch {
+        SkeletonPoses::Scratch poses;
+        std::size_t key = 0;
+        std::vector<headless::Transform> atKey;   // the pose at keys_[key]; empty at first
+        std::vector<headless::Transform> atNext;  // the pose at keys_[key + 1]
+    };
+    // Computes the pose at a frame. Between two frames with keys, positions are interpolated along
+    // a straight line and rotations the short way, whatever the objects of the scene are. Before
+    // the first key the pose is that of the first key; after the last key, that of the last key.
+    // Several threads may call this at the same time, each with a Scratch of its own.
+    void Locals(double frame, std::span<headless::Transform> locals, Scratch& scratch) const;
     // Applies Turn() to the joints without a parent.
     void TurnTopJoints(std::span<headless::Transform> locals) const;
-    // The scaled and turned global transform of each joint.
-    void BaseGlobals(std::span<headless::Transform> globals);
-    void Globals(double frame, std::span<headless::Transform> globals);
 
     // Computes the box around all joints in the base pose, and the box in the first frame of
     // `times`. Returns the longer of the diagonals of the two boxes, in scaled units. A diagonal
     // that is not finite counts as 0. `times` is Times() or the timeline of a table.
-    double Size(const Timeline& times);
+    double Size(const Timeline& times) const;
 
   private:
-    void TurnAll(std::span<headless::Transform> globals) const;
+    // Computes the pose between keys_[key] and keys_[key + 1].
+    void Sample(double frame, std::size_t key, std::span<headless::Transform> locals,
+                Scratch& scratch) const;
+    void HoldRoot(std::span<headless::Transform> locals) const;
 
     const headless::ActionSource* motion_ = nullptr;
     Timeline times_;
+    std::vector<double> keys_;  // the frames with keys, strictly rising
     SkeletonPoses poses_;
     std::optional<headless::Transform> turn_;
+    // The root's position in the first frame. Empty unless the root stays in place.
+    std::optional<std::array<double, 3>> heldRoot_;
+    std::size_t upAxis_ = 1;  // 0, 1 or 2 for x, y or z in the scene
 };
 
 // Returns the first `options.models` models of the scene, or all if that option is not set. Throws
 // ExportError if there is no model to return.
-std::vector<const headless::Object*> ExportedModels(const headless::Scene& scene,
-                                                    const Options& options);
+std::vector<ExportedModel> ExportedModels(const headless::Scene& scene, const Options& options);
 
 }  // namespace exporters

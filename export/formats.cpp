@@ -12,18 +12,26 @@ namespace {
 
 Notes WriteRecord(const Content& content, const Sinks& sinks) {
     if (!content.record) throw ExportError("there is no record of the import");
-    WriteJsonRecord(sinks.out, content.scene, *content.record);
+    WriteJsonRecord(sinks.out, content.scene, *content.record, content.progress);
     return {};
 }
 
 Notes WriteGltfPair(const Content& content, const Sinks& sinks) {
-    return WriteGltf(sinks.out, *sinks.side, sinks.sideName, content.scene, content.options);
+    return WriteGltf(sinks.out, *sinks.side, sinks.sideName, content.scene, content.options,
+                     content.progress);
+}
+
+Notes WriteArrays(const Content& content, const Sinks& sinks) {
+    const bool hasFindings = content.record && content.record->findings;
+    return WriteNpz(sinks.out, content.scene, content.options,
+                    hasFindings ? *content.record->findings : std::vector<std::string>(),
+                    content.progress);
 }
 
 // Writes a format that has one file and needs no record of the run.
 template <auto kWriter>
 Notes WriteOneFile(const Content& content, const Sinks& sinks) {
-    return kWriter(sinks.out, content.scene, content.options);
+    return kWriter(sinks.out, content.scene, content.options, content.progress);
 }
 
 // The options that ExportedMotion applies.
@@ -36,7 +44,7 @@ constexpr Format kFormats[] = {
     {".gltf", ".bin", kGltf, false, WriteGltfPair},
     {".bvh", "", kMotion | kDigits, false, WriteOneFile<WriteBvh>},
     {".csv", "", kMotion, false, WriteOneFile<WriteCsv>},
-    {".npz", "", kMotion | kFloat32 | kCompress, false, WriteOneFile<WriteNpz>},
+    {".npz", "", kMotion | kFloat32 | kCompress, false, WriteArrays},
     {".json", "", 0, true, WriteRecord},
 };
 

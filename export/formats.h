@@ -10,6 +10,7 @@
 
 #include "export/json_record.h"
 #include "export/options.h"
+#include "export/progress.h"
 #include "headless/scene.h"
 #include "text/api.h"
 #include "text/byte_sink.h"
@@ -22,6 +23,8 @@ struct Content {
     const Options& options;
     // What happened in the run that made the scene. It may be null unless Format::isRecord is set.
     const RunRecord* record = nullptr;
+    // Receives how much of the output is done, and may cancel. By default nobody receives it.
+    Progress progress = {};
 };
 
 // The sinks to which an output is written. The caller owns them.
@@ -59,7 +62,7 @@ struct Format {
     // option applied. Such an output is written even if the import failed.
     bool isRecord = false;
     // Writes the output and returns notes about what was left out. Throws ExportError, and what the
-    // sinks throw.
+    // sinks and Content::progress throw.
     Notes (*write)(const Content& content, const Sinks& sinks) = nullptr;
 };
 
@@ -76,7 +79,8 @@ ZKMOCAP_API std::vector<std::string> FilesOf(const Format& format, const std::st
 
 // Writes the output. Returns an empty text if the output was written. If the scene cannot be
 // written in this format, returns one line that says why. The sinks may hold a part of the output
-// in that case. `notes` receives notes about what was left out. Passes on what the sinks throw.
+// in that case. `notes` receives notes about what was left out. Passes on what the sinks
+// and `content.progress` throw.
 ZKMOCAP_API std::string Write(const Format& format, const Content& content, const Sinks& sinks,
                               Notes& notes);
 

@@ -37,8 +37,9 @@ Vector OriginOf(const Transform& transform) {
 }
 
 // `joint` must be a joint that no bone shape touches. Returns false if it has no parent joint.
-// Returns true if it has a parent joint and is part of a chain, or if it is the null at the end of
-// a chain. Such a joint has the same position as its parent, so it needs no marker.
+// Returns true if it has a parent joint and is part of a chain, or if it is a null whose parent
+// object is a chain's effector. Such a joint has the same position as its parent, so it needs no
+// marker.
 bool IsAtItsParent(const Joint& joint) {
     if (joint.parent == Joint::kNoParent) return false;
     using headless::ObjectType;

@@ -27,10 +27,11 @@ inline constexpr std::size_t kMostBodyJoints = 65536;
 
 // If a joint and its parent joint have different positions in the base pose, a bone shape is put
 // between them. The bone shape moves with the parent. A joint that no bone shape touches gets a
-// small marker. There is one exception: a joint with a parent joint gets no marker if it belongs to
-// a bone chain or is a null under a chain's effector. `globals` holds the global transform of each
-// joint in the base pose. There must be at most kMostBodyJoints joints. Throws ExportError if a
-// coordinate is not finite or too large for 32 bits.
+// small marker. But two kinds of such joints get no marker. One is a joint that has a parent joint
+// and belongs to a chain. The other is a null whose parent object is a chain's effector. Both have
+// the position of their parent joint. `globals` holds the global transform of each joint in the
+// base pose. There must be at most kMostBodyJoints joints. Throws ExportError if a coordinate is
+// not finite or too large for 32 bits.
 GltfBody BuildBody(const std::vector<Joint>& joints, std::span<const headless::Transform> globals);
 
 }  // namespace exporters

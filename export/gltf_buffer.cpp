@@ -58,9 +58,11 @@ std::size_t GltfBuffer::AddBytes(std::span<const std::byte> bytes, std::size_t c
     return accessors_.Add(accessor);
 }
 
-void GltfBuffer::Write(text::ByteSink& out) const {
+void GltfBuffer::Write(text::ByteSink& out, const Progress& progress) const {
     static constexpr char kZeros[4] = {};
-    for (const auto& piece : pieces_) {
+    for (std::size_t index = 0; index < pieces_.size(); ++index) {
+        progress.Report(index, pieces_.size());
+        const auto& piece = pieces_[index];
         out.Write({reinterpret_cast<const char*>(piece.data()), piece.size()});
         out.Write({kZeros, PaddingOf(piece.size())});
     }

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "export/progress.h"
 #include "text/byte_sink.h"
 
 namespace exporters {
@@ -57,7 +58,7 @@ class GltfBuffer {
     const JsonList& Accessors() const { return accessors_; }
     const JsonList& Views() const { return views_; }
     // Writes the buffer. May be called several times.
-    void Write(text::ByteSink& out) const;
+    void Write(text::ByteSink& out, const Progress& progress) const;
 
   private:
     bool IsViewEmpty() const { return byteLength_ == viewStart_; }

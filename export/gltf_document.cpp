@@ -1,13 +1,13 @@
 #include "export/gltf_document.h"
 
 #include <algorithm>
+#include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "export/exported_motion.h"
 #include "export/motion_facts.h"
+#include "export/provenance.h"
 #include "export/quaternion.h"
 #include "export/timeline.h"
-#include "headless/object_walk.h"
 #include "headless/text.h"
 #include "text/wide_text.h"
 
@@ -46,43 +46,8 @@ void PutTransform(json& node, const Transform& transform) {
     if (rotation != json{0.0, 0.0, 0.0, 1.0}) node["rotation"] = rotation;
 }
 
-// Returns the last part of a path as valid UTF-8, because JSON can hold no other bytes.
-std::string FileName(const std::string& path) {
-    return text::EncodeUtf8(text::DecodeUtf8(std::string_view(path).substr(path.rfind('/') + 1)));
-}
-
-json SourceJson(const Source& source) {
-    json extras = json::object();
-    json files = json::array();
-    for (const std::string& file : source.files)
-        files.push_back(FileName(file));
-    if (!files.empty()) extras["sourceFiles"] = files;
-    if (!source.format.empty()) extras["sourceFormat"] = source.format;
-    if (!source.tool.empty()) extras["tool"] = source.tool;
-    return extras;
-}
-
-std::string_view NameOf(UpAxis axis) {
-    static constexpr std::string_view kNames[] = {"x", "y", "z"};
-    return kNames[static_cast<std::size_t>(axis)];
-}
-
-json OptionsJson(const Options& options) {
-    json out = {{"scale", options.scale}, {"sourceUp", NameOf(options.up)}, {"mesh", options.mesh}};
-    if (options.framesPerSecond) out["framesPerSecond"] = *options.framesPerSecond;
-    if (options.resampleTo) out["resampleTo"] = *options.resampleTo;
-    if (options.frames) out["frames"] = {options.frames->first, options.frames->last};
-    for (const auto& [name, value] : options.source.options) {
-        const json parsed = json::parse(value, nullptr, false);
-        out[name] = parsed.is_primitive() && !parsed.is_discarded() ? parsed : json(value);
-    }
-    return out;
-}
-
 json AssetJson(const Options& options) {
-    json extras = SourceJson(options.source);
-    extras["options"] = OptionsJson(options);
-    json asset = {{"version", "2.0"}, {"extras", extras}};
+    json asset = {{"version", "2.0"}, {"extras", ProvenanceJson(options)}};
     if (!options.source.tool.empty()) asset["generator"] = options.source.tool;
     return asset;
 }
@@ -107,6 +72,13 @@ std::string UriOf(std::string_view name) {
     return uri;
 }
 
+// Whether two motions can be in one animation: their rates and their first frames are the same. The
+// rates of models from one file may differ in their last digits.
+bool SameTimes(const GltfMotion& a, const GltfMotion& b) {
+    return a.firstFrame == b.firstFrame &&
+           std::abs(a.secondsPerFrame - b.secondsPerFrame) <= 1e-9 * a.secondsPerFrame;
+}
+
 json Bounds(const std::vector<std::array<float, 3>>& positions) {
     auto least = positions.front();
     auto most = least;
@@ -121,15 +93,19 @@ json Bounds(const std::vector<std::array<float, 3>>& positions) {
 
 }  // namespace
 
-GltfDocument::GltfDocument(const headless::Scene& scene, const Options& options)
+GltfDocument::GltfDocument(const headless::Scene& scene, const Options& options,
+                           const Progress& progress)
     : scene_(scene), options_(options) {
-    const std::vector<const Object*> models = ExportedModels(scene, options);
-    for (const Object* model : models)
-        headless::WalkObjects(*model, [&](const Object& object, std::size_t) {
-            names_.Add(text::EncodeUtf8(headless::View(object.name)));
-        });
-    for (const Object* model : models)
-        AddModel(*model);
+    const std::vector<ExportedModel> models = ExportedModels(scene, options);
+    for (const ExportedModel& model : models) {
+        names_.Add(text::EncodeUtf8(headless::View(model.object->name)));
+        const ExportedMotion pose(scene, model, options);
+        for (const Joint& joint : pose.Joints())
+            names_.Add(text::EncodeUtf8(joint.name));
+    }
+    for (const ExportedModel& model : models)
+        AddModel(model, progress.Part(model.index, models.size()));
+    AddAnimations();
     buffer_.Finish();
 }
 
@@ -138,36 +114,43 @@ void GltfDocument::PutName(json& node, const std::string& name) const {
     if (names_.IsChanged(name)) node["extras"] = {{"name", name}};
 }
 
-void GltfDocument::AddModel(const Object& model) {
+void GltfDocument::AddModel(const ExportedModel& model, const Progress& progress) {
     Model& parts = models_.emplace_back();
-    const std::size_t holder = nodes_.Count();
-    const std::string name = text::EncodeUtf8(headless::View(model.name));
+    parts.holder = nodes_.Count();
+    const std::string name = text::EncodeUtf8(headless::View(model.object->name));
 
-    ExportedMotion pose(scene_, model, options_);
-    AddNodes(model, pose);
-    roots_.Add(holder);
-    const std::size_t count = pose.Joints().size();
-    if (count > 0) {
-        std::vector<Transform> globals(count);
-        pose.BaseGlobals(globals);
+    const ExportedMotion pose(scene_, model, options_);
+    const std::vector<Joint>& joints = pose.Joints();
+    std::vector<Transform> globals(joints.size());
+    pose.BaseLocals(globals);
+    pose.TurnTopJoints(globals);
+    ComputeGlobals(joints, globals, globals);
+    if (options_.aim) {
+        parts.aim.emplace(joints, globals);
+        parts.aim->ApplyToGlobals(globals);
+    }
+    AddNodes(*model.object, pose, parts);
+    roots_.Add(parts.holder);
+    if (!joints.empty()) {
         for (const Transform& global : globals)
             parts.inverseBinds.push_back(MatrixOf(headless::Inverse(global)));
-        const std::size_t skin = AddSkin(name, holder);
-        if (options_.mesh && count > kMostBodyJoints)
+        const std::size_t skin = AddSkin(name, parts.holder);
+        if (options_.mesh && joints.size() > kMostBodyJoints)
             notes_.push_back(name + ": too many joints for a mesh, only the skeleton is written");
         else if (options_.mesh) {
-            parts.body = BuildBody(pose.Joints(), globals);
+            parts.body = BuildBody(joints, globals);
             AddBody(name, skin, parts);
         }
     }
-    AddMotions(model, holder, parts);
+    AddMotions(model, parts, progress);
 }
 
-void GltfDocument::AddNodes(const Object& model, ExportedMotion& pose) {
+void GltfDocument::AddNodes(const Object& model, const ExportedMotion& pose, const Model& parts) {
     const std::vector<Joint>& joints = pose.Joints();
     const std::size_t first = nodes_.Count() + 1;  // the holder comes before the joints
     std::vector<Transform> locals(joints.size());
     pose.BaseLocals(locals);
+    if (parts.aim) parts.aim->ApplyToLocals(locals);
 
     std::vector<std::vector<std::size_t>> children(joints.size());
     std::vector<std::size_t> top;
@@ -182,7 +165,7 @@ void GltfDocument::AddNodes(const Object& model, ExportedMotion& pose) {
     nodes_.Add(holder);
     for (std::size_t joint = 0; joint < joints.size(); ++joint) {
         json node = json::object();
-        PutName(node, text::EncodeUtf8(headless::View(joints[joint].object->name)));
+        PutName(node, text::EncodeUtf8(joints[joint].name));
         PutTransform(node, locals[joint]);
         if (!children[joint].empty()) node["children"] = children[joint];
         nodes_.Add(node);
@@ -229,25 +212,42 @@ void GltfDocument::AddBody(const std::string& name, std::size_t skin, Model& par
     nodes_.Add(node);
 }
 
-void GltfDocument::AddMotions(const Object& model, std::size_t holder, Model& parts) {
-    if (MotionOf(model) == nullptr) NoteNoMotion(model, notes_);
+void GltfDocument::AddMotions(const ExportedModel& model, Model& parts, const Progress& progress) {
+    if (MotionOf(*model.object) == nullptr) NoteNoMotion(*model.object, notes_);
     // The first action is the base pose; all others are motions.
-    const auto& actions = model.modelData->actions;
+    const auto& actions = model.object->modelData->actions;
     for (std::size_t action = 1; action < actions.size(); ++action) {
-        ExportedMotion motion(scene_, model, actions[action].get(), options_, notes_);
+        const ExportedMotion motion(scene_, model, actions[action].get(), options_, notes_);
         if (motion.Motion() == nullptr || parts.inverseBinds.empty()) continue;
-        parts.motions.push_back(BuildGltfMotion(scene_, model, motion));
-        AddAnimation(parts.motions.back(), holder);
+        parts.motions.push_back(BuildGltfMotion(scene_, *model.object, motion,
+                                                parts.aim ? &*parts.aim : nullptr,
+                                                progress.Part(action - 1, actions.size() - 1)));
     }
 }
 
-void GltfDocument::AddAnimation(const GltfMotion& motion, std::size_t holder) {
+void GltfDocument::AddAnimations() {
+    std::vector<AnimatedModel> all;
+    bool areTogether = !options_.animationPerModel;
+    for (const Model& model : models_) {
+        areTogether = areTogether && model.motions.size() <= 1;
+        for (const GltfMotion& motion : model.motions)
+            all.push_back({&motion, model.holder});
+    }
+    if (all.empty()) return;
+    const auto fits = [&](const AnimatedModel& model) {
+        return SameTimes(*model.motion, *all.front().motion);
+    };
+    if (areTogether && std::all_of(all.begin(), all.end(), fits)) return AddAnimation(all);
+    for (const AnimatedModel& model : all)
+        AddAnimation({&model, 1});
+}
+
+void GltfDocument::AddChannels(const GltfMotion& motion, std::size_t holder, JsonList& samplers,
+                               JsonList& channels) {
     buffer_.BeginView(GltfTarget::None);
     const std::size_t times = buffer_.Add(std::span(motion.times), GltfComponent::Float, "SCALAR",
                                           {{"min", json::array({motion.times.front()})},
                                            {"max", json::array({motion.times.back()})}});
-    JsonList samplers;
-    JsonList channels;
     const auto add = [&](std::size_t node, const char* path, const char* type, const auto& values) {
         if (values.empty()) return;
         const std::size_t output =
@@ -260,6 +260,14 @@ void GltfDocument::AddAnimation(const GltfMotion& motion, std::size_t holder) {
         add(node, "rotation", "VEC4", motion.rotations[joint].Values());
         add(node, "translation", "VEC3", motion.translations[joint].Values());
     }
+}
+
+void GltfDocument::AddAnimation(std::span<const AnimatedModel> models) {
+    JsonList samplers;
+    JsonList channels;
+    for (const AnimatedModel& model : models)
+        AddChannels(*model.motion, model.holder, samplers, channels);
+    const GltfMotion& motion = *models.front().motion;
     json extras = {{"firstFrame", motion.firstFrame},
                    {"framesPerSecond", 1.0 / motion.secondsPerFrame}};
     if (motion.sourceSecondsPerFrame > 0.0)

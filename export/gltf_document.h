@@ -5,15 +5,20 @@
 
 #include <deque>
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "export/aimed_frames.h"
+#include "export/exported_motion.h"
 #include "export/gltf_body.h"
 #include "export/gltf_buffer.h"
 #include "export/gltf_names.h"
 #include "export/gltf_tracks.h"
 #include "export/options.h"
+#include "export/progress.h"
 #include "headless/scene.h"
 
 namespace exporters {
@@ -21,8 +26,8 @@ namespace exporters {
 class GltfDocument {
   public:
     // Keeps references to the scene and to the options. Throws ExportError if the scene cannot be
-    // written as glTF.
-    GltfDocument(const headless::Scene& scene, const Options& options);
+    // written as glTF, and what `progress` throws.
+    GltfDocument(const headless::Scene& scene, const Options& options, const Progress& progress);
 
     // Returns the JSON text. `bufferName` is the name of the file that holds the buffer. It is
     // empty if one file holds both the JSON and the buffer.
@@ -33,20 +38,32 @@ class GltfDocument {
   private:
     // The numbers of one model. buffer_ refers to them and does not copy them.
     struct Model {
+        std::size_t holder = 0;          // index of the node above the joints
+        std::optional<AimedFrames> aim;  // only with Options::aim
         std::vector<std::array<float, 16>> inverseBinds;
         GltfBody body;
         std::vector<std::array<std::uint8_t, 4>> weights;
         std::deque<GltfMotion> motions;
     };
 
-    void AddModel(const headless::Object& model);
-    void AddNodes(const headless::Object& model, ExportedMotion& pose);
+    void AddModel(const ExportedModel& model, const Progress& progress);
+    void AddNodes(const headless::Object& model, const ExportedMotion& pose, const Model& parts);
     // Returns the index of the new skin. `holder` is the index of the node above the joints. The
     // nodes of the joints have the indices after `holder`.
     std::size_t AddSkin(const std::string& name, std::size_t holder);
     void AddBody(const std::string& name, std::size_t skin, Model& parts);
-    void AddMotions(const headless::Object& model, std::size_t holder, Model& parts);
-    void AddAnimation(const GltfMotion& motion, std::size_t holder);
+    void AddMotions(const ExportedModel& model, Model& parts, const Progress& progress);
+    // Adds one animation for the motions of all models or, if that is not possible or not wanted,
+    // one for each motion.
+    void AddAnimations();
+    // The motions of an animation, which have the same rate and the same first frame.
+    struct AnimatedModel {
+        const GltfMotion* motion;
+        std::size_t holder;
+    };
+    void AddChannels(const GltfMotion& motion, std::size_t holder, JsonList& samplers,
+                     JsonList& channels);
+    void AddAnimation(std::span<const AnimatedModel> models);
     // Sets the name of a node. If viewers would change the name, the node's extras repeat it.
     void PutName(nlohmann::json& node, const std::string& name) const;
 

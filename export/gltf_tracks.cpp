@@ -69,7 +69,8 @@ float GltfFloat(double value) {
 }
 
 GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
-                           ExportedMotion& motion) {
+                           const ExportedMotion& motion, const AimedFrames* aim,
+                           const Progress& progress) {
     const headless::ActionSource& source = *motion.Motion();
     const Timeline& timeline = motion.Times();
     const std::size_t frames = timeline.frames.size();
@@ -86,6 +87,7 @@ GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
 
     std::vector<Transform> locals(count);
     motion.BaseLocals(locals);
+    if (aim) aim->ApplyToLocals(locals);
     const auto turned = TurnedByCurves(scene, model, source);
     for (std::size_t joint = 0; joint < count; ++joint) {
         // glTF requires an animation to have at least one channel. The rotation of the first joint
@@ -94,8 +96,11 @@ GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
         out.rotations[joint].Start(RotationOf(locals[joint], kNoRotation), frames, storesAll);
         out.translations[joint].Start(TranslationOf(locals[joint]), frames, false);
     }
+    ExportedMotion::Scratch scratch;
     for (std::size_t frame = 0; frame < frames; ++frame) {
-        motion.Locals(timeline.frames[frame], locals);
+        progress.Report(frame, frames);
+        motion.Locals(timeline.frames[frame], locals, scratch);
+        if (aim) aim->ApplyToLocals(locals);
         for (std::size_t joint = 0; joint < count; ++joint) {
             auto& rotation = out.rotations[joint];
             rotation.Add(frame, RotationOf(locals[joint], rotation.Last()));

@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "export/aimed_frames.h"
 #include "export/exported_motion.h"
+#include "export/progress.h"
 #include "headless/scene.h"
 
 namespace exporters {
@@ -76,14 +78,16 @@ struct GltfMotion {
     std::vector<GltfTrack<3>> translations;  // one for each joint
 };
 
-// Builds the motion. `motion` must have frames. The rotations of a joint are stored if one of these
-// conditions is true:
+// Builds the motion. `motion` must have frames. `aim` may be null. The rotations of a joint are
+// stored if one of these conditions is true:
 // - It is the first joint.
 // - An active curve drives its rotation.
 // - In some frame, its rotation differs from the rotation of its node.
 // The translations of a joint are stored if, in some frame, its translation differs from the
-// translation of its node. Throws ExportError if a number is not finite or too large for 32 bits.
+// translation of its node. Throws ExportError if a number is not finite or too large for 32 bits,
+// and what `progress` throws.
 GltfMotion BuildGltfMotion(const headless::Scene& scene, const headless::Object& model,
-                           ExportedMotion& motion);
+                           const ExportedMotion& motion, const AimedFrames* aim,
+                           const Progress& progress);
 
 }  // namespace exporters

@@ -95,7 +95,8 @@ void AppendCommand(std::string& text, const headless::CommandRecord& command) {
 
 }  // namespace
 
-void WriteJsonRecord(text::ByteSink& out, const headless::Scene& scene, const RunRecord& record) {
+void WriteJsonRecord(text::ByteSink& out, const headless::Scene& scene, const RunRecord& record,
+                     const Progress& progress) {
     const auto result = static_cast<std::uint32_t>(record.result);
     out.Write("{\n\"result\": " + std::to_string(result) + ",\n");
     WriteLines(out, "log", record.log, AppendLogLine);
@@ -110,7 +111,7 @@ void WriteJsonRecord(text::ByteSink& out, const headless::Scene& scene, const Ru
         text::AppendJsonNumber(multiplied, record.multiplied);
         out.Write(multiplied + ",\n");
     }
-    WriteJsonScene(out, scene);
+    WriteJsonScene(out, scene, progress);
     out.Write("}\n");
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "export/progress.h"
 #include "headless/session.h"
 #include "text/byte_sink.h"
 
@@ -30,7 +31,9 @@ struct RunRecord {
 };
 
 // Writes the record. Each object of the scene and each item of an action begins a line. Needs
-// memory for one line and for the text of one curve's key times. Passes on what `out` throws.
-void WriteJsonRecord(text::ByteSink& out, const headless::Scene& scene, const RunRecord& record);
+// memory for one line and for the text of one curve's key times. Passes on what `out` and
+// `progress` throw.
+void WriteJsonRecord(text::ByteSink& out, const headless::Scene& scene, const RunRecord& record,
+                     const Progress& progress = {});
 
 }  // namespace exporters

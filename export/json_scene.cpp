@@ -18,7 +18,8 @@ using headless::ObjectType;
 
 class SceneWriter {
   public:
-    SceneWriter(text::ByteSink& out, const headless::Scene& scene) : out_(out), scene_(scene) {}
+    SceneWriter(text::ByteSink& out, const headless::Scene& scene, const Progress& progress)
+        : out_(out), scene_(scene), progress_(progress), curveCount_(CountCurves(scene)) {}
 
     void Write() {
         line_ = "\"scene\": [";
@@ -33,6 +34,16 @@ class SceneWriter {
     }
 
   private:
+    // Counts the curves of all actions. They take most of the time.
+    static std::size_t CountCurves(const headless::Scene& scene) {
+        std::size_t count = 0;
+        for (const Object* model : scene.Models())
+            for (const auto& action : model->modelData->actions)
+                for (const headless::ActionItem& item : action->items)
+                    count += item.IsCurve() ? 1 : 0;
+        return count;
+    }
+
     // Writes the text of line_ and empties it.
     void Flush() {
         out_.Write(line_);
@@ -142,6 +153,7 @@ class SceneWriter {
         AppendString(item.Target());
         line_ += item.active ? ", \"active\": true" : ", \"active\": false";
         if (item.IsCurve()) {
+            progress_.Report(writtenCurves_++, curveCount_);
             line_ += ", \"interpolation\": " + std::to_string(item.GetCurve().interpolation);
             line_ += ", \"times\": ";
             WriteTimes(item.GetCurve().keys.times);
@@ -199,6 +211,9 @@ class SceneWriter {
 
     text::ByteSink& out_;
     const headless::Scene& scene_;
+    const Progress& progress_;
+    std::size_t curveCount_;
+    std::size_t writtenCurves_ = 0;
     std::string line_;
     std::shared_ptr<const std::vector<double>> lastTimes_;
     std::string timesText_;
@@ -206,8 +221,8 @@ class SceneWriter {
 
 }  // namespace
 
-void WriteJsonScene(text::ByteSink& out, const headless::Scene& scene) {
-    SceneWriter(out, scene).Write();
+void WriteJsonScene(text::ByteSink& out, const headless::Scene& scene, const Progress& progress) {
+    SceneWriter(out, scene, progress).Write();
 }
 
 }  // namespace exporters

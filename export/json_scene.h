@@ -2,6 +2,7 @@
 // Internal to export/.
 #pragma once
 
+#include "export/progress.h"
 #include "headless/scene.h"
 #include "text/byte_sink.h"
 
@@ -9,6 +10,6 @@ namespace exporters {
 
 // Writes `"scene": [...]` and a line break. The objects are in the order in which they were
 // created. Each object and each item of an action begins a line.
-void WriteJsonScene(text::ByteSink& out, const headless::Scene& scene);
+void WriteJsonScene(text::ByteSink& out, const headless::Scene& scene, const Progress& progress);
 
 }  // namespace exporters

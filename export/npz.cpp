@@ -4,11 +4,15 @@
 #include <bit>
 #include <cstring>
 #include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <nlohmann/json.hpp>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "export/quaternion.h"
+#include "export/figure_facts.h"
+#include "export/pose_arrays.h"
+#include "export/provenance.h"
 #include "export/tables.h"
 #include "export/zip_writer.h"
 #include "text/byte_sink.h"
@@ -17,7 +21,8 @@
 namespace exporters {
 namespace {
 
-using headless::Transform;
+// The share of the time that computing the poses takes. The rest is for writing them.
+constexpr double kPosesShare = 0.6;
 
 // Numbers and characters are written as they are in memory. The headers declare them as
 // little-endian ("<").
@@ -42,84 +47,56 @@ std::string_view BytesOf(const std::vector<Element>& elements) {
     return {reinterpret_cast<const char*>(elements.data()), elements.size() * sizeof(Element)};
 }
 
-void AddArray(ZipWriter& zip, const std::string& name, const std::string& header,
-              std::string_view elements) {
-    const std::uint32_t crc = Crc32(Crc32(0, header), elements);
-    zip.BeginMember(name + ".npy", header.size() + elements.size(), crc);
-    zip.Write(header);
-    zip.Write(elements);
-}
-
-struct PositionRow {
-    static constexpr std::size_t kWidth = 3;
-    void Put(const Transform& global, double* values) const {
-        std::copy_n(global.origin, kWidth, values);
-    }
-};
-
-struct QuaternionRow {
-    static constexpr std::size_t kWidth = 4;
-    // On entry `values` holds the quaternion of the previous frame. It receives the new quaternion.
-    void Put(const Transform& global, double* values) const {
-        const Quaternion q =
-            QuaternionNear(global.axes, {values[0], values[1], values[2], values[3]});
-        const double inOrder[kWidth] = {q.x, q.y, q.z, q.w};
-        std::copy_n(inOrder, kWidth, values);
-    }
-};
-
-// Calls `visit` with the bytes of each row of an array.
-template <class RowKind, class Visit>
-void ForEachRow(Table& table, RowKind kind, Visit visit) {
-    std::vector<Transform> globals(table.Columns().size());
-    std::vector<double> values(globals.size() * RowKind::kWidth, 0.0);
-    for (std::size_t row = 0; row < table.Rows(); ++row) {
-        table.Row(row, globals);
-        for (std::size_t joint = 0; joint < globals.size(); ++joint)
-            kind.Put(globals[joint], values.data() + joint * RowKind::kWidth);
-        visit(BytesOf(values));
-    }
-}
-
-// In a ZIP archive the checksum of a member comes before its contents. The motion is therefore
-// evaluated twice: first for the checksum, then for the contents. Keeping the contents would need
-// more memory than the motion itself.
-template <class RowKind>
-void AddRows(ZipWriter& zip, const std::string& name, Table& table, RowKind kind) {
-    const std::size_t joints = table.Columns().size();
-    const std::string header =
-        NpyHeader("<f8", fmt::format("({}, {}, {})", table.Rows(), joints, RowKind::kWidth));
-    std::uint32_t crc = Crc32(0, header);
-    ForEachRow(table, kind, [&](std::string_view row) { crc = Crc32(crc, row); });
-    const std::uint64_t size =
-        std::uint64_t{table.Rows()} * joints * RowKind::kWidth * sizeof(double);
-    zip.BeginMember(name + ".npy", header.size() + size, crc);
-    zip.Write(header);
-    ForEachRow(table, kind, [&](std::string_view row) { zip.Write(row); });
-}
-
-void AddOffsets(ZipWriter& zip, const Table& table) {
-    std::vector<double> offsets;
-    for (const Table::Column& column : table.Columns())
-        offsets.insert(offsets.end(), column.rest.origin, column.rest.origin + 3);
-    const std::string shape = fmt::format("({}, 3)", table.Columns().size());
-    AddArray(zip, "offsets", NpyHeader("<f8", shape), BytesOf(offsets));
-}
-
-void AddParents(ZipWriter& zip, const Table& table) {
-    std::vector<std::int32_t> parents;
-    for (const Table::Column& column : table.Columns())
-        parents.push_back(
-            column.parent == Joint::kNoParent ? -1 : static_cast<std::int32_t>(column.parent));
-    const std::string shape = fmt::format("({},)", parents.size());
-    AddArray(zip, "parents", NpyHeader("<i4", shape), BytesOf(parents));
-}
-
 // Returns the character. If the code is no character, returns U+FFFD, because a reader cannot read
 // an array with such a code.
 wchar_t ValidCharacter(wchar_t character) {
     return text::IsCharacter(character) ? character : L'\xFFFD';
 }
+
+// Adds the arrays of one file.
+class ArrayWriter {
+  public:
+    ArrayWriter(text::ByteSink& out, bool compress)
+        : zip_([&out](std::string_view bytes) { out.Write(bytes); }), compress_(compress) {}
+
+    void Add(const std::string& name, const std::string& header, std::string_view elements) {
+        const std::string file = name + ".npy";
+        if (compress_) return zip_.AddCompressed(file, header, elements);
+        const std::uint32_t crc = Crc32(Crc32(0, header), elements);
+        zip_.BeginMember(file, std::uint64_t{header.size()} + elements.size(), crc);
+        zip_.Write(header);
+        zip_.Write(elements);
+    }
+
+    // Adds an array of numbers and frees their memory.
+    template <class Element>
+    void AddNumbers(const std::string& name, std::string_view shape,
+                    std::vector<Element> elements) {
+        Add(name, NpyHeader(TypeOf(Element()), shape), BytesOf(elements));
+    }
+
+    // Adds an array without dimensions that holds one text.
+    void AddText(const std::string& name, const std::string& utf8) {
+        std::wstring text = text::DecodeUtf8(utf8);
+        std::transform(text.begin(), text.end(), text.begin(), ValidCharacter);
+        const std::vector<wchar_t> characters(text.begin(), text.end());
+        Add(name, NpyHeader(fmt::format("<U{}", std::max<std::size_t>(text.size(), 1)), "()"),
+            text.empty() ? std::string_view("\0\0\0\0", 4) : BytesOf(characters));
+    }
+
+    void Finish() { zip_.Finish(); }
+
+  private:
+    static std::string_view TypeOf(double) { return "<f8"; }
+    static std::string_view TypeOf(float) { return "<f4"; }
+    static std::string_view TypeOf(std::int32_t) { return "<i4"; }
+    static std::string_view TypeOf(std::int64_t) { return "<i8"; }
+    // Truth values are stored as bytes, because a std::vector<bool> is no array.
+    static std::string_view TypeOf(std::uint8_t) { return "|b1"; }
+
+    ZipWriter zip_;
+    bool compress_;
+};
 
 // Returns the length of the longest name, in characters. Every name takes this many characters in
 // the array of names, so one long name can make the array very large. Throws ExportError if the
@@ -128,7 +105,7 @@ std::size_t NameWidth(const Table& table) {
     constexpr std::size_t kMostCharacters = std::size_t{16} << 20;
     std::size_t width = 1;
     for (const Table::Column& column : table.Columns())
-        width = std::max(width, column.name.size());
+        width = std::max({width, column.name.size(), column.sourceName.size()});
     if (width * table.Columns().size() > kMostCharacters)
         throw ExportError(
             fmt::format("the names need too much space: each of {} joints needs the {} characters"
@@ -137,33 +114,87 @@ std::size_t NameWidth(const Table& table) {
     return width;
 }
 
-// Writes each name with `width` characters. NUL characters are appended to a shorter name.
-void AddNames(ZipWriter& zip, const Table& table, std::size_t width) {
+// Writes a name of each column with `width` characters. NUL characters are appended to a shorter
+// name.
+void AddNames(ArrayWriter& arrays, const std::string& name, const Table& table,
+              std::wstring Table::Column::*member, std::size_t width) {
     std::vector<wchar_t> text(width * table.Columns().size(), L'\0');
     auto at = text.begin();
     for (const Table::Column& column : table.Columns()) {
-        std::transform(column.name.begin(), column.name.end(), at, ValidCharacter);
+        std::transform((column.*member).begin(), (column.*member).end(), at, ValidCharacter);
         at += static_cast<std::ptrdiff_t>(width);
     }
     const std::string shape = fmt::format("({},)", table.Columns().size());
-    AddArray(zip, "names", NpyHeader(fmt::format("<U{}", width), shape), BytesOf(text));
+    arrays.Add(name, NpyHeader(fmt::format("<U{}", width), shape), BytesOf(text));
+}
+
+void AddSkeleton(ArrayWriter& arrays, const Table& table, std::size_t nameWidth) {
+    std::vector<double> offsets;
+    std::vector<std::int32_t> parents;
+    std::vector<std::uint8_t> isEnd;
+    for (const Table::Column& column : table.Columns()) {
+        offsets.insert(offsets.end(), column.rest.origin, column.rest.origin + 3);
+        parents.push_back(
+            column.parent == Joint::kNoParent ? -1 : static_cast<std::int32_t>(column.parent));
+        isEnd.push_back(column.isEndSite ? 1 : 0);
+    }
+    const std::string shape = fmt::format("({},)", parents.size());
+    arrays.AddNumbers("offsets", fmt::format("({}, 3)", parents.size()), std::move(offsets));
+    arrays.AddNumbers("parents", shape, std::move(parents));
+    AddNames(arrays, "names", table, &Table::Column::name, nameWidth);
+    AddNames(arrays, "source_names", table, &Table::Column::sourceName, nameWidth);
+    arrays.AddNumbers("is_end", shape, std::move(isEnd));
+}
+
+void AddTimes(ArrayWriter& arrays, const Table& table) {
+    std::vector<double> times;
+    std::vector<std::int64_t> numbers;
+    for (std::size_t row = 0; row < table.Rows(); ++row) {
+        times.push_back(table.Seconds(row));
+        numbers.push_back(table.FrameNumber(row));
+    }
+    const std::string shape = fmt::format("({},)", table.Rows());
+    arrays.AddNumbers("times", shape, std::move(times));
+    arrays.AddNumbers("frame_numbers", shape, std::move(numbers));
+    const double rate = table.Times().IsPose() ? 0.0 : 1.0 / SecondsPerStep(table.Times());
+    arrays.AddNumbers("fps", "()", std::vector<double>{rate});
+}
+
+template <class Element>
+void AddPoses(ArrayWriter& arrays, const Table& table, PoseArrays<Element> poses) {
+    const auto shape = [&](int width) {
+        return fmt::format("({}, {}, {})", table.Rows(), table.Columns().size(), width);
+    };
+    arrays.AddNumbers("positions", shape(3), std::move(poses.positions));
+    arrays.AddNumbers("quaternions", shape(4), std::move(poses.quaternions));
+    arrays.AddNumbers("local_positions", shape(3), std::move(poses.localPositions));
+    arrays.AddNumbers("local_quaternions", shape(4), std::move(poses.localQuaternions));
+}
+
+std::string FindingsText(const std::vector<std::string>& findings) {
+    return fmt::format("[{}]", fmt::join(findings, ", "));
 }
 
 }  // namespace
 
-Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options& options) {
-    Table table(scene, options, true);
+Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options& options,
+               const std::vector<std::string>& findings, const Progress& progress) {
+    const Table table(scene, options, true);
     const std::size_t nameWidth = NameWidth(table);
-    ZipWriter zip([&](std::string_view bytes) { out.Write(bytes); });
-    AddRows(zip, "positions", table, PositionRow());
-    AddRows(zip, "quaternions", table, QuaternionRow());
-    AddOffsets(zip, table);
-    AddParents(zip, table);
-    AddNames(zip, table, nameWidth);
-    const bool isPose = table.Times().IsPose();
-    const std::vector<double> rate = {isPose ? 0.0 : 1.0 / SecondsPerStep(table.Times())};
-    AddArray(zip, "fps", NpyHeader("<f8", "()"), BytesOf(rate));
-    zip.Finish();
+    const FigureFacts facts = DescribeFigure(table, options);
+    ArrayWriter arrays(out, options.compress);
+    const Progress poses = progress.Between(0.0, kPosesShare);
+    if (options.float32)
+        AddPoses(arrays, table, BuildPoseArrays<float>(table, poses));
+    else
+        AddPoses(arrays, table, BuildPoseArrays<double>(table, poses));
+    AddSkeleton(arrays, table, nameWidth);
+    AddTimes(arrays, table);
+    arrays.AddNumbers("unit", "()", std::vector<double>{facts.metresPerUnit});
+    arrays.AddText("up", std::string(1, facts.up));
+    arrays.AddText("findings", FindingsText(findings));
+    arrays.AddText("provenance", ProvenanceJson(options).dump());
+    arrays.Finish();
     return table.GetNotes();
 }
 

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "export/file_skeleton.h"
+
 namespace exporters {
 
 // Thrown if the scene cannot be written in a format. The message says why, in one line.
@@ -18,10 +20,17 @@ class ExportError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// The files from which the scene was imported, and how. glTF files store this.
+// A file from which the scene was imported.
+struct SourceFile {
+    std::string path;  // as the user gave it; only the last part is written
+    std::optional<std::uint64_t> bytes = std::nullopt;  // the file's size
+    std::string sha256{};  // 64 hexadecimal digits; empty if it was not computed
+};
+
+// The files from which the scene was imported, and how. Some formats store this.
 struct Source {
-    std::vector<std::string> files;  // paths as the user gave them; only the file names are written
-    std::string format;              // "Biovision BVH" or "Acclaim ASF/AMC"
+    std::vector<SourceFile> files;
+    std::string format;  // "Biovision BVH" or "Acclaim ASF/AMC"
     // The options of the import as names with values. A value is "true", "false", a number or text.
     std::vector<std::pair<std::string, std::string>> options;
     std::string tool;  // name and version of the program
@@ -78,6 +87,10 @@ struct Options {
     // If this is set, only the first `models` models of the scene are written. A program sets it if
     // the later models were not imported completely.
     std::optional<std::size_t> models = std::nullopt;
+    // The skeletons of the file, one for each model, in the order of the models. They decide which
+    // joints a model has, their order and their names. A model whose skeleton is missing, or whose
+    // objects do not fit it, gets its joints from the scene alone.
+    std::vector<FileSkeleton> skeletons = {};
     Source source = {};
 };
 

@@ -35,4 +35,20 @@ Quaternion QuaternionNear(const double axes[3][3], const Quaternion& before) {
     return {sign * q.x, sign * q.y, sign * q.z, sign * q.w};
 }
 
+void PutAxes(const Quaternion& q, double axes[3][3]) {
+    const double factor = 2.0 / (q.x * q.x + q.y * q.y + q.z * q.z + q.w * q.w);
+    const double x = q.x * factor;
+    const double y = q.y * factor;
+    const double z = q.z * factor;
+    axes[0][0] = 1.0 - (q.y * y + q.z * z);
+    axes[0][1] = q.x * y + q.w * z;
+    axes[0][2] = q.x * z - q.w * y;
+    axes[1][0] = q.x * y - q.w * z;
+    axes[1][1] = 1.0 - (q.x * x + q.z * z);
+    axes[1][2] = q.y * z + q.w * x;
+    axes[2][0] = q.x * z + q.w * y;
+    axes[2][1] = q.y * z - q.w * x;
+    axes[2][2] = 1.0 - (q.x * x + q.y * y);
+}
+
 }  // namespace exporters

@@ -18,4 +18,8 @@ Quaternion QuaternionOf(const double axes[3][3]);
 // first frame the caller passes zeros in `before`, and the result is QuaternionOf(axes).
 Quaternion QuaternionNear(const double axes[3][3], const Quaternion& before);
 
+// Sets the rows of `axes` to the axes of the coordinate system, turned by the quaternion. The
+// quaternion need not have unit length, but must not be zero.
+void PutAxes(const Quaternion& q, double axes[3][3]);
+
 }  // namespace exporters

@@ -34,54 +34,69 @@ bool HoldsFiniteNumbers(const Transform& transform) {
 }  // namespace
 
 Table::Table(const headless::Scene& scene, const Options& options, bool even) {
-    const std::vector<const Object*> models = ExportedModels(scene, options);
+    const std::vector<ExportedModel> models = ExportedModels(scene, options);
     motions_.reserve(models.size());
-    for (const Object* model : models) {
-        ExportedMotion& motion =
-            motions_.emplace_back(scene, *model, MotionOf(*model), options, notes_);
-        Timeline timeline = motion.ReleaseTimes();
+    for (const ExportedModel& model : models) {
+        const ExportedMotion& motion =
+            motions_.emplace_back(scene, model, MotionOf(*model.object), options, notes_);
+        const Timeline& timeline = motion.Times();
         if (!timeline.IsPose() && !timeline_.IsPose() &&
             !SameRate(timeline.secondsPerFrame, timeline_.secondsPerFrame))
             throw ExportError(fmt::format(
                 "{}: its rate differs from that of an earlier model, but a table has only one rate"
                 " (--fps N sets one for all)",
-                ReadableName(model->name)));
-        if (timeline.frames.size() > timeline_.frames.size()) timeline_ = std::move(timeline);
-        AddColumns(*model, motion, models.size() > 1);
+                ReadableName(model.object->name)));
+        if (timeline.frames.size() > timeline_.frames.size()) timeline_ = timeline;
+        AddColumns(*model.object, motion, models.size() > 1);
     }
     if (even) timeline_ = EvenTimeline(std::move(timeline_));
 }
 
-void Table::AddColumns(const Object& model, ExportedMotion& motion, bool several) {
+void Table::AddColumns(const Object& model, const ExportedMotion& motion, bool several) {
     const std::size_t first = columns_.size();
     std::vector<Transform> locals(motion.Joints().size());
     motion.BaseLocals(locals);
     motion.TurnTopJoints(locals);
     const std::wstring prefix =
         several ? std::wstring(headless::View(model.name)) + L'.' : std::wstring();
-    for (std::size_t joint = 0; joint < locals.size(); ++joint) {
-        const std::size_t parent = motion.Joints()[joint].parent;
-        columns_.push_back(
-            {prefix + std::wstring(headless::View(motion.Joints()[joint].object->name)),
-             parent == Joint::kNoParent ? parent : first + parent, locals[joint]});
+    for (std::size_t index = 0; index < locals.size(); ++index) {
+        const Joint& joint = motion.Joints()[index];
+        columns_.push_back({prefix + joint.name, joint.sourceName,
+                            joint.parent == Joint::kNoParent ? joint.parent : first + joint.parent,
+                            joint.isEndSite, locals[index]});
     }
 }
 
-void Table::Row(std::size_t row, std::span<Transform> globals) {
+std::int64_t Table::FrameNumber(std::size_t row) const {
+    return timeline_.IsPose() ? 0 : timeline_.Number(row);
+}
+
+double Table::Seconds(std::size_t row) const {
+    return timeline_.IsPose() ? 0.0 : timeline_.Seconds(row);
+}
+
+void Table::Row(std::size_t row, std::span<Transform> locals, std::span<Transform> globals,
+                Scratch& scratch) const {
     const double frame = timeline_.IsPose() ? 0.0 : timeline_.frames[row];
+    scratch.motions.resize(motions_.size());
     std::size_t first = 0;
-    for (ExportedMotion& motion : motions_) {
-        motion.Globals(frame, globals.subspan(first, motion.Joints().size()));
-        first += motion.Joints().size();
+    for (std::size_t index = 0; index < motions_.size(); ++index) {
+        const ExportedMotion& motion = motions_[index];
+        const std::size_t joints = motion.Joints().size();
+        const std::span<Transform> ownLocals = locals.subspan(first, joints);
+        motion.Locals(frame, ownLocals, scratch.motions[index]);
+        motion.TurnTopJoints(ownLocals);
+        ComputeGlobals(motion.Joints(), ownLocals, globals.subspan(first, joints));
+        first += joints;
     }
     if (!std::all_of(globals.begin(), globals.end(), HoldsFiniteNumbers))
         throw ExportError(fmt::format(
             "the position or rotation of a joint is not a finite number in frame {}", frame));
 }
 
-double Table::Size() {
+double Table::Size() const {
     double size = 0.0;
-    for (ExportedMotion& motion : motions_)
+    for (const ExportedMotion& motion : motions_)
         size = std::max(size, motion.Size(timeline_));
     return size;
 }

@@ -1,9 +1,9 @@
-// Collects what the CSV and numpy formats hold: the global transform of every joint in each frame.
+// Collects what tables of poses hold: the transforms of every joint in each frame.
 // Internal to export/.
 #pragma once
 
 #include <cstddef>
-#include <functional>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
@@ -27,23 +27,40 @@ class Table {
     Table(const headless::Scene& scene, const Options& options, bool even);
 
     struct Column {
-        std::wstring name;                      // "joint" or, with several models, "model.joint"
+        // "joint" or, with several models, "model.joint". All names are different.
+        std::wstring name;
+        std::wstring sourceName;                // the joint's name in the file
         std::size_t parent = Joint::kNoParent;  // index of the parent's column; kNoParent if none
-        headless::Transform rest;               // as seen from the parent in the base pose, scaled
+        bool isEndSite = false;
+        headless::Transform rest;  // as seen from the parent in the base pose, scaled and turned
     };
     const std::vector<Column>& Columns() const { return columns_; }
+    // The columns of the first model come first. Returns their number.
+    std::size_t ColumnsOfFirstModel() const { return motions_.front().Joints().size(); }
     const Timeline& Times() const { return timeline_; }
     // At least 1: a table without motion has one row, the base pose.
     std::size_t Rows() const { return timeline_.IsPose() ? 1 : timeline_.frames.size(); }
-    // Computes the global transforms of a row, one for each column. Throws ExportError if one of
-    // them is not finite.
-    void Row(std::size_t row, std::span<headless::Transform> globals);
+    // The number of a row's frame, and the seconds from the first row to it. Both are 0 for the
+    // base pose.
+    std::int64_t FrameNumber(std::size_t row) const;
+    double Seconds(std::size_t row) const;
+
+    // Memory that a thread uses again for each row.
+    struct Scratch {
+        std::vector<ExportedMotion::Scratch> motions;
+    };
+    // Computes the local and the global transforms of a row, one for each column, scaled and
+    // turned. The local transform of a joint without a parent is its global one. Several threads
+    // may call this at the same time, each with a Scratch of its own. Throws ExportError if a
+    // global transform is not finite.
+    void Row(std::size_t row, std::span<headless::Transform> locals,
+             std::span<headless::Transform> globals, Scratch& scratch) const;
     // The largest ExportedMotion::Size of all models. The number of decimals depends on it.
-    double Size();
+    double Size() const;
     const Notes& GetNotes() const { return notes_; }
 
   private:
-    void AddColumns(const headless::Object& model, ExportedMotion& motion, bool several);
+    void AddColumns(const headless::Object& model, const ExportedMotion& motion, bool several);
 
     Notes notes_;
     Timeline timeline_;

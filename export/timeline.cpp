@@ -74,6 +74,11 @@ double SecondsPerFrameOf(const std::string& name, const headless::ActionSource& 
 
 }  // namespace
 
+std::int64_t Timeline::Number(std::size_t index) const {
+    if (!areSamples) return std::llround(frames[index]);
+    return std::llround(frames.front()) + static_cast<std::int64_t>(index);
+}
+
 void NoteNoMotion(const headless::Object& model, Notes& notes) {
     notes.push_back(ReadableName(model.name) + ": no motion, only the base pose is written");
 }
@@ -103,6 +108,7 @@ Timeline MakeTimeline(const headless::Object& model, const headless::ActionSourc
         // Because of rounding, the last sample may be slightly after the end of the motion. With
         // the two small numbers, it is counted even then.
         const double count = std::floor(length / step * (1.0 + 1e-12) + 1e-9) + 1.0;
+        timeline.areSamples = true;
         timeline.frames = EvenFrames(first, step, count);
     }
     return timeline;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "export/options.h"
@@ -15,12 +16,16 @@ namespace exporters {
 struct Timeline {
     std::vector<double> frames;  // strictly rising; the frame numbers of samples may be fractions
     double secondsPerFrame = 0.0;
+    bool areSamples = false;  // whether Options::resampleTo chose the frames
 
     bool IsPose() const { return frames.empty(); }
     // Returns the time in seconds from frames[0] to frames[index].
     double Seconds(std::size_t index) const {
         return (frames[index] - frames.front()) * secondsPerFrame;
     }
+    // Returns the whole number by which people know frames[index]. It is the frame's own number.
+    // Samples are counted on from the number of the first one.
+    std::int64_t Number(std::size_t index) const;
 };
 
 // Returns the frames at which an active curve of the motion has a key. If options.frames is set,

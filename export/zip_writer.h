@@ -1,4 +1,4 @@
-// Writes a ZIP archive of uncompressed members to a sink, in one pass from front to back.
+// Writes a ZIP archive to a sink, in one pass from front to back.
 // Internal to export/.
 #pragma once
 
@@ -28,17 +28,23 @@ class ZipWriter {
     void BeginMember(const std::string& name, std::uint64_t size, std::uint32_t crc);
     // Appends bytes to the contents of the current member.
     void Write(std::string_view bytes);
+    // Writes a whole member. Its contents, which are `head` followed by `rest`, are compressed
+    // (RFC 1951). Throws std::bad_alloc if there is no memory for the compressed contents.
+    void AddCompressed(const std::string& name, std::string_view head, std::string_view rest);
     // Writes the directory, which ends the archive.
     void Finish();
 
   private:
     struct Member {
         std::string name;
-        std::uint64_t size;
-        std::uint64_t offset;  // byte offset of the member in the archive
+        std::uint64_t size;        // of the contents
+        std::uint64_t storedSize;  // of the contents in the archive
+        std::uint64_t offset;      // byte offset of the member in the archive
         std::uint32_t crc;
+        bool isCompressed;
     };
 
+    void BeginMember(const Member& member);
     void WriteDirectoryEntry(const Member& member);
 
     Sink sink_;

@@ -12,9 +12,6 @@
 namespace files {
 namespace {
 
-// Files with this many bytes or more are refused, because the plug-in counts bytes in 32 bits.
-constexpr std::uint64_t kTooLarge = std::uint64_t{1} << 32;
-
 std::string TextOf(int error) {
     switch (error) {
         case ENOENT:
@@ -29,8 +26,7 @@ std::string TextOf(int error) {
 std::string ProblemOf(const struct stat& status) {
     if (S_ISDIR(status.st_mode)) return "is a folder";
     if (!S_ISREG(status.st_mode)) return "is not a regular file";
-    if (static_cast<std::uint64_t>(status.st_size) >= kTooLarge)
-        return "is too large: files of 4 GiB and more cannot be read";
+    if (static_cast<std::uint64_t>(status.st_size) >= text::kTooLarge) return kTooLargeProblem;
     return {};
 }
 

@@ -9,6 +9,9 @@
 
 namespace files {
 
+// Why a file of text::kTooLarge bytes or more cannot be read.
+inline constexpr char kTooLargeProblem[] = "is too large: files of 4 GiB and more cannot be read";
+
 // Maps a regular file of less than 4 GiB for reading. If another process shortens the file while it
 // is mapped, reading the lost part raises SIGBUS.
 class MappedFile final : public text::StoredText {

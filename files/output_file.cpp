@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "files/disk_full.h"
 #include "files/links.h"
 #include "text/byte_sink.h"
 #include "text/path_text.h"
@@ -164,7 +165,9 @@ void OutputFile::CheckCancelled() const {
 }
 
 void OutputFile::Fail(int error) const {
-    throw text::WriteError(fmt::format("cannot write {}: {}", path_, std::strerror(error)));
+    const std::string message = fmt::format("cannot write {}: {}", path_, std::strerror(error));
+    if (IsDiskFull(error)) throw DiskFull(message);
+    throw text::WriteError(message);
 }
 
 bool IsTemporaryName(std::string_view name) {

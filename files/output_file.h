@@ -16,7 +16,7 @@ namespace files {
 // temporary file, and a file that already had the final name is unchanged. If `path` is a symbolic
 // link, the file that it leads to is replaced. The functions that write throw text::WriteError or
 // text::WriteCancelled. The constructor throws text::WriteError, for example if `path` exists and
-// is not a regular file.
+// is not a regular file. If the file system has no room, the WriteError is a DiskFull.
 class OutputFile final : public text::ByteSink {
   public:
     // `isCancelled` is called before each write to the temporary file and in FinishWriting. It
@@ -66,7 +66,7 @@ class OutputFile final : public text::ByteSink {
     void WriteUnbuffered(std::string_view bytes);
     // Throws text::WriteCancelled if the user wants to stop.
     void CheckCancelled() const;
-    // Throws text::WriteError with the text of the error number.
+    // Throws text::WriteError, or DiskFull, with the text of the error number.
     [[noreturn]] void Fail(int error) const;
 
     std::string path_;       // the path that the caller gave, for messages

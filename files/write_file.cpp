@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <new>
 
+#include "files/disk_full.h"
 #include "files/output_file.h"
 #include "text/byte_sink.h"
 
@@ -20,6 +21,9 @@ WriteOutcome Outcome(const std::string& path, const std::function<std::string()>
     try {
         const std::string reason = write();
         if (!reason.empty()) outcome.problem = CannotWrite(path, reason);
+    } catch (const DiskFull& error) {
+        outcome.problem = error.what();
+        outcome.isDiskFull = true;
     } catch (const text::WriteError& error) {
         outcome.problem = error.what();
     } catch (const text::WriteCancelled&) {

@@ -14,6 +14,7 @@ struct WriteOutcome {
     // or if `isCancelled` is set.
     std::string problem;
     bool isCancelled = false;  // the user wanted to stop; the output was not written
+    bool isDiskFull = false;   // the output was not written because the file system has no room
 
     bool IsWritten() const { return problem.empty() && !isCancelled; }
 };

@@ -65,8 +65,9 @@ class Reservation {
     std::vector<std::pair<NameTable*, Zelk::CString>> names_;
 };
 
-// Reserves one name in all tables. That is `wanted` itself, if no table has that name. Otherwise it
-// is `wanted` with the smallest number that makes it a name that no table has.
+// Reserves the same name in all tables, and returns it. The name is `wanted`, if no table has it.
+// Otherwise a number is appended to `wanted`: the smallest one, counted from 1, that makes a name
+// that no table has.
 Zelk::CString ReserveInAll(std::span<NameTable* const> tables, const Zelk::CString& wanted,
                            std::uint32_t id) {
     if (tables.size() == 1) return tables.front()->Reserve(wanted, id);
@@ -98,8 +99,10 @@ void RenameIn(NameTable& table, Item& item, std::wstring_view defaultName,
 }  // namespace
 
 // The tables in which the name of `object` is reserved while it is under `parent`. The name of a
-// model is unique in up to three tables: the table of the scene root, which has the names of all
-// models, the table of the model above it, and the model's own table.
+// model must be unique in two or three tables. One is the table of the scene root; it has the names
+// of all models. One is the table of the model that the object is under, unless that is the scene
+// root. One is the model's own table. The name of any other object must be unique only in the table
+// of the model that it is under.
 std::vector<NameTable*> SceneEditor::TablesOf(Node& object, Node& parent) const {
     ModelData& around = *ModelOf(parent).modelData;
     if (object.type != ObjectType::Model) return {&around.objectNames};

@@ -10,10 +10,10 @@
 
 namespace {
 
-// If the magnitude of the pitch angle's cosine is not above this limit, the scalar path is used.
-// The scalar path computes the pitch angle with asin, which is inaccurate so close to gimbal lock.
-// The vector loops do not use asin, so their result would differ from that of the scalar path. The
-// scalar path has its own limit for gimbal lock, which is much smaller.
+// If the magnitude of the pitch angle's cosine is not above this limit, ConvertRotation is used. It
+// computes the pitch angle with asin, which is inaccurate so close to gimbal lock. The vector loops
+// do not use asin, so their result would differ from that of ConvertRotation. MatrixGetEulerAngles,
+// which ConvertRotation calls, has its own limit for gimbal lock, which is much smaller.
 constexpr double kNearGimbalLock = 1e-2;
 // In degrees. If an angle differs from 180 or from -180 degrees by less than this, rounding errors
 // may decide its sign.
@@ -42,7 +42,7 @@ bool IsHalfTurn(double degrees) {
     return std::fabs(std::fabs(degrees) - math::kHalfTurn) < kNearHalfTurn;
 }
 
-// Whether the vector loops and the scalar path choose the same sign for an angle of 180 degrees.
+// Whether the vector loops and ConvertRotation choose the same sign for an angle of 180 degrees.
 // They do if one of the input angles is zero, and `before` and `after` are null. Each element of
 // the matrix is then one product, not a sum, so rounding cannot change its sign.
 bool IsExact(const double angles[3], const RotationProduct& product) {
@@ -50,12 +50,12 @@ bool IsExact(const double angles[3], const RotationProduct& product) {
     return angles[0] == 0.0 || angles[1] == 0.0 || angles[2] == 0.0;
 }
 
-// Whether a lane must be converted by the scalar path, because the vector loops may have computed
+// Whether a lane must be converted by ConvertRotation, because the vector loops may have computed
 // other angles. `angles` is the input of the lane; `converted` is what the vector loops computed.
-bool NeedsScalarPath(const double angles[3], const double converted[3], double cosine,
-                     const RotationProduct& product) {
+bool NeedsConvertRotation(const double angles[3], const double converted[3], double cosine,
+                          const RotationProduct& product) {
     if (!(cosine > kNearGimbalLock)) return true;
-    // If an input angle is NaN, the scalar path can return more NaN angles than the vector loops.
+    // If an input angle is NaN, ConvertRotation can return more NaN angles than the vector loops.
     // Each input angle affects at least one angle in `converted`. So the sum below is NaN if an
     // input angle is NaN.
     if (std::isnan(converted[0] + converted[1] + converted[2])) return true;
@@ -87,7 +87,7 @@ void ConvertRotations(RotationBlock& block, const RotationProduct& product, std:
         double angles[3] = {block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]};
         const double converted[3] = {result.angle[0][lane], result.angle[1][lane],
                                      result.angle[2][lane]};
-        if (NeedsScalarPath(angles, converted, result.cosine[lane], product))
+        if (NeedsConvertRotation(angles, converted, result.cosine[lane], product))
             ConvertRotation(angles, product);
         else
             std::copy_n(converted, 3, angles);

@@ -1,8 +1,13 @@
-// Converts rotations to X-Y-Z angles. ConvertRotations converts many at a time, with vector
-// instructions. ConvertRotation converts one; it is the scalar path and uses MatrixRotationX, Y and
-// Z, MatrixMult and MatrixGetEulerAngles. The results of the two functions differ by at most 1e-9
-// degrees. ConvertRotations uses the scalar path for a rotation that is close to gimbal lock, for
-// one that gives NaN, and for one where rounding errors may decide between 180 and -180 degrees.
+// Converts rotations to X-Y-Z angles: the angles x, y and z for which the product Rx * Ry * Rz is
+// the rotation. The rotation about x acts first. Of the two solutions, the result is the one with
+// |y| >= 90 degrees.
+//
+// ConvertRotations converts many rotations at a time, with vector instructions. ConvertRotation
+// converts one, without vector instructions; it uses MatrixRotationX, Y and Z, MatrixMult and
+// MatrixGetEulerAngles. The results of the two functions differ by at most 1e-9 degrees, so they
+// need not be the same to the last bit. ConvertRotations calls ConvertRotation for a rotation that
+// is close to gimbal lock, for one that gives NaN, and for one where rounding errors may decide
+// between 180 and -180 degrees.
 #pragma once
 
 #include <cstddef>
@@ -30,6 +35,5 @@ struct RotationProduct {
 void ConvertRotations(RotationBlock& block, const RotationProduct& product,
                       std::size_t lanes = kRotationBlock);
 
-// Replaces the three angles, in degrees, by the X-Y-Z angles of their matrix. This is the scalar
-// path.
+// Replaces the three angles, in degrees, by the X-Y-Z angles of their matrix.
 void ConvertRotation(double angles[3], const RotationProduct& product);

@@ -13,8 +13,9 @@ struct RotationKeys {
     MOCAP_RAWKEY* factor[3] = {};
     MOCAP_RAWKEY* axis[3] = {};
 
-    // Returns the keys for the product Rx * Ry * Rz. The three slots in `list` may be in any order,
-    // because the type of a slot gives its axis.
+    // Returns the keys in the order x, y, z, both in `factor` and in `axis`. So the rotation about
+    // x acts first. The three slots in `list` may be in any order, because the type of a slot gives
+    // its axis.
     static RotationKeys ByType(const MOCAPMODEL::CHANNELS* const* list);
 
     // Replaces the three values of every frame by those of the converted rotation. Values are in

@@ -20,7 +20,7 @@ constexpr Input kInputs[] = {
 }  // namespace
 
 std::optional<CaptureKind> KindOf(std::string_view path) {
-    const std::string extension = text::LowerCaseExtension(path);
+    const std::string extension = text::LowerCaseExtension(text::WithoutGzip(path));
     for (const Input& input : kInputs)
         if (extension == input.extension) return input.kind;
     return std::nullopt;

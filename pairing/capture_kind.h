@@ -13,8 +13,9 @@ enum class CaptureKind : std::uint8_t {
     Motion,     // .amc: the motion of an Acclaim skeleton
 };
 
-// Returns the kind that the file's extension, in any letter case, stands for. A file whose whole
-// name is ".bvh" also has this extension. Returns nullopt for any other extension or for none.
+// Returns the kind that the file's extension, in any letter case, stands for. A ".gz" after the
+// extension is ignored: "walk.bvh.gz" is a packed ".bvh". A file whose whole name is ".bvh" also
+// has this extension. Returns nullopt for any other extension or for none.
 std::optional<CaptureKind> KindOf(std::string_view path);
 
 // Returns "bvh", "asf" or "amc".

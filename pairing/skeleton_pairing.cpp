@@ -24,21 +24,29 @@ struct Fit {
     std::size_t length = 0;
     // Whether the motion's name begins with the skeleton's name in the same letter case.
     bool sameCase = false;
+    // Whether both files are packed by gzip, or neither is.
+    bool samePacking = false;
 
     bool Fits() const { return length > 0; }
     // NOLINTNEXTLINE(modernize-use-nullptr): the check warns about a 0 in generated code.
     auto operator<=>(const Fit&) const = default;
 };
 
-// Both names are without extension.
-Fit FitOf(std::string_view motion, std::string_view skeleton) {
+std::string_view StemOf(std::string_view name) {
+    return text::WithoutExtension(text::WithoutGzip(name));
+}
+
+Fit FitOf(std::string_view motionName, std::string_view skeletonName) {
+    const std::string_view motion = StemOf(motionName);
+    const std::string_view skeleton = StemOf(skeletonName);
     const std::wstring longer = text::FoldCase(motion);
     const std::wstring begin = text::FoldCase(skeleton);
     if (!longer.starts_with(begin)) return {};
     const bool isWhole = longer.size() == begin.size();
     if (!isWhole && IsLetterOrDigit(longer[begin.size()]) && IsLetterOrDigit(begin.back()))
         return {};
-    return {begin.size(), motion.starts_with(skeleton)};
+    return {begin.size(), motion.starts_with(skeleton),
+            text::IsGzipName(motionName) == text::IsGzipName(skeletonName)};
 }
 
 }  // namespace
@@ -48,7 +56,7 @@ Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& sk
     const std::string* found = nullptr;
     const std::string* equallyGood = nullptr;
     for (const std::string& skeleton : skeletons) {
-        const Fit fit = FitOf(text::WithoutExtension(motion), text::WithoutExtension(skeleton));
+        const Fit fit = FitOf(motion, skeleton);
         if (!fit.Fits() || fit < best) continue;
         equallyGood = fit == best ? found : nullptr;
         best = fit;

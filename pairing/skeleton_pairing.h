@@ -14,13 +14,15 @@ struct Pairing {
 
 // `motion` is the name of an .amc file. `skeletons` are the names of the .asf files in its folder.
 //
-// Names are compared without extension and without regard to letter case. A skeleton fits if its
-// name is the motion's name or the beginning of it. If the skeleton's name ends with a letter or
-// digit, the next character of the motion's name must be neither: "07" fits "07_01", but not "070".
+// Names are compared without extension, without a ".gz" after it, and without regard to letter
+// case. A skeleton fits if its name is the motion's name or the beginning of it. If the skeleton's
+// name ends with a letter or digit, the next character of the motion's name must be neither: "07"
+// fits "07_01", but not "070".
 //
 // The longest name that fits is chosen. Of two names that differ only in letter case, the one with
-// the motion's letter case is chosen. If two names fit equally well, none is chosen. If no name
-// fits but the folder has only one skeleton, that skeleton is chosen.
+// the motion's letter case is chosen. Of two names that differ only in ".gz", the one that is
+// packed or plain as the motion is chosen. If two names fit equally well, none is chosen. If no
+// name fits but the folder has only one skeleton, that skeleton is chosen.
 Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& skeletons);
 
 }  // namespace pairing

@@ -24,7 +24,8 @@ Zelk::CStatus ImportAcclaim(Zelk::CRef& model, Zelk::CRef& basePose, Zelk::CRef&
         LogFailure(importer);
         return status;
     }
-    // If the import succeeds, this is the only log line about its outcome.
+    // The documentation is logged only if the skeleton was imported. No log line says that the
+    // motion was imported; if that fails, LogFailure logs the reason.
     LogResult(importer.GetDocumentation());
     if (!g_UserInput.strAMCFile.IsEmpty()) {
         status = importer.ImportMotion(g_UserInput.strAMCFile, BaseName(g_UserInput.strAMCFile));

@@ -65,6 +65,26 @@ std::vector<Finding> FinishedFindings(FindingList& findings) {
     return finished;
 }
 
+// `factor` is the factor on lengths that the plug-in uses.
+Outline OutlineOf(const AsfSkeleton& skeleton, double factor) {
+    Outline outline;
+    std::vector<std::uint32_t> indexOf(skeleton.bones.size(), OutlineJoint::kNoParent);
+    for (const std::uint32_t bone : skeleton.order) {
+        const std::uint32_t parent = skeleton.bones[bone].parent;
+        indexOf[bone] = static_cast<std::uint32_t>(outline.size());
+        outline.push_back({skeleton.bones[bone].name,
+                           parent == kNoBone ? OutlineJoint::kNoParent : indexOf[parent], false});
+    }
+    // The plug-in adds an end to each bone that has no children and is not too short.
+    for (const std::uint32_t bone : skeleton.order) {
+        const AsfBone& leaf = skeleton.bones[bone];
+        if (bone == 0 || !leaf.children.empty() || leaf.length.value * factor < kShortestBone)
+            continue;
+        outline.push_back({leaf.name + "_End", indexOf[bone], true});
+    }
+    return outline;
+}
+
 // Surveys one motion.
 class MotionSurvey {
   public:
@@ -170,6 +190,8 @@ class PairSurvey {
             survey.motions.push_back(motion->Finish(IsUsable() ? &skeleton_ : nullptr, isRefused));
             CopyShape(survey.skeleton.facts, survey.motions.back().facts);
         }
+        if (IsUsable())
+            survey.outline = OutlineOf(skeleton_, lengths_.factor * lengths_.multiplied);
         ReportOtherBytes(findings_);
         const bool isChanged = skeleton_.changed || source_.HadTrailingControls();
         if (NeedsText(findings_, skeleton_, isChanged, options_.purpose))

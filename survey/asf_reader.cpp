@@ -145,7 +145,7 @@ class Reader {
         if (!text::IsValidUtf8(raw) && !findings_.Find(codes::kTextEncoding))
             findings_.Add({codes::kTextEncoding, Severity::Note, start + text::FindInvalidUtf8(raw),
                            "the documentation is not UTF-8 and was read as Windows-1252; "
-                           "--encoding names another",
+                           "use --encoding if the file has another encoding",
                            "", true});
         const std::size_t colon = raw.find(':');
         if (colon != std::string_view::npos) {

@@ -1,5 +1,5 @@
-// Reads the values of an ASF file's keywords. If a value is wrong, the functions report an error,
-// skip the rest of the line and return false.
+// Reads the values of an ASF file's keywords. If a value is wrong, each function that reads values
+// reports an error, skips the rest of the line and returns false. ReadName accepts every word.
 #pragma once
 
 #include <span>
@@ -18,15 +18,19 @@ class AsfValues {
     AsfValues(AsfWords& words, FindingList& findings) : words_(words), findings_(findings) {}
 
     // Reads as many numbers as `numbers` has elements. Fails if more or fewer numbers follow the
-    // keyword. `what` is the name of the numbers in messages.
+    // keyword. `what` is what error messages call these numbers.
     bool ReadNumbers(const AsfWord& keyword, const std::string& what, std::span<AsfNumber> numbers);
-    // Reads all limits that follow. They may be infinite. Fails if their count is odd, or if a word
-    // that is not a number follows on the same line.
+    // Reads all limits that follow, also those on later lines. Stops before a line that begins with
+    // a word that is not a number. The values "inf" and "-inf" are allowed. Fails if the number of
+    // limits is odd, if a word that is not a number follows another word on its line, or if a word
+    // is NaN or several numbers without a blank between them.
     bool ReadLimits(const AsfWord& keyword, std::vector<AsfNumber>& limits);
     // Reads a word such as "zyx". `order` receives its letters as capitals.
     bool ReadAxisOrder(const AsfWord& keyword, std::array<char, 3>& order);
     // Reads the dofs on the rest of the line and appends them to those of the bone. Only the first
-    // two characters of a word count. Fails if the root has a length.
+    // two characters of a word count. If the first is "l" or "|", only this one counts: the dof is
+    // the length. Fails if a word is not a dof, if the bone already has the dof, or if `isRoot` is
+    // true and the dof is the length.
     bool ReadDofs(const AsfWord& keyword, bool isRoot, AsfBone& bone);
     // Reads a name and returns it as UTF-8; empty if no word follows on the line.
     std::string ReadName();
@@ -46,7 +50,8 @@ class AsfValues {
     const std::string* bone_ = nullptr;
 };
 
-// Whether the word has exactly two characters and is a dof of a bone.
+// Whether the word has exactly two characters and ReadDofs takes it for a dof, such as "rx". A
+// longer word or a single "l" is not accepted here.
 bool IsDofWord(std::string_view word);
 
 }  // namespace survey

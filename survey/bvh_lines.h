@@ -34,7 +34,7 @@ struct BvhLine {
     // one value. In all other lines, a word of several numbers, such as "1-2", counts as several
     // values.
     std::uint32_t values : 28;
-    std::uint32_t isPlain : 1;   // whether the plug-in reads every word as the number that it is
+    std::uint32_t isPlain : 1;   // whether each word is one number that the plug-in accepts
     std::uint32_t isSplit : 1;   // whether splitting words gives one value for each channel
     std::uint32_t hasGlued : 1;  // whether a word counts as several values
     // Whether the line is text and not a row. Text begins with a word of WordKind::Other without a

@@ -13,12 +13,14 @@ namespace survey {
 
 // Where the values of a frame are in the text.
 struct BvhRow {
-    // The first word of the row. The other words follow it, perhaps on further lines. If the
-    // frame's own line has a wrong number of values, the frame gets the values of another row. In
-    // that case, this is the first word of that other row.
+    // The first word of the row. In a file that splits frames into several lines, or has several
+    // frames in one line, the other words follow regardless of line ends. Otherwise each line is
+    // one frame. If such a line has a wrong number of values, its frame gets the row of the frame
+    // before, or the first good row if there is none before. In that case, this is the first word
+    // of that other row.
     const char* at = nullptr;
     std::uint32_t line = 0;  // number of the frame's own line, counted from 1
-    bool isPlain = true;     // whether the plug-in reads each word as the number that it is
+    bool isPlain = true;     // whether each word is one number that the plug-in accepts
     bool isSplit = false;    // whether a word may hold several numbers, such as "1-2"
 };
 

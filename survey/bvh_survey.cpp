@@ -31,6 +31,18 @@ constexpr double kUsualRate = 30.0;
 // The most frames whose poses are computed to find the figure's shape.
 constexpr std::size_t kMostPoses = 500;
 
+Outline OutlineOf(const BvhSection& section) {
+    Outline outline;
+    for (const BvhJoint& joint : section.joints) {
+        std::string name = joint.name;
+        if (joint.isEndSite)
+            name = joint.parent == kNoParent ? std::string("End_Site")
+                                             : outline[joint.parent].name + "_End";
+        outline.push_back({std::move(name), joint.parent, joint.isEndSite});
+    }
+    return outline;
+}
+
 class BvhSurveyor {
   public:
     BvhSurveyor(std::string_view bvh, const Options& options)
@@ -42,6 +54,8 @@ class BvhSurveyor {
         if (ReportSource(findings_) && ReadSections()) {
             ReportEncoding();
             FillFacts();
+            for (const BvhPart& part : parts_)
+                result_.outlines.push_back(OutlineOf(part.section));
             if (options_.purpose == Purpose::Check) ExamineShape();
             if (IsWritten()) Write();
         }

@@ -11,7 +11,7 @@ namespace survey {
 struct RowScan {
     std::size_t rows = 0;  // number of lines that are not blank; only valid if `plain` is set
     // Whether the plug-in reads the rows correctly: each row has the expected number of words, and
-    // the plug-in reads each word as the number that its author wrote.
+    // each word is one number that the plug-in accepts.
     bool plain = false;
     // The end of the rows: the next word HIERARCHY, or the end of the text. Null if the scan
     // stopped earlier, because it found something that is not plain.

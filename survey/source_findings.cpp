@@ -21,8 +21,9 @@ bool ReportSource(FindingList& findings) {
                       "the file is UTF-16; it is converted to UTF-8", "", true});
     if (source.WasEncoded())
         findings.Add({codes::kTextEncoding, Severity::Note, first,
-                      "the file is not UTF-8; it is converted from the encoding that was named", "",
-                      true});
+                      "the file is not UTF-8; it is converted from the encoding that --encoding "
+                      "names",
+                      "", true});
     return true;
 }
 
@@ -32,7 +33,8 @@ std::string NameAsUtf8(std::string_view name, FindingList& findings) {
     if (!findings.AddAgain(codes::kTextEncoding, Severity::Warning))
         findings.Add({codes::kTextEncoding, Severity::Warning, name.data(),
                       "the name \"" + converted +
-                          "\" is not UTF-8 and was read as Windows-1252; --encoding names another",
+                          "\" is not UTF-8 and was read as Windows-1252; "
+                          "use --encoding if the file has another encoding",
                       converted, true});
     return converted;
 }

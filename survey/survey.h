@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "survey/finding.h"
+#include "survey/outline.h"
 #include "text/api.h"
 
 namespace survey {
@@ -110,6 +111,9 @@ struct BvhSurvey : FileSurvey {
     // The rate that exports and the summary use instead of the rate that the plug-in reads. This is
     // the user's rate. Nullopt if the user gave none, and for any purpose except Purpose::Import.
     std::optional<double> framesPerSecond;
+    // One for each section, in the file's order. An end site that the mended text adds is not in
+    // it. Empty if the file could not be read.
+    std::vector<Outline> outlines;
 };
 
 ZKMOCAP_API BvhSurvey SurveyBvh(std::string_view bvh, const Options& options);
@@ -136,6 +140,7 @@ struct AcclaimSurvey {
     // If a bone would be too short for the plug-in, `lengthMultiplier` includes this extra factor,
     // and exports and the summary divide by it. Otherwise it is 1.
     double multiplied = 1.0;
+    Outline outline;  // empty if the skeleton could not be read
 };
 
 // Surveys a skeleton together with its motions. For Purpose::Import there must be at most one

@@ -16,7 +16,7 @@ namespace take {
 struct CallResult {
     std::int32_t code = 0;          // what the callback returned
     headless::Recording recording;  // the scene, the log, the bar events and the commands
-    USERINPUT userInput;            // the plug-in's record of its arguments
+    USERINPUT userInput;            // the plug-in's record of the arguments
 };
 
 // Resets the host's session, calls the plug-in, and moves everything that the call made out of the

@@ -9,7 +9,7 @@
 
 #include "survey/codes.h"
 #include "survey/finding_text.h"
-#include "text/path_text.h"
+#include "take/input_text.h"
 #include "text/storage.h"
 
 namespace take {
@@ -43,25 +43,9 @@ survey::Options OptionsOf(const Request& request) {
     return options;
 }
 
-// The text of an input file. If the request does not hold the text, it is read from the storage.
-class InputText {
-  public:
-    InputText(const InputFile& file, text::Storage& storage)
-        : name_(text::NamePart(file.path)), content_(file.content ? &*file.content : nullptr) {
-        if (!content_) stored_ = storage.Read(file.path);
-    }
-
-    // The file's text; a NUL byte follows it in memory.
-    std::string_view Text() const { return content_ ? *content_ : stored_->Text(); }
-    // Why the file cannot be read; empty if it can be read.
-    std::string Problem() const { return content_ ? std::string() : stored_->Problem(); }
-    survey::AcclaimFile AsAcclaim() const { return {Text(), name_}; }
-
-  private:
-    std::string name_;
-    const std::string* content_;  // owned by the request; null if the text is in `stored_`
-    std::unique_ptr<text::StoredText> stored_;  // null if the text is in `content_`
-};
+survey::AcclaimFile AcclaimFileOf(const InputFile& file, const InputText& text) {
+    return {text.Text(), PlainName(file)};
+}
 
 // Collects the results of one import's surveys.
 class SurveyCollector {
@@ -101,21 +85,32 @@ class SurveyCollector {
         const bool isPreset = request_.format == Format::Acclaim && !isMissed;
         result_.rateOrigin = isPreset ? RateOrigin::Preset : RateOrigin::Assumed;
     }
-    // The survey's multiplier replaces the user's, because it already is the product of the user's
-    // multiplier and `multiplied`.
+    // If the survey has a multiplier, it replaces the one of the request. It already includes the
+    // request's multiplier. It also includes `multiplied`, the factor by which the survey enlarges
+    // a skeleton whose bones are too short for the plug-in.
     void SetLengths(const survey::AcclaimSurvey& acclaim) {
         if (acclaim.lengthMultiplier) result_.lengthMultiplier = acclaim.lengthMultiplier;
         result_.multiplied = acclaim.multiplied;
     }
 
-    // Adds the mended texts, unless the files are refused, and returns the result. `file` and
-    // `motion` are null if that file was not surveyed.
-    FileSurvey Finish(survey::FileSurvey* file = nullptr, survey::FileSurvey* motion = nullptr) {
-        if (result_.isRefused) return std::move(result_);
-        if (file) result_.file = std::move(file->mended);
-        if (motion) result_.motion = std::move(motion->mended);
-        return std::move(result_);
+    void SetOutlines(std::vector<survey::Outline> outlines) {
+        result_.outlines = std::move(outlines);
     }
+
+    // Adds the text that the plug-in reads instead of the file: the mended text or, for a packed
+    // file, the unpacked one. Both functions do nothing if the files are refused.
+    void SetFile(survey::FileSurvey& file, InputText& text) {
+        if (result_.isRefused) return;
+        result_.file = std::move(file.mended);
+        if (!result_.file) result_.unpackedFile = text.ReleaseUnpacked();
+    }
+    void SetMotion(survey::FileSurvey& motion, InputText& text) {
+        if (result_.isRefused) return;
+        result_.motion = std::move(motion.mended);
+        if (!result_.motion) result_.unpackedMotion = text.ReleaseUnpacked();
+    }
+
+    FileSurvey Finish() { return std::move(result_); }
 
   private:
     const Request& request_;
@@ -124,17 +119,19 @@ class SurveyCollector {
 
 FileSurvey SurveyBiovision(const Request& request, text::Storage& storage) {
     SurveyCollector collector(request);
-    const InputText file(request.file, storage);
+    InputText file(request.file, storage);
     if (!collector.CheckReadable(request.file, file)) return collector.Finish();
     survey::BvhSurvey surveyed = survey::SurveyBvh(file.Text(), OptionsOf(request));
     collector.SetRate(surveyed, surveyed.framesPerSecond);
     collector.Add(request.file, std::move(surveyed.findings));
-    return collector.Finish(&surveyed);
+    collector.SetOutlines(std::move(surveyed.outlines));
+    collector.SetFile(surveyed, file);
+    return collector.Finish();
 }
 
 FileSurvey SurveyAcclaim(const Request& request, text::Storage& storage) {
     SurveyCollector collector(request);
-    const InputText skeleton(request.file, storage);
+    InputText skeleton(request.file, storage);
     std::optional<InputText> motion;
     if (request.motion) motion.emplace(*request.motion, storage);
     const bool isSkeletonReadable = collector.CheckReadable(request.file, skeleton);
@@ -142,20 +139,37 @@ FileSurvey SurveyAcclaim(const Request& request, text::Storage& storage) {
     if (!isSkeletonReadable || !isMotionReadable) return collector.Finish();
 
     std::vector<survey::AcclaimFile> motions;
-    if (motion) motions.push_back(motion->AsAcclaim());
+    if (motion) motions.push_back(AcclaimFileOf(*request.motion, *motion));
     survey::AcclaimSurvey surveyed =
-        survey::SurveyAcclaim(skeleton.AsAcclaim(), motions, OptionsOf(request));
+        survey::SurveyAcclaim(AcclaimFileOf(request.file, skeleton), motions, OptionsOf(request));
     collector.Add(request.file, std::move(surveyed.skeleton.findings));
     collector.SetLengths(surveyed);
-    if (surveyed.motions.empty()) return collector.Finish(&surveyed.skeleton);
-    survey::AmcSurvey& surveyedMotion = surveyed.motions.front();
-    collector.SetRate(surveyedMotion, surveyedMotion.framesPerSecond);
-    collector.Add(*request.motion, std::move(surveyedMotion.findings));
-    return collector.Finish(&surveyed.skeleton, &surveyedMotion);
+    collector.SetOutlines({std::move(surveyed.outline)});
+    if (motion) {
+        survey::AmcSurvey& surveyedMotion = surveyed.motions.front();
+        collector.SetRate(surveyedMotion, surveyedMotion.framesPerSecond);
+        collector.Add(*request.motion, std::move(surveyedMotion.findings));
+        collector.SetMotion(surveyedMotion, *motion);
+    }
+    collector.SetFile(surveyed.skeleton, skeleton);
+    return collector.Finish();
 }
 
-FileSurvey WithoutSurvey(const Request& request) {
+// Unpacks the file if it is packed. Otherwise, the plug-in reads it, and reports why if it cannot.
+std::optional<std::string> UnpackedAsIs(const InputFile& file, text::Storage& storage,
+                                        FileSurvey& result) {
+    if (!IsPacked(file)) return std::nullopt;
+    InputText text(file, storage);
+    if (text.Problem().empty()) return text.ReleaseUnpacked();
+    result.findings.push_back({file.path, {survey::UnreadableFinding(text.Problem())}});
+    result.isRefused = true;
+    return std::nullopt;
+}
+
+FileSurvey WithoutSurvey(const Request& request, text::Storage& storage) {
     FileSurvey result;
+    result.unpackedFile = UnpackedAsIs(request.file, storage, result);
+    if (request.motion) result.unpackedMotion = UnpackedAsIs(*request.motion, storage, result);
     result.framesPerSecond = request.framesPerSecond;
     result.lengthMultiplier = request.lengthMultiplier;
     if (request.framesPerSecond) result.rateOrigin = RateOrigin::Request;
@@ -171,10 +185,15 @@ FileSurvey WithoutSurvey(const Request& request) {
 }  // namespace
 
 FileSurvey SurveyFiles(const Request& request, text::Storage& storage) {
-    if (request.asIs) return WithoutSurvey(request);
     static constexpr FileSurvey (*kSurveys[kFormatCount])(const Request&, text::Storage&) = {
         SurveyBiovision, SurveyAcclaim};
-    return kSurveys[static_cast<std::size_t>(request.format)](request, storage);
+    const auto survey = kSurveys[static_cast<std::size_t>(request.format)];
+    if (!request.asIs) return survey(request, storage);
+    FileSurvey result = WithoutSurvey(request, storage);
+    // In a scene of nulls each joint of the file has its own object. In a scene of bones it may
+    // not, so exporters need the outline even if nothing else of the survey is wanted.
+    if (!request.useNulls && !result.isRefused) result.outlines = survey(request, storage).outlines;
+    return result;
 }
 
 }  // namespace take

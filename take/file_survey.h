@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "survey/survey.h"
@@ -19,6 +20,10 @@ struct FileSurvey {
     // the user's file.
     std::optional<survey::MendedText> file;    // instead of Request::file
     std::optional<survey::MendedText> motion;  // instead of Request::motion
+    // The texts of packed files, which the plug-in reads if there is no mended text. Nullopt for a
+    // file that is not packed, and for one that was mended or refused.
+    std::optional<std::string> unpackedFile;
+    std::optional<std::string> unpackedMotion;
     // The rate that exports and the summary use: the request's rate or, if the request gives none,
     // the survey's rate. If nullopt, the rate that the plug-in read is used.
     std::optional<double> framesPerSecond;
@@ -33,11 +38,14 @@ struct FileSurvey {
     // scene are then multiplied by this factor, and exports divide by it. 1 if nothing was
     // enlarged.
     double multiplied = 1.0;
+    // The skeletons of the files, one for each model. Empty if the files could not be read.
+    std::vector<survey::Outline> outlines;
 };
 
-// Surveys the files of the request. With Request::asIs no file is read. The result then contains
-// only the rate and the length multiplier of the request. With Preset::Cmu, the preset's value is
-// used if the request does not give one.
+// Surveys the files of the request. With Request::asIs, files are read only if they are packed or
+// if bones are to be built, and no finding is reported but that a packed file cannot be read. The
+// result then contains the rate and the length multiplier of the request and, for bones, the
+// outlines. With Preset::Cmu, the preset's value is used if the request does not give one.
 FileSurvey SurveyFiles(const Request& request, text::Storage& storage);
 
 }  // namespace take

@@ -8,54 +8,64 @@
 #include "survey/finding_text.h"
 #include "take/callback.h"
 #include "take/file_survey.h"
+#include "take/input_text.h"
 #include "take/original_lines.h"
 #include "take/session_lock.h"
 #include "take/utf8_characters.h"
 #include "text/byte_sink.h"
-#include "text/path_text.h"
 #include "text/wide_text.h"
 
 namespace take {
 namespace {
 
 // Makes the path absolute, which the plug-in needs. Symbolic links are not resolved, because the
-// plug-in names the model after the file.
-std::wstring AbsolutePath(const std::string& path) {
+// plug-in names the model after the file. If the file has no path, the result is what messages
+// show.
+std::wstring AbsolutePath(const InputFile& file) {
+    if (!file.name.empty()) return text::DecodeUtf8(file.path);
     std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-    return text::DecodeUtf8(error ? path : absolute.string());
+    const std::filesystem::path absolute = std::filesystem::absolute(file.path, error);
+    return text::DecodeUtf8(error ? file.path : absolute.string());
 }
 
 // The paths of the files that the plug-in reads. The destructor removes those that are temporary.
 class PluginFiles {
   public:
-    // Writes the mended texts, and the files that exist only in memory, to a temporary folder of
-    // the storage. Empties each mended text after it was written, so that its memory is free during
-    // the import. Throws text::WriteError.
+    // Writes the mended and the unpacked texts, and the files that exist only in memory, to a
+    // temporary folder of the storage. Empties each mended or unpacked text after it was written,
+    // so that its memory is free during the import. Throws text::WriteError.
     PluginFiles(const Request& request, FileSurvey& survey, text::Storage& storage) {
-        const std::size_t bytes = SizeOf(request.file, survey.file) +
-                                  (request.motion ? SizeOf(*request.motion, survey.motion) : 0);
-        file_ = PathOf(request.file, survey.file, bytes, storage);
-        if (request.motion) motion_ = PathOf(*request.motion, survey.motion, bytes, storage);
+        std::string* const file = NewText(survey.file, survey.unpackedFile);
+        std::string* const motion = NewText(survey.motion, survey.unpackedMotion);
+        const std::size_t bytes =
+            SizeOf(request.file, file) + (request.motion ? SizeOf(*request.motion, motion) : 0);
+        file_ = PathOf(request.file, file, bytes, storage);
+        if (request.motion) motion_ = PathOf(*request.motion, motion, bytes, storage);
     }
 
     const std::wstring& File() const { return file_; }
     const std::wstring& Motion() const { return motion_; }  // empty if there is no motion
 
   private:
-    static std::size_t SizeOf(const InputFile& file,
-                              const std::optional<survey::MendedText>& mended) {
-        if (mended) return mended->text.size();
+    // The text that the survey made for the plug-in; null if it made none.
+    static std::string* NewText(std::optional<survey::MendedText>& mended,
+                                std::optional<std::string>& unpacked) {
+        if (mended) return &mended->text;
+        return unpacked ? &*unpacked : nullptr;
+    }
+
+    static std::size_t SizeOf(const InputFile& file, const std::string* newText) {
+        if (newText) return newText->size();
         return file.content ? file.content->size() : 0;
     }
 
-    std::wstring PathOf(const InputFile& file, std::optional<survey::MendedText>& mended,
-                        std::size_t bytes, text::Storage& storage) {
-        if (!mended && !file.content) return AbsolutePath(file.path);
+    std::wstring PathOf(const InputFile& file, std::string* newText, std::size_t bytes,
+                        text::Storage& storage) {
+        if (!newText && !file.content) return AbsolutePath(file);
         if (!folder_) folder_ = storage.MakeTemporaryFolder(bytes);
-        const std::string name(text::NamePart(file.path));
-        const std::string path = folder_->Write(name, mended ? mended->text : *file.content);
-        if (mended) mended->text = std::string();
+        const std::string path =
+            folder_->Write(PlainName(file), newText ? *newText : *file.content);
+        if (newText) *newText = std::string();
         return text::DecodeUtf8(path);
     }
 
@@ -116,10 +126,9 @@ const FormatTraits& TraitsOf(Format format) {
 // recorded the paths of temporary files there.
 void NameFiles(const Request& request, USERINPUT& input) {
     const FormatTraits& traits = TraitsOf(request.format);
-    input.*traits.file = AbsolutePath(request.file.path).c_str();
+    input.*traits.file = AbsolutePath(request.file).c_str();
     if (!traits.motion) return;
-    input.*traits.motion =
-        request.motion ? AbsolutePath(request.motion->path).c_str() : Zelk::CString();
+    input.*traits.motion = request.motion ? AbsolutePath(*request.motion).c_str() : Zelk::CString();
 }
 
 // Lets the plug-in import the files. A line number in the log that counts the lines of a mended
@@ -174,6 +183,7 @@ Result Import(const Plugin& plugin, const Request& request, text::Storage& stora
     result.statedRate = survey.statedRate;
     result.lengthMultiplier = survey.lengthMultiplier;
     result.multiplied = survey.multiplied;
+    result.outlines = std::move(survey.outlines);
     if (listener.onSurveyed) listener.onSurveyed(result.findings, result.isRefused);
     try {
         if (!result.isRefused) CallPlugin(plugin, request, survey, storage, listener, result);

@@ -14,6 +14,7 @@
 
 #include "headless/session.h"
 #include "plugin/user_input.h"
+#include "survey/outline.h"
 #include "take/findings.h"
 #include "take/listener.h"
 #include "take/outcome.h"
@@ -29,18 +30,20 @@ namespace take {
 // may keep any number of results, and several threads may read one result at once.
 struct Result {
     Outcome outcome;
-    // Why the plug-in was not called, in one line: a temporary file, with a mended text or with a
-    // file from memory, could not be written. Empty if the plug-in was called or if the files were
-    // refused.
+    // Why the plug-in was not called, in one line: a temporary file, with a mended or an unpacked
+    // text or with a file from memory, could not be written. Empty if the plug-in was called or if
+    // the files were refused.
     std::string problem;
-    // Whether the survey refused the files; the findings say why.
+    // Whether the survey refused the files, or a packed file could not be unpacked; the findings
+    // say why.
     bool isRefused = false;
-    // One element for each file; empty without a survey.
+    // One element for each file. Without a survey, one for each packed file that could not be
+    // unpacked.
     std::vector<FileFindings> findings;
 
     std::int32_t code = 0;          // what the callback returned; 0 even for a failed import
     headless::Recording recording;  // the scene (never null), log, progress bar and commands
-    USERINPUT userInput;            // the plug-in's record of its arguments, with absolute paths
+    USERINPUT userInput;            // the plug-in's record of the arguments, with absolute paths
 
     // The take's rate, if the request or the survey decided it. If nullopt, the take's rate is the
     // one at which the plug-in imported the motion.
@@ -56,6 +59,9 @@ struct Result {
     // scene are then multiplied by this factor, and exports divide by it. 1 if nothing was
     // enlarged.
     double multiplied = 1.0;
+    // The joints and end sites of the files, one outline for each model. Empty if the files could
+    // not be read, and with Request::asIs if nulls were built.
+    std::vector<survey::Outline> outlines;
 
     bool IsImported() const {
         return outcome.status == Status::Imported || outcome.status == Status::ImportedInPart;

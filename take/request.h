@@ -24,12 +24,18 @@ enum class Preset : std::uint8_t {
     None,  // the unit and the rate that the file states
 };
 
+// A file whose name ends in ".gz", in any letter case, is unpacked before it is read, wherever its
+// bytes come from. Its text is then treated as a file without ".gz" at the end of its name.
 struct InputFile {
     // The path as the user wrote it, in UTF-8. If the file does not name its model, the model is
     // named after the last part of the path.
     std::string path;
     // The file's bytes, if the caller has them in memory. If nullopt, the file is read from `path`.
     std::optional<std::string> content = std::nullopt;
+    // For a file that has no path, such as the standard input: the name that is used instead of the
+    // last part of `path`. `path` is then only shown in messages, and `content` must have the
+    // bytes.
+    std::string name{};
 };
 
 struct Request {

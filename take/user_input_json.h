@@ -7,7 +7,7 @@
 
 namespace take {
 
-// Returns the plug-in's record of its arguments as a JSON object.
+// Returns the plug-in's record of a command's arguments as a JSON object.
 ZKMOCAP_API std::string UserInputJson(const USERINPUT& input);
 
 }  // namespace take

@@ -3,6 +3,11 @@
 #include <cstddef>
 
 namespace text {
+namespace {
+
+constexpr std::string_view kGzip = ".gz";
+
+}  // namespace
 
 std::string_view FolderPart(std::string_view path) {
     return path.substr(0, path.rfind('/') + 1);  // without a slash, npos + 1 is 0
@@ -26,6 +31,14 @@ std::string LowerCaseExtension(std::string_view path) {
     for (char& character : extension)
         if (character >= 'A' && character <= 'Z') character = static_cast<char>(character + 32);
     return extension;
+}
+
+bool IsGzipName(std::string_view path) {
+    return LowerCaseExtension(path) == kGzip;
+}
+
+std::string_view WithoutGzip(std::string_view path) {
+    return IsGzipName(path) ? path.substr(0, path.size() - kGzip.size()) : path;
 }
 
 }  // namespace text

@@ -18,4 +18,9 @@ std::string_view WithoutExtension(std::string_view path);
 // A file that is named ".BVH" has the extension ".bvh" here. Empty if the name has no dot.
 std::string LowerCaseExtension(std::string_view path);
 
+// Whether the path names a file that is packed by gzip: it ends in ".gz", in any letter case.
+bool IsGzipName(std::string_view path);
+// The path without ".gz", if IsGzipName; otherwise the whole path.
+std::string_view WithoutGzip(std::string_view path);
+
 }  // namespace text

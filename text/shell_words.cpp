@@ -25,8 +25,9 @@ std::string Quoted(std::string_view word) {
     return quoted + '\'';
 }
 
-// Returns a command substitution that prints the word. Special bytes are written as escapes.
-// Between single quotes a line feed would break the command line in two.
+// Returns a command substitution that prints the word. Special bytes are written as escapes. Quoted
+// is not enough for a line feed: it would keep the line feed as it is, and the result would be two
+// lines of text. ShellWord must return one line.
 std::string Printed(std::string_view word) {
     std::string printed = "\"$(printf %b '";
     for (const char character : word) {

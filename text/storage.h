@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -10,6 +11,10 @@
 #include "text/api.h"
 
 namespace text {
+
+// Files and texts with this many bytes or more are refused, because the plug-in counts bytes in 32
+// bits.
+inline constexpr std::uint64_t kTooLarge = std::uint64_t{1} << 32;
 
 // A whole text that was read into memory, or the reason why it could not be read.
 class ZKMOCAP_API StoredText {

@@ -8,7 +8,9 @@ namespace textio {
 // large becomes infinite. If there is no number, the result is 0.
 double ToDouble(const char* text);
 
-// Returns what atoi returns for `text`: the low 32 bits of the number, or 0 if there is no number.
+// Returns what atoi of the GNU C library returns for `text`: the low 32 bits of the number, or 0 if
+// there is no number. Before that, a number outside the range of `long` is replaced by the nearest
+// number of that range.
 int ToInt(const char* text);
 
 // Reads a plain decimal number without copying its text. Such a number has an optional "-", then
@@ -16,8 +18,8 @@ int ToInt(const char* text);
 // plain decimals. Stores exactly the result of ToDouble in `value` and returns the end of the
 // number. Returns null if the number is zero or out of range, or if there is no plain decimal
 // number at `first`. In this case, use ToDouble. `last` is the end of the text. The byte at `last`
-// must be readable, and it must not be part of a number. The NUL at the end of a string is
-// suitable.
+// is read, too. It must not be a digit, a point or a "-", because it would be taken for a part of
+// the number. The NUL at the end of a string is suitable.
 const char* ReadPlainDecimal(const char* first, const char* last, double& value);
 
 }  // namespace textio

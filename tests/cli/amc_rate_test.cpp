@@ -1,7 +1,7 @@
 #include "cli/amc_rate.h"
 
 #include <gmock/gmock.h>
-#include <sstream>
+#include <string>
 
 namespace {
 
@@ -18,8 +18,7 @@ std::ostream& operator<<(std::ostream& out, const Amc& row) {
 class AmcRate : public testing::TestWithParam<Amc> {};
 
 TEST_P(AmcRate, IsStatedOnlyByTheFirstToken) {
-    std::istringstream file(GetParam().text);
-    EXPECT_EQ(cli::StatesRate(file), GetParam().states);
+    EXPECT_EQ(cli::StatesRate(GetParam().text), GetParam().states);
 }
 
 const Amc kAmcs[] = {

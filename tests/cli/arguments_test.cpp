@@ -174,6 +174,7 @@ TEST(ImportArguments, KeywordsMayHaveAnyLetterCase) {
     EXPECT_EQ(request.exports.up, exporters::UpAxis::Z);
     EXPECT_EQ(request.progress, cli::Progress::Off);
     EXPECT_EQ(std::get<dataset::Request>(Parse({"convert", "t", "--to", "GLTF", "--out-dir", "o"}))
+                  .formats.front()
                   .extension,
               ".gltf");
 }

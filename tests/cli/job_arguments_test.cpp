@@ -1,8 +1,10 @@
 #include "dataset/job_arguments.h"
 
 #include <gmock/gmock.h>
+#include <set>
 
 #include "cli/arguments.h"
+#include "export/formats.h"
 #include "text/shell_words.h"
 
 namespace {
@@ -20,15 +22,21 @@ std::string LineOf(const Job& job, const std::vector<const char*>& options) {
     return text::ShellLine(dataset::ImportArguments(job, RequestOf(options)));
 }
 
-const Job kBiovision{"t/walk.bvh", "", "walk.bvh", "walk.glb", ""};
-const Job kAcclaim{"t/a.amc", "t/s.asf", "a.amc", "a.glb", ""};
-const Job kSkeleton{"t/s.asf", "", "s.asf", "s.glb", ""};
+const Job kBiovision{"t/walk.bvh", "", "walk.bvh", {"walk.glb"}, ""};
+const Job kAcclaim{"t/a.amc", "t/s.asf", "a.amc", {"a.glb"}, ""};
+const Job kSkeleton{"t/s.asf", "", "s.asf", {"s.glb"}, ""};
 
 TEST(JobArguments, NameInputsAndOutput) {
     EXPECT_EQ(LineOf(kBiovision, {}),
               "import t/walk.bvh --progress=off --make-folders -o out/walk.glb");
     EXPECT_EQ(LineOf(kAcclaim, {}),
               "import t/s.asf t/a.amc --progress=off --make-folders -o out/a.glb");
+}
+
+TEST(JobArguments, NameEveryOutput) {
+    const Job job{"t/w.bvh", "", "w.bvh", {"w.glb", "w.npz"}, ""};
+    EXPECT_EQ(LineOf(job, {}),
+              "import t/w.bvh --progress=off --make-folders -o out/w.glb -o out/w.npz");
 }
 
 TEST(JobArguments, HaveTheOptionsInAFixedOrder) {
@@ -84,7 +92,7 @@ TEST(JobArguments, ResampleAtThePresetsRateOnlyForAcclaimFiles) {
 TEST(JobArguments, NameFilesThatLookLikeOptionsByAPath) {
     dataset::Request request = RequestOf({});
     request.outDir = "-out";
-    const Job job{"-s.bvh", "", "-s.bvh", "-s.glb", ""};
+    const Job job{"-s.bvh", "", "-s.bvh", {"-s.glb"}, ""};
     EXPECT_EQ(text::ShellLine(dataset::ImportArguments(job, request)),
               "import ./-s.bvh --progress=off --make-folders -o ./-out/-s.glb");
 }
@@ -112,6 +120,11 @@ TEST(JobArguments, AreParsedByImport) {
     EXPECT_EQ(import.outputs[0].path, "out/a.glb");
 }
 
+TEST(OptionsLine, NamesTheFormats) {
+    EXPECT_THAT(dataset::OptionsLine(RequestOf({})), HasSubstr(" .glb "));
+    EXPECT_THAT(dataset::OptionsLine(RequestOf({"--to", "json"})), HasSubstr(" .glb.json "));
+}
+
 TEST(OptionsLine, ChangesOnlyWithOptionsThatChangeOutputs) {
     const std::string line = dataset::OptionsLine(RequestOf({}));
     for (const std::vector<const char*>& options : std::vector<std::vector<const char*>>{
@@ -120,6 +133,32 @@ TEST(OptionsLine, ChangesOnlyWithOptionsThatChangeOutputs) {
     for (const std::vector<const char*>& options :
          std::vector<std::vector<const char*>>{{"-j3"}, {"--resume"}, {"--time-limit=9"}})
         EXPECT_EQ(dataset::OptionsLine(RequestOf(options)), line) << options[0];
+}
+
+std::string FormatsIn(const std::vector<const char*>& options) {
+    std::vector<const char*> words = {"convert", "t", "--out-dir", "out"};
+    words.insert(words.end(), options.begin(), options.end());
+    const auto request = std::get<dataset::Request>(cli::ParseArguments(words));
+    std::string list;
+    for (const dataset::OutputFormat& format : request.formats)
+        list += format.extension + format.sideExtension + ' ';
+    return list;
+}
+
+TEST(Formats, AreAListInAnyOrder) {
+    EXPECT_EQ(FormatsIn({"--to", "glb"}), ".glb ");
+    EXPECT_EQ(FormatsIn({"--to", "glb,npz"}), ".glb .npz ");
+    EXPECT_EQ(FormatsIn({"--to=NPZ,gltf"}), ".gltf.bin .npz ");
+    EXPECT_EQ(FormatsIn({"--to", "npz", "--to", "json,glb"}), ".glb .npz .json ");
+    EXPECT_EQ(FormatsIn({"--to", "glb,npz,glb", "--to", "npz"}), ".glb .npz ");
+}
+
+// Otherwise two outputs of one source could have the same path.
+TEST(Formats, HaveDifferentExtensions) {
+    std::set<std::string_view> extensions;
+    for (const exporters::Format& format : exporters::Formats())
+        for (const std::string_view extension : {format.extension, format.sideExtension})
+            EXPECT_TRUE(extension.empty() || extensions.insert(extension).second) << extension;
 }
 
 struct Wrong {
@@ -138,6 +177,9 @@ const Wrong kWrong[] = {
     {"NoOutDir", {"t", "--to", "json"}, "--out-dir"},
     {"EmptyOutDir", {"t", "--to", "json", "--out-dir", ""}, "--out-dir"},
     {"Format", {"t", "--to", "fbx", "--out-dir", "o"}, "--to fbx"},
+    {"OneFormatOfTwo", {"t", "--to", "json,fbx", "--out-dir", "o"}, "--to fbx"},
+    {"NoFormatAfterTheComma", {"t", "--to", "json,", "--out-dir", "o"}, "--to"},
+    {"EmptyFormat", {"t", "--to", "", "--out-dir", "o"}, "--to"},
     {"NoJobs", {"t", "--to", "json", "--out-dir", "o", "-j0"}, "--jobs 0"},
     {"HalfAJob", {"t", "--to", "json", "--out-dir", "o", "-j", "1.5"}, "--jobs 1.5"},
     {"ManyJobs", {"t", "--to", "json", "--out-dir", "o", "-j", "1e9"}, "--jobs 1e9"},

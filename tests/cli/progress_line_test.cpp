@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <limits>
 
+#include "cli/columns.h"
+#include "text/wide_text.h"
+
 namespace {
 
 using headless::BarEvent;
@@ -93,6 +96,31 @@ TEST_F(ProgressLine, IsNotRedrawnForEveryEvent) {
     for (int value = 0; value < 32000; ++value)
         line.Receive({Kind::Value, value, {}});
     EXPECT_EQ(text_, first);
+}
+
+TEST_F(ProgressLine, ShowsACaptionWithAShareOfItsBar) {
+    cli::ProgressLine line = Line(80);
+    line.Show(L"Writing walk.glb...", 0.29);
+    EXPECT_EQ(Last(), "Writing walk.glb...  [######                  ]  29%");
+    line.Show(L"Writing walk.glb...", 1.5);
+    EXPECT_THAT(Last(), EndsWith("100%"));
+}
+
+TEST_F(ProgressLine, ShowsACaptionAloneWithinTheTerminal) {
+    for (int columns = 1; columns <= 30; ++columns) {
+        cli::ProgressLine line = Line(columns);
+        line.Show(L"Reading walk.bvh...", std::nullopt);
+        EXPECT_EQ(Last() == "Reading walk.bvh...", columns >= 20) << columns;
+        EXPECT_LE(cli::DisplayWidth(text::DecodeUtf8(Last())), std::max(columns - 1, 1));
+    }
+}
+
+TEST_F(ProgressLine, IsDrawnAtOnceAfterItWasErased) {
+    cli::ProgressLine line = Line(80, 3'600'000);
+    line.Show(L"Reading walk.bvh...", std::nullopt);
+    line.Erase();
+    line.Show(L"Importing Motion...", 0.0);
+    EXPECT_THAT(Last(), StartsWith("Importing Motion..."));
 }
 
 TEST_F(ProgressLine, EscapesControlsInTheCaption) {

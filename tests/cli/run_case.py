@@ -11,6 +11,9 @@ A case is a text file of lines "KEY: VALUE"; "#" begins a comment line.
   terminal: COLUMNS   stdout and stderr are a terminal of that width ("tty" below)
   interrupt: REGEX    presses Ctrl-C when the text on the terminal matches
   signal: REGEX       sends SIGINT when stderr matches (hangup: SIGHUP)
+  stdin: PATH         stdin is this file of the folder; "closed": stdin is not open
+  stop after: NUMBER  stdin is a pipe that stays open; sends SIGINT after this number of blanks, of
+                      which zkhost must have read some if they are more than a pipe holds
   stdout: PATH        stdout is written to this path; "closed": stdout is not open
   exit: STATUS        the expected exit status; without this line it is 0
   out: REGEX          a line of stdout matches (also err:, tty:); "out!:" no line matches
@@ -35,7 +38,7 @@ import tempfile
 import termios
 
 HERE = pathlib.Path(__file__).resolve().parent
-RUN_KEYS = {"env", "terminal", "interrupt", "signal", "hangup", "stdout", "exit", "out", "out!", "out=", "err", "err!",
+RUN_KEYS = {"env", "terminal", "interrupt", "signal", "hangup", "stdin", "stop after", "stdout", "exit", "out", "out!", "out=", "err", "err!",
             "err=", "tty", "tty!", "json", "files"}
 LIMIT = 120
 
@@ -77,13 +80,33 @@ def environment(details):
     return variables
 
 
-def run_plain(command, folder, variables, interrupt, stdout, sent=signal.SIGINT):
+def open_input(name, folder):
+    """Returns what Popen takes as stdin. A closed stdin is closed by close_streams."""
+    return os.open(folder / name, os.O_RDONLY) if name and name != "closed" else subprocess.DEVNULL
+
+
+def run_plain(command, folder, variables, interrupt, values, sent=signal.SIGINT):
+    stdout = values.get("stdout")
     to_file = stdout and stdout != "closed"
     target = open(stdout, "wb") if to_file else subprocess.PIPE
-    close = (lambda: os.close(1)) if stdout == "closed" else None
-    process = subprocess.Popen(command, cwd=folder, env=variables, stdin=subprocess.DEVNULL,
-                               stdout=target, stderr=subprocess.PIPE, preexec_fn=close, bufsize=0)
+    closed = [number for number, key in enumerate(("stdin", "stdout")) if values.get(key) == "closed"]
+
+    def close_streams():
+        for number in closed:
+            os.close(number)
+
+    source = subprocess.PIPE if "stop after" in values else open_input(values.get("stdin"), folder)
+    process = subprocess.Popen(command, cwd=folder, env=variables, stdin=source,
+                               stdout=target, stderr=subprocess.PIPE, preexec_fn=close_streams, bufsize=0)
     shown = b""
+    if "stop after" in values:
+        rest = int(values["stop after"])
+        while rest > 0:
+            rest -= process.stdin.write(b" " * rest)
+        process.send_signal(sent)
+        process.wait(timeout=LIMIT)
+    elif source != subprocess.DEVNULL:
+        os.close(source)
     while interrupt:
         piece = process.stderr.read(65536)
         shown += piece
@@ -168,7 +191,7 @@ def run_step(step, folder, options):
     else:
         sent = signal.SIGHUP if "hangup" in values else signal.SIGINT
         status, streams = run_plain(command, folder, variables,
-                                    values.get("signal") or values.get("hangup"), values.get("stdout"), sent)
+                                    values.get("signal") or values.get("hangup"), values, sent)
     problems = check(details, status, streams, folder)
     if problems:
         for name, text in streams.items():

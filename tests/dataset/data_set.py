@@ -1,11 +1,13 @@
 """The base class of the tests of "zkhost convert": it has a temporary folder for a data set.
 
-usage of each test: test_THEME.py ZKHOST PLUGIN STAND_IN [UNITTEST ARGUMENTS]
+usage of each test: test_THEME.py ZKHOST PLUGIN STAND_IN FULL_DISK [UNITTEST ARGUMENTS]
 """
 
 import csv
 import os
 import pathlib
+import re
+import resource
 import shlex
 import subprocess
 import sys
@@ -15,6 +17,7 @@ import unittest
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples"
 LIMIT = 120
+TOOK = r"[0-9.]+ s, [0-9.]+ files a second"
 HEADER = ["source", "output", "status", "joints", "frames", "fps", "seconds", "first error",
           "warnings", "findings"]
 
@@ -67,8 +70,13 @@ def amc(frames=2):
     return "\n".join(lines) + "\n"
 
 
+def file_size_limit(size):
+    """Returns a function for `prepare` that limits the size of files to `size` bytes."""
+    return lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+
+
 class DataSet(unittest.TestCase):
-    zkhost = plugin = stand_in = ""
+    zkhost = plugin = stand_in = full_disk = took = ""
     maxDiff = None
 
     def setUp(self):
@@ -117,13 +125,14 @@ class DataSet(unittest.TestCase):
         return [self.zkhost, "convert", *shlex.split(line), "--to", to, "--out-dir", out,
                 "--plugin", plugin or self.plugin]
 
-    def convert(self, line, status=0, prepare=None, **how):
-        """Runs zkhost convert. Returns its stdout and its stderr."""
-        run = subprocess.run(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL,
+    def convert(self, line, status=0, prepare=None, env=None, **how):
+        """Runs zkhost convert. Returns its stdout, without the line about the time (self.took), and its stderr."""
+        run = subprocess.run(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL, env=env,
                              capture_output=True, timeout=LIMIT, preexec_fn=prepare)
         out, err = (text.decode("utf-8", "surrogateescape") for text in (run.stdout, run.stderr))
         self.assertEqual(run.returncode, status, f"\nstdout: {out}\nstderr: {err}")
-        return out, err
+        self.took = "".join(re.findall(TOOK, out))
+        return re.sub(f"{TOOK}\n", "", out), err
 
     def start(self, line, **how):
         return subprocess.Popen(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL,
@@ -145,6 +154,6 @@ class DataSet(unittest.TestCase):
 
 
 def main():
-    DataSet.zkhost, DataSet.plugin, DataSet.stand_in = sys.argv[1:4]
-    del sys.argv[1:4]
+    DataSet.zkhost, DataSet.plugin, DataSet.stand_in, DataSet.full_disk = sys.argv[1:5]
+    del sys.argv[1:5]
     unittest.main(verbosity=2)

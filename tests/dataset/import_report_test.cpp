@@ -19,7 +19,9 @@ void ExpectSame(const ImportReport& report) {
     EXPECT_EQ(read->frames, report.frames);
     EXPECT_EQ(read->framesPerSecond, report.framesPerSecond);
     EXPECT_EQ(read->seconds, report.seconds);
-    EXPECT_EQ(read->written, report.written);
+    EXPECT_EQ(read->outputs, report.outputs);
+    EXPECT_EQ(read->loadMilliseconds, report.loadMilliseconds);
+    EXPECT_EQ(read->diskIsFull, report.diskIsFull);
     EXPECT_EQ(read->error, report.error);
     EXPECT_EQ(read->refused, report.refused);
     ASSERT_EQ(read->findings.size(), report.findings.size());
@@ -32,20 +34,15 @@ void ExpectSame(const ImportReport& report) {
 
 TEST(ImportReport, IsReadBack) {
     ExpectSame({});
-    ExpectSame({31, 120, 1.0 / 0.0083333, 3.1, true, "", false, {}});
-    ExpectSame({1,
-                0,
-                std::nullopt,
-                std::nullopt,
-                false,
-                "ERROR (LINE 1): \"a\\b\"\n\x1b[31m 歩",
-                false,
-                {}});
+    ExpectSame(
+        {31, 120, 1.0 / 0.0083333, 3.1, {1.25, std::nullopt, 0.0}, "", false, {}, 12.5, true});
+    ExpectSame(
+        {1, 0, std::nullopt, std::nullopt, {}, "ERROR (LINE 1): \"a\\b\"\n\x1b[31m 歩", false, {}});
     ExpectSame({0,
                 0,
                 std::nullopt,
                 std::nullopt,
-                false,
+                {std::nullopt},
                 "3:1: error: x",
                 true,
                 {{"row-length", "error", "a.bvh:3:1: error: x\n"},
@@ -56,9 +53,11 @@ TEST(ImportReport, IsReadBack) {
 TEST(ImportReport, IsNotReadFromOtherTexts) {
     for (const char* text :
          {"", "{}", "walk.bvh: 1 model imported", "[1, 2]", R"({"joints": -)",
-          R"({"joints":"a","frames":1,"fps":null,"seconds":null,"written":true,"error":""})",
-          R"({"joints":1,"frames":1,"fps":null,"seconds":null,"written":true,"error":"",
-              "refused":false,"findings":[["a"]]})"})
+          R"({"joints":"a","frames":1,"fps":null,"seconds":null,"outputs":[1.5],"error":""})",
+          R"({"joints":1,"frames":1,"fps":null,"seconds":null,"outputs":[1.5],"error":"",
+              "refused":false,"findings":[["a"]],"load_ms":1,"disk_full":false})",
+          R"({"joints":1,"frames":1,"fps":null,"seconds":null,"outputs":[true],"error":"",
+              "refused":false,"findings":[],"load_ms":1,"disk_full":false})"})
         EXPECT_EQ(ReadReport(text), std::nullopt) << text;
 }
 

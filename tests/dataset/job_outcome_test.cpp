@@ -8,7 +8,7 @@ using dataset::IndexRow;
 using dataset::JobStatus;
 using dataset::ProcessEnd;
 
-const dataset::Job kJob{"t/walk.bvh", "", "walk.bvh", "walk.glb", ""};
+const dataset::Job kJob{"t/walk.bvh", "", "walk.bvh", {"walk.glb"}, ""};
 
 // Returns the end of a process that was not killed.
 ProcessEnd Ended(int exitStatus, const std::string& output = "", const std::string& errors = "") {
@@ -20,7 +20,8 @@ ProcessEnd Ended(int exitStatus, const std::string& output = "", const std::stri
 }
 
 std::string LineOf(const std::string& error, bool written) {
-    return dataset::ReportLine({3, 4, 30.000300003, 0.5, written, error, false, {}});
+    const std::optional<double> milliseconds = written ? std::optional(1.5) : std::nullopt;
+    return dataset::ReportLine({3, 4, 30.000300003, 0.5, {milliseconds}, error, false, {}});
 }
 
 struct Row {
@@ -88,8 +89,22 @@ TEST_P(JobOutcome, IsAsExpected) {
 INSTANTIATE_TEST_SUITE_P(, JobOutcome, testing::ValuesIn(kRows),
                          [](const auto& row) { return row.param.name; });
 
+TEST(OutputsOfARow, AreThoseThatWereWritten) {
+    const dataset::Job job{"t/a.bvh", "", "a.bvh", {"a.glb", "a.npz", "a.json"}, ""};
+    const auto output = [&](std::vector<std::optional<double>> written) {
+        dataset::ImportReport report;
+        report.outputs = std::move(written);
+        return dataset::JudgeJob(job, Ended(0, dataset::ReportLine(report))).output;
+    };
+    EXPECT_EQ(output({1.0, 2.0, 0.0}), "a.glb|a.npz|a.json");
+    EXPECT_EQ(output({1.0, std::nullopt, 0.0}), "a.glb|a.json");
+    EXPECT_EQ(output({std::nullopt, std::nullopt, 1.0}), "a.json");
+    EXPECT_EQ(output({std::nullopt, std::nullopt, std::nullopt}), "");
+    EXPECT_EQ(output({}), "");
+}
+
 TEST(RefusedJob, IsAFailure) {
-    const IndexRow row = dataset::RefusedRow({"t/a.amc", "", "a.amc", "", "no skeleton"});
+    const IndexRow row = dataset::RefusedRow({"t/a.amc", "", "a.amc", {}, "no skeleton"});
     EXPECT_EQ(row.status, JobStatus::Failed);
     EXPECT_EQ(row.error, "no skeleton");
 }
@@ -116,12 +131,24 @@ TEST(JobFindings, AreCountedAndNamedInTheRow) {
 }
 
 TEST(JobFindings, AreReportedExceptNotes) {
-    const dataset::ReportedFindings findings = dataset::FindingsOf(EndWithFindings(true));
-    EXPECT_TRUE(findings.refused);
-    EXPECT_EQ(findings.lines,
+    const dataset::JobDetails details = dataset::DetailsOf(EndWithFindings(true));
+    EXPECT_TRUE(details.refused);
+    EXPECT_EQ(details.findings,
               "walk.bvh:2:1: warning: b\nwalk.bvh:3:1: x\nwalk.amc:4:1: warning: c\n");
-    EXPECT_FALSE(dataset::FindingsOf(EndWithFindings(false)).refused);
-    EXPECT_EQ(dataset::FindingsOf(Ended(77)).lines, "");
+    EXPECT_FALSE(dataset::DetailsOf(EndWithFindings(false)).refused);
+    EXPECT_EQ(dataset::DetailsOf(Ended(77)).findings, "");
+}
+
+TEST(JobTimes, AreThoseOfTheImportAndOfAllOutputs) {
+    dataset::ImportReport report;
+    report.loadMilliseconds = 4.0;
+    report.outputs = {1.5, std::nullopt, 2.0};
+    const dataset::JobDetails details = dataset::DetailsOf(Ended(3, dataset::ReportLine(report)));
+    EXPECT_EQ(details.loadMilliseconds, 4.0);
+    EXPECT_EQ(details.writeMilliseconds, 3.5);
+    EXPECT_TRUE(details.wasRun);
+    EXPECT_TRUE(dataset::DetailsOf(Ended(77)).wasRun);
+    EXPECT_EQ(dataset::DetailsOf(Ended(77)).loadMilliseconds, 0.0);
 }
 
 }  // namespace

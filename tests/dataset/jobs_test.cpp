@@ -25,14 +25,14 @@ class Jobs : public testing::Test {
         dataset::Request request;
         for (const std::string& name : names)
             request.paths.push_back(folder_.Path(name));
-        request.extension = extension;
+        request.formats = {{extension}};
         request.outDir = folder_.Path(outDir_);
         if (!skeleton.empty()) request.skeleton = folder_.Path(skeleton);
         std::vector<std::string> list;
         for (const dataset::Job& job : dataset::ListJobs(request)) {
             std::string text = job.skeleton.empty() ? "" : Short(job.skeleton) + " + ";
             text += Short(job.source);
-            text += job.refusal.empty() ? " > " + job.output : " ! " + Short(job.refusal);
+            text += job.refusal.empty() ? " > " + job.outputs.front() : " ! " + Short(job.refusal);
             list.push_back(text);
         }
         return list;

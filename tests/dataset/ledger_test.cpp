@@ -11,11 +11,12 @@ using dataset::Job;
 using dataset::JobStatus;
 using dataset::Ledger;
 
-const Job kWalk{"t/walk, \"1\"\n.bvh", "", "walk.bvh", "walk.glb", ""};
-const Job kTake{"t/07_01.amc", "t/07.asf", "07_01.amc", "07_01.glb", ""};
+const Job kWalk{"t/walk, \"1\"\n.bvh", "", "walk.bvh", {"walk.glb"}, ""};
+const Job kTake{"t/07_01.amc", "t/07.asf", "07_01.amc", {"07_01.glb"}, ""};
 
 IndexRow RowOf(const Job& job, JobStatus status = JobStatus::Ok) {
-    return {job.source, job.output, status, "31", "120", "60", "2", "", "1", "row-cut"};
+    return {job.source, dataset::OutputField(job.outputs), status, "31", "120", "60", "2", "", "1",
+            "row-cut"};
 }
 
 class LedgerFile : public testing::Test {
@@ -37,7 +38,7 @@ TEST_F(LedgerFile, ReadsBackJobsThatSucceeded) {
         const IndexRow* row = ledger.Find(job);
         ASSERT_NE(row, nullptr);
         EXPECT_EQ(row->source, job.source);
-        EXPECT_EQ(row->output, job.output);
+        EXPECT_EQ(row->output, dataset::OutputField(job.outputs));
         EXPECT_EQ(row->status, JobStatus::Ok);
         EXPECT_EQ(row->joints + ' ' + row->frames + ' ' + row->framesPerSecond + ' ' + row->seconds,
                   "31 120 60 2");
@@ -64,8 +65,27 @@ TEST_F(LedgerFile, FindsAJobOnlyWithTheSameInputsAndOutput) {
     other.skeleton = "t/08.asf";
     EXPECT_EQ(ledger.Find(other), nullptr);
     other = kTake;
-    other.output = "07_01.amc.glb";
+    other.outputs = {"07_01.amc.glb"};
     EXPECT_EQ(ledger.Find(other), nullptr);
+    other.outputs = {"07_01.glb", "07_01.npz"};
+    EXPECT_EQ(ledger.Find(other), nullptr);
+}
+
+TEST_F(LedgerFile, HoldsTheSizesOfAllFiles) {
+    Job job = kTake;
+    job.outputs = {"a.gltf", "a.npz"};
+    job.sideOutputs = {"a.bin"};
+    for (const char* name : {"a.gltf", "a.npz", "a.bin"})
+        folder_.Write(name, "four");
+    Ledger(Path(), "options").Start({job}, {RowOf(job)});
+    Ledger ledger(Path(), "options");
+    ledger.Read();
+    EXPECT_NE(ledger.Find(job), nullptr);
+    for (const char* name : {"a.gltf", "a.npz", "a.bin"}) {
+        folder_.Write(name, "fiver");
+        EXPECT_EQ(ledger.Find(job), nullptr) << name;
+        folder_.Write(name, "four");
+    }
 }
 
 TEST_F(LedgerFile, IsUsedOnlyWithTheSameOptions) {

@@ -5,7 +5,7 @@ import pty
 import shlex
 import subprocess
 
-from data_set import ASF, SAMPLES, DataSet, amc, bvh, main
+from data_set import ASF, SAMPLES, TOOK, DataSet, amc, bvh, main
 
 
 class Outputs(DataSet):
@@ -16,7 +16,7 @@ class Outputs(DataSet):
         self.put("takes/notes.txt", "nothing")
         out, err = self.convert("takes")
         self.assertEqual(set(self.tree()), {"07/07_01.json", "walk.json", "index.csv", ".zkhost-convert"})
-        self.assertEqual(out, "2 converted\n  rate-missing: 1 file\nout/index.csv\n")
+        self.assertEqual(out, "2 files: 2 converted\n  rate-missing: 1 file\nout/index.csv\n")
         self.assertRegex(err, r"^takes/07/07_01.amc: warning: .* \[rate-missing\]\n$")
 
     def test_each_is_what_import_makes(self):
@@ -38,6 +38,30 @@ class Outputs(DataSet):
             self.assertEqual(set(made) - set(alone), {"index.csv", ".zkhost-convert"})
             self.assertEqual({name: made[name] for name in alone}, alone)
             self.assertEqual(len(alone), 4 if to == "gltf" else 2)
+
+    def test_several_formats_come_from_one_import(self):
+        for name in ("walk.asf", "walk.amc", "run.bvh"):
+            self.put(f"takes/{name}", (SAMPLES / name.replace("run", "walk")).read_bytes())
+        self.put_broken("takes/07/broken.bvh")
+        self.convert("takes", status=4, to="npz,gltf,json")
+        self.assertEqual({row["source"]: row["output"] for row in self.index()},
+                         {"takes/07/broken.bvh": "07/broken.json", "takes/run.bvh": "run.gltf|run.npz|run.json",
+                          "takes/walk.amc": "walk.gltf|walk.npz|walk.json"})
+        made = self.tree()
+        alone = {}
+        for to in ("gltf", "npz", "json"):
+            self.convert("takes", status=4, to=to, out=to)
+            alone.update(self.tree(to))
+        self.assertEqual(set(made), set(alone))
+        own = ("index.csv", ".zkhost-convert")
+        self.assertEqual({name: made[name] for name in made if name not in own},
+                         {name: alone[name] for name in alone if name not in own})
+
+    def test_the_order_of_formats_does_not_matter(self):
+        self.put_samples(3)
+        self.convert("takes", to="glb,npz", out="one")
+        self.convert("takes --to GLB", to="npz,glb", out="other")
+        self.assertEqual(self.tree("one"), self.tree("other"))
 
     def test_bytes_do_not_depend_on_the_number_of_processes(self):
         self.put_samples(20)
@@ -115,7 +139,7 @@ class Index(DataSet):
         self.assertIn("takes/broken.bvh: ERROR (LINE 4): Expected a float value for OFFSET y\n", err)
         failures = [row for row in self.index() if row["status"] != "ok"]
         self.assertEqual(err.count("\n"), len(failures))
-        self.assertRegex(out, r"^\d converted, 1 imported in part, \d failed\nout/index.csv\n$")
+        self.assertRegex(out, r"^\d files: \d converted, 1 imported in part, \d failed\nout/index.csv\n$")
 
     def test_it_lists_what_the_survey_found(self):
         self.put("takes/07.asf", ASF)
@@ -184,11 +208,11 @@ class Collisions(DataSet):
         self.assertIn("would collide with that of takes/walk.BVH", err)
 
     def test_one_relative_path_from_two_folders_is_refused(self):
-        self.put("a/w.bvh", bvh())
-        self.put("b/w.bvh", bvh())
+        for name in ("a/w.bvh", "b/w.bvh", "a/run.bvh"):
+            self.put(name, bvh())
         self.convert("a b", status=4)
-        self.assertEqual(self.statuses(), {"a/w.bvh": "failed", "b/w.bvh": "failed"})
-        self.assertEqual(self.outputs(), 0)
+        self.assertEqual(self.statuses(), {"a/w.bvh": "failed", "b/w.bvh": "failed", "a/run.bvh": "ok"})
+        self.assertEqual(self.outputs(), 1)
 
     def test_a_folder_may_be_called_anything(self):
         for number, folder in enumerate(("[a,b]", "[]", "-j")):
@@ -205,12 +229,10 @@ class Collisions(DataSet):
         for name, content in (("w.bvh", bvh()), ("07.asf", ASF), ("07_1.amc", amc())):
             self.put(f"takes/{name}", content)
         before = self.tree("takes")
-        _, err = self.convert("takes", status=4, to="bvh", out="takes")
+        _, err = self.convert("takes", status=2, to="npz,bvh", out="takes")
         self.assertIn("takes/w.bvh: its output would overwrite takes/w.bvh\n", err)
         self.assertIn("takes/07_1.amc: its output would be in an input folder", err)
-        after = self.tree("takes")
-        self.assertEqual({name: after[name] for name in before}, before)
-        self.assertEqual(set(after) - set(before), {"index.csv", ".zkhost-convert"})
+        self.assertEqual(self.tree("takes"), before)
         # An output folder inside the input folder is not searched.
         for _ in range(2):
             self.convert("takes", to="bvh", out="takes/out")
@@ -227,6 +249,26 @@ class Usage(DataSet):
         self.convert("walk.bvh", status=2, to="fbx")
         self.convert("walk.bvh", status=2, plugin="none.so")
         self.assertFalse((self.folder / "out").exists())
+
+    def test_nothing_is_written_if_every_file_is_refused(self):
+        self.put("takes/a.amc", amc())
+        self.put("takes/b.amc", amc())
+        for line in ("takes", "takes --resume", "takes --plan"):
+            out, err = self.convert(line, status=2, out="new/out")
+            self.assertEqual(out, "")
+            self.assertEqual([text[:18] for text in err.splitlines()[:2]], ["takes/a.amc: no sk", "takes/b.amc: no sk"])
+            self.assertIn("zkhost: nothing to convert: every file was refused\n", err)
+            self.assertFalse((self.folder / "new").exists())
+
+    def test_nothing_is_written_if_the_output_folder_cannot_be_created(self):
+        self.put("walk.bvh", bvh())
+        self.put("file", "mine")
+        before = self.tree(".")
+        for out in ("file", "file/out", f"new/{'x' * 300}"):
+            _, err = self.convert("walk.bvh", status=3, out=out)
+            self.assertIn(f"zkhost: cannot create {out}: ", err)
+            self.assertEqual(self.tree("."), before)
+            self.assertEqual({path.name for path in self.folder.iterdir()}, {"walk.bvh", "file"})
 
     def test_help_fits_a_screen(self):
         out, _ = self.convert("--help")
@@ -248,9 +290,24 @@ class Usage(DataSet):
             pass
         self.assertEqual(run.wait(), 4)
         text = shown.decode()
+        self.assertTrue(text.startswith("\r\x1b[K0 of 4 done"), text)
         self.assertRegex(text, r"\d of 4 done, 1 failed  \[#+ *\] +\d+%")
         self.assertIn("takes/bro\\x1bken.bvh:4:10: error: ", text)
-        self.assertTrue(text.replace("\r\n", "\n").endswith("\r\x1b[K3 converted, 1 failed\n  number-bad: 1 file\nout/index.csv\n"), text)
+        self.assertRegex(text.replace("\r\n", "\n"), rf"\r\x1b\[K4 files: 3 converted, 1 failed\n  number-bad: 1 file\n{TOOK}\nout/index.csv\n$")
+
+    def test_the_summary_tells_the_time(self):
+        self.put_samples(3)
+        self.put_broken("takes/broken.bvh")
+        out, _ = self.convert("takes", status=4)
+        self.assertEqual(out, "4 files: 3 converted, 1 failed\n  number-bad: 1 file\nout/index.csv\n")
+        self.assertTrue(self.took)
+        out, _ = self.convert("takes --resume --timing", status=4, to="json")
+        self.assertRegex(out, r"^4 files: 0 converted, 3 up to date, 1 failed\n  number-bad: 1 file\n"
+                         r"load_ms=[\d.]+\nwrite_ms=[\d.]+\nfiles_per_second=[\d.]+\nout/index.csv\n$")
+        (self.folder / "takes/broken.bvh").unlink()
+        out, _ = self.convert("takes --resume")
+        self.assertEqual(out, "3 files: 0 converted, 3 up to date\nout/index.csv\n")
+        self.assertEqual(self.took, "")
 
 
 if __name__ == "__main__":

@@ -28,13 +28,13 @@ class Plan(DataSet):
         return {path: content for path, content in self.tree(name).items()
                 if path not in ("index.csv", ".zkhost-convert")}
 
-    def check_outputs(self, to):
-        """Checks that convert writes the same outputs as those that the plan wrote to out/."""
+    def check_outputs(self, to, files=1):
+        """Checks that convert writes the same outputs as those that the plan wrote to out/, `files` for each take."""
         made = self.outputs_of("out")
         os.rename(self.folder / "out", self.folder / "by_plan")
         self.convert("takes --bones", to=to)
         self.assertEqual(self.outputs_of("out"), made)
-        self.assertEqual(len(made), 8)
+        self.assertEqual(len(made), 8 * files)
 
     def test_it_creates_nothing(self):
         self.put_data_set()
@@ -47,6 +47,13 @@ class Plan(DataSet):
         self.assertEqual(text.count("\n"), 8)
         self.assertTrue(all(line.startswith(f"{self.zkhost} import ") for line in text.splitlines()))
         self.assertIn(" import takes/07/07.asf takes/07/07_01.amc ", text)
+
+    def test_a_line_writes_all_formats(self):
+        self.put_data_set()
+        text, _ = self.plan("takes --bones", to="gltf,npz")
+        self.assertIn(" --make-folders -o out/walk.gltf -o out/walk.npz\n", text)
+        subprocess.run(["sh", "plan.sh"], cwd=self.folder, check=True, capture_output=True)
+        self.check_outputs("gltf,npz", files=3)
 
     def test_a_shell_runs_it(self):
         self.put_data_set()
@@ -64,18 +71,39 @@ class Plan(DataSet):
                            capture_output=True, env=dict(os.environ, HOME=str(self.folder)))
         self.check_outputs("glb")
 
+    def run_slurm_task(self, task, tasks):
+        """Runs one task of an array with the script of the manual. Returns its exit status and its stderr."""
+        script = re.search(r"```bash\n(#!/bin/bash\n#SBATCH.*?)```", MANUAL.read_text(encoding="utf-8"), re.S)
+        (self.folder / "job.sh").write_text(script[1], encoding="utf-8")
+        run = subprocess.run(["bash", "job.sh"], cwd=self.folder, check=False, capture_output=True,
+                             env=dict(os.environ, SLURM_ARRAY_TASK_ID=str(task), SLURM_ARRAY_TASK_COUNT=str(tasks),
+                                      SLURM_SUBMIT_DIR=str(self.folder)))
+        return run.returncode, run.stderr.decode()
+
     def test_a_slurm_array_runs_it(self):
         self.put_data_set()
         text, _ = self.plan("takes --bones", to="npz")
-        script = re.search(r"```bash\n(#!/bin/bash\n#SBATCH.*?)```", MANUAL.read_text(encoding="utf-8"), re.S)
-        (self.folder / "job.sh").write_text(script[1], encoding="utf-8")
         lines, tasks = text.count("\n"), 3
         for task in range(1, tasks + 1):
-            subprocess.run(["bash", "job.sh"], cwd=self.folder, check=True, capture_output=True,
-                           env=dict(os.environ, SLURM_ARRAY_TASK_ID=str(task), SLURM_ARRAY_TASK_COUNT=str(tasks),
-                                    SLURM_SUBMIT_DIR=str(self.folder)))
+            status, err = self.run_slurm_task(task, tasks)
+            self.assertEqual(status, 0, err)
         self.assertGreater(lines, tasks)
         self.check_outputs("npz")
+
+    def test_a_slurm_task_without_work_succeeds(self):
+        self.put("takes/walk.bvh", bvh())
+        self.plan()
+        self.assertEqual(self.run_slurm_task(2, 3)[0], 0)
+        self.assertFalse((self.folder / "out").exists())
+
+    def test_a_slurm_task_fails_if_an_import_fails_or_there_is_no_plan(self):
+        self.put_broken("takes/broken.bvh")
+        self.plan()
+        self.assertEqual(self.run_slurm_task(1, 1)[0], 1)
+        (self.folder / "plan.sh").unlink()
+        status, err = self.run_slurm_task(1, 1)
+        self.assertEqual(status, 1)
+        self.assertIn("plan.sh", err)
 
     def test_convert_writes_the_index_of_its_outputs(self):
         self.put_data_set()
@@ -83,7 +111,7 @@ class Plan(DataSet):
         self.plan("takes --bones")
         subprocess.run(["sh", "plan.sh"], cwd=self.folder, check=False, capture_output=True)
         out, _ = self.convert("takes --bones --resume", status=4)
-        self.assertEqual(out, "0 converted, 8 up to date, 1 failed\n  number-bad: 1 file\n  rate-missing: 2 files\nout/index.csv\n")
+        self.assertEqual(out, "9 files: 0 converted, 8 up to date, 1 failed\n  number-bad: 1 file\n  rate-missing: 2 files\nout/index.csv\n")
         os.rename(self.folder / "out", self.folder / "by_plan")
         self.convert("takes --bones", status=4)
         self.assertEqual(self.tree("by_plan"), self.tree("out"))

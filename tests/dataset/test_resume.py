@@ -31,7 +31,7 @@ class Resume(DataSet):
         self.convert("takes", status=4)
         first, times = self.tree(), self.times()
         out, err = self.convert("takes --resume", status=4)
-        self.assertEqual(out, "0 converted, 5 up to date, 1 failed\n  number-bad: 1 file\nout/index.csv\n")
+        self.assertEqual(out, "6 files: 0 converted, 5 up to date, 1 failed\n  number-bad: 1 file\nout/index.csv\n")
         self.assertIn("takes/broken.bvh:4:", err)
         self.assertEqual(self.tree(), first)
         again = self.times()
@@ -50,7 +50,7 @@ class Resume(DataSet):
     def check_one_is_made(self, count=3, **how):
         out, _ = self.convert("takes --resume", **how)
         self.assertEqual([line for line in out.splitlines() if not line.startswith("  ")],
-                         [f"1 converted, {count - 1} up to date", "out/index.csv"])
+                         [f"{count} files: 1 converted, {count - 1} up to date", "out/index.csv"])
 
     def test_a_missing_output_is_made(self):
         self.put_samples(3)
@@ -69,6 +69,38 @@ class Resume(DataSet):
                 os.truncate(self.folder / "out/1" / name, size)
                 self.check_one_is_made(to="gltf")
                 self.assertEqual(self.tree(), first)
+
+    def test_all_outputs_are_made_again_if_one_of_them_is_not_whole(self):
+        self.put_samples(3)
+        self.convert("takes", to="gltf,npz")
+        first = self.tree()
+        self.assertEqual(len(first), 3 * 3 + 2)
+        for name in ("take001.gltf", "take001.bin", "take001.npz"):
+            path = self.folder / "out/1" / name
+            for spoil in (path.unlink, lambda: os.truncate(path, len(path.read_bytes()) - 1),
+                          lambda: os.utime(path, (1_500_000_000, 1_500_000_000))):
+                spoil()
+                self.check_one_is_made(to="gltf,npz")
+                self.assertEqual(self.tree(), first)
+        times = {path: path.stat().st_mtime_ns for path in (self.folder / "out/1").iterdir()}
+        self.convert("takes --resume", to="npz,gltf")
+        self.assertEqual({path: path.stat().st_mtime_ns for path in times}, times)
+
+    def test_another_format_makes_everything_again(self):
+        self.put_samples(3)
+        self.convert("takes", to="glb")
+        out, err = self.convert("takes --resume", to="glb,npz")
+        self.assertTrue(out.startswith("3 files: 3 converted\n"), out)
+        self.assertIn("the options differ from the last run", err)
+
+    def test_without_a_ledger_the_index_names_all_outputs(self):
+        self.put_samples(3)
+        self.convert("takes", to="glb,npz")
+        first = self.tree()
+        (self.folder / "out/.zkhost-convert").unlink()
+        (self.folder / "out/1/take001.npz").unlink()
+        self.check_one_is_made(to="glb,npz")
+        self.assertEqual(self.tree(), first)
 
     def test_an_output_older_than_its_input_is_made_again(self):
         self.put_samples(3)
@@ -99,7 +131,7 @@ class Resume(DataSet):
         self.convert("takes --bones", out="fresh")
         self.convert("takes")
         out, err = self.convert("takes --resume --bones")
-        self.assertEqual(out, "3 converted\nout/index.csv\n")
+        self.assertEqual(out, "3 files: 3 converted\nout/index.csv\n")
         self.assertIn("the options differ from the last run", err)
         self.assertEqual(self.tree(), self.tree("fresh"))
 
@@ -189,6 +221,59 @@ class CtrlC(DataSet):
         self.assertEqual(self.tree(), self.tree("whole"))
 
 
+def children_of(process):
+    return [int(child) for child in read(f"/proc/{process}/task/{process}/children").split()]
+
+
+def kill_parent(run):
+    run.send_signal(signal.SIGKILL)
+
+
+def kill_group(run):
+    os.killpg(run.pid, signal.SIGKILL)
+
+
+def kill_all(run):
+    """Kills zkhost together with its imports, which have process groups of their own."""
+    run.send_signal(signal.SIGSTOP)
+    for child in children_of(run.pid):
+        os.kill(child, signal.SIGKILL)
+    run.send_signal(signal.SIGKILL)
+
+
+class KillDataSet(DataSet):
+    COUNT = 240
+
+    def put_data_set(self):
+        """Writes takes of several kinds: some are mended, some have warnings, and some are refused."""
+        self.put_samples(self.COUNT, frames=5, joints=4)
+        for number in range(0, self.COUNT, 10):
+            name = f"takes/{number % 3}/take{number:03}.bvh"
+            text = (self.folder / name).read_text()
+            self.put(name, text.replace("Zrotation Xrotation Yrotation", "Xrotation Yrotation Zrotation"))
+            self.put(f"takes/cut/take{number:03}.bvh", text[:-8])
+            self.put_broken(f"takes/broken/take{number:03}.bvh")
+
+    def test_in_two_formats_it_is_resumed_as_if_nothing_had_happened(self):
+        self.put_data_set()
+        self.convert("takes", status=4, to="glb,npz", out="whole")
+        whole = self.tree("whole")
+        moments = random.Random()
+        for kill in (kill_parent, kill_group, kill_all):
+            out = kill.__name__
+            outputs, pause = moments.randrange(self.COUNT // 2), moments.uniform(0, 0.02)
+            with self.subTest(out, outputs=outputs, pause=pause):
+                run = self.start("takes -j2", to="glb,npz", out=out)
+                self.wait_for(lambda: self.outputs(out, "*.npz") >= outputs)
+                time.sleep(pause)
+                kill(run)
+                run.communicate()
+                self.assertFalse((self.folder / out / "index.csv").exists())
+                self.convert("takes --resume", status=4, to="glb,npz", out=out)
+                self.assert_no_leftovers(out)
+                self.assertEqual(self.tree(out), whole)
+
+
 class Kill(DataSet):
     def test_at_random_moments(self):
         self.put_samples(16, frames=300, joints=20)
@@ -210,7 +295,7 @@ class Kill(DataSet):
 
     def hanging_imports(self, run):
         """Returns the children that have loaded the plug-in and sleep; only the call of the plug-in sleeps then."""
-        return [int(child) for child in read(f"/proc/{run.pid}/task/{run.pid}/children").split()
+        return [child for child in children_of(run.pid)
                 if "stand_in_plugin" in read(f"/proc/{child}/maps") and "hang" in read(f"/proc/{child}/cmdline")
                 and state(child) == "S"]
 

@@ -1,18 +1,11 @@
 """Tests that a failure affects only the file that it is about."""
 
 import os
-import pathlib
-import resource
 import signal
 import stat
-import subprocess
 import unittest
 
-from data_set import ASF, DataSet, amc, bvh, main
-
-
-def file_size_limit(size):
-    return lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+from data_set import ASF, DataSet, amc, bvh, file_size_limit, main
 
 
 class Imports(DataSet):
@@ -77,6 +70,7 @@ class Imports(DataSet):
     def test_outputs_do_not_follow_links(self):
         self.put("takes/a.bvh", bvh())
         self.put("takes/b.bvh", bvh())
+        self.put("takes/c.bvh", bvh())
         before = (self.folder / "takes/a.bvh").read_text()
         (self.folder / "out").mkdir()
         (self.folder / "out/a.gltf").symlink_to("b.gltf")
@@ -163,6 +157,7 @@ class Folders(DataSet):
         self.assertEqual(self.errors(), {"takes/07/": "Permission denied"})
 
     def test_inputs_are_never_overwritten(self):
+        self.put("takes/run.bvh", bvh())
         self.put("takes/walk.json", "mine")
         walk = self.put("takes/walk.bvh", bvh())
         before = walk.read_bytes()
@@ -173,50 +168,11 @@ class Folders(DataSet):
         self.assertEqual(walk.read_bytes(), before)
         self.assertEqual(self.errors(), {"takes/walk.bvh": "its output would overwrite takes/walk.bvh"})
 
-
-class FullDisk(DataSet):
-    def test_only_large_outputs_fail_and_old_ones_stay(self):
-        self.put("takes/large.bvh", bvh(frames=3000))
-        self.put("takes/small.bvh", bvh())
-        self.put("out/large.json", "old")
-        self.convert("takes", status=4, prepare=file_size_limit(100_000))
-        self.assertEqual(self.statuses(), {"takes/large.bvh": "failed", "takes/small.bvh": "ok"})
-        self.assertIn("cannot write out/large.json: File too large", self.errors()["takes/large.bvh"])
-        self.assertEqual((self.folder / "out/large.json").read_text(), "old")
-        self.assert_no_leftovers()
-        self.convert("takes --resume")
-        self.assertEqual(set(self.statuses().values()), {"ok"})
-
-    def test_the_two_files_of_a_gltf_are_replaced_together(self):
-        self.put("takes/w.bvh", bvh())
-        self.convert("takes --no-mesh", to="gltf")
-        pair = {name: content for name, content in self.tree().items() if name.startswith("w.")}
-        # The .bin file stays below the limit, and the .gltf file, which describes many joints, does not.
-        self.put("takes/w.bvh", bvh(frames=3, joints=60))
-        self.convert("takes --no-mesh", to="gltf", status=4, prepare=file_size_limit(12_000))
-        self.assertIn("cannot write out/w.gltf: File too large", self.errors()["takes/w.bvh"])
-        after = self.tree()
-        self.assertEqual({name: after[name] for name in pair}, pair)
-        self.convert("takes --no-mesh", to="gltf")
-        self.assertLess(len(self.tree()["w.bin"]), 12_000)
-        self.assertGreater(len(self.tree()["w.gltf"]), 12_000)
-
-    def test_an_index_that_cannot_be_written_is_an_error(self):
-        self.put_samples(40)
-        self.put("out/index.csv", "old")
-        _, err = self.convert("takes", status=3, prepare=file_size_limit(1000), plugin=self.stand_in)
-        self.assertIn("cannot write out/", err)
-        self.assertEqual((self.folder / "out/index.csv").read_text(), "old")
-        self.assert_no_leftovers()
-
-    @unittest.skipUnless(pathlib.Path("/dev/full").exists(), "no full device")
-    def test_a_full_stdout_is_an_error(self):
-        self.put("walk.bvh", bvh())
-        with open("/dev/full", "w", encoding="ascii") as full:
-            run = subprocess.run(self.words("walk.bvh"), cwd=self.folder, stdout=full,
-                                 stderr=subprocess.PIPE, check=False)
-        self.assertEqual(run.returncode, 3)
-        self.assertEqual(self.statuses(), {"walk.bvh": "ok"})
+    def test_a_run_that_cannot_start_leaves_no_folder(self):
+        self.put("takes/a.bvh", bvh())
+        _, err = self.convert("takes", status=3, prepare=file_size_limit(0), out="new/out")
+        self.assertIn("cannot write new/out/.zkhost-convert: File too large", err)
+        self.assertFalse((self.folder / "new").exists())
 
 
 if __name__ == "__main__":

@@ -4,6 +4,7 @@ that every joint is at the same position as in the host."""
 import csv
 import glob
 import json
+import re
 import sys
 
 import numpy
@@ -30,10 +31,48 @@ def rotated(quaternions, vectors):
     return vectors + w * twice + numpy.cross(axis, twice)
 
 
+def check_locals(data, positions, quaternions):
+    """Composes the local poses and returns the greatest distance from the global ones."""
+    local_positions, local_quaternions = data["local_positions"], data["local_quaternions"]
+    worst = 0.0
+    for joint, parent in enumerate(data["parents"]):
+        if parent < 0:
+            expected = local_positions[:, joint]
+            turned = local_quaternions[:, joint]
+        else:
+            expected = positions[:, parent] + rotated(quaternions[:, parent], local_positions[:, joint])
+            turned = product(quaternions[:, parent], local_quaternions[:, joint])
+        worst = max(worst, numpy.abs(positions[:, joint] - expected).max())
+        same = numpy.abs((turned * quaternions[:, joint]).sum(axis=1))
+        assert (same > 1.0 - 1e-12).all()
+    return worst
+
+
+def product(a, b):
+    """The quaternions of the rotations a times b for column vectors: b acts first."""
+    (ax, ay, az, aw), (bx, by, bz, bw) = numpy.moveaxis(a, -1, 0), numpy.moveaxis(b, -1, 0)
+    return numpy.stack([aw * bx + ax * bw + ay * bz - az * by, aw * by - ax * bz + ay * bw + az * bx,
+                        aw * bz + ax * by - ay * bx + az * bw, aw * bw - ax * bx - ay * by - az * bz], -1)
+
+
+def check_skeleton(data, models, joints):
+    assert data["parents"].dtype == numpy.int32 and data["is_end"].dtype == bool
+    assert len(set(data["names"])) == len(joints) == len(data["source_names"]) == len(data["is_end"])
+    assert not any(data["is_end"][parent] for parent in data["parents"] if parent >= 0)
+    assert data["unit"].shape == data["up"].shape == data["fps"].shape == ()
+    assert str(data["up"]) in "xyz" and json.loads(str(data["findings"])) == []
+    assert json.loads(str(data["provenance"]))["tool"] == "write_samples"
+    assert data["frame_numbers"].dtype == numpy.int64
+    assert (numpy.diff(data["frame_numbers"]) == 1).all()
+    assert len(data["times"]) == len(data["frame_numbers"]) == len(data["positions"])
+    if models[0]["secondsPerFrame"] > 0:
+        assert numpy.allclose(numpy.diff(data["times"]), models[0]["secondsPerFrame"], rtol=1e-9)
+
+
 def check_npz(path, models, height):
-    with numpy.load(path) as data:
-        positions, quaternions = data["positions"], data["quaternions"]
-        offsets, parents, names, fps = data["offsets"], data["parents"], data["names"], data["fps"]
+    data = dict(numpy.load(path, allow_pickle=False))
+    positions, quaternions = data["positions"], data["quaternions"]
+    offsets, parents, names, fps = data["offsets"], data["parents"], data["names"], data["fps"]
     rows, longest = expected_rows(models)
     joints = [name for model in models for name in model["joints"]]
     frames = longest if models[0]["secondsPerFrame"] > 0 else 1
@@ -45,6 +84,9 @@ def check_npz(path, models, height):
     seconds = models[0]["secondsPerFrame"]
     assert abs(fps * seconds - 1.0) < 1e-9 if seconds > 0 else fps == 0
     worst = max(numpy.abs(positions[row] - expected).max() for row, expected in rows.items())
+    check_skeleton(data, models, joints)
+    worst = max(worst, check_locals(data, positions, quaternions))
+    assert (quaternions[0, :, 3] >= 0).all() and (data["local_quaternions"][0, :, 3] >= 0).all()
     # Parents come before their children.
     assert all(-1 <= parent < joint for joint, parent in enumerate(parents))
     assert numpy.allclose(numpy.linalg.norm(quaternions, axis=2), 1.0, atol=1e-12)
@@ -63,7 +105,12 @@ def check_csv(path, models, height):
     rows, longest = expected_rows(models)
     joints = [name for model in models for name in model["joints"]]
     assert header[:2] == ["frame", "seconds"] and len(header) == 2 + 6 * len(joints)
-    assert all(header[2 + 6 * joint].endswith(name + ".px") for joint, name in enumerate(joints))
+    names = [column[: -len("_px")] for column in header[2::6]]
+    assert len(set(names)) == len(joints) and all(column.endswith("_px") for column in header[2::6])
+    assert not re.search("[^A-Za-z0-9_]", "".join(header[2:]))
+    plain = [re.sub("[^A-Za-z0-9_]", "_", name) for name in joints]
+    assert all(re.search(name + "(_[0-9]+)?$", column) for name, column in zip(plain, names))
+    assert numpy.genfromtxt(path, delimiter=",", names=True).dtype.names == tuple(header)
     table = numpy.array(lines, dtype=float)
     assert len(table) == (longest if models[0]["secondsPerFrame"] > 0 else 1)
     times = {moment["row"]: moment["time"] for moment in models[0]["moments"]}

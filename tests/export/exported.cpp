@@ -100,11 +100,11 @@ Take Record(const Object& model) {
     for (std::size_t index = 0; index < evaluator.Objects().size(); ++index)
         indexOf[evaluator.Objects()[index]] = index;
 
-    const exporters::SkeletonPoses order(CurrentScene(), model, nullptr, 1.0);
+    const exporters::SkeletonPoses order(CurrentScene(), model, 0, nullptr, {});
     Take take;
     std::vector<std::size_t> indices;
     for (const exporters::Joint& joint : order.Joints()) {
-        take.names.push_back(text::EncodeUtf8(headless::View(joint.object->name)));
+        take.names.push_back(text::EncodeUtf8(joint.name));
         indices.push_back(indexOf.at(joint.object));
     }
     if (motion) {
@@ -140,7 +140,7 @@ exporters::Notes ExportTo(const std::string& path, const exporters::Options& opt
     if (extension == ".glb") notes = exporters::WriteGlb(file, CurrentScene(), options);
     if (extension == ".bvh") notes = exporters::WriteBvh(file, CurrentScene(), options);
     if (extension == ".csv") notes = exporters::WriteCsv(file, CurrentScene(), options);
-    if (extension == ".npz") notes = exporters::WriteNpz(file, CurrentScene(), options);
+    if (extension == ".npz") notes = exporters::WriteNpz(file, CurrentScene(), options, {});
     if (extension == ".gltf") {
         const std::string binaryName = parts.stem().string() + ".bin";
         files::OutputFile binary((parts.parent_path() / binaryName).string());

@@ -28,8 +28,8 @@ const headless::Scene& CurrentScene();
 // The motion that was imported last. Null if there is none.
 const headless::ActionSource* MotionOf(const headless::Object& model);
 
-// The positions of the objects below a model in each frame of its motion, as the host evaluates
-// them. The objects are in the order in which exporters write them.
+// The positions of the joints of a model in each frame of its motion, as the host evaluates them.
+// The joints are in the order in which exporters write them if the file is not known.
 struct Take {
     std::vector<std::string> names;
     std::vector<double> frames;  // empty without motion; `positions` then has one frame

@@ -89,9 +89,8 @@ TEST(Gltf, HoldsOneSkinForEachModel) {
     ASSERT_TRUE(exported::ImportText(kLimb + kLimb));
     const json file = Glb(exported::Export(".glb")).json;
     ASSERT_EQ(file["skins"].size(), 2u);
-    ASSERT_EQ(file["animations"].size(), 2u);
+    ASSERT_EQ(file["animations"].size(), 1u);
     EXPECT_EQ(file["animations"][0]["name"], "take_Motion");
-    EXPECT_EQ(file["animations"][1]["name"], "take1_Motion");
     EXPECT_EQ(file["scenes"][0]["nodes"].size(), 4u);  // two holders, two bodies
     for (const json& skin : file["skins"]) {
         const std::size_t holder = skin["skeleton"];
@@ -162,16 +161,37 @@ TEST(Gltf, RepeatsNamesThatViewersWouldChange) {
 TEST(Gltf, NamesItsSourceAndOptions) {
     ASSERT_TRUE(exported::ImportText(kLimb));
     exporters::Options options{.scale = 0.5};
-    options.source = {{"/some/where/take 1.bvh"}, "Biovision BVH", {{"nulls", "true"}}, "tool 1.0"};
+    options.source = {
+        {{"/some/where/take 1.bvh", 12, "ab"}}, "Biovision BVH", {{"nulls", "true"}}, "tool 1.0"};
     const Glb glb(exported::Export(".glb", options));
     const json& extras = glb.json["asset"]["extras"];
     EXPECT_EQ(extras["sourceFiles"], json::array({"take 1.bvh"}));
+    EXPECT_EQ(extras["sources"],
+              json::array({{{"name", "take 1.bvh"}, {"bytes", 12}, {"sha256", "ab"}}}));
     EXPECT_EQ(extras["sourceFormat"], "Biovision BVH");
     EXPECT_EQ(extras["tool"], "tool 1.0");
     EXPECT_EQ(extras["options"]["scale"], 0.5);
     EXPECT_EQ(extras["options"]["nulls"], true);
     EXPECT_EQ(glb.json["animations"][0]["extras"]["framesPerSecond"], 2.0);
     EXPECT_EQ(glb.json["animations"][0]["extras"]["sourceFramesPerSecond"], 2.0);
+}
+
+TEST(Gltf, PutsMotionsIntoOneAnimationIfTheirTimesAllow) {
+    std::string slower = kLimb;
+    slower.replace(slower.find("0.5"), 3, "0.7");
+    const auto animations = [](const std::string& text, const exporters::Options& options) {
+        EXPECT_TRUE(exported::ImportText(text));
+        return Glb(exported::Export(".glb", options)).json["animations"];
+    };
+    const json merged = animations(kLimb + kLimb, {});
+    ASSERT_EQ(merged.size(), 1u);
+    const json apart = animations(kLimb + kLimb, {.animationPerModel = true});
+    ASSERT_EQ(apart.size(), 2u);
+    EXPECT_EQ(apart[1]["name"], "take1_Motion");
+    EXPECT_EQ(merged[0]["channels"].size(),
+              apart[0]["channels"].size() + apart[1]["channels"].size());
+    EXPECT_EQ(animations(kLimb + slower, {}).size(), 2u);
+    EXPECT_EQ(animations(kLimb + slower, {.framesPerSecond = 30.0}).size(), 1u);
 }
 
 TEST(Gltf, WritesTheSkinWithoutAMesh) {
@@ -209,7 +229,7 @@ TEST(Gltf, WritesOnlyThePoseWithoutARate) {
 
 TEST(Gltf, MakesEffectorsChildrenOfTheLastBone) {
     ASSERT_TRUE(exported::Import(exported::Samples()[0], {.nulls = false}));
-    const Glb glb(exported::Export(".glb"));
+    const Glb glb(exported::Export(".glb", {.allNodes = true}));
     std::size_t effectors = 0;
     for (const headless::Object* object : exported::CurrentScene().Objects()) {
         if (object->type != headless::ObjectType::ChainEffector) continue;

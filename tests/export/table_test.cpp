@@ -19,23 +19,37 @@ std::string Take(const std::string& name, const std::string& rows, int frames) {
 TEST(Csv, HoldsOneRowForEachFrame) {
     ASSERT_TRUE(exported::ImportText(Take("Hips", "1 2 3 0 0 0\n1.5 2 3 0 0 90\n", 2)));
     EXPECT_EQ(exported::Export(".csv"),
-              "frame,seconds,Hips.px,Hips.py,Hips.pz,Hips.rx,Hips.ry,Hips.rz,"
-              "Hips_End.px,Hips_End.py,Hips_End.pz,Hips_End.rx,Hips_End.ry,Hips_End.rz\n"
+              "frame,seconds,Hips_px,Hips_py,Hips_pz,Hips_rx,Hips_ry,Hips_rz,"
+              "Hips_End_px,Hips_End_py,Hips_End_pz,Hips_End_rx,Hips_End_ry,Hips_End_rz\n"
               "1,0,1,2,3,0,0,0,1,12,3,0,0,0\n"
               "2,0.25,1.5,2,3,0,0,90,-8.5,2,3,0,0,90\n");
 }
 
-TEST(Csv, QuotesSeparatorsInNames) {
+TEST(Csv, ReplacesCharactersThatReadersWouldChange) {
     ASSERT_TRUE(exported::ImportText(Take("a,\"b\"", "0 0 0 0 0 0\n", 1)));
-    EXPECT_THAT(exported::Export(".csv"), StartsWith("frame,seconds,\"a,\"\"b\"\".px\","));
+    EXPECT_THAT(exported::Export(".csv"), StartsWith("frame,seconds,a__b__px,"));
+}
+
+// Three joints whose plain names are the same.
+constexpr const char* kClashes =
+    "HIERARCHY\nROOT a:b\n{\nOFFSET 0 0 0\nCHANNELS 0\nJOINT a.b\n{\nOFFSET 0 1 0\nCHANNELS 1 "
+    "Xrotation\nJOINT a_b\n{\nOFFSET 0 1 0\nCHANNELS 0\nEnd Site\n{\nOFFSET 0 1 "
+    "0\n}\n}\n}\n}\nMOTION\nFrames: 1\nFrame Time: 0.25\n0\n";
+
+TEST(Csv, NumbersNamesThatWouldBeTheSame) {
+    ASSERT_TRUE(exported::ImportText(kClashes));
+    const std::string text = exported::Export(".csv");
+    EXPECT_THAT(text, StartsWith("frame,seconds,a_b_px,"));
+    EXPECT_THAT(text, HasSubstr("a_b_rz,a_b_2_px,"));
+    EXPECT_THAT(text, HasSubstr("a_b_2_rz,a_b_3_px,"));
 }
 
 TEST(Csv, NamesTheModelIfThereAreSeveral) {
     ASSERT_TRUE(exported::ImportText(Take("Hips", "1 0 0 0 0 0\n2 0 0 0 0 0\n", 2) +
                                      Take("Hips", "7 0 0 0 0 0\n", 1)));
     const std::string text = exported::Export(".csv");
-    EXPECT_THAT(text, HasSubstr(",take.Hips.px,"));
-    EXPECT_THAT(text, HasSubstr(",take1.Hips.px,"));
+    EXPECT_THAT(text, HasSubstr(",take_Hips_px,"));
+    EXPECT_THAT(text, HasSubstr(",take1_Hips_px,"));
     // After its end the shorter motion keeps its last frame.
     EXPECT_THAT(text, HasSubstr("\n2,0.25,2,0,0,0,0,0,2,10,0,0,0,0,7,0,0,"));
 }

@@ -63,6 +63,7 @@ constexpr const char* kPoseBvh =
 support::Vec3 Transformed(const support::Vec3& position, const exporters::Options& options) {
     support::Vec3 out = position;
     if (options.up == exporters::UpAxis::Z) out = {position[0], position[2], -position[1]};
+    if (options.up == exporters::UpAxis::X) out = {-position[1], position[0], position[2]};
     for (double& coordinate : out)
         coordinate *= options.scale;
     return out;
@@ -121,6 +122,13 @@ std::vector<Sample> AllSamples(const std::filesystem::path& folder) {
     turned.up = exporters::UpAxis::Z;
     turned.scale = 0.01;
     turned.framesPerSecond = 50.0;
+    exporters::Options aimed;
+    aimed.aim = true;
+    exporters::Options aimedAndTurned = turned;
+    aimedAndTurned.aim = true;
+    aimedAndTurned.up = exporters::UpAxis::X;
+    exporters::Options apart;
+    apart.animationPerModel = true;
     return {
         {"walk-bvh-nulls", samples[0], nulls, plain},
         {"walk-bvh-nulls-no-mesh", samples[0], nulls, noMesh},
@@ -132,7 +140,11 @@ std::vector<Sample> AllSamples(const std::filesystem::path& folder) {
         {"walk-acclaim-bones-no-mesh", samples[1], bones, noMesh},
         {"walk-turned", samples[0], nulls, turned},
         {"walk-metres", samples[0], nulls, metres},
+        {"walk-bvh-nulls-aimed", samples[0], nulls, aimed},
+        {"walk-bvh-bones-aimed", samples[0], bones, aimedAndTurned},
         {"odd-nulls", {odd}, nulls, plain},
+        {"odd-nulls-aimed", {odd}, nulls, aimed},
+        {"odd-nulls-apart", {odd}, nulls, apart},
         {"odd-nulls-turned", {odd}, nulls, turned},
         {"pose", {pose}, nulls, plain},
         {"skeleton-alone", {samples[1][0]}, bones, plain},
@@ -153,7 +165,9 @@ std::vector<Sample> AllCaptures() {
 bool WriteSample(const std::filesystem::path& folder, Sample sample,
                  const std::vector<const char*>& extensions) {
     if (!exported::Import(sample.files, sample.settings)) return false;
-    sample.options.source = {sample.files, "test", {{"nulls", "true"}}, "write_samples"};
+    sample.options.source = {{}, "test", {{"nulls", "true"}}, "write_samples"};
+    for (const std::string& file : sample.files)
+        sample.options.source.files.push_back({file});
     for (const char* extension : extensions)
         exported::ExportTo((folder / (sample.name + extension)).string(), sample.options);
     json expected = json::array();

@@ -1,8 +1,10 @@
 #include "files/write_file.h"
 
+#include <cerrno>
 #include <gmock/gmock.h>
 #include <new>
 
+#include "files/disk_full.h"
 #include "tests/support/temporary_folder.h"
 #include "text/byte_sink.h"
 
@@ -63,6 +65,29 @@ const FailedWrite kFailedWrites[] = {
 };
 INSTANTIATE_TEST_SUITE_P(, WriteFileFails, testing::ValuesIn(kFailedWrites),
                          [](const auto& row) { return row.param.name; });
+
+TEST(WriteFile, SaysThatTheDiskIsFull) {
+    const support::TemporaryFolder folder;
+    const auto outcomeOf = [&](const std::function<void()>& fail) {
+        return files::WriteFile(folder.Path("a"), [&](text::ByteSink&) {
+            fail();
+            return std::string();
+        });
+    };
+    const files::WriteOutcome full = outcomeOf([] { throw files::DiskFull("no room"); });
+    EXPECT_EQ(full.problem, "no room");
+    EXPECT_TRUE(full.isDiskFull);
+    const files::WriteOutcome other = outcomeOf([] { throw text::WriteError("too large"); });
+    EXPECT_EQ(other.problem, "too large");
+    EXPECT_FALSE(other.isDiskFull);
+}
+
+TEST(IsDiskFull, IsAboutTheFileSystem) {
+    EXPECT_TRUE(files::IsDiskFull(ENOSPC));
+    EXPECT_TRUE(files::IsDiskFull(EDQUOT));
+    EXPECT_FALSE(files::IsDiskFull(EFBIG));
+    EXPECT_FALSE(files::IsDiskFull(EACCES));
+}
 
 TEST(WriteFile, SaysWhereItCannotWrite) {
     const support::TemporaryFolder folder;

@@ -48,6 +48,14 @@ struct Choices {
         if ((second & 4) != 0) options.framesPerSecond = 30.0;
         if ((second & 8) != 0) options.resampleTo = 24.0;
         if ((second & 16) != 0) options.digits = 3;
+        options.inPlace = (first & 32) != 0;
+        options.allNodes = (first & 64) != 0;
+        options.aim = (first & 128) != 0;
+        options.compress = (second & 32) != 0;
+        options.float32 = (second & 64) != 0;
+        // A skeleton that hardly any scene fits.
+        if ((second & 128) != 0)
+            options.skeletons = {{{"Hips"}, {"Hips", 0}, {"Hips_End", 1, true}}};
     }
 };
 
@@ -112,7 +120,7 @@ class Exports {
         Write({"a.csv"},
               [&](text::ByteSink& out) { exporters::WriteCsv(out, CurrentScene(), options_); });
         Write({"a.npz"},
-              [&](text::ByteSink& out) { exporters::WriteNpz(out, CurrentScene(), options_); });
+              [&](text::ByteSink& out) { exporters::WriteNpz(out, CurrentScene(), options_, {}); });
         Write({"a.glb"},
               [&](text::ByteSink& out) { exporters::WriteGlb(out, CurrentScene(), options_); });
         Write({"a.gltf", "a.bin"}, [&](text::ByteSink& out) {

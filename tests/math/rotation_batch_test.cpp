@@ -1,4 +1,4 @@
-// Compares the conversion of many rotations at a time with the scalar path.
+// Compares the conversion of many rotations at a time with that of one.
 #include "math/rotation_batch.h"
 
 #include <algorithm>
@@ -68,7 +68,7 @@ void ExpectAlike(const RotationBlock& given, const RotationProduct& product) {
     }
 }
 
-TEST(RotationBatch, GivesTheAnglesOfTheScalarPath) {
+TEST(RotationBatch, GivesTheAnglesOfConvertRotation) {
     for (const double range : {180.0, 10.0, 1e-3, 1e5})
         Surroundings().ForEach([range](const RotationProduct& product) {
             ExpectAlike(RandomBlock(static_cast<std::uint64_t>(range), range), product);
@@ -77,7 +77,7 @@ TEST(RotationBatch, GivesTheAnglesOfTheScalarPath) {
 
 // At round angles sines and cosines are zero, there is gimbal lock, and rounding decides between
 // 180 and -180 degrees.
-TEST(RotationBatch, GivesTheAnglesOfTheScalarPathOnAGrid) {
+TEST(RotationBatch, GivesTheAnglesOfConvertRotationOnAGrid) {
     for (const double step : {45.0, 10.0}) {
         const int count = static_cast<int>(360.0 / step);
         const int lanes = static_cast<int>(kRotationBlock);
@@ -127,7 +127,7 @@ TEST(RotationBatch, LeavesLanesThatAreNotUsed) {
             ASSERT_EQ(some.angle[i][lane], (lane < kUsed ? all : given).angle[i][lane]) << lane;
 }
 
-TEST(RotationBatch, UsesTheScalarPathAtGimbalLock) {
+TEST(RotationBatch, UsesConvertRotationAtGimbalLock) {
     for (const double pitch : {90.0, -90.0, 89.9999, 90.5, -89.5, 270.0}) {
         RotationBlock block = RandomBlock(7, 180.0);
         std::fill_n(block.angle[1], kRotationBlock, pitch);
@@ -142,7 +142,7 @@ TEST(RotationBatch, UsesTheScalarPathAtGimbalLock) {
     }
 }
 
-TEST(RotationBatch, UsesTheScalarPathForNaN) {
+TEST(RotationBatch, UsesConvertRotationForNaN) {
     const double strange[] = {std::numeric_limits<double>::quiet_NaN(), HUGE_VAL, -HUGE_VAL};
     Surroundings().ForEach([&](const RotationProduct& product) {
         RotationBlock block = RandomBlock(8, 180.0);

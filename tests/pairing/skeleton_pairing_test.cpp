@@ -41,6 +41,13 @@ const Pair kPairs[] = {
     {"SeveralOthers", "take.amc", {"a.asf", "b.asf", "c.asf"}, "", "none of the 3 .asf files"},
     {"TwoAlike", "walk.amc", {"walk.ASF", "walk.asf"}, "", "walk.ASF and walk.asf both fit"},
     {"TwoAlikeByCase", "walk.amc", {"WALK.asf", "Walk.asf"}, "", "WALK.asf and Walk.asf both fit"},
+    {"BothPacked", "07_01.amc.gz", {"07.asf.gz", "08.asf.gz"}, "07.asf.gz"},
+    {"PackedMotion", "07_01.AMC.GZ", {"07.asf", "08.asf"}, "07.asf"},
+    {"PackedSkeleton", "07_01.amc", {"07.asf.gz", "08.asf.gz"}, "07.asf.gz"},
+    {"PackedAsTheMotion", "07_01.amc.gz", {"07.asf", "07.asf.gz"}, "07.asf.gz"},
+    {"PlainAsTheMotion", "07_01.amc", {"07.asf", "07.asf.gz"}, "07.asf"},
+    {"LongerNameBeforePacking", "07_01_b.amc", {"07.asf", "07_01.asf.gz"}, "07_01.asf.gz"},
+    {"TwoAlikeByPacking", "7.amc", {"7.ASF", "7.asf", "7.asf.gz"}, "", "7.ASF and 7.asf both fit"},
     {"TwoAlikeAndABetterOne", "a_b.amc", {"A.asf", "a_B.asf", "Á.asf"}, "a_B.asf"},
 };
 

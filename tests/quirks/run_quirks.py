@@ -29,6 +29,8 @@ import re
 import sys
 import tempfile
 
+import numpy
+
 import format_walk
 from check_runs import CheckRuns
 from compare_places import compare, compare_end, jumps
@@ -36,6 +38,13 @@ from program_runs import Failure, Program, compare_findings, lines_that_do, same
 
 HERE = pathlib.Path(__file__).resolve().parent
 BOUNDS = {"nulls": 1e-9, "bones": 1e-6}
+
+
+def same_arrays(one, other):
+    """Whether both have the same arrays, bit for bit."""
+    return one.keys() == other.keys() and all(
+        array.dtype == other[name].dtype and array.shape == other[name].shape and array.tobytes() == other[name].tobytes()
+        for name, array in one.items())
 
 
 class Case:
@@ -128,7 +137,7 @@ class Case:
                 yield from self.recorded(record, checked)
             elif "bones_end" in self.row:
                 for joint, offset in self.row["bones_end"].items():
-                    yield from compare_end(arrays, joint, offset, walks[0].size())
+                    yield from compare_end(record, joint, offset, walks[0].size())
 
     def recorded(self, record, checked):
         """Compares the findings in the import's record."""
@@ -152,10 +161,14 @@ class Case:
             if not pathlib.Path(f"{plain}.json").is_file():
                 continue  # the import failed, which was reported before
             record = json.loads(pathlib.Path(f"{plain}.json").read_text(encoding="utf-8"))
-            _, own = self.program.imported(self.row["files"], [f"--{skeleton}", "--as-is"], alone)
+            own_arrays, own = self.program.imported(self.row["files"], [f"--{skeleton}", "--as-is"], alone)
+            with numpy.load(f"{plain}.npz", allow_pickle=False) as data:
+                arrays = dict(data)
             if record.pop("findings", None) is None or "findings" in own:
                 yield "findings belong into the record, and with --as-is they do not"
-            if record != own or not filecmp.cmp(f"{plain}.npz", f"{alone}.npz", shallow=False):
+            arrays.pop("findings")
+            own_arrays.pop("findings")
+            if record != own or not same_arrays(arrays, own_arrays):
                 yield f"{skeleton}: the result is not that of --as-is"
 
     def fixed(self, checked):

@@ -16,55 +16,6 @@ survey::Extent Box(double x, double y, double z) {
     return extent;
 }
 
-struct UnitRow {
-    double height;
-    const char* unit;
-};
-
-const UnitRow kUnits[] = {
-    {1.7, "metres"},
-    {170, "centimetres"},
-    {1700, "millimetres"},
-    {67, "inches"},
-    {30, "archive units"},
-    {39, "inches"},
-    {5, ""},
-    {0.5, ""},
-    {300, ""},
-    {99, ""},
-};
-
-TEST(LikelyUnit, IsTheOneInWhichAPersonHasThisHeight) {
-    for (const UnitRow& row : kUnits)
-        EXPECT_EQ(survey::LikelyUnit(row.height), row.unit) << row.height;
-}
-
-TEST(FigureShape, FindsTheAxisThatMostFramesAreLongestAlong) {
-    survey::FigureShape shape;
-    shape.SetRest(Box(170, 160, 20));
-    EXPECT_EQ(shape.UpAxis(), 0U);
-    shape.AddFrame(Box(60, 160, 30));
-    shape.AddFrame(Box(60, 50, 170));
-    shape.AddFrame(Box(60, 165, 30));
-    EXPECT_EQ(shape.UpAxis(), 1U);
-    EXPECT_EQ(shape.Height(), 160.0);
-}
-
-TEST(FigureShape, MeasuresTheFirstFrameWhereTheRestPoseIsFlat) {
-    survey::FigureShape shape;
-    shape.SetRest(Box(170, 0, 20));
-    shape.AddFrame(Box(60, 165, 30));
-    EXPECT_EQ(shape.Height(), 165.0);
-    EXPECT_FALSE(survey::FigureShape().Height());
-}
-
-TEST(FigureShape, LeavesOutWhatIsNotFinite) {
-    survey::Extent extent = Box(1, 2, 3);
-    const double bad[3] = {0.0, INFINITY, 0.0};
-    extent.Include(bad);
-    EXPECT_EQ(extent.Along(1), 2.0);
-}
-
 struct SizeRow {
     const char* name;
     double height;

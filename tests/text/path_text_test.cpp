@@ -22,4 +22,14 @@ TEST(LowerCaseExtension, IsOfTheNameAlone) {
     EXPECT_EQ(text::LowerCaseExtension("walk."), ".");
 }
 
+TEST(GzipName, IsToldByItsLastExtension) {
+    EXPECT_TRUE(text::IsGzipName("a/walk.bvh.gz"));
+    EXPECT_TRUE(text::IsGzipName("WALK.BVH.GZ"));
+    EXPECT_FALSE(text::IsGzipName("walk.gz/a.bvh"));
+    EXPECT_FALSE(text::IsGzipName("walkgz"));
+    EXPECT_EQ(text::WithoutGzip("a/walk.bvh.Gz"), "a/walk.bvh");
+    EXPECT_EQ(text::WithoutGzip("a.gz/walk.bvh"), "a.gz/walk.bvh");
+    EXPECT_EQ(text::WithoutGzip(".gz"), "");
+}
+
 }  // namespace

@@ -1,0 +1,29 @@
+// Computes the poses of a whole table as arrays, in one pass over the motion.
+// Internal to export/.
+#pragma once
+
+#include <vector>
+
+#include "export/progress.h"
+#include "export/tables.h"
+
+namespace exporters {
+
+// Each array has the rows of the table one after the other. A row has the columns one after the
+// other, with three numbers for a position and four for a quaternion (x, y, z, w). Each rotation
+// has two quaternions. In the first row it is the one with w >= 0. In every other row it is the one
+// that is nearer to the quaternion of the row before.
+template <class Element>
+struct PoseArrays {
+    std::vector<Element> positions;         // global
+    std::vector<Element> quaternions;       // global
+    std::vector<Element> localPositions;    // as seen from the parent; of a top joint, global
+    std::vector<Element> localQuaternions;  // as seen from the parent; of a top joint, global
+};
+
+// `Element` is float or double. Several threads evaluate the rows. Throws what Table::Row and
+// `progress` throw.
+template <class Element>
+PoseArrays<Element> BuildPoseArrays(const Table& table, const Progress& progress);
+
+}  // namespace exporters
