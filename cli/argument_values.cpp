@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "cli/arguments.h"
+#include "cli/suggestion.h"
 
 namespace cli {
 namespace {
@@ -21,11 +22,13 @@ std::optional<std::uint16_t> ParseWord(std::string_view text) {
 }
 
 RawArgument ParseBoolean(std::string_view value) {
-    if (value != "true" && value != "false")
-        throw UsageError(fmt::format("bool:{}: expected bool:true or bool:false", value));
+    const std::string word = LowerCase(value);
+    if (word != "true" && word != "false")
+        throw UsageError(fmt::format("bool:{}: expected bool:true or bool:false{}", value,
+                                     Suggestion(word, {"true", "false"})));
     RawArgument argument;
     argument.kind = RawArgument::Kind::Boolean;
-    argument.boolean = value == "true";
+    argument.boolean = word == "true";
     return argument;
 }
 
@@ -66,8 +69,9 @@ RawArgument ParseRawArgument(std::string_view text) {
         argument.real = *real;
         return argument;
     }
-    throw UsageError(
-        fmt::format("{}: an argument must begin with str:, bool:, word: or real:", text));
+    const std::string_view start = colon == std::string_view::npos ? "" : text.substr(0, colon + 1);
+    throw UsageError(fmt::format("{}: an argument must begin with str:, bool:, word: or real:{}",
+                                 text, Suggestion(start, {"str:", "bool:", "word:", "real:"})));
 }
 
 }  // namespace cli

@@ -44,7 +44,12 @@ struct ImportRequest {
     exporters::Options exports;
     std::vector<OutputRequest> outputs;
 
+    // The path of the CSV file with the names of the columns of a .csv output; empty: none.
+    std::string csvNames;
+    bool provenance = false;  // record check sums of the sources in the outputs
+
     bool makeFolders = false;  // create the folders of the outputs
+    bool noClobber = false;    // import nothing if an output exists already
     bool tree = false;         // print the scene's objects
     bool quiet = false;        // print only errors and warnings
     bool timing = false;       // print how long the import and each output took

@@ -1,10 +1,14 @@
 #include "cli/help_text.h"
 
 #include <cstddef>
+#include <fmt/format.h>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "export/formats.h"
+#include "take/commands.h"
+#include "text/wide_text.h"
 
 namespace cli {
 namespace {
@@ -21,10 +25,41 @@ std::string Outputs(std::string_view separator, std::string_view last, bool with
     return list;
 }
 
+std::string WithReplaced(std::string text, std::string_view mark, const std::string& list) {
+    return text.replace(text.find(mark), mark.size(), list);
+}
+
 // Returns `text` with "@outputs@" replaced by `list`.
 std::string WithOutputs(std::string text, const std::string& list) {
-    constexpr std::string_view kMark = "@outputs@";
-    return text.replace(text.find(kMark), kMark.size(), list);
+    return WithReplaced(std::move(text), "@outputs@", list);
+}
+
+std::string_view StartOf(take::ArgumentKind kind) {
+    switch (kind) {
+        case take::ArgumentKind::Text:
+            return "str:";
+        case take::ArgumentKind::Real:
+            return "real:";
+        case take::ArgumentKind::Boolean:
+            break;
+    }
+    return "bool:";
+}
+
+// Returns a line for each command of the plug-in, and below it a line for each of its arguments.
+std::string Commands() {
+    std::string lines;
+    for (const take::FormatInfo& format : take::Formats()) {
+        lines += fmt::format("  \"{}\"\n", text::EncodeUtf8(format.command));
+        for (const take::ArgumentInfo& argument : format.arguments)
+            lines += fmt::format("    {:<6}{}\n", StartOf(argument.kind), argument.meaning);
+    }
+    return lines;
+}
+
+// Returns `text` with "@commands@" replaced by `list`.
+std::string WithCommands(std::string text, const std::string& list) {
+    return WithReplaced(std::move(text), "@commands@", list);
 }
 
 }  // namespace
@@ -44,6 +79,7 @@ Example:
 
 Options:
   -h, --help     print this text or, after a command, the help of that command
+  --help-all     after a command: all of its options
   --version      print the version
 
 Exit status:
@@ -55,28 +91,83 @@ Exit status:
 
 const std::string kImportHelp = WithOutputs(
     R"(Usage: zkhost import FILE.bvh | SKEL.asf [MOTION.amc]  [OPTIONS]
-Example: zkhost import 07.asf 07_01.amc --preset cmu -o walk.glb
+Example: zkhost import 07.asf 07_01.amc --tree -o walk.glb
 
+  -o, --output FILE       write FILE; may repeat; the extension is the format:
+                          @outputs@
+  --tree                  print the scene: names, types, positions at rest
+  --quiet                 print no summary, only errors and warnings
+Reading:
+  --nulls, --bones        build nulls (default) or chains of bones
+  --fps N                 the take's rate, instead of the one that the file has
+  --preset auto|cmu|none  Acclaim: cmu: metres, 120 fps (auto: if length 0.45)
+  --as bvh|asf|amc        what the file - (standard input) is; also FILE.gz
+  --strict, --as-is       refuse files that have warnings; skip the survey
+  --encoding NAME         encoding of names that are not UTF-8 (Windows-1252)
+Writing:
+  --scale X, --up x|y|z   multiply lengths by X; the axis that points up (y)
+  --frames A:B            only the frames from A to B, as the file counts them
+  --resample [N]          N samples a second, or as many as --fps says
+  --in-place              keep the root where it is on the ground
+  --no-mesh               glTF: no body of simple shapes
+  --make-folders          create the folders of the outputs
+  --no-clobber            stop if an output exists already
+Help:
+  -h, --help              print this text
+  --help-all              print all options
+)",
+    Outputs(" ", " ", true));
+
+const std::string kImportAllHelp = WithOutputs(
+    R"(Usage: zkhost import FILE.bvh | SKEL.asf [MOTION.amc]  [OPTIONS]
+Example: zkhost import 07.asf 07_01.amc --preset cmu --bones -o walk.glb
+
+Building the skeleton:
   --nulls, --bones          build nulls (default) or chains of bones
   --[no-]chain-from-parent  start a chain at its parent joint (default: on)
   --effector-to-last-bone   put a chain's effector under its last bone
-  --[no-]group, --clip      put moving objects in a group (on); add a clip (off)
+  --[no-]group              put the moving objects in a group (default: on)
+  --clip                    add a clip of the motion
+Reading:
+  --fps N                   the take's rate, instead of the one in the file
+  --preset auto|cmu|none    Acclaim: cmu: metres, 120 fps; auto: if length 0.45
   --limits                  Acclaim: clamp values to the limits of the skeleton
   --length X                Acclaim: multiply lengths by X, not the file's own
-  --preset auto|cmu|none    Acclaim: cmu: metres, 120 fps (auto: if length 0.45)
-  --as bvh|asf|amc          what the file - (standard input) is; also FILE.gz
-  --as-is, --strict         skip the survey; refuse files that have warnings
+  --as bvh|asf|amc          what the file - (standard input) is; files may also
+                            be packed by gzip (walk.bvh.gz)
+  --as-is                   let the plug-in read the files without the survey
+  --strict                  refuse files that have warnings
   --encoding NAME           encoding of names that are not UTF-8 (Windows-1252)
-  -o, --output FILE         @outputs@; may repeat
+Outputs:
+  -o, --output FILE         write FILE; may repeat; the extension chooses:
+                            @outputs@
+  --csv-names FILE          write a table of the columns of the .csv too
   --make-folders            create the folders of the outputs
-  --scale X, --up x|y|z     outputs: factor on lengths; the up axis (y)
-  --fps N, --resample [N]   the take's rate; outputs: sample at N, or at --fps
-  --[no-]mesh, --digits N   glTF: a mesh of the bones (on); BVH: decimal places
-  --tree, --quiet           print the scene's objects; print only problems
+  --no-clobber              import nothing if an output exists already
+  --provenance              store check sums of the sources in the outputs
+Options of outputs; one that no output honours is an error:
+  --scale X                 multiply lengths by X, in the tree too
+  --up x|y|z                the axis that points up (y), in the tree too
+  --frames A:B              only the frames from A to B, both included, as the
+                            file counts them; A: and :B leave an end open
+  --resample [N]            N samples a second, or as many as --fps says; the
+                            take then keeps the rate of its file
+  --in-place                keep the root where it is on the ground
+  --all-nodes               all objects of the scene, not only joints
+  --[no-]mesh               glTF: a body of simple shapes (default: on)
+  --aim                     glTF: turn joints so that y runs along the bone
+  --animations WHICH        glTF: one for all models (merged, the default) or
+                            one for each (per-model)
+  --digits N                BVH: decimal places
+  --float32, --compress     NPZ: 32-bit numbers; compressed arrays
+What is printed:
+  --tree                    print the scene: names, types, positions at rest
+  --quiet                   print no summary, only errors and warnings
   --timing                  print load_ms=..., and write_ms=... for each output
   --progress auto|on|off    use a progress bar (auto: on a terminal)
+Other:
   --plugin PATH             load this plug-in
-  -h, --help                print this text
+  -h, --help, --help-all    print the options for every day, or this text
 )",
     Outputs(" ", " ", true));
 
@@ -112,27 +203,29 @@ Example: zkhost convert takes/ --to glb,npz --out-dir out
 Imports each .bvh, .asf and .amc file in its own process; writes DIR/index.csv.
 Folders are searched; outputs get the same subfolders. An .amc is imported with
 the .asf file in its folder whose name begins the motion's name (07.asf and
-07_01.amc), or with the only .asf file there. Files may be packed by gzip (.gz).
+07_01.amc), or with the only .asf file there. Files may be packed by gzip.
   --to FORMAT[,...]  @outputs@
   --out-dir DIR      the folder of the outputs, named after the sources
   --asf FILE         use this skeleton for every .amc
   -j, --jobs N       run N imports at a time (default: one per processor)
   --time-limit X     stop an import after X seconds (default: 600; 0: never)
   --resume           skip sources whose outputs all exist and are newer
+  --no-clobber       keep each output that exists; its import fails
   --plan             print the command line of each import; run nothing
   --timing           print load and write times of all imports, and files/s
   --plugin PATH      load this plug-in
-Options for each import, as in 'zkhost import --help':
+Options for each import, as in 'zkhost import --help-all':
   --nulls --bones --[no-]chain-from-parent --effector-to-last-bone --[no-]group
   --clip --as-is --strict --encoding NAME --scale X --up x|y|z --fps N
-  --resample [N] --[no-]mesh --digits N;
+  --resample [N] --frames A:B --in-place --all-nodes --[no-]mesh --aim
+  --animations merged|per-model --digits N --float32 --compress --provenance;
   for Acclaim files: --limits --length X --preset auto|cmu|none
-Exit status: 0 all converted, 4 some failed, 130 cancelled (--resume continues),
-  2 wrong usage, 3 the disk is full, or the index could not be written
+Exit status: 0 all converted, 4 some failed, 2 wrong usage, 3 the disk is full
+  or the index could not be written, 130 cancelled (--resume continues)
 )",
     Outputs(", ", " or ", false));
 
-const std::string kCommandHelp =
+const std::string kCommandHelp = WithCommands(
     R"(Usage: zkhost command NAME [ARGUMENTS] [OPTIONS]
 
 Calls the plug-in's callback with the command NAME and prints its result.
@@ -146,13 +239,15 @@ Arguments:
   bool:true, bool:false   a boolean, 0xFFFF or 0
   word:N                  a 16-bit number, decimal or 0x...
   real:X                  a number
-Options:
+Commands, with their arguments in order:
+@commands@Options:
   --json FILE             write a JSON record of the run
   --progress auto|on|off  use a progress bar (auto: on a terminal)
   --plugin PATH           load this plug-in
   -h, --help              print this text
 Exit status: 0 the callback returned 0, 1 it returned another number,
   2 wrong usage, 3 the record could not be written, 130 cancelled
-)";
+)",
+    Commands());
 
 }  // namespace cli

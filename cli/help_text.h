@@ -1,4 +1,5 @@
-// The texts that --help prints. Each fits on a screen of 80 columns and 24 lines.
+// The texts that --help and --help-all print. A line has at most 79 columns. The texts for --help
+// fit a screen, except that of "zkhost command", which lists all arguments of the plug-in.
 #pragma once
 
 #include <string>
@@ -7,6 +8,7 @@ namespace cli {
 
 extern const std::string kMainHelp;
 extern const std::string kImportHelp;
+extern const std::string kImportAllHelp;  // for --help-all
 extern const std::string kCheckHelp;
 extern const std::string kConvertHelp;
 extern const std::string kCommandHelp;

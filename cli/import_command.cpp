@@ -4,18 +4,22 @@
 #include <fmt/format.h>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/amc_rate.h"
 #include "cli/amc_values.h"
+#include "cli/exports.h"
 #include "cli/import_show.h"
 #include "cli/interrupt.h"
 #include "cli/outputs.h"
 #include "cli/print.h"
+#include "cli/rate_text.h"
 #include "cli/report.h"
 #include "cli/standard_input.h"
 #include "cli/summary.h"
 #include "cli/tree.h"
 #include "dataset/exit_status.h"
+#include "export/motion_facts.h"
 #include "files/system_storage.h"
 #include "take/import.h"
 #include "take/input_text.h"
@@ -43,25 +47,38 @@ ShowOptions ShowOptionsOf(const ImportRequest& request) {
     return options;
 }
 
-// Whether the motion states its rate, as the plug-in reads it.
-bool StatesItsRate(const take::InputFile& motion) {
+// Without the survey, only the beginning of a motion file shows whether it states its rate, as the
+// plug-in reads it.
+bool LacksRate(const take::Request& request) {
+    if (!request.asIs || !request.motion) return false;
     files::SystemStorage storage;
-    return StatesRate(take::InputText(motion, storage).Text());
+    return !StatesRate(take::InputText(*request.motion, storage).Text());
 }
 
 SummaryRequest SummaryOf(const take::Request& request, const take::Result& result) {
     SummaryRequest summary;
     summary.files.push_back(request.file.path);
-    if (request.motion) {
-        const std::string& path = request.motion->path;
-        summary.files.push_back(path);
-        // Without --as-is, the survey has already reported that the rate is missing.
-        if (request.asIs && !StatesItsRate(*request.motion)) summary.fileWithoutRate = path;
+    if (request.motion) summary.files.push_back(request.motion->path);
+    summary.rateOrigin = result.rateOrigin;
+    if (LacksRate(request)) {
+        summary.fileWithoutRate = request.motion->path;
+        if (result.rateOrigin == take::RateOrigin::File)
+            summary.rateOrigin = take::RateOrigin::Assumed;
     }
     summary.inPart = result.outcome.status == take::Status::ImportedInPart;
     summary.models = result.outcome.models;
     summary.framesPerSecond = result.framesPerSecond;
     return summary;
+}
+
+// Returns the rate that the take's file states. Without the survey, it is the rate at which the
+// plug-in imported the motion. Nullopt if the file states no rate or if there is no motion.
+std::optional<double> StatedRate(const take::Request& request, const take::Result& result) {
+    if (!request.asIs) return result.statedRate;
+    const std::vector<const headless::Object*> models = result.Scene().Models();
+    if (models.empty() || LacksRate(request)) return std::nullopt;
+    const double secondsPerFrame = exporters::MeasureModel(*models.front()).secondsPerFrame;
+    return secondsPerFrame > 0.0 ? std::optional(1.0 / secondsPerFrame) : std::nullopt;
 }
 
 ExitStatus StatusOf(take::Status status) {
@@ -120,7 +137,10 @@ class ImportRun {
             PrintError(CancelledMessage(written.cancelled, written.files));
         if (status == dataset::kCancelled || written.interrupted) return dataset::kCancelled;
         if (request_.report) PrintReport(written);
-        if (result_.IsImported()) PrintScene();
+        if (result_.IsImported()) {
+            PrintScene();
+            NoteSpeed();
+        }
         if (request_.timing) PrintTiming(written);
         return result_.IsImported() && written.failed ? dataset::kOutputFailed : status;
     }
@@ -128,7 +148,16 @@ class ImportRun {
   private:
     void PrintScene() const {
         if (!request_.quiet) PrintSummary(result_.Scene(), SummaryOf(take_, result_), ToStdout());
-        if (request_.tree) PrintTree(result_.Scene(), ToStdout());
+        if (request_.tree)
+            PrintTree(result_.Scene(), ExportOptionsOf(request_, result_), ToStdout());
+    }
+
+    // Says so if --fps makes the take much slower or faster than its file states. "zkhost convert"
+    // would read the note as an error of the import.
+    void NoteSpeed() const {
+        if (!take_.framesPerSecond || request_.report) return;
+        const std::string note = SpeedNote(*take_.framesPerSecond, StatedRate(take_, result_));
+        if (!note.empty()) PrintError(note);
     }
 
     void PrintReport(const OutputsResult& written) const {
@@ -155,6 +184,11 @@ class ImportRun {
 }  // namespace
 
 int RunImport(const ImportRequest& request) {
+    const std::string existing = request.noClobber ? FindExistingOutput(request) : std::string();
+    if (!existing.empty()) {
+        PrintError(fmt::format("{}: exists already, and --no-clobber keeps it", existing));
+        return dataset::kOutputFailed;
+    }
     return ImportRun(request).Finish();
 }
 

@@ -1,56 +1,22 @@
 #include "cli/import_options.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <cmath>
-#include <filesystem>
+#include <cstdint>
 #include <fmt/format.h>
-#include <fmt/ranges.h>
-#include <map>
-#include <set>
+#include <limits>
+#include <string_view>
+#include <system_error>
 
 #include "cli/option_values.h"
-#include "cli/standard_input.h"
-#include "export/formats.h"
-#include "files/links.h"
-#include "pairing/capture_kind.h"
-#include "survey/encoding.h"
 #include "take/request.h"
-#include "text/path_text.h"
 
 namespace cli {
 namespace {
 
 constexpr double kCmuFramesPerSecond = 120.0;
 constexpr int kMostDigits = 15;
-
-// Decides the format from the extensions of the files, or from --as, and sets the request's files.
-// Throws UsageError if a file has the wrong extension.
-void SetFiles(const ImportWords& words, take::Request& request) {
-    using pairing::CaptureKind;
-    const std::string file = request.file.path;
-    const std::string& motionFile = words.motionFile;
-    const std::string files[] = {file, motionFile};
-    const std::optional<CaptureKind> as = ParseAs(words.as, files);
-    const auto kindOf = [&](const std::string& path) {
-        return IsStandardInput(path) ? as : pairing::KindOf(path);
-    };
-    const std::optional<CaptureKind> kind = kindOf(file);
-    if (!kind && IsStandardInput(file))
-        throw UsageError("-: --as bvh or --as asf must say what the standard input is");
-    if (!kind) throw UsageError(fmt::format("{}: not a .bvh or .asf file", file));
-    if (kind == CaptureKind::Motion)
-        throw UsageError(
-            fmt::format("{}: an .amc file needs its skeleton, SKEL.asf, before it", file));
-    const bool isAlone = kind == CaptureKind::Biovision;
-    request.format = isAlone ? take::Format::Biovision : take::Format::Acclaim;
-    request.file = InputOf(file, *kind);
-    if (motionFile.empty()) return;
-    if (isAlone) throw UsageError(fmt::format("{}: a .bvh file takes no second file", motionFile));
-    const bool isOnlyPosition = IsStandardInput(motionFile) && !as;
-    if (!isOnlyPosition && kindOf(motionFile) != CaptureKind::Motion)
-        throw UsageError(fmt::format("{}: not an .amc file", motionFile));
-    request.motion = InputOf(motionFile, CaptureKind::Motion);
-}
 
 // If --resample has no number, --fps is the rate of the samples, and the take keeps the rate of its
 // file. If --resample has a number or is missing, --fps is the rate of the take.
@@ -75,41 +41,41 @@ int Digits(const std::string& text) {
     return static_cast<int>(number);
 }
 
-// Returns the absolute path with all symbolic links resolved, so that two paths of the same file
-// give the same text.
-std::string Resolved(const std::string& path) {
-    std::error_code error;
-    const auto absolute = std::filesystem::absolute(files::FollowLinks(path), error);
-    const auto resolved = std::filesystem::weakly_canonical(absolute, error);
-    return error ? path : resolved.string();
+// Returns the frame number, or `missing` if the text is empty. Returns nullopt for a text that is
+// no whole number.
+std::optional<std::int64_t> FrameNumber(std::string_view text, std::int64_t missing) {
+    if (text.empty()) return missing;
+    std::int64_t number = 0;
+    const char* last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, number);
+    if (error != std::errc() || end != last) return std::nullopt;
+    return number;
 }
 
-const exporters::Format* FormatOf(const std::string& path) {
-    if (const auto* format = exporters::FindFormat(text::LowerCaseExtension(path))) return format;
-    std::set<std::string_view> known;
-    for (const exporters::Format& format : exporters::Formats())
-        known.insert(format.extension);
-    throw UsageError(
-        fmt::format("{}: unknown output format; known are {}", path, fmt::join(known, " ")));
-}
-
-void ReadOutputs(const ImportWords& words, ImportRequest& request) {
-    std::set<std::string> names;
-    for (const std::string& path : words.outputs) {
-        const OutputRequest output = {path, FormatOf(path)};
-        for (const std::string& file : exporters::FilesOf(*output.format, path)) {
-            RequireNotOverwritten(request.take.file.path, file);
-            RequireNotOverwritten(words.motionFile, file);
-            if (!names.insert(Resolved(file)).second)
-                throw UsageError(fmt::format("{}: two outputs would write this file", file));
-        }
-        request.outputs.push_back(output);
+exporters::FrameRange Frames(const std::string& text) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    const std::size_t colon = text.find(':');
+    const std::string_view all = text;
+    std::optional<std::int64_t> first;
+    std::optional<std::int64_t> last;
+    if (colon != std::string::npos && all.size() > 1) {
+        first = FrameNumber(all.substr(0, colon), Limits::min());
+        last = FrameNumber(all.substr(colon + 1), Limits::max());
     }
+    if (!first || !last)
+        throw UsageError(fmt::format(
+            "--frames {}: expected two frame numbers, FIRST:LAST, such as 10:20, 10: or :20",
+            text));
+    if (*first > *last)
+        throw UsageError(
+            fmt::format("--frames {}: the first frame comes after the last one", text));
+    return {*first, *last};
 }
 
 }  // namespace
 
 void DescribeImportOptions(CLI::App& command, ImportWords& words) {
+    words.command = &command;
     take::Request& request = words.request.take;
     CLI::Option* nulls = command.add_flag("--nulls", words.nulls);
     command.add_flag("--bones", words.bones)->excludes(nulls);
@@ -131,22 +97,15 @@ void DescribeImportOptions(CLI::App& command, ImportWords& words) {
     words.resampleOption = command.add_option("--resample", words.resample);
     command.add_flag("--mesh,!--no-mesh", words.request.exports.mesh);
     command.add_option("--digits", words.digits);
-}
-
-void DescribeImport(CLI::App& import, ImportWords& words) {
-    ImportRequest& request = words.request;
-    import.add_option("file", request.take.file.path)->required();
-    import.add_option("motion", words.motionFile);
-    import.add_option("--as", words.as);
-    DescribeImportOptions(import, words);
-    import.add_option("-o,--output", words.outputs)->allow_extra_args(false);
-    import.add_flag("--make-folders", request.makeFolders);
-    import.add_flag("--tree", request.tree);
-    import.add_flag("--quiet", request.quiet);
-    import.add_flag("--timing", request.timing);
-    import.add_option("--progress", words.progress);
-    import.add_option("--plugin", request.plugin);
-    import.add_flag("--report", request.report);
+    exporters::Options& exports = words.request.exports;
+    command.add_option("--frames", words.frames);
+    command.add_flag("--in-place", exports.inPlace);
+    command.add_flag("--all-nodes", exports.allNodes);
+    command.add_flag("--aim", exports.aim);
+    command.add_option("--animations", words.animations);
+    command.add_flag("--float32", exports.float32);
+    command.add_flag("--compress", exports.compress);
+    command.add_flag("--provenance", words.request.provenance);
 }
 
 void ParseImportOptions(ImportWords& words, bool isAcclaim) {
@@ -167,24 +126,15 @@ void ParseImportOptions(ImportWords& words, bool isAcclaim) {
                                                        {{"x", exporters::UpAxis::X},
                                                         {"y", exporters::UpAxis::Y},
                                                         {"z", exporters::UpAxis::Z}});
+    if (words.frames) request.exports.frames = Frames(*words.frames);
+    if (words.animations)
+        request.exports.animationPerModel = Choice<bool>("--animations", *words.animations,
+                                                         {{"merged", false}, {"per-model", true}});
     if ((take.applyLimits || words.length || words.preset) && !isAcclaim)
         throw UsageError("--limits, --length and --preset are for Acclaim files");
     RequireKnownEncoding(take.encoding);
     if (take.asIs && (take.strict || !take.encoding.empty()))
         throw UsageError("--strict and --encoding need the survey, which --as-is skips");
-}
-
-ImportRequest BuildImportRequest(ImportWords& words) {
-    ImportRequest& request = words.request;
-    request.progress = ProgressChoice(words.progress);
-    if (request.report) request.quiet = true;
-    SetFiles(words, request.take);
-    ParseImportOptions(words, request.take.format == take::Format::Acclaim);
-    // A file that is not mended is decoded with the user's character locale. The user's other
-    // programs decode the file in the same way.
-    request.take.readsInLocale = true;
-    ReadOutputs(words, request);
-    return request;
 }
 
 }  // namespace cli

@@ -1,5 +1,5 @@
-// The options of "zkhost import". Most of them are options of "zkhost convert" too, which passes
-// them on to each of its imports.
+// The options that "zkhost import" and "zkhost convert" have in common. Convert passes them on to
+// each of its imports.
 #pragma once
 
 #include <optional>
@@ -30,6 +30,9 @@ struct ImportWords {
     std::optional<std::string> fps;
     std::optional<std::string> digits;
     std::optional<std::string> resample;
+    std::optional<std::string> frames;
+    std::optional<std::string> animations;
+    std::optional<std::string> csvNames;
     std::optional<std::string> progress;
     std::vector<std::string> outputs;
     bool nulls = false;
@@ -37,6 +40,7 @@ struct ImportWords {
     // CLI11's records of some options. They belong to the CLI::App.
     std::vector<const CLI::Option*> acclaimOptions;  // the options for Acclaim files only
     const CLI::Option* resampleOption = nullptr;
+    const CLI::App* command = nullptr;  // the command that the user gave
 };
 
 // The value of ImportWords::resample if the user wrote --resample without a number. The samples
@@ -45,13 +49,9 @@ inline constexpr char kRateOfFps[] = "fps";
 
 // Declares the options that import and convert have in common.
 void DescribeImportOptions(CLI::App& command, ImportWords& words);
-// Declares all options and arguments of "zkhost import".
-void DescribeImport(CLI::App& import, ImportWords& words);
 
 // Parses the values of the common options into words.request. Throws UsageError for a wrong value.
 // If `isAcclaim` is false, also throws UsageError for an option that is for Acclaim files only.
 void ParseImportOptions(ImportWords& words, bool isAcclaim);
-// Parses all values of "zkhost import" and returns the request. Throws UsageError.
-ImportRequest BuildImportRequest(ImportWords& words);
 
 }  // namespace cli

@@ -1,7 +1,8 @@
 #include "cli/option_values.h"
 
-#include <cctype>
 #include <cmath>
+#include <filesystem>
+#include <system_error>
 
 #include "files/links.h"
 #include "survey/encoding.h"
@@ -33,6 +34,13 @@ void RequireKnownEncoding(const std::string& encoding) {
     if (!encoding.empty() && !survey::IsKnownEncoding(encoding))
         throw UsageError(
             fmt::format("--encoding {}: unknown; 'iconv --list' lists the encodings", encoding));
+}
+
+void RequireFileName(const char* option, const std::string& path) {
+    std::error_code error;
+    if (path.empty()) throw UsageError(fmt::format("{}: the name of the file is empty", option));
+    if (path.ends_with('/') || std::filesystem::is_directory(path, error))
+        throw UsageError(fmt::format("{} {}: a folder is no output", option, path));
 }
 
 void RequireNotOverwritten(const std::string& input, const std::string& output) {

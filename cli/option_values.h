@@ -7,30 +7,36 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "cli/arguments.h"
+#include "cli/suggestion.h"
 
 namespace cli {
 
 double FiniteNumber(const char* option, const std::string& text);
 double PositiveNumber(const char* option, const std::string& text);
 
-// Returns the value of the choice whose name is `text`.
+// Returns the value of the choice whose name is `text`, in any letter case.
 template <class Value>
 Value Choice(const char* option, const std::string& text,
              std::initializer_list<std::pair<std::string_view, Value>> choices) {
-    std::string names;
+    std::vector<std::string> names;
     for (const auto& [name, value] : choices) {
-        if (text == name) return value;
-        names += (names.empty() ? "" : " or ") + std::string(name);
+        if (LowerCase(text) == name) return value;
+        names.emplace_back(name);
     }
-    throw UsageError(fmt::format("{} {}: expected {}", option, text, names));
+    throw UsageError(
+        fmt::format("{} {}: expected {}{}", option, text, ListOf(names), Suggestion(text, names)));
 }
 
 Progress ProgressChoice(const std::optional<std::string>& text);
 
 // Requires that `encoding` is empty or the name of an encoding that iconv knows.
 void RequireKnownEncoding(const std::string& encoding);
+
+// Requires that `path` can be the name of a file: it is not empty and leads to no folder.
+void RequireFileName(const char* option, const std::string& path);
 
 // Requires that `input` and `output` do not lead to the same existing file. `input` may be empty.
 void RequireNotOverwritten(const std::string& input, const std::string& output);

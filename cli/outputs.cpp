@@ -62,6 +62,19 @@ bool MakeFolderOf(const std::string& path, OutputsResult& result) {
 
 }  // namespace
 
+std::string FindExistingOutput(const ImportRequest& request) {
+    std::vector<std::string> paths;
+    for (const OutputRequest& output : request.outputs)
+        for (const std::string& path : exporters::FilesOf(*output.format, output.path))
+            paths.push_back(path);
+    if (!request.csvNames.empty()) paths.push_back(request.csvNames);
+    for (const std::string& path : paths) {
+        std::error_code error;
+        if (std::filesystem::exists(path, error)) return path;
+    }
+    return {};
+}
+
 void AddOutput(const std::function<files::WriteOutcome()>& write,
                const std::vector<std::string>& paths, OutputsResult& result) {
     const auto start = std::chrono::steady_clock::now();

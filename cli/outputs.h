@@ -28,6 +28,9 @@ struct OutputsResult {
 // set, draws a bar on stderr while an output is written.
 OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result, bool drawsBar);
 
+// Returns the path of an output, or of its second file, that exists already. Empty if none does.
+std::string FindExistingOutput(const ImportRequest& request);
+
 // Calls `write`, which writes one output, and adds its outcome to `result`. `paths` are the files
 // of the output. Prints errors to stderr.
 void AddOutput(const std::function<files::WriteOutcome()>& write,

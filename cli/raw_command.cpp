@@ -1,16 +1,22 @@
 #include "cli/raw_command.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <string>
+#include <vector>
 
 #include "cli/import_show.h"
 #include "cli/interrupt.h"
 #include "cli/outputs.h"
 #include "cli/print.h"
+#include "cli/suggestion.h"
 #include "dataset/exit_status.h"
 #include "export/json_record.h"
 #include "files/write_file.h"
 #include "headless/session.h"
+#include "host/status.h"
 #include "take/callback.h"
+#include "take/commands.h"
 #include "take/outcome.h"
 #include "take/plugin_library.h"
 #include "take/session_lock.h"
@@ -41,6 +47,16 @@ take::VariantList Variants(const std::vector<RawArgument>& arguments) {
         }
     }
     return variants;
+}
+
+// Another plug-in may have other commands, so a name is unknown only after the plug-in refused it.
+void NoteUnknownCommand(const std::string& name) {
+    if (take::FindCommand(text::DecodeUtf8(name))) return;
+    std::vector<std::string> known;
+    for (const take::FormatInfo& format : take::Formats())
+        known.push_back(text::EncodeUtf8(format.command));
+    PrintError(fmt::format("{}: the plug-in has no such command; known are '{}'{}", name,
+                           fmt::join(known, "' and '"), Suggestion(name, known)));
 }
 
 }  // namespace
@@ -77,6 +93,7 @@ int RunCommand(const CommandRequest& request) {
             },
             {request.jsonFile}, written);
     RestoreInterrupts();
+    if (called.code == Zelk::status::kFail) NoteUnknownCommand(request.name);
     if (written.interrupted) PrintError(CancelledMessage(written.cancelled, {}));
     ToStdout()(fmt::format("0x{:08X}\n", static_cast<std::uint32_t>(called.code)));
     if (isCancelled || written.interrupted) return dataset::kCancelled;

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <string_view>
 
+#include "cli/rate_text.h"
 #include "export/motion_facts.h"
 #include "headless/text.h"
 #include "text/escapes.h"
@@ -23,16 +24,6 @@ std::string Counted(std::size_t count, std::string_view what) {
     return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
-// Formats a number with at most three decimal places. A number that is below 1 or very large gets
-// at most six significant digits instead.
-std::string Short(double number) {
-    if (std::abs(number) < 1.0 || std::abs(number) >= 1e9) return fmt::format("{:.6g}", number);
-    std::string text = fmt::format("{:.3f}", number);
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.back() == '.') text.pop_back();
-    return text;
-}
-
 std::string JoinedFiles(const std::vector<std::string>& files) {
     std::string text;
     for (const std::string& file : files) {
@@ -40,6 +31,25 @@ std::string JoinedFiles(const std::vector<std::string>& files) {
         text += Readable(text::DecodeUtf8(file));
     }
     return text;
+}
+
+std::string_view OriginText(take::RateOrigin origin) {
+    switch (origin) {
+        case take::RateOrigin::Request:
+            return "(from --fps)";
+        case take::RateOrigin::Preset:
+            return "(from the preset cmu)";
+        case take::RateOrigin::Assumed:
+            return "(assumed, the file states none)";
+        case take::RateOrigin::File:
+            break;
+    }
+    return "(from the file)";
+}
+
+std::string JointsText(const exporters::ModelFacts& facts) {
+    const std::string joints = Counted(facts.joints, "joint");
+    return facts.endSites == 0 ? joints : joints + ", " + Counted(facts.endSites, "end site");
 }
 
 std::string MotionText(const exporters::ModelFacts& facts, const SummaryRequest& request) {
@@ -50,8 +60,8 @@ std::string MotionText(const exporters::ModelFacts& facts, const SummaryRequest&
     if (secondsPerFrame == 0.0) return counts + ", frame rate unknown";
     // The duration of the last frame is added to the time from the first frame to the last.
     const double seconds = (facts.lastFrame - facts.firstFrame + 1.0) * secondsPerFrame;
-    return fmt::format("{}, {} seconds, {} frames per second", counts, Short(seconds),
-                       Short(1.0 / secondsPerFrame));
+    return fmt::format("{}, {} seconds, {} frames per second {}", counts, ShortNumber(seconds),
+                       ShortNumber(1.0 / secondsPerFrame), OriginText(request.rateOrigin));
 }
 
 std::string ClipsText(const headless::ModelData& model) {
@@ -64,8 +74,7 @@ std::string ClipsText(const headless::ModelData& model) {
 void PrintModel(const Object& model, const SummaryRequest& request, const Print& print) {
     const exporters::ModelFacts facts = exporters::MeasureModel(model);
     const bool hasMotion = exporters::MotionOf(model) != nullptr;
-    print(fmt::format("  {}: {}, {}{}\n", Readable(headless::View(model.name)),
-                      Counted(facts.joints, "joint"),
+    print(fmt::format("  {}: {}, {}{}\n", Readable(headless::View(model.name)), JointsText(facts),
                       hasMotion ? MotionText(facts, request) : "no motion",
                       model.modelData ? ClipsText(*model.modelData) : ""));
     if (facts.badKeys > 0)
@@ -79,12 +88,12 @@ void PrintModel(const Object& model, const SummaryRequest& request, const Print&
                                                                  facts.badRestValues)));
     if (!request.fileWithoutRate.empty() && facts.secondsPerFrame > 0.0) {
         const std::string file = Readable(text::DecodeUtf8(request.fileWithoutRate));
-        const std::string assumed = Short(1.0 / facts.secondsPerFrame);
+        const std::string assumed = ShortNumber(1.0 / facts.secondsPerFrame);
         if (request.framesPerSecond)
             print(
                 fmt::format("    {} does not state its rate: {} frames per second assumed;"
                             " exports use {}\n",
-                            file, assumed, Short(*request.framesPerSecond)));
+                            file, assumed, ShortNumber(*request.framesPerSecond)));
         else
             print(
                 fmt::format("    {} does not state its rate: {} frames per second assumed;"

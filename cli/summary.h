@@ -8,6 +8,7 @@
 
 #include "cli/print.h"
 #include "headless/scene.h"
+#include "take/rate_origin.h"
 
 namespace cli {
 
@@ -20,6 +21,7 @@ struct SummaryRequest {
     // The rate of the take. It may differ from the rate of the imported motion. nullopt: the take
     // has the rate of the imported motion.
     std::optional<double> framesPerSecond{};
+    take::RateOrigin rateOrigin = take::RateOrigin::File;
     // The path of a motion file for which the summary has to say that the file does not state its
     // rate. Empty: the summary says nothing about a missing rate.
     std::string fileWithoutRate{};

@@ -1,6 +1,7 @@
 #include "cli/tree.h"
 
 #include <algorithm>
+#include <array>
 #include <fmt/format.h>
 #include <string>
 #include <unordered_map>
@@ -28,6 +29,18 @@ constexpr int kNumberColumns = 9;
 constexpr std::size_t kDrawnDepth = 10;
 constexpr std::size_t kColumnsPerLevel = 2;
 
+using Position = std::array<double, 3>;
+
+// Returns the position as outputs have it.
+Position Exported(const double (&origin)[3], const exporters::Options& options) {
+    Position position = {origin[0], origin[1], origin[2]};
+    if (options.up == exporters::UpAxis::X) position = {-origin[1], origin[0], origin[2]};
+    if (options.up == exporters::UpAxis::Z) position = {origin[0], origin[2], -origin[1]};
+    for (double& coordinate : position)
+        coordinate *= options.scale;
+    return position;
+}
+
 std::string Coordinate(double value) {
     std::string text = fmt::format("{:.3f}", value);
     if (text.size() > kNumberColumns) text = fmt::format("{:.1e}", value);
@@ -53,7 +66,8 @@ void PrintRow(std::string_view name, std::string_view type, std::string_view x, 
                       kNumberColumns, y, kNumberColumns, z, kNumberColumns));
 }
 
-void PrintModel(const headless::Scene& scene, const Object& model, const Print& print) {
+void PrintModel(const headless::Scene& scene, const Object& model,
+                const exporters::Options& options, const Print& print) {
     const headless::MotionEvaluator evaluator(scene, model, nullptr);
     const std::vector<const Object*>& objects = evaluator.Objects();
     std::vector<headless::Transform> globals(objects.size());
@@ -64,18 +78,19 @@ void PrintModel(const headless::Scene& scene, const Object& model, const Print& 
         globalOf.emplace(objects[index], &globals[index]);
 
     headless::WalkObjects(model, [&](const Object& object, std::size_t depth) {
-        const double* origin = globalOf.at(&object)->origin;
-        PrintRow(NameColumn(object, depth), exporters::TypeName(object.type), Coordinate(origin[0]),
-                 Coordinate(origin[1]), Coordinate(origin[2]), print);
+        const Position position = Exported(globalOf.at(&object)->origin, options);
+        PrintRow(NameColumn(object, depth), exporters::TypeName(object.type),
+                 Coordinate(position[0]), Coordinate(position[1]), Coordinate(position[2]), print);
     });
 }
 
 }  // namespace
 
-void PrintTree(const headless::Scene& scene, const Print& print) {
+void PrintTree(const headless::Scene& scene, const exporters::Options& options,
+               const Print& print) {
     PrintRow(fmt::format("{:<{}}", "Name", kNameColumns), "Type", "x", "y", "z", print);
     for (const Object* model : scene.Models())
-        PrintModel(scene, *model, print);
+        PrintModel(scene, *model, options, print);
 }
 
 }  // namespace cli

@@ -11,7 +11,7 @@
 namespace dataset {
 
 struct ImportReport {
-    std::size_t joints = 0;  // the sum over all models
+    std::size_t joints = 0;  // without end sites; the sum over all models
     // `frames`, `framesPerSecond` and `seconds` describe the model with the most frames. The rate
     // and the duration are nullopt if there is no motion or its rate is not known. The duration
     // includes that of the last frame.

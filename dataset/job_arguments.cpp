@@ -36,6 +36,7 @@ std::vector<std::string> ImportArguments(const Job& job, const Request& request,
     // The JSON record contains the events of the progress bar. Without this option, a record would
     // differ depending on whether stderr is a terminal.
     words.emplace_back("--progress=off");
+    if (withOutput && request.noClobber) words.emplace_back("--no-clobber");
     if (withOutput) words.emplace_back("--make-folders");
     if (withOutput)
         for (const std::string& output : job.outputs)

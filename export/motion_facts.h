@@ -12,9 +12,14 @@ namespace exporters {
 
 // Items of actions are counted only if they are active, because evaluation ignores all others.
 struct ModelFacts {
-    // The number of joints. Each bone counts as one, and so does each null that is not at the end
-    // of a chain. A chain root counts only if it is directly under the model.
+    // The number of joints and that of end sites. In a skeleton of nulls, an end site is a null
+    // without children that no curve drives and that has the name of an end site ("Hand_End" under
+    // "Hand"); all other nulls are joints. In a skeleton of bones, a joint is a bone or a null, but
+    // not a bone that leads from a parent joint to the first joint of its chain; an end site is the
+    // end of a chain that nothing continues. Both skeletons of one file have the same numbers,
+    // unless bones cannot show a joint: a last joint without an end site counts as an end site.
     std::size_t joints = 0;
+    std::size_t endSites = 0;
     std::size_t curves = 0;
     std::size_t frames = 0;         // distinct key times
     double firstFrame = 0.0;        // the first key time; 0 if there are no keys

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <fmt/format.h>
+#include <limits>
 
 #include "export/finite_check.h"
 #include "export/readable_name.h"
@@ -28,6 +29,15 @@ std::vector<double> EvenFrames(double first, double step, double count) {
     return frames;
 }
 
+// Returns the range in words. A range that is open at an end has the least or the largest number
+// there.
+std::string RangeText(const FrameRange& range) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    if (range.last == Limits::max()) return fmt::format("from {} on", range.first);
+    if (range.first == Limits::min()) return fmt::format("up to {}", range.last);
+    return fmt::format("from {} to {}", range.first, range.last);
+}
+
 // Removes the frames outside the range. Throws ExportError if no frame is left.
 void KeepRange(std::vector<double>& frames, const FrameRange& range, const std::string& name) {
     const auto first =
@@ -35,9 +45,8 @@ void KeepRange(std::vector<double>& frames, const FrameRange& range, const std::
     const auto end =
         std::upper_bound(frames.begin(), frames.end(), static_cast<double>(range.last));
     if (first >= end)
-        throw ExportError(
-            fmt::format("{}: the motion has no frame from {} to {}; its frames are {} to {}", name,
-                        range.first, range.last, frames.front(), frames.back()));
+        throw ExportError(fmt::format("{}: the motion has no frame {}; its frames are {} to {}",
+                                      name, RangeText(range), frames.front(), frames.back()));
     frames.erase(end, frames.end());
     frames.erase(frames.begin(), first);
 }

@@ -138,6 +138,7 @@ class MotionSurvey {
         facts.channels = motion_->values.Channels();
         facts.frames = motion_->frames;
         facts.framesPerSecond = motion_->framesPerSecond;
+        if (!motion_->header.rateText.empty()) facts.statedRate = motion_->header.rate;
         facts.seconds = static_cast<double>(motion_->numbers.Span()) / motion_->framesPerSecond;
     }
 

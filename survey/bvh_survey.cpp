@@ -252,6 +252,8 @@ class BvhSurveyor {
         const BvhPart& first = parts_.front();
         if (!first.section.motion.present) return;
         facts.frames = first.rowCount;
+        const auto& stated = first.section.motion.frameTime;
+        if (stated && *stated > 0.0) facts.statedRate = 1.0 / *stated;
         const double frameTime =
             options_.framesPerSecond ? 1.0 / *options_.framesPerSecond : FrameTime(first.section);
         facts.framesPerSecond =

@@ -84,6 +84,8 @@ struct Facts {
     std::size_t channels = 0;
     std::optional<std::size_t> frames;
     std::optional<double> framesPerSecond;
+    // The rate that the file states, whatever rate the user gave. Nullopt if it states none.
+    std::optional<double> statedRate;
     std::optional<double> seconds;  // the duration, which includes that of the last frame
     // The height of the figure in the file's unit. For Acclaim files it is multiplied by the factor
     // on lengths that the survey uses. `height`, `unit` and `up` are only known for Purpose::Check.

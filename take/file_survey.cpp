@@ -1,11 +1,13 @@
 #include "take/file_survey.h"
 
+#include <algorithm>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "survey/codes.h"
 #include "survey/finding_text.h"
 #include "take/input_text.h"
 #include "text/storage.h"
@@ -51,6 +53,7 @@ class SurveyCollector {
     explicit SurveyCollector(const Request& request) : request_(request) {
         result_.framesPerSecond = request.framesPerSecond;
         result_.lengthMultiplier = request.lengthMultiplier;
+        if (request.framesPerSecond) result_.rateOrigin = RateOrigin::Request;
     }
 
     // Returns whether the file could be read. If it could not, adds a finding that says why.
@@ -67,9 +70,20 @@ class SurveyCollector {
         result_.findings.push_back({file.path, std::move(findings)});
     }
 
-    // Sets the rate that the survey found, unless the user requested one.
-    void SetRate(std::optional<double> framesPerSecond) {
-        if (framesPerSecond && !result_.framesPerSecond) result_.framesPerSecond = framesPerSecond;
+    // Sets the rate that the survey found, unless the user requested one. `surveyed` is the survey
+    // of the file with the motion. Its findings must not have been moved out of it.
+    void SetRate(const survey::FileSurvey& surveyed, std::optional<double> framesPerSecond) {
+        result_.statedRate = surveyed.facts.statedRate;
+        if (request_.framesPerSecond) return;
+        result_.framesPerSecond = framesPerSecond;
+        if (surveyed.facts.statedRate) return;
+        // Only Acclaim files have presets. If one gives the rate, the survey does not miss it.
+        const bool isMissed = std::any_of(surveyed.findings.begin(), surveyed.findings.end(),
+                                          [](const survey::Finding& finding) {
+                                              return finding.code == survey::codes::kRateMissing;
+                                          });
+        const bool isPreset = request_.format == Format::Acclaim && !isMissed;
+        result_.rateOrigin = isPreset ? RateOrigin::Preset : RateOrigin::Assumed;
     }
     // If the survey has a multiplier, it replaces the one of the request. It already includes the
     // request's multiplier. It also includes `multiplied`, the factor by which the survey enlarges
@@ -108,8 +122,8 @@ FileSurvey SurveyBiovision(const Request& request, text::Storage& storage) {
     InputText file(request.file, storage);
     if (!collector.CheckReadable(request.file, file)) return collector.Finish();
     survey::BvhSurvey surveyed = survey::SurveyBvh(file.Text(), OptionsOf(request));
+    collector.SetRate(surveyed, surveyed.framesPerSecond);
     collector.Add(request.file, std::move(surveyed.findings));
-    collector.SetRate(surveyed.framesPerSecond);
     collector.SetOutlines(std::move(surveyed.outlines));
     collector.SetFile(surveyed, file);
     return collector.Finish();
@@ -133,8 +147,8 @@ FileSurvey SurveyAcclaim(const Request& request, text::Storage& storage) {
     collector.SetOutlines({std::move(surveyed.outline)});
     if (motion) {
         survey::AmcSurvey& surveyedMotion = surveyed.motions.front();
+        collector.SetRate(surveyedMotion, surveyedMotion.framesPerSecond);
         collector.Add(*request.motion, std::move(surveyedMotion.findings));
-        collector.SetRate(surveyedMotion.framesPerSecond);
         collector.SetMotion(surveyedMotion, *motion);
     }
     collector.SetFile(surveyed.skeleton, skeleton);
@@ -158,9 +172,13 @@ FileSurvey WithoutSurvey(const Request& request, text::Storage& storage) {
     if (request.motion) result.unpackedMotion = UnpackedAsIs(*request.motion, storage, result);
     result.framesPerSecond = request.framesPerSecond;
     result.lengthMultiplier = request.lengthMultiplier;
+    if (request.framesPerSecond) result.rateOrigin = RateOrigin::Request;
     if (request.preset != Preset::Cmu) return result;
     if (!result.lengthMultiplier) result.lengthMultiplier = kCmuLengthMultiplier;
-    if (!result.framesPerSecond) result.framesPerSecond = kCmuFramesPerSecond;
+    if (!result.framesPerSecond) {
+        result.framesPerSecond = kCmuFramesPerSecond;
+        result.rateOrigin = RateOrigin::Preset;
+    }
     return result;
 }
 

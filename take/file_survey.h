@@ -7,6 +7,7 @@
 
 #include "survey/survey.h"
 #include "take/findings.h"
+#include "take/rate_origin.h"
 #include "take/request.h"
 #include "text/storage.h"
 
@@ -26,6 +27,10 @@ struct FileSurvey {
     // The rate that exports and the summary use: the request's rate or, if the request gives none,
     // the survey's rate. If nullopt, the rate that the plug-in read is used.
     std::optional<double> framesPerSecond;
+    RateOrigin rateOrigin = RateOrigin::File;
+    // The rate that the file states, whatever `framesPerSecond` is. Nullopt if it states none, and
+    // without a survey.
+    std::optional<double> statedRate;
     // The factor on an Acclaim skeleton's lengths that the plug-in must use instead of the file's
     // factor. It includes `multiplied`. If nullopt, the plug-in uses the file's factor.
     std::optional<double> lengthMultiplier;

@@ -179,6 +179,8 @@ Result Import(const Plugin& plugin, const Request& request, text::Storage& stora
     result.findings = std::move(survey.findings);
     result.isRefused = survey.isRefused;
     result.framesPerSecond = survey.framesPerSecond;
+    result.rateOrigin = survey.rateOrigin;
+    result.statedRate = survey.statedRate;
     result.lengthMultiplier = survey.lengthMultiplier;
     result.multiplied = survey.multiplied;
     result.outlines = std::move(survey.outlines);

@@ -19,6 +19,7 @@
 #include "take/listener.h"
 #include "take/outcome.h"
 #include "take/plugin_library.h"
+#include "take/rate_origin.h"
 #include "take/request.h"
 #include "text/api.h"
 #include "text/storage.h"
@@ -47,6 +48,10 @@ struct Result {
     // The take's rate, if the request or the survey decided it. If nullopt, the take's rate is the
     // one at which the plug-in imported the motion.
     std::optional<double> framesPerSecond;
+    RateOrigin rateOrigin = RateOrigin::File;
+    // The rate that the file states, whatever rate the take has. Nullopt if it states none, and
+    // without a survey.
+    std::optional<double> statedRate;
     // The factor that the plug-in was given for an Acclaim skeleton's lengths. If nullopt, the
     // plug-in used the factor in the skeleton file.
     std::optional<double> lengthMultiplier;

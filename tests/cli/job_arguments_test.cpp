@@ -14,7 +14,7 @@ using dataset::Request;
 using testing::HasSubstr;
 
 dataset::Request RequestOf(std::vector<const char*> words) {
-    words.insert(words.begin(), {"convert", "t", "--to", "json", "--out-dir", "out"});
+    words.insert(words.begin(), {"convert", "t", "--to", "glb", "--out-dir", "out"});
     return std::get<dataset::Request>(cli::ParseArguments(words));
 }
 
@@ -22,15 +22,15 @@ std::string LineOf(const Job& job, const std::vector<const char*>& options) {
     return text::ShellLine(dataset::ImportArguments(job, RequestOf(options)));
 }
 
-const Job kBiovision{"t/walk.bvh", "", "walk.bvh", {"walk.json"}, ""};
-const Job kAcclaim{"t/a.amc", "t/s.asf", "a.amc", {"a.json"}, ""};
-const Job kSkeleton{"t/s.asf", "", "s.asf", {"s.json"}, ""};
+const Job kBiovision{"t/walk.bvh", "", "walk.bvh", {"walk.glb"}, ""};
+const Job kAcclaim{"t/a.amc", "t/s.asf", "a.amc", {"a.glb"}, ""};
+const Job kSkeleton{"t/s.asf", "", "s.asf", {"s.glb"}, ""};
 
 TEST(JobArguments, NameInputsAndOutput) {
     EXPECT_EQ(LineOf(kBiovision, {}),
-              "import t/walk.bvh --progress=off --make-folders -o out/walk.json");
+              "import t/walk.bvh --progress=off --make-folders -o out/walk.glb");
     EXPECT_EQ(LineOf(kAcclaim, {}),
-              "import t/s.asf t/a.amc --progress=off --make-folders -o out/a.json");
+              "import t/s.asf t/a.amc --progress=off --make-folders -o out/a.glb");
 }
 
 TEST(JobArguments, NameEveryOutput) {
@@ -48,24 +48,42 @@ TEST(JobArguments, HaveTheOptionsInAFixedOrder) {
                                        "--scale=0.01"}));
     EXPECT_EQ(one,
               "import t/walk.bvh --bones --no-chain-from-parent --effector-to-last-bone --no-group "
-              "--clip --scale=0.01 --up=z --fps=30 --progress=off --make-folders -o out/walk.json");
+              "--clip --scale=0.01 --up=z --fps=30 --progress=off --make-folders -o out/walk.glb");
+}
+
+TEST(JobArguments, KeepOutputsThatExist) {
+    EXPECT_EQ(LineOf(kBiovision, {"--no-clobber"}),
+              "import t/walk.bvh --progress=off --no-clobber --make-folders -o out/walk.glb");
+    // An import that writes nothing keeps everything, and the option changes no output.
+    EXPECT_EQ(
+        text::ShellLine(dataset::ImportArguments(kBiovision, RequestOf({"--no-clobber"}), false)),
+        "import t/walk.bvh --progress=off");
+    EXPECT_EQ(dataset::OptionsLine(RequestOf({"--no-clobber"})),
+              dataset::OptionsLine(RequestOf({})));
+}
+
+TEST(JobArguments, HaveTheOptionsOfOutputs) {
+    EXPECT_EQ(LineOf(kBiovision, {"--frames", "2:9", "--in-place", "--all-nodes", "--aim",
+                                  "--animations", "per-model", "--provenance"}),
+              "import t/walk.bvh --frames=2:9 --in-place --all-nodes --aim --animations=per-model "
+              "--provenance --progress=off --make-folders -o out/walk.glb");
 }
 
 TEST(JobArguments, HaveAcclaimOptionsOnlyForAcclaimFiles) {
     const std::vector<const char*> options = {"--limits", "--length=-2", "--preset", "cmu",
                                               "--nulls"};
     EXPECT_EQ(LineOf(kBiovision, options),
-              "import t/walk.bvh --nulls --progress=off --make-folders -o out/walk.json");
+              "import t/walk.bvh --nulls --progress=off --make-folders -o out/walk.glb");
     EXPECT_EQ(LineOf(kAcclaim, options),
               "import t/s.asf t/a.amc --nulls --limits --length=-2 --preset=cmu --progress=off "
-              "--make-folders -o out/a.json");
+              "--make-folders -o out/a.glb");
     EXPECT_THAT(LineOf(kSkeleton, options), HasSubstr("--limits"));
 }
 
 TEST(JobArguments, ResampleAtThePresetsRateOnlyForAcclaimFiles) {
     const std::vector<const char*> options = {"--preset", "cmu", "--resample"};
     EXPECT_EQ(LineOf(kBiovision, options),
-              "import t/walk.bvh --progress=off --make-folders -o out/walk.json");
+              "import t/walk.bvh --progress=off --make-folders -o out/walk.glb");
     EXPECT_THAT(LineOf(kAcclaim, options), HasSubstr("--preset=cmu --resample"));
     EXPECT_THAT(LineOf(kBiovision, {"--preset", "cmu", "--resample", "--fps", "60"}),
                 HasSubstr("--fps=60 --resample"));
@@ -74,9 +92,9 @@ TEST(JobArguments, ResampleAtThePresetsRateOnlyForAcclaimFiles) {
 TEST(JobArguments, NameFilesThatLookLikeOptionsByAPath) {
     dataset::Request request = RequestOf({});
     request.outDir = "-out";
-    const Job job{"-s.bvh", "", "-s.bvh", {"-s.json"}, ""};
+    const Job job{"-s.bvh", "", "-s.bvh", {"-s.glb"}, ""};
     EXPECT_EQ(text::ShellLine(dataset::ImportArguments(job, request)),
-              "import ./-s.bvh --progress=off --make-folders -o ./-out/-s.json");
+              "import ./-s.bvh --progress=off --make-folders -o ./-out/-s.glb");
 }
 
 TEST(JobArguments, AreParsedByImport) {
@@ -99,12 +117,12 @@ TEST(JobArguments, AreParsedByImport) {
     EXPECT_EQ(import.plugin, "p.so");
     EXPECT_EQ(import.progress, cli::Progress::Off);
     ASSERT_EQ(import.outputs.size(), 1u);
-    EXPECT_EQ(import.outputs[0].path, "out/a.json");
+    EXPECT_EQ(import.outputs[0].path, "out/a.glb");
 }
 
 TEST(OptionsLine, NamesTheFormats) {
-    EXPECT_THAT(dataset::OptionsLine(RequestOf({})), HasSubstr(" .json "));
-    EXPECT_THAT(dataset::OptionsLine(RequestOf({"--to", "glb"})), HasSubstr(" .glb.json "));
+    EXPECT_THAT(dataset::OptionsLine(RequestOf({})), HasSubstr(" .glb "));
+    EXPECT_THAT(dataset::OptionsLine(RequestOf({"--to", "json"})), HasSubstr(" .glb.json "));
 }
 
 TEST(OptionsLine, ChangesOnlyWithOptionsThatChangeOutputs) {
@@ -167,6 +185,12 @@ const Wrong kWrong[] = {
     {"ManyJobs", {"t", "--to", "json", "--out-dir", "o", "-j", "1e9"}, "--jobs 1e9"},
     {"Asf", {"t", "--to", "json", "--out-dir", "o", "--asf", "s.bvh"}, "--asf s.bvh"},
     {"Scale", {"t", "--to", "json", "--out-dir", "o", "--scale", "no"}, "--scale no"},
+    {"NotHonoured",
+     {"t", "--to", "csv", "--out-dir", "o", "--digits", "3"},
+     "--digits: no output honours it; .bvh does"},
+    {"NotHonouredByJson",
+     {"t", "--to", "json", "--out-dir", "o", "--scale", "2"},
+     "--scale: no output honours it; .glb, .gltf, .bvh, .csv and .npz do"},
     {"TimeLimit", {"t", "--to", "json", "--out-dir", "o", "--time-limit", "x"}, "--time-limit x"},
     {"BothSkeletons", {"t", "--to", "json", "--out-dir", "o", "--nulls", "--bones"}, "--nulls"},
     {"Tree", {"t", "--to", "json", "--out-dir", "o", "--tree"}, "--tree"},

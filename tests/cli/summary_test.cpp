@@ -35,7 +35,8 @@ TEST(Summary, NamesWhatWasImported) {
     AddWalk(scene, L"walk", 1.0 / 60);
     EXPECT_EQ(Summary({.files = {"walk.bvh"}}),
               "walk.bvh: 1 model imported\n"
-              "  walk: 2 joints, 2 curves, 4 frames, 0.0666667 seconds, 60 frames per second\n");
+              "  walk: 1 joint, 1 end site, 2 curves, 4 frames, 0.0666667 seconds, "
+              "60 frames per second (from the file)\n");
 }
 
 TEST(Summary, NamesTheClip) {
@@ -76,6 +77,18 @@ TEST(Summary, CountsATakeFromItsFirstFrame) {
                 HasSubstr("4 frames, 2 seconds, 2 frames per second"));
 }
 
+TEST(Summary, SaysWhereTheRateComesFrom) {
+    const TestScene scene;
+    AddWalk(scene, L"walk", 0.5);
+    const std::pair<take::RateOrigin, const char*> rows[] = {
+        {take::RateOrigin::File, "2 frames per second (from the file)\n"},
+        {take::RateOrigin::Request, "2 frames per second (from --fps)\n"},
+        {take::RateOrigin::Preset, "2 frames per second (from the preset cmu)\n"},
+        {take::RateOrigin::Assumed, "2 frames per second (assumed, the file states none)\n"}};
+    for (const auto& [origin, text] : rows)
+        EXPECT_THAT(Summary({.files = {"a.amc"}, .rateOrigin = origin}), HasSubstr(text));
+}
+
 TEST(Summary, CountsOnlyCompleteModels) {
     const TestScene scene;
     AddWalk(scene, L"walk", 0.5);
@@ -114,7 +127,7 @@ TEST(Summary, CountsTheJointsOfChainsAsThoseOfNulls) {
     chain.AddBone({0, 3, 0}, Zelk::zkChainBonePin, L"Knee", bone);
     scene.AddNull(chain.GetEffector(), L"Foot", 0, 0, 0);
     // The joints are Hips, Knee and Foot.
-    EXPECT_THAT(Summary({.files = {"walk.bvh"}}), HasSubstr("walk: 3 joints"));
+    EXPECT_THAT(Summary({.files = {"walk.bvh"}}), HasSubstr("walk: 3 joints, no motion"));
 }
 
 }  // namespace

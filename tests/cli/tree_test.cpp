@@ -12,14 +12,31 @@ namespace {
 
 using testing::ElementsAre;
 
-std::vector<std::string> Lines() {
+std::vector<std::string> Lines(const exporters::Options& options = {}) {
     std::string text;
-    cli::PrintTree(TestScene::Get(), [&](std::string_view more) { text += more; });
+    cli::PrintTree(TestScene::Get(), options, [&](std::string_view more) { text += more; });
     std::vector<std::string> lines;
     std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);)
         lines.push_back(line);
     return lines;
+}
+
+TEST(Tree, ShowsPositionsAsOutputsHaveThem) {
+    const TestScene scene;
+    scene.AddNull(scene.AddModel(L"walk"), L"Hips", 1, 2, 3);
+    struct Row {
+        double scale;
+        exporters::UpAxis up;
+        const char* end;
+    };
+    const Row rows[] = {{1, exporters::UpAxis::Y, "    1.000     2.000     3.000"},
+                        {0.5, exporters::UpAxis::Y, "    0.500     1.000     1.500"},
+                        {1, exporters::UpAxis::Z, "    1.000     3.000    -2.000"},
+                        {1, exporters::UpAxis::X, "   -2.000     1.000     3.000"},
+                        {10, exporters::UpAxis::Z, "   10.000    30.000   -20.000"}};
+    for (const Row& row : rows)
+        EXPECT_THAT(Lines({.scale = row.scale, .up = row.up}).back(), testing::EndsWith(row.end));
 }
 
 TEST(Tree, ShowsNamesTypesAndGlobalPositions) {

@@ -1,6 +1,7 @@
 // Exports of a range of frames, in every format that honours the option.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 #include <nlohmann/json.hpp>
 
 #include "export/formats.h"
@@ -68,9 +69,13 @@ TEST_P(FrameRangeIn, OfAllFramesIsTheWholeMotion) {
 }
 
 TEST_P(FrameRangeIn, WithoutAFrameIsRefused) {
+    constexpr std::int64_t kFirst = std::numeric_limits<std::int64_t>::min();
+    constexpr std::int64_t kLast = std::numeric_limits<std::int64_t>::max();
     ASSERT_TRUE(exported::ImportText(Capture(1, 8)));
     for (const auto& [range, words] : {std::pair(FrameRange{9, 12}, "from 9 to 12"),
                                        {FrameRange{-3, 0}, "from -3 to 0"},
+                                       {FrameRange{9, kLast}, "from 9 on"},
+                                       {FrameRange{kFirst, 0}, "up to 0"},
                                        {FrameRange{5, 4}, "from 5 to 4"}}) {
         const Written written = Write({.frames = range});
         if (Honours()) {

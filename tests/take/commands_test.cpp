@@ -19,4 +19,17 @@ TEST(Commands, AreFoundByTheirNames) {
     EXPECT_EQ(take::FindCommand(L""), nullptr);
 }
 
+TEST(Commands, DescribeEveryArgument) {
+    for (const take::FormatInfo& info : take::Formats())
+        for (std::size_t index = 0; index < info.arguments.size(); ++index) {
+            EXPECT_FALSE(info.arguments[index].meaning.empty()) << index;
+            EXPECT_EQ(info.arguments[index].kind == take::ArgumentKind::Text,
+                      index < info.textArguments)
+                << index;
+        }
+    EXPECT_EQ(take::Formats()[0].arguments.size(), 6U);
+    EXPECT_EQ(take::Formats()[1].arguments.size(), 10U);
+    EXPECT_EQ(take::Formats()[1].arguments[4].kind, take::ArgumentKind::Real);
+}
+
 }  // namespace

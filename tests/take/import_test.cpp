@@ -47,6 +47,27 @@ std::string ModelName(const take::Result& result) {
     return text::EncodeUtf8(headless::View(result.Scene().Models().front()->name));
 }
 
+TEST(Import, SaysWhatDecidesTheRate) {
+    const std::string noRate = std::string(kBvh).replace(std::string(kBvh).find("0.5\n"), 3, "0");
+    struct Row {
+        std::string bvh;
+        std::optional<double> asked;
+        take::RateOrigin origin;
+        std::optional<double> stated;
+    };
+    const Row rows[] = {{kBvh, std::nullopt, take::RateOrigin::File, 2.0},
+                        {kBvh, 60.0, take::RateOrigin::Request, 2.0},
+                        {noRate, std::nullopt, take::RateOrigin::Assumed, std::nullopt},
+                        {noRate, 60.0, take::RateOrigin::Request, std::nullopt}};
+    for (const Row& row : rows) {
+        take::Request request = Memory(row.bvh);
+        request.framesPerSecond = row.asked;
+        const take::Result result = Import(request);
+        EXPECT_EQ(result.rateOrigin, row.origin);
+        EXPECT_EQ(result.statedRate, row.stated);
+    }
+}
+
 TEST(Import, OfAFileAndOfItsBytesGivesTheSame) {
     take::Request fromFile;
     fromFile.file = {Sample("walk.bvh")};
