@@ -80,6 +80,12 @@ dataset::Request BuildConvertRequest(ConvertWords& words) {
         import.acclaimOptions.push_back(import.resampleOption);
     }
     request.importOptions = AsGiven(words.passedOn);
+    // A data set is kept, so each output says exactly what it was made from, even if the user did
+    // not ask for it.
+    std::erase(request.importOptions, "--provenance");
+    request.hashSources = std::any_of(formats.begin(), formats.end(), [](const auto* format) {
+        return (format->honoured & exporters::kProvenance) != 0;
+    });
     request.acclaimOptions = AsGiven(import.acclaimOptions);
     if (words.parallel) {
         const double count = PositiveNumber("--jobs", *words.parallel);

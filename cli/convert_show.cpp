@@ -79,6 +79,7 @@ void ConvertShow::Record(const dataset::IndexRow& row, const dataset::JobDetails
     }
     if (details.wasRun) ++counts_.imports;
     counts_.loadMilliseconds += details.loadMilliseconds;
+    counts_.hashMilliseconds += details.hashMilliseconds;
     counts_.writeMilliseconds += details.writeMilliseconds;
     std::istringstream codes(row.findings);
     for (std::string code; codes >> code;)

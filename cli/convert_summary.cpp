@@ -47,8 +47,9 @@ std::string ConvertSummary(const ConvertCounts& counts, const dataset::RunEnd& e
         text += fmt::format("{}, {:.{}f} files a second\n", Duration(seconds), rate,
                             rate < 10.0 ? 1 : 0);
     if (timing)
-        text += fmt::format("load_ms={:.3f}\nwrite_ms={:.3f}\nfiles_per_second={:.3f}\n",
-                            counts.loadMilliseconds, counts.writeMilliseconds, rate);
+        text += fmt::format(
+            "load_ms={:.3f}\nhash_ms={:.3f}\nwrite_ms={:.3f}\nfiles_per_second={:.3f}\n",
+            counts.loadMilliseconds, counts.hashMilliseconds, counts.writeMilliseconds, rate);
     if (!end.index.empty()) text += text::EscapeControls(end.index) + '\n';
     return text;
 }

@@ -21,6 +21,7 @@ struct ConvertCounts {
     std::size_t imports = 0;  // how many imports were run to their end
     // The sums over these imports. Several of them may have run at the same time.
     double loadMilliseconds = 0.0;
+    double hashMilliseconds = 0.0;
     double writeMilliseconds = 0.0;
 
     std::size_t Failures() const { return failed + partial; }

@@ -1,6 +1,7 @@
 #include "cli/exports.h"
 
 #include <fmt/format.h>
+#include <utility>
 
 #include "take/commands.h"
 #include "take/findings.h"
@@ -23,11 +24,11 @@ exporters::FileSkeleton SkeletonOf(const survey::Outline& outline) {
     return skeleton;
 }
 
-exporters::Source SourceOf(const take::Request& request, const take::Result& result) {
+exporters::Source SourceOf(const take::Request& request, const take::Result& result,
+                           std::vector<exporters::SourceFile> files) {
     const take::FormatInfo& format = take::InfoOf(request.format);
     exporters::Source source;
-    source.files.push_back({request.file.path});
-    if (request.motion) source.files.push_back({request.motion->path});
+    source.files = std::move(files);
     source.format = format.name;
     source.tool = "zkhost " ZKHOST_VERSION;
     source.options = {{"nulls", Text(request.useNulls)},
@@ -42,14 +43,15 @@ exporters::Source SourceOf(const take::Request& request, const take::Result& res
 
 }  // namespace
 
-exporters::Options ExportOptionsOf(const ImportRequest& request, const take::Result& result) {
+exporters::Options ExportOptionsOf(const ImportRequest& request, const take::Result& result,
+                                   std::vector<exporters::SourceFile> sources) {
     exporters::Options options = request.exports;
     options.scale /= result.multiplied;
     options.framesPerSecond = result.framesPerSecond;
     options.models = result.outcome.models;
     for (const survey::Outline& outline : result.outlines)
         options.skeletons.push_back(SkeletonOf(outline));
-    options.source = SourceOf(request.take, result);
+    options.source = SourceOf(request.take, result, std::move(sources));
     return options;
 }
 

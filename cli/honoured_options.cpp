@@ -30,10 +30,11 @@ constexpr HonouredOption kOptions[] = {
     {"--animations", exporters::kAnimations},
     {"--float32", exporters::kFloat32},
     {"--compress", exporters::kCompress},
+    {"--provenance", exporters::kProvenance},
 };
 
 // Options that need any output. --csv-names needs one of a certain format.
-constexpr const char* kOptionsOfOutputs[] = {"--make-folders", "--no-clobber", "--provenance"};
+constexpr const char* kOptionsOfOutputs[] = {"--make-folders", "--no-clobber"};
 constexpr char kCsvNames[] = "--csv-names";
 constexpr std::string_view kCsv = ".csv";
 

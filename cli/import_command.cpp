@@ -15,6 +15,7 @@
 #include "cli/print.h"
 #include "cli/rate_text.h"
 #include "cli/report.h"
+#include "cli/source_files.h"
 #include "cli/standard_input.h"
 #include "cli/summary.h"
 #include "cli/tree.h"
@@ -127,7 +128,11 @@ class ImportRun {
         }
         const ExitStatus status = StatusOf(result_.outcome.status);
         OutputsResult written;
-        if (status != dataset::kCancelled) written = WriteOutputs(request_, result_, drawsBar_);
+        if (status != dataset::kCancelled) {
+            const SourceFiles sources = DescribeSources(take_, request_.provenance);
+            hashMilliseconds_ = sources.hashMilliseconds;
+            written = WriteOutputs(request_, result_, sources.files, drawsBar_);
+        }
         // Without --report, a signal may end the process from here on. With --report, it must not,
         // because "zkhost convert" started this process and has to read its report. "zkhost
         // convert" sends SIGINT only once, and the handler only records the first signal.
@@ -164,12 +169,14 @@ class ImportRun {
         dataset::ImportReport report = ReportOf(request_.take, result_);
         report.outputs = written.milliseconds;
         report.loadMilliseconds = loadMilliseconds_;
+        report.hashMilliseconds = hashMilliseconds_;
         report.diskIsFull = written.diskIsFull;
         ToStdout()(dataset::ReportLine(report));
     }
 
     void PrintTiming(const OutputsResult& written) const {
         ToStdout()(fmt::format("load_ms={:.3f}\n", loadMilliseconds_));
+        if (request_.provenance) ToStdout()(fmt::format("hash_ms={:.3f}\n", hashMilliseconds_));
         for (const std::optional<double>& milliseconds : written.milliseconds)
             if (milliseconds) ToStdout()(fmt::format("write_ms={:.3f}\n", *milliseconds));
     }
@@ -179,6 +186,7 @@ class ImportRun {
     take::Result result_;
     bool drawsBar_ = false;
     double loadMilliseconds_ = 0.0;
+    double hashMilliseconds_ = 0.0;
 };
 
 }  // namespace

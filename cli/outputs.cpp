@@ -10,6 +10,7 @@
 #include "cli/import_show.h"
 #include "cli/interrupt.h"
 #include "cli/print.h"
+#include "export/csv_names.h"
 #include "export/formats.h"
 #include "export/json_record.h"
 #include "files/disk_full.h"
@@ -46,6 +47,21 @@ files::WriteOutcome Write(const OutputRequest& output, const exporters::Content&
         return exporters::Write(format, content, {out, &side, text::NamePart(paths[1])}, notes);
     };
     return files::WriteFilePair(output.path, paths[1], fill, Interrupted);
+}
+
+// Writes the table of the true names. It is not timed, because it does not grow with the motion.
+void WriteNames(const std::string& path, const headless::Scene& scene,
+                const exporters::Options& options, OutputsResult& result) {
+    const files::WriteOutcome outcome = files::WriteFile(
+        path, [&](text::ByteSink& out) { return exporters::WriteCsvNames(out, scene, options); },
+        Interrupted);
+    if (outcome.IsWritten()) result.files.push_back(path);
+    if (!outcome.problem.empty()) PrintError(outcome.problem);
+    result.failed |= !outcome.problem.empty();
+    result.diskIsFull |= outcome.isDiskFull;
+    if (!outcome.isCancelled) return;
+    result.interrupted = true;
+    result.cancelled = path;
 }
 
 // Returns whether the folder exists afterwards. If not, records the failure in `result`.
@@ -91,8 +107,8 @@ void AddOutput(const std::function<files::WriteOutcome()>& write,
 }
 
 OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result,
-                           bool drawsBar) {
-    const exporters::Options options = ExportOptionsOf(request, result);
+                           const std::vector<exporters::SourceFile>& sources, bool drawsBar) {
+    const exporters::Options options = ExportOptionsOf(request, result, sources);
     const exporters::RunRecord record = RecordOf(request, result);
     OutputsResult written;
     for (const OutputRequest& output : request.outputs) {
@@ -114,6 +130,8 @@ OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& res
         for (const std::string& note : notes)
             PrintError(fmt::format("{}: {}", output.path, note));
     }
+    if (!request.csvNames.empty() && result.IsImported() && !written.interrupted)
+        WriteNames(request.csvNames, result.Scene(), options, written);
     return written;
 }
 

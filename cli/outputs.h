@@ -26,7 +26,9 @@ struct OutputsResult {
 // Writes the outputs of the request. After a failed import, only JSON records are written. If a
 // format cannot contain a part of the scene, prints to stderr what was left out. If `drawsBar` is
 // set, draws a bar on stderr while an output is written.
-OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result, bool drawsBar);
+// `sources` describes the files of the import.
+OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result,
+                           const std::vector<exporters::SourceFile>& sources, bool drawsBar);
 
 // Returns the path of an output, or of its second file, that exists already. Empty if none does.
 std::string FindExistingOutput(const ImportRequest& request);

@@ -43,6 +43,7 @@ std::string ReportLine(const ImportReport& report) {
                        {"refused", report.refused},
                        {"findings", FindingsJson(report)},
                        {"load_ms", report.loadMilliseconds},
+                       {"hash_ms", report.hashMilliseconds},
                        {"disk_full", report.diskIsFull}};
     return line.dump() + '\n';
 }
@@ -64,6 +65,7 @@ std::optional<ImportReport> ReadReport(std::string_view line) {
                                        found.at(1).get<std::string>(),
                                        found.at(2).get<std::string>()});
         report.loadMilliseconds = read.at("load_ms").get<double>();
+        report.hashMilliseconds = read.at("hash_ms").get<double>();
         report.diskIsFull = read.at("disk_full").get<bool>();
         return report;
     } catch (const Json::exception&) {

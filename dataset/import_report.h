@@ -33,6 +33,7 @@ struct ImportReport {
     };
     std::vector<ReportedFinding> findings;  // in the order in which the survey reported them
     double loadMilliseconds = 0.0;          // how long the survey and the import took together
+    double hashMilliseconds = 0.0;          // how long the check sums of the files took
     bool diskIsFull = false;  // an output could not be written because its disk has no room
 };
 

@@ -37,6 +37,7 @@ std::vector<std::string> ImportArguments(const Job& job, const Request& request,
     // differ depending on whether stderr is a terminal.
     words.emplace_back("--progress=off");
     if (withOutput && request.noClobber) words.emplace_back("--no-clobber");
+    if (withOutput && request.hashSources) words.emplace_back("--provenance");
     if (withOutput) words.emplace_back("--make-folders");
     if (withOutput)
         for (const std::string& output : job.outputs)

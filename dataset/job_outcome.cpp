@@ -83,6 +83,7 @@ JobDetails DetailsOf(const ProcessEnd& end) {
     details.refused = report->refused;
     details.diskIsFull = report->diskIsFull;
     details.loadMilliseconds = report->loadMilliseconds;
+    details.hashMilliseconds = report->hashMilliseconds;
     for (const std::optional<double>& milliseconds : report->outputs)
         details.writeMilliseconds += milliseconds.value_or(0.0);
     for (const ImportReport::ReportedFinding& found : report->findings)

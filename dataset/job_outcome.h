@@ -19,6 +19,7 @@ struct JobDetails {
     bool refused = false;            // the files were refused; the findings say why
     bool diskIsFull = false;         // an output could not be written because its disk has no room
     double loadMilliseconds = 0.0;   // how long the survey and the import took
+    double hashMilliseconds = 0.0;   // how long the check sums of the files took
     double writeMilliseconds = 0.0;  // how long it took to write all outputs that were written
 };
 JobDetails DetailsOf(const ProcessEnd& end);

@@ -37,6 +37,7 @@ struct Request {
     std::size_t parallel = 0;       // how many imports run at a time; 0: one for each processor
     double timeLimitSeconds = 600;  // an import that takes longer is killed; 0: no limit
     bool noClobber = false;         // do not run imports whose outputs exist already
+    bool hashSources = false;       // whether the outputs store check sums of their sources
     bool resume = false;            // skip sources whose outputs are up to date
     bool plan = false;              // print the command lines and run nothing
     bool timing = false;            // print how long imports and outputs took together

@@ -37,14 +37,14 @@ Notes WriteOneFile(const Content& content, const Sinks& sinks) {
 // The options that ExportedMotion applies.
 constexpr unsigned kMotion =
     kScale | kUpAxis | kRate | kResampling | kFrames | kInPlace | kAllNodes;
-constexpr unsigned kGltf = kMotion | kMesh | kAim | kAnimations;
+constexpr unsigned kGltf = kMotion | kMesh | kAim | kAnimations | kProvenance;
 
 constexpr Format kFormats[] = {
     {".glb", "", kGltf, false, WriteOneFile<WriteGlb>},
     {".gltf", ".bin", kGltf, false, WriteGltfPair},
     {".bvh", "", kMotion | kDigits, false, WriteOneFile<WriteBvh>},
     {".csv", "", kMotion, false, WriteOneFile<WriteCsv>},
-    {".npz", "", kMotion | kFloat32 | kCompress, false, WriteArrays},
+    {".npz", "", kMotion | kFloat32 | kCompress | kProvenance, false, WriteArrays},
     {".json", "", 0, true, WriteRecord},
 };
 

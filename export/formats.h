@@ -52,6 +52,7 @@ enum Honoured : unsigned {
     kAnimations = 1U << 10U,  // animationPerModel
     kFloat32 = 1U << 11U,     // float32
     kCompress = 1U << 12U,    // compress
+    kProvenance = 1U << 13U,  // source
 };
 
 struct Format {

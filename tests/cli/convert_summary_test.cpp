@@ -24,6 +24,7 @@ ConvertCounts MixedRun() {
     ConvertCounts counts{20, 10, 3, 2, 4, {{"rate-missing", 1}, {"row-cut", 12}}};
     counts.imports = 16;
     counts.loadMilliseconds = 1234.5;
+    counts.hashMilliseconds = 2.0;
     counts.writeMilliseconds = 0.25;
     return counts;
 }
@@ -53,13 +54,13 @@ const Row kRows[] = {
     {"WithTiming", MixedRun(), EndWith("i"), 2.0, true,
      "20 files: 10 converted, 3 up to date, 2 imported in part, 4 failed, 1 cancelled (--resume "
      "continues)\n  rate-missing: 1 file\n  row-cut: 12 files\n2.0 s, 8.0 files a "
-     "second\nload_ms=1234.500\nwrite_ms=0.250\nfiles_per_second=8.000\ni\n"},
+     "second\nload_ms=1234.500\nhash_ms=2.000\nwrite_ms=0.250\nfiles_per_second=8.000\ni\n"},
     {"FullDisk", Run(9, 2), EndWith("", true), 1.0, false,
      "9 files: 2 converted, 7 not converted\n1.0 s, 2.0 files a second\n"},
     {"NothingToDo", ConvertCounts{5, 0, 5, 0, 0, {}}, EndWith("i"), 1.0, false,
      "5 files: 0 converted, 5 up to date\ni\n"},
     {"NothingToTime", ConvertCounts{5, 0, 5, 0, 0, {}}, EndWith("i"), 1.0, true,
-     "5 files: 0 converted, 5 up to date\nload_ms=0.000\nwrite_ms=0.000\n"
+     "5 files: 0 converted, 5 up to date\nload_ms=0.000\nhash_ms=0.000\nwrite_ms=0.000\n"
      "files_per_second=0.000\ni\n"},
     {"NoTimeAtAll", Run(1, 1), EndWith("i"), 0.0, false,
      "1 file: 1 converted\n0.0 s, 0.0 files a second\ni\n"},

@@ -28,15 +28,16 @@ const Job kSkeleton{"t/s.asf", "", "s.asf", {"s.glb"}, ""};
 
 TEST(JobArguments, NameInputsAndOutput) {
     EXPECT_EQ(LineOf(kBiovision, {}),
-              "import t/walk.bvh --progress=off --make-folders -o out/walk.glb");
+              "import t/walk.bvh --progress=off --provenance --make-folders -o out/walk.glb");
     EXPECT_EQ(LineOf(kAcclaim, {}),
-              "import t/s.asf t/a.amc --progress=off --make-folders -o out/a.glb");
+              "import t/s.asf t/a.amc --progress=off --provenance --make-folders -o out/a.glb");
 }
 
 TEST(JobArguments, NameEveryOutput) {
     const Job job{"t/w.bvh", "", "w.bvh", {"w.glb", "w.npz"}, ""};
-    EXPECT_EQ(LineOf(job, {}),
-              "import t/w.bvh --progress=off --make-folders -o out/w.glb -o out/w.npz");
+    EXPECT_EQ(
+        LineOf(job, {}),
+        "import t/w.bvh --progress=off --provenance --make-folders -o out/w.glb -o out/w.npz");
 }
 
 TEST(JobArguments, HaveTheOptionsInAFixedOrder) {
@@ -48,12 +49,14 @@ TEST(JobArguments, HaveTheOptionsInAFixedOrder) {
                                        "--scale=0.01"}));
     EXPECT_EQ(one,
               "import t/walk.bvh --bones --no-chain-from-parent --effector-to-last-bone --no-group "
-              "--clip --scale=0.01 --up=z --fps=30 --progress=off --make-folders -o out/walk.glb");
+              "--clip --scale=0.01 --up=z --fps=30 --progress=off --provenance --make-folders -o "
+              "out/walk.glb");
 }
 
 TEST(JobArguments, KeepOutputsThatExist) {
     EXPECT_EQ(LineOf(kBiovision, {"--no-clobber"}),
-              "import t/walk.bvh --progress=off --no-clobber --make-folders -o out/walk.glb");
+              "import t/walk.bvh --progress=off --no-clobber --provenance --make-folders -o "
+              "out/walk.glb");
     // An import that writes nothing keeps everything, and the option changes no output.
     EXPECT_EQ(
         text::ShellLine(dataset::ImportArguments(kBiovision, RequestOf({"--no-clobber"}), false)),
@@ -66,24 +69,25 @@ TEST(JobArguments, HaveTheOptionsOfOutputs) {
     EXPECT_EQ(LineOf(kBiovision, {"--frames", "2:9", "--in-place", "--all-nodes", "--aim",
                                   "--animations", "per-model", "--provenance"}),
               "import t/walk.bvh --frames=2:9 --in-place --all-nodes --aim --animations=per-model "
-              "--provenance --progress=off --make-folders -o out/walk.glb");
+              "--progress=off --provenance --make-folders -o out/walk.glb");
 }
 
 TEST(JobArguments, HaveAcclaimOptionsOnlyForAcclaimFiles) {
     const std::vector<const char*> options = {"--limits", "--length=-2", "--preset", "cmu",
                                               "--nulls"};
-    EXPECT_EQ(LineOf(kBiovision, options),
-              "import t/walk.bvh --nulls --progress=off --make-folders -o out/walk.glb");
+    EXPECT_EQ(
+        LineOf(kBiovision, options),
+        "import t/walk.bvh --nulls --progress=off --provenance --make-folders -o out/walk.glb");
     EXPECT_EQ(LineOf(kAcclaim, options),
               "import t/s.asf t/a.amc --nulls --limits --length=-2 --preset=cmu --progress=off "
-              "--make-folders -o out/a.glb");
+              "--provenance --make-folders -o out/a.glb");
     EXPECT_THAT(LineOf(kSkeleton, options), HasSubstr("--limits"));
 }
 
 TEST(JobArguments, ResampleAtThePresetsRateOnlyForAcclaimFiles) {
     const std::vector<const char*> options = {"--preset", "cmu", "--resample"};
     EXPECT_EQ(LineOf(kBiovision, options),
-              "import t/walk.bvh --progress=off --make-folders -o out/walk.glb");
+              "import t/walk.bvh --progress=off --provenance --make-folders -o out/walk.glb");
     EXPECT_THAT(LineOf(kAcclaim, options), HasSubstr("--preset=cmu --resample"));
     EXPECT_THAT(LineOf(kBiovision, {"--preset", "cmu", "--resample", "--fps", "60"}),
                 HasSubstr("--fps=60 --resample"));
@@ -94,7 +98,7 @@ TEST(JobArguments, NameFilesThatLookLikeOptionsByAPath) {
     request.outDir = "-out";
     const Job job{"-s.bvh", "", "-s.bvh", {"-s.glb"}, ""};
     EXPECT_EQ(text::ShellLine(dataset::ImportArguments(job, request)),
-              "import ./-s.bvh --progress=off --make-folders -o ./-out/-s.glb");
+              "import ./-s.bvh --progress=off --provenance --make-folders -o ./-out/-s.glb");
 }
 
 TEST(JobArguments, AreParsedByImport) {

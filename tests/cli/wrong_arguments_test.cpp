@@ -181,7 +181,7 @@ const WrongUsage kWrongUsages[] = {
      "--no-clobber: there is no output"},
     {"ProvenanceOfNothing",
      {"import", "walk.bvh", "--provenance"},
-     "--provenance: there is no output"},
+     "--provenance: no output honours it"},
     {"FramesBackwards",
      {"import", "walk.bvh", "-o", "a.glb", "--frames", "20:10"},
      "--frames 20:10: the first frame comes after the last one"},

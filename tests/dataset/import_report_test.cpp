@@ -21,6 +21,7 @@ void ExpectSame(const ImportReport& report) {
     EXPECT_EQ(read->seconds, report.seconds);
     EXPECT_EQ(read->outputs, report.outputs);
     EXPECT_EQ(read->loadMilliseconds, report.loadMilliseconds);
+    EXPECT_EQ(read->hashMilliseconds, report.hashMilliseconds);
     EXPECT_EQ(read->diskIsFull, report.diskIsFull);
     EXPECT_EQ(read->error, report.error);
     EXPECT_EQ(read->refused, report.refused);
@@ -55,9 +56,9 @@ TEST(ImportReport, IsNotReadFromOtherTexts) {
          {"", "{}", "walk.bvh: 1 model imported", "[1, 2]", R"({"joints": -)",
           R"({"joints":"a","frames":1,"fps":null,"seconds":null,"outputs":[1.5],"error":""})",
           R"({"joints":1,"frames":1,"fps":null,"seconds":null,"outputs":[1.5],"error":"",
-              "refused":false,"findings":[["a"]],"load_ms":1,"disk_full":false})",
+              "refused":false,"findings":[["a"]],"load_ms":1,"hash_ms":0,"disk_full":false})",
           R"({"joints":1,"frames":1,"fps":null,"seconds":null,"outputs":[true],"error":"",
-              "refused":false,"findings":[],"load_ms":1,"disk_full":false})"})
+              "refused":false,"findings":[],"load_ms":1,"hash_ms":0,"disk_full":false})"})
         EXPECT_EQ(ReadReport(text), std::nullopt) << text;
 }
 

@@ -303,7 +303,7 @@ class Usage(DataSet):
         self.assertTrue(self.took)
         out, _ = self.convert("takes --resume --timing", status=4, to="json")
         self.assertRegex(out, r"^4 files: 0 converted, 3 up to date, 1 failed\n  number-bad: 1 file\n"
-                         r"load_ms=[\d.]+\nwrite_ms=[\d.]+\nfiles_per_second=[\d.]+\nout/index.csv\n$")
+                         r"load_ms=[\d.]+\nhash_ms=[\d.]+\nwrite_ms=[\d.]+\nfiles_per_second=[\d.]+\nout/index.csv\n$")
         (self.folder / "takes/broken.bvh").unlink()
         out, _ = self.convert("takes --resume")
         self.assertEqual(out, "3 files: 0 converted, 3 up to date\nout/index.csv\n")

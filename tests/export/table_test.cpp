@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "export/csv_names.h"
 #include "tests/export/exported.h"
+#include "text/byte_sink.h"
 
 namespace table_test {
 
@@ -52,6 +54,18 @@ TEST(Csv, NamesTheModelIfThereAreSeveral) {
     EXPECT_THAT(text, HasSubstr(",take1_Hips_px,"));
     // After its end the shorter motion keeps its last frame.
     EXPECT_THAT(text, HasSubstr("\n2,0.25,2,0,0,0,0,0,2,10,0,0,0,0,7,0,0,"));
+}
+
+TEST(Csv, ListsTheTrueNamesInASecondTable) {
+    ASSERT_TRUE(exported::ImportText(kClashes));
+    text::StringSink out;
+    EXPECT_EQ(exporters::WriteCsvNames(out, exported::CurrentScene(), {}), "");
+    EXPECT_EQ(out.Bytes(),
+              "joint,column,parent,end_site\n"
+              "a:b,a_b,,0\n"
+              "a.b,a_b_2,a_b,0\n"
+              "a_b,a_b_3,a_b_2,0\n"
+              "a_b_End,a_b_End,a_b_3,1\n");
 }
 
 }  // namespace table_test
