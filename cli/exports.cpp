@@ -43,14 +43,20 @@ exporters::Source SourceOf(const take::Request& request, const take::Result& res
 
 }  // namespace
 
+std::vector<exporters::FileSkeleton> SkeletonsOf(const take::Result& result) {
+    std::vector<exporters::FileSkeleton> skeletons;
+    for (const survey::Outline& outline : result.outlines)
+        skeletons.push_back(SkeletonOf(outline));
+    return skeletons;
+}
+
 exporters::Options ExportOptionsOf(const ImportRequest& request, const take::Result& result,
                                    std::vector<exporters::SourceFile> sources) {
     exporters::Options options = request.exports;
     options.scale /= result.multiplied;
     options.framesPerSecond = result.framesPerSecond;
     options.models = result.outcome.models;
-    for (const survey::Outline& outline : result.outlines)
-        options.skeletons.push_back(SkeletonOf(outline));
+    options.skeletons = SkeletonsOf(result);
     options.source = SourceOf(request.take, result, std::move(sources));
     return options;
 }

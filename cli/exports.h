@@ -10,6 +10,9 @@
 
 namespace cli {
 
+// Returns the skeletons of the files, one for each model.
+std::vector<exporters::FileSkeleton> SkeletonsOf(const take::Result& result);
+
 // Returns the user's options, completed with the result of the import: the rate, the number of
 // models, their skeletons and the source, of which `sources` are the files. The scale is divided by
 // Result::multiplied.

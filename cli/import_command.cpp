@@ -69,6 +69,7 @@ SummaryRequest SummaryOf(const take::Request& request, const take::Result& resul
     summary.inPart = result.outcome.status == take::Status::ImportedInPart;
     summary.models = result.outcome.models;
     summary.framesPerSecond = result.framesPerSecond;
+    summary.skeletons = SkeletonsOf(result);
     return summary;
 }
 
@@ -78,7 +79,8 @@ std::optional<double> StatedRate(const take::Request& request, const take::Resul
     if (!request.asIs) return result.statedRate;
     const std::vector<const headless::Object*> models = result.Scene().Models();
     if (models.empty() || LacksRate(request)) return std::nullopt;
-    const double secondsPerFrame = exporters::MeasureModel(*models.front()).secondsPerFrame;
+    const double secondsPerFrame =
+        exporters::MeasureModel(result.Scene(), *models.front()).secondsPerFrame;
     return secondsPerFrame > 0.0 ? std::optional(1.0 / secondsPerFrame) : std::nullopt;
 }
 

@@ -71,8 +71,10 @@ std::string ClipsText(const headless::ModelData& model) {
     return text;
 }
 
-void PrintModel(const Object& model, const SummaryRequest& request, const Print& print) {
-    const exporters::ModelFacts facts = exporters::MeasureModel(model);
+void PrintModel(const headless::Scene& scene, const Object& model,
+                const exporters::FileSkeleton* skeleton, const SummaryRequest& request,
+                const Print& print) {
+    const exporters::ModelFacts facts = exporters::MeasureModel(scene, model, skeleton);
     const bool hasMotion = exporters::MotionOf(model) != nullptr;
     print(fmt::format("  {}: {}, {}{}\n", Readable(headless::View(model.name)), JointsText(facts),
                       hasMotion ? MotionText(facts, request) : "no motion",
@@ -105,12 +107,15 @@ void PrintModel(const Object& model, const SummaryRequest& request, const Print&
 }  // namespace
 
 void PrintSummary(const headless::Scene& scene, const SummaryRequest& request, const Print& print) {
-    std::vector<const Object*> models = scene.Models();
-    if (request.models) models.resize(std::min(models.size(), *request.models));
-    print(fmt::format("{}: {} imported{}\n", JoinedFiles(request.files),
-                      Counted(models.size(), "model"), request.inPart ? ", then an error" : ""));
-    for (const Object* model : models)
-        PrintModel(*model, request, print);
+    const std::vector<const Object*> models = scene.Models();
+    const std::size_t count = std::min(models.size(), request.models.value_or(models.size()));
+    print(fmt::format("{}: {} imported{}\n", JoinedFiles(request.files), Counted(count, "model"),
+                      request.inPart ? ", then an error" : ""));
+    for (std::size_t index = 0; index < count; ++index) {
+        const bool isKnown = index < request.skeletons.size();
+        PrintModel(scene, *models[index], isKnown ? &request.skeletons[index] : nullptr, request,
+                   print);
+    }
 }
 
 }  // namespace cli

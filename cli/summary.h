@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/print.h"
+#include "export/file_skeleton.h"
 #include "headless/scene.h"
 #include "take/rate_origin.h"
 
@@ -25,6 +26,8 @@ struct SummaryRequest {
     // The path of a motion file for which the summary has to say that the file does not state its
     // rate. Empty: the summary says nothing about a missing rate.
     std::string fileWithoutRate{};
+    // The skeletons of the files, one for each model; may be empty.
+    std::vector<exporters::FileSkeleton> skeletons{};
 };
 
 void PrintSummary(const headless::Scene& scene, const SummaryRequest& request, const Print& print);

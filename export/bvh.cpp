@@ -8,6 +8,7 @@
 #include "export/exported_motion.h"
 #include "export/finite_check.h"
 #include "export/motion_facts.h"
+#include "export/object_names.h"
 #include "export/readable_name.h"
 #include "headless/text.h"
 #include "text/byte_sink.h"
@@ -132,7 +133,10 @@ class Section {
             if (!joint.isLeaf || joint.parent == Joint::kNoParent || isDriven[index] ||
                 kinds_[index] == Kind::Moving || IsTurned(locals_[index]))
                 continue;
-            if (joint.isEndSite) kinds_[index] = Kind::EndSite;
+            // An end site has no name in the file. It keeps its name only if that is the one that a
+            // reader gives it.
+            const std::wstring name = joints[joint.parent].name + std::wstring(kEndSuffix);
+            if (joint.isEndSite && IsNumbered(joint.name, name)) kinds_[index] = Kind::EndSite;
         }
     }
 

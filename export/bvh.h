@@ -23,6 +23,7 @@ namespace exporters {
 // End sites: a joint is written as an end site if all of these conditions are true:
 // - It is an end site of the file or, if the file is not known, it is the end of a chain or a null
 //   that has the name of an end site.
+// - Its name is the name of its parent with "_End" or with "_End" and a number after it.
 // - It has no children, and its parent is a joint.
 // - It is not rotated against its parent.
 // - No active item of the motion drives it, and its position does not change.

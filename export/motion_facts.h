@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "export/file_skeleton.h"
 #include "headless/scene.h"
 #include "text/api.h"
 
@@ -12,12 +13,7 @@ namespace exporters {
 
 // Items of actions are counted only if they are active, because evaluation ignores all others.
 struct ModelFacts {
-    // The number of joints and that of end sites. In a skeleton of nulls, an end site is a null
-    // without children that no curve drives and that has the name of an end site ("Hand_End" under
-    // "Hand"); all other nulls are joints. In a skeleton of bones, a joint is a bone or a null, but
-    // not a bone that leads from a parent joint to the first joint of its chain; an end site is the
-    // end of a chain that nothing continues. Both skeletons of one file have the same numbers,
-    // unless bones cannot show a joint: a last joint without an end site counts as an end site.
+    // The numbers of joints and of end sites that outputs hold.
     std::size_t joints = 0;
     std::size_t endSites = 0;
     std::size_t curves = 0;
@@ -32,7 +28,9 @@ struct ModelFacts {
 // Returns the motion that was imported last onto the model. Null if the model has no motion.
 ZKMOCAP_API const headless::ActionSource* MotionOf(const headless::Object& model);
 
-// Measures the model, with the motion that MotionOf returns.
-ZKMOCAP_API ModelFacts MeasureModel(const headless::Object& model);
+// Measures the model, with the motion that MotionOf returns. `file` is the skeleton of the file
+// from which the model was made; null if it is not known.
+ZKMOCAP_API ModelFacts MeasureModel(const headless::Scene& scene, const headless::Object& model,
+                                    const FileSkeleton* file = nullptr);
 
 }  // namespace exporters

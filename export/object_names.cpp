@@ -9,8 +9,9 @@ bool IsNumbered(std::wstring_view name, std::wstring_view wanted) {
 }
 
 bool IsEndName(std::wstring_view name, std::wstring_view parent) {
-    if (!name.starts_with(parent)) return false;
-    return IsNumbered(name.substr(parent.size()), kEndSuffix);
+    const std::size_t suffixAt = name.rfind(kEndSuffix);
+    return suffixAt != std::wstring_view::npos && IsNumbered(name.substr(suffixAt), kEndSuffix) &&
+           IsNumbered(parent, name.substr(0, suffixAt));
 }
 
 std::wstring NameSet::Add(const std::wstring& wanted) {

@@ -13,7 +13,8 @@ namespace exporters {
 inline constexpr std::wstring_view kEndSuffix = L"_End";
 
 // Whether `name` is a name that the importers give to an end site of the joint `parent`. For a
-// joint "X" they use "X_End". If that name is already in use, they add a number to it.
+// joint that the file calls "X" they use "X_End". If a name is in use, the host adds a number to
+// it. So there may be a number after "_End", and the joint may have the name "X" with a number.
 bool IsEndName(std::wstring_view name, std::wstring_view parent);
 
 // Whether `name` is `wanted`, or `wanted` with a number after it. The host gives an object such a

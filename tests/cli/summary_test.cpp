@@ -123,6 +123,8 @@ TEST(Summary, CountsTheJointsOfChainsAsThoseOfNulls) {
     Zelk::Model model = scene.AddModel(L"walk");
     Zelk::Null hips = scene.AddNull(model, L"Hips", 0, 0, 0);
     Zelk::ChainRoot chain = scene.AddChain(hips, L"HipsRoot");
+    // The importers name the bone that leads from the parent joint after that joint.
+    Zelk::ChainBone(chain.GetBones()[0]).PutName(L"Hips");
     Zelk::ChainBone bone;
     chain.AddBone({0, 3, 0}, Zelk::zkChainBonePin, L"Knee", bone);
     scene.AddNull(chain.GetEffector(), L"Foot", 0, 0, 0);

@@ -58,7 +58,7 @@ TEST_P(InactiveItem, IsIgnoredByFactsTimelineAndEvaluation) {
     const headless::ActionSource* const motion = exporters::MotionOf(model);
     ASSERT_EQ(motion->items.size(), 2u);
 
-    const exporters::ModelFacts facts = exporters::MeasureModel(model);
+    const exporters::ModelFacts facts = exporters::MeasureModel(TestScene::Get(), model);
     EXPECT_EQ(facts.curves, 1u);
     EXPECT_EQ(facts.frames, 2u);
     EXPECT_EQ(facts.firstFrame, 1.0);

@@ -22,7 +22,8 @@ std::ostream& operator<<(std::ostream& out, const Leaf& row) {
 }
 
 std::pair<std::size_t, std::size_t> Counts() {
-    const exporters::ModelFacts facts = exporters::MeasureModel(*TestScene::Get().Models().front());
+    const exporters::ModelFacts facts =
+        exporters::MeasureModel(TestScene::Get(), *TestScene::Get().Models().front());
     return {facts.joints, facts.endSites};
 }
 
@@ -59,6 +60,8 @@ TEST(JointsOfBones, ExcludeTheBoneThatStartsAtTheParent) {
     const Zelk::Model model = scene.AddModel(L"take");
     const Zelk::Null hips = scene.AddNull(model, L"Hips", 0, 0, 0);
     Zelk::ChainRoot chain = scene.AddChain(hips, L"HipsRoot");
+    // The importers name the bone that leads from the parent joint after that joint.
+    Zelk::ChainBone(chain.GetBones()[0]).PutName(L"Hips");
     Zelk::ChainBone bone;
     chain.AddBone({0, 3, 0}, Zelk::zkChainBonePin, L"Knee", bone);
     EXPECT_EQ(Counts(), std::pair(std::size_t{2}, std::size_t{1}));
