@@ -31,7 +31,8 @@ class Outputs(DataSet):
             self.convert(f"takes {options}", to=to, out=to)
             made = self.tree(to)
             for files, name in (("takes/walk.bvh", "walk.bvh"), ("takes/walk.asf takes/walk.amc", "walk.amc")):
-                subprocess.run([self.zkhost, "import", *files.split(), *options.split(), "--plugin", self.plugin,
+                stored = ["--provenance"] if to in ("glb", "gltf", "npz") else []
+                subprocess.run([self.zkhost, "import", *files.split(), *options.split(), *stored, "--plugin", self.plugin,
                                 "--progress", "off", "--make-folders", "-o", f"alone/{to}/{name}.{to}"],
                                cwd=self.folder, check=True, capture_output=True)
             alone = self.tree(f"alone/{to}")
