@@ -53,7 +53,7 @@ std::vector<exporters::FileSkeleton> SkeletonsOf(const take::Result& result) {
 exporters::Options ExportOptionsOf(const ImportRequest& request, const take::Result& result,
                                    std::vector<exporters::SourceFile> sources) {
     exporters::Options options = request.exports;
-    options.scale /= result.multiplied;
+    options.enlarged = result.multiplied;
     options.framesPerSecond = result.framesPerSecond;
     options.models = result.outcome.models;
     options.skeletons = SkeletonsOf(result);

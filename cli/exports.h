@@ -14,7 +14,7 @@ namespace cli {
 std::vector<exporters::FileSkeleton> SkeletonsOf(const take::Result& result);
 
 // Returns the user's options, completed with the result of the import: the rate, the number of
-// models, their skeletons and the source, of which `sources` are the files. The scale is divided by
+// models, their skeletons and the source, of which `sources` are the files. `enlarged` is
 // Result::multiplied.
 exporters::Options ExportOptionsOf(const ImportRequest& request, const take::Result& result,
                                    std::vector<exporters::SourceFile> sources = {});

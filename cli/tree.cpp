@@ -37,7 +37,7 @@ Position Exported(const double (&origin)[3], const exporters::Options& options) 
     if (options.up == exporters::UpAxis::X) position = {-origin[1], origin[0], origin[2]};
     if (options.up == exporters::UpAxis::Z) position = {origin[0], origin[2], -origin[1]};
     for (double& coordinate : position)
-        coordinate *= options.scale;
+        coordinate *= options.scale / options.enlarged;
     return position;
 }
 

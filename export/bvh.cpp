@@ -1,6 +1,7 @@
 #include "export/bvh.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "export/bvh_angles.h"
@@ -30,6 +31,8 @@ constexpr std::size_t kMostTabs = 32;
 // The frame time, in seconds, if only the base pose is written. The base pose has no rate, but the
 // format requires a frame time.
 constexpr double kPoseFrameTime = 1.0 / 30.0;
+// Positions up to this fraction of the skeleton's size count as near 0.
+constexpr double kNearZero = 2e-4;
 // If joints may move, all frames are evaluated before the first row is written. That takes about
 // this share of the time.
 constexpr double kClassifyShare = 0.38;
@@ -49,6 +52,10 @@ bool SameOrigin(const Transform& a, const Transform& b) {
     return std::equal(a.origin, a.origin + 3, b.origin);
 }
 
+double DistanceFromParent(const Transform& local) {
+    return std::hypot(local.origin[0], local.origin[1], local.origin[2]);
+}
+
 bool IsTurned(const Transform& transform) {
     for (int row = 0; row < 3; ++row)
         for (int column = 0; column < 3; ++column)
@@ -61,15 +68,21 @@ bool IsPositionChannel(headless::Channel channel) {
            channel == headless::Channel::PosZ || channel == headless::Channel::BoneLength;
 }
 
+struct SectionOptions {
+    std::optional<int> digits;  // as Options::digits
+    double poseFrameTime;       // the frame time in seconds of a section with only the base pose
+};
+
 // Writes one model as a section of the file.
 class Section {
   public:
     Section(text::ByteSink& out, const headless::Scene& scene, const Object& model,
-            const ExportedMotion& motion, std::optional<int> digits, Progress progress)
+            const ExportedMotion& motion, const SectionOptions& options, Progress progress)
         : out_(out),
           scene_(scene),
           model_(model),
           motion_(motion),
+          poseFrameTime_(options.poseFrameTime),
           progress_(std::move(progress)),
           locals_(motion.Joints().size()) {
         const auto& joints = motion_.Joints();
@@ -78,8 +91,9 @@ class Section {
         });
         addsRoot_ = roots != 1;
         turn_ = motion_.Turn().value_or(Transform());
-        lengthDecimals_ = digits.value_or(text::DecimalsFor(motion_.Size(motion_.Times())));
-        angleDecimals_ = digits.value_or(text::kAngleDecimals);
+        size_ = motion_.Size(motion_.Times());
+        lengthDecimals_ = options.digits.value_or(text::DecimalsFor(size_));
+        angleDecimals_ = options.digits.value_or(text::kAngleDecimals);
         ClassifyJoints();
     }
 
@@ -113,12 +127,22 @@ class Section {
             for (std::size_t frame = 0; frame < frames.size(); ++frame) {
                 progress.Report(frame, frames.size());
                 motion_.Locals(frames[frame], locals_, scratch_);
-                for (std::size_t joint = 0; joint < locals_.size(); ++joint)
-                    if (!SameOrigin(locals_[joint], base_[joint])) kinds_[joint] = Kind::Moving;
+                for (std::size_t joint = 0; joint < locals_.size(); ++joint) {
+                    if (SameOrigin(locals_[joint], base_[joint])) continue;
+                    kinds_[joint] = Kind::Moving;
+                    if (motion_.Joints()[joint].parent != Joint::kNoParent)
+                        farthest_ = std::max(farthest_, DistanceFromParent(locals_[joint]));
+                }
             }
         }
         ClassifyEndSites();
         if (!addsRoot_) kinds_[0] = Kind::Moving;
+    }
+
+    // If the positions of all joints that move are near 0, some readers take them for relative to
+    // OFFSET. Without an OFFSET nobody can.
+    bool LosesOffset(std::size_t joint) const {
+        return kinds_[joint] == Kind::Moving && farthest_ <= kNearZero * size_;
     }
 
     void ClassifyEndSites() {
@@ -175,7 +199,7 @@ class Section {
             }
             const bool isRoot = parent == Joint::kNoParent && !addsRoot_;
             OpenJoint((isRoot ? "ROOT " : "JOINT ") + Token(joints[index].name),
-                      isRoot ? Transform() : base_[index], kinds_[index]);
+                      isRoot || LosesOffset(index) ? Transform() : base_[index], kinds_[index]);
         }
         while (depth_ > 0)
             CloseJoint();
@@ -218,7 +242,7 @@ class Section {
     void WriteMotion() {
         const std::size_t frames = std::max<std::size_t>(motion_.Times().frames.size(), 1);
         const double seconds =
-            motion_.Times().IsPose() ? kPoseFrameTime : SecondsPerStep(motion_.Times());
+            motion_.Times().IsPose() ? poseFrameTime_ : 1.0 / FramesPerSecond(motion_.Times());
         out_.Write("MOTION\nFrames: " + std::to_string(frames) + "\nFrame Time: ");
         out_.Write(text::NumberText(CheckFinite(seconds)) + "\n");
 
@@ -291,6 +315,7 @@ class Section {
     const headless::Scene& scene_;
     const Object& model_;
     const ExportedMotion& motion_;
+    double poseFrameTime_;
     Progress progress_;
     ExportedMotion::Scratch scratch_;
     std::vector<Transform> locals_;
@@ -300,8 +325,10 @@ class Section {
     // Whether a root joint is added to the file. The joints that have no parent joint in the scene
     // become its children.
     bool addsRoot_ = false;
-    Transform turn_;        // the rotation that makes Y the up axis
-    BvhAngles rootAngles_;  // angles of the added root in the last row that was written
+    Transform turn_;         // the rotation that makes Y the up axis
+    BvhAngles rootAngles_;   // angles of the added root in the last row that was written
+    double size_ = 0.0;      // ExportedMotion::Size
+    double farthest_ = 0.0;  // the greatest distance of a joint that moves from its parent
     int lengthDecimals_ = 0;
     int angleDecimals_ = 0;
     std::size_t depth_ = 0;
@@ -313,13 +340,21 @@ Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options&
                const Progress& progress) {
     Notes notes;
     const std::vector<ExportedModel> models = ExportedModels(scene, options);
+    std::vector<ExportedMotion> motions;
+    motions.reserve(models.size());
+    // A model without motion gets the frame time of the first one with motion, because some readers
+    // take files whose sections have different frame times for broken.
+    double poseFrameTime = kPoseFrameTime;
     for (const ExportedModel& model : models) {
-        ExportedMotion motion(scene, model, MotionOf(*model.object), options, notes);
-        motion.SpaceEvenly();
-        Section(out, scene, *model.object, motion, options.digits,
+        motions.emplace_back(scene, model, MotionOf(*model.object), options, true, notes);
+        const bool isFirst = poseFrameTime == kPoseFrameTime;
+        if (isFirst && !motions.back().Times().IsPose())
+            poseFrameTime = 1.0 / FramesPerSecond(motions.back().Times());
+    }
+    for (const ExportedModel& model : models)
+        Section(out, scene, *model.object, motions[model.index], {options.digits, poseFrameTime},
                 progress.Part(model.index, models.size()))
             .Write();
-    }
     return notes;
 }
 

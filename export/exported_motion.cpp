@@ -36,9 +36,9 @@ const Object& Checked(const Object& model) {
 }
 
 Timeline CheckedTimes(const Object& model, const headless::ActionSource* motion,
-                      const Options& options, Notes& notes) {
+                      const Options& options, bool even, Notes& notes) {
     RequireFinite(model, motion);
-    return MakeTimeline(model, motion, options, notes);
+    return MakeTimeline(model, motion, options, even, notes);
 }
 
 }  // namespace
@@ -50,8 +50,8 @@ ExportedMotion::ExportedMotion(const headless::Scene& scene, const ExportedModel
 
 ExportedMotion::ExportedMotion(const headless::Scene& scene, const ExportedModel& model,
                                const headless::ActionSource* motion, const Options& options,
-                               Notes& notes)
-    : times_(CheckedTimes(*model.object, motion, options, notes)),
+                               bool even, Notes& notes)
+    : times_(CheckedTimes(*model.object, motion, options, even, notes)),
       poses_(scene, *model.object, model.index, times_.IsPose() ? nullptr : motion, options),
       turn_(TurnOf(options)),
       upAxis_(static_cast<std::size_t>(options.up)) {

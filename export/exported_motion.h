@@ -30,17 +30,15 @@ class ExportedMotion {
     ExportedMotion(const headless::Scene& scene, const ExportedModel& model,
                    const Options& options);
     // Evaluates `motion`, which may be null. If it is null or has no keys or no rate, only the base
-    // pose is evaluated, and a note is added to `notes`. Throws ExportError if a value is not
-    // finite, and what MakeTimeline throws.
+    // pose is evaluated, and a note is added to `notes`. `even` is passed to MakeTimeline. Throws
+    // ExportError if a value is not finite, and what MakeTimeline throws.
     ExportedMotion(const headless::Scene& scene, const ExportedModel& model,
-                   const headless::ActionSource* motion, const Options& options, Notes& notes);
+                   const headless::ActionSource* motion, const Options& options, bool even,
+                   Notes& notes);
 
     // Null if only the base pose is evaluated.
     const headless::ActionSource* Motion() const { return motion_; }
     const Timeline& Times() const { return times_; }
-    // Makes the steps between the frames equal (see EvenTimeline).
-    void SpaceEvenly() { times_ = EvenTimeline(std::move(times_)); }
-
     const std::vector<Joint>& Joints() const { return poses_.Joints(); }
     // The rotation that is applied to the scaled scene to make Y the up axis. Empty if Y is already
     // the up axis.
@@ -65,6 +63,9 @@ class ExportedMotion {
     void Locals(double frame, std::span<headless::Transform> locals, Scratch& scratch) const;
     // Applies Turn() to the joints without a parent.
     void TurnTopJoints(std::span<headless::Transform> locals) const;
+
+    // The frames with keys, strictly rising. Empty if only the base pose is evaluated.
+    const std::vector<double>& Keys() const { return keys_; }
 
     // Computes the box around all joints in the base pose, and the box in the first frame of
     // `times`. Returns the longer of the diagonals of the two boxes, in scaled units. A diagonal

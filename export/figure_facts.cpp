@@ -14,38 +14,35 @@ using headless::Transform;
 // The poses of at most this many frames are looked at.
 constexpr std::size_t kMostPoses = 500;
 
-math::Extent ExtentOf(std::span<const Transform> globals) {
+// Returns the extent of the figure with these local transforms.
+math::Extent ExtentOf(const ExportedMotion& model, std::vector<Transform>& locals) {
+    model.TurnTopJoints(locals);
+    ComputeGlobals(model.Joints(), locals, locals);
     math::Extent extent;
-    for (const Transform& global : globals)
+    for (const Transform& global : locals)
         extent.Include(global.origin);
     return extent;
 }
 
 }  // namespace
 
-FigureFacts DescribeFigure(const Table& table, const Options& options) {
-    const std::size_t columns = table.Columns().size();
-    const std::size_t first = table.ColumnsOfFirstModel();
-    std::vector<Transform> locals(columns);
-    std::vector<Transform> globals(columns);
-    for (std::size_t column = 0; column < first; ++column) {
-        const Table::Column& joint = table.Columns()[column];
-        globals[column] =
-            joint.parent == Joint::kNoParent ? joint.rest : joint.rest * globals[joint.parent];
-    }
+FigureFacts DescribeFigure(const ExportedMotion& model, const Options& options) {
+    std::vector<Transform> locals(model.Joints().size());
     math::FigureShape shape;
-    shape.SetRest(ExtentOf(std::span(globals).first(first)));
-    Table::Scratch scratch;
-    const std::size_t rows = table.Times().IsPose() ? 0 : table.Rows();
-    const std::size_t poses = std::min(rows, kMostPoses);
+    model.BaseLocals(locals);
+    shape.SetRest(ExtentOf(model, locals));
+    ExportedMotion::Scratch scratch;
+    const std::vector<double>& keys = model.Keys();
+    const std::size_t poses = std::min(keys.size(), kMostPoses);
     for (std::size_t pose = 0; pose < poses; ++pose) {
-        table.Row(pose * rows / poses, locals, globals, scratch);
-        shape.AddFrame(ExtentOf(std::span(globals).first(first)));
+        model.Locals(keys[pose * keys.size() / poses], locals, scratch);
+        shape.AddFrame(ExtentOf(model, locals));
     }
     FigureFacts facts;
     if (options.up == UpAxis::Y) facts.up = "xyz"[shape.UpAxis()];
-    const math::LengthUnit* const unit = math::LikelyUnit(shape.Height().value_or(0.0));
-    if (unit) facts.metresPerUnit = unit->metres;
+    const double height = shape.Height().value_or(0.0) / options.scale;
+    const math::LengthUnit* const unit = math::LikelyUnit(height);
+    if (unit) facts.metresPerUnit = unit->metres / options.scale;
     return facts;
 }
 

@@ -1,9 +1,9 @@
-// Guesses in which unit the positions of a table are, and which axis points up.
+// Guesses in which unit the positions of a model are, and which axis points up.
 // Internal to export/.
 #pragma once
 
+#include "export/exported_motion.h"
 #include "export/options.h"
-#include "export/tables.h"
 
 namespace exporters {
 
@@ -12,10 +12,10 @@ struct FigureFacts {
     char up = 'y';               // 'x', 'y' or 'z'
 };
 
-// Describes the positions as the table has them, after all options. The first model decides. If
-// the options turn the scene, the up axis is known to be y. Otherwise it is the one along which the
-// figure is longest in most frames. The unit is the one in which the figure has the height of a
-// person.
-FigureFacts DescribeFigure(const Table& table, const Options& options);
+// Describes the positions of a model after all options. If the options turn the scene, the up axis
+// is known to be y. Otherwise it is the one along which the figure is longest in most frames of its
+// motion, also of those that are not written. The unit of the file is the one in which the figure
+// has the height of a person; options.scale changes it.
+FigureFacts DescribeFigure(const ExportedMotion& model, const Options& options);
 
 }  // namespace exporters

@@ -216,7 +216,7 @@ void GltfDocument::AddMotions(const ExportedModel& model, Model& parts, const Pr
     // The first action is the base pose; all others are motions.
     const auto& actions = model.object->modelData->actions;
     for (std::size_t action = 1; action < actions.size(); ++action) {
-        const ExportedMotion motion(scene_, model, actions[action].get(), options_, notes_);
+        const ExportedMotion motion(scene_, model, actions[action].get(), options_, false, notes_);
         if (motion.Motion() == nullptr || parts.inverseBinds.empty()) continue;
         parts.motions.push_back(BuildGltfMotion(scene_, *model.object, motion, *parts.frames,
                                                 progress.Part(action - 1, actions.size() - 1)));
@@ -266,8 +266,7 @@ void GltfDocument::AddAnimation(std::span<const AnimatedModel> models) {
     for (const AnimatedModel& model : models)
         AddChannels(*model.motion, model.holder, samplers, channels);
     const GltfMotion& motion = *models.front().motion;
-    json extras = {{"firstFrame", motion.firstFrame},
-                   {"framesPerSecond", 1.0 / motion.secondsPerFrame}};
+    json extras = {{"firstFrame", motion.firstFrame}, {"framesPerSecond", motion.framesPerSecond}};
     if (motion.sourceSecondsPerFrame > 0.0)
         extras["sourceFramesPerSecond"] = 1.0 / motion.sourceSecondsPerFrame;
     animations_.AddText("{\"name\":" + json(motion.name).dump() +

@@ -79,6 +79,7 @@ GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
     out.name = text::EncodeUtf8(headless::View(source.name));
     out.firstFrame = timeline.frames.front();
     out.secondsPerFrame = timeline.secondsPerFrame;
+    out.framesPerSecond = timeline.sampleRate.value_or(1.0 / timeline.secondsPerFrame);
     const double seconds = headless::SecondsPerFrame(source);
     if (seconds > 0.0 && IsFinite(1.0 / seconds)) out.sourceSecondsPerFrame = seconds;
     out.times = TimesOf(timeline);

@@ -72,6 +72,7 @@ struct GltfMotion {
     // The seconds from one frame number to the next. The step between two samples may differ from
     // it.
     double secondsPerFrame = 0.0;
+    double framesPerSecond = 0.0;  // of the samples or, if there are none, of the frame numbers
     double sourceSecondsPerFrame = 0.0;      // as in the file; 0 if the file has no frame time
     std::vector<float> times;                // seconds, strictly rising from 0
     std::vector<GltfTrack<4>> rotations;     // x y z w; one for each joint

@@ -156,8 +156,7 @@ void AddTimes(ArrayWriter& arrays, const Table& table) {
     const std::string shape = fmt::format("({},)", table.Rows());
     arrays.AddNumbers("times", shape, std::move(times));
     arrays.AddNumbers("frame_numbers", shape, std::move(numbers));
-    const double rate = table.Times().IsPose() ? 0.0 : 1.0 / SecondsPerStep(table.Times());
-    arrays.AddNumbers("fps", "()", std::vector<double>{rate});
+    arrays.AddNumbers("fps", "()", std::vector<double>{FramesPerSecond(table.Times())});
 }
 
 template <class Element>
@@ -186,7 +185,7 @@ Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options&
                const std::vector<std::string>& findings, const Progress& progress) {
     const Table table(scene, options, true);
     const std::size_t nameWidth = NameWidth(table);
-    const FigureFacts facts = DescribeFigure(table, options);
+    const FigureFacts facts = DescribeFigure(table.FirstModel(), options);
     ArrayWriter arrays(out, options.compress);
     if (options.float32)
         AddPoses<float>(arrays, table, progress);

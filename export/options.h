@@ -48,6 +48,9 @@ struct FrameRange {
 struct Options {
     // The factor by which all lengths are multiplied. Finite and above zero.
     double scale = 1.0;
+    // The scene's lengths are those of the file times this factor. They are divided by it before
+    // they are multiplied by `scale`. Finite and above zero.
+    double enlarged = 1.0;
     // The axis that is up in the scene. The output is turned so that Y is up.
     UpAxis up = UpAxis::Y;
     // The rate of the motion in frames per second, above zero. By default it is the motion's own.

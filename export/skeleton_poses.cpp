@@ -1,6 +1,7 @@
 #include "export/skeleton_poses.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace exporters {
 
@@ -15,17 +16,15 @@ constexpr Transform kUnturned;
 
 SkeletonPoses::SkeletonPoses(const headless::Scene& scene, const Object& model, std::size_t index,
                              const headless::ActionSource* motion, const Options& options)
-    : nodes_(scene, model, motion), scale_(options.scale), allNodes_(options.allNodes) {
+    : nodes_(scene, model, motion),
+      scale_(options.scale / options.enlarged),
+      allNodes_(options.allNodes) {
     ChooseJoints(model, index, options);
     FindPaths();
 }
 
 void SkeletonPoses::ChooseJoints(const Object& model, std::size_t index, const Options& options) {
     const std::vector<SceneNode>& nodes = nodes_.Nodes();
-    if (options.allNodes) {
-        joints_ = AllJoints(nodes_);
-        return;
-    }
     std::vector<Transform> rest(nodes.size());
     SceneNodes::Scratch scratch;
     nodes_.BaseLocals(rest, scratch);
@@ -34,6 +33,11 @@ void SkeletonPoses::ChooseJoints(const Object& model, std::size_t index, const O
             rest[node] = rest[node] * rest[nodes[node].parent];
     const bool isKnown = index < options.skeletons.size();
     joints_ = CleanJoints(nodes_, rest, model, isKnown ? &options.skeletons[index] : nullptr);
+    if (!options.allNodes) return;
+    const std::vector<Joint> clean = std::move(joints_);
+    joints_ = AllJoints(nodes_);
+    for (const Joint& joint : clean)
+        joints_[joint.node].isEndSite = joint.isEndSite;
 }
 
 void SkeletonPoses::FindPaths() {

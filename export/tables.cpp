@@ -38,18 +38,17 @@ Table::Table(const headless::Scene& scene, const Options& options, bool even) {
     motions_.reserve(models.size());
     for (const ExportedModel& model : models) {
         const ExportedMotion& motion =
-            motions_.emplace_back(scene, model, MotionOf(*model.object), options, notes_);
+            motions_.emplace_back(scene, model, MotionOf(*model.object), options, even, notes_);
         const Timeline& timeline = motion.Times();
-        if (!timeline.IsPose() && !timeline_.IsPose() &&
+        if (!timeline.IsPose() && !timeline_.IsPose() && !timeline.sampleRate &&
             !SameRate(timeline.secondsPerFrame, timeline_.secondsPerFrame))
             throw ExportError(fmt::format(
                 "{}: its rate differs from that of an earlier model, but a table has only one rate"
-                " (--fps N sets one for all)",
+                " (--resample N samples all at one rate)",
                 ReadableName(model.object->name)));
         if (timeline.frames.size() > timeline_.frames.size()) timeline_ = timeline;
         AddColumns(*model.object, motion, models.size() > 1);
     }
-    if (even) timeline_ = EvenTimeline(std::move(timeline_));
 }
 
 void Table::AddColumns(const Object& model, const ExportedMotion& motion, bool several) {
@@ -77,21 +76,29 @@ double Table::Seconds(std::size_t row) const {
 
 void Table::Row(std::size_t row, std::span<Transform> locals, std::span<Transform> globals,
                 Scratch& scratch) const {
-    const double frame = timeline_.IsPose() ? 0.0 : timeline_.frames[row];
     scratch.motions.resize(motions_.size());
     std::size_t first = 0;
     for (std::size_t index = 0; index < motions_.size(); ++index) {
         const ExportedMotion& motion = motions_[index];
         const std::size_t joints = motion.Joints().size();
         const std::span<Transform> ownLocals = locals.subspan(first, joints);
-        motion.Locals(frame, ownLocals, scratch.motions[index]);
+        motion.Locals(FrameOf(motion, row), ownLocals, scratch.motions[index]);
         motion.TurnTopJoints(ownLocals);
         ComputeGlobals(motion.Joints(), ownLocals, globals.subspan(first, joints));
         first += joints;
     }
     if (!std::all_of(globals.begin(), globals.end(), HoldsFiniteNumbers))
-        throw ExportError(fmt::format(
-            "the position or rotation of a joint is not a finite number in frame {}", frame));
+        throw ExportError(
+            fmt::format("the position or rotation of a joint is not a finite number in frame {}",
+                        FrameNumber(row)));
+}
+
+// Samples of models with different rates are at different frame numbers, but at the same times.
+double Table::FrameOf(const ExportedMotion& motion, std::size_t row) const {
+    if (timeline_.IsPose()) return 0.0;
+    const Timeline& own = motion.Times();
+    if (!timeline_.sampleRate || own.IsPose()) return timeline_.frames[row];
+    return own.frames.front() + timeline_.Seconds(row) / own.secondsPerFrame;
 }
 
 double Table::Size() const {

@@ -22,7 +22,7 @@ namespace exporters {
 // references to the scene.
 class Table {
   public:
-    // If `even` is set, the steps between the frames are made equal (see EvenTimeline). Throws what
+    // `even` is passed to MakeTimeline. Throws what
     // ExportedMotion throws, and ExportError if the models differ in their rate.
     Table(const headless::Scene& scene, const Options& options, bool even);
 
@@ -35,8 +35,7 @@ class Table {
         headless::Transform rest;  // as seen from the parent in the base pose, scaled and turned
     };
     const std::vector<Column>& Columns() const { return columns_; }
-    // The columns of the first model come first. Returns their number.
-    std::size_t ColumnsOfFirstModel() const { return motions_.front().Joints().size(); }
+    const ExportedMotion& FirstModel() const { return motions_.front(); }
     const Timeline& Times() const { return timeline_; }
     // At least 1: a table without motion has one row, the base pose.
     std::size_t Rows() const { return timeline_.IsPose() ? 1 : timeline_.frames.size(); }
@@ -60,6 +59,8 @@ class Table {
     const Notes& GetNotes() const { return notes_; }
 
   private:
+    // Returns the frame of the motion that is shown in a row.
+    double FrameOf(const ExportedMotion& motion, std::size_t row) const;
     void AddColumns(const headless::Object& model, const ExportedMotion& motion, bool several);
 
     Notes notes_;

@@ -126,4 +126,26 @@ TEST(BvhText, KeepsNamesThatAreKeywords) {
     EXPECT_EQ(exported::RecordAll().front().names, before);
 }
 
+// A joint whose positions are near 0, beside an OFFSET. A reader could take the positions for
+// relative to OFFSET, so none is written.
+TEST(BvhText, LeavesOutOffsetsThatReadersCouldAdd) {
+    const std::string file =
+        kHead +
+        "JOINT Arm\n{\nOFFSET 0 5 0\nCHANNELS 3 Xposition Yposition Zposition\nEnd "
+        "Site\n{\nOFFSET 0 1 0\n}\n}\n}\n";
+    ASSERT_TRUE(exported::ImportText(file + Motion("9 9 9 0 0 0 0 0 0\n", 1)));
+    EXPECT_THAT(exported::Export(".bvh"), HasSubstr("JOINT Arm\n\t{\n\t\tOFFSET 0 0 0\n"));
+    ASSERT_TRUE(exported::ImportText(file + Motion("0 0 0 0 0 0 0 4 0\n", 1)));
+    EXPECT_THAT(exported::Export(".bvh"), HasSubstr("JOINT Arm\n\t{\n\t\tOFFSET 0 5 0\n"));
+}
+
+TEST(BvhText, GivesAStillModelTheFrameTimeOfTheOthers) {
+    const std::string still = kHead + "}\nMOTION\nFrames: 0\nFrame Time: 0.5\n";
+    const std::string moving = kHead + "}\n" + Motion("0 0 0 0 0 0\n1 0 0 0 0 0\n", 2, "0.2");
+    ASSERT_TRUE(exported::ImportText(still + moving));
+    const std::string text = exported::Export(".bvh");
+    EXPECT_THAT(text, HasSubstr("Frames: 1\nFrame Time: 0.2\n"));
+    EXPECT_THAT(text, HasSubstr("Frames: 2\nFrame Time: 0.2\n"));
+}
+
 }  // namespace

@@ -31,7 +31,7 @@ std::vector<std::array<double, 3>> Positions(const Options& options, double fram
     const headless::Object& model = *exported::CurrentScene().Models().front();
     exporters::Notes notes;
     const exporters::ExportedMotion motion(exported::CurrentScene(), {&model, 0},
-                                           exported::MotionOf(model), options, notes);
+                                           exported::MotionOf(model), options, false, notes);
     std::vector<Transform> poses(motion.Joints().size());
     exporters::ExportedMotion::Scratch scratch;
     motion.Locals(frame, poses, scratch);
@@ -71,7 +71,7 @@ TEST_P(InPlace, HoldsTheRootOnTheGround) {
     exporters::Notes notes;
     const exporters::ExportedMotion motion(exported::CurrentScene(), {&model, 0},
                                            exported::MotionOf(model),
-                                           {.up = GetParam().up, .inPlace = true}, notes);
+                                           {.up = GetParam().up, .inPlace = true}, false, notes);
     std::vector<Transform> poses(motion.Joints().size());
     exporters::ExportedMotion::Scratch scratch;
     for (std::size_t frame = 0; frame < 3; ++frame) {
@@ -112,7 +112,7 @@ TEST(Samples, TurnTheShortWay) {
     const headless::Object& model = *exported::CurrentScene().Models().front();
     exporters::Notes notes;
     const exporters::ExportedMotion motion(exported::CurrentScene(), {&model, 0},
-                                           exported::MotionOf(model), options, notes);
+                                           exported::MotionOf(model), options, false, notes);
     std::vector<Transform> poses(motion.Joints().size());
     exporters::ExportedMotion::Scratch scratch;
     motion.Locals(2.5, poses, scratch);
@@ -125,7 +125,8 @@ TEST(Samples, AreTheSameInAnyOrder) {
     const headless::Object& model = *exported::CurrentScene().Models().front();
     exporters::Notes notes;
     const exporters::ExportedMotion motion(exported::CurrentScene(), {&model, 0},
-                                           exported::MotionOf(model), {.resampleTo = 8.0}, notes);
+                                           exported::MotionOf(model), {.resampleTo = 8.0}, false,
+                                           notes);
     std::vector<Transform> poses(motion.Joints().size());
     exporters::ExportedMotion::Scratch used;
     for (const double frame : {1.25, 2.75, 1.5, 2.5, 3.0, 0.0, 9.0, 1.75}) {

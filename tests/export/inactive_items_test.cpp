@@ -67,7 +67,7 @@ TEST_P(InactiveItem, IsIgnoredByFactsTimelineAndEvaluation) {
     EXPECT_EQ(facts.badKeys, 0u);
 
     exporters::Notes notes;
-    const exporters::Timeline timeline = exporters::MakeTimeline(model, motion, {}, notes);
+    const exporters::Timeline timeline = exporters::MakeTimeline(model, motion, {}, false, notes);
     EXPECT_THAT(timeline.frames, ElementsAre(1, 4));
     EXPECT_EQ(timeline.secondsPerFrame, 0.5);
 

@@ -56,6 +56,18 @@ TEST(Csv, NamesTheModelIfThereAreSeveral) {
     EXPECT_THAT(text, HasSubstr("\n2,0.25,2,0,0,0,0,0,2,10,0,0,0,0,7,0,0,"));
 }
 
+// The second model has twice the rate, but the samples of both are at the same times.
+TEST(Csv, SamplesModelsOfDifferentRatesAtTheSameTimes) {
+    std::string fast = Take("Hips", "0 0 0 0 0 0\n1 0 0 0 0 0\n2 0 0 0 0 0\n", 3);
+    fast.replace(fast.find("0.25"), 4, "0.125");
+    ASSERT_TRUE(exported::ImportText(Take("Hips", "0 0 0 0 0 0\n1 0 0 0 0 0\n", 2) + fast));
+    EXPECT_THROW(exported::Export(".csv"), exporters::ExportError);
+    const std::string text = exported::Export(".csv", {.resampleTo = 16.0});
+    EXPECT_THAT(text, HasSubstr("\n1,0,0,0,0,0,0,0,0,10,0,0,0,0,0,0,0,"));
+    EXPECT_THAT(text, HasSubstr("\n2,0.0625,0.25,0,0,0,0,0,0.25,10,0,0,0,0,0.5,0,"));
+    EXPECT_THAT(text, HasSubstr("\n5,0.25,1,0,0,0,0,0,1,10,0,0,0,0,2,0,"));
+}
+
 TEST(Csv, ListsTheTrueNamesInASecondTable) {
     ASSERT_TRUE(exported::ImportText(kClashes));
     text::StringSink out;

@@ -17,13 +17,13 @@ headless::ActionItem CurveAt(std::vector<double> times) {
 }
 
 exporters::Timeline TimelineOf(std::vector<std::vector<double>> curves, double animEnd,
-                               const exporters::Options& options = {}) {
+                               const exporters::Options& options = {}, bool even = false) {
     headless::ActionSource motion;
     motion.animEnd = animEnd;
     for (auto& times : curves)
         motion.items.push_back(CurveAt(std::move(times)));
     exporters::Notes notes;
-    return exporters::MakeTimeline(headless::Object(), &motion, options, notes);
+    return exporters::MakeTimeline(headless::Object(), &motion, options, even, notes);
 }
 
 TEST(Timeline, HoldsEveryKeyTimeOnceInOrder) {
@@ -40,15 +40,14 @@ TEST(Timeline, StartsAtItsFirstFrame) {
 }
 
 TEST(Timeline, FillsGapsForFormatsWithOnlyARate) {
-    EXPECT_THAT(exporters::EvenTimeline(TimelineOf({{1, 2, 5}}, 5.0)).frames,
-                ElementsAre(1, 2, 3, 4, 5));
-    const exporters::Timeline coarse = exporters::EvenTimeline(TimelineOf({{1, 3, 5}}, 5.0));
+    EXPECT_THAT(TimelineOf({{1, 2, 5}}, 5.0, {}, true).frames, ElementsAre(1, 2, 3, 4, 5));
+    const exporters::Timeline coarse = TimelineOf({{1, 3, 5}}, 5.0, {}, true);
     EXPECT_THAT(coarse.frames, ElementsAre(1, 3, 5));
-    EXPECT_DOUBLE_EQ(exporters::SecondsPerStep(coarse), 2.0);
+    EXPECT_DOUBLE_EQ(exporters::FramesPerSecond(coarse), 0.5);
 }
 
 TEST(Timeline, RefusesToFillAHugeGap) {
-    EXPECT_THROW(exporters::EvenTimeline(TimelineOf({{1, 2, 2e9}}, 2e9)), exporters::ExportError);
+    EXPECT_THROW(TimelineOf({{1, 2, 2e9}}, 2e9, {}, true), exporters::ExportError);
 }
 
 TEST(Timeline, SamplesUpToTheLastKey) {
@@ -92,10 +91,24 @@ TEST(Timeline, RefusesARangeWithoutFrames) {
 
 TEST(Timeline, OfARangeIsResampledAndFilledWithinIt) {
     exporters::Options options{.frames = exporters::FrameRange{2, 9}};
-    EXPECT_THAT(exporters::EvenTimeline(TimelineOf({{1, 2, 3, 6, 10}}, 1.0, options)).frames,
-                ElementsAre(2, 3, 4, 5, 6));
+    EXPECT_THAT(TimelineOf({{1, 2, 3, 6, 10}}, 1.0, options, true).frames,
+                ElementsAre(2, 3, 4, 5, 6, 7, 8, 9));
+    EXPECT_THAT(TimelineOf({{1, 2, 3, 6, 10}}, 1.0, options).frames, ElementsAre(2, 3, 6));
+    // The range may lie between two keys.
+    options.frames = exporters::FrameRange{7, 8};
+    EXPECT_THAT(TimelineOf({{1, 2, 3, 6, 10}}, 1.0, options, true).frames, ElementsAre(7, 8));
+    options.frames = exporters::FrameRange{2, 9};
     options.resampleTo = 5.0;
-    EXPECT_THAT(TimelineOf({{1, 2, 3, 6, 10}}, 1.0, options).frames, ElementsAre(2, 4, 6));
+    EXPECT_THAT(TimelineOf({{1, 2, 3, 6, 10}}, 1.0, options).frames, ElementsAre(2, 4, 6, 8));
+}
+
+TEST(Timeline, HasTheExactRateAndTimesOfItsSamples) {
+    for (const std::vector<double>& keys : {std::vector<double>{1, 2, 3, 4}, {3}}) {
+        const exporters::Timeline samples =
+            TimelineOf({keys}, 4 * 0.033333, {.resampleTo = 24.0}, true);
+        EXPECT_EQ(exporters::FramesPerSecond(samples), 24.0);
+        EXPECT_EQ(samples.Seconds(2), 2.0 / 24.0);
+    }
 }
 
 TEST(Timeline, OfAPoseIgnoresTheRange) {
