@@ -32,6 +32,9 @@ std::vector<std::string> WithResampleRates(std::span<const char* const> argument
                          arguments.end());
             break;
         }
+        // CLI11 would read the next word as the value, even if it is an option.
+        if (words.back().starts_with("--") && words.back().ends_with('='))
+            throw UsageError(fmt::format("{}: the value is missing", words.back()));
         if (words.back() != "--resample") continue;
         const bool hasNumber = index + 1 < arguments.size() && ParseNumber(arguments[index + 1]);
         words.back() += fmt::format("={}", hasNumber ? arguments[++index] : kRateOfFps);

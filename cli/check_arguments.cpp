@@ -61,6 +61,7 @@ CheckRequest BuildCheckRequest(CheckWords& words) {
         throw UsageError("--fix needs either -o OUT, for one file, or --out-dir DIR");
     if (hasOutput && request.files.size() > 1)
         throw UsageError("-o is for one file; use --out-dir DIR for several");
+    if (hasOutput) RequireFileName("-o", request.output);
     if (text::IsGzipName(request.output))
         throw UsageError(
             fmt::format("-o {}: --fix writes plain text; leave out .gz", request.output));

@@ -38,6 +38,7 @@ void DescribeCommand(CLI::App& command, CommandWords& words) {
 
 CommandRequest BuildCommandRequest(CommandWords& words) {
     words.request.progress = ProgressChoice(words.progress);
+    if (!words.request.jsonFile.empty()) RequireFileName("--json", words.request.jsonFile);
     for (const std::string& argument : words.arguments) {
         words.request.arguments.push_back(ParseRawArgument(argument));
         if (!words.request.jsonFile.empty())

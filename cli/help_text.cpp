@@ -105,7 +105,7 @@ Reading:
   --strict, --as-is       refuse files that have warnings; skip the survey
   --encoding NAME         encoding of names that are not UTF-8 (Windows-1252)
 Writing:
-  --scale X, --up x|y|z   multiply lengths by X; the axis that points up (y)
+  --scale X, --up x|y|z   multiply lengths by X; the capture's up axis (y)
   --frames A:B            only the frames from A to B, as the file counts them
   --resample [N]          N samples a second, or as many as --fps says
   --in-place              keep the root where it is on the ground
@@ -147,7 +147,7 @@ Outputs:
   --provenance              store check sums of the sources in the outputs
 Options of outputs; one that no output honours is an error:
   --scale X                 multiply lengths by X, in the tree too
-  --up x|y|z                the axis that points up (y), in the tree too
+  --up x|y|z                the axis that points up in the capture (y)
   --frames A:B              only the frames from A to B, both included, as the
                             file counts them; A: and :B leave an end open
   --resample [N]            N samples a second, or as many as --fps says; the

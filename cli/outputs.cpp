@@ -113,7 +113,8 @@ OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& res
     OutputsResult written;
     for (const OutputRequest& output : request.outputs) {
         if (written.interrupted) break;
-        const bool isDue = result.IsImported() || output.format->isRecord;
+        // The other outputs would find the disk full as well.
+        const bool isDue = !written.diskIsFull && (result.IsImported() || output.format->isRecord);
         const bool hasFolder = !isDue || !request.makeFolders || MakeFolderOf(output.path, written);
         if (!isDue || !hasFolder) {
             written.milliseconds.emplace_back();
@@ -130,7 +131,8 @@ OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& res
         for (const std::string& note : notes)
             PrintError(fmt::format("{}: {}", output.path, note));
     }
-    if (!request.csvNames.empty() && result.IsImported() && !written.interrupted)
+    if (!request.csvNames.empty() && result.IsImported() && !written.interrupted &&
+        !written.diskIsFull)
         WriteNames(request.csvNames, result.Scene(), options, written);
     return written;
 }
@@ -142,7 +144,8 @@ std::string CancelledMessage(const std::string& path, const std::vector<std::str
         message += index == 0 ? "; " : isLast ? " and " : ", ";
         message += kept[index];
     }
-    if (!kept.empty()) message += kept.size() == 1 ? " was kept" : " were kept";
+    if (kept.empty()) return message + "; no output was written";
+    message += kept.size() == 1 ? " was kept" : " were kept";
     return message;
 }
 

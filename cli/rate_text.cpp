@@ -17,7 +17,9 @@ std::string SpeedNote(double framesPerSecond, std::optional<double> statedRate) 
     if (!statedRate) return {};
     const bool isSlower = framesPerSecond < *statedRate;
     const double factor = isSlower ? *statedRate / framesPerSecond : framesPerSecond / *statedRate;
-    if (!(factor > 2.0)) return {};
+    // Files state their rates rounded, so that twice the rate may be a little more than twice.
+    constexpr double kLargeChange = 2.0 * 1.001;
+    if (!(factor > kLargeChange)) return {};
     return fmt::format(
         "--fps {}: the take plays {} times {} than its file states ({} frames per second)",
         ShortNumber(framesPerSecond), ShortNumber(factor), isSlower ? "slower" : "faster",

@@ -184,14 +184,17 @@ class PairSurvey {
         AcclaimSurvey survey;
         survey.lengthMultiplier = lengths_.multiplier;
         survey.multiplied = lengths_.multiplied;
+        if (IsUsable())
+            survey.outline = OutlineOf(skeleton_, lengths_.factor * lengths_.multiplied);
         FillFacts(survey.skeleton.facts);
+        survey.skeleton.facts.endSites = static_cast<std::size_t>(
+            std::count_if(survey.outline.begin(), survey.outline.end(),
+                          [](const OutlineJoint& joint) { return joint.isEndSite; }));
         const bool isRefused = findings_.HasErrors();
         for (const auto& motion : motions_) {
             survey.motions.push_back(motion->Finish(IsUsable() ? &skeleton_ : nullptr, isRefused));
             CopyShape(survey.skeleton.facts, survey.motions.back().facts);
         }
-        if (IsUsable())
-            survey.outline = OutlineOf(skeleton_, lengths_.factor * lengths_.multiplied);
         ReportOtherBytes(findings_);
         const bool isChanged = skeleton_.changed || source_.HadTrailingControls();
         if (NeedsText(findings_, skeleton_, isChanged, options_.purpose))

@@ -20,6 +20,7 @@ constexpr double kUsualHeight = 1.7;
 // Writes a number above 0 with four significant digits, for messages.
 std::string Rounded(double number) {
     const double power = std::pow(10.0, 3.0 - std::floor(std::log10(number)));
+    if (!std::isnormal(power) || !std::isnormal(1.0 / power)) return text::NumberText(number);
     // A power of ten below 1 is not exact, so its inverse, which is exact, is used.
     const double rounded = power >= 1.0 ? std::round(number * power) / power
                                         : std::round(number * power) * std::round(1.0 / power);

@@ -21,7 +21,7 @@ TEST_P(CancelledMessage, SaysWhatWasKept) {
 }
 
 const Cancelled kCancelled[] = {
-    {"Nothing", {}, "cancelled while writing a/walk.glb"},
+    {"Nothing", {}, "cancelled while writing a/walk.glb; no output was written"},
     {"One", {"walk.npz"}, "cancelled while writing a/walk.glb; walk.npz was kept"},
     {"Two",
      {"walk.gltf", "walk.bin"},

@@ -31,6 +31,8 @@ const Speed kSpeeds[] = {
     {60, 120.0, ""},
     {60, 30.0, ""},
     {60, 60.0, ""},
+    {60, 120.00048, ""},
+    {120, 59.9999, ""},
     {1, std::nullopt, ""},
 };
 INSTANTIATE_TEST_SUITE_P(, SpeedNote, testing::ValuesIn(kSpeeds));
