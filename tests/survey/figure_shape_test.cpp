@@ -33,7 +33,8 @@ const SizeRow kSizes[] = {
     {"Unknown", 12345.6,
      "the figure is 12350 tall; exports count metres: --scale 0.0001377 makes it 1.7 metres tall"},
     {"Enormous", 1e308,
-     "the figure is 1e+308 tall; exports count metres: --scale 1.6999999999999997e-308 makes it 1.7 metres tall"},
+     "the figure is 1e+308 tall; exports count metres: --scale 1.6999999999999997e-308 makes it "
+     "1.7 metres tall"},
     {"Tiny", 0.02,
      "the figure is 0.02 tall; exports count metres: --scale 85 makes it 1.7 metres tall"},
 };
