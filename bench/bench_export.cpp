@@ -10,6 +10,7 @@
 #include "export/csv.h"
 #include "export/gltf.h"
 #include "export/npz.h"
+#include "export/svg.h"
 #include "files/output_file.h"
 #include "headless/session.h"
 #include "text/byte_sink.h"
@@ -53,11 +54,17 @@ exporters::Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene,
     return exporters::WriteNpz(out, scene, options, {}, progress);
 }
 
+exporters::Notes WriteSvg(text::ByteSink& out, const headless::Scene& scene,
+                          const exporters::Options& options, const exporters::Progress& progress) {
+    return exporters::WriteSvg(out, scene, options, {}, progress);
+}
+
 BENCHMARK_CAPTURE(BM_Export, GlbOfNulls, exporters::WriteGlb, true)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, GlbOfBones, exporters::WriteGlb, false)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, BvhOfNulls, exporters::WriteBvh, true)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, BvhOfBones, exporters::WriteBvh, false)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, CsvOfNulls, exporters::WriteCsv, true)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, SvgOfNulls, WriteSvg, true)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, NpzOfNulls, WriteNpz, true)->Apply(Shapes);
 
 }  // namespace

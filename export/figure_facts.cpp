@@ -40,8 +40,8 @@ FigureFacts DescribeFigure(const ExportedMotion& model, const Options& options) 
     }
     FigureFacts facts;
     if (options.up == UpAxis::Y) facts.up = "xyz"[shape.UpAxis()];
-    const double height = shape.Height().value_or(0.0) / options.scale;
-    const math::LengthUnit* const unit = math::LikelyUnit(height);
+    facts.height = shape.Height().value_or(0.0);
+    const math::LengthUnit* const unit = math::LikelyUnit(facts.height / options.scale);
     if (unit) facts.metresPerUnit = unit->metres / options.scale;
     return facts;
 }

@@ -9,6 +9,7 @@ namespace exporters {
 
 struct FigureFacts {
     double metresPerUnit = 0.0;  // the length of one unit, in metres; 0 if it is not known
+    double height = 0.0;         // in the unit of the positions; 0 if it is not known
     char up = 'y';               // 'x', 'y' or 'z'
 };
 

@@ -1,11 +1,13 @@
 #include "export/formats.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 #include "export/bvh.h"
 #include "export/csv.h"
 #include "export/gltf.h"
 #include "export/npz.h"
+#include "export/svg.h"
 
 namespace exporters {
 namespace {
@@ -28,6 +30,26 @@ Notes WriteArrays(const Content& content, const Sinks& sinks) {
                     content.progress);
 }
 
+// Returns the codes of the findings, each once.
+std::vector<std::string> CodesOf(const std::vector<std::string>& findings) {
+    std::vector<std::string> codes;
+    for (const std::string& finding : findings) {
+        const nlohmann::json parsed = nlohmann::json::parse(finding, nullptr, false);
+        if (!parsed.is_object() || !parsed.contains("code") || !parsed["code"].is_string())
+            continue;
+        const std::string code = parsed["code"].get<std::string>();
+        if (std::find(codes.begin(), codes.end(), code) == codes.end()) codes.push_back(code);
+    }
+    return codes;
+}
+
+Notes WriteSheet(const Content& content, const Sinks& sinks) {
+    const bool hasFindings = content.record && content.record->findings;
+    return WriteSvg(sinks.out, content.scene, content.options,
+                    hasFindings ? CodesOf(*content.record->findings) : std::vector<std::string>(),
+                    content.progress);
+}
+
 // Writes a format that has one file and needs no record of the run.
 template <auto kWriter>
 Notes WriteOneFile(const Content& content, const Sinks& sinks) {
@@ -45,6 +67,7 @@ constexpr Format kFormats[] = {
     {".bvh", "", kMotion | kDigits, false, WriteOneFile<WriteBvh>},
     {".csv", "", kMotion, false, WriteOneFile<WriteCsv>},
     {".npz", "", kMotion | kFloat32 | kCompress | kProvenance, false, WriteArrays},
+    {".svg", "", kMotion, false, WriteSheet},
     {".json", "", 0, true, WriteRecord},
 };
 

@@ -15,6 +15,7 @@
 #include "export/gltf.h"
 #include "export/npz.h"
 #include "export/options.h"
+#include "export/svg.h"
 #include "files/output_file.h"
 #include "headless/session.h"
 #include "tests/fuzz/memory_file.h"
@@ -121,6 +122,8 @@ class Exports {
               [&](text::ByteSink& out) { exporters::WriteCsv(out, CurrentScene(), options_); });
         Write({"a.npz"},
               [&](text::ByteSink& out) { exporters::WriteNpz(out, CurrentScene(), options_, {}); });
+        Write({"a.svg"},
+              [&](text::ByteSink& out) { exporters::WriteSvg(out, CurrentScene(), options_, {}); });
         Write({"a.glb"},
               [&](text::ByteSink& out) { exporters::WriteGlb(out, CurrentScene(), options_); });
         Write({"a.gltf", "a.bin"}, [&](text::ByteSink& out) {
