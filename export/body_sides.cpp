@@ -68,6 +68,7 @@ class SideFinder {
 std::vector<Side> SidesOf(const std::vector<std::wstring>& names) {
     const SideFinder finder(names);
     std::vector<Side> sides;
+    sides.reserve(names.size());
     for (const std::wstring& name : names)
         sides.push_back(finder.Find(name));
     return sides;

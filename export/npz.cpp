@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <span>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "export/figure_facts.h"
@@ -42,9 +43,11 @@ std::string NpyHeader(std::string_view type, std::string_view shape) {
     return header + text;
 }
 
-template <class Element>
-std::string_view BytesOf(const std::vector<Element>& elements) {
-    return {reinterpret_cast<const char*>(elements.data()), elements.size() * sizeof(Element)};
+// Returns the bytes of a std::vector or a LargeArray.
+template <class Array>
+std::string_view BytesOf(const Array& elements) {
+    return {reinterpret_cast<const char*>(elements.data()),
+            elements.size() * sizeof(*elements.data())};
 }
 
 // Returns the character. If the code is no character, returns U+FFFD, because a reader cannot read
@@ -69,9 +72,9 @@ class ArrayWriter {
     }
 
     // Adds an array of numbers and frees their memory.
-    template <class Element>
-    void AddNumbers(const std::string& name, std::string_view shape,
-                    std::vector<Element> elements) {
+    template <class Array>
+    void AddNumbers(const std::string& name, std::string_view shape, Array elements) {
+        using Element = std::remove_cvref_t<decltype(*elements.data())>;
         Add(name, NpyHeader(TypeOf(Element()), shape), BytesOf(elements));
     }
 

@@ -54,7 +54,7 @@ void FillRows(const Table& table, std::size_t first, std::size_t end, const Prog
 
 // Negates quaternions that are farther from the one in the row before than their negatives are.
 template <class Element>
-void MakeContinuous(std::size_t columns, std::vector<Element>& quaternions) {
+void MakeContinuous(std::size_t columns, LargeArray<Element>& quaternions) {
     const std::size_t width = 4 * columns;
     for (std::size_t index = width; index < quaternions.size(); index += 4) {
         Element* const q = &quaternions[index];
@@ -73,11 +73,9 @@ template <class Element>
 PoseArrays<Element> BuildPoseArrays(const Table& table, const Progress& progress) {
     const std::size_t rows = table.Rows();
     const std::size_t columns = table.Columns().size();
-    PoseArrays<Element> arrays;
-    arrays.positions.resize(3 * rows * columns);
-    arrays.quaternions.resize(4 * rows * columns);
-    arrays.localPositions.resize(3 * rows * columns);
-    arrays.localQuaternions.resize(4 * rows * columns);
+    PoseArrays<Element> arrays{
+        LargeArray<Element>(3 * rows * columns), LargeArray<Element>(4 * rows * columns),
+        LargeArray<Element>(3 * rows * columns), LargeArray<Element>(4 * rows * columns)};
 
     const std::size_t parts = std::clamp<std::size_t>(
         rows * columns / kFewestPoses, 1, std::max(1U, std::thread::hardware_concurrency()));

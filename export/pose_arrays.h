@@ -2,8 +2,7 @@
 // Internal to export/.
 #pragma once
 
-#include <vector>
-
+#include "export/large_array.h"
 #include "export/progress.h"
 #include "export/tables.h"
 
@@ -15,10 +14,10 @@ namespace exporters {
 // that is nearer to the quaternion of the row before.
 template <class Element>
 struct PoseArrays {
-    std::vector<Element> positions;         // global
-    std::vector<Element> quaternions;       // global
-    std::vector<Element> localPositions;    // as seen from the parent; of a top joint, global
-    std::vector<Element> localQuaternions;  // as seen from the parent; of a top joint, global
+    LargeArray<Element> positions;         // global
+    LargeArray<Element> quaternions;       // global
+    LargeArray<Element> localPositions;    // as seen from the parent; of a top joint, global
+    LargeArray<Element> localQuaternions;  // as seen from the parent; of a top joint, global
 };
 
 // `Element` is float or double. Several threads evaluate the rows. Throws what Table::Row and

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "export/quaternion.h"
 
@@ -40,7 +39,7 @@ void BlendPoses(std::span<Transform> from, std::span<const Transform> to, double
         for (int axis = 0; axis < 3; ++axis)
             pose.origin[axis] += (other.origin[axis] - pose.origin[axis]) * part;
         // A rotation that does not change keeps its last bits.
-        if (std::memcmp(pose.axes, other.axes, sizeof pose.axes) == 0) continue;
+        if (std::equal(&pose.axes[0][0], &pose.axes[0][0] + 9, &other.axes[0][0])) continue;
         const Quaternion start = QuaternionOf(pose.axes);
         PutAxes(Slerp(start, QuaternionNear(other.axes, start), part), pose.axes);
     }

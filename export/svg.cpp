@@ -172,7 +172,7 @@ class Sheet {
         std::string line;
         for (const SheetPoint& point : layout_.path)
             line += (line.empty() ? "M" : "L") + PointText(place(point));
-        text_ += "<path class=\"p\" d=\"" + line + "\"/>\n";
+        text_ += fmt::format("<path class=\"p\" d=\"{}\"/>\n", line);
         for (const std::size_t mark : layout_.marks) {
             const SheetPoint point = place(layout_.path[mark]);
             text_ += fmt::format("<circle class=\"m\" cx=\"{}\" cy=\"{}\" r=\"3\"/>\n",
