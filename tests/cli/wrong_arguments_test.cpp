@@ -110,7 +110,8 @@ const WrongUsage kWrongUsages[] = {
     {"OutputExtension", {"import", "walk.bvh", "-o", "walk.xyz"}, "unknown output format"},
     {"OutputNearlyRight",
      {"import", "walk.bvh", "-o", "walk.gbl"},
-     "walk.gbl: unknown output format; known are .glb .gltf .bvh .csv .npz .svg .json; did you mean "
+     "walk.gbl: unknown output format; known are .glb .gltf .bvh .csv .npz .svg .json; did you "
+     "mean "
      "'.glb'?"},
     {"OutputWithATrailingSlash",
      {"import", "walk.bvh", "-o", "out/"},
