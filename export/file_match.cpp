@@ -1,7 +1,9 @@
 #include "export/file_match.h"
 
 #include <optional>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "export/object_names.h"
 #include "headless/text.h"
@@ -16,6 +18,11 @@ using headless::ObjectType;
 // file with very many equal names cannot make the search slow.
 constexpr std::size_t kMostNumbers = 1000;
 
+// Returns the name without the digits at its end.
+std::wstring StemOf(std::wstring_view name) {
+    return std::wstring(name.substr(0, name.find_last_not_of(L"0123456789") + 1));
+}
+
 class FileMatcher {
   public:
     FileMatcher(const FileSkeleton& file, const std::vector<Joint>& joints)
@@ -24,8 +31,10 @@ class FileMatcher {
             const headless::Object& object = *joints[joint].object;
             if (object.type == ObjectType::ChainEffector)
                 effectors_[SlotOf(joints[joint].parent)].push_back(joint);
-            else
+            else {
                 jointOf_.emplace(headless::View(object.name), joint);
+                stems_.insert(StemOf(headless::View(object.name)));
+            }
         }
         hasChildren_.assign(file.size(), false);
         for (const FileJoint& joint : file)
@@ -57,6 +66,7 @@ class FileMatcher {
     // The object of a joint has the joint's name, perhaps with a number after it.
     std::optional<std::size_t> FindByName(std::size_t index, std::size_t parent) {
         const std::wstring name = text::DecodeUtf8(file_[index].name);
+        if (!stems_.contains(StemOf(name))) return std::nullopt;
         std::size_t& next = next_[name];
         // The host gives numbers in the order in which it creates objects, which mostly is the
         // order of the file. So the search begins after the number that was found last.
@@ -87,6 +97,9 @@ class FileMatcher {
     // last one first; the others by the names of their objects, which are unique in a model.
     std::vector<std::vector<std::size_t>> effectors_;
     std::unordered_map<std::wstring, std::size_t> jointOf_;
+    // The names of all objects that are not effectors, without numbers. Most end sites of bones
+    // have no object, and this tells it at once.
+    std::unordered_set<std::wstring> stems_;
     std::unordered_map<std::wstring, std::size_t> next_;  // by name, the first number to try
     std::vector<bool> hasChildren_;                       // for each joint of the file
 };
