@@ -2,8 +2,9 @@
 
 #include <array>
 #include <chrono>
+#include <cstdint>
 #include <fmt/format.h>
-#include <openssl/evp.h>
+#include <nettle/sha2.h>
 #include <string>
 #include <string_view>
 
@@ -12,15 +13,16 @@
 namespace cli {
 namespace {
 
-// Returns the check sum in hexadecimal digits. Returns an empty text if it cannot be computed.
+// Returns the check sum in hexadecimal digits.
 std::string Sha256(std::string_view bytes) {
-    std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-    unsigned size = 0;
-    if (EVP_Digest(bytes.data(), bytes.size(), digest.data(), &size, EVP_sha256(), nullptr) != 1)
-        return {};
+    sha256_ctx context;
+    sha256_init(&context);
+    sha256_update(&context, bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()));
+    std::array<std::uint8_t, SHA256_DIGEST_SIZE> digest{};
+    sha256_digest(&context, digest.size(), digest.data());
     std::string text;
-    for (unsigned index = 0; index < size; ++index)
-        text += fmt::format("{:02x}", digest[index]);
+    for (const std::uint8_t byte : digest)
+        text += fmt::format("{:02x}", byte);
     return text;
 }
 
