@@ -344,15 +344,15 @@ Notes WriteBvh(text::ByteSink& out, const headless::Scene& scene, const Options&
     motions.reserve(models.size());
     // A model without motion gets the frame time of the first one with motion, because some readers
     // take files whose sections have different frame times for broken.
-    double poseFrameTime = kPoseFrameTime;
+    std::optional<double> frameTime;
     for (const ExportedModel& model : models) {
         motions.emplace_back(scene, model, MotionOf(*model.object), options, true, notes);
-        const bool isFirst = poseFrameTime == kPoseFrameTime;
-        if (isFirst && !motions.back().Times().IsPose())
-            poseFrameTime = 1.0 / FramesPerSecond(motions.back().Times());
+        if (!frameTime && !motions.back().Times().IsPose())
+            frameTime = 1.0 / FramesPerSecond(motions.back().Times());
     }
     for (const ExportedModel& model : models)
-        Section(out, scene, *model.object, motions[model.index], {options.digits, poseFrameTime},
+        Section(out, scene, *model.object, motions[model.index],
+                {options.digits, frameTime.value_or(kPoseFrameTime)},
                 progress.Part(model.index, models.size()))
             .Write();
     return notes;

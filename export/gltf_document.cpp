@@ -97,14 +97,15 @@ GltfDocument::GltfDocument(const headless::Scene& scene, const Options& options,
                            const Progress& progress)
     : scene_(scene), options_(options) {
     const std::vector<ExportedModel> models = ExportedModels(scene, options);
+    std::vector<ExportedMotion> poses;
+    poses.reserve(models.size());
     for (const ExportedModel& model : models) {
         names_.Add(text::EncodeUtf8(headless::View(model.object->name)));
-        const ExportedMotion pose(scene, model, options);
-        for (const Joint& joint : pose.Joints())
+        for (const Joint& joint : poses.emplace_back(scene, model, options).Joints())
             names_.Add(text::EncodeUtf8(joint.name));
     }
     for (const ExportedModel& model : models)
-        AddModel(model, progress.Part(model.index, models.size()));
+        AddModel(model, poses[model.index], progress.Part(model.index, models.size()));
     AddAnimations();
     buffer_.Finish();
 }
@@ -114,12 +115,12 @@ void GltfDocument::PutName(json& node, const std::string& name) const {
     if (names_.IsChanged(name)) node["extras"] = {{"name", name}};
 }
 
-void GltfDocument::AddModel(const ExportedModel& model, const Progress& progress) {
+void GltfDocument::AddModel(const ExportedModel& model, const ExportedMotion& pose,
+                            const Progress& progress) {
     Model& parts = models_.emplace_back();
     parts.holder = nodes_.Count();
     const std::string name = text::EncodeUtf8(headless::View(model.object->name));
 
-    const ExportedMotion pose(scene_, model, options_);
     const std::vector<Joint>& joints = pose.Joints();
     std::vector<Transform> globals(joints.size());
     pose.BaseLocals(globals);

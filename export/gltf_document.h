@@ -46,7 +46,7 @@ class GltfDocument {
         std::deque<GltfMotion> motions;
     };
 
-    void AddModel(const ExportedModel& model, const Progress& progress);
+    void AddModel(const ExportedModel& model, const ExportedMotion& pose, const Progress& progress);
     void AddNodes(const headless::Object& model, const ExportedMotion& pose, const Model& parts);
     // Returns the index of the new skin. `holder` is the index of the node above the joints. The
     // nodes of the joints have the indices after `holder`.

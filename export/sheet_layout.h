@@ -36,7 +36,7 @@ struct SheetLayout {
 
 // Chooses up to eight frames at even distances in time. If the figure walks on, it is seen from the
 // side, and the poses follow its path, from left to right. Otherwise it is seen from the front or
-// from behind, and the poses are side by side. Throws what Table::Row and `progress` throw.
+// from the back, and the poses are side by side. Throws what Table::Row and `progress` throw.
 SheetLayout ArrangeSheet(const Table& table, const Options& options, const Progress& progress);
 
 }  // namespace exporters
