@@ -101,9 +101,8 @@ ExitStatus StatusOf(take::Status status) {
 // One run of "zkhost import".
 class ImportRun {
   public:
-    // Loads the plug-in and runs the import. Throws PluginError. `request` must outlive this
-    // object.
-    // Throws std::runtime_error if the standard input cannot be read.
+    // Loads the plug-in and runs the import. Throws PluginError, and std::runtime_error if the
+    // standard input cannot be read. `request` must outlive this object.
     explicit ImportRun(const ImportRequest& request) : request_(request), take_(request.take) {
         const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
         if (!loaded.plugin) throw PluginError(loaded.problem);

@@ -49,19 +49,25 @@ files::WriteOutcome Write(const OutputRequest& output, const exporters::Content&
     return files::WriteFilePair(output.path, paths[1], fill, Interrupted);
 }
 
+// Adds what became of an output with these files, except its time. Prints errors.
+void RecordOutcome(const files::WriteOutcome& outcome, const std::vector<std::string>& paths,
+                   OutputsResult& result) {
+    if (outcome.IsWritten()) result.files.insert(result.files.end(), paths.begin(), paths.end());
+    if (!outcome.problem.empty()) PrintError(outcome.problem);
+    result.failed |= !outcome.problem.empty();
+    result.diskIsFull |= outcome.isDiskFull;
+    if (!outcome.isCancelled) return;
+    result.interrupted = true;
+    result.cancelled = paths.front();
+}
+
 // Writes the table of the true names. It is not timed, because it does not grow with the motion.
 void WriteNames(const std::string& path, const headless::Scene& scene,
                 const exporters::Options& options, OutputsResult& result) {
     const files::WriteOutcome outcome = files::WriteFile(
         path, [&](text::ByteSink& out) { return exporters::WriteCsvNames(out, scene, options); },
         Interrupted);
-    if (outcome.IsWritten()) result.files.push_back(path);
-    if (!outcome.problem.empty()) PrintError(outcome.problem);
-    result.failed |= !outcome.problem.empty();
-    result.diskIsFull |= outcome.isDiskFull;
-    if (!outcome.isCancelled) return;
-    result.interrupted = true;
-    result.cancelled = path;
+    RecordOutcome(outcome, {path}, result);
 }
 
 // Returns whether the folder exists afterwards. If not, records the failure in `result`.
@@ -96,14 +102,8 @@ void AddOutput(const std::function<files::WriteOutcome()>& write,
     const auto start = std::chrono::steady_clock::now();
     const files::WriteOutcome outcome = write();
     const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
-    if (outcome.IsWritten()) result.files.insert(result.files.end(), paths.begin(), paths.end());
     result.milliseconds.push_back(outcome.IsWritten() ? std::optional(took.count()) : std::nullopt);
-    if (!outcome.problem.empty()) PrintError(outcome.problem);
-    result.failed |= !outcome.problem.empty();
-    result.diskIsFull |= outcome.isDiskFull;
-    if (!outcome.isCancelled) return;
-    result.interrupted = true;
-    result.cancelled = paths.front();
+    RecordOutcome(outcome, paths, result);
 }
 
 OutputsResult WriteOutputs(const ImportRequest& request, const take::Result& result,
