@@ -57,7 +57,7 @@ class Conversion {
 
     // Runs the jobs and writes the index. The run is stopped as soon as a job finds that the disk
     // is full. If the output folder or the ledger cannot be written, throws text::WriteError before
-    // any job is started and leaves nothing behind.
+    // any job is started and leaves no file or folder that it has made.
     RunEnd Run(const Watcher& watcher);
 
   private:
