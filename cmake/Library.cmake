@@ -6,7 +6,7 @@ list(TRANSFORM rooms REPLACE "(.+)" "$<TARGET_OBJECTS:zk_\\1>" OUTPUT_VARIABLE o
 add_library(zkmocap SHARED ${objects})
 add_library(zkmocap::zkmocap ALIAS zkmocap)
 target_sources(zkmocap PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES
-  export/csv_names.h export/file_skeleton.h export/formats.h export/json_record.h export/motion_facts.h export/options.h export/progress.h
+  export/csv_names.h export/file_skeleton.h export/formats.h export/json_record.h export/motion_facts.h export/options.h export/page.h export/progress.h
   files/system_storage.h files/write_file.h
   plugin/contract.h plugin/user_input.h
   survey/codes.h survey/finding.h survey/finding_text.h survey/outline.h survey/survey.h

@@ -7,6 +7,7 @@
 #include "export/csv.h"
 #include "export/gltf.h"
 #include "export/npz.h"
+#include "export/page.h"
 #include "export/svg.h"
 
 namespace exporters {
@@ -50,6 +51,15 @@ Notes WriteSheet(const Content& content, const Sinks& sinks) {
                     content.progress);
 }
 
+Notes WriteHtml(const Content& content, const Sinks& sinks) {
+    const bool hasFindings = content.record && content.record->findings;
+    const PageTake take = BuildPageTake(
+        content.scene, content.options,
+        hasFindings ? *content.record->findings : std::vector<std::string>(), content.progress);
+    WritePage(sinks.out, {&take, 1});
+    return take.notes;
+}
+
 // Writes a format that has one file and needs no record of the run.
 template <auto kWriter>
 Notes WriteOneFile(const Content& content, const Sinks& sinks) {
@@ -67,6 +77,7 @@ constexpr Format kFormats[] = {
     {".bvh", "", kMotion | kDigits, false, WriteOneFile<WriteBvh>},
     {".csv", "", kMotion, false, WriteOneFile<WriteCsv>},
     {".npz", "", kMotion | kFloat32 | kCompress | kProvenance, false, WriteArrays},
+    {".html", "", kMotion | kProvenance, false, WriteHtml},
     {".svg", "", kMotion, false, WriteSheet},
     {".json", "", 0, true, WriteRecord},
 };

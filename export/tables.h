@@ -35,6 +35,8 @@ class Table {
         headless::Transform rest;  // as seen from the parent in the base pose, scaled and turned
     };
     const std::vector<Column>& Columns() const { return columns_; }
+    // The models, in the order of their columns. There is at least one.
+    const std::vector<ExportedMotion>& Models() const { return motions_; }
     const ExportedMotion& FirstModel() const { return motions_.front(); }
     const Timeline& Times() const { return timeline_; }
     // At least 1: a table without motion has one row, the base pose.
@@ -58,9 +60,10 @@ class Table {
     double Size() const;
     const Notes& GetNotes() const { return notes_; }
 
-  private:
-    // Returns the frame of the motion that is shown in a row.
+    // The frame of a model's motion that is shown in a row.
     double FrameOf(const ExportedMotion& motion, std::size_t row) const;
+
+  private:
     void AddColumns(const headless::Object& model, const ExportedMotion& motion, bool several);
 
     Notes notes_;

@@ -68,8 +68,8 @@ TEST(HelpOption, NamesEveryOutput) {
         EXPECT_THAT(cli::kImportHelp, HasSubstr("." + name)) << name;
         EXPECT_THAT(cli::kConvertHelp, HasSubstr(name)) << name;
     }
-    EXPECT_THAT(cli::kImportHelp, HasSubstr(".glb .gltf .bvh .csv .npz .svg .json\n"));
-    EXPECT_THAT(cli::kImportAllHelp, HasSubstr(".glb .gltf .bvh .csv .npz .svg .json\n"));
+    EXPECT_THAT(cli::kImportHelp, HasSubstr(".glb .gltf .bvh .csv .npz .html .svg .json\n"));
+    EXPECT_THAT(cli::kImportAllHelp, HasSubstr(".glb .gltf .bvh .csv .npz .html .svg .json\n"));
     EXPECT_THAT(cli::kConvertHelp, HasSubstr("glb, gltf, bvh, csv, npz, svg or json\n"));
 }
 

@@ -194,7 +194,7 @@ const Wrong kWrong[] = {
      "--digits: no output honours it; .bvh does"},
     {"NotHonouredByJson",
      {"t", "--to", "json", "--out-dir", "o", "--scale", "2"},
-     "--scale: no output honours it; .glb, .gltf, .bvh, .csv, .npz and .svg do"},
+     "--scale: no output honours it; .glb, .gltf, .bvh, .csv, .npz, .html and .svg do"},
     {"TimeLimit", {"t", "--to", "json", "--out-dir", "o", "--time-limit", "x"}, "--time-limit x"},
     {"BothSkeletons", {"t", "--to", "json", "--out-dir", "o", "--nulls", "--bones"}, "--nulls"},
     {"Tree", {"t", "--to", "json", "--out-dir", "o", "--tree"}, "--tree"},

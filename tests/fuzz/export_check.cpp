@@ -15,6 +15,7 @@
 #include "export/gltf.h"
 #include "export/npz.h"
 #include "export/options.h"
+#include "export/page.h"
 #include "export/svg.h"
 #include "files/output_file.h"
 #include "headless/session.h"
@@ -122,6 +123,12 @@ class Exports {
               [&](text::ByteSink& out) { exporters::WriteCsv(out, CurrentScene(), options_); });
         Write({"a.npz"},
               [&](text::ByteSink& out) { exporters::WriteNpz(out, CurrentScene(), options_, {}); });
+        Write({"a.html"}, [&](text::ByteSink& out) {
+            if (!exporters::HasViewer()) throw exporters::ExportError("no viewer");
+            const exporters::PageTake take = exporters::BuildPageTake(CurrentScene(), options_, {});
+            out.Write(take.record);
+            out.Write(take.keys);
+        });
         Write({"a.svg"},
               [&](text::ByteSink& out) { exporters::WriteSvg(out, CurrentScene(), options_, {}); });
         Write({"a.glb"},

@@ -1,0 +1,68 @@
+#include "export/fast_deflate.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <future>
+#include <new>
+#include <thread>
+#include <vector>
+#include <zlib.h>
+
+#include "export/launch.h"
+
+namespace exporters {
+namespace {
+
+constexpr std::size_t kPiece = std::size_t{256} << 10U;
+constexpr int kWithoutHeader = -15;  // a window of 32 KiB, and neither header nor check sum
+constexpr int kMemory = 8;           // zlib's default
+
+// Compresses one piece. A piece that is not the last one ends at a whole byte, so that the next one
+// can follow.
+std::string DeflatePiece(std::string_view bytes, bool isLast) {
+    z_stream stream{};
+    if (deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, kWithoutHeader, kMemory,
+                     Z_DEFAULT_STRATEGY) != Z_OK)
+        throw std::bad_alloc();
+    // The bound is for a finished stream; a flush adds a few bytes.
+    std::string packed(deflateBound(&stream, static_cast<uLong>(bytes.size())) + 16, '\0');
+    stream.next_in = reinterpret_cast<z_const Bytef*>(const_cast<char*>(bytes.data()));
+    stream.avail_in = static_cast<uInt>(bytes.size());
+    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_out = static_cast<uInt>(packed.size());
+    deflate(&stream, isLast ? Z_FINISH : Z_SYNC_FLUSH);
+    packed.resize(stream.total_out);
+    deflateEnd(&stream);
+    return packed;
+}
+
+}  // namespace
+
+std::string FastDeflate(std::string_view bytes) {
+    const std::size_t count = std::max<std::size_t>(1, (bytes.size() + kPiece - 1) / kPiece);
+    std::vector<std::string> pieces(count);
+    std::atomic<std::size_t> next = 0;
+    const auto work = [&] {
+        for (std::size_t piece = next++; piece < count; piece = next++)
+            pieces[piece] = DeflatePiece(bytes.substr(piece * kPiece, kPiece), piece + 1 == count);
+    };
+    const std::size_t threads =
+        std::min<std::size_t>(count, std::max(1U, std::thread::hardware_concurrency()));
+    std::vector<std::future<void>> others;
+    for (std::size_t thread = 1; thread < threads; ++thread)
+        others.push_back(std::async(kLaunch, work));
+    work();
+    for (std::future<void>& other : others)
+        other.get();
+    std::size_t size = 0;
+    for (const std::string& piece : pieces)
+        size += piece.size();
+    std::string packed;
+    packed.reserve(size);
+    for (const std::string& piece : pieces)
+        packed += piece;
+    return packed;
+}
+
+}  // namespace exporters

@@ -1,0 +1,15 @@
+// Compresses bytes on several threads.
+// Internal to export/.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace exporters {
+
+// Returns the bytes as one stream of RFC 1951, compressed at zlib's level 1. The bytes are divided
+// into pieces of a fixed size, so the result does not depend on the number of threads. Throws
+// std::bad_alloc if there is no memory.
+std::string FastDeflate(std::string_view bytes);
+
+}  // namespace exporters

@@ -1,0 +1,104 @@
+#include "export/page_record.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <string_view>
+
+#include "export/body_sides.h"
+#include "export/figure_facts.h"
+#include "export/provenance.h"
+#include "headless/text.h"
+#include "text/wide_text.h"
+
+namespace exporters {
+namespace {
+
+using nlohmann::json;
+
+json ModelsJson(const headless::Scene& scene, const Options& options) {
+    json names = json::array();
+    for (const ExportedModel& model : ExportedModels(scene, options))
+        names.push_back(text::EncodeUtf8(headless::View(model.object->name)));
+    return names;
+}
+
+json JointsJson(const Table& table) {
+    json joints = json::object();
+    for (const char* member : {"names", "sourceNames", "parents", "ends", "models", "sides"})
+        joints[member] = json::array();
+    std::vector<std::wstring> names;
+    for (const Table::Column& column : table.Columns()) {
+        names.push_back(column.name);
+        joints["names"].push_back(text::EncodeUtf8(column.name));
+        joints["sourceNames"].push_back(text::EncodeUtf8(column.sourceName));
+        joints["parents"].push_back(
+            column.parent == Joint::kNoParent ? -1 : static_cast<std::int64_t>(column.parent));
+        joints["ends"].push_back(column.isEndSite ? 1 : 0);
+    }
+    for (std::size_t model = 0; model < table.Models().size(); ++model)
+        for (std::size_t joint = 0; joint < table.Models()[model].Joints().size(); ++joint)
+            joints["models"].push_back(model);
+    for (const Side side : SidesOf(names))
+        joints["sides"].push_back(static_cast<int>(side));
+    return joints;
+}
+
+json FindingsJson(const std::vector<std::string>& findings) {
+    json list = json::array();
+    for (const std::string& finding : findings) {
+        json parsed = json::parse(finding, nullptr, false);
+        if (parsed.is_object()) list.push_back(std::move(parsed));
+    }
+    return list;
+}
+
+// Inside a script element, the text "<!--" or "</script" would not be read as data.
+std::string WithoutLessThan(const std::string& text) {
+    std::string out;
+    out.reserve(text.size());
+    for (const char character : text) {
+        if (character == '<')
+            out += "\\u003c";
+        else
+            out += character;
+    }
+    return out;
+}
+
+}  // namespace
+
+std::wstring TakeName(const headless::Scene& scene, const Options& options) {
+    if (options.source.files.empty())
+        return std::wstring(headless::View(ExportedModels(scene, options).front().object->name));
+    const std::string& path = options.source.files.back().path;
+    return text::DecodeUtf8(std::string_view(path).substr(path.rfind('/') + 1));
+}
+
+std::string PageRecord(const Table& table, const headless::Scene& scene, const Options& options,
+                       const PageKeys& keys, const std::vector<std::string>& findings) {
+    const FigureFacts facts = DescribeFigure(table.FirstModel(), options);
+    const std::size_t rows = table.Rows();
+    const json record = {
+        {"name", text::EncodeUtf8(TakeName(scene, options))},
+        {"frames", rows},
+        {"fps", FramesPerSecond(table.Times())},
+        {"firstFrame", table.FrameNumber(0)},
+        {"frameStep", rows > 1 ? table.FrameNumber(1) - table.FrameNumber(0) : 1},
+        {"unit", facts.metresPerUnit},
+        {"up", std::string(1, facts.up)},
+        {"height", facts.height},
+        {"models", ModelsJson(scene, options)},
+        {"joints", JointsJson(table)},
+        {"rest", keys.rest},
+        {"values", keys.values},
+        {"animated", keys.animated},
+        {"findings", FindingsJson(findings)},
+        {"provenance", ProvenanceJson(options)},
+        {"notes", table.GetNotes()},
+    };
+    constexpr bool kAscii = true;
+    return WithoutLessThan(record.dump(-1, ' ', kAscii, json::error_handler_t::replace));
+}
+
+}  // namespace exporters

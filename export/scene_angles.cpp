@@ -1,0 +1,92 @@
+#include "export/scene_angles.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <unordered_map>
+
+namespace exporters {
+namespace {
+
+constexpr double kDegrees = 180.0 / std::numbers::pi;
+// If the cosine of y is smaller, rounding errors decide x and z alone, although their sum or
+// difference is certain.
+constexpr double kLockedCosine = 1e-7;
+
+// The angle that differs from `angle` by whole turns and is nearest to `before`.
+double Unwound(double angle, double before) {
+    return angle + 360.0 * std::round((before - angle) / 360.0);
+}
+
+SceneAngles Unwound(const SceneAngles& angles, const SceneAngles& before) {
+    return {Unwound(angles[0], before[0]), Unwound(angles[1], before[1]),
+            Unwound(angles[2], before[2])};
+}
+
+double Distance(const SceneAngles& a, const SceneAngles& b) {
+    return std::abs(a[0] - b[0]) + std::abs(a[1] - b[1]) + std::abs(a[2] - b[2]);
+}
+
+}  // namespace
+
+SceneAngles FastAnglesOf(const double axes[3][3]) {
+    const double cosine = std::hypot(axes[0][0], axes[0][1]);
+    const double y = kDegrees * std::atan2(-axes[0][2], cosine);
+    if (cosine < kLockedCosine) return {0.0, y, kDegrees * std::atan2(-axes[1][0], axes[1][1])};
+    return {kDegrees * std::atan2(axes[1][2], axes[2][2]), y,
+            kDegrees * std::atan2(axes[0][1], axes[0][0])};
+}
+
+SceneAngles AnglesNear(const SceneAngles& angles, const SceneAngles& before) {
+    if (angles[0] == 0.0 && std::abs(angles[1]) > 90.0 - kDegrees * kLockedCosine) {
+        // Only z - x is certain if y is 90 degrees, and only z + x if it is -90 degrees.
+        const double x = before[0];
+        const double z = angles[1] > 0.0 ? angles[2] + x : angles[2] - x;
+        return Unwound({x, angles[1], z}, before);
+    }
+    const SceneAngles same = Unwound(angles, before);
+    const SceneAngles other =
+        Unwound({angles[0] + 180.0, 180.0 - angles[1], angles[2] + 180.0}, before);
+    return Distance(other, before) < Distance(same, before) ? other : same;
+}
+
+SceneAngleReader::SceneAngleReader(const headless::Scene& scene, const headless::Object& model,
+                                   const headless::ActionSource* motion,
+                                   std::span<const Joint> joints)
+    : tracks_(joints.size()) {
+    std::unordered_map<const headless::Object*, std::size_t> jointOf;
+    for (std::size_t joint = 0; joint < joints.size(); ++joint) {
+        jointOf.emplace(joints[joint].object, joint);
+        for (std::size_t axis = 0; axis < 3; ++axis)
+            tracks_[joint][axis].value = joints[joint].object->local[3 + axis];
+    }
+    if (!motion) return;
+    for (const headless::ActionItem& item : motion->items) {
+        const headless::Scene::Target target = scene.ResolveTarget(model, item);
+        const auto joint = jointOf.find(target.object);
+        if (!item.active || joint == jointOf.end() || target.channel < headless::Channel::RotX ||
+            target.channel > headless::Channel::RotZ)
+            continue;
+        Track& track = tracks_[joint->second][static_cast<std::size_t>(target.channel) -
+                                              static_cast<std::size_t>(headless::Channel::RotX)];
+        track.value = item.Value();
+        track.keys =
+            item.IsCurve() && item.GetCurve().keys.Count() > 0 ? &item.GetCurve().keys : nullptr;
+    }
+}
+
+SceneAngles SceneAngleReader::At(std::size_t joint, double frame) {
+    SceneAngles angles{};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        Track& track = tracks_[joint][axis];
+        angles[axis] = track.value;
+        if (!track.keys) continue;
+        const std::vector<double>& times = *track.keys->times;
+        while (track.key + 1 < times.size() && times[track.key + 1] <= frame)
+            ++track.key;
+        angles[axis] = (*track.keys->values)[track.key];
+    }
+    return angles;
+}
+
+}  // namespace exporters
