@@ -10,6 +10,7 @@
 #include "cli/help_text.h"
 #include "cli/import_arguments.h"
 #include "cli/suggestion.h"
+#include "cli/view_arguments.h"
 #include "pairing/capture_kind.h"
 
 namespace cli {
@@ -55,7 +56,7 @@ std::vector<std::string> ReversedForParser(std::span<const char* const> argument
     return words;
 }
 
-const std::vector<std::string> kCommands = {"import", "check", "convert", "command"};
+const std::vector<std::string> kCommands = {"import", "view", "check", "convert", "command"};
 
 // Throws UsageError, because `word` is no command.
 [[noreturn]] void RefuseCommand(const std::string& word) {
@@ -107,6 +108,7 @@ Request ParseArguments(std::span<const char* const> arguments) {
     CheckWords checkWords;
     ConvertWords convertWords;
     CommandWords commandWords;
+    ViewWords viewWords;
     CLI::App program;
     program.set_help_flag("-h,--help");
     program.set_help_all_flag("--help-all");
@@ -116,11 +118,13 @@ Request ParseArguments(std::span<const char* const> arguments) {
     CLI::App* check = program.add_subcommand("check");
     CLI::App* convert = program.add_subcommand("convert");
     CLI::App* command = program.add_subcommand("command");
+    CLI::App* view = program.add_subcommand("view");
     DescribeImport(*import, importWords);
     DescribeCheck(*check, checkWords);
     DescribeConvert(*convert, convertWords);
     DescribeCommand(*command, commandWords);
-    for (CLI::App* each : {import, check, convert, command})
+    DescribeView(*view, viewWords);
+    for (CLI::App* each : {import, view, check, convert, command})
         DisallowFlagValues(*each);
 
     const auto helpText = [&]() -> const std::string& {
@@ -128,6 +132,7 @@ Request ParseArguments(std::span<const char* const> arguments) {
                : check->parsed()   ? kCheckHelp
                : convert->parsed() ? kConvertHelp
                : command->parsed() ? kCommandHelp
+               : view->parsed()    ? kViewHelp
                                    : kMainHelp;
     };
     try {
@@ -148,6 +153,7 @@ Request ParseArguments(std::span<const char* const> arguments) {
     if (import->parsed()) return BuildImportRequest(importWords);
     if (check->parsed()) return BuildCheckRequest(checkWords);
     if (convert->parsed()) return BuildConvertRequest(convertWords);
+    if (view->parsed()) return BuildViewRequest(viewWords);
     return BuildCommandRequest(commandWords);
 }
 

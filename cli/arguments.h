@@ -76,14 +76,21 @@ struct CommandRequest {
     std::string plugin;  // the path of the plug-in; empty: take::LoadPlugin looks for it
 };
 
+// "zkhost view": imports that go to one page.
+struct ViewRequest {
+    std::vector<ImportRequest> takes;  // at least one; they have no outputs
+    bool open = true;                  // open the page in the user's browser
+};
+
 // The request for --help and --version: print this text and do nothing else.
 struct Answer {
     std::string text;
 };
 
-using Request = std::variant<Answer, ImportRequest, CheckRequest, dataset::Request, CommandRequest>;
+using Request = std::variant<Answer, ImportRequest, CheckRequest, dataset::Request, CommandRequest,
+                             ViewRequest>;
 
-// Returns whether the word is "import", "check", "convert" or "command".
+// Returns whether the word is "import", "view", "check", "convert" or "command".
 bool IsCommand(std::string_view word);
 
 // Parses the arguments, which do not include the program's name. Throws UsageError.

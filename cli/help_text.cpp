@@ -70,6 +70,7 @@ const std::string kMainHelp =
 Usage:
   zkhost import FILE.bvh [OPTIONS]                  import a BVH file
   zkhost import SKEL.asf [MOTION.amc] [OPTIONS]     import Acclaim files
+  zkhost view FILE... [OPTIONS]                     show takes in a browser
   zkhost check FILE... [OPTIONS]                    report problems in files
   zkhost convert PATH... --to FORMAT --out-dir DIR  convert a whole data set
   zkhost command NAME [ARGUMENTS]                   call the plug-in's callback
@@ -83,7 +84,7 @@ Options:
   --version      print the version
 
 Exit status:
-  0    imported                        4    convert: some files failed
+  0    imported                        4    view, convert: some files failed
   1    failed or refused               5    imported in part, then an error
   2    wrong usage, or no plug-in      130  cancelled
   3    an output could not be written
@@ -170,6 +171,34 @@ Other:
   -h, --help, --help-all    print the options for every day, or this text
 )",
     Outputs(" ", " ", true));
+
+const std::string kViewHelp =
+    R"(Usage: zkhost view FILE...  [OPTIONS]
+Example: zkhost view walk.bvh        zkhost view 07.asf 07_01.amc 07_02.amc
+
+Imports the takes, makes a page that shows them together, prints the page's
+path and opens it in your browser. An .asf file is the skeleton of the .amc
+files after it; without one, it is looked for in the folder of the .amc file.
+Pages in ~/.cache/zkhost/view, which only you can read, are removed after a
+day. To keep a page, write it: zkhost import walk.bvh -o walk.html
+
+  --no-open                 only print the path of the page
+  --quiet                   print only errors and warnings
+Reading:
+  --nulls, --bones          build nulls (default) or chains of bones
+  --fps N                   the take's rate, instead of the one in the file
+  --preset auto|cmu|none    Acclaim: cmu: metres, 120 fps; auto: if length 0.45
+  --as bvh|asf|amc          what the file - (standard input) is
+  --strict, --as-is         refuse files that have warnings; skip the survey
+  --encoding NAME           encoding of names that are not UTF-8 (Windows-1252)
+Showing:
+  --scale X, --up x|y|z     multiply lengths by X; the capture's up axis (y)
+  --frames A:B              only frames A to B, as the file counts them
+  --resample [N]            N samples a second, or as many as --fps says
+  --in-place                keep the root where it is on the ground
+  --all-nodes               show all objects of the scene, not only the joints
+  --provenance              show the check sums of the files
+)";
 
 const std::string kCheckHelp =
     R"(Usage: zkhost check FILE...  [OPTIONS]

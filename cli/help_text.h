@@ -9,6 +9,7 @@ namespace cli {
 extern const std::string kMainHelp;
 extern const std::string kImportHelp;
 extern const std::string kImportAllHelp;  // for --help-all
+extern const std::string kViewHelp;
 extern const std::string kCheckHelp;
 extern const std::string kConvertHelp;
 extern const std::string kCommandHelp;

@@ -14,6 +14,7 @@
 #include "cli/locale_setup.h"
 #include "cli/print.h"
 #include "cli/raw_command.h"
+#include "cli/view_command.h"
 #include "dataset/exit_status.h"
 #include "dataset/request.h"
 
@@ -37,6 +38,7 @@ int Run(const cli::Request& request, const std::string& program) {
     }
     if (const auto* import = std::get_if<cli::ImportRequest>(&request))
         return cli::RunImport(*import);
+    if (const auto* view = std::get_if<cli::ViewRequest>(&request)) return cli::RunView(*view);
     if (const auto* check = std::get_if<cli::CheckRequest>(&request)) return cli::RunCheck(*check);
     if (const auto* convert = std::get_if<dataset::Request>(&request))
         return cli::RunConvert(*convert, program);

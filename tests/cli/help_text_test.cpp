@@ -33,11 +33,13 @@ TEST_P(Help, ShowsAnExample) {
 
 INSTANTIATE_TEST_SUITE_P(, Help,
                          testing::Values(&cli::kMainHelp, &cli::kImportHelp, &cli::kImportAllHelp,
-                                         &cli::kCheckHelp, &cli::kConvertHelp, &cli::kCommandHelp),
+                                         &cli::kViewHelp, &cli::kCheckHelp, &cli::kConvertHelp,
+                                         &cli::kCommandHelp),
                          [](const auto& row) {
                              return row.param == &cli::kMainHelp        ? "Main"
                                     : row.param == &cli::kImportHelp    ? "Import"
                                     : row.param == &cli::kImportAllHelp ? "ImportAll"
+                                    : row.param == &cli::kViewHelp      ? "View"
                                     : row.param == &cli::kCheckHelp     ? "Check"
                                     : row.param == &cli::kConvertHelp   ? "Convert"
                                                                         : "Command";
@@ -56,6 +58,7 @@ TEST(HelpOption, PrintsTheHelpOfItsCommand) {
     EXPECT_EQ(AnswerTo({"--help-all"}), cli::kMainHelp);
     EXPECT_EQ(AnswerTo({"convert", "--help-all"}), cli::kConvertHelp);
     EXPECT_EQ(AnswerTo({}), cli::kMainHelp);
+    EXPECT_EQ(AnswerTo({"view", "--help"}), cli::kViewHelp);
     EXPECT_EQ(AnswerTo({"check", "--help"}), cli::kCheckHelp);
     EXPECT_EQ(AnswerTo({"convert", "--help"}), cli::kConvertHelp);
     EXPECT_EQ(AnswerTo({"command", "--help"}), cli::kCommandHelp);
@@ -70,7 +73,7 @@ TEST(HelpOption, NamesEveryOutput) {
     }
     EXPECT_THAT(cli::kImportHelp, HasSubstr(".glb .gltf .bvh .csv .npz .html .svg .json\n"));
     EXPECT_THAT(cli::kImportAllHelp, HasSubstr(".glb .gltf .bvh .csv .npz .html .svg .json\n"));
-    EXPECT_THAT(cli::kConvertHelp, HasSubstr("glb, gltf, bvh, csv, npz, svg or json\n"));
+    EXPECT_THAT(cli::kConvertHelp, HasSubstr("glb, gltf, bvh, csv, npz, html, svg or json\n"));
 }
 
 // A new option must not be forgotten in the text.

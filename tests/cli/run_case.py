@@ -7,7 +7,7 @@ A case is a text file of lines "KEY: VALUE"; "#" begins a comment line.
   shell: COMMAND      runs a shell command in the folder
   run: ARGUMENTS      runs zkhost; the lines up to the next copy, shell or run belong to this run
                       (${PLUGIN} is the plug-in's path, ${BYTE:E9} the byte 0xE9)
-  env: NAME=VALUE     sets a variable for the run (NAME= removes it)
+  env: NAME=VALUE     sets a variable for the run (NAME= removes it; ${FOLDER} is the folder's path)
   terminal: COLUMNS   stdout and stderr are a terminal of that width ("tty" below)
   interrupt: REGEX    presses Ctrl-C when the text on the terminal matches
   signal: REGEX       sends SIGINT when stderr matches (hangup: SIGHUP)
@@ -184,7 +184,7 @@ def run_step(step, folder, options):
     line = step[1].replace("${PLUGIN}", options.plugin)
     line = re.sub(r"\$\{BYTE:(..)\}", lambda byte: os.fsdecode(bytes.fromhex(byte[1])), line)
     command = [options.zkhost, *shlex.split(line)]
-    variables = environment(details)
+    variables = {name: value.replace("${FOLDER}", str(folder)) for name, value in environment(details).items()}
     if "terminal" in values:
         status, streams = run_terminal(command, folder, variables, int(values["terminal"]),
                                        values.get("interrupt"))

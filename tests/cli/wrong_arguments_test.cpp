@@ -36,7 +36,7 @@ TEST_P(WrongArguments, AreRefused) {
 const WrongUsage kWrongUsages[] = {
     {"UnknownCommand",
      {"export", "walk.bvh"},
-     "export: unknown command: expected import, check, convert or command"},
+     "export: unknown command: expected import, view, check, convert or command"},
     {"CommandNearlyRight",
      {"improt", "walk.bvh"},
      "improt: unknown command; did you mean 'import'?"},
@@ -120,7 +120,7 @@ const WrongUsage kWrongUsages[] = {
     {"OutputThatIsAFolder", {"import", "walk.bvh", "-o", "/"}, "-o /: a folder is no output"},
     {"FormatNearlyRight",
      {"convert", "t", "--to", "gbl", "--out-dir", "o"},
-     "--to gbl: unknown format; known are glb gltf bvh csv npz svg json; did you mean 'glb'?"},
+     "--to gbl: unknown format; known are glb gltf bvh csv npz html svg json; did you mean 'glb'?"},
     {"ScaleOfNothing",
      {"import", "walk.bvh", "--scale", "2"},
      "--scale: no output honours it; .glb, .gltf, .bvh, .csv, .npz, .html, .svg and --tree do"},
