@@ -67,6 +67,7 @@ exporters::RunRecord RecordOf(const ImportRequest& request, const take::Result& 
     record.userInput = take::UserInputJson(result.userInput);
     if (!request.take.asIs || result.isRefused)
         record.findings = take::FindingsJson(result.findings);
+    record.findingFrames = take::FramesOf(result.findings);
     record.multiplied = result.multiplied;
     return record;
 }

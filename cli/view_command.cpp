@@ -82,9 +82,7 @@ class ViewRun {
             if (line) line->Show(L"Making the page...", share);
         });
         const exporters::RunRecord record = RecordOf(request, run.result);
-        return exporters::BuildPageTake(
-            run.result.Scene(), options,
-            record.findings ? *record.findings : std::vector<std::string>(), progress);
+        return exporters::BuildPageTake(run.result.Scene(), options, &record, progress);
     }
 
     // The same files give the same name.

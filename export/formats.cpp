@@ -52,10 +52,8 @@ Notes WriteSheet(const Content& content, const Sinks& sinks) {
 }
 
 Notes WriteHtml(const Content& content, const Sinks& sinks) {
-    const bool hasFindings = content.record && content.record->findings;
-    const PageTake take = BuildPageTake(
-        content.scene, content.options,
-        hasFindings ? *content.record->findings : std::vector<std::string>(), content.progress);
+    const PageTake take =
+        BuildPageTake(content.scene, content.options, content.record, content.progress);
     WritePage(sinks.out, {&take, 1});
     return take.notes;
 }

@@ -25,6 +25,9 @@ struct RunRecord {
     // The findings of the survey of the files, each as the text of a JSON object. If there was no
     // survey, this is not set, and the record has no member "findings".
     std::optional<std::vector<std::string>> findings{};
+    // The number of the frame that each finding is about; nullopt if it is about none. The record
+    // does not have these numbers. May be shorter than `findings`.
+    std::vector<std::optional<std::int64_t>> findingFrames{};
     // If the bones of a skeleton are too short for the plug-in, the lengths of the scene are
     // multiplied by this factor. It is written only if it is not 1.
     double multiplied = 1.0;

@@ -16,14 +16,14 @@ bool HasViewer() {
 }
 
 PageTake BuildPageTake(const headless::Scene& scene, const Options& options,
-                       const std::vector<std::string>& findings, const Progress& progress) {
+                       const RunRecord* record, const Progress& progress) {
     if (!HasViewer())
         throw ExportError("this build of the program has no viewer, because Node.js was missing");
     const Table table(scene, options, true);
     PageKeys keys = PackKeys(table, scene, options, progress);
     PageTake take;
     take.title = text::EncodeUtf8(TakeName(scene, options));
-    take.record = PageRecord(table, scene, options, keys, findings);
+    take.record = PageRecord(table, scene, options, keys, record);
     take.keys = std::move(keys.text);
     take.notes = table.GetNotes();
     return take;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "export/json_record.h"
 #include "export/options.h"
 #include "export/progress.h"
 #include "headless/scene.h"
@@ -25,11 +26,10 @@ struct PageTake {
 // Whether the library was built with the viewer. Without it, BuildPageTake throws ExportError.
 ZKMOCAP_API bool HasViewer();
 
-// Packs the models of a scene. `findings` are the texts of JSON objects, as in RunRecord. Throws
-// ExportError, and what `progress` throws.
+// Packs the models of a scene. `record` has the findings that the page lists; it may be null.
+// Throws ExportError, and what `progress` throws.
 ZKMOCAP_API PageTake BuildPageTake(const headless::Scene& scene, const Options& options,
-                                   const std::vector<std::string>& findings,
-                                   const Progress& progress = {});
+                                   const RunRecord* record, const Progress& progress = {});
 
 // Writes one HTML file that shows the takes together. It needs no other file and no network.
 // `takes` must not be empty, and the viewer must be there. Passes on what `out` throws.

@@ -44,11 +44,15 @@ json JointsJson(const Table& table) {
     return joints;
 }
 
-json FindingsJson(const std::vector<std::string>& findings) {
+json FindingsJson(const RunRecord* record) {
     json list = json::array();
-    for (const std::string& finding : findings) {
-        json parsed = json::parse(finding, nullptr, false);
-        if (parsed.is_object()) list.push_back(std::move(parsed));
+    if (!record || !record->findings) return list;
+    for (std::size_t index = 0; index < record->findings->size(); ++index) {
+        json finding = json::parse((*record->findings)[index], nullptr, false);
+        if (!finding.is_object()) continue;
+        if (index < record->findingFrames.size() && record->findingFrames[index])
+            finding["frame"] = *record->findingFrames[index];
+        list.push_back(std::move(finding));
     }
     return list;
 }
@@ -76,10 +80,10 @@ std::wstring TakeName(const headless::Scene& scene, const Options& options) {
 }
 
 std::string PageRecord(const Table& table, const headless::Scene& scene, const Options& options,
-                       const PageKeys& keys, const std::vector<std::string>& findings) {
+                       const PageKeys& keys, const RunRecord* record) {
     const FigureFacts facts = DescribeFigure(table.FirstModel(), options);
     const std::size_t rows = table.Rows();
-    const json record = {
+    const json take = {
         {"name", text::EncodeUtf8(TakeName(scene, options))},
         {"frames", rows},
         {"fps", FramesPerSecond(table.Times())},
@@ -93,12 +97,12 @@ std::string PageRecord(const Table& table, const headless::Scene& scene, const O
         {"rest", keys.rest},
         {"values", keys.values},
         {"animated", keys.animated},
-        {"findings", FindingsJson(findings)},
+        {"findings", FindingsJson(record)},
         {"provenance", ProvenanceJson(options)},
         {"notes", table.GetNotes()},
     };
     constexpr bool kAscii = true;
-    return WithoutLessThan(record.dump(-1, ' ', kAscii, json::error_handler_t::replace));
+    return WithoutLessThan(take.dump(-1, ' ', kAscii, json::error_handler_t::replace));
 }
 
 }  // namespace exporters

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "export/json_record.h"
 #include "export/options.h"
 #include "export/page_keys.h"
 #include "export/tables.h"
@@ -20,8 +21,8 @@ inline constexpr int kPageVersion = 1;
 std::wstring TakeName(const headless::Scene& scene, const Options& options);
 
 // Returns the record as the text of a JSON object of ASCII characters. It has no "<", so it can
-// be part of an HTML script element. `findings` are texts of JSON objects.
+// be part of an HTML script element. `record` may be null.
 std::string PageRecord(const Table& table, const headless::Scene& scene, const Options& options,
-                       const PageKeys& keys, const std::vector<std::string>& findings);
+                       const PageKeys& keys, const RunRecord* record);
 
 }  // namespace exporters

@@ -127,11 +127,36 @@ class MotionSurvey {
             FillFacts(skeleton ? *skeleton : rowsSkeleton_, survey.facts);
             Write(skeleton ? *skeleton : rowsSkeleton_, isRefused, survey);
         }
+        findings_.SetFrames([this](const char* at, std::size_t) { return FrameAt(at); });
         survey.findings = FinishedFindings(findings_);
         return survey;
     }
 
   private:
+    static constexpr std::string_view kBlanks = " \t\r";
+
+    // The number, as the file has it, of the frame that this position is in. A frame begins with a
+    // line that has only the frame's number.
+    std::optional<std::int64_t> FrameAt(const char* at) const {
+        const char* const begin = source_.Text().data();
+        if (!header_.frames || at < header_.frames) return std::nullopt;
+        const char* lineEnd = std::find(at, begin + source_.Text().size(), '\n');
+        while (lineEnd > header_.frames) {
+            const char* line = lineEnd;
+            while (line > header_.frames && line[-1] != '\n')
+                --line;
+            const std::string_view words(line, static_cast<std::size_t>(lineEnd - line));
+            const std::size_t first = words.find_first_not_of(kBlanks);
+            const std::size_t last = words.find_last_not_of(kBlanks);
+            double number = 0.0;
+            if (first <= last && last != std::string_view::npos &&
+                IsFrameNumber(words.substr(first, last + 1 - first), number))
+                return static_cast<std::int64_t>(number);
+            lineEnd = line > header_.frames ? line - 1 : line;
+        }
+        return std::nullopt;
+    }
+
     void FillFacts(const AsfSkeleton& skeleton, Facts& facts) const {
         for (const AsfBone& bone : skeleton.bones)
             facts.joints += bone.dof.empty() ? 0 : 1;

@@ -285,7 +285,20 @@ class BvhSurveyor {
         ReportShape(shape, result_.facts, findings_);
     }
 
+    // The number of the frame whose row is in this line. A section counts its frames from 1.
+    std::optional<std::int64_t> FrameInLine(std::size_t line) const {
+        for (const BvhPart& part : parts_) {
+            const std::vector<BvhRow>& rows = part.frames.rows;
+            const auto row = std::lower_bound(
+                rows.begin(), rows.end(), line,
+                [](const BvhRow& each, std::size_t wanted) { return each.line < wanted; });
+            if (row != rows.end() && row->line == line) return row - rows.begin() + 1;
+        }
+        return std::nullopt;
+    }
+
     void Finish() {
+        findings_.SetFrames([this](const char*, std::size_t line) { return FrameInLine(line); });
         result_.findings = findings_.Sorted();
         if (!findings_.HasErrors()) return;
         // A refused file has no mended text.

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,9 +24,12 @@ struct Finding {
     std::size_t line = 0;
     std::size_t column = 0;
     std::size_t count = 1;  // how often the file has this oddity
-    std::string joint;      // the joint or bone of that case, in UTF-8; empty if it is about none
-    std::string message;    // a sentence without the code, in UTF-8
-    bool mended = false;    // whether this is a reason to replace the file's text by a mended one
+    // The number of the frame at that position, as the scene's keys have it. Nullopt if the
+    // position is not in a frame, or if there is none.
+    std::optional<std::int64_t> frame = std::nullopt;
+    std::string joint;    // the joint or bone of that case, in UTF-8; empty if it is about none
+    std::string message;  // a sentence without the code, in UTF-8
+    bool mended = false;  // whether this is a reason to replace the file's text by a mended one
 };
 
 }  // namespace survey

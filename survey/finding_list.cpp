@@ -41,8 +41,10 @@ void FindingList::Add(const Case& added) {
     finding.mended = added.mended;
     if (!known) {
         findings_.push_back(std::move(finding));
+        positions_.push_back(added.at);
         return;
     }
+    positions_[static_cast<std::size_t>(known - findings_.data())] = added.at;
     finding.count = known->count + 1;
     finding.mended |= known->mended;
     *known = std::move(finding);
@@ -59,6 +61,12 @@ Finding* FindingList::Find(std::string_view code) {
     const auto found = std::find_if(findings_.begin(), findings_.end(),
                                     [&](const Finding& finding) { return finding.code == code; });
     return found == findings_.end() ? nullptr : &*found;
+}
+
+void FindingList::SetFrames(const FrameAt& frameAt) {
+    for (std::size_t index = 0; index < findings_.size(); ++index)
+        if (positions_[index])
+            findings_[index].frame = frameAt(positions_[index], findings_[index].line);
 }
 
 bool FindingList::HasErrors() const {

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +45,11 @@ class FindingList {
     bool HasErrors() const;
     bool HasMended() const;
 
+    // Sets the frame of each finding that has a position to what `frameAt` returns for it. `at` is
+    // the position in the source's text, in the line `line`.
+    using FrameAt = std::function<std::optional<std::int64_t>(const char* at, std::size_t line)>;
+    void SetFrames(const FrameAt& frameAt);
+
     // All findings, sorted by line and column.
     std::vector<Finding> Sorted() const;
 
@@ -50,6 +58,7 @@ class FindingList {
   private:
     const SourceText& source_;
     std::vector<Finding> findings_;
+    std::vector<const char*> positions_;  // for each finding; null if it has no position
 };
 
 }  // namespace survey

@@ -13,6 +13,14 @@ std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files) {
     return all;
 }
 
+std::vector<std::optional<std::int64_t>> FramesOf(const std::vector<FileFindings>& files) {
+    std::vector<std::optional<std::int64_t>> frames;
+    for (const FileFindings& file : files)
+        for (const survey::Finding& finding : file.findings)
+            frames.push_back(finding.frame);
+    return frames;
+}
+
 FindingInFile RefusalOf(const std::vector<FileFindings>& files) {
     for (const survey::Severity severity : {survey::Severity::Error, survey::Severity::Warning})
         for (const FileFindings& file : files)

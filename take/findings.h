@@ -1,6 +1,8 @@
 // The findings of an import's surveys, one list for each file.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +19,10 @@ struct FileFindings {
 
 // Returns each finding as a JSON object. If there are several files, each object names its file.
 ZKMOCAP_API std::vector<std::string> FindingsJson(const std::vector<FileFindings>& files);
+
+// Returns the frame of each finding, in the order of FindingsJson.
+ZKMOCAP_API std::vector<std::optional<std::int64_t>> FramesOf(
+    const std::vector<FileFindings>& files);
 
 // A finding and the file that it is about. If there is no finding, both pointers are null.
 struct FindingInFile {

@@ -245,18 +245,22 @@ TEST(PageKeys, OfTheSamplesAreTheAnglesOfTheScene) {
     EXPECT_GT(compared, 40U);
 }
 
-json RecordOf(const Options& options, const std::vector<std::string>& findings = {}) {
+json RecordOf(const Options& options, const exporters::RunRecord* record = nullptr) {
     const headless::Scene& scene = exported::CurrentScene();
     const exporters::Table table(scene, options, true);
     return json::parse(exporters::PageRecord(
-        table, scene, options, exporters::PackKeys(table, scene, options, {}), findings));
+        table, scene, options, exporters::PackKeys(table, scene, options, {}), record));
 }
 
 TEST(PageRecord, DescribesTheTake) {
     ASSERT_TRUE(exported::Import(exported::Samples()[0]));
     Options options;
     options.source.files = {{"takes/walk.bvh"}};
-    const json record = RecordOf(options, {R"({"code":"rate-missing"})", "damaged"});
+    const headless::Session& session = headless::Session::Current();
+    exporters::RunRecord run{0, session.Log(), session.Bar(), session.Commands(), "{}"};
+    run.findings = {R"({"code":"rate-missing"})", "damaged", R"({"code":"row-cut"})"};
+    run.findingFrames = {std::nullopt, std::nullopt, 12};
+    const json record = RecordOf(options, &run);
     EXPECT_EQ(record["name"], "walk.bvh");
     EXPECT_EQ(record["frames"], 257);
     EXPECT_NEAR(record["fps"].get<double>(), 60.0, 1e-6);
@@ -274,7 +278,8 @@ TEST(PageRecord, DescribesTheTake) {
     EXPECT_EQ(record["joints"]["ends"][5], 1);
     EXPECT_THAT(record["rest"], SizeIs(6 * 27));
     EXPECT_THAT(record["values"], SizeIs(6 * 27));
-    EXPECT_THAT(record["findings"], ElementsAre(json{{"code", "rate-missing"}}));
+    EXPECT_THAT(record["findings"], ElementsAre(json{{"code", "rate-missing"}},
+                                                json{{"code", "row-cut"}, {"frame", 12}}));
     EXPECT_THAT(record["notes"], IsEmpty());
     EXPECT_EQ(record["provenance"]["sourceFiles"][0], "walk.bvh");
 }
@@ -307,7 +312,7 @@ TEST(PageRecord, HoldsNamesAsData) {
     const headless::Scene& scene = exported::CurrentScene();
     const exporters::Table table(scene, options, true);
     const std::string text = exporters::PageRecord(
-        table, scene, options, exporters::PackKeys(table, scene, options, {}), {});
+        table, scene, options, exporters::PackKeys(table, scene, options, {}), nullptr);
     for (const char character : text) {
         ASSERT_NE(character, '<');
         ASSERT_LT(static_cast<unsigned char>(character), 0x80);
@@ -323,7 +328,7 @@ TEST(Page, HoldsAllTakes) {
     Options options;
     options.source.files = {{"<b>&.bvh"}};
     const exporters::PageTake take =
-        exporters::BuildPageTake(exported::CurrentScene(), options, {});
+        exporters::BuildPageTake(exported::CurrentScene(), options, nullptr);
     const exporters::PageTake takes[] = {take, take};
     text::StringSink out;
     exporters::WritePage(out, takes);
@@ -340,7 +345,7 @@ TEST(Page, HoldsAllTakes) {
 TEST(Page, IsRefusedWithoutTheViewer) {
     if (exporters::HasViewer()) GTEST_SKIP() << "this build has a viewer";
     ASSERT_TRUE(exported::Import(exported::Samples()[0]));
-    EXPECT_THROW(exporters::BuildPageTake(exported::CurrentScene(), {}, {}),
+    EXPECT_THROW(exporters::BuildPageTake(exported::CurrentScene(), {}, nullptr),
                  exporters::ExportError);
 }
 

@@ -125,7 +125,8 @@ class Exports {
               [&](text::ByteSink& out) { exporters::WriteNpz(out, CurrentScene(), options_, {}); });
         Write({"a.html"}, [&](text::ByteSink& out) {
             if (!exporters::HasViewer()) throw exporters::ExportError("no viewer");
-            const exporters::PageTake take = exporters::BuildPageTake(CurrentScene(), options_, {});
+            const exporters::PageTake take =
+                exporters::BuildPageTake(CurrentScene(), options_, nullptr);
             out.Write(take.record);
             out.Write(take.keys);
         });
