@@ -10,6 +10,7 @@
 #include "export/csv.h"
 #include "export/gltf.h"
 #include "export/npz.h"
+#include "export/page.h"
 #include "export/svg.h"
 #include "files/output_file.h"
 #include "headless/session.h"
@@ -54,6 +55,14 @@ exporters::Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene,
     return exporters::WriteNpz(out, scene, options, {}, progress);
 }
 
+// Packs the take of a page. The page around it is only copied.
+exporters::Notes WritePage(text::ByteSink& out, const headless::Scene& scene,
+                           const exporters::Options& options, const exporters::Progress& progress) {
+    const exporters::PageTake take = exporters::BuildPageTake(scene, options, nullptr, progress);
+    out.Write(take.keys);
+    return take.notes;
+}
+
 exporters::Notes WriteSvg(text::ByteSink& out, const headless::Scene& scene,
                           const exporters::Options& options, const exporters::Progress& progress) {
     return exporters::WriteSvg(out, scene, options, {}, progress);
@@ -65,6 +74,7 @@ BENCHMARK_CAPTURE(BM_Export, BvhOfNulls, exporters::WriteBvh, true)->Apply(Shape
 BENCHMARK_CAPTURE(BM_Export, BvhOfBones, exporters::WriteBvh, false)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, CsvOfNulls, exporters::WriteCsv, true)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, SvgOfNulls, WriteSvg, true)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, PageOfNulls, WritePage, true)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, NpzOfNulls, WriteNpz, true)->Apply(Shapes);
 
 }  // namespace

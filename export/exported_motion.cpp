@@ -66,6 +66,10 @@ ExportedMotion::ExportedMotion(const headless::Scene& scene, const ExportedModel
     std::copy_n(locals.front().origin, 3, heldRoot_->begin());
 }
 
+bool ExportedMotion::IsItsObject(std::size_t joint) const {
+    return poses_.IsItsObject(joint) && !(heldRoot_ && Joints()[joint].parent == Joint::kNoParent);
+}
+
 void ExportedMotion::BaseLocals(std::span<Transform> locals) const {
     SkeletonPoses::Scratch scratch;
     poses_.BaseLocals(locals, scratch);

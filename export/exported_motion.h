@@ -40,6 +40,11 @@ class ExportedMotion {
     const headless::ActionSource* Motion() const { return motion_; }
     const Timeline& Times() const { return times_; }
     const std::vector<Joint>& Joints() const { return poses_.Joints(); }
+    // Whether the joint's local transform is that of its object in every frame with keys, apart
+    // from the scale of lengths. TurnTopJoints may change it afterwards.
+    bool IsItsObject(std::size_t joint) const;
+    // The factor on all lengths of the scene.
+    double Scale() const { return poses_.Scale(); }
     // The rotation that is applied to the scaled scene to make Y the up axis. Empty if Y is already
     // the up axis.
     const std::optional<headless::Transform>& Turn() const { return turn_; }

@@ -22,8 +22,7 @@ constexpr int kMemory = 8;           // zlib's default
 // can follow.
 std::string DeflatePiece(std::string_view bytes, bool isLast) {
     z_stream stream{};
-    if (deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, kWithoutHeader, kMemory,
-                     Z_DEFAULT_STRATEGY) != Z_OK)
+    if (deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, kWithoutHeader, kMemory, Z_RLE) != Z_OK)
         throw std::bad_alloc();
     // The bound is for a finished stream; a flush adds a few bytes.
     std::string packed(deflateBound(&stream, static_cast<uLong>(bytes.size())) + 16, '\0');

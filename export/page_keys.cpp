@@ -5,13 +5,15 @@
 #include <cstdint>
 #include <cstring>
 #include <future>
-#include <span>
+#include <memory>
 #include <thread>
+#include <utility>
 
 #include "export/base64.h"
 #include "export/fast_deflate.h"
 #include "export/large_array.h"
 #include "export/launch.h"
+#include "export/object_channels.h"
 #include "export/scene_angles.h"
 
 namespace exporters {
@@ -25,13 +27,12 @@ constexpr std::size_t kFewestPoses = 20'000;
 // second is in degrees.
 constexpr double kStillPosition = 1e-8;
 constexpr double kStillAngle = 1e-7;
-// Two angles that differ less are the same.
-constexpr double kSameAngle = 1e-3;      // degrees
 constexpr double kFarthestTurn = 720.0;  // degrees
 // The greatest difference between two positions whose power of two fits into a 32-bit float.
 constexpr double kFarthestPosition = 1e37;
-// The share of the time that evaluating the poses takes.
-constexpr double kPosesShare = 0.6;
+// The shares of the time after which the poses are evaluated and the packing begins.
+constexpr double kPosesShare = 0.5;
+constexpr double kPackingShare = 0.7;
 
 // Calls work(part) for each part on a thread of its own, the first one on this thread.
 template <class Work>
@@ -45,56 +46,76 @@ void RunParts(std::size_t parts, const Work& work) {
         other.get();
 }
 
-// Returns the angles of the scene where the joint turns as its object does. Elsewhere returns the
-// angles nearest to those of the frame before.
-SceneAngles ChosenAngles(const SceneAngles& angles, const SceneAngles& inScene,
-                         const SceneAngles& before) {
-    const SceneAngles near = AnglesNear(angles, inScene);
-    const bool isScene =
-        std::equal(near.begin(), near.end(), inScene.begin(),
-                   [](double a, double b) { return std::abs(a - b) < kSameAngle; });
-    return isScene ? near : AnglesNear(angles, before);
-}
-
 class KeyPacker {
   public:
     KeyPacker(const Table& table, const headless::Scene& scene, const Options& options)
         : table_(table),
-          scene_(scene),
-          models_(ExportedModels(scene, options)),
           rows_(table.Rows()),
           joints_(table.Columns().size()),
           parts_(std::clamp<std::size_t>(rows_ * joints_ / kFewestPoses, 1,
                                          std::max(1U, std::thread::hardware_concurrency()))),
           channels_(kPageChannels * joints_ * rows_),
-          stillPosition_(kStillPosition * table.Size()) {}
+          stillPosition_(kStillPosition * table.Size()) {
+        FindObjects(scene, options);
+    }
 
     PageKeys Pack(const Progress& progress) {
         PageKeys keys;
+        progress.Report(0, 1);
         keys.rest = Rest();
+        const bool areAllObjects =
+            std::all_of(columns_.begin(), columns_.end(),
+                        [](const ColumnSource& column) { return column.isObject; });
+        if (!areAllObjects)
+            RunParts(parts_, [&](std::size_t part) {
+                // As the threads run at the same time, only one of them reports progress.
+                const Progress own = part == 0 ? progress.Between(0.0, kPosesShare) : Progress();
+                EvaluateRows(part * rows_ / parts_, (part + 1) * rows_ / parts_, own);
+            });
         RunParts(parts_, [&](std::size_t part) {
-            // As the threads run at the same time, only one of them reports progress.
-            const Progress own = part == 0 ? progress.Between(0.0, kPosesShare) : Progress();
-            EvaluateRows(part * rows_ / parts_, (part + 1) * rows_ / parts_, own);
+            const std::size_t first = part * joints_ / parts_;
+            const std::size_t end = (part + 1) * joints_ / parts_;
+            const Progress own =
+                part == 0 ? progress.Between(kPosesShare, kPackingShare) : Progress();
+            for (std::size_t column = first; column < end; ++column) {
+                own.Report(column - first, end - first);
+                FinishColumn(column);
+            }
         });
-        std::size_t column = 0;
-        for (std::size_t model = 0; model < models_.size(); ++model) {
-            Unwind(model, column);
-            column += table_.Models()[model].Joints().size();
-        }
         MeasureChannels(keys);
         const std::string planes = Planes(keys);
-        const Progress packing = progress.Between(kPosesShare, 1.0);
-        packing.Report(0, 4);
+        const Progress packing = progress.Between(kPackingShare, 1.0);
+        packing.Report(0, 2);
         if (planes.empty()) return keys;
         const std::string packed = FastDeflate(planes);
-        packing.Report(3, 4);
+        packing.Report(1, 2);
         keys.text = Base64(packed);
         return keys;
     }
 
   private:
+    // Where the channels of a column come from.
+    struct ColumnSource {
+        const ObjectChannels* objects = nullptr;
+        std::size_t joint = 0;  // index among the joints of its model
+        bool isObject = false;  // whether the channels can be read from the object's curves
+    };
+
     double* Channel(std::size_t channel) { return &channels_[channel * rows_]; }
+
+    void FindObjects(const headless::Scene& scene, const Options& options) {
+        const std::vector<ExportedModel> models = ExportedModels(scene, options);
+        for (std::size_t model = 0; model < models.size(); ++model) {
+            const ExportedMotion& motion = table_.Models()[model];
+            std::vector<double> frames(rows_);
+            for (std::size_t row = 0; row < rows_; ++row)
+                frames[row] = table_.FrameOf(motion, row);
+            objects_.push_back(std::make_unique<ObjectChannels>(scene, *models[model].object,
+                                                                motion, std::move(frames)));
+            for (std::size_t joint = 0; joint < motion.Joints().size(); ++joint)
+                columns_.push_back({objects_.back().get(), joint, objects_.back()->Has(joint)});
+        }
+    }
 
     std::vector<double> Rest() const {
         std::vector<double> rest;
@@ -114,53 +135,62 @@ class KeyPacker {
         for (std::size_t row = first; row < end; ++row) {
             progress.Report(row - first, end - first);
             table_.Row(row, locals, globals, scratch);
-            for (std::size_t joint = 0; joint < joints_; ++joint) {
-                const SceneAngles angles = FastAnglesOf(locals[joint].axes);
+            for (std::size_t column = 0; column < joints_; ++column) {
+                if (columns_[column].isObject) continue;
+                const SceneAngles angles = FastAnglesOf(locals[column].axes);
                 for (std::size_t axis = 0; axis < 3; ++axis) {
-                    Channel(kPageChannels * joint + axis)[row] = locals[joint].origin[axis];
-                    Channel(kPageChannels * joint + 3 + axis)[row] = angles[axis];
+                    Channel(kPageChannels * column + axis)[row] = locals[column].origin[axis];
+                    Channel(kPageChannels * column + 3 + axis)[row] = angles[axis];
                 }
             }
         }
     }
 
-    // Chooses the angles of a model's joints. `column` is the column of its first joint.
-    void Unwind(std::size_t model, std::size_t column) {
-        const ExportedMotion& motion = table_.Models()[model];
-        const std::size_t joints = motion.Joints().size();
-        SceneAngleReader reader(scene_, *models_[model].object, motion.Motion(), motion.Joints());
-        RunParts(parts_, [&](std::size_t part) {
-            // Each thread reads other joints.
-            for (std::size_t joint = part * joints / parts_; joint < (part + 1) * joints / parts_;
-                 ++joint)
-                UnwindJoint(motion, joint, Channel(kPageChannels * (column + joint) + 3), reader);
-        });
+    // Reads the channels of the column if it is an object, and makes its angles continuous if it is
+    // not.
+    void FinishColumn(std::size_t column) {
+        const ColumnSource& source = columns_[column];
+        for (std::size_t channel = 0; source.isObject && channel < kPageChannels; ++channel)
+            source.objects->Read(source.joint, channel,
+                                 {Channel(kPageChannels * column + channel), rows_});
+        double* const angles = Channel(kPageChannels * column + 3);
+        if (!source.isObject) Unwind(angles);
+        if (TurnsFar(angles)) Rewind(angles);
     }
 
-    // `x` are the joint's angles around x in all rows; those around y and z follow. A joint that
-    // turns too far keeps the angles of FastAnglesOf, because a 32-bit float could not hold more
-    // turns precisely.
-    void UnwindJoint(const ExportedMotion& motion, std::size_t joint, double* x,
-                     SceneAngleReader& reader) const {
-        std::vector<SceneAngles> angles(rows_);
-        SceneAngles least{};
-        SceneAngles most{};
-        for (std::size_t row = 0; row < rows_; ++row) {
-            const SceneAngles inScene = reader.At(joint, table_.FrameOf(motion, row));
-            const SceneAngles& before = row == 0 ? inScene : angles[row - 1];
-            angles[row] =
-                ChosenAngles({x[row], x[rows_ + row], x[2 * rows_ + row]}, inScene, before);
-            if (row == 0) least = most = angles[0];
-            for (std::size_t axis = 0; axis < 3; ++axis) {
-                least[axis] = std::min(least[axis], angles[row][axis]);
-                most[axis] = std::max(most[axis], angles[row][axis]);
-            }
-        }
+    SceneAngles AnglesAt(const double* angles, std::size_t row) const {
+        return {angles[row], angles[rows_ + row], angles[2 * rows_ + row]};
+    }
+
+    // `angles` are a joint's angles around x in all rows; those around y and z follow.
+    void Unwind(double* angles) const {
+        for (std::size_t row = 1; row < rows_; ++row)
+            PutAngles(AnglesNear(AnglesAt(angles, row), AnglesAt(angles, row - 1)), angles, row);
+    }
+
+    void PutAngles(const SceneAngles& from, double* angles, std::size_t row) const {
         for (std::size_t axis = 0; axis < 3; ++axis)
-            if (most[axis] - least[axis] > kFarthestTurn) return;
-        for (std::size_t row = 0; row < rows_; ++row)
-            for (std::size_t axis = 0; axis < 3; ++axis)
-                x[axis * rows_ + row] = angles[row][axis];
+            angles[axis * rows_ + row] = from[axis];
+    }
+
+    // Whether a joint turns so far that a 32-bit float could not hold its angles precisely.
+    bool TurnsFar(const double* angles) const {
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            const double* const values = angles + axis * rows_;
+            const auto [least, most] = std::minmax_element(values, values + rows_);
+            if (*most - *least > kFarthestTurn) return true;
+        }
+        return false;
+    }
+
+    // Replaces the angles by those that FastAnglesOf returns, which are less than a turn apart.
+    void Rewind(double* angles) const {
+        for (std::size_t row = 0; row < rows_; ++row) {
+            const SceneAngles wound = AnglesAt(angles, row);
+            const Transform turned =
+                headless::FromLocal({0.0, 0.0, 0.0, wound[0], wound[1], wound[2]});
+            PutAngles(FastAnglesOf(turned.axes), angles, row);
+        }
     }
 
     // Finds the channels that change. The keys of such a channel are all between r and 2 r, where
@@ -211,13 +241,13 @@ class KeyPacker {
     }
 
     const Table& table_;
-    const headless::Scene& scene_;
-    std::vector<ExportedModel> models_;
     std::size_t rows_;
     std::size_t joints_;
     std::size_t parts_;
     LargeArray<double> channels_;  // one channel after the other, with a value for each row
     double stillPosition_;
+    std::vector<std::unique_ptr<ObjectChannels>> objects_;  // for each model
+    std::vector<ColumnSource> columns_;
 };
 
 }  // namespace

@@ -1,9 +1,7 @@
 #include "export/scene_angles.h"
 
-#include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <unordered_map>
 
 namespace exporters {
 namespace {
@@ -48,45 +46,6 @@ SceneAngles AnglesNear(const SceneAngles& angles, const SceneAngles& before) {
     const SceneAngles other =
         Unwound({angles[0] + 180.0, 180.0 - angles[1], angles[2] + 180.0}, before);
     return Distance(other, before) < Distance(same, before) ? other : same;
-}
-
-SceneAngleReader::SceneAngleReader(const headless::Scene& scene, const headless::Object& model,
-                                   const headless::ActionSource* motion,
-                                   std::span<const Joint> joints)
-    : tracks_(joints.size()) {
-    std::unordered_map<const headless::Object*, std::size_t> jointOf;
-    for (std::size_t joint = 0; joint < joints.size(); ++joint) {
-        jointOf.emplace(joints[joint].object, joint);
-        for (std::size_t axis = 0; axis < 3; ++axis)
-            tracks_[joint][axis].value = joints[joint].object->local[3 + axis];
-    }
-    if (!motion) return;
-    for (const headless::ActionItem& item : motion->items) {
-        const headless::Scene::Target target = scene.ResolveTarget(model, item);
-        const auto joint = jointOf.find(target.object);
-        if (!item.active || joint == jointOf.end() || target.channel < headless::Channel::RotX ||
-            target.channel > headless::Channel::RotZ)
-            continue;
-        Track& track = tracks_[joint->second][static_cast<std::size_t>(target.channel) -
-                                              static_cast<std::size_t>(headless::Channel::RotX)];
-        track.value = item.Value();
-        track.keys =
-            item.IsCurve() && item.GetCurve().keys.Count() > 0 ? &item.GetCurve().keys : nullptr;
-    }
-}
-
-SceneAngles SceneAngleReader::At(std::size_t joint, double frame) {
-    SceneAngles angles{};
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        Track& track = tracks_[joint][axis];
-        angles[axis] = track.value;
-        if (!track.keys) continue;
-        const std::vector<double>& times = *track.keys->times;
-        while (track.key + 1 < times.size() && times[track.key + 1] <= frame)
-            ++track.key;
-        angles[axis] = (*track.keys->values)[track.key];
-    }
-    return angles;
 }
 
 }  // namespace exporters

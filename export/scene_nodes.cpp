@@ -1,6 +1,7 @@
 #include "export/scene_nodes.h"
 
 #include <algorithm>
+#include <array>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -143,6 +144,7 @@ void SceneNodes::LocalsOf(const headless::MotionEvaluator& evaluator, double fra
 void SceneNodes::MarkDriven(const headless::Scene& scene, const Object& model) {
     isDriven_.assign(nodes_.size(), false);
     isRotated_.assign(nodes_.size(), false);
+    modelMoves_ = true;
     if (!model.modelData) return;
     std::unordered_set<const Object*> driven;
     std::unordered_set<const Object*> rotated;
@@ -158,6 +160,7 @@ void SceneNodes::MarkDriven(const headless::Scene& scene, const Object& model) {
                 rotated.insert(target.object);
         }
     }
+    modelMoves_ = model.parent || driven.contains(&model) || model.local != std::array<double, 6>{};
     for (std::size_t node = 0; node < nodes_.size(); ++node) {
         isDriven_[node] = driven.contains(nodes_[node].object);
         isRotated_[node] = rotated.contains(nodes_[node].object);

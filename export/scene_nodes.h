@@ -38,6 +38,9 @@ class SceneNodes {
     // The same for items that rotate the object.
     bool IsRotated(std::size_t node) const { return isRotated_[node]; }
 
+    // Whether the model itself has a transform or is driven by a motion.
+    bool ModelMoves() const { return modelMoves_; }
+
     struct Scratch {
         std::vector<headless::Transform> objects;
         std::vector<headless::Transform> globals;
@@ -75,6 +78,7 @@ class SceneNodes {
     std::vector<bool> isDriven_;   // for each node
     std::vector<bool> isRotated_;  // for each node
     std::vector<Effector> effectors_;
+    bool modelMoves_ = false;
     bool needsGlobals_ = false;  // whether the motion drives the length of an effector's bone
 };
 

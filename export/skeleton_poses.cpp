@@ -51,6 +51,13 @@ void SkeletonPoses::FindPaths() {
     }
 }
 
+bool SkeletonPoses::IsItsObject(std::size_t joint) const {
+    const std::size_t begin = joint == 0 ? 0 : pathEnds_[joint - 1];
+    if (begin != pathEnds_[joint]) return false;
+    if (joints_[joint].object->type != headless::ObjectType::Null) return false;
+    return joints_[joint].parent != Joint::kNoParent || !nodes_.ModelMoves();
+}
+
 void SkeletonPoses::Fold(std::span<const Transform> nodes, std::span<Transform> locals) const {
     std::size_t step = 0;
     for (std::size_t joint = 0; joint < joints_.size(); ++joint) {

@@ -29,6 +29,13 @@ class SkeletonPoses {
 
     const std::vector<Joint>& Joints() const { return joints_; }
 
+    // Whether the joint's local transform is that of its object in every frame, apart from the
+    // scale of lengths: the object is a null, its parent is the object of the parent joint, and a
+    // top joint is under a model that does not move.
+    bool IsItsObject(std::size_t joint) const;
+    // The factor on all lengths of the scene.
+    double Scale() const { return scale_; }
+
     struct Scratch {
         SceneNodes::Scratch objects;
         std::vector<headless::Transform> nodes;

@@ -1,0 +1,49 @@
+// Reads the channels of joints from the curves of the scene, without evaluating the scene.
+// Internal to export/.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "export/exported_motion.h"
+#include "headless/scene.h"
+
+namespace exporters {
+
+// The six channels of a joint are its position (x, y, z) and its angles (x, y, z, in degrees).
+class ObjectChannels {
+  public:
+    // `frames` are the frames to read. Keeps references to the scene.
+    ObjectChannels(const headless::Scene& scene, const headless::Object& model,
+                   const ExportedMotion& motion, std::vector<double> frames);
+
+    // Whether the channels of the joint can be read: its local transform is that of its object, and
+    // its curves have a key in each frame.
+    bool Has(std::size_t joint) const { return joints_[joint].isReadable; }
+    // Writes the values of a channel, one for each frame. Positions are multiplied by the scale of
+    // the motion.
+    void Read(std::size_t joint, std::size_t channel, std::span<double> values) const;
+
+  private:
+    static constexpr std::size_t kChannels = 6;
+
+    struct JointTracks {
+        bool isReadable = false;
+        double constants[kChannels] = {};
+        // For each channel, the values of its keys; null if the channel is constant.
+        const std::vector<double>* values[kChannels] = {};
+    };
+
+    // Finds the key of each frame. Returns false if a frame between two keys has none.
+    bool FindKeys(const std::vector<double>& keys, std::span<const double> frames);
+    void AddItem(const headless::ActionItem& item, std::size_t channel,
+                 const std::vector<double>& keys, JointTracks& tracks);
+
+    double scale_ = 1.0;
+    std::vector<std::size_t> keyOf_;                   // for each frame, the index of its key
+    std::vector<JointTracks> joints_;                  // for each joint
+    const std::vector<double>* knownTimes_ = nullptr;  // times that are those of the motion's keys
+};
+
+}  // namespace exporters
