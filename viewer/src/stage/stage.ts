@@ -1,5 +1,21 @@
 // The picture: figures on the ground, seen by a camera.
+import { Group, MeshLambertMaterial, PCFShadowMap, Scene, SRGBColorSpace, Vector3, WebGLRenderer } from "three";
+import { Pose } from "../data/pose";
 import type { Player } from "../player";
+import { Camera } from "./camera";
+import { Figure } from "./figure";
+import { Ground } from "./ground";
+import { Labels } from "./labels";
+import { Light } from "./light";
+import { Lines, resolution } from "./lines";
+import { Marker } from "./marker";
+import { Pointer } from "./pointer";
+import { Quality } from "./quality";
+import { placeOf, rigOf } from "./rig";
+import { describe, gatherScenery, gridCell, regionOf } from "./scenery";
+import { arrange, sampleTake, type World } from "./space";
+import { Themes } from "./theme";
+import { onGround, trailOf } from "./trail";
 
 export const VIEWS = ["home", "front", "side", "top"] as const;
 export type View = (typeof VIEWS)[number];
@@ -9,10 +25,262 @@ export interface Stage {
   draw(): void;
   /** Moves the camera. "home" is where it was at first. */
   view(view: View): void;
+  /** Turns the camera around what it looks at: to the right and upwards, in radians. */
+  orbit(around: number, above: number): void;
+  /** Goes nearer for a factor above 1, farther away for one below. */
+  zoom(factor: number): void;
+}
+
+const MOST_SAMPLES = 32;
+const FINEST_PIXELS = 2;
+
+class Picture implements Stage {
+  private readonly container: HTMLElement;
+  private readonly player: Player;
+  private readonly request: () => void;
+  private readonly renderer: WebGLRenderer;
+  private readonly scene = new Scene();
+  private readonly group = new Group();
+  private readonly poses: Pose[];
+  private readonly figures: Figure[] = [];
+  private readonly world: World;
+  private readonly camera: Camera;
+  private readonly ground: Ground;
+  private readonly labels: Labels | null;
+  private readonly light: Light;
+  private readonly marker: Marker;
+  private readonly paths: Lines[] = [];
+  private readonly trail = new Lines(1, false);
+  private readonly material = new MeshLambertMaterial({ vertexColors: true });
+  private readonly quality = new Quality();
+  private readonly themes: Themes;
+  private pictures = 0;
+  private needsTheme = true;
+  private needsSize = true;
+  private needsTrail = true;
+  private isLost = false;
+
+  constructor(container: HTMLElement, player: Player, request: () => void, renderer: WebGLRenderer) {
+    this.container = container;
+    this.player = player;
+    this.request = request;
+    this.renderer = renderer;
+    this.renderer.outputColorSpace = SRGBColorSpace;
+    this.renderer.shadowMap.type = PCFShadowMap;
+    this.renderer.setClearColor(0, 0);
+    this.poses = player.takes.map((take) => new Pose(take));
+    const samples = player.takes.map((take) => sampleTake(take, MOST_SAMPLES));
+    this.world = arrange(player.takes, samples);
+    player.takes.forEach((take, index) => {
+      for (let model = 0; model < Math.max(take.models.length, 1); ++model) {
+        const rig = rigOf(take, index, model, this.world.spaces[index], samples[index]);
+        if (rig.joints.length > 0) this.addFigure(new Figure(rig, this.world.spaces[index], player.look, this.material));
+      }
+    });
+    const scenery = gatherScenery(this.figures);
+    const { cell, metres } = gridCell(this.world.metre);
+    const origin = this.world.origin.map((cells) => (cells * (this.world.metre || cell)) / cell) as [number, number];
+    this.camera = new Camera(renderer.domElement, scenery, request);
+    this.ground = new Ground(this.group, cell, origin);
+    this.labels = metres > 0 ? new Labels(this.group, regionOf(scenery.everything, cell), cell, metres, origin) : null;
+    this.light = new Light(this.group, scenery.facing);
+    this.marker = new Marker(this.group);
+    this.group.add(this.trail.mesh);
+    this.scene.add(this.group);
+    this.themes = new Themes(() => {
+      this.needsTheme = true;
+      request();
+    });
+    this.listen();
+  }
+
+  private addFigure(figure: Figure): void {
+    this.figures.push(figure);
+    figure.mesh.castShadow = true;
+    figure.mesh.receiveShadow = true;
+    const path = new Lines(0.75);
+    const { rig } = figure;
+    path.setLine(onGround(trailOf(rig.take, rig.joints[figure.root], this.world.spaces[rig.takeIndex], 2000)));
+    this.paths.push(path);
+    this.group.add(figure.mesh, path.mesh);
+  }
+
+  private listen(): void {
+    const canvas = this.renderer.domElement;
+    canvas.addEventListener("webglcontextlost", () => {
+      this.isLost = true;
+      showMessage(this.container, "The browser has taken the 3D picture away for a moment. It comes back by itself.");
+    });
+    canvas.addEventListener("webglcontextrestored", () => {
+      this.isLost = false;
+      showMessage(this.container, null);
+      this.quality.excuse();
+      this.request();
+    });
+    new ResizeObserver(() => {
+      this.needsSize = true;
+      this.request();
+    }).observe(this.container);
+    new Pointer(canvas, this.figures, this.camera.camera, this.player);
+    this.player.onChange((change) => {
+      if (change === "pick") this.needsTrail = true;
+      if (change === "settings") this.needsTheme = true;
+    });
+  }
+
+  view(view: View): void {
+    this.camera.view(view);
+    this.request();
+  }
+  orbit(around: number, above: number): void {
+    this.camera.orbit(around, above);
+    this.request();
+  }
+  zoom(factor: number): void {
+    this.camera.zoom(factor);
+    this.request();
+  }
+
+  draw(): void {
+    if (this.isLost) return;
+    if (this.quality.note(performance.now(), this.player.playing)) this.simplify();
+    if (this.needsSize) this.resize();
+    if (this.needsTheme) this.applySettings();
+    this.showFrame();
+    if (this.needsTrail) this.showTrail();
+    const ratio = this.renderer.getPixelRatio();
+    this.marker.show(this.pickedPlace(), ratio);
+    this.camera.updateClipping();
+    const { target, distance } = this.camera;
+    this.ground.update(target, distance);
+    this.labels?.update(this.camera.camera.position, target, distance, ratio);
+    if (this.pictures === 1) this.showShadows(true);
+    this.renderer.render(this.scene, this.camera.camera);
+    // The second picture follows at once, with shadows.
+    if (++this.pictures === 1) this.request();
+  }
+
+  private resize(): void {
+    this.needsSize = false;
+    const width = Math.max(this.container.clientWidth, 1);
+    const height = Math.max(this.container.clientHeight, 1);
+    const finest = this.quality.simplification < 2 ? FINEST_PIXELS : 1;
+    this.renderer.setPixelRatio(Math.min(devicePixelRatio, finest));
+    this.renderer.setSize(width, height);
+    this.renderer.getDrawingBufferSize(resolution.value);
+    this.camera.resize(width, height);
+  }
+
+  private applySettings(): void {
+    this.needsTheme = false;
+    const { theme } = this.themes;
+    this.container.style.background = theme.background;
+    this.light.setTheme(theme);
+    this.ground.setTheme(theme);
+    this.labels?.setTheme(theme);
+    this.marker.setTheme(theme.accent, theme.isDark);
+    this.trail.setColour(theme.accent, 0.9);
+    for (const path of this.paths) path.setColour(theme.path, 0.45);
+    const { look, mainTake } = this.player;
+    let others = 0;
+    for (const figure of this.figures) {
+      figure.setLook(look);
+      const isFirst = figure.rig.takeIndex === mainTake && figure.rig.joints[0] === 0;
+      figure.setTone(theme.tones[isFirst ? 0 : 1 + (others++ % (theme.tones.length - 1))]);
+    }
+    this.renderer.domElement.setAttribute("aria-label", describe(this.player));
+  }
+
+  private readonly middle = new Vector3();
+  private readonly place = new Vector3();
+
+  private showFrame(): void {
+    this.middle.set(0, 0, 0);
+    for (const figure of this.figures) {
+      const { takeIndex, take } = figure.rig;
+      const row = this.player.row(take);
+      figure.show(row, this.poses[takeIndex].at(row));
+      this.middle.add(placeOf(figure.pose, figure.root, this.place));
+    }
+    this.middle.divideScalar(Math.max(this.figures.length, 1));
+    let reach = 0;
+    for (const figure of this.figures)
+      reach = Math.max(reach, placeOf(figure.pose, figure.root, this.place).distanceTo(this.middle));
+    this.light.update(this.middle, reach + 1.5);
+    const main = this.figures.find((figure) => figure.rig.takeIndex === this.player.mainTake);
+    if (main) this.camera.follow(placeOf(main.pose, main.root, this.place), this.player.follow);
+  }
+
+  private showTrail(): void {
+    this.needsTrail = false;
+    const { pick, takes } = this.player;
+    const points = pick ? trailOf(takes[pick.take], pick.joint, this.world.spaces[pick.take]) : new Float32Array(0);
+    this.trail.setLine(points);
+  }
+
+  private pickedPlace(): Vector3 | null {
+    const { pick } = this.player;
+    if (!pick) return null;
+    for (const figure of this.figures) {
+      const joint = figure.rig.takeIndex === pick.take ? figure.rig.joints.indexOf(pick.joint) : -1;
+      if (joint >= 0) return placeOf(figure.pose, joint, this.place);
+    }
+    return null;
+  }
+
+  private showShadows(shown: boolean): void {
+    this.renderer.shadowMap.enabled = shown;
+    this.light.shadows = shown;
+    this.material.needsUpdate = true;
+    this.quality.excuse();
+  }
+
+  private simplify(): void {
+    if (this.quality.simplification === 1) this.showShadows(false);
+    else this.needsSize = true;
+  }
+}
+
+/** Says something in place of the picture; null takes the words away. */
+function showMessage(container: HTMLElement, message: string | null): void {
+  container.querySelector("p[role=status]")?.remove();
+  if (message === null) return;
+  const text = document.createElement("p");
+  text.setAttribute("role", "status");
+  text.textContent = message;
+  Object.assign(text.style, {
+    position: "absolute",
+    inset: "0",
+    margin: "auto",
+    height: "max-content",
+    maxWidth: "32em",
+    padding: "24px",
+    textAlign: "center",
+  });
+  container.append(text);
+}
+
+function createRenderer(): WebGLRenderer | null {
+  try {
+    return new WebGLRenderer({ antialias: true, alpha: true, powerPreference: "high-performance" });
+  } catch {
+    return null;
+  }
 }
 
 /** Fills `container` with the picture. `request` asks for a call of draw(). */
-export function createStage(container: HTMLElement, _player: Player, _request: () => void): Stage {
-  container.append(document.createElement("canvas"));
-  return { draw() {}, view() {} };
+export function createStage(container: HTMLElement, player: Player, request: () => void): Stage {
+  const renderer = createRenderer();
+  if (!renderer) {
+    showMessage(
+      container,
+      "This browser cannot draw in 3D, because WebGL is missing or switched off. All the rest of the page works.",
+    );
+    return { draw() {}, view() {}, orbit() {}, zoom() {} };
+  }
+  const canvas = renderer.domElement;
+  canvas.setAttribute("role", "img");
+  canvas.style.display = "block";
+  container.append(canvas);
+  return new Picture(container, player, request, renderer);
 }

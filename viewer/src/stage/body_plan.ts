@@ -1,0 +1,244 @@
+// Finds out which joint is what: legs, arms, trunk, neck and head. Names decide where they are known;
+// otherwise the shape of the tree does.
+import { boneLengths, placeOf, type Side, type Skeleton } from "./rig";
+
+export interface Limb {
+  readonly side: Side;
+  /** The joints between the trunk and the limb, such as a collar bone. */
+  readonly girdle: readonly number[];
+  /** From the hip or shoulder to the ankle or wrist, both included. */
+  readonly path: readonly number[];
+  /** The index of the knee or elbow in `path`; -1 if there is none. */
+  readonly middle: number;
+}
+
+export interface BodyPlan {
+  /** The joint from which the legs come, and the one from which the arms come. */
+  readonly pelvis: number;
+  readonly chest: number;
+  /** The joints from the pelvis to the chest, both included. */
+  readonly trunk: readonly number[];
+  readonly legs: readonly [Limb, Limb];
+  readonly arms: readonly [Limb, Limb];
+  /** The joints from the chest, which is excluded, to the head. Empty if no head was found. */
+  readonly neck: readonly number[];
+}
+
+const FOOT = /foot|ankle/i;
+const HAND = /hand|wrist/i;
+const HEAD = /head|skull/i;
+
+export function isHeadName(name: string): boolean {
+  return HEAD.test(name);
+}
+
+function pathToTop(skeleton: Skeleton, joint: number): number[] {
+  const path: number[] = [];
+  for (let at = joint; at >= 0; at = skeleton.parents[at]) path.push(at);
+  return path;
+}
+
+function commonAncestor(skeleton: Skeleton, a: number, b: number): number {
+  const above = new Set(pathToTop(skeleton, a));
+  return pathToTop(skeleton, b).find((joint) => above.has(joint)) ?? -1;
+}
+
+/** The joints from an ancestor, which is excluded, down to a joint. */
+function pathDown(skeleton: Skeleton, from: number, to: number): number[] {
+  const path = pathToTop(skeleton, to).reverse();
+  return path.slice(path.indexOf(from) + 1);
+}
+
+/** The way through the tree between any two joints, both included. */
+function pathBetween(skeleton: Skeleton, a: number, b: number): number[] {
+  const top = commonAncestor(skeleton, a, b);
+  if (top < 0) return [];
+  return [...pathDown(skeleton, top, a).reverse(), top, ...pathDown(skeleton, top, b)];
+}
+
+/** The first joints with such a name on their way from the top. */
+function firstNamed(skeleton: Skeleton, name: RegExp): number[] {
+  return skeleton.names
+    .map((_, joint) => joint)
+    .filter(
+      (joint) =>
+        name.test(skeleton.names[joint]) &&
+        !skeleton.isEnd[joint] &&
+        !pathToTop(skeleton, joint)
+          .slice(1)
+          .some((above) => name.test(skeleton.names[above])),
+    );
+}
+
+/** One joint of each side, or just two. */
+function pairOf(skeleton: Skeleton, joints: number[]): [number, number] | null {
+  const deepest = (side: Side): number | undefined =>
+    joints
+      .filter((joint) => skeleton.sides[joint] === side)
+      .sort((a, b) => pathToTop(skeleton, b).length - pathToTop(skeleton, a).length)[0];
+  const left = deepest("left");
+  const right = deepest("right");
+  const perSide = (side: Side): number => joints.filter((joint) => skeleton.sides[joint] === side).length;
+  // Four feet are those of an animal.
+  if (perSide("left") > 1 && perSide("right") > 1) return null;
+  if (left !== undefined && right !== undefined) return [left, right];
+  return joints.length === 2 ? [joints[0], joints[1]] : null;
+}
+
+interface Division {
+  start: number;
+  middle: number;
+}
+
+/** Divides a way to an ankle or wrist into girdle, upper and lower part, which are about equally long. */
+export function divide(path: readonly number[], lengths: readonly number[]): Division {
+  const bone = (index: number): number => lengths[path[index]];
+  const sum = (from: number, to: number): number => {
+    let total = 0;
+    for (let index = from + 1; index <= to; ++index) total += bone(index);
+    return total;
+  };
+  const last = path.length - 1;
+  const whole = sum(0, last) || 1;
+  let best: Division = { start: Math.max(0, last - 2), middle: last - 1 > 0 ? last - 1 : -1 };
+  let bestScore = -Infinity;
+  for (let start = 0; start < last - 1; ++start)
+    for (let middle = start + 1; middle < last; ++middle) {
+      const upper = sum(start, middle);
+      const lower = sum(middle, last);
+      const score = (2 * Math.min(upper, lower)) / whole - 0.9 * Math.abs(upper - lower) / whole;
+      if (score > bestScore + 1e-6) {
+        bestScore = score;
+        best = { start, middle };
+      }
+    }
+  return best;
+}
+
+function limbOf(skeleton: Skeleton, lengths: readonly number[], from: number, tip: number): Limb | null {
+  const whole = pathDown(skeleton, from, tip);
+  if (whole.length < 2) return null;
+  const { start, middle } = divide(whole, lengths);
+  return {
+    side: skeleton.sides[tip],
+    girdle: whole.slice(0, start),
+    path: whole.slice(start),
+    middle: middle < 0 ? -1 : middle - start,
+  };
+}
+
+/** The chain of a subtree that reaches farthest. */
+function longestChain(skeleton: Skeleton, lengths: readonly number[], joint: number): number[] {
+  const reach = skeleton.names.map(() => 0);
+  for (let at = skeleton.names.length - 1; at >= 0; --at)
+    for (const child of skeleton.children[at]) reach[at] = Math.max(reach[at], reach[child] + lengths[child]);
+  const chain = [joint];
+  for (let at = joint; skeleton.children[at].length > 0; chain.push(at))
+    at = skeleton.children[at].reduce((best, child) =>
+      reach[child] + lengths[child] > reach[best] + lengths[best] ? child : best,
+    );
+  return chain;
+}
+
+interface MirrorPair {
+  node: number;
+  chains: [number[], number[]];
+  reach: number;
+  /** How high the ends are above the node, on average over the poses. */
+  rise: number;
+}
+
+function mirrorPairs(skeleton: Skeleton, lengths: readonly number[]): MirrorPair[] {
+  const pairs: MirrorPair[] = [];
+  skeleton.children.forEach((children, node) => {
+    const chains = children.map((child) => longestChain(skeleton, lengths, child));
+    const reaches = chains.map((chain) => chain.reduce((sum, joint) => sum + lengths[joint], 0));
+    for (let a = 0; a < children.length; ++a)
+      for (let b = a + 1; b < children.length; ++b) {
+        const reach = Math.max(reaches[a], reaches[b]);
+        if (chains[a].length !== chains[b].length || chains[a].length < 3) continue;
+        if (Math.abs(reaches[a] - reaches[b]) > 0.06 * reach) continue;
+        let rise = 0;
+        for (const pose of skeleton.poses.slice(1))
+          for (const chain of [chains[a], chains[b]])
+            rise += placeOf(pose, chain[chain.length - 1]).y - placeOf(pose, node).y;
+        pairs.push({ node, chains: [chains[a], chains[b]], reach, rise });
+      }
+  });
+  return pairs;
+}
+
+/** Ankles or wrists, hips or shoulders of a chain whose joints have no names that are known. */
+function tipOfChain(skeleton: Skeleton, lengths: readonly number[], chain: readonly number[]): number {
+  // A hand with fingers is where the chain branches.
+  const fork = chain.find((joint, index) => index > 1 && skeleton.children[joint].length > 1);
+  if (fork !== undefined) return fork;
+  let best = chain[Math.min(2, chain.length - 1)];
+  let bestScore = -Infinity;
+  for (let last = 2; last < chain.length; ++last) {
+    const part = chain.slice(0, last + 1);
+    const { start, middle } = divide(part, lengths);
+    const length = (from: number, to: number): number =>
+      part.slice(from + 1, to + 1).reduce((sum, joint) => sum + lengths[joint], 0);
+    const score = Math.min(length(start, middle), length(middle, last)) - Math.abs(length(start, middle) - length(middle, last));
+    if (score > bestScore + 1e-6) {
+      bestScore = score;
+      best = chain[last];
+    }
+  }
+  return best;
+}
+
+function tipsByShape(skeleton: Skeleton, lengths: readonly number[]): { feet: number[]; hands: number[] } | null {
+  const pairs = mirrorPairs(skeleton, lengths).sort((a, b) => b.reach - a.reach);
+  const legs = pairs.filter((pair) => pair.rise < 0).sort((a, b) => a.node - b.node || b.reach - a.reach)[0];
+  if (!legs) return null;
+  const inLegs = (joint: number): boolean =>
+    legs.chains.some((chain) => pathToTop(skeleton, joint).includes(chain[0]));
+  const arms = pairs.find((pair) => pair.node !== legs.node && !inLegs(pair.node) && pair.reach > 0.4 * legs.reach);
+  if (!arms) return null;
+  return {
+    feet: legs.chains.map((chain) => tipOfChain(skeleton, lengths, chain)),
+    hands: arms.chains.map((chain) => tipOfChain(skeleton, lengths, chain)),
+  };
+}
+
+function findHead(skeleton: Skeleton, lengths: readonly number[], chest: number, arms: readonly Limb[]): number {
+  const named = firstNamed(skeleton, HEAD).find((joint) => pathToTop(skeleton, joint).includes(chest));
+  if (named !== undefined) return named;
+  const used = new Set(arms.flatMap((arm) => [...arm.girdle, ...arm.path]));
+  const free = skeleton.children[chest].filter((child) => !used.has(child));
+  if (free.length === 0) return -1;
+  const chains = free.map((child) => longestChain(skeleton, lengths, child));
+  const chain = chains.reduce((best, other) => (other.length > best.length ? other : best));
+  const joints = chain.filter((joint) => !skeleton.isEnd[joint]);
+  return joints[Math.min(1, joints.length - 1)] ?? -1;
+}
+
+/** Returns null if the joints do not make a person. */
+export function planBody(skeleton: Skeleton): BodyPlan | null {
+  const lengths = boneLengths(skeleton);
+  let feet = pairOf(skeleton, firstNamed(skeleton, FOOT));
+  let hands = pairOf(skeleton, firstNamed(skeleton, HAND));
+  if (!feet || !hands) {
+    const tips = tipsByShape(skeleton, lengths);
+    if (!tips) return null;
+    feet ??= [tips.feet[0], tips.feet[1]];
+    hands ??= [tips.hands[0], tips.hands[1]];
+  }
+  const pelvis = commonAncestor(skeleton, ...feet);
+  const chest = commonAncestor(skeleton, ...hands);
+  if (pelvis < 0 || chest < 0 || pelvis === chest) return null;
+  const legs = feet.map((foot) => limbOf(skeleton, lengths, pelvis, foot));
+  const arms = hands.map((hand) => limbOf(skeleton, lengths, chest, hand));
+  if (!legs[0] || !legs[1] || !arms[0] || !arms[1]) return null;
+  const head = findHead(skeleton, lengths, chest, [arms[0], arms[1]]);
+  return {
+    pelvis,
+    chest,
+    trunk: pathBetween(skeleton, pelvis, chest),
+    legs: [legs[0], legs[1]],
+    arms: [arms[0], arms[1]],
+    neck: head < 0 ? [] : pathDown(skeleton, chest, head),
+  };
+}

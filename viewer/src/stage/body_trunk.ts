@@ -1,0 +1,116 @@
+// Shapes the trunk, from the crotch to the base of the neck, and the shoulders.
+import { Vector3 } from "three";
+import type { BodyFrame } from "./bind_pose";
+import type { BodyPlan, Limb } from "./body_plan";
+import { interpolate, type Influence } from "./chain";
+import type { MeshBuilder, Ring } from "./mesh_builder";
+import { placeOf } from "./rig";
+
+// Height (0 between the hips, 1 between the shoulders), half of the width and of the depth as parts of
+// the body's height, how far the middle is in front, and how much the width follows the joints'
+// distance: at the hips (1), at the shoulders (2) or at neither (0).
+const TRUNK = [
+  [-0.2, 0.03, 0.036, -0.004, 0],
+  [-0.13, 0.062, 0.053, -0.004, 1],
+  [-0.04, 0.087, 0.063, -0.005, 1],
+  [0.08, 0.093, 0.0645, -0.004, 1],
+  [0.2, 0.087, 0.06, 0, 1],
+  [0.34, 0.077, 0.0525, 0.003, 0],
+  [0.46, 0.0745, 0.051, 0.003, 0],
+  [0.6, 0.083, 0.057, 0.003, 2],
+  [0.74, 0.094, 0.063, 0.004, 2],
+  [0.87, 0.098, 0.062, 0.001, 2],
+  [0.97, 0.09, 0.053, -0.004, 2],
+  [1.06, 0.066, 0.042, -0.008, 2],
+  [1.14, 0.042, 0.035, -0.008, 0],
+  [1.2, 0.032, 0.031, -0.006, 0],
+];
+const HIP_WIDTH = 0.1;
+const SHOULDER_WIDTH = 0.2;
+
+/** How the width of the joints differs from the usual one, within what looks natural. */
+function widening(width: number, usual: number): number {
+  return Math.min(Math.max(0.5 + (0.5 * width) / usual, 0.8), 1.2);
+}
+
+/** The joints that move a height of the trunk. */
+function influences(plan: BodyPlan, frame: BodyFrame): (height: number) => Influence {
+  const joints = plan.trunk.map((joint) => ({
+    joint,
+    height: placeOf(frame.pose, joint).sub(frame.hips).dot(frame.up),
+  }));
+  const blend = 0.035 * frame.height;
+  return (height) => {
+    let joint = joints[0].joint;
+    for (let index = 1; index < joints.length; ++index) {
+      // A bone that leads down from a top joint does not bend the trunk above it.
+      const part = (height - joints[index].height + blend) / (2 * blend);
+      if (part <= 0) break;
+      if (part < 1) return { joint, second: joints[index].joint, weight: part * part * (3 - 2 * part) };
+      joint = joints[index].joint;
+    }
+    return { joint };
+  };
+}
+
+function addShoulder(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan, arm: Limb): void {
+  const shoulder = placeOf(frame.pose, arm.path[0]);
+  const inner = frame.shoulders.clone().addScaledVector(frame.up, 0.022 * frame.height);
+  inner.lerp(shoulder, 0.22);
+  const outer = shoulder.clone().addScaledVector(frame.up, 0.002 * frame.height);
+  const along = outer.clone().sub(inner);
+  if (along.lengthSq() < 1e-8) return;
+  const y = frame.up.clone().addScaledVector(along, -frame.up.dot(along) / along.lengthSq()).normalize();
+  const x = along.clone().normalize().cross(y);
+  const collar = arm.girdle[arm.girdle.length - 1] ?? plan.chest;
+  const rings: Ring[] = [0, 0.35, 0.7, 1].map((part) => {
+    const radius = frame.height * (0.034 - 0.004 * part);
+    return {
+      centre: inner.clone().lerp(outer, part),
+      x: x.clone().multiplyScalar(radius * 1.05),
+      y: y.clone().multiplyScalar(radius * 0.95),
+      joint: plan.chest,
+      second: collar,
+      weight: Math.min(1, 0.2 + part),
+    };
+  });
+  builder.tube(rings, { side: "middle", segments: 16 });
+}
+
+export function addTrunk(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan): void {
+  const length = frame.shoulders.distanceTo(frame.hips);
+  const factors = [
+    1,
+    widening(frame.hipWidth / frame.height, HIP_WIDTH),
+    widening(frame.shoulderWidth / frame.height, SHOULDER_WIDTH),
+  ];
+  const influence = influences(plan, frame);
+  const rings: Ring[] = [];
+  for (let step = 0; step <= 28; ++step) {
+    const position = -0.2 + (1.4 * step) / 28;
+    const row = TRUNK.findIndex((_, index) => index + 2 > TRUNK.length || TRUNK[index + 1][0] >= position);
+    const rest = interpolate(TRUNK, position, 0) - TRUNK[row][0];
+    const part = rest / ((TRUNK[row + 1] ?? TRUNK[row])[0] - TRUNK[row][0] || 1);
+    const factor = factors[TRUNK[row][4]] * (1 - part) + factors[(TRUNK[row + 1] ?? TRUNK[row])[4]] * part;
+    const x = frame.hipsLeft.clone().lerp(frame.left, Math.min(Math.max(position, 0), 1)).normalize();
+    const forward = x.clone().cross(frame.up).normalize();
+    rings.push({
+      centre: frame.hips
+        .clone()
+        .addScaledVector(frame.up, position * length)
+        .addScaledVector(forward, frame.height * interpolate(TRUNK, position, 3)),
+      x: x.clone().multiplyScalar(frame.height * factor * interpolate(TRUNK, position, 1)),
+      y: forward.multiplyScalar(frame.height * interpolate(TRUNK, position, 2)),
+      power: 2.35,
+      ...influence(position * length),
+    });
+  }
+  builder.tube(rings, { side: "middle", segments: 28, bulge: [0.5, 0.4] });
+  for (const arm of plan.arms) addShoulder(builder, frame, plan, arm);
+}
+
+/** The direction of a bone, or another one if the bone has no length. */
+export function directionOf(from: Vector3, to: Vector3, otherwise: Vector3): Vector3 {
+  const direction = to.clone().sub(from);
+  return direction.lengthSq() < 1e-10 ? otherwise.clone() : direction.normalize();
+}

@@ -1,0 +1,173 @@
+// The numbers of the grid: metres along two sides of the place where the take happens.
+import {
+  CanvasTexture,
+  Color,
+  Float32BufferAttribute,
+  InstancedBufferAttribute,
+  InstancedBufferGeometry,
+  LinearFilter,
+  Mesh,
+  ShaderMaterial,
+  Vector2,
+  Vector3,
+  type Group,
+} from "three";
+import { resolution } from "./lines";
+import type { Theme } from "./theme";
+
+const GLYPHS = "0123456789-.m ";
+/** The size of a glyph in pixels of the page. */
+const WIDTH = 6.6;
+const HEIGHT = 14;
+/** Glyphs are drawn larger, for fine screens. */
+const SHARPNESS = 4;
+const MOST_GLYPHS = 1200;
+
+const VERTEX = `
+attribute vec3 anchor;
+attribute vec3 glyph;
+uniform vec2 resolution;
+uniform vec2 size;
+uniform vec3 focus;
+uniform vec2 fade;
+varying vec2 spot;
+varying float near;
+void main() {
+  vec4 clip = projectionMatrix * modelViewMatrix * vec4(anchor, 1.0);
+  vec2 pixels = vec2(position.x * size.x + glyph.y * size.x, position.y * size.y);
+  clip.xy += 2.0 * pixels / resolution * clip.w;
+  gl_Position = clip;
+  spot = vec2((glyph.x + position.x + 0.5) / ${GLYPHS.length}.0, position.y + 0.5);
+  near = 1.0 - smoothstep(fade.x, fade.y, distance(anchor.xz, focus.xz));
+}`;
+
+const FRAGMENT = `
+uniform sampler2D glyphs;
+uniform vec3 colour;
+varying vec2 spot;
+varying float near;
+void main() {
+  gl_FragColor = vec4(colour, texture2D(glyphs, spot).a * near);
+  #include <colorspace_fragment>
+}`;
+
+function drawGlyphs(): CanvasTexture {
+  const canvas = document.createElement("canvas");
+  canvas.width = GLYPHS.length * WIDTH * SHARPNESS;
+  canvas.height = HEIGHT * SHARPNESS;
+  const context = canvas.getContext("2d");
+  if (context) {
+    context.font = `500 ${11 * SHARPNESS}px system-ui, sans-serif`;
+    context.textAlign = "center";
+    context.textBaseline = "middle";
+    context.fillStyle = "#fff";
+    [...GLYPHS].forEach((glyph, index) => {
+      const shown = glyph === "-" ? "\u2212" : glyph;
+      context.fillText(shown, (index + 0.5) * WIDTH * SHARPNESS, (HEIGHT * SHARPNESS) / 2);
+    });
+  }
+  const texture = new CanvasTexture(canvas);
+  texture.minFilter = LinearFilter;
+  texture.generateMipmaps = false;
+  return texture;
+}
+
+/** Distances between numbers: each cell, unless that were too many. */
+export function labelStep(cells: number): number {
+  for (let step = 1; ; step *= 10)
+    for (const factor of [1, 2, 5]) if (cells / (step * factor) <= 14) return step * factor;
+}
+
+export interface Region {
+  minX: number;
+  maxX: number;
+  minZ: number;
+  maxZ: number;
+}
+
+export class Labels {
+  private readonly geometry = new InstancedBufferGeometry();
+  private readonly material: ShaderMaterial;
+  private readonly mesh: Mesh;
+  private readonly anchors = new InstancedBufferAttribute(new Float32Array(3 * MOST_GLYPHS), 3);
+  private readonly glyphs = new InstancedBufferAttribute(new Float32Array(3 * MOST_GLYPHS), 3);
+  private readonly region: Region;
+  private readonly cell: number;
+  private readonly cellMetres: number;
+  private readonly origin: readonly [number, number];
+  private sides = "";
+  private count = 0;
+
+  /** `region` is counted in cells of the grid; `cellMetres` is the length of a cell in metres. */
+  constructor(group: Group, region: Region, cell: number, cellMetres: number, origin: readonly [number, number]) {
+    this.region = region;
+    this.cell = cell;
+    this.cellMetres = cellMetres;
+    this.origin = origin;
+    this.geometry.setAttribute("position", new Float32BufferAttribute([-0.5, -0.5, 0, 0.5, -0.5, 0, 0.5, 0.5, 0, -0.5, 0.5, 0], 3));
+    this.geometry.setIndex([0, 1, 2, 0, 2, 3]);
+    this.geometry.setAttribute("anchor", this.anchors);
+    this.geometry.setAttribute("glyph", this.glyphs);
+    this.material = new ShaderMaterial({
+      vertexShader: VERTEX,
+      fragmentShader: FRAGMENT,
+      transparent: true,
+      depthWrite: false,
+      uniforms: {
+        resolution,
+        size: { value: new Vector2(WIDTH, HEIGHT) },
+        glyphs: { value: drawGlyphs() },
+        colour: { value: new Color() },
+        focus: { value: new Vector3() },
+        fade: { value: new Vector2(1, 2) },
+      },
+    });
+    this.mesh = new Mesh(this.geometry, this.material);
+    this.mesh.frustumCulled = false;
+    this.mesh.renderOrder = -1;
+    group.add(this.mesh);
+  }
+
+  setTheme(theme: Theme): void {
+    (this.material.uniforms.colour.value as Color).set(theme.label);
+  }
+
+  /** `pixelRatio` is the number of the picture's pixels in one of the page. */
+  update(camera: Vector3, focus: Vector3, distance: number, pixelRatio: number): void {
+    (this.material.uniforms.focus.value as Vector3).copy(focus);
+    (this.material.uniforms.fade.value as Vector2).set(0.9 * distance, 1.6 * distance);
+    (this.material.uniforms.size.value as Vector2).set(WIDTH * pixelRatio, HEIGHT * pixelRatio);
+    // The numbers stand on the two sides that are nearer to the camera.
+    const { minX, maxX, minZ, maxZ } = this.region;
+    const isRight = camera.x > ((minX + maxX) / 2) * this.cell;
+    const isFront = camera.z > ((minZ + maxZ) / 2) * this.cell;
+    const sides = `${isRight} ${isFront}`;
+    if (sides === this.sides) return;
+    this.sides = sides;
+    this.layOut(isRight ? maxX : minX, isFront ? maxZ : minZ);
+  }
+
+  private layOut(x: number, z: number): void {
+    const { minX, maxX, minZ, maxZ } = this.region;
+    this.count = 0;
+    const step = Math.max(labelStep(maxX - minX), labelStep(maxZ - minZ));
+    const isShown = (cell: number): boolean => cell % step === 0;
+    for (let at = minX; at <= maxX; ++at) if (isShown(at + this.origin[0])) this.write(at + this.origin[0], at, z);
+    for (let at = minZ; at <= maxZ; ++at)
+      if (isShown(at + this.origin[1]) && at !== z) this.write(at + this.origin[1], x, at);
+    this.geometry.instanceCount = this.count;
+    this.anchors.needsUpdate = true;
+    this.glyphs.needsUpdate = true;
+  }
+
+  private write(cells: number, x: number, z: number): void {
+    const metres = cells * this.cellMetres;
+    const text = `${Number(metres.toPrecision(6))} m`;
+    for (let index = 0; index < text.length && this.count < MOST_GLYPHS; ++index) {
+      const glyph = GLYPHS.indexOf(text[index]);
+      if (glyph < 0) continue;
+      this.anchors.setXYZ(this.count, x * this.cell, 0, z * this.cell);
+      this.glyphs.setXYZ(this.count++, glyph, index - (text.length - 1) / 2, 0);
+    }
+  }
+}

@@ -1,0 +1,92 @@
+// What there is to see: where figures are and go, where they look, and words for it.
+import { Vector3 } from "three";
+import type { Player } from "../player";
+import type { Scenery } from "./camera";
+import type { Figure } from "./figure";
+import type { Region } from "./labels";
+import { placeOf } from "./rig";
+import { FIGURE_SIZE } from "./space";
+
+/** A body is this much larger than its joints. */
+const MARGIN = 0.06 * FIGURE_SIZE;
+
+const place = new Vector3();
+
+function addPoints(figure: Figure, pose: ArrayLike<number>, points: number[]): void {
+  figure.rig.joints.forEach((_, joint) => {
+    placeOf(pose, joint, place);
+    for (const rise of [-MARGIN, MARGIN])
+      for (const aside of [-MARGIN, MARGIN]) points.push(place.x + aside, Math.max(place.y + rise, 0), place.z - aside);
+  });
+}
+
+/** The direction in which a figure looks in a pose; 0 looks along the z axis. */
+function facingOf(figure: Figure, pose: ArrayLike<number>): number {
+  const { plan, rig } = figure;
+  if (!plan) return 0;
+  const across = new Vector3();
+  for (const [a, b] of [plan.legs, plan.arms])
+    across.add(
+      placeOf(pose, a.path[0]).sub(placeOf(pose, b.path[0])).multiplyScalar(a.side === "right" || b.side === "left" ? -1 : 1),
+    );
+  let facing = Math.atan2(-across.z, across.x);
+  const sidesAreKnown = plan.legs.some((leg) => leg.side !== "middle");
+  if (!sidesAreKnown) {
+    const toes = new Vector3();
+    for (const leg of plan.legs) {
+      const ankle = leg.path[leg.path.length - 1];
+      for (const toe of rig.children[ankle]) toes.add(placeOf(pose, toe)).sub(placeOf(pose, ankle));
+    }
+    if (toes.x * Math.sin(facing) + toes.z * Math.cos(facing) < 0) facing += Math.PI;
+  }
+  return facing;
+}
+
+export function gatherScenery(figures: readonly Figure[]): Scenery {
+  const first: number[] = [];
+  const everything: number[] = [];
+  for (const figure of figures) {
+    const [, ...poses] = figure.rig.poses;
+    addPoints(figure, poses[0], first);
+    for (const pose of poses) addPoints(figure, pose, everything);
+  }
+  const main = figures[0];
+  const pose = main.rig.poses[1];
+  const centre = placeOf(pose, main.root);
+  centre.y = Math.max(centre.y, 0);
+  return { figure: Float32Array.from(first), everything: Float32Array.from(everything), centre, facing: facingOf(main, pose) };
+}
+
+/** The width of a cell of the grid in the picture, and in metres; 0 metres if the unit is not known. */
+export function gridCell(metre: number): { cell: number; metres: number } {
+  if (metre <= 0) return { cell: FIGURE_SIZE / 4, metres: 0 };
+  let metres = 1;
+  // A mouse or a tower needs other cells.
+  while (metres * metre > 4) metres /= 10;
+  while (metres * metre < 0.3) metres *= 10;
+  return { cell: metres * metre, metres };
+}
+
+/** The cells of the grid that hold some points, with a margin. */
+export function regionOf(points: ArrayLike<number>, cell: number): Region {
+  const region = { minX: Infinity, maxX: -Infinity, minZ: Infinity, maxZ: -Infinity };
+  for (let at = 0; at + 2 < points.length; at += 3) {
+    region.minX = Math.min(region.minX, points[at]);
+    region.maxX = Math.max(region.maxX, points[at]);
+    region.minZ = Math.min(region.minZ, points[at + 2]);
+    region.maxZ = Math.max(region.maxZ, points[at + 2]);
+  }
+  return {
+    minX: Math.floor(region.minX / cell - 0.3),
+    maxX: Math.ceil(region.maxX / cell + 0.3),
+    minZ: Math.floor(region.minZ / cell - 0.3),
+    maxZ: Math.ceil(region.maxZ / cell + 0.3),
+  };
+}
+
+/** Words for the picture, for people who do not see it. */
+export function describe(player: Player): string {
+  const names = player.takes.map((take) => take.name).join(", ");
+  const figures = player.takes.reduce((sum, take) => sum + Math.max(take.models.length, 1), 0);
+  return `${names}: ${figures === 1 ? "one figure" : `${figures} figures`} in 3D, shown as ${player.look}`;
+}

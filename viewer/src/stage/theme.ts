@@ -1,0 +1,94 @@
+// The colours of the picture, drawn for light and for dark. The page's style may name an accent.
+
+/** Colours of the middle, the left and the right of a figure. */
+export interface Tone {
+  readonly body: readonly [string, string, string];
+  readonly bones: readonly [string, string, string];
+}
+
+export interface Theme {
+  readonly isDark: boolean;
+  /** The background, from above down to the horizon and to the bottom. */
+  readonly background: string;
+  readonly line: string;
+  readonly lineOpacity: number;
+  readonly label: string;
+  readonly path: string;
+  readonly accent: string;
+  readonly sky: string;
+  readonly ground: string;
+  readonly skyStrength: number;
+  readonly sun: string;
+  readonly sunStrength: number;
+  readonly fill: string;
+  readonly fillStrength: number;
+  readonly shadow: string;
+  readonly shadowOpacity: number;
+  /** The first is the tone of the main take. */
+  readonly tones: readonly Tone[];
+}
+
+const LIGHT: Theme = {
+  isDark: false,
+  background: "linear-gradient(#f7f6f3 0%, #efeeeb 45%, #e3e3e2 100%)",
+  line: "#5d6673",
+  lineOpacity: 0.34,
+  label: "#6b727c",
+  path: "#5d6673",
+  accent: "#b0306a",
+  sky: "#ffffff",
+  ground: "#b9b4ae",
+  skyStrength: 1.9,
+  sun: "#fff6ea",
+  sunStrength: 1.75,
+  fill: "#dfe9ff",
+  fillStrength: 0.35,
+  shadow: "#39424f",
+  shadowOpacity: 0.3,
+  tones: [
+    { body: ["#8b97a6", "#7391b4", "#bb9270"], bones: ["#707b89", "#3a74b4", "#cf7a26"] },
+    { body: ["#c4b9a8", "#a9b5bd", "#d3b594"], bones: ["#a39885", "#7f9fbf", "#cfa066"] },
+    { body: ["#a3b3a2", "#8eabb0", "#b9b08c"], bones: ["#7f937e", "#6593ab", "#bb9b5f"] },
+    { body: ["#b3a5b5", "#9ba3c0", "#c5a59c"], bones: ["#92819a", "#7a86b8", "#c08d7a"] },
+  ],
+};
+
+const DARK: Theme = {
+  isDark: true,
+  background: "linear-gradient(#1a1d22 0%, #20242a 45%, #272b31 100%)",
+  line: "#a7b2c0",
+  lineOpacity: 0.24,
+  label: "#8e97a3",
+  path: "#a7b2c0",
+  accent: "#f07fb2",
+  sky: "#dfe8f5",
+  ground: "#2b2d33",
+  skyStrength: 1.35,
+  sun: "#fff3e2",
+  sunStrength: 1.7,
+  fill: "#9fb8e8",
+  fillStrength: 0.5,
+  shadow: "#05070a",
+  shadowOpacity: 0.5,
+  tones: [
+    { body: ["#95a1b1", "#7b9dc6", "#c99a72"], bones: ["#a3aebb", "#6ea6e2", "#e39a52"] },
+    { body: ["#776f64", "#67737e", "#8a7258"], bones: ["#8c8375", "#5f7f9f", "#a37a4a"] },
+    { body: ["#6b7d6c", "#5d7880", "#807a58"], bones: ["#7b917c", "#5a8799", "#98854f"] },
+    { body: ["#7c6f80", "#676f8f", "#8d6f66"], bones: ["#93829a", "#6f7cab", "#aa7c6b"] },
+  ],
+};
+
+/** The theme that the system asks for now. */
+export class Themes {
+  private readonly query = matchMedia("(prefers-color-scheme: dark)");
+
+  constructor(changed: () => void) {
+    this.query.addEventListener("change", changed);
+  }
+
+  get theme(): Theme {
+    const theme = this.query.matches ? DARK : LIGHT;
+    const accent = getComputedStyle(document.documentElement).getPropertyValue("--accent").trim();
+    return /^#[0-9a-f]{6}$/i.test(accent) ? { ...theme, accent } : theme;
+  }
+}
