@@ -5,7 +5,7 @@ import { isBelow, type BodyFrame } from "./bind_pose";
 import type { Limb } from "./body_plan";
 import { interpolate, type Influence } from "./chain";
 import type { MeshBuilder, Ring } from "./mesh_builder";
-import { placeOf, type Skeleton } from "./rig";
+import { placeOf, type Side, type Skeleton } from "./rig";
 
 /** The sole is this much below the lowest joint, as a part of the body's height. */
 const SOLE = 0.012;
@@ -95,6 +95,20 @@ function footFrame(skeleton: Skeleton, frame: BodyFrame, leg: Limb): FootFrame {
   return { ankle, heel, heading, up, length, ankleHeight: Math.max(ankleHeight, -lowest + SOLE * frame.height), toe, ball };
 }
 
+/** What lies between the end of the shin and the foot. */
+function addAnkle(builder: MeshBuilder, frame: BodyFrame, foot: FootFrame, place: Vector3, side: Side): void {
+  const height = frame.height;
+  const to = foot.heel.clone().addScaledVector(foot.heading, (HEEL + 0.02) * foot.length).addScaledVector(foot.up, 0.028 * height);
+  const across = foot.up.clone().cross(foot.heading).normalize();
+  const rings: Ring[] = [0, 0.5, 1].map((part) => ({
+    centre: place.clone().lerp(to, part),
+    x: across.clone().multiplyScalar(height * (0.0193 + 0.0015 * part)),
+    y: foot.heading.clone().multiplyScalar(height * (0.0196 + 0.006 * part)),
+    joint: foot.ankle,
+  }));
+  if (place.distanceTo(to) > 1e-4 * height) builder.tube(rings, { side, segments: 16 });
+}
+
 export function addFoot(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFrame, leg: Limb): void {
   const foot = footFrame(skeleton, frame, leg);
   const across = foot.up.clone().cross(foot.heading).normalize();
@@ -117,4 +131,5 @@ export function addFoot(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFra
     });
   }
   builder.tube(rings, { side: leg.side, segments: 18, bulge: [0.5, 0.5] });
+  addAnkle(builder, frame, foot, placeOf(frame.pose, foot.ankle), leg.side);
 }

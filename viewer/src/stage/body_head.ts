@@ -9,17 +9,18 @@ import { placeOf, type Skeleton } from "./rig";
 const HEAD_HEIGHT = 0.132;
 // Height (0 at the chin, 1 at the crown), half of the width and of the depth, and how far it is in front.
 const HEAD = [
-  [0.0, 0.012, 0.014, 0.026],
-  [0.04, 0.02, 0.022, 0.0235],
-  [0.12, 0.0275, 0.032, 0.0165],
-  [0.24, 0.0345, 0.0405, 0.009],
-  [0.4, 0.0398, 0.0475, 0.003],
-  [0.56, 0.0432, 0.0522, -0.001],
-  [0.7, 0.0442, 0.0535, -0.003],
-  [0.82, 0.0408, 0.049, -0.004],
-  [0.91, 0.0325, 0.0395, -0.0045],
-  [0.97, 0.02, 0.025, -0.005],
-  [1.0, 0.008, 0.01, -0.005],
+  [0.0, 0.017, 0.016, 0.021],
+  [0.05, 0.0245, 0.026, 0.0185],
+  [0.14, 0.0305, 0.036, 0.0125],
+  [0.26, 0.0355, 0.043, 0.0065],
+  [0.42, 0.04, 0.0485, 0.0015],
+  [0.58, 0.043, 0.0525, -0.0015],
+  [0.7, 0.0438, 0.0533, -0.003],
+  [0.82, 0.0402, 0.0488, -0.0035],
+  [0.91, 0.0313, 0.038, -0.004],
+  [0.97, 0.0191, 0.0232, -0.004],
+  [0.993, 0.0095, 0.0115, -0.004],
+  [1.0, 0.004, 0.005, -0.004],
 ];
 
 interface HeadFrame {
@@ -94,7 +95,8 @@ export function addHead(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFra
   addNeck(builder, frame, plan, head);
   const rings: Ring[] = [];
   for (let step = 0; step <= 22; ++step) {
-    const position = step / 22;
+    // Rings are closer at the ends, where the head is round.
+    const position = 0.5 - 0.5 * Math.cos((Math.PI * step) / 22);
     rings.push({
       centre: head.top
         .clone()
@@ -106,6 +108,6 @@ export function addHead(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFra
       joint: head.joint,
     });
   }
-  builder.tube(rings, { side: "middle", segments: 24, bulge: [0.3, 0.3] });
+  builder.tube(rings, { side: "middle", segments: 24, bulge: [0.45, 0.2] });
   addFace(builder, frame.height, head);
 }

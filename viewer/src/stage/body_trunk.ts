@@ -8,7 +8,7 @@ import { placeOf } from "./rig";
 
 // Height (0 between the hips, 1 between the shoulders), half of the width and of the depth as parts of
 // the body's height, how far the middle is in front, and how much the width follows the joints'
-// distance: at the hips (1), at the shoulders (2) or at neither (0).
+// distance: at the hips (1), at the shoulders partly (2) or wholly (3), or at neither (0).
 const TRUNK = [
   [-0.2, 0.03, 0.036, -0.004, 0],
   [-0.13, 0.062, 0.053, -0.004, 1],
@@ -19,11 +19,12 @@ const TRUNK = [
   [0.46, 0.0745, 0.051, 0.003, 0],
   [0.6, 0.083, 0.057, 0.003, 2],
   [0.74, 0.094, 0.063, 0.004, 2],
-  [0.87, 0.098, 0.062, 0.001, 2],
-  [0.97, 0.09, 0.053, -0.004, 2],
-  [1.06, 0.066, 0.042, -0.008, 2],
-  [1.14, 0.042, 0.035, -0.008, 0],
-  [1.2, 0.032, 0.031, -0.006, 0],
+  [0.86, 0.0985, 0.062, 0.001, 3],
+  [0.96, 0.099, 0.054, -0.003, 3],
+  [1.03, 0.086, 0.045, -0.006, 3],
+  [1.09, 0.059, 0.038, -0.008, 2],
+  [1.15, 0.04, 0.034, -0.008, 0],
+  [1.2, 0.033, 0.031, -0.006, 0],
 ];
 const HIP_WIDTH = 0.1;
 const SHOULDER_WIDTH = 0.2;
@@ -55,25 +56,21 @@ function influences(plan: BodyPlan, frame: BodyFrame): (height: number) => Influ
 
 function addShoulder(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan, arm: Limb): void {
   const shoulder = placeOf(frame.pose, arm.path[0]);
-  const inner = frame.shoulders.clone().addScaledVector(frame.up, 0.022 * frame.height);
-  inner.lerp(shoulder, 0.22);
-  const outer = shoulder.clone().addScaledVector(frame.up, 0.002 * frame.height);
-  const along = outer.clone().sub(inner);
+  const inner = frame.shoulders.clone().addScaledVector(frame.up, 0.014 * frame.height);
+  inner.addScaledVector(frame.forward, -0.006 * frame.height).lerp(shoulder, 0.2);
+  const along = shoulder.clone().sub(inner);
   if (along.lengthSq() < 1e-8) return;
   const y = frame.up.clone().addScaledVector(along, -frame.up.dot(along) / along.lengthSq()).normalize();
   const x = along.clone().normalize().cross(y);
   const collar = arm.girdle[arm.girdle.length - 1] ?? plan.chest;
-  const rings: Ring[] = [0, 0.35, 0.7, 1].map((part) => {
-    const radius = frame.height * (0.034 - 0.004 * part);
-    return {
-      centre: inner.clone().lerp(outer, part),
-      x: x.clone().multiplyScalar(radius * 1.05),
-      y: y.clone().multiplyScalar(radius * 0.95),
-      joint: plan.chest,
-      second: collar,
-      weight: Math.min(1, 0.2 + part),
-    };
-  });
+  const rings: Ring[] = [0, 0.35, 0.7, 1].map((part) => ({
+    centre: inner.clone().lerp(shoulder, part),
+    x: x.clone().multiplyScalar(frame.height * (0.033 - 0.003 * part)),
+    y: y.clone().multiplyScalar(frame.height * (0.031 - 0.0005 * part)),
+    joint: plan.chest,
+    second: collar,
+    weight: Math.min(1, 0.2 + part),
+  }));
   builder.tube(rings, { side: "middle", segments: 16 });
 }
 
@@ -83,6 +80,7 @@ export function addTrunk(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan)
     1,
     widening(frame.hipWidth / frame.height, HIP_WIDTH),
     widening(frame.shoulderWidth / frame.height, SHOULDER_WIDTH),
+    Math.min(Math.max(frame.shoulderWidth / frame.height / SHOULDER_WIDTH, 0.7), 1.3),
   ];
   const influence = influences(plan, frame);
   const rings: Ring[] = [];

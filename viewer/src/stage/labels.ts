@@ -17,7 +17,9 @@ import type { Theme } from "./theme";
 
 const GLYPHS = "0123456789-.m ";
 /** The size of a glyph in pixels of the page. */
-const WIDTH = 6.6;
+const WIDTH = 6.5;
+/** The part of the texture that each glyph has is wider, so that an m fits. */
+const CELL = 2 * WIDTH;
 const HEIGHT = 14;
 /** Glyphs are drawn larger, for fine screens. */
 const SHARPNESS = 4;
@@ -34,7 +36,7 @@ varying vec2 spot;
 varying float near;
 void main() {
   vec4 clip = projectionMatrix * modelViewMatrix * vec4(anchor, 1.0);
-  vec2 pixels = vec2(position.x * size.x + glyph.y * size.x, position.y * size.y);
+  vec2 pixels = vec2((2.0 * position.x + glyph.y) * size.x, position.y * size.y);
   clip.xy += 2.0 * pixels / resolution * clip.w;
   gl_Position = clip;
   spot = vec2((glyph.x + position.x + 0.5) / ${GLYPHS.length}.0, position.y + 0.5);
@@ -53,7 +55,7 @@ void main() {
 
 function drawGlyphs(): CanvasTexture {
   const canvas = document.createElement("canvas");
-  canvas.width = GLYPHS.length * WIDTH * SHARPNESS;
+  canvas.width = GLYPHS.length * CELL * SHARPNESS;
   canvas.height = HEIGHT * SHARPNESS;
   const context = canvas.getContext("2d");
   if (context) {
@@ -63,7 +65,7 @@ function drawGlyphs(): CanvasTexture {
     context.fillStyle = "#fff";
     [...GLYPHS].forEach((glyph, index) => {
       const shown = glyph === "-" ? "\u2212" : glyph;
-      context.fillText(shown, (index + 0.5) * WIDTH * SHARPNESS, (HEIGHT * SHARPNESS) / 2);
+      context.fillText(shown, (index + 0.5) * CELL * SHARPNESS, (HEIGHT * SHARPNESS) / 2);
     });
   }
   const texture = new CanvasTexture(canvas);
@@ -162,12 +164,14 @@ export class Labels {
 
   private write(cells: number, x: number, z: number): void {
     const metres = cells * this.cellMetres;
-    const text = `${Number(metres.toPrecision(6))} m`;
+    const text = `${Number(metres.toPrecision(6))}m`;
     for (let index = 0; index < text.length && this.count < MOST_GLYPHS; ++index) {
       const glyph = GLYPHS.indexOf(text[index]);
       if (glyph < 0) continue;
       this.anchors.setXYZ(this.count, x * this.cell, 0, z * this.cell);
-      this.glyphs.setXYZ(this.count++, glyph, index - (text.length - 1) / 2, 0);
+      // The unit keeps some distance from the number.
+      const shift = text[index] === "m" ? 0.65 : -0.35;
+      this.glyphs.setXYZ(this.count++, glyph, index - (text.length - 1) / 2 + shift, 0);
     }
   }
 }

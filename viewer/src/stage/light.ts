@@ -35,7 +35,7 @@ export class Light {
     this.floor.renderOrder = -3;
     this.floor.material.depthWrite = false;
     this.sun.shadow.mapSize.set(1024, 1024);
-    this.sun.shadow.radius = 4;
+    this.sun.shadow.radius = 7;
     this.sun.shadow.bias = -0.0006;
     this.sun.shadow.normalBias = 0.012;
     group.add(this.hemisphere, this.sun, this.sun.target, this.fill, this.floor);

@@ -42,7 +42,7 @@ void main() {
   vec4 clip = position.x < 0.5 ? ca : cb;
   float wide = width + 1.0;
   across = position.y * wide;
-  clip.xy += (vec2(-along.y, along.x) * position.y * wide + along * (position.x - 0.5)) / resolution * clip.w;
+  clip.xy += (vec2(-along.y, along.x) * position.y * wide + along * (position.x - 0.5)) * 2.0 / resolution * clip.w;
   gl_Position = clip;
   place = (modelMatrix * vec4(position.x < 0.5 ? from : to, 1.0)).xyz;
 }`;

@@ -180,7 +180,7 @@ class Picture implements Stage {
     this.labels?.setTheme(theme);
     this.marker.setTheme(theme.accent, theme.isDark);
     this.trail.setColour(theme.accent, 0.9);
-    for (const path of this.paths) path.setColour(theme.path, 0.45);
+    for (const path of this.paths) path.setColour(theme.path, 0.28);
     const { look, mainTake } = this.player;
     let others = 0;
     for (const figure of this.figures) {
