@@ -106,7 +106,7 @@ function addAnkle(builder: MeshBuilder, frame: BodyFrame, foot: FootFrame, place
     y: foot.heading.clone().multiplyScalar(height * (0.0196 + 0.006 * part)),
     joint: foot.ankle,
   }));
-  if (place.distanceTo(to) > 1e-4 * height) builder.tube(rings, { side, segments: 16 });
+  if (place.distanceTo(to) > 1e-4 * height) builder.tube(rings, { side, segments: 12 });
 }
 
 export function addFoot(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFrame, leg: Limb): void {
@@ -119,8 +119,8 @@ export function addFoot(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFra
     return { joint: foot.ankle, second: foot.toe, weight: Math.min(part, 1) };
   };
   const rings: Ring[] = [];
-  for (let step = 0; step <= 18; ++step) {
-    const position = step / 18;
+  for (let step = 0; step <= 12; ++step) {
+    const position = step / 12;
     const half = (top * interpolate(FOOT, position, 2)) / 2;
     rings.push({
       centre: foot.heel.clone().addScaledVector(foot.heading, position * foot.length).addScaledVector(foot.up, half),
@@ -130,6 +130,6 @@ export function addFoot(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFra
       ...influence(position),
     });
   }
-  builder.tube(rings, { side: leg.side, segments: 18, bulge: [0.5, 0.5] });
+  builder.tube(rings, { side: leg.side, segments: 14, bulge: [0.5, 0.5] });
   addAnkle(builder, frame, foot, placeOf(frame.pose, foot.ankle), leg.side);
 }

@@ -93,9 +93,9 @@ function addFinger(builder: MeshBuilder, frame: BodyFrame, from: HandFrame, path
   const chain = new Chain(frame.pose, path);
   if (chain.length < 0.004 * frame.height) return;
   const rings: Ring[] = [];
-  for (let step = 0; step <= 8; ++step) {
-    const distance = (chain.length * step) / 8;
-    const radius = thick * frame.height * (1 - 0.25 * (step / 8));
+  for (let step = 0; step <= 6; ++step) {
+    const distance = (chain.length * step) / 6;
+    const radius = thick * frame.height * (1 - 0.25 * (step / 6));
     const ahead = chain.at(Math.min(distance + 1e-3, chain.length)).sub(chain.at(distance - 1e-3)).normalize();
     const x = from.normal.clone().cross(ahead);
     if (x.lengthSq() < 1e-4) x.copy(from.across);
@@ -107,7 +107,7 @@ function addFinger(builder: MeshBuilder, frame: BodyFrame, from: HandFrame, path
       ...chain.influence(distance, thick * frame.height * 0.9),
     });
   }
-  builder.tube(rings, { side, segments: 10 });
+  builder.tube(rings, { side, segments: 8 });
 }
 
 function addPalm(builder: MeshBuilder, frame: BodyFrame, hand: HandFrame, knuckles: Vector3[], side: Side): void {
@@ -117,8 +117,8 @@ function addPalm(builder: MeshBuilder, frame: BodyFrame, hand: HandFrame, knuckl
   const reaches = knuckles.map((knuckle) => knuckle.clone().sub(centre).dot(hand.across));
   const half = Math.max(...reaches, ...reaches.map((reach) => -reach)) / frame.height + 0.006;
   const rings: Ring[] = [];
-  for (let step = 0; step <= 8; ++step) {
-    const position = step / 8;
+  for (let step = 0; step <= 5; ++step) {
+    const position = step / 5;
     const usual = interpolate(PALM, position, 1);
     const width = usual + (Math.min(Math.max(half, 0.016), 0.034) - 0.0235) * position;
     rings.push({
@@ -129,7 +129,7 @@ function addPalm(builder: MeshBuilder, frame: BodyFrame, hand: HandFrame, knuckl
       joint: hand.wrist,
     });
   }
-  builder.tube(rings, { side, segments: 18, bulge: [0.6, 0.4] });
+  builder.tube(rings, { side, segments: 12, bulge: [0.6, 0.4] });
 }
 
 function addMitten(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFrame, hand: HandFrame, side: Side): void {
@@ -147,8 +147,8 @@ function addMitten(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFrame, h
   const length = Math.min(Math.max(tip, 0.9 * usual), 1.15 * usual);
   const chain = new Chain(frame.pose, path.length > 1 ? path : [hand.wrist]);
   const rings: Ring[] = [];
-  for (let step = 0; step <= 14; ++step) {
-    const position = step / 14;
+  for (let step = 0; step <= 9; ++step) {
+    const position = step / 9;
     rings.push({
       centre: hand.place.clone().addScaledVector(hand.along, position * length),
       x: hand.across.clone().multiplyScalar(frame.height * interpolate(MITTEN, position, 1)),
@@ -157,7 +157,7 @@ function addMitten(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFrame, h
       ...chain.influence(position * length, 0.012 * frame.height),
     });
   }
-  builder.tube(rings, { side, segments: 18, bulge: [0.6, 0.7] });
+  builder.tube(rings, { side, segments: 12, bulge: [0.6, 0.7] });
 }
 
 /** A thumb for a hand whose skeleton has none. */
@@ -171,7 +171,7 @@ function addThumb(builder: MeshBuilder, frame: BodyFrame, hand: HandFrame, side:
     y: hand.normal.clone().multiplyScalar(frame.height * (0.0088 - 0.002 * part)),
     joint: hand.wrist,
   }));
-  builder.tube(rings, { side, segments: 12 });
+  builder.tube(rings, { side, segments: 8 });
 }
 
 export function addHand(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFrame, arm: Limb): void {

@@ -56,17 +56,17 @@ function addNeck(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan, head: H
     .addScaledVector(head.forward, -0.004 * height);
   const chain = new Chain(frame.pose, [plan.chest, ...plan.neck]);
   const rings: Ring[] = [];
-  for (let step = 0; step <= 6; ++step) {
-    const centre = from.clone().lerp(to, step / 6);
-    const radius = height * (0.0345 - 0.0035 * (step / 6));
+  for (let step = 0; step <= 4; ++step) {
+    const centre = from.clone().lerp(to, step / 4);
+    const radius = height * (0.0345 - 0.0035 * (step / 4));
     rings.push({
       centre,
       x: frame.left.clone().multiplyScalar(radius),
       y: frame.forward.clone().multiplyScalar(radius),
-      ...chain.influence((chain.length * (step - 0.5)) / 5.5, 0.3 * chain.length),
+      ...chain.influence((chain.length * (step - 0.4)) / 3.6, 0.3 * chain.length),
     });
   }
-  builder.tube(rings, { side: "middle", segments: 18, bulge: [0.3, 0.3] });
+  builder.tube(rings, { side: "middle", segments: 14, bulge: [0.3, 0.3] });
 }
 
 function addFace(builder: MeshBuilder, height: number, head: HeadFrame): void {
@@ -86,7 +86,7 @@ function addFace(builder: MeshBuilder, height: number, head: HeadFrame): void {
     y: head.forward.clone().multiplyScalar(radius * height),
     joint: head.joint,
   }));
-  builder.tube(nose, { side: "middle", segments: 10, bulge: [0.8, 0.8] });
+  builder.tube(nose, { side: "middle", segments: 8, bulge: [0.8, 0.8] });
 }
 
 export function addHead(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFrame, plan: BodyPlan): void {
@@ -94,9 +94,9 @@ export function addHead(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFra
   const head = headFrame(skeleton, frame, plan.neck[plan.neck.length - 1]);
   addNeck(builder, frame, plan, head);
   const rings: Ring[] = [];
-  for (let step = 0; step <= 22; ++step) {
+  for (let step = 0; step <= 18; ++step) {
     // Rings are closer at the ends, where the head is round.
-    const position = 0.5 - 0.5 * Math.cos((Math.PI * step) / 22);
+    const position = 0.5 - 0.5 * Math.cos((Math.PI * step) / 18);
     rings.push({
       centre: head.top
         .clone()
@@ -108,6 +108,6 @@ export function addHead(builder: MeshBuilder, skeleton: Skeleton, frame: BodyFra
       joint: head.joint,
     });
   }
-  builder.tube(rings, { side: "middle", segments: 24, bulge: [0.45, 0.2] });
+  builder.tube(rings, { side: "middle", segments: 22, bulge: [0.45, 0.2] });
   addFace(builder, frame.height, head);
 }

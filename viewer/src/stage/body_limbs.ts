@@ -30,7 +30,8 @@ const ARM = [
   [1.8, 0.0158, 0],
   [2, 0.0145, 0],
 ];
-const RINGS_PER_PART = 9;
+// Rings are close where a limb bends.
+const POSITIONS = [0, 0.12, 0.3, 0.5, 0.7, 0.84, 0.92, 0.97, 1, 1.03, 1.08, 1.16, 1.3, 1.5, 1.75, 1.92, 2];
 
 function across(direction: Vector3, forward: Vector3, left: Vector3): [Vector3, Vector3] {
   const y = forward.clone().addScaledVector(direction, -forward.dot(direction));
@@ -48,8 +49,7 @@ function addLimb(builder: MeshBuilder, frame: BodyFrame, limb: Limb, table: numb
   const [x, y] = across(direction, frame.forward, frame.left);
   const rings: Ring[] = [];
   const blend = 0.75 * frame.height * interpolate(table, 1);
-  for (let ring = 0; ring <= 2 * RINGS_PER_PART; ++ring) {
-    const position = ring / RINGS_PER_PART;
+  for (const position of POSITIONS) {
     const distance = position <= 1 ? position * middle : middle + (position - 1) * (chain.length - middle);
     const radius = frame.height * interpolate(table, position);
     rings.push({

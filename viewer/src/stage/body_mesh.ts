@@ -71,6 +71,13 @@ function shapeCreature(skeleton: Skeleton): Shape {
   return { geometry: builder.build(), pose };
 }
 
+/** Whether a joint belongs to a branch that leads well away from the trunk. */
+function isFar(skeleton: Skeleton, pose: Float64Array, joint: number, centre: Vector3, height: number): boolean {
+  return skeleton.names.some(
+    (_, other) => (other === joint || isBelow(skeleton, other, joint)) && placeOf(pose, other).distanceTo(centre) > 0.3 * height,
+  );
+}
+
 export function shapeBody(skeleton: Skeleton, plan: BodyPlan | null): Shape {
   if (!plan) return shapeCreature(skeleton);
   const frame = frameOf(skeleton, plan);
@@ -87,9 +94,12 @@ export function shapeBody(skeleton: Skeleton, plan: BodyPlan | null): Shape {
     addHand(builder, skeleton, frame, arm);
   }
   const covered = coveredJoints(skeleton, plan);
+  const centre = frame.hips.clone().lerp(frame.shoulders, 0.5);
   skeleton.parents.forEach((parent, joint) => {
-    // What hangs on the trunk besides, such as a tail.
-    if (parent < 0 || covered[joint] || plan.trunk.includes(parent)) return;
+    if (parent < 0 || covered[joint]) return;
+    // What hangs on the trunk besides, such as a tail, is shown as far as it is outside.
+    const away = placeOf(frame.pose, joint).distanceTo(centre);
+    if (away < 0.62 * frame.hips.distanceTo(frame.shoulders) || !isFar(skeleton, frame.pose, joint, centre, frame.height)) return;
     const length = placeOf(frame.pose, joint).distanceTo(placeOf(frame.pose, parent));
     addBone(builder, skeleton, frame.pose, joint, Math.min(0.13 * length, 0.025 * frame.height));
   });

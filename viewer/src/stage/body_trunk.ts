@@ -23,8 +23,7 @@ const TRUNK = [
   [0.96, 0.099, 0.054, -0.003, 3],
   [1.03, 0.086, 0.045, -0.006, 3],
   [1.09, 0.059, 0.038, -0.008, 2],
-  [1.15, 0.04, 0.034, -0.008, 0],
-  [1.2, 0.033, 0.031, -0.006, 0],
+  [1.13, 0.039, 0.034, -0.008, 0],
 ];
 const HIP_WIDTH = 0.1;
 const SHOULDER_WIDTH = 0.2;
@@ -71,7 +70,7 @@ function addShoulder(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan, arm
     second: collar,
     weight: Math.min(1, 0.2 + part),
   }));
-  builder.tube(rings, { side: "middle", segments: 16 });
+  builder.tube(rings, { side: "middle", segments: 14 });
 }
 
 export function addTrunk(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan): void {
@@ -84,8 +83,8 @@ export function addTrunk(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan)
   ];
   const influence = influences(plan, frame);
   const rings: Ring[] = [];
-  for (let step = 0; step <= 28; ++step) {
-    const position = -0.2 + (1.4 * step) / 28;
+  for (let step = 0; step <= 20; ++step) {
+    const position = -0.2 + (1.33 * step) / 20;
     const row = TRUNK.findIndex((_, index) => index + 2 > TRUNK.length || TRUNK[index + 1][0] >= position);
     const rest = interpolate(TRUNK, position, 0) - TRUNK[row][0];
     const part = rest / ((TRUNK[row + 1] ?? TRUNK[row])[0] - TRUNK[row][0] || 1);
@@ -103,7 +102,7 @@ export function addTrunk(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan)
       ...influence(position * length),
     });
   }
-  builder.tube(rings, { side: "middle", segments: 28, bulge: [0.5, 0.4] });
+  builder.tube(rings, { side: "middle", segments: 28, bulge: [0.5, 0.7] });
   for (const arm of plan.arms) addShoulder(builder, frame, plan, arm);
 }
 

@@ -72,8 +72,10 @@ export function shapeJoints(skeleton: Skeleton): Shape {
   const builder = new MeshBuilder();
   const lengths = boneLengths(skeleton);
   const pose = skeleton.poses[1] ?? skeleton.poses[0];
-  skeleton.parents.forEach((_, joint) =>
-    addBall(builder, skeleton, pose, joint, 1.25 * ballRadius(skeleton, lengths, joint)),
-  );
+  skeleton.parents.forEach((parent, joint) => {
+    addBall(builder, skeleton, pose, joint, 1.25 * ballRadius(skeleton, lengths, joint));
+    // Threads show which joints belong together.
+    if (parent >= 0) addBone(builder, skeleton, pose, joint, Math.min(0.01 * lengths[joint], 0.0022 * FIGURE_SIZE));
+  });
   return { geometry: builder.build(), pose };
 }

@@ -7,6 +7,8 @@ import type { View } from "./stage";
 const FIELD_OF_VIEW = 30;
 /** How much of the picture's width and height the first framing uses. */
 const FILL = 0.86;
+/** The first framing is at most so many times as far away as the figure alone would need. */
+const MOST_OF_NEAR = 3.6;
 
 export interface Scenery {
   /** Places of joints that the picture should show: of one frame, and of the whole take. */
@@ -79,9 +81,9 @@ export class Camera {
     const { centre, figure, everything } = this.scenery;
     const lens = this.lens();
     const near = frame(figure, aim, lens);
-    let seen = frame(everything, aim, lens);
+    const seen = frame(everything, aim, lens);
     // A figure that walks far must not become a dot: then the picture shows where it begins.
-    const most = 3.6 * near.distance;
+    const most = MOST_OF_NEAR * frame(figure, this.homeAim(), lens).distance;
     const back = cameraAxes(aim)[2];
     const place = new Vector3(...seen.place);
     if (seen.distance > most && !this.isFollowing)

@@ -6,6 +6,7 @@ import {
   InstancedBufferAttribute,
   InstancedBufferGeometry,
   LinearFilter,
+  LinearSRGBColorSpace,
   Mesh,
   ShaderMaterial,
   Vector2,
@@ -28,6 +29,8 @@ const MOST_GLYPHS = 1200;
 const VERTEX = `
 attribute vec3 anchor;
 attribute vec3 glyph;
+uniform float gap;
+uniform float ratio;
 uniform vec2 resolution;
 uniform vec2 size;
 uniform vec3 focus;
@@ -39,8 +42,14 @@ void main() {
   vec2 pixels = vec2((2.0 * position.x + glyph.y) * size.x, position.y * size.y);
   clip.xy += 2.0 * pixels / resolution * clip.w;
   gl_Position = clip;
+  // Numbers whose neighbours would touch them are left out.
+  vec3 next = anchor + (glyph.z > 0.5 ? vec3(gap, 0.0, 0.0) : vec3(0.0, 0.0, gap));
+  vec4 beside = projectionMatrix * modelViewMatrix * vec4(next, 1.0);
+  vec4 own = projectionMatrix * modelViewMatrix * vec4(anchor, 1.0);
+  vec2 apart = abs(beside.xy / beside.w - own.xy / own.w) * resolution / (2.0 * ratio);
+  float room = max(apart.x / 40.0, apart.y / 17.0);
   spot = vec2((glyph.x + position.x + 0.5) / ${GLYPHS.length}.0, position.y + 0.5);
-  near = 1.0 - smoothstep(fade.x, fade.y, distance(anchor.xz, focus.xz));
+  near = smoothstep(0.8, 1.3, room) * (1.0 - smoothstep(fade.x, fade.y, distance(anchor.xz, focus.xz)));
 }`;
 
 const FRAGMENT = `
@@ -50,7 +59,6 @@ varying vec2 spot;
 varying float near;
 void main() {
   gl_FragColor = vec4(colour, texture2D(glyphs, spot).a * near);
-  #include <colorspace_fragment>
 }`;
 
 function drawGlyphs(): CanvasTexture {
@@ -117,6 +125,8 @@ export class Labels {
       depthWrite: false,
       uniforms: {
         resolution,
+        ratio: { value: 1 },
+        gap: { value: 1 },
         size: { value: new Vector2(WIDTH, HEIGHT) },
         glyphs: { value: drawGlyphs() },
         colour: { value: new Color() },
@@ -131,13 +141,14 @@ export class Labels {
   }
 
   setTheme(theme: Theme): void {
-    (this.material.uniforms.colour.value as Color).set(theme.label);
+    (this.material.uniforms.colour.value as Color).setStyle(theme.label, LinearSRGBColorSpace);
   }
 
   /** `pixelRatio` is the number of the picture's pixels in one of the page. */
   update(camera: Vector3, focus: Vector3, distance: number, pixelRatio: number): void {
     (this.material.uniforms.focus.value as Vector3).copy(focus);
     (this.material.uniforms.fade.value as Vector2).set(0.9 * distance, 1.6 * distance);
+    this.material.uniforms.ratio.value = pixelRatio;
     (this.material.uniforms.size.value as Vector2).set(WIDTH * pixelRatio, HEIGHT * pixelRatio);
     // The numbers stand on the two sides that are nearer to the camera.
     const { minX, maxX, minZ, maxZ } = this.region;
@@ -153,16 +164,18 @@ export class Labels {
     const { minX, maxX, minZ, maxZ } = this.region;
     this.count = 0;
     const step = Math.max(labelStep(maxX - minX), labelStep(maxZ - minZ));
+    this.material.uniforms.gap.value = step * this.cell;
     const isShown = (cell: number): boolean => cell % step === 0;
-    for (let at = minX; at <= maxX; ++at) if (isShown(at + this.origin[0])) this.write(at + this.origin[0], at, z);
+    for (let at = minX; at <= maxX; ++at) if (isShown(at + this.origin[0])) this.write(at + this.origin[0], at, z, 1);
     for (let at = minZ; at <= maxZ; ++at)
-      if (isShown(at + this.origin[1]) && at !== z) this.write(at + this.origin[1], x, at);
+      if (isShown(at + this.origin[1]) && at !== z) this.write(at + this.origin[1], x, at, 0);
     this.geometry.instanceCount = this.count;
     this.anchors.needsUpdate = true;
     this.glyphs.needsUpdate = true;
   }
 
-  private write(cells: number, x: number, z: number): void {
+  /** `axis` is 1 for numbers that follow each other along x. */
+  private write(cells: number, x: number, z: number, axis: number): void {
     const metres = cells * this.cellMetres;
     const text = `${Number(metres.toPrecision(6))}m`;
     for (let index = 0; index < text.length && this.count < MOST_GLYPHS; ++index) {
@@ -171,7 +184,7 @@ export class Labels {
       this.anchors.setXYZ(this.count, x * this.cell, 0, z * this.cell);
       // The unit keeps some distance from the number.
       const shift = text[index] === "m" ? 0.65 : -0.35;
-      this.glyphs.setXYZ(this.count++, glyph, index - (text.length - 1) / 2 + shift, 0);
+      this.glyphs.setXYZ(this.count++, glyph, index - (text.length - 1) / 2 + shift, axis);
     }
   }
 }

@@ -62,7 +62,9 @@ export class Light {
   update(centre: Vector3, reach: number): void {
     this.sun.target.position.copy(centre);
     this.sun.position.copy(centre).addScaledVector(this.direction, SUN_DISTANCE + reach);
-    this.floor.position.set(centre.x, 0, centre.z);
+    // The floor lies where the shadow falls.
+    const fall = centre.y / this.direction.y;
+    this.floor.position.set(centre.x - fall * this.direction.x, 0, centre.z - fall * this.direction.z);
     // Shadows are only as sharp as the area is small, so it changes by steps.
     const wanted = Math.pow(1.5, Math.ceil(Math.log(Math.max(reach, 1)) / Math.log(1.5)));
     if (wanted === this.reach) return;
@@ -73,6 +75,6 @@ export class Light {
     camera.near = 0.1;
     camera.far = 2 * (SUN_DISTANCE + wanted);
     camera.updateProjectionMatrix();
-    this.floor.scale.setScalar(4 * wanted);
+    this.floor.scale.setScalar(2.2 * wanted);
   }
 }

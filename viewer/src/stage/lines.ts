@@ -4,6 +4,7 @@ import {
   InstancedBufferGeometry,
   InstancedInterleavedBuffer,
   InterleavedBufferAttribute,
+  LinearSRGBColorSpace,
   Float32BufferAttribute,
   Mesh,
   ShaderMaterial,
@@ -16,9 +17,13 @@ attribute vec3 start;
 attribute vec3 end;
 uniform vec2 resolution;
 uniform float width;
+uniform vec2 now;
 varying vec3 place;
 varying float across;
+varying float since;
 void main() {
+  // How far the segment is from the present, of the time within which a line is clear.
+  since = (float(gl_InstanceID) + position.x - now.x) * now.y;
   vec4 a = modelViewMatrix * vec4(start, 1.0);
   vec4 b = modelViewMatrix * vec4(end, 1.0);
   vec3 from = start;
@@ -40,7 +45,7 @@ void main() {
   vec2 along = (cb.xy / cb.w - ca.xy / ca.w) * resolution;
   along = length(along) > 1e-6 ? normalize(along) : vec2(1.0, 0.0);
   vec4 clip = position.x < 0.5 ? ca : cb;
-  float wide = width + 1.0;
+  float wide = width + 0.5;
   across = position.y * wide;
   clip.xy += (vec2(-along.y, along.x) * position.y * wide + along * (position.x - 0.5)) * 2.0 / resolution * clip.w;
   gl_Position = clip;
@@ -55,11 +60,11 @@ uniform vec3 focus;
 uniform vec2 fade;
 varying vec3 place;
 varying float across;
+varying float since;
 void main() {
   float edge = clamp(width + 0.5 - abs(across), 0.0, 1.0) * min(width, 1.0);
   float near = 1.0 - smoothstep(fade.x, fade.y, distance(place.xz, focus.xz));
-  gl_FragColor = vec4(colour, opacity * edge * near);
-  #include <colorspace_fragment>
+  gl_FragColor = vec4(colour, opacity * edge * near * mix(1.0, 0.22, smoothstep(0.0, 1.0, abs(since))));
 }`;
 
 /** The size of the picture, which all lines share. */
@@ -87,6 +92,7 @@ export class Lines {
         opacity: { value: 1 },
         width: { value: width },
         focus: { value: new Vector3() },
+        now: { value: new Vector2(0, 0) },
         fade: { value: new Vector2(1e6, 2e6) },
       },
     });
@@ -116,8 +122,14 @@ export class Lines {
   }
 
   setColour(colour: string, opacity: number): void {
-    (this.material.uniforms.colour.value as Color).set(colour);
+    // The programs of lines write colours as they are.
+    (this.material.uniforms.colour.value as Color).setStyle(colour, LinearSRGBColorSpace);
     this.material.uniforms.opacity.value = opacity;
+  }
+
+  /** Shows the segments around a present clearly and the others faintly; `span` counts segments. */
+  setNow(segment: number, span: number): void {
+    (this.material.uniforms.now.value as Vector2).set(segment, 1 / span);
   }
 
   /** Lines fade out between two distances from a place. */

@@ -1,5 +1,5 @@
 // The mark on the joint that is picked: a dot in a ring, as large from near as from afar.
-import { BufferAttribute, BufferGeometry, Color, Points, ShaderMaterial, type Group, type Vector3 } from "three";
+import { BufferAttribute, BufferGeometry, Color, LinearSRGBColorSpace, Points, ShaderMaterial, type Group, type Vector3 } from "three";
 
 const VERTEX = `
 uniform float size;
@@ -21,7 +21,6 @@ void main() {
   float back = 0.75 * max(glow, 1.0 - smoothstep(5.0 * unit, 6.0 * unit, away));
   float front = max(dot_, ring);
   gl_FragColor = vec4(mix(halo, colour, front), max(front, back));
-  #include <colorspace_fragment>
 }`;
 
 export class Marker {
@@ -48,8 +47,8 @@ export class Marker {
   }
 
   setTheme(colour: string, isDark: boolean): void {
-    (this.material.uniforms.colour.value as Color).set(colour);
-    (this.material.uniforms.halo.value as Color).set(isDark ? "#14171b" : "#ffffff");
+    (this.material.uniforms.colour.value as Color).setStyle(colour, LinearSRGBColorSpace);
+    (this.material.uniforms.halo.value as Color).setStyle(isDark ? "#14171b" : "#ffffff", LinearSRGBColorSpace);
   }
 
   show(place: Vector3 | null, pixelRatio: number): void {

@@ -29,7 +29,7 @@ export interface Shape {
 }
 
 const SIDE_NUMBERS = { middle: 0, left: 1, right: 2 } as const;
-const CAP_ANGLES = [0.3, 0.6, 0.9, 1.2].map((part) => (part * Math.PI) / 2 / 1.3);
+const CAP_ANGLES = [0.35, 0.65, 0.9].map((part) => (part * Math.PI) / 2);
 
 function powered(value: number, power: number): number {
   return Math.sign(value) * Math.pow(Math.abs(value), 2 / power);
@@ -97,8 +97,8 @@ export class MeshBuilder {
   private vertex(place: Vector3, ring: Ring, side: Side): void {
     this.positions.push(place.x, place.y, place.z);
     const weight = ring.second === undefined ? 0 : (ring.weight ?? 0);
-    this.joints.push(ring.joint, ring.second ?? ring.joint, 0, 0);
-    this.weights.push(1 - weight, weight, 0, 0);
+    this.joints.push(ring.joint, ring.second ?? ring.joint);
+    this.weights.push(1 - weight, weight);
     this.sides.push(SIDE_NUMBERS[side]);
   }
 
@@ -128,8 +128,8 @@ export class MeshBuilder {
   build(): BufferGeometry {
     const geometry = new BufferGeometry();
     geometry.setAttribute("position", new BufferAttribute(Float32Array.from(this.positions), 3));
-    geometry.setAttribute("skinIndex", new BufferAttribute(Uint16Array.from(this.joints), 4));
-    geometry.setAttribute("skinWeight", new BufferAttribute(Float32Array.from(this.weights), 4));
+    geometry.setAttribute("skinIndex", new BufferAttribute(Uint16Array.from(this.joints), 2));
+    geometry.setAttribute("skinWeight", new BufferAttribute(Float32Array.from(this.weights), 2));
     geometry.setAttribute("color", new BufferAttribute(new Float32Array(3 * this.count), 3));
     geometry.setIndex(this.indices);
     geometry.computeVertexNormals();

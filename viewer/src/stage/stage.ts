@@ -13,9 +13,10 @@ import { Pointer } from "./pointer";
 import { Quality } from "./quality";
 import { placeOf, rigOf } from "./rig";
 import { describe, gatherScenery, gridCell, regionOf } from "./scenery";
+import { moveWithTwoJoints } from "./skinning";
 import { arrange, sampleTake, type World } from "./space";
 import { Themes } from "./theme";
-import { onGround, trailOf } from "./trail";
+import { onGround, trailOf, trailStep } from "./trail";
 
 export const VIEWS = ["home", "front", "side", "top"] as const;
 export type View = (typeof VIEWS)[number];
@@ -33,6 +34,8 @@ export interface Stage {
 
 const MOST_SAMPLES = 32;
 const FINEST_PIXELS = 2;
+/** The trail of a joint is clear this long before and after the frame that is shown. */
+const TRAIL_SECONDS = 1.2;
 
 class Picture implements Stage {
   private readonly container: HTMLElement;
@@ -68,6 +71,8 @@ class Picture implements Stage {
     this.renderer.outputColorSpace = SRGBColorSpace;
     this.renderer.shadowMap.type = PCFShadowMap;
     this.renderer.setClearColor(0, 0);
+    // To look for errors of the programs would make the first picture wait for them.
+    this.renderer.debug.checkShaderErrors = false;
     this.poses = player.takes.map((take) => new Pose(take));
     const samples = player.takes.map((take) => sampleTake(take, MOST_SAMPLES));
     this.world = arrange(player.takes, samples);
@@ -147,7 +152,7 @@ class Picture implements Stage {
     if (this.needsSize) this.resize();
     if (this.needsTheme) this.applySettings();
     this.showFrame();
-    if (this.needsTrail) this.showTrail();
+    this.showTrail();
     const ratio = this.renderer.getPixelRatio();
     this.marker.show(this.pickedPlace(), ratio);
     this.camera.updateClipping();
@@ -212,10 +217,17 @@ class Picture implements Stage {
   }
 
   private showTrail(): void {
-    this.needsTrail = false;
     const { pick, takes } = this.player;
-    const points = pick ? trailOf(takes[pick.take], pick.joint, this.world.spaces[pick.take]) : new Float32Array(0);
-    this.trail.setLine(points);
+    if (this.needsTrail) {
+      this.needsTrail = false;
+      this.trail.setLine(
+        pick ? trailOf(takes[pick.take], pick.joint, this.world.spaces[pick.take]) : new Float32Array(0),
+      );
+    }
+    if (!pick) return;
+    const take = takes[pick.take];
+    const step = trailStep(take);
+    this.trail.setNow(this.player.row(take) / step, Math.max((TRAIL_SECONDS * take.fps) / step, 1));
   }
 
   private pickedPlace(): Vector3 | null {
@@ -270,6 +282,7 @@ function createRenderer(): WebGLRenderer | null {
 
 /** Fills `container` with the picture. `request` asks for a call of draw(). */
 export function createStage(container: HTMLElement, player: Player, request: () => void): Stage {
+  moveWithTwoJoints();
   const renderer = createRenderer();
   if (!renderer) {
     showMessage(

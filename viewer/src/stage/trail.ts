@@ -14,10 +14,15 @@ function ancestry(take: Take, joint: number): { joints: Joint[]; sources: number
   return { sources, joints: sources.map((source, index) => ({ ...take.joints[source], index, parent: index - 1 })) };
 }
 
+/** The frames from one point of a trail to the next. */
+export function trailStep(take: Take, most = MOST_POINTS): number {
+  return Math.max(1, Math.ceil(take.frames / most));
+}
+
 /** The places of a joint in the picture, three numbers a frame. */
 export function trailOf(take: Take, joint: number, space: Space, most = MOST_POINTS): Float32Array {
   const { joints, sources } = ancestry(take, joint);
-  const step = Math.max(1, Math.ceil(take.frames / most));
+  const step = trailStep(take, most);
   const count = Math.ceil(take.frames / step);
   const points = new Float32Array(3 * count);
   const locals = new Float64Array(CHANNELS * joints.length);
