@@ -173,17 +173,16 @@ function tipOfChain(skeleton: Skeleton, lengths: readonly number[], chain: reado
   // A hand with fingers is where the chain branches.
   const fork = chain.find((joint, index) => index > 1 && skeleton.children[joint].length > 1);
   if (fork !== undefined) return fork;
-  let best = chain[Math.min(2, chain.length - 1)];
+  // Upper and lower part are long and about equally long; what has no length is left out.
+  const joints = chain.filter((joint, index) => index === 0 || lengths[joint] > 0);
+  let best = joints[Math.min(2, joints.length - 1)];
   let bestScore = -Infinity;
-  for (let last = 2; last < chain.length; ++last) {
-    const part = chain.slice(0, last + 1);
-    const { start, middle } = divide(part, lengths);
-    const length = (from: number, to: number): number =>
-      part.slice(from + 1, to + 1).reduce((sum, joint) => sum + lengths[joint], 0);
-    const score = Math.min(length(start, middle), length(middle, last)) - Math.abs(length(start, middle) - length(middle, last));
+  for (let last = 2; last < joints.length; ++last) {
+    const [upper, lower] = [lengths[joints[last - 1]], lengths[joints[last]]];
+    const score = Math.min(upper, lower) - Math.abs(upper - lower);
     if (score > bestScore + 1e-6) {
       bestScore = score;
-      best = chain[last];
+      best = joints[last];
     }
   }
   return best;

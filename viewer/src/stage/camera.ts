@@ -10,6 +10,9 @@ const FILL = 0.86;
 /** The first framing is at most so many times as far away as the figure alone would need. */
 const MOST_OF_NEAR = 3.6;
 
+/** The first framing is at least so far away. */
+const NEAREST = 4;
+
 export interface Scenery {
   /** Places of joints that the picture should show: of one frame, and of the whole take. */
   readonly figure: Float32Array;
@@ -92,6 +95,9 @@ export class Camera {
       place.set(...near.place).addScaledVector(new Vector3(...back), 0.35 * near.distance);
       place.add(this.followed).sub(centre).setY(place.y - this.followed.y + centre.y);
     }
+    // A single joint is not looked at through a microscope.
+    const missing = NEAREST - place.clone().sub(this.isFollowing ? this.followed : centre).length();
+    if (missing > 0) place.addScaledVector(new Vector3(...back), missing);
     const subject = this.isFollowing ? this.followed : centre;
     const depth = place.clone().sub(subject).dot(new Vector3(...back));
     this.camera.position.copy(place);

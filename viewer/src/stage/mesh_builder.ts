@@ -61,20 +61,21 @@ export class MeshBuilder {
     this.close(all[all.length - 1], start + (all.length - 1) * segments, side, segments, false);
   }
 
-  /** A ball; `turn` gives the three half axes. */
+  /** A ball with its three half axes. */
   ball(centre: Vector3, axes: readonly [Vector3, Vector3, Vector3], joint: number, side: Side, segments: number): void {
     const rings: Ring[] = [];
     const steps = Math.max(5, segments >> 1);
-    for (let step = 1; step < steps; ++step) {
+    for (let step = 0; step <= steps; ++step) {
       const angle = (Math.PI * step) / steps;
+      const radius = Math.max(Math.sin(angle), 0.01);
       rings.push({
         centre: centre.clone().addScaledVector(axes[2], -Math.cos(angle)),
-        x: axes[0].clone().multiplyScalar(Math.sin(angle)),
-        y: axes[1].clone().multiplyScalar(Math.sin(angle)),
+        x: axes[0].clone().multiplyScalar(radius),
+        y: axes[1].clone().multiplyScalar(radius),
         joint,
       });
     }
-    this.tube(rings, { side, segments, bulge: [0.3, 0.3] });
+    this.tube(rings, { side, segments, bulge: [0, 0] });
   }
 
   private get count(): number {

@@ -67,7 +67,7 @@ export function gridCell(metre: number): { cell: number; metres: number } {
   return { cell: metres * metre, metres };
 }
 
-/** The cells of the grid that hold some points, with a margin. */
+/** The cells of the grid that hold some points. */
 export function regionOf(points: ArrayLike<number>, cell: number): Region {
   const region = { minX: Infinity, maxX: -Infinity, minZ: Infinity, maxZ: -Infinity };
   for (let at = 0; at + 2 < points.length; at += 3) {
@@ -76,11 +76,13 @@ export function regionOf(points: ArrayLike<number>, cell: number): Region {
     region.minZ = Math.min(region.minZ, points[at + 2]);
     region.maxZ = Math.max(region.maxZ, points[at + 2]);
   }
+  // A line just inside is nearer to what happens than the next one outside.
+  const [minX, minZ] = [Math.floor(region.minX / cell + 0.15), Math.floor(region.minZ / cell + 0.15)];
   return {
-    minX: Math.floor(region.minX / cell - 0.3),
-    maxX: Math.ceil(region.maxX / cell + 0.3),
-    minZ: Math.floor(region.minZ / cell - 0.3),
-    maxZ: Math.ceil(region.maxZ / cell + 0.3),
+    minX,
+    maxX: Math.max(Math.ceil(region.maxX / cell - 0.15), minX + 1),
+    minZ,
+    maxZ: Math.max(Math.ceil(region.maxZ / cell - 0.15), minZ + 1),
   };
 }
 

@@ -114,10 +114,12 @@ class Picture implements Stage {
     const canvas = this.renderer.domElement;
     canvas.addEventListener("webglcontextlost", () => {
       this.isLost = true;
+      canvas.style.visibility = "hidden";
       showMessage(this.container, "The browser has taken the 3D picture away for a moment. It comes back by itself.");
     });
     canvas.addEventListener("webglcontextrestored", () => {
       this.isLost = false;
+      canvas.style.visibility = "";
       showMessage(this.container, null);
       this.quality.excuse();
       this.request();
@@ -268,6 +270,7 @@ function showMessage(container: HTMLElement, message: string | null): void {
     maxWidth: "32em",
     padding: "24px",
     textAlign: "center",
+    color: "light-dark(#3f4650, #d6d9dd)",
   });
   container.append(text);
 }
