@@ -1,0 +1,125 @@
+// The panel at the right with its tabs. On a phone it is a sheet that rises from below.
+import type { Player } from "../player";
+import { Curves } from "./curves";
+import { button, leaveFocus, make } from "./dom";
+import { createFacts } from "./facts";
+import { createFindings } from "./findings";
+import { createJoints, type JointsTab } from "./joints";
+import { Tabs } from "./tabs";
+
+export type TabName = "joints" | "curves" | "findings" | "facts";
+
+/** Below this width the panel is a sheet; the style sheet has the same number. */
+const SHEET = "(max-width: 719px)";
+
+export class Panel {
+  readonly element: HTMLElement;
+  private readonly tabs: Tabs;
+  private readonly joints: JointsTab;
+  private readonly curves: Curves;
+  private readonly handle: HTMLButtonElement;
+  private readonly sheet = matchMedia(SHEET);
+  private readonly onFold: (isOpen: boolean) => void;
+  private isOpen = true;
+
+  /** Calls `onFold` whenever the panel opens or folds. */
+  constructor(player: Player, onFold: (isOpen: boolean) => void) {
+    this.onFold = onFold;
+    this.joints = createJoints(player, () => this.open("curves"));
+    this.curves = new Curves(player, () => this.open("joints"));
+    const findings = player.takes.reduce((sum, take) => sum + take.findings.length, 0);
+    this.tabs = new Tabs(
+      "Panel",
+      [
+        { id: "joints", label: "Joints", content: this.joints.element },
+        { id: "curves", label: "Curves", content: this.curves.element },
+        {
+          id: "findings",
+          label: "Findings",
+          ...(findings > 0 && { note: String(findings) }),
+          content: createFindings(player),
+        },
+        { id: "facts", label: "Facts", content: createFacts(player) },
+      ],
+      () => this.setOpen(true),
+    );
+    this.handle = this.makeHandle();
+    this.element = make(
+      "section",
+      { id: "panel", "aria-label": "Panel" },
+      this.handle,
+      this.tabs.list,
+      make("div", { class: "panel-body", id: "panel-body" }, ...this.tabs.contents),
+    );
+    this.sheet.addEventListener("change", () => this.setOpen(!this.sheet.matches));
+  }
+
+  /** Opens the panel beside the picture; on a phone only its tabs are seen at first. */
+  start(): void {
+    this.setOpen(!this.sheet.matches);
+  }
+
+  open(tab: TabName): void {
+    this.tabs.select(tab);
+  }
+
+  /** Opens a tab and moves the focus to it. */
+  goTo(tab: TabName): void {
+    this.open(tab);
+    this.tabs.focus();
+  }
+
+  search(): void {
+    this.open("joints");
+    this.joints.search();
+  }
+
+  toggle(): void {
+    this.setOpen(!this.isOpen);
+  }
+
+  private setOpen(isOpen: boolean): void {
+    const hadFocus = this.element.contains(document.activeElement);
+    this.isOpen = isOpen;
+    document.getElementById("page")?.classList.toggle("folded", !isOpen);
+    this.handle.setAttribute("aria-expanded", String(isOpen));
+    this.curves.setShown(isOpen && this.tabs.selected === "curves");
+    if (isOpen && this.tabs.selected === "joints") this.joints.reveal();
+    this.onFold(isOpen);
+    if (!isOpen && hadFocus) document.getElementById(this.sheet.matches ? "panel-handle" : "panel-button")?.focus();
+  }
+
+  /** A tap on the handle opens or folds the sheet, and dragging it sets its height. */
+  private makeHandle(): HTMLButtonElement {
+    let start: { y: number; height: number } | null = null;
+    let wasDragged = false;
+    const handle = button(
+      { id: "panel-handle", class: "handle", "aria-label": "Panel", "aria-controls": "panel-body" },
+      () => {
+        if (!wasDragged) this.toggle();
+        wasDragged = false;
+      },
+    );
+    handle.addEventListener("pointerdown", (event) => {
+      start = { y: event.clientY, height: this.element.clientHeight };
+      wasDragged = false;
+      handle.setPointerCapture(event.pointerId);
+    });
+    handle.addEventListener("pointermove", (event) => {
+      if (!start) return;
+      const moved = start.y - event.clientY;
+      if (!wasDragged && Math.abs(moved) < 6) return;
+      wasDragged = true;
+      this.drag(start.height + moved);
+    });
+    for (const end of ["pointerup", "pointercancel"]) handle.addEventListener(end, () => (start = null));
+    leaveFocus(handle);
+    return handle;
+  }
+
+  private drag(height: number): void {
+    const opens = height > 140;
+    if (opens !== this.isOpen) this.setOpen(opens);
+    if (opens) this.element.style.setProperty("--sheet", `${Math.min(height, 0.75 * innerHeight)}px`);
+  }
+}
