@@ -62,6 +62,12 @@ export class Curves {
     if (isShown) this.update();
   }
 
+  /** Below the tree, the curves are lower and say nothing without a joint. */
+  setCompact(isCompact: boolean): void {
+    this.element.classList.toggle("compact", isCompact);
+    this.element.tabIndex = isCompact ? -1 : 0;
+  }
+
   private all(): Plot[] {
     return [this.angles, this.place, this.speed];
   }
@@ -120,10 +126,11 @@ export class Curves {
     const length = take.unit > 0 ? "m" : "units";
     // A figure's joint that moves by less than a thousandth of its height stands still.
     const least = take.height > 0 ? take.height / 1000 : 1e-6;
-    this.angles.show({ curves: track.angles, factor: 1, unit: "degrees", least: 0.1 });
+    this.angles.show({ curves: track.angles, factor: 1, unit: "°", least: 0.1 });
     this.place.show({ curves: track.place, factor, unit: length, least });
     this.speed.show({ curves: [track.speed], factor, unit: `${length}/s`, least });
     this.still.hidden = take.frames > 1;
+    this.speed.element.hidden = take.frames < 2;
     this.plots.classList.toggle("still", take.frames < 2);
     this.axis.replaceChildren(
       make("span", {}, `Frame ${upTo(take.frameNumber(0), 3)}`),

@@ -7,6 +7,8 @@ import { Search } from "./search";
 
 export interface JointsTab {
   readonly element: HTMLElement;
+  /** The place below the tree for the curves of the picked joint. */
+  readonly curves: HTMLElement;
   /** Brings the picked joint into view. */
   reveal(): void;
   /** Moves the focus to the search. */
@@ -40,12 +42,14 @@ function pickedLine(player: Player, showCurves: () => void): HTMLElement {
 export function createJoints(player: Player, showCurves: () => void): JointsTab {
   const tree = new JointTree(player);
   const search = new Search(player, tree);
+  const curves = make("div", { class: "joint-curves" });
   const element = make(
     "div",
     { class: "joints" },
     make("div", { class: "search" }, search.field, search.status),
     make("div", { class: "scroll" }, tree.element, search.nothing),
     pickedLine(player, showCurves),
+    curves,
   );
-  return { element, reveal: () => tree.revealPick(), search: () => search.field.focus() };
+  return { element, curves, reveal: () => tree.revealPick(), search: () => search.field.focus() };
 }

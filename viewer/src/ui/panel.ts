@@ -11,14 +11,18 @@ export type TabName = "joints" | "curves" | "findings" | "facts";
 
 /** Below this width the panel is a sheet; the style sheet has the same number. */
 const SHEET = "(max-width: 719px)";
+/** From this size on, the curves of the picked joint lie below the tree too. */
+const ROOMY = "(min-width: 720px) and (min-height: 640px)";
 
 export class Panel {
   readonly element: HTMLElement;
   private readonly tabs: Tabs;
   private readonly joints: JointsTab;
   private readonly curves: Curves;
+  private readonly curvesTab: HTMLElement;
   private readonly handle: HTMLButtonElement;
   private readonly sheet = matchMedia(SHEET);
+  private readonly roomy = matchMedia(ROOMY);
   private readonly onFold: (isOpen: boolean) => void;
   private isOpen = true;
 
@@ -27,12 +31,13 @@ export class Panel {
     this.onFold = onFold;
     this.joints = createJoints(player, () => this.open("curves"));
     this.curves = new Curves(player, () => this.open("joints"));
+    this.curvesTab = make("div", { class: "curves-tab" }, this.curves.element);
     const findings = player.takes.reduce((sum, take) => sum + take.findings.length, 0);
     this.tabs = new Tabs(
       "Panel",
       [
         { id: "joints", label: "Joints", content: this.joints.element },
-        { id: "curves", label: "Curves", content: this.curves.element },
+        { id: "curves", label: "Curves", content: this.curvesTab },
         {
           id: "findings",
           label: "Findings",
@@ -52,6 +57,11 @@ export class Panel {
       make("div", { class: "panel-body", id: "panel-body" }, ...this.tabs.contents),
     );
     this.sheet.addEventListener("change", () => this.setOpen(!this.sheet.matches));
+    this.roomy.addEventListener("change", () => this.placeCurves());
+    // The curves below the tree take some of its height.
+    player.onChange((change) => {
+      if (change === "pick" && this.isOpen && this.tabs.selected === "joints") this.joints.reveal();
+    });
   }
 
   /** Opens the panel beside the picture; on a phone only its tabs are seen at first. */
@@ -83,10 +93,22 @@ export class Panel {
     this.isOpen = isOpen;
     document.getElementById("page")?.classList.toggle("folded", !isOpen);
     this.handle.setAttribute("aria-expanded", String(isOpen));
-    this.curves.setShown(isOpen && this.tabs.selected === "curves");
+    this.placeCurves();
+    // The picture names the picked joint while the panel does not.
+    const namesPick = isOpen && ["joints", "curves"].includes(this.tabs.selected);
+    document.getElementById("page")?.classList.toggle("pick-unseen", !namesPick);
     if (isOpen && this.tabs.selected === "joints") this.joints.reveal();
     this.onFold(isOpen);
     if (!isOpen && hadFocus) document.getElementById(this.sheet.matches ? "panel-handle" : "panel-button")?.focus();
+  }
+
+  /** The curves have a tab of their own; if there is room, they are below the tree as well. */
+  private placeCurves(): void {
+    const tab = this.tabs.selected;
+    const isBelowTree = tab === "joints" && this.roomy.matches;
+    (isBelowTree ? this.joints.curves : this.curvesTab).append(this.curves.element);
+    this.curves.setCompact(isBelowTree);
+    this.curves.setShown(this.isOpen && (tab === "curves" || isBelowTree));
   }
 
   /** A tap on the handle opens or folds the sheet, and dragging it sets its height. */

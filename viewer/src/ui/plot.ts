@@ -46,7 +46,7 @@ export class Plot {
     );
     this.area = make("div", { class: "plot-area" }, this.canvas, this.cursor);
     const labels = make("div", { class: "plot-labels" }, make("span", {}, this.high), make("span", {}, this.low));
-    const heading = make("h3", {}, title, " ", make("span", { class: "soft" }, this.unit));
+    const heading = make("h2", {}, title, " ", make("span", { class: "soft" }, this.unit));
     this.element = make(
       "div",
       { class: "plot", role: "group", "aria-label": title },
@@ -85,6 +85,7 @@ export class Plot {
     setText(this.unit, data.unit);
     setText(this.high, high);
     setText(this.low, high === low ? "" : low);
+    this.element.classList.toggle("flat", high === low);
     this.element.setAttribute("aria-label", `${this.title}: from ${low} to ${high} ${data.unit}`);
     this.draw();
   }
