@@ -21,10 +21,11 @@ function summaryElement(take: Take): HTMLElement {
 
 function takeChoice(player: Player): HTMLElement {
   const choice = make("fieldset", { class: "takes", id: "takes-choice" }, make("legend", { class: "heard" }, "Take"));
+  const labels: HTMLElement[] = [];
   const radios = player.takes.map((take, index) => {
     const radio = make("input", { type: "radio", name: "take", value: index, class: "heard" });
     radio.addEventListener("change", () => (player.mainTake = index));
-    choice.append(
+    labels.push(
       make(
         "label",
         { class: "take" },
@@ -36,7 +37,12 @@ function takeChoice(player: Player): HTMLElement {
     );
     return radio;
   });
-  const show = (): void => radios.forEach((radio, index) => (radio.checked = index === player.mainTake));
+  choice.append(...labels);
+  const show = (): void =>
+    radios.forEach((radio, index) => {
+      radio.checked = index === player.mainTake;
+      labels[index].classList.toggle("chosen", radio.checked);
+    });
   player.onChange((change) => change === "settings" && show());
   show();
   return choice;

@@ -6,7 +6,7 @@ const GESTURES: readonly [string, string][] = [
   ["Drag", "Turn the camera"],
   ["Right drag, two fingers", "Move the camera"],
   ["Wheel, pinch", "Come closer or go back"],
-  ["Click, tap", "Pick a joint"],
+  ["Click, tap", "Pick a joint; beside the figure, let go of it"],
 ];
 
 function row(keys: readonly string[], text: string, tag: "kbd" | "span"): HTMLElement {

@@ -37,8 +37,8 @@ function timeShortcuts(player: Player): Shortcut[] {
     shortcut(["Home", "End"], ["Home", "End"], "First or last frame", (key) =>
       player.goTo(key === "Home" ? 0 : player.take.frames - 1),
     ),
-    shortcut(["[", "]"], ["[", "]"], "Slower or faster", (key) => {
-      player.speed = speedBeside(player.speed, key === "]" ? 1 : -1);
+    shortcut(["[", "]", ",", "."], ["[", "]", ",", "."], "Slower or faster", (key) => {
+      player.speed = speedBeside(player.speed, key === "]" || key === "." ? 1 : -1);
     }),
     shortcut(["l"], ["L"], "Begin again at the end, or stop there", () => (player.loop = !player.loop)),
   ];
