@@ -3,14 +3,15 @@ import { createRequire } from "node:module";
 import { dirname, join } from "node:path";
 import { fileURLToPath } from "node:url";
 
-const here = dirname(fileURLToPath(import.meta.url));
-const modules = process.env.VIEWER_MODULES ?? join(here, "../../viewer/node_modules");
+// The tests run beside their packages in the build tree, so the environment says where the viewer is.
+const viewer = process.env.VIEWER ?? join(dirname(fileURLToPath(import.meta.url)), "../../viewer");
+const modules = process.env.VIEWER_MODULES ?? join(viewer, "node_modules");
 const { build } = createRequire(join(modules, "package.json"))(join(modules, "esbuild"));
 
 /** Loads a module by its path in viewer/src, such as "data/track.ts". */
 export async function load(path) {
   const result = await build({
-    entryPoints: [join(here, "../../viewer/src", path)],
+    entryPoints: [join(viewer, "src", path)],
     bundle: true,
     write: false,
     format: "esm",
