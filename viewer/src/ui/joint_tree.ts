@@ -90,7 +90,7 @@ export class JointTree {
 
   private onKey(event: KeyboardEvent): void {
     if (event.ctrlKey || event.altKey || event.metaKey) return;
-    if (event.key === "Enter" || event.key === " ") {
+    if (event.key === "Enter") {
       event.preventDefault();
       if (this.nodes[this.current].kind === "group") this.fold(this.current, !this.isFolded(this.current));
       else this.pick(this.current);
