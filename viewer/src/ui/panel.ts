@@ -142,6 +142,8 @@ export class Panel {
   private drag(height: number): void {
     const opens = height > 140;
     if (opens !== this.isOpen) this.setOpen(opens);
+    // A sheet that was pushed down opens at its usual height again.
     if (opens) this.element.style.setProperty("--sheet", `${Math.min(height, 0.75 * innerHeight)}px`);
+    else this.element.style.removeProperty("--sheet");
   }
 }
