@@ -3,11 +3,11 @@ import { strict as assert } from "node:assert";
 import { pathToFileURL } from "node:url";
 import { chromium } from "playwright-core";
 
-export async function openBrowser() {
+export async function openBrowser(further = []) {
   return chromium.launch({
     executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium",
     // Drawn in software: the same on every machine.
-    args: ["--no-sandbox", "--use-gl=angle", "--use-angle=swiftshader", "--enable-unsafe-swiftshader"],
+    args: ["--no-sandbox", "--use-gl=angle", "--use-angle=swiftshader", "--enable-unsafe-swiftshader", ...further],
   });
 }
 
@@ -62,6 +62,7 @@ export async function openTake(browser, path, options) {
 export function assertQuiet({ problems, requests, url }) {
   assert.deepEqual(problems, []);
   // The address is asked for once; pictures that the page makes itself are no requests beyond it.
-  const others = requests.filter((request) => request !== url && !/^(data|blob):/.test(request));
+  const own = url.replace(/#.*/, "");
+  const others = requests.filter((request) => request.replace(/#.*/, "") !== own && !/^(data|blob):/.test(request));
   assert.deepEqual(others, []);
 }

@@ -3,7 +3,7 @@ import { execFileSync } from "node:child_process";
 import { mkdirSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 
-const HOSTILE = "<img src=x onerror=alert(1)>";
+const HOSTILE = "<img/src=x/onerror=alert(1)>";
 
 /** A figure of a hip, a spine and a head, with the names that are given. */
 export function smallBvh({ names = ["Hips", "Spine", "Head"], rows = ["0 0 0 0 0 0 0 0 0 0 0 0"], frameTime = "0.1" } = {}) {
