@@ -7,14 +7,14 @@
 namespace exporters {
 namespace {
 
-constexpr std::string_view kDigits =
+constexpr std::string_view kBase64Digits =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 // For each number of 12 bits its two digits.
 constexpr auto kPairs = [] {
     std::array<std::array<char, 2>, 4096> pairs{};
     for (std::size_t bits = 0; bits < pairs.size(); ++bits)
-        pairs[bits] = {kDigits[bits >> 6U], kDigits[bits & 63U]};
+        pairs[bits] = {kBase64Digits[bits >> 6U], kBase64Digits[bits & 63U]};
     return pairs;
 }();
 

@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
-#include <future>
 #include <new>
 #include <thread>
 #include <vector>
 #include <zlib.h>
 
-#include "export/launch.h"
+#include "export/run_parts.h"
 
 namespace exporters {
 namespace {
@@ -42,18 +41,12 @@ std::string FastDeflate(std::string_view bytes) {
     const std::size_t count = std::max<std::size_t>(1, (bytes.size() + kPiece - 1) / kPiece);
     std::vector<std::string> pieces(count);
     std::atomic<std::size_t> next = 0;
-    const auto work = [&] {
-        for (std::size_t piece = next++; piece < count; piece = next++)
-            pieces[piece] = DeflatePiece(bytes.substr(piece * kPiece, kPiece), piece + 1 == count);
-    };
     const std::size_t threads =
         std::min<std::size_t>(count, std::max(1U, std::thread::hardware_concurrency()));
-    std::vector<std::future<void>> others;
-    for (std::size_t thread = 1; thread < threads; ++thread)
-        others.push_back(std::async(kLaunch, work));
-    work();
-    for (std::future<void>& other : others)
-        other.get();
+    RunParts(threads, [&](std::size_t) {
+        for (std::size_t piece = next++; piece < count; piece = next++)
+            pieces[piece] = DeflatePiece(bytes.substr(piece * kPiece, kPiece), piece + 1 == count);
+    });
     std::size_t size = 0;
     for (const std::string& piece : pieces)
         size += piece.size();

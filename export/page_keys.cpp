@@ -4,16 +4,14 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <future>
 #include <memory>
-#include <thread>
 #include <utility>
 
 #include "export/base64.h"
 #include "export/fast_deflate.h"
 #include "export/large_array.h"
-#include "export/launch.h"
 #include "export/object_channels.h"
+#include "export/run_parts.h"
 #include "export/scene_angles.h"
 
 namespace exporters {
@@ -21,8 +19,6 @@ namespace {
 
 using headless::Transform;
 
-// A thread that has fewer poses of joints to evaluate would hardly be worth its start.
-constexpr std::size_t kFewestPoses = 20'000;
 // Changes that are smaller are rounding errors. The first is a share of the figure's size, the
 // second is in degrees.
 constexpr double kStillPosition = 1e-8;
@@ -31,20 +27,8 @@ constexpr double kFarthestTurn = 720.0;  // degrees
 // The greatest difference between two positions whose power of two fits into a 32-bit float.
 constexpr double kFarthestPosition = 1e37;
 // The shares of the time after which the poses are evaluated and the packing begins.
-constexpr double kPosesShare = 0.5;
+constexpr double kEvaluatedShare = 0.5;
 constexpr double kPackingShare = 0.7;
-
-// Calls work(part) for each part on a thread of its own, the first one on this thread.
-template <class Work>
-void RunParts(std::size_t parts, const Work& work) {
-    std::vector<std::future<void>> others;
-    for (std::size_t part = 1; part < parts; ++part)
-        others.push_back(std::async(kLaunch, work, part));
-    // If this throws, the destructors of the futures wait for the other threads.
-    work(std::size_t{0});
-    for (std::future<void>& other : others)
-        other.get();
-}
 
 class KeyPacker {
   public:
@@ -52,8 +36,7 @@ class KeyPacker {
         : table_(table),
           rows_(table.Rows()),
           joints_(table.Columns().size()),
-          parts_(std::clamp<std::size_t>(rows_ * joints_ / kFewestPoses, 1,
-                                         std::max(1U, std::thread::hardware_concurrency()))),
+          parts_(PartsFor(rows_ * joints_)),
           channels_(kPageChannels * joints_ * rows_),
           stillPosition_(kStillPosition * table.Size()) {
         FindObjects(scene, options);
@@ -69,14 +52,15 @@ class KeyPacker {
         if (!areAllObjects)
             RunParts(parts_, [&](std::size_t part) {
                 // As the threads run at the same time, only one of them reports progress.
-                const Progress own = part == 0 ? progress.Between(0.0, kPosesShare) : Progress();
+                const Progress own =
+                    part == 0 ? progress.Between(0.0, kEvaluatedShare) : Progress();
                 EvaluateRows(part * rows_ / parts_, (part + 1) * rows_ / parts_, own);
             });
         RunParts(parts_, [&](std::size_t part) {
             const std::size_t first = part * joints_ / parts_;
             const std::size_t end = (part + 1) * joints_ / parts_;
             const Progress own =
-                part == 0 ? progress.Between(kPosesShare, kPackingShare) : Progress();
+                part == 0 ? progress.Between(kEvaluatedShare, kPackingShare) : Progress();
             for (std::size_t column = first; column < end; ++column) {
                 own.Report(column - first, end - first);
                 FinishColumn(column);

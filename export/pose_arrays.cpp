@@ -1,20 +1,14 @@
 #include "export/pose_arrays.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <future>
-#include <thread>
 
-#include "export/launch.h"
 #include "export/quaternion.h"
+#include "export/run_parts.h"
 
 namespace exporters {
 namespace {
 
 using headless::Transform;
-
-// A thread that has fewer poses of joints to evaluate would hardly be worth its start.
-constexpr std::size_t kFewestPoses = 20'000;
 
 template <class Element>
 void PutPosition(const Transform& transform, Element* numbers) {
@@ -77,17 +71,11 @@ PoseArrays<Element> BuildPoseArrays(const Table& table, const Progress& progress
         LargeArray<Element>(3 * rows * columns), LargeArray<Element>(4 * rows * columns),
         LargeArray<Element>(3 * rows * columns), LargeArray<Element>(4 * rows * columns)};
 
-    const std::size_t parts = std::clamp<std::size_t>(
-        rows * columns / kFewestPoses, 1, std::max(1U, std::thread::hardware_concurrency()));
-    std::vector<std::future<void>> others;
-    for (std::size_t part = 1; part < parts; ++part)
-        others.push_back(std::async(kLaunch, [&, part] {
-            FillRows(table, part * rows / parts, (part + 1) * rows / parts, Progress(), arrays);
-        }));
-    // If this throws, the destructors of the futures wait for the other threads.
-    FillRows(table, 0, rows / parts, progress, arrays);
-    for (std::future<void>& other : others)
-        other.get();
+    const std::size_t parts = PartsFor(rows * columns);
+    RunParts(parts, [&](std::size_t part) {
+        FillRows(table, part * rows / parts, (part + 1) * rows / parts,
+                 part == 0 ? progress : Progress(), arrays);
+    });
     MakeContinuous(columns, arrays.quaternions);
     MakeContinuous(columns, arrays.localQuaternions);
     return arrays;

@@ -1,0 +1,36 @@
+// Divides work on the rows of a table between threads.
+// Internal to export/.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <future>
+#include <thread>
+#include <vector>
+
+#include "export/launch.h"
+
+namespace exporters {
+
+// Returns into how many parts to divide work on this many poses of joints: at most one for each
+// processor, and none so short that a thread would hardly be worth its start.
+inline std::size_t PartsFor(std::size_t poses) {
+    constexpr std::size_t kFewestPoses = 20'000;
+    return std::clamp<std::size_t>(poses / kFewestPoses, 1,
+                                   std::max(1U, std::thread::hardware_concurrency()));
+}
+
+// Calls work(part) for each part, counted from 0: the first one on this thread, each other one on a
+// thread of its own. Passes on the exception of the first part that throws.
+template <class Work>
+void RunParts(std::size_t parts, const Work& work) {
+    std::vector<std::future<void>> others;
+    for (std::size_t part = 1; part < parts; ++part)
+        others.push_back(std::async(kLaunch, [&work, part] { work(part); }));
+    // If this throws, the destructors of the futures wait for the other threads.
+    work(std::size_t{0});
+    for (std::future<void>& other : others)
+        other.get();
+}
+
+}  // namespace exporters
