@@ -106,3 +106,21 @@ const divisions = [
 ];
 for (const [what, lengths, expected] of divisions)
   test(`divides a way: ${what}`, () => assert.deepEqual(divide(lengths.map((_, at) => at), lengths), expected));
+
+// Ways to an ankle or wrist with the lengths of their bones, and the upper and lower part that are meant.
+const named = [
+  ["a null above the thigh", ["__UpLeg_L", "UpLeg_L", "LoLeg_L", "Foot_L"], [0, 1, 4, 4], ["UpLeg_L", "LoLeg_L"]],
+  ["long hip joints", ["rhipjoint", "rfemur", "rtibia", "rfoot"], [0, 1, 3.9, 4.4], ["rfemur", "rtibia"]],
+  ["a buttock", ["lButtock", "lThigh", "lShin", "lFoot"], [0, 1.2, 3.8, 4.5], ["lThigh", "lShin"]],
+  ["halves of bones", ["pelvis.L", "upperleg01.L", "upperleg02.L", "lowerleg01.L", "lowerleg02.L", "foot.L"], [0, 1, 2, 2, 2, 2], ["upperleg01.L", "lowerleg01.L"]],
+];
+for (const [what, names, lengths, expected] of named)
+  test(`divides a leg with ${what}`, () => {
+    const places = lengths.map((_, at) => [0.1, 1 - lengths.slice(0, at + 1).reduce((sum, length) => sum + length, 0) / 10, 0]);
+    const leg = (mirror) => names.map((name, at) => [mirror + name, at === 0 ? "hips" : mirror + names[at - 1], [mirror ? -places[at][0] : places[at][0], places[at][1], 0]]);
+    const rows = [...PERSON.filter(([name]) => !/hipJoint|thigh|shin|foot|toe/.test(name)), ...leg(""), ...leg("+")];
+    const sides = (name) => (/^L|^(?!R|\+|hips|spine|chest|neck|head)/.test(name) ? "left" : /^[R+]/.test(name) ? "right" : "middle");
+    const skeleton = skeletonOf(rows, { sideOf: sides });
+    const { path, middle } = planBody(skeleton).legs[0];
+    assert.deepEqual([path[0], path[middle]].map((joint) => skeleton.names[joint].replace("+", "")), expected);
+  });

@@ -27,6 +27,11 @@ export interface BodyPlan {
 const FOOT = /foot|ankle/i;
 const HAND = /hand|wrist/i;
 const HEAD = /head|skull/i;
+// Names that mean one joint only; a shoulder or a hip may be the limb's first joint or the one before it.
+const THIGH = /up(per)?_?leg|thigh|femur/i;
+const SHIN = /knee|shin|calf|tibia|lo(w(er)?)?_?leg/i;
+const UPPER_ARM = /up(per)?_?arm|humerus|shldr|(left|right|\b[lr])_?arm/i;
+const FOREARM = /elbow|fore_?arm|lo(w(er)?)?_?arm|radius/i;
 
 export function isHeadName(name: string): boolean {
   return HEAD.test(name);
@@ -90,23 +95,27 @@ interface Division {
   middle: number;
 }
 
-/** Divides a way to an ankle or wrist into girdle, upper and lower part, which are about equally long. */
-export function divide(path: readonly number[], lengths: readonly number[]): Division {
-  const bone = (index: number): number => lengths[path[index]];
-  const sum = (from: number, to: number): number => {
-    let total = 0;
-    for (let index = from + 1; index <= to; ++index) total += bone(index);
-    return total;
-  };
+/**
+ * Divides a way to an ankle or wrist into girdle, upper and lower part, so that the parts are long
+ * and about equally long. `isStart` and `isMiddle` say which joints the parts may begin with.
+ */
+export function divide(
+  path: readonly number[],
+  lengths: readonly number[],
+  isStart: (joint: number) => boolean = () => true,
+  isMiddle: (joint: number) => boolean = () => true,
+): Division {
+  const reach = [0];
+  for (let index = 1; index < path.length; ++index) reach.push(reach[index - 1] + lengths[path[index]]);
   const last = path.length - 1;
-  const whole = sum(0, last) || 1;
   let best: Division = { start: Math.max(0, last - 2), middle: last - 1 > 0 ? last - 1 : -1 };
   let bestScore = -Infinity;
   for (let start = 0; start < last - 1; ++start)
     for (let middle = start + 1; middle < last; ++middle) {
-      const upper = sum(start, middle);
-      const lower = sum(middle, last);
-      const score = (2 * Math.min(upper, lower)) / whole - 0.9 * Math.abs(upper - lower) / whole;
+      if (!isStart(path[start]) || !isMiddle(path[middle])) continue;
+      const upper = reach[middle] - reach[start];
+      const lower = reach[last] - reach[middle];
+      const score = Math.min(upper, lower) - 1.2 * Math.abs(upper - lower);
       if (score > bestScore + 1e-6) {
         bestScore = score;
         best = { start, middle };
@@ -115,10 +124,24 @@ export function divide(path: readonly number[], lengths: readonly number[]): Div
   return best;
 }
 
-function limbOf(skeleton: Skeleton, lengths: readonly number[], from: number, tip: number): Limb | null {
+/** The same, where names that are known decide which joints come into question. */
+function divideByName(
+  skeleton: Skeleton,
+  path: readonly number[],
+  lengths: readonly number[],
+  [upper, lower]: readonly [RegExp, RegExp],
+): Division {
+  const among = (name: RegExp) => {
+    const isKnown = path.slice(0, -1).some((joint) => name.test(skeleton.names[joint]));
+    return (joint: number) => !isKnown || name.test(skeleton.names[joint]);
+  };
+  return divide(path, lengths, among(upper), among(lower));
+}
+
+function limbOf(skeleton: Skeleton, lengths: readonly number[], from: number, tip: number, names: [RegExp, RegExp]): Limb | null {
   const whole = pathDown(skeleton, from, tip);
   if (whole.length < 2) return null;
-  const { start, middle } = divide(whole, lengths);
+  const { start, middle } = divideByName(skeleton, whole, lengths, names);
   return {
     side: skeleton.sides[tip],
     girdle: whole.slice(0, start),
@@ -228,8 +251,8 @@ export function planBody(skeleton: Skeleton): BodyPlan | null {
   const pelvis = commonAncestor(skeleton, ...feet);
   const chest = commonAncestor(skeleton, ...hands);
   if (pelvis < 0 || chest < 0 || pelvis === chest) return null;
-  const legs = feet.map((foot) => limbOf(skeleton, lengths, pelvis, foot));
-  const arms = hands.map((hand) => limbOf(skeleton, lengths, chest, hand));
+  const legs = feet.map((foot) => limbOf(skeleton, lengths, pelvis, foot, [THIGH, SHIN]));
+  const arms = hands.map((hand) => limbOf(skeleton, lengths, chest, hand, [UPPER_ARM, FOREARM]));
   if (!legs[0] || !legs[1] || !arms[0] || !arms[1]) return null;
   const head = findHead(skeleton, lengths, chest, [arms[0], arms[1]]);
   return {
