@@ -86,7 +86,7 @@ export class Camera {
     const near = frame(figure, aim, lens);
     const seen = frame(everything, aim, lens);
     // A figure that walks far must not become a dot: then the picture shows where it begins.
-    const most = MOST_OF_NEAR * frame(figure, this.homeAim(), lens).distance;
+    const most = (view === "home" ? MOST_OF_NEAR : 1.6 * MOST_OF_NEAR) * frame(figure, this.homeAim(), lens).distance;
     const back = cameraAxes(aim)[2];
     const place = new Vector3(...seen.place);
     if (seen.distance > most && !this.isFollowing)

@@ -13,7 +13,7 @@ import {
   Vector3,
   type Group,
 } from "three";
-import { resolution } from "./lines";
+import { pixelRatio, resolution } from "./lines";
 import type { Theme } from "./theme";
 
 const GLYPHS = "0123456789-.m ";
@@ -39,7 +39,7 @@ varying vec2 spot;
 varying float near;
 void main() {
   vec4 clip = projectionMatrix * modelViewMatrix * vec4(anchor, 1.0);
-  vec2 pixels = vec2((2.0 * position.x + glyph.y) * size.x, position.y * size.y);
+  vec2 pixels = ratio * vec2((2.0 * position.x + glyph.y) * size.x, position.y * size.y);
   clip.xy += 2.0 * pixels / resolution * clip.w;
   gl_Position = clip;
   // Numbers whose neighbours would touch them are left out.
@@ -125,7 +125,7 @@ export class Labels {
       depthWrite: false,
       uniforms: {
         resolution,
-        ratio: { value: 1 },
+        ratio: pixelRatio,
         gap: { value: 1 },
         size: { value: new Vector2(WIDTH, HEIGHT) },
         glyphs: { value: drawGlyphs() },
@@ -144,12 +144,9 @@ export class Labels {
     (this.material.uniforms.colour.value as Color).setStyle(theme.label, LinearSRGBColorSpace);
   }
 
-  /** `pixelRatio` is the number of the picture's pixels in one of the page. */
-  update(camera: Vector3, focus: Vector3, distance: number, pixelRatio: number): void {
+  update(camera: Vector3, focus: Vector3, distance: number): void {
     (this.material.uniforms.focus.value as Vector3).copy(focus);
     (this.material.uniforms.fade.value as Vector2).set(0.9 * distance, 1.6 * distance);
-    this.material.uniforms.ratio.value = pixelRatio;
-    (this.material.uniforms.size.value as Vector2).set(WIDTH * pixelRatio, HEIGHT * pixelRatio);
     // The numbers stand on the two sides that are nearer to the camera.
     const { minX, maxX, minZ, maxZ } = this.region;
     const isRight = camera.x > ((minX + maxX) / 2) * this.cell;

@@ -17,6 +17,7 @@ attribute vec3 start;
 attribute vec3 end;
 uniform vec2 resolution;
 uniform float width;
+uniform float ratio;
 uniform vec2 now;
 varying vec3 place;
 varying float across;
@@ -45,7 +46,7 @@ void main() {
   vec2 along = (cb.xy / cb.w - ca.xy / ca.w) * resolution;
   along = length(along) > 1e-6 ? normalize(along) : vec2(1.0, 0.0);
   vec4 clip = position.x < 0.5 ? ca : cb;
-  float wide = width + 0.5;
+  float wide = width * ratio + 0.5;
   across = position.y * wide;
   clip.xy += (vec2(-along.y, along.x) * position.y * wide + along * (position.x - 0.5)) * 2.0 / resolution * clip.w;
   gl_Position = clip;
@@ -56,26 +57,28 @@ const FRAGMENT = `
 uniform vec3 colour;
 uniform float opacity;
 uniform float width;
+uniform float ratio;
 uniform vec3 focus;
 uniform vec2 fade;
 varying vec3 place;
 varying float across;
 varying float since;
 void main() {
-  float edge = clamp(width + 0.5 - abs(across), 0.0, 1.0) * min(width, 1.0);
+  float edge = clamp(width * ratio + 0.5 - abs(across), 0.0, 1.0);
   float near = 1.0 - smoothstep(fade.x, fade.y, distance(place.xz, focus.xz));
   gl_FragColor = vec4(colour, opacity * edge * near * mix(1.0, 0.22, smoothstep(0.0, 1.0, abs(since))));
 }`;
 
-/** The size of the picture, which all lines share. */
+/** The size of the picture in its own pixels, and how many of them a pixel of the page has; all lines share them. */
 export const resolution = { value: new Vector2(1, 1) };
+export const pixelRatio = { value: 1 };
 
 export class Lines {
   readonly mesh: Mesh;
   private readonly geometry = new InstancedBufferGeometry();
   private readonly material: ShaderMaterial;
 
-  /** `width` is in pixels. Lines that are not `hidden` behind figures are drawn over them. */
+  /** `width` is half of the width, in pixels of the page. Lines that are not `hidden` behind figures are drawn over them. */
   constructor(width: number, isHidden = true) {
     this.geometry.setAttribute("position", new Float32BufferAttribute([0, -1, 0, 1, -1, 0, 1, 1, 0, 0, 1, 0], 3));
     this.geometry.setIndex([0, 1, 2, 0, 2, 3]);
@@ -88,6 +91,7 @@ export class Lines {
       depthTest: isHidden,
       uniforms: {
         resolution,
+        ratio: pixelRatio,
         colour: { value: new Color() },
         opacity: { value: 1 },
         width: { value: width },

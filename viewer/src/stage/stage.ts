@@ -7,7 +7,7 @@ import { Figure } from "./figure";
 import { Ground } from "./ground";
 import { Labels } from "./labels";
 import { Light } from "./light";
-import { Lines, resolution } from "./lines";
+import { Lines, pixelRatio, resolution } from "./lines";
 import { Marker } from "./marker";
 import { Pointer } from "./pointer";
 import { Quality } from "./quality";
@@ -155,12 +155,11 @@ class Picture implements Stage {
     if (this.needsTheme) this.applySettings();
     this.showFrame();
     this.showTrail();
-    const ratio = this.renderer.getPixelRatio();
-    this.marker.show(this.pickedPlace(), ratio);
+    this.marker.show(this.pickedPlace(), pixelRatio.value);
     this.camera.updateClipping();
     const { target, distance } = this.camera;
     this.ground.update(target, distance);
-    this.labels?.update(this.camera.camera.position, target, distance, ratio);
+    this.labels?.update(this.camera.camera.position, target, distance);
     if (this.pictures === 1) this.showShadows(true);
     this.renderer.render(this.scene, this.camera.camera);
     // The second picture follows at once, with shadows.
@@ -175,6 +174,7 @@ class Picture implements Stage {
     this.renderer.setPixelRatio(Math.min(devicePixelRatio, finest));
     this.renderer.setSize(width, height);
     this.renderer.getDrawingBufferSize(resolution.value);
+    pixelRatio.value = this.renderer.getPixelRatio();
     this.camera.resize(width, height);
   }
 
@@ -187,7 +187,7 @@ class Picture implements Stage {
     this.labels?.setTheme(theme);
     this.marker.setTheme(theme.accent, theme.isDark);
     this.trail.setColour(theme.accent, 0.9);
-    for (const path of this.paths) path.setColour(theme.path, 0.28);
+    for (const path of this.paths) path.setColour(theme.path, 0.26);
     const { look, mainTake } = this.player;
     let others = 0;
     for (const figure of this.figures) {
