@@ -7,6 +7,8 @@ import type { View } from "./stage";
 const FIELD_OF_VIEW = 30;
 /** How much of the picture's width and height the first framing uses. */
 const FILL = 0.86;
+/** The part of the picture's height by which it is lower, because names and buttons lie over its top. */
+const LOWERED = 0.04;
 /** The first framing is at most so many times as far away as the figure alone would need. */
 const MOST_OF_NEAR = 3.6;
 
@@ -81,29 +83,39 @@ export class Camera {
 
   view(view: View): void {
     const aim = this.aim(view);
-    const { centre, figure, everything } = this.scenery;
-    const lens = this.lens();
-    const near = frame(figure, aim, lens);
-    const seen = frame(everything, aim, lens);
-    // A figure that walks far must not become a dot: then the picture shows where it begins.
-    const most = (view === "home" ? MOST_OF_NEAR : 1.6 * MOST_OF_NEAR) * frame(figure, this.homeAim(), lens).distance;
-    const back = cameraAxes(aim)[2];
-    const place = new Vector3(...seen.place);
-    if (seen.distance > most && !this.isFollowing)
-      place.set(...near.place).addScaledVector(new Vector3(...back), most - near.distance);
-    if (this.isFollowing) {
-      place.set(...near.place).addScaledVector(new Vector3(...back), 0.35 * near.distance);
-      place.add(this.followed).sub(centre).setY(place.y - this.followed.y + centre.y);
-    }
+    const [, up, back] = cameraAxes(aim).map((axis) => new Vector3(...axis));
+    const subject = this.isFollowing ? this.followed : this.scenery.centre;
+    const place = this.isFollowing ? this.placeToFollow(aim, back) : this.placeToSee(view, aim, back);
     // A single joint is not looked at through a microscope.
-    const missing = NEAREST - place.clone().sub(this.isFollowing ? this.followed : centre).length();
-    if (missing > 0) place.addScaledVector(new Vector3(...back), missing);
-    const subject = this.isFollowing ? this.followed : centre;
-    const depth = place.clone().sub(subject).dot(new Vector3(...back));
+    place.addScaledVector(back, Math.max(NEAREST - place.distanceTo(subject), 0));
+    place.addScaledVector(up, (2 * LOWERED * this.lens().tanY * place.distanceTo(subject)) / FILL);
+    const depth = place.clone().sub(subject).dot(back);
     this.camera.position.copy(place);
-    this.controls.target.copy(place).addScaledVector(new Vector3(...back), -Math.max(depth, 0.1));
+    this.controls.target.copy(place).addScaledVector(back, -Math.max(depth, 0.1));
     this.controls.update();
     this.current = view;
+  }
+
+  /** The place from which the whole take is seen, or where it begins if it goes too far. */
+  private placeToSee(view: View, aim: Aim, back: Vector3): Vector3 {
+    const { figure, everything } = this.scenery;
+    const lens = this.lens();
+    const seen = frame(everything, aim, lens);
+    // A figure that walks far must not become a dot.
+    const times = view === "home" ? MOST_OF_NEAR : 1.6 * MOST_OF_NEAR;
+    const most = times * frame(figure, this.homeAim(), lens).distance;
+    if (seen.distance <= most) return new Vector3(...seen.place);
+    const near = frame(figure, aim, lens);
+    return new Vector3(...near.place).addScaledVector(back, most - near.distance);
+  }
+
+  /** The place from which the figure that is followed is seen. */
+  private placeToFollow(aim: Aim, back: Vector3): Vector3 {
+    const near = frame(this.scenery.figure, aim, this.lens());
+    const place = new Vector3(...near.place).addScaledVector(back, 0.45 * near.distance);
+    place.x += this.followed.x - this.scenery.centre.x;
+    place.z += this.followed.z - this.scenery.centre.z;
+    return place;
   }
 
   /** Moves along with a figure, over the ground only. Called before each picture. */
