@@ -1,5 +1,4 @@
 // Shapes the trunk, from the crotch to the base of the neck, and the shoulders.
-import { Vector3 } from "three";
 import type { BodyFrame } from "./bind_pose";
 import type { BodyPlan, Limb } from "./body_plan";
 import { interpolate, type Influence } from "./chain";
@@ -81,14 +80,11 @@ export function addTrunk(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan)
     widening(frame.shoulderWidth / frame.height, SHOULDER_WIDTH),
     Math.min(Math.max(frame.shoulderWidth / frame.height / SHOULDER_WIDTH, 0.7), 1.3),
   ];
+  const widths = TRUNK.map(([position, width, , , follows]) => [position, width * factors[follows]]);
   const influence = influences(plan, frame);
   const rings: Ring[] = [];
   for (let step = 0; step <= 20; ++step) {
     const position = -0.2 + (1.33 * step) / 20;
-    const row = TRUNK.findIndex((_, index) => index + 2 > TRUNK.length || TRUNK[index + 1][0] >= position);
-    const rest = interpolate(TRUNK, position, 0) - TRUNK[row][0];
-    const part = rest / ((TRUNK[row + 1] ?? TRUNK[row])[0] - TRUNK[row][0] || 1);
-    const factor = factors[TRUNK[row][4]] * (1 - part) + factors[(TRUNK[row + 1] ?? TRUNK[row])[4]] * part;
     const x = frame.hipsLeft.clone().lerp(frame.left, Math.min(Math.max(position, 0), 1)).normalize();
     const forward = x.clone().cross(frame.up).normalize();
     rings.push({
@@ -96,7 +92,7 @@ export function addTrunk(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan)
         .clone()
         .addScaledVector(frame.up, position * length)
         .addScaledVector(forward, frame.height * interpolate(TRUNK, position, 3)),
-      x: x.clone().multiplyScalar(frame.height * factor * interpolate(TRUNK, position, 1)),
+      x: x.clone().multiplyScalar(frame.height * interpolate(widths, position)),
       y: forward.multiplyScalar(frame.height * interpolate(TRUNK, position, 2)),
       power: 2.35,
       ...influence(position * length),
@@ -104,10 +100,4 @@ export function addTrunk(builder: MeshBuilder, frame: BodyFrame, plan: BodyPlan)
   }
   builder.tube(rings, { side: "middle", segments: 28, bulge: [0.5, 0.7] });
   for (const arm of plan.arms) addShoulder(builder, frame, plan, arm);
-}
-
-/** The direction of a bone, or another one if the bone has no length. */
-export function directionOf(from: Vector3, to: Vector3, otherwise: Vector3): Vector3 {
-  const direction = to.clone().sub(from);
-  return direction.lengthSq() < 1e-10 ? otherwise.clone() : direction.normalize();
 }

@@ -9,6 +9,7 @@ import { Labels } from "./labels";
 import { Light } from "./light";
 import { Lines, pixelRatio, resolution } from "./lines";
 import { Marker } from "./marker";
+import { showMessage } from "./message";
 import { Pointer } from "./pointer";
 import { Quality } from "./quality";
 import { placeOf, rigOf } from "./rig";
@@ -253,26 +254,6 @@ class Picture implements Stage {
     if (this.quality.simplification === 1) this.showShadows(false);
     else this.needsSize = true;
   }
-}
-
-/** Says something in place of the picture; null takes the words away. */
-function showMessage(container: HTMLElement, message: string | null): void {
-  container.querySelector("p[role=status]")?.remove();
-  if (message === null) return;
-  const text = document.createElement("p");
-  text.setAttribute("role", "status");
-  text.textContent = message;
-  Object.assign(text.style, {
-    position: "absolute",
-    inset: "0",
-    margin: "auto",
-    height: "max-content",
-    maxWidth: "32em",
-    padding: "24px",
-    textAlign: "center",
-    color: "light-dark(#3f4650, #d6d9dd)",
-  });
-  container.append(text);
 }
 
 function createRenderer(): WebGLRenderer | null {

@@ -1,0 +1,21 @@
+// Words in place of the picture, where it cannot be drawn.
+
+/** Says something in place of the picture; null takes the words away. */
+export function showMessage(container: HTMLElement, message: string | null): void {
+  container.querySelector("p[role=status]")?.remove();
+  if (message === null) return;
+  const text = document.createElement("p");
+  text.setAttribute("role", "status");
+  text.textContent = message;
+  Object.assign(text.style, {
+    position: "absolute",
+    inset: "0",
+    margin: "auto",
+    height: "max-content",
+    maxWidth: "32em",
+    padding: "24px",
+    textAlign: "center",
+    color: "light-dark(#3f4650, #d6d9dd)",
+  });
+  container.append(text);
+}
