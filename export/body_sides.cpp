@@ -14,16 +14,24 @@ struct Words {
 constexpr Words kWords[] = {{L"Left", L"Right"}, {L"left", L"right"}, {L"LEFT", L"RIGHT"}};
 constexpr Words kLetters[] = {{L"l", L"r"}, {L"L", L"R"}};
 
+// Removes a number from the end of a name. Some programs number all joints: "LeftHip-23".
+std::wstring WithoutNumber(const std::wstring& name) {
+    const std::size_t last = name.find_last_not_of(L"0123456789-_. ");
+    return name.substr(0, last == std::wstring::npos ? name.size() : last + 1);
+}
+
 class SideFinder {
   public:
     explicit SideFinder(const std::vector<std::wstring>& names)
-        : names_(names.begin(), names.end()) {}
+        : names_(names.begin(), names.end()) {
+        for (const std::wstring& name : names)
+            stems_.insert(WithoutNumber(name));
+    }
 
     Side Find(const std::wstring& name) const {
         for (const Words& words : kWords) {
-            if (HasMirror(name, name.find(words.left), words.left, words.right)) return Side::Left;
-            if (HasMirror(name, name.find(words.right), words.right, words.left))
-                return Side::Right;
+            if (HasWordOf(name, words.left, words.right)) return Side::Left;
+            if (HasWordOf(name, words.right, words.left)) return Side::Right;
         }
         for (const Words& letters : kLetters) {
             if (IsLetterOf(name, letters.left, letters.right)) return Side::Left;
@@ -36,9 +44,18 @@ class SideFinder {
     // Whether another joint is called as `name` is if `word`, at the index `at`, becomes `other`.
     bool HasMirror(const std::wstring& name, std::size_t at, std::wstring_view word,
                    std::wstring_view other) const {
-        if (at == std::wstring::npos) return false;
         std::wstring mirrored = name;
         return names_.contains(mirrored.replace(at, word.size(), other));
+    }
+
+    // Whether the name has the word, and another joint the other one. Numbers after the names may
+    // differ.
+    bool HasWordOf(const std::wstring& name, std::wstring_view word,
+                   std::wstring_view other) const {
+        std::wstring mirrored = WithoutNumber(name);
+        const std::size_t at = mirrored.find(word);
+        return at != std::wstring::npos &&
+               stems_.contains(mirrored.replace(at, word.size(), other));
     }
 
     // Letters count at the beginning of a name, and at its beginning after a colon as in
@@ -61,6 +78,7 @@ class SideFinder {
     }
 
     std::unordered_set<std::wstring> names_;
+    std::unordered_set<std::wstring> stems_;  // the names without numbers at their ends
 };
 
 }  // namespace

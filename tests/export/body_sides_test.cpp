@@ -23,6 +23,8 @@ const Row kRows[] = {
     {"LastLetter", L"hand_l", L"hand_r", true},
     {"LastCapitalAfterADot", L"Arm.L", L"Arm.R", true},
     {"LetterBeforeAnEnd", L"toe_l_End", L"toe_r_End", true},
+    {"WordsAndNumbers", L"LeftHip-23", L"RightHip-18", true},
+    {"WordsAndNumbersOfEnds", L"LeftHip-23_End", L"RightHip-18_End", false},
     {"NoMirror", L"lowerback", L"upperback", false},
     {"OtherNames", L"Spine", L"Neck", false},
     {"LetterInside", L"elbow", L"erbow", false},

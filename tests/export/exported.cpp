@@ -11,6 +11,7 @@
 #include "export/csv.h"
 #include "export/gltf.h"
 #include "export/npz.h"
+#include "export/page.h"
 #include "export/skeleton_poses.h"
 #include "files/output_file.h"
 #include "headless/evaluation.h"
@@ -158,6 +159,13 @@ std::string Export(const std::string& extension, const exporters::Options& optio
     const exporters::Notes written = ExportTo(path, options);
     if (notes) *notes = written;
     return support::ReadText(path);
+}
+
+std::vector<exporters::Format> WrittenFormats() {
+    std::vector<exporters::Format> formats;
+    for (const exporters::Format& format : exporters::Formats())
+        if (format.extension != ".html" || exporters::HasViewer()) formats.push_back(format);
+    return formats;
 }
 
 std::vector<std::vector<std::string>> RealCaptures() {

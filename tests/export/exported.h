@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "export/formats.h"
 #include "export/options.h"
 #include "headless/scene.h"
 #include "tests/support/math.h"
@@ -51,6 +52,9 @@ exporters::Notes ExportTo(const std::string& path, const exporters::Options& opt
 // throws.
 std::string Export(const std::string& extension, const exporters::Options& options = {},
                    exporters::Notes* notes = nullptr);
+
+// The formats that this build writes: all, or all but pages if it has no viewer.
+std::vector<exporters::Format> WrittenFormats();
 
 // Every BVH file of the folder with real captures, and its Acclaim pairs, each with the skeleton
 // first. The build must have such a folder.
