@@ -3,6 +3,8 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "export/object_names.h"
+
 namespace exporters {
 namespace {
 
@@ -14,10 +16,13 @@ struct Words {
 constexpr Words kWords[] = {{L"Left", L"Right"}, {L"left", L"right"}, {L"LEFT", L"RIGHT"}};
 constexpr Words kLetters[] = {{L"l", L"r"}, {L"L", L"R"}};
 
-// Removes a number from the end of a name. Some programs number all joints: "LeftHip-23".
-std::wstring WithoutNumber(const std::wstring& name) {
+// Removes a number from the end of a name, or from before the ending of an end site. Some programs
+// number all joints: "LeftHip-23".
+std::wstring WithoutNumber(std::wstring name) {
+    if (name.ends_with(kEndSuffix)) name.resize(name.size() - kEndSuffix.size());
     const std::size_t last = name.find_last_not_of(L"0123456789-_. ");
-    return name.substr(0, last == std::wstring::npos ? name.size() : last + 1);
+    if (last != std::wstring::npos) name.resize(last + 1);
+    return name;
 }
 
 class SideFinder {

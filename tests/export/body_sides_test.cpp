@@ -24,7 +24,7 @@ const Row kRows[] = {
     {"LastCapitalAfterADot", L"Arm.L", L"Arm.R", true},
     {"LetterBeforeAnEnd", L"toe_l_End", L"toe_r_End", true},
     {"WordsAndNumbers", L"LeftHip-23", L"RightHip-18", true},
-    {"WordsAndNumbersOfEnds", L"LeftHip-23_End", L"RightHip-18_End", false},
+    {"WordsAndNumbersOfEnds", L"LeftHip-23_End", L"RightHip-18_End", true},
     {"NoMirror", L"lowerback", L"upperback", false},
     {"OtherNames", L"Spine", L"Neck", false},
     {"LetterInside", L"elbow", L"erbow", false},
