@@ -35,16 +35,15 @@ void WritePage(text::ByteSink& out, std::span<const PageTake> takes) {
     out.Write(kPageTemplate->beforeTitle);
     out.Write(title);
     out.Write(kPageTemplate->beforeTakes);
-    out.Write(
-        fmt::format("<script type=\"application/json\" id=\"takes\">{{\"version\":{},\"takes\":[",
-                    kPageVersion));
+    out.Write(fmt::format(R"(<script type="application/json" id="takes">{{"version":{},"takes":[)",
+                          kPageVersion));
     for (const PageTake& take : takes) {
         if (&take != &takes.front()) out.Write(",\n");
         out.Write(take.record);
     }
     out.Write("]}</script>\n");
     for (std::size_t index = 0; index < takes.size(); ++index) {
-        out.Write(fmt::format("<script type=\"application/octet-stream\" id=\"keys-{}\">", index));
+        out.Write(fmt::format(R"(<script type="application/octet-stream" id="keys-{}">)", index));
         out.Write(takes[index].keys);
         out.Write("</script>\n");
     }
