@@ -10,9 +10,6 @@
 
 namespace cli {
 
-// Returns the skeletons of the files, one for each model.
-std::vector<exporters::FileSkeleton> SkeletonsOf(const take::Result& result);
-
 // Returns the user's options, completed with the result of the import: the rate, the number of
 // models, their skeletons and the source, of which `sources` are the files. `enlarged` is
 // Result::multiplied.

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "bridge/export_input.h"
 #include "cli/amc_rate.h"
 #include "cli/exports.h"
 #include "cli/interrupt.h"
@@ -50,7 +51,7 @@ SummaryRequest SummaryOf(const take::Request& request, const take::Result& resul
     summary.inPart = result.outcome.status == take::Status::ImportedInPart;
     summary.models = result.outcome.models;
     summary.framesPerSecond = result.framesPerSecond;
-    summary.skeletons = SkeletonsOf(result);
+    summary.skeletons = bridge::SkeletonsOf(result);
     return summary;
 }
 

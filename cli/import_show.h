@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "bridge/import_progress.h"
 #include "cli/arguments.h"
-#include "cli/import_progress.h"
 #include "cli/interrupt.h"
 #include "cli/log_printer.h"
 #include "cli/progress_line.h"
@@ -26,7 +26,7 @@ struct ShowOptions {
     std::string motionFile{};  // the .amc; empty if there is none
     // What is imported, so that the drawn bar rises evenly. If this is not set, the bar is drawn as
     // the plug-in moves it.
-    std::optional<ImportKind> kind{};
+    std::optional<bridge::ImportKind> kind{};
 };
 
 // Returns whether the plug-in gets a progress bar.
@@ -68,9 +68,9 @@ class ImportShow {
     bool isTerminal_;
     bool hasProgressBar_;  // whether the plug-in gets a bar, even if the bar is not drawn
     LogPrinter log_;
-    std::unique_ptr<ProgressLine> bar_;       // null if the bar is not drawn
-    std::optional<ImportProgress> progress_;  // set if ShowOptions::kind is set
-    std::wstring reading_;                    // says which file is read; empty after it was read
+    std::unique_ptr<ProgressLine> bar_;               // null if the bar is not drawn
+    std::optional<bridge::ImportProgress> progress_;  // set if ShowOptions::kind is set
+    std::wstring reading_;  // says which file is read; empty after it was read
     std::optional<ExitOnInterruptScope> exitOnInterrupt_;  // set while Ctrl-C ends the process
 };
 

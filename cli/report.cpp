@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/exports.h"
+#include "bridge/export_input.h"
 #include "export/motion_facts.h"
 #include "headless/text.h"
 #include "survey/finding_text.h"
@@ -79,7 +79,7 @@ ImportReport ReportOf(const take::Request& request, const take::Result& result) 
     if (!result.IsImported()) return report;
     std::vector<const headless::Object*> models = result.Scene().Models();
     if (result.outcome.models) models.resize(std::min(models.size(), *result.outcome.models));
-    const std::vector<exporters::FileSkeleton> skeletons = SkeletonsOf(result);
+    const std::vector<exporters::FileSkeleton> skeletons = bridge::SkeletonsOf(result);
     for (std::size_t index = 0; index < models.size(); ++index) {
         const exporters::ModelFacts facts = exporters::MeasureModel(
             result.Scene(), *models[index], index < skeletons.size() ? &skeletons[index] : nullptr);

@@ -1,11 +1,12 @@
-# libzkmocap, the library for programs: the rooms from text/ to take/ as one shared library, whose
+# libzkmocap, the library for programs: the rooms from text/ to bridge/ as one shared library, whose
 # headers are those listed here. The rooms hide what is not marked ZKMOCAP_API.
-set(rooms take export survey files text textio memory math)
+set(rooms bridge take export survey files text textio memory math)
 list(TRANSFORM rooms REPLACE "(.+)" "$<TARGET_OBJECTS:zk_\\1>" OUTPUT_VARIABLE objects)
 
 add_library(zkmocap SHARED ${objects})
 add_library(zkmocap::zkmocap ALIAS zkmocap)
 target_sources(zkmocap PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES
+  bridge/export_input.h bridge/import_progress.h
   export/csv_names.h export/file_skeleton.h export/formats.h export/json_record.h export/motion_facts.h export/options.h export/page.h export/progress.h
   files/system_storage.h files/write_file.h
   plugin/contract.h plugin/user_input.h

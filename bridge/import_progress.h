@@ -9,8 +9,9 @@
 
 #include "headless/session.h"
 #include "take/request.h"
+#include "text/api.h"
 
-namespace cli {
+namespace bridge {
 
 struct ImportKind {
     take::Format format = take::Format::Biovision;
@@ -21,7 +22,7 @@ struct ImportKind {
     std::uint64_t amcValues = 0;
 };
 
-class ImportProgress {
+class ZKMOCAP_API ImportProgress {
   public:
     explicit ImportProgress(const ImportKind& kind);
 
@@ -60,4 +61,4 @@ class ImportProgress {
     bool isVisible_ = false;
 };
 
-}  // namespace cli
+}  // namespace bridge

@@ -1,4 +1,4 @@
-#include "cli/import_progress.h"
+#include "bridge/import_progress.h"
 
 #include <algorithm>
 #include <iterator>
@@ -7,7 +7,7 @@
 
 #include "headless/text.h"
 
-namespace cli {
+namespace bridge {
 namespace {
 
 // What a phase is divided into. In a BVH import, the bar gets a new value after each such part. In
@@ -162,4 +162,4 @@ double ImportProgress::Share() const {
     return start_ + (phase_->end - start_) * std::min(done, 1.0);
 }
 
-}  // namespace cli
+}  // namespace bridge

@@ -1,5 +1,5 @@
 // The share of an import's time, as whole imports of the plug-in's importers let it rise.
-#include "cli/import_progress.h"
+#include "bridge/import_progress.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@
 
 namespace {
 
-using cli::ImportKind;
+using bridge::ImportKind;
 using take::Format;
 
 constexpr int kBones = 30;
@@ -103,7 +103,7 @@ class ImportProgress : public testing::TestWithParam<Import> {};
 TEST_P(ImportProgress, RisesInSmallStepsToTheEnd) {
     support::StartSession(true);
     headless::Session& session = headless::Session::Current();
-    cli::ImportProgress progress(GetParam().kind);
+    bridge::ImportProgress progress(GetParam().kind);
     std::vector<double> shares = {0.0};
     const auto note = [&] {
         if (progress.IsVisible()) shares.push_back(progress.Share());
@@ -141,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(, ImportProgress, testing::ValuesIn(kImports),
 
 TEST(ImportProgressOfSections, BeginsAgain) {
     using Kind = headless::BarEvent::Kind;
-    cli::ImportProgress progress({});
+    bridge::ImportProgress progress({});
     progress.Receive({Kind::Caption, 0, L"Almost done..."});
     EXPECT_EQ(progress.Share(), 1.0);
     progress.Receive({Kind::Caption, 0, L"Importing Motion..."});
@@ -150,7 +150,7 @@ TEST(ImportProgressOfSections, BeginsAgain) {
 
 TEST(ImportProgressOfOtherCaptions, StaysAsItIs) {
     using Kind = headless::BarEvent::Kind;
-    cli::ImportProgress progress({});
+    bridge::ImportProgress progress({});
     progress.Receive({Kind::Caption, 0, L"Creating Zelk model..."});
     const double share = progress.Share();
     progress.Receive({Kind::Caption, 0, L"Another caption"});
