@@ -39,10 +39,13 @@ FigureFacts DescribeFigure(const ExportedMotion& model, const Options& options) 
         shape.AddFrame(ExtentOf(model, locals));
     }
     FigureFacts facts;
-    if (options.up == UpAxis::Y) facts.up = "xyz"[shape.UpAxis()];
+    if (options.up == UpAxis::Y)
+        facts.up =
+            "xyz"[options.knownUp ? static_cast<std::size_t>(*options.knownUp) : shape.UpAxis()];
     facts.height = shape.Height().value_or(0.0);
     const math::LengthUnit* const unit = math::LikelyUnit(facts.height / options.scale);
     if (unit) facts.metresPerUnit = unit->metres / options.scale;
+    if (options.metresPerUnit) facts.metresPerUnit = *options.metresPerUnit / options.scale;
     return facts;
 }
 

@@ -16,7 +16,8 @@ struct FigureFacts {
 // Describes the positions of a model after all options. If the options turn the scene, the up axis
 // is known to be y. Otherwise it is the one along which the figure is longest in most frames of its
 // motion, also of those that are not written. The unit of the file is the one in which the figure
-// has the height of a person; options.scale changes it.
+// has the height of a person; options.scale changes it. If the options state the unit or the up
+// axis, these are used instead.
 FigureFacts DescribeFigure(const ExportedMotion& model, const Options& options);
 
 }  // namespace exporters

@@ -94,6 +94,11 @@ struct Options {
     // joints a model has, their order and their names. A model whose skeleton is missing, or whose
     // objects do not fit it, gets its joints from the scene alone.
     std::vector<FileSkeleton> skeletons = {};
+    // How many metres one unit of the scene's lengths is, and the axis of the scene that points up,
+    // if they are known. Otherwise the outputs that state them state a guess. These two options
+    // turn and scale nothing.
+    std::optional<double> metresPerUnit = std::nullopt;
+    std::optional<UpAxis> knownUp = std::nullopt;
     Source source = {};
 };
 

@@ -1,14 +1,20 @@
 #include "export/pose_arrays.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <future>
+#include <thread>
 
+#include "export/launch.h"
 #include "export/quaternion.h"
-#include "export/run_parts.h"
 
 namespace exporters {
 namespace {
 
 using headless::Transform;
+
+// A thread that has fewer poses of joints to evaluate would hardly be worth its start.
+constexpr std::size_t kFewestPoses = 20'000;
 
 template <class Element>
 void PutPosition(const Transform& transform, Element* numbers) {
@@ -28,7 +34,7 @@ void PutQuaternion(const Transform& transform, Element* numbers) {
 // them reports progress, as if its rows were all.
 template <class Element>
 void FillRows(const Table& table, std::size_t first, std::size_t end, const Progress& progress,
-              PoseArrays<Element>& arrays) {
+              const PosePointers<Element>& arrays) {
     const std::size_t columns = table.Columns().size();
     std::vector<Transform> locals(columns);
     std::vector<Transform> globals(columns);
@@ -48,9 +54,9 @@ void FillRows(const Table& table, std::size_t first, std::size_t end, const Prog
 
 // Negates quaternions that are farther from the one in the row before than their negatives are.
 template <class Element>
-void MakeContinuous(std::size_t columns, LargeArray<Element>& quaternions) {
+void MakeContinuous(std::size_t rows, std::size_t columns, Element* quaternions) {
     const std::size_t width = 4 * columns;
-    for (std::size_t index = width; index < quaternions.size(); index += 4) {
+    for (std::size_t index = width; index < rows * width; index += 4) {
         Element* const q = &quaternions[index];
         const Element* const before = q - width;
         const Element cosine =
@@ -64,23 +70,39 @@ void MakeContinuous(std::size_t columns, LargeArray<Element>& quaternions) {
 }  // namespace
 
 template <class Element>
-PoseArrays<Element> BuildPoseArrays(const Table& table, const Progress& progress) {
+void FillPoseArrays(const Table& table, const PosePointers<Element>& arrays, std::size_t threads,
+                    const Progress& progress) {
     const std::size_t rows = table.Rows();
     const std::size_t columns = table.Columns().size();
-    PoseArrays<Element> arrays{
-        LargeArray<Element>(3 * rows * columns), LargeArray<Element>(4 * rows * columns),
-        LargeArray<Element>(3 * rows * columns), LargeArray<Element>(4 * rows * columns)};
+    if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
+    const std::size_t parts = std::clamp<std::size_t>(rows * columns / kFewestPoses, 1, threads);
+    std::vector<std::future<void>> others;
+    for (std::size_t part = 1; part < parts; ++part)
+        others.push_back(std::async(kLaunch, [&, part] {
+            FillRows(table, part * rows / parts, (part + 1) * rows / parts, Progress(), arrays);
+        }));
+    // If this throws, the destructors of the futures wait for the other threads.
+    FillRows(table, 0, rows / parts, progress, arrays);
+    for (std::future<void>& other : others)
+        other.get();
+    MakeContinuous(rows, columns, arrays.quaternions);
+    MakeContinuous(rows, columns, arrays.localQuaternions);
+}
 
-    const std::size_t parts = PartsFor(rows * columns);
-    RunParts(parts, [&](std::size_t part) {
-        FillRows(table, part * rows / parts, (part + 1) * rows / parts,
-                 part == 0 ? progress : Progress(), arrays);
-    });
-    MakeContinuous(columns, arrays.quaternions);
-    MakeContinuous(columns, arrays.localQuaternions);
+template <class Element>
+PoseArrays<Element> BuildPoseArrays(const Table& table, const Progress& progress) {
+    const std::size_t poses = table.Rows() * table.Columns().size();
+    PoseArrays<Element> arrays{LargeArray<Element>(3 * poses), LargeArray<Element>(4 * poses),
+                               LargeArray<Element>(3 * poses), LargeArray<Element>(4 * poses)};
+    if (poses == 0) return arrays;
+    const PosePointers<Element> pointers{&arrays.positions[0], &arrays.quaternions[0],
+                                         &arrays.localPositions[0], &arrays.localQuaternions[0]};
+    FillPoseArrays(table, pointers, 0, progress);
     return arrays;
 }
 
+template void FillPoseArrays(const Table& table, const PosePointers<double>& arrays,
+                             std::size_t threads, const Progress& progress);
 template PoseArrays<float> BuildPoseArrays(const Table& table, const Progress& progress);
 template PoseArrays<double> BuildPoseArrays(const Table& table, const Progress& progress);
 

@@ -2,6 +2,8 @@
 // Internal to export/.
 #pragma once
 
+#include <cstddef>
+
 #include "export/large_array.h"
 #include "export/progress.h"
 #include "export/tables.h"
@@ -20,8 +22,23 @@ struct PoseArrays {
     LargeArray<Element> localQuaternions;  // as seen from the parent; of a top joint, global
 };
 
-// `Element` is float or double. Several threads evaluate the rows. Throws what Table::Row and
-// `progress` throw.
+// Where the four arrays are in memory that the caller owns. Each of them has room for all rows.
+template <class Element>
+struct PosePointers {
+    Element* positions = nullptr;
+    Element* quaternions = nullptr;
+    Element* localPositions = nullptr;
+    Element* localQuaternions = nullptr;
+};
+
+// Computes the arrays. `Element` is float or double. At most `threads` threads evaluate the rows;
+// with 0, there are as many as the system has processors. Throws what Table::Row and `progress`
+// throw.
+template <class Element>
+void FillPoseArrays(const Table& table, const PosePointers<Element>& arrays, std::size_t threads,
+                    const Progress& progress);
+
+// Like FillPoseArrays, but allocates the arrays.
 template <class Element>
 PoseArrays<Element> BuildPoseArrays(const Table& table, const Progress& progress);
 

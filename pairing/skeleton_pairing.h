@@ -1,9 +1,12 @@
 // Finds the skeleton that an Acclaim motion belongs to.
+// Part of the public surface of the library.
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "text/api.h"
 
 namespace pairing {
 
@@ -23,6 +26,7 @@ struct Pairing {
 // the motion's letter case is chosen. Of two names that differ only in ".gz", the one that is
 // packed or plain as the motion is chosen. If two names fit equally well, none is chosen. If no
 // name fits but the folder has only one skeleton, that skeleton is chosen.
-Pairing FindSkeleton(std::string_view motion, const std::vector<std::string>& skeletons);
+ZKMOCAP_API Pairing FindSkeleton(std::string_view motion,
+                                 const std::vector<std::string>& skeletons);
 
 }  // namespace pairing

@@ -22,6 +22,12 @@ const Row kRows[] = {
     {"Enlarged", {.enlarged = 100.0}, 1.0, 'y'},
     {"OneFrame", {.frames = exporters::FrameRange{2, 2}}, 0.01, 'y'},
     {"TurnedFromX", {.up = exporters::UpAxis::X}, 0.01, 'y'},
+    {"OfAStatedUnit", {.scale = 0.5, .metresPerUnit = 0.3}, 0.6, 'y'},
+    {"OfAStatedUpAxis", {.knownUp = exporters::UpAxis::Z}, 0.01, 'z'},
+    {"TurnedFromAStatedUpAxis",
+     {.up = exporters::UpAxis::Z, .knownUp = exporters::UpAxis::Z},
+     0.01,
+     'y'},
 };
 
 class FigureFacts : public testing::TestWithParam<Row> {};

@@ -1,0 +1,74 @@
+#include "export/pose_reader.h"
+
+#include <algorithm>
+
+#include "export/figure_facts.h"
+#include "export/pose_arrays.h"
+#include "export/tables.h"
+#include "text/wide_text.h"
+
+namespace exporters {
+
+struct PoseReader::Impl {
+    Impl(const headless::Scene& scene, const Options& options) : table(scene, options, true) {}
+
+    exporters::Table table;
+};
+
+namespace {
+
+PoseColumn ColumnOf(const Table::Column& column) {
+    PoseColumn described;
+    described.name = text::EncodeUtf8(column.name);
+    described.sourceName = text::EncodeUtf8(column.sourceName);
+    if (column.parent != Joint::kNoParent) described.parent = column.parent;
+    described.isEndSite = column.isEndSite;
+    std::copy_n(column.rest.origin, 3, described.offset.begin());
+    return described;
+}
+
+PoseTable Describe(const Table& table, const Options& options) {
+    PoseTable described;
+    for (const Table::Column& column : table.Columns())
+        described.columns.push_back(ColumnOf(column));
+    for (std::size_t row = 0; row < table.Rows(); ++row) {
+        described.seconds.push_back(table.Seconds(row));
+        described.frameNumbers.push_back(table.FrameNumber(row));
+    }
+    described.framesPerSecond = FramesPerSecond(table.Times());
+    const FigureFacts figure = DescribeFigure(table.FirstModel(), options);
+    described.metresPerUnit = figure.metresPerUnit;
+    described.height = figure.height;
+    described.up = figure.up;
+    described.notes = table.GetNotes();
+    return described;
+}
+
+}  // namespace
+
+PoseReader::PoseReader(const headless::Scene& scene, const Options& options, std::string& problem) {
+    try {
+        impl_ = std::make_unique<const Impl>(scene, options);
+        facts_ = Describe(impl_->table, options);
+    } catch (const ExportError& error) {
+        impl_.reset();
+        problem = error.what();
+    }
+}
+
+PoseReader::~PoseReader() = default;
+
+std::string PoseReader::Read(const PoseMemory& memory, std::size_t threads,
+                             const Progress& progress) const {
+    if (!impl_ || impl_->table.Columns().empty()) return {};
+    const PosePointers<double> pointers{memory.positions, memory.quaternions, memory.localPositions,
+                                        memory.localQuaternions};
+    try {
+        FillPoseArrays(impl_->table, pointers, threads, progress);
+    } catch (const ExportError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+}  // namespace exporters
