@@ -14,7 +14,7 @@ import numpy as np
 import pytest
 
 import zkmocaputils as zm
-from conftest import BVH, PAIR, SMALL, large_bvh
+from conftest import BVH, PAIR, SLOW, SMALL, large_bvh
 
 
 def test_eight_threads_at_once(walk, pair, tmp_path):
@@ -102,6 +102,7 @@ def resident():
         return int(file.read().split()[1]) * os.sysconf("SC_PAGE_SIZE")
 
 
+@pytest.mark.skipif(SLOW, reason="the sanitizers keep freed memory")
 def test_ten_thousand_reads_without_growth(tmp_path):
     good, bad = tmp_path / "good.bvh", tmp_path / "bad.bvh"
     good.write_text(SMALL)
@@ -124,6 +125,7 @@ def test_ten_thousand_reads_without_growth(tmp_path):
     assert len(os.listdir("/proc/self/fd")) == descriptors
 
 
+@pytest.mark.skipif(SLOW, reason="the sanitizers keep freed memory")
 def test_arrays_are_freed():
     text = large_bvh(2000).encode()
     zm.read(text).positions
