@@ -30,6 +30,44 @@ void PutQuaternion(const Transform& transform, Element* numbers) {
         numbers[index] = static_cast<Element>(inOrder[index]);
 }
 
+template <class Element>
+Element Cosine(const Element* a, const Element* b) {
+    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2] + a[3] * b[3];
+}
+
+template <class Element>
+void Negate(Element* q) {
+    for (std::size_t part = 0; part < 4; ++part)
+        q[part] = -q[part];
+}
+
+// Negates quaternions of a row that are farther from the one in the row before than their negatives
+// are.
+template <class Element>
+void MakeContinuous(std::size_t row, std::size_t columns, Element* quaternions) {
+    const std::size_t width = 4 * columns;
+    Element* const numbers = quaternions + row * width;
+    for (std::size_t index = 0; index < width; index += 4)
+        if (Cosine(numbers + index, numbers + index - width) < Element{0}) Negate(numbers + index);
+}
+
+// Does the same for the rows from `first` to `end` - 1, of which all but the first are continuous.
+template <class Element>
+void Join(std::size_t first, std::size_t end, std::size_t columns, Element* quaternions) {
+    const std::size_t width = 4 * columns;
+    for (std::size_t column = 0; column < columns; ++column) {
+        Element* q = quaternions + first * width + 4 * column;
+        if (!(Cosine(q, q - width) < Element{0})) continue;
+        Negate(q);
+        // Where the cosine is 0, neither of the two quaternions is nearer, and the first one stays.
+        for (std::size_t row = first + 1; row < end; ++row) {
+            q += width;
+            if (Cosine(q, q - width) == Element{0}) break;
+            Negate(q);
+        }
+    }
+}
+
 // Evaluates the rows from `first` to `end` - 1. As the threads run at the same time, only one of
 // them reports progress, as if its rows were all.
 template <class Element>
@@ -49,21 +87,9 @@ void FillRows(const Table& table, std::size_t first, std::size_t end, const Prog
             PutPosition(locals[column], &arrays.localPositions[3 * index]);
             PutQuaternion(locals[column], &arrays.localQuaternions[4 * index]);
         }
-    }
-}
-
-// Negates quaternions that are farther from the one in the row before than their negatives are.
-template <class Element>
-void MakeContinuous(std::size_t rows, std::size_t columns, Element* quaternions) {
-    const std::size_t width = 4 * columns;
-    for (std::size_t index = width; index < rows * width; index += 4) {
-        Element* const q = &quaternions[index];
-        const Element* const before = q - width;
-        const Element cosine =
-            q[0] * before[0] + q[1] * before[1] + q[2] * before[2] + q[3] * before[3];
-        if (cosine < Element{0})
-            for (std::size_t part = 0; part < 4; ++part)
-                q[part] = -q[part];
+        if (row == first) continue;
+        MakeContinuous(row, columns, arrays.quaternions);
+        MakeContinuous(row, columns, arrays.localQuaternions);
     }
 }
 
@@ -76,17 +102,21 @@ void FillPoseArrays(const Table& table, const PosePointers<Element>& arrays, std
     const std::size_t columns = table.Columns().size();
     if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
     const std::size_t parts = std::clamp<std::size_t>(rows * columns / kFewestPoses, 1, threads);
+    const auto first = [&](std::size_t part) { return part * rows / parts; };
     std::vector<std::future<void>> others;
     for (std::size_t part = 1; part < parts; ++part)
         others.push_back(std::async(kLaunch, [&, part] {
-            FillRows(table, part * rows / parts, (part + 1) * rows / parts, Progress(), arrays);
+            FillRows(table, first(part), first(part + 1), Progress(), arrays);
         }));
     // If this throws, the destructors of the futures wait for the other threads.
-    FillRows(table, 0, rows / parts, progress, arrays);
+    FillRows(table, 0, first(1), progress, arrays);
     for (std::future<void>& other : others)
         other.get();
-    MakeContinuous(rows, columns, arrays.quaternions);
-    MakeContinuous(rows, columns, arrays.localQuaternions);
+    for (std::size_t part = 1; part < parts; ++part) {
+        if (first(part) == 0 || first(part) == first(part + 1)) continue;
+        Join(first(part), first(part + 1), columns, arrays.quaternions);
+        Join(first(part), first(part + 1), columns, arrays.localQuaternions);
+    }
 }
 
 template <class Element>

@@ -68,6 +68,47 @@ TEST(PoseReader, FillsTheMemoryOfTheCaller) {
     }
 }
 
+// Rotations that jump, so that about half of the quaternions have to be negated.
+std::string LongTake(int frames) {
+    std::string text =
+        "HIERARCHY\nROOT Hips\n{\nOFFSET 0 5 0\nCHANNELS 3 Zrotation Xrotation Yrotation\nEnd "
+        "Site\n"
+        "{\nOFFSET 0 10 0\n}\n}\nMOTION\nFrames: " +
+        std::to_string(frames) + "\nFrame Time: 0.25\n";
+    for (int frame = 0; frame < frames; ++frame)
+        text += std::to_string(frame * 97 % 360) + ' ' + std::to_string(frame * 55 % 360) + ' ' +
+                std::to_string(frame * 211 % 360) + '\n';
+    return text;
+}
+
+// One frame of so many joints that there is more than one thread, but not more than one row.
+std::string WideTake(int joints) {
+    std::string text = "HIERARCHY\nROOT Hips\n{\nOFFSET 0 5 0\nCHANNELS 1 Zrotation\n";
+    for (int joint = 0; joint < joints; ++joint)
+        text += "JOINT J" + std::to_string(joint) +
+                "\n{\nOFFSET 1 0 0\nCHANNELS 0\nEnd Site\n{\nOFFSET 0 1 0\n}\n}\n";
+    return text + "}\nMOTION\nFrames: 1\nFrame Time: 0.25\n200\n";
+}
+
+TEST(PoseReader, ReadsTheSameWithAnyNumberOfThreads) {
+    for (const std::string& bvh : {LongTake(50'000), WideTake(21'000)}) {
+        ASSERT_TRUE(exported::ImportText(bvh));
+        std::string problem;
+        const exporters::PoseReader reader(exported::CurrentScene(), {}, problem);
+        Arrays one(reader.Table());
+        Arrays several(reader.Table());
+        EXPECT_EQ(reader.Read(one.Memory(), 1), "");
+        EXPECT_EQ(reader.Read(several.Memory(), 5), "");
+        EXPECT_EQ(one.quaternions, several.quaternions);
+        EXPECT_EQ(one.localQuaternions, several.localQuaternions);
+        EXPECT_EQ(one.positions, several.positions);
+        for (std::size_t row = 1; row < reader.Table().seconds.size(); ++row) {
+            const double* const q = &one.quaternions[row * 8];
+            ASSERT_GE(q[0] * q[-8] + q[1] * q[-7] + q[2] * q[-6] + q[3] * q[-5], 0.0) << row;
+        }
+    }
+}
+
 TEST(PoseReader, SaysWhyASceneCannotBeRead) {
     ASSERT_TRUE(exported::ImportText(kTake));
     exporters::Options options;
