@@ -6,6 +6,7 @@
 
 #include "export/pose_reader.h"
 #include "python/bindings.h"
+#include "python/number_memory.h"
 #include "python/option_values.h"
 #include "python/scene.h"
 #include "python/watcher.h"
@@ -80,9 +81,7 @@ class Table {
     py::tuple Arrays(std::size_t threads) const {
         const std::size_t rows = reader_->Table().seconds.size();
         const std::size_t columns = reader_->Table().columns.size();
-        const auto make = [&](std::size_t width) {
-            return py::array_t<double>({rows, columns, width});
-        };
+        const auto make = [&](std::size_t width) { return MakeArray({rows, columns, width}); };
         py::array_t<double> arrays[] = {make(3), make(4), make(3), make(4)};
         Fill({arrays[0].mutable_data(), arrays[1].mutable_data(), arrays[2].mutable_data(),
               arrays[3].mutable_data()},

@@ -137,6 +137,24 @@ def test_arrays_are_freed():
     assert resident() - before < 16 << 20
 
 
+def test_memory_of_dropped_arrays_is_used_again():
+    """Arrays that are still there stay as they are, while the memory of others is used for new ones."""
+    texts = [large_bvh(frames).encode() for frames in (900, 1000, 1600, 2000)]
+    expected = [zm.read(text).quaternions.copy() for text in texts]
+    kept = []
+    for turn in range(40):
+        take = zm.read(texts[turn % 4])
+        assert np.array_equal(take.quaternions, expected[turn % 4])
+        kept = kept[-5:] + [(turn % 4, take.quaternions[:] if turn % 3 else take)]
+        del take
+        for number, each in kept:
+            assert np.array_equal(each if isinstance(each, np.ndarray) else each.quaternions, expected[number])
+    base = kept[0][1] if isinstance(kept[0][1], np.ndarray) else kept[0][1].quaternions
+    with pytest.raises(ValueError):
+        base.flags.writeable = True
+        base[0] = 5
+
+
 def test_the_locale_stays_as_it_is(small):
     before = locale.setlocale(locale.LC_ALL)
     handlers = [signal.getsignal(number) for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)]
