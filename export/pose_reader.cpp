@@ -10,9 +10,11 @@
 namespace exporters {
 
 struct PoseReader::Impl {
-    Impl(const headless::Scene& scene, const Options& options) : table(scene, options, true) {}
+    Impl(const headless::Scene& scene, const Options& chosen)
+        : table(scene, chosen, true), options(chosen) {}
 
     exporters::Table table;
+    Options options;
 };
 
 namespace {
@@ -27,7 +29,7 @@ PoseColumn ColumnOf(const Table::Column& column) {
     return described;
 }
 
-PoseTable Describe(const Table& table, const Options& options) {
+PoseTable Describe(const Table& table) {
     PoseTable described;
     for (const Table::Column& column : table.Columns())
         described.columns.push_back(ColumnOf(column));
@@ -36,10 +38,6 @@ PoseTable Describe(const Table& table, const Options& options) {
         described.frameNumbers.push_back(table.FrameNumber(row));
     }
     described.framesPerSecond = FramesPerSecond(table.Times());
-    const FigureFacts figure = DescribeFigure(table.FirstModel(), options);
-    described.metresPerUnit = figure.metresPerUnit;
-    described.height = figure.height;
-    described.up = figure.up;
     described.notes = table.GetNotes();
     return described;
 }
@@ -49,7 +47,7 @@ PoseTable Describe(const Table& table, const Options& options) {
 PoseReader::PoseReader(const headless::Scene& scene, const Options& options, std::string& problem) {
     try {
         impl_ = std::make_unique<const Impl>(scene, options);
-        facts_ = Describe(impl_->table, options);
+        facts_ = Describe(impl_->table);
     } catch (const ExportError& error) {
         impl_.reset();
         problem = error.what();
@@ -57,6 +55,12 @@ PoseReader::PoseReader(const headless::Scene& scene, const Options& options, std
 }
 
 PoseReader::~PoseReader() = default;
+
+PoseFigure PoseReader::Figure() const {
+    if (!impl_) return {};
+    const FigureFacts facts = DescribeFigure(impl_->table.FirstModel(), impl_->options);
+    return {facts.metresPerUnit, facts.height, facts.up};
+}
 
 std::string PoseReader::Read(const PoseMemory& memory, std::size_t threads,
                              const Progress& progress) const {

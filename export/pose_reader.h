@@ -33,10 +33,14 @@ struct PoseTable {
     std::vector<double> seconds;             // one for each row, from the first row on
     std::vector<std::int64_t> frameNumbers;  // the scene's number of each row's frame
     double framesPerSecond = 0.0;            // 0 if there is no motion; there is then one row
-    double metresPerUnit = 0.0;              // 0 if it is not known
-    double height = 0.0;                     // of the figure, in its unit; 0 if it is not known
-    char up = 'y';                           // 'x', 'y' or 'z'
     Notes notes;
+};
+
+// What the figure tells about its unit. Of several models, this is about the first one.
+struct PoseFigure {
+    double metresPerUnit = 0.0;  // 0 if it is not known
+    double height = 0.0;         // in the unit of the positions; 0 if it is not known
+    char up = 'y';               // 'x', 'y' or 'z'
 };
 
 // Memory of the caller for one number after the other: row after row, in a row column after column,
@@ -60,6 +64,8 @@ class ZKMOCAP_API PoseReader {
     PoseReader& operator=(const PoseReader&) = delete;
 
     const PoseTable& Table() const { return facts_; }
+    // Looks at the figure in up to 500 frames.
+    PoseFigure Figure() const;
     // Computes all arrays in one pass over the motion, with at most `threads` threads, or as many
     // as the system has processors if that is 0. Returns an empty text, or one line that says why
     // the poses cannot be read. Passes on what `progress` throws.

@@ -70,9 +70,10 @@ class Table {
         described["times"] = ArrayOf(table.seconds);
         described["frame_numbers"] = ArrayOf(table.frameNumbers);
         described["fps"] = table.framesPerSecond;
-        described["unit"] = table.metresPerUnit;
-        described["height"] = table.height;
-        described["up"] = std::string(1, table.up);
+        const exporters::PoseFigure figure = Figure();
+        described["unit"] = figure.metresPerUnit;
+        described["height"] = figure.height;
+        described["up"] = std::string(1, figure.up);
         described["notes"] = table.notes;
         return described;
     }
@@ -100,6 +101,11 @@ class Table {
     }
 
   private:
+    exporters::PoseFigure Figure() const {
+        const py::gil_scoped_release unlocked;
+        return reader_->Figure();
+    }
+
     void Fill(const exporters::PoseMemory& memory, std::size_t threads) const {
         Watcher watcher{py::none()};
         std::string problem;

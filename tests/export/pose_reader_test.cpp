@@ -51,6 +51,8 @@ TEST(PoseReader, SaysWhatTheArraysAreAbout) {
     EXPECT_THAT(table.seconds, ElementsAre(0.0, 0.25, 0.5));
     EXPECT_THAT(table.frameNumbers, ElementsAre(1, 2, 3));
     EXPECT_DOUBLE_EQ(table.framesPerSecond, 4.0);
+    EXPECT_DOUBLE_EQ(reader.Figure().height, 10.0);
+    EXPECT_EQ(reader.Figure().up, 'y');
 }
 
 TEST(PoseReader, FillsTheMemoryOfTheCaller) {
@@ -117,6 +119,7 @@ TEST(PoseReader, SaysWhyASceneCannotBeRead) {
     const exporters::PoseReader reader(exported::CurrentScene(), options, problem);
     EXPECT_THAT(problem, HasSubstr("no frame from 7 to 9"));
     EXPECT_TRUE(reader.Table().columns.empty());
+    EXPECT_EQ(reader.Figure().height, 0.0);
     EXPECT_EQ(reader.Read({}, 1), "");
 }
 
