@@ -1,20 +1,14 @@
 #include "export/pose_arrays.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <future>
-#include <thread>
 
-#include "export/launch.h"
 #include "export/quaternion.h"
+#include "export/run_parts.h"
 
 namespace exporters {
 namespace {
 
 using headless::Transform;
-
-// A thread that has fewer poses of joints to evaluate would hardly be worth its start.
-constexpr std::size_t kFewestPoses = 20'000;
 
 template <class Element>
 void PutPosition(const Transform& transform, Element* numbers) {
@@ -100,18 +94,11 @@ void FillPoseArrays(const Table& table, const PosePointers<Element>& arrays, std
                     const Progress& progress) {
     const std::size_t rows = table.Rows();
     const std::size_t columns = table.Columns().size();
-    if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
-    const std::size_t parts = std::clamp<std::size_t>(rows * columns / kFewestPoses, 1, threads);
+    const std::size_t parts = PartsFor(rows * columns, threads);
     const auto first = [&](std::size_t part) { return part * rows / parts; };
-    std::vector<std::future<void>> others;
-    for (std::size_t part = 1; part < parts; ++part)
-        others.push_back(std::async(kLaunch, [&, part] {
-            FillRows(table, first(part), first(part + 1), Progress(), arrays);
-        }));
-    // If this throws, the destructors of the futures wait for the other threads.
-    FillRows(table, 0, first(1), progress, arrays);
-    for (std::future<void>& other : others)
-        other.get();
+    RunParts(parts, [&](std::size_t part) {
+        FillRows(table, first(part), first(part + 1), part == 0 ? progress : Progress(), arrays);
+    });
     for (std::size_t part = 1; part < parts; ++part) {
         if (first(part) == 0 || first(part) == first(part + 1)) continue;
         Join(first(part), first(part + 1), columns, arrays.quaternions);

@@ -12,12 +12,13 @@
 
 namespace exporters {
 
-// Returns into how many parts to divide work on this many poses of joints: at most one for each
-// processor, and none so short that a thread would hardly be worth its start.
-inline std::size_t PartsFor(std::size_t poses) {
+// Returns into how many parts to divide work on this many poses of joints: at most `threads`, or
+// one for each processor if that is 0, and none so short that a thread would hardly be worth its
+// start.
+inline std::size_t PartsFor(std::size_t poses, std::size_t threads = 0) {
     constexpr std::size_t kFewestPoses = 20'000;
-    return std::clamp<std::size_t>(poses / kFewestPoses, 1,
-                                   std::max(1U, std::thread::hardware_concurrency()));
+    if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
+    return std::clamp<std::size_t>(poses / kFewestPoses, 1, threads);
 }
 
 // Calls work(part) for each part, counted from 0: the first one on this thread, each other one on a
