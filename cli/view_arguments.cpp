@@ -110,7 +110,7 @@ void DescribeView(CLI::App& view, ViewWords& words) {
 
 ViewRequest BuildViewRequest(ViewWords& words) {
     if (!exporters::HasViewer())
-        throw UsageError("view: this build has no viewer, because Node.js was missing");
+        throw UsageError("view: this build has no viewer, which needs Node.js and npm");
     ImportRequest& options = words.import.request;
     options.progress = ProgressChoice(words.import.progress);
     const bool hasAcclaim = std::any_of(words.files.begin(), words.files.end(), pairing::IsAcclaim);

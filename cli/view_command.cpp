@@ -35,7 +35,7 @@ class ViewRun {
             AddTake(take);
             if (isCancelled_ || Interrupted()) return dataset::kCancelled;
         }
-        if (takes_.empty()) return dataset::kImportFailed;
+        if (takes_.empty()) return isUnwritable_ ? dataset::kOutputFailed : dataset::kImportFailed;
         const std::string path = folder + '/' + NameOfPage();
         const files::WriteOutcome outcome = files::WriteFile(
             path,
@@ -69,6 +69,7 @@ class ViewRun {
             takes_.push_back(Pack(request, run, options));
         } catch (const exporters::ExportError& error) {
             PrintError(fmt::format("{}: {}", request.take.file.path, error.what()));
+            isUnwritable_ = true;
         } catch (const text::WriteCancelled&) {
             isCancelled_ = true;
         }
@@ -85,13 +86,15 @@ class ViewRun {
         return exporters::BuildPageTake(run.result.Scene(), options, &record, progress);
     }
 
-    // The same files give the same name.
+    // The same files with the same options give the same name. A record names the options.
     std::string NameOfPage() const {
         std::string key;
         const auto add = [&](const take::InputFile& file) {
             std::error_code error;
             key += std::filesystem::absolute(file.path, error).string() + '\n';
         };
+        for (const exporters::PageTake& take : takes_)
+            key += take.record;
         for (const ImportRequest& take : request_.takes) {
             add(take.take.file);
             if (take.take.motion) add(*take.take.motion);
@@ -109,7 +112,8 @@ class ViewRun {
     const ViewRequest& request_;
     std::vector<exporters::PageTake> takes_;
     bool isCancelled_ = false;
-    bool isPart_ = false;  // whether a take was imported in part
+    bool isPart_ = false;        // whether a take was imported in part
+    bool isUnwritable_ = false;  // whether a take that was imported could not be packed
 };
 
 }  // namespace

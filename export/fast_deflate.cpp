@@ -29,9 +29,12 @@ std::string DeflatePiece(std::string_view bytes, bool isLast) {
     stream.avail_in = static_cast<uInt>(bytes.size());
     stream.next_out = reinterpret_cast<Bytef*>(packed.data());
     stream.avail_out = static_cast<uInt>(packed.size());
-    deflate(&stream, isLast ? Z_FINISH : Z_SYNC_FLUSH);
+    const int status = deflate(&stream, isLast ? Z_FINISH : Z_SYNC_FLUSH);
+    const bool isWhole = stream.avail_in == 0 && status == (isLast ? Z_STREAM_END : Z_OK);
     packed.resize(stream.total_out);
     deflateEnd(&stream);
+    // The memory is large enough, so this happens only if zlib itself has none.
+    if (!isWhole) throw std::bad_alloc();
     return packed;
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <utility>
 
@@ -37,7 +38,7 @@ class KeyPacker {
           rows_(table.Rows()),
           joints_(table.Columns().size()),
           parts_(PartsFor(rows_ * joints_)),
-          channels_(kPageChannels * joints_ * rows_),
+          channels_(RequireCount(rows_, joints_)),
           stillPosition_(kStillPosition * table.Size()) {
         FindObjects(scene, options);
     }
@@ -84,6 +85,14 @@ class KeyPacker {
         std::size_t joint = 0;  // index among the joints of its model
         bool isObject = false;  // whether the channels can be read from the object's curves
     };
+
+    // Returns the number of values. They need eight bytes each, and their keys four.
+    static std::size_t RequireCount(std::size_t rows, std::size_t joints) {
+        const std::uint64_t perRow = std::uint64_t{kPageChannels} * joints;
+        constexpr std::uint64_t kMost = std::numeric_limits<std::size_t>::max() / sizeof(double);
+        if (perRow > kMost / rows) throw ExportError("the take is too long for a page");
+        return static_cast<std::size_t>(perRow * rows);
+    }
 
     double* Channel(std::size_t channel) { return &channels_[channel * rows_]; }
 

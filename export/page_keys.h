@@ -25,7 +25,8 @@ struct PageKeys {
     std::string text;
 };
 
-// Several threads evaluate and pack the rows. Throws what Table::Row and `progress` throw.
+// Several threads evaluate and pack the rows. Throws ExportError if the positions are too far apart
+// for 32-bit floats or if there are too many of them, and what Table::Row and `progress` throw.
 PageKeys PackKeys(const Table& table, const headless::Scene& scene, const Options& options,
                   const Progress& progress);
 

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string_view>
 
 #include "export/body_sides.h"
@@ -44,14 +46,27 @@ json JointsJson(const Table& table) {
     return joints;
 }
 
-json FindingsJson(const RunRecord* record) {
+// Returns the number under which the page shows the frame with this key number. Samples have other
+// numbers than keys. Nullopt if the frame is not on the page.
+std::optional<std::int64_t> NumberOnPage(const Table& table, std::int64_t key) {
+    const std::vector<double>& frames = table.Times().frames;
+    const auto frame = static_cast<double>(key);
+    if (frames.empty() || frame < frames.front() || frame > frames.back()) return std::nullopt;
+    auto row = std::lower_bound(frames.begin(), frames.end(), frame);
+    if (row != frames.begin() && frame - *std::prev(row) < *row - frame) --row;
+    return table.FrameNumber(static_cast<std::size_t>(std::distance(frames.begin(), row)));
+}
+
+json FindingsJson(const Table& table, const RunRecord* record) {
     json list = json::array();
     if (!record || !record->findings) return list;
     for (std::size_t index = 0; index < record->findings->size(); ++index) {
         json finding = json::parse((*record->findings)[index], nullptr, false);
         if (!finding.is_object()) continue;
+        std::optional<std::int64_t> frame;
         if (index < record->findingFrames.size() && record->findingFrames[index])
-            finding["frame"] = *record->findingFrames[index];
+            frame = NumberOnPage(table, *record->findingFrames[index]);
+        if (frame) finding["frame"] = *frame;
         list.push_back(std::move(finding));
     }
     return list;
@@ -97,7 +112,7 @@ std::string PageRecord(const Table& table, const headless::Scene& scene, const O
         {"rest", keys.rest},
         {"values", keys.values},
         {"animated", keys.animated},
-        {"findings", FindingsJson(record)},
+        {"findings", FindingsJson(table, record)},
         {"provenance", ProvenanceJson(options)},
         {"notes", table.GetNotes()},
     };

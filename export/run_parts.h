@@ -1,4 +1,4 @@
-// Divides work on the rows of a table between threads.
+// Divides work between threads.
 // Internal to export/.
 #pragma once
 

@@ -284,6 +284,26 @@ TEST(PageRecord, DescribesTheTake) {
     EXPECT_EQ(record["provenance"]["sourceFiles"][0], "walk.bvh");
 }
 
+// The number of the frame of a finding at the key 12, as the page shows it; null if it shows none.
+json FrameOfFinding(const Options& options) {
+    const headless::Session& session = headless::Session::Current();
+    exporters::RunRecord run{0, session.Log(), session.Bar(), session.Commands(), "{}"};
+    run.findings = {R"({"code":"row-cut"})"};
+    run.findingFrames = {12};
+    return RecordOf(options, &run)["findings"][0].value("frame", json());
+}
+
+TEST(PageRecord, LeadsToTheFrameThatThePageShows) {
+    ASSERT_TRUE(exported::Import(exported::Samples()[0]));
+    EXPECT_EQ(FrameOfFinding({}), 12);
+    EXPECT_EQ(FrameOfFinding({.frames = exporters::FrameRange{10, 20}}), 12);
+    EXPECT_EQ(FrameOfFinding({.frames = exporters::FrameRange{12, 12}}), 12);
+    EXPECT_EQ(FrameOfFinding({.frames = exporters::FrameRange{13, 20}}), nullptr);
+    EXPECT_EQ(FrameOfFinding({.frames = exporters::FrameRange{1, 11}}), nullptr);
+    // At half of the rate, the samples are at the keys 1, 3, 5, ... and have the numbers 1, 2, 3.
+    EXPECT_EQ(FrameOfFinding({.resampleTo = 30.0}), 7);
+}
+
 TEST(PageRecord, OfASkeletonWithoutMotionHasOneFrameAndNoKeys) {
     ASSERT_TRUE(exported::Import({exported::Samples()[1][0]}));
     const json record = RecordOf({});
