@@ -13,11 +13,13 @@ std::string OpenPage(const std::string& path) {
     posix_spawn_file_actions_t actions;
     posix_spawnattr_init(&attributes);
     posix_spawn_file_actions_init(&actions);
-    // In a session of its own, the browser survives when the terminal is closed. It has no business
-    // with the standard input and the standard output.
+    // In a session of its own, the browser survives when the terminal is closed. It gets none of
+    // this process's files: a reader of its output would wait until the browser ends.
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     std::string program = "xdg-open";
     std::string argument = path;
     char* const arguments[] = {program.data(), argument.data(), nullptr};

@@ -33,8 +33,8 @@ std::string SkeletonFor(const std::string& motion) {
     std::sort(skeletons.begin(), skeletons.end());
     const pairing::Pairing pairing = pairing::FindSkeleton(text::NamePart(motion), skeletons);
     if (pairing.skeleton.empty())
-        throw UsageError(fmt::format("{}: {}; write its skeleton, SKEL.asf, before it", motion,
-                                     pairing.problem));
+        throw UsageError(
+            fmt::format("{}: its skeleton is not certain; write SKEL.asf before it", motion));
     return folder + pairing.skeleton;
 }
 

@@ -19,7 +19,6 @@
 #include "dataset/exit_status.h"
 #include "export/page.h"
 #include "files/write_file.h"
-#include "take/input_text.h"
 #include "take/outcome.h"
 
 namespace cli {
@@ -99,8 +98,7 @@ class ViewRun {
             add(take.take.file);
             if (take.take.motion) add(*take.take.motion);
         }
-        const take::Request& first = request_.takes.front().take;
-        return PageName(take::PlainName(first.motion ? *first.motion : first.file), key);
+        return PageName(takes_.front().title, key);
     }
 
     static void Open(const std::string& path) {

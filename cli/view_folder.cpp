@@ -57,9 +57,12 @@ void RemoveOldPages(const fs::path& folder) {
     for (fs::directory_iterator file(folder, error), end; !error && file != end;
          file.increment(error)) {
         std::error_code ignored;
+        // The name of a page that was not finished has more after ".html".
+        const bool isPage = file->path().filename().string().find(".html") != std::string::npos;
         const bool isFile = file->symlink_status(ignored).type() == fs::file_type::regular;
         const auto written = file->last_write_time(ignored);
-        if (isFile && !ignored && now - written > kKept) fs::remove(file->path(), ignored);
+        if (isPage && isFile && !ignored && now - written > kKept)
+            fs::remove(file->path(), ignored);
     }
 }
 

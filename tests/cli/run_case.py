@@ -217,7 +217,7 @@ def main():
                     (folder / names[-1]).write_bytes((HERE / "data" / names[0]).read_bytes())
                 elif step[0] == "shell":
                     subprocess.run(step[1], shell=True, cwd=folder, check=True,
-                                   env=dict(os.environ, DATA=str(HERE / "data")))
+                                   env=dict(os.environ, DATA=str(HERE / "data"), ZKHOST=options.zkhost))
                 else:
                     run_step(step, folder, options)
     except Failure as failure:

@@ -11,7 +11,6 @@
 #include <nlohmann/json.hpp>
 #include <zlib.h>
 
-#include "export/base64.h"
 #include "export/fast_deflate.h"
 #include "export/page_keys.h"
 #include "export/page_record.h"
@@ -367,20 +366,6 @@ TEST(Page, IsRefusedWithoutTheViewer) {
     ASSERT_TRUE(exported::Import(exported::Samples()[0]));
     EXPECT_THROW(exporters::BuildPageTake(exported::CurrentScene(), {}, nullptr),
                  exporters::ExportError);
-}
-
-// The examples of RFC 4648, section 10.
-TEST(Base64, WritesTheExamplesOfItsStandard) {
-    const std::pair<std::string, std::string> examples[] = {{"", ""},
-                                                            {"f", "Zg=="},
-                                                            {"fo", "Zm8="},
-                                                            {"foo", "Zm9v"},
-                                                            {"foob", "Zm9vYg=="},
-                                                            {"fooba", "Zm9vYmE="},
-                                                            {"foobar", "Zm9vYmFy"},
-                                                            {"\xFB\xFF\xFE", "+//+"}};
-    for (const auto& [bytes, text] : examples)
-        EXPECT_EQ(exporters::Base64(bytes), text);
 }
 
 TEST(FastDeflate, IsInflatedToTheSameBytes) {
