@@ -96,6 +96,19 @@ for (const [what, metre, expected] of cells)
 for (const [count, expected] of [[3, 1], [14, 1], [20, 2], [60, 5], [130, 10], [1000, 100]])
   test(`${count} cells have a number at each ${expected}`, () => assert.equal(stage.labelStep(count), expected));
 
+for (const count of [Infinity, NaN]) test(`${count} cells have numbers too`, () => assert.equal(stage.labelStep(count), 1));
+
+const numbered = [
+  ["each cell", [-1, 2, 0, 1], [-1, 0, 1, 2]],
+  ["each second cell", [-3, 3, 0, 2], [-2, 0, 2]],
+  ["an origin elsewhere", [-3, 12, 7, 5], [-2, 3, 8]],
+  ["an origin far away", [-1, 12, 1e12, 5], [0, 5, 10]],
+  ["an origin where numbers are not exact", [-1, 12, 1e300, 5], []],
+  ["no finite cells", [NaN, 1, 0, 1], []],
+];
+for (const [what, region, expected] of numbered)
+  test(`numbers of the grid with ${what}`, () => assert.deepEqual(stage.numberedCells(...region), expected));
+
 test("the lines of the grid end on a circle", () => {
   const points = stage.gridLines(4);
   for (let at = 0; at < points.length; at += 3) assert.ok(Math.abs(Math.hypot(points[at], points[at + 2]) - 4) < 1e-5);
@@ -103,6 +116,17 @@ test("the lines of the grid end on a circle", () => {
 
 test("the numbers lie around what happens", () =>
   assert.deepEqual(stage.regionOf([-0.5, 0, 0.2, 3.1, 1, 2.5], 1), { minX: -1, maxX: 3, minZ: 0, maxZ: 3 }));
+
+const remote = [
+  ["a place very far away", [1e12, 0, -1e12]],
+  ["a place that is no number", [NaN, 0, 1]],
+  ["a place without end", [0, 0, Infinity]],
+];
+for (const [what, place] of remote)
+  test(`the numbers leave out ${what}`, () => {
+    assert.deepEqual(stage.regionOf([0.2, 0, 0.2, ...place, 3.1, 1, 2.5], 1), { minX: 0, maxX: 3, minZ: 0, maxZ: 3 });
+    assert.deepEqual(stage.regionOf(place, 1), { minX: 0, maxX: 1, minZ: 0, maxZ: 1 });
+  });
 
 const histories = [
   ["quick pictures", Array(40).fill(16), true, 0],

@@ -84,8 +84,17 @@ function drawGlyphs(): CanvasTexture {
 
 /** Distances between numbers: each cell, unless that were too many. */
 export function labelStep(cells: number): number {
+  if (!Number.isFinite(cells)) return 1;
   for (let step = 1; ; step *= 10)
     for (const factor of [1, 2, 5]) if (cells / (step * factor) <= 14) return step * factor;
+}
+
+/** The cells from `min` to `max` that have a number; `origin` is what the numbers have more than the cells. */
+export function numberedCells(min: number, max: number, origin: number, step: number): number[] {
+  const first = Math.ceil((min + origin) / step) * step - origin;
+  // So far away from the origin, cells have no exact numbers.
+  if (!Number.isSafeInteger(first) || !Number.isSafeInteger(first + origin)) return [];
+  return Array.from({ length: Math.max(Math.floor((max - first) / step) + 1, 0) }, (_, index) => first + index * step);
 }
 
 export interface Region {
@@ -162,10 +171,9 @@ export class Labels {
     this.count = 0;
     const step = Math.max(labelStep(maxX - minX), labelStep(maxZ - minZ));
     this.material.uniforms.gap.value = step * this.cell;
-    const isShown = (cell: number): boolean => cell % step === 0;
-    for (let at = minX; at <= maxX; ++at) if (isShown(at + this.origin[0])) this.write(at + this.origin[0], at, z, 1);
-    for (let at = minZ; at <= maxZ; ++at)
-      if (isShown(at + this.origin[1]) && at !== z) this.write(at + this.origin[1], x, at, 0);
+    const [originX, originZ] = this.origin;
+    for (const at of numberedCells(minX, maxX, originX, step)) this.write(at + originX, at, z, 1);
+    for (const at of numberedCells(minZ, maxZ, originZ, step)) if (at !== z) this.write(at + originZ, x, at, 0);
     this.geometry.instanceCount = this.count;
     this.anchors.needsUpdate = true;
     this.glyphs.needsUpdate = true;

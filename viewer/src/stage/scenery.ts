@@ -10,6 +10,9 @@ import { FIGURE_SIZE } from "./space";
 /** A body is this much larger than its joints. */
 const MARGIN = 0.06 * FIGURE_SIZE;
 
+/** The grid has numbers at most this many cells from where the first take begins. */
+const MOST_CELLS = 500;
+
 const place = new Vector3();
 
 function addPoints(figure: Figure, pose: ArrayLike<number>, points: number[]): void {
@@ -67,14 +70,20 @@ export function gridCell(metre: number): { cell: number; metres: number } {
   return { cell: metres * metre, metres };
 }
 
-/** The cells of the grid that hold some points. */
+/** The cells of the grid that hold some points, as far as they are within reach of the origin of the picture. */
 export function regionOf(points: ArrayLike<number>, cell: number): Region {
-  const region = { minX: Infinity, maxX: -Infinity, minZ: Infinity, maxZ: -Infinity };
+  const region = { minX: 0, maxX: 0, minZ: 0, maxZ: 0 };
+  const reach = MOST_CELLS * cell;
+  let isEmpty = true;
   for (let at = 0; at + 2 < points.length; at += 3) {
-    region.minX = Math.min(region.minX, points[at]);
-    region.maxX = Math.max(region.maxX, points[at]);
-    region.minZ = Math.min(region.minZ, points[at + 2]);
-    region.maxZ = Math.max(region.maxZ, points[at + 2]);
+    const [x, z] = [points[at], points[at + 2]];
+    // A frame with broken numbers must not decide where the grid is numbered.
+    if (!(Math.abs(x) <= reach && Math.abs(z) <= reach)) continue;
+    region.minX = isEmpty ? x : Math.min(region.minX, x);
+    region.maxX = isEmpty ? x : Math.max(region.maxX, x);
+    region.minZ = isEmpty ? z : Math.min(region.minZ, z);
+    region.maxZ = isEmpty ? z : Math.max(region.maxZ, z);
+    isEmpty = false;
   }
   // A line just inside is nearer to what happens than the next one outside.
   const [minX, minZ] = [Math.floor(region.minX / cell + 0.15), Math.floor(region.minZ / cell + 0.15)];
