@@ -109,6 +109,26 @@ const numbered = [
 for (const [what, region, expected] of numbered)
   test(`numbers of the grid with ${what}`, () => assert.deepEqual(stage.numberedCells(...region), expected));
 
+// Figures of several sizes, in metres, that begin somewhere: the picture's origin is where lines of the grid cross.
+const beginnings = [
+  ["a person", 1.75, 3.3, 3],
+  ["a tower", 40, 237, 24],
+  ["a mouse", 0.1, 0.237, 2],
+  ["figures without a unit", 1.75, 3.3, 8, 0],
+];
+for (const [what, height, x, cells, unit = 1] of beginnings)
+  test(`whole cells of the grid move ${what} into the picture`, () => {
+    const joint = (index, model = 0) => ({ index, model, parent: index - 1 });
+    const take = { joints: [joint(0), joint(1)], models: ["figure"], unit, up: "y" };
+    const world = new Float64Array(24);
+    for (const at of [3, 15]) world[at] = x;
+    world[19] = height;
+    const { origin, spaces, grid } = stage.arrange([take], [{ rows: [0], worlds: [world] }]);
+    assert.deepEqual(origin, [cells, 0]);
+    assert.ok(Math.abs(spaces[0].offset[0] + cells * grid.cell) < 1e-9);
+    assert.ok(Math.abs(spaces[0].scale * x + spaces[0].offset[0]) <= grid.cell / 2 + 1e-9);
+  });
+
 test("the lines of the grid end on a circle", () => {
   const points = stage.gridLines(4);
   for (let at = 0; at < points.length; at += 3) assert.ok(Math.abs(Math.hypot(points[at], points[at + 2]) - 4) < 1e-5);

@@ -60,16 +60,6 @@ export function gatherScenery(figures: readonly Figure[]): Scenery {
   return { figure: Float32Array.from(first), everything: Float32Array.from(everything), centre, facing: facingOf(main, pose) };
 }
 
-/** The width of a cell of the grid in the picture, and in metres; 0 metres if the unit is not known. */
-export function gridCell(metre: number): { cell: number; metres: number } {
-  if (metre <= 0) return { cell: FIGURE_SIZE / 4, metres: 0 };
-  let metres = 1;
-  // A mouse or a tower needs other cells.
-  while (metres * metre > 4) metres /= 10;
-  while (metres * metre < 0.3) metres *= 10;
-  return { cell: metres * metre, metres };
-}
-
 /** The cells of the grid that hold some points, as far as they are within reach of the origin of the picture. */
 export function regionOf(points: ArrayLike<number>, cell: number): Region {
   const region = { minX: 0, maxX: 0, minZ: 0, maxZ: 0 };

@@ -89,11 +89,21 @@ export function groundHeight(lowest: readonly number[], size: number): number {
   return Math.abs(low) < 0.05 * size ? 0 : low;
 }
 
+/** The width of a cell of the grid in the picture, and in metres; 0 metres if the unit is not known. */
+export function gridCell(metre: number): { cell: number; metres: number } {
+  if (metre <= 0) return { cell: FIGURE_SIZE / 4, metres: 0 };
+  let metres = 1;
+  // A mouse or a tower needs other cells.
+  while (metres * metre > 4) metres /= 10;
+  while (metres * metre < 0.3) metres *= 10;
+  return { cell: metres * metre, metres };
+}
+
 export interface World {
   readonly spaces: readonly Space[];
-  /** One metre in the picture; 0 if the unit is not known. */
-  readonly metre: number;
-  /** What has to be added to places in the picture, in cells of the grid, to get those of the first take. */
+  /** The cells of the grid. */
+  readonly grid: { readonly cell: number; readonly metres: number };
+  /** What has to be added to places in the picture, in whole cells of the grid, to get those of the first take. */
   readonly origin: readonly [number, number];
 }
 
@@ -140,7 +150,8 @@ export function arrange(takes: readonly Take[], samples: readonly Samples[]): Wo
     }
   });
   const ground = groundHeight(lowest, FIGURE_SIZE);
-  const cell = metre || FIGURE_SIZE / 4;
+  const grid = gridCell(metre);
+  const { cell } = grid;
   placeInSpace(spaces[0], first.samples.worlds[0], 0, out, 0);
   const origin: [number, number] = [Math.round(out[3] / cell), Math.round(out[11] / cell)];
   for (const space of spaces) {
@@ -148,5 +159,5 @@ export function arrange(takes: readonly Take[], samples: readonly Samples[]): Wo
     space.offset[1] -= ground;
     space.offset[2] -= origin[1] * cell;
   }
-  return { spaces, metre, origin };
+  return { spaces, grid, origin };
 }

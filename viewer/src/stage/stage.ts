@@ -13,7 +13,7 @@ import { showMessage } from "./message";
 import { Pointer } from "./pointer";
 import { Quality } from "./quality";
 import { placeOf, rigOf } from "./rig";
-import { describe, gatherScenery, gridCell, regionOf } from "./scenery";
+import { describe, gatherScenery, regionOf } from "./scenery";
 import { moveWithTwoJoints } from "./skinning";
 import { arrange, sampleTake, type World } from "./space";
 import { Themes } from "./theme";
@@ -84,8 +84,8 @@ class Picture implements Stage {
       }
     });
     const scenery = gatherScenery(this.figures);
-    const { cell, metres } = gridCell(this.world.metre);
-    const origin = this.world.origin.map((cells) => (cells * (this.world.metre || cell)) / cell) as [number, number];
+    const { origin, grid } = this.world;
+    const { cell, metres } = grid;
     this.camera = new Camera(renderer.domElement, scenery, request);
     this.ground = new Ground(this.group, cell, origin);
     this.labels = metres > 0 ? new Labels(this.group, regionOf(scenery.everything, cell), cell, metres, origin) : null;
