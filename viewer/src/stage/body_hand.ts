@@ -42,11 +42,11 @@ function fingersOf(skeleton: Skeleton, frame: BodyFrame, wrist: number): number[
     .map((_, joint) => joint)
     .filter((joint) => isBelow(skeleton, joint, wrist) && skeleton.children[joint].length === 0);
   for (const leaf of leaves) {
-    const path: number[] = [];
-    for (let at = leaf; at !== wrist; at = skeleton.parents[at]) {
-      const shared = leaves.filter((other) => other === at || isBelow(skeleton, other, at)).length > 1;
-      if (!shared) path.unshift(at);
-    }
+    // What several ways share is above their fork.
+    const path = [leaf];
+    for (let at = skeleton.parents[leaf]; at !== wrist && skeleton.children[at].length === 1; at = skeleton.parents[at])
+      path.push(at);
+    path.reverse();
     // A metacarpal bone lies in the palm.
     while (path.length > 3 && placeOf(frame.pose, path[0]).distanceTo(placeOf(frame.pose, wrist)) < 0.022 * frame.height)
       path.shift();

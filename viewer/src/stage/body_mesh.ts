@@ -71,11 +71,12 @@ function shapeCreature(skeleton: Skeleton): Shape {
   return { geometry: builder.build(), pose };
 }
 
-/** Whether a joint belongs to a branch that leads well away from the trunk. */
-function isFar(skeleton: Skeleton, pose: Float64Array, joint: number, centre: Vector3, height: number): boolean {
-  return skeleton.names.some(
-    (_, other) => (other === joint || isBelow(skeleton, other, joint)) && placeOf(pose, other).distanceTo(centre) > 0.3 * height,
-  );
+/** The joints whose branches lead well away from the trunk. */
+function farJoints(skeleton: Skeleton, pose: Float64Array, centre: Vector3, height: number): boolean[] {
+  const far = skeleton.names.map((_, joint) => placeOf(pose, joint).distanceTo(centre) > 0.3 * height);
+  for (let joint = far.length - 1; joint >= 0; --joint)
+    if (far[joint] && skeleton.parents[joint] >= 0) far[skeleton.parents[joint]] = true;
+  return far;
 }
 
 export function shapeBody(skeleton: Skeleton, plan: BodyPlan | null): Shape {
@@ -95,11 +96,12 @@ export function shapeBody(skeleton: Skeleton, plan: BodyPlan | null): Shape {
   }
   const covered = coveredJoints(skeleton, plan);
   const centre = frame.hips.clone().lerp(frame.shoulders, 0.5);
+  const far = farJoints(skeleton, frame.pose, centre, frame.height);
   skeleton.parents.forEach((parent, joint) => {
     if (parent < 0 || covered[joint]) return;
     // What hangs on the trunk besides, such as a tail, is shown as far as it is outside.
     const away = placeOf(frame.pose, joint).distanceTo(centre);
-    if (away < 0.62 * frame.hips.distanceTo(frame.shoulders) || !isFar(skeleton, frame.pose, joint, centre, frame.height)) return;
+    if (away < 0.62 * frame.hips.distanceTo(frame.shoulders) || !far[joint]) return;
     const length = placeOf(frame.pose, joint).distanceTo(placeOf(frame.pose, parent));
     addBone(builder, skeleton, frame.pose, joint, Math.min(0.13 * length, 0.025 * frame.height));
   });

@@ -63,16 +63,11 @@ function pathBetween(skeleton: Skeleton, a: number, b: number): number[] {
 
 /** The first joints with such a name on their way from the top. */
 function firstNamed(skeleton: Skeleton, name: RegExp): number[] {
-  return skeleton.names
-    .map((_, joint) => joint)
-    .filter(
-      (joint) =>
-        name.test(skeleton.names[joint]) &&
-        !skeleton.isEnd[joint] &&
-        !pathToTop(skeleton, joint)
-          .slice(1)
-          .some((above) => name.test(skeleton.names[above])),
-    );
+  const hasName = skeleton.names.map((own) => name.test(own));
+  // Parents come before their children.
+  const isBelow: boolean[] = [];
+  for (const parent of skeleton.parents) isBelow.push(parent >= 0 && (hasName[parent] || isBelow[parent]));
+  return skeleton.names.flatMap((_, joint) => (hasName[joint] && !skeleton.isEnd[joint] && !isBelow[joint] ? [joint] : []));
 }
 
 /** One joint of each side, or just two. */
@@ -150,11 +145,16 @@ function limbOf(skeleton: Skeleton, lengths: readonly number[], from: number, ti
   };
 }
 
-/** The chain of a subtree that reaches farthest. */
-function longestChain(skeleton: Skeleton, lengths: readonly number[], joint: number): number[] {
+/** How far each joint's subtree reaches. */
+function reachesOf(skeleton: Skeleton, lengths: readonly number[]): number[] {
   const reach = skeleton.names.map(() => 0);
   for (let at = skeleton.names.length - 1; at >= 0; --at)
     for (const child of skeleton.children[at]) reach[at] = Math.max(reach[at], reach[child] + lengths[child]);
+  return reach;
+}
+
+/** The chain of a subtree that reaches farthest; `reach` is that of all joints. */
+function longestChain(skeleton: Skeleton, lengths: readonly number[], reach: readonly number[], joint: number): number[] {
   const chain = [joint];
   for (let at = joint; skeleton.children[at].length > 0; chain.push(at))
     at = skeleton.children[at].reduce((best, child) =>
@@ -171,21 +171,25 @@ interface MirrorPair {
   rise: number;
 }
 
+/** How high a joint is above another one, summed over the frames. */
+function riseOf(skeleton: Skeleton, from: number, to: number): number {
+  return skeleton.poses.slice(1).reduce((sum, pose) => sum + placeOf(pose, to).y - placeOf(pose, from).y, 0);
+}
+
 function mirrorPairs(skeleton: Skeleton, lengths: readonly number[]): MirrorPair[] {
   const pairs: MirrorPair[] = [];
+  const farthest = reachesOf(skeleton, lengths);
   skeleton.children.forEach((children, node) => {
-    const chains = children.map((child) => longestChain(skeleton, lengths, child));
+    if (children.length < 2) return;
+    const chains = children.map((child) => longestChain(skeleton, lengths, farthest, child));
+    const rises = chains.map((chain) => riseOf(skeleton, node, chain[chain.length - 1]));
     const reaches = chains.map((chain) => chain.reduce((sum, joint) => sum + lengths[joint], 0));
     for (let a = 0; a < children.length; ++a)
       for (let b = a + 1; b < children.length; ++b) {
         const reach = Math.max(reaches[a], reaches[b]);
         if (chains[a].length !== chains[b].length || chains[a].length < 3) continue;
         if (Math.abs(reaches[a] - reaches[b]) > 0.06 * reach) continue;
-        let rise = 0;
-        for (const pose of skeleton.poses.slice(1))
-          for (const chain of [chains[a], chains[b]])
-            rise += placeOf(pose, chain[chain.length - 1]).y - placeOf(pose, node).y;
-        pairs.push({ node, chains: [chains[a], chains[b]], reach, rise });
+        pairs.push({ node, chains: [chains[a], chains[b]], reach, rise: rises[a] + rises[b] });
       }
   });
   return pairs;
@@ -231,14 +235,23 @@ function findHead(skeleton: Skeleton, lengths: readonly number[], chest: number,
   const used = new Set(arms.flatMap((arm) => [...arm.girdle, ...arm.path]));
   const free = skeleton.children[chest].filter((child) => !used.has(child));
   if (free.length === 0) return -1;
-  const chains = free.map((child) => longestChain(skeleton, lengths, child));
+  const reach = reachesOf(skeleton, lengths);
+  const chains = free.map((child) => longestChain(skeleton, lengths, reach, child));
   const chain = chains.reduce((best, other) => (other.length > best.length ? other : best));
   const joints = chain.filter((joint) => !skeleton.isEnd[joint]);
   return joints[Math.min(1, joints.length - 1)] ?? -1;
 }
 
+/** No person has more joints; to look for one among so many takes too long. */
+const MOST_JOINTS = 2000;
+
+export function isLarge(skeleton: Skeleton): boolean {
+  return skeleton.names.length > MOST_JOINTS;
+}
+
 /** Returns null if the joints do not make a person. */
 export function planBody(skeleton: Skeleton): BodyPlan | null {
+  if (isLarge(skeleton)) return null;
   const lengths = boneLengths(skeleton);
   let feet = pairOf(skeleton, firstNamed(skeleton, FOOT));
   let hands = pairOf(skeleton, firstNamed(skeleton, HAND));

@@ -3,8 +3,9 @@ import { Color, DataTexture, FloatType, RGBAFormat, SkinnedMesh, Skeleton, Spher
 import { TRANSFORM } from "../data/pose";
 import type { Look } from "../player";
 import { shapeBody } from "./body_mesh";
-import { planBody, type BodyPlan } from "./body_plan";
+import { isLarge, planBody, type BodyPlan } from "./body_plan";
 import { shapeBones, shapeJoints } from "./bones_mesh";
+import { shapeSticks } from "./sticks_mesh";
 import type { Shape } from "./mesh_builder";
 import { readPose, type Rig } from "./rig";
 import type { Space } from "./space";
@@ -85,7 +86,7 @@ export class Figure {
   private shape(look: Look): LookShape {
     let shape = this.shapes.get(look);
     if (!shape) {
-      const made = SHAPERS[look](this.rig, this.plan);
+      const made = isLarge(this.rig) ? shapeSticks(this.rig, look) : SHAPERS[look](this.rig, this.plan);
       const inverses = new Float64Array(made.pose.length);
       for (let at = 0; at < inverses.length; at += TRANSFORM) invert(made.pose, at, inverses);
       shape = { ...made, inverses };

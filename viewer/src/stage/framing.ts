@@ -30,12 +30,16 @@ export function cameraAxes({ azimuth, elevation }: Aim): [Triple, Triple, Triple
  */
 export function frame(points: ArrayLike<number>, aim: Aim, lens: Lens): { place: Triple; distance: number } {
   const axes = cameraAxes(aim);
+  const [xAxis, yAxis, zAxis] = axes;
   // In the camera's axes a point is in the picture if |x - cx| <= (cz - z) * tan, and likewise for y.
   let [right, left, top, bottom, back] = [-Infinity, -Infinity, -Infinity, -Infinity, -Infinity];
   let depth = 0;
   const count = Math.floor(points.length / 3);
   for (let at = 0; at < 3 * count; at += 3) {
-    const [x, y, z] = axes.map((axis) => axis[0] * points[at] + axis[1] * points[at + 1] + axis[2] * points[at + 2]);
+    const [px, py, pz] = [points[at], points[at + 1], points[at + 2]];
+    const x = xAxis[0] * px + xAxis[1] * py + xAxis[2] * pz;
+    const y = yAxis[0] * px + yAxis[1] * py + yAxis[2] * pz;
+    const z = zAxis[0] * px + zAxis[1] * py + zAxis[2] * pz;
     right = Math.max(right, z + x / lens.tanX);
     left = Math.max(left, z - x / lens.tanX);
     top = Math.max(top, z + y / lens.tanY);

@@ -129,7 +129,10 @@ export class MeshBuilder {
   build(): BufferGeometry {
     const geometry = new BufferGeometry();
     geometry.setAttribute("position", new BufferAttribute(Float32Array.from(this.positions), 3));
-    geometry.setAttribute("skinIndex", new BufferAttribute(Uint16Array.from(this.joints), 2));
+    // The programs of three.js read joints as floating-point numbers, so that whole ones of 32 bits would not do.
+    const isLarge = this.joints.some((joint) => joint > 0xffff);
+    const joints = isLarge ? Float32Array.from(this.joints) : Uint16Array.from(this.joints);
+    geometry.setAttribute("skinIndex", new BufferAttribute(joints, 2));
     geometry.setAttribute("skinWeight", new BufferAttribute(Float32Array.from(this.weights), 2));
     geometry.setAttribute("color", new BufferAttribute(new Float32Array(3 * this.count), 3));
     geometry.setIndex(this.indices);

@@ -61,20 +61,19 @@ function median(numbers: number[]): number {
 
 /** The size of the figures of a take in its own unit: the largest side of the box around the tallest one. */
 export function figureSize(take: Take, samples: Samples): number {
+  const models = Math.max(take.models.length, 1);
   const extents = samples.worlds.map((world) => {
     let largest = 0;
-    for (let model = 0; model < Math.max(take.models.length, 1); ++model)
-      for (let axis = 0; axis < 3; ++axis) {
-        let low = Infinity;
-        let high = -Infinity;
-        for (const joint of take.joints) {
-          if (joint.model !== model) continue;
-          const value = world[TRANSFORM * joint.index + 4 * axis + 3];
-          low = Math.min(low, value);
-          high = Math.max(high, value);
-        }
-        largest = Math.max(largest, high - low);
+    for (let axis = 0; axis < 3; ++axis) {
+      const low = new Float64Array(models).fill(Infinity);
+      const high = new Float64Array(models).fill(-Infinity);
+      for (const { index, model } of take.joints) {
+        const value = world[TRANSFORM * index + 4 * axis + 3];
+        low[model] = Math.min(low[model], value);
+        high[model] = Math.max(high[model], value);
       }
+      for (let model = 0; model < models; ++model) largest = Math.max(largest, high[model] - low[model]);
+    }
     return largest;
   });
   const size = median(extents);

@@ -10,7 +10,8 @@ const MOST_POINTS = 4000;
 /** The joint with all joints above it, as a skeleton of its own. */
 function ancestry(take: Take, joint: number): { joints: Joint[]; sources: number[] } {
   const sources: number[] = [];
-  for (let at = joint; at >= 0; at = take.joints[at].parent) sources.unshift(at);
+  for (let at = joint; at >= 0; at = take.joints[at].parent) sources.push(at);
+  sources.reverse();
   return { sources, joints: sources.map((source, index) => ({ ...take.joints[source], index, parent: index - 1 })) };
 }
 
