@@ -148,23 +148,52 @@ for (const [what, place] of remote)
     assert.deepEqual(stage.regionOf(place, 1), { minX: 0, maxX: 1, minZ: 0, maxZ: 1 });
   });
 
+// Each picture: milliseconds since the one before it, and how long it was wanted; 0 if it is not measured.
+const steady = (count, gap) => Array(count).fill([gap, gap]);
 const histories = [
-  ["quick pictures", Array(40).fill(16), true, 0],
-  ["four slow pictures in a row", [...Array(9).fill(16), 60, 60, 60, 60, 16, 60, 60, 60, 60, 16], true, 0],
-  ["the first pictures, which may be slow", [500, 400, 300, ...Array(9).fill(16)], true, 0],
-  ["five slow pictures", [...Array(5).fill(16), 60, 60, 60, 60, 60], true, 1],
-  ["slow pictures that go on", Array(40).fill(60), true, 2],
-  ["a page that was hidden", Array(40).fill(5000), true, 0],
-  ["pictures on demand", Array(40).fill(400), false, 0],
+  ["quick pictures", steady(40, 16), 0],
+  ["four slow pictures in a row", [...steady(9, 16), ...steady(4, 60), ...steady(1, 16), ...steady(4, 60), ...steady(1, 16)], 0],
+  ["the first pictures, which may be slow", [[500, 500], [400, 400], [300, 300], ...steady(9, 16)], 0],
+  ["five slow pictures", [...steady(5, 16), ...steady(5, 60)], 1],
+  ["five very slow pictures", [...steady(5, 16), ...steady(5, 3000)], 1],
+  ["slow pictures that go on", steady(40, 60), 2],
+  ["pictures now and then", Array(40).fill([400, 0]), 0],
+  ["a drag with rests of the hand", Array(40).fill([400, 16]), 0],
+  ["a slow drag", [...steady(5, 16), ...Array(5).fill([70, 55])], 1],
+  ["moves from before the last picture", Array(40).fill([40, 70]), 0],
 ];
-for (const [what, gaps, plays, expected] of histories)
+for (const [what, pictures, expected] of histories)
   test(`quality after ${what}`, () => {
     const quality = new stage.Quality();
     let now = 0;
-    quality.note(now, plays);
-    for (const gap of gaps) quality.note((now += gap), plays);
+    quality.note(now);
+    for (const [gap, wanted] of pictures) {
+      now += gap;
+      if (wanted > 0) quality.want(now - wanted);
+      quality.note(now);
+    }
     assert.equal(quality.simplification, expected);
   });
+
+test("a page that was hidden is not slow", () => {
+  const quality = new stage.Quality();
+  for (let now = 0; now < 200000; now += 5000) {
+    quality.note(now);
+    quality.want(now);
+    quality.forget();
+  }
+  assert.equal(quality.simplification, 0);
+});
+
+test("the first of several moves counts", () => {
+  const quality = new stage.Quality();
+  for (let now = 0; now < 800; now += 80) {
+    quality.note(now);
+    quality.want(now + 10);
+    quality.want(now + 70);
+  }
+  assert.equal(quality.simplification, 1);
+});
 
 test("a table is a curve through its rows", () => {
   const table = [[0, 1], [0.5, 3], [1, 2]];

@@ -3,8 +3,6 @@
 /** Pictures that take longer than this, in milliseconds, are slow. */
 const SLOW = 50;
 const SLOW_PICTURES = 5;
-/** A gap as long as this is no picture: the page was hidden, or the take did not play. */
-const GAP = 2000;
 /** After a change some pictures take long, because the browser prepares them. */
 const GRACE = 3;
 
@@ -14,7 +12,8 @@ export type Simplification = 0 | 1 | 2;
 export class Quality {
   private slow = 0;
   private grace = GRACE;
-  private last: number | null = null;
+  private last = -Infinity;
+  private wanted: number | null = null;
   private level: Simplification = 0;
 
   get simplification(): Simplification {
@@ -27,11 +26,24 @@ export class Quality {
     this.slow = 0;
   }
 
-  /** Notes that a picture of a playing or a resting take begins. Returns whether the picture has to get simpler. */
-  note(now: number, isPlaying: boolean): boolean {
-    const taken = this.last === null ? 0 : now - this.last;
-    this.last = isPlaying ? now : null;
-    if (taken <= 0 || taken > GAP) return false;
+  /** A picture is wanted since a time, because the take plays or somebody drags. Others are not measured. */
+  want(since: number): void {
+    this.wanted = Math.min(this.wanted ?? since, since);
+  }
+
+  /** The page is hidden: the time until the next picture says nothing. */
+  forget(): void {
+    this.wanted = null;
+  }
+
+  /** Notes that a picture begins. Returns whether the picture has to get simpler. */
+  note(now: number): boolean {
+    const { wanted, last } = this;
+    this.wanted = null;
+    this.last = now;
+    if (wanted === null) return false;
+    // The hand may have moved on before the last picture was done.
+    const taken = now - Math.max(wanted, last);
     if (this.grace > 0) {
       --this.grace;
       return false;

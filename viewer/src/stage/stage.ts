@@ -63,6 +63,8 @@ class Picture implements Stage {
   private needsSize = true;
   private needsTrail = true;
   private isLost = false;
+  /** When the hand moved that turns the camera. */
+  private moved: number | null = null;
 
   constructor(container: HTMLElement, player: Player, request: () => void, renderer: WebGLRenderer) {
     this.container = container;
@@ -86,7 +88,10 @@ class Picture implements Stage {
     const scenery = gatherScenery(this.figures);
     const { origin, grid } = this.world;
     const { cell, metres } = grid;
-    this.camera = new Camera(renderer.domElement, scenery, request);
+    this.camera = new Camera(renderer.domElement, scenery, () => {
+      if (this.moved !== null) this.quality.want(this.moved);
+      request();
+    });
     this.ground = new Ground(this.group, cell, origin);
     this.labels = metres > 0 ? new Labels(this.group, regionOf(scenery.everything, cell), cell, metres, origin) : null;
     this.light = new Light(this.group, scenery.facing);
@@ -125,6 +130,8 @@ class Picture implements Stage {
       this.quality.excuse();
       this.request();
     });
+    this.watchDrags(canvas);
+    document.addEventListener("visibilitychange", () => this.quality.forget());
     new ResizeObserver(() => {
       this.needsSize = true;
       this.request();
@@ -134,6 +141,18 @@ class Picture implements Stage {
       if (change === "pick") this.needsTrail = true;
       if (change === "settings") this.needsTheme = true;
     });
+  }
+
+  /** Notes when the hand moves, so that the pictures of a drag are measured, but no rest of the hand. */
+  private watchDrags(canvas: HTMLCanvasElement): void {
+    const stop = (): void => void (this.moved = null);
+    canvas.addEventListener("pointermove", (event) => {
+      // If pictures take long, the browser has gathered several moves.
+      const first = event.getCoalescedEvents?.()[0] ?? event;
+      this.moved = event.buttons === 0 ? null : first.timeStamp;
+    });
+    canvas.addEventListener("pointerup", stop);
+    canvas.addEventListener("pointercancel", stop);
   }
 
   view(view: View): void {
@@ -151,7 +170,8 @@ class Picture implements Stage {
 
   draw(): void {
     if (this.isLost) return;
-    if (this.quality.note(performance.now(), this.player.playing)) this.simplify();
+    const now = performance.now();
+    if (this.quality.note(now)) this.simplify();
     if (this.needsSize) this.resize();
     if (this.needsTheme) this.applySettings();
     this.showFrame();
@@ -163,6 +183,7 @@ class Picture implements Stage {
     this.labels?.update(this.camera.camera.position, target, distance);
     if (this.pictures === 1) this.showShadows(true);
     this.renderer.render(this.scene, this.camera.camera);
+    if (this.player.playing) this.quality.want(now);
     // The second picture follows at once, with shadows.
     if (++this.pictures === 1) this.request();
   }
