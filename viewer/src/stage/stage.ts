@@ -14,6 +14,7 @@ import { Pointer } from "./pointer";
 import { Quality } from "./quality";
 import { placeOf, rigOf } from "./rig";
 import { describe, gatherScenery, regionOf } from "./scenery";
+import { watchSharpness } from "./sharpness";
 import { moveWithTwoJoints } from "./skinning";
 import { arrange, sampleTake, type World } from "./space";
 import { Themes } from "./theme";
@@ -132,10 +133,12 @@ class Picture implements Stage {
     });
     this.watchDrags(canvas);
     document.addEventListener("visibilitychange", () => this.quality.forget());
-    new ResizeObserver(() => {
+    const resize = (): void => {
       this.needsSize = true;
       this.request();
-    }).observe(this.container);
+    };
+    new ResizeObserver(resize).observe(this.container);
+    watchSharpness(resize);
     new Pointer(canvas, this.figures, this.camera.camera, this.player);
     this.player.onChange((change) => {
       if (change === "pick") this.needsTrail = true;
