@@ -1,8 +1,13 @@
 // What the picture takes from the page around it, and what it tells it: the tests play the browser.
 import { strict as assert } from "node:assert";
+import { readFileSync } from "node:fs";
+import { dirname, join } from "node:path";
 import { test } from "node:test";
+import { fileURLToPath } from "node:url";
 import { load } from "./bundle.mjs";
 
+const viewer = process.env.VIEWER ?? join(dirname(fileURLToPath(import.meta.url)), "../../viewer");
+const { Themes, toneOfFigure } = await load("stage/theme.ts");
 const { watchSharpness } = await load("stage/sharpness.ts");
 
 test("the picture follows the sharpness of the screen", () => {
@@ -23,3 +28,29 @@ test("the picture follows the sharpness of the screen", () => {
   }
   assert.equal(changes, 2);
 });
+
+const style = readFileSync(join(viewer, "src/style/base.css"), "utf8");
+for (const [what, matches] of [["light", false], ["dark", true]])
+  test(`bones have the tones of the marks of takes: ${what}`, () => {
+    globalThis.matchMedia = () => ({ matches, addEventListener: () => {} });
+    globalThis.getComputedStyle = () => ({ getPropertyValue: () => "" });
+    globalThis.document = { documentElement: null };
+    const tones = [...style.matchAll(/--tone-\d: (#\w+);/g)].map(([, tone]) => tone);
+    const { theme } = new Themes(() => {});
+    assert.equal(theme.isDark, matches);
+    assert.deepEqual(theme.tones.map((tone) => tone.bones[0]), tones.slice(matches ? 4 : 0, matches ? 8 : 4));
+  });
+
+// The take of each figure, the main take, and the tones of the figures.
+const figures = [
+  ["one take", [0], 1, 0, [0]],
+  ["two people in one take", [0, 0], 1, 0, [0, 1]],
+  ["three takes", [0, 1, 2], 3, 1, [1, 0, 2]],
+  ["takes of two people each", [0, 0, 1, 1], 2, 0, [0, 0, 1, 1]],
+  ["more takes than tones", [0, 1, 2, 3, 4], 5, 0, [0, 1, 2, 3, 1]],
+];
+for (const [what, takes, count, mainTake, expected] of figures)
+  test(`tones of ${what}`, () => {
+    const player = { takes: Array(count).fill(null), mainTake };
+    assert.deepEqual(takes.map((take, figure) => toneOfFigure(figure, take, player)), expected);
+  });

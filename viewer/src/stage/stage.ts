@@ -17,7 +17,7 @@ import { describe, gatherScenery, regionOf } from "./scenery";
 import { watchSharpness } from "./sharpness";
 import { moveWithTwoJoints } from "./skinning";
 import { arrange, sampleTake, type World } from "./space";
-import { Themes } from "./theme";
+import { Themes, toneOfFigure } from "./theme";
 import { onGround, trailOf, trailStep } from "./trail";
 
 export const VIEWS = ["home", "front", "side", "top"] as const;
@@ -213,13 +213,10 @@ class Picture implements Stage {
     this.marker.setTheme(theme.accent, theme.isDark);
     this.trail.setColour(theme.accent, 0.9);
     for (const path of this.paths) path.setColour(theme.path, 0.26);
-    const { look, mainTake } = this.player;
-    let others = 0;
-    for (const figure of this.figures) {
-      figure.setLook(look);
-      const isFirst = figure.rig.takeIndex === mainTake && figure.rig.joints[0] === 0;
-      figure.setTone(theme.tones[isFirst ? 0 : 1 + (others++ % (theme.tones.length - 1))]);
-    }
+    this.figures.forEach((figure, index) => {
+      figure.setLook(this.player.look);
+      figure.setTone(theme.tones[toneOfFigure(index, figure.rig.takeIndex, this.player)]);
+    });
     this.renderer.domElement.setAttribute("aria-label", describe(this.player));
   }
 

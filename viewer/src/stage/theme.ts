@@ -1,4 +1,6 @@
 // The colours of the picture, drawn for light and for dark. The page's style may name an accent.
+import type { Player } from "../player";
+import { toneOf } from "../ui/marks";
 
 /** Colours of the middle, the left and the right of a figure. */
 export interface Tone {
@@ -24,8 +26,13 @@ export interface Theme {
   readonly fillStrength: number;
   readonly shadow: string;
   readonly shadowOpacity: number;
-  /** The first is the tone of the main take. */
+  /** The first is the tone of the main take. The middle of the bones has the colour of the take's mark in the page. */
   readonly tones: readonly Tone[];
+}
+
+/** The tone of a figure: that of its take's mark; the figures of a single take are told apart. */
+export function toneOfFigure(figure: number, takeIndex: number, { takes, mainTake }: Pick<Player, "takes" | "mainTake">): number {
+  return takes.length > 1 ? toneOf(takeIndex, mainTake) : toneOf(figure, 0);
 }
 
 const LIGHT: Theme = {
@@ -47,9 +54,9 @@ const LIGHT: Theme = {
   shadowOpacity: 0.3,
   tones: [
     { body: ["#8b97a6", "#7692b5", "#bd9877"], bones: ["#707b89", "#3a74b4", "#cf7a26"] },
-    { body: ["#c4b9a8", "#a9b5bd", "#d3b594"], bones: ["#a39885", "#7f9fbf", "#cfa066"] },
-    { body: ["#a3b3a2", "#8eabb0", "#b9b08c"], bones: ["#7f937e", "#6593ab", "#bb9b5f"] },
-    { body: ["#b3a5b5", "#9ba3c0", "#c5a59c"], bones: ["#92819a", "#7a86b8", "#c08d7a"] },
+    { body: ["#c4b9a8", "#a9b5bd", "#d3b594"], bones: ["#b8a98f", "#7f9fbf", "#cfa066"] },
+    { body: ["#a3b3a2", "#8eabb0", "#b9b08c"], bones: ["#7f9f7e", "#6593ab", "#bb9b5f"] },
+    { body: ["#b3a5b5", "#9ba3c0", "#c5a59c"], bones: ["#9d86a8", "#7a86b8", "#c08d7a"] },
   ],
 };
 
