@@ -7,6 +7,7 @@ import { fileURLToPath } from "node:url";
 import { load } from "./bundle.mjs";
 
 const viewer = process.env.VIEWER ?? join(dirname(fileURLToPath(import.meta.url)), "../../viewer");
+const { NO_WEBGL, showMessage } = await load("stage/message.ts");
 const { Themes, toneOfFigure } = await load("stage/theme.ts");
 const { watchSharpness } = await load("stage/sharpness.ts");
 
@@ -54,3 +55,15 @@ for (const [what, takes, count, mainTake, expected] of figures)
     const player = { takes: Array(count).fill(null), mainTake };
     assert.deepEqual(takes.map((take, figure) => toneOfFigure(figure, take, player)), expected);
   });
+
+test("words in place of the picture say what to do, in a colour of the style", () => {
+  const shown = [];
+  const container = { querySelector: () => shown[0] ?? null, append: (element) => shown.push(element) };
+  globalThis.document = { createElement: () => ({ style: {}, setAttribute() {}, remove: () => shown.pop() }) };
+  showMessage(container, NO_WEBGL);
+  assert.match(shown[0].textContent, /Switch hardware acceleration on, or open the page in another browser\./);
+  const name = /^var\((--\w+)\)$/.exec(shown[0].style.color)[1];
+  assert.ok(style.includes(`${name}: #`));
+  showMessage(container, null);
+  assert.equal(shown.length, 0);
+});

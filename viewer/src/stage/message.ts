@@ -1,5 +1,9 @@
 // Words in place of the picture, where it cannot be drawn.
 
+export const NO_WEBGL =
+  "This browser cannot draw in 3D, because WebGL is missing or switched off. " +
+  "Switch hardware acceleration on, or open the page in another browser. All the rest of the page works.";
+
 /** Says something in place of the picture; null takes the words away. */
 export function showMessage(container: HTMLElement, message: string | null): void {
   container.querySelector("p[role=status]")?.remove();
@@ -15,7 +19,7 @@ export function showMessage(container: HTMLElement, message: string | null): voi
     maxWidth: "32em",
     padding: "24px",
     textAlign: "center",
-    color: "light-dark(#3f4650, #d6d9dd)",
+    color: "var(--ink)",
   });
   container.append(text);
 }

@@ -9,7 +9,7 @@ import { Labels } from "./labels";
 import { Light } from "./light";
 import { Lines, pixelRatio, resolution } from "./lines";
 import { Marker } from "./marker";
-import { showMessage } from "./message";
+import { NO_WEBGL, showMessage } from "./message";
 import { Pointer } from "./pointer";
 import { Quality } from "./quality";
 import { placeOf, rigOf } from "./rig";
@@ -290,10 +290,7 @@ export function createStage(container: HTMLElement, player: Player, request: () 
   moveWithTwoJoints();
   const renderer = createRenderer();
   if (!renderer) {
-    showMessage(
-      container,
-      "This browser cannot draw in 3D, because WebGL is missing or switched off. All the rest of the page works.",
-    );
+    showMessage(container, NO_WEBGL);
     return { draw() {}, view() {}, orbit() {}, zoom() {} };
   }
   const canvas = renderer.domElement;
