@@ -18,10 +18,11 @@ import type { Theme } from "./theme";
 
 const GLYPHS = "0123456789-.m ";
 /** The size of a glyph in pixels of the page. */
-const WIDTH = 6.5;
+const WIDTH = 7.75;
 /** The part of the texture that each glyph has is wider, so that an m fits. */
 const CELL = 2 * WIDTH;
-const HEIGHT = 14;
+const HEIGHT = 16;
+const FONT_SIZE = 13;
 /** Glyphs are drawn larger, for fine screens. */
 const SHARPNESS = 4;
 const MOST_GLYPHS = 1200;
@@ -47,7 +48,7 @@ void main() {
   vec4 beside = projectionMatrix * modelViewMatrix * vec4(next, 1.0);
   vec4 own = projectionMatrix * modelViewMatrix * vec4(anchor, 1.0);
   vec2 apart = abs(beside.xy / beside.w - own.xy / own.w) * resolution / (2.0 * ratio);
-  float room = max(apart.x / 40.0, apart.y / 17.0);
+  float room = max(apart.x / 46.0, apart.y / 20.0);
   spot = vec2((glyph.x + position.x + 0.5) / ${GLYPHS.length}.0, position.y + 0.5);
   near = smoothstep(0.8, 1.3, room) * (1.0 - smoothstep(fade.x, fade.y, distance(anchor.xz, focus.xz)));
 }`;
@@ -67,7 +68,7 @@ function drawGlyphs(): CanvasTexture {
   canvas.height = HEIGHT * SHARPNESS;
   const context = canvas.getContext("2d");
   if (context) {
-    context.font = `500 ${11 * SHARPNESS}px system-ui, sans-serif`;
+    context.font = `500 ${FONT_SIZE * SHARPNESS}px system-ui, sans-serif`;
     context.textAlign = "center";
     context.textBaseline = "middle";
     context.fillStyle = "#fff";
