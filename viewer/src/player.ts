@@ -62,6 +62,10 @@ export class Player {
   get duration(): number {
     return Math.max(...this.takes.map((take) => take.duration));
   }
+  /** The time of the last frame of all takes, in seconds. */
+  private get lastFrame(): number {
+    return Math.max(...this.takes.map((take) => take.seconds(take.frames - 1)));
+  }
   /** The frame of a take that is shown, from 0. */
   row(take: Take = this.take): number {
     return take.rowAt(this.now);
@@ -89,7 +93,8 @@ export class Player {
       if (this.loops && this.duration > 0) {
         next %= this.duration;
       } else {
-        next = this.take.seconds(this.take.frames - 1);
+        // A time within the last frame stays.
+        next = Math.max(this.now, this.lastFrame);
         this.pause();
       }
     }
@@ -105,7 +110,8 @@ export class Player {
   }
   play(): void {
     if (this.isPlaying || !this.canPlay) return;
-    if (!this.loops && this.row() === this.take.frames - 1) this.now = 0;
+    // Rows are compared, since a time may lie within the last frame.
+    if (!this.loops && this.takes.every((take) => this.row(take) === take.frames - 1)) this.now = 0;
     this.isPlaying = true;
     this.tell("settings");
   }
