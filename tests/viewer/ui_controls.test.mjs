@@ -6,6 +6,7 @@ import { makeTake } from "./ui_takes.mjs";
 
 const { tabAfter } = await load("ui/tabs.ts");
 const { ticksOf } = await load("ui/scrubber.ts");
+const { typedNumber } = await load("ui/frame_field.ts");
 const { bySeverity, placeOf } = await load("ui/findings.ts");
 const { optionFacts, sourceFacts, takeFacts } = await load("ui/facts.ts");
 const { isKept, speedBeside } = await load("ui/keyboard.ts");
@@ -84,6 +85,20 @@ test("a finding's joint is looked up by its name in the file", () => {
     ["Hand", "Wing", ""].map((name) => jointOfSource(take, name)),
     [1, -1, -1],
   );
+});
+
+test("a typed frame number", () => {
+  for (const [text, expected] of [
+    ["12", 12],
+    [" 7 ", 7],
+    ["1,5", 1.5],
+    ["\u22123", -3],
+    ["", null],
+    ["  ", null],
+    ["twelve", null],
+    ["Infinity", null],
+  ])
+    assert.equal(typedNumber(text), expected, `"${text}"`);
 });
 
 test("the facts of a take", () => {

@@ -3,6 +3,12 @@ import type { Player } from "../player";
 import { changingText, make, setText } from "./dom";
 import { secondsText, upTo } from "./text";
 
+/** The number that was typed, or null if it is none. */
+export function typedNumber(text: string): number | null {
+  const number = Number(text.replace(",", ".").replace("\u2212", "-"));
+  return text.trim() !== "" && Number.isFinite(number) ? number : null;
+}
+
 export class FrameField {
   readonly element: HTMLElement;
   private readonly player: Player;
@@ -14,6 +20,8 @@ export class FrameField {
     spellcheck: "false",
     "aria-label": "Frame number",
   });
+  /** Whether the field holds a text that was typed and not taken yet. */
+  private isTyped = false;
   private readonly last = changingText();
   private readonly seconds = changingText();
   private readonly time = make("span", { class: "seconds", id: "time" }, this.seconds);
@@ -37,23 +45,40 @@ export class FrameField {
       this.player.pause();
       input.select();
     });
-    input.addEventListener("blur", () => this.show());
+    input.addEventListener("input", () => (this.isTyped = true));
+    // The number pad of a phone has no Enter, so leaving the field takes the number as well.
+    for (const end of ["change", "blur"])
+      input.addEventListener(end, () => {
+        this.takeTyped();
+        this.write();
+      });
     input.addEventListener("keydown", (event) => {
-      const step = { ArrowUp: 1, ArrowDown: -1 }[event.key];
-      if (step !== undefined) this.player.step(event.shiftKey ? 10 * step : step);
-      else if (event.key === "Enter") this.take(input.value);
-      else if (event.key === "Escape") input.blur();
-      else return;
+      if (!this.takeKey(event)) return;
       event.preventDefault();
       event.stopPropagation();
-      this.write();
-      input.select();
     });
   }
 
-  private take(text: string): void {
-    const number = Number(text.replace(",", ".").replace("\u2212", "-"));
-    if (text.trim() !== "" && Number.isFinite(number)) this.player.goTo(this.player.take.rowOfNumber(number));
+  /** Returns whether the key belongs to the field. */
+  private takeKey(event: KeyboardEvent): boolean {
+    if (event.key === "Escape") {
+      this.write();
+      this.input.blur();
+      return true;
+    }
+    const step = { ArrowUp: 1, ArrowDown: -1 }[event.key];
+    if (step === undefined && event.key !== "Enter") return false;
+    this.takeTyped();
+    if (step !== undefined) this.player.step(event.shiftKey ? 10 * step : step);
+    this.write();
+    this.input.select();
+    return true;
+  }
+
+  private takeTyped(): void {
+    const number = this.isTyped ? typedNumber(this.input.value) : null;
+    this.isTyped = false;
+    if (number !== null) this.player.goTo(this.player.take.rowOfNumber(number));
   }
 
   private showTake(): void {
@@ -64,10 +89,11 @@ export class FrameField {
     this.time.style.minWidth = `${secondsText(take.duration).length}ch`;
     this.input.disabled = take.frames < 2;
     this.input.style.width = `${Math.max(first.length, last.length, 2)}ch`;
-    this.input.title = take.frames < 2 ? "This take has one frame" : "Type a frame number and press Enter";
+    this.input.title = take.frames < 2 ? "This take has one frame" : "Type a frame number";
   }
 
   private write(): void {
+    this.isTyped = false;
     this.input.value = upTo(this.player.take.frameNumber(this.player.row()), 3);
   }
 
