@@ -7,7 +7,7 @@ import { makeTake } from "./ui_takes.mjs";
 const { tabAfter } = await load("ui/tabs.ts");
 const { ticksOf } = await load("ui/scrubber.ts");
 const { typedNumber } = await load("ui/frame_field.ts");
-const { bySeverity, placeOf } = await load("ui/findings.ts");
+const { bySeverity, nothingFoundTexts, placeOf } = await load("ui/findings.ts");
 const { optionFacts, sourceFacts, takeFacts } = await load("ui/facts.ts");
 const { isKept, speedBeside } = await load("ui/keyboard.ts");
 const { summaryOf } = await load("ui/header.ts");
@@ -85,6 +85,14 @@ test("a finding's joint is looked up by its name in the file", () => {
     ["Hand", "Wing", ""].map((name) => jointOfSource(take, name)),
     [1, -1, -1],
   );
+});
+
+test("a take without findings says what to do next", () => {
+  const take = makeTake({ joints: [["Hips", -1]] });
+  assert.deepEqual(nothingFoundTexts(take), [
+    "No findings: the file says exactly what it means.",
+    "Its 1 joint and 1 frame were read as they are. Facts says where they come from.",
+  ]);
 });
 
 test("a typed frame number", () => {

@@ -69,14 +69,17 @@ function findingElement(player: Player, takeIndex: number, finding: FindingRecor
   return make("li", {}, leader);
 }
 
-function nothingFound(take: Take): HTMLElement {
+/** What is said of a take without findings: what that means, and where more is known. */
+export function nothingFoundTexts(take: Take): [string, string] {
   const read = `${counted(take.joints.length, "joint")} and ${counted(take.frames, "frame")}`;
-  return make(
-    "div",
-    { class: "empty" },
-    make("p", {}, "No findings: the file says exactly what it means."),
-    make("p", {}, `Its ${read} were read as they are. Facts says where they come from.`),
-  );
+  return [
+    "No findings: the file says exactly what it means.",
+    `Its ${read} were read as they are. Facts says where they come from.`,
+  ];
+}
+
+function nothingFound(take: Take): HTMLElement {
+  return make("div", { class: "empty" }, ...nothingFoundTexts(take).map((text) => make("p", {}, text)));
 }
 
 function findingsOf(player: Player, take: Take, index: number): HTMLElement[] {
@@ -84,7 +87,7 @@ function findingsOf(player: Player, take: Take, index: number): HTMLElement[] {
   list.append(...bySeverity(take.findings).map((finding) => findingElement(player, index, finding)));
   if (player.takes.length < 2) return [take.findings.length > 0 ? list : nothingFound(take)];
   const heading = make("h2", { class: "take-heading" }, takeMark(player, index), shortened(take.name));
-  return [heading, take.findings.length > 0 ? list : make("p", { class: "hint" }, "No findings.")];
+  return [heading, take.findings.length > 0 ? list : make("p", { class: "hint" }, nothingFoundTexts(take).join(" "))];
 }
 
 export function createFindings(player: Player): HTMLElement {
