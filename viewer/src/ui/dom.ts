@@ -43,7 +43,11 @@ export function shortened(text: string, attributes: Attributes = {}): HTMLSpanEl
 }
 
 /** Makes a button that does not submit anything. */
-export function button(attributes: Attributes, onClick: () => void, ...children: Child[]): HTMLButtonElement {
+export function button(
+  attributes: Attributes,
+  onClick: (event: MouseEvent) => void,
+  ...children: Child[]
+): HTMLButtonElement {
   const element = make("button", { type: "button", ...attributes }, ...children);
   element.addEventListener("click", onClick);
   return element;

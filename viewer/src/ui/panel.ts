@@ -117,8 +117,9 @@ export class Panel {
     let wasDragged = false;
     const handle = button(
       { id: "panel-handle", class: "handle", "aria-label": "Panel", "aria-controls": "panel-body" },
-      () => {
-        if (!wasDragged) this.toggle();
+      (event) => {
+        // A drag need not end with a click. A click of the keyboard has no detail, and never ends one.
+        if (!wasDragged || event.detail === 0) this.toggle();
         wasDragged = false;
       },
     );
@@ -134,7 +135,11 @@ export class Panel {
       wasDragged = true;
       this.drag(start.height + moved);
     });
-    for (const end of ["pointerup", "pointercancel"]) handle.addEventListener(end, () => (start = null));
+    handle.addEventListener("pointerup", () => (start = null));
+    handle.addEventListener("pointercancel", () => {
+      start = null;
+      wasDragged = false;
+    });
     leaveFocus(handle);
     return handle;
   }
