@@ -87,6 +87,23 @@ test("a finding's joint is looked up by its name in the file", () => {
   );
 });
 
+test("a name that several models have leads to no joint", () => {
+  const take = makeTake({
+    joints: [
+      ["Hips", -1],
+      ["Hand", 0],
+      ["Hips_2", -1],
+    ],
+    sourceNames: ["Hips", "Hand", "Hips"],
+    models: ["a", "b"],
+    modelOf: [0, 0, 1],
+  });
+  assert.deepEqual(
+    ["Hips", "Hand"].map((name) => jointOfSource(take, name)),
+    [-1, 1],
+  );
+});
+
 test("a take without findings says what to do next", () => {
   const take = makeTake({ joints: [["Hips", -1]] });
   assert.deepEqual(nothingFoundTexts(take), [

@@ -7,7 +7,7 @@ const { Take } = await load("data/take.ts");
  * A take of joints as [name, parent, side]. `curves` maps a channel (6 * joint + its index) to its
  * values; all other values are 0.
  */
-export function makeTake({ joints, curves = {}, frames = 1, modelOf = joints.map(() => 0), ...others }) {
+export function makeTake({ joints, curves = {}, frames = 1, modelOf = joints.map(() => 0), sourceNames, ...others }) {
   const animated = Object.keys(curves)
     .map(Number)
     .sort((a, b) => a - b);
@@ -24,7 +24,7 @@ export function makeTake({ joints, curves = {}, frames = 1, modelOf = joints.map
     models: ["walk"],
     joints: {
       names,
-      sourceNames: names,
+      sourceNames: sourceNames ?? names,
       parents: joints.map(([, parent]) => parent),
       ends: joints.map(([name]) => (name.endsWith("_End") ? 1 : 0)),
       models: modelOf,

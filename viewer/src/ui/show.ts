@@ -12,8 +12,9 @@ export function showRow(player: Player, take: Take, row: number): void {
   player.seek(take.seconds(take.clampRow(Math.round(row) || 0)));
 }
 
-/** The first joint that has this name in the file; -1 if there is none. */
+/** The joint that has this name in the file; -1 if there is none, or several, as in a take of several models. */
 export function jointOfSource(take: Take, sourceName: string): number {
   if (sourceName === "") return -1;
-  return take.joints.findIndex((joint) => joint.sourceName === sourceName);
+  const named = take.joints.filter((joint) => joint.sourceName === sourceName);
+  return named.length === 1 ? named[0].index : -1;
 }
