@@ -46,12 +46,27 @@ test("findings of one frame share a tick", () => {
     finding({ frame: 20, message: "c" }),
   ];
   assert.deepEqual(
-    ticksOf(findings, (number) => number - 1),
+    ticksOf(findings, (number) => number - 1, 30),
     [
       { row: 4, messages: ["a"] },
       { row: 19, messages: ["b", "c"] },
     ],
   );
+});
+
+test("findings of a long take share ticks, and none is dropped", () => {
+  const every = (step) => Array.from({ length: 1000 }, (_, index) => finding({ frame: index * step, message: index }));
+  for (const [frames, step, expected] of [
+    [1000, 1, 500],
+    [10_000, 10, 500],
+    [100_000, 1, 5],
+    [1000, 0, 1],
+  ]) {
+    const ticks = ticksOf(every(step).reverse(), (number) => number, frames);
+    assert.equal(ticks.length, expected, `${frames} frames, a finding each ${step}`);
+    assert.equal(ticks.flatMap(({ messages }) => messages).length, 1000);
+    assert.equal(ticks[0].row, 0);
+  }
 });
 
 test("findings are listed by their severity", () => {

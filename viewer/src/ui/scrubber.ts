@@ -4,7 +4,8 @@ import type { Player } from "../player";
 import { make } from "./dom";
 import { counted, secondsText, upTo } from "./text";
 
-const MOST_TICKS = 200;
+/** The line has this many places for ticks: a tick is two pixels wide, and few lines are longer than a thousand. */
+const PLACES = 500;
 
 /** A tick of the time line: its frame, from 0, and what the findings there say. */
 export interface Tick {
@@ -12,17 +13,29 @@ export interface Tick {
   messages: string[];
 }
 
-/** Gathers the findings that have a frame, one tick a frame, in the order of the frames. */
-export function ticksOf(findings: readonly FindingRecord[], rowOfNumber: (number: number) => number): Tick[] {
-  const ticks = new Map<number, Tick>();
+/**
+ * Gathers the findings that have a frame, in the order of the frames. Those of one frame share a tick, and so do
+ * those of a long take whose ticks would lie on one another.
+ */
+export function ticksOf(
+  findings: readonly FindingRecord[],
+  rowOfNumber: (number: number) => number,
+  frames: number,
+): Tick[] {
+  const found: [row: number, message: string][] = [];
   for (const finding of findings) {
     if (finding.frame === undefined || !Number.isFinite(finding.frame)) continue;
-    const row = rowOfNumber(finding.frame);
-    const tick = ticks.get(row) ?? { row, messages: [] };
-    tick.messages.push(finding.message);
-    ticks.set(row, tick);
+    found.push([rowOfNumber(finding.frame), finding.message]);
   }
-  return [...ticks.values()].sort((a, b) => a.row - b.row).slice(0, MOST_TICKS);
+  found.sort(([a], [b]) => a - b);
+  const ticks = new Map<number, Tick>();
+  for (const [row, message] of found) {
+    const place = frames > PLACES ? Math.floor((row * PLACES) / frames) : row;
+    const tick = ticks.get(place) ?? { row, messages: [] };
+    tick.messages.push(message);
+    ticks.set(place, tick);
+  }
+  return [...ticks.values()];
 }
 
 export class Scrubber {
@@ -82,7 +95,9 @@ export class Scrubber {
     this.slider.max = String(take.frames - 1);
     this.slider.disabled = take.frames < 2;
     this.ticks.replaceChildren(
-      ...ticksOf(take.findings, (number) => take.rowOfNumber(number)).map((tick) => this.tickElement(tick)),
+      ...ticksOf(take.findings, (number) => take.rowOfNumber(number), take.frames).map((tick) =>
+        this.tickElement(tick),
+      ),
     );
   }
 
