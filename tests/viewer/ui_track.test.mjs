@@ -66,6 +66,23 @@ test("the speed is measured over the frames before and after", () => {
     near(speedsOf(places, fps), expected, `${[...places[0]]}`);
 });
 
+test("the curves that were asked for last are kept while they fit", () => {
+  const take = arm();
+  const bytes = 7 * 4 * take.frames;
+  for (const [mostBytes, isKept] of [
+    [2 * bytes, [true, true, false]],
+    [3 * bytes - 1, [true, true, false]],
+    [3 * bytes, [true, true, true]],
+    [0, [true, false, false]],
+  ]) {
+    // The first joint that is asked for again is the one that was asked for last.
+    const tracks = new Tracks(mostBytes);
+    const first = [0, 1, 2].map((joint) => tracks.of(take, 0, joint));
+    const again = isKept.map((_, back) => tracks.of(take, 0, 2 - back) === first[2 - back]);
+    assert.deepEqual(again, isKept, `${mostBytes} bytes`);
+  }
+});
+
 test("curves that were computed are kept", () => {
   const tracks = new Tracks();
   const take = arm();

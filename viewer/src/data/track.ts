@@ -65,19 +65,39 @@ export function computeTrack(take: Take, joint: number): Track {
   return { angles, place, speed: speedsOf(place, take.fps) };
 }
 
-// Going back and forth between a few joints costs nothing.
-const MOST_TRACKS = 16;
+/** Going back and forth between joints costs nothing as long as their curves fit into this. */
+const MOST_BYTES = 32e6;
 
-/** Computes curves when they are asked for, and keeps those that were asked for last. */
+function bytesOf(track: Track): number {
+  return [...track.angles, ...track.place, track.speed].reduce((sum, curve) => sum + curve.byteLength, 0);
+}
+
+/** Computes curves when they are asked for, and keeps those that were asked for last, at least one. */
 export class Tracks {
   private readonly kept = new Map<string, Track>();
+  private readonly mostBytes: number;
+  private bytes = 0;
+
+  constructor(mostBytes = MOST_BYTES) {
+    this.mostBytes = mostBytes;
+  }
 
   of(take: Take, takeIndex: number, joint: number): Track {
     const key = `${takeIndex}/${joint}`;
-    const track = this.kept.get(key) ?? computeTrack(take, joint);
+    const known = this.kept.get(key);
+    const track = known ?? computeTrack(take, joint);
+    if (!known) this.bytes += bytesOf(track);
     this.kept.delete(key);
     this.kept.set(key, track);
-    if (this.kept.size > MOST_TRACKS) this.kept.delete(this.kept.keys().next().value!);
+    this.forgetOldest();
     return track;
+  }
+
+  private forgetOldest(): void {
+    for (const [key, track] of this.kept) {
+      if (this.bytes <= this.mostBytes || this.kept.size === 1) return;
+      this.kept.delete(key);
+      this.bytes -= bytesOf(track);
+    }
   }
 }
