@@ -93,9 +93,6 @@ export class Take {
     return Math.min(Math.max(row, 0), this.frames - 1);
   }
 
-  isAnimated(channel: number): boolean {
-    return this.curves[channel] >= 0;
-  }
   /** The value of a channel (6 * joint + its index) in a frame. */
   value(channel: number, row: number): number {
     const curve = this.curves[channel];

@@ -28,7 +28,7 @@ export function takeFacts(take: Take): Fact[] {
 }
 
 /** A value of the provenance as text: whatever a file may hold there. */
-export function valueText(value: unknown): string {
+function valueText(value: unknown): string {
   if (typeof value === "string") return value;
   if (typeof value === "number") return upTo(value, 6);
   if (typeof value === "boolean") return value ? "yes" : "no";

@@ -62,19 +62,13 @@ function pictureShortcuts(player: Player, stage: Stage): Shortcut[] {
 const TURN = Math.PI / 24;
 const NEARER = 1.15;
 
-/** What the picture offers beyond its views. */
-interface Camera {
-  orbit(around: number, above: number): void;
-  zoom(factor: number): void;
-}
-
-function cameraShortcuts(stage: Stage & Partial<Camera>): Shortcut[] {
+function cameraShortcuts(stage: Stage): Shortcut[] {
   const turns: Record<string, [number, number]> = { a: [-TURN, 0], d: [TURN, 0], w: [0, TURN], s: [0, -TURN] };
   return [
-    shortcut(["a", "d"], ["A", "D"], "Turn the camera to the left or right", (key) => stage.orbit?.(...turns[key])),
-    shortcut(["w", "s"], ["W", "S"], "Raise or lower the camera", (key) => stage.orbit?.(...turns[key])),
+    shortcut(["a", "d"], ["A", "D"], "Turn the camera to the left or right", (key) => stage.orbit(...turns[key])),
+    shortcut(["w", "s"], ["W", "S"], "Raise or lower the camera", (key) => stage.orbit(...turns[key])),
     shortcut(["+", "=", "-"], ["+", "\u2212"], "Come closer or go back", (key) =>
-      stage.zoom?.(key === "-" ? 1 / NEARER : NEARER),
+      stage.zoom(key === "-" ? 1 / NEARER : NEARER),
     ),
   ];
 }

@@ -25,7 +25,7 @@ export function rounded(value: number, size = Math.abs(value)): string {
 }
 
 /** The decimals with which numbers up to `size` can be told apart. */
-export function decimalsFor(size: number): number {
+function decimalsFor(size: number): number {
   if (size >= 1000) return 0;
   if (size >= 100) return 1;
   return size >= 1 || size === 0 ? 2 : 3;
@@ -67,7 +67,7 @@ const UNITS: readonly [number, string][] = [
 ];
 
 /** The short name of a unit that is so many metres long; empty if it has none. */
-export function unitName(metres: number): string {
+function unitName(metres: number): string {
   return UNITS.find(([size]) => Math.abs(metres / size - 1) < 1e-4)?.[1] ?? "";
 }
 
