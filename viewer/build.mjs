@@ -31,11 +31,16 @@ function hashOf(text) {
   return `'sha256-${createHash("sha256").update(text, "utf8").digest("base64")}'`;
 }
 
-/** Replaces a marker, which must occur once. */
-function put(page, marker, text) {
+/** Splits at a marker, which must occur once. */
+function splitAt(page, marker) {
   const parts = page.split(marker);
   if (parts.length !== 2) throw new Error(`page.html must have ${marker} once`);
-  return parts.join(text);
+  return parts;
+}
+
+/** Replaces a marker, which must occur once. */
+function put(page, marker, text) {
+  return splitAt(page, marker).join(text);
 }
 
 /** Returns the text as a C++ literal of short pieces. */
@@ -67,13 +72,14 @@ async function buildPage() {
     "base-uri 'none'",
     "form-action 'none'",
   ].join("; ");
-  let page = readFileSync(join(source, "page.html"), "utf8");
-  page = put(page, "@POLICY@", policy);
-  page = put(page, "@STYLE@", style);
-  page = put(page, "@SCRIPT@", script);
-  const [beforeTitle, rest] = page.split("@TITLE@");
-  const [beforeTakes, end] = rest.split("@TAKES@");
-  return { beforeTitle, beforeTakes, end };
+  // Split first: script and style may hold the text of a marker.
+  const [head, rest] = splitAt(readFileSync(join(source, "page.html"), "utf8"), "@TITLE@");
+  const [middle, end] = splitAt(rest, "@TAKES@");
+  return {
+    beforeTitle: put(head, "@POLICY@", policy),
+    beforeTakes: put(middle, "@STYLE@", style),
+    end: put(end, "@SCRIPT@", script),
+  };
 }
 
 const page = await buildPage();
