@@ -86,11 +86,13 @@ class KeyPacker {
         bool isObject = false;  // whether the channels can be read from the object's curves
     };
 
-    // Returns the number of values. They need eight bytes each, and their keys four.
+    // Returns the number of values. A page refuses more frames, before it reserves memory for them.
     static std::size_t RequireCount(std::size_t rows, std::size_t joints) {
+        constexpr std::size_t kMostRows = 10'000'000;
         const std::uint64_t perRow = std::uint64_t{kPageChannels} * joints;
         constexpr std::uint64_t kMost = std::numeric_limits<std::size_t>::max() / sizeof(double);
-        if (perRow > kMost / rows) throw ExportError("the take is too long for a page");
+        if (rows > kMostRows || perRow > kMost / rows)
+            throw ExportError("the take is too long for a page");
         return static_cast<std::size_t>(perRow * rows);
     }
 
