@@ -80,6 +80,9 @@ const grounds = [
 for (const [what, lowest, expected] of grounds)
   test(`the ground with ${what}`, () => assert.equal(stage.groundHeight(lowest, 1.75), expected));
 
+for (const [numbers, expected] of [[[], 0], [[3], 3], [[10, 9, 2], 9], [[4, 1, 2, 3], 3]])
+  test(`the median of ${numbers.join(" ") || "nothing"}`, () => assert.equal(stage.median(numbers), expected));
+
 const cells = [
   ["no unit", 0, 0],
   ["a person in metres", 1, 1],

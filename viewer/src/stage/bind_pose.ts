@@ -4,6 +4,7 @@ import { Quaternion, Vector3 } from "three";
 import { TRANSFORM } from "../data/pose";
 import type { BodyPlan, Limb } from "./body_plan";
 import { placeOf, type Skeleton } from "./rig";
+import { median } from "./space";
 
 export interface BodyFrame {
   /** Transforms of the joints, as in Skeleton.poses. */
@@ -31,10 +32,6 @@ function middleOf(pose: Float64Array, limbs: readonly [Limb, Limb]): Vector3 {
 
 function between(pose: Float64Array, limbs: readonly [Limb, Limb]): Vector3 {
   return placeOf(pose, first(limbs[0])).sub(placeOf(pose, first(limbs[1])));
-}
-
-function median(numbers: number[]): number {
-  return numbers.sort((a, b) => a - b)[numbers.length >> 1];
 }
 
 /** How much the trunk of a pose is upright, straight and not twisted. */
@@ -106,7 +103,7 @@ function turnBranch(skeleton: Skeleton, pose: Float64Array, top: number, turn: Q
 }
 
 /** Turns each bone of a chain into the direction of the first one. */
-export function stretch(skeleton: Skeleton, pose: Float64Array, path: readonly number[]): void {
+function stretch(skeleton: Skeleton, pose: Float64Array, path: readonly number[]): void {
   let direction: Vector3 | null = null;
   const turn = new Quaternion();
   for (let index = 0; index + 1 < path.length; ++index) {

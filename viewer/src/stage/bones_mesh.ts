@@ -7,7 +7,7 @@ import { FIGURE_SIZE } from "./space";
 const LARGEST_BALL = 0.0125 * FIGURE_SIZE;
 
 /** Joints that lie close together, as those of fingers and faces do, get small balls. */
-export function ballRadius(skeleton: Skeleton, lengths: readonly number[], joint: number): number {
+function ballRadius(skeleton: Skeleton, lengths: readonly number[], joint: number): number {
   const near = [lengths[joint], ...skeleton.children[joint].map((child) => lengths[child])].filter((length) => length > 1e-6);
   if (near.length === 0) return skeleton.isEnd[joint] ? 0.3 * LARGEST_BALL : LARGEST_BALL;
   const shortest = near.reduce((sum, length) => sum + length, 0) / near.length;

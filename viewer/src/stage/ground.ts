@@ -14,7 +14,7 @@ export function gridLines(reach: number): Float32Array {
 }
 
 /** The width of the grid's cells: one that gives a calm picture from a distance. */
-export function cellFor(cell: number, distance: number): number {
+function cellFor(cell: number, distance: number): number {
   let width = cell;
   while (width * 12 < distance) width *= 5;
   return width;

@@ -2,7 +2,7 @@
 import { Vector3 } from "three";
 import { Pose, TRANSFORM } from "../data/pose";
 import type { Take } from "../data/take";
-import { placeInSpace, type Samples, type Space } from "./space";
+import { median, placeInSpace, type Samples, type Space } from "./space";
 
 export type Side = "middle" | "left" | "right";
 
@@ -67,8 +67,6 @@ export function boneLengths(skeleton: Skeleton): number[] {
   const b = new Vector3();
   return skeleton.parents.map((parent, joint) => {
     if (parent < 0) return 0;
-    const lengths = skeleton.poses.map((pose) => placeOf(pose, joint, a).distanceTo(placeOf(pose, parent, b)));
-    lengths.sort((x, y) => x - y);
-    return lengths[lengths.length >> 1];
+    return median(skeleton.poses.map((pose) => placeOf(pose, joint, a).distanceTo(placeOf(pose, parent, b))));
   });
 }

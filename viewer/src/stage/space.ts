@@ -54,13 +54,14 @@ export function sampleTake(take: Take, most: number): Samples {
   return { rows, worlds: rows.map((row) => pose.at(row).slice()) };
 }
 
-function median(numbers: number[]): number {
+/** The number in the middle of some numbers; 0 if there are none. */
+export function median(numbers: readonly number[]): number {
   const sorted = [...numbers].sort((a, b) => a - b);
   return sorted.length > 0 ? sorted[sorted.length >> 1] : 0;
 }
 
 /** The size of the figures of a take in its own unit: the largest side of the box around the tallest one. */
-export function figureSize(take: Take, samples: Samples): number {
+function figureSize(take: Take, samples: Samples): number {
   const models = Math.max(take.models.length, 1);
   const extents = samples.worlds.map((world) => {
     let largest = 0;
