@@ -20,6 +20,8 @@ export interface TubeOptions {
   segments: number;
   /** How far the ends bulge, as a multiple of the ends' mean radius; 0 leaves them flat. */
   bulge?: readonly [number, number];
+  /** Leaves the ends open. */
+  isOpen?: boolean;
 }
 
 export interface Shape {
@@ -43,7 +45,7 @@ export class MeshBuilder {
   private readonly indices: number[] = [];
 
   /** A tube through at least two rings. */
-  tube(rings: readonly Ring[], { side, segments, bulge = [1, 1] }: TubeOptions): void {
+  tube(rings: readonly Ring[], { side, segments, bulge = [1, 1], isOpen = false }: TubeOptions): void {
     const all = [...this.cap(rings[0], rings[1], bulge[0]).reverse(), ...rings];
     all.push(...this.cap(rings[rings.length - 1], rings[rings.length - 2], bulge[1]));
     const along = rings[rings.length - 1].centre.clone().sub(rings[0].centre);
@@ -57,6 +59,7 @@ export class MeshBuilder {
         const b = a + segments;
         this.indices.push(a + at, a + next, b + at, a + next, b + next, b + at);
       }
+    if (isOpen) return;
     this.close(all[0], start, side, segments, true);
     this.close(all[all.length - 1], start + (all.length - 1) * segments, side, segments, false);
   }

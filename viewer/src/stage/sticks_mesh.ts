@@ -6,6 +6,9 @@ import { boneLengths, placeOf, type Skeleton } from "./rig";
 import { FIGURE_SIZE } from "./space";
 
 const CORNERS = 4;
+const SIDES = 3;
+/** The thickness of a bone at its end, as a part of that at its beginning. Nobody sees that so thin an end is open. */
+const TAPER = 0.2;
 /** Half of the thickness: of a bone as a part of its length, and at most; of a ball as a multiple of its bone's. */
 const LOOKS = {
   body: { part: 0.15, most: 0.012, ball: 0 },
@@ -16,7 +19,7 @@ const LOOKS = {
 const SPARE = new Vector3(1, 0, 0);
 const OTHER = new Vector3(0, 1, 0);
 
-/** Bones with four sides; balls where the look has them, and where a joint has no bones at all. */
+/** Bones with three sides; balls where the look has them, and where a joint has no bones at all. */
 export function shapeSticks(skeleton: Skeleton, look: Look): Shape {
   const builder = new MeshBuilder();
   const lengths = boneLengths(skeleton);
@@ -42,9 +45,9 @@ export function shapeSticks(skeleton: Skeleton, look: Look): Shape {
     const y = along.clone().cross(x);
     const rings = [
       { centre: from.clone(), x, y, joint: parent },
-      { centre: to.clone(), x, y, joint },
+      { centre: to.clone(), x: x.clone().multiplyScalar(TAPER), y: y.clone().multiplyScalar(TAPER), joint },
     ];
-    builder.tube(rings, { side, segments: CORNERS, bulge: [0, 0] });
+    builder.tube(rings, { side, segments: SIDES, bulge: [0, 0], isOpen: true });
   });
   return { geometry: builder.build(), pose };
 }
