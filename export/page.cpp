@@ -17,8 +17,7 @@ bool HasViewer() {
 
 PageTake BuildPageTake(const headless::Scene& scene, const Options& options,
                        const RunRecord* record, const Progress& progress) {
-    if (!HasViewer())
-        throw ExportError("this build has no viewer, which needs Node.js and npm");
+    if (!HasViewer()) throw ExportError("this build has no viewer, which needs Node.js and npm");
     const Table table(scene, options, true);
     PageKeys keys = PackKeys(table, scene, options, progress);
     PageTake take;

@@ -42,10 +42,11 @@ Table::Table(const headless::Scene& scene, const Options& options, bool even) {
         const Timeline& timeline = motion.Times();
         if (!timeline.IsPose() && !timeline_.IsPose() && !timeline.sampleRate &&
             !SameRate(timeline.secondsPerFrame, timeline_.secondsPerFrame))
-            throw ExportError(fmt::format(
-                "{}: its rate differs from that of an earlier model, but this output has only one rate"
-                " (--resample N samples all at one rate)",
-                ReadableName(model.object->name)));
+            throw ExportError(
+                fmt::format("{}: its rate differs from that of an earlier model, but this output "
+                            "has only one rate"
+                            " (--resample N samples all at one rate)",
+                            ReadableName(model.object->name)));
         if (timeline.frames.size() > timeline_.frames.size()) timeline_ = timeline;
         AddColumns(*model.object, motion, models.size() > 1);
     }

@@ -169,7 +169,7 @@ std::shared_ptr<Scene> Build(const std::string& name, const std::vector<std::str
     motion.secondsPerFrame = secondsPerFrame;
     motion.positions = positions.data();
     motion.quaternions = quaternions.data();
-    const auto scene = std::make_shared<Scene>();
+    auto scene = std::make_shared<Scene>();
     scene->isFromArrays = true;
     scene->skeletons = {motion.skeleton};
     const ImportScope scope;
@@ -182,7 +182,7 @@ std::shared_ptr<Scene> Build(const std::string& name, const std::vector<std::str
 
 void BindImports(py::module_& module) {
     // Scenes are immutable, so Python's objects may share one.
-    py::class_<Scene, std::shared_ptr<Scene>>(module, "Scene");
+    const py::class_<Scene, std::shared_ptr<Scene>> scene(module, "Scene");
     module.def("read", &Read);
     module.def("build", &Build);
 }

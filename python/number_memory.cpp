@@ -67,7 +67,7 @@ class Kept {
 };
 
 void Drop(void* pointer) {
-    Block* const block = static_cast<Block*>(pointer);
+    auto* const block = static_cast<Block*>(pointer);
     try {
         Kept::Only().Receive(std::move(*block));
     } catch (const std::bad_alloc&) {
