@@ -13,7 +13,7 @@ export interface Track {
   readonly speed: Float32Array;
 }
 
-/** The joint and what it hangs on, from the top joint down. */
+/** The joint and the joints above it, from the top joint down. */
 function chainOf(take: Take, joint: number): Joint[] {
   const chain: Joint[] = [];
   for (let index = joint; index >= 0; index = take.joints[index].parent) chain.push(take.joints[index]);

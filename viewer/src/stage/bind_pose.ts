@@ -82,7 +82,7 @@ function choosePose(skeleton: Skeleton, plan: BodyPlan): Float64Array {
 
 const turned = new Vector3();
 
-/** Turns a joint and all that hangs on it about the joint's place. */
+/** Turns a joint and all joints under it about the joint's place. */
 function turnBranch(skeleton: Skeleton, pose: Float64Array, top: number, turn: Quaternion): void {
   const centre = placeOf(pose, top);
   const inBranch = skeleton.names.map(() => false);

@@ -99,7 +99,7 @@ export function shapeBody(skeleton: Skeleton, plan: BodyPlan | null): Shape {
   const far = farJoints(skeleton, frame.pose, centre, frame.height);
   skeleton.parents.forEach((parent, joint) => {
     if (parent < 0 || covered[joint]) return;
-    // What hangs on the trunk besides, such as a tail, is shown as far as it is outside.
+    // Other branches of the trunk, such as a tail, are shown as far as they are outside of it.
     const away = placeOf(frame.pose, joint).distanceTo(centre);
     if (away < 0.62 * frame.hips.distanceTo(frame.shoulders) || !far[joint]) return;
     const length = placeOf(frame.pose, joint).distanceTo(placeOf(frame.pose, parent));

@@ -54,7 +54,7 @@ function pathDown(skeleton: Skeleton, from: number, to: number): number[] {
   return path.slice(path.indexOf(from) + 1);
 }
 
-/** The way through the tree between any two joints, both included. */
+/** The joints on the path through the tree between any two joints, both included. */
 function pathBetween(skeleton: Skeleton, a: number, b: number): number[] {
   const top = commonAncestor(skeleton, a, b);
   if (top < 0) return [];

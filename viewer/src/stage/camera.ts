@@ -1,4 +1,4 @@
-// The camera: how it is turned, where it stands at first, and how it follows a figure.
+// The camera: how it is turned, where it is at first, and how it follows a figure.
 import { MOUSE, PerspectiveCamera, TOUCH, Vector3 } from "three";
 import { OrbitControls } from "three/examples/jsm/controls/OrbitControls.js";
 import { cameraAxes, frame, type Aim, type Lens } from "./framing";

@@ -55,7 +55,7 @@ export class Figure {
   readonly rig: Rig;
   readonly plan: BodyPlan | null;
   readonly mesh: SkinnedMesh;
-  /** The joint that stands for the whole figure: its pelvis or its top joint. */
+  /** The joint whose place counts as that of the figure: its pelvis or its top joint. */
   readonly root: number;
   /** The transforms of the joints in the picture, in the frame that is shown. */
   readonly pose: Float64Array;

@@ -157,7 +157,7 @@ export class Labels {
   update(camera: Vector3, focus: Vector3, distance: number): void {
     (this.material.uniforms.focus.value as Vector3).copy(focus);
     (this.material.uniforms.fade.value as Vector2).set(0.9 * distance, 1.6 * distance);
-    // The numbers stand on the two sides that are nearer to the camera.
+    // The numbers are on the two sides that are nearer to the camera.
     const { minX, maxX, minZ, maxZ } = this.region;
     const isRight = camera.x > ((minX + maxX) / 2) * this.cell;
     const isFront = camera.z > ((minZ + maxZ) / 2) * this.cell;

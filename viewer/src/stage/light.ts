@@ -11,7 +11,7 @@ import {
 } from "three";
 import type { Theme } from "./theme";
 
-/** Where the sun stands, from the middle of the figures; it turns with the side of the first view. */
+/** Where the sun is, as seen from the middle of the figures; it turns with the side of the first view. */
 const SUN = new Vector3(-0.45, 1, 0.42).normalize();
 const SUN_DISTANCE = 12;
 

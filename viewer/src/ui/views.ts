@@ -54,7 +54,7 @@ export function createViews(player: Player, stage: Stage): HTMLElement {
   const camera = make("div", { role: "group", "aria-label": "Camera", class: "group" });
   camera.append(followButton(player), ...viewButtons(stage));
   const groups = make("div", { class: "groups", id: "view-groups" }, lookButtons(player), camera);
-  // On a phone the groups wait behind this button.
+  // On a phone this button opens the groups.
   const opener = button(
     { id: "view-button", class: "opener", "aria-expanded": "false", "aria-controls": "view-groups" },
     () => open(opener.getAttribute("aria-expanded") !== "true"),
