@@ -39,6 +39,9 @@ const FINEST_PIXELS = 2;
 /** The trail of a joint is clear this long before and after the frame that is shown. */
 const TRAIL_SECONDS = 1.2;
 
+/** Milliseconds in which the browser shows the first picture before it prepares the shadows of the second. */
+const FIRST_ALONE = 150;
+
 class Picture implements Stage {
   private readonly container: HTMLElement;
   private readonly player: Player;
@@ -60,6 +63,7 @@ class Picture implements Stage {
   private readonly quality = new Quality();
   private readonly themes: Themes;
   private pictures = 0;
+  private firstDrawn = 0;
   private needsTheme = true;
   private needsSize = true;
   private needsTrail = true;
@@ -174,6 +178,7 @@ class Picture implements Stage {
   draw(): void {
     if (this.isLost) return;
     const now = performance.now();
+    if (this.pictures === 1 && now < this.firstDrawn + FIRST_ALONE) return;
     if (this.quality.note(now)) this.simplify();
     if (this.needsSize) this.resize();
     if (this.needsTheme) this.applySettings();
@@ -187,8 +192,10 @@ class Picture implements Stage {
     if (this.pictures === 1) this.showShadows(true);
     this.renderer.render(this.scene, this.camera.camera);
     if (this.player.playing) this.quality.want(now);
-    // The second picture follows at once, with shadows.
-    if (++this.pictures === 1) this.request();
+    if (++this.pictures > 1) return;
+    // The second picture follows soon, with shadows.
+    this.firstDrawn = now;
+    setTimeout(() => this.request(), FIRST_ALONE);
   }
 
   private resize(): void {
