@@ -3,7 +3,20 @@
 from __future__ import annotations
 
 
-class ReadError(ValueError):
+class _AboutALine(Exception):
+    """Says in which line of a file something is wrong."""
+
+    def __init__(self, message: str, path: str = "", line: int = 0, code: str = "") -> None:
+        super().__init__(message, path, line, code)
+        self.path = path
+        self.line = line
+        self.code = code
+
+    def __str__(self) -> str:
+        return str(self.args[0])
+
+
+class ReadError(_AboutALine, ValueError):
     """A take cannot be read, because of what its files hold.
 
     Attributes:
@@ -12,31 +25,13 @@ class ReadError(ValueError):
         code: the code of the finding; docs/findings.md lists them. Empty if the importer itself gave up.
     """
 
-    def __init__(self, message: str, path: str = "", line: int = 0, code: str = "") -> None:
-        super().__init__(message, path, line, code)
-        self.path = path
-        self.line = line
-        self.code = code
 
-    def __str__(self) -> str:
-        return str(self.args[0])
-
-
-class ReadWarning(UserWarning):
+class ReadWarning(_AboutALine, UserWarning):
     """Something about a file is doubtful, although it was read.
 
     Attributes:
         path, line, code: as in ReadError.
     """
-
-    def __init__(self, message: str, path: str = "", line: int = 0, code: str = "") -> None:
-        super().__init__(message, path, line, code)
-        self.path = path
-        self.line = line
-        self.code = code
-
-    def __str__(self) -> str:
-        return str(self.args[0])
 
 
 class WorkerError(RuntimeError):

@@ -42,7 +42,8 @@ test("the axes of a camera are a right-handed frame", () => {
   cross.forEach((value, axis) => assert.ok(Math.abs(value - z[axis]) < 1e-12));
 });
 
-// A shoulder, an elbow, a hand with its end; another figure behind them, one joint behind the camera.
+// A shoulder, an elbow and a hand with its end site; a joint of another figure, which is farther away; and a joint that
+// the camera does not see, because the camera looks away from it.
 const arm = { parents: [-1, 0, 1, 2], isEnd: [false, false, false, true], screen: [100, 100, 5, 200, 100, 5, 300, 100, 5, 340, 100, 5], thickness: 50 };
 const behind = { parents: [-1, 0], isEnd: [false, false], screen: [100, 104, 9, 200, 160, 9], thickness: 50 };
 const unseen = { parents: [-1], isEnd: [false], screen: [50, 50, -2], thickness: 50 };

@@ -1,4 +1,4 @@
-// The rules behind the controls: tabs, ticks, findings, facts and keys.
+// What the controls do: tabs, ticks of the time line, findings, facts and keys.
 import assert from "node:assert/strict";
 import test from "node:test";
 import { load } from "./bundle.mjs";

@@ -81,7 +81,7 @@ function handFrame(skeleton: Skeleton, frame: BodyFrame, arm: Limb, fingers: rea
   }
   across.addScaledVector(along, -across.dot(along));
   if (across.length() < 0.004 * frame.height) {
-    // Palms look down if the arms are spread, and to the body if they hang.
+    // In a pose with spread arms the palms face down. In one with lowered arms they face the body.
     across.copy(frame.forward).addScaledVector(along, -frame.forward.dot(along));
     if (across.lengthSq() < 0.05) across.copy(frame.up).addScaledVector(along, -frame.up.dot(along));
   }

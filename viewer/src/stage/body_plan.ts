@@ -200,7 +200,7 @@ function tipOfChain(skeleton: Skeleton, lengths: readonly number[], chain: reado
   // A hand with fingers is where the chain branches.
   const fork = chain.find((joint, index) => index > 1 && skeleton.children[joint].length > 1);
   if (fork !== undefined) return fork;
-  // Upper and lower part are long and about equally long; what has no length is left out.
+  // The upper and the lower part of a limb are long, and about as long as each other. Bones without length are left out.
   const joints = chain.filter((joint, index) => index === 0 || lengths[joint] > 0);
   let best = joints[Math.min(2, joints.length - 1)];
   let bestScore = -Infinity;

@@ -29,7 +29,7 @@ void main() {
   vec4 b = modelViewMatrix * vec4(end, 1.0);
   vec3 from = start;
   vec3 to = end;
-  // What lies behind the camera is cut off.
+  // The part of a line that the camera cannot see, because the camera looks away from it, is cut off.
   float near = -1.001 * projectionMatrix[3][2] / (projectionMatrix[2][2] - 1.0);
   near = -abs(near);
   if (a.z > near && b.z < near) {
