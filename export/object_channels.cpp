@@ -7,14 +7,13 @@
 namespace exporters {
 
 ObjectChannels::ObjectChannels(const headless::Scene& scene, const headless::Object& model,
-                               const ExportedMotion& motion, std::vector<double> frames)
+                               const ExportedMotion& motion, std::span<const double> frames)
     : scale_(motion.Scale()), joints_(motion.Joints().size()) {
     const std::vector<double>& keys = motion.Keys();
     const bool hasKeys = FindKeys(keys, frames);
     std::unordered_map<const headless::Object*, JointTracks*> tracksOf;
     for (std::size_t joint = 0; joint < joints_.size(); ++joint) {
-        const bool isTurned = motion.Turn() && motion.Joints()[joint].parent == Joint::kNoParent;
-        joints_[joint].isReadable = hasKeys && !isTurned && motion.IsItsObject(joint);
+        joints_[joint].isReadable = hasKeys && motion.IsItsObject(joint);
         const headless::Object* const object = motion.Joints()[joint].object;
         std::copy(object->local.begin(), object->local.end(), joints_[joint].constants);
         tracksOf.emplace(object, &joints_[joint]);

@@ -14,9 +14,10 @@ namespace exporters {
 // The six channels of a joint are its position (x, y, z) and its angles (x, y, z, in degrees).
 class ObjectChannels {
   public:
-    // `frames` are the frames to read. Keeps references to the scene.
+    // `frames` are the frames to read. The turn of the motion is not applied. Keeps references to
+    // the scene.
     ObjectChannels(const headless::Scene& scene, const headless::Object& model,
-                   const ExportedMotion& motion, std::vector<double> frames);
+                   const ExportedMotion& motion, std::span<const double> frames);
 
     // Whether the channels of the joint can be read: its local transform is that of its object, and
     // its curves have a key in each frame.

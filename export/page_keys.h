@@ -11,8 +11,8 @@
 
 namespace exporters {
 
-// Each joint has six channels: its position as seen from its parent (x, y, z) and its angles in
-// degrees (x, y, z; x turns first). The number of a channel is 6 * joint + its index.
+// Each joint has the channels that JointChannels describes. The number of a channel is
+// kPageChannels * joint + its index.
 inline constexpr std::size_t kPageChannels = 6;
 
 struct PageKeys {
@@ -26,7 +26,7 @@ struct PageKeys {
 };
 
 // Several threads evaluate and pack the rows. Throws ExportError if the positions are too far apart
-// for 32-bit floats or if there are too many of them, and what Table::Row and `progress` throw.
+// for 32-bit floats or if there are too many of them, and what JointChannels and `progress` throw.
 PageKeys PackKeys(const Table& table, const headless::Scene& scene, const Options& options,
                   const Progress& progress);
 
