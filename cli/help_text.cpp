@@ -110,7 +110,7 @@ Writing:
   --frames A:B            only the frames from A to B, as the file counts them
   --resample [N]          N samples a second, or as many as --fps says
   --in-place              keep the root where it is on the ground
-  --no-mesh               glTF: no body of simple shapes
+  --no-mesh               glTF, FBX: no body of simple shapes
   --make-folders          create the folders of the outputs
   --no-clobber            stop if an output exists already
 Help:
@@ -155,12 +155,13 @@ Options of outputs; one that no output honours is an error:
                             take then keeps the rate of its file
   --in-place                keep the root where it is on the ground
   --all-nodes               all objects of the scene, not only joints
-  --[no-]mesh               glTF: a body of simple shapes (default: on)
+  --[no-]mesh               glTF, FBX: a body of simple shapes (default: on)
   --aim                     glTF: turn joints so that y runs along the bone
   --animations WHICH        glTF: one for all models (merged, the default) or
                             one for each (per-model)
   --digits N                BVH: decimal places
-  --float32, --compress     NPZ: 32-bit numbers; compressed arrays
+  --float32                 NPZ: 32-bit numbers
+  --[no-]compress           NPZ, FBX: compressed arrays (default: only FBX)
 What is printed:
   --tree                    print the scene: names, types, positions at rest
   --quiet                   print no summary, only errors and warnings
@@ -247,8 +248,8 @@ Options for each import, as in 'zkhost import --help-all':
   --nulls --bones --[no-]chain-from-parent --effector-to-last-bone --[no-]group
   --clip --as-is --strict --encoding NAME --scale X --up x|y|z --fps N
   --resample [N] --frames A:B --in-place --all-nodes --[no-]mesh --aim
-  --animations merged|per-model --digits N --float32 --compress --provenance;
-  for Acclaim files: --limits --length X --preset auto|cmu|none
+  --animations merged|per-model --digits N --float32 --[no-]compress
+  --provenance; for Acclaim files: --limits --length X --preset auto|cmu|none
 Exit status: 0 all converted, 4 some failed, 2 wrong usage, 3 the disk is full
   or the index could not be written, 130 cancelled (--resume continues)
 )",

@@ -104,7 +104,9 @@ void DescribeImportOptions(CLI::App& command, ImportWords& words) {
     command.add_flag("--aim", exports.aim);
     command.add_option("--animations", words.animations);
     command.add_flag("--float32", exports.float32);
-    command.add_flag("--compress", exports.compress);
+    command.add_flag_function("--compress,!--no-compress", [&exports](std::int64_t count) {
+        exports.compress = count > 0;  // a negated flag counts as -1
+    });
     command.add_flag("--provenance", words.request.provenance);
 }
 

@@ -5,6 +5,7 @@
 
 #include "export/bvh.h"
 #include "export/csv.h"
+#include "export/fbx.h"
 #include "export/gltf.h"
 #include "export/npz.h"
 #include "export/page.h"
@@ -72,6 +73,7 @@ constexpr unsigned kGltf = kMotion | kMesh | kAim | kAnimations | kProvenance;
 constexpr Format kFormats[] = {
     {".glb", "", kGltf, false, WriteOneFile<WriteGlb>},
     {".gltf", ".bin", kGltf, false, WriteGltfPair},
+    {".fbx", "", kMotion | kMesh | kCompress | kProvenance, false, WriteOneFile<WriteFbx>},
     {".bvh", "", kMotion | kDigits, false, WriteOneFile<WriteBvh>},
     {".csv", "", kMotion, false, WriteOneFile<WriteCsv>},
     {".npz", "", kMotion | kFloat32 | kCompress | kProvenance, false, WriteArrays},

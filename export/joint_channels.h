@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <span>
 #include <vector>
 
@@ -15,11 +14,18 @@
 
 namespace exporters {
 
+// Which of the angles that give the same rotation are chosen. None is beyond `farthest` degrees, so
+// that a 32-bit float can hold it precisely: an angle that would be is brought back by whole turns.
+struct AngleChoice {
+    // The angles of nulls are those of the scene, which may jump. Otherwise the angles of a null
+    // are those of the scene in the first frame, and in each later one those that are nearest to
+    // the frame before. The angles of other joints are chosen in that way in any case.
+    bool keepsSceneAngles = false;
+    double farthest = 360.0;
+};
+
 // A joint has six channels: its position as seen from its parent (x, y, z) and its angles in
-// degrees (x, y, z; x turns first). The angles of a null are those of the scene, as they are. The
-// angles of other joints are computed and do not jump where a joint turns beyond 180 degrees. If a
-// joint turns by more than two turns, its angles are less than a turn apart, because a 32-bit float
-// could not hold larger ones precisely.
+// degrees (x, y, z; x turns first).
 class JointChannels {
   public:
     static constexpr std::size_t kCount = 6;
@@ -30,7 +36,7 @@ class JointChannels {
     // what `progress` throws.
     JointChannels(const headless::Scene& scene, const headless::Object& model,
                   const ExportedMotion& motion, std::vector<double> frames, bool turnsTop,
-                  const Progress& progress);
+                  const AngleChoice& angles, const Progress& progress);
 
     struct Range {
         double first = 0.0;  // the value in the first frame
@@ -47,26 +53,33 @@ class JointChannels {
   private:
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
+    // How a joint's channels are found.
+    enum class Way : unsigned char {
+        Objects,  // they are those of its object
+        Angles,   // the positions are those of its object, the angles are stored
+        Poses,    // the poses are evaluated, and all channels are stored
+    };
+
     double* Stored(std::size_t joint, std::size_t channel) {
-        return &stored_[(kCount * slots_[joint] + channel) * frames_.size()];
+        return &stored_[slots_[kCount * joint + channel] * frames_.size()];
     }
-    void MeasureObjects(std::size_t first, std::size_t end, std::vector<char>& turnsFar,
-                        const Progress& progress);
-    void ChooseStored(const std::vector<char>& turnsFar);
+    void ChooseWays(std::size_t first, std::size_t end, const Progress& progress);
+    bool KeepsAngles(std::size_t joint) const;
+    void ReserveSlots();
     void EvaluateFrames(std::size_t first, std::size_t end, const Progress& progress);
-    void FinishStored(std::size_t joint);
-    void Measure(std::size_t joint, std::size_t channel, std::span<const double> values);
-    bool TurnsFar(std::size_t joint) const;
-    void Unwind(std::size_t joint);
-    void Rewind(std::size_t joint);
+    void FinishJoint(std::size_t joint, std::span<double> values);
+    void ChooseAngles(std::size_t joint);
 
     const ExportedMotion& motion_;
     std::vector<double> frames_;
     bool turnsTop_;
+    AngleChoice choice_;
     ObjectChannels objects_;
-    std::vector<Range> ranges_;       // kCount for each joint
-    std::vector<std::size_t> slots_;  // for each joint, where it is stored; kNone if it is not
-    LargeArray<double> stored_;       // of each stored joint, one channel after the other
+    std::vector<Way> ways_;      // for each joint
+    std::vector<Range> ranges_;  // kCount for each joint
+    std::vector<std::size_t>
+        slots_;                  // for each channel, its place in stored_; kNone if it has none
+    LargeArray<double> stored_;  // one channel after the other
 };
 
 }  // namespace exporters

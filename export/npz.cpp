@@ -189,7 +189,7 @@ Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options&
     const Table table(scene, options, true);
     const std::size_t nameWidth = NameWidth(table);
     const FigureFacts facts = DescribeFigure(table.FirstModel(), options);
-    ArrayWriter arrays(out, options.compress);
+    ArrayWriter arrays(out, options.compress.value_or(false));
     if (options.float32)
         AddPoses<float>(arrays, table, progress);
     else

@@ -70,7 +70,7 @@ struct Options {
     // If this is set, all objects of the scene are written as joints. Otherwise only the joints and
     // end sites of the file are.
     bool allNodes = false;
-    // glTF only: whether to add a mesh of bone shapes, so that viewers show a figure.
+    // glTF and FBX only: whether to add a mesh of bone shapes, so that viewers show a figure.
     bool mesh = true;
     // glTF only: turn the frame of each joint so that its Y axis points to its child in the base
     // pose. Programs that draw a bone along its joint's Y axis then draw it to the child. No
@@ -81,8 +81,9 @@ struct Options {
     bool animationPerModel = false;
     // NumPy only: write numbers as 32-bit floats instead of 64-bit ones.
     bool float32 = false;
-    // NumPy only: compress the arrays.
-    bool compress = false;
+    // NumPy and FBX only: compress the arrays; of FBX, the values of the keys. By default only FBX
+    // compresses them.
+    std::optional<bool> compress = std::nullopt;
     // BVH only: the most digits after the decimal point of a coordinate or an angle. If this is not
     // set, enough digits are written that a reader computes positions with an error below a
     // millionth of the skeleton's size.

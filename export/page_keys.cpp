@@ -21,6 +21,8 @@ namespace {
 // second is in degrees.
 constexpr double kStillPosition = 1e-8;
 constexpr double kStillAngle = 1e-7;
+// The page shows the angles of the scene. Those within two turns fit into 32-bit floats well.
+constexpr AngleChoice kAngles = {.keepsSceneAngles = true, .farthest = 360.0};
 // The greatest difference between two positions whose power of two fits into a 32-bit float.
 constexpr double kFarthestPosition = 1e37;
 // The share of the time after which the poses are evaluated and the packing begins.
@@ -78,7 +80,7 @@ class KeyPacker {
                 frames[row] = table_.FrameOf(motion, row);
             const JointChannels& channels =
                 models_.emplace_back(scene, *models[model].object, motion, std::move(frames), true,
-                                     progress.Part(model, models.size()));
+                                     kAngles, progress.Part(model, models.size()));
             for (std::size_t joint = 0; joint < motion.Joints().size(); ++joint)
                 columns_.push_back({&channels, joint});
         }

@@ -36,10 +36,11 @@ SceneAngles FastAnglesOf(const double axes[3][3]) {
 }
 
 SceneAngles AnglesNear(const SceneAngles& angles, const SceneAngles& before) {
-    if (angles[0] == 0.0 && std::abs(angles[1]) > 90.0 - kDegrees * kLockedCosine) {
+    const double y = std::remainder(angles[1], 360.0);
+    if (angles[0] == 0.0 && std::abs(std::abs(y) - 90.0) < kDegrees * kLockedCosine) {
         // Only z - x is certain if y is 90 degrees, and only z + x if it is -90 degrees.
         const double x = before[0];
-        const double z = angles[1] > 0.0 ? angles[2] + x : angles[2] - x;
+        const double z = y > 0.0 ? angles[2] + x : angles[2] - x;
         return Unwound({x, angles[1], z}, before);
     }
     const SceneAngles same = Unwound(angles, before);

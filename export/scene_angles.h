@@ -15,7 +15,7 @@ using SceneAngles = std::array<double, 3>;
 SceneAngles FastAnglesOf(const double axes[3][3]);
 
 // Several sets of angles give the same rotation. Returns the one that is nearest to `before`, so
-// that angles do not jump when a joint turns beyond 180 degrees. `angles` comes from FastAnglesOf.
+// that angles do not jump when a joint turns beyond 180 degrees.
 SceneAngles AnglesNear(const SceneAngles& angles, const SceneAngles& before);
 
 }  // namespace exporters

@@ -257,7 +257,7 @@ class Take:
               compress: bool | None = None, csv_names: str | os.PathLike[str] | None = None, provenance: bool = False,
               make_folders: bool = False, no_clobber: bool = False,
               progress: Callable[[float], object] | None = None) -> None:
-        """Writes the take. The extension of the path is the format: .glb .gltf .bvh .csv .npz .svg .json and others that
+        """Writes the take. The extension of the path is the format: .glb .gltf .fbx .bvh .csv .npz .svg .json and others that
         `zkhost import --help` lists.
 
         The options are those of `zkhost import`, applied to the take as it is: scale multiplies its lengths, up says

@@ -135,7 +135,7 @@ TEST(ImportArguments, HaveOptionsOfOutputs) {
     EXPECT_FALSE(plain.exports.frames.has_value());
     EXPECT_FALSE(plain.exports.inPlace || plain.exports.allNodes || plain.exports.aim);
     EXPECT_FALSE(plain.exports.animationPerModel || plain.exports.float32);
-    EXPECT_FALSE(plain.exports.compress || plain.provenance || plain.noClobber);
+    EXPECT_FALSE(plain.exports.compress.has_value() || plain.provenance || plain.noClobber);
     EXPECT_EQ(plain.csvNames, "");
     const ImportRequest request =
         ParseImport({"walk.bvh", "-o", "a.glb", "-o", "a.npz", "-o", "a.csv", "--in-place",
@@ -143,7 +143,7 @@ TEST(ImportArguments, HaveOptionsOfOutputs) {
                      "--provenance", "--no-clobber", "--csv-names", "names.csv"});
     EXPECT_TRUE(request.exports.inPlace && request.exports.allNodes && request.exports.aim);
     EXPECT_TRUE(request.exports.animationPerModel && request.exports.float32);
-    EXPECT_TRUE(request.exports.compress && request.provenance && request.noClobber);
+    EXPECT_TRUE(request.exports.compress == true && request.provenance && request.noClobber);
     EXPECT_EQ(request.csvNames, "names.csv");
     EXPECT_FALSE(ParseImport({"walk.bvh", "-o", "a.glb", "--animations", "merged"})
                      .exports.animationPerModel);

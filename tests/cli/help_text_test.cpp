@@ -71,9 +71,9 @@ TEST(HelpOption, NamesEveryOutput) {
         EXPECT_THAT(cli::kImportHelp, HasSubstr("." + name)) << name;
         EXPECT_THAT(cli::kConvertHelp, HasSubstr(name)) << name;
     }
-    EXPECT_THAT(cli::kImportHelp, HasSubstr(".glb .gltf .bvh .csv .npz .html .svg .json\n"));
-    EXPECT_THAT(cli::kImportAllHelp, HasSubstr(".glb .gltf .bvh .csv .npz .html .svg .json\n"));
-    EXPECT_THAT(cli::kConvertHelp, HasSubstr("glb, gltf, bvh, csv, npz, html, svg or json\n"));
+    EXPECT_THAT(cli::kImportHelp, HasSubstr(".glb .gltf .fbx .bvh .csv .npz .html .svg .json\n"));
+    EXPECT_THAT(cli::kImportAllHelp, HasSubstr(".glb .gltf .fbx .bvh .csv .npz .html .svg .json\n"));
+    EXPECT_THAT(cli::kConvertHelp, HasSubstr("glb, gltf, fbx, bvh, csv, npz, html, svg or json\n"));
 }
 
 // A new option must not be forgotten in the text.
@@ -102,7 +102,7 @@ TEST(HelpOption, NamesEveryOption) {
                                "--aim",
                                "--animations",
                                "--float32",
-                               "--compress",
+                               "--[no-]compress",
                                "--provenance",
                                "--no-clobber"}) {
         EXPECT_THAT(cli::kImportAllHelp, HasSubstr(option));

@@ -9,6 +9,7 @@
 #include "bvh/biovision_import.h"
 #include "export/bvh.h"
 #include "export/csv.h"
+#include "export/fbx.h"
 #include "export/gltf.h"
 #include "export/npz.h"
 #include "export/page.h"
@@ -139,6 +140,7 @@ exporters::Notes ExportTo(const std::string& path, const exporters::Options& opt
     files::OutputFile file(path);
     exporters::Notes notes;
     if (extension == ".glb") notes = exporters::WriteGlb(file, CurrentScene(), options);
+    if (extension == ".fbx") notes = exporters::WriteFbx(file, CurrentScene(), options);
     if (extension == ".bvh") notes = exporters::WriteBvh(file, CurrentScene(), options);
     if (extension == ".csv") notes = exporters::WriteCsv(file, CurrentScene(), options);
     if (extension == ".npz") notes = exporters::WriteNpz(file, CurrentScene(), options, {});

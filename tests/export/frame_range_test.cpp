@@ -151,7 +151,7 @@ TEST(FrameRange, StartsAtSecondZeroInGltf) {
 
 TEST(FrameRange, HasToHoldAFrameOfEachMotion) {
     ASSERT_TRUE(exported::ImportText(Capture(1, 8) + Capture(1, 4)));
-    for (const char* extension : {".bvh", ".csv", ".glb", ".npz"}) {
+    for (const char* extension : {".bvh", ".csv", ".fbx", ".glb", ".npz"}) {
         EXPECT_NO_THROW(exported::Export(extension, kMiddle)) << extension;
         try {
             exported::Export(extension, {.frames = FrameRange{5, 8}});

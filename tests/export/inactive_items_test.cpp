@@ -78,7 +78,7 @@ TEST_P(InactiveItem, IsIgnoredByFactsTimelineAndEvaluation) {
 }
 
 TEST_P(InactiveItem, ChangesNoOutput) {
-    for (const char* extension : {".bvh", ".csv", ".glb", ".npz"}) {
+    for (const char* extension : {".bvh", ".csv", ".fbx", ".glb", ".npz"}) {
         Import({});
         const std::string without = exported::Export(extension);
         Import({GetParam().inactive});

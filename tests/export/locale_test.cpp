@@ -9,7 +9,7 @@ namespace {
 std::vector<std::string> ExportAll() {
     const exporters::Options options{.scale = 0.5, .framesPerSecond = 29.97};
     std::vector<std::string> exports;
-    for (const char* extension : {".glb", ".gltf", ".bvh", ".csv", ".npz"})
+    for (const char* extension : {".glb", ".gltf", ".fbx", ".bvh", ".csv", ".npz"})
         exports.push_back(exported::Export(extension, options));
     return exports;
 }

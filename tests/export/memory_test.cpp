@@ -60,7 +60,7 @@ TEST(ExportMemory, StaysInProportionToTheKeysOrTheFile) {
         for (const bool nulls : {true, false}) {
             ASSERT_TRUE(exported::ImportText(Hinges(channels), {.nulls = nulls}));
             const std::size_t keys = KeyBytes();
-            for (const char* path : {".glb", ".gltf", ".bvh", ".csv", ".npz"}) {
+            for (const char* path : {".glb", ".gltf", ".fbx", ".bvh", ".csv", ".npz"}) {
                 const support::TemporaryFolder folder;
                 const std::string file = folder.Path("out" + std::string(path));
                 const std::size_t before = support::memoryUse.live;

@@ -11,7 +11,7 @@ namespace refusal_test {
 
 using testing::HasSubstr;
 
-constexpr const char* kExtensions[] = {".glb", ".gltf", ".bvh", ".csv", ".npz"};
+constexpr const char* kExtensions[] = {".glb", ".gltf", ".fbx", ".bvh", ".csv", ".npz"};
 
 std::string Take(const char* offset, const char* frameTime, const char* value) {
     return std::string("HIERARCHY\nROOT Hips\n{\nOFFSET ") + offset +

@@ -56,6 +56,18 @@ const Row kRows[] = {
 INSTANTIATE_TEST_SUITE_P(, NearestAngles, testing::ValuesIn(kRows),
                          [](const auto& row) { return row.param.name; });
 
+// The angles of the scene may have a y beyond a quarter turn, where only those near 90 and 270
+// degrees are locked.
+TEST(AnglesNear, GivesTheSameRotationForAnyAngles) {
+    for (const double x : {0.0, 30.0})
+        for (int y = -360; y <= 360; y += 30)
+            for (const SceneAngles& before : {SceneAngles{0, 0, 0}, SceneAngles{100, 200, -300}}) {
+                const SceneAngles angles = {x, double(y), 70.0};
+                const SceneAngles found = exporters::AnglesNear(angles, before);
+                EXPECT_LT(Difference(Turned(found), Turned(angles)), 1e-9) << x << " " << y;
+            }
+}
+
 TEST(FastAnglesOf, GivesTheSameRotationEverywhere) {
     for (int x = -180; x <= 180; x += 15)
         for (int y = -90; y <= 90; y += 15)
