@@ -6,8 +6,8 @@ import os
 CYRILLIC = "\u0414\u043b\u0438\u043d\u043d\u043e\u0435\u0418\u043c\u044f" * 4
 NAMES = ["two words", "pelvis.R", "Bip01[0]", "Model::Arm", "Arm::Model", "say\"so\"", "it's", "a|b", "a/b\\c",
          "mixamorig:Hips", "\u8170", CYRILLIC, "L" * 63, "L" * 64, "L" * 62 + "\u00e9", "x.001", "x", "Lcl Rotation",
-         "d|X", "T", "\U0001f9b4", "caf\u00e9", "cafe\u0301", "a&b<c>", "100%", "#", "..", "position", "Body", "Armature",
-         "RootNode", "names", "names_Body"]
+         "d|X", "T", "\U0001f9b4", "caf\u00e9", "cafe\u0301", "a&b<c>", "100%", "#", "..", "position", "Body",
+         "Armature", "RootNode", "names", "names_Body"]
 
 ROOT = "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation"
 TURN = "CHANNELS 3 Zrotation Xrotation Yrotation"
@@ -55,6 +55,16 @@ def sliding():
     return "HIERARCHY\n" + joint("ROOT", "Hips", "0 0 0", ROOT, inner) + motion(rows)
 
 
+def nearly_at_rest():
+    """Joints that do not move, but are a little away from the base pose; programs may take them for being there."""
+    slides = "CHANNELS 6 Xposition Yposition Zposition Zrotation Xrotation Yrotation"
+    turn = "CHANNELS 3 Xrotation Yrotation Zrotation"
+    inner = joint("JOINT", "Spine", "0 0.2 0", turn, joint("JOINT", "Head", "0 0.3 0", slides, end("0 0.1 0")))
+    rows = [[0, 0.9, 0.1 * frame, 0, frame, 0] + [0.000001, 0.000002, 0.000005] + [0, 0.3005, 0, 0, 0, 0.0003]
+            for frame in range(4)]
+    return "HIERARCHY\n" + joint("ROOT", "Hips", "0 0 0", ROOT, inner) + motion(rows)
+
+
 def spins():
     """Turns of more than half a circle from frame to frame, and angles of many turns."""
     inner = joint("JOINT", "Spine", "0 20 0", TURN, joint("JOINT", "Head", "3 30 1", TURN, end("0 10 0")))
@@ -87,7 +97,8 @@ def files():
     return {
         "names": names(), "one-joint": one_joint([[frame, 2, 3, 10 * frame, 20, 30] for frame in range(4)]),
         "one-frame": one_joint(still), "pose": one_joint(still, "0"), "nothing-moves": one_joint(still * 5),
-        "lengthless": lengthless(), "sliding": sliding(), "spins": spins(), "far-away": far_away(),
+        "lengthless": lengthless(), "nearly-at-rest": nearly_at_rest(), "sliding": sliding(), "spins": spins(),
+        "far-away": far_away(),
         "crowd": crowd(3, True), "two": crowd(2, False), "skeleton name [1].0": one_joint(still * 2),
     }
 
