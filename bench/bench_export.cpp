@@ -8,6 +8,7 @@
 #include "bvh/biovision_import.h"
 #include "export/bvh.h"
 #include "export/csv.h"
+#include "export/fbx.h"
 #include "export/gltf.h"
 #include "export/npz.h"
 #include "export/page.h"
@@ -72,6 +73,8 @@ BENCHMARK_CAPTURE(BM_Export, GlbOfNulls, exporters::WriteGlb, true)->Apply(Shape
 BENCHMARK_CAPTURE(BM_Export, GlbOfBones, exporters::WriteGlb, false)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, BvhOfNulls, exporters::WriteBvh, true)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, BvhOfBones, exporters::WriteBvh, false)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, FbxOfNulls, exporters::WriteFbx, true)->Apply(Shapes);
+BENCHMARK_CAPTURE(BM_Export, FbxOfBones, exporters::WriteFbx, false)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, CsvOfNulls, exporters::WriteCsv, true)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, SvgOfNulls, WriteSvg, true)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, PageOfNulls, WritePage, true)->Apply(Shapes);

@@ -12,6 +12,7 @@
 #include "bvh/biovision_import.h"
 #include "export/bvh.h"
 #include "export/csv.h"
+#include "export/fbx.h"
 #include "export/gltf.h"
 #include "export/npz.h"
 #include "export/options.h"
@@ -19,6 +20,7 @@
 #include "export/svg.h"
 #include "files/output_file.h"
 #include "headless/session.h"
+#include "tests/export/fbx_file.h"
 #include "tests/fuzz/memory_file.h"
 #include "tests/fuzz/require.h"
 #include "tests/support/core/session_text.h"
@@ -53,7 +55,7 @@ struct Choices {
         options.inPlace = (first & 32) != 0;
         options.allNodes = (first & 64) != 0;
         options.aim = (first & 128) != 0;
-        options.compress = (second & 32) != 0;
+        if ((second & 32) != 0) options.compress = (second & 64) == 0;
         options.float32 = (second & 64) != 0;
         // A skeleton that hardly any scene fits.
         if ((second & 128) != 0)
@@ -134,6 +136,8 @@ class Exports {
               [&](text::ByteSink& out) { exporters::WriteSvg(out, CurrentScene(), options_, {}); });
         Write({"a.glb"},
               [&](text::ByteSink& out) { exporters::WriteGlb(out, CurrentScene(), options_); });
+        Write({"a.fbx"},
+              [&](text::ByteSink& out) { exporters::WriteFbx(out, CurrentScene(), options_); });
         Write({"a.gltf", "a.bin"}, [&](text::ByteSink& out) {
             files::OutputFile binary(Folder().Path("a.bin"));
             exporters::WriteGltf(out, binary, "a.bin", CurrentScene(), options_);
@@ -169,11 +173,21 @@ class Exports {
         }
     }
 
+    // The reader throws if anything in the file does not fit.
+    static void RequireFbx(const std::string& bytes) {
+        const exported::FbxFileReader fbx(bytes);
+        for (const auto& [id, object] : fbx.Objects())
+            Require(object.owner != -1 || object.kind == "AnimStack" || object.kind == "Pose",
+                    "an object that belongs to none");
+    }
+
     void RequireFormats() const {
         const auto glb = Bytes("a.glb");
         Require(!glb || (glb->starts_with("glTF") && glb->size() % 4 == 0), "no glTF file");
         const auto npz = Bytes("a.npz");
         Require(!npz || npz->starts_with("PK"), "no archive");
+        const auto fbx = Bytes("a.fbx");
+        if (fbx) RequireFbx(*fbx);
         const auto bvh = Bytes("a.bvh");
         Require(!bvh || bvh->empty() || bvh->starts_with("HIERARCHY"), "no BVH file");
         Require(glb.has_value() == Bytes("a.gltf").has_value(), "one glTF, but not the other");
