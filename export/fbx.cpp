@@ -76,8 +76,9 @@ class FbxBuilder {
 
     void AddMotion(FbxObjects& objects, const ExportedModel& model, const ExportedMotion& source,
                    const FbxSkeleton& skeleton, const Progress& progress) {
-        const FbxMotion& motion = motions_.emplace_back(
-            scene_, *model.object, source, skeleton.rest, options_.compress.value_or(true), times_, progress);
+        const FbxMotion& motion =
+            motions_.emplace_back(scene_, *model.object, source, skeleton.rest,
+                                  options_.compress.value_or(true), times_, progress);
         AddFbxAnimation(objects, motion, skeleton);
         if (takes_.empty()) settings_.framesPerSecond = motion.FramesPerSecond();
         settings_.stop = std::max(settings_.stop, motion.Stop());

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <span>
 
-#include "export/gltf_body.h"
+#include "export/body_mesh.h"
 #include "text/wide_text.h"
 
 namespace exporters {
@@ -21,7 +21,7 @@ struct MeshLists {
     std::vector<double> normals;        // x, y, z of each corner
 };
 
-MeshLists ListsOf(const GltfBody& body) {
+MeshLists ListsOf(const BodyMesh& body) {
     MeshLists lists;
     for (const auto& position : body.positions)
         lists.positions.insert(lists.positions.end(), position.begin(), position.end());
@@ -49,7 +49,7 @@ FbxNode& AddLayerElement(FbxNode& geometry, std::string_view type, std::string_v
     return element;
 }
 
-std::int64_t AddGeometry(FbxObjects& objects, const std::string& name, const GltfBody& body,
+std::int64_t AddGeometry(FbxObjects& objects, const std::string& name, const BodyMesh& body,
                          std::int64_t mesh) {
     const FbxObjects::Object geometry = objects.Add("Geometry", "Geometry", name, "Mesh");
     const MeshLists lists = ListsOf(body);
@@ -104,7 +104,7 @@ void AddCluster(FbxObjects& objects, std::string_view name, const FbxPlaced& joi
 }
 
 void AddSkin(FbxObjects& objects, const std::string& name, const ExportedMotion& pose,
-             std::span<const FbxPlaced> joints, const GltfBody& body, std::int64_t geometry) {
+             std::span<const FbxPlaced> joints, const BodyMesh& body, std::int64_t geometry) {
     const FbxObjects::Object skin = objects.Add("Deformer", "Deformer", name, "Skin");
     skin.node.AddInt("Version", 101);
     skin.node.Add("Link_DeformAcuracy").Double(50.0);
@@ -129,7 +129,7 @@ void AddFbxBody(FbxObjects& objects, const std::string& name, const ExportedMoti
     std::vector<Transform> globals;
     for (const FbxPlaced& joint : joints)
         globals.push_back(joint.global);
-    const GltfBody body = BuildBody(pose.Joints(), globals);
+    const BodyMesh body = BuildBody(pose.Joints(), globals);
     if (body.positions.empty()) return;
     const std::string bodyName = name + "_Body";
     const std::int64_t mesh = AddFbxModel(objects, bodyName, "Mesh", 0, {});

@@ -8,6 +8,7 @@
 
 #include "export/number_deflate.h"
 #include "export/run_parts.h"
+#include "export/single.h"
 #include "headless/text.h"
 #include "headless/transform.h"
 #include "text/wide_text.h"
@@ -38,12 +39,6 @@ std::vector<std::int64_t> TimesOf(const Timeline& timeline) {
         if (frame > 0) times[frame] = std::max(times[frame], times[frame - 1] + 1);
     }
     return times;
-}
-
-void RequireFloat(double value) {
-    // The comparison is negated, because a NaN must be refused too and compares as false.
-    if (!(std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max())))
-        throw ExportError("a number is not finite, or too large for FBX");
 }
 
 // Some programs compute other keys, and lose this one, if an angle changes by 180 degrees or more
@@ -117,15 +112,14 @@ void FbxMotion::ChooseCurves(const JointChannels& channels, const std::vector<do
                              const std::vector<std::int64_t>& keyTimes) {
     const FbxArray allTimes = times.ArrayOf(keyTimes);
     // One reader ignores a joint whose curves have one key each.
-    const FbxArray ends = times.ArrayOf(keyTimes.size() == 1
-                                            ? keyTimes
-                                            : std::vector{keyTimes.front(), keyTimes.back()});
+    const FbxArray ends = times.ArrayOf(
+        keyTimes.size() == 1 ? keyTimes : std::vector{keyTimes.front(), keyTimes.back()});
     for (std::size_t index = 0; index < rest.size(); ++index) {
         const std::size_t joint = index / JointChannels::kCount;
         const std::size_t channel = index % JointChannels::kCount;
         const auto [first, least, most] = channels.RangeOf(joint, channel);
-        RequireFloat(least);
-        RequireFloat(most);
+        RequireSingle(least);
+        RequireSingle(most);
         const bool isAngle = channel >= 3;
         const bool hasAllKeys = joint == 0 && isAngle;
         const double still = isAngle ? kStillAngle : stillPosition;

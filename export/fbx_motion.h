@@ -48,9 +48,10 @@ class FbxMotion {
     // `rest` has the values of all channels in the base pose: JointChannels::kCount for each joint.
     // `motion` must have frames. The turn of the motion is not applied. A channel gets no curve if
     // its value is always that of the base pose, and one with two keys, at its ends, if it has
-    // another value that never changes. Only the rotation of the first joint always has all keys, so that no
-    // motion is without curves. With `compress`, the values are compressed. Throws ExportError if a
-    // number does not fit, and what `progress` throws. `times` must live as long as this object.
+    // another value that never changes. Only the rotation of the first joint always has all keys,
+    // so that no motion is without curves. With `compress`, the values are compressed. Throws
+    // ExportError if a number does not fit, and what `progress` throws. `times` must live as long
+    // as this object.
     FbxMotion(const headless::Scene& scene, const headless::Object& model,
               const ExportedMotion& motion, const std::vector<double>& rest, bool compress,
               FbxTimes& times, const Progress& progress);

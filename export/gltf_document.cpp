@@ -7,6 +7,7 @@
 #include "export/motion_facts.h"
 #include "export/provenance.h"
 #include "export/quaternion.h"
+#include "export/single.h"
 #include "export/timeline.h"
 #include "headless/text.h"
 #include "text/wide_text.h"
@@ -24,8 +25,8 @@ std::array<float, 16> MatrixOf(const Transform& transform) {
     std::array<float, 16> matrix{};
     for (std::size_t row = 0; row < 3; ++row) {
         for (std::size_t column = 0; column < 3; ++column)
-            matrix[4 * row + column] = GltfFloat(transform.axes[row][column]);
-        matrix[12 + row] = GltfFloat(transform.origin[row]);
+            matrix[4 * row + column] = Single(transform.axes[row][column]);
+        matrix[12 + row] = Single(transform.origin[row]);
     }
     matrix[15] = 1.0F;
     return matrix;
@@ -39,7 +40,7 @@ json RotationJson(const Transform& transform) {
 void PutTransform(json& node, const Transform& transform) {
     const double* origin = transform.origin;
     for (int axis = 0; axis < 3; ++axis)
-        RequireGltfFloat(origin[axis]);
+        RequireSingle(origin[axis]);
     if (origin[0] != 0.0 || origin[1] != 0.0 || origin[2] != 0.0)
         node["translation"] = {origin[0], origin[1], origin[2]};
     const json rotation = RotationJson(transform);
@@ -187,7 +188,7 @@ std::size_t GltfDocument::AddSkin(const std::string& name, std::size_t holder) {
 // The node of the mesh is a root node. A parent would have no effect, because glTF ignores the
 // transform of a node with a skinned mesh.
 void GltfDocument::AddBody(const std::string& name, std::size_t skin, Model& parts) {
-    const GltfBody& body = parts.body;
+    const BodyMesh& body = parts.body;
     if (body.positions.empty()) return;
     parts.weights.assign(body.positions.size(), {255, 0, 0, 0});
     const auto vertices = [&](const auto& list, GltfComponent component, const char* type,

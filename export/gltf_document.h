@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "export/body_mesh.h"
 #include "export/exported_motion.h"
-#include "export/gltf_body.h"
 #include "export/gltf_buffer.h"
 #include "export/gltf_frames.h"
 #include "export/gltf_names.h"
@@ -41,7 +41,7 @@ class GltfDocument {
         std::size_t holder = 0;            // index of the node above the joints
         std::optional<GltfFrames> frames;  // set by AddModel
         std::vector<std::array<float, 16>> inverseBinds;
-        GltfBody body;
+        BodyMesh body;
         std::vector<std::array<std::uint8_t, 4>> weights;
         std::deque<GltfMotion> motions;
     };

@@ -6,6 +6,7 @@
 
 #include "export/finite_check.h"
 #include "export/quaternion.h"
+#include "export/single.h"
 #include "headless/text.h"
 #include "text/wide_text.h"
 
@@ -18,7 +19,7 @@ using RotationValue = GltfTrack<4>::Value;
 using TranslationValue = GltfTrack<3>::Value;
 
 TranslationValue TranslationOf(const Transform& local) {
-    return {GltfFloat(local.origin[0]), GltfFloat(local.origin[1]), GltfFloat(local.origin[2])};
+    return {Single(local.origin[0]), Single(local.origin[1]), Single(local.origin[2])};
 }
 
 RotationValue RotationOf(const Transform& local, const RotationValue& before) {
@@ -32,7 +33,7 @@ constexpr RotationValue kNoRotation = {0.0F, 0.0F, 0.0F, 1.0F};
 std::vector<float> TimesOf(const Timeline& timeline) {
     std::vector<float> times(timeline.frames.size());
     for (std::size_t frame = 0; frame < times.size(); ++frame) {
-        times[frame] = GltfFloat(timeline.Seconds(frame));
+        times[frame] = Single(timeline.Seconds(frame));
         // glTF requires each time to be larger than the time before it. If rounding made two times
         // equal, the second becomes the next larger float.
         if (frame > 0 && times[frame] <= times[frame - 1])
@@ -56,17 +57,6 @@ std::unordered_set<const Object*> TurnedByCurves(const headless::Scene& scene, c
 }
 
 }  // namespace
-
-void RequireGltfFloat(double value) {
-    // The comparison is negated, because a NaN must be refused too and compares as false.
-    if (!(std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max())))
-        throw ExportError("a number is not finite, or too large for glTF");
-}
-
-float GltfFloat(double value) {
-    RequireGltfFloat(value);
-    return static_cast<float>(value);
-}
 
 GltfMotion BuildGltfMotion(const headless::Scene& scene, const Object& model,
                            const ExportedMotion& motion, const GltfFrames& gltfFrames,

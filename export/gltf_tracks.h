@@ -15,13 +15,6 @@
 
 namespace exporters {
 
-// Rounds the value to a 32-bit float, because the buffer holds such numbers. Throws ExportError if
-// the value is not finite or too large for 32 bits.
-float GltfFloat(double value);
-// Throws ExportError if the value is not finite or too large for 32 bits. This function checks
-// numbers that are written in the JSON, because readers store them in 32 bits too.
-void RequireGltfFloat(double value);
-
 // The values of one property of one joint, frame by frame. By default, the values are stored only
 // if one of them differs from the value of the joint's node. A property that never changes then
 // needs no memory.

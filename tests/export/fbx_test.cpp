@@ -224,7 +224,7 @@ TEST(Fbx, RefusesWhatItCannotHold) {
         {"SlowestRate", {.framesPerSecond = 1e-9}, "the motion is too long for FBX"},
         {"HugeLengths",
          {.scale = 1e38, .mesh = false},
-         "a number is not finite, or too large for FBX"},
+         "a number is not finite, or too large for a 32-bit float"},
     };
     for (const RefusedRow& row : rows) {
         try {

@@ -15,7 +15,7 @@ namespace exporters {
 // A mesh of triangles that share no vertices, so that each triangle has one normal. The first three
 // lists have one element for each vertex. Each vertex moves with one joint. `indices` has three
 // indices of vertices for each triangle.
-struct GltfBody {
+struct BodyMesh {
     std::vector<std::array<float, 3>> positions;
     std::vector<std::array<float, 3>> normals;
     std::vector<std::array<std::uint16_t, 4>> joints;  // only the first of the four is used
@@ -32,6 +32,6 @@ inline constexpr std::size_t kMostBodyJoints = 65536;
 // the position of their parent joint. `globals` holds the global transform of each joint in the
 // base pose. There must be at most kMostBodyJoints joints. Throws ExportError if a coordinate is
 // not finite or too large for 32 bits.
-GltfBody BuildBody(const std::vector<Joint>& joints, std::span<const headless::Transform> globals);
+BodyMesh BuildBody(const std::vector<Joint>& joints, std::span<const headless::Transform> globals);
 
 }  // namespace exporters

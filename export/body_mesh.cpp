@@ -1,9 +1,9 @@
-#include "export/gltf_body.h"
+#include "export/body_mesh.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "export/gltf_tracks.h"
+#include "export/single.h"
 
 namespace exporters {
 namespace {
@@ -69,7 +69,7 @@ class BodyBuilder {
         size_ = most > 0.0 ? 2.0 * most : 1.0;
     }
 
-    GltfBody Build() {
+    BodyMesh Build() {
         for (std::size_t joint = 0; joint < joints_.size(); ++joint)
             if (joints_[joint].parent != Joint::kNoParent) AddBone(joints_[joint].parent, joint);
         for (std::size_t joint = 0; joint < joints_.size(); ++joint)
@@ -117,10 +117,8 @@ class BodyBuilder {
         const Vector normal = Unit(Cross(b - a, c - a));
         for (const Vector& corner : {a, b, c}) {
             body_.indices.push_back(static_cast<std::uint32_t>(body_.positions.size()));
-            body_.positions.push_back(
-                {GltfFloat(corner.x), GltfFloat(corner.y), GltfFloat(corner.z)});
-            body_.normals.push_back(
-                {GltfFloat(normal.x), GltfFloat(normal.y), GltfFloat(normal.z)});
+            body_.positions.push_back({Single(corner.x), Single(corner.y), Single(corner.z)});
+            body_.normals.push_back({Single(normal.x), Single(normal.y), Single(normal.z)});
             body_.joints.push_back({static_cast<std::uint16_t>(joint), 0, 0, 0});
         }
     }
@@ -129,13 +127,13 @@ class BodyBuilder {
     std::span<const Transform> globals_;
     std::vector<bool> hasBoneShape_;
     double size_;
-    GltfBody body_;
+    BodyMesh body_;
 };
 
 }  // namespace
 
-GltfBody BuildBody(const std::vector<Joint>& joints, std::span<const Transform> globals) {
-    return joints.empty() ? GltfBody() : BodyBuilder(joints, globals).Build();
+BodyMesh BuildBody(const std::vector<Joint>& joints, std::span<const Transform> globals) {
+    return joints.empty() ? BodyMesh() : BodyBuilder(joints, globals).Build();
 }
 
 }  // namespace exporters
