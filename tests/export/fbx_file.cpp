@@ -48,9 +48,9 @@ class Reader {
     void ReadList(FbxRecord& owner, std::uint64_t end) {
         owner.hasList = true;
         while (true) {
-            const std::uint64_t next = Number<std::uint64_t>();
-            const std::uint64_t count = Number<std::uint64_t>();
-            const std::uint64_t size = Number<std::uint64_t>();
+            const auto next = Number<std::uint64_t>();
+            const auto count = Number<std::uint64_t>();
+            const auto size = Number<std::uint64_t>();
             const std::string_view name = Take(Number<std::uint8_t>());
             if (next == 0) {
                 Require(count == 0 && size == 0 && name.empty(), "record that ends a list");
