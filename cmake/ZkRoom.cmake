@@ -75,7 +75,7 @@ function(zk_precompile_gmock)
 endfunction()
 
 # zk_test(NAME SOURCES ... LINKS ... [DEFINITIONS ...] [TIMEOUT seconds]): a GoogleTest program. Each of
-# its cases is a test of CTest.
+# its cases is a test of CTest, or all together are one if starting a process for each takes too long.
 function(zk_test name)
   cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;LINKS;DEFINITIONS" ${ARGN})
   if(NOT TEST_TIMEOUT)
@@ -88,6 +88,12 @@ function(zk_test name)
   zk_common(${name})
   target_compile_options(${name} PRIVATE ${ZKMOCAP_TEST_OPTIONS})
   target_precompile_headers(${name} REUSE_FROM zk_precompiled_gmock)
+  if(ZKMOCAP_TEST_TOGETHER)
+    # A program whose single cases may take long starts early.
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 1200 COST ${TEST_TIMEOUT} ENVIRONMENT LC_ALL=C.UTF-8)
+    return()
+  endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120
     # Each property has one value; the items of a list would become further properties.
     PROPERTIES TIMEOUT ${TEST_TIMEOUT} ENVIRONMENT LC_ALL=C.UTF-8)
