@@ -24,6 +24,7 @@ A row of the table:
 import argparse
 import filecmp
 import json
+import os
 import pathlib
 import re
 import sys
@@ -38,6 +39,8 @@ from program_runs import Failure, Program, compare_findings, lines_that_do, same
 
 HERE = pathlib.Path(__file__).resolve().parent
 BOUNDS = {"nulls": 1e-9, "bones": 1e-6}
+# A build with sanitizers leaves out runs whose code other runs execute too; only their results are compared.
+SLOW = "ZKMOCAP_SLOW_BUILD" in os.environ
 
 
 def same_arrays(one, other):
@@ -73,7 +76,7 @@ class Case:
         yield from self.motions(checked)
         if checked and any(finding["severity"] == "warning" for finding in checked):
             self.program.refused(self.row["files"], ["--strict"], self.folder / "strict")
-        if self.row["outcome"] == "right" and not self.options and self.left_alone(checked):
+        if self.row["outcome"] == "right" and not self.options and not SLOW and self.left_alone(checked):
             yield from self.as_is()
         if not self.options:
             yield from self.fixed(checked)
