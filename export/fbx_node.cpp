@@ -137,15 +137,15 @@ FbxNode& FbxNode::CopyArray(const FbxArray& array) {
 }
 
 FbxNode& FbxNode::Add(std::string_view name) {
-    return children_.emplace_back(name);
+    return *children_.emplace_back(std::make_unique<FbxNode>(name));
 }
 
 std::uint64_t FbxNode::Place(std::uint64_t begin) {
     end_ = begin + kNodeHeader + name_.size() + PropertyBytes();
     nodes_ = 1;
-    for (FbxNode& child : children_) {
-        end_ = child.Place(end_);
-        nodes_ += child.nodes_;
+    for (const std::unique_ptr<FbxNode>& child : children_) {
+        end_ = child->Place(end_);
+        nodes_ += child->nodes_;
     }
     if (HasList()) end_ += kNodeHeader;
     return end_;
@@ -179,7 +179,7 @@ void FbxFile::Write(text::ByteSink& out, const Progress& progress) {
             levels.pop_back();
             continue;
         }
-        const FbxNode& node = level.node->children_[level.next++];
+        const FbxNode& node = *level.node->children_[level.next++];
         progress.Report(nodes++, root_.nodes_);
         AppendNumber(bytes.Bytes(), node.end_);
         AppendNumber(bytes.Bytes(), node.count_);

@@ -9,11 +9,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
 #include "export/progress.h"
 #include "text/byte_sink.h"
@@ -102,7 +103,7 @@ class FbxNode {
     std::uint64_t count_ = 0;  // of the properties
     std::string properties_;   // up to the bytes of the array, if there is one
     std::string_view array_;   // the bytes of the array
-    std::deque<FbxNode> children_;
+    std::vector<std::unique_ptr<FbxNode>> children_;
     bool isListClosed_ = false;
     std::uint64_t end_ = 0;  // the offset in the file of the first byte after the node
     std::size_t nodes_ = 0;  // this node and all below it, counted by Place
