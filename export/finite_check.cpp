@@ -29,6 +29,17 @@ void RequireFiniteKeys(const Object& model, const headless::ActionItem& item) {
 
 }  // namespace
 
+// The sum is infinite or NaN if one of the numbers in it is.
+bool HoldsFiniteNumbers(const headless::Transform& transform) {
+    double sum = 0.0;
+    for (int row = 0; row < 3; ++row) {
+        sum += std::abs(transform.origin[row]);
+        for (int column = 0; column < 3; ++column)
+            sum += std::abs(transform.axes[row][column]);
+    }
+    return IsFinite(sum);
+}
+
 void RequireFinite(const Object& model, const headless::ActionSource* motion) {
     headless::WalkObjects(model, [&](const Object& object, std::size_t) {
         const bool isFinite = std::all_of(object.local.begin(), object.local.end(), IsFinite) &&

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "headless/scene.h"
+#include "headless/transform.h"
 
 namespace exporters {
 
@@ -12,6 +13,9 @@ namespace exporters {
 inline bool IsFinite(double value) {
     return std::isfinite(value);
 }
+
+// Whether all numbers of the transform are finite.
+bool HoldsFiniteNumbers(const headless::Transform& transform);
 
 // Checks the values at rest of the model and of all objects under it, and the values and key times
 // of the active items of `motion`. Throws ExportError if one of them is not finite. The message

@@ -18,17 +18,6 @@ using headless::Transform;
 constexpr double kChosenShare = 0.3;
 constexpr double kEvaluatedShare = 0.8;
 
-// The sum is infinite or NaN if one of the numbers in it is.
-bool IsFiniteTransform(const Transform& transform) {
-    double sum = 0.0;
-    for (int row = 0; row < 3; ++row) {
-        sum += std::abs(transform.origin[row]);
-        for (int column = 0; column < 3; ++column)
-            sum += std::abs(transform.axes[row][column]);
-    }
-    return IsFinite(sum);
-}
-
 // If the sum of the three differences is below 180 degrees, no other angles of the same rotation
 // are nearer: those that differ by whole turns are farther, and the sum of the differences between
 // two other solutions (see AnglesNear) is at least 360 degrees.
@@ -131,7 +120,7 @@ void JointChannels::EvaluateFrames(std::size_t first, std::size_t end, const Pro
         if (turnsTop_) motion_.TurnTopJoints(locals);
         for (std::size_t joint = 0; joint < ways_.size(); ++joint) {
             if (ways_[joint] != Way::Poses) continue;
-            if (!IsFiniteTransform(locals[joint]))
+            if (!HoldsFiniteNumbers(locals[joint]))
                 throw ExportError("the position or rotation of a joint is not a finite number");
             const SceneAngles angles = FastAnglesOf(locals[joint].axes);
             for (std::size_t axis = 0; axis < 3; ++axis) {

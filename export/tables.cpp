@@ -20,17 +20,6 @@ bool SameRate(double a, double b) {
     return std::abs(a - b) <= 1e-9 * std::max(a, b);
 }
 
-// The sum is infinite or NaN if one of the numbers in it is.
-bool HoldsFiniteNumbers(const Transform& transform) {
-    double sum = 0.0;
-    for (int row = 0; row < 3; ++row) {
-        sum += std::abs(transform.origin[row]);
-        for (int column = 0; column < 3; ++column)
-            sum += std::abs(transform.axes[row][column]);
-    }
-    return IsFinite(sum);
-}
-
 }  // namespace
 
 Table::Table(const headless::Scene& scene, const Options& options, bool even) {

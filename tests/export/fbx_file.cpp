@@ -11,7 +11,6 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr std::string_view kMagic = "Kaydara FBX Binary  \0\x1A\0"sv;
-constexpr std::size_t kEmptyRecord = 25;
 
 void Require(bool isTrue, const std::string& what) {
     if (!isTrue) throw std::runtime_error("bad FBX: " + what);
