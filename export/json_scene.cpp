@@ -172,7 +172,7 @@ class SceneWriter {
 
     // Most curves of a motion share one array of times. The text of the array is therefore kept for
     // the next curve.
-    void WriteTimes(const std::shared_ptr<const std::vector<double>>& times) {
+    void WriteTimes(const std::shared_ptr<const headless::NumberArray>& times) {
         if (!times) {
             line_ += "[]";
             return;
@@ -187,14 +187,14 @@ class SceneWriter {
     }
 
     // Writes the text in parts, so that a long array needs little memory.
-    void WriteNumbers(const std::vector<double>& numbers) {
+    void WriteNumbers(const headless::NumberArray& numbers) {
         AppendNumbers(line_, numbers, [&] {
             if (line_.size() > kLongLine) Flush();
         });
     }
 
     template <class AfterEach>
-    static void AppendNumbers(std::string& text, const std::vector<double>& numbers,
+    static void AppendNumbers(std::string& text, const headless::NumberArray& numbers,
                               AfterEach after) {
         text += '[';
         bool first = true;
@@ -215,7 +215,7 @@ class SceneWriter {
     std::size_t curveCount_;
     std::size_t writtenCurves_ = 0;
     std::string line_;
-    std::shared_ptr<const std::vector<double>> lastTimes_;
+    std::shared_ptr<const headless::NumberArray> lastTimes_;
     std::string timesText_;
 };
 

@@ -15,7 +15,7 @@ namespace {
 using headless::ActionSource;
 using headless::Object;
 
-std::size_t CountNonFinite(const std::vector<double>& values) {
+std::size_t CountNonFinite(const headless::NumberArray& values) {
     return static_cast<std::size_t>(
         std::count_if(values.begin(), values.end(), std::not_fn(IsFinite)));
 }

@@ -47,7 +47,9 @@ void ObjectChannels::AddItem(const headless::ActionItem& item, std::size_t chann
     tracks.values[channel] = nullptr;
     if (!item.IsCurve()) return;
     const headless::Keys& own = item.GetCurve().keys;
-    const bool isKnown = own.times && (own.times.get() == knownTimes_ || *own.times == keys);
+    const bool isKnown =
+        own.times && (own.times.get() == knownTimes_ ||
+                      std::equal(own.times->begin(), own.times->end(), keys.begin(), keys.end()));
     if (isKnown) knownTimes_ = own.times.get();
     tracks.isReadable &= isKnown;
     if (isKnown) tracks.values[channel] = own.values.get();
@@ -60,7 +62,7 @@ void ObjectChannels::Read(std::size_t joint, std::size_t channel, std::span<doub
         std::fill(values.begin(), values.end(), factor * tracks.constants[channel]);
         return;
     }
-    const std::vector<double>& keys = *tracks.values[channel];
+    const headless::NumberArray& keys = *tracks.values[channel];
     for (std::size_t index = 0; index < values.size(); ++index)
         values[index] = factor * keys[keyOf_[index]];
 }

@@ -33,7 +33,7 @@ class ObjectChannels {
         bool isReadable = false;
         double constants[kChannels] = {};
         // For each channel, the values of its keys; null if the channel is constant.
-        const std::vector<double>* values[kChannels] = {};
+        const headless::NumberArray* values[kChannels] = {};
     };
 
     // Finds the key of each frame. Returns false if a frame between two keys has none.
@@ -42,9 +42,10 @@ class ObjectChannels {
                  const std::vector<double>& keys, JointTracks& tracks);
 
     double scale_ = 1.0;
-    std::vector<std::size_t> keyOf_;                   // for each frame, the index of its key
-    std::vector<JointTracks> joints_;                  // for each joint
-    const std::vector<double>* knownTimes_ = nullptr;  // times that are those of the motion's keys
+    std::vector<std::size_t> keyOf_;   // for each frame, the index of its key
+    std::vector<JointTracks> joints_;  // for each joint
+    const headless::NumberArray* knownTimes_ =
+        nullptr;  // times that are those of the motion's keys
 };
 
 }  // namespace exporters

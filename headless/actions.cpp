@@ -1,7 +1,7 @@
 // Sets keys, adds items to actions, creates clips and applies actions.
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <iterator>
 #include <utility>
 
 #include "headless/driven.h"
@@ -12,49 +12,34 @@ namespace headless {
 
 namespace {
 
-using Values = std::vector<double>;
+double NumberIn(double time) {
+    return time;
+}
+double NumberIn(const Zelk::CValue& value) {
+    return value.AsDouble();
+}
 
-// An iterator over host values that returns each of them as a double. It claims to be a random
-// access iterator, so that std::vector knows the number of values and allocates memory only once.
-class Numbers {
-  public:
-    using iterator_category = std::random_access_iterator_tag;
-    using value_type = double;
-    using difference_type = std::ptrdiff_t;
-    using pointer = const double*;
-    using reference = double;
-
-    explicit Numbers(const Zelk::CValue* value) : value_(value) {}
-    double operator*() const { return value_->AsDouble(); }
-    Numbers& operator++() {
-        ++value_;
-        return *this;
-    }
-    difference_type operator-(const Numbers& other) const { return value_ - other.value_; }
-    bool operator==(const Numbers&) const = default;
-
-  private:
-    const Zelk::CValue* value_;
-};
-
-// Returns the kept numbers, followed by the new ones. Memory is allocated only once, because
-// motions are long.
-template <class Iterator>
-std::shared_ptr<const Values> Joined(const Values* kept, Iterator begin, Iterator end) {
-    if (kept == nullptr || kept->empty()) return std::make_shared<const Values>(begin, end);
-    Values joined;
-    joined.reserve(kept->size() + static_cast<std::size_t>(end - begin));
-    joined.insert(joined.end(), kept->begin(), kept->end());
-    for (; !(begin == end); ++begin)
-        joined.push_back(*begin);
-    return std::make_shared<const Values>(std::move(joined));
+// Returns the kept numbers, followed by the added ones. If there is nothing to keep, and the memory
+// of the added numbers is shared, they are not copied.
+template <class Array>
+std::shared_ptr<const NumberArray> Joined(const NumberArray* kept, const Array& added) {
+    const std::uint32_t count = added.GetCount();
+    const std::size_t before = kept == nullptr ? 0 : kept->size();
+    if (before == 0 && added.Shared())
+        return std::make_shared<const NumberArray>(added.Shared(), count);
+    const std::shared_ptr<double[]> joined(new double[before + count]);
+    if (before != 0) std::copy(kept->begin(), kept->end(), joined.get());
+    for (std::uint32_t index = 0; index < count; ++index)
+        joined[before + index] = NumberIn(added[index]);
+    return std::make_shared<const NumberArray>(joined, before + count);
 }
 
 // Compares the bits, so that NaN equals NaN.
-bool SameTimes(const Values& stored, const Zelk::CTimeArray& times) {
+bool SameTimes(const NumberArray& stored, const Zelk::CTimeArray& times) {
     const std::uint32_t count = times.GetCount();
     return stored.size() == count &&
-           (count == 0 || std::memcmp(stored.data(), &times[0], count * sizeof(double)) == 0);
+           (count == 0 || stored.data() == &times[0] ||
+            std::memcmp(stored.data(), &times[0], count * sizeof(double)) == 0);
 }
 
 }  // namespace
@@ -64,14 +49,12 @@ Zelk::CStatus SceneEditor::SetKeys(Curve& curve, const Zelk::CTimeArray& times,
     const std::uint32_t count = times.GetCount();
     if (values.GetCount() != count) return Zelk::status::kInvalidArgument;
     const Keys kept = keepExisting ? curve.keys : Keys();
-    const double* const firstTime = count == 0 ? nullptr : &times[0];
-    const Zelk::CValue* const firstValue = count == 0 ? nullptr : &values[0];
 
     Keys keys;
     keys.times = records_.lastTimes.lock();
     if (kept.Count() != 0 || !keys.times || !SameTimes(*keys.times, times))
-        keys.times = Joined(kept.times.get(), firstTime, firstTime + count);
-    keys.values = Joined(kept.values.get(), Numbers(firstValue), Numbers(firstValue + count));
+        keys.times = Joined(kept.times.get(), times);
+    keys.values = Joined(kept.values.get(), values);
 
     records_.lastTimes = keys.times;
     curve.keys = std::move(keys);

@@ -31,8 +31,8 @@ Transform GlobalOf(const Object* object) {
 
 // A curve that drives a channel.
 struct Driver {
-    std::size_t axis = 0;                         // index in Impl::axes
-    const std::vector<double>* values = nullptr;  // null if no curve drives the channel
+    std::size_t axis = 0;                 // index in Impl::axes
+    const NumberArray* values = nullptr;  // null if no curve drives the channel
 };
 
 // What is needed to compute an object's transform at a frame. Objects are given by their indexes in
@@ -80,13 +80,13 @@ struct HEADLESS_HIDDEN MotionEvaluator::Impl {
     Transform parentGlobal;  // the global transform of the model's parent
     // The index of each object in `objects`; kNone while the object is not listed there yet.
     std::unordered_map<const Object*, std::size_t> indexes;
-    std::unordered_map<const std::vector<double>*, std::size_t> axisOfTimes;  // index in `axes`
+    std::unordered_map<const NumberArray*, std::size_t> axisOfTimes;  // index in `axes`
 
     void PutInOrder(const Object& model);
     void BuildEntries();
     void Resolve(const Scene& scene, const Object& model, const ActionSource& motion);
     void Attach(std::size_t index, std::size_t channel, const ActionItem& item);
-    std::size_t AxisOf(const std::vector<double>& times);
+    std::size_t AxisOf(const NumberArray& times);
 
     Intervals IntervalsAt(double frame) const;
     double Value(const Entry& entry, std::size_t channel, double undriven,
@@ -152,7 +152,7 @@ void MotionEvaluator::Impl::BuildEntries() {
     }
 }
 
-std::size_t MotionEvaluator::Impl::AxisOf(const std::vector<double>& times) {
+std::size_t MotionEvaluator::Impl::AxisOf(const NumberArray& times) {
     const auto [found, isNew] = axisOfTimes.try_emplace(&times, axes.size());
     if (isNew) axes.emplace_back(times);
     return found->second;
@@ -298,7 +298,7 @@ void MotionEvaluator::EvaluateLocal(double frame, std::span<Transform> locals) c
 
 double SecondsPerFrame(const ActionSource& motion) {
     double last = -std::numeric_limits<double>::infinity();
-    WalkKeyTimes(motion, [&](const std::vector<double>& times) {
+    WalkKeyTimes(motion, [&](const NumberArray& times) {
         // With the arguments in this order, std::max returns `last` if `time` is NaN.
         for (const double time : times)
             last = std::max(last, time);

@@ -8,7 +8,7 @@ namespace headless {
 namespace {
 
 // Whether each time is larger than the one before it. Returns false if one of the times is NaN.
-bool Rises(const std::vector<double>& times) {
+bool Rises(std::span<const double> times) {
     for (std::size_t index = 1; index < times.size(); ++index)
         if (!(times[index - 1] < times[index])) return false;
     return times.empty() || !std::isnan(times.front());
@@ -16,7 +16,7 @@ bool Rises(const std::vector<double>& times) {
 
 }  // namespace
 
-KeyAxis::KeyAxis(const std::vector<double>& times) {
+KeyAxis::KeyAxis(std::span<const double> times) {
     if (Rises(times)) {
         sorted_ = times;
         return;
@@ -25,7 +25,7 @@ KeyAxis::KeyAxis(const std::vector<double>& times) {
     for (std::size_t key = 0; key < times.size(); ++key)
         if (!std::isnan(times[key])) keys.push_back(key);
     std::stable_sort(keys.begin(), keys.end(),
-                     [&times](std::size_t a, std::size_t b) { return times[a] < times[b]; });
+                     [times](std::size_t a, std::size_t b) { return times[a] < times[b]; });
     for (const std::size_t key : keys) {
         if (!order_.empty() && ownTimes_.back() == times[key]) {
             order_.back() = key;

@@ -13,7 +13,7 @@ class KeyAxis {
   public:
     // `times` must exist as long as the axis. If the times are in rising order already, they are
     // not copied.
-    explicit KeyAxis(const std::vector<double>& times);
+    explicit KeyAxis(std::span<const double> times);
     KeyAxis(KeyAxis&&) = default;
     KeyAxis(const KeyAxis&) = delete;
 
@@ -38,7 +38,7 @@ class KeyAxis {
     std::vector<std::size_t> order_;  // the index of the key that ownTimes_[i] belongs to
 };
 
-inline double ValueAt(const std::vector<double>& values, const KeyAxis::Interval& interval) {
+inline double ValueAt(std::span<const double> values, const KeyAxis::Interval& interval) {
     const double before = values[interval.before];
     // At a key the result is the exact value of the key. The formula below would multiply by 0,
     // which gives NaN if one of the two values is infinite.

@@ -16,9 +16,9 @@ bool IsFinite(double time) {
 }  // namespace
 
 std::vector<double> KeyTimes(const ActionSource& motion) {
-    std::unordered_set<const std::vector<double>*> seen;
+    std::unordered_set<const NumberArray*> seen;
     std::vector<double> keyTimes;
-    WalkKeyTimes(motion, [&](const std::vector<double>& times) {
+    WalkKeyTimes(motion, [&](const NumberArray& times) {
         if (!seen.insert(&times).second) return;
         std::copy_if(times.begin(), times.end(), std::back_inserter(keyTimes), IsFinite);
     });

@@ -15,10 +15,10 @@ namespace headless {
 // again.
 template <class Visit>
 void WalkKeyTimes(const ActionSource& motion, Visit visit) {
-    const std::vector<double>* last = nullptr;
+    const NumberArray* last = nullptr;
     for (const ActionItem& item : motion.items) {
         if (!item.active || !item.IsCurve()) continue;
-        const std::vector<double>* const times = item.GetCurve().keys.times.get();
+        const NumberArray* const times = item.GetCurve().keys.times.get();
         if (times == nullptr || times == last) continue;
         last = times;
         visit(*times);

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "headless/name_table.h"
+#include "headless/number_array.h"
 #include "host/export.h"
 #include "host/ref.h"
 #include "host/string.h"
@@ -33,8 +34,8 @@ struct Object;
 // share the array of times if they get keys with the same times one directly after the other, and
 // if no older keys are kept.
 struct Keys {
-    std::shared_ptr<const std::vector<double>> times;
-    std::shared_ptr<const std::vector<double>> values;
+    std::shared_ptr<const NumberArray> times;
+    std::shared_ptr<const NumberArray> values;
     std::size_t Count() const { return times ? times->size() : 0; }
 };
 

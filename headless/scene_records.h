@@ -97,7 +97,7 @@ struct HEADLESS_HIDDEN Scene::Impl {
     // The first effector in the list of those whose `effectorDirty` is true. `dirtyNext` points to
     // the next effector in the list. Between operations the list is empty, unless memory ran out.
     Node* dirtyEffectors = nullptr;
-    std::weak_ptr<const std::vector<double>> lastTimes;  // the times of the keys that were set last
+    std::weak_ptr<const NumberArray> lastTimes;  // the times of the keys that were set last
 };
 
 }  // namespace headless

@@ -48,7 +48,10 @@ double BoxSize(const std::vector<Vec3>& positions) {
 
 std::vector<double> FramesOf(const headless::ActionSource& motion) {
     for (const headless::ActionItem& item : motion.items)
-        if (item.IsCurve() && item.GetCurve().keys.Count() > 0) return *item.GetCurve().keys.times;
+        if (item.IsCurve() && item.GetCurve().keys.Count() > 0) {
+            const headless::NumberArray& times = *item.GetCurve().keys.times;
+            return {times.begin(), times.end()};
+        }
     return {};
 }
 

@@ -11,8 +11,9 @@ using testing::ElementsAre;
 
 headless::ActionItem CurveAt(std::vector<double> times) {
     auto curve = std::make_unique<headless::Curve>();
-    curve->keys.values = std::make_shared<std::vector<double>>(times.size(), 0.0);
-    curve->keys.times = std::make_shared<std::vector<double>>(std::move(times));
+    curve->keys.values =
+        std::make_shared<headless::NumberArray>(std::vector<double>(times.size(), 0.0));
+    curve->keys.times = std::make_shared<headless::NumberArray>(std::move(times));
     return headless::ActionItem(std::move(curve));
 }
 

@@ -40,7 +40,10 @@ const headless::ActionSource* MotionOf(const headless::Object& model) {
 
 std::vector<double> FramesOf(const headless::ActionSource& motion) {
     for (const auto& item : motion.items)
-        if (item.IsCurve() && item.GetCurve().keys.Count() > 0) return *item.GetCurve().keys.times;
+        if (item.IsCurve() && item.GetCurve().keys.Count() > 0) {
+            const headless::NumberArray& times = *item.GetCurve().keys.times;
+            return {times.begin(), times.end()};
+        }
     return {};
 }
 

@@ -1,6 +1,10 @@
+#include <algorithm>
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <memory>
+#include <utility>
+#include <vector>
 
 #include "tests/headless/host_scene.h"
 #include "tests/headless/scene_text.h"
@@ -49,6 +53,46 @@ TEST_F(Curves, AddToWhatTheyHoldOnRequest) {
     EXPECT_TRUE(SetKeys(scratch.curve, {4}, {41}, true).Succeeded());
     EXPECT_THAT(*Record().keys.times, ElementsAre(4, 4)) << "equal to the times it holds";
     EXPECT_THAT(*Record().keys.values, ElementsAre(40, 41));
+}
+
+std::shared_ptr<const double[]> Memory(const std::vector<double>& numbers) {
+    const std::shared_ptr<double[]> memory(new double[numbers.size()]);
+    std::copy(numbers.begin(), numbers.end(), memory.get());
+    return memory;
+}
+
+TEST_F(Curves, KeepTheMemoryOfSharedKeys) {
+    const auto times = Memory({1, 2, 3});
+    const auto values = Memory({10, 20, 30});
+    Zelk::FCurve& curve = scratch.curve;
+    EXPECT_TRUE(curve.SetKeys({times, 3}, {values, 3}, false).Succeeded());
+    EXPECT_EQ(Record().keys.times->data(), times.get());
+    EXPECT_EQ(Record().keys.values->data(), values.get());
+    EXPECT_THAT(*Record().keys.values, ElementsAre(10, 20, 30));
+    EXPECT_TRUE(curve.SetKeys({times, 1}, {values, 1}, true).Succeeded());
+    EXPECT_THAT(*Record().keys.times, ElementsAre(1, 2, 3, 1));
+    EXPECT_THAT(*Record().keys.values, ElementsAre(10, 20, 30, 10));
+    EXPECT_TRUE(curve.SetKeys({nullptr, 0}, {nullptr, 0}, false).Succeeded());
+    EXPECT_EQ(Record().keys.Count(), 0u);
+}
+
+TEST(SharedArrays, AreCopiedBeforeTheyAreChanged) {
+    const auto numbers = Memory({1, 2, 3});
+    Zelk::CTimeArray times(numbers, 3);
+    EXPECT_EQ(std::as_const(times)[1], 2.0);
+    EXPECT_EQ(times.Shared(), numbers);
+    times[1] = 5;
+    EXPECT_EQ(times.Shared(), nullptr);
+    Zelk::CValueArray values(numbers, 3);
+    EXPECT_EQ(std::as_const(values)[1].AsDouble(), 2.0);
+    values[1] = 6.0;
+    EXPECT_EQ(values.Shared(), nullptr);
+    Zelk::CValueArray longer(numbers, 3);
+    longer.Resize(4);
+    EXPECT_EQ(longer.GetCount(), 4u);
+    EXPECT_EQ(std::as_const(longer)[2].AsDouble(), 3.0);
+    EXPECT_EQ(std::as_const(longer)[3].GetType(), Zelk::CValue::Type::Empty);
+    EXPECT_EQ(numbers[1], 2.0);
 }
 
 TEST_F(Curves, RefuseTimesAndValuesOfUnequalLengths) {

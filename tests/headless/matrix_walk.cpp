@@ -16,8 +16,8 @@ namespace {
 // counts.
 double ValueOf(const headless::Keys& keys, double frame) {
     constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
-    const std::vector<double>& times = *keys.times;
-    const std::vector<double>& values = *keys.values;
+    const headless::NumberArray& times = *keys.times;
+    const headless::NumberArray& values = *keys.values;
     std::size_t before = kNone;
     std::size_t after = kNone;
     for (std::size_t key = 0; key < times.size(); ++key) {

@@ -77,8 +77,8 @@ std::map<std::string, TestCurve> MotionCurves(const std::string& motion) {
     for (const headless::ActionItem& item : ActionNamed(motion).items) {
         const headless::Keys& keys = item.GetCurve().keys;
         TestCurve& curve = curves[Utf8(item.Target())];
-        if (keys.times) curve.times = *keys.times;
-        if (keys.values) curve.values = *keys.values;
+        if (keys.times) curve.times.assign(keys.times->begin(), keys.times->end());
+        if (keys.values) curve.values.assign(keys.values->begin(), keys.values->end());
     }
     return curves;
 }
