@@ -69,6 +69,8 @@ class CAcclaimImport : public CMocapImportBase {
     // --- asf_fixups.cpp: called after FixRotationsOrder ---
     // Converts rotations about each bone's own axes to rotations about its parent's axes.
     std::int32_t GlobalizeRotations();
+    // Adds these conversions to `jobs`.
+    std::int32_t CollectGlobalRotations(RotationJobs& jobs);
     // Converts animated bone lengths to animated positions of the bones' children.
     std::int32_t FixLength();
 

@@ -173,7 +173,7 @@ std::int32_t AcclaimParser::AttachKeys(Motion& motion) {
             channel.keys = std::move(*next++);
             if (overrideLengthMultiplier && IsPosition(channel.type))
                 for (std::uint32_t frame = 0; frame < skeleton.frameCount; ++frame)
-                    channel.keys.get()[frame].value *= facts.lengthMultiplier;
+                    channel.keys[frame].value *= facts.lengthMultiplier;
             if (CheckCancelled()) return kCancelled;
         }
     }

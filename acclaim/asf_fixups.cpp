@@ -9,6 +9,7 @@
 #include "math/angles.h"
 #include "math/rotation_math.h"
 #include "mocap/parse_status.h"
+#include "mocap/rotation_jobs.h"
 #include "mocap/rotation_keys.h"
 
 using namespace Zelk::status;
@@ -33,15 +34,15 @@ struct AxisFrame {
     }
 };
 
-// Replaces the rotation Rx * Ry * Rz of each frame by inverse * Rx * Ry * Rz * matrix.
-void GlobalizeKeys(CHANNELS* const* list, std::uint32_t frameCount, const AxisFrame& axes) {
-    const RotationKeys keys = RotationKeys::ByType(list);
+// Adds a conversion that replaces the rotation Rx * Ry * Rz of each frame by
+// inverse * Rx * Ry * Rz * matrix.
+void GlobalizeKeys(CHANNELS* const* list, const AxisFrame& axes, RotationJobs& jobs) {
     RotationProduct product;
     if (axes.isTurned) {
         product.before = axes.inverse;
         product.after = axes.matrix;
     }
-    keys.Convert(frameCount, product);
+    jobs.Add(RotationKeys::ByType(list), product);
 }
 
 // Returns the children of every node whose length is animated. Children are in the order of
@@ -66,7 +67,8 @@ bool EnsureKeys(CHANNELS& slot, std::uint32_t count) {
     if (slot.keys) return true;
     slot.keys = AllocateKeys(count);
     if (!slot.keys) return false;
-    std::fill_n(slot.keys.get(), count, MOCAP_RAWKEY{0.0, 0.0});
+    std::fill_n(slot.keys.Times().get(), count, 0.0);
+    std::fill_n(slot.keys.Values().get(), count, 0.0);
     return true;
 }
 
@@ -96,9 +98,9 @@ Found FindTargets(MOCAPMODEL& child, std::uint32_t frameCount, Targets& targets)
 void AddOffsets(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t frameCount,
                 const Targets& targets, std::size_t children) {
     for (std::uint32_t frame = 0; children > 0 && frame < frameCount; ++frame) {
-        const MOCAP_RAWKEY& key = length.keys.get()[frame];
+        const KeyArray::Key key = length.keys[frame];
         for (int axis = 0; axis < 3; ++axis) {
-            MOCAP_RAWKEY& target = targets.axis[axis]->keys.get()[frame];
+            const KeyArray::Key target = targets.axis[axis]->keys[frame];
             target.time = key.time;
             target.value = AddRepeatedly(target.value, bone.direction[axis] * key.value, children);
         }
@@ -130,6 +132,13 @@ Found MoveChildren(const MOCAPMODEL& bone, const CHANNELS& length, std::uint32_t
 
 std::int32_t CAcclaimImport::GlobalizeRotations() {
     progressBar->SetText(L"Converting rotations...");
+    RotationJobs jobs(frameCount);
+    const std::int32_t status = CollectGlobalRotations(jobs);
+    jobs.Run();
+    return status;
+}
+
+std::int32_t CAcclaimImport::CollectGlobalRotations(RotationJobs& jobs) {
     for (const auto& node : models) {
         if (CheckCancelled()) return kCancelled;
         CHANNELS* list[3] = {};
@@ -139,7 +148,7 @@ std::int32_t CAcclaimImport::GlobalizeRotations() {
         if (status < 0) return status;
         if (status == mocap::kNoRotation) continue;
 
-        GlobalizeKeys(list, frameCount, AxisFrame(node->orientation));
+        GlobalizeKeys(list, AxisFrame(node->orientation), jobs);
     }
     return kOk;
 }

@@ -3,8 +3,11 @@
 #include <cstdint>
 #include <list>
 #include <memory>
+#include <vector>
 
 #include "mocap/mocap_parser.h"
+
+class ValuePolls;
 
 // Parses one section of a BVH file. Its HIERARCHY becomes the nodes of the skeleton, and its MOTION
 // becomes the keys in the nodes' channels. The file reader must have its default separators. One
@@ -31,10 +34,15 @@ class BvhParser : public MocapParser {
     // the section has a key for each frame.
     std::int32_t ParseMotion();
 
+    // If `reads` is false, ParseMotion reads all values one by one. This takes longer, and gives
+    // the same result. It is meant for tests, which compare the results. It is true at first.
+    void ReadRows(bool reads) { readsRows = reads; }
+
     // The seconds between two frames, or 0 before a motion was parsed.
     double FrameTime() const { return frameTime; }
 
   private:
+    class RowPolls;
     enum class NodeKind { Joint, EndSite };
     std::int32_t ParseNode(NodeKind kind, MOCAPMODEL*& current);
     std::int32_t ParseName(NodeKind kind, MOCAPMODEL& node);
@@ -49,11 +57,17 @@ class BvhParser : public MocapParser {
     // Returns whether the rest of the file is long enough to have a value for each channel in each
     // frame.
     bool CanHoldFrames() const;
-    std::int32_t ParseFrames(KeyArray* keys);
+    // Parses the values of all frames. If `keys` is null, the values are checked but not stored.
+    std::int32_t ParseFrames(const std::vector<KeyArray>* keys);
+    // Parses the first frames of the motion that are rows: lines with one value for each channel.
+    // Stores their number in `frames`.
+    std::int32_t ParseRows(const std::vector<KeyArray>& keys, const ValuePolls& polls,
+                           std::uint32_t& frames);
 
     // Moves past the next token. Returns whether it is `keyword`, in any letter case.
     bool ConsumeKeyword(const char* keyword);
 
+    bool readsRows = true;
     std::uint32_t bracketDepth = 0;  // how many "{" are still open
     // Pointers to the keys of all channels, in the file's order. The nodes own the keys.
     std::list<KeyArray*> keySlots;

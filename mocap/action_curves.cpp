@@ -28,22 +28,16 @@ Zelk::CString TargetName(const Zelk3DObject& object, const Zelk::Parameter& para
 }  // namespace
 
 Zelk::CStatus CMocapImportBase::AddFCurve(Zelk3DObject object, std::uint8_t channelType,
-                                          const MOCAP_RAWKEY* keys, Zelk::FCurve& fcurve) {
+                                          const KeyArray& keys, Zelk::FCurve& fcurve) {
     if (channelType == kEmptySlot || channelType > kBoneLength) return Zelk::status::kUnknownName;
     const Zelk::Parameter parameter = FindParameter(object, kParameterNames[channelType]);
     if (!parameter.IsValid())
         return Fail(Zelk::status::kUnknownName, L"Failed to obtain channel parameter");
 
-    if (keyTimes.GetCount() != frameCount) {
-        keyTimes = Zelk::CTimeArray(frameCount);
-        keyValues = Zelk::CValueArray(frameCount);
-    }
-    for (std::uint32_t i = 0; i < frameCount; ++i) {
-        keyTimes[i] = keys[i].time;
-        keyValues[i] = keys[i].value;
-    }
+    const Zelk::CTimeArray times(keys.Times(), frameCount);
+    const Zelk::CValueArray values(keys.Values(), frameCount);
     fcurve.PutInterpolation(Zelk::zkLinearInterpolation);
-    const Zelk::CStatus status = fcurve.SetKeys(keyTimes, keyValues, false);
+    const Zelk::CStatus status = fcurve.SetKeys(times, values, false);
     if (!status.Succeeded()) {
         RecordError(L"Failed to set FCurve keys");
         return status;
@@ -81,13 +75,13 @@ Zelk::CStatus CMocapImportBase::AttachCurves(MOCAPMODEL& node, Zelk::FCurve& fcu
     const Zelk3DObject target = AnimatedObject(node);
     for (CHANNELS& channel : node.channels) {
         if (!IsAnimated(channel.type) || LacksKeys(channel)) continue;
-        const Zelk::CStatus status = AddFCurve(target, channel.type, channel.keys.get(), fcurve);
+        const Zelk::CStatus status = AddFCurve(target, channel.type, channel.keys, fcurve);
         if (!status.Succeeded()) {
             RecordError(L"Failed to add channel FCurve");
             return status;
         }
-        // The scene has a copy of the keys now. They are freed, so that a long motion is not in
-        // memory twice.
+        // The host has the keys now. If it has copied them, they are freed here, so that a long
+        // motion is not in memory twice.
         channel.keys.reset();
     }
     return Zelk::status::kOk;

@@ -6,25 +6,34 @@
 #include "mocap/bone_matrices.h"
 #include "mocap/mocap_import_base.h"
 #include "mocap/parse_status.h"
+#include "mocap/rotation_jobs.h"
 #include "mocap/rotation_keys.h"
 
 namespace {
 
-// Replaces the rotation Rx * Ry * Rz of each frame by global * Rx * Ry * Rz * inverse * pose.
-void MapRotations(MOCAPMODEL::CHANNELS* const* list, std::uint32_t frameCount,
-                  const BoneMatrices& bone, const double pose[4][4]) {
+// Adds a conversion that replaces the rotation Rx * Ry * Rz of each frame by
+// global * Rx * Ry * Rz * inverse * pose.
+void MapRotations(MOCAPMODEL::CHANNELS* const* list, const BoneMatrices& bone,
+                  const double pose[4][4], RotationJobs& jobs) {
     double after[4][4];
     MatrixMult(bone.inverse, pose, after);
     RotationProduct product;
     product.before = bone.global;
     product.after = after;
-    RotationKeys::ByType(list).Convert(frameCount, product);
+    jobs.Add(RotationKeys::ByType(list), product);
 }
 
 }  // namespace
 
 std::int32_t CMocapImportBase::FixBonesRotations() {
     progressBar->SetText(L"Mapping rotations to bones...");
+    RotationJobs jobs(frameCount);
+    const std::int32_t status = CollectBonesRotations(jobs);
+    jobs.Run();
+    return status;
+}
+
+std::int32_t CMocapImportBase::CollectBonesRotations(RotationJobs& jobs) {
     BoneMatrixCache matrices(modelName);
     for (const auto& node : models) {
         if (CheckCancelled()) return Zelk::status::kCancelled;
@@ -44,7 +53,7 @@ std::int32_t CMocapImportBase::FixBonesRotations() {
         MatrixRotationXYZ(pose, node->basePose[3] * math::kRadiansPerDegree,
                           node->basePose[4] * math::kRadiansPerDegree,
                           node->basePose[5] * math::kRadiansPerDegree);
-        MapRotations(list, frameCount, matrices.Get(target), pose);
+        MapRotations(list, matrices.Get(target), pose, jobs);
     }
     return Zelk::status::kOk;
 }

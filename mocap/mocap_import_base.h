@@ -15,6 +15,8 @@
 #include "mocap/progress_bar.h"
 #include "textio/string_file.h"
 
+class RotationJobs;
+
 // The base class of the BVH and the Acclaim importer. It has the options, the recorded error, the
 // parsed skeleton, and the code that builds scene objects from the skeleton. Operations return the
 // host's status codes, which are negative on failure. If a failing operation records several
@@ -92,6 +94,8 @@ class CMocapImportBase : protected MocapSkeleton {
     std::int32_t AllocateAllRotationChannels(MOCAPMODEL* node, CHANNELS** list);
     // Converts the keys of every node whose rotation channels are not in the order x, y, z.
     std::int32_t FixRotationsOrder();
+    // Adds these conversions to `jobs`. The channels then have the types of the converted keys.
+    std::int32_t CollectRotationsOrder(RotationJobs& jobs);
 
     // --- nulls_skeleton.cpp ---
     Zelk::CStatus CreateNull(MOCAPMODEL* node, Zelk3DObject& parent);
@@ -124,17 +128,20 @@ class CMocapImportBase : protected MocapSkeleton {
     // Call it after the skeleton was built and before AttachCurves. Returns kCancelled if the user
     // cancelled.
     std::int32_t FixBonesRotations();
+    // Adds these conversions to `jobs`.
+    std::int32_t CollectBonesRotations(RotationJobs& jobs);
 
     // --- action_curves.cpp ---
-    // Copies the first `frameCount` of the keys to `fcurve`. Then adds `fcurve` to the motion, for
-    // the parameter of `object` that belongs to the channel type.
-    Zelk::CStatus AddFCurve(Zelk3DObject object, std::uint8_t channelType, const MOCAP_RAWKEY* keys,
+    // Sets the first `frameCount` of the keys in `fcurve`. Then adds `fcurve` to the motion, for
+    // the parameter of `object` that belongs to the channel type. The host may keep the memory of
+    // the keys, so they must not be changed any more.
+    Zelk::CStatus AddFCurve(Zelk3DObject object, std::uint8_t channelType, const KeyArray& keys,
                             Zelk::FCurve& fcurve);
     // Adds the present value of a parameter to the base pose. If `value` is not null, also stores
     // the parameter's value there.
     Zelk::CStatus AddBasePose(Zelk3DObject object, const Zelk::CString& parameterName,
                               double* value);
-    // A temporary curve. The keys of each channel are copied to this curve, and from there to the
+    // A temporary curve. The keys of each channel are set in this curve, and go from there to the
     // motion, one channel after the other. `property` contains the curve. It belongs to the object
     // of the first node, or to the model if that node has no object. `fcurve` is empty if the host
     // did not create it.
@@ -172,9 +179,4 @@ class CMocapImportBase : protected MocapSkeleton {
 
   private:
     const Zelk::CString outOfMemory;  // built in advance, while memory is available
-
-    // The arrays that AddFCurve passes to the host. They are members so that their memory can be
-    // used again for the next channel.
-    Zelk::CTimeArray keyTimes;
-    Zelk::CValueArray keyValues;
 };

@@ -1,55 +1,8 @@
 #include "mocap/mocap_model.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 #include <new>
-
-#include "memory/large_memory.h"
-
-namespace {
-
-// The keys of several channels are allocated in one block of about this size. Larger blocks cost
-// less time. Smaller blocks can be freed sooner, because a block is freed when all its channels are
-// finished.
-constexpr std::size_t kPieceBytes = std::size_t{8} << 20;
-
-// Returns memory for `arrays` arrays of `count` keys in one block, or null when memory runs out.
-std::shared_ptr<void> AllocatePiece(std::size_t arrays, std::uint32_t count) {
-    const std::uint64_t bytes = std::uint64_t{arrays} * count * sizeof(MOCAP_RAWKEY);
-    if (bytes > static_cast<std::uint64_t>(PTRDIFF_MAX)) return nullptr;
-    try {
-        return memory::AllocateLargeMemory(static_cast<std::size_t>(bytes));
-    } catch (const std::bad_alloc&) {
-        return nullptr;  // shared_ptr could not allocate its reference count
-    }
-}
-
-KeyArray PartOf(const std::shared_ptr<void>& piece, std::size_t firstKey) {
-    return KeyArray(piece, static_cast<MOCAP_RAWKEY*>(piece.get()) + firstKey);
-}
-
-}  // namespace
-
-KeyArray AllocateKeys(std::uint32_t count) {
-    const std::shared_ptr<void> piece = AllocatePiece(1, count);
-    return piece ? PartOf(piece, 0) : KeyArray();
-}
-
-std::vector<KeyArray> AllocateKeyArrays(std::uint32_t arrays, std::uint32_t count) {
-    const std::uint64_t bytes = std::max<std::uint64_t>(count, 1) * sizeof(MOCAP_RAWKEY);
-    const auto perPiece = static_cast<std::size_t>(std::max<std::uint64_t>(kPieceBytes / bytes, 1));
-    std::vector<KeyArray> keys;
-    keys.reserve(arrays);
-    while (keys.size() < arrays) {
-        const std::size_t here = std::min(perPiece, arrays - keys.size());
-        const std::shared_ptr<void> piece = AllocatePiece(here, count);
-        if (!piece) return {};
-        for (std::size_t i = 0; i < here; ++i)
-            keys.push_back(PartOf(piece, i * count));
-    }
-    return keys;
-}
 
 std::unique_ptr<char[]> CopyText(const char* text, const char* tail) {
     const std::size_t length = std::strlen(text);

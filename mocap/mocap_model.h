@@ -5,25 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "host/scene_objects.h"
-
-struct MOCAP_RAWKEY {
-    double time;   // frames, counted from 1
-    double value;  // degrees for rotations, file units for positions and lengths
-};
-
-// The keys of a channel, one for each frame, or null if the channel has no keys. The keys of
-// several channels may be in one block of memory. Therefore the pointer is shared, and the block is
-// freed when none of these channels needs it.
-using KeyArray = std::shared_ptr<MOCAP_RAWKEY[]>;
-
-// Returns an array of `count` uninitialised keys, or null when memory runs out.
-KeyArray AllocateKeys(std::uint32_t count);
-// Returns `arrays` arrays of `count` uninitialised keys. Returns an empty vector when memory for
-// the keys runs out. Throws std::bad_alloc when memory for the vector runs out.
-std::vector<KeyArray> AllocateKeyArrays(std::uint32_t arrays, std::uint32_t count);
+#include "mocap/key_array.h"
 
 // The kinds of channels. The numbers from 1 to 7 are also indices in the table of host parameters.
 enum ChannelType : std::uint8_t {

@@ -31,9 +31,13 @@ std::int32_t MocapParser::FailForDerivedNames() {
     return FailForCount(L"characters of derived names", allowances.derivedNames);
 }
 
+std::int32_t MocapParser::FailForCancel() noexcept {
+    return Fail(kCancelled, L"User cancelled command");
+}
+
 bool MocapParser::CheckCancelled() {
     if (!monitor.IsCancelled()) return false;
-    Fail(kCancelled, L"User cancelled command");
+    FailForCancel();
     return true;
 }
 

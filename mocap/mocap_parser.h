@@ -50,7 +50,9 @@ class MocapParser {
     std::int32_t FailForMemory() noexcept;
     std::int32_t FailForCount(const wchar_t* what, const FileAllowance& allowance);
     std::int32_t FailForDerivedNames();
-    // Returns whether the user cancelled. If so, records the error "User cancelled command".
+    // Records the error "User cancelled command".
+    std::int32_t FailForCancel() noexcept;
+    // Returns whether the user cancelled. If so, records the error.
     bool CheckCancelled();
     // Appends an empty node to the skeleton. If memory runs out, or if the file has more nodes than
     // its size allows, records the error and returns null.

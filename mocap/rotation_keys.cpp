@@ -5,8 +5,17 @@
 RotationKeys RotationKeys::ByType(const MOCAPMODEL::CHANNELS* const* list) {
     RotationKeys keys;
     for (int i = 0; i < 3; ++i)
-        keys.factor[list[i]->type - kRotationX] = list[i]->keys.get();
+        keys.factor[list[i]->type - kRotationX] = list[i]->keys.Values().get();
     std::copy_n(keys.factor, 3, keys.axis);
+    return keys;
+}
+
+RotationKeys RotationKeys::From(std::uint32_t frames) const {
+    RotationKeys keys = *this;
+    for (int i = 0; i < 3; ++i) {
+        keys.factor[i] += frames;
+        keys.axis[i] += frames;
+    }
     return keys;
 }
 
@@ -15,11 +24,9 @@ void RotationKeys::Convert(std::uint32_t frameCount, const RotationProduct& prod
     for (std::size_t first = 0; first < frameCount; first += kRotationBlock) {
         const std::size_t count = std::min<std::size_t>(kRotationBlock, frameCount - first);
         for (int i = 0; i < 3; ++i)
-            for (std::size_t lane = 0; lane < count; ++lane)
-                block.angle[i][lane] = factor[i][first + lane].value;
+            std::copy_n(factor[i] + first, count, block.angle[i]);
         ConvertRotations(block, product, count);
         for (int i = 0; i < 3; ++i)
-            for (std::size_t lane = 0; lane < count; ++lane)
-                axis[i][first + lane].value = block.angle[i][lane];
+            std::copy_n(block.angle[i], count, axis[i] + first);
     }
 }

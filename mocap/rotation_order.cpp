@@ -1,9 +1,11 @@
 // Converts the rotations of every node to the order in which the host applies them: x, then y, then
 // z.
 #include <algorithm>
+#include <utility>
 
 #include "mocap/mocap_import_base.h"
 #include "mocap/parse_status.h"
+#include "mocap/rotation_jobs.h"
 #include "mocap/rotation_keys.h"
 
 namespace {
@@ -22,30 +24,30 @@ bool IsInOrder(const MOCAPMODEL& node) {
     return true;
 }
 
-// Converts the keys of the three slots in `list`. If `firstIsOutermost` is true, the rotation of
-// `list[0]` acts last, as in a BVH file. If it is false, the rotation of `list[0]` acts first, as
-// in an Acclaim file. After the conversion, the three slots have the keys of the x, y and z angles,
-// in this order. The caller must set the types of the slots.
-void ConvertKeys(CHANNELS* const* list, std::uint32_t frameCount, bool firstIsOutermost) {
+// Adds the conversion of the keys of the three slots in `list`. If `firstIsOutermost` is true, the
+// rotation of `list[0]` acts last, as in a BVH file. If it is false, the rotation of `list[0]` acts
+// first, as in an Acclaim file. After the conversion, the three slots have the keys of the x, y and
+// z angles, in this order. The caller must set the types of the slots.
+void AddConversion(CHANNELS* const* list, bool firstIsOutermost, RotationJobs& jobs) {
     RotationKeys keys;
     RotationProduct product;
     for (int i = 0; i < 3; ++i) {
         const CHANNELS& acting = *list[firstIsOutermost ? 2 - i : i];
-        keys.factor[i] = acting.keys.get();
+        keys.factor[i] = acting.keys.Values().get();
         product.axis[i] = acting.type - kRotationX;
-        keys.axis[i] = list[i]->keys.get();
+        keys.axis[i] = list[i]->keys.Values().get();
     }
-    keys.Convert(frameCount, product);
+    jobs.Add(keys, product);
 }
 
 // Gives the slot `frameCount` keys with the value 0 and the times of the keys of `like`. Returns
 // false when memory runs out.
 bool AddZeroChannel(CHANNELS& slot, std::uint8_t type, const CHANNELS& like,
                     std::uint32_t frameCount) {
-    slot.keys = AllocateKeys(frameCount);
-    if (!slot.keys) return false;
-    for (std::uint32_t frame = 0; frame < frameCount; ++frame)
-        slot.keys.get()[frame] = {like.keys.get()[frame].time, 0.0};
+    KeyArray::Numbers zeros = AllocateNumbers(frameCount);
+    if (!zeros) return false;
+    std::fill_n(zeros.get(), frameCount, 0.0);
+    slot.keys = KeyArray(like.keys.Times(), std::move(zeros));
     slot.type = type;
     return true;
 }
@@ -104,6 +106,13 @@ std::int32_t CMocapImportBase::AllocateAllRotationChannels(MOCAPMODEL* node, CHA
 
 std::int32_t CMocapImportBase::FixRotationsOrder() {
     progressBar->SetText(L"Converting rotations order...");
+    RotationJobs jobs(frameCount);
+    const std::int32_t status = CollectRotationsOrder(jobs);
+    jobs.Run();
+    return status;
+}
+
+std::int32_t CMocapImportBase::CollectRotationsOrder(RotationJobs& jobs) {
     const bool isBiovision = format == MOCAP_FORMAT_BIOVISION;
     for (const auto& node : models) {
         if (CheckCancelled()) return Zelk::status::kCancelled;
@@ -115,7 +124,7 @@ std::int32_t CMocapImportBase::FixRotationsOrder() {
         const std::int32_t status = AllocateAllRotationChannels(node.get(), list);
         if (status < 0) return status;
 
-        ConvertKeys(list, frameCount, isBiovision);
+        AddConversion(list, isBiovision, jobs);
         for (int i = 0; i < 3; ++i)
             list[i]->type = static_cast<std::uint8_t>(kRotationX + i);
     }

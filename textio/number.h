@@ -22,4 +22,9 @@ int ToInt(const char* text);
 // the number. The NUL at the end of a string is suitable.
 const char* ReadPlainDecimal(const char* first, const char* last, double& value);
 
+// Whether a token that ToDouble or ToInt converts to zero is a number.
+constexpr bool IsAcceptedZero(const char* token) {
+    return token[0] == '0' || (token[0] == '-' && token[1] == '0');
+}
+
 }  // namespace textio

@@ -69,10 +69,6 @@ off_t FileSize(std::FILE* file) {
     return fseeko(file, 0, SEEK_SET) == 0 ? end : -1;
 }
 
-bool IsAcceptedZero(const char* token) {
-    return token[0] == '0' || (token[0] == '-' && token[1] == '0');
-}
-
 }  // namespace
 
 CStringFile::CStringFile() {
@@ -195,7 +191,7 @@ bool CStringFile::GetNextInt(int& value) {
     const char* const text = GetNextString();
     if (text == nullptr) return false;
     const int number = textio::ToInt(text);
-    if (number == 0 && !IsAcceptedZero(text)) {
+    if (number == 0 && !textio::IsAcceptedZero(text)) {
         position = remembered;
         return false;
     }
@@ -216,7 +212,7 @@ bool CStringFile::GetNextFloat(double& value) {
     }
     const char* const text = Copy(ConsumeToken());
     number = textio::ToDouble(text);
-    if (number == 0.0 && !IsAcceptedZero(text)) {
+    if (number == 0.0 && !textio::IsAcceptedZero(text)) {
         position = remembered;
         return false;
     }

@@ -13,7 +13,7 @@ using testing::ElementsAre;
 std::vector<double> Values(const KeyArray& keys, int count) {
     std::vector<double> values;
     for (int i = 0; i < count; ++i)
-        values.push_back(keys[i].value);
+        values.push_back(keys[static_cast<std::size_t>(i)].value);
     return values;
 }
 
@@ -79,7 +79,7 @@ TEST(AmcKeyLists, NeedLittleMoreMemoryThanTheKeys) {
         const auto keys = lists.ReleaseKeys();
         EXPECT_EQ(keys[61][kFrames - 1].value, 61.0);
     }
-    EXPECT_LE(memoryUse.peak - before, kKeys * sizeof(MOCAP_RAWKEY) * 5 / 2);
+    EXPECT_LE(memoryUse.peak - before, kKeys * sizeof(double) * 5 / 2);
     EXPECT_LT(memoryUse.allocations, kKeys / 1000);
     EXPECT_EQ(memoryUse.live, before);
 }

@@ -31,9 +31,9 @@ class ActionCurves : public testing::Test {
         importer_.RecordError(Zelk::CString());
     }
 
-    const MOCAP_RAWKEY* Keys() { return node_->channels[0].keys.get(); }
     std::int32_t AddCurve(Zelk3DObject object, std::uint8_t type) {
-        return importer_.AddFCurve(object, type, Keys(), scratch_.fcurve).GetCode();
+        return importer_.AddFCurve(object, type, node_->channels[0].keys, scratch_.fcurve)
+            .GetCode();
     }
     const auto& Items() { return ActionOf(importer_.lastMotion).items; }
 
@@ -105,14 +105,13 @@ TEST_F(ActionCurves, ReportThatTheItemWasNotMade) {
 
 TEST_F(ActionCurves, HaveNoKeysWithoutFrames) {
     importer_.frameCount = 0;
-    EXPECT_EQ(
-        importer_.AddFCurve(node_->nullObject, kRotationX, nullptr, scratch_.fcurve).GetCode(), 0);
+    EXPECT_EQ(importer_.AddFCurve(node_->nullObject, kRotationX, {}, scratch_.fcurve).GetCode(), 0);
     EXPECT_EQ(Items().back().GetCurve().keys.Count(), 0u);
 }
 
 TEST_F(ActionCurves, KeepTheirOwnKeysWhenTheScratchCurveIsUsedAgain) {
     ASSERT_EQ(AddCurve(node_->nullObject, kRotationX), 0);
-    node_->channels[0].keys[1].value = 99;
+    importer_.Fill(node_->channels[0], {kRotationY, {10, 99}});
     ASSERT_EQ(AddCurve(node_->nullObject, kRotationY), 0);
     EXPECT_THAT(*Items()[0].GetCurve().keys.values, ElementsAre(10, 20));
     EXPECT_THAT(*Items()[1].GetCurve().keys.values, ElementsAre(10, 99));

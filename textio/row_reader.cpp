@@ -1,0 +1,92 @@
+#include "textio/row_reader.h"
+
+#include <cstdint>
+
+#include "textio/number.h"
+
+namespace textio {
+namespace {
+
+// The powers of ten that can occur below, where a number has at most 19 digits.
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
+constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << 53;
+constexpr std::ptrdiff_t kSafeDigits = 19;
+
+bool IsDigit(char c) {
+    return static_cast<unsigned char>(c - '0') < 10;
+}
+
+// A space, a tab, a carriage return, a line feed or the end of the text.
+bool EndsToken(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\0';
+}
+
+// Reads any number as CStringFile::GetNextFloat does. Returns the end of the token. Returns null if
+// the token is not accepted, and also if it is longer than numbers are.
+const char* ReadAnyNumber(const char* at, const char* last, double& value) {
+    const char* end = ReadPlainDecimal(at, last, value);
+    if (end != nullptr && EndsToken(*end)) return end;
+    constexpr std::ptrdiff_t kLongest = 400;
+    char token[kLongest + 1];
+    for (end = at; !EndsToken(*end); ++end) {
+        if (end - at == kLongest) return nullptr;
+        token[end - at] = *end;
+    }
+    token[end - at] = '\0';
+    value = ToDouble(token);
+    return value != 0.0 || IsAcceptedZero(token) ? end : nullptr;
+}
+
+// As ReadAnyNumber. The digits of nearly all numbers form an integer below 2^53, which is divided
+// once by a power of ten, as ReadPlainDecimal does.
+inline const char* ReadNumber(const char* at, const char* last, double& value) {
+    const bool negative = *at == '-';
+    const char* const start = at + (negative ? 1 : 0);
+    const char* end = start;
+    std::uint64_t digits = 0;
+    for (; IsDigit(*end); ++end)
+        digits = digits * 10 + static_cast<std::uint64_t>(*end - '0');
+    std::ptrdiff_t count = end - start;
+    // A token that begins with a point may be a zero that is not accepted.
+    if (count == 0) return ReadAnyNumber(at, last, value);
+    std::ptrdiff_t decimals = 0;
+    if (*end == '.') {
+        const char* const point = end;
+        for (++end; IsDigit(*end); ++end)
+            digits = digits * 10 + static_cast<std::uint64_t>(*end - '0');
+        decimals = end - point - 1;
+        count += decimals;
+    }
+    // More than 19 digits may not fit into the integer.
+    if (count > kSafeDigits || digits >= kExactIntegers || !EndsToken(*end))
+        return ReadAnyNumber(at, last, value);
+    const double number = static_cast<double>(digits) / kPowersOfTen[decimals];
+    value = negative ? -number : number;
+    return end;
+}
+
+}  // namespace
+
+const char* SkipToRow(const char* at) {
+    while (*at != '\0' && EndsToken(*at))
+        ++at;
+    return at;
+}
+
+const char* ReadRow(const char* at, const char* last, const RowTarget& target, std::size_t row) {
+    const auto skipBlanks = [&at] {
+        while (*at == ' ' || *at == '\t' || *at == '\r')
+            ++at;
+    };
+    for (std::size_t column = 0; column < target.width; ++column) {
+        skipBlanks();
+        at = ReadNumber(at, last, target.columns[column][row]);
+        if (at == nullptr) return nullptr;
+    }
+    skipBlanks();
+    if (*at == '\n') return at + 1;
+    return at == last ? at : nullptr;
+}
+
+}  // namespace textio
