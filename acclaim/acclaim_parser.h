@@ -5,6 +5,7 @@
 #include <string>
 
 #include "acclaim/amc_key_lists.h"
+#include "acclaim/amc_rows.h"
 #include "acclaim/node_names.h"
 #include "mocap/mocap_parser.h"
 
@@ -124,6 +125,23 @@ class AcclaimParser : public MocapParser {
     std::int32_t ParseFrames();
     bool ParseFrameNumber(int& number);
     std::int32_t ParseFrame(Motion& motion);
+    void NoteFrame(std::uint32_t number);
+
+    // --- amc_row_parser.cpp ---
+    class RowConverter;
+    class RowPolls;
+    // Parses the frames after the first ones, if they are rows. Stops before the first frame that
+    // is not a row.
+    std::int32_t ParseRows(Motion& motion);
+    // Makes room for so many rows, and sets where their values are stored. Returns false when
+    // memory runs out.
+    static bool AllocateRows(Motion& motion, std::size_t rows, const RowConverter& converter,
+                             AmcRowReader& reader);
+    // Moves the reader into the row that begins at the byte offset `start`, after its first
+    // `values` values.
+    void MoveInRow(const Motion& motion, std::uint32_t start, std::size_t values);
+
+    // --- amc_parser.cpp ---
     // Adds the bone with that name to `motion.slots`. If there is no such bone, reports a warning
     // and lowers `motion.animatedNodes` by one.
     std::int32_t ResolveBone(Motion& motion, const char* name);

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "acclaim/amc_rows.h"
 #include "mocap/mocap_model.h"
 #include "textio/stand_ins.h"
 
@@ -21,12 +22,21 @@ class AmcKeyLists {
     // Appends the value of the next channel to the current row.
     void Append(double value) { values_.Append(value); }
 
+    std::size_t Channels() const { return firstRows_.size(); }
+    // How many rows there are.
+    std::size_t Rows() const { return numbers_.Count(); }
+
     // Returns an array for each channel, with a key for each row. In the rows before a channel was
-    // added, its keys have the channel's first value. Frees the memory of the rows while it copies
-    // their values. Returns an empty vector when memory for the keys runs out.
-    std::vector<KeyArray> ReleaseKeys();
+    // added, its keys have the channel's first value. If `read` has keys, they are inserted before
+    // the row with the index read.first, and every channel must have been added before that row.
+    // Frees the memory of the rows while it copies their values. Returns an empty vector when
+    // memory for the keys runs out.
+    std::vector<KeyArray> ReleaseKeys(AmcRows read = {});
 
   private:
+    // Returns arrays with room for `rows` keys, with the keys that `read` has.
+    std::vector<KeyArray> ArraysFor(std::size_t rows, AmcRows read) const;
+
     template <class Item>
     class Blocks {
       public:

@@ -1,10 +1,12 @@
 // Parses the frames of an AMC file. A frame is a number, then the name and the values of each
 // animated bone. The first frame gives the order of the bones. In later frames the parser does not
 // compare the names. It assigns the values in the order of the first frame.
+#include <algorithm>
 #include <string>
-#include <unordered_set>
+#include <utility>
 
 #include "acclaim/acclaim_parser.h"
+#include "acclaim/amc_motion.h"
 #include "acclaim/wide_text.h"
 #include "host/status.h"
 #include "math/angles.h"
@@ -21,18 +23,6 @@ std::uint32_t CountAnimatedChannels(const MOCAPMODEL& node) {
 }
 
 }  // namespace
-
-struct AcclaimParser::Motion {
-    // The number of animated nodes of the skeleton, minus one for each unknown bone name in the
-    // frames.
-    std::int32_t animatedNodes = 0;
-    // The bones in the order in which a frame names them. Bones are never removed. In each frame,
-    // the parser reads at least `animatedNodes` names, and `slots` never has more bones than that.
-    // Each later frame therefore has values for all bones in `slots`.
-    std::vector<MOCAPMODEL*> slots;
-    std::unordered_set<const MOCAPMODEL*> inSlots;  // the bones in `slots`
-    AmcKeyLists keys;                               // the values of these bones
-};
 
 void AcclaimParser::Warn(const std::wstring& message) {
     if (warnings.Reserve(message.size()))
@@ -71,11 +61,10 @@ std::int32_t AcclaimParser::ParseFrames() {
 
     int number = 0;
     while (ParseFrameNumber(number)) {
-        if (static_cast<std::uint32_t>(number) > facts.lastFrame)
-            facts.lastFrame = static_cast<std::uint32_t>(number);
-        ++skeleton.frameCount;
+        NoteFrame(static_cast<std::uint32_t>(number));
         if (motion.animatedNodes > 0) motion.keys.BeginFrame(number);
-        const std::int32_t status = ParseFrame(motion);
+        std::int32_t status = ParseFrame(motion);
+        if (status >= 0 && motion.HasAllBones()) status = ParseRows(motion);
         if (status < 0) return status;
     }
     if (CheckCancelled()) return kCancelled;
@@ -86,6 +75,11 @@ std::int32_t AcclaimParser::ParseFrames() {
     if (CheckCancelled()) return kCancelled;
     monitor.Advance(10);
     return kOk;
+}
+
+void AcclaimParser::NoteFrame(std::uint32_t number) {
+    facts.lastFrame = std::max(facts.lastFrame, number);
+    ++skeleton.frameCount;
 }
 
 // Skips lines that do not begin with a number. Returns false at the end of the file.
@@ -164,7 +158,7 @@ std::int32_t AcclaimParser::AttachKeys(Motion& motion) {
     if (motion.animatedNodes < 0)
         return Fail(kUnexpectedEnd, L"Unrecoverable errors while parsing motion file");
     if (motion.slots.empty()) return kOk;
-    std::vector<KeyArray> keys = motion.keys.ReleaseKeys();
+    std::vector<KeyArray> keys = motion.keys.ReleaseKeys(std::move(motion.rows));
     auto next = keys.begin();
     for (MOCAPMODEL* bone : motion.slots) {
         for (CHANNELS& channel : bone->channels) {

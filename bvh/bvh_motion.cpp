@@ -3,9 +3,9 @@
 #include <vector>
 
 #include "bvh/bvh_parser.h"
-#include "bvh/row_blocks.h"
 #include "bvh/value_polls.h"
 #include "host/status.h"
+#include "mocap/row_blocks.h"
 #include "textio/row_reader.h"
 #include "threads/thread_count.h"
 
@@ -19,6 +19,18 @@ KeyArray::Numbers FrameNumbers(std::uint32_t count) {
     if (times) std::iota(times.get(), times.get() + count, 1.0);
     return times;
 }
+
+// Reads a row of one line.
+class LineReader : public RowBlocks::Reader {
+  public:
+    explicit LineReader(const textio::RowTarget& target) : target_(target) {}
+    const char* ReadRow(const char* at, const char* last, std::size_t row) const noexcept override {
+        return textio::ReadRow(at, last, target_, row);
+    }
+
+  private:
+    const textio::RowTarget& target_;
+};
 
 }  // namespace
 
@@ -137,7 +149,8 @@ std::int32_t BvhParser::ParseRows(const std::vector<KeyArray>& keys, const Value
     const char* const text = stringFile.GetBuffer();
     const char* const last = text + stringFile.GetSize();
     const char* const first = textio::SkipToRow(text + stringFile.GetPosition());
-    RowBlocks blocks(first, last, target, skeleton.frameCount);
+    const LineReader reader(target);
+    RowBlocks blocks(first, last, reader, 1, skeleton.frameCount);
     RowPolls rowPolls(monitor, polls, columns.size());
     blocks.Read(threads::CountFor(static_cast<std::uint64_t>(last - first)), rowPolls);
 

@@ -34,10 +34,6 @@ class BvhParser : public MocapParser {
     // the section has a key for each frame.
     std::int32_t ParseMotion();
 
-    // If `reads` is false, ParseMotion reads all values one by one. This takes longer, and gives
-    // the same result. It is meant for tests, which compare the results. It is true at first.
-    void ReadRows(bool reads) { readsRows = reads; }
-
     // The seconds between two frames, or 0 before a motion was parsed.
     double FrameTime() const { return frameTime; }
 
@@ -67,7 +63,6 @@ class BvhParser : public MocapParser {
     // Moves past the next token. Returns whether it is `keyword`, in any letter case.
     bool ConsumeKeyword(const char* keyword);
 
-    bool readsRows = true;
     std::uint32_t bracketDepth = 0;  // how many "{" are still open
     // Pointers to the keys of all channels, in the file's order. The nodes own the keys.
     std::list<KeyArray*> keySlots;

@@ -11,6 +11,7 @@ class BarMonitor : public ParseMonitor {
     // null while the parser runs, and it must outlive this object.
     explicit BarMonitor(CIFPlugProgressBar*& slot) : slot_(slot) {}
     bool IsCancelled() override { return slot_->IsCancelled(); }
+    bool IsPolled() override { return slot_->HasBar(); }
     void Advance(unsigned int steps) override { slot_->Advance(steps); }
 
   private:

@@ -24,6 +24,11 @@ class MocapParser {
     };
     const Error& LastError() const { return error; }
 
+    // If `reads` is false, the parser reads all values of a motion one by one. This takes longer,
+    // and gives the same result. It is meant for tests, which compare the results. It is true at
+    // first.
+    void ReadRows(bool reads) { readsRows = reads; }
+
     // The message when memory runs out. In this case LastError().message is this same pointer, so
     // that a caller can compare pointers instead of texts.
     static const wchar_t* const kOutOfMemoryMessage;
@@ -62,6 +67,7 @@ class MocapParser {
     MocapSkeleton& skeleton;
     FileAllowances& allowances;
     ParseMonitor& monitor;
+    bool readsRows = true;
 
   private:
     Error error;

@@ -11,6 +11,8 @@ class ParseMonitor {
 
     // Returns whether the user cancelled. If so, the parser fails with "User cancelled command".
     virtual bool IsCancelled() { return false; }
+    // Whether anybody notices calls of IsCancelled. If not, the parser may leave them out.
+    virtual bool IsPolled() { return true; }
     // Asks the monitor to advance the progress bar by `steps`.
     virtual void Advance(unsigned int /*steps*/) {}
     // The BVH parser calls this before it parses the values of the motion. At this time it knows

@@ -32,8 +32,8 @@ Zelk::ProgressBar HostBar() {
 
 }  // namespace
 
-CIFPlugProgressBar::CIFPlugProgressBar() : bar(HostBar()) {
-    if (!bar.IsValid()) return;
+CIFPlugProgressBar::CIFPlugProgressBar() : bar(HostBar()), hasBar(bar.IsValid()) {
+    if (!hasBar) return;
     bar.PutMinimum(kHostMinimum);
     bar.PutMaximum(kHostMaximum);
     bar.PutStep(kHostStep);
@@ -78,7 +78,7 @@ void CIFPlugProgressBar::SetText(const Zelk::CString& text) {
 }
 
 bool CIFPlugProgressBar::IsCancelled() {
-    if (!bar.IsValid()) return false;
+    if (!hasBar || !bar.IsValid()) return false;
     std::int16_t pressed = 0;
     bar.GetCancelPressed(pressed);
     return pressed == Zelk::kAutomationTrue;

@@ -26,9 +26,13 @@ class CIFPlugProgressBar {
     void Reset();
     void SetText(const Zelk::CString& text);
     bool IsCancelled();
+    // Whether the host gave a bar. If it did not, IsCancelled returns false without asking the
+    // host.
+    bool HasBar() const { return hasBar; }
 
   private:
     Zelk::ProgressBar bar;
+    bool hasBar;
     std::uint32_t position = 0;
     std::uint32_t range = 0;
 };

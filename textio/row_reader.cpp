@@ -30,7 +30,7 @@ const char* ReadAnyNumber(const char* at, const char* last, double& value) {
     constexpr std::ptrdiff_t kLongest = 400;
     char token[kLongest + 1];
     for (end = at; !EndsToken(*end); ++end) {
-        if (end - at == kLongest) return nullptr;
+        if (end - at == kLongest || *end == ',' || *end == '(' || *end == ')') return nullptr;
         token[end - at] = *end;
     }
     token[end - at] = '\0';

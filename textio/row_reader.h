@@ -19,9 +19,10 @@ const char* SkipToRow(const char* at);
 
 // Reads the row that begins at `at`. A row ends with a line feed, or with the text. Its numbers are
 // separated by spaces, tabs and carriage returns. Every number must be one that
-// CStringFile::GetNextFloat accepts; the stored value is then the same. Returns the start of the
-// next line, or null if the line does not have exactly `width` such numbers. In this case any of
-// the row's values may have been changed. `last` is the end of the text. The byte at `last` must be
+// CStringFile::GetNextFloat accepts; the stored value is then the same. It must not contain commas
+// and parentheses, because in some formats they separate tokens. Returns the start of the next
+// line, or null if the line does not have exactly `width` such numbers. In this case any of the
+// row's values may have been changed. `last` is the end of the text. The byte at `last` must be
 // NUL. A NUL byte before it ends the text, too.
 const char* ReadRow(const char* at, const char* last, const RowTarget& target, std::size_t row);
 

@@ -1,4 +1,4 @@
-#include "bvh/row_blocks.h"
+#include "mocap/row_blocks.h"
 
 #include <algorithm>
 #include <cstring>
@@ -15,17 +15,21 @@ constexpr std::size_t kBlocksPerThread = 8;
 // Two blocks whose values are in different cache lines do not disturb each other.
 constexpr std::size_t kLineValues = 8;
 
-// Returns the start of the next line, or null if `at` is in the last line.
-const char* NextLine(const char* at, const char* last) {
-    const void* const feed = std::memchr(at, '\n', static_cast<std::size_t>(last - at));
-    return feed == nullptr ? nullptr : static_cast<const char*>(feed) + 1;
+// Returns the start of the line that is `lines` lines after `at`, or null if there are fewer lines.
+const char* SkipLines(const char* at, const char* last, std::size_t lines) {
+    for (; lines > 0; --lines) {
+        const void* const feed = std::memchr(at, '\n', static_cast<std::size_t>(last - at));
+        if (feed == nullptr) return nullptr;
+        at = static_cast<const char*>(feed) + 1;
+    }
+    return at;
 }
 
 }  // namespace
 
-RowBlocks::RowBlocks(const char* first, const char* last, const textio::RowTarget& target,
+RowBlocks::RowBlocks(const char* first, const char* last, const Reader& reader, std::size_t lines,
                      std::size_t rows)
-    : last_(last), target_(target), rows_(rows), nextFirst_(first) {}
+    : last_(last), reader_(reader), lines_(lines), rows_(rows), nextFirst_(first) {}
 
 bool RowBlocks::Allocate(std::size_t threads) {
     const std::size_t bytes = std::max<std::size_t>(
@@ -46,8 +50,7 @@ bool RowBlocks::Reserve(std::size_t& block) {
     block = nextBlock_++;
     blocks_[block].first = nextFirst_;
     const std::size_t rows = std::min(blockRows_, rows_ - block * blockRows_);
-    for (std::size_t row = 0; row < rows && nextFirst_ != nullptr; ++row)
-        nextFirst_ = NextLine(nextFirst_, last_);
+    nextFirst_ = SkipLines(nextFirst_, last_, rows * lines_);
     return true;
 }
 
@@ -58,7 +61,7 @@ void RowBlocks::ReadBlock(std::size_t block) {
     const char* at = self.first;
     std::size_t row = 0;
     for (; row < rows && at != nullptr && at != last_; ++row) {
-        at = textio::ReadRow(at, last_, target_, firstRow + row);
+        at = reader_.ReadRow(at, last_, firstRow + row);
         if (at == nullptr) break;
     }
     self.rowsRead = row;
@@ -109,8 +112,5 @@ void RowBlocks::Read(std::size_t threads, Listener& listener) {
 }
 
 const char* RowBlocks::StartOf(std::size_t row) const {
-    const char* at = blocks_[row / blockRows_].first;
-    for (std::size_t before = row % blockRows_; before > 0; --before)
-        at = NextLine(at, last_);
-    return at;
+    return SkipLines(blocks_[row / blockRows_].first, last_, row % blockRows_ * lines_);
 }
