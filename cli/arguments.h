@@ -1,6 +1,7 @@
 // Parses a command line into a request.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -55,6 +56,7 @@ struct ImportRequest {
     bool timing = false;       // print how long the import and each output took
     bool report = false;       // print the ImportReport that "zkhost convert" reads
     Progress progress = Progress::Auto;
+    std::optional<std::size_t> threads;  // of an import; nullopt: as many as are of use
     std::string plugin;  // the path of the plug-in; empty: take::LoadPlugin looks for it
 };
 
@@ -73,6 +75,7 @@ struct CommandRequest {
     std::vector<RawArgument> arguments;
     std::string jsonFile;  // the path to write the JSON record to; empty: none is written
     Progress progress = Progress::Auto;
+    std::optional<std::size_t> threads;  // of an import; nullopt: as many as are of use
     std::string plugin;  // the path of the plug-in; empty: take::LoadPlugin looks for it
 };
 

@@ -33,11 +33,13 @@ void DescribeCommand(CLI::App& command, CommandWords& words) {
     command.add_option("arguments", words.arguments);
     command.add_option("--json", words.request.jsonFile);
     command.add_option("--progress", words.progress);
+    command.add_option("--threads", words.threads);
     command.add_option("--plugin", words.request.plugin);
 }
 
 CommandRequest BuildCommandRequest(CommandWords& words) {
     words.request.progress = ProgressChoice(words.progress);
+    words.request.threads = ThreadCount(words.threads);
     if (!words.request.jsonFile.empty()) RequireFileName("--json", words.request.jsonFile);
     for (const std::string& argument : words.arguments) {
         words.request.arguments.push_back(ParseRawArgument(argument));

@@ -18,6 +18,7 @@ struct CommandWords {
     CommandRequest request;
     std::vector<std::string> arguments;
     std::optional<std::string> progress;
+    std::optional<std::string> threads;
 };
 
 // Declares all options and arguments.

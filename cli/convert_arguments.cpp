@@ -2,7 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cmath>
+#include <cstddef>
 #include <fmt/format.h>
 #include <utility>
 
@@ -14,7 +14,7 @@
 namespace cli {
 namespace {
 
-constexpr double kMostJobs = 1000;
+constexpr std::size_t kMostJobs = 1000;
 
 // Returns words of a command line: those of `options` that the user gave. Each option occurs once,
 // with the last value that the user gave for it. The words are in the order of `options`, so they
@@ -87,13 +87,7 @@ dataset::Request BuildConvertRequest(ConvertWords& words) {
         return (format->honoured & exporters::kProvenance) != 0;
     });
     request.acclaimOptions = AsGiven(import.acclaimOptions);
-    if (words.parallel) {
-        const double count = PositiveNumber("--jobs", *words.parallel);
-        if (count != std::floor(count) || count > kMostJobs)
-            throw UsageError(fmt::format("--jobs {}: expected a whole number from 1 to {}",
-                                         *words.parallel, kMostJobs));
-        request.parallel = static_cast<std::size_t>(count);
-    }
+    if (words.parallel) request.parallel = Count("--jobs", *words.parallel, kMostJobs);
     if (words.timeLimit) {
         request.timeLimitSeconds = FiniteNumber("--time-limit", *words.timeLimit);
         if (request.timeLimitSeconds < 0.0)

@@ -104,6 +104,7 @@ void DescribeImport(CLI::App& import, ImportWords& words) {
     import.add_flag("--quiet", request.quiet);
     import.add_flag("--timing", request.timing);
     import.add_option("--progress", words.progress);
+    import.add_option("--threads", words.threads);
     import.add_option("--plugin", request.plugin);
     import.add_flag("--report", request.report);
 }
@@ -111,6 +112,7 @@ void DescribeImport(CLI::App& import, ImportWords& words) {
 ImportRequest BuildImportRequest(ImportWords& words) {
     ImportRequest& request = words.request;
     request.progress = ProgressChoice(words.progress);
+    request.threads = ThreadCount(words.threads);
     if (request.report) request.quiet = true;
     SetFiles(words, request.take);
     ParseImportOptions(words, request.take.format == take::Format::Acclaim);

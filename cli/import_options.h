@@ -34,6 +34,7 @@ struct ImportWords {
     std::optional<std::string> animations;
     std::optional<std::string> csvNames;
     std::optional<std::string> progress;
+    std::optional<std::string> threads;
     std::vector<std::string> outputs;
     bool nulls = false;
     bool bones = false;

@@ -6,6 +6,7 @@
 
 #include "files/links.h"
 #include "survey/encoding.h"
+#include "take/thread_limit.h"
 
 namespace cli {
 
@@ -21,6 +22,19 @@ double PositiveNumber(const char* option, const std::string& text) {
     if (number <= 0.0)
         throw UsageError(fmt::format("{} {}: must be greater than zero", option, text));
     return number;
+}
+
+std::size_t Count(const char* option, const std::string& text, std::size_t most) {
+    const double count = PositiveNumber(option, text);
+    if (count != std::floor(count) || count > static_cast<double>(most))
+        throw UsageError(
+            fmt::format("{} {}: expected a whole number from 1 to {}", option, text, most));
+    return static_cast<std::size_t>(count);
+}
+
+std::optional<std::size_t> ThreadCount(const std::optional<std::string>& text) {
+    if (!text) return std::nullopt;
+    return Count("--threads", *text, take::kMostThreads);
 }
 
 Progress ProgressChoice(const std::optional<std::string>& text) {

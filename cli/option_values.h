@@ -2,8 +2,10 @@
 // parameter `option` is the name of the option, for the error message.
 #pragma once
 
+#include <cstddef>
 #include <fmt/format.h>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -16,6 +18,10 @@ namespace cli {
 
 double FiniteNumber(const char* option, const std::string& text);
 double PositiveNumber(const char* option, const std::string& text);
+// A whole number from 1 to `most`.
+std::size_t Count(const char* option, const std::string& text, std::size_t most);
+// The value of --threads. Nullopt if the user did not give it.
+std::optional<std::size_t> ThreadCount(const std::optional<std::string>& text);
 
 // Returns the value of the choice whose name is `text`, in any letter case.
 template <class Value>

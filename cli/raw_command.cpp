@@ -20,6 +20,7 @@
 #include "take/outcome.h"
 #include "take/plugin_library.h"
 #include "take/session_lock.h"
+#include "take/thread_limit.h"
 #include "take/user_input_json.h"
 #include "take/variant_list.h"
 #include "text/byte_sink.h"
@@ -64,6 +65,7 @@ void NoteUnknownCommand(const std::string& name) {
 int RunCommand(const CommandRequest& request) {
     const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
     if (!loaded.plugin) throw PluginError(loaded.problem);
+    if (request.threads) take::LimitThreads(*request.threads);
     const take::VariantList arguments = Variants(request.arguments);
     ShowOptions options;
     options.progress = request.progress;

@@ -6,6 +6,7 @@
 #include "cli/import_show.h"
 #include "cli/standard_input.h"
 #include "files/system_storage.h"
+#include "take/thread_limit.h"
 
 namespace cli {
 namespace {
@@ -33,6 +34,11 @@ TakeRun RunTake(const ImportRequest& request) {
     run.take = request.take;
     const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
     if (!loaded.plugin) throw PluginError(loaded.problem);
+    // "zkhost convert" runs several imports at a time. Each of them has a processor of its own.
+    if (request.threads)
+        take::LimitThreads(*request.threads);
+    else if (request.report && !take::IsThreadCountSet())
+        take::LimitThreads(1);
     const ShowOptions options = ShowOptionsOf(request);
     run.drawsBar = DrawsBar(options);
     ImportShow show(options);

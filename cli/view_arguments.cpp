@@ -105,6 +105,7 @@ void DescribeView(CLI::App& view, ViewWords& words) {
     view.add_flag("--no-open", words.noOpen);
     view.add_flag("--quiet", words.import.request.quiet);
     view.add_option("--progress", words.import.progress);
+    view.add_option("--threads", words.import.threads);
     view.add_option("--plugin", words.import.request.plugin);
 }
 
@@ -113,6 +114,7 @@ ViewRequest BuildViewRequest(ViewWords& words) {
         throw UsageError("view: this build has no viewer, which needs Node.js and npm");
     ImportRequest& options = words.import.request;
     options.progress = ProgressChoice(words.import.progress);
+    options.threads = ThreadCount(words.import.threads);
     const bool hasAcclaim = std::any_of(words.files.begin(), words.files.end(), pairing::IsAcclaim);
     const std::optional<CaptureKind> as = ParseAs(words.import.as, words.files);
     ParseImportOptions(words.import, hasAcclaim || (as && as != CaptureKind::Biovision));

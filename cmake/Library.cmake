@@ -13,7 +13,7 @@ target_sources(zkmocap PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} F
   pairing/capture_kind.h pairing/skeleton_pairing.h
   plugin/contract.h plugin/user_input.h
   survey/codes.h survey/finding.h survey/finding_text.h survey/outline.h survey/survey.h
-  take/findings.h take/import.h take/listener.h take/outcome.h take/plugin_library.h take/rate_origin.h take/request.h
+  take/findings.h take/import.h take/listener.h take/outcome.h take/plugin_library.h take/rate_origin.h take/request.h take/thread_limit.h
   take/user_input_json.h
   text/api.h text/byte_sink.h text/storage.h)
 find_package(fmt REQUIRED)

@@ -27,7 +27,10 @@ inline constexpr char kUserInputSymbol[] = "g_UserInput";
 // Runs the command `name`. Upper and lower case are distinguished. The caller owns `arguments`.
 // They are used only during the call, and their number is not checked. Returns 0 for a known
 // command, even if the import fails. For any other name, returns Zelk::status::kFail and does
-// nothing. Two threads must not call it at the same time.
+// nothing. Two threads must not call it at the same time. During the call the plug-in may start
+// threads of its own. They call nothing of the host, and end before the function returns. The
+// environment variable ZKMOCAP_THREADS says how many threads an import uses, the caller's included;
+// without it, one for each processor, but fewer for short files.
 using Callback = std::int32_t (*)(const wchar_t* name, const VARIANT* arguments);
 
 // --- The commands ---

@@ -83,6 +83,8 @@ def main(pipe: multiprocessing.connection.Connection) -> None:
     """Answers tasks until the other end of the pipe is closed."""
     # Ctrl-C reaches all processes of a terminal. The one that waits for the takes decides what to do.
     signal.signal(signal.SIGINT, signal.SIG_IGN)
+    # Each process has a processor of its own.
+    os.environ.setdefault("ZKMOCAP_THREADS", "1")
     lender = Lender()
     while True:
         try:
