@@ -15,6 +15,9 @@
 
 namespace {
 
+// Files of this size and more are mapped into memory.
+constexpr std::size_t kFewestMappedBytes = std::size_t{1} << 20;
+
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
@@ -100,22 +103,24 @@ bool CStringFile::ReadFile(const wchar_t* path) {
     const off_t end = FileSize(file.get());
     if (end < 0 || end > std::numeric_limits<std::uint32_t>::max()) return false;
     const auto bytes = static_cast<std::size_t>(end);
-    return Allocate(bytes) && KeepText(std::fread(GetBuffer(), 1, bytes, file.get()));
+    // Mapping a large file takes less time and memory than copying it.
+    if (bytes >= kFewestMappedBytes &&
+        Keep(memory::TextMemory::Map(fileno(file.get()), bytes), bytes))
+        return KeepText(bytes);
+    return Keep(memory::TextMemory::Allocate(bytes), bytes) &&
+           KeepText(std::fread(GetBuffer(), 1, bytes, file.get()));
 }
 
 bool CStringFile::ReadMemory(std::string_view bytes) {
     ClearFile();
     if (!separators || bytes.size() > std::numeric_limits<std::uint32_t>::max()) return false;
-    if (!Allocate(bytes.size())) return false;
+    if (!Keep(memory::TextMemory::Allocate(bytes.size()), bytes.size())) return false;
     bytes.copy(GetBuffer(), bytes.size());
     return KeepText(bytes.size());
 }
 
-bool CStringFile::Allocate(std::size_t bytes) {
-    // The buffer has one byte more than the file, for the NUL. If std::size_t has 32 bits, the sum
-    // below would overflow for the largest possible file.
-    if (bytes == std::numeric_limits<std::size_t>::max()) return false;
-    buffer = memory::AllocateLargeMemory(bytes + 1);
+bool CStringFile::Keep(memory::TextMemory text, std::size_t bytes) {
+    buffer = std::move(text);
     token.reset(new (std::nothrow) char[bytes + 1]);
     if (buffer && token) return true;
     ClearFile();
@@ -133,7 +138,7 @@ bool CStringFile::KeepText(std::size_t bytes) {
 }
 
 void CStringFile::ClearFile() {
-    buffer.reset();
+    buffer = {};
     token.reset();
     size = 0;
     position = 0;

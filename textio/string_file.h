@@ -8,7 +8,7 @@
 #include <memory>
 #include <string_view>
 
-#include "memory/large_memory.h"
+#include "memory/text_memory.h"
 
 class CStringFile {
   public:
@@ -24,6 +24,7 @@ class CStringFile {
     bool RegisterWhiteSpaces(const char* set);
 
     // Loads a file. The file must be seekable, must not be empty, and must be smaller than 4 GiB.
+    // A large file is mapped into memory; see TextMemory::Map.
     // If it cannot be loaded, returns false, and the reader has no file. The characters of the path
     // are encoded as UTF-8. The characters from U+DC80 to U+DCFF are an exception: they become the
     // single bytes 0x80 to 0xFF. A path can therefore also name a file whose name is not valid
@@ -63,7 +64,7 @@ class CStringFile {
     std::uint32_t GetPosition() const { return position; }
     std::uint32_t GetSize() const { return size; }
     // Returns the file's bytes, followed by a NUL. Returns null if the reader has no file.
-    char* GetBuffer() { return static_cast<char*>(buffer.get()); }
+    char* GetBuffer() { return buffer.Data(); }
 
   private:
     struct Token {
@@ -71,8 +72,9 @@ class CStringFile {
         const char* last;
     };
     bool IsSeparator(char c) const { return isSeparator[static_cast<unsigned char>(c)]; }
-    // Allocates memory for the file and for its longest token. Returns false when memory runs out.
-    bool Allocate(std::size_t bytes);
+    // Takes the memory of the text, and allocates memory for its longest token. If `text` is empty,
+    // or memory runs out, returns false, and the reader has no file.
+    bool Keep(memory::TextMemory text, std::size_t bytes);
     // Uses the first `bytes` bytes of the buffer as the text of the file. If `bytes` is 0, returns
     // false, and the reader has no file.
     bool KeepText(std::size_t bytes);
@@ -84,9 +86,9 @@ class CStringFile {
     const char* Copy(Token found);
     void MoveTo(const char* at);
 
-    const char* Text() const { return static_cast<const char*>(buffer.get()); }
+    const char* Text() const { return buffer.Data(); }
 
-    memory::LargeMemory buffer;
+    memory::TextMemory buffer;
     std::unique_ptr<char[]> separators;
     std::unique_ptr<char[]> token;
     std::uint32_t size = 0;
