@@ -31,7 +31,7 @@ std::vector<KeyArray> AmcKeyLists::ReleaseKeys(AmcRows read) {
     const std::size_t readCount = read.count;
     std::vector<KeyArray> keys = ArraysFor(Rows() + readCount, std::move(read));
     if (keys.empty()) return {};
-    const KeyArray::Numbers times = keys.front().Times();
+    double* const times = keys.front().Times().get();
     std::size_t width = 0;  // how many channels the row has
     std::size_t next = 0;
     for (std::size_t row = 0; row < Rows(); ++row) {
@@ -41,9 +41,9 @@ std::vector<KeyArray> AmcKeyLists::ReleaseKeys(AmcRows read) {
         const std::size_t to = row < readFirst ? row : row + readCount;
         times[to] = numbers_[row];
         for (std::size_t channel = 0; channel < width; ++channel)
-            keys[channel].Values()[to] = values_[next++];
+            keys[channel].Values().get()[to] = values_[next++];
         for (std::size_t channel = before; channel < width; ++channel)
-            std::fill_n(keys[channel].Values().get(), row, keys[channel].Values()[row]);
+            std::fill_n(keys[channel].Values().get(), row, keys[channel].Values().get()[row]);
         values_.FreeBefore(next);
     }
     return keys;

@@ -96,7 +96,7 @@ std::int32_t BvhParser::ParseFrames(const std::vector<KeyArray>* keys) {
             double value = 0.0;
             if (!stringFile.GetNextFloat(value))
                 return Fail(kInvalidData, L"Expected a float value in key frame data");
-            if (keys != nullptr) (*keys)[channel].Values()[frame] = value;
+            if (keys != nullptr) (*keys)[channel].Values().get()[frame] = value;
             if (--untilPoll > 0) continue;
             untilPoll = polls.Step();
             if (CheckCancelled()) return kCancelled;
@@ -156,7 +156,8 @@ std::int32_t BvhParser::ParseRows(const std::vector<KeyArray>& keys, const Value
 
     const auto moveTo = [&](std::uint64_t values) {
         const std::uint64_t row = (values - 1) / columns.size();
-        stringFile.SetPosition(static_cast<std::uint32_t>(blocks.StartOf(row) - text));
+        const char* const start = blocks.StartOf(static_cast<std::size_t>(row));
+        stringFile.SetPosition(static_cast<std::uint32_t>(start - text));
         double value = 0.0;
         for (std::uint64_t left = values - row * columns.size(); left > 0; --left)
             stringFile.GetNextFloat(value);

@@ -30,7 +30,7 @@ std::shared_ptr<const NumberArray> Joined(const NumberArray* kept, const Array& 
     const std::shared_ptr<double[]> joined(new double[before + count]);
     if (before != 0) std::copy(kept->begin(), kept->end(), joined.get());
     for (std::uint32_t index = 0; index < count; ++index)
-        joined[before + index] = NumberIn(added[index]);
+        joined.get()[before + index] = NumberIn(added[index]);
     return std::make_shared<const NumberArray>(joined, before + count);
 }
 

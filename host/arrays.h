@@ -27,7 +27,7 @@ class CTimeArray {
         return times_[index];
     }
     const double& operator[](std::uint32_t index) const {
-        return shared_ ? shared_[index] : times_[index];
+        return shared_ ? shared_.get()[index] : times_[index];
     }
     // The memory of the times. Null if the times are not shared.
     const std::shared_ptr<const double[]>& Shared() const { return shared_; }
@@ -64,7 +64,7 @@ class CValueArray {
         return values_[index];
     }
     CValue operator[](std::uint32_t index) const {
-        return shared_ ? CValue(shared_[index]) : values_[index];
+        return shared_ ? CValue(shared_.get()[index]) : values_[index];
     }
     // The memory of the numbers. Null if the values are not shared.
     const std::shared_ptr<const double[]>& Shared() const { return shared_; }

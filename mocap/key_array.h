@@ -38,7 +38,7 @@ class KeyArray {
     explicit operator bool() const { return values_ != nullptr; }
     bool operator==(std::nullptr_t) const { return values_ == nullptr; }
     void reset() { *this = KeyArray(); }
-    Key operator[](std::size_t frame) const { return {times_[frame], values_[frame]}; }
+    Key operator[](std::size_t frame) const { return {times_.get()[frame], values_.get()[frame]}; }
     // Null if there are no keys.
     const Numbers& Times() const { return times_; }
     const Numbers& Values() const { return values_; }

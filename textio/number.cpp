@@ -5,28 +5,11 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "textio/decimal.h"
 #include "textio/stand_ins.h"
 
 namespace textio {
 namespace {
-
-// The powers of ten that are exact as doubles.
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << 53;
-// An integer with this many digits always fits into 64 bits.
-constexpr std::ptrdiff_t kSafeDigits = 19;
-
-bool IsDigit(char c) {
-    return static_cast<unsigned char>(c - '0') < 10;
-}
-
-const char* ReadDigits(const char* at, std::uint64_t& digits) {
-    for (; IsDigit(*at); ++at)
-        digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
-    return at;
-}
 
 const char* ReadAnyDecimal(const char* first, const char* last, double& value) {
     double number = 0.0;

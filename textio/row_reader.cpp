@@ -2,20 +2,11 @@
 
 #include <cstdint>
 
+#include "textio/decimal.h"
 #include "textio/number.h"
 
 namespace textio {
 namespace {
-
-// The powers of ten that can occur below, where a number has at most 19 digits.
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
-constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << 53;
-constexpr std::ptrdiff_t kSafeDigits = 19;
-
-bool IsDigit(char c) {
-    return static_cast<unsigned char>(c - '0') < 10;
-}
 
 // A space, a tab, a carriage return, a line feed or the end of the text.
 bool EndsToken(char c) {
@@ -23,7 +14,8 @@ bool EndsToken(char c) {
 }
 
 // Reads any number as CStringFile::GetNextFloat does. Returns the end of the token. Returns null if
-// the token is not accepted, and also if it is longer than numbers are.
+// the token is not accepted, if it is longer than numbers are, or if it contains a comma or a
+// parenthesis.
 const char* ReadAnyNumber(const char* at, const char* last, double& value) {
     const char* end = ReadPlainDecimal(at, last, value);
     if (end != nullptr && EndsToken(*end)) return end;
@@ -43,21 +35,17 @@ const char* ReadAnyNumber(const char* at, const char* last, double& value) {
 inline const char* ReadNumber(const char* at, const char* last, double& value) {
     const bool negative = *at == '-';
     const char* const start = at + (negative ? 1 : 0);
-    const char* end = start;
     std::uint64_t digits = 0;
-    for (; IsDigit(*end); ++end)
-        digits = digits * 10 + static_cast<std::uint64_t>(*end - '0');
-    std::ptrdiff_t count = end - start;
+    const char* const point = ReadDigits(start, digits);
     // A token that begins with a point may be a zero that is not accepted.
-    if (count == 0) return ReadAnyNumber(at, last, value);
+    if (point == start) return ReadAnyNumber(at, last, value);
+    const char* end = point;
     std::ptrdiff_t decimals = 0;
-    if (*end == '.') {
-        const char* const point = end;
-        for (++end; IsDigit(*end); ++end)
-            digits = digits * 10 + static_cast<std::uint64_t>(*end - '0');
+    if (*point == '.') {
+        end = ReadDigits(point + 1, digits);
         decimals = end - point - 1;
-        count += decimals;
     }
+    const std::ptrdiff_t count = (point - start) + decimals;
     // More than 19 digits may not fit into the integer.
     if (count > kSafeDigits || digits >= kExactIntegers || !EndsToken(*end))
         return ReadAnyNumber(at, last, value);
