@@ -1,6 +1,6 @@
 // Times how long it takes to read the rows of a motion. BM_SingleValues reads them value by value
-// with CStringFile, which is the reference. BM_Rows reads them with ReadRow. BM_Blocks reads them
-// with RowBlocks, on one thread and on two.
+// with CStringFile, BM_RowsByDigits row by row with ReadRowByDigits; these are the references.
+// BM_Rows reads them with ReadRow, and BM_Blocks with RowBlocks, on one thread and on two.
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <string>
@@ -68,15 +68,22 @@ void BM_SingleValues(benchmark::State& state) {
     CountValues(state, motion);
 }
 
-void BM_Rows(benchmark::State& state) {
+void BM_ReadRows(benchmark::State& state, decltype(textio::ReadRow)& readRow) {
     const Motion motion(state.range(0));
     for (auto _ : state) {
         const char* at = motion.first;
         for (std::size_t row = 0; row < motion.Rows() && at != nullptr; ++row)
-            at = textio::ReadRow(at, motion.last, motion.target, row);
+            at = readRow(at, motion.last, motion.target, row);
         if (at == nullptr) state.SkipWithError("the text has no rows");
     }
     CountValues(state, motion);
+}
+
+void BM_Rows(benchmark::State& state) {
+    BM_ReadRows(state, textio::ReadRow);
+}
+void BM_RowsByDigits(benchmark::State& state) {
+    BM_ReadRows(state, textio::ReadRowByDigits);
 }
 
 class LineReader : public RowBlocks::Reader {
@@ -107,6 +114,7 @@ void BM_Blocks(benchmark::State& state) {
 }
 
 BENCHMARK(BM_SingleValues)->Arg(1000)->Arg(10'000);
+BENCHMARK(BM_RowsByDigits)->Arg(1000)->Arg(10'000);
 BENCHMARK(BM_Rows)->Arg(1000)->Arg(10'000);
 BENCHMARK(BM_Blocks)
     ->ArgNames({"frames", "threads"})

@@ -4,6 +4,7 @@
 
 #include "textio/decimal.h"
 #include "textio/number.h"
+#include "textio/row_masks.h"
 
 namespace textio {
 namespace {
@@ -49,7 +50,9 @@ inline const char* ReadNumber(const char* at, const char* last, double& value) {
     // More than 19 digits may not fit into the integer.
     if (count > kSafeDigits || digits >= kExactIntegers || !EndsToken(*end))
         return ReadAnyNumber(at, last, value);
-    const double number = static_cast<double>(digits) / kPowersOfTen[decimals];
+    // A signed integer is converted faster.
+    const double number =
+        static_cast<double>(static_cast<std::int64_t>(digits)) / kPowersOfTen[decimals];
     value = negative ? -number : number;
     return end;
 }
@@ -63,6 +66,14 @@ const char* SkipToRow(const char* at) {
 }
 
 const char* ReadRow(const char* at, const char* last, const RowTarget& target, std::size_t row) {
+#ifdef TEXTIO_HAS_ROW_MASKS
+    if (const char* const next = ReadRowByMasks(at, last, target, row)) return next;
+#endif
+    return ReadRowByDigits(at, last, target, row);
+}
+
+const char* ReadRowByDigits(const char* at, const char* last, const RowTarget& target,
+                            std::size_t row) {
     const auto skipBlanks = [&at] {
         while (*at == ' ' || *at == '\t' || *at == '\r')
             ++at;

@@ -26,4 +26,8 @@ const char* SkipToRow(const char* at);
 // NUL. A NUL byte before it ends the text, too.
 const char* ReadRow(const char* at, const char* last, const RowTarget& target, std::size_t row);
 
+// The reference for ReadRow: does the same, number by number and digit by digit.
+const char* ReadRowByDigits(const char* at, const char* last, const RowTarget& target,
+                            std::size_t row);
+
 }  // namespace textio

@@ -4,7 +4,9 @@
 #include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <ostream>
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -98,6 +100,57 @@ TEST(RowReaderRandom, StoresWhatTheReaderReads) {
         ASSERT_EQ(Bits(value), Bits(expected)) << text;
     }
     EXPECT_GT(accepted, 30'000u);
+}
+
+// Rows that ReadRow reads by masks, and rows that are nearly so.
+TEST(RowReaderRandom, ReadsRowsAsByDigits) {
+    std::mt19937_64 random(5);
+    const auto below = [&](std::uint64_t n) { return random() % n; };
+    const auto digits = [&](std::uint64_t most) {
+        std::string text;
+        for (std::uint64_t count = below(most + 1); count > 0; --count)
+            text += static_cast<char>('0' + below(10));
+        return text;
+    };
+    static const std::string kOdd[] = {"",    "-",   "+1",  "1e5", "1.2.3",
+                                       "0x1", "nan", "1,5", "--1", "1-"};
+    std::size_t accepted = 0;
+    for (int i = 0; i < 60'000; ++i) {
+        std::string text;
+        const std::size_t width = 1 + below(12);
+        for (std::size_t column = 0; column < width; ++column) {
+            text += std::string(below(8) == 0 ? below(4) : 1, below(9) == 0 ? '\t' : ' ');
+            if (below(150) == 0) {
+                text += kOdd[below(std::size(kOdd))];
+                continue;
+            }
+            const bool isLong = below(60) == 0;
+            text +=
+                (below(2) == 0 ? "-" : "") + std::to_string(below(10)) + digits(isLong ? 10 : 3);
+            if (below(6) != 0) text += '.' + digits(isLong ? 12 : 8);
+        }
+        if (below(20) == 0) text += ' ';
+        if (below(300) == 0) text[below(text.size())] = "\n\f\v.x:/\x80"[below(8)];
+        text += below(10) == 0 ? "\r\n" : "\n";
+        // Without the tail, the row is near the end of the text.
+        if (below(10) != 0) text += std::string(120, ' ');
+        double values[2][12] = {};
+        double* columns[2][12];
+        for (std::size_t way = 0; way < 2; ++way)
+            for (std::size_t column = 0; column < 12; ++column)
+                columns[way][column] = &values[way][column];
+        const char* const last = text.data() + text.size();
+        const char* const next = ReadRow(text.data(), last, {columns[0], width}, 0);
+        const char* const expected =
+            textio::ReadRowByDigits(text.data(), last, {columns[1], width}, 0);
+        ASSERT_EQ(next, expected) << text;
+        if (expected == nullptr) continue;
+        ++accepted;
+        for (std::size_t column = 0; column < width; ++column)
+            ASSERT_EQ(Bits(values[0][column]), Bits(values[1][column])) << text;
+    }
+    EXPECT_GT(accepted, 30'000u);
+    EXPECT_LT(accepted, 60'000u);
 }
 
 TEST(RowReaderStart, IsAfterAllSeparators) {
