@@ -20,10 +20,10 @@ bool EndsToken(char c) {
 const char* ReadAnyNumber(const char* at, const char* last, double& value) {
     const char* end = ReadPlainDecimal(at, last, value);
     if (end != nullptr && EndsToken(*end)) return end;
-    constexpr std::ptrdiff_t kLongest = 400;
-    char token[kLongest + 1];
+    constexpr std::ptrdiff_t kLongestText = 400;
+    char token[kLongestText + 1];
     for (end = at; !EndsToken(*end); ++end) {
-        if (end - at == kLongest || *end == ',' || *end == '(' || *end == ')') return nullptr;
+        if (end - at == kLongestText || *end == ',' || *end == '(' || *end == ')') return nullptr;
         token[end - at] = *end;
     }
     token[end - at] = '\0';

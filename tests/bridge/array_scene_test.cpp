@@ -122,7 +122,7 @@ TEST(ArrayScene, HasCurvesWithoutJumps) {
         const auto target = recording.scene->ResolveTarget(model, item);
         const bool isHips = target.object->name == Zelk::CString(L"Hips");
         if (!isHips || target.channel < headless::Channel::RotX) continue;
-        const std::vector<double>& values = *item.GetCurve().keys.values;
+        const headless::NumberArray& values = *item.GetCurve().keys.values;
         for (std::size_t frame = 1; frame < values.size(); ++frame)
             EXPECT_LT(std::abs(values[frame] - values[frame - 1]), 12.0) << frame;
     }

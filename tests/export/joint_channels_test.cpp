@@ -91,8 +91,10 @@ std::vector<double> SceneKeys(const std::wstring& name, headless::Channel channe
     for (const headless::ActionItem& item : exported::MotionOf(model)->items) {
         const auto target = exported::CurrentScene().ResolveTarget(model, item);
         if (target.object && headless::View(target.object->name) == name &&
-            target.channel == channel && item.IsCurve())
-            return *item.GetCurve().keys.values;
+            target.channel == channel && item.IsCurve()) {
+            const headless::NumberArray& values = *item.GetCurve().keys.values;
+            return {values.begin(), values.end()};
+        }
     }
     return {};
 }

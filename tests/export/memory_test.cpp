@@ -40,9 +40,9 @@ std::string Hinges(const char* channels) {
 
 // The size in bytes of all keys of the scene. Arrays that curves share count once.
 std::size_t KeyBytes() {
-    std::unordered_set<const std::vector<double>*> seen;
+    std::unordered_set<const headless::NumberArray*> seen;
     std::size_t bytes = 0;
-    const auto add = [&](const std::vector<double>* keys) {
+    const auto add = [&](const headless::NumberArray* keys) {
         if (seen.insert(keys).second) bytes += keys->size() * sizeof(double);
     };
     for (const headless::Object* model : exported::CurrentScene().Models()) {
