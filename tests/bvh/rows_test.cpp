@@ -4,7 +4,10 @@
 #include <bit>
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -214,6 +217,23 @@ TEST(BvhRowsChanged, AreReadLikeSingleValues) {
             changed[head + below(text.size() - head)] = kBytes[below(sizeof(kBytes))];
         ExpectSame(changed, static_cast<int>(below(4) * 20));
     }
+}
+
+// The files of tests/quirks have the mistakes that real files have.
+TEST(BvhRowsQuirks, AreReadLikeSingleValues) {
+    const std::filesystem::path folder =
+        std::filesystem::path(ZKMOCAP_SOURCE_DIR) / "tests" / "quirks";
+    int files = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (!entry.is_regular_file() || entry.path().extension() != ".bvh") continue;
+        SCOPED_TRACE(entry.path().string());
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::string text(std::istreambuf_iterator<char>(file), {});
+        if (text.empty()) continue;
+        ExpectSame(text);
+        ++files;
+    }
+    EXPECT_GT(files, 100);
 }
 
 // Many blocks, and rows of many lengths.
