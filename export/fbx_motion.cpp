@@ -99,11 +99,14 @@ FbxMotion::FbxMotion(const headless::Scene& scene, const headless::Object& model
     framesPerSecond_ = timeline.sampleRate.value_or(1.0 / timeline.secondsPerFrame);
     const std::vector<std::int64_t> keyTimes = TimesOf(timeline);
     stop_ = keyTimes.back();
-    const JointChannels channels(scene, model, motion, timeline.frames, false, kAngles,
-                                 progress.Between(0.0, kReadShare));
+    // The channels are not needed any more when the values are compressed.
+    {
+        const JointChannels channels(scene, model, motion, timeline.frames, false, kAngles,
+                                     progress.Between(0.0, kReadShare));
+        ChooseCurves(channels, rest, kStillPosition * motion.Size(timeline), times, keyTimes);
+        ReadValues(channels, frames, progress.Between(kReadShare, 1.0));
+    }
 
-    ChooseCurves(channels, rest, kStillPosition * motion.Size(timeline), times, keyTimes);
-    ReadValues(channels, frames, progress.Between(kReadShare, 1.0));
     if (compress) Compress();
 }
 

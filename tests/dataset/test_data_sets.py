@@ -26,12 +26,12 @@ class Outputs(DataSet):
             options = "--bones --no-group"
             if to != "json":
                 options += " --scale 0.5 --up z"
-            if to in ("glb", "gltf"):
+            if to in ("glb", "gltf", "fbx"):
                 options += " --no-mesh"
             self.convert(f"takes {options}", to=to, out=to)
             made = self.tree(to)
             for files, name in (("takes/walk.bvh", "walk.bvh"), ("takes/walk.asf takes/walk.amc", "walk.amc")):
-                stored = ["--provenance"] if to in ("glb", "gltf", "npz") else []
+                stored = ["--provenance"] if to in ("glb", "gltf", "fbx", "npz") else []
                 subprocess.run([self.zkhost, "import", *files.split(), *options.split(), *stored, "--plugin", self.plugin,
                                 "--progress", "off", "--make-folders", "-o", f"alone/{to}/{name}.{to}"],
                                cwd=self.folder, check=True, capture_output=True)
