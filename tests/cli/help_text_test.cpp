@@ -72,7 +72,8 @@ TEST(HelpOption, NamesEveryOutput) {
         EXPECT_THAT(cli::kConvertHelp, HasSubstr(name)) << name;
     }
     EXPECT_THAT(cli::kImportHelp, HasSubstr(".glb .gltf .fbx .bvh .csv .npz .html .svg .json\n"));
-    EXPECT_THAT(cli::kImportAllHelp, HasSubstr(".glb .gltf .fbx .bvh .csv .npz .html .svg .json\n"));
+    EXPECT_THAT(cli::kImportAllHelp,
+                HasSubstr(".glb .gltf .fbx .bvh .csv .npz .html .svg .json\n"));
     EXPECT_THAT(cli::kConvertHelp, HasSubstr("glb, gltf, fbx, bvh, csv, npz, html, svg or json\n"));
 }
 
