@@ -1,8 +1,10 @@
 // Times exporters that write an imported motion. One item is one joint in one frame.
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <filesystem>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 #include "bench/synthetic_bvh.h"
 #include "bvh/biovision_import.h"
@@ -13,6 +15,7 @@
 #include "export/npz.h"
 #include "export/page.h"
 #include "export/svg.h"
+#include "export/table_blocks.h"
 #include "files/output_file.h"
 #include "headless/session.h"
 #include "text/byte_sink.h"
@@ -68,6 +71,42 @@ exporters::Notes WriteSvg(text::ByteSink& out, const headless::Scene& scene,
                           const exporters::Options& options, const exporters::Progress& progress) {
     return exporters::WriteSvg(out, scene, options, {}, progress);
 }
+
+// Evaluates the scene row by row.
+void BM_PosesByRow(benchmark::State& state) {
+    const bench::BvhShape shape{.joints = state.range(0), .frames = state.range(1)};
+    Import(shape, true);
+    const exporters::Table table(headless::Session::Current().GetScene(), {}, true);
+    std::vector<headless::Transform> locals(table.Columns().size());
+    std::vector<headless::Transform> globals(table.Columns().size());
+    exporters::Table::Scratch scratch;
+    for (auto _ : state)
+        for (std::size_t row = 0; row < table.Rows(); ++row) {
+            table.Row(row, locals, globals, scratch);
+            benchmark::DoNotOptimize(globals.data());
+        }
+    state.SetItemsProcessed(state.iterations() * shape.joints * shape.frames);
+}
+
+// Computes the same poses in blocks, as quaternions, on the same thread.
+void BM_PosesByBlock(benchmark::State& state) {
+    const bench::BvhShape shape{.joints = state.range(0), .frames = state.range(1)};
+    Import(shape, true);
+    const headless::Scene& scene = headless::Session::Current().GetScene();
+    const exporters::Table table(scene, {}, true);
+    const exporters::TableBlocks blocks(table, scene, {});
+    exporters::TableBlocks::Scratch scratch;
+    for (auto _ : state)
+        for (std::size_t row = 0; row < table.Rows(); row += math::kPoseLanes)
+            blocks.ForEach(row, std::min(math::kPoseLanes, table.Rows() - row), scratch,
+                           [](std::size_t, const math::PoseLanes&, const math::PoseLanes& global) {
+                               benchmark::DoNotOptimize(global);
+                           });
+    state.SetItemsProcessed(state.iterations() * shape.joints * shape.frames);
+}
+
+BENCHMARK(BM_PosesByRow)->Args({24, 10'000})->Args({500, 1'000});
+BENCHMARK(BM_PosesByBlock)->Args({24, 10'000})->Args({500, 1'000});
 
 BENCHMARK_CAPTURE(BM_Export, GlbOfNulls, exporters::WriteGlb, true)->Apply(Shapes);
 BENCHMARK_CAPTURE(BM_Export, GlbOfBones, exporters::WriteGlb, false)->Apply(Shapes);

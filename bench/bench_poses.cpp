@@ -71,9 +71,17 @@ void BM_CompareNeighbours(benchmark::State& state) {
     CountPoses(state);
 }
 
+void BM_AreFinite(benchmark::State& state) {
+    const PoseLanes pose = SomePoses();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(math::AreFinite(pose));
+    CountPoses(state);
+}
+
 BENCHMARK(BM_TurnOneByOne);
 BENCHMARK(BM_Turn);
 BENCHMARK(BM_Attach);
 BENCHMARK(BM_CompareNeighbours);
+BENCHMARK(BM_AreFinite);
 
 }  // namespace

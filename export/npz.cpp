@@ -163,11 +163,12 @@ void AddTimes(ArrayWriter& arrays, const Table& table) {
 }
 
 template <class Element>
-void AddPoses(ArrayWriter& arrays, const Table& table, const Progress& progress) {
-    PoseArrays<Element> poses = BuildPoseArrays<Element>(table, progress.Between(0.0, kPosesShare));
+void AddPoses(ArrayWriter& arrays, const TableBlocks& blocks, const Progress& progress) {
+    PoseArrays<Element> poses =
+        BuildPoseArrays<Element>(blocks, progress.Between(0.0, kPosesShare));
     const Progress writing = progress.Between(kPosesShare, 1.0);
     const auto shape = [&](int width) {
-        return fmt::format("({}, {}, {})", table.Rows(), table.Columns().size(), width);
+        return fmt::format("({}, {}, {})", blocks.Rows(), blocks.Columns(), width);
     };
     arrays.AddNumbers("positions", shape(3), std::move(poses.positions));
     writing.Report(1, 4);
@@ -189,11 +190,12 @@ Notes WriteNpz(text::ByteSink& out, const headless::Scene& scene, const Options&
     const Table table(scene, options, true);
     const std::size_t nameWidth = NameWidth(table);
     const FigureFacts facts = DescribeFigure(table.FirstModel(), options);
+    const TableBlocks blocks(table, scene, options);
     ArrayWriter arrays(out, options.compress.value_or(false));
     if (options.float32)
-        AddPoses<float>(arrays, table, progress);
+        AddPoses<float>(arrays, blocks, progress);
     else
-        AddPoses<double>(arrays, table, progress);
+        AddPoses<double>(arrays, blocks, progress);
     AddSkeleton(arrays, table, nameWidth);
     AddTimes(arrays, table);
     arrays.AddNumbers("unit", "()", std::vector<double>{facts.metresPerUnit});

@@ -15,6 +15,7 @@ ObjectChannels::ObjectChannels(const headless::Scene& scene, const headless::Obj
     for (std::size_t joint = 0; joint < joints_.size(); ++joint) {
         joints_[joint].isReadable = hasKeys && motion.IsItsObject(joint);
         const headless::Object* const object = motion.Joints()[joint].object;
+        joints_[joint].object = object;
         std::copy(object->local.begin(), object->local.end(), joints_[joint].constants);
         tracksOf.emplace(object, &joints_[joint]);
     }
@@ -28,14 +29,23 @@ ObjectChannels::ObjectChannels(const headless::Scene& scene, const headless::Obj
     }
 }
 
+// Most frames have the key that follows the key of the frame before.
 bool ObjectChannels::FindKeys(const std::vector<double>& keys, std::span<const double> frames) {
     if (keys.empty()) return true;
+    keyOf_.reserve(frames.size());
     for (const double frame : frames) {
+        const std::size_t next = keyOf_.empty() ? 0 : keyOf_.back() + 1;
+        if (next < keys.size() && keys[next] == frame) {
+            keyOf_.push_back(next);
+            continue;
+        }
         const auto after = std::upper_bound(keys.begin(), keys.end(), frame);
         const bool isBetween = after != keys.begin() && after != keys.end();
         if (isBetween && *std::prev(after) != frame) return false;
-        keyOf_.push_back(static_cast<std::size_t>(std::distance(keys.begin(), after)) -
-                         (after == keys.begin() ? 0 : 1));
+        const std::size_t key = static_cast<std::size_t>(std::distance(keys.begin(), after)) -
+                                (after == keys.begin() ? 0 : 1);
+        areNeighbours_ &= keyOf_.empty() || key == next;
+        keyOf_.push_back(key);
     }
     return true;
 }
@@ -55,16 +65,56 @@ void ObjectChannels::AddItem(const headless::ActionItem& item, std::size_t chann
     if (isKnown) tracks.values[channel] = own.values.get();
 }
 
-void ObjectChannels::Read(std::size_t joint, std::size_t channel, std::span<double> values) const {
+void ObjectChannels::ReadFrom(std::size_t first, std::size_t joint, std::size_t channel,
+                              std::span<double> values) const {
     const JointTracks& tracks = joints_[joint];
     const double factor = channel < 3 ? scale_ : 1.0;
     if (!tracks.values[channel]) {
         std::fill(values.begin(), values.end(), factor * tracks.constants[channel]);
         return;
     }
-    const headless::NumberArray& keys = *tracks.values[channel];
+    const double* const keys = tracks.values[channel]->data();
+    if (areNeighbours_) {
+        const double* const key = keys + keyOf_[first];
+        for (std::size_t index = 0; index < values.size(); ++index)
+            values[index] = factor * key[index];
+        return;
+    }
     for (std::size_t index = 0; index < values.size(); ++index)
-        values[index] = factor * keys[keyOf_[index]];
+        values[index] = factor * keys[keyOf_[first + index]];
+}
+
+bool ObjectChannels::IsNeverTurned(const JointTracks& tracks) const {
+    for (std::size_t channel = 3; channel < kChannels; ++channel)
+        if (tracks.values[channel] || tracks.constants[channel] != 0.0) return false;
+    return true;
+}
+
+void ObjectChannels::ReadPoses(std::size_t joint, std::size_t first, std::size_t count,
+                               math::PoseLanes& pose) const {
+    const auto read = [&](std::size_t channel, double* lanes) {
+        ReadFrom(first, joint, channel, {lanes, count});
+        std::fill(lanes + count, lanes + math::kPoseLanes, lanes[count - 1]);
+    };
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        read(axis, pose.position[axis]);
+    if (IsNeverTurned(joints_[joint])) {
+        for (std::size_t part = 0; part < 4; ++part)
+            std::fill_n(pose.rotation[part], math::kPoseLanes, part == 3 ? 1.0 : 0.0);
+        return;
+    }
+    math::AngleLanes angles;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        read(3 + axis, angles.angle[axis]);
+    math::TurnByAngles(angles, pose);
+}
+
+bool ObjectChannels::IsAtRest(std::size_t joint) const {
+    const JointTracks& tracks = joints_[joint];
+    for (std::size_t channel = 0; channel < kChannels; ++channel)
+        if (tracks.values[channel] || tracks.constants[channel] != tracks.object->local[channel])
+            return false;
+    return tracks.isReadable;
 }
 
 }  // namespace exporters

@@ -8,6 +8,7 @@
 
 #include "export/exported_motion.h"
 #include "headless/scene.h"
+#include "math/pose_lanes.h"
 
 namespace exporters {
 
@@ -24,18 +25,32 @@ class ObjectChannels {
     bool Has(std::size_t joint) const { return joints_[joint].isReadable; }
     // Writes the values of a channel, one for each frame. Positions are multiplied by the scale of
     // the motion.
-    void Read(std::size_t joint, std::size_t channel, std::span<double> values) const;
+    void Read(std::size_t joint, std::size_t channel, std::span<double> values) const {
+        ReadFrom(0, joint, channel, values);
+    }
+    // The same for the frames from the index `first` on.
+    void ReadFrom(std::size_t first, std::size_t joint, std::size_t channel,
+                  std::span<double> values) const;
+    // Computes the poses in `count` frames from the index `first` on. The lanes that are not used
+    // repeat the last pose.
+    void ReadPoses(std::size_t joint, std::size_t first, std::size_t count,
+                   math::PoseLanes& pose) const;
+    // Whether the channels of the joint can be read and are in all frames those of its object.
+    bool IsAtRest(std::size_t joint) const;
 
   private:
     static constexpr std::size_t kChannels = 6;
 
     struct JointTracks {
+        const headless::Object* object = nullptr;
         bool isReadable = false;
         double constants[kChannels] = {};
         // For each channel, the values of its keys; null if the channel is constant.
         const headless::NumberArray* values[kChannels] = {};
     };
 
+    // Whether the joint is not turned in any frame.
+    bool IsNeverTurned(const JointTracks& tracks) const;
     // Finds the key of each frame. Returns false if a frame between two keys has none.
     bool FindKeys(const std::vector<double>& keys, std::span<const double> frames);
     void AddItem(const headless::ActionItem& item, std::size_t channel,
@@ -43,9 +58,10 @@ class ObjectChannels {
 
     double scale_ = 1.0;
     std::vector<std::size_t> keyOf_;   // for each frame, the index of its key
+    bool areNeighbours_ = true;        // whether each key follows the one before
     std::vector<JointTracks> joints_;  // for each joint
-    const headless::NumberArray* knownTimes_ =
-        nullptr;  // times that are those of the motion's keys
+    // Times that are those of the motion's keys.
+    const headless::NumberArray* knownTimes_ = nullptr;
 };
 
 }  // namespace exporters

@@ -1,126 +1,115 @@
 #include "export/pose_arrays.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <vector>
 
-#include "export/quaternion.h"
+#include "export/block_parts.h"
+#include "export/quaternion_run.h"
 #include "export/run_parts.h"
 
 namespace exporters {
 namespace {
 
-using headless::Transform;
+using math::PoseLanes;
 
-template <class Element>
-void PutPosition(const Transform& transform, Element* numbers) {
-    for (std::size_t axis = 0; axis < 3; ++axis)
-        numbers[axis] = static_cast<Element>(transform.origin[axis]);
+// The lanes of a block are copied to rows that are `width` numbers long.
+template <std::size_t kParts, class Element>
+void PutLanes(const double (&lanes)[kParts][math::kPoseLanes], std::size_t count, std::size_t width,
+              Element* numbers) {
+    for (std::size_t lane = 0; lane < count; ++lane, numbers += width)
+        for (std::size_t part = 0; part < kParts; ++part)
+            numbers[part] = static_cast<Element>(lanes[part][lane]);
 }
 
 template <class Element>
-void PutQuaternion(const Transform& transform, Element* numbers) {
-    const Quaternion q = QuaternionOf(transform.axes);
-    const double inOrder[] = {q.x, q.y, q.z, q.w};
-    for (std::size_t index = 0; index < 4; ++index)
-        numbers[index] = static_cast<Element>(inOrder[index]);
+void Negate(std::size_t rows, std::size_t width, Element* quaternion) {
+    for (; rows > 0; --rows, quaternion += width)
+        for (std::size_t part = 0; part < 4; ++part)
+            quaternion[part] = -quaternion[part];
 }
 
-template <class Element>
-Element Cosine(const Element* a, const Element* b) {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2] + a[3] * b[3];
-}
+// The rows that one thread computes.
+struct Part {
+    std::size_t first = 0;
+    std::size_t end = 0;
+    std::vector<QuaternionRun> runs;       // of the global quaternions of each column
+    std::vector<QuaternionRun> localRuns;  // of the local ones
+};
 
+// As the threads run at the same time, only one of them reports progress, as if its rows were all.
 template <class Element>
-void Negate(Element* q) {
-    for (std::size_t part = 0; part < 4; ++part)
-        q[part] = -q[part];
-}
-
-// Negates quaternions of a row that are farther from the one in the row before than their negatives
-// are.
-template <class Element>
-void MakeContinuous(std::size_t row, std::size_t columns, Element* quaternions) {
-    const std::size_t width = 4 * columns;
-    Element* const numbers = quaternions + row * width;
-    for (std::size_t index = 0; index < width; index += 4)
-        if (Cosine(numbers + index, numbers + index - width) < Element{0}) Negate(numbers + index);
-}
-
-// Does the same for the rows from `first` to `end` - 1, of which all but the first are continuous.
-template <class Element>
-void Join(std::size_t first, std::size_t end, std::size_t columns, Element* quaternions) {
-    const std::size_t width = 4 * columns;
-    for (std::size_t column = 0; column < columns; ++column) {
-        Element* q = quaternions + first * width + 4 * column;
-        if (!(Cosine(q, q - width) < Element{0})) continue;
-        Negate(q);
-        // Where the cosine is 0, neither of the two quaternions is nearer, and the first one stays.
-        for (std::size_t row = first + 1; row < end; ++row) {
-            q += width;
-            if (Cosine(q, q - width) == Element{0}) break;
-            Negate(q);
-        }
+void FillRows(const TableBlocks& blocks, Part& part, const Progress& progress,
+              const PosePointers<Element>& arrays) {
+    const std::size_t columns = blocks.Columns();
+    part.runs.resize(columns);
+    part.localRuns.resize(columns);
+    TableBlocks::Scratch scratch;
+    PoseLanes turned;  // the global poses with the quaternions that were chosen
+    for (std::size_t row = part.first; row < part.end; row += math::kPoseLanes) {
+        const std::size_t count = std::min(math::kPoseLanes, part.end - row);
+        for (std::size_t passed = 0; passed < count; ++passed)
+            progress.Report(row + passed - part.first, part.end - part.first);
+        blocks.ForEach(
+            row, count, scratch,
+            [&](std::size_t column, PoseLanes& local, const PoseLanes& global) {
+                const std::size_t index = row * columns + column;
+                turned = global;
+                part.runs[column].Continue(turned, count);
+                part.localRuns[column].Continue(local, count);
+                PutLanes(turned.position, count, 3 * columns, &arrays.positions[3 * index]);
+                PutLanes(turned.rotation, count, 4 * columns, &arrays.quaternions[4 * index]);
+                PutLanes(local.position, count, 3 * columns, &arrays.localPositions[3 * index]);
+                PutLanes(local.rotation, count, 4 * columns, &arrays.localQuaternions[4 * index]);
+            });
     }
 }
 
-// Evaluates the rows from `first` to `end` - 1. As the threads run at the same time, only one of
-// them reports progress, as if its rows were all.
+// Makes the quaternions continuous from part to part.
 template <class Element>
-void FillRows(const Table& table, std::size_t first, std::size_t end, const Progress& progress,
-              const PosePointers<Element>& arrays) {
-    const std::size_t columns = table.Columns().size();
-    std::vector<Transform> locals(columns);
-    std::vector<Transform> globals(columns);
-    Table::Scratch scratch;
-    for (std::size_t row = first; row < end; ++row) {
-        progress.Report(row - first, end - first);
-        table.Row(row, locals, globals, scratch);
-        for (std::size_t column = 0; column < columns; ++column) {
-            const std::size_t index = row * columns + column;
-            PutPosition(globals[column], &arrays.positions[3 * index]);
-            PutQuaternion(globals[column], &arrays.quaternions[4 * index]);
-            PutPosition(locals[column], &arrays.localPositions[3 * index]);
-            PutQuaternion(locals[column], &arrays.localQuaternions[4 * index]);
-        }
-        if (row == first) continue;
-        MakeContinuous(row, columns, arrays.quaternions);
-        MakeContinuous(row, columns, arrays.localQuaternions);
+void JoinParts(const std::vector<Part>& parts, std::size_t columns,
+               std::vector<QuaternionRun> Part::*member, Element* quaternions) {
+    std::vector<QuaternionRun> runs(parts.size());
+    for (std::size_t column = 0; column < columns; ++column) {
+        for (std::size_t part = 0; part < parts.size(); ++part)
+            runs[part] = (parts[part].*member)[column];
+        const std::vector<std::size_t> negated = QuaternionRun::Join(runs);
+        for (std::size_t part = 0; part < parts.size(); ++part)
+            Negate(negated[part], 4 * columns,
+                   quaternions + 4 * (parts[part].first * columns + column));
     }
 }
 
 }  // namespace
 
 template <class Element>
-void FillPoseArrays(const Table& table, const PosePointers<Element>& arrays, std::size_t threads,
-                    const Progress& progress) {
-    const std::size_t rows = table.Rows();
-    const std::size_t columns = table.Columns().size();
-    const std::size_t parts = PartsFor(rows * columns, threads);
-    const auto first = [&](std::size_t part) { return part * rows / parts; };
-    RunParts(parts, [&](std::size_t part) {
-        FillRows(table, first(part), first(part + 1), part == 0 ? progress : Progress(), arrays);
+void FillPoseArrays(const TableBlocks& blocks, const PosePointers<Element>& arrays,
+                    std::size_t threads, const Progress& progress) {
+    std::vector<Part> parts;
+    for (const auto& [first, end] : BlockParts(blocks.Rows(), blocks.Columns(), threads))
+        parts.push_back({first, end, {}, {}});
+    RunParts(parts.size(), [&](std::size_t part) {
+        FillRows(blocks, parts[part], part == 0 ? progress : Progress(), arrays);
     });
-    for (std::size_t part = 1; part < parts; ++part) {
-        if (first(part) == 0 || first(part) == first(part + 1)) continue;
-        Join(first(part), first(part + 1), columns, arrays.quaternions);
-        Join(first(part), first(part + 1), columns, arrays.localQuaternions);
-    }
+    JoinParts(parts, blocks.Columns(), &Part::runs, arrays.quaternions);
+    JoinParts(parts, blocks.Columns(), &Part::localRuns, arrays.localQuaternions);
 }
 
 template <class Element>
-PoseArrays<Element> BuildPoseArrays(const Table& table, const Progress& progress) {
-    const std::size_t poses = table.Rows() * table.Columns().size();
+PoseArrays<Element> BuildPoseArrays(const TableBlocks& blocks, const Progress& progress) {
+    const std::size_t poses = blocks.Rows() * blocks.Columns();
     PoseArrays<Element> arrays{LargeArray<Element>(3 * poses), LargeArray<Element>(4 * poses),
                                LargeArray<Element>(3 * poses), LargeArray<Element>(4 * poses)};
     if (poses == 0) return arrays;
     const PosePointers<Element> pointers{&arrays.positions[0], &arrays.quaternions[0],
                                          &arrays.localPositions[0], &arrays.localQuaternions[0]};
-    FillPoseArrays(table, pointers, 0, progress);
+    FillPoseArrays(blocks, pointers, 0, progress);
     return arrays;
 }
 
-template void FillPoseArrays(const Table& table, const PosePointers<double>& arrays,
+template void FillPoseArrays(const TableBlocks& blocks, const PosePointers<double>& arrays,
                              std::size_t threads, const Progress& progress);
-template PoseArrays<float> BuildPoseArrays(const Table& table, const Progress& progress);
-template PoseArrays<double> BuildPoseArrays(const Table& table, const Progress& progress);
+template PoseArrays<float> BuildPoseArrays(const TableBlocks& blocks, const Progress& progress);
+template PoseArrays<double> BuildPoseArrays(const TableBlocks& blocks, const Progress& progress);
 
 }  // namespace exporters

@@ -6,7 +6,7 @@
 
 #include "export/large_array.h"
 #include "export/progress.h"
-#include "export/tables.h"
+#include "export/table_blocks.h"
 
 namespace exporters {
 
@@ -31,15 +31,15 @@ struct PosePointers {
     Element* localQuaternions = nullptr;
 };
 
-// Computes the arrays. `Element` is float or double. At most `threads` threads evaluate the rows;
-// with 0, there are as many as the system has processors. Throws what Table::Row and `progress`
+// Computes the arrays. `Element` is float or double. At most `threads` threads compute the rows;
+// with 0, there are as many as the system has processors. Throws what TableBlocks and `progress`
 // throw.
 template <class Element>
-void FillPoseArrays(const Table& table, const PosePointers<Element>& arrays, std::size_t threads,
-                    const Progress& progress);
+void FillPoseArrays(const TableBlocks& blocks, const PosePointers<Element>& arrays,
+                    std::size_t threads, const Progress& progress);
 
 // Like FillPoseArrays, but allocates the arrays.
 template <class Element>
-PoseArrays<Element> BuildPoseArrays(const Table& table, const Progress& progress);
+PoseArrays<Element> BuildPoseArrays(const TableBlocks& blocks, const Progress& progress);
 
 }  // namespace exporters

@@ -11,9 +11,10 @@ namespace exporters {
 
 struct PoseReader::Impl {
     Impl(const headless::Scene& scene, const Options& chosen)
-        : table(scene, chosen, true), options(chosen) {}
+        : table(scene, chosen, true), blocks(table, scene, chosen), options(chosen) {}
 
     exporters::Table table;
+    TableBlocks blocks;
     Options options;
 };
 
@@ -68,7 +69,7 @@ std::string PoseReader::Read(const PoseMemory& memory, std::size_t threads,
     const PosePointers<double> pointers{memory.positions, memory.quaternions, memory.localPositions,
                                         memory.localQuaternions};
     try {
-        FillPoseArrays(impl_->table, pointers, threads, progress);
+        FillPoseArrays(impl_->blocks, pointers, threads, progress);
     } catch (const ExportError& error) {
         return error.what();
     }

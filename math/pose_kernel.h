@@ -13,6 +13,7 @@ struct PoseKernel {
     bool (*turn)(const AngleLanes& angles, PoseLanes& pose);
     void (*attach)(const PoseLanes& parent, const PoseLanes& local, PoseLanes& global);
     void (*compare)(const PoseLanes& pose, double (&cosines)[kPoseLanes]);
+    bool (*areFinite)(const PoseLanes& pose);
 };
 
 extern const PoseKernel kPoseKernelPlain;

@@ -48,6 +48,10 @@ void CompareNeighbours(const PoseLanes& pose, double (&cosines)[kPoseLanes]) {
     Kernel().compare(pose, cosines);
 }
 
+bool AreFinite(const PoseLanes& pose) {
+    return Kernel().areFinite(pose);
+}
+
 void TurnByAngles(const double degrees[3], double quaternion[4]) {
     double s[3];
     double c[3];

@@ -35,6 +35,9 @@ void AttachPoses(const PoseLanes& parent, const PoseLanes& local, PoseLanes& glo
 // lanes i and i - 1. cosines[0] becomes 1.
 void CompareNeighbours(const PoseLanes& pose, double (&cosines)[kPoseLanes]);
 
+// Whether all numbers of all lanes are finite.
+bool AreFinite(const PoseLanes& pose);
+
 // The same as TurnByAngles for one lane, without vector instructions.
 void TurnByAngles(const double degrees[3], double quaternion[4]);
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 #include <vector>
 
@@ -185,6 +186,25 @@ TEST(PoseLanes, CompareNeighbours) {
             EXPECT_NEAR(cosines[lane], a[0] * b[0] + a[1] * b[1] + a[2] * b[2] + a[3] * b[3], 1e-15)
                 << row.name;
         }
+    }
+}
+
+TEST(PoseLanes, FindNumbersThatAreNotFinite) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    for (const KernelRow& row : Kernels()) {
+        PoseLanes pose = SomePoses(6);
+        pose.position[1][3] = -1.7e308;
+        EXPECT_TRUE(row.kernel->areFinite(pose)) << row.name;
+        for (const double number : {kInfinity, -kInfinity, kNan})
+            for (std::size_t lane : {std::size_t{0}, std::size_t{17}, kPoseLanes - 1}) {
+                PoseLanes other = pose;
+                other.position[lane % 3][lane] = number;
+                EXPECT_FALSE(row.kernel->areFinite(other)) << row.name << lane;
+                other = pose;
+                other.rotation[lane % 4][lane] = number;
+                EXPECT_FALSE(row.kernel->areFinite(other)) << row.name << lane;
+            }
     }
 }
 

@@ -1,0 +1,81 @@
+#include "export/pose_blocks.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "export/quaternion.h"
+
+namespace exporters {
+
+using headless::Transform;
+using math::kPoseLanes;
+using math::PoseLanes;
+
+void PutPose(const Transform& transform, std::size_t lane, PoseLanes& pose) {
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        pose.position[axis][lane] = transform.origin[axis];
+    const Quaternion q = QuaternionOf(transform.axes);
+    pose.rotation[0][lane] = q.x;
+    pose.rotation[1][lane] = q.y;
+    pose.rotation[2][lane] = q.z;
+    pose.rotation[3][lane] = q.w;
+}
+
+PoseBlocks::PoseBlocks(const headless::Scene& scene, const headless::Object& model,
+                       const ExportedMotion& motion, std::vector<double> frames, bool turnsTop)
+    : motion_(motion),
+      frames_(std::move(frames)),
+      objects_(scene, model, motion, frames_),
+      turnsTop_(turnsTop && motion.Turn().has_value()),
+      slots_(motion.Joints().size(), kNone) {
+    const Transform turn = motion.Turn().value_or(Transform());
+    for (std::size_t lane = 0; lane < kPoseLanes; ++lane)
+        PutPose(turn, lane, turn_);
+    for (std::size_t joint = 0; joint < slots_.size(); ++joint) {
+        if (objects_.Has(joint)) continue;
+        slots_[joint] = evaluated_.size();
+        evaluated_.push_back(joint);
+    }
+}
+
+void PoseBlocks::Begin(std::size_t first, std::size_t count, Scratch& scratch) const {
+    scratch.first = first;
+    scratch.count = count;
+    if (evaluated_.empty()) return;
+    scratch.locals.resize(slots_.size());
+    scratch.evaluated.resize(evaluated_.size() * count);
+    for (std::size_t index = 0; index < count; ++index) {
+        motion_.Locals(frames_[first + index], scratch.locals, scratch.motion);
+        for (std::size_t slot = 0; slot < evaluated_.size(); ++slot)
+            scratch.evaluated[slot * count + index] = scratch.locals[evaluated_[slot]];
+    }
+}
+
+void PoseBlocks::Local(std::size_t joint, const Scratch& scratch, PoseLanes& pose) const {
+    if (slots_[joint] == kNone)
+        objects_.ReadPoses(joint, scratch.first, scratch.count, pose);
+    else
+        Evaluated(slots_[joint], scratch, pose);
+    if (turnsTop_ && Joints()[joint].parent == Joint::kNoParent) TurnTop(pose);
+}
+
+void PoseBlocks::Evaluated(std::size_t slot, const Scratch& scratch, PoseLanes& pose) const {
+    const Transform* const transforms = &scratch.evaluated[slot * scratch.count];
+    for (std::size_t lane = 0; lane < kPoseLanes; ++lane)
+        PutPose(transforms[std::min(lane, scratch.count - 1)], lane, pose);
+}
+
+// The turn is by a right angle or a third of a turn, so its matrix, whose elements are 0, 1 and -1,
+// gives exact positions.
+void PoseBlocks::TurnTop(PoseLanes& pose) const {
+    const PoseLanes local = pose;
+    math::AttachPoses(turn_, local, pose);
+    const auto& axes = motion_.Turn()->axes;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        for (std::size_t lane = 0; lane < kPoseLanes; ++lane)
+            pose.position[axis][lane] = local.position[0][lane] * axes[0][axis] +
+                                        local.position[1][lane] * axes[1][axis] +
+                                        local.position[2][lane] * axes[2][axis];
+}
+
+}  // namespace exporters
