@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "export/lane_poses.h"
 #include "export/skeleton_size.h"
 
 namespace exporters {
@@ -127,6 +128,19 @@ void AimedFrames::ApplyToLocals(std::span<Transform> locals) const {
         if (parents_[joint] != Joint::kNoParent)
             locals[joint] = locals[joint] * inverses_[parents_[joint]];
     }
+}
+
+void AimedFrames::ApplyToLocals(std::size_t joint, math::PoseLanes& locals) const {
+    math::PoseLanes constant;
+    PutInAllLanes(turns_[joint], constant);
+    math::PoseLanes turned;
+    math::AttachPoses(locals, constant, turned);
+    if (parents_[joint] == Joint::kNoParent) {
+        locals = turned;
+        return;
+    }
+    PutInAllLanes(inverses_[parents_[joint]], constant);
+    math::AttachPoses(constant, turned, locals);
 }
 
 void AimedFrames::ApplyToGlobals(std::span<Transform> globals) const {

@@ -2,11 +2,13 @@
 // Internal to export/.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <vector>
 
 #include "export/clean_skeleton.h"
 #include "headless/transform.h"
+#include "math/pose_lanes.h"
 
 namespace exporters {
 
@@ -27,6 +29,8 @@ class AimedFrames {
     // Replaces the local transforms of a pose by those of the new frames. Joints without a parent
     // are as seen from the scene or from a node above them.
     void ApplyToLocals(std::span<headless::Transform> locals) const;
+    // The same for many poses of one joint.
+    void ApplyToLocals(std::size_t joint, math::PoseLanes& locals) const;
     // Replaces the global transforms of a pose by those of the new frames.
     void ApplyToGlobals(std::span<headless::Transform> globals) const;
 

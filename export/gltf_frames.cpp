@@ -58,6 +58,14 @@ void GltfFrames::ApplyToLocals(std::span<Transform> locals) const {
     }
 }
 
+void GltfFrames::ApplyToLocals(std::size_t joint, math::PoseLanes& locals) const {
+    if (aim_) aim_->ApplyToLocals(joint, locals);
+    if (!isTop_[joint]) return;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        for (double& coordinate : locals.position[axis])
+            coordinate -= origin_[axis];
+}
+
 void GltfFrames::ApplyToGlobals(std::span<Transform> globals) const {
     if (aim_) aim_->ApplyToGlobals(globals);
 }

@@ -10,6 +10,7 @@
 #include "export/aimed_frames.h"
 #include "export/clean_skeleton.h"
 #include "headless/transform.h"
+#include "math/pose_lanes.h"
 
 namespace exporters {
 
@@ -30,6 +31,8 @@ class GltfFrames {
     // Replaces the local transforms of a pose, in which joints without a parent are as seen from
     // the scene before the turn, by those that the nodes get.
     void ApplyToLocals(std::span<headless::Transform> locals) const;
+    // The same for many poses of one joint.
+    void ApplyToLocals(std::size_t joint, math::PoseLanes& locals) const;
     // Replaces the global transforms of a pose by those of the turned frames.
     void ApplyToGlobals(std::span<headless::Transform> globals) const;
 

@@ -5,11 +5,13 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "export/exported_motion.h"
 #include "export/gltf_frames.h"
+#include "export/large_array.h"
 #include "export/progress.h"
 #include "headless/scene.h"
 
@@ -23,40 +25,27 @@ class GltfTrack {
   public:
     using Value = std::array<float, kWidth>;
 
-    // `rest` is the node's value. `frames` is the number of calls of Add that follow. With
-    // `storesAll`, all values are stored even if they never change.
+    // `rest` is the node's value. With `storesAll`, all values are stored even if they never
+    // change.
     void Start(const Value& rest, std::size_t frames, bool storesAll) {
-        rest_ = last_ = rest;
+        rest_ = rest;
         frames_ = frames;
-        if (storesAll) StartStoring(0);
+        if (storesAll) Reserve();
     }
-    // The value that was added last. Before the first call of Add it is the node's value.
-    const Value& Last() const { return last_; }
-    // `frame` is the index of the frame, counted from 0.
-    void Add(std::size_t frame, const Value& value) {
-        last_ = value;
-        if (!isStoring_) {
-            if (value == rest_) return;
-            StartStoring(frame);
-        }
-        values_.push_back(value);
+    const Value& Rest() const { return rest_; }
+    // Returns where the values are stored, one for each frame.
+    Value* Reserve() {
+        if (values_.size() == 0) values_ = LargeArray<Value>(frames_);
+        return &values_[0];
     }
     // The stored values, one for each frame. Empty if the values are not stored.
-    const std::vector<Value>& Values() const { return values_; }
+    std::span<const Value> Values() const { return {values_.data(), values_.size()}; }
+    bool IsStored() const { return values_.size() > 0; }
 
   private:
-    // Stores the values from now on. The first `skipped` values were equal to the node's value.
-    void StartStoring(std::size_t skipped) {
-        isStoring_ = true;
-        values_.reserve(frames_);
-        values_.assign(skipped, rest_);
-    }
-
-    bool isStoring_ = false;
     Value rest_{};
-    Value last_{};
     std::size_t frames_ = 0;
-    std::vector<Value> values_;
+    LargeArray<Value> values_;
 };
 
 struct GltfMotion {
@@ -72,7 +61,7 @@ struct GltfMotion {
     std::vector<GltfTrack<3>> translations;  // one for each joint
 };
 
-// Builds the motion. `motion` must have frames. The rotations of a joint are
+// Builds the motion, on several threads. `motion` must have frames. The rotations of a joint are
 // stored if one of these conditions is true:
 // - It is the first joint.
 // - An active curve drives its rotation.

@@ -109,9 +109,9 @@ void ObjectChannels::ReadPoses(std::size_t joint, std::size_t first, std::size_t
     math::TurnByAngles(angles, pose);
 }
 
-bool ObjectChannels::IsAtRest(std::size_t joint) const {
+bool ObjectChannels::Keeps(std::size_t joint, std::size_t firstChannel) const {
     const JointTracks& tracks = joints_[joint];
-    for (std::size_t channel = 0; channel < kChannels; ++channel)
+    for (std::size_t channel = firstChannel; channel < firstChannel + 3; ++channel)
         if (tracks.values[channel] || tracks.constants[channel] != tracks.object->local[channel])
             return false;
     return tracks.isReadable;

@@ -35,8 +35,10 @@ class ObjectChannels {
     // repeat the last pose.
     void ReadPoses(std::size_t joint, std::size_t first, std::size_t count,
                    math::PoseLanes& pose) const;
-    // Whether the channels of the joint can be read and are in all frames those of its object.
-    bool IsAtRest(std::size_t joint) const;
+    // Whether the channels of the joint can be read, and its position or its angles are in all
+    // frames those of its object in the scene.
+    bool KeepsPosition(std::size_t joint) const { return Keeps(joint, 0); }
+    bool KeepsAngles(std::size_t joint) const { return Keeps(joint, 3); }
 
   private:
     static constexpr std::size_t kChannels = 6;
@@ -49,6 +51,8 @@ class ObjectChannels {
         const headless::NumberArray* values[kChannels] = {};
     };
 
+    // Whether three channels are in all frames those of the object.
+    bool Keeps(std::size_t joint, std::size_t firstChannel) const;
     // Whether the joint is not turned in any frame.
     bool IsNeverTurned(const JointTracks& tracks) const;
     // Finds the key of each frame. Returns false if a frame between two keys has none.

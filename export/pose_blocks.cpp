@@ -3,23 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "export/quaternion.h"
+#include "export/lane_poses.h"
 
 namespace exporters {
 
 using headless::Transform;
 using math::kPoseLanes;
 using math::PoseLanes;
-
-void PutPose(const Transform& transform, std::size_t lane, PoseLanes& pose) {
-    for (std::size_t axis = 0; axis < 3; ++axis)
-        pose.position[axis][lane] = transform.origin[axis];
-    const Quaternion q = QuaternionOf(transform.axes);
-    pose.rotation[0][lane] = q.x;
-    pose.rotation[1][lane] = q.y;
-    pose.rotation[2][lane] = q.z;
-    pose.rotation[3][lane] = q.w;
-}
 
 PoseBlocks::PoseBlocks(const headless::Scene& scene, const headless::Object& model,
                        const ExportedMotion& motion, std::vector<double> frames, bool turnsTop)
@@ -28,9 +18,7 @@ PoseBlocks::PoseBlocks(const headless::Scene& scene, const headless::Object& mod
       objects_(scene, model, motion, frames_),
       turnsTop_(turnsTop && motion.Turn().has_value()),
       slots_(motion.Joints().size(), kNone) {
-    const Transform turn = motion.Turn().value_or(Transform());
-    for (std::size_t lane = 0; lane < kPoseLanes; ++lane)
-        PutPose(turn, lane, turn_);
+    PutInAllLanes(motion.Turn().value_or(Transform()), turn_);
     for (std::size_t joint = 0; joint < slots_.size(); ++joint) {
         if (objects_.Has(joint)) continue;
         slots_[joint] = evaluated_.size();

@@ -13,9 +13,6 @@
 
 namespace exporters {
 
-// Puts a rotation and a position into a lane.
-void PutPose(const headless::Transform& transform, std::size_t lane, math::PoseLanes& pose);
-
 // The poses are those of ExportedMotion::Locals, as quaternions. Where a joint's channels can be
 // read from the curves of the scene (see ObjectChannels), its rotations are computed with vector
 // instructions; the scene is evaluated only for the other joints. Positions are equal to those of
@@ -28,9 +25,10 @@ class PoseBlocks {
                const ExportedMotion& motion, std::vector<double> frames, bool turnsTop);
 
     const std::vector<Joint>& Joints() const { return motion_.Joints(); }
-    // Whether the joint keeps its pose of the scene, which is then that of the base pose, in all
+    // Whether the joint is known to keep its position or its rotation of the base pose in all
     // frames.
-    bool IsAtRest(std::size_t joint) const { return objects_.IsAtRest(joint); }
+    bool KeepsPosition(std::size_t joint) const { return objects_.KeepsPosition(joint); }
+    bool KeepsRotation(std::size_t joint) const { return objects_.KeepsAngles(joint); }
 
     // The block that a thread works on.
     struct Scratch {

@@ -49,8 +49,10 @@ void QuaternionRun::Continue(PoseLanes& pose, std::size_t count) {
         if (cosines[lane] < 0.0) sign = -sign;
         if (cosines[lane] == 0.0) {
             sign = SignOf(ValueOf(pose, lane));
-            if (!isDecided_) dependent_ = frames_ + lane;
-            isDecided_ = true;
+            // What came before the run does not count; Join knows the frame before it.
+            const bool isFirst = frames_ + lane == 0;
+            if (!isDecided_ && !isFirst) dependent_ = frames_ + lane;
+            isDecided_ = isDecided_ || !isFirst;
         }
         signs[lane] = sign;
         lowest = sign < lowest ? sign : lowest;

@@ -28,8 +28,8 @@ class QuaternionRun {
     void Continue(math::PoseLanes& pose, std::size_t count);
 
     // Joins runs whose frames follow each other, and which different threads may have made. Returns
-    // for each run how many of its quaternions, from the first on, are to be negated. `runs` are
-    // runs of a frame or more.
+    // for each run how many of its quaternions, from the first on, are to be negated, as if only
+    // the first run had got a value before its first frame. `runs` are runs of a frame or more.
     static std::vector<std::size_t> Join(std::span<const QuaternionRun> runs);
 
   private:
