@@ -5,8 +5,8 @@
 #include <cmath>
 #include <limits>
 #include <span>
+#include <utility>
 
-#include "export/number_deflate.h"
 #include "export/run_parts.h"
 #include "export/single.h"
 #include "headless/text.h"
@@ -157,16 +157,31 @@ void FbxMotion::ReadValues(const JointChannels& channels, std::size_t frames,
     });
 }
 
+// Pieces of some curves decide how all are compressed.
+Deflation FbxMotion::ChooseDeflation() const {
+    constexpr std::size_t kPieces = 8;
+    constexpr std::size_t kPiece = 1024;
+    std::string pieces;
+    for (std::size_t piece = 0; piece < kPieces && !curves_.empty(); ++piece) {
+        const std::string_view bytes = curves_[piece * curves_.size() / kPieces].values.bytes;
+        pieces += bytes.substr(bytes.size() / 2, kPiece);
+    }
+    return BetterDeflation(pieces);
+}
+
 void FbxMotion::Compress() {
     deflated_.resize(curves_.size());
+    const Deflation deflation = ChooseDeflation();
     const std::size_t parts = PartsFor(values_.size());
     RunParts(parts, [&](std::size_t part) {
+        NumberDeflater deflater(deflation);
         const std::size_t end = (part + 1) * curves_.size() / parts;
         for (std::size_t index = part * curves_.size() / parts; index < end; ++index) {
             FbxArray& values = curves_[index].values;
-            deflated_[index] = DeflateNumbers(values.bytes);
-            if (deflated_[index].size() < values.bytes.size())
-                values = DeflatedArray<float>(values.count, deflated_[index]);
+            std::string deflated = deflater.Deflate(values.bytes);
+            if (deflated.size() >= values.bytes.size()) continue;
+            deflated_[index] = std::move(deflated);
+            values = DeflatedArray<float>(values.count, deflated_[index]);
         }
     });
 }

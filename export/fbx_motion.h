@@ -12,6 +12,7 @@
 #include "export/fbx_node.h"
 #include "export/joint_channels.h"
 #include "export/large_array.h"
+#include "export/number_deflate.h"
 #include "export/progress.h"
 #include "headless/scene.h"
 
@@ -68,6 +69,7 @@ class FbxMotion {
                       double stillPosition, FbxTimes& times,
                       const std::vector<std::int64_t>& keyTimes);
     void ReadValues(const JointChannels& channels, std::size_t frames, const Progress& progress);
+    Deflation ChooseDeflation() const;
     void Compress();
 
     std::string name_;

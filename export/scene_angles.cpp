@@ -25,6 +25,11 @@ double Distance(const SceneAngles& a, const SceneAngles& b) {
     return std::abs(a[0] - b[0]) + std::abs(a[1] - b[1]) + std::abs(a[2] - b[2]);
 }
 
+// Whether y is 90 or -90 degrees, apart from whole turns.
+bool IsLocked(double y) {
+    return std::abs(std::abs(std::remainder(y, 360.0)) - 90.0) < kDegrees * kLockedCosine;
+}
+
 }  // namespace
 
 SceneAngles FastAnglesOf(const double axes[3][3]) {
@@ -36,11 +41,11 @@ SceneAngles FastAnglesOf(const double axes[3][3]) {
 }
 
 SceneAngles AnglesNear(const SceneAngles& angles, const SceneAngles& before) {
-    const double y = std::remainder(angles[1], 360.0);
-    if (angles[0] == 0.0 && std::abs(std::abs(y) - 90.0) < kDegrees * kLockedCosine) {
+    if (angles[0] == 0.0 && IsLocked(angles[1])) {
         // Only z - x is certain if y is 90 degrees, and only z + x if it is -90 degrees.
         const double x = before[0];
-        const double z = y > 0.0 ? angles[2] + x : angles[2] - x;
+        const bool isUp = std::remainder(angles[1], 360.0) > 0.0;
+        const double z = isUp ? angles[2] + x : angles[2] - x;
         return Unwound({x, angles[1], z}, before);
     }
     const SceneAngles same = Unwound(angles, before);

@@ -2,6 +2,7 @@
 // short.
 #include "export/number_deflate.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -46,6 +47,26 @@ std::vector<Row> Rows() {
         {"Rounded",
          Numbers<float>(50'000, [&](std::size_t index) { return std::round(noise(index)); }), 0.4},
     };
+}
+
+TEST(NumberDeflate, LooksForRepeatsWhereTheyAre) {
+    using exporters::Deflation;
+    const Deflation expected[] = {Deflation::Counts, Deflation::Repeats, Deflation::Repeats};
+    std::size_t row = 0;
+    for (const char* const name : {"Noise", "Constant", "Times"}) {
+        const std::vector<Row> rows = Rows();
+        const auto found = std::find_if(rows.begin(), rows.end(), [&](const Row& one) {
+            return one.name == std::string(name);
+        });
+        EXPECT_EQ(exporters::BetterDeflation(found->bytes), expected[row++]) << name;
+    }
+}
+
+TEST(NumberDeflate, GivesTheSameForEachOfSeveralArrays) {
+    exporters::NumberDeflater deflater(exporters::Deflation::Repeats);
+    const std::string once = deflater.Deflate(Rows().back().bytes);
+    deflater.Deflate("x");
+    EXPECT_EQ(deflater.Deflate(Rows().back().bytes), once);
 }
 
 TEST(NumberDeflate, CanBeUnpacked) {
