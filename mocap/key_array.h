@@ -24,6 +24,8 @@ class KeyArray {
     struct Key {
         double& time;
         double& value;
+        // The members refer to the array, so a constant Key can be assigned to.
+        // NOLINTNEXTLINE(misc-unconventional-assign-operator)
         const Key& operator=(const MOCAP_RAWKEY& key) const {
             time = key.time;
             value = key.value;
