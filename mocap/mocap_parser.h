@@ -16,6 +16,9 @@ std::wstring ExceededAllowance(const wchar_t* what, const FileAllowance& allowan
 // return the host's status codes, which are negative on failure. They throw only std::bad_alloc.
 class MocapParser {
   public:
+    MocapParser(const MocapParser&) = delete;
+    MocapParser& operator=(const MocapParser&) = delete;
+
     struct Error {
         const wchar_t* message = L"";  // empty if there is no error; valid until the next error
         // The reader's line and column when the error was recorded, counted from 0.
@@ -44,8 +47,6 @@ class MocapParser {
           allowances(fileAllowances),
           monitor(parseMonitor) {}
     ~MocapParser() = default;
-    MocapParser(const MocapParser&) = delete;
-    MocapParser& operator=(const MocapParser&) = delete;
 
     // Call this before the parser parses another file.
     void ForgetError() noexcept { error = {}; }

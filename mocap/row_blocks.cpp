@@ -9,7 +9,7 @@
 namespace {
 
 // A block of this size is long enough to be worth a lock, and short enough for the cache.
-constexpr std::size_t kBlockBytes = 128 * 1024;
+constexpr std::size_t kBlockBytes = std::size_t{128} << 10U;
 // So many blocks for each thread keep all threads busy until nearly the end.
 constexpr std::size_t kBlocksPerThread = 8;
 // Two blocks whose values are in different cache lines do not disturb each other.

@@ -117,7 +117,8 @@ const WrongUsage kWrongUsages[] = {
     {"OutputExtension", {"import", "walk.bvh", "-o", "walk.xyz"}, "unknown output format"},
     {"OutputNearlyRight",
      {"import", "walk.bvh", "-o", "walk.gbl"},
-     "walk.gbl: unknown output format; known are .glb .gltf .fbx .bvh .csv .npz .html .svg .json; did "
+     "walk.gbl: unknown output format; known are .glb .gltf .fbx .bvh .csv .npz .html .svg .json; "
+     "did "
      "you "
      "mean "
      "'.glb'?"},
@@ -127,10 +128,12 @@ const WrongUsage kWrongUsages[] = {
     {"OutputThatIsAFolder", {"import", "walk.bvh", "-o", "/"}, "-o /: a folder is no output"},
     {"FormatNearlyRight",
      {"convert", "t", "--to", "gbl", "--out-dir", "o"},
-     "--to gbl: unknown format; known are glb gltf fbx bvh csv npz html svg json; did you mean 'glb'?"},
+     "--to gbl: unknown format; known are glb gltf fbx bvh csv npz html svg json; did you mean "
+     "'glb'?"},
     {"ScaleOfNothing",
      {"import", "walk.bvh", "--scale", "2"},
-     "--scale: no output honours it; .glb, .gltf, .fbx, .bvh, .csv, .npz, .html, .svg and --tree do"},
+     "--scale: no output honours it; .glb, .gltf, .fbx, .bvh, .csv, .npz, .html, .svg and --tree "
+     "do"},
     {"UpOfARecord",
      {"import", "walk.bvh", "-o", "a.json", "--up", "z"},
      "--up: no output honours it; .glb, .gltf, .fbx, .bvh, .csv, .npz, .html, .svg and --tree do"},
