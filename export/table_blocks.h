@@ -23,9 +23,9 @@ class TableBlocks {
     std::size_t Columns() const { return depths_.size(); }
 
     struct Scratch {
-        std::vector<PoseBlocks::Scratch> models;
         math::PoseLanes local;
         std::vector<math::PoseLanes> globals;  // for each depth under the top joints
+        std::vector<PoseBlocks::Scratch> models;
     };
     // Calls use(column, local, global) for each column, with the local and the global poses in
     // `count` rows, from 1 to math::kPoseLanes, from the row `first` on; they are scaled and

@@ -21,7 +21,7 @@ const char* ReadAnyNumber(const char* at, const char* last, double& value) {
     const char* end = ReadPlainDecimal(at, last, value);
     if (end != nullptr && EndsToken(*end)) return end;
     constexpr std::ptrdiff_t kLongestText = 400;
-    char token[kLongestText + 1];
+    char token[kLongestText + 1] = {};
     for (end = at; !EndsToken(*end); ++end) {
         if (end - at == kLongestText || *end == ',' || *end == '(' || *end == ')') return nullptr;
         token[end - at] = *end;

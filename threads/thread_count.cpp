@@ -8,7 +8,7 @@ namespace threads {
 namespace {
 
 // So many bytes of text take about a millisecond to read.
-constexpr std::uint64_t kBytesPerThread = 512 * 1024;
+constexpr std::uint64_t kBytesPerThread = std::uint64_t{512} << 10U;
 constexpr std::size_t kMostRequested = 1000;
 
 // Returns 0 if there is no valid number.

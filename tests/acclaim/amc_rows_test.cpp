@@ -163,8 +163,10 @@ std::string Frame(int number) {
     double value = 0.37 * number - 4.0;
     const auto bone = [&](const char* name, int values) {
         text += name;
-        for (; values > 0; --values, value += 1.25)
+        for (; values > 0; --values) {
             text += ' ' + std::to_string(value);
+            value += 1.25;
+        }
         text += '\n';
     };
     bone("root", 6);

@@ -12,7 +12,6 @@ namespace {
 
 using cli::ImportRequest;
 using cli::RawArgument;
-using testing::HasSubstr;
 
 cli::Request Parse(const std::vector<std::string>& words) {
     std::vector<const char*> arguments;

@@ -19,7 +19,6 @@ using exporters::FbxArray;
 using exporters::FbxArrayType;
 using exporters::FbxFile;
 using exporters::FbxNode;
-using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::HasSubstr;
 

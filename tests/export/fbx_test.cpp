@@ -142,7 +142,7 @@ TEST(Fbx, StatesTheRate) {
         EXPECT_THAT(settings.Numbers("TimeMode"), ElementsAre(row.mode)) << row.framesPerSecond;
         EXPECT_THAT(settings.Numbers("CustomFrameRate"),
                     ElementsAre(testing::DoubleEq(row.framesPerSecond)));
-        const double stop = static_cast<double>(std::llround(3.0 / row.framesPerSecond * kSecond));
+        const auto stop = static_cast<double>(std::llround(3.0 / row.framesPerSecond * kSecond));
         EXPECT_THAT(settings.Numbers("TimeSpanStop"), ElementsAre(testing::DoubleNear(stop, 1.0)));
         const std::int64_t stack = fbx.Find("AnimStack", "take_Motion");
         EXPECT_EQ(fbx.Objects().at(stack).record->Numbers("LocalStop"),

@@ -17,9 +17,7 @@ using exporters::ExportedMotion;
 using exporters::JointChannels;
 using exporters::Options;
 using headless::Transform;
-using testing::DoubleNear;
 using testing::ElementsAre;
-using testing::Pointwise;
 
 // A root that turns around x by more and more degrees, and an arm that turns beyond 180 degrees.
 std::string Turning(const std::string& rows, int frames) {
