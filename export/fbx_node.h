@@ -6,7 +6,6 @@
 // Internal to export/.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>

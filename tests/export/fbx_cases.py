@@ -35,7 +35,7 @@ OPTIONS = {
     "all-nodes-up-z": ["--all-nodes", "--up", "z", "--scale", "0.01", *SHORT],
     "in-place": ["--in-place", *SHORT],
     "no-mesh": ["--no-mesh", *SHORT],
-    "compress": ["--compress", "--scale", "0.01"],
+    "no-compress": ["--no-compress", "--scale", "0.01"],
 }
 BONES_OPTIONS = {"apart": ["--bones", "--no-chain-from-parent"], "effector": ["--bones", "--effector-to-last-bone"]}
 
