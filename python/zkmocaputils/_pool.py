@@ -8,6 +8,7 @@ import multiprocessing.connection
 import signal
 import sys
 import threading
+import time
 import types
 from typing import Any, NamedTuple
 
@@ -72,11 +73,21 @@ class _Worker:
         """Returns a take or an exception. Raises EOFError and OSError."""
         return _worker.receive(self.pipe, self.borrower)
 
+    def exit_code(self) -> int:
+        """Waits until the process has ended, and returns its exit status, negative for a signal."""
+        while True:
+            self.process.join()
+            if self.process.exitcode is not None:
+                return self.process.exitcode
+            # A thread that calls multiprocessing.active_children() has just asked the system for the status, which
+            # answers only once. That thread is about to store it.
+            time.sleep(0.0001)
+
     def end(self) -> None:
         self.pipe.close()
         self.process.kill()
-        self.process.join()
-        self.process.close()
+        # Not closed: active_children() of another thread may have the process in hand.
+        self.exit_code()
 
 
 class Pool:
@@ -144,8 +155,7 @@ class Pool:
 
     def _replace(self, worker: _Worker) -> tuple[int, Any] | None:
         """Removes a process that has ended. Its task is tried once more; then its exception is returned."""
-        worker.process.join()
-        code, number = worker.process.exitcode, worker.number
+        code, number = worker.exit_code(), worker.number
         self._workers.remove(worker)
         worker.end()
         if number is None:
@@ -157,5 +167,5 @@ class Pool:
         shown = self._tasks.pop(number).shown
         del self._tries[number]
         self._give()
-        why = f"signal {-code}" if code is not None and code < 0 else f"exit status {code}"
+        why = f"signal {-code}" if code < 0 else f"exit status {code}"
         return number, WorkerError(f"{shown}: the process that read it ended twice ({why})", shown, code)

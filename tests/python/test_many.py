@@ -16,6 +16,7 @@ import pytest
 
 import zkmocaputils as zm
 from conftest import BVH, PAIR, SMALL, large_bvh
+from zkmocaputils import _pool
 
 
 @pytest.fixture(scope="module")
@@ -141,6 +142,18 @@ def test_killed_again_and_again(folder):
     assert frames_of(results) == [zm.WorkerError] * 2
     assert results[0].path == str(folder / "t0.bvh") and results[0].exitcode == -signal.SIGKILL
     assert "ended twice" in str(results[0])
+
+
+def test_a_status_that_another_thread_collects():
+    """active_children() of another thread may have asked the system for the status and not stored it yet."""
+    worker = _pool._Worker()
+    worker.process.kill()
+    _, status = os.waitpid(worker.process.pid, 0)
+    storing = threading.Timer(0.05, setattr, (worker.process._popen, "returncode", os.waitstatus_to_exitcode(status)))
+    storing.start()
+    worker.end()
+    assert worker.exit_code() == -signal.SIGKILL
+    storing.join()
 
 
 SCRIPT = """
