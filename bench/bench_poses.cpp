@@ -71,6 +71,16 @@ void BM_CompareNeighbours(benchmark::State& state) {
     CountPoses(state);
 }
 
+void BM_AnglesOf(benchmark::State& state) {
+    const PoseLanes pose = SomePoses();
+    AngleLanes angles;
+    for (auto _ : state) {
+        math::AnglesOf(pose, angles);
+        benchmark::DoNotOptimize(angles);
+    }
+    CountPoses(state);
+}
+
 void BM_AreFinite(benchmark::State& state) {
     const PoseLanes pose = SomePoses();
     for (auto _ : state)
@@ -82,6 +92,7 @@ BENCHMARK(BM_TurnOneByOne);
 BENCHMARK(BM_Turn);
 BENCHMARK(BM_Attach);
 BENCHMARK(BM_CompareNeighbours);
+BENCHMARK(BM_AnglesOf);
 BENCHMARK(BM_AreFinite);
 
 }  // namespace

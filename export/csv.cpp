@@ -1,9 +1,12 @@
 #include "export/csv.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "export/column_names.h"
+#include "export/run_parts.h"
+#include "export/table_blocks.h"
 #include "export/tables.h"
 #include "text/byte_sink.h"
 #include "text/number_text.h"
@@ -11,7 +14,7 @@
 namespace exporters {
 namespace {
 
-using headless::Transform;
+using math::PoseLanes;
 
 constexpr int kSecondsDecimals = 9;
 
@@ -29,32 +32,109 @@ char* WriteCell(char* end, double number, int decimals) {
     return text::WriteNumber(end, number, decimals);
 }
 
+// Rows that one thread writes to text.
+struct Part {
+    std::size_t first = 0;
+    std::size_t end = 0;
+    std::vector<char> text;
+    std::size_t size = 0;         // of the text
+    std::vector<double> numbers;  // of a block: kWidth for each column of each row
+    TableBlocks::Scratch scratch;
+};
+
+class CsvRows {
+  public:
+    CsvRows(const Table& table, const TableBlocks& blocks)
+        : table_(table),
+          blocks_(blocks),
+          decimals_(text::DecimalsFor(table.Size())),
+          longestRow_((2 + kWidth * blocks.Columns()) * (text::kLongestNumber + 1) + 1) {}
+
+    void Write(text::ByteSink& out, const Progress& progress) const {
+        std::vector<Part> parts(PartsFor(table_.Rows() * blocks_.Columns()));
+        const std::size_t share = RowsAtOnce();
+        for (std::size_t row = 0; row < table_.Rows();) {
+            for (Part& part : parts) {
+                part.first = row;
+                row = part.end = std::min(row + share, table_.Rows());
+            }
+            // As the threads run at the same time, only one of them reports progress.
+            RunParts(parts.size(), [&](std::size_t part) {
+                Fill(parts[part], part == 0 ? progress : Progress());
+            });
+            for (const Part& part : parts)
+                out.Write({part.text.data(), part.size});
+        }
+    }
+
+  private:
+    // Three coordinates and three angles.
+    static constexpr std::size_t kWidth = 6;
+
+    // How many rows a thread writes before the texts of all threads are passed to the sink: whole
+    // blocks of about a megabyte, so that starting a thread costs little.
+    std::size_t RowsAtOnce() const {
+        constexpr std::size_t kBytes = std::size_t{1} << 20;
+        return std::max<std::size_t>(kBytes / longestRow_ / math::kPoseLanes, 1) * math::kPoseLanes;
+    }
+
+    void Fill(Part& part, const Progress& progress) const {
+        part.text.resize((part.end - part.first) * longestRow_);
+        char* end = part.text.data();
+        for (std::size_t row = part.first; row < part.end; row += math::kPoseLanes) {
+            const std::size_t count = std::min(math::kPoseLanes, part.end - row);
+            Compute(row, count, part);
+            for (std::size_t index = 0; index < count; ++index) {
+                progress.Report(row + index, table_.Rows());
+                end = WriteRow(end, row + index, &part.numbers[index * kWidth * blocks_.Columns()]);
+            }
+        }
+        part.size = static_cast<std::size_t>(end - part.text.data());
+    }
+
+    void Compute(std::size_t row, std::size_t count, Part& part) const {
+        const std::size_t width = kWidth * blocks_.Columns();
+        part.numbers.resize(count * width);
+        math::AngleLanes angles;
+        blocks_.ForEach(row, count, part.scratch,
+                        [&](std::size_t column, PoseLanes&, const PoseLanes& global) {
+                            math::AnglesOf(global, angles);
+                            double* numbers = part.numbers.data() + kWidth * column;
+                            for (std::size_t lane = 0; lane < count; ++lane, numbers += width)
+                                for (std::size_t axis = 0; axis < 3; ++axis) {
+                                    numbers[axis] = global.position[axis][lane];
+                                    numbers[3 + axis] = angles.angle[axis][lane];
+                                }
+                        });
+    }
+
+    char* WriteRow(char* end, std::size_t row, const double* numbers) const {
+        end = text::WriteNumber(end, static_cast<double>(table_.FrameNumber(row)), 0);
+        end = WriteCell(end, table_.Seconds(row), kSecondsDecimals);
+        for (std::size_t column = 0; column < blocks_.Columns(); ++column, numbers += kWidth) {
+            for (std::size_t axis = 0; axis < 3; ++axis)
+                end = WriteCell(end, numbers[axis], decimals_);
+            for (std::size_t axis = 3; axis < kWidth; ++axis)
+                end = WriteCell(end, numbers[axis], text::kAngleDecimals);
+        }
+        *end++ = '\n';
+        return end;
+    }
+
+    const Table& table_;
+    const TableBlocks& blocks_;
+    int decimals_;
+    std::size_t longestRow_;  // in bytes
+};
+
 }  // namespace
 
 Notes WriteCsv(text::ByteSink& out, const headless::Scene& scene, const Options& options,
                const Progress& progress) {
     const Table table(scene, options, false);
-    const int decimals = text::DecimalsFor(table.Size());
+    const TableBlocks blocks(table, scene, options);
     WriteHeader(out, ColumnNames(table));
-    std::vector<Transform> locals(table.Columns().size());
-    std::vector<Transform> globals(table.Columns().size());
-    Table::Scratch scratch;
-    std::vector<char> text((2 + 6 * globals.size()) * (text::kLongestNumber + 1) + 1);
-    for (std::size_t row = 0; row < table.Rows(); ++row) {
-        progress.Report(row, table.Rows());
-        table.Row(row, locals, globals, scratch);
-        const auto frame = static_cast<double>(table.FrameNumber(row));
-        char* end = text::WriteNumber(text.data(), frame, 0);
-        end = WriteCell(end, table.Seconds(row), kSecondsDecimals);
-        for (const Transform& global : globals) {
-            for (const double coordinate : global.origin)
-                end = WriteCell(end, coordinate, decimals);
-            for (const double angle : headless::AnglesOf(global.axes))
-                end = WriteCell(end, angle, text::kAngleDecimals);
-        }
-        *end++ = '\n';
-        out.Write({text.data(), static_cast<std::size_t>(end - text.data())});
-    }
+    CsvRows(table, blocks).Write(out, progress);
     return table.GetNotes();
 }
 

@@ -3,17 +3,31 @@
 #include <algorithm>
 #include <cmath>
 
+#include "math/angle_kernel.h"
 #include "math/angles.h"
 #include "math/pose_kernel.h"
 
 namespace math {
 namespace {
 
+#ifdef ZKMOCAP_HAVE_AVX2_KERNEL
+bool HasAvx2() {
+    return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+}
+#endif
+
 const PoseKernel& ChooseKernel() {
 #ifdef ZKMOCAP_HAVE_AVX2_KERNEL
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) return kPoseKernelAvx2;
+    if (HasAvx2()) return kPoseKernelAvx2;
 #endif
     return kPoseKernelPlain;
+}
+
+AngleKernel ChooseAngleKernel() {
+#ifdef ZKMOCAP_HAVE_AVX2_KERNEL
+    if (HasAvx2()) return AngleKernelAvx2;
+#endif
+    return AngleKernelPlain;
 }
 
 const PoseKernel& Kernel() {
@@ -46,6 +60,11 @@ void AttachPoses(const PoseLanes& parent, const PoseLanes& local, PoseLanes& glo
 
 void CompareNeighbours(const PoseLanes& pose, double (&cosines)[kPoseLanes]) {
     Kernel().compare(pose, cosines);
+}
+
+void AnglesOf(const PoseLanes& pose, AngleLanes& angles) {
+    static const AngleKernel kernel = ChooseAngleKernel();
+    kernel(pose, angles);
 }
 
 bool AreFinite(const PoseLanes& pose) {

@@ -35,6 +35,14 @@ void AttachPoses(const PoseLanes& parent, const PoseLanes& local, PoseLanes& glo
 // lanes i and i - 1. cosines[0] becomes 1.
 void CompareNeighbours(const PoseLanes& pose, double (&cosines)[kPoseLanes]);
 
+// The cosine of the angle y below which x and z cannot be told apart.
+inline constexpr double kLockedCosine = 1e-9;
+
+// Sets the angles of each lane to those of its rotation; x turns first, then y, then z. x and z are
+// from -180 to 180 degrees, y is from -90 to 90. The rotation by the angles is that of the pose to
+// within 1e-8 degrees. If the cosine of y is below kLockedCosine (gimbal lock), z is 0.
+void AnglesOf(const PoseLanes& pose, AngleLanes& angles);
+
 // Whether all numbers of all lanes are finite.
 bool AreFinite(const PoseLanes& pose);
 

@@ -9,6 +9,7 @@
 #include <random>
 #include <vector>
 
+#include "math/angle_kernel.h"
 #include "math/pose_kernel.h"
 
 namespace pose_lanes_test {
@@ -172,6 +173,44 @@ TEST(PoseLanes, AttachLikePlainProducts) {
                     << row.name;
         }
     }
+}
+
+// The quaternions come from random angles, of which many are multiples of 45 degrees, so that there
+// is gimbal lock, too.
+TEST(PoseLanes, HaveTheAnglesOfTheirRotations) {
+    std::vector<AngleKernel> all = {AngleKernelPlain};
+#ifdef ZKMOCAP_HAVE_AVX2_KERNEL
+    if (Kernels().size() > 1) all.push_back(AngleKernelAvx2);
+#endif
+    for (const AngleKernel kernel : all)
+        for (unsigned seed = 0; seed < 20; ++seed) {
+            PoseLanes pose = SomePoses(seed);
+            AngleLanes angles;
+            kernel(pose, angles);
+            for (std::size_t lane = 0; lane < kPoseLanes; ++lane) {
+                const double degrees[3] = {angles.angle[0][lane], angles.angle[1][lane],
+                                           angles.angle[2][lane]};
+                Quaternion again;
+                math::TurnByAngles(degrees, again.data());
+                EXPECT_LT(Distance(again, RotationOf(pose, lane)), 1e-10) << seed << " " << lane;
+                EXPECT_LE(std::abs(degrees[1]), 90.0);
+                EXPECT_LE(std::abs(degrees[0]), 180.0);
+                EXPECT_LE(std::abs(degrees[2]), 180.0);
+            }
+        }
+}
+
+TEST(PoseLanes, HaveNoAngleZAtGimbalLock) {
+    AngleLanes angles = {};
+    std::fill_n(angles.angle[0], kPoseLanes, 30.0);
+    std::fill_n(angles.angle[1], kPoseLanes, -90.0);
+    std::fill_n(angles.angle[2], kPoseLanes, 20.0);
+    PoseLanes pose = {};
+    math::TurnByAngles(angles, pose);
+    math::AnglesOf(pose, angles);
+    EXPECT_EQ(angles.angle[2][0], 0.0);
+    EXPECT_NEAR(angles.angle[1][0], -90.0, 1e-6);
+    EXPECT_NEAR(angles.angle[0][0], 50.0, 1e-12);
 }
 
 TEST(PoseLanes, CompareNeighbours) {
