@@ -4,8 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "export/bvh_angles.h"
-#include "export/bvh_frames.h"
+#include "export/bvh_rows.h"
 #include "export/exported_motion.h"
 #include "export/finite_check.h"
 #include "export/motion_facts.h"
@@ -94,6 +93,7 @@ class Section {
         size_ = motion_.Size(motion_.Times());
         lengthDecimals_ = options.digits.value_or(text::DecimalsFor(size_));
         angleDecimals_ = options.digits.value_or(text::kAngleDecimals);
+        isPrecise_ = angleDecimals_ > text::kAngleDecimals;
         ClassifyJoints();
     }
 
@@ -103,7 +103,7 @@ class Section {
     }
 
   private:
-    enum class Kind : std::uint8_t { Rotating, Moving, EndSite };
+    using Kind = BvhKind;
 
     // Whether the motion can change the position of any joint except the root joint of the file. If
     // the result is false, ClassifyJoints need not evaluate every frame.
@@ -246,62 +246,13 @@ class Section {
         out_.Write("MOTION\nFrames: " + std::to_string(frames) + "\nFrame Time: ");
         out_.Write(text::NumberText(CheckFinite(seconds)) + "\n");
 
-        std::vector<BvhAngles> angles(locals_.size());
-        std::vector<char> row((locals_.size() + 1) * 6 * (text::kLongestNumber + 1) + 1);
-        const auto write = [&](const BvhFrames::Frame& frame) {
-            char* const end = WriteRow(row.data(), frame, angles);
-            // WriteJoint puts a blank before every number. The first blank of the row is not
-            // written.
-            out_.Write({row.data() + 1, static_cast<std::size_t>(end - row.data() - 1)});
-        };
-        const Transform rootTurn = addsRoot_ ? Transform() : turn_;
-        if (motion_.Times().IsPose()) return write(BaseFrame(rootTurn));
-        BvhFrames rows(motion_, rootTurn);
-        const Progress progress = progress_.Between(MayMove() ? kClassifyShare : 0.0, 1.0);
-        for (std::size_t frame = 0; frame < frames; ++frame) {
-            progress.Report(frame, frames);
-            write(rows.Next());
-        }
-    }
-
-    BvhFrames::Frame BaseFrame(const Transform& rootTurn) {
-        locals_ = base_;
-        if (!locals_.empty()) locals_[0] = locals_[0] * rootTurn;
-        baseAngles_.clear();
-        for (const Transform& local : locals_)
-            baseAngles_.push_back(AnglesOf(local.axes));
-        return {locals_, baseAngles_};
-    }
-
-    char* WriteRow(char* row, const BvhFrames::Frame& frame, std::vector<BvhAngles>& angles) {
-        char* end = row;
+        BvhRowLayout layout{kinds_, {}, {}, lengthDecimals_, angleDecimals_, isPrecise_};
         if (addsRoot_)
-            end = WriteJoint(end, turn_, AnglesOf(turn_.axes), Kind::Moving, rootAngles_);
-        for (std::size_t joint = 0; joint < frame.locals.size(); ++joint)
-            end = WriteJoint(end, frame.locals[joint], frame.angles[joint], kinds_[joint],
-                             angles[joint]);
-        *end++ = '\n';
-        return end;
-    }
-
-    // Appends the channels of a joint to the text that ends at `end`, with a blank before each
-    // number. Returns the new end. `angles` holds the joint's angles in the previous frame and
-    // receives its angles in this frame.
-    char* WriteJoint(char* end, const Transform& local, const PrincipalAngles& principal, Kind kind,
-                     BvhAngles& angles) const {
-        if (kind == Kind::EndSite) return end;
-        const auto put = [&](double number, int decimals) {
-            *end++ = ' ';
-            end = text::WriteNumber(end, CheckFinite(number), decimals);
-        };
-        if (kind == Kind::Moving)
-            for (const double coordinate : local.origin)
-                put(coordinate, lengthDecimals_);
-        angles = AnglesNear(principal, local.axes, angles);
-        put(angles.z, angleDecimals_);
-        put(angles.x, angleDecimals_);
-        put(angles.y, angleDecimals_);
-        return end;
+            layout.addedRoot = turn_;
+        else
+            layout.rootTurn = motion_.Turn();
+        const Progress progress = progress_.Between(MayMove() ? kClassifyShare : 0.0, 1.0);
+        BvhRows(scene_, model_, motion_, std::move(layout)).Write(out_, progress);
     }
 
     // Returns the number. Throws ExportError if it is not finite.
@@ -320,17 +271,16 @@ class Section {
     ExportedMotion::Scratch scratch_;
     std::vector<Transform> locals_;
     std::vector<Transform> base_;
-    std::vector<PrincipalAngles> baseAngles_;
     std::vector<Kind> kinds_;
     // Whether a root joint is added to the file. The joints that have no parent joint in the scene
     // become its children.
     bool addsRoot_ = false;
     Transform turn_;         // the rotation that makes Y the up axis
-    BvhAngles rootAngles_;   // angles of the added root in the last row that was written
     double size_ = 0.0;      // ExportedMotion::Size
     double farthest_ = 0.0;  // the greatest distance of a joint that moves from its parent
     int lengthDecimals_ = 0;
     int angleDecimals_ = 0;
+    bool isPrecise_ = false;  // see BvhRowLayout
     std::size_t depth_ = 0;
 };
 

@@ -28,4 +28,17 @@ void PutInAllLanes(const Transform& transform, PoseLanes& pose) {
         std::fill_n(lanes + 1, kPoseLanes - 1, lanes[0]);
 }
 
+void TurnPoses(const Transform& rotation, PoseLanes& poses) {
+    const PoseLanes before = poses;
+    PoseLanes turn;
+    PutInAllLanes(rotation, turn);
+    math::AttachPoses(turn, before, poses);
+    const auto& axes = rotation.axes;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        for (std::size_t lane = 0; lane < kPoseLanes; ++lane)
+            poses.position[axis][lane] = before.position[0][lane] * axes[0][axis] +
+                                         before.position[1][lane] * axes[1][axis] +
+                                         before.position[2][lane] * axes[2][axis];
+}
+
 }  // namespace exporters

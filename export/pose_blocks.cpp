@@ -18,7 +18,6 @@ PoseBlocks::PoseBlocks(const headless::Scene& scene, const headless::Object& mod
       objects_(scene, model, motion, frames_),
       turnsTop_(turnsTop && motion.Turn().has_value()),
       slots_(motion.Joints().size(), kNone) {
-    PutInAllLanes(motion.Turn().value_or(Transform()), turn_);
     for (std::size_t joint = 0; joint < slots_.size(); ++joint) {
         if (objects_.Has(joint)) continue;
         slots_[joint] = evaluated_.size();
@@ -44,26 +43,13 @@ void PoseBlocks::Local(std::size_t joint, const Scratch& scratch, PoseLanes& pos
         objects_.ReadPoses(joint, scratch.first, scratch.count, pose);
     else
         Evaluated(slots_[joint], scratch, pose);
-    if (turnsTop_ && Joints()[joint].parent == Joint::kNoParent) TurnTop(pose);
+    if (turnsTop_ && Joints()[joint].parent == Joint::kNoParent) TurnPoses(*motion_.Turn(), pose);
 }
 
 void PoseBlocks::Evaluated(std::size_t slot, const Scratch& scratch, PoseLanes& pose) const {
     const Transform* const transforms = &scratch.evaluated[slot * scratch.count];
     for (std::size_t lane = 0; lane < kPoseLanes; ++lane)
         PutPose(transforms[std::min(lane, scratch.count - 1)], lane, pose);
-}
-
-// The turn is by a right angle or a third of a turn, so its matrix, whose elements are 0, 1 and -1,
-// gives exact positions.
-void PoseBlocks::TurnTop(PoseLanes& pose) const {
-    const PoseLanes local = pose;
-    math::AttachPoses(turn_, local, pose);
-    const auto& axes = motion_.Turn()->axes;
-    for (std::size_t axis = 0; axis < 3; ++axis)
-        for (std::size_t lane = 0; lane < kPoseLanes; ++lane)
-            pose.position[axis][lane] = local.position[0][lane] * axes[0][axis] +
-                                        local.position[1][lane] * axes[1][axis] +
-                                        local.position[2][lane] * axes[2][axis];
 }
 
 }  // namespace exporters

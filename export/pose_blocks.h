@@ -49,13 +49,11 @@ class PoseBlocks {
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
     void Evaluated(std::size_t slot, const Scratch& scratch, math::PoseLanes& pose) const;
-    void TurnTop(math::PoseLanes& pose) const;
 
     const ExportedMotion& motion_;
     std::vector<double> frames_;
     ObjectChannels objects_;
     bool turnsTop_;
-    math::PoseLanes turn_;                // the turn of the motion in all lanes
     std::vector<std::size_t> evaluated_;  // the joints for which the scene is evaluated
     std::vector<std::size_t> slots_;      // for each joint, its index in evaluated_, or kNone
 };

@@ -3,9 +3,16 @@
 
 #include "math/pose_lanes.h"
 
-using AngleKernel = void (*)(const math::PoseLanes&, math::AngleLanes&);
+namespace math {
 
-void AngleKernelPlain(const math::PoseLanes& pose, math::AngleLanes& angles);
+struct AngleKernel {
+    void (*angles)(const PoseLanes& pose, AngleLanes& angles);
+    void (*bvhAngles)(const PoseLanes& pose, AngleLanes& angles, double (&cosines)[kPoseLanes]);
+};
+
+extern const AngleKernel kAngleKernelPlain;
 #ifdef ZKMOCAP_HAVE_AVX2_KERNEL
-void AngleKernelAvx2(const math::PoseLanes& pose, math::AngleLanes& angles);
+extern const AngleKernel kAngleKernelAvx2;
 #endif
+
+}  // namespace math

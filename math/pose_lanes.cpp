@@ -23,11 +23,16 @@ const PoseKernel& ChooseKernel() {
     return kPoseKernelPlain;
 }
 
-AngleKernel ChooseAngleKernel() {
+const AngleKernel& ChooseAngleKernel() {
 #ifdef ZKMOCAP_HAVE_AVX2_KERNEL
-    if (HasAvx2()) return AngleKernelAvx2;
+    if (HasAvx2()) return kAngleKernelAvx2;
 #endif
-    return AngleKernelPlain;
+    return kAngleKernelPlain;
+}
+
+const AngleKernel& OfAngles() {
+    static const AngleKernel& kernel = ChooseAngleKernel();
+    return kernel;
 }
 
 const PoseKernel& Kernel() {
@@ -63,8 +68,11 @@ void CompareNeighbours(const PoseLanes& pose, double (&cosines)[kPoseLanes]) {
 }
 
 void AnglesOf(const PoseLanes& pose, AngleLanes& angles) {
-    static const AngleKernel kernel = ChooseAngleKernel();
-    kernel(pose, angles);
+    OfAngles().angles(pose, angles);
+}
+
+void BvhAnglesOf(const PoseLanes& pose, AngleLanes& angles, double (&cosines)[kPoseLanes]) {
+    OfAngles().bvhAngles(pose, angles, cosines);
 }
 
 bool AreFinite(const PoseLanes& pose) {

@@ -43,6 +43,10 @@ inline constexpr double kLockedCosine = 1e-9;
 // within 1e-8 degrees. If the cosine of y is below kLockedCosine (gimbal lock), z is 0.
 void AnglesOf(const PoseLanes& pose, AngleLanes& angles);
 
+// The same for the order of BVH files: y turns first, then x, then z. x is from -90 to 90 degrees.
+// Sets `cosines` to the cosine of x; where it is below kLockedCosine, z is 0.
+void BvhAnglesOf(const PoseLanes& pose, AngleLanes& angles, double (&cosines)[kPoseLanes]);
+
 // Whether all numbers of all lanes are finite.
 bool AreFinite(const PoseLanes& pose);
 

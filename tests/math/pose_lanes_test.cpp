@@ -178,15 +178,18 @@ TEST(PoseLanes, AttachLikePlainProducts) {
 // The quaternions come from random angles, of which many are multiples of 45 degrees, so that there
 // is gimbal lock, too.
 TEST(PoseLanes, HaveTheAnglesOfTheirRotations) {
-    std::vector<AngleKernel> all = {AngleKernelPlain};
+    std::vector<const math::AngleKernel*> all = {&math::kAngleKernelPlain};
 #ifdef ZKMOCAP_HAVE_AVX2_KERNEL
-    if (Kernels().size() > 1) all.push_back(AngleKernelAvx2);
+    if (Kernels().size() > 1) all.push_back(&math::kAngleKernelAvx2);
 #endif
-    for (const AngleKernel kernel : all)
+    for (const math::AngleKernel* kernel : all)
         for (unsigned seed = 0; seed < 20; ++seed) {
             PoseLanes pose = SomePoses(seed);
             AngleLanes angles;
-            kernel(pose, angles);
+            kernel->angles(pose, angles);
+            AngleLanes bvhAngles;
+            double cosines[kPoseLanes];
+            kernel->bvhAngles(pose, bvhAngles, cosines);
             for (std::size_t lane = 0; lane < kPoseLanes; ++lane) {
                 const double degrees[3] = {angles.angle[0][lane], angles.angle[1][lane],
                                            angles.angle[2][lane]};
@@ -196,6 +199,17 @@ TEST(PoseLanes, HaveTheAnglesOfTheirRotations) {
                 EXPECT_LE(std::abs(degrees[1]), 90.0);
                 EXPECT_LE(std::abs(degrees[0]), 180.0);
                 EXPECT_LE(std::abs(degrees[2]), 180.0);
+                // y turns first, then x, then z.
+                const double x[3] = {bvhAngles.angle[0][lane], 0.0, 0.0};
+                const double y[3] = {0.0, bvhAngles.angle[1][lane], 0.0};
+                const double z[3] = {0.0, 0.0, bvhAngles.angle[2][lane]};
+                Quaternion parts[3];
+                math::TurnByAngles(x, parts[0].data());
+                math::TurnByAngles(y, parts[1].data());
+                math::TurnByAngles(z, parts[2].data());
+                again = Product(parts[2], Product(parts[0], parts[1]));
+                EXPECT_LT(Distance(again, RotationOf(pose, lane)), 1e-10) << seed << " " << lane;
+                EXPECT_NEAR(cosines[lane], std::cos(x[0] * 3.141592653589793 / 180.0), 1e-14);
             }
         }
 }
