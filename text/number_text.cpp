@@ -36,13 +36,28 @@ void WriteDigits(char* out, std::uint64_t number, int count) {
     if (count == 1) *out = static_cast<char>('0' + number);
 }
 
-// Writes a whole number and returns the end of the text. It is fast for up to three digits, because
-// angles and most lengths have no more before the decimal point.
+// The texts of the numbers 0 to 999, four characters for each. The last character is not part of
+// the text: it is the number of the others that are.
+constexpr std::array<char, 4000> kWholes = [] {
+    std::array<char, 4000> wholes{};
+    for (std::size_t i = 0; i < 1000; ++i) {
+        char* out = &wholes[4 * i];
+        if (i >= 100) *out++ = static_cast<char>('0' + i / 100);
+        if (i >= 10) *out++ = static_cast<char>('0' + i / 10 % 10);
+        *out++ = static_cast<char>('0' + i % 10);
+        wholes[4 * i + 3] = static_cast<char>(i >= 100 ? 3 : i >= 10 ? 2 : 1);
+    }
+    return wholes;
+}();
+
+// Writes a whole number and returns the end of the text. It may also change a few characters after
+// the end. Angles and most lengths have up to three digits before the decimal point. How many of
+// them a number has cannot be predicted, so no branch depends on it.
 char* WriteWhole(char* out, std::uint64_t number) {
     if (number >= 1000) return std::to_chars(out, out + kLongestNumber, number).ptr;
-    const int count = number >= 100 ? 3 : number >= 10 ? 2 : 1;
-    WriteDigits(out, number, count);
-    return out + count;
+    const char* const whole = &kWholes[4 * number];
+    std::memcpy(out, whole, 4);
+    return out + whole[3];
 }
 
 }  // namespace
@@ -60,7 +75,9 @@ char* WriteNumber(char* out, double number, int decimals) {
         *out = '0';
         return out + 1;
     }
-    if (number < 0) *out++ = '-';
+    // Without a branch, because the sign cannot be predicted.
+    *out = '-';
+    out += number < 0 ? 1 : 0;
     const auto unit = static_cast<std::uint64_t>(power);
     out = WriteWhole(out, digits / unit);
     const std::uint64_t fraction = digits % unit;

@@ -11,7 +11,8 @@ inline constexpr int kLongestNumber = 32;
 inline constexpr int kMostDecimals = 15;
 
 // Writes a finite number to `out` and returns the end of the text. No NUL byte is written. `out`
-// needs room for kLongestNumber characters. There are two cases:
+// needs room for kLongestNumber characters; those after the text may change, too. There are two
+// cases:
 // - If `decimals` is above kMostDecimals, or if the number is too large to be rounded, the text is
 //   the shortest one that reads back as the same double. For -0.0 it is "-0".
 // - In all other cases the number is rounded to `decimals` digits after the decimal point. Zeros at

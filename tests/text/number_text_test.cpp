@@ -45,6 +45,15 @@ TEST(NumberText, RoundsToTheDecimalsAskedFor) {
         EXPECT_EQ(Written(row.number, row.decimals), row.text) << row.number;
 }
 
+TEST(NumberText, WritesWholeNumbersAndSigns) {
+    for (int number = 0; number < 1200; ++number) {
+        const std::string text = std::to_string(number);
+        EXPECT_EQ(Written(number, 0), text);
+        EXPECT_EQ(Written(number + 0.25, 6), text + ".25");
+        EXPECT_EQ(Written(-number - 0.25, 6), "-" + text + ".25");
+    }
+}
+
 TEST(NumberText, ReadsBackWithinHalfOfTheLastDigit) {
     std::mt19937_64 random(1);
     std::uniform_real_distribution<double> exponent(-6.0, 8.0);
