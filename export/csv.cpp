@@ -33,7 +33,7 @@ char* WriteCell(char* end, double number, int decimals) {
 }
 
 // Rows that one thread writes to text.
-struct Part {
+struct CsvPart {
     std::size_t first = 0;
     std::size_t end = 0;
     std::vector<char> text;
@@ -51,10 +51,10 @@ class CsvRows {
           longestRow_((2 + kWidth * blocks.Columns()) * (text::kLongestNumber + 1) + 1) {}
 
     void Write(text::ByteSink& out, const Progress& progress) const {
-        std::vector<Part> parts(PartsFor(table_.Rows() * blocks_.Columns()));
+        std::vector<CsvPart> parts(PartsFor(table_.Rows() * blocks_.Columns()));
         const std::size_t share = RowsAtOnce();
         for (std::size_t row = 0; row < table_.Rows();) {
-            for (Part& part : parts) {
+            for (CsvPart& part : parts) {
                 part.first = row;
                 row = part.end = std::min(row + share, table_.Rows());
             }
@@ -62,7 +62,7 @@ class CsvRows {
             RunParts(parts.size(), [&](std::size_t part) {
                 Fill(parts[part], part == 0 ? progress : Progress());
             });
-            for (const Part& part : parts)
+            for (const CsvPart& part : parts)
                 out.Write({part.text.data(), part.size});
         }
     }
@@ -78,7 +78,7 @@ class CsvRows {
         return std::max<std::size_t>(kBytes / longestRow_ / math::kPoseLanes, 1) * math::kPoseLanes;
     }
 
-    void Fill(Part& part, const Progress& progress) const {
+    void Fill(CsvPart& part, const Progress& progress) const {
         part.text.resize((part.end - part.first) * longestRow_);
         char* end = part.text.data();
         for (std::size_t row = part.first; row < part.end; row += math::kPoseLanes) {
@@ -92,7 +92,7 @@ class CsvRows {
         part.size = static_cast<std::size_t>(end - part.text.data());
     }
 
-    void Compute(std::size_t row, std::size_t count, Part& part) const {
+    void Compute(std::size_t row, std::size_t count, CsvPart& part) const {
         const std::size_t width = kWidth * blocks_.Columns();
         part.numbers.resize(count * width);
         math::AngleLanes angles;

@@ -80,11 +80,9 @@ void JoinParts(const std::vector<Part>& parts, std::size_t columns,
     }
 }
 
-}  // namespace
-
 template <class Element>
-void FillPoseArrays(const TableBlocks& blocks, const PosePointers<Element>& arrays,
-                    std::size_t threads, const Progress& progress) {
+void FillParts(const TableBlocks& blocks, const PosePointers<Element>& arrays, std::size_t threads,
+               const Progress& progress) {
     std::vector<Part> parts;
     for (const auto& [first, end] : BlockParts(blocks.Rows(), blocks.Columns(), threads))
         parts.push_back({first, end, {}, {}});
@@ -93,6 +91,14 @@ void FillPoseArrays(const TableBlocks& blocks, const PosePointers<Element>& arra
     });
     JoinParts(parts, blocks.Columns(), &Part::runs, arrays.quaternions);
     JoinParts(parts, blocks.Columns(), &Part::localRuns, arrays.localQuaternions);
+}
+
+}  // namespace
+
+template <class Element>
+void FillPoseArrays(const TableBlocks& blocks, const PosePointers<Element>& arrays,
+                    std::size_t threads, const Progress& progress) {
+    FillParts(blocks, arrays, threads, progress);
 }
 
 template <class Element>
