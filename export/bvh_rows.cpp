@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "export/block_order.h"
 #include "export/finite_check.h"
 #include "export/lane_poses.h"
 #include "export/quaternion.h"
@@ -41,31 +42,29 @@ BvhRows::BvhRows(const headless::Scene& scene, const headless::Object& model,
     addedText_.resize(static_cast<std::size_t>(end - addedText_.data()));
 }
 
-// How many rows a thread computes before the texts of all threads are passed to the sink: whole
-// blocks of about a megabyte, so that starting a thread costs little.
+// How many rows a thread works on at a time: whole blocks of poses, with so much text that waiting
+// for the other threads costs little.
 std::size_t BvhRows::RowsAtOnce() const {
-    constexpr std::size_t kBytes = std::size_t{1} << 20;
+    constexpr std::size_t kBytes = std::size_t{1} << 18;
     return std::max<std::size_t>(kBytes / longestRow_ / kPoseLanes, 1) * kPoseLanes;
 }
 
 void BvhRows::Write(text::ByteSink& out, const Progress& progress) {
-    std::vector<Part> parts(PartsFor(frames_ * joints_));
+    enum Step : std::size_t { Angles, Text, Steps };
     const std::size_t share = RowsAtOnce();
-    for (std::size_t frame = 0; frame < frames_;) {
-        for (Part& part : parts) {
-            part.first = frame;
-            frame = part.end = std::min(frame + share, frames_);
-        }
-        RunParts(parts.size(), [&](std::size_t part) { Compute(parts[part]); });
-        for (Part& part : parts)
-            ChooseAngles(part);
-        // As the threads run at the same time, only one of them reports progress.
-        RunParts(parts.size(), [&](std::size_t part) {
-            WriteText(parts[part], part == 0 ? progress : Progress());
-        });
-        for (const Part& part : parts)
-            if (part.size > 0) out.Write({part.text.data() + 1, part.size - 1});
-    }
+    std::vector<Part> parts(PartsFor(frames_ * joints_));
+    BlockOrder order(Steps);
+    order.Run((frames_ + share - 1) / share, parts.size(),
+              [&](std::size_t thread, std::size_t block) {
+                  Part& part = parts[thread];
+                  part.first = block * share;
+                  part.end = std::min(part.first + share, frames_);
+                  Compute(part);
+                  order.InOrder(Angles, block, [&] { ChooseAngles(part); });
+                  // Only the calling thread reports progress.
+                  MakeText(part, thread == 0 ? progress : Progress());
+                  order.InOrder(Text, block, [&] { out.Write({part.text.data(), part.size}); });
+              });
 }
 
 void BvhRows::Compute(Part& part) const {
@@ -139,15 +138,12 @@ void BvhRows::ChooseAngles(Part& part) {
         }
 }
 
-void BvhRows::WriteText(Part& part, const Progress& progress) const {
-    part.text.resize((part.end - part.first) * longestRow_ + 1);
+void BvhRows::MakeText(Part& part, const Progress& progress) const {
+    part.text.resize((part.end - part.first) * longestRow_);
     char* end = part.text.data();
     const Pose* pose = part.poses.data();
     for (std::size_t frame = part.first; frame < part.end; ++frame) {
         progress.Report(frame, frames_);
-        // There is a blank before every number. The first one of a row becomes the end of the row
-        // before.
-        char* const row = end;
         end = std::copy(addedText_.begin(), addedText_.end(), end);
         for (std::size_t joint = 0; joint < joints_; ++joint, ++pose) {
             if (layout_.kinds[joint] == BvhKind::EndSite) continue;
@@ -158,19 +154,20 @@ void BvhRows::WriteText(Part& part, const Progress& progress) const {
             for (const double angle : {angles.z, angles.x, angles.y})
                 end = WriteCell(end, angle, layout_.angleDecimals);
         }
-        *row = '\n';
+        // The blank after the last number.
+        end[-1] = '\n';
     }
-    if (part.end > part.first) *end++ = '\n';
     part.size = static_cast<std::size_t>(end - part.text.data());
 }
 
-// Appends a blank and the number to the text that ends at `end`. Returns the new end.
+// Appends the number and a blank to the text that ends at `end`. Returns the new end.
 char* BvhRows::WriteCell(char* end, double number, int decimals) const {
     if (!IsFinite(number))
         throw ExportError(ReadableName(model_.name) +
                           ": a position, angle or time is not a finite number");
+    end = text::WriteNumber(end, number, decimals);
     *end++ = ' ';
-    return text::WriteNumber(end, number, decimals);
+    return end;
 }
 
 }  // namespace exporters

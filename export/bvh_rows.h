@@ -65,7 +65,7 @@ class BvhRows {
     void ComputeBlock(std::size_t first, std::size_t count, Part& part) const;
     void ComputeFrame(std::size_t frame, Part& part) const;
     void ChooseAngles(Part& part);
-    void WriteText(Part& part, const Progress& progress) const;
+    void MakeText(Part& part, const Progress& progress) const;
     char* WriteCell(char* end, double number, int decimals) const;
 
     const headless::Object& model_;

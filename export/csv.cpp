@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "export/block_order.h"
 #include "export/column_names.h"
 #include "export/run_parts.h"
 #include "export/table_blocks.h"
@@ -51,30 +52,28 @@ class CsvRows {
           longestRow_((2 + kWidth * blocks.Columns()) * (text::kLongestNumber + 1) + 1) {}
 
     void Write(text::ByteSink& out, const Progress& progress) const {
-        std::vector<CsvPart> parts(PartsFor(table_.Rows() * blocks_.Columns()));
         const std::size_t share = RowsAtOnce();
-        for (std::size_t row = 0; row < table_.Rows();) {
-            for (CsvPart& part : parts) {
-                part.first = row;
-                row = part.end = std::min(row + share, table_.Rows());
-            }
-            // As the threads run at the same time, only one of them reports progress.
-            RunParts(parts.size(), [&](std::size_t part) {
-                Fill(parts[part], part == 0 ? progress : Progress());
-            });
-            for (const CsvPart& part : parts)
-                out.Write({part.text.data(), part.size});
-        }
+        std::vector<CsvPart> parts(PartsFor(table_.Rows() * blocks_.Columns()));
+        BlockOrder order(1);
+        order.Run((table_.Rows() + share - 1) / share, parts.size(),
+                  [&](std::size_t thread, std::size_t block) {
+                      CsvPart& part = parts[thread];
+                      part.first = block * share;
+                      part.end = std::min(part.first + share, table_.Rows());
+                      // Only the calling thread reports progress.
+                      Fill(part, thread == 0 ? progress : Progress());
+                      order.InOrder(0, block, [&] { out.Write({part.text.data(), part.size}); });
+                  });
     }
 
   private:
     // Three coordinates and three angles.
     static constexpr std::size_t kWidth = 6;
 
-    // How many rows a thread writes before the texts of all threads are passed to the sink: whole
-    // blocks of about a megabyte, so that starting a thread costs little.
+    // How many rows a thread works on at a time: whole blocks of poses, with so much text that
+    // waiting for the other threads costs little.
     std::size_t RowsAtOnce() const {
-        constexpr std::size_t kBytes = std::size_t{1} << 20;
+        constexpr std::size_t kBytes = std::size_t{1} << 18;
         return std::max<std::size_t>(kBytes / longestRow_ / math::kPoseLanes, 1) * math::kPoseLanes;
     }
 

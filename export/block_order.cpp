@@ -1,0 +1,37 @@
+#include "export/block_order.h"
+
+#include <utility>
+
+namespace exporters {
+
+bool BlockOrder::HasFailedBefore(std::size_t block) {
+    const std::lock_guard lock(mutex_);
+    return exception_ && failed_ < block;
+}
+
+void BlockOrder::Fail(std::size_t block, std::exception_ptr exception) {
+    {
+        const std::lock_guard lock(mutex_);
+        if (exception_ && failed_ < block) return;
+        failed_ = block;
+        exception_ = std::move(exception);
+    }
+    changed_.notify_all();
+}
+
+void BlockOrder::WaitFor(std::size_t step, std::size_t block) {
+    std::unique_lock lock(mutex_);
+    const auto hasFailed = [&] { return exception_ && failed_ < block; };
+    changed_.wait(lock, [&] { return done_[step] == block || hasFailed(); });
+    if (hasFailed()) throw Stopped();
+}
+
+void BlockOrder::Finish(std::size_t step) {
+    {
+        const std::lock_guard lock(mutex_);
+        ++done_[step];
+    }
+    changed_.notify_all();
+}
+
+}  // namespace exporters
