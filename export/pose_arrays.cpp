@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "export/block_parts.h"
-#include "export/quaternion_run.h"
 #include "export/run_parts.h"
 
 namespace exporters {
@@ -22,61 +21,44 @@ void PutLanes(const double (&lanes)[kParts][math::kPoseLanes], std::size_t count
             numbers[part] = static_cast<Element>(lanes[part][lane]);
 }
 
-template <class Element>
-void Negate(std::size_t rows, std::size_t width, Element* quaternion) {
-    for (; rows > 0; --rows, quaternion += width)
-        for (std::size_t part = 0; part < 4; ++part)
-            quaternion[part] = -quaternion[part];
-}
-
 // The rows that one thread computes.
 struct Part {
     std::size_t first = 0;
     std::size_t end = 0;
-    std::vector<QuaternionRun> runs;       // of the global quaternions of each column
-    std::vector<QuaternionRun> localRuns;  // of the local ones
+    PoseRuns runs;
 };
 
 // As the threads run at the same time, only one of them reports progress, as if its rows were all.
 template <class Element>
-void FillRows(const TableBlocks& blocks, Part& part, const Progress& progress,
+void FillPart(const TableBlocks& blocks, Part& part, const Progress& progress,
               const PosePointers<Element>& arrays) {
     const std::size_t columns = blocks.Columns();
-    part.runs.resize(columns);
-    part.localRuns.resize(columns);
+    part.runs.Resize(columns);
     TableBlocks::Scratch scratch;
-    PoseLanes turned;  // the global poses with the quaternions that were chosen
     for (std::size_t row = part.first; row < part.end; row += math::kPoseLanes) {
         const std::size_t count = std::min(math::kPoseLanes, part.end - row);
         for (std::size_t passed = 0; passed < count; ++passed)
             progress.Report(row + passed - part.first, part.end - part.first);
-        blocks.ForEach(
-            row, count, scratch,
-            [&](std::size_t column, PoseLanes& local, const PoseLanes& global) {
-                const std::size_t index = row * columns + column;
-                turned = global;
-                part.runs[column].Continue(turned, count);
-                part.localRuns[column].Continue(local, count);
-                PutLanes(turned.position, count, 3 * columns, &arrays.positions[3 * index]);
-                PutLanes(turned.rotation, count, 4 * columns, &arrays.quaternions[4 * index]);
-                PutLanes(local.position, count, 3 * columns, &arrays.localPositions[3 * index]);
-                PutLanes(local.rotation, count, 4 * columns, &arrays.localQuaternions[4 * index]);
-            });
+        const std::size_t index = row * columns;
+        FillRows(blocks, row, count, part.runs, scratch,
+                 PosePointers<Element>{arrays.positions + 3 * index, arrays.quaternions + 4 * index,
+                                       arrays.localPositions + 3 * index,
+                                       arrays.localQuaternions + 4 * index});
     }
 }
 
 // Makes the quaternions continuous from part to part.
 template <class Element>
 void JoinParts(const std::vector<Part>& parts, std::size_t columns,
-               std::vector<QuaternionRun> Part::*member, Element* quaternions) {
+               std::vector<QuaternionRun> PoseRuns::*member, Element* quaternions) {
     std::vector<QuaternionRun> runs(parts.size());
     for (std::size_t column = 0; column < columns; ++column) {
         for (std::size_t part = 0; part < parts.size(); ++part)
-            runs[part] = (parts[part].*member)[column];
+            runs[part] = (parts[part].runs.*member)[column];
         const std::vector<std::size_t> negated = QuaternionRun::Join(runs);
         for (std::size_t part = 0; part < parts.size(); ++part)
-            Negate(negated[part], 4 * columns,
-                   quaternions + 4 * (parts[part].first * columns + column));
+            NegateRows(negated[part], columns,
+                       quaternions + 4 * (parts[part].first * columns + column));
     }
 }
 
@@ -85,15 +67,32 @@ void FillParts(const TableBlocks& blocks, const PosePointers<Element>& arrays, s
                const Progress& progress) {
     std::vector<Part> parts;
     for (const auto& [first, end] : BlockParts(blocks.Rows(), blocks.Columns(), threads))
-        parts.push_back({first, end, {}, {}});
+        parts.push_back({first, end, {}});
     RunParts(parts.size(), [&](std::size_t part) {
-        FillRows(blocks, parts[part], part == 0 ? progress : Progress(), arrays);
+        FillPart(blocks, parts[part], part == 0 ? progress : Progress(), arrays);
     });
-    JoinParts(parts, blocks.Columns(), &Part::runs, arrays.quaternions);
-    JoinParts(parts, blocks.Columns(), &Part::localRuns, arrays.localQuaternions);
+    JoinParts(parts, blocks.Columns(), &PoseRuns::global, arrays.quaternions);
+    JoinParts(parts, blocks.Columns(), &PoseRuns::local, arrays.localQuaternions);
 }
 
 }  // namespace
+
+template <class Element>
+void FillRows(const TableBlocks& blocks, std::size_t first, std::size_t count, PoseRuns& runs,
+              TableBlocks::Scratch& scratch, const PosePointers<Element>& to) {
+    const std::size_t columns = blocks.Columns();
+    PoseLanes turned;  // the global poses with the quaternions that were chosen
+    blocks.ForEach(
+        first, count, scratch, [&](std::size_t column, PoseLanes& local, const PoseLanes& global) {
+            turned = global;
+            runs.global[column].Continue(turned, count);
+            runs.local[column].Continue(local, count);
+            PutLanes(turned.position, count, 3 * columns, to.positions + 3 * column);
+            PutLanes(turned.rotation, count, 4 * columns, to.quaternions + 4 * column);
+            PutLanes(local.position, count, 3 * columns, to.localPositions + 3 * column);
+            PutLanes(local.rotation, count, 4 * columns, to.localQuaternions + 4 * column);
+        });
+}
 
 template <class Element>
 void FillPoseArrays(const TableBlocks& blocks, const PosePointers<Element>& arrays,
@@ -113,6 +112,12 @@ PoseArrays<Element> BuildPoseArrays(const TableBlocks& blocks, const Progress& p
     return arrays;
 }
 
+template void FillRows(const TableBlocks& blocks, std::size_t first, std::size_t count,
+                       PoseRuns& runs, TableBlocks::Scratch& scratch,
+                       const PosePointers<float>& to);
+template void FillRows(const TableBlocks& blocks, std::size_t first, std::size_t count,
+                       PoseRuns& runs, TableBlocks::Scratch& scratch,
+                       const PosePointers<double>& to);
 template void FillPoseArrays(const TableBlocks& blocks, const PosePointers<double>& arrays,
                              std::size_t threads, const Progress& progress);
 template PoseArrays<float> BuildPoseArrays(const TableBlocks& blocks, const Progress& progress);

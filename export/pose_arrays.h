@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 #include "export/large_array.h"
 #include "export/progress.h"
+#include "export/quaternion_run.h"
 #include "export/table_blocks.h"
 
 namespace exporters {
@@ -30,6 +32,31 @@ struct PosePointers {
     Element* localPositions = nullptr;
     Element* localQuaternions = nullptr;
 };
+
+// The quaternions of rows that follow each other.
+struct PoseRuns {
+    std::vector<QuaternionRun> global;  // of each column
+    std::vector<QuaternionRun> local;
+
+    void Resize(std::size_t columns) {
+        global.resize(columns);
+        local.resize(columns);
+    }
+};
+
+// Computes `count` rows from the row `first` on, at most math::kPoseLanes, as the next rows of the
+// runs. `to` is where these rows go. Throws what TableBlocks throws.
+template <class Element>
+void FillRows(const TableBlocks& blocks, std::size_t first, std::size_t count, PoseRuns& runs,
+              TableBlocks::Scratch& scratch, const PosePointers<Element>& to);
+
+// Negates one quaternion in each of the first `rows` rows of an array with `columns` columns.
+template <class Element>
+void NegateRows(std::size_t rows, std::size_t columns, Element* quaternion) {
+    for (; rows > 0; --rows, quaternion += 4 * columns)
+        for (std::size_t part = 0; part < 4; ++part)
+            quaternion[part] = -quaternion[part];
+}
 
 // Computes the arrays. `Element` is float or double. At most `threads` threads compute the rows;
 // with 0, there are as many as the system has processors. Throws what TableBlocks and `progress`

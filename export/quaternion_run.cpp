@@ -69,14 +69,21 @@ void QuaternionRun::Continue(PoseLanes& pose, std::size_t count) {
     if (!isDecided_) dependent_ = frames_;
 }
 
+std::size_t QuaternionRun::Follow(const QuaternionRun& before) {
+    if (!before.hasLast_ || Cosine(before.last_, first_) >= 0.0) return 0;
+    if (!isDecided_)
+        for (double& part : last_)
+            part = -part;
+    return dependent_;
+}
+
 std::vector<std::size_t> QuaternionRun::Join(std::span<const QuaternionRun> runs) {
     std::vector<std::size_t> negated(runs.size(), 0);
-    double sign = 1.0;  // of the last quaternion of the run before
+    QuaternionRun before = runs.empty() ? QuaternionRun() : runs.front();
     for (std::size_t index = 1; index < runs.size(); ++index) {
-        const QuaternionRun& run = runs[index];
-        const bool isNegated = sign * Cosine(runs[index - 1].last_, run.first_) < 0.0;
-        if (isNegated) negated[index] = run.dependent_;
-        sign = isNegated && !run.isDecided_ ? -1.0 : 1.0;
+        QuaternionRun run = runs[index];
+        negated[index] = run.Follow(before);
+        before = run;
     }
     return negated;
 }

@@ -27,6 +27,11 @@ class QuaternionRun {
     // Negates quaternions of the first `count` lanes, which are the next frames of the run.
     void Continue(math::PoseLanes& pose, std::size_t count);
 
+    // Returns how many quaternions of this run, from the first on, are to be negated because the
+    // run `before` comes before it, and continues this run as if the caller had negated them.
+    // `before` may have no frames.
+    std::size_t Follow(const QuaternionRun& before);
+
     // Joins runs whose frames follow each other, and which different threads may have made. Returns
     // for each run how many of its quaternions, from the first on, are to be negated, as if only
     // the first run had got a value before its first frame. `runs` are runs of a frame or more.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 #include <new>
-#include <utility>
 #include <zlib.h>
 
 namespace exporters {
@@ -109,6 +108,10 @@ std::uint32_t Crc32(std::uint32_t crc, std::string_view bytes) {
     return static_cast<std::uint32_t>(crc32_z(crc, BytesOf(bytes), bytes.size()));
 }
 
+std::uint32_t JoinCrc32(std::uint32_t first, std::uint32_t second, std::uint64_t size) {
+    return static_cast<std::uint32_t>(crc32_combine(first, second, static_cast<z_off_t>(size)));
+}
+
 void ZipWriter::BeginMember(const std::string& name, std::uint64_t size, std::uint32_t crc) {
     BeginMember({name, size, size, written_, crc, false});
 }
@@ -125,12 +128,31 @@ void ZipWriter::AddCompressed(const std::string& name, std::string_view head,
 }
 
 void ZipWriter::Write(std::string_view bytes) {
-    sink_(bytes);
+    sink_.Write(bytes);
     written_ += bytes.size();
+}
+
+ZipWriter::Later ZipWriter::BeginLater(const std::string& name, std::uint64_t size) {
+    members_.push_back({name, size, size, written_, 0, false});
+    const std::uint64_t header = HeaderOf(members_.back()).size();
+    const std::uint64_t start = sink_.Skip(header + size);
+    written_ += header + size;
+    return {members_.size() - 1, start + header};
+}
+
+void ZipWriter::EndLater(const Later& later, std::uint32_t crc) {
+    Member& member = members_[later.index];
+    member.crc = crc;
+    const std::string header = HeaderOf(member);
+    sink_.WriteAt(later.contents - header.size(), header);
 }
 
 void ZipWriter::BeginMember(const Member& member) {
     members_.push_back(member);
+    Write(HeaderOf(member));
+}
+
+std::string ZipWriter::HeaderOf(const Member& member) {
     const bool isZip64 = member.size >= kLargest32 || member.storedSize >= kLargest32;
     Record extra;
     if (isZip64) extra.Put16(kZip64Extra).Put16(16).Put64(member.size).Put64(member.storedSize);
@@ -141,7 +163,7 @@ void ZipWriter::BeginMember(const Member& member) {
     record.Put32(isZip64 ? kLargest32 : member.storedSize);
     record.Put32(isZip64 ? kLargest32 : member.size);
     record.Put16(member.name.size()).Put16(extra.Bytes().size());
-    Write(record.PutText(member.name).PutText(extra.Bytes()).Bytes());
+    return record.PutText(member.name).PutText(extra.Bytes()).Bytes();
 }
 
 void ZipWriter::WriteDirectoryEntry(const Member& member) {

@@ -1,26 +1,36 @@
-// Writes a ZIP archive to a sink, in one pass from front to back.
+// Writes a ZIP archive to a sink.
 // Internal to export/.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "text/byte_sink.h"
 
 namespace exporters {
 
 // Continues a CRC-32. `crc` is the CRC-32 of all bytes before `bytes`, or 0 if there are none.
 // Returns the CRC-32 of these bytes and `bytes` together.
 std::uint32_t Crc32(std::uint32_t crc, std::string_view bytes);
+// Returns the CRC-32 of bytes that are followed by `size` others. `first` is the CRC-32 of the
+// bytes before, and `second` is the one of the others.
+std::uint32_t JoinCrc32(std::uint32_t first, std::uint32_t second, std::uint64_t size);
 
 // Sizes and byte offsets that need more than 32 bits are written in ZIP64 records. All members have
 // the same date, so that equal contents make equal files. Passes on what the sink throws.
 class ZipWriter {
   public:
-    using Sink = std::function<void(std::string_view)>;
+    // A member whose contents are written later.
+    struct Later {
+        std::size_t index;       // among the members
+        std::uint64_t contents;  // byte offset of the contents in the sink
+    };
 
-    explicit ZipWriter(Sink sink) : sink_(std::move(sink)) {}
+    // Keeps a reference to the sink.
+    explicit ZipWriter(text::ByteSink& sink) : sink_(sink) {}
 
     // Begins a member. The caller then passes the contents to Write: exactly `size` bytes, whose
     // CRC-32 is `crc`. The size and the CRC-32 are written before the contents, for readers that
@@ -31,6 +41,12 @@ class ZipWriter {
     // Writes a whole member. Its contents, which are `head` followed by `rest`, are compressed
     // (RFC 1951). Throws std::bad_alloc if there is no memory for the compressed contents.
     void AddCompressed(const std::string& name, std::string_view head, std::string_view rest);
+    // Leaves room for a member with `size` bytes of contents. The sink must be able to skip. The
+    // caller then writes the contents by text::ByteSink::WriteAt and calls EndLater. Other members
+    // may be written meanwhile.
+    Later BeginLater(const std::string& name, std::uint64_t size);
+    // `crc` is the CRC-32 of the contents.
+    void EndLater(const Later& later, std::uint32_t crc);
     // Writes the directory, which ends the archive.
     void Finish();
 
@@ -44,11 +60,14 @@ class ZipWriter {
         bool isCompressed;
     };
 
+    // Returns what is written before the contents of a member.
+    static std::string HeaderOf(const Member& member);
     void BeginMember(const Member& member);
     void WriteDirectoryEntry(const Member& member);
 
-    Sink sink_;
-    std::uint64_t written_ = 0;  // the number of bytes that were written so far
+    text::ByteSink& sink_;
+    // The number of bytes that were written or left out so far.
+    std::uint64_t written_ = 0;
     std::vector<Member> members_;
 };
 

@@ -98,6 +98,25 @@ void OutputFile::WriteUnbuffered(std::string_view bytes) {
     }
 }
 
+std::uint64_t OutputFile::Skip(std::uint64_t size) {
+    Flush();
+    const off_t end = lseek(file_, static_cast<off_t>(size), SEEK_CUR);
+    if (end < 0) Fail(errno);
+    return static_cast<std::uint64_t>(end) - size;
+}
+
+void OutputFile::WriteAt(std::uint64_t offset, std::string_view bytes) {
+    while (!bytes.empty()) {
+        CheckCancelled();
+        const ssize_t written =
+            pwrite(file_, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) Fail(errno);
+        offset += static_cast<std::uint64_t>(written);
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
 void OutputFile::FinishWriting() {
     Flush();
     // Some file systems report write errors only when a file is closed. Closing a copy of the file

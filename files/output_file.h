@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -32,6 +33,9 @@ class OutputFile final : public text::ByteSink {
         bytes.copy(buffer_.data() + used_, bytes.size());
         used_ += bytes.size();
     }
+    bool CanSkip() const override { return true; }
+    std::uint64_t Skip(std::uint64_t size) override;
+    void WriteAt(std::uint64_t offset, std::string_view bytes) override;
     // Writes the rest of the buffer to the temporary file and checks for write errors. After that
     // only the renaming in Commit can fail.
     void FinishWriting();

@@ -99,6 +99,26 @@ TEST(QuaternionRun, JoinsParts) {
     }
 }
 
+TEST(QuaternionRun, FollowsTheOneBefore) {
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        std::vector<Value> values = SomeValues(6 * kPoseLanes + 9, seed);
+        if (seed % 2)
+            for (std::size_t frame = 1; frame < values.size(); ++frame)
+                values[frame] = seed % 3 ? Negative(values[frame - 1]) : values[0];
+        const std::vector<Value> plain = Plain(values);
+        QuaternionRun before;
+        for (std::size_t first = 0; first < values.size(); first += kPoseLanes) {
+            const std::size_t end = std::min(first + kPoseLanes, values.size());
+            QuaternionRun run = Continued(values, first, end);
+            const std::size_t negated = run.Follow(before);
+            for (std::size_t frame = first; frame < first + negated; ++frame)
+                values[frame] = Negative(values[frame]);
+            before = run;
+        }
+        EXPECT_EQ(values, plain) << seed;
+    }
+}
+
 TEST(QuaternionRun, BeginsNearTheValueBefore) {
     std::vector<Value> values = {{0.6, 0.0, 0.0, 0.8}, {-0.6, 0.0, 0.0, -0.8}};
     Continued(values, 0, 2, QuaternionRun({0.0, 0.0, 0.0, -1.0}));

@@ -37,6 +37,37 @@ TEST(OutputFile, AppearsWhenItIsWhole) {
     EXPECT_THAT(folder.Names(), ElementsAre("a.json"));
 }
 
+TEST(OutputFile, TakesSkippedBytesLater) {
+    const support::TemporaryFolder folder;
+    OutputFile file(folder.Path("a.npz"));
+    const std::string large(OutputFile::kBufferSize + 3, 'x');
+    file.Write("ab");
+    ASSERT_TRUE(file.CanSkip());
+    EXPECT_EQ(file.Skip(4), 2U);
+    file.Write("gh");
+    EXPECT_EQ(file.Skip(large.size()), 8U);
+    file.WriteAt(4, "ef");
+    file.WriteAt(8, large);
+    file.WriteAt(2, "cd");
+    file.Commit();
+    EXPECT_EQ(folder.Read("a.npz"), "abcdefgh" + large);
+}
+
+TEST(OutputFile, AsksWhetherToStopBeforeSkippedBytes) {
+    const support::TemporaryFolder folder;
+    folder.Write("a.npz", "old");
+    bool isCancelled = false;
+    {
+        OutputFile file(folder.Path("a.npz"), [&] { return isCancelled; });
+        file.Skip(2);
+        file.WriteAt(0, "a");
+        isCancelled = true;
+        EXPECT_THROW(file.WriteAt(1, "b"), text::WriteCancelled);
+    }
+    EXPECT_EQ(folder.Read("a.npz"), "old");
+    EXPECT_THAT(folder.Names(), ElementsAre("a.npz"));
+}
+
 TEST(OutputFile, LeavesNothingWithoutCommit) {
     const support::TemporaryFolder folder;
     { OutputFile(folder.Path("a.json")).Write("text"); }
@@ -149,7 +180,9 @@ TEST(OutputFile, SaysWhyItCannotBeWritten) {
     EXPECT_THAT(folder.Names(), ElementsAre("file", "folder.json", "full.json"));
 }
 
-TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull) {
+// The largest file of this process has 4096 bytes while `write` is called.
+template <class Write>
+void LeavesTheOldFileWhenFull(const Write& write) {
     const support::TemporaryFolder folder;
     folder.Write("a.json", "old");
     std::signal(SIGXFSZ, SIG_IGN);
@@ -161,13 +194,21 @@ TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull) {
     EXPECT_THROW(
         {
             OutputFile file(folder.Path("a.json"));
-            file.Write(std::string(8192, 'x'));
+            write(file);
             file.Commit();
         },
         text::WriteError);
     setrlimit(RLIMIT_FSIZE, &limit);
     EXPECT_EQ(folder.Read("a.json"), "old");
     EXPECT_THAT(folder.Names(), ElementsAre("a.json"));
+}
+
+TEST(OutputFile, LeavesTheOldFileWhenTheDiskIsFull) {
+    LeavesTheOldFileWhenFull([](OutputFile& file) { file.Write(std::string(8192, 'x')); });
+    LeavesTheOldFileWhenFull([](OutputFile& file) {
+        file.Skip(8192);
+        file.WriteAt(0, std::string(8192, 'x'));
+    });
 }
 
 }  // namespace
