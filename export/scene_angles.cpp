@@ -1,6 +1,7 @@
 #include "export/scene_angles.h"
 
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 
 namespace exporters {
@@ -11,9 +12,16 @@ constexpr double kDegrees = 180.0 / std::numbers::pi;
 // difference is certain.
 constexpr double kLockedCosine = 1e-7;
 
+// Like std::round, which is a call of the C library for processors without SSE4.1.
+double Rounded(double number) {
+    constexpr double kWhole = 4503599627370496.0;  // 2^52: larger numbers are whole
+    if (!(std::abs(number) < kWhole)) return number;
+    return static_cast<double>(static_cast<std::int64_t>(number + std::copysign(0.5, number)));
+}
+
 // The angle that differs from `angle` by whole turns and is nearest to `before`.
 double Unwound(double angle, double before) {
-    return angle + 360.0 * std::round((before - angle) / 360.0);
+    return angle + 360.0 * Rounded((before - angle) / 360.0);
 }
 
 SceneAngles Unwound(const SceneAngles& angles, const SceneAngles& before) {
