@@ -168,7 +168,7 @@ What is printed:
   --timing                  print load_ms=..., and write_ms=... for each output
   --progress auto|on|off    use a progress bar (auto: on a terminal)
 Other:
-  --threads N               import on N threads (default: one per processor)
+  --threads N               use N threads (default: one per processor)
   --plugin PATH             load this plug-in
   -h, --help, --help-all    print the options for every day, or this text
 )",
@@ -191,7 +191,7 @@ Reading:
   --fps N                   the take's rate, instead of the one in the file
   --preset auto|cmu|none    Acclaim: cmu: metres, 120 fps; auto: if length 0.45
   --as bvh|asf|amc          what the file - (standard input) is
-  --threads N               import on N threads (default: one per processor)
+  --threads N               use N threads (default: one per processor)
   --strict, --as-is         refuse files that have warnings; skip the survey
   --encoding NAME           encoding of names that are not UTF-8 (Windows-1252)
 Showing:

@@ -1,6 +1,6 @@
 # libzkmocap, the library for programs: the rooms from text/ to bridge/ as one shared library, whose
 # headers are those listed here. The rooms hide what is not marked ZKMOCAP_API.
-set(rooms bridge take pairing export survey files text textio memory math)
+set(rooms bridge take pairing export survey files text textio memory threads math)
 list(TRANSFORM rooms REPLACE "(.+)" "$<TARGET_OBJECTS:zk_\\1>" OUTPUT_VARIABLE objects)
 
 add_library(zkmocap SHARED ${objects})

@@ -6,11 +6,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <new>
-#include <thread>
 #include <vector>
 #include <zlib.h>
 
 #include "export/run_parts.h"
+#include "threads/thread_count.h"
 
 namespace exporters {
 namespace {
@@ -65,8 +65,7 @@ std::string FastDeflate(std::string_view bytes) {
     const std::size_t count = std::max<std::size_t>(1, (bytes.size() + kPiece - 1) / kPiece);
     std::vector<std::string> pieces(count);
     std::atomic<std::size_t> next = 0;
-    const std::size_t threads =
-        std::min<std::size_t>(count, std::max(1U, std::thread::hardware_concurrency()));
+    const std::size_t threads = std::min(count, threads::Most());
     RunParts(threads, [&](std::size_t) {
         for (std::size_t piece = next++; piece < count; piece = next++)
             pieces[piece] = DeflatePiece(bytes.substr(piece * kPiece, kPiece), piece + 1 == count);

@@ -5,19 +5,19 @@
 #include <algorithm>
 #include <cstddef>
 #include <future>
-#include <thread>
 #include <vector>
 
 #include "export/launch.h"
+#include "threads/thread_count.h"
 
 namespace exporters {
 
 // Returns into how many parts to divide work on this many poses of joints: at most `threads`, or
-// one for each processor if that is 0, and none so short that a thread would hardly be worth its
+// threads::Most() if that is 0, and none so short that a thread would hardly be worth its
 // start.
 inline std::size_t PartsFor(std::size_t poses, std::size_t threads = 0) {
     constexpr std::size_t kFewestPoses = 20'000;
-    if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
+    if (threads == 0) threads = threads::Most();
     return std::clamp<std::size_t>(poses / kFewestPoses, 1, threads);
 }
 

@@ -26,11 +26,14 @@ std::size_t Requested() {
 
 }  // namespace
 
+std::size_t Most() {
+    const std::size_t requested = Requested();
+    return requested != 0 ? requested : std::max(1U, std::thread::hardware_concurrency());
+}
+
 std::size_t CountFor(std::uint64_t bytes) {
     if (const std::size_t requested = Requested(); requested != 0) return requested;
-    const std::uint64_t processors = std::max(1U, std::thread::hardware_concurrency());
-    return static_cast<std::size_t>(
-        std::clamp<std::uint64_t>(bytes / kBytesPerThread, 1, processors));
+    return static_cast<std::size_t>(std::clamp<std::uint64_t>(bytes / kBytesPerThread, 1, Most()));
 }
 
 }  // namespace threads

@@ -5,9 +5,12 @@
 
 namespace threads {
 
-// The environment variable that says how many threads an import may use. If it is not set, or if it
-// is not a number from 1 to 1000, an import uses as many as there are processors.
+// The environment variable that says how many threads an import or an export may use. If it is not
+// set, or if it is not a number from 1 to 1000, they use as many as there are processors.
 inline constexpr char kVariable[] = "ZKMOCAP_THREADS";
+
+// Returns the number in the environment variable. Without it, it is the number of processors.
+std::size_t Most();
 
 // Returns on how many threads, the calling one included, to do work on `bytes` bytes. This is the
 // number in the environment variable. Without it, it is the number of processors, but less if there

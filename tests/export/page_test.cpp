@@ -9,19 +9,19 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <zlib.h>
 
-#include "export/fast_deflate.h"
 #include "export/page_keys.h"
 #include "export/page_record.h"
 #include "export/tables.h"
 #include "headless/text.h"
 #include "tests/export/exported.h"
+#include "tests/export/inflate.h"
 #include "tests/support/bvh_random.h"
 #include "text/byte_sink.h"
 
 namespace page_test {
 
+using exported::Inflate;
 using exporters::kPageChannels;
 using exporters::Options;
 using nlohmann::json;
@@ -48,22 +48,6 @@ std::string FromBase64(const std::string& text) {
         count -= 8;
         bytes += static_cast<char>(bits >> static_cast<unsigned>(count) & 0xFFU);
     }
-    return bytes;
-}
-
-// Inflates a stream without a header. Returns an empty text if it is not whole.
-std::string Inflate(std::string packed, std::size_t size) {
-    z_stream stream{};
-    EXPECT_EQ(inflateInit2(&stream, -15), Z_OK);
-    std::string bytes(size + 1, '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(packed.data());
-    stream.avail_in = static_cast<uInt>(packed.size());
-    stream.next_out = reinterpret_cast<Bytef*>(bytes.data());
-    stream.avail_out = static_cast<uInt>(bytes.size());
-    const int status = inflate(&stream, Z_FINISH);
-    bytes.resize(stream.total_out);
-    inflateEnd(&stream);
-    EXPECT_EQ(status, Z_STREAM_END);
     return bytes;
 }
 
@@ -366,40 +350,6 @@ TEST(Page, IsRefusedWithoutTheViewer) {
     ASSERT_TRUE(exported::Import(exported::Samples()[0]));
     EXPECT_THROW(exporters::BuildPageTake(exported::CurrentScene(), {}, nullptr),
                  exporters::ExportError);
-}
-
-TEST(FastDeflate, IsInflatedToTheSameBytes) {
-    std::uint32_t state = 1;
-    for (const std::size_t size :
-         {std::size_t{0}, std::size_t{1}, std::size_t{262143}, std::size_t{262144},
-          std::size_t{262145}, std::size_t{1500000}}) {
-        std::string bytes(size, '\0');
-        for (std::size_t index = 0; index < size; ++index) {
-            state = state * 1664525U + 1013904223U;
-            // One half is random, the other is easy to compress.
-            bytes[index] = static_cast<char>(index % 2 == 0 ? state >> 24U : index >> 12U);
-        }
-        EXPECT_EQ(Inflate(exporters::FastDeflate(bytes), size), bytes) << size;
-    }
-}
-
-// Random bytes, of which one in `replaced` becomes 0. Only bytes that a code cannot shorten are
-// stored as they are, which adds a few bytes to each piece.
-TEST(FastDeflate, StoresOnlyNoise) {
-    constexpr std::size_t kSize = 1'000'000;
-    for (const unsigned replaced : {0U, 30U, 10U, 2U}) {
-        std::string bytes(kSize, '\0');
-        std::uint64_t state = 1;
-        for (char& byte : bytes) {
-            state = state * 6364136223846793005U + 1442695040888963407U;
-            if (replaced == 0 || (state >> 33U) % replaced != 0)
-                byte = static_cast<char>(state >> 56U);
-        }
-        const std::string packed = exporters::FastDeflate(bytes);
-        EXPECT_EQ(Inflate(packed, kSize), bytes) << replaced;
-        const std::size_t saved = replaced == 0 ? 0 : kSize / (20 * replaced);
-        EXPECT_LT(packed.size(), kSize + 500 - saved) << replaced;
-    }
 }
 
 }  // namespace page_test

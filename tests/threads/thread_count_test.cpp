@@ -32,6 +32,7 @@ TEST_P(ThreadCount, IsThatOfTheVariableOrOfTheProcessors) {
     unsetenv(threads::kVariable);
     if (GetParam().variable) setenv(threads::kVariable, GetParam().variable, 1);
     const std::size_t all = std::max(1U, std::thread::hardware_concurrency());
+    EXPECT_EQ(threads::Most(), GetParam().count == 0 ? all : GetParam().count);
     EXPECT_EQ(threads::CountFor(std::uint64_t{1} << 32),
               GetParam().count == 0 ? all : GetParam().count);
     EXPECT_EQ(threads::CountFor(0), GetParam().count == 0 ? 1 : GetParam().count);
