@@ -21,7 +21,8 @@ namespace files {
 class OutputFile final : public text::ByteSink {
   public:
     // `isCancelled` is called before each write to the temporary file and in FinishWriting. It
-    // returns whether the user wants to stop. If it is empty, writing is never cancelled.
+    // returns whether the user wants to stop. If it is empty, writing is never cancelled. It is
+    // called on the thread that writes.
     explicit OutputFile(const std::string& path, std::function<bool()> isCancelled = nullptr);
     ~OutputFile() override;
 

@@ -70,6 +70,7 @@ char* WriteNumber(char* out, double number, int decimals) {
 
     // This way of rounding is fast. It can be wrong only if the part that is cut off is almost
     // exactly one half.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): either neighbour will do in that case.
     auto digits = static_cast<std::uint64_t>(scaled + 0.5);
     if (digits == 0) {
         *out = '0';

@@ -29,7 +29,7 @@ TEST(FastDeflate, IsInflatedToTheSameBytes) {
 // stored as they are, which adds a few bytes to each piece.
 TEST(FastDeflate, StoresOnlyNoise) {
     constexpr std::size_t kSize = 1'000'000;
-    for (const unsigned replaced : {0U, 30U, 10U, 2U}) {
+    for (const std::size_t replaced : {0, 30, 10, 2}) {
         std::string bytes(kSize, '\0');
         std::uint64_t state = 1;
         for (char& byte : bytes) {
