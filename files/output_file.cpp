@@ -40,7 +40,7 @@ bool LockTemporary(int file) {
 OutputFile::OutputFile(const std::string& path, std::function<bool()> isCancelled)
     : path_(path),
       target_(FollowLinks(path)),
-      buffer_(kBufferSize),
+      buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)),
       isCancelled_(std::move(isCancelled)) {
     struct stat existing {};
     const bool exists = stat(target_.c_str(), &existing) == 0;
@@ -78,14 +78,14 @@ void OutputFile::FlushAndWrite(std::string_view bytes) {
         WriteUnbuffered(bytes);
         return;
     }
-    bytes.copy(buffer_.data(), bytes.size());
+    bytes.copy(buffer_.get(), bytes.size());
     used_ = bytes.size();
 }
 
 void OutputFile::Flush() {
     const std::size_t size = used_;
     used_ = 0;
-    WriteUnbuffered({buffer_.data(), size});
+    WriteUnbuffered({buffer_.get(), size});
 }
 
 void OutputFile::WriteUnbuffered(std::string_view bytes) {

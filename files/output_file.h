@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "text/byte_sink.h"
 
@@ -31,7 +31,7 @@ class OutputFile final : public text::ByteSink {
             FlushAndWrite(bytes);
             return;
         }
-        bytes.copy(buffer_.data() + used_, bytes.size());
+        bytes.copy(buffer_.get() + used_, bytes.size());
         used_ += bytes.size();
     }
     bool CanSkip() const override { return true; }
@@ -78,7 +78,8 @@ class OutputFile final : public text::ByteSink {
     std::string target_;     // path of the final file, after symbolic links were followed
     std::string temporary_;  // path of the temporary file; empty after Commit
     int file_ = -1;          // descriptor of the open temporary file; -1 after Commit
-    std::vector<char> buffer_;
+    // kBufferSize bytes. They are not set at first, so only the part that is used takes memory.
+    std::unique_ptr<char[]> buffer_;
     std::size_t used_ = 0;     // number of bytes in the buffer that are not yet written to the file
     bool isFinished_ = false;  // FinishWriting has succeeded
     std::function<bool()> isCancelled_;
