@@ -52,8 +52,7 @@ class JobMaker {
         Job job{motion.path, skeleton_, motion.relativePath, {}, ""};
         if (skeleton_.empty()) {
             const std::string folder(text::FolderPart(motion.path));
-            const pairing::Pairing pairing =
-                pairing::FindSkeleton(text::NamePart(motion.path), SkeletonsOf(folder));
+            const pairing::Pairing pairing = SkeletonsOf(folder).Find(text::NamePart(motion.path));
             job.refusal = pairing.problem;
             if (pairing.skeleton.empty()) return job;
             job.skeleton = folder + pairing.skeleton;
@@ -67,15 +66,15 @@ class JobMaker {
         return id && paired_.contains(*id);
     }
 
-    const std::vector<std::string>& SkeletonsOf(const std::string& folder) {
-        const auto [entry, isNew] = skeletons_.try_emplace(folder);
-        if (isNew) entry->second = SkeletonsIn(folder);
-        return entry->second;
+    const pairing::Skeletons& SkeletonsOf(const std::string& folder) {
+        const auto entry = skeletons_.find(folder);
+        if (entry != skeletons_.end()) return entry->second;
+        return skeletons_.emplace(folder, SkeletonsIn(folder)).first->second;
     }
 
     const std::string& skeleton_;  // the .asf for every .amc; empty: each .amc finds its own
     std::set<FileId> paired_;      // the .asf files that are the skeleton of an .amc file
-    std::unordered_map<std::string, std::vector<std::string>> skeletons_;  // the key is the folder
+    std::unordered_map<std::string, pairing::Skeletons> skeletons_;  // the key is the folder
 };
 
 // `outDir` ends with a slash here and in the functions below.

@@ -2,8 +2,10 @@
 // Part of the public surface of the library.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "text/api.h"
@@ -28,5 +30,21 @@ struct Pairing {
 // name fits but the folder has only one skeleton, that skeleton is chosen.
 ZKMOCAP_API Pairing FindSkeleton(std::string_view motion,
                                  const std::vector<std::string>& skeletons);
+
+// The skeletons of a folder, for a search by many motions. The time of a search does not depend on
+// the number of skeletons.
+class Skeletons {
+  public:
+    // `names` is what FindSkeleton gets as `skeletons`.
+    ZKMOCAP_API explicit Skeletons(std::vector<std::string> names);
+    // Returns what FindSkeleton returns.
+    ZKMOCAP_API Pairing Find(std::string_view motion) const;
+
+  private:
+    std::vector<std::string> names_;
+    // The indexes of the names, in ascending order. The key is the name without extension, in
+    // folded case.
+    std::unordered_map<std::wstring, std::vector<std::size_t>> byStem_;
+};
 
 }  // namespace pairing
