@@ -119,11 +119,16 @@ Request ParseArguments(std::span<const char* const> arguments) {
     CLI::App* convert = program.add_subcommand("convert");
     CLI::App* command = program.add_subcommand("command");
     CLI::App* view = program.add_subcommand("view");
-    DescribeImport(*import, importWords);
-    DescribeCheck(*check, checkWords);
-    DescribeConvert(*convert, convertWords);
-    DescribeCommand(*command, commandWords);
-    DescribeView(*view, viewWords);
+    // CLI11 needs more time to describe all commands than a small file takes to be read. If the
+    // first word names a command, the options of the others are not needed.
+    const auto isNeeded = [&](const CLI::App* each) {
+        return !IsCommand(arguments[0]) || each->get_name() == arguments[0];
+    };
+    if (isNeeded(import)) DescribeImport(*import, importWords);
+    if (isNeeded(check)) DescribeCheck(*check, checkWords);
+    if (isNeeded(convert)) DescribeConvert(*convert, convertWords);
+    if (isNeeded(command)) DescribeCommand(*command, commandWords);
+    if (isNeeded(view)) DescribeView(*view, viewWords);
     for (CLI::App* each : {import, view, check, convert, command})
         DisallowFlagValues(*each);
 
