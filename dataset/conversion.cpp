@@ -143,10 +143,13 @@ void Conversion::RecordEnd(std::size_t index, const ProcessEnd& end, const Watch
     row = RowOf(index, end, details);
     isDiskFull_ |= details.diskIsFull;
     if (row.status == JobStatus::Ok) ledger_.Note(job, row);
-    // A process that was killed could not remove its temporary files.
-    if (!end.exitStatus) {
-        files::RemoveLeftovers({fmt::format("{}/{}", request_.outDir, FolderOf(job))});
+    // A process that was killed could not remove its temporary files. The output folder is listed
+    // only once, in Finish, and not for each process that was killed.
+    if (!end.exitStatus && end.id >= 0) {
+        const std::string folder = fmt::format("{}/{}", request_.outDir, FolderOf(job));
+        files::RemoveLeftoversOf(end.id, folder);
         files::RemoveMendedFolders(end.id);
+        foldersOfKilled_.insert(folder);
     }
     const bool isUpToDate = tasks_[index] == Task::FillInRow;
     isUpToDate ? watcher.onNotConverted(row, details) : watcher.onConverted(row, details);
@@ -166,6 +169,7 @@ bool Conversion::TryToWrite(const std::function<void()>& write, RunEnd& end) {
 }
 
 RunEnd Conversion::Finish() {
+    files::RemoveLeftovers(foldersOfKilled_);
     RunEnd end;
     const std::string index = fmt::format("{}/{}", request_.outDir, kIndexName);
     TryToWrite([&] { ledger_.Start(jobs_, rows_); }, end);

@@ -88,8 +88,9 @@ class Conversion {
     std::vector<IndexRow> rows_;  // one element for each job
     std::vector<Task> tasks_;     // one element for each job
     Ledger ledger_;
-    bool otherOptions_ = false;  // the ledger is from a run with other options
-    bool isDiskFull_ = false;    // a file could not be written because its disk has no room
+    bool otherOptions_ = false;              // the ledger is from a run with other options
+    std::set<std::string> foldersOfKilled_;  // the output folders of jobs that were killed
+    bool isDiskFull_ = false;  // a file could not be written because its disk has no room
 };
 
 }  // namespace dataset

@@ -51,4 +51,9 @@ void RemoveLeftovers(const std::set<std::string>& folders) {
             RemoveIfAbandoned(path);
 }
 
+void RemoveLeftoversOf(pid_t process, const std::string& folder) {
+    for (const std::string& name : UsualTemporaryNames(process))
+        RemoveIfAbandoned(folder + '/' + name);
+}
+
 }  // namespace files

@@ -2,6 +2,7 @@
 
 #include <set>
 #include <string>
+#include <sys/types.h>
 
 namespace files {
 
@@ -10,5 +11,10 @@ namespace files {
 // removed. The process may also run on another machine. Folders that cannot be listed and files
 // that cannot be removed are ignored.
 void RemoveLeftovers(const std::set<std::string>& folders);
+
+// Removes the temporary files that a process which was killed has left in the folder. It looks for
+// their names and does not list the folder, so it takes no longer if the folder has many files. A
+// file can have such a high number that it is not found; RemoveLeftovers removes it.
+void RemoveLeftoversOf(pid_t process, const std::string& folder);
 
 }  // namespace files

@@ -35,6 +35,16 @@ bool LockTemporary(int file) {
     return fstat(file, &status) != 0 || status.st_nlink > 0;
 }
 
+// The name of a temporary file without kTemporaryEnd.
+std::string TemporaryStem(pid_t process, unsigned number) {
+    return fmt::format("{}{}-{}", kTemporaryStart, process, number);
+}
+
+// The end of the name of a Backup, after the stem of its file's name.
+std::string BackupEnd(unsigned number) {
+    return fmt::format("-old{}{}", number, kTemporaryEnd);
+}
+
 }  // namespace
 
 OutputFile::OutputFile(const std::string& path, std::function<bool()> isCancelled)
@@ -58,10 +68,9 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::OpenTemporary() {
-    const std::string stem =
-        fmt::format("{}{}{}-", text::FolderPart(target_), kTemporaryStart, getpid());
     for (unsigned number = 0; file_ < 0; ++number) {
-        const std::string name = fmt::format("{}{}{}", stem, number, kTemporaryEnd);
+        const std::string name = fmt::format("{}{}{}", text::FolderPart(target_),
+                                             TemporaryStem(getpid(), number), kTemporaryEnd);
         file_ = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (file_ < 0 && errno != EEXIST) Fail(errno);
         if (file_ >= 0 && !LockTemporary(file_) && number < kMostAttempts) {
@@ -141,10 +150,9 @@ OutputFile::Backup OutputFile::BackUpTarget() const {
     struct stat existing {};
     Backup backup;
     backup.hadFile = stat(target_.c_str(), &existing) == 0;
-    const std::string stem =
-        temporary_.substr(0, temporary_.size() - kTemporaryEnd.size()) + "-old";
+    const std::string stem = temporary_.substr(0, temporary_.size() - kTemporaryEnd.size());
     for (unsigned number = 0; backup.hadFile && number < kMostAttempts; ++number) {
-        const std::string name = fmt::format("{}{}{}", stem, number, kTemporaryEnd);
+        const std::string name = stem + BackupEnd(number);
         if (link(target_.c_str(), name.c_str()) == 0) {
             backup.name = name;
             break;
@@ -191,6 +199,17 @@ void OutputFile::Fail(int error) const {
 
 bool IsTemporaryName(std::string_view name) {
     return name.starts_with(kTemporaryStart) && name.ends_with(kTemporaryEnd);
+}
+
+std::vector<std::string> UsualTemporaryNames(pid_t process) {
+    constexpr unsigned kMostFiles = 2;  // an output and its second file
+    std::vector<std::string> names;
+    for (unsigned number = 0; number < kMostFiles; ++number) {
+        const std::string stem = TemporaryStem(process, number);
+        names.push_back(fmt::format("{}{}", stem, kTemporaryEnd));
+        names.push_back(stem + BackupEnd(0));
+    }
+    return names;
 }
 
 }  // namespace files

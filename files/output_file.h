@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <sys/types.h>
+#include <vector>
 
 #include "text/byte_sink.h"
 
@@ -88,5 +90,9 @@ class OutputFile final : public text::ByteSink {
 // Whether a file with this name (without a folder) is the temporary file of an OutputFile. The
 // OutputFile holds a lock (flock) on its temporary file until Commit or the destructor.
 bool IsTemporaryName(std::string_view name);
+
+// The names (without a folder) of the temporary files that a process of this program can have in a
+// folder at the same time, if none of these names was in use before.
+std::vector<std::string> UsualTemporaryNames(pid_t process);
 
 }  // namespace files

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <gmock/gmock.h>
 #include <thread>
+#include <unistd.h>
 
 #include "files/output_file.h"
 #include "tests/support/temporary_folder.h"
@@ -12,6 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 using testing::SizeIs;
 
 TEST(Leftovers, AreRemovedWhenTheirWriterHasEnded) {
@@ -21,6 +23,26 @@ TEST(Leftovers, AreRemovedWhenTheirWriterHasEnded) {
     folder.Write("walk.glb", "kept");
     files::RemoveLeftovers({folder.Path("")});
     EXPECT_THAT(folder.Names(), ElementsAre(".zkhost-convert", "walk.glb"));
+}
+
+TEST(Leftovers, OfAProcessAreFoundByTheirNames) {
+    const support::TemporaryFolder folder;
+    for (const std::string& name : files::UsualTemporaryNames(123))
+        folder.Write(name, "half");
+    folder.Write(".zkhost-1234-0.tmp", "kept");
+    folder.Write(".zkhost-convert", "kept");
+    files::RemoveLeftoversOf(123, folder.Path());
+    EXPECT_THAT(folder.Names(), ElementsAre(".zkhost-1234-0.tmp", ".zkhost-convert"));
+}
+
+TEST(Leftovers, OfAProcessAreKeptWhileTheyAreWritten) {
+    const support::TemporaryFolder folder;
+    files::OutputFile first(folder.Path("walk.gltf"));
+    files::OutputFile second(folder.Path("walk.bin"));
+    const auto names = folder.Names();
+    EXPECT_THAT(files::UsualTemporaryNames(getpid()), IsSupersetOf(names));
+    files::RemoveLeftoversOf(getpid(), folder.Path());
+    EXPECT_EQ(folder.Names(), names);
 }
 
 TEST(Leftovers, AreKeptWhileTheyAreWritten) {
