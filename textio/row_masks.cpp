@@ -14,14 +14,30 @@ namespace textio {
 namespace {
 
 constexpr std::ptrdiff_t kWindow = 64;
-constexpr int kMostDigits = 8;  // before the point, and after it
-// A sign, the digits, a point and a separator.
+constexpr int kMostDigits = 8;  // before the point, and what is converted at once after it
+constexpr int kMostDecimals = 2 * kMostDigits;
+// A sign, the digits of most numbers, a point and a separator.
 constexpr std::ptrdiff_t kLongest = 2 * kMostDigits + 3;
 // So many bytes may be read from the start of a number on.
 constexpr std::ptrdiff_t kReadBytes = kWindow + kLongest;
 
-constexpr std::uint64_t kWholePowersOfTen[] = {1,      10,      100,      1000,     10000,
-                                               100000, 1000000, 10000000, 100000000};
+constexpr std::uint64_t kWholePowersOfTen[] = {1,
+                                               10,
+                                               100,
+                                               1000,
+                                               10000,
+                                               100000,
+                                               1000000,
+                                               10000000,
+                                               100000000,
+                                               1000000000,
+                                               10000000000,
+                                               100000000000,
+                                               1000000000000,
+                                               10000000000000,
+                                               100000000000000,
+                                               1000000000000000,
+                                               10000000000000000};
 
 // Bit i is about the byte base[i].
 struct Window {
@@ -69,6 +85,15 @@ std::uint64_t Joined(std::uint64_t values) {
     return ((values & kMask) * kFirst + ((values >> 16) & kMask) * kSecond) >> 32;
 }
 
+// Reads more than kMostDigits decimals, but at most kMostDecimals. Returns false if not all of them
+// are digits.
+bool ReadLongDecimals(const char* at, int decimals, std::uint64_t& value) {
+    const std::uint64_t first = DigitValues(at, kMostDigits);
+    const std::uint64_t rest = DigitValues(at + kMostDigits, decimals - kMostDigits);
+    value = Joined(first) * kWholePowersOfTen[decimals - kMostDigits] + Joined(rest);
+    return AreDigits(first) && AreDigits(rest);
+}
+
 // The compiler would make a branch of a condition, and signs cannot be predicted.
 double WithSign(double number, int sign) {
     const __m128i bit = _mm_slli_epi64(_mm_cvtsi32_si128(sign), 63);
@@ -93,7 +118,13 @@ const char* ReadRowByMasks(const char* at, const char* last, const RowTarget& ta
             window = Look(at);
             offset = 0;
         }
-        const std::uint64_t ends = window.ends >> offset;
+        std::uint64_t ends = window.ends >> offset;
+        if (ends == 0 && offset > 0) {
+            if (last - at < kReadBytes) return nullptr;
+            window = Look(at);
+            offset = 0;
+            ends = window.ends;
+        }
         // A number that is too long has no end here. The highest bit stands for it.
         const std::uint64_t points = (window.points >> offset) | (std::uint64_t{1} << 63);
         if (ends == 0) return nullptr;
@@ -103,11 +134,21 @@ const char* ReadRowByMasks(const char* at, const char* last, const RowTarget& ta
         const int sign = *at == '-' ? 1 : 0;
         const int whole = point - sign;
         const int decimals = point < length ? length - point - 1 : 0;
-        if (whole < 1 || whole > kMostDigits || decimals > kMostDigits) return nullptr;
+        if (whole < 1 || whole > kMostDigits || decimals > kMostDecimals) return nullptr;
         const std::uint64_t before = DigitValues(at + sign, whole);
-        const std::uint64_t after = DigitValues(at + point + 1, decimals);
-        if (!AreDigits(before) || !AreDigits(after)) return nullptr;
-        const std::uint64_t digits = Joined(before) * kWholePowersOfTen[decimals] + Joined(after);
+        if (!AreDigits(before)) return nullptr;
+        std::uint64_t fraction = 0;
+        if (decimals > kMostDigits) {
+            // More than 19 digits may not fit into the integer.
+            if (whole + decimals > kSafeDigits ||
+                !ReadLongDecimals(at + point + 1, decimals, fraction))
+                return nullptr;
+        } else {
+            const std::uint64_t after = DigitValues(at + point + 1, decimals);
+            if (!AreDigits(after)) return nullptr;
+            fraction = Joined(after);
+        }
+        const std::uint64_t digits = Joined(before) * kWholePowersOfTen[decimals] + fraction;
         if (digits >= kExactIntegers) return nullptr;
         // A signed integer is converted faster.
         const double number =

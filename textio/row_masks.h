@@ -12,7 +12,7 @@ namespace textio {
 
 // Does what ReadRow does, with the same results, but returns null for more rows: those near the end
 // of the text, and those with numbers that are not plain decimals of at most eight digits before
-// and after the point.
+// the point, and sixteen after it.
 const char* ReadRowByMasks(const char* at, const char* last, const RowTarget& target,
                            std::size_t row);
 #endif
