@@ -65,9 +65,9 @@ void MappedFile::Map(int file) {
     if (memory == MAP_FAILED) throw std::bad_alloc();
     memory_ = memory;
     memorySize_ = all;
-    // MAP_POPULATE maps all pages at once. The whole file will be read, and mapping each page at
-    // its first access would take about as long as reading the file.
-    constexpr int kHow = MAP_PRIVATE | MAP_FIXED | MAP_POPULATE;
+    // Without MAP_POPULATE, which takes about as long as reading the file. The system maps several
+    // pages at their first access, and the threads that read the file do so at the same time.
+    constexpr int kHow = MAP_PRIVATE | MAP_FIXED;
     if (mmap(memory, size, PROT_READ, kHow, file, 0) == MAP_FAILED) {
         problem_ = TextOf(errno);
         return;
