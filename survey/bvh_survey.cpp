@@ -17,8 +17,9 @@
 #include "survey/bvh_words.h"
 #include "survey/bvh_writer.h"
 #include "survey/codes.h"
+#include "survey/high_bytes.h"
 #include "survey/quoted_word.h"
-#include "survey/row_scan.h"
+#include "survey/row_scan_parts.h"
 #include "survey/source_findings.h"
 #include "survey/survey.h"
 #include "survey/text_kind.h"
@@ -156,8 +157,9 @@ class BvhSurveyor {
         bool isRead = true;
         if (section.motion.present) {
             const char* const rows = section.motion.rows.at;
+            const auto bytes = static_cast<std::size_t>(words.End() - rows);
             const RowScan scan =
-                ScanRows({rows, static_cast<std::size_t>(words.End() - rows)}, section.channels);
+                ScanRowsInParts({rows, bytes}, section.channels, ScanThreads(bytes));
             const bool isLast = scan.end == words.End();
             if (scan.plain && isLast && !NeedsValues(part, scan.rows)) {
                 CompareFrameCount(section, scan.rows, findings_);
@@ -201,11 +203,19 @@ class BvhSurveyor {
 
     // Reports bytes that are not UTF-8, unless a name with such bytes was reported.
     void ReportEncoding() {
-        if (!source_.HasHighBytes() || findings_.Find(codes::kTextEncoding)) return;
+        if (findings_.Find(codes::kTextEncoding) || !HasHighBytes()) return;
         const std::size_t invalid = text::FindInvalidUtf8(Text());
         if (invalid == std::string_view::npos) return;
         findings_.Add({codes::kTextEncoding, Severity::Note, Text().data() + invalid,
                        "this is not UTF-8; it is in no name, and changes nothing"});
+    }
+
+    // Rows that the scan has found plain have no bytes above 127, and take long to search.
+    bool HasHighBytes() const {
+        const BvhPart& last = parts_.back();
+        if (last.hasFrames || !last.section.motion.present) return source_.HasHighBytes();
+        const char* const rows = last.section.motion.rows.at;
+        return HasHighByte({Text().data(), static_cast<std::size_t>(rows - Text().data())});
     }
 
     bool IsAltered() const { return isAltered_ || findings_.HasMended(); }

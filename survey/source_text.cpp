@@ -1,10 +1,9 @@
 #include "survey/source_text.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
 
 #include "survey/encoding.h"
+#include "survey/high_bytes.h"
 #include "text/utf8.h"
 
 namespace survey {
@@ -21,24 +20,6 @@ bool IsContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
 }
 
-// Whether the text has a byte above 127. Most texts have none and are searched to their end, so 64
-// bytes are examined at a time.
-bool HasHighByte(std::string_view text) {
-    constexpr std::uint64_t kHighBits = 0x8080808080808080;
-    constexpr std::size_t kAtOnce = 64;
-    std::size_t at = 0;
-    for (; at + kAtOnce <= text.size(); at += kAtOnce) {
-        std::uint64_t words[kAtOnce / sizeof(std::uint64_t)];
-        std::memcpy(words, text.data() + at, kAtOnce);
-        std::uint64_t all = 0;
-        for (const std::uint64_t word : words)
-            all |= word;
-        if ((all & kHighBits) != 0) return true;
-    }
-    return std::any_of(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-}
-
 }  // namespace
 
 SourceText::SourceText(std::string_view bytes, const std::string& encoding) : text_(bytes) {
@@ -50,14 +31,18 @@ SourceText::SourceText(std::string_view bytes, const std::string& encoding) : te
         hadMark_ = true;
         text_.remove_prefix(kUtf8Mark.size());
     }
-    hasHighBytes_ = HasHighByte(text_);
-    if (hasHighBytes_ && !encoding.empty() && !text::IsValidUtf8(text_)) {
+    if (!encoding.empty() && HasHighBytes() && !text::IsValidUtf8(text_)) {
         wasEncoded_ = true;
         converted_ = ConvertEncoding(text_, encoding);
         text_ = converted_;
-        hasHighBytes_ = HasHighByte(text_);
+        hasHighBytes_.reset();
     }
     TrimEnd();
+}
+
+bool SourceText::HasHighBytes() const {
+    if (!hasHighBytes_) hasHighBytes_ = HasHighByteInParts(text_, HighByteThreads(text_.size()));
+    return *hasHighBytes_;
 }
 
 void SourceText::TrimEnd() {

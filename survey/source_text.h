@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,8 +41,9 @@ class SourceText {
     bool WasUtf16() const { return wasUtf16_; }
     // Whether the text was converted from `encoding`.
     bool WasEncoded() const { return wasEncoded_; }
-    // Whether the text has bytes above 127. A text without them is valid UTF-8.
-    bool HasHighBytes() const { return hasHighBytes_; }
+    // Whether the text has bytes above 127. A text without them is valid UTF-8. The first call
+    // searches the text, on several threads if it is long; the others remember the result.
+    bool HasHighBytes() const;
     // Whether any other bytes than blanks, tabs and line ends were left out at the end of the text.
     // At the end of a file, the plug-in ignores blanks, tabs and line ends, but not other bytes.
     bool HadTrailingControls() const { return hadTrailingControls_; }
@@ -54,7 +56,7 @@ class SourceText {
     bool hadMark_ = false;
     bool wasUtf16_ = false;
     bool wasEncoded_ = false;
-    bool hasHighBytes_ = false;
+    mutable std::optional<bool> hasHighBytes_;  // nullopt: not known yet
     bool hadTrailingControls_ = false;
 };
 

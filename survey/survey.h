@@ -4,7 +4,8 @@
 //
 // In memory every text must be followed by a readable byte that is not part of a number (a NUL, as
 // in std::string). A text is only read during the call. The functions open no files and need no
-// host. A call may use a second thread while it runs. The functions throw only std::bad_alloc, when
+// host. A call may use other threads while it runs; the environment variable ZKMOCAP_THREADS says
+// how many. The results are the same for any number. The functions throw only std::bad_alloc, when
 // memory runs out.
 #pragma once
 
