@@ -8,6 +8,7 @@
 
 #include "survey/bvh_skeleton.h"
 #include "survey/number_word.h"
+#include "survey/numbers.h"
 
 namespace survey {
 
@@ -56,7 +57,7 @@ struct BvhLines {
     std::vector<BvhLine> lines;  // without blank lines
     // The values of the lines that have as many values as there are channels. A word that is not a
     // finite number gives NaN. `notFinite` and `glued` are about the same lines.
-    std::vector<double> values;
+    Numbers values;
     OddValue notFinite;  // words that are not finite numbers
     OddValue glued;      // words of several numbers, such as "1-2", that are split
     // `commas` and `mixed` are about all lines that do not begin like text.

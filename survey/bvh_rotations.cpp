@@ -1,9 +1,10 @@
 #include "survey/bvh_rotations.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "math/angles.h"
-#include "survey/in_halves.h"
+#include "threads/for_each.h"
 
 namespace survey {
 namespace {
@@ -11,14 +12,23 @@ namespace {
 // If the cosine of the angle about y is below this, the angles about x and z count as rotating
 // about the same axis (gimbal lock).
 constexpr double kLock = 1e-14;
-// With fewer angles, starting a thread takes longer than it saves.
-constexpr std::size_t kWorthAThread = 20'000;
+// The joints whose angles a thread computes together.
+constexpr std::size_t kJointsAtOnce = 4;
+// A double above this has no place for a fraction, if the number is added to it.
+constexpr double kNoFraction = 0x1.8p52;
 
 using Angles = std::array<double, 3>;  // about x, y and z, in degrees
 
+// Returns what std::nearbyint returns, but mostly without calling a function.
+double Rounded(double number) {
+    if (std::abs(number) < 0x1p51)
+        return std::copysign((number + kNoFraction) - kNoFraction, number);
+    return std::nearbyint(number);
+}
+
 // Adds full turns to the angle, so that it is as near as possible to `to`. Both are in degrees.
 double NearestTurn(double angle, double to) {
-    const double turns = std::nearbyint((to - angle) * (1.0 / math::kFullTurn));
+    const double turns = Rounded((to - angle) * (1.0 / math::kFullTurn));
     return angle + math::kFullTurn * turns;
 }
 
@@ -100,22 +110,23 @@ void ReexpressedAngles::Next(const double* row, double angles[3]) {
 }
 
 // A joint's angles in a frame depend on its angles in the frame before. Therefore each thread
-// computes all frames of one half of the joints.
+// computes all frames of some joints.
 ReexpressedFrames::ReexpressedFrames(const BvhSection& section,
                                      const std::vector<std::size_t>& joints,
-                                     const BvhFrames& frames)
+                                     const BvhFrames& frames, std::size_t threads)
     : width_(3 * joints.size()), angles_(width_ * frames.Count()) {
-    const std::size_t worthwhile = angles_.size() >= kWorthAThread ? 2 : joints.size() + 1;
-    InHalves(joints.size(), worthwhile, [&](std::size_t first, std::size_t last) {
-        std::vector<ReexpressedAngles> turned;
-        for (std::size_t i = first; i < last; ++i)
-            turned.emplace_back(section.joints[joints[i]]);
+    std::vector<ReexpressedAngles> turned;
+    turned.reserve(joints.size());
+    for (const std::size_t joint : joints)
+        turned.emplace_back(section.joints[joint]);
+    const std::size_t parts = (joints.size() + kJointsAtOnce - 1) / kJointsAtOnce;
+    threads::ForEach(parts, threads, [&](std::size_t part) {
+        const std::size_t first = part * kJointsAtOnce;
+        const std::size_t last = std::min(first + kJointsAtOnce, turned.size());
         for (std::size_t frame = 0; frame < frames.Count(); ++frame) {
             double* angles = angles_.data() + frame * width_ + 3 * first;
-            for (ReexpressedAngles& joint : turned) {
-                joint.Next(frames.Frame(frame), angles);
-                angles += 3;
-            }
+            for (std::size_t joint = first; joint < last; ++joint, angles += 3)
+                turned[joint].Next(frames.Frame(frame), angles);
         }
     });
 }

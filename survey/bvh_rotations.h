@@ -8,6 +8,7 @@
 
 #include "survey/bvh_rows.h"
 #include "survey/bvh_skeleton.h"
+#include "survey/numbers.h"
 
 namespace survey {
 
@@ -39,9 +40,10 @@ class ReexpressedAngles {
 // Holds the angles of several joints in every frame.
 class ReexpressedFrames {
   public:
-    // `joints` are indexes into the section's joints, in rising order.
+    // `joints` are indexes into the section's joints, in rising order. Computes on `threads`
+    // threads, the calling one included.
     ReexpressedFrames(const BvhSection& section, const std::vector<std::size_t>& joints,
-                      const BvhFrames& frames);
+                      const BvhFrames& frames, std::size_t threads);
 
     // The angles of the frame at this index, counted from 0. There are three for each of `joints`:
     // about x, y and z, in degrees.
@@ -49,7 +51,7 @@ class ReexpressedFrames {
 
   private:
     std::size_t width_;
-    std::vector<double> angles_;
+    Numbers angles_;
 };
 
 }  // namespace survey

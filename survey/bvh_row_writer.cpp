@@ -101,14 +101,19 @@ void BvhRowWriter::ReadWords(const BvhRow& row) {
     }
 }
 
-void BvhRowWriter::Write(std::size_t frame, std::string& out) {
+void BvhRowWriter::Write(std::size_t first, std::size_t last, std::string& out) {
+    for (std::size_t frame = first; frame < last; ++frame)
+        WriteRow(frame, out);
+}
+
+void BvhRowWriter::WriteRow(std::size_t frame, std::string& out) {
     const BvhRow& row = frames_.rows[frame];
     const double* values = frames_.Frame(frame);
     ReadWords(row);
     std::size_t longest = 0;
     for (const std::string_view word : words_)
         longest += word.size();
-    longest += columns_.size() * (text::kLongestNumber + 1);
+    longest += columns_.size() * (text::kLongestNumber + 1) + 1;
     if (row_.size() < longest) row_.resize(longest);
     char* const first = row_.data();
     char* last = first;
@@ -118,6 +123,7 @@ void BvhRowWriter::Write(std::size_t frame, std::string& out) {
         *last++ = ' ';
     }
     if (last > first) --last;
+    *last++ = '\n';
     out.append(first, last);
 }
 

@@ -38,10 +38,12 @@ class BvhRowWriter {
     BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
                  const ReexpressedFrames& reexpressed, std::string_view text);
 
-    // Appends the row of the frame at this index, without a line end.
-    void Write(std::size_t frame, std::string& out);
+    // Appends the rows of the frames with the indexes from `first` to `last` - 1, each with a line
+    // feed.
+    void Write(std::size_t first, std::size_t last, std::string& out);
 
   private:
+    void WriteRow(std::size_t frame, std::string& out);
     void ReadWords(const BvhRow& row);
     char* WriteColumn(const BvhColumn& column, const BvhRow& row, const double* values, char* out);
 

@@ -8,6 +8,7 @@
 
 #include "survey/bvh_skeleton.h"
 #include "survey/finding_list.h"
+#include "survey/numbers.h"
 
 namespace survey {
 
@@ -25,11 +26,11 @@ struct BvhRow {
 };
 
 struct BvhFrames {
-    std::vector<BvhRow> rows;    // one for each frame
-    std::vector<double> values;  // frame by frame, in the file's units; all are finite
-    std::size_t channels = 0;    // number of values in each frame
-    bool hasOddWhite = false;    // whether white space occurs that is no separator for the plug-in
-    BvhSpot end;                 // where the next section begins, or the end of the text
+    std::vector<BvhRow> rows;  // one for each frame
+    Numbers values;            // frame by frame, in the file's units; all are finite
+    std::size_t channels = 0;  // number of values in each frame
+    bool hasOddWhite = false;  // whether white space occurs that is no separator for the plug-in
+    BvhSpot end;               // where the next section begins, or the end of the text
 
     std::size_t Count() const { return rows.size(); }
     const double* Frame(std::size_t index) const { return values.data() + index * channels; }

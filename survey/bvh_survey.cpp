@@ -11,6 +11,7 @@
 #include "survey/bvh_hierarchy_reader.h"
 #include "survey/bvh_indentation.h"
 #include "survey/bvh_plain_reading.h"
+#include "survey/bvh_plain_rows.h"
 #include "survey/bvh_plan.h"
 #include "survey/bvh_rows.h"
 #include "survey/bvh_walk.h"
@@ -24,6 +25,7 @@
 #include "survey/survey.h"
 #include "survey/text_kind.h"
 #include "text/utf8.h"
+#include "threads/thread_count.h"
 
 namespace survey {
 namespace {
@@ -161,11 +163,12 @@ class BvhSurveyor {
             const RowScan scan =
                 ScanRowsInParts({rows, bytes}, section.channels, ScanThreads(bytes));
             const bool isLast = scan.end == words.End();
+            if (scan.plain && isLast) plainRows_ = rows;
             if (scan.plain && isLast && !NeedsValues(part, scan.rows)) {
                 CompareFrameCount(section, scan.rows, findings_);
                 part.rowCount = scan.rows;
             } else {
-                isRead = ReadPartRows(part);
+                isRead = ReadPartRows(part, scan.plain && isLast ? scan.rows : 0);
                 end = part.frames.end;
             }
             words.MoveTo(end);
@@ -188,8 +191,10 @@ class BvhSurveyor {
                            });
     }
 
-    bool ReadPartRows(BvhPart& part) {
-        const bool isRead = ReadRows(part.section, Text(), findings_, part.frames);
+    // `plainRows` is the number of rows if the scan has found them plain; otherwise 0.
+    bool ReadPartRows(BvhPart& part, std::size_t plainRows) {
+        const bool isRead =
+            ReadPlain(part, plainRows) || ReadRows(part.section, Text(), findings_, part.frames);
         part.hasFrames = true;
         part.rowCount = part.frames.Count();
         if (!isRead) return false;
@@ -199,6 +204,15 @@ class BvhSurveyor {
             part.frames.hasOddWhite ||
             std::any_of(rows.begin(), rows.end(), [](const BvhRow& row) { return !row.isPlain; });
         return true;
+    }
+
+    bool ReadPlain(BvhPart& part, std::size_t rows) const {
+        const char* const end = Text().data() + Text().size();
+        const std::size_t threads =
+            threads::CountFor(static_cast<std::uint64_t>(end - part.section.motion.rows.at));
+        if (ReadPlainRows(part.section, Text(), rows, threads, part.frames)) return true;
+        part.frames = {};
+        return false;
     }
 
     // Reports bytes that are not UTF-8, unless a name with such bytes was reported.
@@ -212,10 +226,8 @@ class BvhSurveyor {
 
     // Rows that the scan has found plain have no bytes above 127, and take long to search.
     bool HasHighBytes() const {
-        const BvhPart& last = parts_.back();
-        if (last.hasFrames || !last.section.motion.present) return source_.HasHighBytes();
-        const char* const rows = last.section.motion.rows.at;
-        return HasHighByte({Text().data(), static_cast<std::size_t>(rows - Text().data())});
+        if (plainRows_ == nullptr) return source_.HasHighBytes();
+        return HasHighByte({Text().data(), static_cast<std::size_t>(plainRows_ - Text().data())});
     }
 
     bool IsAltered() const { return isAltered_ || findings_.HasMended(); }
@@ -243,7 +255,8 @@ class BvhSurveyor {
             BvhPart& part = parts_[i];
             if (!part.hasFrames && part.section.motion.present) {
                 FindingList ignored(source_);  // stays empty: the scan found nothing odd
-                ReadRows(part.section, Text(), ignored, part.frames);
+                if (!ReadPlain(part, part.rowCount))
+                    ReadRows(part.section, Text(), ignored, part.frames);
             }
             const bool isLast = i + 1 == parts_.size();
             WriteSection(part, Text(), FrameTime(part.section), !isLast, writer);
@@ -323,6 +336,9 @@ class BvhSurveyor {
     // Whether the plug-in would misread the file, or the plan changes it, for a reason that is not
     // reported.
     bool isAltered_ = false;
+    // The start of rows that go to the end of the text, and that the scan has found plain; null if
+    // there are none.
+    const char* plainRows_ = nullptr;
     std::vector<BvhPart> parts_;
     BvhSurvey result_;
 };

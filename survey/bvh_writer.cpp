@@ -5,16 +5,23 @@
 #include <vector>
 
 #include "survey/bvh_row_writer.h"
-#include "survey/in_halves.h"
+#include "survey/ordered_text.h"
 #include "text/number_text.h"
+#include "threads/for_each.h"
+#include "threads/thread_count.h"
 
 namespace survey {
 namespace {
 
 // The most tabs that a line is indented by.
 constexpr std::size_t kDeepest = 32;
-// With fewer values, starting a thread takes longer than it saves.
-constexpr std::size_t kWorthAThread = 20'000;
+// A thread writes so many bytes before it waits for its turn to append them.
+constexpr std::size_t kPartBytes = std::size_t{64} << 10U;
+// With fewer rows, preparing a writer would take as long as writing them.
+constexpr std::size_t kFewestRows = 32;
+
+// Writing a value takes about as long as reading so many bytes.
+constexpr std::size_t kBytesPerValue = 16;
 
 constexpr std::string_view kChannelNames[] = {"Xposition", "Yposition", "Zposition",
                                               "Xrotation", "Yrotation", "Zrotation"};
@@ -52,20 +59,25 @@ class SectionWriter {
   private:
     void WriteRows(std::string_view text) {
         const BvhFrames& frames = part_.frames;
-        const ReexpressedFrames reexpressed(section_, ReexpressedJoints(part_.plan), frames);
-        const std::size_t worthwhile =
-            frames.values.size() >= kWorthAThread ? 2 : frames.Count() + 1;
-        std::string second;
-        InHalves(frames.Count(), worthwhile, [&](std::size_t first, std::size_t last) {
-            std::string& out = first == 0 ? writer_.Text() : second;
-            if (first > 0) out.reserve(text.size());
-            BvhRowWriter rows(section_, part_.plan, frames, reexpressed, text);
-            for (std::size_t frame = first; frame < last; ++frame) {
-                rows.Write(frame, out);
-                out += '\n';
+        const std::size_t threads = threads::CountFor(frames.values.size() * kBytesPerValue);
+        const ReexpressedFrames reexpressed(section_, ReexpressedJoints(part_.plan), frames,
+                                            threads);
+        const std::size_t rowBytes = kBytesPerValue * std::max<std::size_t>(frames.channels, 1);
+        const std::size_t rows = std::max(kPartBytes / rowBytes, kFewestRows);
+        OrderedText ordered(writer_.Text());
+        threads::ForEach((frames.Count() + rows - 1) / rows, threads, [&](std::size_t part) {
+            try {
+                const std::size_t first = part * rows;
+                const std::size_t last = std::min(first + rows, frames.Count());
+                std::string out;
+                BvhRowWriter(section_, part_.plan, frames, reexpressed, text)
+                    .Write(first, last, out);
+                ordered.Append(part, out);
+            } catch (...) {
+                ordered.Fail(part);
             }
         });
-        writer_.Text() += second;
+        ordered.Finish();
     }
 
     void Open(std::uint32_t index) {

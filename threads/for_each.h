@@ -8,8 +8,8 @@
 namespace threads {
 
 // Calls work(index) once for each index from 0 to `count` - 1, on at most `threads` threads,
-// the calling one included. The order is not specified. Returns after the last call has ended.
-// `work` must not throw.
+// the calling one included. The calls begin in the order of the indices, and some run at the same
+// time. Returns after the last call has ended. `work` must not throw.
 template <class Work>
 void ForEach(std::size_t count, std::size_t threads, const Work& work) noexcept {
     struct Loop {

@@ -150,7 +150,7 @@ TEST(ReexpressedFrames, AreTheAnglesOfEachJoint) {
     std::uniform_real_distribution<double> angle(-400.0, 400.0);
     for (std::size_t i = 0; i < kFrames * frames.channels; ++i)
         frames.values.push_back(angle(random));
-    const survey::ReexpressedFrames turned(section, joints, frames);
+    const survey::ReexpressedFrames turned(section, joints, frames, 2);
     for (const std::size_t joint : joints) {
         survey::ReexpressedAngles alone(section.joints[joint]);
         for (std::size_t frame = 0; frame < kFrames; ++frame) {

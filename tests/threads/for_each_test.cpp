@@ -1,6 +1,7 @@
 #include "threads/for_each.h"
 
 #include <algorithm>
+#include <atomic>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -22,6 +23,19 @@ TEST_P(ForEach, CallsTheWorkOnceForEachIndex) {
                      [&](std::size_t index) { ++calls[index]; });
     EXPECT_EQ(std::count(calls.begin(), calls.end(), 1),
               static_cast<std::ptrdiff_t>(GetParam().count));
+}
+
+TEST_P(ForEach, BeginsTheCallsInTheirOrder) {
+    const std::size_t count = GetParam().count;
+    std::vector<std::atomic<bool>> hasBegun(count);
+    threads::ForEach(count, GetParam().threads, [&](std::size_t index) {
+        hasBegun[index] = true;
+        // A call may wait for the one before, which another thread runs.
+        while (index > 0 && !hasBegun[index - 1])
+            continue;
+    });
+    EXPECT_TRUE(
+        std::all_of(hasBegun.begin(), hasBegun.end(), [](const auto& has) { return has.load(); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(, ForEach, testing::ValuesIn(kRows));
