@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "survey/amc_matches.h"
 #include "survey/amc_rate.h"
 #include "survey/amc_scan.h"
 #include "survey/amc_tally.h"
@@ -34,6 +35,7 @@ class Reader {
           bones_(setting.skeleton),
           frameReader_(text_, bones_),
           scan_(text_),
+          matches_(scan_, text_, MatchThreads(text_.size())),
           tally_(setting.skeleton, findings),
           lengthOf_(setting.skeleton.bones.size(), kNoBone),
           canSkipValues_(!setting.onFrame) {
@@ -75,7 +77,7 @@ class Reader {
     const char* ReadOne(const char* at) {
         std::uint32_t number = 0;
         if (canSkipValues_ && scan_.HasLearned() && motion_.values.IsComplete()) {
-            if (const char* const end = scan_.MatchFrame(at, number)) {
+            if (const char* const end = matches_.MatchFrame(at, number)) {
                 motion_.numbers.Add(number, at);
                 oddNames_ += oddNamesOfLearned_;
                 return end;
@@ -221,6 +223,7 @@ class Reader {
     AmcFrame frame_;
     std::vector<AmcEvent> events_;
     AmcScan scan_;
+    AmcMatches matches_;
     AmcTally tally_;
     std::vector<std::uint32_t> lengthOf_;  // by bone: its index in `motion_.lengths`, or kNoBone
     // Whether a frame that matches the pattern of `scan_` may be passed over without reading its
