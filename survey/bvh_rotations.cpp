@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "math/angles.h"
+#include "survey/rotation_arcs.h"
 #include "threads/for_each.h"
 
 namespace survey {
@@ -12,8 +13,6 @@ namespace {
 // If the cosine of the angle about y is below this, the angles about x and z count as rotating
 // about the same axis (gimbal lock).
 constexpr double kLock = 1e-14;
-// The joints whose angles a thread computes together.
-constexpr std::size_t kJointsAtOnce = 4;
 // A double above this has no place for a fraction, if the number is added to it.
 constexpr double kNoFraction = 0x1.8p52;
 
@@ -72,14 +71,30 @@ ReexpressedAngles::Matrix ReexpressedAngles::Product(const double* row) const {
     return m;
 }
 
+// Before the first frame, the listed angles count as those of the frame before.
+void ReexpressedAngles::Begin(const double* row) {
+    if (!isFirst_) return;
+    isFirst_ = false;
+    for (std::size_t i = 0; i < count_; ++i)
+        previous_[axes_[i]] = row[columns_[i]];
+}
+
+void ReexpressedAngles::Follow(double x, double y, double z, bool isLocked) {
+    Angles near = {x * math::kDegreesPerRadian, y * math::kDegreesPerRadian,
+                   z * math::kDegreesPerRadian};
+    Angles far = {near[0] + math::kHalfTurn, math::kHalfTurn - near[1], near[2] + math::kHalfTurn};
+    // `near` and `far` are the same rotation. At gimbal lock `near` is used, because it keeps z.
+    if (FollowFrom(near, previous_) <= FollowFrom(far, previous_) || isLocked)
+        previous_ = near;
+    else
+        previous_ = far;
+}
+
 // Angles z and y are computed from the first column of the matrix. Then the rotation about z is
 // undone, and x is computed from the result. So x makes up for the error that z has near gimbal
 // lock.
 void ReexpressedAngles::Next(const double* row, double angles[3]) {
-    if (isFirst_)
-        for (std::size_t i = 0; i < count_; ++i)
-            previous_[axes_[i]] = row[columns_[i]];
-    isFirst_ = false;
+    Begin(row);
     const Matrix m = Product(row);
     const double cosine = std::sqrt(m[0] * m[0] + m[3] * m[3]);
     const bool isLocked = cosine < kLock;
@@ -96,17 +111,26 @@ void ReexpressedAngles::Next(const double* row, double angles[3]) {
     }
     const double y = std::atan2(-m[6], cosine);
     const double x = std::atan2(sinZ * m[2] - cosZ * m[5], cosZ * m[4] - sinZ * m[1]);
+    Follow(x, y, z, isLocked);
+    std::copy(previous_.begin(), previous_.end(), angles);
+}
 
-    Angles near = {x * math::kDegreesPerRadian, y * math::kDegreesPerRadian,
-                   z * math::kDegreesPerRadian};
-    Angles far = {near[0] + math::kHalfTurn, math::kHalfTurn - near[1], near[2] + math::kHalfTurn};
-    // `near` and `far` are the same rotation. At gimbal lock `near` is used, because it keeps z.
-    if (FollowFrom(near, previous_) <= FollowFrom(far, previous_) || isLocked)
-        previous_ = near;
-    else
-        previous_ = far;
-    for (std::size_t axis = 0; axis < 3; ++axis)
-        angles[axis] = previous_[axis];
+void ReexpressedAngles::NextFrames(const double* row, std::size_t stride, std::size_t count,
+                                   double* angles, std::size_t width) {
+    ArcBlock block;
+    for (std::size_t i = 0; i < count_; ++i)
+        for (std::size_t frame = 0; frame < count; ++frame)
+            block.listed[i][frame] = row[frame * stride + columns_[i]];
+    ComputeArcs(axes_, count_, count, block);
+    Begin(row);
+    for (std::size_t frame = 0; frame < count; ++frame, row += stride, angles += width) {
+        if (block.cosine[frame] < kLock) {
+            Next(row, angles);
+            continue;
+        }
+        Follow(block.angles[0][frame], block.angles[1][frame], block.angles[2][frame], false);
+        std::copy(previous_.begin(), previous_.end(), angles);
+    }
 }
 
 // A joint's angles in a frame depend on its angles in the frame before. Therefore each thread
@@ -119,15 +143,11 @@ ReexpressedFrames::ReexpressedFrames(const BvhSection& section,
     turned.reserve(joints.size());
     for (const std::size_t joint : joints)
         turned.emplace_back(section.joints[joint]);
-    const std::size_t parts = (joints.size() + kJointsAtOnce - 1) / kJointsAtOnce;
-    threads::ForEach(parts, threads, [&](std::size_t part) {
-        const std::size_t first = part * kJointsAtOnce;
-        const std::size_t last = std::min(first + kJointsAtOnce, turned.size());
-        for (std::size_t frame = 0; frame < frames.Count(); ++frame) {
-            double* angles = angles_.data() + frame * width_ + 3 * first;
-            for (std::size_t joint = first; joint < last; ++joint, angles += 3)
-                turned[joint].Next(frames.Frame(frame), angles);
-        }
+    threads::ForEach(turned.size(), threads, [&](std::size_t joint) {
+        for (std::size_t frame = 0; frame < frames.Count(); frame += kArcs)
+            turned[joint].NextFrames(frames.Frame(frame), frames.channels,
+                                     std::min(kArcs, frames.Count() - frame),
+                                     angles_.data() + frame * width_ + 3 * joint, width_);
     });
 }
 

@@ -23,11 +23,19 @@ class ReexpressedAngles {
     // before; in the first frame, those nearest to the listed angles. At gimbal lock, the angle
     // about z stays as it was.
     void Next(const double* row, double angles[3]);
+    // Does the same for the next `count` frames, at most kArcs (rotation_arcs.h), and faster. The
+    // values of the frames are `stride` numbers apart, their angles `width` numbers.
+    void NextFrames(const double* row, std::size_t stride, std::size_t count, double* angles,
+                    std::size_t width);
 
   private:
     using Matrix = std::array<double, 9>;  // m[3 * row + column]
 
     Matrix Product(const double* row) const;
+    void Begin(const double* row);
+    // Sets `previous_` to the angles, which are about x, y and z in radians, or to others of the
+    // same rotation.
+    void Follow(double x, double y, double z, bool isLocked);
 
     std::array<std::size_t, 3> axes_{};     // the axes of the rotations, in the order of the file
     std::array<std::size_t, 3> columns_{};  // the indexes of their values in a row

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <random>
 #include <sstream>
@@ -158,6 +159,36 @@ TEST(ReexpressedFrames, AreTheAnglesOfEachJoint) {
             alone.Next(frames.Frame(frame), angles);
             for (std::size_t axis = 0; axis < 3; ++axis)
                 ASSERT_EQ(turned.Frame(frame)[3 * joint + axis], angles[axis]) << frame;
+        }
+    }
+}
+
+// A block must have the same bits as one frame after the other, also at gimbal lock, at angles of
+// many turns, and with fewer than three rotations.
+TEST(ReexpressedAngles, AreTheSameInBlocks) {
+    const std::vector<std::vector<std::size_t>> orders = {{0, 1, 2}, {2, 1, 0}, {1, 2}, {0, 2}};
+    std::mt19937 random(9);
+    std::uniform_real_distribution<double> angle(-900.0, 900.0);
+    for (const std::vector<std::size_t>& order : orders) {
+        for (const std::size_t frames : {1, 7, 64}) {
+            constexpr std::size_t kStride = 5;
+            std::vector<double> values(3 * frames * kStride);
+            for (double& value : values)
+                value = random() % 5 == 0 ? 90.0 * (double(random() % 9) - 4.0) : angle(random);
+            const survey::BvhJoint joint = Listing(order);
+            survey::ReexpressedAngles alone(joint);
+            survey::ReexpressedAngles together(joint);
+            for (std::size_t block = 0; block < 3; ++block) {
+                const double* const rows = values.data() + block * frames * kStride;
+                std::vector<double> angles(4 * frames);
+                together.NextFrames(rows, kStride, frames, angles.data(), 4);
+                for (std::size_t frame = 0; frame < frames; ++frame) {
+                    double expected[3];
+                    alone.Next(rows + frame * kStride, expected);
+                    ASSERT_EQ(std::memcmp(&angles[4 * frame], expected, sizeof(expected)), 0)
+                        << frame;
+                }
+            }
         }
     }
 }
