@@ -71,8 +71,13 @@ class PlainRows {
 
     // The text ends with a word, so the last line has no line feed.
     void Count(Part& part) const {
-        const auto feeds = std::count(part.first, part.last, '\n');
-        part.lines = static_cast<std::size_t>(feeds) + (part.last == last_ ? 1 : 0);
+        part.lines = part.last == last_ ? 1 : 0;
+        for (const char* at = part.first; at < part.last; ++part.lines) {
+            const auto left = static_cast<std::size_t>(part.last - at);
+            const void* const feed = std::memchr(at, '\n', left);
+            if (feed == nullptr) return;
+            at = static_cast<const char*>(feed) + 1;
+        }
     }
 
     // Reads the rows of the part, except the last row of the text.
