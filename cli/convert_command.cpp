@@ -1,10 +1,13 @@
 #include "cli/convert_command.h"
 
+#include <optional>
+
 #include "cli/arguments.h"
 #include "cli/convert_show.h"
 #include "cli/print.h"
 #include "dataset/conversion.h"
 #include "dataset/exit_status.h"
+#include "dataset/import_starter.h"
 #include "dataset/request.h"
 #include "take/plugin_library.h"
 #include "text/byte_sink.h"
@@ -33,7 +36,8 @@ int Plan(const dataset::Conversion& conversion, const std::string& program) {
     return show.Failures() > 0 ? dataset::kSomeFailed : dataset::kImported;
 }
 
-int Run(dataset::Conversion& conversion, const dataset::Request& request) {
+int Run(dataset::Conversion& conversion, const dataset::Request& request,
+        dataset::ImportStarter* starter) {
     // The plug-in is loaded here only so that a failure is reported once and not by every import.
     const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
     if (!loaded.plugin) throw PluginError(loaded.problem);
@@ -46,7 +50,7 @@ int Run(dataset::Conversion& conversion, const dataset::Request& request) {
         show.RecordNotConverted(row, details);
     };
     watcher.onMessage = [&](std::string_view message) { show.PrintMessage(message); };
-    const dataset::RunEnd end = conversion.Run(watcher);
+    const dataset::RunEnd end = conversion.Run(starter, watcher);
     show.PrintProblems(end);
     ToStdout()(show.Summary(end, request.timing));
     if (end.isDiskFull) return dataset::kOutputFailed;
@@ -57,11 +61,16 @@ int Run(dataset::Conversion& conversion, const dataset::Request& request) {
 
 }  // namespace
 
-int RunConvert(const dataset::Request& request, const std::string& program) {
+int RunConvert(const dataset::Request& request, const std::string& program,
+               const std::function<int(const std::vector<std::string>&)>& runImport) {
     try {
+        std::optional<dataset::ImportStarter> starter;
+        if (!request.plan)
+            starter.emplace(dataset::ImportCode{
+                [&] { static_cast<void>(take::LoadPlugin(request.plugin)); }, runImport});
         dataset::Conversion conversion(request);
         RequireJobs(conversion);
-        return request.plan ? Plan(conversion, program) : Run(conversion, request);
+        return request.plan ? Plan(conversion, program) : Run(conversion, request, &*starter);
     } catch (const dataset::RequestError& error) {
         throw UsageError(error.what());
     } catch (const text::WriteError& error) {

@@ -1,22 +1,12 @@
 // zkhost: the command-line host.
 #include <csignal>
-#include <exception>
+#include <cstddef>
 #include <fcntl.h>
-#include <fmt/format.h>
-#include <new>
-#include <span>
-#include <string>
+#include <unistd.h>
 
-#include "cli/arguments.h"
-#include "cli/check_command.h"
-#include "cli/convert_command.h"
-#include "cli/import_command.h"
 #include "cli/locale_setup.h"
-#include "cli/print.h"
-#include "cli/raw_command.h"
-#include "cli/view_command.h"
-#include "dataset/exit_status.h"
-#include "dataset/request.h"
+#include "cli/run_arguments.h"
+#include "cli/shown_arguments.h"
 
 namespace {
 
@@ -31,41 +21,6 @@ void OccupyStandardStreams() {
     }
 }
 
-int Run(const cli::Request& request, const std::string& program) {
-    if (const auto* answer = std::get_if<cli::Answer>(&request)) {
-        cli::ToStdout()(answer->text);
-        return 0;
-    }
-    if (const auto* import = std::get_if<cli::ImportRequest>(&request))
-        return cli::RunImport(*import);
-    if (const auto* view = std::get_if<cli::ViewRequest>(&request)) return cli::RunView(*view);
-    if (const auto* check = std::get_if<cli::CheckRequest>(&request)) return cli::RunCheck(*check);
-    if (const auto* convert = std::get_if<dataset::Request>(&request))
-        return cli::RunConvert(*convert, program);
-    return cli::RunCommand(std::get<cli::CommandRequest>(request));
-}
-
-int RunArguments(const std::string& program, std::span<const char* const> arguments) {
-    try {
-        return Run(cli::ParseArguments(arguments), program);
-    } catch (const cli::UsageError& error) {
-        const bool named = !arguments.empty() && cli::IsCommand(arguments[0]);
-        const std::string command = named ? fmt::format(" {}", arguments[0]) : std::string();
-        cli::PrintError(error.what());
-        cli::PrintError(fmt::format("see 'zkhost{} --help'", command));
-        return dataset::kWrongUsage;
-    } catch (const cli::PluginError& error) {
-        cli::PrintError(error.what());
-        return dataset::kWrongUsage;
-    } catch (const std::bad_alloc&) {
-        cli::PrintError("out of memory");
-        return dataset::kImportFailed;
-    } catch (const std::exception& error) {
-        cli::PrintError(error.what());
-        return dataset::kImportFailed;
-    }
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -74,11 +29,7 @@ int main(int argc, char** argv) {
     // signal would end the process.
     std::signal(SIGXFSZ, SIG_IGN);
     cli::SetCharacterLocale();
+    cli::RememberArguments(argc, argv);
     const auto count = static_cast<std::size_t>(argc > 0 ? argc - 1 : 0);
-    const int status = RunArguments(argc > 0 ? argv[0] : "zkhost", {argv + 1, count});
-    if (!cli::FlushStdout()) {
-        cli::PrintError("cannot write to the standard output");
-        if (status == dataset::kImported) return dataset::kOutputFailed;
-    }
-    return status;
+    return cli::RunArguments(argc > 0 ? argv[0] : "zkhost", {argv + 1, count});
 }

@@ -93,9 +93,9 @@ void Conversion::Start() {
     }
 }
 
-RunEnd Conversion::Run(const Watcher& watcher) {
+RunEnd Conversion::Run(ImportStarter* starter, const Watcher& watcher) {
     const std::size_t parallel = request_.parallel > 0 ? request_.parallel : ProcessorCount();
-    JobRunner runner(parallel, TimeLimit(request_));
+    JobRunner runner(parallel, TimeLimit(request_), starter);
     Start();
     files::RemoveLeftovers(OutputFolders());
     if (otherOptions_)
@@ -106,20 +106,23 @@ RunEnd Conversion::Run(const Watcher& watcher) {
     return Finish();
 }
 
+std::vector<std::string> Conversion::CommandOf(std::size_t index) const {
+    const bool withOutput = tasks_[index] == Task::Convert;
+    std::vector<std::string> words = ImportArguments(jobs_[index], request_, withOutput);
+    words.emplace_back("--report");
+    return words;
+}
+
 void Conversion::RunTasks(JobRunner& runner, const Watcher& watcher) {
-    std::vector<std::size_t> indexes;
-    std::vector<std::vector<std::string>> commands;
-    for (std::size_t index = 0; index < jobs_.size(); ++index) {
-        if (tasks_[index] == Task::Nothing) continue;
-        indexes.push_back(index);
-        const bool withOutput = tasks_[index] == Task::Convert;
-        commands.push_back(ImportArguments(jobs_[index], request_, withOutput));
-        commands.back().push_back("--report");
-    }
-    runner.Run(commands, [&](std::size_t command, const ProcessEnd& end) {
-        RecordEnd(indexes[command], end, watcher);
-        if (isDiskFull_) runner.Stop();
-    });
+    std::vector<std::size_t> indexes;  // of the jobs that have to be run
+    for (std::size_t index = 0; index < jobs_.size(); ++index)
+        if (tasks_[index] != Task::Nothing) indexes.push_back(index);
+    runner.Run(
+        indexes.size(), [&](std::size_t import) { return CommandOf(indexes[import]); },
+        [&](std::size_t import, const ProcessEnd& end) {
+            RecordEnd(indexes[import], end, watcher);
+            if (isDiskFull_) runner.Stop();
+        });
 }
 
 IndexRow Conversion::RowOf(std::size_t index, const ProcessEnd& end,

@@ -55,10 +55,11 @@ class Conversion {
     void Plan(const std::function<void(const std::vector<std::string>&)>& onCommand,
               const std::function<void(const IndexRow&)>& onNotConverted) const;
 
-    // Runs the jobs and writes the index. The run is stopped as soon as a job finds that the disk
-    // is full. If the output folder or the ledger cannot be written, throws text::WriteError before
-    // any job is started and leaves no file or folder that it has made.
-    RunEnd Run(const Watcher& watcher);
+    // Runs the jobs and writes the index. `starter` starts the jobs' processes; if it is
+    // null, this program is started anew for each of them. The run is stopped as soon as a job
+    // finds that the disk is full. If the output folder or the ledger cannot be written, throws
+    // text::WriteError before any job is started and leaves no file or folder that it has made.
+    RunEnd Run(ImportStarter* starter, const Watcher& watcher);
 
   private:
     enum class Task : std::uint8_t {
@@ -76,6 +77,8 @@ class Conversion {
     std::set<std::string> OutputFolders() const;
     void Start();
     void RunTasks(JobRunner& runner, const Watcher& watcher);
+    // Returns the arguments of the job's import.
+    std::vector<std::string> CommandOf(std::size_t index) const;
     void RecordEnd(std::size_t index, const ProcessEnd& end, const Watcher& watcher);
     // Returns the row of the index for a job that was run.
     IndexRow RowOf(std::size_t index, const ProcessEnd& end, const JobDetails& details) const;

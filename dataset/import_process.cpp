@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
@@ -15,8 +14,6 @@ namespace {
 
 constexpr char kThisProgram[] = "/proc/self/exe";
 constexpr std::size_t kKeptBytes = std::size_t{1} << 18;  // how much of each output stream is kept
-// The exit status of a child that cannot run the program; shells use the same number.
-constexpr int kCannotRun = 127;
 
 struct Pipe {
     int read = -1;
@@ -41,26 +38,15 @@ struct Pipe {
 
 // Runs in the child between fork and exec, where only async-signal-safe functions may be called.
 [[noreturn]] void BecomeImport(char* const* arguments, int output, int errors, pid_t parent) {
-    setpgid(0, 0);
-    prctl(PR_SET_PDEATHSIG, SIGINT);
-    // If the parent died before prctl was called, the child gets no signal. So the child ends here.
-    if (getppid() != parent) _exit(kCannotRun);
-    const int nullDevice = open("/dev/null", O_RDWR | O_CLOEXEC);
-    if (nullDevice < 0 || dup2(nullDevice, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0 ||
-        dup2(errors, STDERR_FILENO) < 0)
-        _exit(kCannotRun);
-    sigset_t none;
-    sigemptyset(&none);
-    sigprocmask(SIG_SETMASK, &none, nullptr);
+    SetUpImport(output, errors, parent);
     execv(kThisProgram, arguments);
     constexpr char kMessage[] = "zkhost: cannot run /proc/self/exe\n";
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, kMessage, sizeof(kMessage) - 1);
     _exit(kCannotRun);
 }
 
-}  // namespace
-
-ImportProcess::ImportProcess(const std::vector<std::string>& arguments) {
+// Starts this program anew. Throws std::system_error.
+pid_t StartProgram(const std::vector<std::string>& arguments, int output, int errors) {
     std::vector<std::string> words = {"zkhost"};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
@@ -68,13 +54,20 @@ ImportProcess::ImportProcess(const std::vector<std::string>& arguments) {
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
+    const pid_t parent = getpid();
+    const pid_t id = fork();
+    if (id < 0) throw std::system_error(errno, std::generic_category());
+    if (id == 0) BecomeImport(pointers.data(), output, errors, parent);
+    return id;
+}
 
+}  // namespace
+
+ImportProcess::ImportProcess(const std::vector<std::string>& arguments, ImportStarter* starter) {
     Pipe output;
     Pipe errors;
-    const pid_t parent = getpid();
-    id_ = fork();
-    if (id_ < 0) throw std::system_error(errno, std::generic_category());
-    if (id_ == 0) BecomeImport(pointers.data(), output.write, errors.write, parent);
+    if (starter && starter->CanStart()) id_ = starter->Start(arguments, output.write, errors.write);
+    if (id_ < 0) id_ = StartProgram(arguments, output.write, errors.write);
     output_.file = output.ReleaseReadEnd();
     errors_.file = errors.ReleaseReadEnd();
 }
@@ -85,8 +78,7 @@ ImportProcess::~ImportProcess() {
         while (waitpid(id_, &waitStatus_, 0) < 0 && errno == EINTR) {
         }
     }
-    output_.Close();
-    errors_.Close();
+    CloseFiles();
 }
 
 void ImportProcess::Read() {
@@ -94,13 +86,17 @@ void ImportProcess::Read() {
     errors_.Read();
 }
 
+void ImportProcess::CloseFiles() {
+    output_.Close();
+    errors_.Close();
+}
+
 bool ImportProcess::Reap() {
     if (ended_) return true;
     if (waitpid(id_, &waitStatus_, WNOHANG) != id_) return false;
     ended_ = true;
     Read();
-    output_.Close();
-    errors_.Close();
+    CloseFiles();
     return true;
 }
 

@@ -5,6 +5,8 @@
 #include <sys/types.h>
 #include <vector>
 
+#include "dataset/import_starter.h"
+
 namespace dataset {
 
 // A child process that runs this program with other arguments. Its standard output and its standard
@@ -13,9 +15,10 @@ namespace dataset {
 // child also gets SIGINT when its parent dies.
 class ImportProcess {
   public:
-    // Starts the process. `arguments` do not include the program's name. Throws std::system_error
-    // if the process cannot be started.
-    explicit ImportProcess(const std::vector<std::string>& arguments);
+    // Starts the process. `arguments` do not include the program's name. If the starter is null or
+    // cannot start it, the program is started anew for it. Throws std::system_error if the process
+    // cannot be started.
+    ImportProcess(const std::vector<std::string>& arguments, ImportStarter* starter);
     ~ImportProcess();  // kills the process if it still runs, and waits for its end
     ImportProcess(const ImportProcess&) = delete;
     ImportProcess& operator=(const ImportProcess&) = delete;
@@ -49,6 +52,8 @@ class ImportProcess {
         void Read();
         void Close();
     };
+
+    void CloseFiles();
 
     pid_t id_ = -1;
     bool ended_ = false;  // whether waitpid has returned the status

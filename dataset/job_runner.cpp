@@ -31,12 +31,13 @@ std::string SignalText(int signal) {
 
 }  // namespace
 
-JobRunner::JobRunner(std::size_t parallel, std::optional<std::chrono::duration<double>> timeLimit)
-    : parallel_(parallel), timeLimit_(timeLimit) {}
+JobRunner::JobRunner(std::size_t parallel, std::optional<std::chrono::duration<double>> timeLimit,
+                     ImportStarter* starter)
+    : parallel_(parallel), starter_(starter), timeLimit_(timeLimit) {}
 
-bool JobRunner::Run(const std::vector<std::vector<std::string>>& commands,
-                    const std::function<void(std::size_t, const ProcessEnd&)>& onEnd) {
-    commands_ = &commands;
+bool JobRunner::Run(std::size_t count, const CommandOf& commandOf, const OnEnd& onEnd) {
+    count_ = count;
+    commandOf_ = &commandOf;
     onEnd_ = &onEnd;
     next_ = 0;
     stopped_ = std::nullopt;
@@ -51,11 +52,15 @@ bool JobRunner::Run(const std::vector<std::vector<std::string>>& commands,
     return stopped_.has_value();
 }
 
+bool JobRunner::IsMoreToStart() const {
+    return !stopped_ && next_ < count_ && running_.size() < parallel_;
+}
+
 void JobRunner::StartMore() {
-    while (!stopped_ && next_ < commands_->size() && running_.size() < parallel_) {
+    while (IsMoreToStart()) {
         const std::size_t index = next_;
         try {
-            auto process = std::make_unique<ImportProcess>((*commands_)[index]);
+            auto process = std::make_unique<ImportProcess>((*commandOf_)(index), starter_);
             running_.push_back({index, std::move(process), Clock::now()});
             ++next_;
         } catch (const std::system_error& error) {
@@ -80,8 +85,7 @@ void JobRunner::Wait() {
         const std::chrono::duration<double, std::milli> left = *deadline - Clock::now();
         milliseconds = static_cast<int>(std::clamp(std::ceil(left.count()), 0.0, 1e9));
     }
-    const bool startLater = !stopped_ && next_ < commands_->size() && running_.size() < parallel_;
-    if (startLater) milliseconds = kRetryMilliseconds;
+    if (IsMoreToStart()) milliseconds = kRetryMilliseconds;
     poll(files.data(), files.size(), milliseconds);
     for (const Running& running : running_)
         running.process->Read();

@@ -1,6 +1,6 @@
 """The base class of the tests of "zkhost convert": it has a temporary folder for a data set.
 
-usage of each test: test_THEME.py ZKHOST PLUGIN STAND_IN FULL_DISK [UNITTEST ARGUMENTS]
+usage of each test: test_THEME.py ZKHOST PLUGIN STAND_IN FULL_DISK COUNTED_CALLS [UNITTEST ARGUMENTS]
 """
 
 import csv
@@ -76,7 +76,7 @@ def file_size_limit(size):
 
 
 class DataSet(unittest.TestCase):
-    zkhost = plugin = stand_in = full_disk = took = ""
+    zkhost = plugin = stand_in = full_disk = counted_calls = took = ""
     maxDiff = None
 
     def setUp(self):
@@ -154,6 +154,6 @@ class DataSet(unittest.TestCase):
 
 
 def main():
-    DataSet.zkhost, DataSet.plugin, DataSet.stand_in, DataSet.full_disk = sys.argv[1:5]
-    del sys.argv[1:5]
+    DataSet.zkhost, DataSet.plugin, DataSet.stand_in, DataSet.full_disk, DataSet.counted_calls = sys.argv[1:6]
+    del sys.argv[1:6]
     unittest.main(verbosity=2)
