@@ -50,7 +50,7 @@ std::string BackupEnd(unsigned number) {
 OutputFile::OutputFile(const std::string& path, std::function<bool()> isCancelled)
     : path_(path),
       target_(FollowLinks(path)),
-      buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)),
+      buffer_(new char[kBufferSize]),
       isCancelled_(std::move(isCancelled)) {
     struct stat existing {};
     const bool exists = stat(target_.c_str(), &existing) == 0;

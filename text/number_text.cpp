@@ -55,7 +55,7 @@ constexpr std::array<char, 4000> kWholes = [] {
 // them a number has cannot be predicted, so no branch depends on it.
 char* WriteWhole(char* out, std::uint64_t number) {
     if (number >= 1000) return std::to_chars(out, out + kLongestNumber, number).ptr;
-    const char* const whole = &kWholes[4 * number];
+    const char* const whole = &kWholes[4 * static_cast<std::size_t>(number)];
     std::memcpy(out, whole, 4);
     return out + whole[3];
 }
