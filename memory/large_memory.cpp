@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::align_val_t kAlignment{64};
 
+}  // namespace
+
 // madvise is only a hint; a failure is ignored.
 void AskForLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) {
 #if defined(__linux__)
@@ -23,8 +25,6 @@ void AskForLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_
     madvise(static_cast<char*>(memory) + skipped, (bytes - skipped) / kPage * kPage, MADV_HUGEPAGE);
 #endif
 }
-
-}  // namespace
 
 void LargeMemoryRelease::operator()(void* memory) const {
     ::operator delete(memory, kAlignment);

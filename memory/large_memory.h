@@ -16,4 +16,7 @@ using LargeMemory = std::unique_ptr<void, LargeMemoryRelease>;
 // slow, and one large page replaces many small ones.
 LargeMemory AllocateLargeMemory(std::size_t bytes);
 
+// Asks the system to use large pages for memory that was got elsewhere, if it is 2 MiB or more.
+void AskForLargePages(void* memory, std::size_t bytes);
+
 }  // namespace memory

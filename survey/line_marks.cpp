@@ -1,6 +1,14 @@
 #include "survey/line_marks.h"
 
+#include "memory/large_memory.h"
+
 namespace survey {
+
+LineWriter::LineWriter(std::size_t likelySize) {
+    std::string& text = mended_.text;
+    text.reserve(likelySize);
+    memory::AskForLargePages(text.data(), text.capacity());
+}
 
 void LineWriter::From(std::size_t original) {
     if (original == 0 || original == original_) return;

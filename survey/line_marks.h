@@ -12,7 +12,7 @@ namespace survey {
 class LineWriter {
   public:
     // `likelySize` is the expected size of the text in bytes.
-    explicit LineWriter(std::size_t likelySize) { mended_.text.reserve(likelySize); }
+    explicit LineWriter(std::size_t likelySize);
 
     // Says that the line that is being written comes from the file's line `original`, counted from
     // 1. Does nothing if `original` is 0. A line for which the caller does not say this is assumed

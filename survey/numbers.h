@@ -1,20 +1,34 @@
-// A list of numbers that can grow without being set.
+// A long list of numbers that can grow without being set.
 #pragma once
 
-#include <memory>
+#include <cstddef>
+#include <new>
 #include <utility>
 #include <vector>
 
+#include "memory/large_memory.h"
+
 namespace survey {
 
-// Leaves a number unset unless it is given a value. Setting many numbers that are overwritten
-// anyway takes about as long as computing them.
+// Asks for large pages, and leaves a number unset unless it is given a value. Otherwise, getting
+// the memory and setting it would take about as long as computing the numbers.
 template <class Number>
-struct UnsetAllocator : std::allocator<Number> {
+struct LargeAllocator {
+    using value_type = Number;
+
+    LargeAllocator() = default;
     template <class Other>
-    struct rebind {
-        using other = UnsetAllocator<Other>;
-    };
+    explicit LargeAllocator(const LargeAllocator<Other>& /*other*/) noexcept {}
+
+    Number* allocate(std::size_t count) {
+        if (count > static_cast<std::size_t>(-1) / sizeof(Number)) throw std::bad_alloc();
+        memory::LargeMemory memory = memory::AllocateLargeMemory(count * sizeof(Number));
+        if (!memory) throw std::bad_alloc();
+        return static_cast<Number*>(memory.release());
+    }
+    void deallocate(Number* memory, std::size_t /*count*/) noexcept {
+        memory::LargeMemoryRelease()(memory);
+    }
 
     template <class Other>
     void construct(Other* at) noexcept {
@@ -24,9 +38,11 @@ struct UnsetAllocator : std::allocator<Number> {
     void construct(Other* at, Values&&... values) {
         ::new (static_cast<void*>(at)) Other(std::forward<Values>(values)...);
     }
+
+    bool operator==(const LargeAllocator& /*other*/) const { return true; }
 };
 
 // Numbers(count) and resize(count) leave new numbers unset.
-using Numbers = std::vector<double, UnsetAllocator<double>>;
+using Numbers = std::vector<double, LargeAllocator<double>>;
 
 }  // namespace survey

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <string>
 
 namespace {
 
@@ -32,6 +33,15 @@ TEST_P(LargeMemorySize, IsAlignedAndWritable) {
         first[i] = static_cast<unsigned char>(i % 251);
     for (std::size_t i = 0; i < bytes; ++i)
         ASSERT_EQ(first[i], i % 251) << i;
+}
+
+// The advice must not change what the memory holds, wherever it begins.
+TEST_P(LargeMemorySize, KeepsItsContentWithLargePages) {
+    std::string bytes(GetParam().bytes, 'x');
+    memory::AskForLargePages(bytes.data(), bytes.size());
+    EXPECT_EQ(bytes.find_first_not_of('x'), std::string::npos);
+    if (!bytes.empty()) memory::AskForLargePages(bytes.data() + 1, bytes.size() - 1);
+    EXPECT_EQ(bytes.find_first_not_of('x'), std::string::npos);
 }
 
 INSTANTIATE_TEST_SUITE_P(, LargeMemorySize, testing::ValuesIn(kSizes),
