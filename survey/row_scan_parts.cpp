@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <new>
 #include <vector>
 
 #include "threads/for_each.h"
@@ -30,7 +31,15 @@ class PartScanner {
           stop_(parts_.size()) {}
 
     RowScan Scan(std::size_t threads) {
-        threads::ForEach(parts_.size(), threads, [this](std::size_t index) { ScanPart(index); });
+        threads::ForEach(parts_.size(), threads, [this](std::size_t index) {
+            try {
+                ScanPart(index);
+            } catch (...) {
+                hasFailed_ = true;
+            }
+        });
+        // Words of unusual forms are copied.
+        if (hasFailed_) throw std::bad_alloc();
         return Joined();
     }
 
@@ -96,6 +105,7 @@ class PartScanner {
     // The index of the first known part in which the rows end or the scan stopped; the number of
     // parts if there is none.
     std::atomic<std::size_t> stop_;
+    std::atomic<bool> hasFailed_ = false;  // whether memory ran out
 };
 
 // Returns how many bytes of the text the next round scans: at least `bytes`, up to a line feed. If
