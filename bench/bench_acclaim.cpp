@@ -18,7 +18,7 @@ void BM_ImportAcclaim(benchmark::State& state, bool nulls) {
     const bench::AcclaimFiles files = bench::SyntheticAcclaimFiles(state.range(0));
     const Zelk::CString skeleton = HostPath(files.skeleton);
     const Zelk::CString motion = HostPath(files.motion);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         headless::Session::Current().Reset();
         state.ResumeTiming();
@@ -53,7 +53,7 @@ void BM_ParseAmc(benchmark::State& state) {
     if (parser.ParseVersion() < 0 || parser.ParseASF() < 0)
         state.SkipWithError("the skeleton is wrong");
     file.ReadFile(HostPath(files.motion).GetWideString());
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         parser.ForgetFile();
         skeleton.frameCount = 0;
         file.SetPosition(0);

@@ -47,7 +47,7 @@ void Count(benchmark::State& state) {
 // time to free the keys are not included.
 void BM_Parse(benchmark::State& state) {
     const std::string path = bench::SyntheticBvhFile(ShapeOf(state));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         {
             ParsedFile file(path);
@@ -64,7 +64,7 @@ void BM_Parse(benchmark::State& state) {
 // of each joint's rotations to the X-Y-Z angles that the scene uses.
 void BM_Build(benchmark::State& state) {
     const std::string path = bench::SyntheticBvhFile(ShapeOf(state));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         {
             headless::Session::Current().Reset();
@@ -84,7 +84,7 @@ void BM_Build(benchmark::State& state) {
 void BM_WholeImport(benchmark::State& state, bool nulls) {
     const std::string path = bench::SyntheticBvhFile(ShapeOf(state));
     const Zelk::CString file(std::wstring(path.begin(), path.end()).c_str());
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         headless::Session::Current().Reset();
         state.ResumeTiming();

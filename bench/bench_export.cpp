@@ -41,7 +41,7 @@ void BM_Export(benchmark::State& state, Writer write, bool nulls) {
     const std::string path = (std::filesystem::temp_directory_path() /
                               ("zkmocap-bench-" + std::to_string(getpid()) + ".out"))
                                  .string();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         files::OutputFile out(path);
         benchmark::DoNotOptimize(write(out, headless::Session::Current().GetScene(), {}, {}));
     }
@@ -80,7 +80,7 @@ void BM_PosesByRow(benchmark::State& state) {
     std::vector<headless::Transform> locals(table.Columns().size());
     std::vector<headless::Transform> globals(table.Columns().size());
     exporters::Table::Scratch scratch;
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         for (std::size_t row = 0; row < table.Rows(); ++row) {
             table.Row(row, locals, globals, scratch);
             benchmark::DoNotOptimize(globals.data());
@@ -96,7 +96,7 @@ void BM_PosesByBlock(benchmark::State& state) {
     const exporters::Table table(scene, {}, true);
     const exporters::TableBlocks blocks(table, scene, {});
     exporters::TableBlocks::Scratch scratch;
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         for (std::size_t row = 0; row < table.Rows(); row += math::kPoseLanes)
             blocks.ForEach(row, std::min(math::kPoseLanes, table.Rows() - row), scratch,
                            [](std::size_t, const math::PoseLanes&, const math::PoseLanes& global) {

@@ -30,7 +30,7 @@ void CountPoses(benchmark::State& state) {
 
 void BM_TurnOneByOne(benchmark::State& state) {
     const AngleLanes angles = SomeAngles();
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         for (std::size_t lane = 0; lane < kPoseLanes; ++lane) {
             const double degrees[3] = {angles.angle[0][lane], angles.angle[1][lane],
                                        angles.angle[2][lane]};
@@ -44,7 +44,7 @@ void BM_TurnOneByOne(benchmark::State& state) {
 void BM_Turn(benchmark::State& state) {
     const AngleLanes angles = SomeAngles();
     PoseLanes pose = {};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         math::TurnByAngles(angles, pose);
         benchmark::DoNotOptimize(pose);
     }
@@ -54,7 +54,7 @@ void BM_Turn(benchmark::State& state) {
 void BM_Attach(benchmark::State& state) {
     const PoseLanes pose = SomePoses();
     PoseLanes global = {};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         math::AttachPoses(pose, pose, global);
         benchmark::DoNotOptimize(global);
     }
@@ -64,7 +64,7 @@ void BM_Attach(benchmark::State& state) {
 void BM_CompareNeighbours(benchmark::State& state) {
     const PoseLanes pose = SomePoses();
     double cosines[kPoseLanes];
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         math::CompareNeighbours(pose, cosines);
         benchmark::DoNotOptimize(cosines);
     }
@@ -74,7 +74,7 @@ void BM_CompareNeighbours(benchmark::State& state) {
 void BM_AnglesOf(benchmark::State& state) {
     const PoseLanes pose = SomePoses();
     AngleLanes angles;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         math::AnglesOf(pose, angles);
         benchmark::DoNotOptimize(angles);
     }
@@ -83,7 +83,7 @@ void BM_AnglesOf(benchmark::State& state) {
 
 void BM_AreFinite(benchmark::State& state) {
     const PoseLanes pose = SomePoses();
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(math::AreFinite(pose));
     CountPoses(state);
 }

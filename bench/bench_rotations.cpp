@@ -39,7 +39,7 @@ void CountRotations(benchmark::State& state) {
 void BM_OneByOne(benchmark::State& state) {
     const RotationBlock block = SomeAngles();
     const Product product(state.range(0) != 0);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         for (std::size_t lane = 0; lane < kRotationBlock; ++lane) {
             double angles[3] = {block.angle[0][lane], block.angle[1][lane], block.angle[2][lane]};
             ConvertRotation(angles, product.product);
@@ -52,7 +52,7 @@ void BM_OneByOne(benchmark::State& state) {
 void BM_Blocks(benchmark::State& state) {
     const RotationBlock given = SomeAngles();
     const Product product(state.range(0) != 0);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         RotationBlock block = given;
         ConvertRotations(block, product.product);
         benchmark::DoNotOptimize(block);

@@ -59,7 +59,7 @@ void CountValues(benchmark::State& state, const Motion& motion) {
 
 void BM_SingleValues(benchmark::State& state) {
     Motion motion(state.range(0));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         motion.file.SetPosition(motion.start);
         for (std::size_t row = 0; row < motion.Rows(); ++row)
             for (std::size_t column = 0; column < motion.target.width; ++column)
@@ -70,7 +70,7 @@ void BM_SingleValues(benchmark::State& state) {
 
 void BM_ReadRows(benchmark::State& state, decltype(textio::ReadRow)& readRow) {
     const Motion motion(state.range(0));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const char* at = motion.first;
         for (std::size_t row = 0; row < motion.Rows() && at != nullptr; ++row)
             at = readRow(at, motion.last, motion.target, row);
@@ -105,7 +105,7 @@ void BM_Blocks(benchmark::State& state) {
     const Motion motion(state.range(0));
     const LineReader reader(motion.target);
     Listener listener;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         RowBlocks blocks(motion.first, motion.last, reader, 1, motion.Rows());
         blocks.Read(static_cast<std::size_t>(state.range(1)), listener);
         if (blocks.RowsRead() != motion.Rows()) state.SkipWithError("the text has no rows");

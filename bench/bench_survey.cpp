@@ -36,7 +36,7 @@ void BM_Scan(benchmark::State& state, survey::ByteMasksKernel kernel) {
         std::string_view(text).substr(text.find("0.008333") + std::string_view("0.008333").size());
     const auto channels =
         static_cast<std::size_t>(bench::Channels({state.range(0), state.range(1)}));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const survey::RowScan scan = survey::ScanRows(rows, channels, kernel);
         if (!scan.plain) state.SkipWithError("ScanRows found a row that is not plain");
     }
@@ -54,7 +54,7 @@ void BM_Survey(benchmark::State& state, const std::string& text, survey::Purpose
                bool expectsMended) {
     survey::Options options;
     options.purpose = purpose;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const survey::BvhSurvey found = survey::SurveyBvh(text, options);
         if (found.mended.has_value() != expectsMended)
             state.SkipWithError(expectsMended ? "the text was not mended" : "the text was mended");

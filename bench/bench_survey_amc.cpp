@@ -24,7 +24,7 @@ void BM_SurveyPair(benchmark::State& state, bool mended) {
     const survey::AcclaimFile motion = {amc, "bench.amc"};
     survey::Options options;
     options.purpose = survey::Purpose::Import;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto found = survey::SurveyAcclaim({asf, "bench.asf"}, {&motion, 1}, options);
         if (found.motions[0].mended.has_value() != mended)
             state.SkipWithError(mended ? "the motion was not mended" : "the motion was mended");

@@ -49,7 +49,7 @@ void CountBytes(benchmark::State& state, std::size_t bytes) {
 
 void BM_Scan(benchmark::State& state) {
     const Motion motion;
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         if (!survey::ScanRows(motion.rows, motion.section.channels).plain)
             state.SkipWithError("a row is not plain");
     CountBytes(state, motion.file.size());
@@ -58,7 +58,7 @@ void BM_Scan(benchmark::State& state) {
 void BM_ScanParts(benchmark::State& state) {
     const Motion motion;
     const auto threads = static_cast<std::size_t>(state.range(0));
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         if (!survey::ScanRowsInParts(motion.rows, motion.section.channels, threads).plain)
             state.SkipWithError("a row is not plain");
     CountBytes(state, motion.file.size());
@@ -66,7 +66,7 @@ void BM_ScanParts(benchmark::State& state) {
 
 void BM_ReadRows(benchmark::State& state) {
     const Motion motion;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         survey::FindingList findings(motion.source);
         survey::BvhFrames frames;
         if (!survey::ReadRows(motion.section, motion.text, findings, frames))
@@ -78,7 +78,7 @@ void BM_ReadRows(benchmark::State& state) {
 void BM_PlainRows(benchmark::State& state) {
     const Motion motion;
     const auto threads = static_cast<std::size_t>(state.range(0));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         survey::BvhFrames frames;
         if (!survey::ReadPlainRows(motion.section, motion.text, kFrames, threads, frames))
             state.SkipWithError("the rows are not plain");
@@ -103,7 +103,7 @@ struct Turning {
 
 void BM_Next(benchmark::State& state) {
     Turning turning;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         survey::ReexpressedAngles turned(turning.joint);
         for (std::size_t at = 0; at < turning.values.size(); at += 3)
             turned.Next(&turning.values[at], &turning.angles[at]);
@@ -114,7 +114,7 @@ void BM_Next(benchmark::State& state) {
 
 void BM_NextFrames(benchmark::State& state) {
     Turning turning;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         survey::ReexpressedAngles turned(turning.joint);
         for (std::size_t at = 0; at < kFrames; at += survey::kArcs)
             turned.NextFrames(&turning.values[3 * at], 3, std::min(survey::kArcs, kFrames - at),
@@ -134,7 +134,7 @@ void MatchAll(benchmark::State& state, const std::string& amc, const char* first
     survey::AmcFrameReader(amc, bones).Read(first, frame);
     survey::AmcScan scan(amc);
     scan.Learn(frame);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto match = makeMatcher(scan);
         std::int64_t frames = 0;
         std::uint32_t number = 0;

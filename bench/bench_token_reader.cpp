@@ -13,7 +13,7 @@ std::wstring Wide(const std::string& path) {
 void BM_ReadFile(benchmark::State& state) {
     const auto path = Wide(bench::SyntheticBvhFile({.joints = 24, .frames = state.range(0)}));
     std::int64_t size = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         CStringFile file;
         benchmark::DoNotOptimize(file.ReadFile(path.c_str()));
         size = file.GetSize();
@@ -26,7 +26,7 @@ void BM_Tokens(benchmark::State& state) {
     const auto path = Wide(bench::SyntheticBvhFile({.joints = 24, .frames = state.range(0)}));
     CStringFile file;
     file.ReadFile(path.c_str());
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         file.SetPosition(0);
         while (const char* token = file.GetNextString())
             benchmark::DoNotOptimize(token);
@@ -43,7 +43,7 @@ void BM_Numbers(benchmark::State& state) {
     }
     const unsigned int motion = file.GetPosition();
     std::int64_t values = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         file.SetPosition(motion);
         double value = 0.0;
         for (values = 0; file.GetNextFloat(value); ++values)

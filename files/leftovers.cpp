@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <string_view>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -53,7 +54,7 @@ void RemoveLeftovers(const std::set<std::string>& folders) {
 
 void RemoveLeftoversOf(pid_t process, const std::string& folder) {
     for (const std::string& name : UsualTemporaryNames(process))
-        RemoveIfAbandoned(folder + '/' + name);
+        RemoveIfAbandoned(fmt::format("{}/{}", folder, name));
 }
 
 }  // namespace files

@@ -3,6 +3,7 @@
 #include <compare>
 #include <cwctype>
 #include <fmt/format.h>
+#include <span>
 #include <utility>
 
 #include "text/case_folding.h"
@@ -46,13 +47,14 @@ bool MayEndAt(std::wstring_view motion, std::size_t length) {
            !IsLetterOrDigit(motion[length - 1]);
 }
 
-// Chooses from skeletons whose names are the same without extension and in folded case.
+// Chooses from one or more skeletons, whose names are the same without extension and in folded
+// case.
 Pairing Choose(std::string_view motion, const std::vector<std::string>& names,
                const std::vector<std::size_t>& indexes) {
-    Fit best;
-    const std::string* found = nullptr;
+    const std::string* found = &names[indexes.front()];
+    Fit best = FitOf(motion, *found);
     const std::string* equallyGood = nullptr;
-    for (const std::size_t index : indexes) {
+    for (const std::size_t index : std::span(indexes).subspan(1)) {
         const Fit fit = FitOf(motion, names[index]);
         if (fit < best) continue;
         equallyGood = fit == best ? found : nullptr;

@@ -1,8 +1,9 @@
 #include "survey/bvh_rotations.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
-#include <cstring>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <random>
 #include <sstream>
@@ -185,8 +186,10 @@ TEST(ReexpressedAngles, AreTheSameInBlocks) {
                 for (std::size_t frame = 0; frame < frames; ++frame) {
                     double expected[3];
                     alone.Next(rows + frame * kStride, expected);
-                    ASSERT_EQ(std::memcmp(&angles[4 * frame], expected, sizeof(expected)), 0)
-                        << frame;
+                    for (std::size_t axis = 0; axis < 3; ++axis)
+                        ASSERT_EQ(std::bit_cast<std::uint64_t>(angles[4 * frame + axis]),
+                                  std::bit_cast<std::uint64_t>(expected[axis]))
+                            << frame;
                 }
             }
         }
