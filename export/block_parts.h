@@ -1,4 +1,4 @@
-// Divides frames into parts for threads that compute whole blocks.
+// Divides frames between threads that compute whole blocks.
 // Internal to export/.
 #pragma once
 
@@ -11,6 +11,14 @@
 #include "math/pose_lanes.h"
 
 namespace exporters {
+
+// Returns how many frames of `bytes` bytes, from 1 on, a thread computes at a time: whole blocks of
+// about 256 KiB, which fit into a cache, and which take so long that waiting for the turn of the
+// thread costs little.
+inline std::size_t FramesAtOnce(std::size_t bytes) {
+    constexpr std::size_t kBytes = std::size_t{1} << 18;
+    return std::max<std::size_t>(kBytes / bytes / math::kPoseLanes, 1) * math::kPoseLanes;
+}
 
 // Returns, for each part, the index of its first frame and the index after its last one. Each part
 // but the last consists of whole blocks, so which frames share a block does not depend on the

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "export/block_order.h"
+#include "export/block_parts.h"
 #include "export/finite_check.h"
 #include "export/lane_poses.h"
 #include "export/quaternion.h"
@@ -42,16 +43,9 @@ BvhRows::BvhRows(const headless::Scene& scene, const headless::Object& model,
     addedText_.resize(static_cast<std::size_t>(end - addedText_.data()));
 }
 
-// How many rows a thread works on at a time: whole blocks of poses, with so much text that waiting
-// for the other threads costs little.
-std::size_t BvhRows::RowsAtOnce() const {
-    constexpr std::size_t kBytes = std::size_t{1} << 18;
-    return std::max<std::size_t>(kBytes / longestRow_ / kPoseLanes, 1) * kPoseLanes;
-}
-
 void BvhRows::Write(text::ByteSink& out, const Progress& progress) {
     enum Step : std::size_t { Angles, Text, Steps };
-    const std::size_t share = RowsAtOnce();
+    const std::size_t share = FramesAtOnce(longestRow_);
     std::vector<Part> parts(PartsFor(frames_ * joints_));
     BlockOrder order(Steps);
     order.Run((frames_ + share - 1) / share, parts.size(),

@@ -60,7 +60,6 @@ class BvhRows {
         ExportedMotion::Scratch motion;
     };
 
-    std::size_t RowsAtOnce() const;
     void Compute(Part& part) const;
     void ComputeBlock(std::size_t first, std::size_t count, Part& part) const;
     void ComputeFrame(std::size_t frame, Part& part) const;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "export/block_order.h"
+#include "export/block_parts.h"
 #include "export/column_names.h"
 #include "export/run_parts.h"
 #include "export/table_blocks.h"
@@ -52,7 +53,7 @@ class CsvRows {
           longestRow_((2 + kWidth * blocks.Columns()) * (text::kLongestNumber + 1) + 1) {}
 
     void Write(text::ByteSink& out, const Progress& progress) const {
-        const std::size_t share = RowsAtOnce();
+        const std::size_t share = FramesAtOnce(longestRow_);
         std::vector<CsvPart> parts(PartsFor(table_.Rows() * blocks_.Columns()));
         BlockOrder order(1);
         order.Run((table_.Rows() + share - 1) / share, parts.size(),
@@ -69,13 +70,6 @@ class CsvRows {
   private:
     // Three coordinates and three angles.
     static constexpr std::size_t kWidth = 6;
-
-    // How many rows a thread works on at a time: whole blocks of poses, with so much text that
-    // waiting for the other threads costs little.
-    std::size_t RowsAtOnce() const {
-        constexpr std::size_t kBytes = std::size_t{1} << 18;
-        return std::max<std::size_t>(kBytes / longestRow_ / math::kPoseLanes, 1) * math::kPoseLanes;
-    }
 
     void Fill(CsvPart& part, const Progress& progress) const {
         part.text.resize((part.end - part.first) * longestRow_);

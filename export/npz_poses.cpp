@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "export/block_order.h"
+#include "export/block_parts.h"
 #include "export/pose_arrays.h"
 #include "export/run_parts.h"
 
@@ -59,7 +60,8 @@ class PoseWriter {
     void Write(const Progress& progress) {
         enum Step : std::size_t { Quaternions, Numbers, Steps };
         const std::size_t rows = blocks_.Rows();
-        const std::size_t share = RowsAtOnce();
+        const std::size_t share =
+            FramesAtOnce(std::max<std::size_t>(14 * columns_ * sizeof(Element), 1));
         std::vector<Part> parts(PartsFor(rows * columns_));
         BlockOrder order(Steps);
         order.Run((rows + share - 1) / share, parts.size(),
@@ -91,13 +93,6 @@ class PoseWriter {
         std::vector<std::size_t> negatedLocal;
         TableBlocks::Scratch scratch;
     };
-
-    // How many rows a thread works on at a time: whole blocks of poses that fit into a cache.
-    std::size_t RowsAtOnce() const {
-        constexpr std::size_t kBytes = std::size_t{1} << 18;
-        const std::size_t row = std::max<std::size_t>(14 * columns_ * sizeof(Element), 1);
-        return std::max<std::size_t>(kBytes / row / math::kPoseLanes, 1) * math::kPoseLanes;
-    }
 
     void Compute(Part& part, const Progress& progress) const {
         for (std::size_t array = 0; array < kArrays.size(); ++array)

@@ -72,13 +72,18 @@ TEST(QuaternionRun, ChoosesLikeThePlainWay) {
         }
 }
 
+// Several blocks. With every other seed, no frame is at a right angle to the one before it.
+std::vector<Value> ManyValues(unsigned seed) {
+    std::vector<Value> values = SomeValues(6 * kPoseLanes + 9, seed);
+    if (seed % 2)
+        for (std::size_t frame = 1; frame < values.size(); ++frame)
+            values[frame] = seed % 3 ? Negative(values[frame - 1]) : values[0];
+    return values;
+}
+
 TEST(QuaternionRun, JoinsParts) {
-    // With the last of these, no frame of a part is at a right angle to the one before it.
     for (unsigned seed = 0; seed < 40; ++seed) {
-        std::vector<Value> values = SomeValues(6 * kPoseLanes + 9, seed);
-        if (seed % 2)
-            for (std::size_t frame = 1; frame < values.size(); ++frame)
-                values[frame] = seed % 3 ? Negative(values[frame - 1]) : values[0];
+        std::vector<Value> values = ManyValues(seed);
         const std::vector<Value> plain = Plain(values);
         const std::size_t ends[] = {2 * kPoseLanes, 3 * kPoseLanes, 5 * kPoseLanes, values.size()};
         std::vector<QuaternionRun> runs;
@@ -101,10 +106,7 @@ TEST(QuaternionRun, JoinsParts) {
 
 TEST(QuaternionRun, FollowsTheOneBefore) {
     for (unsigned seed = 0; seed < 40; ++seed) {
-        std::vector<Value> values = SomeValues(6 * kPoseLanes + 9, seed);
-        if (seed % 2)
-            for (std::size_t frame = 1; frame < values.size(); ++frame)
-                values[frame] = seed % 3 ? Negative(values[frame - 1]) : values[0];
+        std::vector<Value> values = ManyValues(seed);
         const std::vector<Value> plain = Plain(values);
         QuaternionRun before;
         for (std::size_t first = 0; first < values.size(); first += kPoseLanes) {
