@@ -39,6 +39,17 @@ msghdr MessageOf(iovec& text, Control& control) {
     return message;
 }
 
+// Calls a function of the system again as long as a signal interrupts it. Otherwise a child whose
+// number is on its way would be forgotten.
+template <class Call>
+ssize_t Uninterrupted(const Call& call) {
+    ssize_t result = 0;
+    do {
+        result = call();
+    } while (result < 0 && errno == EINTR);
+    return result;
+}
+
 // Sends the arguments, each with a NUL byte at its end, and the files.
 bool SendRequest(int socket, const std::vector<std::string>& arguments,
                  const std::array<int, kFileCount>& files) {
@@ -54,7 +65,8 @@ bool SendRequest(int socket, const std::vector<std::string>& arguments,
     header->cmsg_type = SCM_RIGHTS;
     header->cmsg_len = CMSG_LEN(sizeof(files));
     std::memcpy(CMSG_DATA(header), files.data(), sizeof(files));
-    return sendmsg(socket, &message, MSG_NOSIGNAL) == static_cast<ssize_t>(text.size());
+    return Uninterrupted([&] { return sendmsg(socket, &message, MSG_NOSIGNAL); }) ==
+           static_cast<ssize_t>(text.size());
 }
 
 struct StartRequest {
@@ -68,7 +80,7 @@ bool ReceiveRequest(int socket, StartRequest& request) {
     iovec part{text.data(), text.size()};
     Control control;
     msghdr message = MessageOf(part, control);
-    const ssize_t size = recvmsg(socket, &message, MSG_CMSG_CLOEXEC);
+    const ssize_t size = Uninterrupted([&] { return recvmsg(socket, &message, MSG_CMSG_CLOEXEC); });
     const cmsghdr* const header = CMSG_FIRSTHDR(&message);
     if (size <= 0 || !header || header->cmsg_len != CMSG_LEN(sizeof(request.files))) return false;
     std::memcpy(request.files.data(), CMSG_DATA(header), sizeof(request.files));
@@ -153,8 +165,9 @@ void ImportStarter::Stop() {
 
 pid_t ImportStarter::Start(const std::vector<std::string>& arguments, int output, int errors) {
     int answer = 0;
-    const bool isAnswered = SendRequest(socket_, arguments, {output, errors}) &&
-                            recv(socket_, &answer, sizeof(answer), 0) == sizeof(answer);
+    const bool isAnswered =
+        SendRequest(socket_, arguments, {output, errors}) &&
+        Uninterrupted([&] { return recv(socket_, &answer, sizeof(answer), 0); }) == sizeof(answer);
     if (isAnswered && answer > 0) return answer;
     // The system has no room for another process or for its memory now.
     if (isAnswered && (answer == -EAGAIN || answer == -ENOMEM))

@@ -1,20 +1,18 @@
 #include "dataset/import_starter.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <fstream>
 #include <gmock/gmock.h>
-#include <poll.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
-#include "dataset/import_process.h"
-
 namespace import_starter_test {
 namespace {
 
-using dataset::ImportProcess;
 using dataset::ImportStarter;
 
 int prepared = 0;
@@ -46,14 +44,28 @@ struct Ended {
     std::string errors;
 };
 
+std::string TextOf(std::FILE* file) {
+    std::string text(1000, '\0');
+    std::rewind(file);
+    text.resize(std::fread(text.data(), 1, text.size(), file));
+    std::fclose(file);
+    return text;
+}
+
+// Does not use ImportProcess, which would start this program anew if the starter fails, and with
+// it these tests.
 Ended RunToEnd(ImportStarter& starter, const std::vector<std::string>& arguments) {
-    ImportProcess process(arguments, &starter);
-    while (!process.Reap()) {
-        pollfd file{process.OutputFile(), POLLIN, 0};
-        poll(&file, 1, 1);
-        process.Read();
-    }
-    return {process.WaitStatus(), process.Output(), process.Errors()};
+    std::FILE* const output = std::tmpfile();
+    std::FILE* const errors = std::tmpfile();
+    Ended ended{-1, "", ""};
+    const pid_t id = starter.Start(arguments, fileno(output), fileno(errors));
+    EXPECT_GT(id, 0);
+    if (id > 0)
+        while (waitpid(id, &ended.waitStatus, 0) < 0 && errno == EINTR) {
+        }
+    ended.output = TextOf(output);
+    ended.errors = TextOf(errors);
+    return ended;
 }
 
 std::vector<pid_t> Children() {
@@ -85,6 +97,34 @@ TEST(ImportStarter, OutlivesAnImportThatCrashes) {
     const Ended crashed = RunToEnd(starter, {"abort"});
     EXPECT_TRUE(WIFSIGNALED(crashed.waitStatus) && WTERMSIG(crashed.waitStatus) == SIGABRT);
     EXPECT_EQ(WEXITSTATUS(RunToEnd(starter, {"next"}).waitStatus), 1);
+    EXPECT_TRUE(starter.CanStart());
+}
+
+// Interrupts the functions of the system that wait, again and again.
+class Interrupting {
+  public:
+    Interrupting() {
+        struct sigaction action {};
+        action.sa_handler = [](int) {};
+        sigaction(SIGALRM, &action, &before_);
+        const itimerval often{{0, 100}, {0, 100}};
+        setitimer(ITIMER_REAL, &often, nullptr);
+    }
+    ~Interrupting() {
+        const itimerval never{};
+        setitimer(ITIMER_REAL, &never, nullptr);
+        sigaction(SIGALRM, &before_, nullptr);
+    }
+
+  private:
+    struct sigaction before_ {};
+};
+
+TEST(ImportStarter, IsNotDisturbedBySignals) {
+    ImportStarter starter({Prepare, RunImport});
+    const Interrupting interrupting;
+    for (int import = 0; import < 20; ++import)
+        EXPECT_EQ(WEXITSTATUS(RunToEnd(starter, {"a", "b"}).waitStatus), 2);
     EXPECT_TRUE(starter.CanStart());
 }
 
