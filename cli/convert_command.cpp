@@ -1,6 +1,8 @@
 #include "cli/convert_command.h"
 
+#include <csignal>
 #include <optional>
+#include <string>
 
 #include "cli/arguments.h"
 #include "cli/convert_show.h"
@@ -36,10 +38,33 @@ int Plan(const dataset::Conversion& conversion, const std::string& program) {
     return show.Failures() > 0 ? dataset::kSomeFailed : dataset::kImported;
 }
 
+// While there is such an object, no signal reaches this thread, nor the threads that are started.
+class BlockedSignals {
+  public:
+    BlockedSignals() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &before_);
+    }
+    ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    BlockedSignals(const BlockedSignals&) = delete;
+    BlockedSignals& operator=(const BlockedSignals&) = delete;
+
+  private:
+    sigset_t before_{};
+};
+
+// A thread of the plug-in must not get the signals that say that an import has ended, or that the
+// user wants to stop.
+take::LoadedPlugin LoadWithoutSignals(const std::string& plugin) {
+    const BlockedSignals blocked;
+    return take::LoadPlugin(plugin);
+}
+
 int Run(dataset::Conversion& conversion, const dataset::Request& request,
         dataset::ImportStarter* starter) {
     // The plug-in is loaded here only so that a failure is reported once and not by every import.
-    const take::LoadedPlugin loaded = take::LoadPlugin(request.plugin);
+    const take::LoadedPlugin loaded = LoadWithoutSignals(request.plugin);
     if (!loaded.plugin) throw PluginError(loaded.problem);
     ConvertShow show(conversion.JobCount());
     dataset::Watcher watcher;

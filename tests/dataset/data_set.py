@@ -134,8 +134,8 @@ class DataSet(unittest.TestCase):
         self.took = "".join(re.findall(TOOK, out))
         return re.sub(f"{TOOK}\n", "", out), err
 
-    def start(self, line, **how):
-        return subprocess.Popen(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL,
+    def start(self, line, env=None, **how):
+        return subprocess.Popen(self.words(line, **how), cwd=self.folder, stdin=subprocess.DEVNULL, env=env,
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, start_new_session=True)
 
     def wait_for(self, condition, seconds=60):

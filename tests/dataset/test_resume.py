@@ -183,6 +183,14 @@ class CtrlC(DataSet):
             for path in (self.folder / "out").rglob("*.json"):
                 path.unlink()
 
+    def test_a_thread_of_the_plugin_does_not_get_it(self):
+        self.put_slow()
+        env = dict(os.environ, STAND_IN_THREAD="1")
+        run = self.start("takes -j2", env=env, plugin=self.stand_in)
+        self.wait_for(lambda: self.outputs() >= 3)
+        run.send_signal(signal.SIGINT)
+        self.check_cancelled(run)
+
     def test_the_terminal_may_send_it_to_all_processes(self):
         self.put_slow()
         run = self.start("takes -j2", plugin=self.stand_in)
