@@ -79,7 +79,8 @@ class CsvRows {
             Compute(row, count, part);
             for (std::size_t index = 0; index < count; ++index) {
                 progress.Report(row + index, table_.Rows());
-                end = WriteRow(end, row + index, &part.numbers[index * kWidth * blocks_.Columns()]);
+                end = WriteRow(end, row + index,
+                               part.numbers.data() + index * kWidth * blocks_.Columns());
             }
         }
         part.size = static_cast<std::size_t>(end - part.text.data());
