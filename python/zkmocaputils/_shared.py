@@ -72,12 +72,19 @@ class Lender:
         return np.frombuffer(mapped, np.float64, len(mapped) // 8)
 
 
+class _Lease(weakref.ref):  # type: ignore[type-arg]
+    """Calls a function when no array of a take is left."""
+
+    number: int  # of the memory
+
+
 class Borrower:
     """The same memory in the process that reads the takes."""
 
     def __init__(self) -> None:
         self._mapped: dict[int, mmap.mmap] = {}
-        self._unused: list[int] = []
+        self._leases: dict[int, _Lease] = {}  # each by the number of its memory
+        self._ended: list[Any] = []  # such leases
 
     def receive(self, place: Place, pipe: Any) -> Array:
         """Returns the array in the memory. Receives a descriptor from the pipe, if one follows."""
@@ -91,12 +98,16 @@ class Borrower:
             self._mapped.pop(number, None)
         # All arrays of the take refer to this object, which refers to the memory.
         lease = (ctypes.c_char * place.size).from_buffer(self._mapped[place.number])
-        weakref.finalize(lease, self._unused.append, place.number).atexit = False
+        # The function must not be one of Python's own: Python ignores a Ctrl-C that comes during a call from here.
+        kept = self._leases[place.number] = _Lease(lease, self._ended.append)
+        kept.number = place.number
         return np.frombuffer(memoryview(lease), np.float64, place.size // 8)
 
     def unused(self) -> list[int]:
         """Returns the numbers of memory in which no take is left, each once."""
         numbers = []
-        while self._unused:
-            numbers.append(self._unused.pop())
+        while self._ended:
+            number = self._ended.pop().number
+            del self._leases[number]
+            numbers.append(number)
         return numbers
