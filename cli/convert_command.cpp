@@ -1,6 +1,5 @@
 #include "cli/convert_command.h"
 
-#include <csignal>
 #include <optional>
 #include <string>
 
@@ -11,6 +10,7 @@
 #include "dataset/exit_status.h"
 #include "dataset/import_starter.h"
 #include "dataset/request.h"
+#include "files/signals_blocked.h"
 #include "take/plugin_library.h"
 #include "text/byte_sink.h"
 #include "text/shell_words.h"
@@ -38,26 +38,10 @@ int Plan(const dataset::Conversion& conversion, const std::string& program) {
     return show.Failures() > 0 ? dataset::kSomeFailed : dataset::kImported;
 }
 
-// While there is such an object, no signal reaches this thread, nor the threads that are started.
-class BlockedSignals {
-  public:
-    BlockedSignals() {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &before_);
-    }
-    ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-    BlockedSignals(const BlockedSignals&) = delete;
-    BlockedSignals& operator=(const BlockedSignals&) = delete;
-
-  private:
-    sigset_t before_{};
-};
-
 // A thread of the plug-in must not get the signals that say that an import has ended, or that the
 // user wants to stop.
 take::LoadedPlugin LoadWithoutSignals(const std::string& plugin) {
-    const BlockedSignals blocked;
+    const files::SignalsBlocked blocked;
     return take::LoadPlugin(plugin);
 }
 

@@ -3,7 +3,6 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -13,6 +12,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "files/signals_blocked.h"
 #include "text/byte_sink.h"
 
 namespace files {
@@ -34,23 +34,6 @@ struct Registered {
 };
 Registered registered;
 static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
-
-// Blocks all signals in this thread while an object of this class exists. This way no signal is
-// handled between the creation of a folder and its registration.
-class SignalsBlocked {
-  public:
-    SignalsBlocked() {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_BLOCK, &all, &former_);
-    }
-    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
-    SignalsBlocked(const SignalsBlocked&) = delete;
-    SignalsBlocked& operator=(const SignalsBlocked&) = delete;
-
-  private:
-    sigset_t former_{};
-};
 
 // Returns the folder that TMPDIR names, or /tmp if TMPDIR is not set.
 std::string FolderOnDisk() {
@@ -97,6 +80,7 @@ void WriteAll(int file, std::string_view text, const std::string& path) {
 }  // namespace
 
 MendedFolder::MendedFolder(std::size_t bytes) {
+    // No signal is handled between the creation of the folder and its registration.
     const SignalsBlocked blocked;
     int error = 0;
     for (const std::string& folder : ParentFolders(bytes)) {
