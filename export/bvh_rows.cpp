@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "export/block_order.h"
 #include "export/block_parts.h"
 #include "export/finite_check.h"
 #include "export/lane_poses.h"
@@ -11,6 +10,7 @@
 #include "export/readable_name.h"
 #include "export/run_parts.h"
 #include "text/number_text.h"
+#include "threads/block_order.h"
 
 namespace exporters {
 namespace {
@@ -47,7 +47,7 @@ void BvhRows::Write(text::ByteSink& out, const Progress& progress) {
     enum Step : std::size_t { Angles, Text, Steps };
     const std::size_t share = FramesAtOnce(longestRow_);
     std::vector<Part> parts(PartsFor(frames_ * joints_));
-    BlockOrder order(Steps);
+    threads::BlockOrder order(Steps);
     order.Run((frames_ + share - 1) / share, parts.size(),
               [&](std::size_t thread, std::size_t block) {
                   Part& part = parts[thread];

@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "export/block_order.h"
 #include "export/block_parts.h"
 #include "export/column_names.h"
 #include "export/run_parts.h"
@@ -12,6 +11,7 @@
 #include "export/tables.h"
 #include "text/byte_sink.h"
 #include "text/number_text.h"
+#include "threads/block_order.h"
 
 namespace exporters {
 namespace {
@@ -55,7 +55,7 @@ class CsvRows {
     void Write(text::ByteSink& out, const Progress& progress) const {
         const std::size_t share = FramesAtOnce(longestRow_);
         std::vector<CsvPart> parts(PartsFor(table_.Rows() * blocks_.Columns()));
-        BlockOrder order(1);
+        threads::BlockOrder order(1);
         order.Run((table_.Rows() + share - 1) / share, parts.size(),
                   [&](std::size_t thread, std::size_t block) {
                       CsvPart& part = parts[thread];

@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "export/block_order.h"
 #include "export/block_parts.h"
 #include "export/pose_arrays.h"
 #include "export/run_parts.h"
+#include "threads/block_order.h"
 
 namespace exporters {
 namespace {
@@ -63,7 +63,7 @@ class PoseWriter {
         const std::size_t share =
             FramesAtOnce(std::max<std::size_t>(14 * columns_ * sizeof(Element), 1));
         std::vector<Part> parts(PartsFor(rows * columns_));
-        BlockOrder order(Steps);
+        threads::BlockOrder order(Steps);
         order.Run((rows + share - 1) / share, parts.size(),
                   [&](std::size_t thread, std::size_t block) {
                       Part& part = parts[thread];

@@ -1,8 +1,21 @@
-#include "export/block_order.h"
+#include "threads/block_order.h"
 
 #include <utility>
 
-namespace exporters {
+namespace threads {
+namespace {
+
+// Blocks take about the same time, so a thread mostly waits for a few microseconds. A thread that
+// sleeps takes longer than that to wake up.
+constexpr int kLooks = 400;
+
+void Pause() {
+#if defined(__x86_64__)
+    __builtin_ia32_pause();
+#endif
+}
+
+}  // namespace
 
 bool BlockOrder::HasFailedBefore(std::size_t block) {
     const std::lock_guard lock(mutex_);
@@ -20,6 +33,10 @@ void BlockOrder::Fail(std::size_t block, std::exception_ptr exception) {
 }
 
 void BlockOrder::WaitFor(std::size_t step, std::size_t block) {
+    for (int i = 0; i < kLooks; ++i) {
+        if (done_[step] == block) return;
+        Pause();
+    }
     std::unique_lock lock(mutex_);
     const auto hasFailed = [&] { return exception_ && failed_ < block; };
     changed_.wait(lock, [&] { return done_[step] == block || hasFailed(); });
@@ -34,4 +51,4 @@ void BlockOrder::Finish(std::size_t step) {
     changed_.notify_all();
 }
 
-}  // namespace exporters
+}  // namespace threads

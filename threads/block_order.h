@@ -1,5 +1,4 @@
-// Lets several threads work on the blocks of a file whose parts must follow each other.
-// Internal to export/.
+// Lets several threads work on the blocks of a text or a file whose parts must follow each other.
 #pragma once
 
 #include <atomic>
@@ -9,9 +8,9 @@
 #include <mutex>
 #include <vector>
 
-#include "export/run_parts.h"
+#include "threads/helpers.h"
 
-namespace exporters {
+namespace threads {
 
 // Each thread takes the next block that nobody has taken, so none has to wait for a slower one,
 // except for the steps that are done in the order of the blocks, such as writing.
@@ -27,22 +26,33 @@ class BlockOrder {
     // threads if it does not depend on time.
     template <class Work>
     void Run(std::size_t blocks, std::size_t threads, const Work& work) {
-        std::atomic<std::size_t> next{0};
-        RunParts(threads, [&](std::size_t thread) {
-            for (std::size_t block = next++; block < blocks; block = next++) {
-                if (HasFailedBefore(block)) return;
-                try {
-                    work(thread, block);
-                } catch (...) {
-                    Fail(block, std::current_exception());
-                    return;
-                }
+        struct Loop {
+            BlockOrder& order;
+            const Work& work;
+            std::size_t blocks;
+            std::atomic<std::size_t> nextThread{0};
+            std::atomic<std::size_t> nextBlock{0};
+
+            static void Help(void* context) noexcept {
+                Loop& loop = *static_cast<Loop*>(context);
+                loop.Run(++loop.nextThread);
             }
-        });
+            void Run(std::size_t thread) noexcept {
+                for (std::size_t block = nextBlock++; block < blocks; block = nextBlock++)
+                    if (!order.Do(block, [&] { work(thread, block); })) return;
+            }
+        };
+        Loop loop{*this, work, blocks};
+        {
+            const std::size_t useful = threads < blocks ? threads : blocks;
+            const Helpers helpers(useful > 1 ? useful - 1 : 0, Loop::Help, &loop);
+            loop.Run(0);
+        }
         if (exception_) std::rethrow_exception(exception_);
     }
 
-    // Calls work() as soon as all blocks before this one have done the step.
+    // Calls work() as soon as all blocks before this one have done the step. Throws if one of them
+    // has failed; the caller must pass that on.
     template <class Work>
     void InOrder(std::size_t step, std::size_t block, const Work& work) {
         WaitFor(step, block);
@@ -53,6 +63,18 @@ class BlockOrder {
   private:
     struct Stopped {};  // thrown in a block if an earlier one has failed
 
+    // Returns false if no more blocks are to be begun.
+    template <class Work>
+    bool Do(std::size_t block, const Work& work) noexcept {
+        if (HasFailedBefore(block)) return false;
+        try {
+            work();
+        } catch (...) {
+            Fail(block, std::current_exception());
+            return false;
+        }
+        return true;
+    }
     bool HasFailedBefore(std::size_t block);
     void Fail(std::size_t block, std::exception_ptr exception);
     void WaitFor(std::size_t step, std::size_t block);
@@ -60,9 +82,10 @@ class BlockOrder {
 
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::vector<std::size_t> done_;  // for each step, how many blocks have done it
+    // For each step, how many blocks have done it. Changed only while the mutex is locked.
+    std::vector<std::atomic<std::size_t>> done_;
     std::exception_ptr exception_;
     std::size_t failed_ = 0;  // the first block that failed, if there is an exception
 };
 
-}  // namespace exporters
+}  // namespace threads

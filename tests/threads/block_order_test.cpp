@@ -1,4 +1,4 @@
-#include "export/block_order.h"
+#include "threads/block_order.h"
 
 #include <gtest/gtest.h>
 #include <numeric>
@@ -8,7 +8,7 @@
 
 namespace {
 
-using exporters::BlockOrder;
+using threads::BlockOrder;
 
 struct BlockOrderCase {
     const char* name;
