@@ -1,6 +1,6 @@
 // Times the loops of the survey that have a slower reference, on files of 10,000 frames. BM_Scan
 // and BM_ScanParts scan the rows of a BVH motion, BM_ReadRows and BM_PlainRows read them, BM_Next
-// and BM_NextFrames re-express the rotations of a joint. BM_MatchFrames and BM_Matches match the
+// and BM_Blocks re-express the rotations of a joint. BM_MatchFrames and BM_Matches match the
 // frames of an AMC motion. The argument is the number of threads. The bytes per second count the
 // bytes of the file, the items per second frames.
 #include <algorithm>
@@ -16,7 +16,6 @@
 #include "survey/amc_matches.h"
 #include "survey/bvh_plain_rows.h"
 #include "survey/bvh_rotations.h"
-#include "survey/rotation_arcs.h"
 #include "survey/row_scan_parts.h"
 
 namespace {
@@ -112,13 +111,17 @@ void BM_Next(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * kShape.frames);
 }
 
-void BM_NextFrames(benchmark::State& state) {
+void BM_Blocks(benchmark::State& state) {
     Turning turning;
+    survey::ListedBlock block;
     for ([[maybe_unused]] auto _ : state) {
         survey::ReexpressedAngles turned(turning.joint);
-        for (std::size_t at = 0; at < kFrames; at += survey::kArcs)
-            turned.NextFrames(&turning.values[3 * at], 3, std::min(survey::kArcs, kFrames - at),
-                              &turning.angles[3 * at], 3);
+        for (std::size_t at = 0; at < kFrames; at += survey::kFramesInBlock) {
+            const survey::FrameRows rows = {&turning.values[3 * at], 3,
+                                            std::min(survey::kFramesInBlock, kFrames - at)};
+            turned.Compute(rows, block);
+            turned.Follow(rows, block, &turning.angles[3 * at], 3);
+        }
         benchmark::DoNotOptimize(turning.angles.data());
     }
     state.SetItemsProcessed(state.iterations() * kShape.frames);
@@ -181,7 +184,7 @@ BENCHMARK(BM_ScanParts)->Apply(Threads);
 BENCHMARK(BM_ReadRows)->Apply(Unit);
 BENCHMARK(BM_PlainRows)->Apply(Threads);
 BENCHMARK(BM_Next)->Apply(Unit);
-BENCHMARK(BM_NextFrames)->Apply(Unit);
+BENCHMARK(BM_Blocks)->Apply(Unit);
 BENCHMARK(BM_MatchFrames)->Apply(Unit);
 BENCHMARK(BM_Matches)->Apply(Threads);
 

@@ -4,8 +4,7 @@
 #include <cmath>
 
 #include "math/angles.h"
-#include "survey/rotation_arcs.h"
-#include "threads/for_each.h"
+#include "math/listed_rotations.h"
 
 namespace survey {
 namespace {
@@ -13,7 +12,7 @@ namespace {
 // If the cosine of the angle about y is below this, the angles about x and z count as rotating
 // about the same axis (gimbal lock).
 constexpr double kLock = 1e-14;
-// A double above this has no place for a fraction, if the number is added to it.
+// A double between 2^52 and 2^53 has no fraction. So adding this number rounds to an integer.
 constexpr double kNoFraction = 0x1.8p52;
 
 using Angles = std::array<double, 3>;  // about x, y and z, in degrees
@@ -79,9 +78,8 @@ void ReexpressedAngles::Begin(const double* row) {
         previous_[axes_[i]] = row[columns_[i]];
 }
 
-void ReexpressedAngles::Follow(double x, double y, double z, bool isLocked) {
-    Angles near = {x * math::kDegreesPerRadian, y * math::kDegreesPerRadian,
-                   z * math::kDegreesPerRadian};
+void ReexpressedAngles::FollowAngles(const Angles& angles, bool isLocked) {
+    Angles near = angles;
     Angles far = {near[0] + math::kHalfTurn, math::kHalfTurn - near[1], near[2] + math::kHalfTurn};
     // `near` and `far` are the same rotation. At gimbal lock `near` is used, because it keeps z.
     if (FollowFrom(near, previous_) <= FollowFrom(far, previous_) || isLocked)
@@ -111,44 +109,32 @@ void ReexpressedAngles::Next(const double* row, double angles[3]) {
     }
     const double y = std::atan2(-m[6], cosine);
     const double x = std::atan2(sinZ * m[2] - cosZ * m[5], cosZ * m[4] - sinZ * m[1]);
-    Follow(x, y, z, isLocked);
+    FollowAngles(
+        {x * math::kDegreesPerRadian, y * math::kDegreesPerRadian, z * math::kDegreesPerRadian},
+        isLocked);
     std::copy(previous_.begin(), previous_.end(), angles);
 }
 
-void ReexpressedAngles::NextFrames(const double* row, std::size_t stride, std::size_t count,
-                                   double* angles, std::size_t width) {
-    ArcBlock block;
+void ReexpressedAngles::Compute(const FrameRows& rows, ListedBlock& block) const {
+    math::AngleLanes listed{};
     for (std::size_t i = 0; i < count_; ++i)
-        for (std::size_t frame = 0; frame < count; ++frame)
-            block.listed[i][frame] = row[frame * stride + columns_[i]];
-    ComputeArcs(axes_, count_, count, block);
-    Begin(row);
-    for (std::size_t frame = 0; frame < count; ++frame, row += stride, angles += width) {
-        if (block.cosine[frame] < kLock) {
-            Next(row, angles);
-            continue;
-        }
-        Follow(block.angles[0][frame], block.angles[1][frame], block.angles[2][frame], false);
-        std::copy(previous_.begin(), previous_.end(), angles);
-    }
+        for (std::size_t frame = 0; frame < rows.count; ++frame)
+            listed.angle[i][frame] = rows.first[frame * rows.stride + columns_[i]];
+    math::AnglesOfListed(axes_, count_, listed, block.angles, block.cosines);
 }
 
-// A joint's angles in a frame depend on its angles in the frame before. Therefore each thread
-// computes all frames of some joints.
-ReexpressedFrames::ReexpressedFrames(const BvhSection& section,
-                                     const std::vector<std::size_t>& joints,
-                                     const BvhFrames& frames, std::size_t threads)
-    : width_(3 * joints.size()), angles_(width_ * frames.Count()) {
-    std::vector<ReexpressedAngles> turned;
-    turned.reserve(joints.size());
-    for (const std::size_t joint : joints)
-        turned.emplace_back(section.joints[joint]);
-    threads::ForEach(turned.size(), threads, [&](std::size_t joint) {
-        for (std::size_t frame = 0; frame < frames.Count(); frame += kArcs)
-            turned[joint].NextFrames(frames.Frame(frame), frames.channels,
-                                     std::min(kArcs, frames.Count() - frame),
-                                     angles_.data() + frame * width_ + 3 * joint, width_);
-    });
+void ReexpressedAngles::Follow(const FrameRows& rows, const ListedBlock& block, double* angles,
+                               std::size_t width) {
+    Begin(rows.first);
+    const auto& [x, y, z] = block.angles.angle;
+    for (std::size_t frame = 0; frame < rows.count; ++frame, angles += width) {
+        if (block.cosines[frame] < kLock) {
+            Next(rows.first + frame * rows.stride, angles);
+            continue;
+        }
+        FollowAngles({x[frame], y[frame], z[frame]}, false);
+        std::copy(previous_.begin(), previous_.end(), angles);
+    }
 }
 
 }  // namespace survey

@@ -4,13 +4,28 @@
 
 #include <array>
 #include <cstddef>
-#include <vector>
 
-#include "survey/bvh_rows.h"
+#include "math/pose_lanes.h"
 #include "survey/bvh_skeleton.h"
-#include "survey/numbers.h"
 
 namespace survey {
+
+// The most frames that are computed at a time.
+inline constexpr std::size_t kFramesInBlock = math::kPoseLanes;
+
+// The values of frames that follow each other.
+struct FrameRows {
+    const double* first;  // the values of the first frame
+    std::size_t stride;   // the values of the next frame are this many numbers further
+    std::size_t count;    // the number of frames, at most kFramesInBlock
+};
+
+// The angles of one joint in such frames before it is known which angles of the same rotations are
+// the nearest to those of the frames before.
+struct ListedBlock {
+    math::AngleLanes angles;         // about x, y and z, in degrees
+    double cosines[kFramesInBlock];  // of the angle about y; 0 if Next must compute the frame
+};
 
 // Computes the angles of one joint, frame by frame.
 class ReexpressedAngles {
@@ -23,19 +38,22 @@ class ReexpressedAngles {
     // before; in the first frame, those nearest to the listed angles. At gimbal lock, the angle
     // about z stays as it was.
     void Next(const double* row, double angles[3]);
-    // Does the same for the next `count` frames, at most kArcs (rotation_arcs.h), and faster. The
-    // values of the frames are `stride` numbers apart, their angles `width` numbers.
-    void NextFrames(const double* row, std::size_t stride, std::size_t count, double* angles,
-                    std::size_t width);
+
+    // Compute and Follow together do the same for the frames of a block, and faster. The angles
+    // differ from those of Next by rounding errors. Compute may be called on several threads, for
+    // any block. Follow must be called for one block after the other; the angles of its frames are
+    // `width` numbers apart.
+    void Compute(const FrameRows& rows, ListedBlock& block) const;
+    void Follow(const FrameRows& rows, const ListedBlock& block, double* angles, std::size_t width);
 
   private:
     using Matrix = std::array<double, 9>;  // m[3 * row + column]
 
     Matrix Product(const double* row) const;
     void Begin(const double* row);
-    // Sets `previous_` to the angles, which are about x, y and z in radians, or to others of the
+    // Sets `previous_` to the angles, which are about x, y and z in degrees, or to others of the
     // same rotation.
-    void Follow(double x, double y, double z, bool isLocked);
+    void FollowAngles(const std::array<double, 3>& angles, bool isLocked);
 
     std::array<std::size_t, 3> axes_{};     // the axes of the rotations, in the order of the file
     std::array<std::size_t, 3> columns_{};  // the indexes of their values in a row
@@ -43,23 +61,6 @@ class ReexpressedAngles {
     bool isFirst_ = true;
     // Angles of the last frame about x, y and z, in degrees.
     std::array<double, 3> previous_{};
-};
-
-// Holds the angles of several joints in every frame.
-class ReexpressedFrames {
-  public:
-    // `joints` are indexes into the section's joints, in rising order. Computes on `threads`
-    // threads, the calling one included.
-    ReexpressedFrames(const BvhSection& section, const std::vector<std::size_t>& joints,
-                      const BvhFrames& frames, std::size_t threads);
-
-    // The angles of the frame at this index, counted from 0. There are three for each of `joints`:
-    // about x, y and z, in degrees.
-    const double* Frame(std::size_t frame) const { return angles_.data() + frame * width_; }
-
-  private:
-    std::size_t width_;
-    Numbers angles_;
 };
 
 }  // namespace survey

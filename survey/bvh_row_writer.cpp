@@ -74,8 +74,8 @@ std::vector<std::size_t> ReexpressedJoints(const BvhPlan& plan) {
 }
 
 BvhRowWriter::BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
-                           const ReexpressedFrames& reexpressed, std::string_view text)
-    : frames_(frames), textEnd_(text.data() + text.size()), reexpressed_(reexpressed) {
+                           std::string_view text)
+    : frames_(frames), textEnd_(text.data() + text.size()) {
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const auto own = PlannedColumns(section, plan, i);
         columns_.insert(columns_.end(), own.begin(), own.end());
@@ -101,12 +101,7 @@ void BvhRowWriter::ReadWords(const BvhRow& row) {
     }
 }
 
-void BvhRowWriter::Write(std::size_t first, std::size_t last, std::string& out) {
-    for (std::size_t frame = first; frame < last; ++frame)
-        WriteRow(frame, out);
-}
-
-void BvhRowWriter::WriteRow(std::size_t frame, std::string& out) {
+void BvhRowWriter::Write(std::size_t frame, const double* angles, std::string& out) {
     const BvhRow& row = frames_.rows[frame];
     const double* values = frames_.Frame(frame);
     ReadWords(row);
@@ -117,7 +112,7 @@ void BvhRowWriter::WriteRow(std::size_t frame, std::string& out) {
     if (row_.size() < longest) row_.resize(longest);
     char* const first = row_.data();
     char* last = first;
-    angles_ = reexpressed_.Frame(frame);
+    angles_ = angles;
     for (const BvhColumn& column : columns_) {
         last = WriteColumn(column, row, values, last);
         *last++ = ' ';

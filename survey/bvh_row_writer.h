@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "survey/bvh_plan.h"
-#include "survey/bvh_rotations.h"
 #include "survey/bvh_rows.h"
 #include "survey/bvh_skeleton.h"
 
@@ -33,24 +32,21 @@ std::vector<std::size_t> ReexpressedJoints(const BvhPlan& plan);
 
 class BvhRowWriter {
   public:
-    // `reexpressed` holds the angles of ReexpressedJoints(plan). `frames`, `reexpressed` and `text`
-    // must outlive this object.
+    // `frames` and `text` must outlive this object.
     BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
-                 const ReexpressedFrames& reexpressed, std::string_view text);
+                 std::string_view text);
 
-    // Appends the rows of the frames with the indexes from `first` to `last` - 1, each with a line
-    // feed.
-    void Write(std::size_t first, std::size_t last, std::string& out);
+    // Appends the row of the frame at this index, counted from 0, with a line feed. `angles` has
+    // three angles about x, y and z, in degrees, for each of ReexpressedJoints(plan).
+    void Write(std::size_t frame, const double* angles, std::string& out);
 
   private:
-    void WriteRow(std::size_t frame, std::string& out);
     void ReadWords(const BvhRow& row);
     char* WriteColumn(const BvhColumn& column, const BvhRow& row, const double* values, char* out);
 
     const BvhFrames& frames_;
     const char* textEnd_;
     std::vector<BvhColumn> columns_;
-    const ReexpressedFrames& reexpressed_;
     std::size_t wordsNeeded_ = 0;  // number of words of a row up to the last one that is copied
     std::vector<std::string_view> words_;  // the file's words for the row that is being written
     std::vector<char> row_;                // buffer for the row that is being written

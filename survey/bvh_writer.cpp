@@ -4,10 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "survey/bvh_mended_rows.h"
 #include "survey/bvh_row_writer.h"
-#include "survey/ordered_text.h"
 #include "text/number_text.h"
-#include "threads/for_each.h"
 #include "threads/thread_count.h"
 
 namespace survey {
@@ -15,11 +14,6 @@ namespace {
 
 // The most tabs that a line is indented by.
 constexpr std::size_t kDeepest = 32;
-// A thread writes so many bytes before it waits for its turn to append them.
-constexpr std::size_t kPartBytes = std::size_t{64} << 10U;
-// With fewer rows, preparing a writer would take as long as writing them.
-constexpr std::size_t kFewestRows = 32;
-
 // Writing a value takes about as long as reading so many bytes.
 constexpr std::size_t kBytesPerValue = 16;
 
@@ -49,7 +43,8 @@ class SectionWriter {
         Line(motion.framesAt.line, "Frames: " + std::to_string(part_.frames.Count()));
         Line(motion.timeAt.line,
              "Frame Time: " + (isStated ? motion.timeWord : text::NumberText(frameTime)));
-        WriteRows(text);
+        const std::size_t threads = threads::CountFor(part_.frames.values.size() * kBytesPerValue);
+        WriteMendedRows(section_, part_.plan, part_.frames, text, threads, writer_.Text());
         for (const BvhRow& row : part_.frames.rows) {
             writer_.From(row.line);
             writer_.CountLine();
@@ -57,29 +52,6 @@ class SectionWriter {
     }
 
   private:
-    void WriteRows(std::string_view text) {
-        const BvhFrames& frames = part_.frames;
-        const std::size_t threads = threads::CountFor(frames.values.size() * kBytesPerValue);
-        const ReexpressedFrames reexpressed(section_, ReexpressedJoints(part_.plan), frames,
-                                            threads);
-        const std::size_t rowBytes = kBytesPerValue * std::max<std::size_t>(frames.channels, 1);
-        const std::size_t rows = std::max(kPartBytes / rowBytes, kFewestRows);
-        OrderedText ordered(writer_.Text());
-        threads::ForEach((frames.Count() + rows - 1) / rows, threads, [&](std::size_t part) {
-            try {
-                const std::size_t first = part * rows;
-                const std::size_t last = std::min(first + rows, frames.Count());
-                std::string out;
-                BvhRowWriter(section_, part_.plan, frames, reexpressed, text)
-                    .Write(first, last, out);
-                ordered.Append(part, out);
-            } catch (...) {
-                ordered.Fail(part);
-            }
-        });
-        ordered.Finish();
-    }
-
     void Open(std::uint32_t index) {
         const BvhJoint& joint = section_.joints[index];
         const BvhJointPlan& plan = part_.plan.joints[index];

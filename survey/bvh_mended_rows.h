@@ -1,0 +1,20 @@
+// Writes the rows of a mended text on several threads.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "survey/bvh_plan.h"
+#include "survey/bvh_rows.h"
+#include "survey/bvh_skeleton.h"
+
+namespace survey {
+
+// Appends the rows of all frames to `out`, each with a line feed, on at most `threads` threads, the
+// calling one included. `text` is the file that the frames were read from. The result does not
+// depend on the number of threads. Throws std::bad_alloc.
+void WriteMendedRows(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
+                     std::string_view text, std::size_t threads, std::string& out);
+
+}  // namespace survey
