@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include "files/disk_full.h"
@@ -109,8 +110,14 @@ void OutputFile::WriteUnbuffered(std::string_view bytes) {
 
 std::uint64_t OutputFile::Skip(std::uint64_t size) {
     Flush();
+    // The bytes are written in any order, so without this the disk would be full before anybody
+    // noticed that they do not fit.
+    struct statvfs space {};
+    if (fstatvfs(file_, &space) == 0 && space.f_bavail < (missing_ + size) / space.f_frsize)
+        Fail(ENOSPC);
     const off_t end = lseek(file_, static_cast<off_t>(size), SEEK_CUR);
     if (end < 0) Fail(errno);
+    missing_ += size;
     return static_cast<std::uint64_t>(end) - size;
 }
 
@@ -122,6 +129,7 @@ void OutputFile::WriteAt(std::uint64_t offset, std::string_view bytes) {
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) Fail(errno);
         offset += static_cast<std::uint64_t>(written);
+        missing_ -= static_cast<std::uint64_t>(written);
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
 }

@@ -24,7 +24,7 @@ class OutputFile final : public text::ByteSink {
   public:
     // `isCancelled` is called before each write to the temporary file and in FinishWriting. It
     // returns whether the user wants to stop. If it is empty, writing is never cancelled. It is
-    // called on the thread that writes.
+    // called on the thread that writes; exporters write on several, but not at the same time.
     explicit OutputFile(const std::string& path, std::function<bool()> isCancelled = nullptr);
     ~OutputFile() override;
 
@@ -82,8 +82,9 @@ class OutputFile final : public text::ByteSink {
     int file_ = -1;          // descriptor of the open temporary file; -1 after Commit
     // kBufferSize bytes. They are not set at first, so only the part that is used takes memory.
     std::unique_ptr<char[]> buffer_;
-    std::size_t used_ = 0;     // number of bytes in the buffer that are not yet written to the file
-    bool isFinished_ = false;  // FinishWriting has succeeded
+    std::size_t used_ = 0;  // number of bytes in the buffer that are not yet written to the file
+    std::uint64_t missing_ = 0;  // number of bytes that were left out and are not yet written
+    bool isFinished_ = false;    // FinishWriting has succeeded
     std::function<bool()> isCancelled_;
 };
 

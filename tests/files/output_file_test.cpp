@@ -5,7 +5,9 @@
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 
+#include "files/disk_full.h"
 #include "tests/support/temporary_folder.h"
 #include "text/byte_sink.h"
 
@@ -51,6 +53,17 @@ TEST(OutputFile, TakesSkippedBytesLater) {
     file.WriteAt(2, "cd");
     file.Commit();
     EXPECT_EQ(folder.Read("a.npz"), "abcdefgh" + large);
+}
+
+// Each of the two parts would fit alone.
+TEST(OutputFile, RefusesToSkipMoreThanFits) {
+    const support::TemporaryFolder folder;
+    OutputFile file(folder.Path("a.npz"));
+    struct statvfs space {};
+    ASSERT_EQ(statvfs(folder.Path("").c_str(), &space), 0);
+    const std::uint64_t most = std::uint64_t{space.f_bavail} * space.f_frsize;
+    file.Skip(most / 3 * 2);
+    EXPECT_THROW(file.Skip(most / 3 * 2), files::DiskFull);
 }
 
 TEST(OutputFile, AsksWhetherToStopBeforeSkippedBytes) {
