@@ -10,10 +10,10 @@
 #include "dataset/exit_status.h"
 #include "dataset/import_starter.h"
 #include "dataset/request.h"
-#include "files/signals_blocked.h"
 #include "take/plugin_library.h"
 #include "text/byte_sink.h"
 #include "text/shell_words.h"
+#include "threads/signals_blocked.h"
 
 namespace cli {
 namespace {
@@ -41,7 +41,7 @@ int Plan(const dataset::Conversion& conversion, const std::string& program) {
 // A thread of the plug-in must not get the signals that say that an import has ended, or that the
 // user wants to stop.
 take::LoadedPlugin LoadWithoutSignals(const std::string& plugin) {
-    const files::SignalsBlocked blocked;
+    const threads::SignalsBlocked blocked;
     return take::LoadPlugin(plugin);
 }
 

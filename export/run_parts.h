@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "export/launch.h"
+#include "threads/signals_blocked.h"
 #include "threads/thread_count.h"
 
 namespace exporters {
@@ -26,8 +27,11 @@ inline std::size_t PartsFor(std::size_t poses, std::size_t threads = 0) {
 template <class Work>
 void RunParts(std::size_t parts, const Work& work) {
     std::vector<std::future<void>> others;
-    for (std::size_t part = 1; part < parts; ++part)
-        others.push_back(std::async(kLaunch, [&work, part] { work(part); }));
+    if (parts > 1) {
+        const threads::SignalsBlocked blocked;  // a host handles its signals on its own threads
+        for (std::size_t part = 1; part < parts; ++part)
+            others.push_back(std::async(kLaunch, [&work, part] { work(part); }));
+    }
     // If this throws, the destructors of the futures wait for the other threads.
     work(std::size_t{0});
     for (std::future<void>& other : others)

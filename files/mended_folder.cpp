@@ -12,8 +12,8 @@
 #include <unistd.h>
 #include <vector>
 
-#include "files/signals_blocked.h"
 #include "text/byte_sink.h"
+#include "threads/signals_blocked.h"
 
 namespace files {
 namespace {
@@ -81,7 +81,7 @@ void WriteAll(int file, std::string_view text, const std::string& path) {
 
 MendedFolder::MendedFolder(std::size_t bytes) {
     // No signal is handled between the creation of the folder and its registration.
-    const SignalsBlocked blocked;
+    const threads::SignalsBlocked blocked;
     int error = 0;
     for (const std::string& folder : ParentFolders(bytes)) {
         std::string name = fmt::format("{}/{}XXXXXX", folder, NamePrefix(getpid()));

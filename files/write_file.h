@@ -27,7 +27,8 @@ using FillPair = std::function<std::string(text::ByteSink& out, text::ByteSink& 
 
 // Writes one file. If it cannot be written completely, a file that already has this path is
 // unchanged. `isCancelled` is called repeatedly and returns whether the user wants to stop; it may
-// be empty. It is called on the threads that write, but not on two at the same time. If `fill`
+// be empty. It is called on the threads that write, but not on two at the same time; a
+// function that `fill` reports its progress to may run meanwhile. If `fill`
 // throws text::WriteError, text::WriteCancelled or std::bad_alloc, WriteFile returns an outcome
 // that says so. Other exceptions of `fill` are passed on to the caller.
 ZKMOCAP_API WriteOutcome WriteFile(const std::string& path, const FillFile& fill,

@@ -1,37 +1,14 @@
 #include "threads/helpers.h"
 
 #include <algorithm>
-#include <signal.h>  // NOLINT(modernize-deprecated-headers): <csignal> has no signal masks
+
+#include "threads/signals_blocked.h"
 
 namespace threads {
-namespace {
-
-// Blocks the signals that a process gets from outside, for the calling thread and the threads that
-// it starts meanwhile. The destructor restores the mask. A host handles its signals on its own
-// threads.
-class BlockedSignals {
-  public:
-    BlockedSignals() {
-        sigset_t blocked;
-        sigfillset(&blocked);
-        for (const int error : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT, SIGSYS})
-            sigdelset(&blocked, error);
-        pthread_sigmask(SIG_SETMASK, &blocked, &before_);
-    }
-    ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-    BlockedSignals(const BlockedSignals&) = delete;
-    BlockedSignals& operator=(const BlockedSignals&) = delete;
-
-  private:
-    sigset_t before_;
-};
-
-}  // namespace
-
 Helpers::Helpers(std::size_t count, Work work, void* context) noexcept
     : work_(work), context_(context) {
     if (count == 0) return;
-    const BlockedSignals blocked;
+    const SignalsBlocked blocked;  // a host handles its signals on its own threads
     for (count = std::min(count, kMost); started_ < count; ++started_)
         if (pthread_create(&threads_[started_], nullptr, Run, this) != 0) return;
 }

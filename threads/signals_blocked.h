@@ -1,17 +1,21 @@
 #pragma once
 
-#include <csignal>
+#include <initializer_list>
+#include <signal.h>  // NOLINT(modernize-deprecated-headers): <csignal> has no signal masks
 
-namespace files {
+namespace threads {
 
-// Blocks all signals in this thread while an object of this class exists. Threads that are started
-// meanwhile inherit that and never handle a signal.
+// Blocks the signals that a process gets from outside, in this thread and while an object of this
+// class exists. Threads that are started meanwhile inherit that: they never handle such a signal.
+// The signals that an error of the thread itself raises are not blocked.
 class SignalsBlocked {
   public:
     SignalsBlocked() {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_BLOCK, &all, &former_);
+        sigset_t blocked;
+        sigfillset(&blocked);
+        for (const int error : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT, SIGSYS})
+            sigdelset(&blocked, error);
+        pthread_sigmask(SIG_BLOCK, &blocked, &former_);
     }
     ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
     SignalsBlocked(const SignalsBlocked&) = delete;
@@ -21,4 +25,4 @@ class SignalsBlocked {
     sigset_t former_{};
 };
 
-}  // namespace files
+}  // namespace threads
