@@ -16,8 +16,8 @@ class Progress {
     // Reports to nobody.
     Progress() = default;
     // `report` receives the share of the output that is done, from 0 to 1. The share never falls.
-    // `report` is called on the thread that writes. To cancel, it throws text::WriteCancelled,
-    // which the exporters pass on.
+    // `report` is called on the thread that called the exporter. To cancel, it throws
+    // text::WriteCancelled, which the exporters pass on.
     explicit Progress(std::function<void(double share)> report) : report_(std::move(report)) {}
 
     // Returns the progress of the part between two shares of this object.
@@ -35,8 +35,8 @@ class Progress {
     }
 
     // Call it in each pass of a loop with `count` passes, before the pass with this index, counted
-    // from 0. It reports before about kReports passes and does nothing before the others, so it
-    // costs next to nothing even if a pass is short.
+    // from 0. It reports before at most about kReports passes and does nothing before the others,
+    // so it costs next to nothing even if a pass is short.
     void Report(std::size_t index, std::size_t count) const {
         if (report_ && index % (count / kReports + 1) == 0)
             report_(At(static_cast<double>(index) / static_cast<double>(count)));

@@ -12,7 +12,8 @@ constexpr double kDegrees = 180.0 / std::numbers::pi;
 // difference is certain.
 constexpr double kLockedCosine = 1e-7;
 
-// Like std::round, which is a call of the C library for processors without SSE4.1.
+// Like std::round, which is a call of the C library for processors without SSE4.1. Only the largest
+// double below a half becomes 1, and the result is never -0.0.
 double Rounded(double number) {
     constexpr double kWhole = 4503599627370496.0;  // 2^52: larger numbers are whole
     if (!(std::abs(number) < kWhole)) return number;

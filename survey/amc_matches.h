@@ -20,7 +20,7 @@ class AmcMatches {
     };
 
     // Matches on `threads` threads, the calling one included. `scan`, which must have learned the
-    // pattern before the first call of Find, must outlive this object.
+    // pattern before the first call of MatchFrame, must outlive this object.
     AmcMatches(const AmcScan& scan, std::string_view text, std::size_t threads, Sizes sizes);
     AmcMatches(const AmcScan& scan, std::string_view text, std::size_t threads)
         : AmcMatches(scan, text, threads, Sizes()) {}

@@ -38,7 +38,7 @@ class PartScanner {
                 hasFailed_ = true;
             }
         });
-        // Words of unusual forms are copied.
+        // Words of unusual forms are copied, which takes memory. Nothing else fails.
         if (hasFailed_) throw std::bad_alloc();
         return Joined();
     }

@@ -125,9 +125,9 @@ const char* ReadRowByMasks(const char* at, const char* last, const RowTarget& ta
             offset = 0;
             ends = window.ends;
         }
-        // A number that is too long has no end here. The highest bit stands for it.
+        if (ends == 0) return nullptr;  // the number is longer than a window
+        // The highest bit stands for a point that is missing.
         const std::uint64_t points = (window.points >> offset) | (std::uint64_t{1} << 63);
-        if (ends == 0) return nullptr;
         const int length = __builtin_ctzll(ends);
         const int firstPoint = __builtin_ctzll(points);
         const int point = firstPoint < length ? firstPoint : length;

@@ -12,7 +12,7 @@ namespace textio {
 
 // Does what ReadRow does, with the same results, but returns null for more rows: those near the end
 // of the text, and those with numbers that are not plain decimals of at most eight digits before
-// the point, and sixteen after it.
+// the point and sixteen after it, or that have too many digits in all for an exact double.
 const char* ReadRowByMasks(const char* at, const char* last, const RowTarget& target,
                            std::size_t row);
 #endif
