@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "math/listed_kernel.h"
+#include "tests/math/kernel_rows.h"
 #include "tests/support/math.h"
 
 namespace listed_rotations_test {
@@ -18,18 +19,12 @@ using math::kPoseLanes;
 using support::Matrix3;
 using Cosines = double[kPoseLanes];
 
-struct KernelRow {
-    const char* name;
-    const math::ListedKernel* kernel;
-};
-
-std::vector<KernelRow> Kernels() {
-    std::vector<KernelRow> kernels = {{"plain", &math::kListedKernelPlain}};
+std::vector<KernelRow<math::ListedKernel>> Kernels() {
 #ifdef ZKMOCAP_HAVE_AVX2_KERNEL
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
-        kernels.push_back({"avx2", &math::kListedKernelAvx2});
+    return KernelRows(math::kListedKernelPlain, &math::kListedKernelAvx2);
+#else
+    return KernelRows<math::ListedKernel>(math::kListedKernelPlain, nullptr);
 #endif
-    return kernels;
 }
 
 // Rotations about the first `count` axes; the others are not used.
@@ -87,7 +82,7 @@ void Compare(const Order& order, const AngleLanes& listed, const AngleLanes& ang
 }
 
 TEST(ListedRotations, AreThoseOfPlainProducts) {
-    for (const KernelRow& row : Kernels())
+    for (const auto& row : Kernels())
         for (const Order& order : kOrders)
             for (const double range : {5.0, 200.0, 900.0, 9e8}) {
                 SCOPED_TRACE(testing::Message() << row.name << ' ' << order.name << ' ' << range);
@@ -104,7 +99,7 @@ TEST(ListedRotations, AreThoseOfPlainProducts) {
 // uncertain.
 TEST(ListedRotations, AreRightNearGimbalLock) {
     const Order order = {"ZYX", {2, 1, 0}, 3};
-    for (const KernelRow& row : Kernels()) {
+    for (const auto& row : Kernels()) {
         AngleLanes listed = SomeAngles(180.0, 3);
         for (std::size_t lane = 0; lane < kPoseLanes; ++lane)
             listed.angle[1][lane] = 90.0 - std::pow(10.0, -0.2 * static_cast<double>(lane));
@@ -133,7 +128,7 @@ TEST_P(ListedRotationsOfLargeAngles, HaveTheCosineZero) {
         math::AnglesOfListed(order.axes, order.count, listed, angles, cosines);
         EXPECT_EQ(cosines[5], 0.0) << axis;
         EXPECT_GT(cosines[4], 0.0) << axis;
-        for (const KernelRow& row : Kernels())
+        for (const auto& row : Kernels())
             EXPECT_FALSE(
                 row.kernel->angles(order.axes.data(), order.count, listed, angles, cosines))
                 << row.name << ' ' << axis;

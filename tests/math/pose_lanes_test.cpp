@@ -11,6 +11,7 @@
 
 #include "math/angle_kernel.h"
 #include "math/pose_kernel.h"
+#include "tests/math/kernel_rows.h"
 
 namespace pose_lanes_test {
 
@@ -20,18 +21,12 @@ using math::PoseLanes;
 using Quaternion = std::array<double, 4>;
 using Point = std::array<double, 3>;
 
-struct KernelRow {
-    const char* name;
-    const math::PoseKernel* kernel;
-};
-
-std::vector<KernelRow> Kernels() {
-    std::vector<KernelRow> kernels = {{"plain", &math::kPoseKernelPlain}};
+std::vector<KernelRow<math::PoseKernel>> Kernels() {
 #ifdef ZKMOCAP_HAVE_AVX2_KERNEL
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
-        kernels.push_back({"avx2", &math::kPoseKernelAvx2});
+    return KernelRows(math::kPoseKernelPlain, &math::kPoseKernelAvx2);
+#else
+    return KernelRows<math::PoseKernel>(math::kPoseKernelPlain, nullptr);
 #endif
-    return kernels;
 }
 
 Quaternion RotationOf(const PoseLanes& pose, std::size_t lane) {
@@ -93,7 +88,7 @@ Point Turned(const Quaternion& q, const Point& point) {
 }
 
 TEST(PoseLanes, TurnLikePlainSinesAndCosines) {
-    for (const KernelRow& row : Kernels())
+    for (const auto& row : Kernels())
         for (const double range : {1e-5, 90.0, 720.0, 1e6}) {
             const AngleLanes angles = SomeAngles(range, 7);
             PoseLanes pose;
@@ -125,7 +120,7 @@ TEST(PoseLanes, TurnFirstAboutX) {
 }
 
 TEST(PoseLanes, AreExactAtHalfTurns) {
-    for (const KernelRow& row : Kernels())
+    for (const auto& row : Kernels())
         for (const double turns : {0.0, 1.0, -1.0, 2.0, 5.0, -1000003.0}) {
             AngleLanes angles = {};
             std::fill_n(angles.angle[1], kPoseLanes, 180.0 * turns);
@@ -158,7 +153,7 @@ TEST(PoseLanes, TurnByLargeAnglesToo) {
 TEST(PoseLanes, AttachLikePlainProducts) {
     const PoseLanes parent = SomePoses(1);
     const PoseLanes local = SomePoses(2);
-    for (const KernelRow& row : Kernels()) {
+    for (const auto& row : Kernels()) {
         PoseLanes global;
         row.kernel->attach(parent, local, global);
         for (std::size_t lane = 0; lane < kPoseLanes; ++lane) {
@@ -229,7 +224,7 @@ TEST(PoseLanes, HaveNoAngleZAtGimbalLock) {
 
 TEST(PoseLanes, CompareNeighbours) {
     const PoseLanes pose = SomePoses(4);
-    for (const KernelRow& row : Kernels()) {
+    for (const auto& row : Kernels()) {
         double cosines[kPoseLanes];
         row.kernel->compare(pose, cosines);
         EXPECT_EQ(cosines[0], 1.0);
@@ -245,7 +240,7 @@ TEST(PoseLanes, CompareNeighbours) {
 TEST(PoseLanes, FindNumbersThatAreNotFinite) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-    for (const KernelRow& row : Kernels()) {
+    for (const auto& row : Kernels()) {
         PoseLanes pose = SomePoses(6);
         pose.position[1][3] = -1.7e308;
         EXPECT_TRUE(row.kernel->areFinite(pose)) << row.name;
