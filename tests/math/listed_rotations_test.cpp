@@ -5,11 +5,11 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
-#include <random>
 #include <vector>
 
 #include "math/listed_kernel.h"
 #include "tests/math/kernel_rows.h"
+#include "tests/math/some_angles.h"
 #include "tests/support/math.h"
 
 namespace listed_rotations_test {
@@ -38,19 +38,6 @@ const Order kOrders[] = {
     {"XYZ", {0, 1, 2}, 3}, {"ZYX", {2, 1, 0}, 3}, {"YZX", {1, 2, 0}, 3}, {"ZXY", {2, 0, 1}, 3},
     {"XYX", {0, 1, 0}, 3}, {"XZ", {0, 2, 0}, 2},  {"Y", {1, 0, 0}, 1},   {"none", {0, 0, 0}, 0},
 };
-
-// The angles of all lanes are random, some of them multiples of 90 degrees.
-AngleLanes SomeAngles(double range, unsigned seed) {
-    std::mt19937_64 random(seed);
-    std::uniform_real_distribution<double> any(-range, range);
-    AngleLanes angles;
-    for (auto& lanes : angles.angle)
-        for (double& angle : lanes) {
-            angle = any(random);
-            if (random() % 4 == 0) angle = 90.0 * std::round(angle / 90.0);
-        }
-    return angles;
-}
 
 // std::remainder is exact, so that the product is as exact for many turns as for one.
 Matrix3 About(std::size_t axis, double degrees) {
@@ -86,7 +73,8 @@ TEST(ListedRotations, AreThoseOfPlainProducts) {
         for (const Order& order : kOrders)
             for (const double range : {5.0, 200.0, 900.0, 9e8}) {
                 SCOPED_TRACE(testing::Message() << row.name << ' ' << order.name << ' ' << range);
-                const AngleLanes listed = SomeAngles(range, static_cast<unsigned>(range));
+                const AngleLanes listed =
+                    support::SomeAngles(90.0, range, static_cast<unsigned>(range));
                 AngleLanes angles;
                 Cosines cosines;
                 EXPECT_TRUE(
@@ -100,7 +88,7 @@ TEST(ListedRotations, AreThoseOfPlainProducts) {
 TEST(ListedRotations, AreRightNearGimbalLock) {
     const Order order = {"ZYX", {2, 1, 0}, 3};
     for (const auto& row : Kernels()) {
-        AngleLanes listed = SomeAngles(180.0, 3);
+        AngleLanes listed = support::SomeAngles(90.0, 180.0, 3);
         for (std::size_t lane = 0; lane < kPoseLanes; ++lane)
             listed.angle[1][lane] = 90.0 - std::pow(10.0, -0.2 * static_cast<double>(lane));
         AngleLanes angles;
@@ -121,7 +109,7 @@ class ListedRotationsOfLargeAngles : public testing::TestWithParam<LargeRow> {};
 TEST_P(ListedRotationsOfLargeAngles, HaveTheCosineZero) {
     const Order& order = kOrders[0];
     for (std::size_t axis = 0; axis < 3; ++axis) {
-        AngleLanes listed = SomeAngles(90.0, 4);
+        AngleLanes listed = support::SomeAngles(90.0, 90.0, 4);
         listed.angle[axis][5] = GetParam().angle;
         AngleLanes angles;
         Cosines cosines;

@@ -12,6 +12,7 @@
 #include "math/angle_kernel.h"
 #include "math/pose_kernel.h"
 #include "tests/math/kernel_rows.h"
+#include "tests/math/some_angles.h"
 
 namespace pose_lanes_test {
 
@@ -38,24 +39,11 @@ Point PositionOf(const PoseLanes& pose, std::size_t lane) {
     return {pose.position[0][lane], pose.position[1][lane], pose.position[2][lane]};
 }
 
-// The angles of all lanes are random, some of them multiples of 45 degrees.
-AngleLanes SomeAngles(double range, unsigned seed) {
-    std::mt19937_64 random(seed);
-    std::uniform_real_distribution<double> any(-range, range);
-    AngleLanes angles;
-    for (auto& lanes : angles.angle)
-        for (double& angle : lanes) {
-            angle = any(random);
-            if (random() % 4 == 0) angle = 45.0 * std::round(angle / 45.0);
-        }
-    return angles;
-}
-
 PoseLanes SomePoses(unsigned seed) {
     std::mt19937_64 random(seed);
     std::uniform_real_distribution<double> any(-9.0, 9.0);
     PoseLanes pose;
-    math::TurnByAngles(SomeAngles(400.0, seed), pose);
+    math::TurnByAngles(support::SomeAngles(45.0, 400.0, seed), pose);
     for (auto& lanes : pose.position)
         for (double& coordinate : lanes)
             coordinate = any(random);
@@ -90,7 +78,7 @@ Point Turned(const Quaternion& q, const Point& point) {
 TEST(PoseLanes, TurnLikePlainSinesAndCosines) {
     for (const auto& row : Kernels())
         for (const double range : {1e-5, 90.0, 720.0, 1e6}) {
-            const AngleLanes angles = SomeAngles(range, 7);
+            const AngleLanes angles = support::SomeAngles(45.0, range, 7);
             PoseLanes pose;
             ASSERT_TRUE(row.kernel->turn(angles, pose));
             for (std::size_t lane = 0; lane < kPoseLanes; ++lane) {
@@ -135,7 +123,7 @@ TEST(PoseLanes, AreExactAtHalfTurns) {
 }
 
 TEST(PoseLanes, TurnByLargeAnglesToo) {
-    AngleLanes angles = SomeAngles(90.0, 3);
+    AngleLanes angles = support::SomeAngles(45.0, 90.0, 3);
     PoseLanes small;
     math::TurnByAngles(angles, small);
     angles.angle[0][9] = 360.0 * (1ULL << 40);
