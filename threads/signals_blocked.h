@@ -5,7 +5,7 @@
 
 namespace threads {
 
-// Blocks the signals that a process gets from outside, in this thread and while an object of this
+// Blocks the signals that a process gets from outside, in this thread, while an object of this
 // class exists. Threads that are started meanwhile inherit that: they never handle such a signal.
 // The signals that an error of the thread itself raises are not blocked.
 class SignalsBlocked {
