@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -67,6 +68,28 @@ TEST(NumberText, ReadsBackWithinHalfOfTheLastDigit) {
         std::from_chars(text.data(), text.data() + text.size(), read);
         const double ulp = std::abs(number) * std::numeric_limits<double>::epsilon();
         ASSERT_LE(std::abs(read - number), 0.5 * std::pow(10.0, -decimals) + 2.0 * ulp) << text;
+    }
+}
+
+// Every number of decimals, with numbers whose decimals are known.
+TEST(NumberText, HasTheDigitsOfTheNumber) {
+    std::mt19937_64 random(2);
+    for (int decimals = 0; decimals <= text::kMostDecimals; ++decimals) {
+        for (int count = 0; count < 5000; ++count) {
+            const std::uint64_t most = std::uint64_t{1} << (1 + random() % 51);
+            const std::uint64_t digits = 1 + random() % most;
+            std::string expected = std::to_string(digits);
+            const auto fraction = static_cast<std::size_t>(decimals);
+            if (expected.size() <= fraction)
+                expected.insert(0, fraction + 1 - expected.size(), '0');
+            expected.insert(expected.size() - fraction, ".");
+            while (expected.back() == '0')
+                expected.pop_back();
+            if (expected.back() == '.') expected.pop_back();
+            const double number = static_cast<double>(digits) / std::pow(10.0, decimals);
+            ASSERT_EQ(Written(number, decimals), expected) << decimals;
+            ASSERT_EQ(Written(-number, decimals), '-' + expected) << decimals;
+        }
     }
 }
 
