@@ -8,8 +8,10 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fmt/format.h>
+#include <string_view>
 #include <sys/statvfs.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include "text/byte_sink.h"
@@ -43,7 +45,7 @@ std::string FolderOnDisk() {
 
 // Returns the folders in which to try to create a temporary folder for `bytes` bytes, the best one
 // first. The folder in memory is one of them only if it has enough space.
-std::vector<std::string> ParentFolders(std::size_t bytes) {
+std::vector<std::string> ParentFolders(std::uint64_t bytes) {
     std::vector<std::string> folders;
     struct statvfs space {};
     if (statvfs(kMemoryFolder, &space) == 0 &&
@@ -67,19 +69,44 @@ void CopyPath(const std::string& path, std::array<char, Size>& copy) {
     std::memcpy(copy.data(), path.c_str(), path.size() + 1);
 }
 
-void WriteAll(int file, std::string_view text, const std::string& path) {
-    while (!text.empty()) {
-        const ssize_t written = write(file, text.data(), text.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written <= 0)
-            throw text::WriteError(fmt::format("cannot write {}: {}", path, std::strerror(errno)));
-        text.remove_prefix(static_cast<std::size_t>(written));
+// A file that only this user may read.
+class MendedFile final : public text::TemporaryFile {
+  public:
+    explicit MendedFile(std::string path)
+        : path_(std::move(path)),
+          file_(open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600)) {
+        if (file_ < 0) Fail();
     }
-}
+    ~MendedFile() override {
+        if (file_ >= 0) close(file_);
+    }
+
+    void Write(std::string_view bytes) override {
+        while (!bytes.empty()) {
+            const ssize_t written = write(file_, bytes.data(), bytes.size());
+            if (written < 0 && errno == EINTR) continue;
+            if (written <= 0) Fail();
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        }
+    }
+    // Some file systems say only now that bytes could not be stored.
+    void Close() override {
+        if (close(std::exchange(file_, -1)) != 0) Fail();
+    }
+    const std::string& Path() const override { return path_; }
+
+  private:
+    [[noreturn]] void Fail() const {
+        throw text::WriteError(fmt::format("cannot write {}: {}", path_, std::strerror(errno)));
+    }
+
+    std::string path_;
+    int file_;  // -1 if it is closed
+};
 
 }  // namespace
 
-MendedFolder::MendedFolder(std::size_t bytes) {
+MendedFolder::MendedFolder(std::uint64_t bytes) {
     // No signal is handled between the creation of the folder and its registration.
     const threads::SignalsBlocked blocked;
     int error = 0;
@@ -108,24 +135,14 @@ MendedFolder::~MendedFolder() {
     RemoveMendedFolder();
 }
 
-std::string MendedFolder::Write(const std::string& baseName, std::string_view text) {
+std::unique_ptr<text::TemporaryFile> MendedFolder::Create(const std::string& baseName) {
     std::string path = folder_ + '/' + baseName;
     const auto index = static_cast<std::size_t>(registered.fileCount.load());
     if (index >= kMostFiles)
         throw text::WriteError(fmt::format("cannot write {}: too many files", path));
     CopyPath(path, registered.files[index]);
     ++registered.fileCount;
-    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (file < 0)
-        throw text::WriteError(fmt::format("cannot write {}: {}", path, std::strerror(errno)));
-    try {
-        WriteAll(file, text, path);
-    } catch (...) {
-        close(file);
-        throw;
-    }
-    close(file);
-    return path;
+    return std::make_unique<MendedFile>(std::move(path));
 }
 
 void RemoveMendedFolder() noexcept {

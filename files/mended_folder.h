@@ -2,8 +2,9 @@
 // the temporary files instead of the user's files.
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <string>
-#include <string_view>
 #include <sys/types.h>
 
 #include "text/storage.h"
@@ -18,14 +19,13 @@ namespace files {
 // Only one object of this class may exist at a time.
 class MendedFolder final : public text::TemporaryFolder {
   public:
-    // `bytes` is the number of bytes of all files that will be written. Throws text::WriteError if
-    // no folder can be created.
-    explicit MendedFolder(std::size_t bytes);
+    // `bytes` is about the number of bytes that all files together will have. Throws
+    // text::WriteError if no folder can be created.
+    explicit MendedFolder(std::uint64_t bytes);
     ~MendedFolder() override;
 
-    // Writes a file with this name and returns its path. At most two files can be written. Throws
-    // text::WriteError.
-    std::string Write(const std::string& baseName, std::string_view text) override;
+    // Creates a file with this name. At most two files can be created. Throws text::WriteError.
+    std::unique_ptr<text::TemporaryFile> Create(const std::string& baseName) override;
 
   private:
     std::string folder_;

@@ -1,7 +1,5 @@
 #include "files/system_storage.h"
 
-#include <string_view>
-
 #include "files/mapped_file.h"
 #include "files/mended_folder.h"
 #include "files/mended_watch.h"
@@ -13,9 +11,9 @@ namespace {
 // A temporary folder that is also removed if a signal ends the process.
 class WatchedFolder final : public text::TemporaryFolder {
   public:
-    explicit WatchedFolder(std::size_t bytes) : folder_(bytes) {}
-    std::string Write(const std::string& baseName, std::string_view text) override {
-        return folder_.Write(baseName, text);
+    explicit WatchedFolder(std::uint64_t bytes) : folder_(bytes) {}
+    std::unique_ptr<text::TemporaryFile> Create(const std::string& baseName) override {
+        return folder_.Create(baseName);
     }
 
   private:
@@ -29,7 +27,7 @@ std::unique_ptr<text::StoredText> SystemStorage::Read(const std::string& path) {
     return std::make_unique<MappedFile>(path);
 }
 
-std::unique_ptr<text::TemporaryFolder> SystemStorage::MakeTemporaryFolder(std::size_t bytes) {
+std::unique_ptr<text::TemporaryFolder> SystemStorage::MakeTemporaryFolder(std::uint64_t bytes) {
     if (removeOnSignals_) return std::make_unique<WatchedFolder>(bytes);
     return std::make_unique<MendedFolder>(bytes);
 }

@@ -1,7 +1,7 @@
 // Implements text::Storage with the file system.
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -20,7 +20,7 @@ class ZKMOCAP_API SystemStorage final : public text::Storage {
     explicit SystemStorage(bool removeOnSignals = false) : removeOnSignals_(removeOnSignals) {}
 
     std::unique_ptr<text::StoredText> Read(const std::string& path) override;
-    std::unique_ptr<text::TemporaryFolder> MakeTemporaryFolder(std::size_t bytes) override;
+    std::unique_ptr<text::TemporaryFolder> MakeTemporaryFolder(std::uint64_t bytes) override;
 
   private:
     bool removeOnSignals_;

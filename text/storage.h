@@ -2,13 +2,13 @@
 // with its file system (files/system_storage.h) or with something else, such as memory.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "text/api.h"
+#include "text/byte_sink.h"
 
 namespace text {
 
@@ -31,6 +31,14 @@ class ZKMOCAP_API StoredText {
     virtual const std::string& Problem() const = 0;
 };
 
+// A file of a TemporaryFolder while it is written. It cannot leave out bytes (see ByteSink).
+class ZKMOCAP_API TemporaryFile : public ByteSink {
+  public:
+    // Must be called after all bytes were written and before the file is read. Throws WriteError.
+    virtual void Close() = 0;
+    virtual const std::string& Path() const = 0;
+};
+
 // A temporary folder. The destructor removes it with the files in it.
 class ZKMOCAP_API TemporaryFolder {
   public:
@@ -39,9 +47,11 @@ class ZKMOCAP_API TemporaryFolder {
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    // Writes a file with this name into the folder and returns its path. Throws WriteError
-    // (byte_sink.h).
-    virtual std::string Write(const std::string& baseName, std::string_view text) = 0;
+    // Creates a file with this name in the folder. Never returns null. The folder must outlive the
+    // file. Throws WriteError.
+    virtual std::unique_ptr<TemporaryFile> Create(const std::string& baseName) = 0;
+    // Writes a file with this name into the folder and returns its path. Throws WriteError.
+    std::string Write(const std::string& baseName, std::string_view text);
 };
 
 class ZKMOCAP_API Storage {
@@ -54,9 +64,9 @@ class ZKMOCAP_API Storage {
     // Reads the text that the path names. Never returns null. If the text could not be read,
     // Problem() of the result says why.
     virtual std::unique_ptr<StoredText> Read(const std::string& path) = 0;
-    // Creates a temporary folder for files with `bytes` bytes in all. Never returns null. Throws
-    // WriteError if no folder can be created.
-    virtual std::unique_ptr<TemporaryFolder> MakeTemporaryFolder(std::size_t bytes) = 0;
+    // Creates a temporary folder for files with about `bytes` bytes in all. Never returns null.
+    // Throws WriteError if no folder can be created.
+    virtual std::unique_ptr<TemporaryFolder> MakeTemporaryFolder(std::uint64_t bytes) = 0;
 };
 
 }  // namespace text

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -35,6 +36,41 @@ TEST(MendedFolder, HoldsFilesForThisUserAlone) {
         EXPECT_THROW(folder.Write("third.amc", ""), text::WriteError);
     }
     EXPECT_FALSE(std::filesystem::exists(FolderOf(path)));
+}
+
+TEST(MendedFolder, HoldsFilesThatAreWrittenInPieces) {
+    MendedFolder folder(100);
+    const auto file = folder.Create("walk.bvh");
+    const auto other = folder.Create("walk.amc");
+    file->Write("HIER");
+    other->Write("1\n");
+    file->Write("");
+    file->Write("ARCHY\n");
+    file->Close();
+    EXPECT_EQ(support::ReadText(file->Path()), "HIERARCHY\n");
+    other->Close();
+    EXPECT_EQ(support::ReadText(other->Path()), "1\n");
+    EXPECT_THROW(folder.Create("third.amc"), text::WriteError);
+}
+
+// The system refuses bytes beyond a limit.
+TEST(MendedFolder, SaysWhichFileCannotBeWritten) {
+    MendedFolder folder(100);
+    const auto file = folder.Create("walk.bvh");
+    struct rlimit limit {};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const struct rlimit small { 4096, limit.rlim_max };
+    const auto former = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &small);
+    std::string problem;
+    try {
+        file->Write(std::string(5000, 'x'));
+    } catch (const text::WriteError& error) {
+        problem = error.what();
+    }
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, former);
+    EXPECT_EQ(problem, "cannot write " + file->Path() + ": File too large");
 }
 
 TEST(MendedFolder, IsCreatedInTmpdirIfMemoryHasNoRoom) {

@@ -231,7 +231,7 @@ TEST(Import, WithFullStorageHasAProblem) {
         std::unique_ptr<text::StoredText> Read(const std::string& path) override {
             return files::SystemStorage().Read(path);
         }
-        std::unique_ptr<text::TemporaryFolder> MakeTemporaryFolder(std::size_t) override {
+        std::unique_ptr<text::TemporaryFolder> MakeTemporaryFolder(std::uint64_t) override {
             throw text::WriteError("no room");
         }
     };
@@ -240,6 +240,76 @@ TEST(Import, WithFullStorageHasAProblem) {
     EXPECT_EQ(result.outcome.status, Status::Failed);
     EXPECT_EQ(result.FirstError(), "no room");
 }
+
+// A temporary folder whose files cannot be written.
+class FullFolder final : public text::TemporaryFolder {
+  public:
+    explicit FullFolder(bool failsAtOnce) : failsAtOnce_(failsAtOnce) {}
+
+    std::unique_ptr<text::TemporaryFile> Create(const std::string&) override {
+        class FullFile final : public text::TemporaryFile {
+          public:
+            explicit FullFile(bool failsAtOnce) : failsAtOnce_(failsAtOnce) {}
+            void Write(std::string_view) override {
+                if (failsAtOnce_) throw text::WriteError("no room for a byte");
+            }
+            void Close() override { throw text::WriteError("no room for the rest"); }
+            const std::string& Path() const override { return path_; }
+
+          private:
+            bool failsAtOnce_;
+            std::string path_ = "walk.bvh";
+        };
+        return std::make_unique<FullFile>(failsAtOnce_);
+    }
+
+  private:
+    bool failsAtOnce_;
+};
+
+struct FullCase {
+    const char* name;
+    std::string bvh;
+    bool failsAtOnce;
+    const char* problem;
+    std::size_t findings;
+};
+
+const std::string kMendedBvh =
+    std::string(kBvh).replace(std::string(kBvh).find("Frames: 2"), 9, "Frames: 3");
+
+const FullCase kFullCases[] = {
+    {"TextInMemory", kBvh, true, "no room for a byte", 0},
+    {"TextInMemoryAtTheEnd", kBvh, false, "no room for the rest", 0},
+    {"MendedText", kMendedBvh, true, "no room for a byte", 1},
+    {"MendedTextAtTheEnd", kMendedBvh, false, "no room for the rest", 1},
+};
+
+class ImportWithFullFolder : public testing::TestWithParam<FullCase> {};
+
+// The findings are reported all the same.
+TEST_P(ImportWithFullFolder, HasAProblem) {
+    class FullStorage final : public text::Storage {
+      public:
+        std::unique_ptr<text::StoredText> Read(const std::string& path) override {
+            return files::SystemStorage().Read(path);
+        }
+        std::unique_ptr<text::TemporaryFolder> MakeTemporaryFolder(std::uint64_t bytes) override {
+            EXPECT_GE(bytes, GetParam().bvh.size());
+            return std::make_unique<FullFolder>(GetParam().failsAtOnce);
+        }
+    };
+    FullStorage storage;
+    const take::Result result = take::Import(ThePlugin(), Memory(GetParam().bvh), storage);
+    EXPECT_EQ(result.outcome.status, Status::Failed);
+    EXPECT_EQ(result.FirstError(), GetParam().problem);
+    ASSERT_EQ(result.findings.size(), 1U);
+    EXPECT_EQ(result.findings[0].findings.size(), GetParam().findings);
+    EXPECT_TRUE(result.Scene().Models().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, ImportWithFullFolder, testing::ValuesIn(kFullCases),
+                         [](const auto& row) { return row.param.name; });
 
 TEST(Import, DoesNotChangeLocaleSignalsAndStreams) {
     const std::string locale = std::setlocale(LC_ALL, nullptr);
