@@ -134,7 +134,10 @@ void WriteFixed(const CheckRequest& request, const CheckedFile& file) {
     if (file.survey.Has(survey::Severity::Error)) return;
     const std::string name = take::PlainName(file.input->file);
     files::OutputFile out(request.output.empty() ? request.outDir + '/' + name : request.output);
-    out.Write(file.survey.mended ? std::string_view(file.survey.mended->text) : file.text);
+    if (file.survey.mended)
+        file.survey.mended->Write(out);
+    else
+        out.Write(file.text);
     out.Commit();
 }
 

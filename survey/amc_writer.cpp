@@ -26,7 +26,7 @@ class Writer {
           scale_(RadiansPerUnit(motion.header.degrees.value_or(skeleton.degrees)) /
                  RadiansPerUnit(skeleton.degrees)) {}
 
-    MendedText Write(Purpose purpose) {
+    std::shared_ptr<const MendedText> Write(Purpose purpose) {
         out_.Mark(source_.Text().data());
         const std::string rate = WrittenRate(motion_.header, purpose);
         if (!rate.empty()) text_ += ":SAMPLES-PER-SECOND " + rate + '\n';
@@ -140,8 +140,8 @@ class Writer {
 
 }  // namespace
 
-MendedText WriteAmc(const AsfSkeleton& skeleton, Purpose purpose, const SourceText& source,
-                    AmcMotion& motion) {
+std::shared_ptr<const MendedText> WriteAmc(const AsfSkeleton& skeleton, Purpose purpose,
+                                           const SourceText& source, AmcMotion& motion) {
     return Writer(skeleton, source, motion).Write(purpose);
 }
 

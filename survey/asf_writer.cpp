@@ -26,7 +26,7 @@ class Writer {
     Writer(const AsfSkeleton& skeleton, const SourceText& source)
         : skeleton_(skeleton), out_(source), text_(out_.text), first_(source.Text().data()) {}
 
-    MendedText Write() {
+    std::shared_ptr<const MendedText> Write() {
         out_.Mark(first_);
         WriteHead();
         WriteRoot();
@@ -150,7 +150,7 @@ void AppendNumber(std::string& out, const AsfNumber& number) {
     out.append(digits.data(), static_cast<std::size_t>(last - digits.data()));
 }
 
-MendedText WriteAsf(const AsfSkeleton& skeleton, const SourceText& source) {
+std::shared_ptr<const MendedText> WriteAsf(const AsfSkeleton& skeleton, const SourceText& source) {
     return Writer(skeleton, source).Write();
 }
 

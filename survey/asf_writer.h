@@ -1,6 +1,7 @@
 // Writes ASF skeletons in a form that every reader accepts.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "survey/acclaim_skeleton.h"
@@ -15,6 +16,6 @@ void AppendNumber(std::string& out, const AsfNumber& number);
 
 // Writes parents before their children. Dofs that are marked as left out are not written. All axis
 // orders must be XYZ. `source` is the text that the skeleton was read from.
-MendedText WriteAsf(const AsfSkeleton& skeleton, const SourceText& source);
+std::shared_ptr<const MendedText> WriteAsf(const AsfSkeleton& skeleton, const SourceText& source);
 
 }  // namespace survey

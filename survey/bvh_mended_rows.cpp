@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "survey/bvh_plain_rows.h"
 #include "survey/bvh_rotations.h"
 #include "survey/bvh_row_writer.h"
 #include "threads/block_order.h"
@@ -22,19 +23,21 @@ enum Step : std::size_t { kFollow, kAppend, kSteps };
 struct Worker {
     BvhRowWriter writer;
     std::vector<ListedBlock> blocks;  // one for each of the joints
+    std::vector<double> values;       // of one frame after the other, if they had to be read
     std::vector<double> angles;       // of one frame after the other
-    std::string rows;
+    std::vector<char> rows;
 };
 
 class MendedRows {
   public:
     MendedRows(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
-               std::string_view text, std::string& out)
+               std::string_view text, text::ByteSink& out)
         : frames_(frames),
+          plainValues_(frames, text),
           out_(out),
           atOnce_(std::clamp(kValuesAtOnce / std::max<std::size_t>(frames.channels, 1),
                              kFewestFrames, kFramesInBlock)),
-          firstWriter_(section, plan, frames, text) {
+          firstWriter_(section, plan, text) {
         for (const std::size_t joint : ReexpressedJoints(plan))
             joints_.emplace_back(section.joints[joint]);
     }
@@ -43,10 +46,12 @@ class MendedRows {
         const std::size_t blocks = (frames_.Count() + atOnce_ - 1) / atOnce_;
         std::vector<Worker> workers;
         for (std::size_t i = 0; i < std::min(threads, blocks); ++i)
-            workers.push_back({firstWriter_,
-                               std::vector<ListedBlock>(joints_.size()),
-                               std::vector<double>(3 * joints_.size() * atOnce_),
-                               {}});
+            workers.push_back(
+                {firstWriter_,
+                 std::vector<ListedBlock>(joints_.size()),
+                 std::vector<double>(frames_.IsRead() ? 0 : frames_.channels * atOnce_),
+                 std::vector<double>(3 * joints_.size() * atOnce_),
+                 {}});
         threads::BlockOrder order(kSteps);
         order.Run(blocks, workers.size(), [&](std::size_t thread, std::size_t block) {
             WriteBlock(order, block, workers[thread]);
@@ -59,7 +64,7 @@ class MendedRows {
     void WriteBlock(threads::BlockOrder& order, std::size_t block, Worker& worker) {
         const std::size_t first = block * atOnce_;
         const std::size_t count = std::min(atOnce_, frames_.Count() - first);
-        const FrameRows rows = {frames_.Frame(first), frames_.channels, count};
+        const FrameRows rows = {ValuesOf(first, count, worker), frames_.channels, count};
         const std::size_t width = 3 * joints_.size();
         for (std::size_t i = 0; i < joints_.size(); ++i)
             joints_[i].Compute(rows, worker.blocks[i]);
@@ -67,14 +72,22 @@ class MendedRows {
             for (std::size_t i = 0; i < joints_.size(); ++i)
                 joints_[i].Follow(rows, worker.blocks[i], worker.angles.data() + 3 * i, width);
         });
-        worker.rows.clear();
+        std::size_t size = 0;
         for (std::size_t i = 0; i < count; ++i)
-            worker.writer.Write(first + i, worker.angles.data() + i * width, worker.rows);
-        order.InOrder(kAppend, block, [&] { out_ += worker.rows; });
+            size = worker.writer.Write(frames_.rows[first + i], rows.first + i * rows.stride,
+                                       worker.angles.data() + i * width, worker.rows, size);
+        order.InOrder(kAppend, block, [&] { out_.Write({worker.rows.data(), size}); });
+    }
+
+    const double* ValuesOf(std::size_t first, std::size_t count, Worker& worker) const {
+        if (frames_.IsRead()) return frames_.Frame(first);
+        plainValues_.Read(first, count, worker.values.data());
+        return worker.values.data();
     }
 
     const BvhFrames& frames_;
-    std::string& out_;
+    const PlainRowValues plainValues_;
+    text::ByteSink& out_;
     const std::size_t atOnce_;  // the number of frames of a block, except perhaps the last one
     const BvhRowWriter firstWriter_;  // those of the workers are copies
     std::vector<ReexpressedAngles> joints_;
@@ -83,7 +96,7 @@ class MendedRows {
 }  // namespace
 
 void WriteMendedRows(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
-                     std::string_view text, std::size_t threads, std::string& out) {
+                     std::string_view text, std::size_t threads, text::ByteSink& out) {
     MendedRows(section, plan, frames, text, out).Write(threads);
 }
 

@@ -73,9 +73,8 @@ std::vector<std::size_t> ReexpressedJoints(const BvhPlan& plan) {
     return joints;
 }
 
-BvhRowWriter::BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
-                           std::string_view text)
-    : frames_(frames), textEnd_(text.data() + text.size()) {
+BvhRowWriter::BvhRowWriter(const BvhSection& section, const BvhPlan& plan, std::string_view text)
+    : textEnd_(text.data() + text.size()) {
     for (std::size_t i = 0; i < section.joints.size(); ++i) {
         const auto own = PlannedColumns(section, plan, i);
         columns_.insert(columns_.end(), own.begin(), own.end());
@@ -101,16 +100,14 @@ void BvhRowWriter::ReadWords(const BvhRow& row) {
     }
 }
 
-void BvhRowWriter::Write(std::size_t frame, const double* angles, std::string& out) {
-    const BvhRow& row = frames_.rows[frame];
-    const double* values = frames_.Frame(frame);
+std::size_t BvhRowWriter::Write(const BvhRow& row, const double* values, const double* angles,
+                                std::vector<char>& out, std::size_t size) {
     ReadWords(row);
-    std::size_t longest = 0;
+    std::size_t longest = columns_.size() * (text::kLongestNumber + 1) + 1;
     for (const std::string_view word : words_)
         longest += word.size();
-    longest += columns_.size() * (text::kLongestNumber + 1) + 1;
-    if (row_.size() < longest) row_.resize(longest);
-    char* const first = row_.data();
+    if (out.size() < size + longest) out.resize(2 * (size + longest));
+    char* const first = out.data() + size;
     char* last = first;
     angles_ = angles;
     for (const BvhColumn& column : columns_) {
@@ -119,7 +116,7 @@ void BvhRowWriter::Write(std::size_t frame, const double* angles, std::string& o
     }
     if (last > first) --last;
     *last++ = '\n';
-    out.append(first, last);
+    return static_cast<std::size_t>(last - out.data());
 }
 
 char* BvhRowWriter::WriteColumn(const BvhColumn& column, const BvhRow& row, const double* values,

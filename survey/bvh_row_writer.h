@@ -1,7 +1,8 @@
 // Writes the rows of a mended text as the plan of the section says.
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -32,24 +33,24 @@ std::vector<std::size_t> ReexpressedJoints(const BvhPlan& plan);
 
 class BvhRowWriter {
   public:
-    // `frames` and `text` must outlive this object.
-    BvhRowWriter(const BvhSection& section, const BvhPlan& plan, const BvhFrames& frames,
-                 std::string_view text);
+    // `text` must outlive this object.
+    BvhRowWriter(const BvhSection& section, const BvhPlan& plan, std::string_view text);
 
-    // Appends the row of the frame at this index, counted from 0, with a line feed. `angles` has
-    // three angles about x, y and z, in degrees, for each of ReexpressedJoints(plan).
-    void Write(std::size_t frame, const double* angles, std::string& out);
+    // Writes the mended text of a row, with a line feed, after the first `size` characters of
+    // `out`, and returns how many characters that makes. `out` becomes longer if it is too short.
+    // `values` are the row's values. `angles` has three angles about x, y and z, in degrees, for
+    // each of ReexpressedJoints(plan).
+    std::size_t Write(const BvhRow& row, const double* values, const double* angles,
+                      std::vector<char>& out, std::size_t size);
 
   private:
     void ReadWords(const BvhRow& row);
     char* WriteColumn(const BvhColumn& column, const BvhRow& row, const double* values, char* out);
 
-    const BvhFrames& frames_;
     const char* textEnd_;
     std::vector<BvhColumn> columns_;
     std::size_t wordsNeeded_ = 0;  // number of words of a row up to the last one that is copied
     std::vector<std::string_view> words_;  // the file's words for the row that is being written
-    std::vector<char> row_;                // buffer for the row that is being written
     // The three angles of the joint whose re-expressed angles are written next.
     const double* angles_ = nullptr;
 };

@@ -27,12 +27,15 @@ struct BvhRow {
 
 struct BvhFrames {
     std::vector<BvhRow> rows;  // one for each frame
-    Numbers values;            // frame by frame, in the file's units; all are finite
+    // Frame by frame, in the file's units; all are finite. Empty as long as the rows have only been
+    // found (see FindPlainRows).
+    Numbers values;
     std::size_t channels = 0;  // number of values in each frame
     bool hasOddWhite = false;  // whether white space occurs that is no separator for the plug-in
     BvhSpot end;               // where the next section begins, or the end of the text
 
     std::size_t Count() const { return rows.size(); }
+    bool IsRead() const { return values.size() == rows.size() * channels; }
     const double* Frame(std::size_t index) const { return values.data() + index * channels; }
 };
 

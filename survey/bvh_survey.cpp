@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -10,13 +11,13 @@
 #include "survey/bvh_header_reader.h"
 #include "survey/bvh_hierarchy_reader.h"
 #include "survey/bvh_indentation.h"
+#include "survey/bvh_mended_text.h"
 #include "survey/bvh_plain_reading.h"
 #include "survey/bvh_plain_rows.h"
 #include "survey/bvh_plan.h"
 #include "survey/bvh_rows.h"
 #include "survey/bvh_walk.h"
 #include "survey/bvh_words.h"
-#include "survey/bvh_writer.h"
 #include "survey/codes.h"
 #include "survey/high_bytes.h"
 #include "survey/quoted_word.h"
@@ -49,7 +50,9 @@ Outline OutlineOf(const BvhSection& section) {
 class BvhSurveyor {
   public:
     BvhSurveyor(std::string_view bvh, const Options& options)
-        : options_(options), source_(bvh, options.encoding), findings_(source_) {
+        : options_(options),
+          reading_(std::make_shared<BvhReading>(bvh, options.encoding)),
+          findings_(reading_->source) {
         bones_ = options.bones && options.purpose == Purpose::Import;
     }
 
@@ -57,10 +60,10 @@ class BvhSurveyor {
         if (ReportSource(findings_) && ReadSections()) {
             ReportEncoding();
             FillFacts();
-            for (const BvhPart& part : parts_)
+            for (const BvhPart& part : reading_->parts)
                 result_.outlines.push_back(OutlineOf(part.section));
             if (options_.purpose == Purpose::Check) ExamineShape();
-            if (IsWritten()) Write();
+            if (IsWritten()) Mend();
         }
         if (options_.purpose == Purpose::Import) result_.framesPerSecond = options_.framesPerSecond;
         Finish();
@@ -68,7 +71,7 @@ class BvhSurveyor {
     }
 
   private:
-    std::string_view Text() const { return source_.Text(); }
+    std::string_view Text() const { return reading_->source.Text(); }
 
     bool ReadSections() {
         if (!HasHierarchy()) {
@@ -105,8 +108,8 @@ class BvhSurveyor {
     }
 
     bool ReadSection(BvhWords& words) {
-        parts_.emplace_back();
-        BvhPart& part = parts_.back();
+        reading_->parts.emplace_back();
+        BvhPart& part = reading_->parts.back();
         BvhSection& section = part.section;
         section.at = words.Next().Spot();
         if (!BvhHierarchyReader(words, findings_).Read(section)) return false;
@@ -119,7 +122,7 @@ class BvhSurveyor {
             findings_.Add({codes::kMotionMissing, Severity::Note, section.at.at,
                            "the hierarchy has no motion; the skeleton is imported"});
         const bool isPlain = IsReadPlainly(section, Text());
-        isAltered_ |= !isPlain || source_.HadTrailingControls();
+        isAltered_ |= !isPlain || reading_->source.HadTrailingControls();
         if (!isPlain) ReportBracesAfterNumbers(section);
         part.plan.joints.resize(section.joints.size());
         part.plan.listsXyz = options_.purpose == Purpose::Import;
@@ -151,8 +154,9 @@ class BvhSurveyor {
         }
     }
 
-    // Scans the rows of the section. Reads them only if their values are needed, if the scan found
-    // something odd, or if another section follows.
+    // Scans the rows of the section. Reads them only if the plan needs their values, if the scan
+    // found something odd, or if another section follows. Otherwise, a mended text reads them when
+    // it is written.
     bool ReadMotion(BvhPart& part, BvhWords& words) {
         BvhSection& section = part.section;
         BvhSpot end{words.End(), 0};
@@ -164,7 +168,7 @@ class BvhSurveyor {
                 ScanRowsInParts({rows, bytes}, section.channels, ScanThreads(bytes));
             const bool isLast = scan.end == words.End();
             if (scan.plain && isLast) plainRows_ = rows;
-            if (scan.plain && isLast && !NeedsValues(part, scan.rows)) {
+            if (scan.plain && isLast && !NeedsValues(part)) {
                 CompareFrameCount(section, scan.rows, findings_);
                 part.rowCount = scan.rows;
             } else {
@@ -179,16 +183,14 @@ class BvhSurveyor {
         return true;
     }
 
-    bool NeedsValues(const BvhPart& part, std::size_t rows) const {
-        if (options_.purpose == Purpose::Check || IsAltered()) return true;
-        const BvhSection& section = part.section;
-        if (!section.motion.frames || *section.motion.frames != static_cast<std::int64_t>(rows))
-            return true;
-        return std::any_of(section.joints.begin(), section.joints.end(),
-                           [&](const BvhJoint& joint) {
-                               return (joint.parent != kNoParent && joint.HasPositions()) ||
-                                      (bones_ && !joint.isEndSite && !joint.hasJoints);
-                           });
+    // Whether the plan depends on the values of the section.
+    bool NeedsValues(const BvhPart& part) const {
+        if (options_.purpose == Purpose::Check) return true;
+        const auto& joints = part.section.joints;
+        return std::any_of(joints.begin(), joints.end(), [&](const BvhJoint& joint) {
+            return (joint.parent != kNoParent && joint.HasPositions()) ||
+                   (bones_ && !joint.isEndSite && !joint.hasJoints);
+        });
     }
 
     // `plainRows` is the number of rows if the scan has found them plain; otherwise 0.
@@ -226,7 +228,7 @@ class BvhSurveyor {
 
     // Rows that the scan has found plain have no bytes above 127, and take long to search.
     bool HasHighBytes() const {
-        if (plainRows_ == nullptr) return source_.HasHighBytes();
+        if (plainRows_ == nullptr) return reading_->source.HasHighBytes();
         return HasHighByte({Text().data(), static_cast<std::size_t>(plainRows_ - Text().data())});
     }
 
@@ -247,32 +249,21 @@ class BvhSurveyor {
         return stated && *stated > 0.0 ? *stated : 1.0 / kUsualRate;
     }
 
-    void Write() {
-        // Angles that are converted to the order X Y Z have about twice as many digits as those in
-        // the file.
-        LineWriter writer(2 * Text().size());
-        for (std::size_t i = 0; i < parts_.size(); ++i) {
-            BvhPart& part = parts_[i];
-            if (!part.hasFrames && part.section.motion.present) {
-                FindingList ignored(source_);  // stays empty: the scan found nothing odd
-                if (!ReadPlain(part, part.rowCount))
-                    ReadRows(part.section, Text(), ignored, part.frames);
-            }
-            const bool isLast = i + 1 == parts_.size();
-            WriteSection(part, Text(), FrameTime(part.section), !isLast, writer);
-        }
-        result_.mended = writer.Finish();
+    void Mend() {
+        for (BvhPart& part : reading_->parts)
+            part.frameTime = FrameTime(part.section);
+        result_.mended = MendBvh(reading_);
     }
 
     void FillFacts() {
         Facts& facts = result_.facts;
-        for (const BvhPart& part : parts_)
+        for (const BvhPart& part : reading_->parts)
             for (const BvhJoint& joint : part.section.joints) {
                 ++(joint.isEndSite ? facts.endSites : facts.joints);
                 facts.channels += joint.channelCount;
                 AddOrder(joint);
             }
-        const BvhPart& first = parts_.front();
+        const BvhPart& first = reading_->parts.front();
         if (!first.section.motion.present) return;
         facts.frames = first.rowCount;
         const auto& stated = first.section.motion.frameTime;
@@ -297,7 +288,7 @@ class BvhSurveyor {
     // than kMostPoses frames, the poses of kMostPoses frames are used; these are spread evenly over
     // the section.
     void ExamineShape() {
-        const BvhPart& part = parts_.front();
+        const BvhPart& part = reading_->parts.front();
         FigureShape shape;
         BvhWalk walk(part.section, part.plan.addsOffsets);
         shape.SetRest(walk.RestExtent());
@@ -310,7 +301,7 @@ class BvhSurveyor {
 
     // The number of the frame whose row is in this line. A section counts its frames from 1.
     std::optional<std::int64_t> FrameInLine(std::size_t line) const {
-        for (const BvhPart& part : parts_) {
+        for (const BvhPart& part : reading_->parts) {
             const std::vector<BvhRow>& rows = part.frames.rows;
             const auto row = std::lower_bound(
                 rows.begin(), rows.end(), line,
@@ -330,7 +321,7 @@ class BvhSurveyor {
     }
 
     const Options& options_;
-    SourceText source_;
+    std::shared_ptr<BvhReading> reading_;
     FindingList findings_;
     bool bones_ = false;
     // Whether the plug-in would misread the file, or the plan changes it, for a reason that is not
@@ -339,7 +330,6 @@ class BvhSurveyor {
     // The start of rows that go to the end of the text, and that the scan has found plain; null if
     // there are none.
     const char* plainRows_ = nullptr;
-    std::vector<BvhPart> parts_;
     BvhSurvey result_;
 };
 

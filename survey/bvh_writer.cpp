@@ -1,6 +1,7 @@
 #include "survey/bvh_writer.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -17,13 +18,18 @@ constexpr std::size_t kDeepest = 32;
 // Writing a value takes about as long as reading so many bytes.
 constexpr std::size_t kBytesPerValue = 16;
 
+// A re-expressed angle, such as "-123.123456789012 ", seldom has more bytes.
+constexpr std::size_t kReexpressedBytes = 20;
+// What mending adds to a joint's lines is seldom longer.
+constexpr std::size_t kJointBytes = 256;
+
 constexpr std::string_view kChannelNames[] = {"Xposition", "Yposition", "Zposition",
                                               "Xrotation", "Yrotation", "Zrotation"};
 
 class SectionWriter {
   public:
-    SectionWriter(const BvhPart& part, LineWriter& writer)
-        : part_(part), section_(part.section), writer_(writer) {}
+    SectionWriter(const BvhPart& part, const BvhFrames& frames, LineWriter& writer)
+        : part_(part), section_(part.section), frames_(frames), writer_(writer) {}
 
     void WriteHierarchy() {
         Line(section_.at.line, "HIERARCHY");
@@ -36,16 +42,17 @@ class SectionWriter {
             Close();
     }
 
-    void WriteMotion(std::string_view text, double frameTime) {
+    void WriteMotion(std::string_view text) {
         const BvhMotionHeader& motion = section_.motion;
         const bool isStated = motion.present && motion.frameTime && *motion.frameTime > 0.0;
         Line(motion.at.line, "MOTION");
-        Line(motion.framesAt.line, "Frames: " + std::to_string(part_.frames.Count()));
+        Line(motion.framesAt.line, "Frames: " + std::to_string(frames_.Count()));
         Line(motion.timeAt.line,
-             "Frame Time: " + (isStated ? motion.timeWord : text::NumberText(frameTime)));
-        const std::size_t threads = threads::CountFor(part_.frames.values.size() * kBytesPerValue);
-        WriteMendedRows(section_, part_.plan, part_.frames, text, threads, writer_.Text());
-        for (const BvhRow& row : part_.frames.rows) {
+             "Frame Time: " + (isStated ? motion.timeWord : text::NumberText(part_.frameTime)));
+        const std::size_t values = frames_.Count() * frames_.channels;
+        WriteMendedRows(section_, part_.plan, frames_, text,
+                        threads::CountFor(values * kBytesPerValue), writer_.Flush());
+        for (const BvhRow& row : frames_.rows) {
             writer_.From(row.line);
             writer_.CountLine();
         }
@@ -123,17 +130,28 @@ class SectionWriter {
 
     const BvhPart& part_;
     const BvhSection& section_;
+    const BvhFrames& frames_;
     LineWriter& writer_;
     std::vector<std::uint32_t> open_;
 };
 
 }  // namespace
 
-void WriteSection(const BvhPart& part, std::string_view text, double frameTime, bool needsMotion,
-                  LineWriter& writer) {
-    SectionWriter section(part, writer);
+void WriteSection(const BvhPart& part, const BvhFrames& frames, std::string_view text,
+                  bool needsMotion, LineWriter& writer) {
+    SectionWriter section(part, frames, writer);
     section.WriteHierarchy();
-    if (part.section.motion.present || needsMotion) section.WriteMotion(text, frameTime);
+    if (part.section.motion.present || needsMotion) section.WriteMotion(text);
+}
+
+std::uint64_t LikelyNewBytes(const BvhPart& part) {
+    std::size_t inRow = 0;
+    for (std::size_t joint = 0; joint < part.section.joints.size(); ++joint)
+        for (const BvhColumn& column : PlannedColumns(part.section, part.plan, joint))
+            inRow += column.kind == BvhColumn::Kind::AsWritten     ? 0
+                     : column.kind == BvhColumn::Kind::Reexpressed ? kReexpressedBytes
+                                                                   : text::kLongestNumber;
+    return std::uint64_t{part.rowCount} * inRow + part.section.joints.size() * kJointBytes;
 }
 
 }  // namespace survey

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #include "survey/bvh_plan.h"
@@ -21,12 +22,16 @@ struct BvhPart {
     BvhPlan plan;
     bool hasFrames = false;    // whether ReadRows has filled `frames`
     std::size_t rowCount = 0;  // number of frames; also valid if `frames` is empty
+    // In seconds. It is written if the section states no frame time above 0.
+    double frameTime = 0.0;
 };
 
-// Writes a section. `text` is the file's text. `frameTime`, in seconds, is written if the section
-// states no frame time above 0. If `needsMotion` and the section has no motion, writes a motion
-// without rows.
-void WriteSection(const BvhPart& part, std::string_view text, double frameTime, bool needsMotion,
-                  LineWriter& writer);
+// Writes a section with these frames. `text` is the file's text. If `needsMotion` and the section
+// has no motion, writes a motion without rows.
+void WriteSection(const BvhPart& part, const BvhFrames& frames, std::string_view text,
+                  bool needsMotion, LineWriter& writer);
+
+// About how many bytes the section has in the mended text, apart from what it has in the file.
+std::uint64_t LikelyNewBytes(const BvhPart& part);
 
 }  // namespace survey

@@ -1,32 +1,43 @@
 #include "survey/line_marks.h"
 
-#include "memory/large_memory.h"
+#include <utility>
 
 namespace survey {
+namespace {
 
-LineWriter::LineWriter(std::size_t likelySize) {
-    std::string& text = mended_.text;
-    text.reserve(likelySize);
-    memory::AskForLargePages(text.data(), text.capacity());
-}
+constexpr std::size_t kBytesAtOnce = std::size_t{64} << 10U;
+
+}  // namespace
 
 void LineWriter::From(std::size_t original) {
     if (original == 0 || original == original_) return;
     original_ = original;
-    if (!mended_.lines.empty() && mended_.lines.back().mended == line_)
-        mended_.lines.back().original = original;
+    if (!marks_.empty() && marks_.back().mended == line_)
+        marks_.back().original = original;
     else
-        mended_.lines.push_back({line_, original});
+        marks_.push_back({line_, original});
 }
 
 void LineWriter::EndLine() {
-    mended_.text += '\n';
+    text_ += '\n';
     CountLine();
+    if (text_.size() >= kBytesAtOnce) Flush();
 }
 
 void LineWriter::CountLine() {
     ++line_;
     ++original_;
+}
+
+text::ByteSink& LineWriter::Flush() {
+    if (!text_.empty()) out_.Write(text_);
+    text_.clear();
+    return out_;
+}
+
+std::vector<LineMark> LineWriter::Finish() {
+    Flush();
+    return std::move(marks_);
 }
 
 }  // namespace survey

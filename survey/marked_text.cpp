@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstring>
 #include <numeric>
+#include <utility>
+
+#include "survey/kept_text.h"
 
 namespace survey {
 
@@ -21,9 +24,8 @@ std::size_t LineEnds(const char* first, const char* last, const char* end) {
 
 }  // namespace
 
-MendedText MarkedText::Finish() {
-    MendedText mended;
-    mended.lines.resize(marks_.size());
+std::shared_ptr<const MendedText> MarkedText::Finish() {
+    std::vector<LineMark> lines(marks_.size());
     std::size_t line = 1;
     std::size_t offset = 0;
     for (std::size_t i = 0; i < marks_.size(); ++i) {
@@ -31,7 +33,7 @@ MendedText MarkedText::Finish() {
         offset = marks_[i].offset;
         const auto last = text.begin() + static_cast<std::ptrdiff_t>(offset);
         line += static_cast<std::size_t>(std::count(first, last, '\n'));
-        mended.lines[i].mended = line;
+        lines[i].mended = line;
     }
     // The marks are sorted by the byte of the source that they point to, so that the lines of the
     // source are counted in one pass.
@@ -46,10 +48,9 @@ MendedText MarkedText::Finish() {
     for (const std::size_t index : order) {
         line += LineEnds(at, marks_[index].at, end);
         at = marks_[index].at;
-        mended.lines[index].original = line;
+        lines[index].original = line;
     }
-    mended.text = std::move(text);
-    return mended;
+    return KeepText(std::move(text), std::move(lines));
 }
 
 }  // namespace survey

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -10,8 +11,8 @@
 
 namespace survey {
 
-// Does the same as LineWriter, but gets pointers into the source instead of line numbers. Finish
-// computes the line numbers. `source` must outlive this object.
+// Does the same as LineWriter, but keeps the text in memory and gets pointers into the source
+// instead of line numbers. Finish computes the line numbers. `source` must outlive this object.
 class MarkedText {
   public:
     explicit MarkedText(const SourceText& source) : source_(source) {}
@@ -20,7 +21,7 @@ class MarkedText {
     // holds the byte `at`. `at` must point into the source's text.
     void Mark(const char* at) { marks_.push_back({text.size(), at}); }
     // Computes the line numbers of all marks and moves the text out. Must be called only once.
-    MendedText Finish();
+    std::shared_ptr<const MendedText> Finish();
 
     std::string text;  // the mended text; the caller appends to it
 

@@ -3,14 +3,16 @@
 // author of the file meant it.
 //
 // In memory every text must be followed by a readable byte that is not part of a number (a NUL, as
-// in std::string). A text is only read during the call. The functions open no files and need no
-// host. A call may use other threads while it runs; the environment variable ZKMOCAP_THREADS says
-// how many. The results are the same for any number. The functions throw only std::bad_alloc, when
-// memory runs out.
+// in std::string). A text is only read during the call and, if it is mended, when the mended text
+// is written. The functions open no files and need no host. A call may use other threads while it
+// runs; the environment variable ZKMOCAP_THREADS says how many. The results are the same for any
+// number. Unless a comment says otherwise, the functions throw only std::bad_alloc, when memory
+// runs out.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -20,6 +22,7 @@
 #include "survey/finding.h"
 #include "survey/outline.h"
 #include "text/api.h"
+#include "text/byte_sink.h"
 
 namespace survey {
 
@@ -68,10 +71,22 @@ struct LineMark {
 };
 
 // The text that a reader gets instead of the file. Its lines end with line feeds. Each frame of a
-// BVH motion is one line.
-struct MendedText {
-    std::string text;
-    std::vector<LineMark> lines;  // in the order of the mended text
+// BVH motion is one line. A long text is made while it is written, so that it need not be in
+// memory. The text that was surveyed must exist until then.
+class ZKMOCAP_API MendedText {
+  public:
+    MendedText() = default;
+    virtual ~MendedText() = default;
+    MendedText(const MendedText&) = delete;
+    MendedText& operator=(const MendedText&) = delete;
+
+    // About how many bytes the text has. It seldom has more.
+    virtual std::uint64_t LikelyBytes() const = 0;
+    // Writes the text. Returns the marks in the order of the text. May be called again, and then
+    // does the same. Also throws what `out` throws.
+    virtual std::vector<LineMark> Write(text::ByteSink& out) const = 0;
+    // Returns the text that Write writes.
+    std::string Text() const;
 };
 
 // Facts about the contents of a file. A fact that is not known is nullopt or empty.
@@ -100,9 +115,9 @@ struct Facts {
 
 struct FileSurvey {
     std::vector<Finding> findings;  // sorted by line and column
-    // The text to be read instead of the file. Nullopt if the file itself can be read, if the file
-    // is refused, and for Purpose::Check.
-    std::optional<MendedText> mended;
+    // The text to be read instead of the file. Null if the file itself can be read, if the file is
+    // refused, and for Purpose::Check.
+    std::shared_ptr<const MendedText> mended;
     Facts facts;
 
     ZKMOCAP_API bool Has(Severity severity) const;  // whether there is a finding of this severity

@@ -99,49 +99,52 @@ class SurveyCollector {
 
     // Adds the text that the plug-in reads instead of the file: the mended text or, for a packed
     // file, the unpacked one. Both functions do nothing if the files are refused.
-    void SetFile(survey::FileSurvey& file, InputText& text) {
-        if (result_.isRefused) return;
-        result_.file = std::move(file.mended);
-        if (!result_.file) result_.unpackedFile = text.ReleaseUnpacked();
+    void SetFile(const survey::FileSurvey& file, std::unique_ptr<const InputText> text) {
+        SetText(file, std::move(text), result_.file);
     }
-    void SetMotion(survey::FileSurvey& motion, InputText& text) {
-        if (result_.isRefused) return;
-        result_.motion = std::move(motion.mended);
-        if (!result_.motion) result_.unpackedMotion = text.ReleaseUnpacked();
+    void SetMotion(const survey::FileSurvey& motion, std::unique_ptr<const InputText> text) {
+        SetText(motion, std::move(text), result_.motion);
     }
 
     FileSurvey Finish() { return std::move(result_); }
 
   private:
+    void SetText(const survey::FileSurvey& surveyed, std::unique_ptr<const InputText> text,
+                 NewText& newText) const {
+        if (result_.isRefused) return;
+        newText.mended = surveyed.mended;
+        if (surveyed.mended || text->IsUnpacked()) newText.original = std::move(text);
+    }
+
     const Request& request_;
     FileSurvey result_;
 };
 
 FileSurvey SurveyBiovision(const Request& request, text::Storage& storage) {
     SurveyCollector collector(request);
-    InputText file(request.file, storage);
-    if (!collector.CheckReadable(request.file, file)) return collector.Finish();
-    survey::BvhSurvey surveyed = survey::SurveyBvh(file.Text(), OptionsOf(request));
+    auto file = std::make_unique<const InputText>(request.file, storage);
+    if (!collector.CheckReadable(request.file, *file)) return collector.Finish();
+    survey::BvhSurvey surveyed = survey::SurveyBvh(file->Text(), OptionsOf(request));
     collector.SetRate(surveyed, surveyed.framesPerSecond);
     collector.Add(request.file, std::move(surveyed.findings));
     collector.SetOutlines(std::move(surveyed.outlines));
-    collector.SetFile(surveyed, file);
+    collector.SetFile(surveyed, std::move(file));
     return collector.Finish();
 }
 
 FileSurvey SurveyAcclaim(const Request& request, text::Storage& storage) {
     SurveyCollector collector(request);
-    InputText skeleton(request.file, storage);
-    std::optional<InputText> motion;
-    if (request.motion) motion.emplace(*request.motion, storage);
-    const bool isSkeletonReadable = collector.CheckReadable(request.file, skeleton);
+    auto skeleton = std::make_unique<const InputText>(request.file, storage);
+    std::unique_ptr<const InputText> motion;
+    if (request.motion) motion = std::make_unique<const InputText>(*request.motion, storage);
+    const bool isSkeletonReadable = collector.CheckReadable(request.file, *skeleton);
     const bool isMotionReadable = !motion || collector.CheckReadable(*request.motion, *motion);
     if (!isSkeletonReadable || !isMotionReadable) return collector.Finish();
 
     std::vector<survey::AcclaimFile> motions;
     if (motion) motions.push_back(AcclaimFileOf(*request.motion, *motion));
     survey::AcclaimSurvey surveyed =
-        survey::SurveyAcclaim(AcclaimFileOf(request.file, skeleton), motions, OptionsOf(request));
+        survey::SurveyAcclaim(AcclaimFileOf(request.file, *skeleton), motions, OptionsOf(request));
     collector.Add(request.file, std::move(surveyed.skeleton.findings));
     collector.SetLengths(surveyed);
     collector.SetOutlines({std::move(surveyed.outline)});
@@ -149,27 +152,26 @@ FileSurvey SurveyAcclaim(const Request& request, text::Storage& storage) {
         survey::AmcSurvey& surveyedMotion = surveyed.motions.front();
         collector.SetRate(surveyedMotion, surveyedMotion.framesPerSecond);
         collector.Add(*request.motion, std::move(surveyedMotion.findings));
-        collector.SetMotion(surveyedMotion, *motion);
+        collector.SetMotion(surveyedMotion, std::move(motion));
     }
-    collector.SetFile(surveyed.skeleton, skeleton);
+    collector.SetFile(surveyed.skeleton, std::move(skeleton));
     return collector.Finish();
 }
 
 // Unpacks the file if it is packed. Otherwise, the plug-in reads it, and reports why if it cannot.
-std::optional<std::string> UnpackedAsIs(const InputFile& file, text::Storage& storage,
-                                        FileSurvey& result) {
-    if (!IsPacked(file)) return std::nullopt;
-    InputText text(file, storage);
-    if (text.Problem().empty()) return text.ReleaseUnpacked();
-    result.findings.push_back({file.path, {survey::UnreadableFinding(text.Problem())}});
+NewText UnpackedAsIs(const InputFile& file, text::Storage& storage, FileSurvey& result) {
+    if (!IsPacked(file)) return {};
+    auto text = std::make_unique<const InputText>(file, storage);
+    if (text->Problem().empty()) return {std::move(text), nullptr};
+    result.findings.push_back({file.path, {survey::UnreadableFinding(text->Problem())}});
     result.isRefused = true;
-    return std::nullopt;
+    return {};
 }
 
 FileSurvey WithoutSurvey(const Request& request, text::Storage& storage) {
     FileSurvey result;
-    result.unpackedFile = UnpackedAsIs(request.file, storage, result);
-    if (request.motion) result.unpackedMotion = UnpackedAsIs(*request.motion, storage, result);
+    result.file = UnpackedAsIs(request.file, storage, result);
+    if (request.motion) result.motion = UnpackedAsIs(*request.motion, storage, result);
     result.framesPerSecond = request.framesPerSecond;
     result.lengthMultiplier = request.lengthMultiplier;
     if (request.framesPerSecond) result.rateOrigin = RateOrigin::Request;

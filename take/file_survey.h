@@ -1,29 +1,30 @@
 // The survey of an import's files, before the plug-in reads them.
 #pragma once
 
+#include <memory>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "survey/survey.h"
 #include "take/findings.h"
+#include "take/input_text.h"
 #include "take/rate_origin.h"
 #include "take/request.h"
 #include "text/storage.h"
 
 namespace take {
 
+// What the plug-in reads instead of the user's file. If both are null, it reads the user's file.
+struct NewText {
+    std::unique_ptr<const InputText> original;  // the text of a file that was packed or mended
+    std::shared_ptr<const survey::MendedText> mended;  // made of `original`; may be null
+};
+
 struct FileSurvey {
     std::vector<FileFindings> findings;  // one element for each file; empty without a survey
     bool isRefused = false;              // whether the findings forbid the import
-    // The mended texts, which the plug-in reads instead of the files. If nullopt, the plug-in reads
-    // the user's file.
-    std::optional<survey::MendedText> file;    // instead of Request::file
-    std::optional<survey::MendedText> motion;  // instead of Request::motion
-    // The texts of packed files, which the plug-in reads if there is no mended text. Nullopt for a
-    // file that is not packed, and for one that was mended or refused.
-    std::optional<std::string> unpackedFile;
-    std::optional<std::string> unpackedMotion;
+    NewText file;                        // instead of Request::file
+    NewText motion;                      // instead of Request::motion
     // The rate that exports and the summary use: the request's rate or, if the request gives none,
     // the survey's rate. If nullopt, the rate that the plug-in read is used.
     std::optional<double> framesPerSecond;

@@ -1,6 +1,10 @@
 #include "take/import.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -28,50 +32,57 @@ std::wstring AbsolutePath(const InputFile& file) {
     return text::DecodeUtf8(error ? file.path : absolute.string());
 }
 
-// The paths of the files that the plug-in reads. The destructor removes those that are temporary.
+struct PluginFile {
+    std::wstring path;
+    std::optional<LineMarks> marks;  // nullopt if the text was not mended
+
+    const LineMarks* Marks() const { return marks ? &*marks : nullptr; }
+};
+
+// The files that the plug-in reads. The destructor removes those that are temporary.
 class PluginFiles {
   public:
     // Writes the mended and the unpacked texts, and the files that exist only in memory, to a
-    // temporary folder of the storage. Empties each mended or unpacked text after it was written,
-    // so that its memory is free during the import. Throws text::WriteError.
+    // temporary folder of the storage. Releases each new text after it was written, so that its
+    // memory is free during the import. Throws text::WriteError.
     PluginFiles(const Request& request, FileSurvey& survey, text::Storage& storage) {
-        std::string* const file = NewText(survey.file, survey.unpackedFile);
-        std::string* const motion = NewText(survey.motion, survey.unpackedMotion);
-        const std::size_t bytes =
-            SizeOf(request.file, file) + (request.motion ? SizeOf(*request.motion, motion) : 0);
-        file_ = PathOf(request.file, file, bytes, storage);
-        if (request.motion) motion_ = PathOf(*request.motion, motion, bytes, storage);
+        const std::uint64_t bytes = SizeOf(request.file, survey.file) +
+                                    (request.motion ? SizeOf(*request.motion, survey.motion) : 0);
+        file_ = Prepare(request.file, survey.file, bytes, storage);
+        if (request.motion) motion_ = Prepare(*request.motion, survey.motion, bytes, storage);
     }
 
-    const std::wstring& File() const { return file_; }
-    const std::wstring& Motion() const { return motion_; }  // empty if there is no motion
+    const std::wstring& File() const { return file_.path; }
+    const std::wstring& Motion() const { return motion_.path; }  // empty if there is no motion
+    // The marks of the texts that were mended; null for any other text.
+    const LineMarks* FileMarks() const { return file_.Marks(); }
+    const LineMarks* MotionMarks() const { return motion_.Marks(); }
 
   private:
-    // The text that the survey made for the plug-in; null if it made none.
-    static std::string* NewText(std::optional<survey::MendedText>& mended,
-                                std::optional<std::string>& unpacked) {
-        if (mended) return &mended->text;
-        return unpacked ? &*unpacked : nullptr;
-    }
-
-    static std::size_t SizeOf(const InputFile& file, const std::string* newText) {
-        if (newText) return newText->size();
+    static std::uint64_t SizeOf(const InputFile& file, const NewText& text) {
+        if (text.mended) return text.mended->LikelyBytes();
+        if (text.original) return text.original->Text().size();
         return file.content ? file.content->size() : 0;
     }
 
-    std::wstring PathOf(const InputFile& file, std::string* newText, std::size_t bytes,
-                        text::Storage& storage) {
-        if (!newText && !file.content) return AbsolutePath(file);
+    PluginFile Prepare(const InputFile& file, NewText& newText, std::uint64_t bytes,
+                       text::Storage& storage) {
+        if (!newText.original && !file.content) return {AbsolutePath(file), std::nullopt};
+        const NewText released = std::move(newText);
         if (!folder_) folder_ = storage.MakeTemporaryFolder(bytes);
-        const std::string path =
-            folder_->Write(PlainName(file), newText ? *newText : *file.content);
-        if (newText) *newText = std::string();
-        return text::DecodeUtf8(path);
+        const std::unique_ptr<text::TemporaryFile> out = folder_->Create(PlainName(file));
+        PluginFile result{text::DecodeUtf8(out->Path()), std::nullopt};
+        if (released.mended)
+            result.marks = released.mended->Write(*out);
+        else
+            out->Write(released.original ? released.original->Text() : *file.content);
+        out->Close();
+        return result;
     }
 
     std::unique_ptr<text::TemporaryFolder> folder_;  // null if no temporary file was needed
-    std::wstring file_;
-    std::wstring motion_;
+    PluginFile file_;
+    PluginFile motion_;
 };
 
 void AddSkeletonOptions(const Request& request, VariantList& arguments) {
@@ -137,9 +148,7 @@ void CallPlugin(const Plugin& plugin, const Request& request, FileSurvey& survey
                 text::Storage& storage, const Listener& listener, Result& result) {
     const SessionLock lock;
     const PluginFiles files(request, survey, storage);
-    OriginalLines lines(survey.file ? &survey.file->lines : nullptr,
-                        survey.motion ? &survey.motion->lines : nullptr,
-                        request.motion.has_value());
+    OriginalLines lines(files.FileMarks(), files.MotionMarks(), request.motion.has_value());
     std::vector<headless::LogLine> log;
     Listener restoring = listener;
     restoring.onLog = [&](const headless::LogLine& line) {
@@ -147,7 +156,7 @@ void CallPlugin(const Plugin& plugin, const Request& request, FileSurvey& survey
         if (listener.onLog) listener.onLog(log.back());
     };
     // A mended text is always UTF-8, so the locale's encoding must not be used for it.
-    const bool isMended = survey.file || survey.motion;
+    const bool isMended = files.FileMarks() || files.MotionMarks();
     const Utf8Characters characters(isMended || !request.readsInLocale);
     const Command command = TraitsOf(request.format).command(request, survey, files);
     CallResult called =

@@ -49,9 +49,4 @@ std::string_view InputText::Text() const {
     return content_ ? *content_ : stored_->Text();
 }
 
-std::optional<std::string> InputText::ReleaseUnpacked() {
-    if (!unpacked_) return std::nullopt;
-    return std::exchange(*unpacked_, {});
-}
-
 }  // namespace take

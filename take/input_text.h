@@ -27,9 +27,8 @@ class InputText {
     std::string_view Text() const;
     // Why the file cannot be read; empty if it can be read.
     const std::string& Problem() const { return problem_; }
-    // Returns the text of a file that was packed, and leaves an empty text here. Returns nullopt
-    // for any other file.
-    std::optional<std::string> ReleaseUnpacked();
+    // Whether the file was packed.
+    bool IsUnpacked() const { return unpacked_.has_value(); }
 
   private:
     void Unpack(std::string_view bytes);

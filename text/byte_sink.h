@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "text/api.h"
 
@@ -55,6 +56,8 @@ class ZKMOCAP_API StringSink : public ByteSink {
     std::uint64_t Skip(std::uint64_t size) override;
     void WriteAt(std::uint64_t offset, std::string_view bytes) override;
     const std::string& Bytes() const { return bytes_; }
+    // Moves the bytes out. No bytes are left here.
+    std::string Release() { return std::exchange(bytes_, {}); }
 
   private:
     std::string bytes_;

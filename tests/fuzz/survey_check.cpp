@@ -63,12 +63,15 @@ void RequireConsistentMending(const survey::FileSurvey& surveyed, Purpose purpos
     // A survey for a check makes no text.
     if (purpose == Purpose::Check) return;
     for (const Finding& finding : surveyed.findings)
-        Require(!finding.mended || surveyed.mended.has_value(),
+        Require(!finding.mended || surveyed.mended != nullptr,
                 std::string(finding.code) + " is mended but there is no mended text");
     if (!surveyed.mended) return;
-    Require(text::IsValidUtf8(surveyed.mended->text), "a text that is no UTF-8");
+    text::StringSink sink;
+    const std::vector<survey::LineMark> marks = surveyed.mended->Write(sink);
+    Require(text::IsValidUtf8(sink.Bytes()), "a text that is no UTF-8");
+    Require(sink.Bytes() == surveyed.mended->Text(), "another text the second time");
     std::size_t last = 0;
-    for (const survey::LineMark& mark : surveyed.mended->lines) {
+    for (const survey::LineMark& mark : marks) {
         Require(mark.mended > last && mark.original > 0, "line marks do not rise");
         last = mark.mended;
     }
@@ -85,7 +88,7 @@ void RequireNothingToMend(const survey::FileSurvey& surveyed) {
 }
 
 std::string TextOf(const survey::FileSurvey& surveyed, std::string_view file) {
-    return surveyed.mended ? surveyed.mended->text : std::string(file);
+    return surveyed.mended ? surveyed.mended->Text() : std::string(file);
 }
 
 // The plug-in must import what the survey passes.

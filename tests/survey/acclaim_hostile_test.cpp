@@ -124,8 +124,8 @@ TEST(AcclaimHostile, CutAndShuffledPairsAreMendedOnce) {
         if (once.skeleton.Has(survey::Severity::Error) ||
             once.motions[0].Has(survey::Severity::Error))
             continue;
-        const std::string fixedAsf = once.skeleton.mended ? once.skeleton.mended->text : asf;
-        const std::string fixedAmc = once.motions[0].mended ? once.motions[0].mended->text : amc;
+        const std::string fixedAsf = once.skeleton.mended ? once.skeleton.mended->Text() : asf;
+        const std::string fixedAmc = once.motions[0].mended ? once.motions[0].mended->Text() : amc;
         const auto again = Survey(fixedAsf, fixedAmc, For(Purpose::Fix));
         ASSERT_FALSE(again.skeleton.mended) << asf << "----\n" << fixedAsf;
         ASSERT_FALSE(again.motions[0].mended) << amc << "----\n" << fixedAmc;

@@ -149,7 +149,7 @@ TEST(AcclaimLengths, MultiplyTheRootAtRestToo) {
         With(With(CleanAsf(), "position 0 0 0", "position 1 -2 0"), "length 1.0", "length 2.5");
     const auto found = Survey(asf, CleanAmc(), For(survey::Purpose::Import));
     ASSERT_TRUE(found.skeleton.mended);
-    EXPECT_THAT(found.skeleton.mended->text, HasSubstr("position 2.5 -5 0\n"));
+    EXPECT_THAT(found.skeleton.mended->Text(), HasSubstr("position 2.5 -5 0\n"));
     EXPECT_FALSE(found.motions[0].mended);
     ExpectFindings(found.skeleton.findings, {{kLengthUnit, kNote, 6, true}});
     const auto fixed = Survey(asf, CleanAmc(), For(survey::Purpose::Fix));
@@ -161,7 +161,7 @@ TEST(AcclaimRates, AreRoundedInTheTextForThePlugIn) {
     const auto found = Survey(CleanAsf(), amc, For(survey::Purpose::Import));
     EXPECT_EQ(found.motions[0].framesPerSecond, 59.94);
     ASSERT_TRUE(found.motions[0].mended);
-    EXPECT_THAT(found.motions[0].mended->text, testing::StartsWith(":SAMPLES-PER-SECOND 60\n"));
+    EXPECT_THAT(found.motions[0].mended->Text(), testing::StartsWith(":SAMPLES-PER-SECOND 60\n"));
     ExpectFindings(found.motions[0].findings, {{kRateText, kNote, 1, true}});
     // The plug-in reads 120.3 as 120, which is the nearest whole rate, so no text is needed.
     const auto near = Survey(CleanAsf(), With(CleanAmc(), "SECOND 60", "SECOND 120.3"),

@@ -93,10 +93,10 @@ void Compare(const AcclaimTexts& texts, bool nulls, Compared& total) {
     }
     ASSERT_FALSE(found.motions[0].Has(survey::Severity::Error))
         << found.motions[0].findings[0].message;
-    const std::string asf = found.skeleton.mended ? found.skeleton.mended->text : texts.asf;
-    const std::string amc = found.motions[0].mended ? found.motions[0].mended->text : texts.amc;
-    total.mendedSkeletons += found.skeleton.mended.has_value();
-    total.mendedMotions += found.motions[0].mended.has_value();
+    const std::string asf = found.skeleton.mended ? found.skeleton.mended->Text() : texts.asf;
+    const std::string amc = found.motions[0].mended ? found.motions[0].mended->Text() : texts.amc;
+    total.mendedSkeletons += found.skeleton.mended != nullptr ? 1 : 0;
+    total.mendedMotions += found.motions[0].mended != nullptr ? 1 : 0;
 
     const AcclaimPair meant = ReadAsMeant(texts, found.lengthMultiplier.value_or(1.0));
     const AcclaimPair handed = ReadAcclaim(asf, amc, {found.lengthMultiplier, texts.limits});

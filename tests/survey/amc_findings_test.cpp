@@ -234,12 +234,12 @@ TEST_P(AmcFinding, IsReportedAndMended) {
     EXPECT_FALSE(found.skeleton.mended);
     const survey::AmcSurvey& motion = found.motions[0];
     ExpectFindings(motion.findings, row.told);
-    ASSERT_EQ(motion.mended.has_value(), row.mended != nullptr)
-        << (row.mended ? "" : motion.mended->text);
+    ASSERT_EQ(motion.mended != nullptr, row.mended != nullptr)
+        << (row.mended ? "" : motion.mended->Text());
     if (!row.mended) return;
-    EXPECT_THAT(motion.mended->text, HasSubstr(row.mended));
-    const auto again = Survey(CleanAsf(), motion.mended->text, For(purpose));
-    EXPECT_FALSE(again.motions[0].mended) << again.motions[0].mended->text;
+    EXPECT_THAT(motion.mended->Text(), HasSubstr(row.mended));
+    const auto again = Survey(CleanAsf(), motion.mended->Text(), For(purpose));
+    EXPECT_FALSE(again.motions[0].mended) << again.motions[0].mended->Text();
     for (const auto& finding : again.motions[0].findings)
         EXPECT_FALSE(finding.mended) << finding.code;
 }

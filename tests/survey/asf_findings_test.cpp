@@ -227,12 +227,12 @@ TEST_P(AsfFinding, IsReportedAndMended) {
         EXPECT_FALSE(Survey(asf, CleanAmc(), For(survey::Purpose::Fix)).skeleton.mended);
     }
     ExpectFindings(found.skeleton.findings, row.told);
-    ASSERT_EQ(found.skeleton.mended.has_value(), row.mended != nullptr)
-        << (row.mended ? "" : found.skeleton.mended->text);
+    ASSERT_EQ(found.skeleton.mended != nullptr, row.mended != nullptr)
+        << (row.mended ? "" : found.skeleton.mended->Text());
     if (!row.mended) return;
-    EXPECT_THAT(found.skeleton.mended->text, HasSubstr(row.mended));
-    const auto again = Survey(found.skeleton.mended->text, CleanAmc(), For(purpose));
-    EXPECT_FALSE(again.skeleton.mended) << again.skeleton.mended->text;
+    EXPECT_THAT(found.skeleton.mended->Text(), HasSubstr(row.mended));
+    const auto again = Survey(found.skeleton.mended->Text(), CleanAmc(), For(purpose));
+    EXPECT_FALSE(again.skeleton.mended) << again.skeleton.mended->Text();
     for (const auto& finding : again.skeleton.findings)
         EXPECT_FALSE(finding.mended) << finding.code;
 }

@@ -117,7 +117,7 @@ survey::BvhSurvey Survey(const std::string& text,
 void ExpectFixedOnce(const std::string& text) {
     const survey::BvhSurvey fixed = Survey(text, survey::Purpose::Fix);
     if (!fixed.mended) return;
-    const survey::BvhSurvey again = Survey(fixed.mended->text);
+    const survey::BvhSurvey again = Survey(fixed.mended->Text());
     EXPECT_FALSE(again.mended);
     for (const auto& finding : again.findings)
         EXPECT_FALSE(finding.mended) << finding.message;
@@ -126,13 +126,14 @@ void ExpectFixedOnce(const std::string& text) {
 // Compares the plug-in's import of the text with that of the mended text, which shows how the
 // survey reads it. A comment is added so that a mended text is written.
 void ExpectAgreement(const std::string& text) {
-    const survey::BvhSurvey written = Survey("#\n" + text);
+    const std::string commented = "#\n" + text;
+    const survey::BvhSurvey written = Survey(commented);
     ASSERT_TRUE(written.mended);
     const ProbedImport import = ImportBvhText(text, {});
     ASSERT_GE(import.status, 0) << import.error;
     const auto positions = Positions(import);
-    const ProbedImport again = ImportBvhText(written.mended->text, {});
-    ASSERT_GE(again.status, 0) << again.error << written.mended->text;
+    const ProbedImport again = ImportBvhText(written.mended->Text(), {});
+    ASSERT_GE(again.status, 0) << again.error << written.mended->Text();
     ASSERT_EQ(import.sections.size(), again.sections.size());
     for (std::size_t s = 0; s < import.sections.size(); ++s)
         ExpectSameJoints(import.sections[s], again.sections[s]);
@@ -163,7 +164,7 @@ TEST(BvhAgreement, OfSurveyAndPlugInOnChangedTexts) {
         if (found.mended) {
             ++mended;
             ExpectFixedOnce(text);
-            EXPECT_GE(ImportBvhText(found.mended->text, {}).status, 0);
+            EXPECT_GE(ImportBvhText(found.mended->Text(), {}).status, 0);
         } else {
             ++left;
             ExpectAgreement(text);

@@ -16,7 +16,7 @@ void ExpectFixed(const std::string& original, survey::Options options) {
     options.purpose = survey::Purpose::Fix;
     const survey::BvhSurvey fixed = survey::SurveyBvh(original, options);
     if (!fixed.mended) return;
-    const std::string& text = fixed.mended->text;
+    const std::string& text = fixed.mended->Text();
     options.purpose = survey::Purpose::Import;
     options.bones = false;
     const survey::BvhSurvey again = survey::SurveyBvh(text, options);
@@ -44,9 +44,9 @@ void ExpectSurvey(const BvhRow& row, const survey::Options& options) {
         EXPECT_EQ(finding.mended, expected.mended) << finding.code;
         EXPECT_FALSE(finding.message.empty());
     }
-    EXPECT_EQ(found.mended.has_value(), !row.mended.empty());
+    EXPECT_EQ(found.mended != nullptr, !row.mended.empty());
     if (!found.mended) return;
-    EXPECT_NE(found.mended->text.find(row.mended), std::string::npos) << found.mended->text;
+    EXPECT_NE(found.mended->Text().find(row.mended), std::string::npos) << found.mended->Text();
     ExpectFixed(row.text, options);
 }
 

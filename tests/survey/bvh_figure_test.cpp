@@ -169,7 +169,7 @@ TEST(BvhFigure, IsFixedWithoutBones) {
             std::any_of(row.findings.begin(), row.findings.end(), [](const auto& told) {
                 return told.code == kPositionRelative || told.code == kRotationOrder;
             });
-        EXPECT_EQ(found.mended.has_value(), mends) << row.name;
+        EXPECT_EQ(found.mended != nullptr, mends) << row.name;
     }
 }
 
@@ -181,7 +181,7 @@ TEST(BvhFigure, IsFixedForEveryReader) {
     options.purpose = survey::Purpose::Fix;
     const auto found = survey::SurveyBvh(text, options);
     ASSERT_TRUE(found.mended);
-    const std::string& fixed = found.mended->text;
+    const std::string& fixed = found.mended->Text();
     EXPECT_NE(fixed.find("CHANNELS 3 Zrotation Yrotation Xrotation\n"), std::string::npos) << fixed;
     EXPECT_NE(fixed.find("\n10 0 0 7\n10 -90 80 8.50\n"), std::string::npos) << fixed;
 }
@@ -292,7 +292,8 @@ TEST(BvhFigure, MapsMendedLinesToTheFile) {
     ASSERT_TRUE(found.mended);
     std::vector<std::size_t> lines;
     std::size_t line = 0;
-    for (const survey::LineMark& mark : found.mended->lines) {
+    text::StringSink sink;
+    for (const survey::LineMark& mark : found.mended->Write(sink)) {
         for (++line; line < mark.mended; ++line)
             lines.push_back(lines.empty() ? line : lines.back() + 1);
         lines.push_back(mark.original);

@@ -96,7 +96,7 @@ TEST_P(BvhHostile, CostsAreProportional) {
         EXPECT_LT(seconds.count(), 10.0);  // quadratic time would be minutes
         EXPECT_LE(found.findings.size(), 20U);
         if (found.mended) {
-            EXPECT_LT(found.mended->text.size(), 40 * text.size() + 1000);
+            EXPECT_LT(found.mended->Text().size(), 40 * text.size() + 1000);
         }
     }
 }

@@ -1,10 +1,12 @@
 #include "survey/bvh_plain_rows.h"
 
+#include <algorithm>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "survey/finding_list.h"
 #include "survey/row_scan.h"
@@ -13,6 +15,25 @@
 namespace bvh_plain_rows_test {
 
 constexpr std::size_t kChannels = 3;
+
+// Finds the rows and reads them in pieces of several sizes, which must give the same values.
+void ExpectSameInPieces(const survey::BvhSection& section, std::string_view text,
+                        const survey::BvhFrames& expected) {
+    survey::BvhFrames found;
+    ASSERT_TRUE(survey::FindPlainRows(section, text, expected.Count(), 1, found));
+    EXPECT_FALSE(found.IsRead());
+    const survey::PlainRowValues values(found, text);
+    for (const std::size_t count : {1, 2, 64}) {
+        for (std::size_t first = 0; first < found.Count(); first += count) {
+            const std::size_t rows = std::min(count, found.Count() - first);
+            std::vector<double> piece(rows * found.channels);
+            values.Read(first, rows, piece.data());
+            ASSERT_EQ(
+                std::memcmp(piece.data(), expected.Frame(first), piece.size() * sizeof(double)), 0)
+                << first << ' ' << rows;
+        }
+    }
+}
 
 // Reads the rows in both ways. Returns whether ReadPlainRows can read them; if so, compares.
 bool ReadsAsReadRows(const std::string& rows, std::size_t threads, std::size_t partBytes) {
@@ -49,6 +70,7 @@ bool ReadsAsReadRows(const std::string& rows, std::size_t threads, std::size_t p
                           found.values.size() * sizeof(double)),
               0)
         << rows;
+    ExpectSameInPieces(section, text, expected);
     return true;
 }
 
@@ -66,6 +88,7 @@ const Case kCases[] = {
     {"BlankLinesAtTheEnd", "1 2 3\n4 5 6\n\n \n\r\n"},
     {"ControlZAtTheEnd", "1 2 3\n4 5 6\n\x1A"},
     {"LongNumbers", "0.12345678901234567890 1e-300 +5\n100000000000000000000 -0.0 0\n"},
+    {"NumberOf600Characters", "1 2 3\n4 5." + std::string(600, '0') + "1 6\n7 8 9\n"},
     {"BlankLineBetween", "1 2 3\n\n4 5 6\n", false},
     {"BlankLineOfBlanks", "1 2 3\n \t\n4 5 6\n", false},
     {"CarriageReturnAlone", "1 2 3\r4 5 6\n7 8 9\n", false},

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "survey/survey.h"
 #include "tests/support/math.h"
 
 namespace {
@@ -104,6 +103,45 @@ TEST(ReexpressedAngles, OfTheFirstFrameAreNearTheListedOnes) {
     EXPECT_NEAR(angles[2], 750.0, 1e-9);
 }
 
+// The squared distance of the nearest angles of the same rotation to those of the frame before.
+double SmallestDistance(const double angles[3], const double before[3]) {
+    double smallest = std::numeric_limits<double>::infinity();
+    for (const bool isFar : {false, true}) {
+        const double same[] = {isFar ? angles[0] + 180.0 : angles[0],
+                               isFar ? 180.0 - angles[1] : angles[1],
+                               isFar ? angles[2] + 180.0 : angles[2]};
+        double distance = 0.0;
+        for (std::size_t i = 0; i < 3; ++i) {
+            const double step = std::remainder(same[i] - before[i], 360.0);
+            distance += step * step;
+        }
+        smallest = std::min(smallest, distance);
+    }
+    return smallest;
+}
+
+// Small and large steps, among them such of about 45 degrees.
+TEST(ReexpressedAngles, AreTheNearestToTheFrameBefore) {
+    std::mt19937_64 random(6);
+    for (const double largest : {5.0, 40.0, 60.0, 120.0, 400.0}) {
+        std::uniform_real_distribution<double> step(-largest, largest);
+        survey::ReexpressedAngles turned(Listing({0, 1, 2}));
+        double row[] = {0.0, 0.0, 0.0};
+        double before[] = {0.0, 0.0, 0.0};
+        for (int frame = 0; frame < 5000; ++frame) {
+            double angles[3] = {};
+            turned.Next(row, angles);
+            double distance = 0.0;
+            for (std::size_t i = 0; i < 3; ++i) {
+                distance += (angles[i] - before[i]) * (angles[i] - before[i]);
+                row[i] += step(random);
+            }
+            ASSERT_LE(distance, SmallestDistance(angles, before) + 1e-6) << largest << ' ' << frame;
+            std::copy(angles, angles + 3, before);
+        }
+    }
+}
+
 // A middle angle that rises beyond 90 degrees must not fall again.
 TEST(ReexpressedAngles, PassGimbalLock) {
     survey::ReexpressedAngles turned(Listing({0, 1}));
@@ -167,30 +205,6 @@ TEST(ReexpressedAngles, AreTheSameInBlocks) {
             }
         }
     }
-}
-
-// There are enough values that two threads share them. The rows must keep their order.
-TEST(MendedRows, AreWrittenInTheirOrder) {
-    constexpr std::size_t kFrames = 4000;
-    std::string file =
-        "HIERARCHY\nROOT Hips\n{\nOFFSET 0 0 0\nCHANNELS 6 Xposition Yposition Zposition "
-        "Xrotation Yrotation Zrotation\nEnd Site\n{\nOFFSET 0 1 0\n}\n}\nMOTION\nFrames: " +
-        std::to_string(kFrames) + "\nFrame Time: 0.1\n";
-    for (std::size_t frame = 0; frame < kFrames; ++frame)
-        file += std::to_string(frame) + " 2 3 0 0 " + std::to_string(frame % 90) + '\n';
-    survey::Options options;
-    options.purpose = survey::Purpose::Import;
-    const survey::BvhSurvey surveyed = survey::SurveyBvh(file, options);
-    ASSERT_TRUE(surveyed.mended);
-    std::istringstream lines(surveyed.mended->text);
-    std::string line;
-    while (std::getline(lines, line) && !line.starts_with("Frame Time:")) {
-    }
-    for (std::size_t frame = 0; frame < kFrames; ++frame) {
-        ASSERT_TRUE(std::getline(lines, line));
-        ASSERT_EQ(line, std::to_string(frame) + " 2 3 0 0 " + std::to_string(frame % 90));
-    }
-    EXPECT_FALSE(std::getline(lines, line));
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ std::string Told(const Sample& sample, Purpose purpose) {
         for (const survey::Finding& finding : surveyed.findings)
             told += std::string(finding.code) + ' ' + std::to_string(finding.line) + ' ' +
                     finding.message + '\n';
-        if (surveyed.mended) told += surveyed.mended->text;
+        if (surveyed.mended) told += surveyed.mended->Text();
     };
     if (!sample.name.ends_with("_asf")) {
         tell(survey::SurveyBvh(sample.file, options));
