@@ -42,6 +42,14 @@ double FollowFrom(Angles& angles, const Angles& before) {
     return distance;
 }
 
+// Whether the angles differ so little from those before that no other angles of the same rotation
+// are nearer: x and z of all others are 135 degrees or more from those before.
+bool AreClose(const Angles& angles, const Angles& before) {
+    constexpr double kNear = math::kHalfTurn / 4.0;
+    return std::abs(angles[0] - before[0]) < kNear && std::abs(angles[1] - before[1]) < kNear &&
+           std::abs(angles[2] - before[2]) < kNear;
+}
+
 }  // namespace
 
 ReexpressedAngles::ReexpressedAngles(const BvhJoint& joint) {
@@ -79,6 +87,10 @@ void ReexpressedAngles::Begin(const double* row) {
 }
 
 void ReexpressedAngles::FollowAngles(const Angles& angles, bool isLocked) {
+    if (AreClose(angles, previous_)) {
+        previous_ = angles;
+        return;
+    }
     Angles near = angles;
     Angles far = {near[0] + math::kHalfTurn, math::kHalfTurn - near[1], near[2] + math::kHalfTurn};
     // `near` and `far` are the same rotation. At gimbal lock `near` is used, because it keeps z.
