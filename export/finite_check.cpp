@@ -1,6 +1,8 @@
 #include "export/finite_check.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <fmt/format.h>
 
 #include "export/options.h"
@@ -12,9 +14,31 @@ namespace {
 
 using headless::Object;
 
-void RequireFiniteKeys(const Object& model, const headless::ActionItem& item) {
+// Whether all bits of the exponent of one of the numbers are set. This loop has no branch, so that
+// the compiler vectorises it.
+template <class Numbers>
+bool AreFinite(const Numbers& numbers) {
+    constexpr std::uint64_t kExponent = std::uint64_t{0x7FF} << 52U;
+    constexpr std::uint64_t kLowest = std::uint64_t{1} << 52U;
+    std::uint64_t sums = 0;
+    for (const double number : numbers) {
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, &number, sizeof bits);
+        sums |= (bits & kExponent) + kLowest;
+    }
+    return sums >> 63U == 0;
+}
+
+// `times` are key times that are known to be finite, or null. Most curves share them. Sets it to
+// those of this item.
+void RequireFiniteKeys(const Object& model, const headless::ActionItem& item,
+                       const headless::NumberArray*& times) {
     const headless::Keys& keys = item.GetCurve().keys;
     if (!keys.times || !keys.values) return;
+    if ((keys.times.get() == times || AreFinite(*keys.times)) && AreFinite(*keys.values)) {
+        times = keys.times.get();
+        return;
+    }
     const auto time = std::find_if_not(keys.times->begin(), keys.times->end(), IsFinite);
     if (time != keys.times->end())
         throw ExportError(fmt::format("{}.{}: the time of a key is not a finite number",
@@ -50,10 +74,11 @@ void RequireFinite(const Object& model, const headless::ActionSource* motion) {
                             ReadableName(model.name), ReadableName(object.name)));
     });
     if (!motion) return;
+    const headless::NumberArray* times = nullptr;
     for (const headless::ActionItem& item : motion->items) {
         if (!item.active) continue;
         if (item.IsCurve())
-            RequireFiniteKeys(model, item);
+            RequireFiniteKeys(model, item, times);
         else if (!IsFinite(item.Value()))
             throw ExportError(fmt::format("{}.{} is not a finite number", ReadableName(model.name),
                                           ReadableName(item.Target())));
