@@ -50,7 +50,7 @@ class OutputFile final : public text::ByteSink {
     // replaced file cannot be restored; in that case the first file keeps its final name.
     static void CommitBoth(OutputFile& first, OutputFile& second);
 
-    static constexpr std::size_t kBufferSize = std::size_t{1} << 20;  // bytes
+    static constexpr std::size_t kBufferSize = std::size_t{64} << 10;  // bytes
 
   private:
     // A second name (hard link) for the file that already has the output's final name. After Commit

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "files/output_file.h"
 #include "tests/export/exported.h"
 #include "tests/support/memory/new_operators.h"
 #include "tests/support/temporary_folder.h"
@@ -14,9 +13,9 @@ namespace {
 
 constexpr int kFrames = 20'000;
 constexpr int kJoints = 24;
-// Memory in bytes that does not grow with the motion: the buffers of the outputs, of which a .gltf
-// has two, and some more.
-constexpr std::size_t kFixed = 4 * files::OutputFile::kBufferSize;
+// Memory in bytes that does not grow with the motion: the pieces on which threads work, the buffers
+// of the outputs, and some more.
+constexpr std::size_t kFixed = std::size_t{4} << 20U;
 
 // A BVH file with a chain of joints that have the given channels. With one channel for each joint,
 // the output is largest compared with the keys.
