@@ -23,8 +23,9 @@ constexpr double kGimbalLock = 1e-15;
 
 // Adds whole turns to `angle` until it is as near to `before` as possible. All are in degrees.
 double Unrolled(double angle, double before) {
-    const double turns = (before - angle) / kFullTurn;
-    return std::abs(turns) <= 0.5 ? angle : angle + kFullTurn * std::nearbyint(turns);
+    const double step = before - angle;
+    if (std::abs(step) <= kHalfTurn) return angle;
+    return angle + kFullTurn * std::nearbyint(step / kFullTurn);
 }
 
 double Distance(const BvhAngles& a, const BvhAngles& b) {
