@@ -3,12 +3,14 @@
 #include <benchmark/benchmark.h>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 #include <vector>
 
 #include "bench/synthetic_bvh.h"
 #include "bvh/biovision_import.h"
 #include "export/bvh.h"
+#include "export/crc32.h"
 #include "export/csv.h"
 #include "export/fbx.h"
 #include "export/gltf.h"
@@ -104,6 +106,17 @@ void BM_PosesByBlock(benchmark::State& state) {
                            });
     state.SetItemsProcessed(state.iterations() * shape.joints * shape.frames);
 }
+
+// One item is one byte.
+void BM_Crc32(benchmark::State& state, std::uint32_t (*crc32)(std::uint32_t, std::string_view)) {
+    const std::string bytes(std::size_t{1} << 18U, 'x');
+    for ([[maybe_unused]] auto _ : state)
+        benchmark::DoNotOptimize(crc32(0, bytes));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(bytes.size()));
+}
+
+BENCHMARK_CAPTURE(BM_Crc32, Plain, exporters::Crc32Plain);
+BENCHMARK_CAPTURE(BM_Crc32, Fastest, exporters::Crc32);
 
 BENCHMARK(BM_PosesByRow)->Args({24, 10'000})->Args({500, 1'000});
 BENCHMARK(BM_PosesByBlock)->Args({24, 10'000})->Args({500, 1'000});

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <vector>
 
+#include "export/crc32.h"
 #include "text/wide_text.h"
 
 namespace exporters {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "export/block_parts.h"
+#include "export/crc32.h"
 #include "export/pose_arrays.h"
 #include "export/run_parts.h"
 #include "threads/block_order.h"

@@ -5,6 +5,8 @@
 #include <new>
 #include <zlib.h>
 
+#include "export/crc32.h"
+
 namespace exporters {
 namespace {
 
@@ -103,14 +105,6 @@ class Deflater {
 };
 
 }  // namespace
-
-std::uint32_t Crc32(std::uint32_t crc, std::string_view bytes) {
-    return static_cast<std::uint32_t>(crc32_z(crc, BytesOf(bytes), bytes.size()));
-}
-
-std::uint32_t JoinCrc32(std::uint32_t first, std::uint32_t second, std::uint64_t size) {
-    return static_cast<std::uint32_t>(crc32_combine(first, second, static_cast<z_off_t>(size)));
-}
 
 void ZipWriter::BeginMember(const std::string& name, std::uint64_t size, std::uint32_t crc) {
     BeginMember({name, size, size, written_, crc, false});

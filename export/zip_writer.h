@@ -12,13 +12,6 @@
 
 namespace exporters {
 
-// Continues a CRC-32. `crc` is the CRC-32 of all bytes before `bytes`, or 0 if there are none.
-// Returns the CRC-32 of these bytes and `bytes` together.
-std::uint32_t Crc32(std::uint32_t crc, std::string_view bytes);
-// Returns the CRC-32 of bytes that are followed by `size` others. `first` is the CRC-32 of the
-// bytes before, and `second` is the one of the others.
-std::uint32_t JoinCrc32(std::uint32_t first, std::uint32_t second, std::uint64_t size);
-
 // Sizes and byte offsets that need more than 32 bits are written in ZIP64 records. All members have
 // the same date, so that equal contents make equal files. Passes on what the sink throws.
 class ZipWriter {
