@@ -13,10 +13,10 @@
 namespace exporters {
 
 // Returns how many frames of `bytes` bytes, from 1 on, a thread computes at a time: whole blocks of
-// about 256 KiB, or a single block if that is larger. They fit into a cache, and they take so long
+// about 1 MiB, or a single block if that is larger. They fit into a cache, and they take so long
 // that waiting for the turn of the thread costs little.
 inline std::size_t FramesAtOnce(std::size_t bytes) {
-    constexpr std::size_t kBytes = std::size_t{1} << 18;
+    constexpr std::size_t kBytes = std::size_t{1} << 20;
     return std::max<std::size_t>(kBytes / bytes / math::kPoseLanes, 1) * math::kPoseLanes;
 }
 
