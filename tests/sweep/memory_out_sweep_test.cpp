@@ -2,6 +2,7 @@
 // for that one, for a few in a row, or for all that follow.
 #include "headless/testing.h"
 #include "tests/support/core/session_text.h"
+#include "tests/support/effort.h"
 #include "tests/sweep/allocation_faults.h"
 #include "tests/sweep/sweep.h"
 
@@ -10,10 +11,11 @@ namespace {
 
 class MemoryOutSweep : public Sweep {
   protected:
-    // Repeats the import; `count` allocations in a row fail, each time from another one on.
-    void SweepOver(std::uint64_t count) {
+    // Repeats the import; `count` allocations in a row fail, each time from another one on: from
+    // every `step`-th one.
+    void SweepOver(std::uint64_t count, std::uint64_t step = 1) {
         std::uint64_t withoutClip = 0;
-        for (std::uint64_t n = 1; !HasFailure(); ++n) {
+        for (std::uint64_t n = 1; !HasFailure(); n += step) {
             SCOPED_TRACE(std::to_string(count) + " from allocation " + std::to_string(n) + " on");
             run_.Start();
             FailAllocations({n, count});
@@ -54,15 +56,15 @@ TEST_P(MemoryOutSweep, ForOneAllocation) {
 }
 
 TEST_P(MemoryOutSweep, ForTwoInARow) {
-    SweepOver(2);
+    SweepOver(2, support::kShorter);
 }
 
 TEST_P(MemoryOutSweep, ForThreeInARow) {
-    SweepOver(3);
+    SweepOver(3, support::kShorter);
 }
 
 TEST_P(MemoryOutSweep, ForFourInARow) {
-    SweepOver(4);
+    SweepOver(4, support::kShorter);
 }
 
 INSTANTIATE_TEST_SUITE_P(, MemoryOutSweep, testing::ValuesIn(Samples()), SampleName);
